@@ -1,0 +1,9 @@
+# veldor_floor(NAME LIBRARIES...): the static library of one folder below src/, with every source file in it. The libraries are the floors
+# below it and what it needs from outside.
+function(veldor_floor name)
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
+  add_library(veldor_${name} STATIC ${sources})
+  target_include_directories(veldor_${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+  target_link_libraries(veldor_${name} PUBLIC ${ARGN} PRIVATE veldor_warnings)
+  set_target_properties(veldor_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+endfunction()

@@ -1,0 +1,7 @@
+# Every target of ours links `veldor_warnings`: the warnings that must stay silent, and the sanitizers when they are asked for.
+add_library(veldor_warnings INTERFACE)
+target_compile_options(veldor_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+if(VELDOR_SANITIZE)
+  target_compile_options(veldor_warnings INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -g1)
+  target_link_options(veldor_warnings INTERFACE -fsanitize=address,undefined)
+endif()

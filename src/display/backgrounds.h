@@ -1,0 +1,17 @@
+// The four background pictures that rotate while a pass is loading.
+#pragma once
+
+namespace vcc {
+
+extern int background_rotation; ///< steps taken since the program started
+
+/// Loads images\morv1.pcx to morv4.pcx; returns 0, or the number (1 to 4) of the first picture that cannot be loaded.
+int load_backgrounds();
+
+/// Shows the next picture of the rotation on the screen, if it is loaded, and moves the rotation on.
+void show_next_background();
+
+/// Destroys the pictures.
+void free_backgrounds();
+
+} // namespace vcc

@@ -1,0 +1,43 @@
+// Help pages: a window with the help entry of a slot over the running screen.
+#pragma once
+
+#include "screen/slot.h"
+
+#include <allegro.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vcc {
+
+extern int help_line_length; ///< characters of a help line; 67
+
+/// One entry of a help file.
+struct HelpEntry {
+    std::vector<int> pages; ///< entry numbers, the entry's own first; 1 to 9
+    int font = 4, text_colour = 14, window_colour = 0, shadow_colour = 0, sound = 26, column = 100, row = 100;
+    std::vector<std::string> lines; ///< text lines
+    bool complete = false;          ///< false: the text ran to the end of the file
+};
+
+/// Finds an entry in a help file in memory and reads it; nothing when it is not there. Pure.
+std::optional<HelpEntry> read_help_entry(std::string_view text, int number, int line_length);
+
+/// What a help page needs of the screen that opens it.
+struct HelpRequest {
+    BITMAP* target = nullptr;        ///< screen picture, borrowed
+    BITMAP* save = nullptr;          ///< bitmap that keeps what lies under the window, borrowed
+    SlotSet* messages = nullptr;     ///< message set, changed in memory
+    int* screen_variable = nullptr;  ///< set to -1 while the page is open
+    const Slot* requester = nullptr; ///< slot whose help is wanted
+    std::function<void()> every_frame;
+};
+
+/// Shows the help entry of a slot until it is closed; returns the last key code or the action of the button that closed
+/// it.
+int show_help(const HelpRequest& request);
+
+} // namespace vcc

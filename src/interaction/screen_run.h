@@ -1,0 +1,56 @@
+// Running a screen made of slots. What the slots' actions mean is its owner's business.
+#pragma once
+
+#include "screen/draw_slot.h"
+#include "screen/slot.h"
+
+#include <allegro.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vcc {
+
+/// What a screen asks of whoever runs it. Every function may be empty.
+struct ScreenOwner {
+    std::function<void()> drawn; ///< the whole screen has been drawn for the first time
+    std::function<std::optional<int>(int slot)>
+        activated; ///< a button or label was activated; a value ends the screen with it
+    std::function<std::optional<int>(int code)>
+        command; ///< a key or command code that the interpreter does not handle; a value ends the screen
+    std::function<void(int slot)> right_click;  ///< the slot under the pointer, which is current now
+    std::function<void(int slot)> pointer_over; ///< the pointer entered or left the current slot
+    std::function<void()> every_frame;          ///< once a frame while the screen waits
+};
+
+inline constexpr int result_menu = 0, result_leave = 45;
+
+/// What one screen carries while it runs; local to the run.
+struct ScreenRun {
+    BITMAP* target = nullptr; ///< off-screen picture, borrowed
+    SlotSet* set = nullptr;   ///< borrowed
+    const ScreenOwner* owner = nullptr;
+    std::vector<std::string> edit_texts; ///< one a slot
+    std::vector<FieldPlace> fields;      ///< one a slot
+    int current = 0;
+    int direction = 1; ///< of the next focus search
+};
+
+/// Waits for input on the current slot and returns the code that ends the waiting. `look` gives the field's font, width
+/// and colours. With `no_wait` it returns after one frame.
+int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_wait);
+
+inline constexpr int step_activated = -1, step_no_slot = -2;
+
+/// One interaction: picks the focus, waits, moves the focus or shows the pressed look. step_activated when the current
+/// button or label was activated, step_no_slot when nothing can be selected, otherwise the key code (a left click is
+/// 13, a right click 27).
+int interaction_step(ScreenRun& run, bool no_wait = false);
+
+/// Draws the set and runs it until an action or command ends it; returns the result. Esc ends it with 0, Alt+X and the
+/// window's close button with 45; a set without anything to select ends with 45 and a log line.
+int run_screen(BITMAP* target, SlotSet& set, const ScreenOwner& owner);
+
+} // namespace vcc

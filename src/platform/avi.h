@@ -1,0 +1,39 @@
+// AVI films, frame by frame, by time: what the film player needs of a decoder.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace vcc::platform {
+
+enum class AviError { none, bad_format, memory, file, no_video, audio_format, video_format, decompressor, other };
+
+/// A decoded frame: a packed device-independent bitmap. Rows run bottom first, each padded to a multiple of 4 bytes;
+/// 8-bit frames have a colour table of 256 entries (blue, green, red, unused). Valid until the next call on the same
+/// film.
+struct AviFrame {
+    int width = 0;  ///< pixels
+    int height = 0; ///< pixels
+    int bits = 0;   ///< per pixel: 8, 16 (5-5-5), 24 (blue, green, red) or 32 (blue, green, red, unused)
+    std::span<const std::uint8_t> colour_table;
+    std::span<const std::uint8_t> rows;
+};
+
+class AviFilm {
+public:
+    virtual ~AviFilm() = default;
+
+    /// Time in milliseconds at which the last frame ends.
+    virtual int end_ms() const = 0;
+
+    /// The frame that belongs to a film time, or null when there is none (past the end, decoding error). Going back in
+    /// time works.
+    virtual const AviFrame* frame_at(int time_ms) = 0;
+};
+
+/// Opens a film. On failure the pointer is null and `error` says why.
+std::unique_ptr<AviFilm> open_avi(const std::string& path, AviError& error);
+
+} // namespace vcc::platform

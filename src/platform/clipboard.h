@@ -1,0 +1,24 @@
+// Text on the desktop's clipboard.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace vcc::platform {
+
+enum class ClipboardState {
+    closed, ///< the clipboard cannot be opened (no display, no answer)
+    empty,  ///< it holds no text
+    locked, ///< it holds a text that cannot be read
+    text
+};
+
+struct ClipboardText {
+    ClipboardState state = ClipboardState::closed;
+    std::string text; ///< Latin-1, at most 4096 bytes; only with ClipboardState::text
+};
+
+/// Asks the owner of the clipboard for its text; waits at most 500 ms.
+ClipboardText read_clipboard();
+
+} // namespace vcc::platform

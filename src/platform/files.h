@@ -1,0 +1,31 @@
+// File names of an installation, whatever system they were written on, and the program's own place.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vcc::platform {
+
+/// The name under which the file can be opened here: backslashes become slashes, and a component that does not exist as
+/// written is looked up without regard to letter case. A name that leads nowhere comes back with its slashes converted.
+std::string resolve_path(std::string_view name);
+
+/// Whether the (resolved) name is a file that exists.
+bool file_exists(std::string_view name);
+
+/// Full path of the running program, empty when unknown.
+std::string program_path();
+
+/// The folder that a program path names, by its last backslash, slash or colon: C:\a\b.exe gives C:\a, C:\b.exe gives
+/// C:\. Empty when the path has no folder part or its last separator is a colon: the working folder then stays as it
+/// is. Pure.
+std::string folder_of_program(std::string_view path);
+
+/// Makes a folder the working folder; failure is ignored.
+void enter_folder(const std::string& folder);
+
+/// Puts `temporary` in the place of `name` in one step, after its contents have reached the disk. False when that
+/// failed; `name` is then unchanged.
+bool replace_file(const std::string& temporary, const std::string& name);
+
+} // namespace vcc::platform

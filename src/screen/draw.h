@@ -1,0 +1,56 @@
+// Drawing primitives. Coordinates are pixels of the target; colours are indices into the colour table.
+#pragma once
+
+#include "screen/slot.h"
+
+#include <allegro.h>
+
+#include <string_view>
+
+namespace vcc {
+
+extern int text_on_box; ///< the text being drawn sits on a filled box: hard edges, no background restore
+extern int full_redraw; ///< a whole screen is being drawn on a fresh background: no background restore
+
+/// Sets a switch for the life of the object, and clears it (or gives it its value back) at the end.
+class SwitchSet {
+public:
+    SwitchSet(int& which, int value) : which_(which), before_(which) { which_ = value; }
+    ~SwitchSet() { which_ = before_; }
+    SwitchSet(const SwitchSet&) = delete;
+    SwitchSet& operator=(const SwitchSet&) = delete;
+
+private:
+    int& which_;
+    int before_;
+};
+
+/// Copies the whole 800 x 600 picture to the display, the pointer hidden meanwhile.
+void update_screen(BITMAP* source);
+
+/// Text in the current font; an index outside the table draws nothing. With `update`, update_screen() follows in any
+/// case.
+void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update);
+void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int colour, int box_colour, bool update);
+/// Text with a one-pixel shadow; the shadow is a pixel value, not an index.
+void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_pixel, bool update);
+
+/// A box as high as the current font's text box; nothing when the width or height is 0.
+void fill_text_box(BITMAP* target, int x, int y, int width, int colour);
+/// Length in characters times the current font's cell width.
+int text_cell_width(std::string_view text);
+
+void fill_rect(BITMAP* target, int x1, int y1, int x2, int y2, int colour); ///< nothing for an index outside the table
+void frame_rect(BITMAP* target, int x1, int y1, int x2, int y2,
+                int colour);                                        ///< an index outside the table is a pixel value
+void clear_to_colour(BITMAP* target, int colour);                   ///< an index outside the table is a pixel value
+void draw_hline(BITMAP* target, int x1, int y, int x2, int colour); ///< an index outside the table draws in entry 12
+void draw_vline(BITMAP* target, int x, int y1, int y2, int colour);
+void draw_hband(BITMAP* target, int x1, int y, int x2, int colour, int thickness, int step_a, int step_b);
+void draw_vband(BITMAP* target, int x, int y1, int y2, int colour, int thickness, int step_a, int step_b);
+
+/// A slot's box at its cell position in the current font's grid, or at a given place.
+void draw_slot_box(BITMAP* target, const Slot* slots, int index);
+void draw_slot_box_at(BITMAP* target, int x, int y, const Slot* slots, int index);
+
+} // namespace vcc

@@ -1,0 +1,44 @@
+// Drawing slots, and recording where each slot's entry field lies.
+#pragma once
+
+#include "core/geometry.h"
+#include "screen/slot.h"
+
+#include <allegro.h>
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vcc {
+
+extern int show_slot_pictures; ///< picture slots are drawn
+
+/// Where a slot's entry field lies and how it is edited.
+struct FieldPlace {
+    int x = 0, y = 0;    ///< pixels
+    int size = 0;        ///< characters
+    int input_mode = 0;  ///< as in the slot
+    int back_colour = 0; ///< as in the slot
+};
+
+/// Pixel position of a text slot: its destination when both coordinates are set, else its cell in the slot's font. Pure
+/// but for the grids.
+struct Point {
+    int x = 0, y = 0;
+};
+Point slot_position(const Slot& slot);
+
+/// Draws one record; nothing when the index is outside the records.
+void draw_slot(BITMAP* target, std::span<const Slot> records, int index);
+
+/// Draws all records in order.
+void draw_slots(BITMAP* target, std::span<const Slot> records);
+
+/// Draws every slot of a set and records its field. Only the first slot that has a sound is heard.
+std::vector<FieldPlace> build_entry_table(BITMAP* target, std::span<const Slot> slots);
+
+/// Draws a whole screen; every edit text becomes `size` - 1 blanks.
+std::vector<FieldPlace> draw_slot_set(BITMAP* target, const SlotSet& set, std::vector<std::string>& edit_texts);
+
+} // namespace vcc

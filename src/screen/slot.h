@@ -1,0 +1,83 @@
+// The slot: one element of a screen, stored in files exactly as held in memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace vcc {
+
+inline constexpr int slot_limit = 200; ///< records of one set
+
+struct Slot {
+    std::int32_t reserved;
+    std::int32_t font;
+    std::int32_t size;       ///< entry field: width in characters
+    std::int32_t box_width;  ///< text: pixels of the box behind it; picture: right edge (exclusive) of the source
+    std::int32_t box_height; ///< text: pixels of the box behind it; picture: bottom edge (exclusive) of the source
+    std::int32_t fore_colour;
+    std::int32_t back_colour;
+    std::int32_t column;
+    std::int32_t row;
+    std::int32_t input_mode; ///< 0 button or label, 1 numeric entry field, other: entry field
+    std::int32_t toggle;     ///< -1 inert, 0 no highlight, above 0 highlighted when pointed at
+    std::int32_t activated;  ///< toggle record of the pressed look, 0 none
+    std::int32_t buffer;
+    std::int32_t graphic; ///< 0 text; otherwise picture, or number of a text window
+    std::int32_t src_x;
+    std::int32_t src_y;
+    std::int32_t dest_x;
+    std::int32_t dest_y;
+    std::int32_t action;
+    std::int32_t sound;
+    std::int32_t sound_act;
+    std::int32_t display_time; ///< tenths of a second
+    std::int32_t min_value;
+    std::int32_t max_value;
+    std::int32_t help_number;
+    char help_file[91];
+    char draw_flags[31];  ///< [0] 'n' hidden, [1] 's' shadow, [2] 'x' skipped by the keyboard's focus
+    char sound_flags[31]; ///< [0] 'n' silent; number: shadow colour; [1]: shadow colour of an entry field
+    char text[91];
+    char name[32];
+};
+
+static_assert(sizeof(Slot) == 376 && alignof(Slot) == 4 && std::is_trivially_copyable_v<Slot>);
+static_assert(offsetof(Slot, toggle) == 40 && offsetof(Slot, dest_x) == 64 && offsetof(Slot, help_number) == 96);
+static_assert(offsetof(Slot, help_file) == 100 && offsetof(Slot, draw_flags) == 191 &&
+              offsetof(Slot, sound_flags) == 222);
+static_assert(offsetof(Slot, text) == 253 && offsetof(Slot, name) == 344);
+
+/// The slots of one slot file with the parallel records of its toggle file (highlighted and pressed looks; may be
+/// empty).
+struct SlotSet {
+    std::vector<Slot> slots;
+    std::vector<Slot> toggles;
+
+    int slot_count() const { return static_cast<int>(slots.size()); }
+    int toggle_count() const { return static_cast<int>(toggles.size()); }
+    bool has_slot(int index) const { return index >= 0 && index < slot_count(); }
+    bool has_toggle(int index) const { return index >= 0 && index < toggle_count(); }
+};
+
+inline bool is_hidden(const Slot& slot) {
+    return slot.draw_flags[0] == 'n';
+}
+inline bool has_shadow(const Slot& slot) {
+    return slot.draw_flags[1] == 's';
+}
+inline bool skipped_by_focus(const Slot& slot) {
+    return slot.draw_flags[2] == 'x';
+}
+inline void hide(Slot& slot) {
+    slot.draw_flags[0] = 'n';
+}
+inline void show(Slot& slot) {
+    slot.draw_flags[0] = ' ';
+}
+/// True when the slot stands for a text window.
+bool is_text_window(const Slot& slot);
+
+} // namespace vcc

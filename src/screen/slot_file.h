@@ -1,0 +1,32 @@
+// Slot files and toggle files: a count and that many records.
+#pragma once
+
+#include "screen/slot.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vcc {
+
+/// Records of a slot or toggle file in memory. A file shorter than its count announces, or with more than 200 records,
+/// gives none and a reason.
+struct SlotFileContents {
+    std::vector<Slot> records;
+    std::string fault; ///< empty when the file is sound (a count of 0 is)
+};
+SlotFileContents read_slot_file(std::string_view bytes);
+
+/// Loads the set's slots: their number, 0 when the file holds none or is rejected, 1 when it cannot be opened (no
+/// record is then loaded). Messages go to the status line; a rejected file also gets a log line.
+int load_slots(const std::string& path, SlotSet& set);
+
+/// Loads the toggles from the file that belongs to a slot file: their number, 0 in every other case.
+int load_toggles(const std::string& slot_path, SlotSet& set);
+
+/// Both; returns the sum of their results, as load_slots() and load_toggles() give it.
+int load_slot_set(const std::string& path, SlotSet& set);
+
+} // namespace vcc

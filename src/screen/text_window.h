@@ -1,0 +1,56 @@
+// Text windows: framed panels described by data.
+#pragma once
+
+#include <allegro.h>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace vcc {
+
+inline constexpr int text_window_count = 30;
+inline constexpr int style_window = 19; ///< template of the highlighted frame and of shadows
+inline constexpr int info_window = 21, group_window = 22, value_window = 23, module_window = 24,
+                     sound_group_window = 25;
+
+struct TextWindow {
+    std::string title; ///< at most 255 characters
+    int title_colour = 0;
+    int colour = 0; ///< fill, dots, grid lines and frame; below 0: no fill
+    int left = 0, top = 0, right = 0, bottom = 0;
+    int style = 0; ///< 0 solid, below 0 dotted, above 0 translucent
+    int red = 0, green = 0, blue = 0, alpha = 0;
+    int open_sound = 0, close_sound = 0;
+    int shadow = 0; ///< pixels
+    int grid = 0;   ///< pixels between grid lines, 0 or less: none
+    int font = 0;
+    int pixel_coords = 0; ///< 0: edges are cells of the font's grid
+    int pointer_offset = 0;
+    int background_buffer = 0;           ///< graphic buffer from which the area is restored
+    BITMAP* background_bitmap = nullptr; ///< borrowed; the options screen restores the area from it
+};
+
+extern std::array<TextWindow, text_window_count> text_windows;
+extern int current_text_window; ///< the highlighted window
+extern int dot_spacing;         ///< pixels between dots of the dotted style
+
+/// Applies a text-window file in memory to the table; returns the number of "-" lines. `each_line` runs before every
+/// line (may be null).
+int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows, void (*each_line)());
+
+/// Loads a file into the table; 0 when it cannot be opened or holds no "-" line.
+int load_text_windows(const std::string& path);
+
+/// Restores the window's background from its buffer if its style needs it, then draws it. A number outside the table
+/// draws nothing.
+void draw_text_window(BITMAP* target, int number);
+
+/// The same with the background restored from the window's bitmap: pixel windows when `restore` is not 0, cell windows
+/// when it is -1.
+void draw_text_window_from_bitmap(BITMAP* target, int number, int restore);
+
+void draw_cell_window(BITMAP* target, int number, bool highlighted);
+void draw_pixel_window(BITMAP* target, int number, bool highlighted);
+
+} // namespace vcc

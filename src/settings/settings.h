@@ -1,0 +1,56 @@
+// The settings of all four programs in memory, and the file that they share.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace vcc {
+
+inline constexpr int module_count = 4; ///< module index: 0 HQ, 1 Factory, 2 Battle, 3 control centre
+inline constexpr int hq_module = 0, factory_module = 1, battle_module = 2, cc_module = 3;
+
+struct ModuleVolumes {
+    int effects = 0; ///< level 0 to 10
+    int music = 0;   ///< level 0 to 10
+};
+
+/// Everything that the options screen edits.
+struct Settings {
+    std::array<ModuleVolumes, module_count> volumes{};
+    std::array<int, module_count> theme{}; ///< 0 to number_of_themes - 1
+    std::int8_t screen_mode = 0;           ///< 0 window, non-zero full screen
+    int resolution = 0;                    ///< 0 to 4; shown only
+    int bitmap_depth = 0;                  ///< 0 32-bit, 1 24-bit, 2 16-bit, 3 15-bit
+    int anti_aliased = 0;                  ///< copy of anti_aliased_text
+    int brontar_anim = 0;                  ///< 0, 1
+    int sprite_speed = 0;                  ///< 0 to 3
+    int message_delay = 0;                 ///< 0 to 3
+    int message_detail = 0;                ///< 0 to 3
+    char player_name[16] = {};             ///< 15 characters usable
+    char ip_address[16] = {};              ///< 15 characters usable; "." when empty
+    int keyboard = 0;                      ///< 0 to 5
+};
+
+extern Settings settings;
+extern std::array<int, module_count> theme_loop; ///< 1: all themes one after another, 0: the chosen theme repeats
+extern int number_of_themes;                     ///< 0 to 11; 0 when music is off
+extern int anti_aliased_text;                    ///< text is drawn with smoothed edges
+extern int frame_rest;                           ///< milliseconds given up per idle frame, 0 to 20
+
+/// Selects data/configs/vcc.cfg as the library's configuration file. An interrupted write of it is undone first.
+void select_config_file();
+
+/// Writes what set_config_int() and its companions changed to the disk, in one step: the file is replaced whole or
+/// stays as it was. A folder that cannot be written gives one log line a run.
+void flush_settings();
+
+/// A "yes" or "no" key: true when its first three characters are exactly "yes". A missing key is true, an empty value
+/// false.
+bool config_flag(const char* section, const char* key);
+
+void load_settings();
+void reset_settings();
+void save_settings();
+
+} // namespace vcc

@@ -1,0 +1,19 @@
+// The header of a WAV file, read by hand.
+#pragma once
+
+#include <string>
+
+namespace vcc {
+
+struct WavHeader {
+    long data_offset = 0; ///< byte offset of the audio data; 0 means that the file cannot be streamed
+    long data_length = 0; ///< bytes, never beyond the end of the file
+    int rate = 22050;     ///< samples a second, 1000 to 192000
+    int bits = 8;         ///< 8 or 16
+    int channels = 1;     ///< 1 or 2
+};
+
+/// Reads the header of a PCM file. On any failure data_offset is 0.
+WavHeader parse_wav_header(const std::string& path);
+
+} // namespace vcc

@@ -1,0 +1,63 @@
+// The eleven fonts, the cell grid that each lays over the screen, and the current font.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vcc {
+
+namespace platform {
+class TrueTypeFont;
+}
+
+inline constexpr int font_count = 11;
+inline constexpr int fallback_font = 4; ///< stands in for any number outside 0 to 10
+inline constexpr int grid_row_limit = 200, grid_column_limit = 266;
+
+extern int current_font;  ///< font that text drawing uses
+extern int previous_font; ///< font that was current before the last select_font()
+extern int grid_rows;     ///< rows of the current font's grid
+extern int grid_columns;  ///< columns of the current font's grid, one more than fit
+
+/// Loads the eleven font files named in a settings section from a folder. False after a failure, which is logged.
+bool load_fonts(const std::string& section, const std::string& directory);
+
+/// Applies sizes and spacing of a settings section and builds the grids from layout_width and layout_height; font 10 is
+/// current afterwards.
+void configure_fonts(const std::string& section);
+
+/// Makes font n current; a number outside 0 to 10, or a font without a grid, makes font 4 current.
+void select_font(int n);
+
+/// Releases the fonts and the renderer.
+void release_fonts();
+
+/// Selects a font for the life of the object, then selects the font that was current before.
+class FontSelection {
+public:
+    explicit FontSelection(int n) : before_(current_font) { select_font(n); }
+    ~FontSelection() { select_font(before_); }
+    FontSelection(const FontSelection&) = delete;
+    FontSelection& operator=(const FontSelection&) = delete;
+
+private:
+    int before_;
+};
+
+// Metrics of font n (clamped to the fallback font), in pixels; 0 before configure_fonts().
+int cell_width(int n);
+int cell_height(int n);
+int text_box_height(int n);
+bool proportional(int n);
+
+/// Pixel position of a column or row in font n's grid; a number outside the grid is clamped to its edge.
+int column_x(int n, int column);
+int row_y(int n, int row);
+
+/// Pixel width of a text in font n: measured for a proportional font, one cell a character otherwise.
+int text_width(int n, std::string_view text);
+
+/// The face of font n, or null before load_fonts().
+platform::TrueTypeFont* font_face(int n);
+
+} // namespace vcc
