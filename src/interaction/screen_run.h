@@ -20,6 +20,7 @@ struct ScreenOwner {
         activated; ///< a button or label was activated; a value ends the screen with it
     std::function<std::optional<int>(int code)>
         command; ///< a key or command code that the interpreter does not handle; a value ends the screen
+    std::function<void(int slot)> help;         ///< F1, Shift+F1 or Ctrl+F1 on the current slot
     std::function<void(int slot)> right_click;  ///< the slot under the pointer, which is current now
     std::function<void(int slot)> pointer_over; ///< the pointer entered or left the current slot
     std::function<void()> every_frame;          ///< once a frame while the screen waits

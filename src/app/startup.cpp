@@ -1,0 +1,124 @@
+#include "app/startup.h"
+
+#include "app/hq_address.h"
+#include "core/clock.h"
+#include "core/log.h"
+#include "display/backgrounds.h"
+#include "display/graphics_mode.h"
+#include "display/pointer.h"
+#include "display/switching.h"
+#include "platform/files.h"
+#include "platform/truetype.h"
+#include "screen/draw.h"
+#include "settings/settings.h"
+#include "sound/music.h"
+#include "text/fonts.h"
+#include "text/language.h"
+
+#include <allegro.h>
+
+#include <cstdio>
+
+namespace vcc {
+
+namespace {
+
+constexpr int tick_ms = 5;
+constexpr const char* settings_section = "VELDOR_VCC";
+
+bool enter_program_folder(Session&) {
+    if (const std::string folder = platform::folder_of_program(platform::program_path()); !folder.empty())
+        platform::enter_folder(folder);
+    module_prefix = "CC: ";
+    return true;
+}
+
+bool start_graphics_library(Session&) {
+    set_uformat(U_ASCII); // data files and texts are bytes in Latin-1
+    if (allegro_init() == 0)
+        return true;
+    std::fprintf(stderr, "vcc: no display: %s\n", allegro_error);
+    write_log(format_text("No display: %s", allegro_error));
+    return false;
+}
+
+bool set_graphics_mode(Session&) {
+    SetupResult result = setup_graphics_mode(use_configured_mode);
+    if (result == SetupResult::retry)
+        result = setup_graphics_mode(probe_machine);
+    return result == SetupResult::ok;
+}
+
+bool store_hq_address(Session& session) {
+    std::string address = "N/A";
+    if (session.arguments.size() > 1 && wants_clipboard_address(session.arguments[1]))
+        read_hq_address(address);
+    set_config_string("VELDOR_BATTLE", "battle_hq_ip", address.c_str());
+    return true;
+}
+
+bool prepare_screen(Session& session) {
+    session.intro_on = config_flag("VELDOR_GENERAL", "intro_at_all");
+    if (session.intro_on)
+        clear_to_colour(screen, 0);
+    else
+        show_next_background();
+    return true;
+}
+
+bool start_clock(Session&) {
+    install_timer();
+    install_int(on_tick, tick_ms);
+    install_music_feeding();
+    seed_random();
+    return true;
+}
+
+bool read_language(Session&) {
+    load_language();
+    load_messages("tools\\language\\english\\txt\\messages.eng");
+    return true;
+}
+
+bool install_input(Session&) {
+    select_config_file();
+    install_keyboard();
+    install_mouse_and_pointer();
+    install_close_button();
+    return true;
+}
+
+bool start_fonts(Session&) {
+    if (!platform::init_truetype()) {
+        write_log(format_text("Error in module:%s while initializing fonts", module_prefix.c_str()));
+        return false;
+    }
+    return load_fonts(settings_section, "fonts");
+}
+
+/// The start-up, in order. A step that answers false ends the program.
+constexpr bool (*steps[])(Session&) = {
+    enter_program_folder, start_graphics_library, set_graphics_mode, store_hq_address, prepare_screen,
+    start_clock,          read_language,          install_input,     start_fonts,
+};
+
+} // namespace
+
+bool start_up(Session& session) {
+    for (const auto step : steps)
+        if (!step(session))
+            return false;
+    return true;
+}
+
+void shut_down() {
+    release_fonts();
+    release_pointer();
+    allegro_exit();
+}
+
+std::string version_string(int number) {
+    return format_text("%d.%d.%d", number / 100, number % 100 / 10, number % 10);
+}
+
+} // namespace vcc

@@ -1,0 +1,30 @@
+// Preparing the process: from the working folder to the fonts, once per run.
+#pragma once
+
+#include <span>
+#include <string>
+
+namespace vcc {
+
+inline constexpr int version_number = 128;
+
+/// What start-up found out and the passes need.
+struct Session {
+    std::span<char* const> arguments; ///< the first one is the program
+    bool intro_on = true;             ///< the intro films are wanted
+    bool films_played = false;        ///< they have been shown in this run
+    std::string pending_error;        ///< message that every clean-up logs again; at most 255 characters, never emptied
+    int choice = -1;                  ///< module choice of the latest pass
+    bool pass_ok = true;              ///< the latest pass loaded everything that it needs
+};
+
+/// Runs the start-up steps in order; false when one of them ends the program (it has told and logged why).
+bool start_up(Session& session);
+
+/// Shuts the font and graphics libraries down.
+void shut_down();
+
+/// A version as players read it: 128 is 1.2.8.
+std::string version_string(int number);
+
+} // namespace vcc

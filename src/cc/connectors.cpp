@@ -1,0 +1,201 @@
+#include "cc/connectors.h"
+
+#include "cc/options_screen.h"
+#include "cc/screens.h"
+#include "screen/draw.h"
+#include "screen/text_window.h"
+#include "settings/settings.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+
+namespace vcc {
+
+namespace {
+
+constexpr int band_thickness = 3;
+constexpr int stub = 20;       ///< length of the line that leaves a button
+constexpr int sound_stub = 11; ///< the same on the sound group's left side
+
+/// Collects bands; lit ones lie on the path.
+class Bands {
+public:
+    void across(int from, int to, int y, bool lit = false) { bands_.push_back({true, from, to, y, lit}); }
+    void down(int x, int from, int to, bool lit = false) { bands_.push_back({false, from, to, x, lit}); }
+    std::vector<Band> take() { return std::move(bands_); }
+
+private:
+    std::vector<Band> bands_;
+};
+
+enum Junction { sound_in, value_in, display_out, battle_out };
+
+void module_column(Bands& bands, const ConnectorLayout& at) {
+    const bool lit = at.group == 1;
+    const int left = at.module_right + 1, right = at.module_right + 1 + stub;
+    for (int y : at.selector_y)
+        bands.across(left, right, y);
+    bands.down(right, at.selector_y.front(), at.selector_y.back());
+    const int y = at.selector_y[static_cast<std::size_t>(at.module)];
+    bands.across(left, right, y, lit);
+    bands.down(right, y, at.junction_y[sound_in], lit);
+}
+
+void sound_group_left(Bands& bands, const ConnectorLayout& at) {
+    const bool lit = at.group == 1;
+    const int x = at.sound_left - sound_stub, end = at.sound_left + 9;
+    bands.down(x, at.sound_y.front(), at.sound_y.back());
+    for (int y : at.sound_y)
+        bands.across(x, end, y);
+    if (lit) {
+        bands.down(x, at.junction_y[sound_in], at.button_y, true);
+        bands.across(x, end, at.button_y, true);
+    }
+    bands.across(at.module_right + 1 + stub, at.sound_left - 10, at.junction_y[sound_in], lit);
+}
+
+void sound_group_right(Bands& bands, const ConnectorLayout& at) {
+    const bool lit = at.group == 1;
+    const int x = at.sound_right + stub, joint = at.junction_x[value_in], middle = at.sound_y[1];
+    for (int y : at.sound_y)
+        bands.across(at.sound_right, x, y);
+    bands.down(x, at.sound_y.front(), at.sound_y.back());
+    if (lit) {
+        bands.down(x, middle, at.button_y, true);
+        bands.across(at.sound_right, x, at.button_y, true);
+    }
+    bands.across(x, joint, middle, lit);
+    bands.down(joint, middle, at.junction_y[value_in], lit);
+}
+
+void value_column(Bands& bands, const ConnectorLayout& at) {
+    const bool lit = at.group != 0;
+    const int x = at.value_left - stub;
+    bands.down(x, at.value_y.front(), at.value_y.back());
+    for (int y : at.value_y)
+        bands.across(x, at.value_left, y);
+    if (at.marked_value < 0 || at.marked_value >= value_entry_limit)
+        return;
+    const int y = at.value_y[static_cast<std::size_t>(at.marked_value)];
+    bands.across(x, at.value_left, y, lit);
+    bands.down(x, at.junction_y[value_in], y, lit);
+}
+
+void display_group(Bands& bands, const ConnectorLayout& at) {
+    const bool lit = at.group == 2;
+    const int x = at.group_right + stub, joint = at.junction_x[value_in], height = at.junction_y[display_out];
+    bands.down(x, at.display_y.front(), at.display_y.back());
+    for (std::size_t i = 0; i < at.display_y.size(); ++i)
+        if (at.display_shown[i])
+            bands.across(at.group_right, x, at.display_y[i]);
+    if (lit) {
+        bands.across(at.group_right, x, at.button_y, true);
+        bands.down(x, at.button_y, height, true);
+        bands.down(joint, height - 1, at.junction_y[value_in], true);
+    } else {
+        bands.down(x, at.display_y.front(), height);
+    }
+    bands.across(x, at.junction_x[display_out], height, lit);
+    bands.across(at.junction_x[display_out], joint - 2, height, lit);
+}
+
+void battle_group(Bands& bands, const ConnectorLayout& at) {
+    const bool lit = at.group == 3;
+    const int x = at.group_right + stub, joint = at.junction_x[value_in], height = at.junction_y[battle_out];
+    bands.down(x, at.battle_y.front(), at.battle_y.back());
+    for (int y : at.battle_y)
+        bands.across(at.group_right, x, y);
+    const int button = lit ? at.button_y : at.battle_y.back();
+    bands.across(at.group_right, x, button, lit);
+    bands.down(x, button, height, lit);
+    bands.down(joint, height, at.junction_y[value_in], lit);
+    bands.across(x, at.junction_x[battle_out], height, lit);
+    bands.across(at.junction_x[battle_out], joint, height, lit);
+}
+
+constexpr std::array<int, 4> display_buttons{29, 31, 33, 48};
+constexpr std::array<int, 4> battle_buttons{36, 38, 40, 42};
+constexpr std::array<int, 3> sound_buttons{22, 24, 26};
+
+Slot& options(int index) {
+    return options_set.slots[static_cast<std::size_t>(index)];
+}
+
+int button_height(int index) {
+    const Slot& slot = options(index);
+    return row_y(slot.font, slot.row) + cell_height(slot.font) / 2;
+}
+
+int window_x(int window, int column) {
+    return column_x(text_windows[static_cast<std::size_t>(window)].font, column);
+}
+
+ConnectorLayout layout_now() {
+    ConnectorLayout at;
+    for (std::size_t i = 0; i < 4; ++i) {
+        at.selector_y[i] = button_height(options_slot::first_selector + static_cast<int>(i));
+        at.display_y[i] = button_height(display_buttons[i]);
+        at.display_shown[i] = !is_hidden(options(display_buttons[i]));
+        at.battle_y[i] = button_height(battle_buttons[i]);
+        const Slot& junction = options(options_slot::first_junction + static_cast<int>(i));
+        at.junction_x[i] = junction.dest_x;
+        at.junction_y[i] = junction.dest_y + (junction.box_height - junction.src_y) / 2;
+    }
+    for (std::size_t i = 0; i < 3; ++i)
+        at.sound_y[i] = button_height(sound_buttons[i]);
+    for (std::size_t i = 0; i < at.value_y.size(); ++i)
+        at.value_y[i] = button_height(value_button(static_cast<int>(i)));
+    at.module_right = window_x(module_window, text_windows[module_window].right - 1);
+    at.sound_left = window_x(sound_group_window, text_windows[sound_group_window].left);
+    at.sound_right = window_x(sound_group_window, text_windows[sound_group_window].right);
+    at.group_right = window_x(group_window, text_windows[group_window].right);
+    at.value_left = window_x(value_window, text_windows[value_window].left);
+    if (const OptionRow* option = find_row(option_row)) {
+        at.group = option->group;
+        at.button_y = button_height(option->button);
+    }
+    at.module = selected_module;
+    at.marked_value = marked_value;
+    return at;
+}
+
+void give_buttons_normal_look() {
+    const auto normal = [](int index) { options(index).fore_colour = options(index).back_colour; };
+    for (int module = 0; module < module_count; ++module)
+        normal(options_slot::first_selector + module);
+    for (const OptionRow& option : option_rows())
+        normal(option.button);
+    for (int i = 0; i < value_entry_limit; ++i)
+        normal(value_button(i));
+}
+
+} // namespace
+
+std::vector<Band> connector_bands(const ConnectorLayout& layout) {
+    Bands bands;
+    module_column(bands, layout);
+    sound_group_left(bands, layout);
+    sound_group_right(bands, layout);
+    value_column(bands, layout);
+    display_group(bands, layout);
+    battle_group(bands, layout);
+    bands.across(layout.junction_x[value_in] - 1, layout.value_left - 19, layout.junction_y[value_in],
+                 layout.group != 0);
+    return bands.take();
+}
+
+void draw_connectors(BITMAP* target) {
+    const EffectsHeld held;
+    draw_text_window_from_bitmap(target, value_window, -1);
+    give_buttons_normal_look();
+    const int resting = options(options_slot::connector_colours).back_colour;
+    const int lit = options_set.toggles[options_slot::connector_colours].fore_colour;
+    for (const Band& band : connector_bands(layout_now())) {
+        const int colour = band.lit ? lit : resting;
+        if (band.horizontal)
+            draw_hband(target, band.from, band.at, band.to, colour, band_thickness, 0, 0);
+        else
+            draw_vband(target, band.at, band.from, band.to, colour, band_thickness, 0, 0);
+    }
+}
+
+} // namespace vcc
