@@ -1,7 +1,16 @@
 # veldor_floor(NAME LIBRARIES...): the static library of one folder below src/, with every source file in it. The libraries are the floors
-# below it and what it needs from outside.
+# below it and what it needs from outside. A file named *_linux.cpp or *_windows.cpp belongs to that system alone.
 function(veldor_floor name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "_linux\\.cpp$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "_windows\\.cpp$")
+  endif()
+  if(NOT sources)
+    file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/${name}_empty.cpp" "// This floor has no source file yet.\n")
+    set(sources "${CMAKE_CURRENT_BINARY_DIR}/${name}_empty.cpp")
+  endif()
   add_library(veldor_${name} STATIC ${sources})
   target_include_directories(veldor_${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(veldor_${name} PUBLIC ${ARGN} PRIVATE veldor_warnings)

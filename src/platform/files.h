@@ -1,13 +1,15 @@
 // File names of an installation, whatever system they were written on, and the program's own place.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace vcc::platform {
 
 /// The name under which the file can be opened here: backslashes become slashes, and a component that does not exist as
-/// written is looked up without regard to letter case. A name that leads nowhere comes back with its slashes converted.
+/// written is looked up without regard to letter case. A file that is yet to be made gets its folder looked up in the
+/// same way; a name whose folder is missing comes back with its slashes converted.
 std::string resolve_path(std::string_view name);
 
 /// Whether the (resolved) name is a file that exists.
@@ -23,6 +25,23 @@ std::string folder_of_program(std::string_view path);
 
 /// Makes a folder the working folder; failure is ignored.
 void enter_folder(const std::string& folder);
+
+/// Makes another folder the working folder for the life of the object. When entered() is false the working folder is
+/// unchanged.
+class FolderVisit {
+public:
+    explicit FolderVisit(const std::string& folder);
+    ~FolderVisit();
+    FolderVisit(const FolderVisit&) = delete;
+    FolderVisit& operator=(const FolderVisit&) = delete;
+
+    bool entered() const { return entered_; }
+
+private:
+    std::intptr_t origin_ = -1; ///< the system's handle of the folder to go back to
+    std::string origin_name_;
+    bool entered_ = false;
+};
 
 /// Puts `temporary` in the place of `name` in one step, after its contents have reached the disk. False when that
 /// failed; `name` is then unchanged.

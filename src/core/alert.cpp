@@ -1,0 +1,32 @@
+#include "core/alert.h"
+
+#include <allegro.h>
+
+#include <string>
+
+namespace vcc {
+
+namespace {
+
+constexpr int confirm_key = 'C';
+
+/// The box draws control characters as glyphs; messages that go to the log as well may end in a line feed.
+std::string without_line_end(std::string_view text) {
+    return std::string(text.substr(0, text.find_last_not_of("\r\n") + 1));
+}
+
+} // namespace
+
+void show_alert(std::string_view line1, std::string_view line2, std::string_view line3) {
+    if (gfx_driver == nullptr)
+        return;
+    const std::string lines[3] = {without_line_end(line1), without_line_end(line2), without_line_end(line3)};
+    const auto shown = [](const std::string& line) { return line.empty() ? nullptr : line.c_str(); };
+    alert(shown(lines[0]), shown(lines[1]), shown(lines[2]), "OK", nullptr, confirm_key, 0);
+}
+
+void show_message_box(std::string_view text) {
+    allegro_message("%s\n", std::string(text).c_str());
+}
+
+} // namespace vcc

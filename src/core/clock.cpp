@@ -1,0 +1,59 @@
+#include "core/clock.h"
+
+#include <allegro.h>
+
+#include <cstdlib>
+#include <ctime>
+
+namespace vcc {
+
+namespace {
+
+IdleTask idle_task{};
+
+bool idle_task_wanted() {
+    return idle_task.wanted != nullptr && idle_task.run != nullptr && idle_task.wanted();
+}
+
+} // namespace
+
+std::atomic<std::uint32_t> ms_counter{0};
+
+void on_tick() {
+    ms_counter.fetch_add(5, std::memory_order_relaxed);
+}
+
+void set_idle_task(IdleTask task) {
+    idle_task = task;
+}
+
+void run_idle_task() {
+    if (idle_task.run != nullptr)
+        idle_task.run();
+}
+
+void wait_ms(int duration_ms) {
+    if (duration_ms <= 0)
+        return;
+    if (!idle_task_wanted()) {
+        rest(static_cast<unsigned>(duration_ms));
+        return;
+    }
+    // Elapsed time instead of a target time: a counter that wraps meanwhile does no harm.
+    const std::uint32_t start = ms_counter;
+    while (ms_counter - start < static_cast<std::uint32_t>(duration_ms))
+        run_idle_task();
+}
+
+int skip_requested() {
+    run_idle_task();
+    return keypressed() != 0 || mouse_b != 0 ? -1 : 0;
+}
+
+void seed_random() {
+    const std::time_t now = std::time(nullptr);
+    if (const std::tm* const utc = std::gmtime(&now))
+        std::srand(static_cast<unsigned>(utc->tm_sec + 60 * (utc->tm_min + 20 * utc->tm_hour)));
+}
+
+} // namespace vcc

@@ -1,0 +1,38 @@
+#include "core/log.h"
+
+#include "core/handles.h"
+#include "core/text.h"
+#include "platform/files.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+
+namespace vcc {
+
+std::string module_prefix = "CC: ";
+
+void write_log(std::string_view message) {
+    const std::time_t now = std::time(nullptr);
+    const std::tm* local = std::localtime(&now);
+    const char* const stamp = local != nullptr ? std::asctime(local) : nullptr;
+    const std::string time_text(cut_at(stamp != nullptr ? stamp : "", '\n'));
+
+    const FilePtr file(std::fopen(platform::resolve_path("data/logfiles/veldor_log.txt").c_str(), "at"));
+    if (!file)
+        return;
+    std::fprintf(file.get(), "%s [%s]\n", module_prefix.c_str(), time_text.c_str());
+    std::fprintf(file.get(), "%.*s\n\n", static_cast<int>(message.size()), message.data());
+}
+
+std::string format_text(const char* format, ...) {
+    std::array<char, 4096> buffer{};
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
+    va_end(arguments);
+    return buffer.data();
+}
+
+} // namespace vcc

@@ -1,0 +1,53 @@
+#include "core/text.h"
+
+#include <limits>
+
+namespace vcc {
+
+void pad_text(std::string& text, int length, char fill) {
+    const std::size_t wanted = length > 0 ? static_cast<std::size_t>(length) - 1 : 0;
+    if (text.size() < wanted)
+        text.append(wanted - text.size(), fill);
+}
+
+int trim_right(std::string& text) {
+    text.erase(text.find_last_not_of(' ') + 1); // npos + 1 is 0: a blank text becomes empty
+    return static_cast<int>(text.size());
+}
+
+std::string trim_left(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(' ');
+    return begin == std::string_view::npos ? std::string() : std::string(text.substr(begin));
+}
+
+bool is_blank(std::string_view text) {
+    return text.find_first_not_of(' ') == std::string_view::npos;
+}
+
+std::string_view cut_at(std::string_view text, char stop) {
+    return text.substr(0, text.find(stop));
+}
+
+std::string replace_extension(std::string_view name, std::string_view extension) {
+    const std::size_t dot = name.rfind('.');
+    if (dot == std::string_view::npos || dot == 0)
+        return std::string(extension);
+    return std::string(name.substr(0, dot)).append(extension);
+}
+
+int to_number(std::string_view text) {
+    constexpr long long highest = std::numeric_limits<int>::max();
+    constexpr long long lowest = std::numeric_limits<int>::min();
+    std::size_t i = 0;
+    while (i < text.size() && (text[i] == ' ' || (text[i] >= '\t' && text[i] <= '\r')))
+        ++i;
+    const bool negative = i < text.size() && text[i] == '-';
+    if (i < text.size() && (text[i] == '-' || text[i] == '+'))
+        ++i;
+    long long value = 0;
+    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i)
+        value = std::min(value * 10 + (text[i] - '0'), highest + 1);
+    return static_cast<int>(std::clamp(negative ? -value : value, lowest, highest));
+}
+
+} // namespace vcc

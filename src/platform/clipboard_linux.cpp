@@ -1,0 +1,92 @@
+#include "platform/clipboard.h"
+#include "platform/latin1.h"
+
+#include <chrono>
+#include <memory>
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <poll.h>
+
+namespace vcc::platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr auto answer_limit = std::chrono::milliseconds(500);
+constexpr long text_limit_words = 4096 / 4; ///< property lengths are counted in 32-bit words
+
+struct DisplayCloser {
+    void operator()(Display* display) const noexcept { XCloseDisplay(display); }
+};
+using DisplayPtr = std::unique_ptr<Display, DisplayCloser>;
+
+struct PropertyFreer {
+    void operator()(unsigned char* data) const noexcept { XFree(data); }
+};
+
+/// Waits for the owner's answer to a conversion into `target`; false at the deadline.
+bool await_answer(Display* display, Atom target, Clock::time_point deadline, XSelectionEvent& answer) {
+    for (;;) {
+        while (XPending(display) > 0) {
+            XEvent event{};
+            XNextEvent(display, &event);
+            if (event.type == SelectionNotify && event.xselection.target == target) {
+                answer = event.xselection;
+                return true;
+            }
+        }
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        if (left <= 0)
+            return false;
+        pollfd waiting{ConnectionNumber(display), POLLIN, 0};
+        ::poll(&waiting, 1, static_cast<int>(left));
+    }
+}
+
+/// The text that the owner left in our window's property.
+ClipboardText read_answer(Display* display, Window window, Atom property, Atom utf8) {
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char* raw = nullptr;
+    const int status = XGetWindowProperty(display, window, property, 0, text_limit_words, True, AnyPropertyType, &type,
+                                          &format, &count, &left, &raw);
+    const std::unique_ptr<unsigned char, PropertyFreer> data(raw);
+    // A text too large for one property comes in pieces under another type; nothing that long is of use here.
+    if (status != Success || format != 8 || !data || (type != utf8 && type != XA_STRING))
+        return {ClipboardState::locked, {}};
+    const std::string bytes(reinterpret_cast<const char*>(data.get()), count);
+    return {ClipboardState::text, type == utf8 ? latin1_from_utf8(bytes) : bytes.substr(0, bytes.find('\0'))};
+}
+
+} // namespace
+
+ClipboardText read_clipboard() {
+    // A connection of our own: the graphics library's is read by its own thread.
+    const DisplayPtr display(XOpenDisplay(nullptr));
+    if (!display)
+        return {};
+    const Atom clipboard = XInternAtom(display.get(), "CLIPBOARD", False);
+    const Atom utf8 = XInternAtom(display.get(), "UTF8_STRING", False);
+    const Atom property = XInternAtom(display.get(), "VELDOR_CLIPBOARD", False);
+    if (XGetSelectionOwner(display.get(), clipboard) == None)
+        return {ClipboardState::empty, {}};
+
+    // Closing the connection destroys the window.
+    const Window window = XCreateSimpleWindow(display.get(), DefaultRootWindow(display.get()), 0, 0, 1, 1, 0, 0, 0);
+    const auto deadline = Clock::now() + answer_limit;
+    for (const Atom target : {utf8, static_cast<Atom>(XA_STRING)}) {
+        XConvertSelection(display.get(), clipboard, target, property, window, CurrentTime);
+        XSelectionEvent answer{};
+        if (!await_answer(display.get(), target, deadline, answer))
+            return {};
+        if (answer.property != None)
+            return read_answer(display.get(), window, answer.property, utf8);
+    }
+    return {ClipboardState::empty, {}};
+}
+
+} // namespace vcc::platform

@@ -1,0 +1,89 @@
+#include "platform/files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace vcc::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool same_but_for_case(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
+}
+
+bool exists(const std::string& path) {
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+/// The entry of a folder that matches without regard to case; of several the first by byte order, so that the answer
+/// does not depend on the file system. Empty without one.
+std::string entry_like(const std::string& folder, std::string_view wanted) {
+    std::string found;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder.empty() ? "." : folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::string name = entry->path().filename().string();
+        if (same_but_for_case(name, wanted) && (found.empty() || name < found))
+            found = std::move(name);
+    }
+    return found;
+}
+
+} // namespace
+
+std::string resolve_path(std::string_view name) {
+    std::string written(name);
+    std::replace(written.begin(), written.end(), '\\', '/');
+    if (written.empty() || exists(written))
+        return written;
+
+    std::string resolved;
+    std::size_t begin = 0;
+    while (begin < written.size()) {
+        const std::size_t slash = std::min(written.find('/', begin), written.size());
+        std::string component = written.substr(begin, slash - begin);
+        const bool last = slash == written.size();
+        if (!component.empty() && !exists(resolved + component)) {
+            const std::string entry = entry_like(resolved, component);
+            if (!entry.empty())
+                component = entry;
+            else if (!last)
+                return written;
+        }
+        resolved += component;
+        if (!last)
+            resolved += '/';
+        begin = slash + 1;
+    }
+    return resolved;
+}
+
+bool file_exists(std::string_view name) {
+    std::error_code error;
+    return fs::is_regular_file(resolve_path(name), error);
+}
+
+std::string folder_of_program(std::string_view path) {
+    const auto ends_folder = [](char c) { return c == '\\' || c == '/'; };
+    const std::size_t last = path.find_last_of("\\/:");
+    if (last == std::string_view::npos || path[last] == ':')
+        return {};
+    // The root of a drive keeps its separator: without it the name would mean the drive's current folder.
+    const bool root = last == 0 || ends_folder(path[last - 1]) || path[last - 1] == ':';
+    return std::string(path.substr(0, root ? last + 1 : last));
+}
+
+void enter_folder(const std::string& folder) {
+    std::error_code ignored;
+    fs::current_path(folder, ignored);
+}
+
+} // namespace vcc::platform
