@@ -1,0 +1,193 @@
+// TrueType text by FreeType.
+#include "platform/truetype.h"
+
+#include "platform/truetype_draw.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <type_traits>
+
+namespace vcc::platform {
+namespace {
+
+FT_Library renderer = nullptr;
+
+// Windows Latin-1 differs from Latin-1 in 0x80 to 0x9F only.
+constexpr std::array<char16_t, 32> windows_characters{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+constexpr FT_ULong unicode_of(unsigned char character) {
+    return character >= 0x80 && character < 0xA0 ? windows_characters[character - 0x80u] : character;
+}
+
+constexpr bool is_control(FT_ULong code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+}
+
+struct FaceCloser {
+    void operator()(FT_Face face) const noexcept { FT_Done_Face(face); }
+};
+using FacePtr = std::unique_ptr<std::remove_pointer_t<FT_Face>, FaceCloser>;
+
+// Hard edges come from outlines fitted to whole pixels in both directions, smoothed ones from outlines fitted in height
+// only, which keeps the shapes and the horizontal strokes sharp.
+constexpr FT_Int32 hard_load = FT_LOAD_TARGET_MONO | FT_LOAD_RENDER;
+constexpr FT_Int32 smooth_load = FT_LOAD_TARGET_LIGHT | FT_LOAD_RENDER;
+
+std::uint8_t coverage_at(const FT_Bitmap& bitmap, int x, int y) {
+    const unsigned char* row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
+    if (bitmap.pixel_mode == FT_PIXEL_MODE_MONO)
+        return (row[x / 8] & (0x80 >> (x % 8))) != 0 ? 255 : 0;
+    return row[x];
+}
+
+class FreeTypeFont final : public TrueTypeFont {
+public:
+    explicit FreeTypeFont(FacePtr face) : face_(std::move(face)) { set_size(12); }
+
+    void set_size(int height_px) override;
+    void set_extra_spacing(int spacing_px) override { spacing_ = std::clamp(spacing_px, -20, 100); }
+    void set_fixed_advance(int advance_px) override { fixed_advance_ = std::clamp(advance_px, 0, 400); }
+    int text_length(std::string_view text) const override;
+    void text_out(BITMAP* target, std::string_view text, int x, int y, int colour, int background) override {
+        draw(target, text, x, y, colour, background, hard_load, hard_);
+    }
+    void text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour, int background) override {
+        draw(target, text, x, y, colour, background, smooth_load, smooth_);
+    }
+
+private:
+    using Cache = std::array<std::optional<GlyphPicture>, 256>;
+
+    const GlyphPicture& glyph(Cache& cache, FT_Int32 load, unsigned char character) const;
+    GlyphPicture render(FT_Int32 load, unsigned char character) const;
+    FT_UInt index_of(unsigned char character) const;
+    int face_advance(unsigned char character) const;
+    int advance(unsigned char character) const;
+    void draw(BITMAP* target, std::string_view text, int x, int y, int colour, int background, FT_Int32 load,
+              Cache& cache) const;
+
+    FacePtr face_;
+    int height_ = 0;   // of the cell, pixels
+    int baseline_ = 0; // rows from the top of the cell
+    int spacing_ = 0;
+    int fixed_advance_ = 0;
+    std::array<int, 256> advances_{};
+    Cache hard_, smooth_;
+};
+
+void FreeTypeFont::set_size(int height_px) {
+    height_px = std::clamp(height_px, 1, 200);
+    if (height_px == height_)
+        return;
+    height_ = height_px;
+    // Fitted outlines exist for whole sizes of the em only: take the largest whose face still fits the height.
+    const long units = std::max<long>(face_->units_per_EM, 1), face_units = face_->ascender - face_->descender;
+    const long em = face_units > 0 ? (2L * height_ + 1) * units / (2 * face_units) : height_;
+    FT_Set_Pixel_Sizes(face_.get(), 0, static_cast<FT_UInt>(std::clamp(em, 1L, 400L)));
+    const long ppem = face_->size->metrics.y_ppem;
+    baseline_ = static_cast<int>((2 * face_->ascender * ppem + units) / (2 * units));
+    hard_ = {};
+    smooth_ = {};
+    for (int code = 0; code < 256; ++code)
+        advances_[static_cast<std::size_t>(code)] = face_advance(static_cast<unsigned char>(code));
+}
+
+FT_UInt FreeTypeFont::index_of(unsigned char character) const {
+    const FT_ULong code = unicode_of(character);
+    return FT_Get_Char_Index(face_.get(), is_control(code) ? FT_ULong{' '} : code);
+}
+
+// One advance for both ways of drawing, so that a text is as long in either.
+int FreeTypeFont::face_advance(unsigned char character) const {
+    if (FT_Load_Glyph(face_.get(), index_of(character), FT_LOAD_TARGET_LIGHT) != 0)
+        return 0;
+    return static_cast<int>((face_->glyph->advance.x + 32) >> 6);
+}
+
+int FreeTypeFont::advance(unsigned char character) const {
+    return (fixed_advance_ > 0 ? fixed_advance_ : advances_[character]) + spacing_;
+}
+
+GlyphPicture FreeTypeFont::render(FT_Int32 load, unsigned char character) const {
+    GlyphPicture picture;
+    if (FT_Load_Glyph(face_.get(), index_of(character), load) != 0)
+        return picture;
+    const FT_GlyphSlot slot = face_->glyph;
+    const FT_Bitmap& bitmap = slot->bitmap;
+    if (bitmap.pixel_mode != FT_PIXEL_MODE_MONO && bitmap.pixel_mode != FT_PIXEL_MODE_GRAY)
+        return picture;
+    const int width = static_cast<int>(bitmap.width), rows = static_cast<int>(bitmap.rows);
+    if (width == 0 || rows == 0)
+        return picture;
+    // Callers restore and fill the text's box only, so nothing may stick out of it: an overhang to the left moves the
+    // character right, and one above or below moves it into the cell or, when it is taller than the cell, is cut.
+    picture.left = std::max(slot->bitmap_left, 0);
+    picture.top = std::clamp(baseline_ - slot->bitmap_top, 0, std::max(0, height_ - rows));
+    picture.width = width;
+    picture.height = std::min(rows, height_);
+    picture.coverage.reserve(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height));
+    for (int y = 0; y < picture.height; ++y)
+        for (int x = 0; x < picture.width; ++x)
+            picture.coverage.push_back(coverage_at(bitmap, x, y));
+    return picture;
+}
+
+const GlyphPicture& FreeTypeFont::glyph(Cache& cache, FT_Int32 load, unsigned char character) const {
+    std::optional<GlyphPicture>& entry = cache[character];
+    if (!entry)
+        entry = render(load, character);
+    return *entry;
+}
+
+int FreeTypeFont::text_length(std::string_view text) const {
+    int length = 0;
+    for (const char character : text)
+        length += advance(static_cast<unsigned char>(character));
+    return std::max(length, 0);
+}
+
+void FreeTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, int background, FT_Int32 load,
+                        Cache& cache) const {
+    if (!target)
+        return;
+    const int length = text_length(text);
+    if (background != -1 && length > 0)
+        rectfill(target, x, y, x + length - 1, y + height_ - 1, background);
+    for (const char character : text) {
+        const auto code = static_cast<unsigned char>(character);
+        const int in_cell = fixed_advance_ > 0 ? std::max(0, (fixed_advance_ - advances_[code]) / 2) : 0;
+        draw_glyph(target, glyph(cache, load, code), x + in_cell, y, colour);
+        x += advance(code);
+    }
+}
+
+} // namespace
+
+bool init_truetype() {
+    return renderer != nullptr || FT_Init_FreeType(&renderer) == 0;
+}
+
+void exit_truetype() {
+    if (renderer)
+        FT_Done_FreeType(renderer);
+    renderer = nullptr;
+}
+
+std::unique_ptr<TrueTypeFont> load_truetype_font(const std::string& path) {
+    FT_Face opened = nullptr;
+    if (!renderer || FT_New_Face(renderer, path.c_str(), 0, &opened) != 0)
+        return nullptr;
+    FacePtr face(opened);
+    if (!FT_IS_SCALABLE(face.get()) || FT_Select_Charmap(face.get(), FT_ENCODING_UNICODE) != 0)
+        return nullptr;
+    return std::make_unique<FreeTypeFont>(std::move(face));
+}
+
+} // namespace vcc::platform
