@@ -1,0 +1,164 @@
+#!/usr/bin/python3
+"""Draws the parts of the screens that are neither rendered scenes nor text of the program: the menu's buttons, the small
+buttons and lamps, and the panels of the options screen on its mood picture.
+
+    game/art/widgets.py OUTPUT_FOLDER [OPTIONS_BASE.png]
+
+Writes buttons.pcx, widgets.pcx and options.pcx (24-bit). Coordinates that screens/*.toml cut pictures from stand in the tables below.
+"""
+import subprocess
+import sys
+from pathlib import Path
+
+from PIL import Image, ImageDraw, ImageFilter, ImageFont
+
+BOLD = "/usr/share/fonts/truetype/liberation/LiberationSans-Bold.ttf"
+SCALE = 4  # drawn larger and reduced, for smooth edges
+PINK = (255, 0, 255)
+
+# State of a button: plate from, plate to, frame, text, lamp
+STATES = {
+    "rest": ((52, 58, 66), (26, 29, 34), (99, 115, 143), (219, 219, 219), (70, 58, 44)),
+    "over": ((112, 76, 38), (58, 39, 20), (255, 167, 0), (255, 215, 135), (255, 167, 0)),
+    "pressed": ((40, 28, 16), (86, 58, 28), (255, 203, 103), (255, 239, 207), (255, 227, 171)),
+}
+
+MENU_SIZE = (216, 42)  # button k in state column s: (s * 220, k * 46), German ones 240 lower
+MENU_LABELS = [("HQ", "HQ"), ("FACTORY", "FABRIK"), ("BATTLE", "SCHLACHT"), ("OPTIONS", "OPTIONEN"), ("LEAVE", "BEENDEN")]
+
+SMALL_SIZE = (116, 30)  # button k in state column s: (s * 120, k * 34), German ones 340 lower
+SMALL_LABELS = [("ACCEPT", "ANNEHMEN"), ("CANCEL", "ABBRUCH"), ("RESET", "VORGABEN"), ("MANUAL", "HANDBUCH"),
+                ("CLOSE", "SCHLIESSEN"), ("BACK", "ZUR\u00dcCK"), ("NEXT", "WEITER"), ("LOOP", "SCHLEIFE")]
+
+
+def gradient(size, top, bottom):
+    strip = Image.new("RGB", (1, size[1]))
+    for y in range(size[1]):
+        t = y / max(1, size[1] - 1)
+        strip.putpixel((0, y), tuple(round(a + (b - a) * t) for a, b in zip(top, bottom)))
+    return strip.resize(size)
+
+
+def button(size, label, state, text_height):
+    top, bottom, frame, text, lamp = STATES[state]
+    width, height = size[0] * SCALE, size[1] * SCALE
+    picture = gradient((width, height), top, bottom)
+    draw = ImageDraw.Draw(picture)
+    line = SCALE
+    draw.rectangle((0, 0, width - 1, height - 1), outline=frame, width=line)
+    lighter = tuple(min(255, c + 34) for c in top)
+    draw.rectangle((2 * line, 2 * line, width - 2 * line, 2 * line + line - 1), fill=lighter)
+    draw.rectangle((2 * line, height - 3 * line, width - 2 * line, height - 2 * line - 1), fill=tuple(c // 2 for c in bottom))
+    bar = max(3, size[1] // 10) * line
+    draw.rectangle((5 * line, 7 * line, 5 * line + bar, height - 7 * line), fill=lamp)
+    for x in (width - 8 * line, ):  # two rivets
+        for y in (7 * line, height - 8 * line):
+            draw.ellipse((x - line, y - line, x + line, y + line), fill=tuple(c // 2 for c in frame))
+    face = ImageFont.truetype(BOLD, text_height * SCALE)
+    spacing = text_height * SCALE // 9
+    advance = sum(face.getlength(c) + spacing for c in label) - spacing
+    room = width - (5 * line + bar) - 18 * line
+    if advance > room:
+        face = ImageFont.truetype(BOLD, int(text_height * SCALE * room / advance))
+        advance = sum(face.getlength(c) + spacing for c in label) - spacing
+    left = 5 * line + bar + (10 * line if size[0] > 150 else (width - 5 * line - bar - advance) / 2)
+    x, y = left, height / 2 + (line if state == "pressed" else 0)
+    for c in label:
+        draw.text((x + line, y + line), c, font=face, fill=(8, 8, 8), anchor="lm")
+        draw.text((x, y), c, font=face, fill=text, anchor="lm")
+        x += face.getlength(c) + spacing
+    return picture.resize(size, Image.LANCZOS)
+
+
+def sheet(size, labels, column, row, language_offset, text_height, total):
+    picture = Image.new("RGB", total, (0, 0, 0))
+    for language in range(2):
+        for k, label in enumerate(labels):
+            for s, state in enumerate(STATES):
+                picture.paste(button(size, label[language], state, text_height), (s * column, language * language_offset + k * row))
+    return picture
+
+
+def lamp(lit):
+    size = 11 * SCALE
+    picture = Image.new("RGB", (size, size), PINK)
+    draw = ImageDraw.Draw(picture)
+    core, rim = ((255, 191, 67), (255, 227, 171)) if lit else ((48, 42, 36), (90, 90, 92))
+    draw.ellipse((0, 0, size - 1, size - 1), fill=(20, 20, 22))
+    draw.ellipse((SCALE, SCALE, size - 1 - SCALE, size - 1 - SCALE), fill=core)
+    draw.ellipse((3 * SCALE, 2 * SCALE, 6 * SCALE, 5 * SCALE), fill=rim)
+    small = picture.resize((11, 11), Image.BOX)
+    mask = Image.new("L", (size, size), 0)
+    ImageDraw.Draw(mask).ellipse((0, 0, size - 1, size - 1), fill=255)
+    mask = mask.resize((11, 11), Image.BOX).point(lambda v: 255 if v > 127 else 0)
+    result = Image.new("RGB", (11, 11), PINK)
+    solid = small.copy()
+    for y in range(11):  # no pink may bleed into the rim
+        for x in range(11):
+            r, g, b = solid.getpixel((x, y))
+            if r > 120 and b > 120 and g < 90:
+                solid.putpixel((x, y), (20, 20, 22))
+    result.paste(solid, (0, 0), mask)
+    return result
+
+
+def widgets():
+    picture = sheet(SMALL_SIZE, SMALL_LABELS, 120, 34, 280, 13, (400, 560))
+    picture.paste(lamp(False), (370, 0))
+    picture.paste(lamp(True), (370, 20))
+    return picture
+
+
+# The options screen: panels, and the plates that its texts lie on. Rows are those of a grid of 14 pixels.
+PANELS = [(16, 62, 137, 206), (196, 62, 404, 180), (196, 186, 404, 334), (196, 340, 404, 472), (514, 62, 784, 428), (514, 432, 784, 590), (16, 480, 500, 558)]
+SELECTOR_ROWS, SOUND_ROWS, DISPLAY_ROWS, BATTLE_ROWS, VALUE_ROWS = (7, 9, 11, 13), (7, 9, 11), (16, 18, 20, 22), (26, 28, 30, 32), range(7, 28, 2)
+PLATES = ([(24, r, 128) for r in SELECTOR_ROWS] + [(202, r, 399) for r in (*SOUND_ROWS, *DISPLAY_ROWS, *BATTLE_ROWS)] +
+          [(521, r, 777) for r in VALUE_ROWS])
+FIELDS = [(126, 36, 251), (366, 36, 491)]
+
+
+def options(base):
+    picture = base.convert("RGB").resize((800, 600), Image.LANCZOS)
+    shade = Image.new("RGBA", picture.size, (0, 0, 0, 0))
+    draw = ImageDraw.Draw(shade)
+    for left, top, right, bottom in PANELS:
+        draw.rectangle((left, top, right, bottom), fill=(15, 15, 15, 178), outline=(99, 115, 143, 255))
+        draw.rectangle((left + 1, top + 1, right - 1, top + 19), fill=(79, 99, 119, 90))
+        draw.rectangle((left, top, right, top + 1), fill=(255, 167, 0, 210))
+    draw.rectangle((0, 0, 799, 50), fill=(10, 10, 12, 150))
+    draw.rectangle((0, 50, 799, 51), fill=(255, 167, 0, 210))
+    picture = Image.alpha_composite(picture.convert("RGBA"), shade)
+    shadow = Image.new("RGBA", picture.size, (0, 0, 0, 0))
+    for left, row, right in PLATES:
+        ImageDraw.Draw(shadow).rectangle((left + 1, row * 14 - 2, right + 2, row * 14 + 19), fill=(0, 0, 0, 150))
+    picture = Image.alpha_composite(picture, shadow.filter(ImageFilter.GaussianBlur(1.5))).convert("RGB")
+    for left, row, right in PLATES:
+        top, bottom, frame = STATES["rest"][:3]
+        size = (right - left + 1, 22)
+        plate = gradient(size, tuple(c * 3 // 4 for c in top), tuple(c * 3 // 4 for c in bottom))
+        edge = ImageDraw.Draw(plate)
+        edge.rectangle((0, 0, size[0] - 1, size[1] - 1), outline=tuple(c * 2 // 3 for c in frame))
+        edge.line((1, 1, size[0] - 2, 1), fill=(74, 82, 94))
+        picture.paste(plate, (left, row * 14 - 4))
+    draw = ImageDraw.Draw(picture)
+    for left, row, right in FIELDS:
+        draw.rectangle((left, row * 14 - 3, right, row * 14 + 16), fill=(31, 31, 31), outline=(99, 115, 143))
+    return picture
+
+
+def save(picture, path):
+    png = path.with_suffix(".tmp.png")
+    picture.save(png)
+    subprocess.run(["convert", str(png), "-type", "TrueColor", "-compress", "RLE", f"pcx:{path}"], check=True)
+    png.unlink()
+
+
+def main():
+    folder = Path(sys.argv[1])
+    save(sheet(MENU_SIZE, MENU_LABELS, 220, 46, 240, 19, (660, 480)), folder / "buttons.pcx")
+    save(widgets(), folder / "widgets.pcx")
+    if len(sys.argv) > 2:
+        save(options(Image.open(sys.argv[2])), folder / "options.pcx")
+
+
+main()
