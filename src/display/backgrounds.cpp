@@ -1,0 +1,45 @@
+#include "display/backgrounds.h"
+
+#include "core/log.h"
+#include "display/buffers.h"
+#include "display/mode_rules.h"
+#include "display/picture.h"
+
+namespace vcc {
+
+int background_rotation = 0;
+
+namespace {
+
+// Released in every pass before the screens run, and by free_backgrounds() before the library goes.
+std::array<BitmapPtr, 4> pictures;
+
+} // namespace
+
+int load_backgrounds() {
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+        const int number = static_cast<int>(i) + 1;
+        pictures[i] = load_picture(format_text("images\\morv%d.pcx", number), &buffer_palettes[screen_buffer]);
+        if (!pictures[i])
+            return number;
+    }
+    return 0;
+}
+
+void show_next_background() {
+    const auto step = static_cast<unsigned>(background_rotation);
+    BITMAP* const picture = pictures[step % pictures.size()].get();
+    background_rotation = static_cast<int>(step + 1);
+    if (!picture || !screen)
+        return;
+    acquire_screen();
+    blit(picture, screen, 0, 0, 0, 0, mode_width, mode_height);
+    release_screen();
+}
+
+void free_backgrounds() {
+    for (BitmapPtr& picture : pictures)
+        picture.reset();
+}
+
+} // namespace vcc

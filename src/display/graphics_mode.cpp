@@ -1,0 +1,191 @@
+#include "display/graphics_mode.h"
+
+#include "core/alert.h"
+#include "core/handles.h"
+#include "core/log.h"
+#include "display/buffers.h"
+#include "display/mode_rules.h"
+#include "display/switching.h"
+#include "platform/graphics_drivers.h"
+#include "settings/settings.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace vcc {
+
+std::uint8_t fullscreen = windowed;
+int mode_range = 0;
+int screen_mode_range = -1;
+std::array<int, 3> depth_class{};
+
+namespace {
+
+constexpr const char* section = "VELDOR_GRAPHICS";
+
+struct Setup {
+    Desktop desktop;
+    int requested_depth = 0;
+};
+
+/// Sets 800 x 600; the colour depth stays as chosen unless `depth` is given.
+bool set_mode(bool full, int depth = 0) {
+    if (depth != 0)
+        set_color_depth(depth);
+    return set_gfx_mode(full ? GFX_AUTODETECT_FULLSCREEN : GFX_AUTODETECT_WINDOWED, mode_width, mode_height, 0, 0) == 0;
+}
+
+SetupResult fail(ModeFailure failure, const Setup& setup) {
+    const ModeFailureRow& row = failure_row(failure);
+    show_message_box(row.shown);
+    write_log(row.logged.empty() ? error_line(row.number, setup.desktop, setup.requested_depth, fullscreen, mode_range)
+                                 : std::string(row.logged));
+    return row.result;
+}
+
+Desktop read_desktop() {
+    Desktop desktop;
+    if (get_desktop_resolution(&desktop.width, &desktop.height) != 0)
+        desktop.width = desktop.height = 0;
+    desktop.depth = desktop_color_depth();
+    return desktop;
+}
+
+SetupResult finish(const Setup& setup) {
+    depth_class = depth_flags(setup.requested_depth);
+    install_display_switching();
+    return SetupResult::ok;
+}
+
+SetupResult set_configured(Setup& setup) {
+    bool full = get_config_int(section, "screen_mode", 0) != 0;
+    const int bitmap_depth = get_config_int(section, "bitmap_depth", 0);
+    mode_range = screen_mode_range;
+    if (mode_range == 2) {
+        full = false;
+        set_config_int(section, "screen_mode", 0);
+    }
+    fullscreen = full ? full_screen : windowed;
+    setup.requested_depth = depth_bits(bitmap_depth);
+    if (setup.requested_depth == 0 || !set_mode(full, setup.requested_depth))
+        return fail(full ? ModeFailure::configured_full_screen : ModeFailure::configured_window, setup);
+    return finish(setup);
+}
+
+int listed_depth() {
+    const ModeListPtr list(get_gfx_mode_list(platform::full_screen_list_driver));
+    if (!list)
+        return 0;
+    std::vector<ListedMode> modes;
+    for (int i = 0; i < list->num_modes; ++i)
+        modes.push_back({list->mode[i].width, list->mode[i].height, list->mode[i].bpp});
+    return best_listed_depth(modes, platform::full_screen_is_centred);
+}
+
+/// The first depth of the table at which the mode can be set (it then is), or 0.
+int first_depth_that_works(bool full) {
+    const auto* found =
+        std::find_if(depths_to_try.begin(), depths_to_try.end(), [full](int depth) { return set_mode(full, depth); });
+    return found == depths_to_try.end() ? 0 : *found;
+}
+
+void look_for_full_screen(Setup& setup) {
+    if (const int depth = listed_depth(); depth != 0) {
+        setup.requested_depth = depth;
+        mode_range = 1;
+    }
+    if (mode_range != 0)
+        return;
+    setup.requested_depth = first_depth_that_works(true);
+    if (setup.requested_depth != 0)
+        mode_range = 1;
+    else
+        fullscreen = windowed;
+}
+
+/// Sets the probed mode; 16 bits give way to 15, and a window for which no depth was found tries them all.
+bool set_probed(bool full, Setup& setup) {
+    if (!full && setup.requested_depth == 0) {
+        setup.requested_depth = first_depth_that_works(false);
+        return setup.requested_depth != 0;
+    }
+    if (set_mode(full, setup.requested_depth))
+        return true;
+    if (setup.requested_depth != 16 || !set_mode(full, 15))
+        return false;
+    setup.requested_depth = 15;
+    return true;
+}
+
+SetupResult probe(Setup& setup) {
+    look_for_full_screen(setup);
+    mode_range = offered_modes(mode_range, setup.desktop.is_exact());
+    if (mode_range == 0)
+        return fail(ModeFailure::no_mode, setup);
+
+    const bool full = mode_range == 1 || fullscreen == full_screen;
+    if (!set_probed(full, setup))
+        return fail(probed_failure(full, setup.requested_depth), setup);
+    const std::optional<int> bitmap_depth = depth_setting(setup.requested_depth);
+    if (!bitmap_depth)
+        return fail(ModeFailure::depth_not_found, setup);
+
+    screen_mode_range = mode_range;
+    set_config_int(section, "bitmap_depth", *bitmap_depth);
+    set_config_int(section, "screen_mode_range", screen_mode_range);
+    set_config_int(section, "screen_mode", fullscreen == full_screen ? 1 : 0);
+    return finish(setup);
+}
+
+/// Sets a mode in a depth. When that fails, `old_depth` and the mode that `fullscreen` names come back: the library has
+/// already given up its screen by then.
+bool change_mode(bool full, int depth, int old_depth) {
+    if (set_mode(full, depth))
+        return true;
+    const bool restored = set_mode(fullscreen == full_screen, old_depth);
+    write_log(format_text("Cannot set the %s mode at %d bits, %s", full ? "full-screen" : "window", depth,
+                          restored ? "the previous mode stays" : "and the previous mode is lost"));
+    return false;
+}
+
+void switch_to_depth(int toggle, int depth, int old_depth) {
+    const bool full = (fullscreen == full_screen) != (toggle != 0);
+    if (change_mode(full, depth, old_depth))
+        fullscreen = full ? full_screen : windowed;
+    show_buffer_zero();
+    install_display_switching();
+}
+
+} // namespace
+
+SetupResult setup_graphics_mode(std::int8_t mode) {
+    fullscreen = windowed;
+    select_config_file();
+    screen_mode_range = std::clamp(get_config_int(section, "screen_mode_range", -1), -1, 3);
+
+    Setup setup;
+    setup.desktop = read_desktop();
+    if (const auto failure = desktop_failure(setup.desktop))
+        return fail(*failure, setup);
+    if (setup.desktop.is_exact())
+        fullscreen = full_screen;
+    if (screen_mode_range != -1 && mode != probe_machine)
+        return set_configured(setup);
+    return probe(setup);
+}
+
+void switch_display_mode(int toggle) {
+    const int depth = get_color_depth();
+    switch_to_depth(toggle, depth, depth);
+}
+
+int rebuild_display(int toggle) {
+    if (!depth_offered(depth_class, settings.bitmap_depth))
+        return 0;
+    show_mouse(nullptr);
+    release_graphic_buffers();
+    switch_to_depth(toggle, depth_bits(settings.bitmap_depth), get_color_depth());
+    return 1;
+}
+
+} // namespace vcc

@@ -1,0 +1,90 @@
+// Choosing a graphics mode: the decisions and the texts of the failures, without the library.
+#pragma once
+
+#include "display/graphics_mode.h"
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace vcc {
+
+inline constexpr int mode_width = 800, mode_height = 600; ///< pixels
+
+inline constexpr std::array<int, 4> depths_to_try{depth_bits(0), depth_bits(1), depth_bits(2), depth_bits(3)};
+
+/// What the library says of the desktop; each number is 0 when it cannot tell.
+struct Desktop {
+    int width = 0, height = 0, depth = 0;
+
+    constexpr bool size_known() const { return width != 0 && height != 0; }
+    constexpr bool is_exact() const { return width == mode_width && height == mode_height; }
+};
+
+enum class ModeFailure {
+    desktop_size,
+    desktop_depth,
+    no_mode,
+    probed_full_screen_at_15,
+    probed_full_screen,
+    probed_window_at_15,
+    probed_window,
+    configured_full_screen,
+    configured_window,
+    depth_not_found
+};
+
+struct ModeFailureRow {
+    ModeFailure failure;
+    std::string_view shown;  ///< text of the message box
+    std::string_view logged; ///< text of the log entry; empty: the error line with `number`
+    int number;              ///< 1 to 6 in the error line, else 0
+    SetupResult result;
+};
+const ModeFailureRow& failure_row(ModeFailure failure);
+
+/// The log entry of a failed mode. `screen` is the value of `fullscreen`, `range` that of `mode_range`.
+std::string error_line(int number, const Desktop& desktop, int requested_depth, std::uint8_t screen, int range);
+
+/// Why the program cannot run on a desktop at all, if so.
+std::optional<ModeFailure> desktop_failure(const Desktop& desktop);
+
+/// A listed full-screen mode.
+struct ListedMode {
+    int width, height, depth;
+};
+
+/// The largest colour depth at which a listed mode shows 800 x 600: exactly, or, with a driver that centres, any mode
+/// that is large enough. 0 when there is none of at least 15 bits.
+int best_listed_depth(std::span<const ListedMode> modes, bool centred);
+
+/// `mode_range` once full-screen modes have been looked for: a desktop larger than the picture always offers a window.
+constexpr int offered_modes(int range, bool exact_desktop) {
+    return exact_desktop ? range : range != 0 ? 3 : 2;
+}
+
+/// The failure of setting a probed mode.
+constexpr ModeFailure probed_failure(bool full, int requested_depth) {
+    if (requested_depth == 16)
+        return full ? ModeFailure::probed_full_screen_at_15 : ModeFailure::probed_window_at_15;
+    return full ? ModeFailure::probed_full_screen : ModeFailure::probed_window;
+}
+
+/// The bitmap_depth setting of a colour depth, if it has one.
+std::optional<int> depth_setting(int bits);
+
+/// The depth_class flags of a colour depth in use.
+constexpr std::array<int, 3> depth_flags(int bits) {
+    return {bits == 32, bits == 24, bits == 15 || bits == 16};
+}
+
+/// Whether the flags offer a bitmap_depth setting; the 15-or-16 flag answers for 16 and for 15 bits.
+constexpr bool depth_offered(const std::array<int, 3>& flags, int bitmap_depth) {
+    if (bitmap_depth < 0 || bitmap_depth > 3)
+        return false;
+    return flags[static_cast<std::size_t>(bitmap_depth == 3 ? 2 : bitmap_depth)] != 0;
+}
+
+} // namespace vcc

@@ -1,0 +1,28 @@
+// Picture files of an installation.
+#pragma once
+
+#include "core/handles.h"
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace vcc {
+
+inline constexpr int picture_limit = 4096; ///< pixels of a side
+inline constexpr int picture_header_size = 128;
+
+/// What the header of a PCX file announces.
+struct PictureHeader {
+    int width = 0, height = 0; ///< pixels
+    int bits = 0;              ///< 8 or 24
+    bool sound = false; ///< the library can read it: 8 bits with one or three planes, 1 to 4096 pixels a side, lines
+                        ///< at least as long as the picture is wide
+};
+PictureHeader read_picture_header(std::span<const std::uint8_t> bytes);
+
+/// Loads a PCX picture, converted to the colour depth in force, and its palette (`palette` may be null). Null when the
+/// file is missing, is no PCX picture or has a header that the library must not be given.
+BitmapPtr load_picture(std::string_view path, PALETTE* palette = nullptr);
+
+} // namespace vcc

@@ -1,0 +1,45 @@
+#include "display/pointer.h"
+
+#include "core/alert.h"
+#include "core/log.h"
+#include "display/picture.h"
+
+namespace vcc {
+
+BitmapPtr pointer_picture;
+
+namespace {
+
+constexpr int hot_spot_x = 6, hot_spot_y = 1;
+constexpr const char* load_failure = "VCC: Error loading mousepointer!";
+
+} // namespace
+
+bool load_mouse_pointer(const std::string& directory, const std::string& file) {
+    BitmapPtr picture = load_picture(directory + file);
+    if (!picture)
+        return false;
+    // The old picture must outlive its time as the sprite: it goes only after this call.
+    set_mouse_sprite(picture.get());
+    set_mouse_sprite_focus(hot_spot_x, hot_spot_y);
+    pointer_picture = std::move(picture);
+    return true;
+}
+
+void install_mouse_and_pointer() {
+    install_mouse();
+    if (load_mouse_pointer("images/", "pointer.pcx"))
+        return;
+    show_alert(load_failure);
+    write_log(load_failure);
+    release_pointer();
+}
+
+void release_pointer() {
+    if (!pointer_picture)
+        return;
+    set_mouse_sprite(nullptr);
+    pointer_picture.reset();
+}
+
+} // namespace vcc
