@@ -20,6 +20,9 @@ struct PackfileDeleter {
 struct ModeListDeleter {
     void operator()(GFX_MODE_LIST* list) const noexcept { destroy_gfx_mode_list(list); }
 };
+struct AudioStreamDeleter {
+    void operator()(AUDIOSTREAM* stream) const noexcept { stop_audio_stream(stream); }
+};
 struct FileDeleter {
     void operator()(std::FILE* file) const noexcept { std::fclose(file); }
 };
@@ -30,6 +33,7 @@ using BitmapPtr = std::unique_ptr<BITMAP, BitmapDeleter>;
 using SamplePtr = std::unique_ptr<SAMPLE, SampleDeleter>;
 using PackfilePtr = std::unique_ptr<PACKFILE, PackfileDeleter>;
 using ModeListPtr = std::unique_ptr<GFX_MODE_LIST, ModeListDeleter>;
+using AudioStreamPtr = std::unique_ptr<AUDIOSTREAM, AudioStreamDeleter>;
 using FilePtr = std::unique_ptr<std::FILE, FileDeleter>;
 
 } // namespace vcc

@@ -1,0 +1,36 @@
+#include "sound/effect_file.h"
+
+#include "platform/files.h"
+#include "sound/pcm.h"
+#include "sound/wav_header.h"
+
+#include <algorithm>
+
+namespace vcc {
+
+// The library's own load_wav() believes every length in the file; here the header has been checked before memory is
+// asked for.
+SamplePtr load_effect_file(const std::string& path) {
+    const WavHeader header = parse_wav_header(path);
+    if (header.data_offset == 0 || header.data_length > effect_size_limit)
+        return nullptr;
+    const PackfilePtr file(pack_fopen(platform::resolve_path(path).c_str(), "r"));
+    if (!file || pack_fseek(file.get(), static_cast<int>(header.data_offset)) != 0)
+        return nullptr;
+
+    const long frame_bytes = header.bits / 8 * header.channels;
+    const long frames = std::max(header.data_length / frame_bytes, 1L);
+    SamplePtr sample(
+        create_sample(header.bits, header.channels == 2 ? TRUE : FALSE, header.rate, static_cast<int>(frames)));
+    if (!sample)
+        return nullptr;
+    const auto size = static_cast<std::size_t>(frames * frame_bytes);
+    const long count = pack_fread(sample->data, header.data_length, file.get());
+    auto* const bytes = static_cast<unsigned char*>(sample->data);
+    std::fill(bytes + std::clamp<long>(count, 0, header.data_length), bytes + size, silent_byte(header.bits));
+    if (header.bits == 16)
+        flip_sign_bits({bytes, size});
+    return sample;
+}
+
+} // namespace vcc

@@ -1,0 +1,121 @@
+#include "sound/music.h"
+
+#include "core/alert.h"
+#include "core/clock.h"
+#include "core/log.h"
+#include "sound/refill.h"
+#include "sound/sound.h"
+#include "sound/wav_stream.h"
+
+namespace vcc {
+
+int music_playing = 1;
+int music_volume = 75;
+int current_theme = 0;
+int theme_shown = 0;
+
+namespace {
+
+std::unique_ptr<WavStream> music_stream;
+int streaming_theme = 0; // theme of music_stream
+ThemeOrderSource theme_order_source = nullptr;
+
+ThemeOrder theme_order() {
+    return theme_order_source != nullptr ? theme_order_source() : ThemeOrder{};
+}
+
+bool open_theme(int theme, int volume) {
+    const SoundEntry* const entry = theme >= 0 && theme < theme_limit
+                                        ? &sound_entries[static_cast<std::size_t>(first_theme_entry + theme)]
+                                        : nullptr;
+    if (entry != nullptr)
+        music_stream = WavStream::open(theme_path(theme), volume);
+    if (!music_stream) {
+        const std::string message =
+            format_text("Error loading audio stream file: %s/%s (theme:%d)", sound_directory.c_str(),
+                        entry != nullptr ? entry->file.c_str() : "", theme);
+        write_log(message);
+        show_alert(message);
+        music_on = 0;
+        return false;
+    }
+    streaming_theme = theme;
+    music_stream->prime(theme_order().loop_all);
+    resume_music_voice();
+    return true;
+}
+
+/// The theme has been heard to its end. The player may meanwhile have chosen to repeat it: then it starts again.
+void start_following_theme(const ThemeOrder& order) {
+    const int next = order.loop_all ? theme_after(theme_shown, order.theme_count) : streaming_theme;
+    if (order.loop_all)
+        theme_shown = next;
+    stop_music(); // the stream is used up; without it start_theme() opens even the theme that is current
+    start_theme(next, music_volume);
+}
+
+bool music_wanted() {
+    return sound_on != 0 && music_on != 0 && music_playing != 0 && current_theme >= 0;
+}
+
+} // namespace
+
+void set_theme_order_source(ThemeOrderSource source) {
+    theme_order_source = source;
+}
+
+bool start_theme(int theme, int volume) {
+    if (theme == current_theme && music_stream)
+        return true;
+    stop_music();
+    return open_theme(theme, volume);
+}
+
+void stop_music() {
+    music_stream.reset();
+}
+
+void set_music_volume(int volume) {
+    if (music_on != 0 && sound_on != 0 && sfx_allowed != 0 && music_stream)
+        music_stream->set_volume(volume);
+}
+
+int feed_music() {
+    // A paused voice tells no position, and the library would then take both halves for played.
+    if (sound_on == 0 || music_on == 0 || music_playing == 0 || !music_stream || music_stream->paused())
+        return theme_shown;
+    const ThemeOrder order = theme_order();
+    if (music_stream->refill(order.loop_all) == WavStream::Refill::finished)
+        start_following_theme(order);
+    return theme_shown;
+}
+
+void install_music_feeding() {
+    set_idle_task({music_wanted, [] { feed_music(); }});
+}
+
+void pause_music_voice() {
+    if (music_stream)
+        music_stream->pause();
+}
+
+void resume_music_voice() {
+    if (music_stream && music_playing != 0)
+        music_stream->resume();
+}
+
+void toggle_music() {
+    if (sound_on == 0 || music_on == 0)
+        return;
+    music_playing = music_playing != 0 ? 0 : 1;
+    if (music_playing != 0)
+        resume_music_voice();
+    else
+        pause_music_voice();
+}
+
+bool music_voice_running() {
+    return music_stream && !music_stream->paused();
+}
+
+} // namespace vcc

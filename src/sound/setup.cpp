@@ -1,0 +1,115 @@
+#include "core/alert.h"
+#include "core/files.h"
+#include "core/lines.h"
+#include "core/log.h"
+#include "platform/files.h"
+#include "sound/effect_file.h"
+#include "sound/setup_rules.h"
+#include "sound/sound.h"
+
+#include <algorithm>
+
+namespace vcc {
+
+namespace {
+
+constexpr std::size_t name_limit = 20;
+constexpr int reserved_voices = 16;
+
+enum class Outcome { go_on, stop, failed };
+
+std::string path_of(const SoundEntry& entry) {
+    return sound_directory + "/" + entry.file;
+}
+
+/// The library keeps an installed sound system, so from the second pass on this only confirms it.
+Outcome install_sound_system(SetupState& state) {
+    reserve_voices(reserved_voices, 0);
+    if (install_sound(DIGI_AUTODETECT, MIDI_NONE, nullptr) == 0)
+        return Outcome::go_on;
+    const std::string reason = allegro_error;
+    show_alert("Error initialising sound");
+    write_log(format_text("Error initialising sound: %s\n", reason.c_str()));
+    disable_sound();
+    state.themes = 0;
+    return Outcome::stop;
+}
+
+Outcome load_effect(const SetupState& state, SoundEntry& entry) {
+    entry.sample = load_effect_file(path_of(entry));
+    if (entry.sample)
+        return Outcome::go_on;
+    write_log(format_text("Error loading sound nr:%d\n", state.entry));
+    disable_sound();
+    return Outcome::failed;
+}
+
+void refuse_theme(SetupState& state, SoundEntry& entry, const char* mark, const std::string& message) {
+    write_log(message);
+    entry.name = mark;
+    state.themes = theme_failed;
+}
+
+Outcome apply_step(const SetupStep& step, SetupState& state) {
+    SoundEntry& entry = sound_entries[static_cast<std::size_t>(state.entry)];
+    switch (step.action) {
+    case SetupAction::none:
+        break;
+    case SetupAction::stop:
+        return Outcome::stop;
+    case SetupAction::install:
+        return install_sound_system(state);
+    case SetupAction::set_directory:
+        sound_directory = step.value;
+        break;
+    case SetupAction::set_name:
+        entry.name = step.value.substr(0, name_limit);
+        break;
+    case SetupAction::load_effect:
+        entry.file = step.value.substr(0, name_limit);
+        return load_effect(state, entry);
+    case SetupAction::check_theme:
+        entry.file = step.value.substr(0, name_limit);
+        if (!platform::file_exists(path_of(entry)))
+            refuse_theme(state, entry, "THEME_ERROR 2",
+                         format_text("Error loading music theme nr:%d (%s)\n", state.entry, entry.name.c_str()));
+        break;
+    case SetupAction::refuse_theme:
+        entry.file = step.value.substr(0, name_limit);
+        refuse_theme(
+            state, entry, "THEME_ERROR 1",
+            format_text("Error loading music -> music_nr:%d count:%d\n", state.entry, state.expected_theme_entry()));
+        break;
+    case SetupAction::register_file_only:
+        entry.file = step.value.substr(0, name_limit);
+        break;
+    }
+    return Outcome::go_on;
+}
+
+} // namespace
+
+int read_sound_setup(const std::string& path) {
+    music_on = 0;
+    const auto text = read_file(path);
+    if (!text) {
+        const std::string message = format_text("Error opening Sound-Init-File => %s\n", path.c_str());
+        show_alert(message);
+        write_log(message);
+        return 0;
+    }
+    SetupState state;
+    LineReader lines(*text);
+    Outcome outcome = Outcome::go_on;
+    while (outcome == Outcome::go_on) {
+        const auto line = lines.next();
+        if (!line)
+            break;
+        outcome = apply_step(next_setup_step(state, *line), state);
+        music_on = state.themes;
+    }
+    music_on = outcome == Outcome::failed ? 0 : std::clamp(state.themes, 0, theme_limit);
+    return outcome == Outcome::failed ? 0 : state.handled;
+}
+
+} // namespace vcc

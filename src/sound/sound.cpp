@@ -1,0 +1,71 @@
+#include "sound/sound.h"
+
+#include "sound/music.h"
+
+#include <algorithm>
+
+namespace vcc {
+
+int sound_on = 1;
+int music_on = 0;
+int sfx_allowed = 1;
+int sfx_volume = 128;
+std::array<SoundEntry, sound_entry_count> sound_entries;
+std::string sound_directory;
+
+namespace {
+
+constexpr int centre_pan = 128;
+constexpr int own_pitch = 1000;
+
+SoundEntry* entry_of_effect(int number) {
+    return number > 0 && number < sound_entry_count ? &sound_entries[static_cast<std::size_t>(number)] : nullptr;
+}
+
+} // namespace
+
+void disable_sound() {
+    sound_on = 0;
+    music_on = 0;
+    sfx_allowed = 0;
+    stop_music();
+    remove_sound(); // the library ignores install_sound() while a sound system is installed
+    install_sound(DIGI_NONE, MIDI_NONE, nullptr);
+}
+
+void enable_sound() {
+    sound_on = 1;
+    sfx_allowed = 1;
+}
+
+void play_effect(int number) {
+    const SoundEntry* const entry = entry_of_effect(number);
+    if (sound_on == 0 || sfx_allowed == 0 || entry == nullptr || !entry->sample)
+        return;
+    play_sample(entry->sample.get(), std::clamp(sfx_volume, 0, 255), centre_pan, own_pitch, FALSE);
+}
+
+void drop_effect(int number) {
+    if (SoundEntry* const entry = entry_of_effect(number))
+        entry->sample.reset(); // the library stops a sample before it frees it
+}
+
+int count_themes() {
+    const auto first = sound_entries.begin() + first_theme_entry;
+    return static_cast<int>(
+        std::find_if(first, sound_entries.end(), [](const SoundEntry& entry) { return entry.file.empty(); }) - first);
+}
+
+std::string theme_path(int theme) {
+    return sound_directory + "/" + sound_entries[static_cast<std::size_t>(first_theme_entry + theme)].file;
+}
+
+void release_sound() {
+    if (sound_on == 0)
+        return;
+    stop_music();
+    for (SoundEntry& entry : sound_entries)
+        entry.sample.reset();
+}
+
+} // namespace vcc

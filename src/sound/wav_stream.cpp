@@ -1,0 +1,116 @@
+#include "sound/wav_stream.h"
+
+#include "core/alert.h"
+#include "core/log.h"
+#include "platform/files.h"
+#include "sound/pcm.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace vcc {
+
+namespace {
+
+constexpr int centre_pan = 128;
+constexpr int music_priority = 255; // no crowd of effects may take the music's voice away
+constexpr int stream_halves = 2;
+
+void report(const char* alert_text, const std::string& log_text) {
+    show_alert(alert_text);
+    write_log(log_text);
+}
+
+} // namespace
+
+WavStream::WavStream(const WavHeader& header, FilePtr file, AudioStreamPtr stream)
+    : header_(header), file_(std::move(file)), stream_(std::move(stream)) {}
+
+std::unique_ptr<WavStream> WavStream::open(const std::string& path, int volume) {
+    const WavHeader header = parse_wav_header(path);
+    if (header.data_offset == 0) {
+        report("Error (1) detecting wav stream", format_text("Error (1) detecting wav stream\n%s\n", allegro_error));
+        return nullptr;
+    }
+    FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
+    if (!file) {
+        report("Error (2) detecting wav stream", format_text("Error (2) opening wav stream %d\n", errno));
+        return nullptr;
+    }
+    // Reads are half a megabyte each: straight into the stream's buffer.
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    AudioStreamPtr stream(play_audio_stream(stream_samples, header.bits, header.channels == 2 ? TRUE : FALSE,
+                                            header.rate, std::clamp(volume, 0, 255), centre_pan));
+    if (!stream) {
+        report("Error init audiostream :", format_text("Error init audiostream : %s\n", allegro_error));
+        return nullptr;
+    }
+    voice_set_priority(stream->voice, music_priority);
+    return std::unique_ptr<WavStream>(new WavStream(header, std::move(file), std::move(stream)));
+}
+
+WavStream::Refill WavStream::refill(bool loop_all) {
+    void* const memory = get_audio_stream_buffer(stream_.get());
+    if (memory == nullptr)
+        return Refill::no_buffer;
+    const long size = long{stream_samples} * (header_.bits / 8) * header_.channels;
+    const RefillPlan plan = plan_refill(state_, header_.data_length, size, loop_all, stream_->active);
+    state_ = plan.next;
+    if (plan.finished)
+        return Refill::finished;
+    fill(plan, {static_cast<unsigned char*>(memory), static_cast<std::size_t>(size)});
+    free_audio_stream_buffer(stream_.get());
+    return Refill::filled;
+}
+
+void WavStream::fill(const RefillPlan& plan, std::span<unsigned char> buffer) {
+    const auto tail = static_cast<std::size_t>(plan.tail);
+    const auto wrap = static_cast<std::size_t>(plan.wrap);
+    const auto repeat = static_cast<std::size_t>(plan.repeat);
+    read_at(plan.tail_from, buffer.first(tail));
+    read_at(0, buffer.subspan(tail, wrap));
+    const auto period = static_cast<std::size_t>(header_.data_length);
+    for (std::size_t at = tail + wrap; at < tail + wrap + repeat; ++at)
+        buffer[at] = buffer[at - period];
+    const auto silence = buffer.subspan(tail + wrap + repeat);
+    std::fill(silence.begin(), silence.end(), silent_byte(header_.bits));
+    if (header_.bits == 16)
+        flip_sign_bits(buffer);
+}
+
+/// A file that has become shorter since it was opened gives silence.
+void WavStream::read_at(long position, std::span<unsigned char> target) {
+    if (target.empty())
+        return;
+    std::size_t count = 0;
+    if (std::fseek(file_.get(), header_.data_offset + position, SEEK_SET) == 0)
+        count = std::fread(target.data(), 1, target.size(), file_.get());
+    const auto missing = target.subspan(count);
+    std::fill(missing.begin(), missing.end(), silent_byte(header_.bits));
+}
+
+void WavStream::prime(bool loop_all) {
+    pause();
+    voice_set_position(stream_->voice, 0);
+    for (int half = 0; half < stream_halves; ++half)
+        if (refill(loop_all) != Refill::filled)
+            return;
+}
+
+void WavStream::set_volume(int volume) {
+    voice_set_volume(stream_->voice, std::clamp(volume, 0, 255));
+    voice_set_playmode(stream_->voice, PLAYMODE_LOOP);
+}
+
+void WavStream::pause() {
+    voice_stop(stream_->voice);
+    paused_ = true;
+}
+
+void WavStream::resume() {
+    voice_start(stream_->voice);
+    paused_ = false;
+}
+
+} // namespace vcc
