@@ -23,8 +23,12 @@ struct HelpEntry {
     bool complete = false;          ///< false: the text ran to the end of the file
 };
 
-/// Finds an entry in a help file in memory and reads it; nothing when it is not there. Pure.
+/// Finds an entry in a help file in memory and reads it; nothing when it is not there. Every line is cut to
+/// `line_length` characters; at most 9 pages and as many text lines as a grid has rows are kept. Pure.
 std::optional<HelpEntry> read_help_entry(std::string_view text, int number, int line_length);
+
+/// The text lines of a further page, whatever its header; nothing when the entry is not there or has none. Pure.
+std::optional<std::vector<std::string>> read_help_page(std::string_view text, int number, int line_length);
 
 /// What a help page needs of the screen that opens it.
 struct HelpRequest {

@@ -19,8 +19,8 @@ struct ScreenOwner {
     std::function<std::optional<int>(int slot)>
         activated; ///< a button or label was activated; a value ends the screen with it
     std::function<std::optional<int>(int code)>
-        command; ///< a key or command code that the interpreter does not handle; a value ends the screen
-    std::function<void(int slot)> help;         ///< F1, Shift+F1 or Ctrl+F1 on the current slot
+        command;                        ///< a key or command code that is not handled here; a value ends the screen
+    std::function<void(int slot)> help; ///< F1, Shift+F1 or Ctrl+F1 on the current slot
     std::function<void(int slot)> right_click;  ///< the slot under the pointer, which is current now
     std::function<void(int slot)> pointer_over; ///< the pointer entered or left the current slot
     std::function<void()> every_frame;          ///< once a frame while the screen waits
@@ -36,7 +36,8 @@ struct ScreenRun {
     std::vector<std::string> edit_texts; ///< one a slot
     std::vector<FieldPlace> fields;      ///< one a slot
     int current = 0;
-    int direction = 1; ///< of the next focus search
+    int direction = 1;      ///< of the next focus search
+    int reported_over = -1; ///< slot, other than the current one, on which the pointer was last reported; -1 none
 };
 
 /// Waits for input on the current slot and returns the code that ends the waiting. `look` gives the field's font, width

@@ -1,0 +1,45 @@
+#include "interaction/field_draw.h"
+
+#include "screen/draw.h"
+#include "text/fonts.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace vcc {
+
+namespace {
+
+constexpr int insert_colour_step = 16;
+
+void draw_line(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_colour) {
+    if (shadow_colour >= 0)
+        draw_text(target, x + 1, y + 1, text, shadow_colour, false);
+    draw_text(target, x, y, text, colour, false);
+}
+
+} // namespace
+
+FieldLook field_look(const Slot& slot, const Slot& look) {
+    return {look.fore_colour, look.back_colour, look.box_width != 0,
+            has_shadow(slot) ? static_cast<unsigned char>(slot.sound_flags[1]) : -1};
+}
+
+void draw_field(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text) {
+    if (look.editable)
+        fill_text_box(target, field.x, field.y, column_x(current_font, field.size), look.box_colour);
+    draw_line(target, field.x, field.y, text, look.text_colour, look.shadow_colour);
+}
+
+void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text, int cursor,
+                 int mode) {
+    const std::size_t before = std::min(static_cast<std::size_t>(cursor), text.size());
+    const std::string_view character = before < text.size() ? text.substr(before, 1) : std::string_view(" ");
+    const int x = field.x + text_width(current_font, text.substr(0, before));
+    if (look.editable)
+        fill_text_box(target, x, field.y, text_width(current_font, character),
+                      look.text_colour + insert_colour_step * mode);
+    draw_line(target, x, field.y, character, look.box_colour, look.shadow_colour);
+}
+
+} // namespace vcc

@@ -1,0 +1,61 @@
+#include "interaction/field_entry.h"
+
+#include "screen/status_line.h"
+#include "settings/settings.h"
+#include "text/fonts.h"
+
+#include <allegro.h>
+
+#include <initializer_list>
+
+#include <algorithm>
+#include <cstddef>
+
+namespace vcc {
+
+namespace {
+
+constexpr int field_limit = sizeof(Slot::text) - 1; ///< characters of the longest field: the slot keeps the text
+constexpr int numeric_field = 1;
+constexpr int status_font = 4;
+
+std::size_t current_of(const ScreenRun& run) {
+    return static_cast<std::size_t>(run.current);
+}
+
+} // namespace
+
+FieldEntry::FieldEntry(ScreenRun& run, const Slot& look, bool clear_keyboard)
+    : hard_edges_(anti_aliased_text, 0), run_(run), slot_(run.set->slots[current_of(run)]),
+      place_(run.fields[current_of(run)]), look_(field_look(slot_, look)), edit_{run.edit_texts[current_of(run)], 0},
+      clear_keyboard_(clear_keyboard) {
+    look_.editable = look_.editable && place_.size > 0;
+    place_.size = std::clamp(place_.size, 1, field_limit);
+    draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, insert_mode);
+    update_screen(run_.target);
+}
+
+KeyEvent FieldEntry::apply(const KeyEvent& key) {
+    const EditOutcome outcome =
+        edit_field(edit_, key, place_.size, place_.input_mode == numeric_field, look_.editable, insert_mode);
+    run_.edit_texts[current_of(run_)] = edit_.text;
+    if (outcome == EditOutcome::at_edge) {
+        if (clear_keyboard_)
+            clear_keybuf();
+        return key;
+    }
+    if (outcome == EditOutcome::forbidden)
+        show_status("Nur ", "numerische Zeichen zugelassen!", status_font);
+    draw();
+    if (outcome != EditOutcome::ignored)
+        update_screen(run_.target);
+    return outcome == EditOutcome::full ? KeyEvent{key::enter, 0, KeyKind::ending} : key;
+}
+
+void FieldEntry::draw() {
+    select_font(slot_.font);
+    draw_field(run_.target, place_, look_, edit_.text);
+    draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, insert_mode);
+}
+
+} // namespace vcc

@@ -1,0 +1,117 @@
+#include "interaction/focus.h"
+
+#include "core/layout.h"
+#include "core/text.h"
+#include "text/fonts.h"
+
+#include <allegro.h>
+
+#include <initializer_list>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace vcc {
+
+int pointer_by_keyboard = 0;
+
+namespace {
+
+/// Coordinates of records come from files: sums are made in 64 bits and kept far from the ends of int.
+int pixel(std::int64_t value) {
+    constexpr std::int64_t far = 1 << 20;
+    return static_cast<int>(std::clamp(value, -far, far));
+}
+
+int characters(const Slot& slot) {
+    const int length = static_cast<int>(text_of(slot.text).size());
+    return slot.input_mode != 0 ? std::max(length, slot.size) : length;
+}
+
+bool placed_in_pixels(const Slot& slot) {
+    return slot.dest_x != 0 && slot.dest_y != 0;
+}
+
+Slot& slot_at(std::vector<Slot>& slots, int index) {
+    return slots[static_cast<std::size_t>(index)];
+}
+
+int next_index(int index, int direction, int count) {
+    if (direction < 0)
+        return index == 0 ? count - 1 : index - 1;
+    return index + 1 == count ? 0 : index + 1;
+}
+
+} // namespace
+
+Rect slot_rect(const Slot& slot) {
+    if (slot.graphic != 0) {
+        const std::int64_t width = std::int64_t{slot.box_width} - slot.src_x;
+        const std::int64_t height = std::int64_t{slot.box_height} - slot.src_y;
+        return {pixel(slot.dest_x), pixel(slot.dest_y), pixel(slot.dest_x + width), pixel(slot.dest_y + height)};
+    }
+    const Point corner = slot_position(slot);
+    return {pixel(corner.x), pixel(corner.y), pixel(std::int64_t{corner.x} + column_x(slot.font, characters(slot))),
+            pixel(std::int64_t{corner.y} + cell_height(slot.font))};
+}
+
+bool is_selectable(const Slot& slot) {
+    return slot.toggle != -1 && !skipped_by_focus(slot);
+}
+
+int slot_under_pointer(int start, std::span<const Slot> slots, bool single) {
+    const int count = static_cast<int>(slots.size());
+    const int x = mouse_x, y = mouse_y;
+    const auto hit = [&](int index) {
+        const Slot& slot = slots[static_cast<std::size_t>(index)];
+        return slot.toggle != -1 && slot_rect(slot).contains(x, y);
+    };
+    if (single)
+        return start >= 0 && start < count && hit(start) ? start : -1;
+    for (int index = 0; index < count; ++index)
+        if (hit(index))
+            return index;
+    return -1;
+}
+
+int pick_focus(SlotSet& set, int index, int direction, bool single) {
+    if (const int pointed = slot_under_pointer(index, set.slots, single); pointed >= 0)
+        index = pointed;
+    for (int tries = set.slot_count(); tries > 0 && set.has_slot(index); --tries) {
+        const Slot& slot = slot_at(set.slots, index);
+        if (is_selectable(slot)) {
+            if (slot.input_mode != 0 && set.has_toggle(index))
+                store_text(slot_at(set.toggles, index).text, text_of(slot.text));
+            select_font(slot.font);
+            return index;
+        }
+        index = next_index(index, direction, set.slot_count());
+    }
+    return -1;
+}
+
+Point pointer_place(const Slot& slot, int focus_x, int focus_y) {
+    std::int64_t x = 0, y = 0;
+    if (placed_in_pixels(slot)) {
+        x = slot.dest_x + (std::int64_t{slot.box_width} - slot.src_x) / 2;
+        y = slot.dest_y + (std::int64_t{slot.box_height} - slot.src_y) / 2;
+    } else if (slot.box_width != 0 && slot.box_height != 0) {
+        x = column_x(current_font, slot.column) + slot.box_width / 2;
+        y = row_y(current_font, slot.row) + slot.box_height / 2;
+    } else {
+        const int half_length = static_cast<int>(text_of(slot.text).size()) / 2;
+        x = column_x(current_font, std::clamp(slot.column, 0, grid_column_limit) + half_length);
+        y = row_y(current_font, slot.row) + cell_height(current_font) / 2;
+    }
+    // The pointer's picture hangs right of and below its hot spot; it stays on the screen.
+    constexpr int picture = 20;
+    return {pixel(std::min<std::int64_t>(x, layout_width - focus_x - picture)),
+            pixel(std::min<std::int64_t>(y, layout_height - focus_y - picture))};
+}
+
+void place_pointer(const Slot& slot) {
+    const Point place = pointer_place(slot, mouse_x_focus, mouse_y_focus);
+    position_mouse(place.x, place.y);
+}
+
+} // namespace vcc

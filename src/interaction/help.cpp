@@ -1,0 +1,283 @@
+#include "interaction/help.h"
+
+#include "core/files.h"
+#include "core/layout.h"
+#include "core/log.h"
+#include "core/text.h"
+#include "display/buffers.h"
+#include "display/graphics_mode.h"
+#include "interaction/keys.h"
+#include "interaction/screen_run.h"
+#include "screen/draw.h"
+#include "screen/draw_slot.h"
+#include "screen/text_window.h"
+#include "settings/settings.h"
+#include "sound/music.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+
+namespace vcc {
+
+namespace {
+
+namespace message_slot {
+constexpr int window = 0, first_line = 2, missing_file = 4, missing_entry = 5, last_line = 9, first_button = 10;
+constexpr int close = 13, back = 33, forward = 35, needed = 36;
+} // namespace message_slot
+
+constexpr std::string_view no_file_text = "Error:N O   H E L P   A V A I L A B L E!";
+constexpr std::string_view no_entry_text = "N O   H E L P   A V A I L A B L E!";
+constexpr const char* picture_file = "factory.pcx";
+constexpr int both_modes = 3;
+
+/// The page while it is open. What it changes outside the message set it gives back when it dies.
+class HelpPage {
+public:
+    explicit HelpPage(const HelpRequest& request);
+    ~HelpPage();
+    HelpPage(const HelpPage&) = delete;
+    HelpPage& operator=(const HelpPage&) = delete;
+
+    int run();
+
+private:
+    Slot& slot(int index) { return request_.messages->slots[static_cast<std::size_t>(index)]; }
+    void prepare_slots();
+    void enable(int index);
+    void disable(int index);
+    void show_toggle(int index);
+    void open();
+    void open_entry();
+    void draw_set();
+    void show_message(int index, std::string_view text);
+    void draw_lines(std::span<const std::string> lines);
+    void save_picture();
+    std::optional<int> handle(int code);
+    std::optional<int> press(int index);
+    void turn(int step);
+
+    const HelpRequest& request_;
+    TextWindow& window_;
+    const int window_colour_;
+    SwitchSet text_window_{current_text_window, 0};
+    SwitchSet screen_variable_;
+    const int full_redraw_before_ = full_redraw;
+    ScreenOwner owner_;
+    ScreenRun run_;
+    std::string file_; ///< the help file's bytes; empty when it is missing
+    HelpEntry entry_;
+    std::size_t page_ = 0;
+};
+
+HelpPage::HelpPage(const HelpRequest& request)
+    : request_(request),
+      window_(text_windows[static_cast<std::size_t>(request.messages->slots[message_slot::window].graphic)]),
+      window_colour_(window_.colour), screen_variable_(*request.screen_variable, -1) {
+    owner_.every_frame = request.every_frame;
+    run_.target = request.target;
+    run_.set = request.messages;
+    run_.owner = &owner_;
+    // The whole picture, not just the window's area: a page's texts and buttons may reach beyond it.
+    blit(request.target, request.save, 0, 0, 0, 0, request.target->w, request.target->h);
+    prepare_slots();
+    open();
+    update_screen(request.target);
+}
+
+HelpPage::~HelpPage() {
+    slot(message_slot::window).draw_flags[0] = '\0';
+    blit(request_.save, request_.target, 0, 0, 0, 0, request_.target->w, request_.target->h);
+    window_.colour = window_colour_;
+    full_redraw = full_redraw_before_;
+    update_screen(request_.target);
+}
+
+void HelpPage::show_toggle(int index) {
+    if (request_.messages->has_toggle(index))
+        vcc::show(request_.messages->toggles[static_cast<std::size_t>(index)]);
+}
+
+void HelpPage::enable(int index) {
+    vcc::show(slot(index));
+    slot(index).toggle = index;
+    show_toggle(index);
+    show_toggle(slot(index).activated);
+}
+
+void HelpPage::disable(int index) {
+    hide(slot(index));
+    slot(index).toggle = -1;
+}
+
+void HelpPage::prepare_slots() {
+    for (int line = message_slot::first_line; line <= message_slot::last_line; ++line)
+        store_text(slot(line).text, {});
+    for (int index = message_slot::first_button; index < request_.messages->slot_count(); ++index) {
+        disable(index);
+        if (request_.messages->has_toggle(index)) {
+            Slot& toggle = request_.messages->toggles[static_cast<std::size_t>(index)];
+            hide(toggle);
+            toggle.toggle = -1;
+        }
+    }
+    enable(message_slot::close);
+}
+
+/// Draws the whole set. What follows is drawn on it, so smoothed text must not bring the screen below back.
+void HelpPage::draw_set() {
+    run_.fields = draw_slot_set(run_.target, *request_.messages, run_.edit_texts);
+    if (anti_aliased_text)
+        full_redraw = 1;
+}
+
+void HelpPage::show_message(int index, std::string_view text) {
+    Slot& line = slot(index);
+    store_text(line.text, text);
+    // A pixel position counts only when both coordinates are set.
+    if (line.dest_y == 0)
+        line.dest_y = std::max(row_y(line.font, line.row), 1);
+    line.dest_x = layout_width / 2 - text_width(line.font, text) / 2;
+    draw_set();
+    hide(slot(message_slot::window));
+}
+
+void HelpPage::open() {
+    if (anti_aliased_text)
+        full_redraw = 1;
+    if (request_.requester->help_number > 0) {
+        if (auto bytes = read_file(text_of(request_.requester->help_file))) {
+            file_ = std::move(*bytes);
+            open_entry();
+        } else {
+            show_message(message_slot::missing_file, no_file_text);
+        }
+    }
+    if (!entry_.complete)
+        show_message(message_slot::missing_entry, no_entry_text);
+}
+
+void HelpPage::open_entry() {
+    auto found = read_help_entry(file_, request_.requester->help_number, help_line_length);
+    if (!found)
+        return;
+    entry_ = std::move(*found);
+    if (entry_.pages.size() > 1) {
+        show_toggle(message_slot::back);
+        enable(message_slot::forward);
+    }
+    draw_set();
+    window_.colour = entry_.window_colour;
+    hide(slot(message_slot::window));
+    if (sound_on && entry_.sound != 0)
+        play_effect(entry_.sound);
+    draw_lines(entry_.lines);
+}
+
+void HelpPage::draw_lines(std::span<const std::string> lines) {
+    const FontSelection font(entry_.font);
+    const int x = column_x(current_font, entry_.column);
+    int row = std::clamp(entry_.row, 0, grid_row_limit);
+    for (const std::string& line : lines) {
+        const int y = row_y(current_font, row++);
+        if (entry_.shadow_colour != 0)
+            draw_text(run_.target, x + 1, y + 1, line, entry_.shadow_colour, false);
+        draw_text(run_.target, x, y, line, entry_.text_colour, false);
+    }
+}
+
+void HelpPage::save_picture() {
+    if (save_pcx(picture_file, run_.target, buffer_palettes[screen_buffer]) != 0)
+        write_log(format_text("Picture %s cannot be written", picture_file));
+}
+
+void HelpPage::turn(int step) {
+    if (entry_.pages.empty())
+        return;
+    const std::size_t last = entry_.pages.size() - 1;
+    enable(message_slot::back);
+    enable(message_slot::forward);
+    if (step < 0 && page_ > 0)
+        --page_;
+    if (step > 0 && page_ < last)
+        ++page_;
+    if (page_ == 0)
+        disable(message_slot::back);
+    if (page_ == last)
+        disable(message_slot::forward);
+    draw_slots(run_.target, request_.messages->slots);
+    const auto lines = read_help_page(file_, entry_.pages[page_], help_line_length);
+    draw_lines(lines ? *lines : std::vector{std::string(no_entry_text)});
+    update_screen(run_.target);
+}
+
+std::optional<int> HelpPage::press(int index) {
+    if (index != message_slot::back && index != message_slot::forward)
+        return slot(index).action;
+    turn(index == message_slot::back ? -1 : 1);
+    return {};
+}
+
+/// A value closes the page.
+std::optional<int> HelpPage::handle(int code) {
+    switch (code) {
+    case key::f4:
+    case key::shift_f4:
+    case key::ctrl_f4:
+        save_picture();
+        return {};
+    case key::f12:
+        toggle_music();
+        return {};
+    case key::alt_w:
+        if (mode_range == both_modes)
+            switch_display_mode(1);
+        return {};
+    case step_activated:
+        return press(run_.current);
+    case step_no_slot:
+        return key::escape;
+    case 0:
+    case key::escape:
+    case key::f1:
+    case key::alt_x:
+        return code;
+    default:
+        return {};
+    }
+}
+
+int HelpPage::run() {
+    for (;;)
+        if (const auto result = handle(interaction_step(run_)))
+            return *result;
+}
+
+/// Why a message set cannot show a help page; empty when it can.
+std::string fault_of(const SlotSet& messages) {
+    if (messages.slot_count() < message_slot::needed)
+        return format_text("Help page: the message set has %d slots, %d are needed", messages.slot_count(),
+                           message_slot::needed);
+    const Slot& window = messages.slots[message_slot::window];
+    if (!is_text_window(window) || window.graphic < 0 || window.graphic >= text_window_count)
+        return "Help page: slot 0 of the message set does not name a text window";
+    return {};
+}
+
+} // namespace
+
+int show_help(const HelpRequest& request) {
+    if (!request.target || !request.save)
+        return key::escape;
+    if (const std::string fault = fault_of(*request.messages); !fault.empty()) {
+        write_log(fault);
+        return key::escape;
+    }
+    const FontSelection keep_font(current_font);
+    return HelpPage(request).run();
+}
+
+} // namespace vcc

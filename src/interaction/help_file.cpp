@@ -1,0 +1,117 @@
+// Reading help files. An entry is a line "+NUMBER", header lines of a free label character and a number each (page
+// count, the entries of further pages, font, text colour, window colour, shadow, sound, column, row), and text lines
+// that begin with "-" and one more character. The first other line ends it.
+#include "core/lines.h"
+#include "core/text.h"
+#include "interaction/help.h"
+#include "text/fonts.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace vcc {
+
+int help_line_length = 67;
+
+namespace {
+
+constexpr int page_limit = 9;
+constexpr std::size_t text_start = 2;
+
+class EntryReader {
+public:
+    EntryReader(std::string_view text, int line_length)
+        : lines_(text), line_length_(static_cast<std::size_t>(std::max(line_length, 1))) {}
+
+    /// Goes to the line after "+number", searching from the current place.
+    bool find(int number) {
+        while (const auto line = lines_.next())
+            if (line->starts_with('+') && to_number(*line) == number)
+                return true;
+        return false;
+    }
+
+    /// The number of the next header line; `missing` when there is no such line or it has no room for a number.
+    int header(int missing, std::size_t limit = line_limit) {
+        const auto line = lines_.next(limit);
+        return line && line->size() > 1 ? to_number(line->substr(1, line_length_ - 1)) : missing;
+    }
+
+    std::vector<int> pages(int number) {
+        const std::size_t limit = std::max<std::size_t>(line_length_ - 1, 1);
+        const int count = header(1, limit);
+        std::vector<int> pages{number};
+        for (int page = 2; page <= count && !at_end(); ++page) {
+            const int further = header(0, limit);
+            if (page <= page_limit)
+                pages.push_back(further);
+        }
+        return pages;
+    }
+
+    /// Collects text lines from the current place; true when a line of another kind ended them.
+    bool text_lines(std::vector<std::string>& texts) {
+        while (const auto line = lines_.next()) {
+            if (!line->starts_with('-'))
+                return true;
+            keep(texts, *line);
+        }
+        return false;
+    }
+
+    /// Passes over header lines; true with the first text line added. Stops at the next entry.
+    bool first_text_line(std::vector<std::string>& texts) {
+        while (const auto line = lines_.next()) {
+            if (line->starts_with('+'))
+                return false;
+            if (line->starts_with('-')) {
+                keep(texts, *line);
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    bool at_end() {
+        const std::size_t here = lines_.position();
+        const bool end = !lines_.next();
+        lines_.seek(here);
+        return end;
+    }
+
+    void keep(std::vector<std::string>& texts, std::string_view line) const {
+        if (texts.size() < grid_row_limit)
+            texts.emplace_back(line.substr(0, line_length_).substr(std::min(text_start, line.size())));
+    }
+
+    LineReader lines_;
+    std::size_t line_length_;
+};
+
+} // namespace
+
+std::optional<HelpEntry> read_help_entry(std::string_view text, int number, int line_length) {
+    EntryReader reader(text, line_length);
+    if (!reader.find(number))
+        return std::nullopt;
+    HelpEntry entry;
+    entry.pages = reader.pages(number);
+    for (int* value : {&entry.font, &entry.text_colour, &entry.window_colour, &entry.shadow_colour, &entry.sound,
+                       &entry.column, &entry.row})
+        *value = reader.header(*value);
+    entry.complete = reader.text_lines(entry.lines);
+    return entry;
+}
+
+std::optional<std::vector<std::string>> read_help_page(std::string_view text, int number, int line_length) {
+    EntryReader reader(text, line_length);
+    std::vector<std::string> texts;
+    if (!reader.find(number) || !reader.first_text_line(texts))
+        return std::nullopt;
+    reader.text_lines(texts);
+    return texts;
+}
+
+} // namespace vcc

@@ -1,0 +1,172 @@
+// The input loop: frame by frame, until a key, a click, a wheel step or a move onto another slot ends it.
+#include "core/text.h"
+#include "display/switching.h"
+#include "interaction/field_entry.h"
+#include "interaction/focus.h"
+#include "interaction/keys.h"
+#include "interaction/pointer_frame.h"
+#include "interaction/screen_run.h"
+#include "screen/draw.h"
+#include "settings/settings.h"
+#include "sound/music.h"
+#include "sound/sound.h"
+
+#include <allegro.h>
+
+#include <initializer_list>
+
+#include <cstddef>
+#include <optional>
+
+namespace vcc {
+
+namespace {
+
+constexpr int switched_out_rest_ms = 10;
+
+/// What the loop has drawn of the pointer's state since it was entered.
+enum class PointerLook { unknown, over, away };
+
+class InputLoop {
+public:
+    explicit InputLoop(ScreenRun& run) : run_(run), slot_(run.set->slots[index()]) {}
+
+    KeyEvent follow_pointer();
+
+private:
+    std::size_t index() const { return static_cast<std::size_t>(run_.current); }
+    bool is_field() const { return slot_.input_mode != 0; }
+    KeyEvent pointer_on_other(int over);
+    void show(PointerLook look);
+    void copy_field_text();
+    void report_pointer();
+
+    ScreenRun& run_;
+    const Slot& slot_;
+    PointerLook shown_ = PointerLook::unknown;
+};
+
+/// Runs the owner's pointer hook with sound effects held off.
+void InputLoop::report_pointer() {
+    const EffectsHeld quiet;
+    if (run_.owner->pointer_over)
+        run_.owner->pointer_over(run_.current);
+}
+
+/// The highlighted look of an entry field is drawn by others; it shall show the field's text.
+void InputLoop::copy_field_text() {
+    if (is_field() && run_.set->has_toggle(run_.current))
+        store_text(run_.set->toggles[index()].text, text_of(slot_.text));
+}
+
+/// Draws the current slot as the pointer comes (with the sound of the highlighted look) or goes, once each time.
+void InputLoop::show(PointerLook look) {
+    if (slot_.toggle == -1 || slot_.toggle == 0 || shown_ == look)
+        return;
+    shown_ = look;
+    copy_field_text();
+    if (look == PointerLook::over && !is_field())
+        draw_slot(run_.target, run_.set->toggles, run_.current);
+    if (look == PointerLook::away && !is_field()) {
+        const EffectsHeld quiet;
+        draw_slot(run_.target, run_.set->slots, run_.current);
+    }
+    report_pointer();
+    update_screen(run_.target);
+}
+
+/// The pointer may rest on a slot that the focus skips; that is reported once, or keys would never be heard again.
+KeyEvent InputLoop::pointer_on_other(int over) {
+    if (run_.reported_over == over) {
+        show(PointerLook::away);
+        return {};
+    }
+    run_.reported_over = over;
+    report_pointer();
+    return {key::over_other_slot, 0, KeyKind::ending};
+}
+
+KeyEvent InputLoop::follow_pointer() {
+    const PointerReading reading{held_buttons(), mouse_z, slot_under_pointer(run_.current, run_.set->slots, false)};
+    const PointerNews news = judge_pointer(pointer_memory(), reading, run_.current);
+    KeyEvent event;
+    switch (news.place) {
+    case PointerNews::Place::ignored:
+        break;
+    case PointerNews::Place::away:
+        pointer_by_keyboard = 0;
+        run_.reported_over = -1;
+        show(PointerLook::away);
+        return {key::over_nothing, 0, KeyKind::character};
+    case PointerNews::Place::on_current:
+        run_.reported_over = -1;
+        show(PointerLook::over);
+        break;
+    case PointerNews::Place::on_other:
+        event = pointer_on_other(reading.over);
+        break;
+    }
+    if (news.code == 0)
+        return event;
+    const bool wheel = news.code == key::up || news.code == key::down;
+    if (!wheel)
+        report_pointer();
+    return {news.code, 0, KeyKind::ending};
+}
+
+/// The display may have lost the picture meanwhile.
+void wait_while_switched_out(BITMAP* target) {
+    if (!switched_out)
+        return;
+    const bool music = sound_on && music_on;
+    if (music)
+        pause_music_voice();
+    while (switched_out && !close_requested)
+        rest(switched_out_rest_ms);
+    if (music)
+        resume_music_voice();
+    if (!screen)
+        return;
+    acquire_screen();
+    blit(target, screen, 0, 0, 0, 0, target->w, target->h);
+    release_screen();
+    show_mouse(screen);
+}
+
+/// On a button or label only Left and Right mean something besides the keys that always end the loop.
+KeyEvent key_on_button(KeyEvent event) {
+    if (event.kind == KeyKind::editing && (event.code == key::left || event.code == key::right))
+        event.kind = KeyKind::ending;
+    return event;
+}
+
+} // namespace
+
+int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_wait) {
+    if (clear_keyboard)
+        clear_keybuf();
+    InputLoop loop(run);
+    std::optional<FieldEntry> field;
+    if (run.set->slots[static_cast<std::size_t>(run.current)].input_mode != 0)
+        field.emplace(run, look, clear_keyboard);
+    for (;;) {
+        KeyEvent event = read_key();
+        const bool key_came = event.code != 0;
+        if (!key_came) {
+            event = loop.follow_pointer();
+            wait_while_switched_out(run.target);
+        } else {
+            event = field ? field->apply(event) : key_on_button(event);
+        }
+        if (close_requested)
+            event = {key::alt_x, 0, KeyKind::ending};
+        if (run.owner->every_frame)
+            run.owner->every_frame();
+        const bool ends = event.kind == KeyKind::ending || no_wait;
+        rest(key_came || ends ? 0 : static_cast<unsigned>(frame_rest));
+        if (ends)
+            return event.code;
+    }
+}
+
+} // namespace vcc

@@ -1,0 +1,61 @@
+#include "interaction/pointer_frame.h"
+
+#include "interaction/keys.h"
+
+#include <allegro.h>
+
+#include <initializer_list>
+
+namespace vcc {
+
+namespace {
+
+/// Buttons that have just gone down; none while one that was reported is still held.
+int new_buttons(PointerMemory& memory, int held) {
+    if (held & memory.reported_buttons)
+        return 0;
+    memory.reported_buttons = held;
+    return held;
+}
+
+int wheel_step(PointerMemory& memory, int wheel) {
+    if (wheel > memory.wheel) {
+        ++memory.wheel;
+        return key::up;
+    }
+    if (wheel < memory.wheel) {
+        --memory.wheel;
+        return key::down;
+    }
+    return 0;
+}
+
+PointerNews::Place place_of(int over, int current) {
+    if (over <= 0)
+        return PointerNews::Place::away;
+    return over == current ? PointerNews::Place::on_current : PointerNews::Place::on_other;
+}
+
+} // namespace
+
+PointerNews judge_pointer(PointerMemory& memory, const PointerReading& reading, int current) {
+    const int buttons = new_buttons(memory, reading.buttons);
+    if (buttons & key::right_button)
+        return {PointerNews::Place::ignored, buttons};
+    if (const int step = wheel_step(memory, reading.wheel))
+        return {PointerNews::Place::ignored, step};
+    const PointerNews::Place place = place_of(reading.over, current);
+    const bool click = place != PointerNews::Place::away && (buttons & key::left_button) != 0;
+    return {place, click ? buttons : 0};
+}
+
+PointerMemory& pointer_memory() {
+    static PointerMemory memory;
+    return memory;
+}
+
+int held_buttons() {
+    return mouse_b & key::both_buttons;
+}
+
+} // namespace vcc

@@ -1,0 +1,96 @@
+#include "interaction/screen_run.h"
+
+#include "core/log.h"
+#include "display/graphics_mode.h"
+#include "interaction/focus.h"
+#include "interaction/keys.h"
+#include "interaction/pointer_frame.h"
+#include "sound/music.h"
+
+namespace vcc {
+
+namespace {
+
+using Result = std::optional<int>;
+
+constexpr int both_modes = 3;
+
+Result activate(ScreenRun& run) {
+    return run.owner->activated ? run.owner->activated(run.current) : Result{};
+}
+
+Result step_back(ScreenRun& run) {
+    const int pointed = slot_under_pointer(run.current, run.set->slots, false);
+    if (pointed < 0)
+        return {};
+    run.current = pointed;
+    if (run.owner->right_click)
+        run.owner->right_click(pointed);
+    return {};
+}
+
+/// Escape and a right click come as one code; the button that is still held tells them apart.
+Result escape_or_right_click(ScreenRun& run) {
+    return held_buttons() == key::right_button ? step_back(run) : Result{result_menu};
+}
+
+Result leave(ScreenRun&) {
+    return result_leave;
+}
+
+Result leave_unusable(ScreenRun&) {
+    write_log("A screen has no slot that can be selected");
+    return result_leave;
+}
+
+Result switch_music(ScreenRun&) {
+    toggle_music();
+    return {};
+}
+
+Result switch_display(ScreenRun&) {
+    if (mode_range == both_modes)
+        switch_display_mode(1);
+    return {};
+}
+
+Result open_help(ScreenRun& run) {
+    if (run.owner->help)
+        run.owner->help(run.current);
+    return {};
+}
+
+struct CommandRow {
+    int code;
+    Result (*run)(ScreenRun&);
+};
+
+constexpr CommandRow command_rows[] = {
+    {step_activated, activate}, {step_no_slot, leave_unusable}, {key::escape, escape_or_right_click},
+    {key::alt_x, leave},        {key::f12, switch_music},       {key::alt_w, switch_display},
+    {key::f1, open_help},       {key::shift_f1, open_help},     {key::ctrl_f1, open_help},
+};
+
+Result carry_out(ScreenRun& run, int code) {
+    for (const CommandRow& row : command_rows)
+        if (row.code == code)
+            return row.run(run);
+    return run.owner->command ? run.owner->command(code) : Result{};
+}
+
+} // namespace
+
+int run_screen(BITMAP* target, SlotSet& set, const ScreenOwner& owner) {
+    ScreenRun run;
+    run.target = target;
+    run.set = &set;
+    run.owner = &owner;
+    run.fields = draw_slot_set(target, set, run.edit_texts);
+    if (owner.drawn)
+        owner.drawn();
+    for (;;)
+        if (const Result result = carry_out(run, interaction_step(run)))
+            return *result;
+}
+
+} // namespace vcc

@@ -1,0 +1,116 @@
+// One interaction with the current slot.
+#include "core/clock.h"
+#include "core/text.h"
+#include "interaction/focus.h"
+#include "interaction/focus_move.h"
+#include "interaction/keys.h"
+#include "interaction/screen_run.h"
+#include "screen/draw.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace vcc {
+
+namespace {
+
+constexpr int display_time_unit_ms = 100;
+constexpr int display_time_limit = 100; ///< ten seconds: a record of a damaged file must not stop the program
+
+Slot& current_slot(ScreenRun& run) {
+    return run.set->slots[static_cast<std::size_t>(run.current)];
+}
+
+/// The record that gives an entry field its look while it is edited.
+const Slot& editing_look(const SlotSet& set, const Slot& slot) {
+    if (slot.input_mode != 0 && set.has_toggle(slot.toggle))
+        return set.toggles[static_cast<std::size_t>(slot.toggle)];
+    return slot;
+}
+
+int wait_on_slot(ScreenRun& run, bool no_wait) {
+    Slot& slot = current_slot(run);
+    std::string& edit_text = run.edit_texts[static_cast<std::size_t>(run.current)];
+    const Slot& look = editing_look(*run.set, slot);
+    const bool is_field = slot.input_mode != 0;
+    if (is_field)
+        edit_text = text_of(slot.text);
+    select_font(look.font);
+    const int code = await_input(run, look, true, no_wait);
+    if (is_field)
+        store_text(slot.text, edit_text);
+    return code;
+}
+
+/// Keys that leave a button's look to what follows; an entry field is drawn anew in any case, without its cursor.
+bool keeps_look(int code) {
+    return code == key::enter || code == key::escape || code == key::alt_x || code == key::left_button ||
+           code == key::right_button;
+}
+
+void redraw_quietly(ScreenRun& run) {
+    const EffectsHeld quiet;
+    draw_slot(run.target, run.set->slots, run.current);
+}
+
+void show_pressed(ScreenRun& run) {
+    const Slot& slot = current_slot(run);
+    if (slot.sound_act != 0)
+        play_effect(slot.sound_act);
+    if (slot.activated == 0)
+        return;
+    draw_slot(run.target, run.set->toggles, slot.activated);
+    update_screen(run.target);
+    wait_ms(std::clamp(slot.display_time, 0, display_time_limit) * display_time_unit_ms);
+}
+
+int accept(ScreenRun& run) {
+    if (current_slot(run).input_mode == 0) {
+        show_pressed(run);
+        return step_activated;
+    }
+    const FocusMove move = move_to_next(run.current, run.set->slot_count());
+    run.current = move.current;
+    run.direction = move.direction;
+    return key::enter;
+}
+
+void navigate(ScreenRun& run, int code) {
+    const FocusMove move =
+        move_focus(code, run.current, run.direction, run.set->slot_count(), pointer_by_keyboard != 0);
+    run.current = move.current;
+    run.direction = move.direction;
+    if (!move.place_pointer)
+        return;
+    // The pointer only confirms the keyboard's slot here; it never takes the focus elsewhere.
+    if (const int found = pick_focus(*run.set, run.current, run.direction, true); found >= 0) {
+        run.current = found;
+        place_pointer(current_slot(run));
+    }
+    pointer_by_keyboard = 1;
+}
+
+} // namespace
+
+int interaction_step(ScreenRun& run, bool no_wait) {
+    const FontSelection keep_font(current_font);
+    const int focus = pick_focus(*run.set, run.current, run.direction, false);
+    if (focus < 0) {
+        run.current = 0;
+        return step_no_slot;
+    }
+    run.current = focus;
+    const int code = wait_on_slot(run, no_wait);
+    if (current_slot(run).input_mode != 0 || !keeps_look(code))
+        redraw_quietly(run);
+    if (code == key::left_button || code == key::enter)
+        return accept(run);
+    if (code == key::right_button)
+        return key::escape;
+    navigate(run, code);
+    return code;
+}
+
+} // namespace vcc
