@@ -1,0 +1,108 @@
+// Boxes, lines and the copy to the display.
+#include "screen/draw.h"
+
+#include "core/layout.h"
+#include "screen/colours.h"
+#include "screen/limits.h"
+#include "text/fonts.h"
+
+#include <initializer_list>
+
+namespace vcc {
+
+namespace {
+
+int line_pixel(int colour) {
+    return pixel_of(is_colour(colour) ? colour : line_fallback_colour);
+}
+
+int index_or_pixel(int colour) {
+    return is_colour(colour) ? pixel_of(colour) : colour;
+}
+
+/// Rows (or columns) of a band that lie on a picture of the given extent; a data file may ask for any thickness.
+struct BandSpan {
+    int first = 0;        ///< place of line 0
+    int from = 0, to = 0; ///< lines to draw, `to` exclusive
+};
+
+BandSpan band_span(int middle, int thickness, int extent) {
+    thickness = as_coordinate(thickness);
+    const int first = as_coordinate(middle) - thickness / 2;
+    return {first, std::max(0, -first), std::min(thickness, extent - first)};
+}
+
+int band_colour(int colour, int line, int step_a, int step_b) {
+    const long long wanted = colour + line * (static_cast<long long>(step_a) + step_b);
+    return wanted >= 0 && wanted < colour_count ? static_cast<int>(wanted) : -1;
+}
+
+} // namespace
+
+void update_screen(BITMAP* source) {
+    if (!screen || !source)
+        return;
+    scare_mouse();
+    acquire_screen();
+    blit(source, screen, 0, 0, 0, 0, layout_width, layout_height);
+    release_screen();
+    unscare_mouse();
+}
+
+void fill_text_box(BITMAP* target, int x, int y, int width, int colour) {
+    const int height = text_box_height(current_font);
+    if (width == 0 || height == 0)
+        return;
+    x = as_coordinate(x);
+    y = as_coordinate(y);
+    fill_rect(target, x, y, x + as_coordinate(width), y + height, colour);
+}
+
+void fill_rect(BITMAP* target, int x1, int y1, int x2, int y2, int colour) {
+    if (is_colour(colour))
+        rectfill(target, as_coordinate(x1), as_coordinate(y1), as_coordinate(x2), as_coordinate(y2), pixel_of(colour));
+}
+
+void frame_rect(BITMAP* target, int x1, int y1, int x2, int y2, int colour) {
+    rect(target, as_coordinate(x1), as_coordinate(y1), as_coordinate(x2), as_coordinate(y2), index_or_pixel(colour));
+}
+
+void clear_to_colour(BITMAP* target, int colour) {
+    rectfill(target, 0, 0, target->w, target->h, index_or_pixel(colour));
+}
+
+void draw_hline(BITMAP* target, int x1, int y, int x2, int colour) {
+    hline(target, as_coordinate(x1), as_coordinate(y), as_coordinate(x2), line_pixel(colour));
+}
+
+void draw_vline(BITMAP* target, int x, int y1, int y2, int colour) {
+    vline(target, as_coordinate(x), as_coordinate(y1), as_coordinate(y2), line_pixel(colour));
+}
+
+void draw_hband(BITMAP* target, int x1, int y, int x2, int colour, int thickness, int step_a, int step_b) {
+    const BandSpan span = band_span(y, thickness, target->h);
+    for (int line = span.from; line < span.to; ++line)
+        draw_hline(target, x1, span.first + line, x2, band_colour(colour, line, step_a, step_b));
+}
+
+void draw_vband(BITMAP* target, int x, int y1, int y2, int colour, int thickness, int step_a, int step_b) {
+    const BandSpan span = band_span(x, thickness, target->w);
+    for (int line = span.from; line < span.to; ++line)
+        draw_vline(target, span.first + line, y1, y2, band_colour(colour, line, step_a, step_b));
+}
+
+void draw_slot_box(BITMAP* target, const Slot* slots, int index) {
+    const Slot& slot = slots[index];
+    draw_slot_box_at(target, column_x(current_font, slot.column), row_y(current_font, slot.row), slots, index);
+}
+
+void draw_slot_box_at(BITMAP* target, int x, int y, const Slot* slots, int index) {
+    const Slot& slot = slots[index];
+    if (slot.box_width == 0 || slot.box_height == 0)
+        return;
+    x = as_coordinate(x);
+    y = as_coordinate(y);
+    fill_rect(target, x, y, x + as_coordinate(slot.box_width), y + as_coordinate(slot.box_height), slot.back_colour);
+}
+
+} // namespace vcc

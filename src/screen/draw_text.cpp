@@ -1,0 +1,78 @@
+// Text: plain, on a box, with a shadow.
+//
+// Smoothed edges are blended into what lies under them, so a text that is drawn again would grow bolder each time.
+// Unless the whole screen is being drawn afresh, its place is first restored from the clean background copy.
+#include "display/buffers.h"
+#include "platform/truetype.h"
+#include "screen/colours.h"
+#include "screen/draw.h"
+#include "screen/limits.h"
+#include "settings/settings.h"
+#include "text/fonts.h"
+
+#include <initializer_list>
+
+namespace vcc {
+
+int text_on_box = 0;
+int full_redraw = 0;
+
+namespace {
+
+bool hard_edges() {
+    return !anti_aliased_text || text_on_box;
+}
+
+void restore_background(BITMAP* target, int x, int y, std::string_view text) {
+    BITMAP* const clean = graphic_buffer(text_copy_buffer);
+    if (clean && !full_redraw)
+        blit(clean, target, x, y, x, y, as_coordinate(text_width(current_font, text)), cell_height(current_font));
+}
+
+} // namespace
+
+void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update) {
+    x = as_coordinate(x);
+    y = as_coordinate(y);
+    platform::TrueTypeFont* const face = font_face(current_font);
+    if (face && is_colour(colour)) {
+        if (hard_edges()) {
+            face->text_out(target, text, x, y, pixel_of(colour));
+        } else {
+            restore_background(target, x, y, text);
+            face->text_out_aa(target, text, x, y, pixel_of(colour));
+        }
+    }
+    if (update)
+        update_screen(target);
+}
+
+void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int colour, int box_colour, bool update) {
+    fill_text_box(target, x, y, text_width(current_font, text), box_colour);
+    const SwitchSet on_box(text_on_box, anti_aliased_text ? 1 : text_on_box);
+    draw_text(target, x, y, text, colour, update);
+}
+
+void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_pixel, bool update) {
+    x = as_coordinate(x);
+    y = as_coordinate(y);
+    platform::TrueTypeFont* const face = font_face(current_font);
+    if (face && is_colour(colour)) {
+        const bool hard = hard_edges();
+        if (!hard)
+            restore_background(target, x, y, text);
+        face->text_out_aa(target, text, x + 1, y + 1, shadow_pixel);
+        if (hard)
+            face->text_out(target, text, x, y, pixel_of(colour));
+        else
+            face->text_out_aa(target, text, x, y, pixel_of(colour));
+    }
+    if (update)
+        update_screen(target);
+}
+
+int text_cell_width(std::string_view text) {
+    return as_coordinate(static_cast<int>(text.size())) * cell_width(current_font);
+}
+
+} // namespace vcc

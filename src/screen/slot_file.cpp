@@ -1,0 +1,91 @@
+#include "screen/slot_file.h"
+
+#include "core/files.h"
+#include "core/log.h"
+#include "core/text.h"
+#include "platform/files.h"
+#include "screen/status_line.h"
+
+#include <bit>
+#include <cstring>
+#include <utility>
+
+namespace vcc {
+
+namespace {
+
+constexpr int status_font = 4;
+
+// Records are used as they lie in the file.
+static_assert(std::endian::native == std::endian::little);
+
+void report_unreadable(const std::string& path) {
+    show_status("Fehler beim oeffnen der Datei:", path, status_font);
+}
+
+/// The records of an opened file; `what_is_missing` completes the message when there are none.
+std::vector<Slot> take_records(const std::string& path, std::string_view bytes, std::string_view what_is_missing) {
+    SlotFileContents contents = read_slot_file(bytes);
+    if (!contents.fault.empty())
+        write_log(format_text("%s: %s", path.c_str(), contents.fault.c_str()));
+    if (contents.records.empty())
+        show_status("Datei ja!", what_is_missing, status_font);
+    return std::move(contents.records);
+}
+
+} // namespace
+
+SlotFileContents read_slot_file(std::string_view bytes) {
+    SlotFileContents contents;
+    std::int32_t count = 0;
+    if (bytes.size() < sizeof count)
+        return contents;
+    std::memcpy(&count, bytes.data(), sizeof count);
+    bytes.remove_prefix(sizeof count);
+    if (count < 0 || count > slot_limit) {
+        contents.fault = format_text("%d records announced, 0 to %d are possible", count, slot_limit);
+        return contents;
+    }
+    const std::size_t size = static_cast<std::size_t>(count) * sizeof(Slot);
+    if (bytes.size() < size) {
+        contents.fault =
+            format_text("%d records announced, but the file ends after %zu", count, bytes.size() / sizeof(Slot));
+        return contents;
+    }
+    contents.records.resize(static_cast<std::size_t>(count));
+    if (size > 0)
+        std::memcpy(contents.records.data(), bytes.data(), size);
+    return contents;
+}
+
+int load_slots(const std::string& path, SlotSet& set) {
+    set.slots.clear();
+    const auto bytes = read_file(path);
+    if (!bytes) {
+        report_unreadable(path);
+        return 1;
+    }
+    set.slots = take_records(path, *bytes, " Slots nein!");
+    return set.slot_count();
+}
+
+int load_toggles(const std::string& slot_path, SlotSet& set) {
+    set.toggles.clear();
+    const std::string path = replace_extension(slot_path, ".tgl");
+    if (!platform::file_exists(path))
+        return 0;
+    const auto bytes = read_file(path);
+    if (!bytes) {
+        report_unreadable(path);
+        return 0;
+    }
+    set.toggles = take_records(path, *bytes, " Toggles nein!");
+    return set.toggle_count();
+}
+
+int load_slot_set(const std::string& path, SlotSet& set) {
+    const int slots = load_slots(path, set);
+    return slots + load_toggles(path, set);
+}
+
+} // namespace vcc

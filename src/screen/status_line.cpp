@@ -1,0 +1,47 @@
+#include "screen/status_line.h"
+
+#include "core/layout.h"
+#include "screen/draw.h"
+#include "text/fonts.h"
+
+namespace vcc {
+
+namespace {
+
+constexpr int text_colour = 4, line_colour = 15;
+constexpr int left_column = 1, text_column = 2, rows_from_bottom = 3;
+
+BITMAP* status_target = nullptr;
+int status_x = 0, status_y = 0;
+
+void write_text(int x, std::string_view text) {
+    draw_boxed_text(status_target, x, status_y, text, text_colour, line_colour, false);
+}
+
+} // namespace
+
+void set_status_target(BITMAP* target) {
+    status_target = target;
+}
+
+void place_status_line() {
+    status_x = column_x(current_font, text_column);
+    status_y = row_y(current_font, grid_rows - rows_from_bottom);
+}
+
+void show_status(std::string_view first, std::string_view second, int font) {
+    if (!status_target)
+        return;
+    const FontSelection selection(font);
+    const int first_width = text_width(current_font, first);
+    if (first_width + text_width(current_font, second) >= layout_width) {
+        write_text(status_x, "Message was too long!");
+        return;
+    }
+    fill_text_box(status_target, column_x(current_font, left_column), status_y,
+                  column_x(current_font, grid_columns - 2), line_colour);
+    write_text(status_x, first);
+    write_text(status_x + first_width, second);
+}
+
+} // namespace vcc

@@ -1,0 +1,132 @@
+#include "screen/text_window.h"
+
+#include "core/geometry.h"
+#include "display/buffers.h"
+#include "screen/draw.h"
+#include "screen/window_fill.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+
+#include <initializer_list>
+
+namespace vcc {
+
+std::array<TextWindow, text_window_count> text_windows;
+int current_text_window = 0;
+int dot_spacing = 2;
+
+namespace {
+
+bool is_window(int number) {
+    return number >= 0 && number < text_window_count;
+}
+
+TextWindow& window_of(int number) {
+    return text_windows[static_cast<std::size_t>(number)];
+}
+
+/// Corners in pixels.
+Rect area_of(const TextWindow& window) {
+    if (window.pixel_coords)
+        return {window.left, window.top, window.right, window.bottom};
+    return {column_x(window.font, window.left), row_y(window.font, window.top), column_x(window.font, window.right),
+            row_y(window.font, window.bottom)};
+}
+
+void restore_area(BITMAP* target, BITMAP* source, const TextWindow& window) {
+    const Rect area = area_of(window);
+    if (source)
+        blit(source, target, area.x1, area.y1, area.x1, area.y1, area.x2 - area.x1 + window.shadow,
+             area.y2 - area.y1 + window.shadow);
+}
+
+int frame_colour(const TextWindow& window, bool highlighted) {
+    return highlighted ? window_of(style_window).title_colour : window.colour;
+}
+
+/// The title, centred over a width in columns; the display shows the whole picture at once.
+void draw_title(BITMAP* target, const TextWindow& window, int left_column, int columns, int y) {
+    const int offset = columns / 2 - static_cast<int>(window.title.size()) / 2;
+    draw_boxed_text(target, column_x(window.font, left_column + offset), y, window.title, window.title_colour,
+                    window.colour, true);
+}
+
+void draw(BITMAP* target, int number) {
+    const bool highlighted = number == current_text_window;
+    if (window_of(number).pixel_coords)
+        draw_pixel_window(target, number, highlighted);
+    else
+        draw_cell_window(target, number, highlighted);
+}
+
+} // namespace
+
+void draw_text_window(BITMAP* target, int number) {
+    if (!is_window(number))
+        return;
+    const TextWindow& window = window_of(number);
+    play_effect(window.open_sound);
+    if (window.style != 0) {
+        if (!window.pixel_coords)
+            select_font(window.font); // stays selected: callers write into the window
+        restore_area(target, graphic_buffer(window.background_buffer), window);
+    }
+    draw(target, number);
+}
+
+void draw_text_window_from_bitmap(BITMAP* target, int number, int restore) {
+    if (!is_window(number))
+        return;
+    const TextWindow& window = window_of(number);
+    play_effect(window.open_sound);
+    if (window.style != 0) {
+        if (!window.pixel_coords)
+            select_font(window.font);
+        if (window.pixel_coords ? restore != 0 : restore == -1)
+            restore_area(target, window.background_bitmap, window);
+    }
+    draw(target, number);
+}
+
+void draw_cell_window(BITMAP* target, int number, bool highlighted) {
+    if (!is_window(number))
+        return;
+    const TextWindow& window = window_of(number);
+    const FontSelection selection(window.font);
+    const Rect area = area_of(window);
+    const Rect with_row{area.x1, area.y1, area.x2, area.y2 + 1};
+    const bool dotted = window.style < 0;
+    fill_window(target, window, window.style > 0 ? area : with_row);
+    draw_window_grid(target, window, dotted ? with_row : area);
+    const int frame = frame_colour(window, highlighted);
+    if (frame != 0 && (window.style != 0 || window.colour >= 0))
+        frame_rect(target, area.x1, area.y1, area.x2, dotted ? area.y2 : with_row.y2, frame);
+    if (!window.title.empty()) {
+        const int y = window.top > 0 ? row_y(window.font, window.top - 1) : area.y1 - cell_height(window.font);
+        draw_title(target, window, window.left, window.right - window.left, y);
+    }
+    if (window.pointer_offset != 0)
+        position_mouse(area.x1 + column_x(window.font, window.pointer_offset), area.y1);
+}
+
+void draw_pixel_window(BITMAP* target, int number, bool highlighted) {
+    if (!is_window(number))
+        return;
+    const TextWindow& window = window_of(number);
+    const Rect area{window.left, window.top, window.right, window.bottom};
+    fill_window(target, window, area);
+    draw_window_grid(target, window, area);
+    const int frame = frame_colour(window, highlighted);
+    if (frame != 0 && window.colour >= 0)
+        frame_rect(target, area.x1, area.y1, area.x2, area.y2, frame);
+    const int cell = cell_width(window.font);
+    if (!window.title.empty() && window.colour >= 0 && cell > 0) {
+        const FontSelection selection(window.font);
+        draw_title(target, window, window.left / cell, (window.right - window.left) / cell,
+                   window.top - cell_height(window.font));
+    }
+    if (window.pointer_offset != 0)
+        position_mouse(window.left + window.pointer_offset, window.top);
+}
+
+} // namespace vcc
