@@ -1,0 +1,351 @@
+// The graphics mode on a simulated machine: this program stands in for the library's calls that ask and set it.
+#include "display/buffers.h"
+#include "display/mode_rules.h"
+#include "display/switching.h"
+#include "settings/settings.h"
+#include "support/allegro_none.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <functional>
+#include <vector>
+
+namespace {
+
+/// What the machine can do, and what it was asked.
+struct Machine {
+    int width = 1280, height = 1024, depth = 32;
+    std::vector<GFX_MODE> list;
+    std::function<bool(bool full, int bits)> can_set = [](bool, int) { return true; };
+    bool knows_amnesia = false, callbacks_work = true;
+
+    std::string modes; ///< every successful set_gfx_mode: F32 W16 ...
+    std::string tried; ///< every set_gfx_mode
+    std::string shown;
+    int switch_mode = -1;
+    void (*in)() = nullptr;
+    void (*out)() = nullptr;
+} machine;
+
+} // namespace
+
+extern "C" {
+
+GFX_MODE_LIST* get_gfx_mode_list(int) {
+    if (machine.list.empty())
+        return nullptr;
+    return new GFX_MODE_LIST{static_cast<int>(machine.list.size()), machine.list.data()};
+}
+void destroy_gfx_mode_list(GFX_MODE_LIST* list) {
+    delete list;
+}
+int set_gfx_mode(int card, int width, int height, int virtual_width, int virtual_height) {
+    EXPECT_EQ(std::vector({width, height, virtual_width, virtual_height}), std::vector({800, 600, 0, 0}));
+    const bool full = card == GFX_AUTODETECT_FULLSCREEN;
+    const std::string mode = (full ? "F" : "W") + std::to_string(get_color_depth()) + " ";
+    machine.tried += mode;
+    if (!machine.can_set(full, get_color_depth()))
+        return -1;
+    machine.modes += mode;
+    return 0;
+}
+void allegro_message(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    char text[400];
+    std::vsnprintf(text, sizeof text, format, arguments);
+    va_end(arguments);
+    machine.shown += text;
+}
+int set_display_switch_mode(int mode) {
+    machine.in = machine.out = nullptr;
+    if (mode == SWITCH_BACKAMNESIA && !machine.knows_amnesia)
+        return -1;
+    machine.switch_mode = mode;
+    return 0;
+}
+int set_display_switch_callback(int direction, void (*callback)()) {
+    if (!machine.callbacks_work)
+        return -1;
+    (direction == SWITCH_IN ? machine.in : machine.out) = callback;
+    return 0;
+}
+}
+
+namespace vcc {
+namespace {
+
+using test::ScratchFolder;
+
+class GraphicsMode : public ::testing::Test {
+protected:
+    void SetUp() override {
+        test::start_library();
+        folder_.write("data/logfiles/veldor_log.txt", "");
+        folder_.write("data/configs/vcc.cfg", "");
+        select_config_file();
+        forget_settings();
+        machine = Machine{};
+        set_color_depth(8);
+        // These two questions go through the system driver's table.
+        static SYSTEM_DRIVER driver = *system_driver;
+        driver.desktop_color_depth = [] { return machine.depth; };
+        driver.get_desktop_resolution = [](int* width, int* height) {
+            *width = machine.width;
+            *height = machine.height;
+            return machine.width == 0 ? -1 : 0;
+        };
+        system_driver = &driver;
+        mode_range = 0;
+        fullscreen = windowed;
+        settings = Settings{};
+    }
+    void TearDown() override { set_color_depth(32); }
+    static void configure(int range, int screen_mode, int bitmap_depth) {
+        set_config_int(section, "screen_mode_range", range);
+        set_config_int(section, "screen_mode", screen_mode);
+        set_config_int(section, "bitmap_depth", bitmap_depth);
+    }
+    /// As on the first start.
+    static void forget_settings() {
+        for (const char* const key : {"screen_mode_range", "screen_mode", "bitmap_depth"})
+            set_config_string(section, key, nullptr);
+    }
+    /// The three settings as "depth/range/mode"; -9 for a key that is not there.
+    static std::string recorded() {
+        const auto value = [](const char* key) { return std::to_string(get_config_int(section, key, -9)); };
+        return value("bitmap_depth") + "/" + value("screen_mode_range") + "/" + value("screen_mode");
+    }
+    bool logged(const std::string& text) const { return folder_.log().find(text) != std::string::npos; }
+
+    static constexpr const char* section = "VELDOR_GRAPHICS";
+    ScratchFolder folder_;
+};
+
+struct ProbeCase {
+    const char* name;
+    int width, height, depth;
+    std::vector<GFX_MODE> list;
+    std::function<bool(bool, int)> can_set;
+    const char* modes; ///< what was set, in order
+    int range;
+    const char* settings;
+};
+
+TEST_F(GraphicsMode, ProbingFindsWhatTheMachineOffersAndRecordsIt) {
+    const auto all = [](bool, int) { return true; };
+    const auto window_only = [](bool full, int) { return !full; };
+    const std::vector<ProbeCase> cases{
+        {"list with 16 and 32 bits", 1280, 1024, 32, {{800, 600, 16}, {800, 600, 32}}, all, "W32 ", 3, "0/3/0"},
+        {"larger modes stand for the size", 1280, 1024, 32, {{1024, 768, 24}, {640, 480, 32}}, all, "W24 ", 3, "1/3/0"},
+        {"8-bit list, so trying", 1280, 1024, 32, {{800, 600, 8}}, all, "F32 W32 ", 3, "0/3/0"},
+        {"trying finds 24", 1280, 1024, 24, {}, [](bool, int bits) { return bits != 32; }, "F24 W24 ", 3, "1/3/0"},
+        {"no full screen: window depths in order",
+         1280,
+         1024,
+         16,
+         {},
+         [](bool full, int bits) { return !full && bits <= 16; },
+         "W16 ",
+         2,
+         "2/2/0"},
+        {"no full screen, any window", 1280, 1024, 32, {}, window_only, "W32 ", 2, "0/2/0"},
+        {"16 gives way to 15",
+         1280,
+         1024,
+         16,
+         {{800, 600, 16}},
+         [](bool, int bits) { return bits == 15; },
+         "W15 ",
+         3,
+         "3/3/0"},
+        {"exact desktop", 800, 600, 32, {{800, 600, 32}}, all, "F32 ", 1, "0/1/1"},
+        {"exact desktop at 8 bits", 800, 600, 8, {}, all, "F32 F32 ", 1, "0/1/1"},
+    };
+    for (const ProbeCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        forget_settings();
+        machine = Machine{};
+        machine.width = c.width, machine.height = c.height, machine.depth = c.depth;
+        machine.list = c.list;
+        machine.can_set = c.can_set;
+        mode_range = 0;
+        EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::ok);
+        EXPECT_EQ(machine.modes, c.modes);
+        EXPECT_EQ(mode_range, c.range);
+        EXPECT_EQ(screen_mode_range, c.range);
+        EXPECT_EQ(recorded(), c.settings);
+        EXPECT_EQ(fullscreen, c.settings[4] == '1' ? full_screen : windowed);
+        EXPECT_NE(machine.in, nullptr);
+        EXPECT_EQ(machine.shown, "");
+    }
+}
+
+struct FailureCase {
+    const char* name;
+    int width, height, depth;
+    std::vector<GFX_MODE> list;
+    std::function<bool(bool, int)> can_set;
+    int kept_range; ///< mode_range that an earlier set-up left
+    const char* shown;
+    const char* logged;
+};
+
+TEST_F(GraphicsMode, EveryFailureOfProbingIsShownAndLoggedAndRecordsNothing) {
+    const auto all = [](bool, int) { return true; };
+    const auto none = [](bool, int) { return false; };
+    const std::vector<GFX_MODE> list16{{800, 600, 16}}, list32{{800, 600, 32}};
+    const char* const size = "Wrong desktop resolution!\n800x600 is minimum";
+    const char* const depth = "Wrong Desktop color depth!\n16bit is minimum";
+    const std::vector<FailureCase> cases{
+        {"too narrow", 799, 600, 32, list32, all, 0, size, size},
+        {"too low", 1024, 599, 32, list32, all, 0, size, size},
+        {"too few colours", 1024, 768, 8, list32, all, 0, depth, depth},
+        {"size and depth unknown", 0, 0, 0, list32, all, 0, depth, depth},
+        {"no mode", 800, 600, 32, {}, none, 0, "No valid videomode detected !", "No valid videomode detected !"},
+        {"full screen", 800, 600, 32, list32, none, 0, "gfx mode error 2 !",
+         "Error 2: Desktop 32/800/600 Request 32/-1/1"},
+        {"full screen at 16 and 15", 800, 600, 16, list16, none, 0, "gfx mode error 1 !",
+         "Error 1: Desktop 16/800/600 Request 16/-1/1"},
+        {"window", 1280, 1024, 32, list32, none, 0, "gfx mode error 4 !",
+         "Error 4: Desktop 32/1280/1024 Request 32/0/3"},
+        {"window at 16 and 15", 1280, 1024, 16, list16, none, 0, "gfx mode error 3 !",
+         "Error 3: Desktop 16/1280/1024 Request 16/0/3"},
+        {"window at no depth",
+         1280,
+         1024,
+         24,
+         {},
+         none,
+         0,
+         "gfx mode error 4 !",
+         "Error 4: Desktop 24/1280/1024 Request 0/0/2"},
+        {"depth never found", 800, 600, 32, {}, all, 1, "First run fdepth error !", "First run fdepth error"},
+        {"odd depth", 1280, 1024, 32, {{800, 600, 40}}, all, 0, "First run fdepth error !", "First run fdepth error"},
+    };
+    for (const FailureCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        forget_settings();
+        folder_.write("data/logfiles/veldor_log.txt", "");
+        machine = Machine{};
+        machine.width = c.width, machine.height = c.height, machine.depth = c.depth;
+        machine.list = c.list;
+        machine.can_set = c.can_set;
+        mode_range = c.kept_range;
+        EXPECT_EQ(setup_graphics_mode(probe_machine), SetupResult::fatal);
+        EXPECT_EQ(machine.shown, std::string(c.shown) + "\n");
+        EXPECT_TRUE(logged(c.logged)) << folder_.log();
+        EXPECT_EQ(recorded(), "-9/-9/-9");
+        EXPECT_EQ(machine.switch_mode, -1);
+    }
+}
+
+TEST_F(GraphicsMode, ConfiguredModeIsSetWithoutProbing) {
+    struct Case {
+        int range, screen_mode, bitmap_depth;
+        const char* modes;
+        const char* settings;
+        std::array<int, 3> flags;
+    };
+    for (const Case& c : {Case{3, 1, 2, "F16 ", "2/3/1", {0, 0, 1}}, Case{3, 0, 1, "W24 ", "1/3/0", {0, 1, 0}},
+                          Case{2, 1, 0, "W32 ", "0/2/0", {1, 0, 0}}, Case{1, -1, 3, "F15 ", "3/1/-1", {0, 0, 1}}}) {
+        SCOPED_TRACE(c.settings);
+        configure(c.range, c.screen_mode, c.bitmap_depth);
+        machine.modes.clear();
+        EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::ok);
+        EXPECT_EQ(machine.modes, c.modes);
+        EXPECT_EQ(recorded(), c.settings);
+        EXPECT_EQ(mode_range, c.range);
+        EXPECT_EQ(depth_class, c.flags);
+    }
+}
+
+TEST_F(GraphicsMode, ConfiguredModeThatFailsAsksForProbing) {
+    machine.can_set = [](bool full, int) { return !full; };
+    configure(3, 1, 0);
+    EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::retry);
+    EXPECT_EQ(machine.shown, "gfx mode error 5 !\n");
+    EXPECT_TRUE(logged("Error 5: Desktop 32/1280/1024 Request 32/-1/3"));
+    // Probing starts with the range of the failed set-up, so it tries no full-screen mode by itself.
+    machine.tried.clear();
+    EXPECT_EQ(setup_graphics_mode(probe_machine), SetupResult::ok);
+    EXPECT_EQ(machine.tried, "W32 ");
+    EXPECT_EQ(recorded(), "0/3/0");
+
+    machine.shown.clear();
+    configure(2, 1, 7);
+    EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::retry);
+    EXPECT_EQ(machine.shown, "gfx mode error 6 !\n");
+    EXPECT_TRUE(logged("Error 6: Desktop 32/1280/1024 Request 0/0/2"));
+    EXPECT_EQ(recorded(), "7/2/0");
+
+    configure(99, 0, 0);
+    EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::ok);
+    EXPECT_EQ(mode_range, 3);
+}
+
+TEST_F(GraphicsMode, SwitchingTogglesAndComesBackWhenTheOtherModeFails) {
+    machine.knows_amnesia = true;
+    set_color_depth(32);
+    for (const int toggle : {1, 1, 0})
+        switch_display_mode(toggle);
+    EXPECT_EQ(machine.modes, "F32 W32 W32 ");
+    EXPECT_EQ(machine.switch_mode, SWITCH_BACKGROUND);
+    switch_display_mode(1);
+    EXPECT_EQ(fullscreen, full_screen);
+    EXPECT_EQ(machine.switch_mode, SWITCH_BACKAMNESIA);
+
+    machine.can_set = [](bool full, int) { return full; };
+    machine.tried.clear();
+    folder_.write("data/logfiles/veldor_log.txt", "");
+    switch_display_mode(1);
+    EXPECT_EQ(machine.tried, "W32 F32 ");
+    EXPECT_EQ(fullscreen, full_screen);
+    EXPECT_TRUE(logged("Cannot set the window mode at 32 bits"));
+}
+
+TEST_F(GraphicsMode, RebuildingTakesAnOfferedDepthAndReleasesTheBuffers) {
+    depth_class = {0, 0, 1};
+    set_color_depth(16);
+    const auto fill = [] { graphic_buffers[4].reset(create_bitmap_ex(16, 8, 8)); };
+    fill();
+    for (const int refused : {0, 1, 4, -1}) {
+        settings.bitmap_depth = refused;
+        EXPECT_EQ(rebuild_display(0), 0) << refused;
+    }
+    EXPECT_EQ(machine.tried, "");
+    EXPECT_NE(graphic_buffer(4), nullptr);
+
+    settings.bitmap_depth = 3;
+    EXPECT_EQ(rebuild_display(1), 1);
+    EXPECT_EQ(machine.modes, "F15 ");
+    EXPECT_EQ(graphic_buffer(4), nullptr);
+
+    // A depth that cannot be set leaves the old mode in the old depth.
+    settings.bitmap_depth = 2;
+    machine.tried.clear();
+    machine.can_set = [](bool, int bits) { return bits == 15; };
+    EXPECT_EQ(rebuild_display(0), 1);
+    EXPECT_EQ(machine.tried, "F16 F15 ");
+    EXPECT_EQ(get_color_depth(), 15);
+}
+
+TEST_F(GraphicsMode, DisplaySwitchesAreReportedInEitherMode) {
+    for (const std::uint8_t mode : {windowed, full_screen}) {
+        fullscreen = mode;
+        install_display_switching();
+        EXPECT_EQ(machine.switch_mode, SWITCH_BACKGROUND) << "X11 refuses the other mode";
+        machine.out();
+        EXPECT_EQ(switched_out, 1);
+        machine.in();
+        EXPECT_EQ(switched_out, 0);
+    }
+    machine.callbacks_work = false;
+    install_display_switching();
+    EXPECT_TRUE(logged("Could not install SWITCH_IN callback"));
+    EXPECT_TRUE(logged("Could not install SWITCH_OUT callback"));
+}
+
+} // namespace
+} // namespace vcc
