@@ -1,5 +1,7 @@
 #include "platform/files.h"
 
+#include "platform/letter_case.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
@@ -9,14 +11,6 @@ namespace vcc::platform {
 namespace fs = std::filesystem;
 
 namespace {
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool same_but_for_case(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
-}
 
 bool exists(const std::string& path) {
     std::error_code error;

@@ -38,11 +38,14 @@ extern int number_of_themes;                     ///< 0 to 11; 0 when music is o
 extern int anti_aliased_text;                    ///< text is drawn with smoothed edges
 extern int frame_rest;                           ///< milliseconds given up per idle frame, 0 to 20
 
-/// Selects data/configs/vcc.cfg as the library's configuration file. An interrupted write of it is undone first.
+/// Selects data/configs/vcc.cfg as the library's configuration file and reads it. Selecting it again writes unwritten
+/// changes first and shows what others have written meanwhile.
 void select_config_file();
 
 /// Writes what set_config_int() and its companions changed to the disk, in one step: the file is replaced whole or
-/// stays as it was. A folder that cannot be written gives one log line a run.
+/// stays as it was, and whatever else is in it stays, comments too. A file that cannot be written gives one log line a
+/// run; the changes then stay in memory and are tried again. To be called instead of flush_config_file(), and before
+/// allegro_exit() when something may be unwritten. Texts that get_config_string() gave out before are no longer valid.
 void flush_settings();
 
 /// A "yes" or "no" key: true when its first three characters are exactly "yes". A missing key is true, an empty value

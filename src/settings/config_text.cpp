@@ -1,0 +1,114 @@
+#include "settings/config_text.h"
+
+#include "platform/letter_case.h"
+
+#include <algorithm>
+
+namespace vcc {
+
+using platform::same_but_for_case;
+
+namespace {
+
+bool is_space(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+std::string_view without_leading_space(std::string_view line) {
+    return line.substr(static_cast<std::size_t>(std::find_if_not(line.begin(), line.end(), is_space) - line.begin()));
+}
+
+bool is_blank_line(std::string_view line) {
+    return without_leading_space(line).empty();
+}
+
+/// The section that a line opens, or nothing.
+std::optional<std::string_view> section_of(std::string_view line) {
+    const std::string_view rest = without_leading_space(line);
+    const std::size_t end = rest.find(']');
+    if (!rest.starts_with('[') || end == std::string_view::npos)
+        return std::nullopt;
+    return rest.substr(1, end - 1);
+}
+
+/// The key of a line as the graphics library reads it: up to a blank, "=" or "#". Empty for comments.
+std::string_view key_of(std::string_view line) {
+    const std::string_view rest = without_leading_space(line);
+    const auto ends = [](char c) { return is_space(c) || c == '=' || c == '#'; };
+    return rest.substr(0, static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), ends) - rest.begin()));
+}
+
+/// Lines without their line feed. A carriage return stays with its line.
+std::vector<std::string> lines_of(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+using Lines = std::vector<std::string>;
+
+Lines::difference_type index_after(const Lines& lines, Lines::const_iterator line) {
+    return line - lines.begin() + 1;
+}
+
+void apply_change(Lines& lines, const ConfigChange& change, std::string_view line_end) {
+    const std::string value(change.value.value_or(""), 0, change.value.value_or("").find_first_of("\r\n"));
+    const std::string entry = change.key + " = " + value + std::string(line_end);
+    bool inside = false;
+    std::optional<Lines::difference_type> end_of_section; ///< after its last line that says something
+    for (auto line = lines.begin(); line != lines.end(); ++line) {
+        if (const auto opened = section_of(*line)) {
+            inside = same_but_for_case(*opened, change.section);
+        } else if (inside && same_but_for_case(key_of(*line), change.key)) {
+            if (change.value)
+                *line = entry;
+            else
+                lines.erase(line);
+            return;
+        }
+        if (inside && !is_blank_line(*line))
+            end_of_section = index_after(lines, line);
+    }
+    if (!change.value)
+        return;
+    if (!end_of_section) {
+        if (!lines.empty() && !is_blank_line(lines.back()))
+            lines.emplace_back(line_end);
+        lines.push_back("[" + change.section + "]" + std::string(line_end));
+        end_of_section = std::ssize(lines);
+    }
+    lines.insert(lines.begin() + *end_of_section, entry);
+}
+
+} // namespace
+
+std::vector<ConfigChange> changes_between(const ConfigValues& before, const ConfigValues& after) {
+    std::vector<ConfigChange> changes;
+    for (const auto& [name, value] : after) {
+        const auto old = before.find(name);
+        if (old == before.end() || old->second != value)
+            changes.push_back({name.first, name.second, value});
+    }
+    for (const auto& [name, value] : before)
+        if (!after.contains(name))
+            changes.push_back({name.first, name.second, std::nullopt});
+    return changes;
+}
+
+std::string apply_changes(std::string_view text, std::span<const ConfigChange> changes) {
+    if (changes.empty())
+        return std::string(text);
+    const std::string_view line_end = text.find("\r\n") != std::string_view::npos ? "\r" : "";
+    Lines lines = lines_of(text);
+    for (const ConfigChange& change : changes)
+        apply_change(lines, change, line_end);
+    std::string changed;
+    for (const std::string& line : lines)
+        changed.append(line).append("\n");
+    return changed;
+}
+
+} // namespace vcc

@@ -1,0 +1,130 @@
+#include "settings/settings.h"
+
+#include "core/text.h"
+#include "settings/keyboard_layout.h"
+#include "settings/rows.h"
+#include "sound/sound.h"
+
+#include <allegro.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace vcc {
+
+Settings settings;
+std::array<int, module_count> theme_loop{};
+int number_of_themes = 0;
+int anti_aliased_text = 1;
+int frame_rest = 0;
+
+namespace {
+
+/// A row's names as the library wants them: zero-terminated.
+struct KeyName {
+    KeyName(const SettingRow& row, std::string_view suffix = {})
+        : section(row.section), key(std::string(row.key).append(suffix)) {}
+    std::string section, key;
+};
+
+void read_row(const SettingRow& row, std::string_view suffix) {
+    const KeyName name(row, suffix);
+    if (row.kind == KeyKind::flag) {
+        *std::get<int*>(row.place) = config_flag(name.section.c_str(), name.key.c_str()) ? 1 : 0;
+    } else if (const TextPlace* const place = std::get_if<TextPlace>(&row.place)) {
+        const std::string standard(row.text);
+        const std::string_view value = get_config_string(name.section.c_str(), name.key.c_str(), standard.c_str());
+        std::memset(place->text, 0, place->size);
+        std::memcpy(place->text, value.data(), std::min(value.size(), place->size - 1));
+    } else {
+        const int value =
+            std::clamp(get_config_int(name.section.c_str(), name.key.c_str(), row.number), row.min, row.max);
+        if (std::int8_t* const* const byte = std::get_if<std::int8_t*>(&row.place))
+            **byte = static_cast<std::int8_t>(value); // 255 in the file is -1
+        else
+            *std::get<int*>(row.place) = value;
+    }
+}
+
+void write_row(const SettingRow& row) {
+    const KeyName name(row);
+    if (const TextPlace* const place = std::get_if<TextPlace>(&row.place))
+        set_config_string(name.section.c_str(), name.key.c_str(), place->text);
+    else if (std::int8_t* const* const byte = std::get_if<std::int8_t*>(&row.place))
+        set_config_int(name.section.c_str(), name.key.c_str(), **byte);
+    else
+        set_config_int(name.section.c_str(), name.key.c_str(), *std::get<int*>(row.place));
+}
+
+/// Creates a key that another program expects; a value that is there stays. A number of -1 counts as absent.
+void ensure_row(const SettingRow& row) {
+    const KeyName name(row);
+    if (row.kind == KeyKind::number) {
+        if (get_config_int(name.section.c_str(), name.key.c_str(), -1) == -1)
+            set_config_int(name.section.c_str(), name.key.c_str(), row.number);
+    } else if (get_config_string(name.section.c_str(), name.key.c_str(), nullptr) == nullptr) {
+        set_config_string(name.section.c_str(), name.key.c_str(), std::string(row.text).c_str());
+    }
+}
+
+template <typename Action>
+void for_rows(KeyUse use, Action action) {
+    for (const SettingRow& row : setting_rows())
+        if (row.has(use))
+            action(row);
+}
+
+/// The two flags can only switch off what is on; nothing but a new sound set-up switches it on.
+void obey_sound_flags() {
+    if (!config_flag("VELDOR_GENERAL", "sound_at_all"))
+        disable_sound();
+    if (!config_flag("VELDOR_GENERAL", "music_at_all"))
+        music_on = 0;
+}
+
+void store_number_of_themes(int count) {
+    number_of_themes = count;
+    set_config_int("VELDOR_SOUND", "number_of_themes", number_of_themes);
+    flush_settings();
+}
+
+/// Without any theme the choices stay as they are, so that music that is off for one run costs nobody their theme.
+void clamp_themes() {
+    if (number_of_themes > 0)
+        for (int& theme : settings.theme)
+            theme = std::clamp(theme, 0, number_of_themes - 1);
+}
+
+} // namespace
+
+void load_settings() {
+    obey_sound_flags();
+    if (music_on != 0)
+        music_on = count_themes();
+    store_number_of_themes(music_on);
+    for_rows(KeyUse::load, [](const SettingRow& row) { read_row(row, {}); });
+    anti_aliased_text = settings.anti_aliased;
+    clamp_themes();
+}
+
+void reset_settings() {
+    obey_sound_flags();
+    if (music_on != 0) {
+        music_on = count_themes();
+        store_number_of_themes(music_on);
+    }
+    for_rows(KeyUse::reset, [](const SettingRow& row) { read_row(row, "_default"); });
+    clamp_themes();
+}
+
+void save_settings() {
+    write_keyboard_layout();
+    if (settings.ip_address[0] == '\0')
+        store_text(settings.ip_address, ".");
+    for_rows(KeyUse::save, write_row);
+    write_keyboard_layout();
+    // These reach the disk with the next flush.
+    for_rows(KeyUse::ensure, ensure_row);
+}
+
+} // namespace vcc
