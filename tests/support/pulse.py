@@ -1,0 +1,116 @@
+"""A sound card of the tests' own: a private PulseAudio with one silent output, and what a program played through it.
+
+    with PulseServer() as pulse, pulse.record() as recording:
+        run_the_program(env=os.environ | pulse.environment)
+    samples = recording.samples()      # one row a frame, int16, left and right
+"""
+
+import os
+import shutil
+import subprocess
+import tempfile
+import time
+from pathlib import Path
+
+import numpy as np
+
+RATE = 44100  # of the output and of every recording; the library opens the device at this rate
+START_TIMEOUT_S = 10
+
+ALSA_CONFIGURATION = """</usr/share/alsa/alsa.conf>
+pcm.!default { type pulse }
+ctl.!default { type pulse }
+"""
+
+
+class Recording:
+    """What the output plays from entering to leaving."""
+
+    def __init__(self, pulse):
+        self._pulse = pulse
+        self._file = pulse.folder / f"recording-{time.monotonic_ns()}.raw"
+
+    def __enter__(self):
+        with open(self._file, "wb") as target:
+            self._process = subprocess.Popen(
+                ["parec", "-d", "out.monitor", "--raw", "--format=s16le", f"--rate={RATE}", "--channels=2", "--latency-msec=20"],
+                stdout=target, env=os.environ | self._pulse.environment)
+        self._pulse.wait_until(lambda: self._file.stat().st_size > 0, "the recorder gives no samples")
+        return self
+
+    def __exit__(self, *_):
+        self._process.terminate()
+        self._process.wait(timeout=5)
+
+    def samples(self):
+        """Everything so far; may be called while the recording runs."""
+        raw = np.fromfile(self._file, dtype="<i2")
+        return raw[: len(raw) // 2 * 2].reshape(-1, 2)
+
+
+class PulseServer:
+    """`environment` makes the library's ALSA driver (and anything else) play here."""
+
+    def __enter__(self):
+        self.folder = Path(tempfile.mkdtemp(prefix="veldor-pulse-"))
+        configuration = self.folder / "asound.conf"
+        configuration.write_text(ALSA_CONFIGURATION)
+        # XDG_RUNTIME_DIR must stay the caller's for other programs: only PulseAudio's own variables are set.
+        socket = self.folder / "native"
+        self.environment = {"ALSA_CONFIG_PATH": str(configuration), "PULSE_SERVER": f"unix:{socket}",
+                            "PULSE_RUNTIME_PATH": str(self.folder), "PULSE_STATE_PATH": str(self.folder),
+                            "PULSE_COOKIE": str(self.folder / "cookie")}
+        self._process = subprocess.Popen(
+            ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--log-level=error",
+             f"--load=module-null-sink sink_name=out rate={RATE} format=s16le channels=2",
+             f"--load=module-native-protocol-unix auth-anonymous=1 socket={socket}"],
+            env=os.environ | self.environment | {"HOME": str(self.folder)}, stderr=subprocess.DEVNULL)
+        self.wait_until(self._answers, "PulseAudio does not start")
+        return self
+
+    def __exit__(self, *_):
+        self._process.terminate()
+        try:
+            self._process.wait(timeout=5)
+        except subprocess.TimeoutExpired:
+            self._process.kill()
+            self._process.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def record(self):
+        return Recording(self)
+
+    def wait_until(self, condition, complaint):
+        end = time.monotonic() + START_TIMEOUT_S
+        while not condition():
+            if time.monotonic() > end:
+                raise TimeoutError(complaint)
+            time.sleep(0.02)
+
+    def _answers(self):
+        return subprocess.run(["pactl", "info"], env=os.environ | self.environment, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL).returncode == 0
+
+
+def loudness(samples):
+    """Root mean square of the recording, 0 to 1."""
+    return float(np.sqrt(np.mean((samples.astype(np.float64) / 32768) ** 2))) if len(samples) else 0.0
+
+
+def trimmed(samples, silence=8):
+    """The recording from its first to its last audible frame."""
+    loud = np.flatnonzero(np.abs(samples.astype(np.int32)).max(axis=1) > silence)
+    return samples[loud[0]: loud[-1] + 1] if len(loud) else samples[:0]
+
+
+def longest_gap_s(samples, silence=8):
+    """Seconds of the longest silence between two audible frames."""
+    loud = np.flatnonzero(np.abs(samples.astype(np.int32)).max(axis=1) > silence)
+    return float(np.diff(loud).max() - 1) / RATE if len(loud) > 1 else 0.0
+
+
+def main_tone_hz(samples):
+    """The strongest frequency of the recording's left channel."""
+    left = samples[:, 0].astype(np.float64) * np.hanning(len(samples))
+    spectrum = np.abs(np.fft.rfft(left))
+    return float(np.argmax(spectrum) * RATE / len(left))
