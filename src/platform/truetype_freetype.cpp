@@ -5,9 +5,13 @@
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
+#include FT_ADVANCES_H
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
+#include <limits>
+#include <numeric>
 #include <optional>
 #include <type_traits>
 
@@ -47,6 +51,21 @@ std::uint8_t coverage_at(const FT_Bitmap& bitmap, int x, int y) {
     return row[x];
 }
 
+// Takes the row with the least ink out of the upper half: the gap below an accent, where there is one.
+void drop_faintest_row(GlyphPicture& picture) {
+    const auto row_at = [&](int y) {
+        return picture.coverage.begin() + static_cast<std::ptrdiff_t>(y) * picture.width;
+    };
+    int faintest = 0, least = std::numeric_limits<int>::max();
+    for (int y = 0; y < (picture.height + 1) / 2; ++y)
+        if (const int ink = std::accumulate(row_at(y), row_at(y + 1), 0); ink < least) {
+            faintest = y;
+            least = ink;
+        }
+    picture.coverage.erase(row_at(faintest), row_at(faintest + 1));
+    --picture.height;
+}
+
 class FreeTypeFont final : public TrueTypeFont {
 public:
     explicit FreeTypeFont(FacePtr face) : face_(std::move(face)) { set_size(12); }
@@ -69,6 +88,7 @@ private:
     GlyphPicture render(FT_Int32 load, unsigned char character) const;
     FT_UInt index_of(unsigned char character) const;
     int face_advance(unsigned char character) const;
+    int descent() const;
     int advance(unsigned char character) const;
     void draw(BITMAP* target, std::string_view text, int x, int y, int colour, int background, FT_Int32 load,
               Cache& cache) const;
@@ -92,7 +112,8 @@ void FreeTypeFont::set_size(int height_px) {
     const long em = face_units > 0 ? (2L * height_ + 1) * units / (2 * face_units) : height_;
     FT_Set_Pixel_Sizes(face_.get(), 0, static_cast<FT_UInt>(std::clamp(em, 1L, 400L)));
     const long ppem = face_->size->metrics.y_ppem;
-    baseline_ = static_cast<int>((2 * face_->ascender * ppem + units) / (2 * units));
+    const auto ascent = static_cast<int>((2 * face_->ascender * ppem + units) / (2 * units));
+    baseline_ = std::min(ascent, std::max(height_ - descent(), 0));
     hard_ = {};
     smooth_ = {};
     for (int code = 0; code < 256; ++code)
@@ -104,11 +125,22 @@ FT_UInt FreeTypeFont::index_of(unsigned char character) const {
     return FT_Get_Char_Index(face_.get(), is_control(code) ? FT_ULong{' '} : code);
 }
 
-// One advance for both ways of drawing, so that a text is as long in either.
+// One advance for both ways of drawing, so that a text is as long in either: the designed one, rounded.
 int FreeTypeFont::face_advance(unsigned char character) const {
-    if (FT_Load_Glyph(face_.get(), index_of(character), FT_LOAD_TARGET_LIGHT) != 0)
+    FT_Fixed advance_16_16 = 0;
+    if (FT_Get_Advance(face_.get(), index_of(character), FT_LOAD_NO_HINTING, &advance_16_16) != 0)
         return 0;
-    return static_cast<int>((face_->glyph->advance.x + 32) >> 6);
+    return static_cast<int>((advance_16_16 + 0x8000) >> 16);
+}
+
+// Rows below the baseline that the usual descenders take.
+int FreeTypeFont::descent() const {
+    int rows = 0;
+    for (const FT_Int32 load : {hard_load, smooth_load})
+        for (const unsigned char character : {'g', 'j', 'p', 'Q', '(', '|'})
+            if (FT_Load_Glyph(face_.get(), index_of(character), load) == 0)
+                rows = std::max(rows, static_cast<int>(face_->glyph->bitmap.rows) - face_->glyph->bitmap_top);
+    return rows;
 }
 
 int FreeTypeFont::advance(unsigned char character) const {
@@ -127,15 +159,19 @@ GlyphPicture FreeTypeFont::render(FT_Int32 load, unsigned char character) const 
     if (width == 0 || rows == 0)
         return picture;
     // Callers restore and fill the text's box only, so nothing may stick out of it: an overhang to the left moves the
-    // character right, and one above or below moves it into the cell or, when it is taller than the cell, is cut.
-    picture.left = std::max(slot->bitmap_left, 0);
-    picture.top = std::clamp(baseline_ - slot->bitmap_top, 0, std::max(0, height_ - rows));
+    // character right, an accent above the cell comes closer to its letter, what hangs out below moves up.
     picture.width = width;
-    picture.height = std::min(rows, height_);
-    picture.coverage.reserve(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height));
-    for (int y = 0; y < picture.height; ++y)
-        for (int x = 0; x < picture.width; ++x)
+    picture.height = rows;
+    picture.left = std::max(slot->bitmap_left, 0);
+    picture.coverage.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(rows));
+    for (int y = 0; y < rows; ++y)
+        for (int x = 0; x < width; ++x)
             picture.coverage.push_back(coverage_at(bitmap, x, y));
+    for (picture.top = baseline_ - slot->bitmap_top; picture.top < 0 && picture.height > 1; ++picture.top)
+        drop_faintest_row(picture);
+    while (picture.height > height_)
+        drop_faintest_row(picture);
+    picture.top = std::clamp(picture.top, 0, height_ - picture.height);
     return picture;
 }
 
