@@ -1,0 +1,83 @@
+#include "latin1.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+
+namespace vcc::kit {
+
+namespace {
+
+/// What the bytes 0x80 to 0x9F stand for; 0 for the five that stand for nothing.
+constexpr std::array<char32_t, 32> upper_controls{0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                                  0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+std::optional<unsigned char> byte_of(char32_t character) {
+    if (character < 0x100)
+        return static_cast<unsigned char>(character);
+    const auto* const found = std::find(upper_controls.begin(), upper_controls.end(), character);
+    if (found == upper_controls.end())
+        return std::nullopt;
+    return static_cast<unsigned char>(0x80 + (found - upper_controls.begin()));
+}
+
+void append_utf8(std::string& out, char32_t character) {
+    const auto put = [&out](char32_t value) { out += static_cast<char>(static_cast<unsigned char>(value)); };
+    if (character < 0x80) {
+        put(character);
+    } else if (character < 0x800) {
+        put(0xC0 | character >> 6);
+        put(0x80 | (character & 0x3F));
+    } else {
+        put(0xE0 | character >> 12);
+        put(0x80 | (character >> 6 & 0x3F));
+        put(0x80 | (character & 0x3F));
+    }
+}
+
+} // namespace
+
+std::optional<std::string> to_latin1(std::string_view utf8) {
+    std::string out;
+    for (std::size_t i = 0; i < utf8.size();) {
+        const auto lead = static_cast<unsigned char>(utf8[i++]);
+        // Nothing beyond three bytes has a place in the character set.
+        const int more = lead < 0x80 ? 0 : lead >> 5 == 6 ? 1 : lead >> 4 == 14 ? 2 : -1;
+        if (more < 0)
+            return std::nullopt;
+        char32_t character = more == 0 ? lead : more == 1 ? lead & 0x1Fu : lead & 0x0Fu;
+        for (int k = 0; k < more; ++k) {
+            if (i == utf8.size() || (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80)
+                return std::nullopt;
+            character = character << 6 | (static_cast<unsigned char>(utf8[i++]) & 0x3Fu);
+        }
+        const auto byte = byte_of(character);
+        if (!byte)
+            return std::nullopt;
+        out += static_cast<char>(*byte);
+    }
+    return out;
+}
+
+std::string to_toml_text(std::string_view latin1) {
+    std::string out;
+    for (const char c : latin1) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte == '"' || byte == '\\') {
+            out += '\\';
+            out += c;
+        } else if (byte < 0x20 || byte == 0x7F || (byte >= 0x80 && byte < 0xA0 && upper_controls[byte - 0x80u] == 0)) {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\u%04X", static_cast<unsigned>(byte));
+            out += escape;
+        } else {
+            append_utf8(out, byte >= 0x80 && byte < 0xA0 ? upper_controls[byte - 0x80u] : byte);
+        }
+    }
+    return out;
+}
+
+} // namespace vcc::kit

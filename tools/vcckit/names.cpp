@@ -1,0 +1,157 @@
+#include "names.h"
+
+#include <array>
+#include <charconv>
+
+namespace vcc::kit {
+
+namespace {
+
+using enum Meaning;
+
+constexpr NameRow rows[] = {
+    {colour, "black", 0, 1},
+    {colour, "blue", 1, 1},
+    {colour, "green", 2, 1},
+    {colour, "cyan", 3, 1},
+    {colour, "red", 4, 1},
+    {colour, "magenta", 5, 1},
+    {colour, "brown", 6, 1},
+    {colour, "light_grey", 7, 1},
+    {colour, "dark_grey", 8, 1},
+    {colour, "light_blue", 9, 1},
+    {colour, "light_green", 10, 1},
+    {colour, "light_cyan", 11, 1},
+    {colour, "light_red", 12, 1},
+    {colour, "light_magenta", 13, 1},
+    {colour, "yellow", 14, 1},
+    {colour, "white", 15, 1},
+    // ramps from dark to bright
+    {colour, "steel", 16, 16},
+    {colour, "grey", 32, 16},
+    {colour, "red", 48, 16},
+    {colour, "green", 64, 16},
+    {colour, "blue", 80, 16},
+    {colour, "magenta", 96, 16},
+    {colour, "cyan", 112, 16},
+    {colour, "yellow", 128, 16},
+    {colour, "bronze", 144, 16},
+    {colour, "amber", 160, 12},
+    {colour, "copper", 172, 4},
+
+    // by face and height in the built-in installation
+    {font, "sans_12", 0, 1},
+    {font, "sans_13", 1, 1},
+    {font, "mono_11", 2, 1},
+    {font, "mono_11_b", 3, 1},
+    {font, "mono_14", 4, 1},
+    {font, "mono_12", 5, 1},
+    {font, "bold_14", 6, 1},
+    {font, "mono_16", 7, 1},
+    {font, "bold_20", 8, 1},
+    {font, "mono_20", 9, 1},
+    {font, "mono_20_b", 10, 1},
+
+    {action, "none", 0, 1},
+    {action, "leave", 1, 1},
+    {action, "hq", 2, 1},
+    {action, "factory", 3, 1},
+    {action, "battle", 4, 1},
+    {action, "options", 5, 1},
+    {action, "accept", 6, 1},
+    {action, "step_effects_volume", 7, 1},
+    {action, "step_music_volume", 8, 1},
+    {action, "step_theme", 9, 1},
+    {action, "step_screen_mode", 10, 1},
+    {action, "step_bitmap_depth", 11, 1},
+    {action, "step_resolution", 12, 1},
+    {action, "step_brontar_anim", 13, 1},
+    {action, "step_sprite_speed", 14, 1},
+    {action, "step_message_delay", 15, 1},
+    {action, "step_message_detail", 16, 1},
+    {action, "take_player_name", 17, 1},
+    {action, "manual", 18, 1},
+    {action, "step_keyboard", 19, 1},
+    {action, "choose_effects_volume", 20, 1},
+    {action, "choose_music_volume", 21, 1},
+    {action, "choose_theme", 22, 1},
+    {action, "choose_screen_mode", 23, 1},
+    {action, "choose_resolution", 24, 1},
+    {action, "choose_bitmap_depth", 25, 1},
+    {action, "choose_brontar_anim", 26, 1},
+    {action, "choose_sprite_speed", 27, 1},
+    {action, "choose_message_delay", 28, 1},
+    {action, "choose_message_detail", 29, 1},
+    {action, "cancel", 30, 1},
+    {action, "select_hq", 31, 1},
+    {action, "select_factory", 32, 1},
+    {action, "select_battle", 33, 1},
+    {action, "select_cc", 34, 1},
+    {action, "choose_keyboard", 37, 1},
+    {action, "theme_loop", 38, 1},
+    {action, "reset", 50, 1},
+    {action, "take_address", 51, 1},
+    {action, "back", 998, 1},
+
+    {sound, "none", 0, 1},
+
+    {buffer, "screen", 0, 1},
+    {buffer, "backdrop", 3, 1},
+    {buffer, "help_save", 22, 1},
+
+    {input, "none", 0, 1},
+    {input, "digits", 1, 1},
+    {input, "text", 2, 1},
+
+    {focus, "inert", -1, 1},
+    {focus, "plain", 0, 1},
+};
+
+constexpr std::array<std::string_view, 8> words{"number", "colour", "font",  "action",
+                                                "sound",  "buffer", "input", "focus"};
+
+} // namespace
+
+std::string_view meaning_word(Meaning meaning) {
+    return words[static_cast<std::size_t>(meaning)];
+}
+
+std::optional<Meaning> meaning_of_word(std::string_view word) {
+    for (std::size_t i = 0; i < words.size(); ++i)
+        if (words[i] == word)
+            return static_cast<Meaning>(i);
+    return std::nullopt;
+}
+
+std::optional<std::int32_t> number_of_name(Meaning meaning, std::string_view name) {
+    for (const NameRow& row : rows) {
+        if (row.meaning != meaning || !name.starts_with(row.name))
+            continue;
+        std::string_view rest = name.substr(row.name.size());
+        if (row.count == 1) {
+            if (rest.empty())
+                return row.first;
+            continue;
+        }
+        if (rest.size() < 2 || rest.front() != '_')
+            continue;
+        rest.remove_prefix(1);
+        std::int32_t step = 0;
+        const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), step);
+        if (error == std::errc{} && end == rest.data() + rest.size() && step >= 0 && step < row.count)
+            return row.first + step;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> name_of_number(Meaning meaning, std::int32_t number) {
+    for (const NameRow& row : rows) {
+        if (row.meaning != meaning || number < row.first || number - row.first >= row.count)
+            continue;
+        std::string name(row.name);
+        return row.count == 1 ? name : name + "_" + std::to_string(number - row.first);
+    }
+    return std::nullopt;
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,355 @@
+#include "screen_source.h"
+
+#include "fields.h"
+#include "latin1.h"
+#include "source_values.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <span>
+
+namespace vcc::kit {
+
+namespace {
+
+// What a table may say besides fields. Styles serve slots and toggle records.
+constexpr std::array<std::string_view, 5> slot_entries{"index", "style", "repeat", "highlight", "pressed"};
+constexpr std::array<std::string_view, 4> toggle_entries{"index", "style", "repeat", "copy"};
+constexpr std::array<std::string_view, 3> style_entries{"style", "highlight", "pressed"};
+constexpr std::array<std::string_view, 1> pressed_entries{"index"};
+
+/// The pressed look that a slot asked for; its place in the toggle set may have to be found.
+struct PressedLook {
+    std::size_t slot = 0;
+    std::int32_t index = 0; ///< 0: wherever there is room
+    Slot record{};
+    int line = 0;
+    std::string where;
+};
+
+/// Builds the records of one language.
+class Builder {
+public:
+    Builder(const toml::table& source, std::string_view language, SourceNames names, std::vector<SourceFault>& faults)
+        : source_(source), values_{language, std::move(names), faults} {}
+
+    ScreenRecords build() {
+        for_each_record("slot", [this](const toml::table& table) { add_slots(table); });
+        for_each_record("toggle", [this](const toml::table& table) { add_toggles(table); });
+        place_pressed_looks();
+
+        ScreenRecords out;
+        out.slots = filled(slots_, count_of("slot_count"));
+        const std::size_t toggle_count = count_of("toggle_count");
+        out.toggles = filled(toggles_, toggle_count);
+        out.has_toggle_file = !out.toggles.empty() || source_.contains("toggle_count");
+        return out;
+    }
+
+private:
+    using Records = std::map<std::size_t, Slot>;
+    using Tables = std::vector<const toml::table*>;
+
+    template <class Each>
+    void for_each_record(const char* key, Each each) {
+        const toml::node* const node = source_.get(key);
+        if (!node)
+            return;
+        const toml::array* const tables = node->as_array();
+        if (!tables || !tables->is_homogeneous(toml::node_type::table)) {
+            values_.fail(*node, std::string("\"") + key + "\" must be written as [[" + key + "]]");
+            return;
+        }
+        for (const toml::node& table : *tables)
+            each(*table.as_table());
+    }
+
+    /// A smallest number of records, 0 without the key.
+    std::size_t count_of(const char* key) {
+        const toml::node* const node = source_.get(key);
+        if (!node)
+            return 0;
+        const auto count = values_.integer(*node, Meaning::number, key);
+        if (count && *count >= 0 && *count <= slot_limit)
+            return static_cast<std::size_t>(*count);
+        if (count)
+            values_.fail(*node, std::string(key) + ": must be 0 to " + std::to_string(slot_limit));
+        return 0;
+    }
+
+    static std::vector<Slot> filled(const Records& records, std::size_t at_least) {
+        const std::size_t count = records.empty() ? at_least : std::max(at_least, records.rbegin()->first + 1);
+        std::vector<Slot> out(count, gap_slot());
+        for (const auto& [index, record] : records)
+            out[index] = record;
+        return out;
+    }
+
+    /// The styles that a table names, each before the table that builds on it, then the table itself.
+    void collect(const toml::table& table, Tables& out, std::set<const toml::table*>& open) {
+        if (!open.insert(&table).second) {
+            values_.fail(table, "style: it builds on itself");
+            return;
+        }
+        if (const toml::node* const node = table.get("style")) {
+            if (const toml::array* const list = node->as_array())
+                for (const toml::node& name : *list)
+                    collect_style(name, out, open);
+            else
+                collect_style(*node, out, open);
+        }
+        out.push_back(&table);
+        open.erase(&table);
+    }
+
+    void collect_style(const toml::node& name, Tables& out, std::set<const toml::table*>& open) {
+        const auto text = name.value<std::string>();
+        const toml::table* const style = text ? source_["style"][*text].as_table() : nullptr;
+        if (!style)
+            values_.fail(name, "style: there is no [style." + text.value_or("?") + "]");
+        else
+            collect(*style, out, open);
+    }
+
+    Tables layers_of(const toml::table& table) {
+        Tables layers;
+        std::set<const toml::table*> open;
+        collect(table, layers, open);
+        return layers;
+    }
+
+    /// The tables under a key of all layers; `key = false` drops those of the layers before.
+    Tables looks_of(const Tables& layers, const char* key) {
+        Tables looks;
+        for (const toml::table* layer : layers) {
+            const toml::node* const node = layer->get(key);
+            if (!node)
+                continue;
+            if (node->value<bool>() == false)
+                looks.clear();
+            else if (const toml::table* look = node->as_table())
+                looks.push_back(look);
+            else
+                values_.fail(*node, std::string(key) + ": must be a table of changes, or false");
+        }
+        return looks;
+    }
+
+    void apply_looks(Slot& record, const Tables& looks, std::span<const std::string_view> others) {
+        for (const toml::table* look : looks)
+            values_.apply(record, *look, others);
+    }
+
+    /// Applies the styles of a record and the record itself, which is the last layer.
+    void apply_layers(Slot& record, const Tables& layers, std::span<const std::string_view> others) {
+        for (const toml::table* layer : layers)
+            values_.apply(record, *layer, layer == layers.back() ? others : style_entries);
+    }
+
+    /// Runs a function for every record that a table stands for, with its index.
+    template <class Each>
+    void repeat(const toml::table& table, const char* kind, Each each) {
+        values_.where = kind;
+        const toml::node* const index_node = table.get("index");
+        if (!index_node) {
+            values_.fail(table, "index: is missing");
+            return;
+        }
+        const auto index = values_.integer(*index_node, Meaning::number, "index");
+        const Repetition repetition = values_.repetition(table);
+        if (!index)
+            return;
+        for (int i = 0; i < repetition.count; ++i) {
+            const std::int64_t at = *index + std::int64_t{i} * repetition.step;
+            values_.where = std::string(kind) + " " + std::to_string(at);
+            values_.repetition_index = i;
+            values_.repetition_count = repetition.count;
+            if (at < 0 || at >= slot_limit)
+                values_.fail(*index_node, "index: must be 0 to " + std::to_string(slot_limit - 1));
+            else
+                each(static_cast<std::size_t>(at));
+        }
+        values_.repetition_index = 0;
+        values_.repetition_count = 1;
+    }
+
+    void put(Records& records, std::size_t index, const Slot& record, const toml::node& node, const char* what) {
+        if (!records.emplace(index, record).second)
+            values_.fail(node, std::string(what) + " " + std::to_string(index) + " is described twice");
+    }
+
+    void add_slots(const toml::table& table) {
+        const Tables layers = layers_of(table);
+        repeat(table, "slot", [&](std::size_t index) {
+            Slot slot = empty_slot();
+            apply_layers(slot, layers, slot_entries);
+            values_.apply_steps(slot, table);
+
+            const Tables highlight = looks_of(layers, "highlight");
+            const bool states_focus = std::any_of(layers.begin(), layers.end(),
+                                                  [](const toml::table* layer) { return layer->contains("toggle"); });
+            if (!highlight.empty() && !states_focus)
+                slot.toggle = static_cast<std::int32_t>(index);
+
+            const Tables pressed = looks_of(layers, "pressed");
+            PressedLook look{index, 0, slot, line_of(table), values_.where};
+            if (!pressed.empty()) {
+                look.index = pressed_index(pressed, slot, table);
+                apply_looks(look.record, pressed, pressed_entries);
+                if (slot.activated == 0)
+                    slot.activated = look.index;
+            }
+            if (!highlight.empty()) {
+                Slot record = slot;
+                apply_looks(record, highlight, {});
+                put(toggles_, index, record, table, "toggle");
+            }
+            put(slots_, index, slot, table, "slot");
+            if (!pressed.empty())
+                pressed_.push_back(look);
+        });
+    }
+
+    /// Where a pressed look goes: its own index, else the one that `activated` names, else 0.
+    std::int32_t pressed_index(const Tables& pressed, const Slot& slot, const toml::table& table) {
+        for (auto look = pressed.rbegin(); look != pressed.rend(); ++look) {
+            const toml::node* const node = (*look)->get("index");
+            if (!node)
+                continue;
+            const auto index = values_.integer(*node, Meaning::number, "pressed.index");
+            const std::int64_t at =
+                index.value_or(1) + std::int64_t{values_.repetition_index} * values_.repetition(table).step;
+            if (at >= 1 && at < slot_limit)
+                return static_cast<std::int32_t>(at);
+            values_.fail(*node, "pressed.index: must be 1 to " + std::to_string(slot_limit - 1));
+            return 1;
+        }
+        return slot.activated > 0 && slot.activated < slot_limit ? slot.activated : 0;
+    }
+
+    void add_toggles(const toml::table& table) {
+        const Tables layers = layers_of(table);
+        repeat(table, "toggle", [&](std::size_t index) {
+            Slot record = empty_slot();
+            if (const toml::node* const node = table.get("copy")) {
+                const auto slot = values_.integer(*node, Meaning::number, "copy");
+                const auto found = slots_.find(static_cast<std::size_t>(slot.value_or(-1)));
+                if (found == slots_.end())
+                    values_.fail(*node, "copy: there is no such slot");
+                else
+                    record = found->second;
+            }
+            apply_layers(record, layers, toggle_entries);
+            values_.apply_steps(record, table);
+            put(toggles_, index, record, table, "toggle");
+        });
+    }
+
+    /// Looks with an index first; the others follow behind all slots, so that they are nobody's highlight.
+    void place_pressed_looks() {
+        const auto place = [this](const PressedLook& look, std::size_t index) {
+            if (!toggles_.emplace(index, look.record).second)
+                values_.fail_at(look.line,
+                                look.where + ": pressed: toggle " + std::to_string(index) + " is described twice");
+        };
+        for (const PressedLook& look : pressed_)
+            if (look.index != 0)
+                place(look, static_cast<std::size_t>(look.index));
+        std::size_t next = std::max<std::size_t>(1, slots_.empty() ? 0 : slots_.rbegin()->first + 1);
+        for (const PressedLook& look : pressed_) {
+            if (look.index != 0)
+                continue;
+            while (toggles_.contains(next))
+                ++next;
+            if (next >= slot_limit) {
+                values_.fail_at(look.line, look.where + ": pressed: there is no room for it among the toggle records");
+                return;
+            }
+            place(look, next);
+            // The looks were copied from the slot before its `activated` was known; a toggle record's own has no use.
+            slots_[look.slot].activated = static_cast<std::int32_t>(next);
+        }
+    }
+
+    const toml::table& source_;
+    SourceValues values_;
+    Records slots_, toggles_;
+    std::vector<PressedLook> pressed_;
+};
+
+/// The names that a source adds to the built-in ones: [names.colour] gold = 164
+SourceNames read_names(const toml::table& source, std::vector<SourceFault>& faults) {
+    SourceNames names;
+    const toml::node* const node = source.get("names");
+    if (!node)
+        return names;
+    const auto fail = [&faults](const toml::node& at, const std::string& text) {
+        faults.push_back({line_of(at), "names: " + text});
+    };
+    const toml::table* const kinds = node->as_table();
+    if (!kinds) {
+        fail(*node, "must be written as [names.colour], [names.sound] ...");
+        return names;
+    }
+    for (const auto& [word, entries] : *kinds) {
+        const auto meaning = meaning_of_word(word.str());
+        const toml::table* const table = entries.as_table();
+        if (!meaning || !table) {
+            fail(entries, "\"" + std::string(word.str()) +
+                              "\" is none of number, colour, font, action, sound, buffer, input, focus");
+            continue;
+        }
+        for (const auto& [name, value] : *table) {
+            const auto number = value.value_exact<std::int64_t>();
+            if (number && *number >= INT32_MIN && *number <= INT32_MAX)
+                names[{*meaning, std::string(name.str())}] = static_cast<std::int32_t>(*number);
+            else
+                fail(value, std::string(name.str()) + ": must be a number of 32 bits");
+        }
+    }
+    return names;
+}
+
+void check_top_level(const toml::table& source, std::vector<SourceFault>& faults) {
+    static const std::set<std::string_view> known{"name",   "names",      "style",       "slot",
+                                                  "toggle", "slot_count", "toggle_count"};
+    for (const auto& [key, node] : source)
+        if (!known.contains(key.str()))
+            faults.push_back({line_of(node), "unknown entry \"" + std::string(key.str()) + "\""});
+}
+
+} // namespace
+
+ScreenSource read_screen_source(std::string_view text) {
+    ScreenSource out;
+    const toml::parse_result parsed = toml::parse(text);
+    if (!parsed) {
+        out.faults.push_back(
+            {static_cast<int>(parsed.error().source().begin.line), std::string(parsed.error().description())});
+        return out;
+    }
+    const toml::table& source = parsed.table();
+    check_top_level(source, out.faults);
+    if (const toml::node* const name = source.get("name")) {
+        out.screen.name = name->value_exact<std::string>().value_or("");
+        if (out.screen.name.empty() || out.screen.name.find_first_of("/\\:.") != std::string::npos)
+            out.faults.push_back({line_of(*name), "name: must be a file name without folder and extension"});
+    }
+    const SourceNames names = read_names(source, out.faults);
+    for (std::size_t i = 0; i < languages.size(); ++i)
+        out.screen.records[i] = Builder(source, languages[i].code, names, out.faults).build();
+
+    // Most mistakes are met once a language.
+    std::vector<SourceFault> once;
+    for (const SourceFault& fault : out.faults)
+        if (std::find(once.begin(), once.end(), fault) == once.end())
+            once.push_back(fault);
+    std::stable_sort(once.begin(), once.end(),
+                     [](const SourceFault& a, const SourceFault& b) { return a.line < b.line; });
+    out.faults = std::move(once);
+    return out;
+}
+
+} // namespace vcc::kit
