@@ -26,4 +26,18 @@ std::string latin1_from_utf8(std::string_view text) {
     return latin;
 }
 
+std::string utf8_from_latin1(std::string_view text) {
+    std::string utf8;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code < 0x80U) {
+            utf8 += c;
+        } else {
+            utf8 += static_cast<char>(0xC0U | (code >> 6U));
+            utf8 += static_cast<char>(0x80U | (code & 0x3FU));
+        }
+    }
+    return utf8;
+}
+
 } // namespace vcc::platform

@@ -6,6 +6,7 @@
 #include "core/handles.h"
 #include "core/log.h"
 #include "platform/files.h"
+#include "platform/latin1.h"
 #include "platform/letter_case.h"
 #include "settings/config_text.h"
 #include "settings/settings.h"
@@ -89,21 +90,31 @@ bool write_whole_file(const std::string& name, const std::string& bytes) {
     return std::fclose(file.release()) == 0 && written;
 }
 
+bool replace_text(const std::string& name, const std::string& text) {
+    const std::string temporary = name + temporary_suffix;
+    if (write_whole_file(temporary, text) && platform::replace_file(temporary, name))
+        return true;
+    std::remove(temporary.c_str());
+    return false;
+}
+
 /// Puts changes into the file on the disk, beside what other programs may have written there meanwhile.
-bool change_file(const std::string& name, std::span<const ConfigChange> changes) {
+bool change_file(const std::string& name, std::vector<ConfigChange> changes) {
     if (changes.empty())
         return true;
+    for (ConfigChange& change : changes) { // the library reads and writes its files as UTF-8, whatever it holds
+        change.section = platform::utf8_from_latin1(change.section);
+        change.key = platform::utf8_from_latin1(change.key);
+        if (change.value)
+            change.value = platform::utf8_from_latin1(*change.value);
+    }
     const std::optional<std::string> before = read_file(name);
     if (!before && platform::file_exists(name))
         return false; // not readable: replacing it would lose what is in it
     const std::string after = apply_changes(before.value_or(""), changes);
     if (after == before)
         return true;
-    const std::string temporary = name + temporary_suffix;
-    if (write_whole_file(temporary, after) && platform::replace_file(temporary, name))
-        return true;
-    std::remove(temporary.c_str());
-    return false;
+    return replace_text(name, after);
 }
 
 /// Makes the library hold `text` instead of the file that it has. It would write its changes into the old file first,
@@ -113,16 +124,23 @@ void hold_text_instead(const std::string& name, const std::string& text) {
     set_config_data(text.c_str(), static_cast<int>(text.size()));
 }
 
-void select(const std::string& name) {
-    set_config_file(name.c_str());
-    agreed = held_values();
-}
-
 void report_failure() {
     static bool reported = false;
     if (!reported)
         write_log(format_text("Cannot write %s", config_name));
     reported = true;
+}
+
+void select(const std::string& name) {
+    const std::string text = read_file(name).value_or("");
+    const std::string apart = with_sections_apart(text);
+    if (apart == text || replace_text(name, apart)) {
+        set_config_file(name.c_str());
+    } else {
+        report_failure();
+        hold_text_instead(name, platform::latin1_from_utf8(apart));
+    }
+    agreed = held_values();
 }
 
 } // namespace

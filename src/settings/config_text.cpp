@@ -37,9 +37,11 @@ std::string_view key_of(std::string_view line) {
     return rest.substr(0, static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), ends) - rest.begin()));
 }
 
+using Lines = std::vector<std::string>;
+
 /// Lines without their line feed. A carriage return stays with its line.
-std::vector<std::string> lines_of(std::string_view text) {
-    std::vector<std::string> lines;
+Lines lines_of(std::string_view text) {
+    Lines lines;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         lines.emplace_back(text.substr(0, end));
@@ -48,7 +50,18 @@ std::vector<std::string> lines_of(std::string_view text) {
     return lines;
 }
 
-using Lines = std::vector<std::string>;
+/// What stands before the line feeds of the text: a carriage return where its first line has one.
+std::string_view line_end_of(std::string_view text) {
+    const std::size_t line_feed = text.find('\n');
+    return line_feed != std::string_view::npos && line_feed > 0 && text[line_feed - 1] == '\r' ? "\r" : "";
+}
+
+std::string joined(const Lines& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text.append(line).append("\n");
+    return text;
+}
 
 Lines::difference_type index_after(const Lines& lines, Lines::const_iterator line) {
     return line - lines.begin() + 1;
@@ -98,17 +111,32 @@ std::vector<ConfigChange> changes_between(const ConfigValues& before, const Conf
     return changes;
 }
 
+std::string with_sections_apart(std::string_view text) {
+    const std::string_view line_end = line_end_of(text);
+    Lines apart;
+    bool inside = false;
+    bool has_empty_line = false;
+    for (std::string& line : lines_of(text)) {
+        if (section_of(line)) {
+            if (inside && !has_empty_line)
+                apart.emplace_back(line_end);
+            inside = true;
+            has_empty_line = false;
+        }
+        has_empty_line = has_empty_line || is_blank_line(line);
+        apart.push_back(std::move(line));
+    }
+    return apart.size() == lines_of(text).size() ? std::string(text) : joined(apart);
+}
+
 std::string apply_changes(std::string_view text, std::span<const ConfigChange> changes) {
     if (changes.empty())
         return std::string(text);
-    const std::string_view line_end = text.find("\r\n") != std::string_view::npos ? "\r" : "";
+    const std::string_view line_end = line_end_of(text);
     Lines lines = lines_of(text);
     for (const ConfigChange& change : changes)
         apply_change(lines, change, line_end);
-    std::string changed;
-    for (const std::string& line : lines)
-        changed.append(line).append("\n");
-    return changed;
+    return joined(lines);
 }
 
 } // namespace vcc

@@ -27,4 +27,9 @@ std::vector<ConfigChange> changes_between(const ConfigValues& before, const Conf
 /// rest of it would be read as lines of its own. Other lines keep every byte. Pure.
 std::string apply_changes(std::string_view text, std::span<const ConfigChange> changes);
 
+/// The text with an empty line before every section that follows one without any. The graphics library puts a new key
+/// where the first empty line after its section's name is; without one the key ends up in the next section that has
+/// one, and is never found again. Pure.
+std::string with_sections_apart(std::string_view text);
+
 } // namespace vcc

@@ -75,6 +75,7 @@ TEST(Files, AVisitEndsWhereItBegan) {
 
 TEST(Clipboard, TextBecomesLatin1) {
     EXPECT_EQ(latin1_from_utf8("Gr\xC3\xBC\xC3\x9F\x65 \xC2\xA7"), "Gr\xFC\xDF\x65 \xA7");
+    EXPECT_EQ(utf8_from_latin1("Gr\xFC\xDF\x65 \xA7"), "Gr\xC3\xBC\xC3\x9F\x65 \xC2\xA7");
     EXPECT_EQ(latin1_from_utf8("5 \xE2\x82\xAC!"), "5 ?!") << "beyond Latin-1";
     EXPECT_EQ(latin1_from_utf8("a\xC3"), "a?") << "cut in the middle";
     EXPECT_EQ(latin1_from_utf8(std::string_view("ab\0c", 4)), "ab");
