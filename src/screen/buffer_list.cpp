@@ -11,6 +11,7 @@
 #include "sound/music.h"
 
 #include <initializer_list>
+#include <utility>
 
 namespace vcc {
 
@@ -41,14 +42,15 @@ bool create_work_bitmaps() {
 bool load_buffer(int number, const std::string& path) {
     const auto index = static_cast<std::size_t>(number);
     feed_music();
-    graphic_buffers[index] = load_picture(path, &buffer_palettes[index]);
+    BitmapPtr picture = load_picture(path, &buffer_palettes[index]);
     feed_music();
-    if (!graphic_buffers[index]) {
+    if (!picture) {
         const std::string text = format_text("error reading pic_file[%d]:=%s", number, path.c_str());
         show_alert(text);
         write_log(text);
         return false;
     }
+    graphic_buffers[index] = std::move(picture);
     show_next_background();
     return true;
 }

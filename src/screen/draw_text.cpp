@@ -25,8 +25,9 @@ bool hard_edges() {
 
 void restore_background(BITMAP* target, int x, int y, std::string_view text) {
     BITMAP* const clean = graphic_buffer(text_copy_buffer);
+    // One row more than the cell, as the boxes behind texts have it: the descenders of fonts 0 and 4 reach into it.
     if (clean && !full_redraw)
-        blit(clean, target, x, y, x, y, as_coordinate(text_width(current_font, text)), cell_height(current_font));
+        blit(clean, target, x, y, x, y, as_coordinate(text_width(current_font, text)), cell_height(current_font) + 1);
 }
 
 } // namespace
