@@ -1,0 +1,234 @@
+// Screen sources: what they describe, what is wrong with them, and the way back from files.
+#include "fields.h"
+#include "latin1.h"
+#include "names.h"
+#include "screen_source.h"
+#include "unpack.h"
+
+#include "core/text.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <random>
+
+namespace vcc::kit {
+namespace {
+
+Screen screen_of(const std::string& source) {
+    const ScreenSource read = read_screen_source(source);
+    for (const SourceFault& fault : read.faults)
+        ADD_FAILURE() << fault.line << ": " << fault.text;
+    return read.screen;
+}
+
+TEST(ScreenSource, SlotTakesFieldsFromItsStylesAndItself) {
+    const Screen screen = screen_of(R"(
+[names.colour]
+gold = 164
+[style.label]
+font = "mono_16"
+fore_colour = "white"
+[style.button]
+style = "label"
+back_colour = "steel_2"
+highlight = { fore_colour = "yellow" }
+pressed = { back_colour = "gold" }
+[[slot]]
+index = 2
+style = "button"
+fore_colour = "gold"
+text = { en = "Mill", de = "Mühle" }
+action = "factory"
+shadow = 12
+[[slot]]
+index = 4
+style = "button"
+highlight = false
+pressed = { index = 9, sound = 7 }
+focus_skip = true
+)");
+    const auto& [english, german] = screen.records;
+    ASSERT_EQ(english.slots.size(), 5u);
+    for (const std::size_t gap : {0u, 1u, 3u}) {
+        EXPECT_TRUE(is_hidden(english.slots[gap]));
+        EXPECT_EQ(english.slots[gap].toggle, -1);
+    }
+    const Slot& mill = english.slots[2];
+    EXPECT_EQ(mill.font, 7);
+    EXPECT_EQ(mill.fore_colour, 164);
+    EXPECT_EQ(mill.back_colour, 18);
+    EXPECT_EQ(mill.action, 3);
+    EXPECT_EQ(text_of(mill.text), "Mill");
+    EXPECT_EQ(text_of(german.slots[2].text), "M\xfchle");
+    EXPECT_TRUE(has_shadow(mill));
+    EXPECT_EQ(text_of(mill.sound_flags), "12");
+
+    EXPECT_EQ(mill.toggle, 2) << "highlighted by the toggle record of its own number";
+    EXPECT_EQ(english.toggles[2].fore_colour, 14);
+    EXPECT_EQ(english.toggles[2].back_colour, 18);
+    EXPECT_EQ(mill.activated, 5) << "a pressed look without a place lies behind the slots";
+    EXPECT_EQ(english.toggles[5].back_colour, 164);
+    EXPECT_EQ(english.toggles[5].action, 3);
+
+    const Slot& plain = english.slots[4];
+    EXPECT_EQ(plain.toggle, -1);
+    EXPECT_EQ(plain.activated, 9);
+    EXPECT_EQ(english.toggles[9].sound, 7);
+    EXPECT_EQ(text_of(plain.draw_flags), "  x");
+    EXPECT_TRUE(is_hidden(english.toggles[4]));
+}
+
+TEST(ScreenSource, RepeatedSlotsStepTheirIndexFieldsAndTexts) {
+    const Screen screen = screen_of(R"(
+[[slot]]
+index = 57
+repeat = { count = 3, step = 2, dest_y = 14, action = -1 }
+text = ["OFF", { en = "Low", de = "Leise" }, "MAX"]
+dest_y = 100
+action = 20
+pressed = { index = 10 }
+[[toggle]]
+index = 50
+copy = 59
+repeat = { count = 2 }
+)");
+    const ScreenRecords& german = screen.records[1];
+    ASSERT_EQ(german.slots.size(), 62u);
+    const struct {
+        std::size_t index;
+        const char* text;
+        int y, action, pressed;
+    } expected[] = {{57, "OFF", 100, 20, 10}, {59, "Leise", 114, 19, 12}, {61, "MAX", 128, 18, 14}};
+    for (const auto& e : expected) {
+        const Slot& slot = german.slots[e.index];
+        EXPECT_EQ(text_of(slot.text), e.text);
+        EXPECT_EQ(slot.dest_y, e.y);
+        EXPECT_EQ(slot.action, e.action);
+        EXPECT_EQ(slot.activated, e.pressed);
+    }
+    for (const std::size_t copy : {50u, 51u})
+        EXPECT_EQ(text_of(german.toggles[copy].text), "Leise");
+}
+
+TEST(ScreenSource, ExampleOfTheDocumentIsSound) {
+    std::ifstream file(VELDOR_SOURCE_DIR "/docs/formats.md");
+    const std::string document{std::istreambuf_iterator<char>(file), {}};
+    const std::size_t begin = document.find("```toml\n") + 8;
+    const Screen screen = screen_of(document.substr(begin, document.find("```", begin) - begin));
+    EXPECT_EQ(screen.name, "menu");
+    EXPECT_EQ(screen.records[1].slots.size(), 10u);
+    EXPECT_EQ(text_of(screen.records[1].slots[7].text), "Leise");
+    EXPECT_EQ(screen.records[1].slots[9].activated, 24);
+    EXPECT_EQ(screen.records[1].toggles[30].back_colour, 56);
+}
+
+TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
+    const struct {
+        const char* source;
+        int line;
+        const char* text;
+    } cases[] = {
+        {"[[slot]]\nindex = 3\ncolour = 1", 3, "slot 3: unknown field \"colour\""},
+        {"[[slot]]\nindex = 3\n\naction = \"fly\"", 4, "slot 3: action: unknown action \"fly\""},
+        {"[[slot]]\nindex = 3\nfont = 1.5", 3, "slot 3: font: must be a number or a name"},
+        {"[[slot]]\nindex = 3\nrow = 4000000000", 3, "slot 3: row: 4000000000 does not fit in 32 bits"},
+        {"[[slot]]\nindex = 3\nname = \"12345678901234567890123456789012\"", 3,
+         "slot 3: name: is 32 characters long, 31 fit"},
+        {"[[slot]]\nindex = 3\ntext = \"\u2713\"", 3, "slot 3: text: has a character outside Windows Latin-1"},
+        {"[[slot]]\nindex = 3\ntext = { en = \"a\" }", 3, "slot 3: text: has no value for the language \"de\""},
+        {"[[slot]]\nindex = 3\ntext = { en = \"a\", fr = \"b\" }", 3, "slot 3: text: \"fr\" is no language"},
+        {"[[slot]]\nindex = 3\ntext = [\"a\", \"b\"]", 3, "slot 3: text: has 2 values for 1 records"},
+        {"[[slot]]\nindex = 3\ntext = { raw = \"00\" }", 3,
+         "slot 3: text: raw must be 91 bytes, two hexadecimal digits each"},
+        {"[[slot]]\nindex = 200", 2, "slot 200: index: must be 0 to 199"},
+        {"[[slot]]\nrow = 1", 1, "slot: index: is missing"},
+        {"[[slot]]\nindex = 1\n[[slot]]\nindex = 1", 3, "slot 1: slot 1 is described twice"},
+        {"[[slot]]\nindex = 1\nhighlight = {}\n[[toggle]]\nindex = 1", 4, "toggle 1: toggle 1 is described twice"},
+        {"[[slot]]\nindex = 1\nhighlight = { style = \"a\" }", 3, "slot 1: unknown field \"style\""},
+        {"[[slot]]\nindex = 1\nstyle = \"a\"", 3, "style: there is no [style.a]"},
+        {"[[slot]]\nindex = 1\nstyle = \"a\"\n[style.a]\nstyle = \"a\"", 4, "style: it builds on itself"},
+        {"[[slot]]\nindex = 1\nrepeat = { count = 0 }", 3, "slot: repeat.count: must be 1 to 200"},
+        {"[[toggle]]\nindex = 1\ncopy = 7", 3, "toggle 1: copy: there is no such slot"},
+        {"slots = 1", 1, "unknown entry \"slots\""},
+        {"[names.color]\na = 1", 1, "names: \"color\" is none of"},
+        {"[[slot]\nindex = 1", 1, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.source);
+        const auto faults = read_screen_source(c.source).faults;
+        ASSERT_FALSE(faults.empty());
+        EXPECT_EQ(faults[0].line, c.line);
+        EXPECT_EQ(faults[0].text.substr(0, std::string(c.text).size()), c.text);
+    }
+}
+
+TEST(Unpack, PackingGivesTheSameBytesWhateverTheRecordsHold) {
+    std::mt19937 random(7);
+    const auto number = [&random](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
+    const auto random_records = [&](int count) {
+        std::vector<Slot> records(static_cast<std::size_t>(count));
+        for (Slot& slot : records) {
+            slot = number(0, 3) == 0 ? gap_slot() : empty_slot();
+            auto* const bytes = reinterpret_cast<unsigned char*>(&slot);
+            // Few bytes leave texts and small numbers whole, many leave nothing whole.
+            for (int changes = number(0, 1) * number(0, 400); changes > 0; --changes)
+                bytes[number(0, sizeof slot - 1)] = static_cast<unsigned char>(number(0, 255));
+            slot.action = number(-2, 60);
+        }
+        return records;
+    };
+    for (int round = 0; round < 30; ++round) {
+        Screen screen;
+        screen.name = "made";
+        const int slots = number(0, 12), toggles = number(0, 12);
+        const bool has_toggle_file = toggles > 0 || number(0, 1) == 1;
+        for (ScreenRecords& records : screen.records)
+            records = {random_records(slots), random_records(toggles), has_toggle_file};
+        const Screen again = screen_of(write_screen_source(screen));
+        EXPECT_EQ(again.name, "made");
+        for (std::size_t i = 0; i < languages.size(); ++i) {
+            EXPECT_EQ(slot_file_bytes(again.records[i].slots), slot_file_bytes(screen.records[i].slots));
+            EXPECT_EQ(slot_file_bytes(again.records[i].toggles), slot_file_bytes(screen.records[i].toggles));
+            EXPECT_EQ(again.records[i].has_toggle_file, has_toggle_file);
+        }
+    }
+}
+
+TEST(SlotBytes, CountMustFitTheFile) {
+    const std::string sound = slot_file_bytes({empty_slot(), gap_slot()});
+    std::string fault;
+    EXPECT_EQ(records_of(sound, fault).size(), 2u);
+    EXPECT_EQ(fault, "");
+    std::string huge = sound;
+    huge[2] = 1;
+    for (const std::string& bad : {std::string("\1\0", 2), sound.substr(0, sound.size() - 1), sound + "x", huge}) {
+        fault.clear();
+        EXPECT_TRUE(records_of(bad, fault).empty());
+        EXPECT_NE(fault, "");
+    }
+}
+
+TEST(Names, EveryNumberComesBackFromItsName) {
+    for (const Meaning meaning : {Meaning::colour, Meaning::font, Meaning::action, Meaning::sound, Meaning::buffer,
+                                  Meaning::input, Meaning::focus})
+        for (int number = -1; number < 1000; ++number) {
+            const auto name = name_of_number(meaning, number);
+            if (name) {
+                EXPECT_EQ(number_of_name(meaning, *name), number) << *name;
+            }
+        }
+    EXPECT_EQ(number_of_name(Meaning::colour, "steel_16"), std::nullopt);
+    EXPECT_EQ(number_of_name(Meaning::colour, "steel_"), std::nullopt);
+}
+
+TEST(Latin1, TextsOfTheTwoCharacterSetsMeet) {
+    EXPECT_EQ(to_latin1("Gr\u00fc\u00dfe \u20ac \u2013"), "Gr\xfc\xdf"
+                                                          "e \x80 \x96");
+    for (const char* bad : {"\u2713", "\xc3", "\xff", "\xf0\x9f\x98\x80", "a\x80"})
+        EXPECT_EQ(to_latin1(bad), std::nullopt);
+}
+
+} // namespace
+} // namespace vcc::kit
