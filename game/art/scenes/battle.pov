@@ -1,12 +1,13 @@
 // Background of the battle: dusk, fires on the horizon, the machine fires.
 #version 3.7;
+global_settings{assumed_gamma 1.0 max_trace_level 6}
 #declare F_Sun=vnormalize(<-.42,.07,1>);
-#declare F_SunLight=srgb<1,.42,.20>*4;
+#declare F_SunLight=srgb<1,.46,.22>*3.2;
 #declare F_Glow=.62; #declare F_Disc=0; #declare F_GlowTint=<1,.36,.14>;
 #declare F_Horizon=<.60,.28,.14>; #declare F_Low=<.44,.24,.17>; #declare F_Mid=<.20,.16,.18>; #declare F_High=<.085,.09,.12>; #declare F_Zenith=<.03,.035,.05>;
 #declare F_Cloud1=<.50,.24,.14>; #declare F_Cloud2=<.10,.085,.09>; #declare F_CloudTurn=300;
-#declare F_ShiftX=5.1; #declare F_Dry=-.31; #declare F_Fill=.5; #declare F_MudTint=.8;
-#declare F_Fog=srgbt<.42,.24,.16,.12>; #declare F_FogFar=62;
+#declare F_Dry=-.415; #declare F_Fill=.5; #declare F_MudTint=.55;
+#declare F_Fog=srgbt<.42,.24,.16,0>; #declare F_AirFar=1e7; #declare F_FogFar=62;
 #include "field.inc"
 camera{location <3.0,1.5,-18> right x*4/3 look_at <1.0,5.4,0> angle 62}
 #declare GY=16; #declare GP=-10;
@@ -17,12 +18,8 @@ camera{location <3.0,1.5,-18> right x*4/3 look_at <1.0,5.4,0> angle 62}
 object{Brontar(.35,0,-.1,GY,GP,10,"07") rotate y*Turn translate At}
 object{Flash translate Muzzle-z*.3}
 light_source{Muzzle-z*.8 srgb<1,.72,.36>*14 fade_distance 2.2 fade_power 2}
-Puff(Muzzle+<-.9,.5,.6>,2.3,<.50,.36,.26>,.55,1) Puff(Muzzle+<1.4,.9,1.0>,1.9,<.30,.22,.18>,.5,4)
 // the other side: two machines, tracers, hits
 object{Brontar(.6,1,0,-12,-5,0,"03") rotate y*(100) translate <-17,-.3,30>}
 object{Brontar(.1,1,0,0,-6,0,"09") rotate y*(180+60) translate <24,-.3,44>}
 #macro Tracer(a,b) cylinder{a,b,.05 pigment{rgb<1.0,.75,.3>} finish{ambient 0 diffuse 0 emission 1.4} no_shadow} #end
 Tracer(<-12,9,32>,<-8,8.8,31>) Tracer(<-4.5,8.5,30>,<-1,8.3,29>) Tracer(<12,9.5,60>,<5,9.9,60>)
-#declare k=0; #while(k<9) Puff(<-30+k*1.2,3+k*2.6,66>,5+k*.9,<.13,.10,.10>,.8,k+2) #declare k=k+1; #end
-#declare k=0; #while(k<8) Puff(<16+k*1.5,2+k*2.4,74>,4.5+k*.8,<.11,.09,.09>,.75,k+20) #declare k=k+1; #end
-Puff(<-30,2,64>,5,<1.1,.48,.14>,.9,9) Puff(<16,2,72>,4.5,<1,.40,.12>,.85,12) Puff(<-12,1.0,26>,1.6,<1.3,.75,.3>,.9,15)

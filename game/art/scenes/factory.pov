@@ -20,7 +20,7 @@ union{
 Jig(<-9.2,0,5>,200) Jig(<-12.6,0,9>,190)
 // welding light under the nose, scaffold and tools
 #declare W=<-3.3,3.95,-3.4>;
-light_source{W-<.3,.2,.5> srgb<.62,.80,1>*16 fade_distance 1.6 fade_power 2}
+light_source{W-<.3,.2,.5> srgb<.62,.80,1>*5 fade_distance 1.1 fade_power 2}
 sphere{W,.11 pigment{rgb 1} finish{ambient 0 diffuse 0 emission 6} no_shadow}
 #declare R=seed(11); #declare k=0; #while(k<110)
  #declare d=vnormalize(<rand(R)-.5,rand(R)*.8-.35,rand(R)-.7>); #declare l=.25+rand(R)*rand(R)*2.6; #declare p=W+d*l-y*l*l*.28;

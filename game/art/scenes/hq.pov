@@ -3,7 +3,7 @@
 global_settings{assumed_gamma 1.0 max_trace_level 12}
 #include "tex.inc"
 #include "brontar.inc"
-camera{location <-1.6,2.35,-6.4> right x*4/3 look_at <-.35,1.75,0> angle 62}
+camera{location <-1.5,2.3,-5.7> right x*4/3 look_at <-.35,1.75,0> angle 62}
 background{rgb 0}
 #declare T_Room=texture{pigment{granite color_map{[0 srgb<.30,.34,.38>][1 srgb<.22,.24,.27>]} scale 2} finish{ambient 0 diffuse .6 specular .2 roughness .03 reflection .02}}
 // room: floor plates, walls with ribs, ceiling with cable trays
@@ -20,7 +20,7 @@ box{<-8,0,5.4>,<8,5,5.6> texture{T_Room}} box{<-7.2,0,-9>,<-7,5,6> texture{T_Roo
  box{<-w/2,-h/2,-.03>,<w/2,h/2,-.021> pigment{gradient y color_map{[0 rgb Sc*.09][1 rgb Sc*.03]} scale h translate -y*h/2} finish{ambient 0 diffuse 0 emission 1}}
  #local k=1; #while(k<8) box{<-w/2,-h/2+k*h/8-.004,-.034>,<w/2,-h/2+k*h/8+.004,-.03> Glow(Sc,.16)} box{<-w/2+k*w/8-.004,-h/2,-.034>,<-w/2+k*w/8+.004,h/2,-.03> Glow(Sc,.16)} #local k=k+1; #end
  #if(kind=0) #local k=0; #local p=<-w*.46,0,-.04>; #while(k<30) #local q=<-w*.46+(k+1)*w*.92/30,h*.30*sin(k*.45+sd)*(.4+.6*rand(R)),-.04>; cylinder{p,q,.009 Glow(Sc,1.1)} #local p=q; #local k=k+1; #end #end
- #if(kind=1) #local k=0; #while(k<9) box{<-w*.44,h*.40-k*h*.095,-.04>,<-w*.44+w*(.25+.6*rand(R)),h*.40-k*h*.095+h*.035,-.036> Glow(#if(mod(k,4)=1) Sa #else Sc #end,.75)} #local k=k+1; #end #end
+ #if(kind=1) #local k=0; #while(k<9) #if(mod(k,4)=1) #local lc=Sa; #else #local lc=Sc; #end box{<-w*.44,h*.40-k*h*.095,-.04>,<-w*.44+w*(.25+.6*rand(R)),h*.40-k*h*.095+h*.035,-.036> Glow(lc,.75)} #local k=k+1; #end #end
  #if(kind=2) #local k=0; #while(k<4) torus{h*(.1+.1*k),.006 rotate x*90 translate -z*.04 Glow(Sc,.8)} #local k=k+1; #end
   #local k=0; #while(k<7) sphere{<(rand(R)-.5)*w*.8,(rand(R)-.5)*h*.8,-.04>,.026 Glow(Sa,1.3)} #local k=k+1; #end cone{0,.0,<h*.38,h*.18,0>,.09 scale <1,1,.02> translate -z*.045 Glow(Sc,.5)} #end } #end
 object{Screen(2.6,1.5,2,3) translate <0,2.75,5.05>} object{Screen(1.9,1.2,0,7) translate <-2.7,2.75,5.05>} object{Screen(1.9,1.2,1,12) translate <2.7,2.75,5.05>}
@@ -46,9 +46,9 @@ torus{1.82,.02 translate y*.97 Glow(Sc,1.5)} torus{1.3,.006 translate y*.97 Glow
 #include "holo.inc"
 union{object{Brontar(.15,1,0,6,-6,12,"07") scale .185 rotate y*(180+38) translate <0,1.22,0>} no_shadow}
 cone{y*.97,1.75,y*3.1,2.2 open hollow no_shadow no_reflection pigment{gradient y color_map{[0 rgbt<.2,.7,1,.86>][.6 rgbt<.2,.7,1,.985>][1 rgbt<.2,.7,1,1>]} scale 2.2 translate y*.97} finish{ambient 0 diffuse 0 emission .8}}
-light_source{<0,2.0,0> rgb<.22,.62,1>*1.6 fade_distance 2.0 fade_power 2 shadowless}
+light_source{<0,2.0,0> rgb<.22,.62,1>*3.0 fade_distance 2.0 fade_power 2 shadowless}
 light_source{<0,1.2,-3.2> rgb<1,.55,.15>*.45 fade_distance 1.2 fade_power 2 shadowless}
-light_source{<0,3.6,3.6> rgb<.25,.6,1>*1.0 fade_distance 2 fade_power 2 shadowless}
-light_source{<5,4.2,-4> rgb<1,.72,.42>*1.1 spotlight point_at <3,0,0> radius 18 falloff 42 fade_distance 3.5 fade_power 1.5}
-light_source{<-6,4.2,1> rgb<1,.72,.42>*1.1 spotlight point_at <-5.5,0,2> radius 14 falloff 42 fade_distance 3.5 fade_power 1.5}
-light_source{<-3,3.2,-8> rgb<.45,.55,.75>*.22 shadowless}
+light_source{<0,3.6,3.6> rgb<.25,.6,1>*2.4 fade_distance 2 fade_power 2 shadowless}
+light_source{<5,4.2,-4> rgb<1,.72,.42>*2.2 spotlight point_at <3,0,0> radius 18 falloff 42 fade_distance 3.5 fade_power 1.5}
+light_source{<-6,4.2,1> rgb<1,.72,.42>*2.2 spotlight point_at <-5.5,0,2> radius 14 falloff 42 fade_distance 3.5 fade_power 1.5}
+light_source{<-3,3.2,-8> rgb<.45,.55,.75>*.5 shadowless}

@@ -1,22 +1,23 @@
 // Loading picture: night and rain, the machine searches with its headlamps. The rain itself is drawn over the picture afterwards.
 #version 3.7;
+global_settings{assumed_gamma 1.0 max_trace_level 6}
 #declare F_Sun=vnormalize(<.55,.45,.8>);
-#declare F_SunLight=srgb<.55,.68,1>*1.5;
-#declare F_Glow=.95; #declare F_Disc=0; #declare F_GlowTint=<.20,.27,.38>;
+#declare F_SunLight=srgb<.55,.68,1>*3.4;
+#declare F_Glow=1.6; #declare F_Disc=0; #declare F_GlowTint=<.12,.17,.25>;
 #declare F_Horizon=<.14,.17,.21>; #declare F_Low=<.12,.15,.20>; #declare F_Mid=<.07,.095,.14>; #declare F_High=<.04,.055,.085>; #declare F_Zenith=<.015,.02,.035>;
 #declare F_Cloud1=<.13,.16,.20>; #declare F_Cloud2=<.035,.045,.06>; #declare F_CloudTurn=130;
-#declare F_Fill=.22; #declare F_ShiftX=2.4; #declare F_ShiftZ=1.2; #declare F_Ripple=.09;
-#declare F_Fog=srgbt<.10,.125,.16,.15>; #declare F_FogFar=55; #declare F_Air=srgbt<.07,.09,.12,.6>;
+#declare F_Fill=.55; #declare F_Dry=-.42; #declare F_Ripple=.09;
+#declare F_Fog=srgbt<.10,.125,.16,.15>; #declare F_FogFar=55; #declare F_Air=srgbt<.09,.12,.16,.7>;
 #include "field.inc"
 camera{location <2.6,1.5,-17> right x*4/3 look_at <1.6,5.0,0> angle 60}
 #macro Beam(p,d,l,w)
  cone{0,.1,z*l,w open hollow no_shadow no_reflection
   texture{pigment{aoi pigment_map{[.5 rgbt 1][.7 gradient z color_map{[0 rgbt<1,.9,.7,.80>][.5 rgbt<1,.9,.7,.95>][1 rgbt<1,.9,.7,1>]} scale l]
-   [1 gradient z color_map{[0 rgbt<1,.92,.75,.45>][.4 rgbt<1,.9,.7,.86>][1 rgbt<1,.9,.7,1>]} scale l]}} finish{ambient 0 diffuse 0 emission 1}}
+   [1 gradient z color_map{[0 rgbt<1,.92,.75,.62>][.4 rgbt<1,.9,.7,.86>][1 rgbt<1,.9,.7,1>]} scale l]}} finish{ambient 0 diffuse 0 emission 1}}
   rotate x*d translate p}
  light_source{p srgb<1,.88,.66>*7 spotlight point_at p+vrotate(z*l,x*d) radius 9 falloff 15 fade_distance 9 fade_power 1.6}
 #end
 union{object{Brontar(.62,1,0,-8,-12,-14,"07")}
- union{Beam(<1.1,0,1.3>,9,17,2.3) Beam(<-1.1,0,1.3>,9,17,2.3) rotate y*-14 translate <0,4.83,4.55>}
+ union{Beam(<1.1,0,1.3>,13,14,.95) Beam(<-1.1,0,1.3>,13,14,.95) rotate y*4 translate <0,4.83,4.55>}
  rotate y*(180-38) translate <-1.6,-.12,1.4>}
 union{object{Brontar(.2,1,0,5,-3,8,"02")} union{Beam(<1.1,0,1.3>,7,20,2.6) Beam(<-1.1,0,1.3>,7,20,2.6) translate <0,4.83,4.55>} rotate y*(180-30) translate <21,-.2,38>}
