@@ -14,9 +14,10 @@ enum class AviError { none, bad_format, memory, file, no_video, audio_format, vi
 /// 8-bit frames have a colour table of 256 entries (blue, green, red, unused). Valid until the next call on the same
 /// film.
 struct AviFrame {
-    int width = 0;  ///< pixels
-    int height = 0; ///< pixels
-    int bits = 0;   ///< per pixel: 8, 16 (5-5-5), 24 (blue, green, red) or 32 (blue, green, red, unused)
+    int width = 0;            ///< pixels
+    int height = 0;           ///< pixels
+    std::int64_t number = -1; ///< place in the film: the same number, the same picture
+    int bits = 0;             ///< per pixel: 8, 16 (5-5-5), 24 (blue, green, red) or 32 (blue, green, red, unused)
     std::span<const std::uint8_t> colour_table;
     std::span<const std::uint8_t> rows;
 };

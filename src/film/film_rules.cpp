@@ -1,0 +1,118 @@
+#include "film/film_rules.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vcc {
+namespace {
+
+struct Span {
+    int source, target, length;
+};
+
+constexpr Span centred(int inner, int outer) {
+    if (inner <= outer)
+        return {0, (outer - inner) / 2, inner};
+    return {(inner - outer) / 2, 0, outer};
+}
+
+constexpr int widen_5_bits(int value) {
+    return value * 255 / 31;
+}
+
+using RowConverter = void (*)(const std::uint8_t* source, unsigned char* target, int width);
+
+void copy_8(const std::uint8_t* source, unsigned char* target, int width) {
+    std::memcpy(target, source, static_cast<std::size_t>(width));
+}
+
+void convert_16(const std::uint8_t* source, unsigned char* target, int width) {
+    for (int x = 0; x < width; ++x, source += 2, target += 2) {
+        const int stored = source[0] | source[1] << 8;
+        const int red = widen_5_bits(stored >> 10 & 31), green = widen_5_bits(stored >> 5 & 31),
+                  blue = widen_5_bits(stored & 31);
+        const auto pixel = static_cast<std::uint16_t>((red >> 3) << _rgb_r_shift_16 | (green >> 2) << _rgb_g_shift_16 |
+                                                      (blue >> 3) << _rgb_b_shift_16);
+        std::memcpy(target, &pixel, sizeof pixel);
+    }
+}
+
+void convert_24(const std::uint8_t* source, unsigned char* target, int width) {
+    for (int x = 0; x < width; ++x, source += 3, target += 3) {
+        const int pixel = source[2] << _rgb_r_shift_24 | source[1] << _rgb_g_shift_24 | source[0] << _rgb_b_shift_24;
+        target[0] = static_cast<unsigned char>(pixel);
+        target[1] = static_cast<unsigned char>(pixel >> 8);
+        target[2] = static_cast<unsigned char>(pixel >> 16);
+    }
+}
+
+void convert_32(const std::uint8_t* source, unsigned char* target, int width) {
+    for (int x = 0; x < width; ++x, source += 4, target += 4) {
+        const std::uint32_t pixel = static_cast<std::uint32_t>(source[2]) << _rgb_r_shift_32 |
+                                    static_cast<std::uint32_t>(source[1]) << _rgb_g_shift_32 |
+                                    static_cast<std::uint32_t>(source[0]) << _rgb_b_shift_32;
+        std::memcpy(target, &pixel, sizeof pixel);
+    }
+}
+
+struct DepthRow {
+    int bits;
+    RowConverter convert;
+};
+constexpr DepthRow depth_rows[] = {{8, copy_8}, {16, convert_16}, {24, convert_24}, {32, convert_32}};
+
+} // namespace
+
+FilmPlace place_film(int film_width, int film_height, int screen_width, int screen_height) {
+    const Span across = centred(film_width, screen_width), down = centred(film_height, screen_height);
+    return {across.source, down.source, across.target, down.target, across.length, down.length};
+}
+
+void decode_frame(BITMAP* surface, const platform::AviFrame& frame) {
+    const auto depth = std::ranges::find(depth_rows, frame.bits, &DepthRow::bits);
+    const auto row_bytes = static_cast<std::size_t>(((frame.bits + 7) / 8 * frame.width + 3) / 4 * 4);
+    if (depth == std::end(depth_rows) || bitmap_color_depth(surface) != frame.bits || surface->w != frame.width ||
+        surface->h != frame.height || frame.rows.size() / row_bytes < static_cast<std::size_t>(frame.height))
+        return;
+    for (int row = 0; row < frame.height; ++row)
+        depth->convert(frame.rows.data() + static_cast<std::size_t>(frame.height - 1 - row) * row_bytes,
+                       surface->line[row], frame.width);
+}
+
+void film_palette(const platform::AviFrame& frame, PALETTE palette) {
+    for (std::size_t i = 0; i < PAL_SIZE; ++i) {
+        palette[i] = {};
+        if (frame.colour_table.size() < 4 * (i + 1))
+            continue;
+        const auto* entry = frame.colour_table.data() + 4 * i; // the library counts to 63
+        palette[i].r = entry[2] >> 2;
+        palette[i].g = entry[1] >> 2;
+        palette[i].b = entry[0] >> 2;
+    }
+}
+
+std::string_view film_error_text(platform::AviError error) {
+    using platform::AviError;
+    switch (error) {
+    case AviError::bad_format:
+        return "Bad AVI file format!";
+    case AviError::memory:
+        return "Memory exhausted!";
+    case AviError::file:
+        return "File does not exist, or error reading from the file!";
+    case AviError::no_video:
+        return "File does not contain a video stream!";
+    case AviError::audio_format:
+        return "Unable to read audio stream format!";
+    case AviError::video_format:
+        return "Unable to read video stream format!";
+    case AviError::decompressor:
+        return "Error initializing video decompressor!";
+    case AviError::none:
+    case AviError::other:
+        break;
+    }
+    return "Unknown error code!";
+}
+
+} // namespace vcc
