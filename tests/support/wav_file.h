@@ -25,9 +25,10 @@ public:
     }
     WavFile& fmt(int bits, int channels, int rate = 22050, int tag = 1, std::string_view extra = {}) {
         const int block = bits / 8 * channels;
-        return chunk("fmt ", word(tag) + word(channels) + little_endian(static_cast<std::uint32_t>(rate), 4) +
-                                 little_endian(static_cast<std::uint32_t>(rate * block), 4) + word(block) + word(bits) +
-                                 std::string(extra));
+        return chunk("fmt ",
+                     word(tag) + word(channels) + little_endian(static_cast<std::uint32_t>(rate), 4) +
+                         little_endian(static_cast<std::uint32_t>(rate) * static_cast<std::uint32_t>(block), 4) +
+                         word(block) + word(bits) + std::string(extra));
     }
     std::string data(std::string_view audio) { return chunk("data", audio).bytes(); }
     std::string bytes() const {
