@@ -29,7 +29,7 @@ def background():
     return light[..., None] * (0.35 + 0.65 * cloud[..., None]) * np.array([0.13, 0.165, 0.215])
 
 
-def sparks(rng, where, age_of, now):
+def sparks(where, now):
     """Draws the sparks that are alive: short streaks that fall and cool."""
     img = Image.new("RGB", (WIDTH * 2, HEIGHT * 2))
     draw = ImageDraw.Draw(img)
@@ -85,7 +85,7 @@ def main(work, images):
             heat = np.where(age >= 0, np.exp(-np.clip(age, 0, None) / 0.55), 0) * (1 - smooth(t, 3.4, 4.6))
             glow = seam * heat
             hot = glow[..., None] * np.array([1.5, 0.62, 0.16]) + (glow**3)[..., None] * np.array([0.3, 0.7, 0.6])
-            light = np.clip(hot, 0, 1) + sparks(rng, born, None, t)
+            light = np.clip(hot, 0, 1) + sparks(born, t)
             if t < WELD_TO:
                 y = WORD_TOP + 39 + 30 * np.sin(t * 9)
                 yy, xx = np.mgrid[0:HEIGHT, 0:WIDTH]
