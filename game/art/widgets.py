@@ -81,24 +81,16 @@ def sheet(size, labels, column, row, language_offset, text_height, total):
 
 def lamp(lit):
     size = 11 * SCALE
-    picture = Image.new("RGB", (size, size), PINK)
+    core, rim = ((255, 191, 67), (255, 227, 171)) if lit else ((58, 50, 42), (92, 92, 94))
+    picture = Image.new("RGB", (size, size), (20, 20, 22))
     draw = ImageDraw.Draw(picture)
-    core, rim = ((255, 191, 67), (255, 227, 171)) if lit else ((48, 42, 36), (90, 90, 92))
-    draw.ellipse((0, 0, size - 1, size - 1), fill=(20, 20, 22))
     draw.ellipse((SCALE, SCALE, size - 1 - SCALE, size - 1 - SCALE), fill=core)
     draw.ellipse((3 * SCALE, 2 * SCALE, 6 * SCALE, 5 * SCALE), fill=rim)
-    small = picture.resize((11, 11), Image.BOX)
     mask = Image.new("L", (size, size), 0)
     ImageDraw.Draw(mask).ellipse((0, 0, size - 1, size - 1), fill=255)
-    mask = mask.resize((11, 11), Image.BOX).point(lambda v: 255 if v > 127 else 0)
+    mask = mask.resize((11, 11), Image.BOX).point(lambda v: 255 if v > 127 else 0)  # a hard edge against the transparent colour
     result = Image.new("RGB", (11, 11), PINK)
-    solid = small.copy()
-    for y in range(11):  # no pink may bleed into the rim
-        for x in range(11):
-            r, g, b = solid.getpixel((x, y))
-            if r > 120 and b > 120 and g < 90:
-                solid.putpixel((x, y), (20, 20, 22))
-    result.paste(solid, (0, 0), mask)
+    result.paste(picture.resize((11, 11), Image.BOX), (0, 0), mask)
     return result
 
 
@@ -118,7 +110,8 @@ FIELDS = [(126, 36, 251), (366, 36, 491)]
 
 
 def options(base):
-    picture = base.convert("RGB").resize((800, 600), Image.LANCZOS)
+    picture = base.convert("RGB").resize((800, 600), Image.LANCZOS).filter(ImageFilter.GaussianBlur(2.2))
+    picture = picture.point(lambda v: int(v * 0.55))  # mood only: lamps must not compete with the connector lines
     shade = Image.new("RGBA", picture.size, (0, 0, 0, 0))
     draw = ImageDraw.Draw(shade)
     for left, top, right, bottom in PANELS:

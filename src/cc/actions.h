@@ -27,7 +27,6 @@ struct ActionRow {
     int code;
     ActionKind kind;
     int argument;
-    const char* name; ///< as screen sources may write it
 };
 
 std::span<const ActionRow> action_rows();

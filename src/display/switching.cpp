@@ -41,7 +41,11 @@ void install_display_switching() {
 }
 
 void install_close_button() {
-    set_close_button_callback([] { close_requested = 1; });
+    // A module or an alert that has the keyboard sees Escape, and comes back to us.
+    set_close_button_callback([] {
+        close_requested = 1;
+        simulate_ukeypress(27, KEY_ESC);
+    });
 }
 
 } // namespace vcc

@@ -55,13 +55,22 @@ std::string theme_path(int theme);
 /// Releases every effect and the music stream; nothing while sound is off.
 void release_sound();
 
-/// Holds effects off for the life of the object and sets sfx_allowed to 1 at its end.
+/// Holds effects off for the life of the object; the outermost one sets sfx_allowed to 1 at its end.
 class EffectsHeld {
 public:
-    EffectsHeld() { sfx_allowed = 0; }
-    ~EffectsHeld() { sfx_allowed = 1; }
+    EffectsHeld() {
+        ++depth_;
+        sfx_allowed = 0;
+    }
+    ~EffectsHeld() {
+        if (--depth_ == 0)
+            sfx_allowed = 1;
+    }
     EffectsHeld(const EffectsHeld&) = delete;
     EffectsHeld& operator=(const EffectsHeld&) = delete;
+
+private:
+    static inline int depth_ = 0;
 };
 
 } // namespace vcc
