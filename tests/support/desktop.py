@@ -1,0 +1,187 @@
+"""A virtual desktop of a test's own: an X server, real pointer and key events, pictures of what it shows."""
+
+import os
+import subprocess
+import time
+
+import numpy as np
+from Xlib import X, XK, display, protocol
+from Xlib.ext import xtest
+
+HOLD_S = 0.06  # the library polls: a press and release sent together are never seen
+SETTLE_S = 0.03
+
+SHIFTED = {**{c: c for c in "ABCDEFGHIJKLMNOPQRSTUVWXYZ"}, "!": "exclam", ":": "colon", "_": "underscore", "?": "question"}
+NAMED = {" ": "space", "-": "minus", ".": "period", ",": "comma", "/": "slash", ";": "semicolon", "=": "equal"}
+
+
+def wait_until(condition, what, timeout_s=10.0, step_s=0.01):
+    """The first true answer of `condition`."""
+    end = time.monotonic() + timeout_s
+    while True:
+        if answer := condition():
+            return answer
+        if time.monotonic() > end:
+            raise TimeoutError(f"waited {timeout_s:g} s for {what}")
+        time.sleep(step_s)
+
+
+def stop(process, timeout_s=3):
+    if process is None or process.poll() is not None:
+        return
+    process.terminate()
+    try:
+        process.wait(timeout=timeout_s)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
+
+
+class Desktop:
+    """`with Desktop((1024, 768), depth=24, window_manager=True) as desktop:`"""
+
+    def __init__(self, size=(1024, 768), depth=24, window_manager=False):
+        self.size = size
+        self.depth = depth
+        self._window_manager_wanted = window_manager
+        self._server = self._window_manager = self._display = None
+
+    def __enter__(self):
+        reading, writing = os.pipe()
+        self._server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size[0]}x{self.size[1]}x{self.depth}", "-nolisten", "tcp"],
+            pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(writing)
+        with os.fdopen(reading) as number:
+            answer = number.readline().strip()
+        if not answer:
+            raise RuntimeError("Xvfb does not start")
+        self.name = f":{answer}"
+        self._display = display.Display(self.name)
+        self.root = self._display.screen().root
+        if self._window_manager_wanted:
+            self._window_manager = subprocess.Popen(["openbox", "--sm-disable"], env=os.environ | {"DISPLAY": self.name},
+                                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            check = self._display.intern_atom("_NET_SUPPORTING_WM_CHECK")
+            wait_until(lambda: self.root.get_full_property(check, X.AnyPropertyType), "the window manager")
+        return self
+
+    def __exit__(self, *_):
+        if self._display:
+            self._display.close()
+        stop(self._window_manager)
+        stop(self._server)
+
+    # windows
+
+    def windows(self, parent=None):
+        """Every mapped window below the root with its name."""
+        for window in (parent or self.root).query_tree().children:
+            try:
+                if window.get_attributes().map_state == X.IsViewable:
+                    yield window, window.get_wm_name()
+                    yield from self.windows(window)
+            except Exception as error:  # windows come and go
+                if type(error).__name__ not in ("BadWindow", "BadDrawable"):
+                    raise
+
+    def find_window(self, title):
+        return next((window for window, name in self.windows() if name and name.startswith(title)), None)
+
+    def origin(self, window):
+        place = self.root.translate_coords(window, 0, 0)
+        return place.x, place.y
+
+    def focus(self, window):
+        window.set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
+        self._display.sync()
+
+    def open_other_window(self):
+        """A small window of another program in the corner, with the keyboard's focus; close it with .destroy()."""
+        window = self.root.create_window(0, 0, 60, 40, 0, X.CopyFromParent, event_mask=X.StructureNotifyMask)
+        window.set_wm_name("another program")
+        window.map()
+        self._display.sync()
+        wait_until(lambda: window.get_attributes().map_state == X.IsViewable, "another window")
+        self.focus(window)
+        return window
+
+    def close_window(self, window):
+        """What the window's close button does."""
+        atom = self._display.intern_atom
+        event = protocol.event.ClientMessage(window=window, client_type=atom("WM_PROTOCOLS"),
+                                             data=(32, [atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]))
+        window.send_event(event)
+        self._display.sync()
+
+    # pictures
+
+    def picture(self, window=None, area=None):
+        """An array [y, x] of red, green, blue of a window or the whole desktop; area is x, y, width, height."""
+        window = window or self.root
+        if area is None:
+            geometry = window.get_geometry()
+            area = 0, 0, geometry.width, geometry.height
+        x, y, width, height = area
+        raw = window.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF).data
+        raw = raw if isinstance(raw, bytes) else raw.encode("latin-1")
+        if self.depth > 16:
+            return np.frombuffer(raw, np.uint8).reshape(height, -1, 4)[:, :width, 2::-1].copy()
+        words = np.frombuffer(raw, "<u2").reshape(height, -1)[:, :width]
+        green = 6 if self.depth == 16 else 5
+        return np.stack([(words >> (5 + green) & 31) << 3, (words >> 5 & (2**green - 1)) << (8 - green), (words & 31) << 3],
+                        axis=-1).astype(np.uint8)
+
+    # events
+
+    def _fake(self, kind, detail=0, x=0, y=0):
+        xtest.fake_input(self._display, kind, detail, x=x, y=y)
+        self._display.sync()
+
+    def move(self, x, y):
+        self._fake(X.MotionNotify, x=x, y=y)
+
+    def press_button(self, button=1):
+        self._fake(X.ButtonPress, button)
+
+    def release_button(self, button=1):
+        self._fake(X.ButtonRelease, button)
+
+    def click_here(self, button=1, hold_s=HOLD_S):
+        self.press_button(button)
+        time.sleep(hold_s)
+        self.release_button(button)
+        time.sleep(SETTLE_S)
+
+    def wheel(self, notches):
+        """Positive is away from the player."""
+        for _ in range(abs(notches)):
+            self._fake(X.ButtonPress, 4 if notches > 0 else 5)
+            self._fake(X.ButtonRelease, 4 if notches > 0 else 5)
+            time.sleep(SETTLE_S)
+
+    def _keycode(self, name):
+        code = self._display.keysym_to_keycode(XK.string_to_keysym(name))
+        if not code:
+            raise ValueError(f"no key {name} on this keyboard")
+        return code
+
+    def key(self, name, *modifiers, hold_s=HOLD_S):
+        """One key by its keysym's name: key("F1"), key("x", "Alt_L"), key("Home", "Control_L")."""
+        for modifier in modifiers:
+            self._fake(X.KeyPress, self._keycode(modifier))
+            time.sleep(SETTLE_S)
+        self._fake(X.KeyPress, self._keycode(name))
+        time.sleep(hold_s)
+        self._fake(X.KeyRelease, self._keycode(name))
+        for modifier in reversed(modifiers):
+            time.sleep(SETTLE_S)
+            self._fake(X.KeyRelease, self._keycode(modifier))
+        time.sleep(SETTLE_S)
+
+    def type(self, text):
+        for character in text:
+            if character in SHIFTED:
+                self.key(SHIFTED[character], "Shift_L")
+            else:
+                self.key(NAMED.get(character, character))

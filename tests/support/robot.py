@@ -1,0 +1,198 @@
+"""A player of the control centre: starts the real program on a desktop of its own, points, clicks, types and looks.
+
+    with Robot() as robot:
+        robot.start()                       # films off, menu standing
+        robot.click(400, 300)
+        robot.wait_for_end()
+
+Coordinates are those of the program's picture of 800 x 600, in a window and in full screen.
+"""
+
+import os
+import subprocess
+import time
+from pathlib import Path
+
+import numpy as np
+from PIL import Image
+
+from support.desktop import Desktop, stop, wait_until
+from support.installation import PROJECT, Installation
+
+TITLE = "Veldor CC"
+PICTURES = PROJECT / "out/e2e"
+NO_SOUND = """</usr/share/alsa/alsa.conf>
+pcm.!default { type null }
+ctl.!default { type null }
+"""
+MENU_PICTURE = "images/menu.pcx"
+
+
+class Robot:
+    def __init__(self, installation=None, size=(1024, 768), depth=24, window_manager=False, films=False):
+        self.installation = installation or Installation()
+        self.desktop = Desktop(size, depth, window_manager)
+        self.films = films
+        self._managed = window_manager
+        self._program = self._other = self._window = None
+        self._files_kept = installation is not None
+
+    def __enter__(self):
+        self.desktop.__enter__()
+        return self
+
+    def __exit__(self, *_):
+        stop(self._program)
+        self.desktop.__exit__()
+        if not self._files_kept:
+            self.installation.delete()
+
+    # the program
+
+    def start(self, *arguments, menu=True, environment=None):
+        """Starts the program; waits for the menu unless told otherwise. `environment` replaces the silent sound card."""
+        if not self.films:
+            self.installation.set("VELDOR_GENERAL", "intro_at_all", "no")
+        self.installation.write("alsa.conf", NO_SOUND)
+        silent = {"ALSA_CONFIG_PATH": str(self.installation.path("alsa.conf"))}
+        self._errors = open(self.installation.path("stderr.txt"), "wb")
+        self._program = subprocess.Popen(
+            ["./vcc", *arguments], cwd=self.installation.folder, stdout=self._errors, stderr=subprocess.STDOUT,
+            env=os.environ | {"DISPLAY": self.desktop.name} | (environment or silent))
+        self._window = None
+        if menu:
+            self.wait_for_menu()
+        return self
+
+    @property
+    def pid(self):
+        return self._program.pid
+
+    def running(self):
+        return self._program is not None and self._program.poll() is None
+
+    def wait_for_end(self, timeout_s=10):
+        """The exit status (negative: killed by that signal)."""
+        try:
+            return self._program.wait(timeout=timeout_s)
+        except subprocess.TimeoutExpired:
+            raise TimeoutError(f"the program still runs after {timeout_s} s") from None
+
+    def kill(self):
+        self._program.kill()
+        self._program.wait()
+
+    def errors(self):
+        return self.installation.read("stderr.txt")
+
+    # its window
+
+    def window(self):
+        """The program's window; a mode switch makes a new one."""
+        if self._window is None:
+            self._window = wait_until(self._find_window, "the program's window")
+            if not self._managed:
+                self.desktop.focus(self._window)
+        return self._window
+
+    def _find_window(self):
+        if not self.running():
+            raise RuntimeError(f"the program ended with {self._program.poll()}: {self.errors()}")
+        candidates = [window for window, _ in self.desktop.windows() if window.get_geometry().width >= 800]
+        return self.desktop.find_window(TITLE) or (candidates[-1] if candidates else None)
+
+    def forget_window(self):
+        """After a mode switch."""
+        time.sleep(0.3)
+        self._window = None
+
+    def _corner(self):
+        """Where the picture lies in the window: in full screen it is centred."""
+        geometry = self.window().get_geometry()
+        return (geometry.width - 800) // 2, (geometry.height - 600) // 2
+
+    def close_window(self):
+        self.desktop.close_window(self.window())
+
+    def switch_away(self):
+        self._other = self.desktop.open_other_window()
+
+    def switch_back(self):
+        self._other.destroy()
+        self.desktop.focus(self.window())
+
+    # looking
+
+    def picture(self, area=(0, 0, 800, 600)):
+        """The program's picture as the player sees it, [y, x] of red, green, blue, without the rest of the desktop."""
+        x, y = self._corner()
+        return self.desktop.picture(self.window(), (area[0] + x, area[1] + y, area[2], area[3]))
+
+    def pixel(self, x, y):
+        return tuple(int(value) for value in self.picture((x, y, 1, 1))[0, 0])
+
+    def standing_picture(self, still_s=0.15, timeout_s=10):
+        """The picture once it no longer changes."""
+        end = time.monotonic() + timeout_s
+        last, since = self.picture(), time.monotonic()
+        while time.monotonic() - since < still_s:
+            if time.monotonic() > end:
+                raise TimeoutError("the picture does not come to rest")
+            time.sleep(0.02)
+            now = self.picture()
+            if not np.array_equal(now, last):
+                last, since = now, time.monotonic()
+        return last
+
+    def shows(self, name, share=0.5):
+        """Whether at least `share` of the display is a picture file of the installation."""
+        wanted = np.asarray(Image.open(self.installation.path(name)).convert("RGB"), np.int16)
+        tolerance = 2 if self.desktop.depth > 16 else 10
+        near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= tolerance
+        return float(near.mean()) >= share
+
+    def wait_for_menu(self, timeout_s=20):
+        self.window()
+        wait_until(lambda: self.running() and self.shows(MENU_PICTURE), "the main menu", timeout_s)
+        return self
+
+    def wait_for_change(self, before, timeout_s=5):
+        """The new picture, once it differs from `before` and stands."""
+        wait_until(lambda: not np.array_equal(self.picture(), before), "another picture", timeout_s)
+        return self.standing_picture()
+
+    def save_picture(self, name):
+        PICTURES.mkdir(parents=True, exist_ok=True)
+        path = PICTURES / f"{name}.png"
+        Image.fromarray(self.desktop.picture()).save(path)
+        return path
+
+    # acting
+
+    def move(self, x, y, settle_s=0.05):
+        left, top = self.desktop.origin(self.window())
+        dx, dy = self._corner()
+        self.desktop.move(left + dx + x, top + dy + y)
+        time.sleep(settle_s)
+
+    def click(self, x, y, button=1):
+        self.move(x, y)
+        self.desktop.click_here(button)
+
+    def right_click(self, x, y):
+        self.click(x, y, 3)
+
+    def wheel(self, notches):
+        self.desktop.wheel(notches)
+
+    def key(self, name, *modifiers):
+        self.desktop.key(name, *modifiers)
+
+    def type(self, text):
+        self.desktop.type(text)
+
+
+def difference(before, after):
+    """The rectangle x1, y1, x2, y2 (corners inside) in which two pictures differ, or None."""
+    rows, columns = np.nonzero((before != after).any(axis=2))
+    return (columns.min(), rows.min(), columns.max(), rows.max()) if len(rows) else None
