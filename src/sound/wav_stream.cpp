@@ -83,9 +83,10 @@ void WavStream::fill(const RefillPlan& plan, std::span<unsigned char> buffer) {
 void WavStream::read_at(long position, std::span<unsigned char> target) {
     if (target.empty())
         return;
-    std::size_t count = 0;
-    if (std::fseek(file_.get(), header_.data_offset + position, SEEK_SET) == 0)
-        count = std::fread(target.data(), 1, target.size(), file_.get());
+    const bool placed =
+        position == file_position_ || std::fseek(file_.get(), header_.data_offset + position, SEEK_SET) == 0;
+    const std::size_t count = placed ? std::fread(target.data(), 1, target.size(), file_.get()) : 0;
+    file_position_ = position + static_cast<long>(count);
     const auto missing = target.subspan(count);
     std::fill(missing.begin(), missing.end(), silent_byte(header_.bits));
 }

@@ -46,6 +46,7 @@ private:
     FilePtr file_;
     AudioStreamPtr stream_;
     RefillState state_;
+    long file_position_ = -1; ///< data byte that the file stands at; -1: unknown
     bool paused_ = false;
 };
 
