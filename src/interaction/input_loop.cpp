@@ -163,6 +163,7 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_w
         if (run.owner->every_frame)
             run.owner->every_frame();
         const bool ends = event.kind == KeyKind::ending || no_wait;
+        present_screen();
         rest(key_came || ends ? 0 : static_cast<unsigned>(frame_rest));
         if (ends)
             return event.code;

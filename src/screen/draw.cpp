@@ -2,6 +2,7 @@
 #include "screen/draw.h"
 
 #include "core/layout.h"
+#include "platform/display_flush.h"
 #include "screen/colours.h"
 #include "screen/limits.h"
 #include "text/fonts.h"
@@ -47,6 +48,10 @@ void update_screen(BITMAP* source) {
     blit(source, screen, 0, 0, 0, 0, layout_width, layout_height);
     release_screen();
     unscare_mouse();
+}
+
+void present_screen() {
+    platform::flush_display();
 }
 
 void fill_text_box(BITMAP* target, int x, int y, int width, int colour) {

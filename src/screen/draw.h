@@ -28,6 +28,10 @@ private:
 /// Copies the whole 800 x 600 picture to the display, the pointer hidden meanwhile.
 void update_screen(BITMAP* source);
 
+/// Sends what update_screen() drew to the display at once instead of up to 10 ms later. Cheap (3 microseconds) when
+/// nothing was drawn: whoever waits for the player calls it once a frame, before resting.
+void present_screen();
+
 /// Text in the current font; an index outside the table draws nothing. With `update`, update_screen() follows in any
 /// case.
 void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update);

@@ -43,13 +43,14 @@ protected:
     }
     void SetUp() override { ASSERT_TRUE(loaded); }
 
+    const int* row(int y) const { return reinterpret_cast<const int*>(picture->line[y]); }
     int at(int x, int y) const { return getpixel(picture.get(), x, y); }
     /// Pixels of a rectangle (corners inclusive) that are not black.
     int ink(int x1, int y1, int x2, int y2) const {
         int count = 0;
         for (int y = y1; y <= y2; ++y)
             for (int x = x1; x <= x2; ++x)
-                count += at(x, y) != 0;
+                count += row(y)[x] != 0;
         return count;
     }
     int ink() const { return ink(0, 0, 799, 599); }
@@ -58,7 +59,7 @@ protected:
         Rect area{800, 600, -1, -1};
         for (int y = 0; y < 600; ++y)
             for (int x = 0; x < 800; ++x)
-                if (at(x, y) != 0)
+                if (row(y)[x] != 0)
                     area = {std::min(area.x1, x), std::min(area.y1, y), std::max(area.x2, x), std::max(area.y2, y)};
         return area.x2 < 0 ? Rect{0, 0, -1, -1} : area;
     }

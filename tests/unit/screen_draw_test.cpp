@@ -5,12 +5,6 @@
 namespace vcc::test {
 namespace {
 
-/// What a primitive left on a black picture.
-struct Expected {
-    Rect area;
-    int pixel;
-};
-
 TEST_F(ScreenWorld, PrimitivesTreatAnIndexOutsideTheTableEachInTheirWay) {
     BITMAP* const p = picture.get();
     const int red = makecol(170, 0, 0), fallback = makecol(255, 85, 85);

@@ -1,0 +1,20 @@
+#include "platform/display_flush.h"
+
+#include <allegro.h>
+#include <xalleg.h>
+
+#include <initializer_list>
+
+namespace vcc::platform {
+
+// The library leaves its requests in the client's queue until its thread next reads events, up to 10 ms later. vsync()
+// empties the queue as well, but then sleeps until the next turn of its 70 Hz counter.
+void flush_display() {
+    if (!_xwin.display)
+        return;
+    XLOCK();
+    XFlush(_xwin.display);
+    XUNLOCK();
+}
+
+} // namespace vcc::platform
