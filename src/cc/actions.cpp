@@ -138,6 +138,8 @@ bool may_step(const OptionRow& option, bool forward) {
 
 void step_value(BITMAP* target, const OptionRow& option, bool forward) {
     option_row = option.row;
+    if (!option.shown_when_pointed_at)
+        show_explanation(target, option.row);
     if (option.row == row::theme)
         loop_setting() = 0;
     option.set(stepped_value(option.get(), offered_values(option), option.stepping, forward));
