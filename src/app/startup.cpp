@@ -114,6 +114,7 @@ bool start_up(Session& session) {
 void shut_down() {
     release_fonts();
     release_pointer();
+    flush_settings(); // the library would write what is left in place
     allegro_exit();
 }
 

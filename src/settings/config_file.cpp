@@ -146,7 +146,7 @@ void select(const std::string& name) {
 } // namespace
 
 void flush_settings() {
-    const ConfigValues held = held_values();
+    const ConfigValues held = agreed ? held_values() : ConfigValues();
     if (!agreed || is_of_another_file(held)) {
         flush_config_file();
         return;
