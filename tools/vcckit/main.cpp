@@ -1,4 +1,5 @@
 // vcckit: the tool for the people who make or change an installation.
+#include "commands.h"
 #include "screen_source.h"
 #include "unpack.h"
 
@@ -15,8 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace vcc::kit;
-
-constexpr int exit_clean = 0, exit_faults = 1, exit_unusable = 2;
 
 void complain(const std::string& text) {
     std::fprintf(stderr, "%s\n", text.c_str());
@@ -128,13 +127,17 @@ int unpack(const std::vector<std::string>& files, const std::string& output) {
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app{"Makes and unmakes the screen files of a Veldor installation."};
+    CLI::App app{"Makes, unmakes and checks the files of a Veldor installation."};
     app.require_subcommand(1);
-    app.footer("Examples:\n"
-               "  vcckit pack screens/menu.toml -o veldor\n"
-               "  vcckit unpack veldor/tools/language/english/e_vcc.slt -o vcc.toml\n"
-               "  vcckit unpack e_vcc.slt g_vcc.slt -o vcc.toml     both languages in one source\n\n"
-               "Exit status: 0 done, 1 mistakes in a source, 2 a file that cannot be read or written.");
+    app.footer(
+        "Examples:\n"
+        "  vcckit pack screens/menu.toml -o veldor\n"
+        "  vcckit unpack veldor/tools/language/english/e_vcc.slt -o vcc.toml\n"
+        "  vcckit unpack e_vcc.slt g_vcc.slt -o vcc.toml     both languages in one source\n"
+        "  vcckit check veldor                               everything that is wrong with an installation\n"
+        "  vcckit check veldor --json | jq '.faults[].file'\n\n"
+        "Exit status: 0 done or clean, 1 mistakes in a source or faults in an installation, 2 a file that cannot be\n"
+        "read or written, or an installation with which the program does not reach its menu.");
 
     std::vector<std::string> sources;
     std::string installation;
@@ -152,10 +155,19 @@ int main(int argc, char** argv) {
         ->expected(1, 2);
     unpack_command.add_option("-o,--output", output, "source to write; standard output without it");
 
+    std::string checked;
+    bool json = false;
+    CLI::App& check_command =
+        *app.add_subcommand("check", "Reads a whole installation as the program would and reports every fault");
+    check_command.add_option("DIR", checked, "folder of the installation")->required();
+    check_command.add_flag("--json", json, "one JSON object for machines");
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? exit_clean : exit_unusable;
     }
+    if (check_command.parsed())
+        return run_check(checked, json);
     return pack_command.parsed() ? pack(sources, installation) : unpack(files, output);
 }

@@ -1,0 +1,33 @@
+// Checking a whole installation.
+#pragma once
+
+#include "installation.h"
+
+#include <functional>
+#include <span>
+#include <string_view>
+
+namespace vcc::kit {
+
+struct Check {
+    std::string_view subject; ///< for the progress line
+    void (*run)(Installation&, Faults&);
+};
+
+/// Every check, readers first: what they read is what the others look at.
+std::span<const Check> checks();
+
+/// Runs all checks on the working folder. `progress` is told each subject before it begins.
+Faults check_installation(const std::function<void(std::string_view subject)>& progress);
+
+// The checks that look at several files together.
+void check_program_files(Installation& installation, Faults& faults);
+void check_records(Installation& installation, Faults& faults);
+void check_fixed_slots(Installation& installation, Faults& faults);
+void check_values(Installation& installation, Faults& faults);
+void check_overlaps(Installation& installation, Faults& faults);
+void check_help(Installation& installation, Faults& faults);
+void check_program_texts(Installation& installation, Faults& faults);
+void check_languages(Installation& installation, Faults& faults);
+
+} // namespace vcc::kit

@@ -1,0 +1,197 @@
+// Slots that the program knows by their numbers.
+#include "check.h"
+
+#include "fields.h"
+
+#include "cc/actions.h"
+#include "cc/option_rows.h"
+#include "cc/options_screen.h"
+#include "core/text.h"
+#include "screen/draw_slot.h"
+
+#include <cstring>
+
+namespace vcc::kit {
+
+namespace {
+
+enum class Form { any, selectable, field, picture, text, window };
+
+struct FixedSlot {
+    ScreenKind screen;
+    int first, count, step;
+    Form form;
+    int action;        ///< of the first, one more for each further one; -1: any
+    bool needs_toggle; ///< the program reads the toggle record of the same number
+    const char* role;
+};
+
+using enum ScreenKind;
+constexpr int any_action = -1;
+
+constexpr FixedSlot fixed_slots[] = {
+    {menu, 8, 4, 1, Form::any, any_action, false, "preview that the pointer brings up"},
+    {menu, 16, 1, 1, Form::any, any_action, false, "preview that the pointer brings up"},
+    {options, options_slot::first_selector, 4, 1, Form::selectable, 31, true, "module selector"},
+    {options, options_slot::first_marker, 4, 1, Form::any, any_action, true, "module marker"},
+    {options, options_slot::player_name, 1, 1, Form::field, any_action, true, "player's name"},
+    {options, options_slot::ip_address, 1, 1, Form::field, any_action, true, "player's address"},
+    {options, value_button(0), value_entry_limit, 2, Form::text, any_action, true, "value button"},
+    {options, value_record(0), value_entry_limit, 2, Form::text, any_action, true, "value record"},
+    {options, options_slot::first_junction, 4, 1, Form::picture, any_action, false, "junction of the lines"},
+    {options, options_slot::loop_button, 1, 1, Form::text, 38, true, "theme loop button"},
+    {options, options_slot::connector_colours, 1, 1, Form::any, any_action, true, "colours of the lines"},
+    {options, options_slot::loop_label, 1, 1, Form::text, any_action, true, "theme loop label"},
+    {info, 1, explanation_lines, 1, Form::text, any_action, false, "line of the explanation"},
+    {message, 0, 1, 1, Form::window, any_action, false, "help window"},
+    {message, 2, 8, 1, Form::text, any_action, false, "message line"},
+    {message, 13, 1, 1, Form::any, any_action, true, "close button"},
+    {message, 33, 1, 1, Form::any, any_action, true, "page-back button"},
+    {message, 35, 1, 1, Form::any, any_action, true, "page-forward button"},
+};
+
+/// What a player must be able to do on a screen.
+struct NeededAction {
+    ScreenKind screen;
+    int action;
+    const char* what;
+};
+constexpr NeededAction needed_actions[] = {
+    {menu, 2, "enter the HQ"},
+    {menu, 3, "enter the Factory"},
+    {menu, 4, "enter the Battle module"},
+    {menu, 5, "open the options"},
+    {menu, 1, "leave the program"},
+    {options, 6, "accept the options"},
+    {options, 30, "give the options up"},
+};
+
+bool is_gap(const Slot& slot) {
+    const Slot gap = gap_slot(), empty = empty_slot();
+    return std::memcmp(&slot, &gap, sizeof slot) == 0 || std::memcmp(&slot, &empty, sizeof slot) == 0;
+}
+
+/// What a slot is instead of its form; empty when it has that form.
+std::string fault_of_form(Form form, const Slot& slot) {
+    const bool text = slot.graphic == 0;
+    switch (form) {
+    case Form::selectable:
+        return slot.toggle == -1 ? "cannot be selected" : "";
+    case Form::field:
+        return slot.input_mode == 0 ? "is no entry field" : slot.toggle == -1 ? "cannot be selected" : "";
+    case Form::picture:
+        return text || is_text_window(slot) ? "is no picture slot" : "";
+    case Form::text:
+        return !text ? "is no text slot" : "";
+    case Form::window:
+        return text || !is_text_window(slot) ? "is no text window" : "";
+    case Form::any:
+        break;
+    }
+    return {};
+}
+
+void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step, Faults& faults) {
+    const int index = row.first + step * row.step;
+    const auto report = [&](const char* field, std::string problem, std::string advice) {
+        faults.push_back(
+            {screen.slot_file, 0, index, field, std::string("the ") + row.role + " " + problem, std::move(advice)});
+    };
+    if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)])) {
+        report("", "is missing", "the program looks for it at this number");
+        return;
+    }
+    const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
+    if (const std::string fault = fault_of_form(row.form, slot); !fault.empty())
+        report("", fault, "the program looks for it at this number");
+    if (row.action != any_action && slot.action != row.action + step)
+        report("action", "has action " + std::to_string(slot.action),
+               "it must be " + std::to_string(row.action + step));
+    if (row.needs_toggle && !screen.set.has_toggle(index))
+        report("", "has no toggle record", "its other look is there");
+}
+
+void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
+    for (const OptionRow& row : option_rows())
+        check_fixed_slot(screen, {options, row.button, 1, 1, Form::selectable, row.step_code, true, "option button"}, 0,
+                         faults);
+}
+
+void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
+    const int index = value_record(value);
+    if (!screen.set.has_slot(index))
+        return; // told by the fixed slots
+    const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
+    const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
+    const auto report = [&](const char* field, std::string problem, std::string advice) {
+        faults.push_back({screen.slot_file, 0, index, field, std::move(problem), std::move(advice)});
+    };
+    if (record.action != value)
+        report("action", "the record stands for value " + std::to_string(record.action),
+               "the record behind value button " + std::to_string(value_button(value)) + " must say " +
+                   std::to_string(value));
+    if (!skipped_by_focus(record))
+        report("draw_flags", "the keyboard can reach the value record, and its value is then taken for an action",
+               "set focus_skip: the third character is x");
+    const Point over = slot_position(button), under = slot_position(record);
+    if (over.x != under.x || over.y != under.y)
+        report("", "the value record does not lie under its button",
+               "the pointer would reach it beside slot " + std::to_string(value_button(value)));
+}
+
+} // namespace
+
+void check_fixed_slots(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language) {
+        for (const FixedSlot& row : fixed_slots)
+            for (int step = 0; step < row.count && screen_of(language, row.screen).set.slot_count() > 0; ++step)
+                check_fixed_slot(screen_of(language, row.screen), row, step, faults);
+        if (screen_of(language, options).set.slot_count() > 0)
+            check_option_buttons(screen_of(language, options), faults);
+        for (const NeededAction& needed : needed_actions) {
+            const ScreenFiles& screen = screen_of(language, needed.screen);
+            bool found = screen.set.slots.empty();
+            for (const Slot& slot : screen.set.slots)
+                found = found || (slot.action == needed.action && slot.toggle != -1);
+            if (!found)
+                faults.push_back({screen.slot_file, 0, -1, "action",
+                                  std::string("no slot lets the player ") + needed.what,
+                                  "give a slot action " + std::to_string(needed.action)});
+        }
+        const ScreenFiles& pages = screen_of(language, message);
+        if (!pages.set.slots.empty() && is_text_window(pages.set.slots[0])) {
+            const int window = pages.set.slots[0].graphic;
+            if (window >= 0 && window < text_window_count &&
+                language.windows[static_cast<std::size_t>(window)].pixel_coords == 0)
+                faults.push_back({language.window_file, 0, -1, "+" + std::to_string(window),
+                                  "the help window counts in cells", "give it w1 and edges in pixels"});
+        }
+    }
+    for (const int window : {info_window, group_window, value_window, module_window, sound_group_window, style_window})
+        for (const LanguageFiles& language : installation.by_language)
+            if (!language.windows_described[static_cast<std::size_t>(window)])
+                faults.push_back({language.window_file, 0, -1, "+" + std::to_string(window), "is missing",
+                                  "the program reads this window's place"});
+}
+
+void check_values(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language) {
+        const ScreenFiles& screen = screen_of(language, options);
+        for (int value = 0; value < value_entry_limit; ++value)
+            check_pair(screen, value, faults);
+        for (int index = 0; index < screen.set.slot_count(); ++index) {
+            const OptionRow* row = row_of_choose_code(screen.set.slots[static_cast<std::size_t>(index)].action);
+            if (!row || (index >= value_button(0) && index <= value_record(value_entry_limit - 1)))
+                continue;
+            const int values = row->labels.empty() ? value_entry_limit : static_cast<int>(row->labels.size());
+            const bool has_record = screen.set.has_slot(index + 1);
+            const int value = has_record ? screen.set.slots[static_cast<std::size_t>(index) + 1].action : -1;
+            if (value < 0 || value >= values)
+                faults.push_back({screen.slot_file, 0, index, "action",
+                                  "the value button has no value record behind it",
+                                  "the next record's action must be 0 to " + std::to_string(values - 1)});
+        }
+    }
+}
+
+} // namespace vcc::kit

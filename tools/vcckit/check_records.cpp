@@ -1,0 +1,259 @@
+// Every record of every slot and toggle file by itself, and against what its numbers refer to.
+#include "check.h"
+
+#include "cc/actions.h"
+#include "cc/option_rows.h"
+#include "cc/options_screen.h"
+#include "core/text.h"
+#include "display/buffers.h"
+#include "interaction/focus.h"
+#include "screen/colours.h"
+#include "screen/draw_slot.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr int screen_width = 800, screen_height = 600;
+
+/// One record with everything that a check may need, and a short way to report.
+struct Subject {
+    const Installation& installation;
+    const LanguageFiles& language;
+    const ScreenFiles& screen;
+    const Slot& slot;
+    int index;
+    bool is_toggle;
+    Faults& faults;
+
+    bool is_text() const { return slot.graphic == 0; }
+    bool is_window() const { return slot.graphic != 0 && is_text_window(slot); }
+    bool is_picture() const { return slot.graphic != 0 && !is_text_window(slot); }
+    std::string_view text() const { return text_of(slot.text); }
+
+    void report(std::string field, std::string problem, std::string advice) const {
+        faults.push_back({is_toggle ? screen.toggle_file : screen.slot_file, 0, index, std::move(field),
+                          std::move(problem), std::move(advice)});
+    }
+};
+
+std::string number(long long value) {
+    return std::to_string(value);
+}
+
+void check_font(const Subject& at) {
+    if (at.is_text() && (at.slot.font < 0 || at.slot.font >= font_count))
+        at.report("font", "there is no font " + number(at.slot.font), "fonts are 0 to 10");
+}
+
+void check_colours(const Subject& at) {
+    if (!at.is_text())
+        return;
+    if (!is_colour(at.slot.fore_colour))
+        at.report("fore_colour", "there is no colour " + number(at.slot.fore_colour), "colours are 0 to 255");
+    if (!is_colour(at.slot.back_colour))
+        at.report("back_colour", "there is no colour " + number(at.slot.back_colour), "colours are 0 to 255");
+    if (const int shadow = to_number(text_of(at.slot.sound_flags)); has_shadow(at.slot) && !is_colour(shadow))
+        at.report("sound_flags", "there is no shadow colour " + number(shadow), "colours are 0 to 255");
+}
+
+void check_place(const Subject& at) {
+    if (!at.is_text())
+        return;
+    if ((at.slot.dest_x == 0) != (at.slot.dest_y == 0)) {
+        at.report(at.slot.dest_x == 0 ? "dest_x" : "dest_y", "is 0, so the other one does not count",
+                  "set both, or neither and use column and row");
+        return;
+    }
+    if (at.slot.dest_x != 0)
+        return;
+    const int columns = screen_width / cell_width(at.slot.font), rows = screen_height / cell_height(at.slot.font);
+    if (at.slot.column < 0 || at.slot.column >= columns)
+        at.report("column", number(at.slot.column) + " is outside the grid",
+                  "font " + number(at.slot.font) + " has columns 0 to " + number(columns - 1));
+    if (at.slot.row < 0 || at.slot.row >= rows)
+        at.report("row", number(at.slot.row) + " is outside the grid",
+                  "font " + number(at.slot.font) + " has rows 0 to " + number(rows - 1));
+}
+
+void check_toggle(const Subject& at) {
+    if (at.slot.toggle < -1)
+        at.report("toggle", number(at.slot.toggle) + " means nothing", "-1 is inert, 0 plain, above 0 highlighted");
+    if (at.is_toggle || at.slot.toggle <= 0)
+        return;
+    const int looks = at.slot.input_mode == 0 ? at.index : at.slot.toggle;
+    if (!at.screen.set.has_toggle(looks))
+        at.report("toggle", "there is no toggle record " + number(looks) + " with its highlighted look",
+                  "add the record, or set toggle to 0");
+}
+
+void check_activated(const Subject& at) {
+    if (!at.is_toggle && at.slot.activated != 0 && !at.screen.set.has_toggle(at.slot.activated))
+        at.report("activated", "there is no toggle record " + number(at.slot.activated) + " with its pressed look",
+                  "add the record, or set activated to 0");
+}
+
+void check_buffer(const Subject& at) {
+    const bool background =
+        at.index == 0 && !at.is_toggle && at.screen.kind != ScreenKind::info && at.screen.kind != ScreenKind::message;
+    if (!background && !at.is_picture())
+        return;
+    const auto found = at.installation.buffers.find(at.slot.buffer);
+    const bool made = at.slot.buffer >= window_copy_buffer && at.slot.buffer < graphic_buffer_count;
+    if (found == at.installation.buffers.end()) {
+        if (!made)
+            at.report("buffer", "no picture is loaded into buffer " + number(at.slot.buffer),
+                      "tools/vcc.buf names the pictures");
+        return;
+    }
+    const BITMAP* const picture = found->second.get();
+    if (!picture)
+        return; // told where the list is checked
+    if (background && (picture->w < screen_width || picture->h < screen_height))
+        at.report("buffer", "the background in buffer " + number(at.slot.buffer) + " is smaller than the screen",
+                  "it must be 800 x 600 pixels");
+    if (!at.is_picture())
+        return;
+    if (at.slot.src_x < 0 || at.slot.box_width <= at.slot.src_x || at.slot.box_width > picture->w)
+        at.report("src_x, box_width",
+                  "columns " + number(at.slot.src_x) + " to " + number(at.slot.box_width) +
+                      " are no piece of the picture",
+                  "it is " + number(picture->w) + " pixels wide; box_width is the right edge, exclusive");
+    if (at.slot.src_y < 0 || at.slot.box_height <= at.slot.src_y || at.slot.box_height > picture->h)
+        at.report("src_y, box_height",
+                  "rows " + number(at.slot.src_y) + " to " + number(at.slot.box_height) +
+                      " are no piece of the picture",
+                  "it is " + number(picture->h) + " pixels high; box_height is the bottom edge, exclusive");
+}
+
+void check_window(const Subject& at) {
+    if (!at.is_window())
+        return;
+    const int window = at.slot.graphic;
+    if (window < 0 || window >= text_window_count || !at.language.windows_described[static_cast<std::size_t>(window)])
+        at.report("graphic", "there is no text window " + number(window), "describe it in " + at.language.window_file);
+}
+
+void check_sounds(const Subject& at) {
+    const auto check = [&](const char* field, int sound) {
+        if (sound != 0 && (sound < 0 || sound >= first_theme_entry || !at.installation.sounds.contains(sound)))
+            at.report(field, "there is no sound " + number(sound), "tools/vcc.snd names the sounds; 0 is none");
+    };
+    check("sound", at.slot.sound);
+    if (!at.is_toggle)
+        check("sound_act", at.slot.sound_act);
+    constexpr int longest_display_time = 50;
+    if (at.slot.display_time < 0 || at.slot.display_time > longest_display_time)
+        at.report("display_time", number(at.slot.display_time) + " tenths of a second are no time for a pressed look",
+                  "0 to 50");
+}
+
+bool is_value_record(const Subject& at) {
+    return at.screen.kind == ScreenKind::options && at.index >= value_record(0) &&
+           at.index <= value_record(value_entry_limit - 1) && at.index % 2 == value_record(0) % 2;
+}
+
+void check_action(const Subject& at) {
+    if (at.is_toggle || at.slot.toggle == -1 || at.screen.kind == ScreenKind::message || is_value_record(at))
+        return;
+    if (at.slot.action != 0 && !find_action(at.slot.action))
+        at.report("action", "there is no action " + number(at.slot.action), "docs/formats.md lists the actions");
+}
+
+void check_extent(const Subject& at) {
+    if (is_hidden(at.slot) || at.is_window())
+        return;
+    Rect area = slot_rect(at.slot);
+    if (at.is_text()) {
+        std::string text(at.text());
+        trim_right(text);
+        area.x2 = area.x1 + text_width(at.slot.font, text);
+        if (at.slot.box_width > 0 && at.slot.box_height > 0) {
+            area.x2 = std::max(area.x2, area.x1 + at.slot.box_width);
+            area.y2 = area.y1 + at.slot.box_height;
+        } else if (text.empty() && at.slot.input_mode == 0) {
+            return;
+        }
+    }
+    if (area.x1 < 0 || area.x2 > screen_width || area.y1 < 0 || area.y2 > screen_height)
+        at.report("",
+                  "reaches outside the screen: " + number(area.x1) + "," + number(area.y1) + " to " + number(area.x2) +
+                      "," + number(area.y2),
+                  "the screen is 800 x 600 pixels");
+}
+
+void check_text(const Subject& at) {
+    if (!at.is_text() || at.slot.font < 0 || at.slot.font >= font_count)
+        return;
+    std::string text(at.text());
+    trim_right(text);
+    const int width = text_width(at.slot.font, text);
+    if (at.slot.box_width > 0 && width > at.slot.box_width)
+        at.report("text", "\"" + text + "\" is " + number(width) + " pixels wide, its box " + number(at.slot.box_width),
+                  "shorten the text or widen the box");
+    if (at.slot.input_mode == 0 || at.is_toggle)
+        return;
+    if (at.slot.box_width == 0)
+        at.report("box_width", "a field without a box cannot be edited", "give it a width");
+    if (at.slot.size < 1 || at.slot.size > static_cast<int>(sizeof at.slot.text) - 1)
+        at.report("size", "a field cannot hold " + number(at.slot.size) + " characters", "1 to 90");
+    else if (at.slot.size * cell_width(at.slot.font) > at.slot.box_width)
+        at.report("size", number(at.slot.size) + " characters are wider than the box",
+                  "widen the box to " + number(at.slot.size * cell_width(at.slot.font)) + " pixels");
+}
+
+constexpr void (*record_checks[])(const Subject&) = {
+    check_font,   check_colours, check_place,  check_toggle, check_activated, check_buffer,
+    check_window, check_sounds,  check_action, check_extent, check_text,
+};
+
+void check_set(const Installation& installation, const LanguageFiles& language, const ScreenFiles& screen,
+               Faults& faults) {
+    for (const bool toggles : {false, true}) {
+        const std::vector<Slot>& records = toggles ? screen.set.toggles : screen.set.slots;
+        for (std::size_t i = 0; i < records.size(); ++i)
+            for (const auto check : record_checks)
+                check({installation, language, screen, records[i], static_cast<int>(i), toggles, faults});
+    }
+}
+
+/// A slot that the player can press. Some are hidden in the file and shown by the program.
+bool can_be_pressed(ScreenKind kind, const Slot& slot, int index) {
+    constexpr int paging_back = 33, paging_forward = 35;
+    if (skipped_by_focus(slot))
+        return false;
+    if (kind == ScreenKind::message)
+        return index == 13 || index == paging_back || index == paging_forward;
+    return slot.toggle != -1 && !is_hidden(slot);
+}
+
+} // namespace
+
+void check_records(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language)
+        for (const ScreenFiles& screen : language.screens)
+            check_set(installation, language, screen, faults);
+}
+
+void check_overlaps(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language) {
+        for (const ScreenFiles& screen : language.screens) {
+            const std::vector<Slot>& slots = screen.set.slots;
+            for (int i = 0; i < screen.set.slot_count(); ++i) {
+                for (int j = i + 1; j < screen.set.slot_count(); ++j) {
+                    const Slot &a = slots[static_cast<std::size_t>(i)], &b = slots[static_cast<std::size_t>(j)];
+                    if (!can_be_pressed(screen.kind, a, i) || !can_be_pressed(screen.kind, b, j))
+                        continue;
+                    const Rect one = slot_rect(a), other = slot_rect(b);
+                    if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
+                        faults.push_back({screen.slot_file, 0, i, "", "overlaps slot " + number(j),
+                                          "the pointer reaches only the first of them there"});
+                }
+            }
+        }
+    }
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,88 @@
+// A whole installation in memory, read with the program's own readers from the working folder, without a display.
+#pragma once
+
+#include "report.h"
+#include "screen_source.h"
+
+#include "core/handles.h"
+#include "screen/slot.h"
+#include "screen/text_window.h"
+
+#include <array>
+#include <bitset>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace vcc::kit {
+
+/// The graphics library without a driver, working in an installation's folder; the fonts are released at the end.
+class Library {
+public:
+    /// `depth` in bits: 15, 16, 24 or 32.
+    explicit Library(int depth = 32);
+    ~Library();
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+};
+
+enum class ScreenKind { menu, options, info, message };
+inline constexpr std::size_t screen_kind_count = 4;
+
+struct ScreenRow {
+    ScreenKind kind;
+    std::string_view name; ///< of the files, without the language's prefix
+    int needed;            ///< slots that the program addresses by number
+    int fatal_below;       ///< with fewer the program does not start
+};
+inline constexpr std::array<ScreenRow, screen_kind_count> screen_rows{{
+    {ScreenKind::menu, "vcc", 17, 2},
+    {ScreenKind::options, "vcc_options", 90, 90},
+    {ScreenKind::info, "vcc_options_info", 13, 2},
+    {ScreenKind::message, "mess", 36, 2},
+}};
+
+struct ScreenFiles {
+    ScreenKind kind = ScreenKind::menu;
+    std::string slot_file, toggle_file;
+    SlotSet set; ///< empty when the file cannot be used
+};
+
+struct LanguageFiles {
+    std::array<ScreenFiles, screen_kind_count> screens;
+    std::string window_file, message_file;
+    std::array<TextWindow, text_window_count> windows;
+    std::bitset<text_window_count> windows_described;
+    std::set<int> messages; ///< indices that the message file names
+};
+
+struct Installation {
+    std::array<LanguageFiles, languages.size()> by_language;
+    std::map<int, BitmapPtr> buffers;       ///< pictures of the buffer list
+    std::set<int> sounds;                   ///< entries that the sound set-up names a file for
+    std::map<int, std::string> themes;      ///< theme number from 0, path of its file
+    std::map<int, std::string> theme_names; ///< as players see them
+    bool fonts = false;                     ///< all eleven fonts are loaded and have their sizes
+    mutable std::map<std::string, std::optional<std::string>> text_files; ///< what text_file() has read
+
+    /// The bytes of a text file, read once; nothing when it cannot be read.
+    const std::optional<std::string>& text_file(const std::string& path) const;
+};
+
+inline const ScreenFiles& screen_of(const LanguageFiles& language, ScreenKind kind) {
+    return language.screens[static_cast<std::size_t>(kind)];
+}
+
+// Readers, each for its own files; they report what is wrong with a file by itself.
+void read_settings(Installation& installation, Faults& faults);
+void read_fonts(Installation& installation, Faults& faults);
+void read_buffers(Installation& installation, Faults& faults);
+void read_sounds(Installation& installation, Faults& faults);
+void read_windows(Installation& installation, Faults& faults);
+void read_messages(Installation& installation, Faults& faults);
+void read_screens(Installation& installation, Faults& faults);
+
+} // namespace vcc::kit

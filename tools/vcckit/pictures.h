@@ -1,0 +1,21 @@
+// PCX pictures: whether one is whole.
+#pragma once
+
+#include "core/handles.h"
+
+#include <string>
+#include <string_view>
+
+namespace vcc::kit {
+
+struct PictureCheck {
+    BitmapPtr bitmap;  ///< as the program would load it; null when it would refuse it
+    std::string fault; ///< empty when nothing is wrong
+};
+
+PictureCheck check_picture(const std::string& path);
+
+/// True when the run-length data hold every line that the header announces. Pure.
+bool pcx_is_complete(std::string_view bytes);
+
+} // namespace vcc::kit

@@ -1,0 +1,96 @@
+// Fonts, and the pictures of the buffer list.
+#include "installation.h"
+
+#include "core/lines.h"
+#include "core/log.h"
+#include "core/text.h"
+#include "display/buffers.h"
+#include "pictures.h"
+#include "platform/files.h"
+#include "platform/truetype.h"
+#include "text/fonts.h"
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr const char* font_section = "VELDOR_VCC";
+constexpr const char* buffer_file = "tools/vcc.buf";
+
+bool made_by_program(int buffer) {
+    return buffer >= window_copy_buffer;
+}
+
+} // namespace
+
+void read_fonts(Installation& installation, Faults& faults) {
+    if (!platform::init_truetype())
+        return;
+    bool all = true;
+    for (int n = 0; n < font_count; ++n) {
+        const std::string key = format_text("font%d_name", n);
+        const std::string name =
+            std::string("fonts/") + get_config_string(font_section, key.c_str(), n < 2 ? "arial.ttf" : "cour.ttf");
+        if (platform::load_truetype_font(platform::resolve_path(name)))
+            continue;
+        all = false;
+        faults.push_back({name, 0, -1, key, platform::file_exists(name) ? "is not a font" : "does not exist",
+                          "put the font there, or change the key in data/configs/vcc.cfg", true});
+    }
+    if (all && load_fonts(font_section, "fonts"))
+        installation.fonts = true;
+    configure_fonts(font_section); // cells are known even without faces
+}
+
+void read_buffers(Installation& installation, Faults& faults) {
+    const auto& text = installation.text_file(buffer_file);
+    if (!text) {
+        faults.push_back({buffer_file, 0, -1, "", "cannot be read", "the program needs its pictures", true});
+        return;
+    }
+    LineReader lines(*text);
+    int number = 0;
+    while (const auto line = lines.next()) {
+        const auto report = [&](std::string problem, std::string advice, bool fatal = false) {
+            faults.push_back({buffer_file, lines.line_number(), -1, "", std::move(problem), std::move(advice), fatal});
+        };
+        const char key = line->empty() ? '\0' : line->front();
+        if (key == '#')
+            continue;
+        if (key == '+') {
+            number = to_number(line->substr(1));
+            if (number < 0 || number >= graphic_buffer_count) {
+                report("there is no graphic buffer " + std::to_string(number), "buffers are 0 to 24", number < 0);
+                return;
+            }
+            continue;
+        }
+        if (key == '*')
+            continue;
+        const std::string path(*line);
+        if (made_by_program(number))
+            report("buffer " + std::to_string(number) + " is one that the program makes", "use 0 to 20");
+        if (installation.buffers.contains(number))
+            report("buffer " + std::to_string(number) + " gets a second picture", "give every picture its own \"+\"");
+        PictureCheck picture = check_picture(path);
+        if (!picture.bitmap)
+            report(path + " " + picture.fault, "it must be a PCX picture of 8 or 24 bits", true);
+        else if (!picture.fault.empty())
+            report(path + " " + picture.fault, "write the picture again");
+        installation.buffers[number] = std::move(picture.bitmap);
+    }
+    for (const int needed : {screen_buffer, backdrop_buffer}) {
+        const auto found = installation.buffers.find(needed);
+        const bool there = found != installation.buffers.end() && found->second;
+        if (found != installation.buffers.end() && !there)
+            continue; // told above
+        if (!there || found->second->w < 800 || found->second->h < 600)
+            faults.push_back({buffer_file, 0, -1, "+" + std::to_string(needed),
+                              there ? "the picture is smaller than 800 x 600" : "no picture for this buffer",
+                              needed == screen_buffer ? "every screen is drawn into it"
+                                                      : "text windows restore their background from it",
+                              needed == screen_buffer});
+    }
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,118 @@
+// The sound set-up file, and the files that it names.
+#include "installation.h"
+#include "themes.h"
+
+#include "core/lines.h"
+#include "core/text.h"
+#include "platform/files.h"
+#include "sound/effect_file.h"
+#include "sound/setup_rules.h"
+#include "sound/sound.h"
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr const char* setup_file = "tools/vcc.snd";
+constexpr std::size_t name_limit = 20;
+
+class SetupWalk {
+public:
+    SetupWalk(Installation& installation, Faults& faults) : installation_(installation), faults_(faults) {}
+
+    void run(const std::string& text) {
+        LineReader lines(text);
+        while (const auto line = lines.next()) {
+            line_ = lines.line_number();
+            const SetupStep step = next_setup_step(state_, *line);
+            if (step.action == SetupAction::stop) {
+                report("there is no entry " + std::string(line->substr(1)), "entries are 0 to 200");
+                return;
+            }
+            if (step.action == SetupAction::none && !line->empty() && (*line)[0] != '#' && (*line)[0] != '+')
+                report("the line is passed over", "lines begin with #, +, &, $, *, - or the section sign");
+            take(step);
+        }
+        line_ = 0;
+        if (!installed_)
+            report("no \"*\" line", "without it the sound system is not started");
+    }
+
+private:
+    void report(std::string problem, std::string advice) {
+        faults_.push_back({setup_file, line_, -1, "", std::move(problem), std::move(advice)});
+    }
+
+    void take(const SetupStep& step) {
+        switch (step.action) {
+        case SetupAction::install:
+            installed_ = true;
+            break;
+        case SetupAction::set_directory:
+            directory_ = step.value;
+            break;
+        case SetupAction::set_name:
+            name_ = step.value.substr(0, name_limit);
+            if (step.value.size() > name_limit)
+                report("the name is longer than 20 characters", "it will be cut");
+            break;
+        case SetupAction::refuse_theme:
+            report("theme out of order", "the next theme is entry " + std::to_string(state_.expected_theme_entry()));
+            state_.themes = theme_failed;
+            break;
+        case SetupAction::load_effect:
+        case SetupAction::check_theme:
+        case SetupAction::register_file_only:
+            take_file(step);
+            break;
+        case SetupAction::none:
+        case SetupAction::stop:
+            break;
+        }
+    }
+
+    void take_file(const SetupStep& step) {
+        const std::string path = directory_ + "/" + std::string(step.value);
+        if (step.value.size() > name_limit)
+            report("the file name is longer than 20 characters", "it will be cut, and the file not be found");
+        if (!installation_.sounds.insert(state_.entry).second)
+            report("entry " + std::to_string(state_.entry) + " is given a second time", "the last one counts");
+        if (state_.entry == 0)
+            report("entry 0 is never played", "use 1 to 189");
+        if (!platform::file_exists(path)) {
+            report(path + " does not exist", "put the file there, or take the entry out");
+            return;
+        }
+        if (step.action == SetupAction::load_effect) {
+            if (!load_effect_file(path))
+                report(path + " is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz",
+                       "the whole sound would stay off");
+            return;
+        }
+        installation_.themes[state_.entry - first_theme_entry] = path;
+        installation_.theme_names[state_.entry - first_theme_entry] = name_;
+        if (step.action == SetupAction::register_file_only)
+            report("entries from 190 on are music themes", "its name line begins with the section sign");
+        if (const std::string fault = loop_fault(path); !fault.empty())
+            report(path + " " + fault, "a theme is played again and again");
+    }
+
+    Installation& installation_;
+    Faults& faults_;
+    SetupState state_;
+    int line_ = 0;
+    bool installed_ = false;
+    std::string directory_, name_;
+};
+
+} // namespace
+
+void read_sounds(Installation& installation, Faults& faults) {
+    const auto& text = installation.text_file(setup_file);
+    if (text)
+        SetupWalk(installation, faults).run(*text);
+    else
+        faults.push_back({setup_file, 0, -1, "", "cannot be read", "there would be no sound at all"});
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,238 @@
+// Settings, message files and text-window files, line by line.
+#include "installation.h"
+
+#include "core/lines.h"
+#include "core/text.h"
+#include "platform/latin1.h"
+#include "platform/letter_case.h"
+#include "screen/colours.h"
+#include "settings/rows.h"
+#include "text/fonts.h"
+#include "text/language.h"
+
+#include <charconv>
+#include <limits>
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr const char* settings_file = "data/configs/vcc.cfg";
+
+/// Sections in which nobody but the control centre has keys.
+bool all_keys_are_known(std::string_view section) {
+    return section == "VELDOR_SOUND" || section == "VELDOR_GRAPHICS" || section == "VELDOR_GENERAL";
+}
+
+std::string trimmed(std::string_view text) {
+    std::string result = trim_left(text);
+    trim_right(result);
+    return result;
+}
+
+/// What is wrong with a value; empty when nothing is.
+std::string fault_of_value(const SettingRow& row, std::string_view value) {
+    if (row.kind == KeyKind::flag)
+        return value == "yes" || value == "no" ? "" : "is neither yes nor no";
+    if (row.kind == KeyKind::text)
+        return static_cast<long long>(value.size()) > row.max
+                   ? "is longer than " + std::to_string(row.max) + " characters"
+                   : "";
+    int number = 0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
+    if (error != std::errc{} || end != value.data() + value.size())
+        return "is not a number";
+    return number < row.min || number > row.max
+               ? "is outside " + std::to_string(row.min) + " to " + std::to_string(row.max)
+               : "";
+}
+
+void check_setting(const std::string& section, const std::string& key, const std::string& value, int line,
+                   Faults& faults) {
+    const SettingRow* row = find_setting_row(section, key);
+    if (!row) {
+        if (all_keys_are_known(section))
+            faults.push_back({settings_file, line, -1, key, "no such key in [" + section + "]",
+                              "correct its spelling, or take it out"});
+        return;
+    }
+    if (const std::string fault = fault_of_value(*row, value); !fault.empty())
+        faults.push_back(
+            {settings_file, line, -1, key, "\"" + value + "\" " + fault, "docs/settings.md lists what the key takes"});
+}
+
+/// Ranges of the numbers in a text-window file; `measure` is an edge, which may be cells or pixels.
+struct WindowRange {
+    std::string_view key;
+    int TextWindow::*member;
+    int min, max;
+};
+constexpr int any_low = std::numeric_limits<int>::min(), any_high = std::numeric_limits<int>::max();
+constexpr WindowRange window_ranges[] = {
+    {"f", &TextWindow::title_colour, 0, colour_count - 1},
+    {"c", &TextWindow::colour, any_low, colour_count - 1},
+    {"-", &TextWindow::style, any_low, any_high},
+    {"r", &TextWindow::red, 0, 255},
+    {"g", &TextWindow::green, 0, 255},
+    {"b", &TextWindow::blue, 0, 255},
+    {"h", &TextWindow::alpha, 0, 255},
+    {"s", &TextWindow::shadow, 0, 100},
+    {"l", &TextWindow::grid, any_low, 800},
+    {"t", &TextWindow::font, 0, font_count - 1},
+};
+
+void check_window_edges(const Installation&, const std::string& file, int number, const TextWindow& window,
+                        Faults& faults) {
+    const auto report = [&](const char* field, std::string problem, const char* advice) {
+        faults.push_back({file, 0, -1, "+" + std::to_string(number) + ": " + field, std::move(problem), advice});
+    };
+    if (window.left >= window.right)
+        report("xo, xu", "the right edge is not right of the left edge", "correct xo or xu");
+    if (window.top >= window.bottom)
+        report("yo, yu", "the bottom edge is not below the top edge", "correct yo or yu");
+    const bool cells = window.pixel_coords == 0;
+    const int width = cells && cell_width(window.font) > 0 ? 800 / cell_width(window.font) : 800;
+    const int height = cells && cell_height(window.font) > 0 ? 600 / cell_height(window.font) : 600;
+    if (window.left < 0 || window.right > width)
+        report("xo, xu", "reaches outside the screen", cells ? "columns count in the font of t" : "keep to 0 to 800");
+    if (window.top < 0 || window.bottom > height)
+        report("yo, yu", "reaches outside the screen", cells ? "rows count in the font of t" : "keep to 0 to 600");
+    for (const int sound : {window.open_sound, window.close_sound})
+        if (sound < 0 || sound > 200)
+            report("o, e", "sound " + std::to_string(sound) + " is outside 0 to 200", "0 is no sound");
+}
+
+/// Walks the file once more for what the program's reader passes over.
+void check_window_lines(const std::string& file, const std::string& text, LanguageFiles& language, Faults& faults) {
+    LineReader lines(text);
+    int number = 0;
+    while (const auto line = lines.next()) {
+        const auto report = [&](std::string field, std::string problem, const char* advice) {
+            faults.push_back({file, lines.line_number(), -1, std::move(field), std::move(problem), advice});
+        };
+        if (line->starts_with('+')) {
+            number = to_number(line->substr(1));
+            if (number < 0 || number >= text_window_count) {
+                report("+", "there is no window " + std::to_string(number), "windows are 0 to 29");
+                if (number >= text_window_count)
+                    return; // the program stops reading here
+                number = -1;
+            }
+            continue;
+        }
+        if (number < 0 || line->empty())
+            continue;
+        if (line->starts_with('-'))
+            language.windows_described.set(static_cast<std::size_t>(number));
+        for (const WindowRange& range : window_ranges) {
+            if (!line->starts_with(range.key))
+                continue;
+            const int value = to_number(line->substr(range.key.size()));
+            if (value < range.min || value > range.max)
+                report(std::string(range.key), std::to_string(value) + " is out of range",
+                       range.max == font_count - 1 ? "fonts are 0 to 10" : "0 to 255 is allowed");
+            break;
+        }
+        if ((*line)[0] == 'x' || (*line)[0] == 'y')
+            if (line->size() < 2 || ((*line)[1] != 'o' && (*line)[1] != 'u'))
+                report(std::string(line->substr(0, 2)), "the line is passed over", "edges are xo, yo, xu and yu");
+    }
+}
+
+} // namespace
+
+void read_settings(Installation& installation, Faults& faults) {
+    const auto& text = installation.text_file(settings_file);
+    if (!text) {
+        faults.push_back({settings_file, 0, -1, "", "cannot be read", "the program would use its own defaults"});
+        return;
+    }
+    const std::string values = platform::latin1_from_utf8(*text);
+    set_config_data(values.c_str(), static_cast<int>(values.size()));
+    LineReader lines(*text);
+    std::string section;
+    std::set<std::string> seen;
+    while (const auto line = lines.next(4096)) {
+        const std::string entry = trimmed(*line);
+        if (entry.empty() || entry[0] == '#' || entry[0] == ';')
+            continue;
+        if (entry[0] == '[' && entry.ends_with(']')) {
+            section = entry.substr(1, entry.size() - 2);
+            continue;
+        }
+        const std::size_t equals = entry.find('=');
+        if (equals == std::string::npos) {
+            faults.push_back({settings_file, lines.line_number(), -1, "", "neither a section nor key = value",
+                              "comments begin with #"});
+            continue;
+        }
+        const std::string key = trimmed(entry.substr(0, equals));
+        if (!seen.insert(section + "\n" + key).second)
+            faults.push_back(
+                {settings_file, lines.line_number(), -1, key, "is given a second time", "the first one counts"});
+        check_setting(section, key, trimmed(entry.substr(equals + 1)), lines.line_number(), faults);
+    }
+}
+
+void read_windows(Installation& installation, Faults& faults) {
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        LanguageFiles& language = installation.by_language[i];
+        language.window_file = "tools/language/" + std::string(languages[i].folder) + "/" +
+                               std::string(languages[i].prefix) + "factory.tw";
+        const auto& text = installation.text_file(language.window_file);
+        if (!text || read_text_windows(*text, language.windows, nullptr) == 0) {
+            faults.push_back({language.window_file, 0, -1, "", text ? "describes no window" : "cannot be read",
+                              "every window has a \"-\" line", true});
+            continue;
+        }
+        check_window_lines(language.window_file, *text, language, faults);
+        for (std::size_t window = 0; window < language.windows.size(); ++window)
+            if (language.windows_described[window] && window != style_window)
+                check_window_edges(installation, language.window_file, static_cast<int>(window),
+                                   language.windows[window], faults);
+    }
+}
+
+void read_messages(Installation& installation, Faults& faults) {
+    const auto& chosen = installation.text_file("tools/language.ini");
+    if (!chosen || (!chosen->starts_with('1') && !chosen->starts_with('2')))
+        faults.push_back({"tools/language.ini", 1, -1, "", chosen ? "names no language" : "cannot be read",
+                          "its first character is 1 for English, 2 for German"});
+    constexpr const char* files[] = {"tools/language/english/txt/messages.eng",
+                                     "tools/language/german/txt/messages.ger"};
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        LanguageFiles& language = installation.by_language[i];
+        language.message_file = files[i];
+        const auto& text = installation.text_file(language.message_file);
+        if (!text) {
+            faults.push_back({language.message_file, 0, -1, "", "cannot be read", "messages would be empty"});
+            continue;
+        }
+        LineReader lines(*text);
+        int index = -1;
+        bool filled = true;
+        while (const auto line = lines.next()) {
+            const auto report = [&](std::string problem, const char* advice) {
+                faults.push_back({language.message_file, lines.line_number(), -1, "", std::move(problem), advice});
+            };
+            if (line->starts_with('#'))
+                continue;
+            if (line->starts_with('+')) {
+                index = to_number(line->substr(1));
+                filled = false;
+                if (index < 0 || index >= message_limit)
+                    report("there is no message " + std::to_string(index), "messages are 0 to 299");
+                else if (!language.messages.insert(index).second)
+                    report("message " + std::to_string(index) + " is given a second time", "the last one counts");
+            } else if (index < 0) {
+                report("a text before the first message number", "a line +0 to +299 goes before it");
+            } else if (filled) {
+                report("message " + std::to_string(index) + " has a second line", "only its last line is kept");
+            } else {
+                filled = true;
+            }
+        }
+    }
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,87 @@
+#include "themes.h"
+
+#include "core/handles.h"
+#include "platform/files.h"
+#include "sound/wav_header.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr long joint_frames = 512;       ///< looked at on each side of the joint
+constexpr double quiet_seconds = 1.5;    ///< a longer silence at either end is heard as a gap
+constexpr float quiet_level = 0.002f;    ///< about -54 dB
+constexpr double least_bend = 4.0 / 128; ///< smaller bends cannot be heard as a click
+
+/// Frames [first, first + count) of a file, interleaved, -1 to 1; fewer at the end of the file.
+std::vector<float> read_frames(std::FILE* file, const WavHeader& header, long first, long count) {
+    const long bytes = header.bits / 8, frame = bytes * header.channels;
+    std::vector<std::uint8_t> raw(static_cast<std::size_t>(count * frame));
+    if (std::fseek(file, header.data_offset + first * frame, SEEK_SET) != 0)
+        return {};
+    raw.resize(std::fread(raw.data(), 1, raw.size(), file) / static_cast<std::size_t>(frame) *
+               static_cast<std::size_t>(frame));
+    std::vector<float> samples;
+    samples.reserve(raw.size() / static_cast<std::size_t>(bytes));
+    for (std::size_t at = 0; at + static_cast<std::size_t>(bytes) <= raw.size(); at += static_cast<std::size_t>(bytes))
+        samples.push_back(bytes == 1
+                              ? (static_cast<float>(raw[at]) - 128.0f) / 128.0f
+                              : static_cast<float>(static_cast<std::int16_t>(raw[at] | raw[at + 1] << 8)) / 32768.0f);
+    return samples;
+}
+
+std::vector<float> channel_of(const std::vector<float>& samples, int channel, int channels) {
+    std::vector<float> one;
+    for (std::size_t at = static_cast<std::size_t>(channel); at < samples.size();
+         at += static_cast<std::size_t>(channels))
+        one.push_back(samples[at]);
+    return one;
+}
+
+bool is_quiet(const std::vector<float>& samples) {
+    return std::ranges::all_of(samples, [](float sample) { return std::abs(sample) < quiet_level; });
+}
+
+} // namespace
+
+double joint_ratio(std::span<const float> end, std::span<const float> beginning) {
+    std::vector<double> around(end.begin(), end.end());
+    around.insert(around.end(), beginning.begin(), beginning.end());
+    double joint = 0, beside = 0;
+    for (std::size_t i = 2; i < around.size(); ++i) {
+        const double bend = std::abs(around[i] - 2 * around[i - 1] + around[i - 2]);
+        const bool at_joint = i >= end.size() && i < end.size() + 2; // touches samples of both sides
+        (at_joint ? joint : beside) = std::max(at_joint ? joint : beside, bend);
+    }
+    return joint / std::max(beside, least_bend);
+}
+
+std::string loop_fault(const std::string& path) {
+    const WavHeader header = parse_wav_header(path);
+    if (header.data_offset == 0)
+        return "is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz";
+    const long frames = header.data_length / (header.bits / 8 * header.channels);
+    if (frames < header.rate)
+        return "is shorter than a second";
+    const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
+    if (!file)
+        return "cannot be read";
+    const long quiet_frames = std::min(frames, static_cast<long>(quiet_seconds * header.rate));
+    if (is_quiet(read_frames(file.get(), header, frames - quiet_frames, quiet_frames)))
+        return "ends in silence";
+    if (is_quiet(read_frames(file.get(), header, 0, quiet_frames)))
+        return "begins with silence";
+    const std::vector<float> end = read_frames(file.get(), header, frames - joint_frames, joint_frames);
+    const std::vector<float> beginning = read_frames(file.get(), header, 0, joint_frames);
+    for (int channel = 0; channel < header.channels; ++channel)
+        if (joint_ratio(channel_of(end, channel, header.channels), channel_of(beginning, channel, header.channels)) > 1)
+            return "clicks where its end meets its beginning";
+    return {};
+}
+
+} // namespace vcc::kit
