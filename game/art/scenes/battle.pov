@@ -1,4 +1,4 @@
-// Background of the battle: dusk, fires on the horizon, the machine fires.
+// Background of the battle: dusk, the machine fires. Flash, fire and smoke are drawn over the picture afterwards.
 #version 3.7;
 global_settings{assumed_gamma 1.0 max_trace_level 6}
 #declare F_Sun=vnormalize(<-.42,.07,1>);
@@ -11,13 +11,10 @@ global_settings{assumed_gamma 1.0 max_trace_level 6}
 #include "field.inc"
 camera{location <3.0,1.5,-18> right x*4/3 look_at <1.0,5.4,0> angle 62}
 #declare GY=16; #declare GP=-10;
-#macro Ray(l,w,a) disc{0,z,1 pigment{spherical color_map{[0 rgbt<1,.5,.15,1>][.3 rgbt<1,.55,.18,.7>][.7 rgbt<1.2,.9,.5,.15>][1 rgbt<1.6,1.5,1.2,0>]}} finish{ambient 0 diffuse 0 emission 1.5} no_shadow scale <l,w,1> rotate z*a} #end
-#declare Flash=union{Ray(1.7,.45,8) Ray(1.4,.36,62) Ray(1.5,.38,118) Ray(1.0,1.0,0)}
 #declare Turn=180+36; #declare At=<2.6,-.2,1.0>;
 #declare Muzzle=At+vrotate(<1.72,7.5,.75>+vrotate(z*5.7,<GP,GY,0>),y*Turn);
 object{Brontar(.35,0,-.1,GY,GP,10,"07") rotate y*Turn translate At}
-object{Flash translate Muzzle-z*.3}
-light_source{Muzzle-z*.8 srgb<1,.72,.36>*14 fade_distance 2.2 fade_power 2}
+light_source{Muzzle-z*.8 srgb<1,.72,.36>*11 fade_distance 2.0 fade_power 2}
 // the other side: two machines, tracers, hits
 object{Brontar(.6,1,0,-12,-5,0,"03") rotate y*(100) translate <-17,-.3,30>}
 object{Brontar(.1,1,0,0,-6,0,"09") rotate y*(180+60) translate <24,-.3,44>}
