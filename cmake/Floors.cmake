@@ -2,6 +2,7 @@
 # below it and what it needs from outside. A file named *_linux.cpp or *_windows.cpp belongs to that system alone.
 function(veldor_floor name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$") # the program's own file
   if(WIN32)
     list(FILTER sources EXCLUDE REGEX "_linux\\.cpp$")
   else()

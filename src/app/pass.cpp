@@ -98,11 +98,13 @@ bool play_films(Session& session) {
         sfx_volume = settings.volumes[cc_module].effects * volume_step;
         music_on = 0;
     }
+    pause_music_voice(); // the theme waits for the menu
     for (const Film& film : films)
         play_film(film.path, film.effect);
     session.films_played = true;
     if (sound_on && music_before)
         music_on = music_before;
+    resume_music_voice();
     return true;
 }
 
