@@ -101,29 +101,33 @@ class FilmScreen {
 public:
     /// `first` is the film's first frame.
     explicit FilmScreen(const platform::AviFrame& first)
-        : surface_(create_bitmap_ex(first.bits, first.width, first.height)),
-          picture_(create_bitmap(layout_width, layout_height)),
+        : picture_(create_bitmap(layout_width, layout_height)),
           place_(place_film(first.width, first.height, layout_width, layout_height)) {
-        if (!ready())
+        if (!picture_ || !screen)
             return;
-        clear_bitmap(surface_.get());
         clear_to_color(picture_.get(), makecol(0, 0, 0));
+        blit(picture_.get(), screen, 0, 0, 0, 0, SCREEN_W, SCREEN_H);
+        in_place_ = first.bits == bitmap_color_depth(picture_.get()) && first.width == place_.width &&
+                    first.height == place_.height;
+        surface_.reset(in_place_ ? create_sub_bitmap(picture_.get(), place_.x, place_.y, place_.width, place_.height)
+                                 : create_bitmap_ex(first.bits, first.width, first.height));
+        if (surface_)
+            clear_bitmap(surface_.get());
     }
 
-    bool ready() const { return surface_ && picture_ && screen; }
+    bool ready() const { return surface_ != nullptr; }
 
-    /// Shows a frame; without one the picture before it stays.
-    void show(const platform::AviFrame* frame) {
-        if (frame)
-            draw(*frame);
-        blit(picture_.get(), screen, 0, 0, 0, 0, SCREEN_W, SCREEN_H);
+    void show(const platform::AviFrame& frame) {
+        decode_frame(surface_.get(), frame);
+        if (!in_place_)
+            convert(frame);
+        blit(picture_.get(), screen, place_.x, place_.y, place_.x, place_.y, place_.width, place_.height);
     }
 
 private:
-    // The frame goes into a picture of the screen's depth, so that only the film's pixels are converted, and the rim
-    // stays black whatever the film's colour table holds.
-    void draw(const platform::AviFrame& frame) {
-        decode_frame(surface_.get(), frame);
+    // The picture has the screen's depth, so that only the film's pixels are converted, and the rim stays black
+    // whatever the film's colour table holds.
+    void convert(const platform::AviFrame& frame) {
         PALETTE palette;
         if (frame.bits == 8) {
             film_palette(frame, palette);
@@ -135,8 +139,9 @@ private:
             unselect_palette();
     }
 
-    BitmapPtr surface_, picture_;
+    BitmapPtr picture_, surface_; // the second may be a part of the first
     FilmPlace place_;
+    bool in_place_ = false; // frames are decoded straight into the picture
 };
 
 void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
@@ -155,7 +160,7 @@ void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
         const platform::AviFrame* frame = film.frame_at(time_ms);
         clock.end_ms = film.end_ms(); // a damaged film can turn out to be shorter
         if (frame && frame->number != shown) {
-            target.show(frame);
+            target.show(*frame);
             shown = frame->number;
         } else {
             rest(1); // the picture stands

@@ -20,6 +20,7 @@ constexpr int widen_5_bits(int value) {
     return value * 255 / 31;
 }
 
+// Each reads the library's shifts once a row: to the compiler, every byte written might be one of theirs.
 using RowConverter = void (*)(const std::uint8_t* source, unsigned char* target, int width);
 
 void copy_8(const std::uint8_t* source, unsigned char* target, int width) {
@@ -27,19 +28,21 @@ void copy_8(const std::uint8_t* source, unsigned char* target, int width) {
 }
 
 void convert_16(const std::uint8_t* source, unsigned char* target, int width) {
+    const int red_shift = _rgb_r_shift_16, green_shift = _rgb_g_shift_16, blue_shift = _rgb_b_shift_16;
     for (int x = 0; x < width; ++x, source += 2, target += 2) {
         const int stored = source[0] | source[1] << 8;
         const int red = widen_5_bits(stored >> 10 & 31), green = widen_5_bits(stored >> 5 & 31),
                   blue = widen_5_bits(stored & 31);
-        const auto pixel = static_cast<std::uint16_t>((red >> 3) << _rgb_r_shift_16 | (green >> 2) << _rgb_g_shift_16 |
-                                                      (blue >> 3) << _rgb_b_shift_16);
+        const auto pixel = static_cast<std::uint16_t>((red >> 3) << red_shift | (green >> 2) << green_shift |
+                                                      (blue >> 3) << blue_shift);
         std::memcpy(target, &pixel, sizeof pixel);
     }
 }
 
 void convert_24(const std::uint8_t* source, unsigned char* target, int width) {
+    const int red_shift = _rgb_r_shift_24, green_shift = _rgb_g_shift_24, blue_shift = _rgb_b_shift_24;
     for (int x = 0; x < width; ++x, source += 3, target += 3) {
-        const int pixel = source[2] << _rgb_r_shift_24 | source[1] << _rgb_g_shift_24 | source[0] << _rgb_b_shift_24;
+        const int pixel = source[2] << red_shift | source[1] << green_shift | source[0] << blue_shift;
         target[0] = static_cast<unsigned char>(pixel);
         target[1] = static_cast<unsigned char>(pixel >> 8);
         target[2] = static_cast<unsigned char>(pixel >> 16);
@@ -47,10 +50,11 @@ void convert_24(const std::uint8_t* source, unsigned char* target, int width) {
 }
 
 void convert_32(const std::uint8_t* source, unsigned char* target, int width) {
+    const int red_shift = _rgb_r_shift_32, green_shift = _rgb_g_shift_32, blue_shift = _rgb_b_shift_32;
     for (int x = 0; x < width; ++x, source += 4, target += 4) {
-        const std::uint32_t pixel = static_cast<std::uint32_t>(source[2]) << _rgb_r_shift_32 |
-                                    static_cast<std::uint32_t>(source[1]) << _rgb_g_shift_32 |
-                                    static_cast<std::uint32_t>(source[0]) << _rgb_b_shift_32;
+        const std::uint32_t pixel = static_cast<std::uint32_t>(source[2]) << red_shift |
+                                    static_cast<std::uint32_t>(source[1]) << green_shift |
+                                    static_cast<std::uint32_t>(source[0]) << blue_shift;
         std::memcpy(target, &pixel, sizeof pixel);
     }
 }
