@@ -1,6 +1,7 @@
 #include "platform/truetype_draw.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 namespace vcc::platform {
@@ -102,9 +103,9 @@ void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int col
         return;
     }
     for (int row = part.y1; row < part.y2; ++row)
-        depth->write(target->line[row] + part.x1 * depth->bytes,
-                     glyph.coverage.data() + (row - top) * glyph.width + (part.x1 - left), part.x2 - part.x1,
-                     static_cast<std::uint32_t>(colour));
+        depth->write(target->line[row] + std::ptrdiff_t{part.x1} * depth->bytes,
+                     glyph.coverage.data() + std::ptrdiff_t{row - top} * glyph.width + (part.x1 - left),
+                     part.x2 - part.x1, static_cast<std::uint32_t>(colour));
 }
 
 } // namespace vcc::platform

@@ -112,7 +112,7 @@ void FreeTypeFont::set_size(int height_px) {
     const long em = face_units > 0 ? (2L * height_ + 1) * units / (2 * face_units) : height_;
     FT_Set_Pixel_Sizes(face_.get(), 0, static_cast<FT_UInt>(std::clamp(em, 1L, 400L)));
     const long ppem = face_->size->metrics.y_ppem;
-    const auto ascent = static_cast<int>((2 * face_->ascender * ppem + units) / (2 * units));
+    const auto ascent = static_cast<int>((2L * face_->ascender * ppem + units) / (2 * units));
     baseline_ = std::min(ascent, std::max(height_ - descent(), 0));
     hard_ = {};
     smooth_ = {};
@@ -133,11 +133,13 @@ int FreeTypeFont::face_advance(unsigned char character) const {
     return static_cast<int>((advance_16_16 + 0x8000) >> 16);
 }
 
+constexpr std::array<unsigned char, 6> descenders{'g', 'j', 'p', 'Q', '(', '|'};
+
 // Rows below the baseline that the usual descenders take.
 int FreeTypeFont::descent() const {
     int rows = 0;
     for (const FT_Int32 load : {hard_load, smooth_load})
-        for (const unsigned char character : {'g', 'j', 'p', 'Q', '(', '|'})
+        for (const unsigned char character : descenders)
             if (FT_Load_Glyph(face_.get(), index_of(character), load) == 0)
                 rows = std::max(rows, static_cast<int>(face_->glyph->bitmap.rows) - face_->glyph->bitmap_top);
     return rows;
