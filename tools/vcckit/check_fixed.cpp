@@ -67,8 +67,8 @@ constexpr NeededAction needed_actions[] = {
 };
 
 bool is_gap(const Slot& slot) {
-    const Slot gap = gap_slot(), empty = empty_slot();
-    return std::memcmp(&slot, &gap, sizeof slot) == 0 || std::memcmp(&slot, &empty, sizeof slot) == 0;
+    const auto same = [&](const Slot& other) { return std::memcmp(&slot, &other, sizeof slot) == 0; };
+    return same(gap_slot()) || same(empty_slot()) || same(Slot{});
 }
 
 /// What a slot is instead of its form; empty when it has that form.
