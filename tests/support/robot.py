@@ -26,6 +26,9 @@ pcm.!default { type null }
 ctl.!default { type null }
 """
 MENU_PICTURE = "images/menu.pcx"
+# After the program has placed the pointer (at the start of a pass, or when a key moves the focus) the library takes motion as
+# relative for a while: a move in that time ends elsewhere.
+POINTER_PLACED_S = 0.5
 
 
 class Robot:
@@ -90,7 +93,7 @@ class Robot:
     def window(self):
         """The program's window; a mode switch makes a new one."""
         if self._window is None:
-            self._window = wait_until(self._find_window, "the program's window")
+            self._window = wait_until(self._find_window, "the program's window", 20)
             if not self._managed:
                 self.desktop.focus(self._window)
         return self._window
@@ -154,6 +157,7 @@ class Robot:
     def wait_for_menu(self, timeout_s=20):
         self.window()
         wait_until(lambda: self.running() and self.shows(MENU_PICTURE), "the main menu", timeout_s)
+        time.sleep(POINTER_PLACED_S)
         return self
 
     def wait_for_change(self, before, timeout_s=5):
@@ -170,6 +174,7 @@ class Robot:
     # acting
 
     def move(self, x, y, settle_s=0.05):
+        """Points there; wait POINTER_PLACED_S first when a key has just moved the focus."""
         left, top = self.desktop.origin(self.window())
         dx, dy = self._corner()
         self.desktop.move(left + dx + x, top + dy + y)
