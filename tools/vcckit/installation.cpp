@@ -13,6 +13,11 @@ namespace vcc::kit {
 Library::Library(int depth) {
     set_uformat(U_ASCII);
     install_allegro(SYSTEM_NONE, &errno, nullptr);
+    // The order of the colours in a pixel is that of the display, where shadows take plain pixel values.
+    _rgb_r_shift_15 = 10, _rgb_g_shift_15 = 5, _rgb_b_shift_15 = 0;
+    _rgb_r_shift_16 = 11, _rgb_g_shift_16 = 5, _rgb_b_shift_16 = 0;
+    _rgb_r_shift_24 = 16, _rgb_g_shift_24 = 8, _rgb_b_shift_24 = 0;
+    _rgb_r_shift_32 = 16, _rgb_g_shift_32 = 8, _rgb_b_shift_32 = 0;
     set_color_depth(depth);
     set_color_conversion(COLORCONV_TOTAL);
     set_config_data("\n", 1); // or the library looks for a file of its own

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -60,6 +61,11 @@ bool write_screen(const Screen& screen, const fs::path& installation) {
     }
     return true;
 }
+
+const std::map<std::string, RenderedScreen> screen_words{{"menu", RenderedScreen::menu},
+                                                         {"options", RenderedScreen::options},
+                                                         {"help", RenderedScreen::help},
+                                                         {"message", RenderedScreen::message}};
 
 int pack(const std::vector<std::string>& sources, const std::string& installation) {
     int status = exit_clean;
@@ -127,7 +133,7 @@ int unpack(const std::vector<std::string>& files, const std::string& output) {
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app{"Makes, unmakes and checks the files of a Veldor installation."};
+    CLI::App app{"Makes, unmakes, checks and shows the files of a Veldor installation."};
     app.require_subcommand(1);
     app.footer(
         "Examples:\n"
@@ -135,7 +141,11 @@ int main(int argc, char** argv) {
         "  vcckit unpack veldor/tools/language/english/e_vcc.slt -o vcc.toml\n"
         "  vcckit unpack e_vcc.slt g_vcc.slt -o vcc.toml     both languages in one source\n"
         "  vcckit check veldor                               everything that is wrong with an installation\n"
-        "  vcckit check veldor --json | jq '.faults[].file'\n\n"
+        "  vcckit check veldor --json | jq '.faults[].file'\n"
+        "  vcckit render veldor --screen menu -o menu.png    the very picture that the program shows\n"
+        "  vcckit render veldor --screen options --language de --row 5 --hover 58 -o depth.png\n"
+        "  vcckit render veldor --screen help --hover 5 -o help.png\n"
+        "  vcckit show veldor/images/menu.pcx                any file of an installation, readably\n\n"
         "Exit status: 0 done or clean, 1 mistakes in a source or faults in an installation, 2 a file that cannot be\n"
         "read or written, or an installation with which the program does not reach its menu.");
 
@@ -162,6 +172,28 @@ int main(int argc, char** argv) {
     check_command.add_option("DIR", checked, "folder of the installation")->required();
     check_command.add_flag("--json", json, "one JSON object for machines");
 
+    RenderRequest request;
+    std::string rendered, picture, language = "en";
+    CLI::App& render_command = *app.add_subcommand("render", "Draws a screen into a PNG file, without a display");
+    render_command.add_option("DIR", rendered, "folder of the installation")->required();
+    render_command.add_option("--screen", request.screen, "menu, options, help (of a menu slot) or message (no help)")
+        ->required()
+        ->transform(CLI::Transformer(screen_words));
+    render_command.add_option("--language", language, "en or de")->check(CLI::IsMember({"en", "de"}));
+    render_command.add_option("--row", request.row, "options: number of the option whose values are shown");
+    render_command.add_option("--module", request.module, "options: 0 HQ, 1 Factory, 2 Battle, 3 control centre")
+        ->check(CLI::Range(0, 3));
+    render_command.add_option("--hover", request.hover, "slot under the pointer; help: the slot that it is about")
+        ->check(CLI::Range(0, 199));
+    render_command.add_option("--depth", request.depth, "bits of a pixel")->check(CLI::IsMember({15, 16, 24, 32}));
+    render_command.add_option("-o,--output", picture, "PNG file to write")->required();
+
+    std::string shown;
+    CLI::App& show_command = *app.add_subcommand("show", "Prints a file of an installation readably");
+    show_command
+        .add_option("FILE", shown, "slot, toggle, window, buffer, sound, message, help, settings, PCX, WAV or AVI file")
+        ->required();
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -169,5 +201,10 @@ int main(int argc, char** argv) {
     }
     if (check_command.parsed())
         return run_check(checked, json);
+    request.language = language == "de" ? 1 : 0;
+    if (render_command.parsed())
+        return run_render(rendered, request, picture);
+    if (show_command.parsed())
+        return run_show(shown);
     return pack_command.parsed() ? pack(sources, installation) : unpack(files, output);
 }

@@ -1,0 +1,226 @@
+#include "render.h"
+
+#include "pilot.h"
+#include "screen_source.h"
+#include "silent_sound.h"
+
+#include "cc/option_rows.h"
+#include "cc/options_screen.h"
+#include "cc/screens.h"
+#include "core/files.h"
+#include "core/log.h"
+#include "display/buffers.h"
+#include "display/graphics_mode.h"
+#include "display/mode_rules.h"
+#include "interaction/focus.h"
+#include "platform/latin1.h"
+#include "screen/buffer_list.h"
+#include "screen/draw_slot.h"
+#include "screen/status_line.h"
+#include "screen/text_window.h"
+#include "settings/settings.h"
+#include "sound/music.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+#include "text/language.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr const char* settings_section = "VELDOR_VCC";
+constexpr int open_options_action = 5, both_modes = 3;
+
+/// Stands in for the display; taken away before the library notices at its end.
+class StandInDisplay {
+public:
+    StandInDisplay() : picture_(create_bitmap(mode_width, mode_height)) {
+        if (picture_)
+            clear_bitmap(picture_.get());
+        screen = picture_.get();
+    }
+    ~StandInDisplay() { screen = nullptr; }
+    StandInDisplay(const StandInDisplay&) = delete;
+    StandInDisplay& operator=(const StandInDisplay&) = delete;
+
+private:
+    BitmapPtr picture_;
+};
+
+/// What the program holds while it runs, given back in the right order.
+struct ProgramState {
+    ~ProgramState() {
+        set_status_target(nullptr);
+        free_cc_slot_sets();
+        stop_music();
+        release_sound();
+        release_graphic_buffers();
+    }
+};
+
+/// The settings of the installation, without the file: nothing that the program changes reaches it.
+void take_settings(int depth) {
+    const std::string text = platform::latin1_from_utf8(read_file("data/configs/vcc.cfg").value_or(""));
+    set_config_data((text + "\n").c_str(), static_cast<int>(text.size()) + 1);
+    set_config_int("VELDOR_GRAPHICS", "bitmap_depth", depth_setting(depth).value_or(0));
+    const int known = get_config_int("VELDOR_GRAPHICS", "screen_mode_range", -1);
+    mode_range = screen_mode_range = known >= 1 && known <= both_modes ? known : both_modes;
+    fullscreen = windowed;
+    depth_class = depth_flags(depth);
+}
+
+void take_language(std::size_t index) {
+    const LanguageRow& row = languages[index];
+    const std::string folder = "tools/language/" + std::string(row.folder) + "/";
+    language = static_cast<int>(index) + 1;
+    slot_prefix = text_window_prefix = folder + std::string(row.prefix);
+    load_messages(folder + "txt/messages." + (index == 0 ? "eng" : "ger"));
+}
+
+void start_sound() {
+    install_silent_sound();
+    if (!config_flag("VELDOR_GENERAL", "sound_at_all") || read_sound_setup("tools/vcc.snd") == 0)
+        disable_sound();
+    else if (sound_on)
+        enable_sound();
+}
+
+/// What a pass of the program loads, in its order; the reason of a failure, or nothing.
+std::string load(const RenderRequest& request) {
+    module_prefix = "vcckit ";
+    dot_spacing = 2;
+    show_slot_pictures = 1;
+    take_settings(request.depth);
+    take_language(request.language);
+    if (!load_fonts(settings_section, "fonts"))
+        return "the fonts cannot be loaded";
+    configure_fonts(settings_section);
+    select_font(0);
+    previous_font = 0;
+    start_sound();
+    if (load_cc_slot_sets() != 0)
+        return "the slot files cannot be loaded";
+    setup_cc_screens();
+    if (load_text_windows(text_window_prefix + "factory.tw") == 0)
+        return "the text windows cannot be loaded";
+    if (load_graphic_buffers("tools/vcc.buf") == 0)
+        return "the pictures of tools/vcc.buf cannot be loaded";
+    const BITMAP* picture = graphic_buffer(screen_buffer);
+    return picture && picture->w >= mode_width && picture->h >= mode_height ? ""
+                                                                            : "graphic buffer 0 is missing or small";
+}
+
+Step at_slot(Step::Kind kind, const SlotSet& set, int index) {
+    return {kind, [&set, index](int& x, int& y) {
+                if (!set.has_slot(index))
+                    return;
+                const Slot& slot = set.slots[static_cast<std::size_t>(index)];
+                const Rect area = slot_rect(slot);
+                // A text may be empty, and then has no width; its first cell is as good.
+                x = std::clamp(area.x1 + std::min((area.x2 - area.x1) / 2, 40), 0, mode_width - 1);
+                y = std::clamp((area.y1 + area.y2) / 2, 0, mode_height - 1);
+            }};
+}
+
+Step park_pointer() {
+    return {Step::Kind::point, [](int& x, int& y) {
+                x = mode_width - 1;
+                y = mode_height - 1;
+            }};
+}
+
+/// A pressed look would only cost time.
+void hurry(SlotSet& set) {
+    for (Slot& slot : set.slots)
+        slot.display_time = 0;
+}
+
+int slot_with_action(const SlotSet& set, int action) {
+    const auto found = std::ranges::find(set.slots, action, &Slot::action);
+    return found == set.slots.end() ? -1 : static_cast<int>(found - set.slots.begin());
+}
+
+int first_help_slot() {
+    const auto found = std::ranges::find_if(
+        menu_set.slots, [](const Slot& slot) { return is_selectable(slot) && slot.help_number > 0; });
+    return found == menu_set.slots.end() ? 0 : static_cast<int>(found - menu_set.slots.begin());
+}
+
+void options_steps(const RenderRequest& request, std::vector<Step>& steps) {
+    using enum Step::Kind;
+    steps.push_back(at_slot(left_click, menu_set, slot_with_action(menu_set, open_options_action)));
+    steps.push_back(park_pointer());
+    if (request.module)
+        steps.push_back(at_slot(left_click, options_set, options_slot::first_selector + *request.module));
+    if (request.row) {
+        const OptionRow* row = find_row(*request.row);
+        if (row->shown_when_pointed_at) {
+            steps.push_back(at_slot(point, options_set, row->button));
+        } else { // one step forward and one back
+            steps.push_back(at_slot(left_click, options_set, row->button));
+            steps.push_back(at_slot(right_click, options_set, row->button));
+        }
+    }
+    steps.push_back(request.hover ? at_slot(point, options_set, *request.hover) : park_pointer());
+}
+
+std::vector<Step> steps_of(const RenderRequest& request) {
+    using enum Step::Kind;
+    std::vector<Step> steps;
+    switch (request.screen) {
+    case RenderedScreen::menu:
+        steps.push_back(request.hover ? at_slot(point, menu_set, *request.hover) : park_pointer());
+        break;
+    case RenderedScreen::options:
+        options_steps(request, steps);
+        break;
+    case RenderedScreen::help:
+    case RenderedScreen::message:
+        steps.push_back(at_slot(point, menu_set, request.hover.value_or(first_help_slot())));
+        steps.push_back({help_key, nullptr});
+        steps.push_back(park_pointer());
+        break;
+    }
+    return steps;
+}
+
+std::string fault_of(const RenderRequest& request) {
+    if (request.row && !find_row(*request.row))
+        return "there is no option row " + std::to_string(*request.row);
+    const SlotSet& set = request.screen == RenderedScreen::options ? options_set : menu_set;
+    if (request.hover && !set.has_slot(*request.hover))
+        return "there is no slot " + std::to_string(*request.hover);
+    return {};
+}
+
+} // namespace
+
+BitmapPtr render_screen(const RenderRequest& request, std::string& fault) {
+    const ProgramState state;
+    fault = load(request);
+    if (fault.empty())
+        fault = fault_of(request);
+    if (!fault.empty())
+        return nullptr;
+    hurry(menu_set);
+    hurry(options_set);
+    std::vector<Step> steps = steps_of(request);
+    if (request.screen == RenderedScreen::message)
+        for (Slot& slot : menu_set.slots)
+            slot.help_number = 0; // the page then says that there is no help
+    const StandInDisplay display;
+    BITMAP* const target = graphic_buffer(screen_buffer);
+    set_status_target(target);
+    place_status_line();
+    Pilot pilot(std::move(steps));
+    run_cc_screens(target);
+    BitmapPtr picture = pilot.take_picture();
+    if (!picture)
+        fault = "the screen ends by itself; vcckit check tells why";
+    return picture;
+}
+
+} // namespace vcc::kit

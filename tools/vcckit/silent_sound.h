@@ -1,0 +1,9 @@
+// A sound card of the tool's own that plays nothing: the program then shows what it shows on a machine with sound.
+#pragma once
+
+namespace vcc::kit {
+
+/// Installs it; the graphics library must be running and have no sound system yet.
+void install_silent_sound();
+
+} // namespace vcc::kit
