@@ -12,9 +12,9 @@ namespace vcc::platform {
 void flush_display() {
     if (!_xwin.display)
         return;
-    XLOCK();
+    XLOCK(); // NOLINT(clang-diagnostic-deprecated-volatile)
     XFlush(_xwin.display);
-    XUNLOCK();
+    XUNLOCK(); // NOLINT(clang-diagnostic-deprecated-volatile)
 }
 
 } // namespace vcc::platform

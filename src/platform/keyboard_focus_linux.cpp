@@ -7,16 +7,17 @@
 
 namespace vcc::platform {
 
+// The library's thread uses the same connection: it is locked out meanwhile.
 void take_keyboard_focus() {
     if (!_xwin.display)
         return;
-    XLOCK();
+    XLOCK(); // NOLINT(clang-diagnostic-deprecated-volatile)
     XWindowAttributes attributes;
     // Asking for a window that is not (or no longer) shown would end the program.
     if (XGetWindowAttributes(_xwin.display, _xwin.window, &attributes) && attributes.map_state == IsViewable)
         XSetInputFocus(_xwin.display, _xwin.window, RevertToParent, CurrentTime);
     XFlush(_xwin.display);
-    XUNLOCK();
+    XUNLOCK(); // NOLINT(clang-diagnostic-deprecated-volatile)
 }
 
 } // namespace vcc::platform
