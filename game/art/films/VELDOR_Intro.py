@@ -205,7 +205,7 @@ def main(work, images):
     parts = {s: (load(layers / f"plate{s}.png"), load(layers / f"water{s}.png")[..., :1]) for s in (1, 2, 3)}
     splashes = {1: Splashes(1, 0.0, 4.5), 3: Splashes(3, 9.0, LAST_STEP + 0.1)}
     ys = np.mgrid[0:HEIGHT, 0:WIDTH][0].astype(float)
-    title = metal.Word("VELDOR", WIDTH, HEIGHT, 44, 56, 0.862)
+    title = metal.Word("VELDOR", WIDTH, HEIGHT, 44, 372, 0.862)
     plain = title.paint(metal.AMBER)
     film = avi.Writer(f"{images}/VELDOR_Intro.avi", 4)
     stills = []
