@@ -77,6 +77,7 @@ int listed_depth() {
     if (!list)
         return 0;
     std::vector<ListedMode> modes;
+    modes.reserve(static_cast<std::size_t>(std::max(list->num_modes, 0)));
     for (int i = 0; i < list->num_modes; ++i)
         modes.push_back({list->mode[i].width, list->mode[i].height, list->mode[i].bpp});
     return best_listed_depth(modes, platform::full_screen_is_centred);

@@ -18,7 +18,7 @@ SamplePtr load_effect_file(const std::string& path) {
     if (!file || pack_fseek(file.get(), static_cast<int>(header.data_offset)) != 0)
         return nullptr;
 
-    const long frame_bytes = header.bits / 8 * header.channels;
+    const long frame_bytes = long{header.bits / 8} * header.channels;
     const long frames = std::max(header.data_length / frame_bytes, 1L);
     SamplePtr sample(
         create_sample(header.bits, header.channels == 2 ? TRUE : FALSE, header.rate, static_cast<int>(frames)));

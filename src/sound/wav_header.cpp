@@ -85,7 +85,7 @@ WavHeader read_header(ForwardReader reader) {
         const std::uint64_t length = reader.long_word();
         const std::uint64_t padded = length + (length & 1);
         if (name == "data") {
-            const long frame = header.bits / 8 * header.channels;
+            const long frame = long{header.bits / 8} * header.channels;
             const long available =
                 static_cast<long>(std::min<std::uint64_t>(length, static_cast<std::uint64_t>(reader.remaining())));
             header.data_offset = reader.position();

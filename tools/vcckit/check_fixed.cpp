@@ -93,7 +93,7 @@ std::string fault_of_form(Form form, const Slot& slot) {
 
 void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step, Faults& faults) {
     const int index = row.first + step * row.step;
-    const auto report = [&](const char* field, std::string problem, std::string advice) {
+    const auto report = [&](const char* field, const std::string& problem, std::string advice) {
         faults.push_back(
             {screen.slot_file, 0, index, field, std::string("the ") + row.role + " " + problem, std::move(advice)});
     };
@@ -123,7 +123,7 @@ void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
         return; // told by the fixed slots
     const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
     const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
-    const auto report = [&](const char* field, std::string problem, std::string advice) {
+    const auto report = [&](const char* field, const std::string& problem, std::string advice) {
         faults.push_back({screen.slot_file, 0, index, field, std::move(problem), std::move(advice)});
     };
     if (record.action != value)

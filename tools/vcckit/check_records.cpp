@@ -201,7 +201,7 @@ void check_text(const Subject& at) {
         at.report("size", "a field cannot hold " + number(at.slot.size) + " characters", "1 to 90");
     else if (at.slot.size * cell_width(at.slot.font) > at.slot.box_width)
         at.report("size", number(at.slot.size) + " characters are wider than the box",
-                  "widen the box to " + number(at.slot.size * cell_width(at.slot.font)) + " pixels");
+                  "widen the box to " + number(long{at.slot.size} * cell_width(at.slot.font)) + " pixels");
 }
 
 constexpr void (*record_checks[])(const Subject&) = {
