@@ -1,0 +1,77 @@
+// Loading: pictures and screens.
+#include "core/files.h"
+#include "core/lines.h"
+#include "display/buffers.h"
+#include "figure.h"
+#include "screen/buffer_list.h"
+#include "screen/slot_file.h"
+#include "world.h"
+
+#include <cstdio>
+#include <initializer_list>
+
+namespace vcc::bench {
+
+namespace {
+
+std::vector<std::string> listed_pictures(const char* list) {
+    std::vector<std::string> names;
+    const std::string text = read_file(list).value_or("");
+    LineReader lines(text);
+    while (const auto each = lines.next())
+        if (!each->empty() && std::string_view("#+*").find(each->front()) == std::string_view::npos)
+            names.emplace_back(*each);
+    return names;
+}
+
+void load_buffer_list(benchmark::State& state) {
+    const std::vector<std::string> names = listed_pictures("tools/vcc.buf");
+    PALETTE palette;
+    compare(
+        state, 1.1,
+        [] { // the table's pictures are replaced one by one
+            if (load_graphic_buffers("tools/vcc.buf") == 0)
+                std::abort();
+        },
+        [&] {
+            for (const std::string& name : names)
+                benchmark::DoNotOptimize(BitmapPtr(load_pcx(name.c_str(), palette)));
+        });
+    state.counters["pictures"] = static_cast<double>(names.size());
+}
+VELDOR_FIGURE(load_buffer_list);
+
+/// Slots and toggles, as many of each as a set can hold.
+void load_full_slot_set(benchmark::State& state) {
+    constexpr const char* paths[] = {"full.slt", "full.tgl"};
+    std::string bytes(sizeof(std::int32_t) + slot_limit * sizeof(Slot), '\0');
+    bytes[0] = static_cast<char>(slot_limit);
+    for (const char* path : paths) {
+        const FilePtr file(std::fopen(path, "wb"));
+        if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) {
+            state.SkipWithError("the files cannot be written");
+            return;
+        }
+    }
+    compare(
+        state, 2.0,
+        [&] {
+            SlotSet set;
+            if (load_slot_set(paths[0], set) != 2 * slot_limit)
+                std::abort();
+        },
+        [&] {
+            for (const char* path : paths) {
+                std::vector<char> memory(bytes.size());
+                const FilePtr file(std::fopen(path, "rb"));
+                if (!file || std::fread(memory.data(), 1, memory.size(), file.get()) != memory.size())
+                    std::abort();
+                benchmark::DoNotOptimize(memory.data());
+            }
+        });
+}
+VELDOR_FIGURE(load_full_slot_set);
+
+} // namespace
+
+} // namespace vcc::bench

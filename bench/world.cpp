@@ -1,0 +1,118 @@
+#include "world.h"
+
+#include "cc/screens.h"
+#include "core/layout.h"
+#include "display/buffers.h"
+#include "screen/buffer_list.h"
+#include "screen/draw.h"
+#include "screen/draw_slot.h"
+#include "screen/text_window.h"
+#include "settings/settings.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+#include "text/language.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <initializer_list>
+
+namespace vcc::bench {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* section = "VELDOR_VCC";
+fs::path scratch;
+BitmapPtr stand_in;
+
+/// Pictures and sounds are only read, and tens of megabytes: they are linked. The rest is copied, as settings and log
+/// are written.
+bool copy_installation() {
+    const char* const named = std::getenv("VELDOR_INSTALLATION");
+    std::error_code error;
+    const fs::path source = fs::canonical(named ? named : VELDOR_BUILT_INSTALLATION, error);
+    if (error || !fs::exists(source / "tools/vcc.buf", error))
+        return false;
+    std::string pattern = (fs::temp_directory_path() / "veldor-bench-XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        return false;
+    scratch = pattern;
+    for (const char* folder : {"data", "tools"})
+        fs::copy(source / folder, scratch / folder, fs::copy_options::recursive, error);
+    for (const char* folder : {"images", "sounds", "fonts"})
+        fs::create_directory_symlink(source / folder, scratch / folder, error);
+    fs::current_path(scratch, error);
+    return !error;
+}
+
+void copy_whole(int from, int to) {
+    if (BITMAP* const source = graphic_buffer(from))
+        blit(source, graphic_buffer(to), 0, 0, 0, 0, layout_width, layout_height);
+}
+
+/// As the screens prepare them before they run.
+void prepare_background_copies() {
+    for (const int copy : {window_copy_buffer, info_copy_buffer, text_copy_buffer})
+        copy_whole(backdrop_buffer, copy);
+    for (const int window : {group_window, value_window, module_window, sound_group_window, info_window}) {
+        TextWindow& each = text_windows[static_cast<std::size_t>(window)];
+        each.background_buffer = window == info_window ? info_copy_buffer : window_copy_buffer;
+        each.background_bitmap = graphic_buffer(each.background_buffer);
+    }
+}
+
+} // namespace
+
+const char* enter_world() {
+    if (!copy_installation())
+        return "no built installation: build the release preset, or name a folder in VELDOR_INSTALLATION";
+    set_uformat(U_ASCII);
+    if (install_allegro(SYSTEM_NONE, &errno, nullptr) != 0)
+        return "the graphics library does not start";
+    set_color_depth(depth);
+    _rgb_r_shift_32 = 16; // as the display has it
+    _rgb_g_shift_32 = 8;
+    _rgb_b_shift_32 = 0;
+    layout_width = 800;
+    layout_height = 600;
+    stand_in.reset(create_bitmap(layout_width, layout_height));
+    screen = stand_in.get();
+    sound_on = music_on = 0;
+    select_config_file();
+    load_language();
+    load_messages("tools\\language\\english\\txt\\messages.eng");
+    if (!load_fonts(section, "fonts"))
+        return "the fonts cannot be loaded";
+    configure_fonts(section);
+    select_font(0);
+    dot_spacing = 2;
+    show_slot_pictures = 1;
+    if (load_cc_slot_sets() == screens_failed)
+        return "the screens cannot be loaded";
+    setup_cc_screens();
+    if (load_text_windows(text_window_prefix + "factory.tw") == 0)
+        return "the text windows cannot be loaded";
+    if (load_graphic_buffers("tools/vcc.buf") == 0 || !graphic_buffer(screen_buffer))
+        return "the graphic buffers cannot be loaded";
+    prepare_background_copies();
+    return nullptr;
+}
+
+void leave_world() {
+    release_graphic_buffers();
+    release_fonts();
+    screen = nullptr;
+    stand_in.reset();
+    std::error_code ignored;
+    fs::current_path(fs::temp_directory_path(), ignored);
+    if (!scratch.empty())
+        fs::remove_all(scratch, ignored);
+}
+
+BITMAP* target() {
+    return graphic_buffer(screen_buffer);
+}
+
+} // namespace vcc::bench
