@@ -1,0 +1,40 @@
+# What "cmake --install" puts under the prefix, and the Debian package: the installation with the program in lib/veldor, a launcher that gives every
+# player a folder of their own, and what a desktop shows.
+include(GNUInstallDirs)
+set(VELDOR_FOLDER "lib/veldor")
+set(packaging "${CMAKE_CURRENT_SOURCE_DIR}/packaging")
+
+# Settings come from the sources: those in the build folder are what somebody played with.
+install(DIRECTORY "${VELDOR_INSTALLATION}/" DESTINATION "${VELDOR_FOLDER}" USE_SOURCE_PERMISSIONS
+  REGEX "/data/logfiles/." EXCLUDE
+  REGEX "/data/configs/vcc\\.[^/]*$" EXCLUDE
+  REGEX "/tools/language\\.ini$" EXCLUDE
+  REGEX "/veldor/factory\\.pcx$" EXCLUDE)
+install(FILES game/install/data/configs/vcc.cfg DESTINATION "${VELDOR_FOLDER}/data/configs")
+install(FILES game/install/tools/language.ini DESTINATION "${VELDOR_FOLDER}/tools")
+
+file(RELATIVE_PATH VELDOR_FROM_BIN "/${CMAKE_INSTALL_BINDIR}" "/${VELDOR_FOLDER}")
+configure_file("${packaging}/veldor.in" "${CMAKE_CURRENT_BINARY_DIR}/packaging/veldor" @ONLY)
+install(PROGRAMS "${CMAKE_CURRENT_BINARY_DIR}/packaging/veldor" TYPE BIN)
+
+install(FILES "${packaging}/veldor.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+install(FILES game/images/icon.png DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps" RENAME veldor.png)
+install(FILES game/images/icon-48.png DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/48x48/apps" RENAME veldor.png)
+install(FILES "${packaging}/veldor.6" DESTINATION "${CMAKE_INSTALL_MANDIR}/man6")
+install(FILES "${packaging}/copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor")
+install(FILES "${packaging}/fonts-liberation.copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor" RENAME copyright.fonts-liberation)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME veldor)
+set(CPACK_PACKAGE_CONTACT "The Veldor developers <veldor@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "game of walking machines: control centre")
+set(CPACK_PACKAGE_DESCRIPTION "The control centre of Veldor plays the intro films, leads to headquarters, factory and battle,
+and holds the settings that they share, in English and German.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION games)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)
+set(CPACK_DEBIAN_COMPRESSION_TYPE zstd) # sounds hardly get smaller with anything slower
+include(CPack)
