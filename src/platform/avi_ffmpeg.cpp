@@ -2,12 +2,7 @@
 #include "platform/avi.h"
 
 #include "platform/avi_header.h"
-
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libswscale/swscale.h>
-}
+#include "platform/ffmpeg_functions.h"
 
 #include <algorithm>
 #include <array>
@@ -29,20 +24,22 @@ constexpr std::chrono::seconds open_limit{5};
 constexpr std::chrono::milliseconds catch_up_limit{500}; // a film that costs more lags, but can still be skipped
 constexpr std::size_t colour_table_size = 1024;
 
+const FfmpegFunctions* ffmpeg = nullptr; // set before the first film is made
+
 struct FormatCloser {
-    void operator()(AVFormatContext* format) const noexcept { avformat_close_input(&format); }
+    void operator()(AVFormatContext* format) const noexcept { ffmpeg->avformat_close_input(&format); }
 };
 struct CodecCloser {
-    void operator()(AVCodecContext* codec) const noexcept { avcodec_free_context(&codec); }
+    void operator()(AVCodecContext* codec) const noexcept { ffmpeg->avcodec_free_context(&codec); }
 };
 struct FrameCloser {
-    void operator()(AVFrame* frame) const noexcept { av_frame_free(&frame); }
+    void operator()(AVFrame* frame) const noexcept { ffmpeg->av_frame_free(&frame); }
 };
 struct PacketCloser {
-    void operator()(AVPacket* packet) const noexcept { av_packet_free(&packet); }
+    void operator()(AVPacket* packet) const noexcept { ffmpeg->av_packet_free(&packet); }
 };
 struct ScalerCloser {
-    void operator()(SwsContext* scaler) const noexcept { sws_freeContext(scaler); }
+    void operator()(SwsContext* scaler) const noexcept { ffmpeg->sws_freeContext(scaler); }
 };
 
 AviError error_of(int code, AviError otherwise) {
@@ -107,8 +104,8 @@ private:
     Clock::time_point deadline_{};
     std::unique_ptr<AVFormatContext, FormatCloser> format_;
     std::unique_ptr<AVCodecContext, CodecCloser> codec_;
-    std::unique_ptr<AVFrame, FrameCloser> decoded_{av_frame_alloc()}, spare_{av_frame_alloc()};
-    std::unique_ptr<AVPacket, PacketCloser> packet_{av_packet_alloc()};
+    std::unique_ptr<AVFrame, FrameCloser> decoded_{ffmpeg->av_frame_alloc()}, spare_{ffmpeg->av_frame_alloc()};
+    std::unique_ptr<AVPacket, PacketCloser> packet_{ffmpeg->av_packet_alloc()};
     std::unique_ptr<SwsContext, ScalerCloser> scaler_;
     int stream_ = -1;
     std::int64_t end_ = std::numeric_limits<std::int32_t>::max(); // number of the frame after the last
@@ -132,7 +129,7 @@ AviError FfmpegFilm::rewind() {
 }
 
 AviError FfmpegFilm::open_file() {
-    AVFormatContext* format = avformat_alloc_context();
+    AVFormatContext* format = ffmpeg->avformat_alloc_context();
     if (!format)
         return AviError::memory;
     format->interrupt_callback.opaque = this;
@@ -140,10 +137,10 @@ AviError FfmpegFilm::open_file() {
         return Clock::now() > static_cast<FfmpegFilm*>(film)->deadline_ ? 1 : 0;
     };
     AVDictionary* options = nullptr;
-    av_dict_set(&options, "protocol_whitelist", "file", 0);
+    ffmpeg->av_dict_set(&options, "protocol_whitelist", "file", 0);
     const std::string url = "file:" + path_;
-    const int result = avformat_open_input(&format, url.c_str(), av_find_input_format("avi"), &options);
-    av_dict_free(&options);
+    const int result = ffmpeg->avformat_open_input(&format, url.c_str(), ffmpeg->av_find_input_format("avi"), &options);
+    ffmpeg->av_dict_free(&options);
     if (result < 0) // the library has freed the context
         return error_of(result, AviError::other);
     format_.reset(format);
@@ -161,7 +158,7 @@ AviError FfmpegFilm::open_file() {
 }
 
 void FfmpegFilm::find_end() {
-    const int indexed = avformat_index_get_entries_count(format_->streams[stream_]);
+    const int indexed = ffmpeg->avformat_index_get_entries_count(format_->streams[stream_]);
     const std::int64_t length = header_.length != 0 ? header_.length : std::max(indexed, 0);
     if (length > 0)
         end_ = std::min<std::int64_t>(end_, std::int64_t{header_.start} + length);
@@ -169,18 +166,18 @@ void FfmpegFilm::find_end() {
 
 AviError FfmpegFilm::open_decoder() {
     const AVCodecParameters* parameters = format_->streams[stream_]->codecpar;
-    const AVCodec* decoder = avcodec_find_decoder(parameters->codec_id);
+    const AVCodec* decoder = ffmpeg->avcodec_find_decoder(parameters->codec_id);
     if (!decoder)
         return AviError::decompressor;
-    codec_.reset(avcodec_alloc_context3(decoder));
+    codec_.reset(ffmpeg->avcodec_alloc_context3(decoder));
     if (!codec_)
         return AviError::memory;
-    if (const int result = avcodec_parameters_to_context(codec_.get(), parameters); result < 0)
+    if (const int result = ffmpeg->avcodec_parameters_to_context(codec_.get(), parameters); result < 0)
         return error_of(result, AviError::decompressor);
     codec_->thread_count = 1;
     codec_->max_pixels = std::int64_t{avi_size_limit} * avi_size_limit;
     codec_->pkt_timebase = format_->streams[stream_]->time_base;
-    if (const int result = avcodec_open2(codec_.get(), decoder, nullptr); result < 0)
+    if (const int result = ffmpeg->avcodec_open2(codec_.get(), decoder, nullptr); result < 0)
         return result == AVERROR(ENOMEM) ? AviError::memory : AviError::decompressor;
     return AviError::none;
 }
@@ -188,14 +185,14 @@ AviError FfmpegFilm::open_decoder() {
 // Gives the decoder the next packet of the film, or tells it that there is none left.
 bool FfmpegFilm::feed_decoder() {
     while (!drained_) {
-        if (av_read_frame(format_.get(), packet_.get()) < 0) {
+        if (ffmpeg->av_read_frame(format_.get(), packet_.get()) < 0) {
             drained_ = true;
-            return avcodec_send_packet(codec_.get(), nullptr) >= 0;
+            return ffmpeg->avcodec_send_packet(codec_.get(), nullptr) >= 0;
         }
         // An empty packet repeats the frame before it; the decoder would take it for the end.
         const bool usable = packet_->stream_index == stream_ && packet_->size > 0;
-        const bool sent = usable && avcodec_send_packet(codec_.get(), packet_.get()) >= 0;
-        av_packet_unref(packet_.get());
+        const bool sent = usable && ffmpeg->avcodec_send_packet(codec_.get(), packet_.get()) >= 0;
+        ffmpeg->av_packet_unref(packet_.get());
         if (sent)
             return true;
         if (Clock::now() > deadline_)
@@ -206,7 +203,7 @@ bool FfmpegFilm::feed_decoder() {
 
 bool FfmpegFilm::decode_next() {
     for (;;) {
-        const int result = avcodec_receive_frame(codec_.get(), spare_.get());
+        const int result = ffmpeg->avcodec_receive_frame(codec_.get(), spare_.get());
         if (result >= 0)
             break;
         if (result == AVERROR_EOF || Clock::now() > deadline_ || !feed_decoder())
@@ -274,22 +271,22 @@ void FfmpegFilm::copy_rows(int bits) {
 }
 
 bool FfmpegFilm::scale_rows() {
-    scaler_.reset(sws_getCachedContext(scaler_.release(), decoded_->width, decoded_->height,
-                                       static_cast<AVPixelFormat>(decoded_->format), frame_.width, frame_.height,
-                                       AV_PIX_FMT_BGR0, SWS_BILINEAR, nullptr, nullptr, nullptr));
+    scaler_.reset(ffmpeg->sws_getCachedContext(
+        scaler_.release(), decoded_->width, decoded_->height, static_cast<AVPixelFormat>(decoded_->format),
+        frame_.width, frame_.height, AV_PIX_FMT_BGR0, SWS_BILINEAR, nullptr, nullptr, nullptr));
     if (!scaler_)
         return false;
     const int stride = row_bytes(frame_.width, 32);
     std::uint8_t* const last_row = rows_.data() + static_cast<std::ptrdiff_t>(frame_.height - 1) * stride;
     std::uint8_t* const planes[4] = {last_row, nullptr, nullptr, nullptr};
     const int strides[4] = {-stride, 0, 0, 0};
-    return sws_scale(scaler_.get(), decoded_->data, decoded_->linesize, 0, decoded_->height, planes, strides) > 0;
+    return ffmpeg->sws_scale(scaler_.get(), decoded_->data, decoded_->linesize, 0, decoded_->height, planes, strides) >
+           0;
 }
 
 } // namespace
 
 std::unique_ptr<AviFilm> open_avi(const std::string& path, AviError& error) {
-    av_log_set_level(AV_LOG_QUIET);
     error = AviError::file;
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored)) // opening a pipe would wait for its other end
@@ -304,6 +301,11 @@ std::unique_ptr<AviFilm> open_avi(const std::string& path, AviError& error) {
     error = header.error;
     if (error != AviError::none)
         return nullptr;
+    ffmpeg = ffmpeg_functions();
+    error = AviError::decompressor;
+    if (!ffmpeg)
+        return nullptr;
+    ffmpeg->av_log_set_level(AV_LOG_QUIET);
     auto film = std::make_unique<FfmpegFilm>(path, header);
     error = film->rewind();
     if (error != AviError::none)

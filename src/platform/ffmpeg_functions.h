@@ -1,0 +1,50 @@
+// The functions of the film libraries that we call, found when the first film opens. Linked the usual way, the
+// libraries bring some 140 others with them, and most of the time from the program's start to its menu.
+#pragma once
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libswscale/swscale.h>
+}
+
+// Library (by its name here) and function. The lists of functions must follow what avi_ffmpeg.cpp calls.
+#define VELDOR_FFMPEG_FUNCTIONS(row)                                                                                   \
+    row(util, av_dict_free);                                                                                           \
+    row(util, av_dict_set);                                                                                            \
+    row(util, av_frame_alloc);                                                                                         \
+    row(util, av_frame_free);                                                                                          \
+    row(util, av_log_set_level);                                                                                       \
+    row(codec, av_packet_alloc);                                                                                       \
+    row(codec, av_packet_free);                                                                                        \
+    row(codec, av_packet_unref);                                                                                       \
+    row(codec, avcodec_alloc_context3);                                                                                \
+    row(codec, avcodec_find_decoder);                                                                                  \
+    row(codec, avcodec_free_context);                                                                                  \
+    row(codec, avcodec_open2);                                                                                         \
+    row(codec, avcodec_parameters_to_context);                                                                         \
+    row(codec, avcodec_receive_frame);                                                                                 \
+    row(codec, avcodec_send_packet);                                                                                   \
+    row(format, av_find_input_format);                                                                                 \
+    row(format, av_read_frame);                                                                                        \
+    row(format, avformat_alloc_context);                                                                               \
+    row(format, avformat_close_input);                                                                                 \
+    row(format, avformat_index_get_entries_count);                                                                     \
+    row(format, avformat_open_input);                                                                                  \
+    row(scale, sws_freeContext);                                                                                       \
+    row(scale, sws_getCachedContext);                                                                                  \
+    row(scale, sws_scale)
+
+namespace vcc::platform {
+
+struct FfmpegFunctions {
+#define VELDOR_DECLARE(library, function) decltype(&::function) function = nullptr
+    VELDOR_FFMPEG_FUNCTIONS(VELDOR_DECLARE);
+#undef VELDOR_DECLARE
+};
+
+/// The functions, or null when a library or a function is missing. The first call loads the libraries, which takes
+/// about a tenth of a second; they stay loaded.
+const FfmpegFunctions* ffmpeg_functions();
+
+} // namespace vcc::platform
