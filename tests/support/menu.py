@@ -31,6 +31,11 @@ def look(robot, button, german=False):
     return next((name for name, x in LOOKS.items() if np.array_equal(seen, sheet[row:row + HEIGHT, x:x + SEEN_WIDTH])), None)
 
 
+def standing(robot):
+    """Whether the menu is there, at any colour depth."""
+    return robot.shows("images/menu.pcx", tolerance=10)
+
+
 def pointed_at(robot):
     return [button for button in TOPS if look(robot, button) == POINTED_AT]
 
@@ -48,7 +53,8 @@ def alert_length(robot):
         left -= 1
     while right < 799 and plain[right + 1]:
         right += 1
-    return max(0, (right - left + 1 - BOX_MARGIN) // CHARACTER_WIDTH) if row[400].min() == 255 else 0
+    white = np.flatnonzero((row[left:right + 1] == 255).all(axis=1))  # the screen around the box may be black
+    return round((white[-1] - white[0] + 3 - BOX_MARGIN) / CHARACTER_WIDTH) if len(white) > 50 else 0
 
 
 def confirm_alert(robot, text):

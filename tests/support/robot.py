@@ -147,10 +147,10 @@ class Robot:
                 last, since = now, time.monotonic()
         return last
 
-    def shows(self, name, share=0.5):
+    def shows(self, name, share=0.5, tolerance=None):
         """Whether at least `share` of the display is a picture file of the installation."""
         wanted = np.asarray(Image.open(self.installation.path(name)).convert("RGB"), np.int16)
-        tolerance = 2 if self.desktop.depth > 16 else 10
+        tolerance = tolerance or (2 if self.desktop.depth > 16 else 10)
         near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= tolerance
         return float(near.mean()) >= share
 
