@@ -1,15 +1,17 @@
 #include "display/picture.h"
 
+#include "core/files.h"
+#include "display/picture_rows.h"
 #include "platform/files.h"
 
-#include <array>
-#include <cstdio>
+#include <cstddef>
 
 namespace vcc {
 
 namespace {
 
 constexpr std::uint8_t pcx_manufacturer = 10;
+constexpr std::size_t picture_file_limit = std::size_t{picture_limit} * picture_limit * 6; ///< no byte in a run
 
 int word_at(std::span<const std::uint8_t> bytes, std::size_t offset) {
     return bytes[offset] | bytes[offset + 1] << 8;
@@ -21,26 +23,33 @@ PictureHeader read_picture_header(std::span<const std::uint8_t> bytes) {
     PictureHeader header;
     if (bytes.size() < picture_header_size || bytes[0] != pcx_manufacturer)
         return header;
-    const int bits_per_plane = bytes[3], planes = bytes[65], bytes_per_line = word_at(bytes, 66);
+    const int bits_per_plane = bytes[3], planes = bytes[65];
+    header.bytes_per_line = word_at(bytes, 66);
     header.width = word_at(bytes, 8) - word_at(bytes, 4) + 1;
     header.height = word_at(bytes, 10) - word_at(bytes, 6) + 1;
     header.bits = bits_per_plane * planes;
     const auto fits = [](int side) { return side >= 1 && side <= picture_limit; };
     header.sound = bits_per_plane == 8 && (planes == 1 || planes == 3) && fits(header.width) && fits(header.height) &&
-                   bytes_per_line >= header.width;
+                   header.bytes_per_line >= header.width;
     return header;
 }
 
 BitmapPtr load_picture(std::string_view path, PALETTE* palette) {
-    // The library's reader believes any size that the header names, so the header is looked at first.
-    const std::string name = platform::resolve_path(path);
-    std::array<std::uint8_t, picture_header_size> bytes{};
-    const FilePtr file(std::fopen(name.c_str(), "rb"));
-    if (!file || std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size())
+    const auto file = read_file(path, picture_file_limit);
+    if (!file)
         return nullptr;
+    const std::span bytes(reinterpret_cast<const std::uint8_t*>(file->data()), file->size());
+    // The library's reader believes any size that the header names, so the header is looked at first.
     if (!read_picture_header(bytes).sound)
         return nullptr;
-    return BitmapPtr(load_pcx(name.c_str(), palette ? *palette : nullptr));
+    if (get_color_depth() == 32) {
+        if (BitmapPtr picture = decode_true_colour(bytes)) {
+            if (palette)
+                generate_332_palette(*palette); // as the library gives every picture without one of its own
+            return picture;
+        }
+    }
+    return BitmapPtr(load_pcx(platform::resolve_path(path).c_str(), palette ? *palette : nullptr));
 }
 
 } // namespace vcc

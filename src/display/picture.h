@@ -16,6 +16,7 @@ inline constexpr int picture_header_size = 128;
 struct PictureHeader {
     int width = 0, height = 0; ///< pixels
     int bits = 0;              ///< 8 or 24
+    int bytes_per_line = 0;    ///< of one plane
     bool sound = false; ///< the library can read it: 8 bits with one or three planes, 1 to 4096 pixels a side, lines
                         ///< at least as long as the picture is wide
 };

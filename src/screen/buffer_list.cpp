@@ -10,7 +10,9 @@
 #include "display/picture.h"
 #include "sound/music.h"
 
+#include <algorithm>
 #include <initializer_list>
+#include <map>
 #include <utility>
 
 namespace vcc {
@@ -39,10 +41,29 @@ bool create_work_bitmaps() {
     return true;
 }
 
-bool load_buffer(int number, const std::string& path) {
+/// The pictures of one list by their names. One that the list names again is copied, which costs a tenth of reading it.
+using PicturesRead = std::map<std::string, int>;
+
+BitmapPtr copy_of(BITMAP* picture) {
+    BitmapPtr copy(create_bitmap(picture->w, picture->h));
+    if (copy)
+        blit(picture, copy.get(), 0, 0, 0, 0, picture->w, picture->h);
+    return copy;
+}
+
+BitmapPtr picture_for(std::size_t index, const std::string& path, const PicturesRead& read) {
+    const auto before = read.find(path);
+    BITMAP* const same = before != read.end() ? graphic_buffer(before->second) : nullptr;
+    if (!same)
+        return load_picture(path, &buffer_palettes[index]);
+    std::ranges::copy(buffer_palettes[static_cast<std::size_t>(before->second)], buffer_palettes[index]);
+    return copy_of(same);
+}
+
+bool load_buffer(int number, const std::string& path, PicturesRead& read) {
     const auto index = static_cast<std::size_t>(number);
     feed_music();
-    BitmapPtr picture = load_picture(path, &buffer_palettes[index]);
+    BitmapPtr picture = picture_for(index, path, read);
     feed_music();
     if (!picture) {
         const std::string text = format_text("error reading pic_file[%d]:=%s", number, path.c_str());
@@ -51,6 +72,8 @@ bool load_buffer(int number, const std::string& path) {
         return false;
     }
     graphic_buffers[index] = std::move(picture);
+    std::erase_if(read, [number](const auto& each) { return each.second == number; }); // what it held is gone
+    read.emplace(path, number);
     show_next_background();
     return true;
 }
@@ -68,6 +91,7 @@ int load_graphic_buffers(const std::string& path) {
     if (!text)
         return 0;
     LineReader lines(*text);
+    PicturesRead read;
     int current = 0, count = 0;
     while (const auto line = lines.next()) {
         const char key = line->empty() ? '\0' : line->front();
@@ -90,7 +114,7 @@ int load_graphic_buffers(const std::string& path) {
                 return 0;
             break;
         default:
-            if (!load_buffer(current, std::string(*line)))
+            if (!load_buffer(current, std::string(*line), read))
                 return 0;
             ++count;
         }

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace {
 BITMAP* sprite = nullptr; // what the library believes to be the pointer
 int sprite_focus[2] = {};
@@ -84,6 +86,31 @@ TEST(Picture, HeaderThatTheLibraryMustNotSeeIsRefused) {
     EXPECT_EQ(picture->h, 10);
     EXPECT_EQ(bitmap_color_depth(picture.get()), 32);
     EXPECT_EQ(getr32(getpixel(picture.get(), 19, 9)), 77);
+}
+
+TEST(Picture, OwnDecoderAndTheLibraryAgree) {
+    const ScratchFolder folder;
+    test::start_library();
+    for (const int width : {1, 20, 33, 801}) { // noise, and rows of one colour that make long runs
+        const BitmapPtr made(create_bitmap_ex(24, width, 30));
+        for (int y = 0; y < 30; ++y)
+            for (int x = 0; x < width; ++x)
+                putpixel(made.get(), x, y, y < 10 ? makecol24(200, 0, 77) : (x * 48271 + y * 69621) % 0xFFFFFF);
+        save_pcx("made.pcx", made.get(), nullptr);
+        const std::string whole = folder.read("made.pcx");
+        for (const std::size_t size :
+             {whole.size(), (picture_header_size + whole.size()) / 2}) { // whole, and with its end missing
+            folder.write("made.pcx", whole.substr(0, size));
+            PALETTE ours{}, theirs{};
+            const BitmapPtr picture = load_picture("made.pcx", &ours), expected(load_pcx("made.pcx", theirs));
+            ASSERT_TRUE(picture && expected) << width;
+            ASSERT_EQ(picture->w, width);
+            for (int y = 0; y < 30; ++y)
+                ASSERT_EQ(std::memcmp(picture->line[y], expected->line[y], static_cast<std::size_t>(width) * 4), 0)
+                    << width << " wide, " << size << " bytes, row " << y;
+            EXPECT_EQ(std::memcmp(ours, theirs, sizeof ours), 0);
+        }
+    }
 }
 
 TEST(Backgrounds, RotationStepsOverPicturesThatAreMissing) {
