@@ -1,0 +1,154 @@
+"""The options screen: every setting changed with the mouse, accepted or not, and found in the configuration file."""
+
+import random
+import time
+
+import pytest
+
+from support import menu
+from support.desktop import wait_until
+from support.installation import CONFIG
+
+CELL_WIDTH, CELL_HEIGHT = 8, 14
+ACCEPT, CANCEL, RESET = (80, 540), (199, 540), (318, 540)
+NAME, ADDRESS = (140, 36 * CELL_HEIGHT + 6), (380, 36 * CELL_HEIGHT + 6)
+
+# name: row of its button, section, key, value in the built-in installation, after a click, after a right click
+OPTIONS = {
+    "effects": (7, "VELDOR_SOUND", "vcc_snd_volume", 8, 9, 7),
+    "music": (9, "VELDOR_SOUND", "vcc_music_volume", 3, 4, 2),
+    "theme": (11, "VELDOR_SOUND", "vcc_theme", 2, 3, 1),
+    "resolution": (18, "VELDOR_GRAPHICS", "resolution", 3, 4, 2),
+    "keyboard": (22, "VELDOR_GENERAL", "keyboard", 0, 1, 1),
+    "animations": (26, "VELDOR_BATTLE", "brontar_anim", 1, 0, 0),
+    "sprites": (28, "VELDOR_BATTLE", "sprite_speed", 1, 2, 0),
+    "delay": (30, "VELDOR_BATTLE", "message_delay", 1, 2, 0),
+    "detail": (32, "VELDOR_BATTLE", "message_detail", 2, 3, 1),
+    "screen mode": (16, "VELDOR_GRAPHICS", "screen_mode", 0, 1, 1),
+}
+
+
+def place(option):
+    return 26 * CELL_WIDTH + 40, OPTIONS[option][0] * CELL_HEIGHT + 6
+
+
+def value_place(index):
+    return 67 * CELL_WIDTH + 30, (7 + 2 * index) * CELL_HEIGHT + 6
+
+
+def open_options(robot):
+    robot.move(*menu.middle("Options"))
+    menu.wait_for_look(robot, "Options", menu.POINTED_AT)
+    robot.desktop.click_here()
+    wait_until(lambda: robot.shows("images/options.pcx", share=0.4), "the options screen")
+    robot.standing_picture()
+
+
+def click(robot, where, button=1):
+    robot.click(*where, button)
+    robot.standing_picture(still_s=0.3)
+
+
+def stored(robot):
+    return {name: int(robot.installation.setting(section, key)) for name, (_, section, key, *_) in OPTIONS.items()}
+
+
+@pytest.fixture
+def options(robot):
+    open_options(robot)
+    return robot
+
+
+def accept(robot):
+    robot.click(*ACCEPT)
+    robot.forget_window()
+    robot.move(700, 30)
+    robot.wait_for_menu()
+
+
+@pytest.mark.parametrize("button, column, mode", [(1, 4, 255), (3, 5, 255)], ids=["click", "right click"])
+def test_every_option_by_mouse(options, button, column, mode):
+    for option in OPTIONS:
+        click(options, place(option), button)
+    accept(options)
+    assert stored(options) == {name: row[column] for name, row in OPTIONS.items()}
+    menu.choose(options, "Factory")
+    wait_until(options.installation.module_calls, "the module's call")
+    assert options.installation.module_calls() == [("factory", 3, mode, 3, 0, 128)]
+
+
+def test_values_are_chosen_from_the_panel(options):
+    for option, value in [("sprites", 3), ("effects", 5), ("music", 10), ("theme", 7), ("resolution", 0)]:
+        click(options, place(option))
+        click(options, value_place(value))
+    accept(options)
+    values = stored(options)
+    assert (values["sprites"], values["effects"], values["music"], values["theme"], values["resolution"]) == (3, 5, 10, 7, 0)
+
+
+@pytest.mark.parametrize("leave", [lambda robot: robot.click(*CANCEL), lambda robot: robot.key("Escape")], ids=["cancel", "Escape"])
+def test_what_is_not_accepted_is_forgotten(options, leave):
+    before = stored(options)
+    for option in ("effects", "theme", "delay"):
+        click(options, place(option))
+    leave(options)
+    options.wait_for_menu()
+    open_options(options)
+    accept(options)
+    assert stored(options) == before
+
+
+def test_reset_takes_the_defaults(make_robot):
+    robot = make_robot()
+    for name in ("effects", "delay", "keyboard"):
+        _, section, key, _, changed, _ = OPTIONS[name]
+        robot.installation.set(section, key, changed)
+    robot.start()
+    open_options(robot)
+    robot.click(*RESET)
+    robot.forget_window()
+    robot.standing_picture(still_s=0.3)
+    accept(robot)
+    assert {name: stored(robot)[name] for name in ("effects", "delay", "keyboard")} == {"effects": 8, "delay": 1, "keyboard": 0}
+
+
+@pytest.mark.parametrize("field, keys, key, text", [
+    (NAME, ["A", "c", "e"], "player_name", "Aceyer1"),
+    (NAME, ["Insert", "A", "c", "e"], "player_name", "AcePlayer1"),
+    (ADDRESS, list("10.0.0.77"), "ip_address", "10.0.0.77"),
+], ids=["overwrite", "insert", "address"])
+def test_typing(options, field, keys, key, text):
+    options.move(*field)
+    options.standing_picture()
+    for character in keys:
+        options.key(character) if len(character) > 1 else options.type(character)
+    accept(options)
+    assert options.installation.setting("VELDOR_BATTLE", key) == text
+
+
+def test_every_button_answers_the_pointer(options):
+    options.move(700, 30)
+    rest = options.standing_picture()
+    for option in list(OPTIONS)[1:]:  # the first is the chosen one, and lit already
+        x, y = place(option)
+        options.move(x + 120, y)  # the pointer's picture beside the letters
+        row = slice(y - 6, y + 8), slice(26 * CELL_WIDTH, 26 * CELL_WIDTH + 80)
+        wait_until(lambda: (options.picture()[row] != rest[row]).any(), f"{option} to light up", 3)
+    assert options.running()
+
+
+def test_a_killed_save_never_costs_the_settings(robot):
+    random.seed(20)
+    whole = {section: set(keys) for section, keys in robot.installation.settings().items()}
+    for _ in range(20):
+        open_options(robot)
+        robot.click(*place("delay"))
+        robot.move(*ACCEPT)
+        robot.desktop.press_button()
+        time.sleep(random.uniform(0, 0.2))
+        robot.kill()
+        robot.desktop.release_button()
+        robot.start()
+        assert {section: set(keys) for section, keys in robot.installation.settings().items()} == whole
+        assert robot.installation.setting("VELDOR_BATTLE", "player_name") == "Player1"
+    assert robot.installation.path(CONFIG).stat().st_size > 2000
