@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "core/text.h"
 #include "display/graphics_mode.h"
+#include "interaction/screen_run.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
 #include "settings/keyboard_layout.h"
@@ -81,7 +82,8 @@ const ModuleVolumes& volumes() {
 void show_pressed_look(BITMAP* target, const Slot& button) {
     draw_slot(target, options_set.toggles, button.activated);
     update_screen(target);
-    wait_ms(button.display_time * 100);
+    present_screen();
+    wait_ms(pressed_look_ms(button));
     draw_slot(target, options_set.slots, button.activated);
     update_screen(target);
 }

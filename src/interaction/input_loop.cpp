@@ -6,6 +6,7 @@
 #include "interaction/keys.h"
 #include "interaction/pointer_frame.h"
 #include "interaction/screen_run.h"
+#include "platform/display_events.h"
 #include "screen/draw.h"
 #include "settings/settings.h"
 #include "sound/music.h"
@@ -150,6 +151,7 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_w
     if (run.set->slots[static_cast<std::size_t>(run.current)].input_mode != 0)
         field.emplace(run, look, clear_keyboard);
     for (;;) {
+        platform::take_display_events();
         KeyEvent event = read_key();
         const bool key_came = event.code != 0;
         if (!key_came) {

@@ -51,6 +51,9 @@ inline constexpr int step_activated = -1, step_no_slot = -2;
 /// 13, a right click 27).
 int interaction_step(ScreenRun& run, bool no_wait = false);
 
+/// How long the pressed look of a slot stays, in milliseconds; at most ten seconds, whatever its record says.
+int pressed_look_ms(const Slot& slot);
+
 /// Draws the set and runs it until an action or command ends it; returns the result. Esc ends it with 0, Alt+X and the
 /// window's close button with 45; a set without anything to select ends with 45 and a log line.
 int run_screen(BITMAP* target, SlotSet& set, const ScreenOwner& owner);

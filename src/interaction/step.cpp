@@ -63,7 +63,8 @@ void show_pressed(ScreenRun& run) {
         return;
     draw_slot(run.target, run.set->toggles, slot.activated);
     update_screen(run.target);
-    wait_ms(std::clamp(slot.display_time, 0, display_time_limit) * display_time_unit_ms);
+    present_screen();
+    wait_ms(pressed_look_ms(slot));
 }
 
 int accept(ScreenRun& run) {
@@ -93,6 +94,10 @@ void navigate(ScreenRun& run, int code) {
 }
 
 } // namespace
+
+int pressed_look_ms(const Slot& slot) {
+    return std::clamp(slot.display_time, 0, display_time_limit) * display_time_unit_ms;
+}
 
 int interaction_step(ScreenRun& run, bool no_wait) {
     const FontSelection keep_font(current_font);

@@ -8,13 +8,14 @@
 namespace vcc::platform {
 
 // The library leaves its requests in the client's queue until its thread next reads events, up to 10 ms later. vsync()
-// empties the queue as well, but then sleeps until the next turn of its 70 Hz counter.
+// empties the queue as well, but then sleeps until the next turn of its 70 Hz counter. That thread uses the same
+// connection: while the screen is ours, it waits.
 void flush_display() {
-    if (!_xwin.display)
+    if (!_xwin.display || !screen)
         return;
-    XLOCK(); // NOLINT(clang-diagnostic-deprecated-volatile)
+    acquire_screen();
     XFlush(_xwin.display);
-    XUNLOCK(); // NOLINT(clang-diagnostic-deprecated-volatile)
+    release_screen();
 }
 
 } // namespace vcc::platform
