@@ -49,8 +49,21 @@ void convert_24(const std::uint8_t* source, unsigned char* target, int width) {
     }
 }
 
+/// The display's usual layout is the frame's own but for the unused byte.
+void copy_32(const std::uint8_t* source, unsigned char* target, int width) {
+    constexpr std::uint32_t colour_bits = 0xFFFFFF;
+    for (int x = 0; x < width; ++x, source += 4, target += 4) {
+        std::uint32_t pixel = 0;
+        std::memcpy(&pixel, source, sizeof pixel);
+        pixel &= colour_bits;
+        std::memcpy(target, &pixel, sizeof pixel);
+    }
+}
+
 void convert_32(const std::uint8_t* source, unsigned char* target, int width) {
     const int red_shift = _rgb_r_shift_32, green_shift = _rgb_g_shift_32, blue_shift = _rgb_b_shift_32;
+    if (red_shift == 16 && green_shift == 8 && blue_shift == 0)
+        return copy_32(source, target, width);
     for (int x = 0; x < width; ++x, source += 4, target += 4) {
         const std::uint32_t pixel = static_cast<std::uint32_t>(source[2]) << red_shift |
                                     static_cast<std::uint32_t>(source[1]) << green_shift |

@@ -72,11 +72,10 @@ int load_slots(const std::string& path, SlotSet& set) {
 int load_toggles(const std::string& slot_path, SlotSet& set) {
     set.toggles.clear();
     const std::string path = replace_extension(slot_path, ".tgl");
-    if (!platform::file_exists(path))
-        return 0;
     const auto bytes = read_file(path);
     if (!bytes) {
-        report_unreadable(path);
+        if (platform::file_exists(path)) // a set without toggles has no such file
+            report_unreadable(path);
         return 0;
     }
     set.toggles = take_records(path, *bytes, " Toggles nein!");
