@@ -1,7 +1,7 @@
-# What "cmake --install" puts under the prefix, and the Debian package: the installation with the program in lib/veldor, a launcher that gives every
+# What "cmake --install" puts under the prefix, and the Debian package: the installation with the program in lib/games/veldor, a launcher that gives every
 # player a folder of their own, and what a desktop shows.
 include(GNUInstallDirs)
-set(VELDOR_FOLDER "lib/veldor")
+set(VELDOR_FOLDER "lib/games/veldor") # one level below lib: its modules are no libraries for ldconfig
 set(packaging "${CMAKE_CURRENT_SOURCE_DIR}/packaging")
 
 # Settings come from the sources: those in the build folder are what somebody played with.
@@ -35,6 +35,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libavformat59, libavcodec59, libavutil57, libswscale6") # loaded with the first film: no linker names them
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)
 set(CPACK_DEBIAN_COMPRESSION_TYPE zstd) # sounds hardly get smaller with anything slower
 include(CPack)

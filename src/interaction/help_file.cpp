@@ -83,8 +83,11 @@ private:
 
     void keep(std::vector<std::string>& texts, std::string_view line) const {
         if (texts.size() < grid_row_limit)
-            texts.emplace_back(line.substr(0, line_length_).substr(std::min(text_start, line.size())));
+            texts.emplace_back(line.substr(std::min(text_start, line.size())).substr(0, text_length()));
     }
+
+    /// Of a text line, without its first two characters.
+    std::size_t text_length() const { return line_length_ - std::min(text_start, line_length_); }
 
     LineReader lines_;
     std::size_t line_length_;

@@ -120,8 +120,10 @@ def test_the_desktop_finds_program_and_icon(system):
 def test_a_player_without_rights_plays_and_keeps_settings(system, player):
     before = {name: (system.root / name).stat().st_mtime_ns for name in system.files()}
     player.start()
-    player.click(140, 357)
-    player.wait_for_change(player.picture())
+    player.move(140, 357)
+    menu = player.standing_picture()
+    player.desktop.click_here()
+    player.wait_for_change(menu)
     player.click(260, 427)  # message delay: medium to long
     player.click(80, 540)  # accept
     player.wait_for_menu().leave()
@@ -143,8 +145,8 @@ def test_a_german_desktop_gets_german_screens(player):
 
 def test_a_newer_package_replaces_what_is_not_the_players(system, player):
     player.start().leave()
-    own, installed = player.path("vcc"), system.root / "usr/lib/veldor/vcc"
-    player.path("gone.so").symlink_to(system.root / "usr/lib/veldor/gone.so")
+    own, installed = player.path("vcc"), system.root / "usr/lib/games/veldor/vcc"
+    player.path("gone.so").symlink_to(system.root / "usr/lib/games/veldor/gone.so")
     player.path("mine.txt").write_text("mine")
     own.write_bytes(b"an older program")
     player.start().leave()

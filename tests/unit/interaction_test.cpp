@@ -351,6 +351,7 @@ TEST(HelpFile, LimitsHold) {
     ASSERT_EQ(entry->lines.size(), 1u) << "all twelve page lines are passed over";
     EXPECT_EQ(entry->lines[0].size(), 65u) << "67 characters with the two that are dropped";
     EXPECT_TRUE(read_help_entry("+1\np2000000000\nn", 1, 67));
+    EXPECT_EQ(read_help_page("+1\np\n-xText\n#\n", 1, 1), std::vector<std::string>{""}) << "a line of one character";
     std::string long_text = "+1\np1\nf\nc\nw\ns\nS\nx\ny\n";
     for (int line = 0; line < 1000; ++line)
         long_text += "-xa\n";

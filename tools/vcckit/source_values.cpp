@@ -57,7 +57,7 @@ const toml::node* SourceValues::choose(const toml::node& node, std::string_view 
         } else if (const toml::table* const table = chosen->as_table(); table && is_language_table(*table)) {
             for (const auto& [key, value] : *table)
                 if (std::none_of(languages.begin(), languages.end(),
-                                 [&key](const LanguageRow& row) { return row.code == key.str(); })) {
+                                 [name = key.str()](const LanguageRow& row) { return row.code == name; })) {
                     fail(value, std::string(field) + ": \"" + std::string(key.str()) + "\" is no language");
                     return nullptr;
                 }

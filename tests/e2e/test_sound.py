@@ -1,0 +1,93 @@
+"""What is heard: the theme of the control centre, its level, its pauses, and effects over it."""
+
+import time
+import wave
+
+import numpy as np
+import pytest
+
+from support import menu
+from support.desktop import wait_until
+from support.pulse import RATE, PulseServer, loudness, main_tone_hz
+
+THEME_RATE = 44100
+HEARD_LATER_S = 1.0  # what the sound server and the stream still hold
+
+
+def write_tone(installation, name, hz, seconds=3, level=0.5):
+    # whole periods: the joint of a loop cannot be heard
+    samples = (np.sin(2 * np.pi * hz * np.arange(THEME_RATE * seconds) / THEME_RATE) * level * 32767).astype("<i2")
+    installation.remove(name)
+    with wave.open(str(installation.path(name)), "wb") as file:
+        file.setparams((2, 2, THEME_RATE, 0, "NONE", ""))
+        file.writeframes(np.repeat(samples, 2).tobytes())
+
+
+@pytest.fixture
+def sounding(make_robot):
+    """A robot whose themes are tones: theme n has 400 + 100 n Hz; with its recording."""
+    robot = make_robot()
+    robot.installation.use_recording_modules()
+    for theme in range(11):
+        write_tone(robot.installation, f"sounds/theme{theme:02}.wav", 400 + 100 * theme)
+    robot.installation.set("VELDOR_SOUND", "vcc_theme_loop", 0)
+    with PulseServer() as pulse, pulse.record() as recording:
+        robot.start(environment=pulse.environment)
+        yield robot, recording
+        robot.kill()
+
+
+def last(recording, seconds):
+    return recording.samples()[-int(RATE * seconds):]
+
+
+def wait_for_silence(recording, silent=True):
+    wait_until(lambda: (loudness(last(recording, 0.4)) < 0.0005) == silent, "silence" if silent else "sound")
+
+
+def test_the_chosen_theme_is_heard_while_the_menu_is_used(sounding):
+    robot, recording = sounding
+    wait_for_silence(recording, False)
+    time.sleep(HEARD_LATER_S)
+    start = len(recording.samples())
+    end = time.monotonic() + 5
+    while time.monotonic() < end:  # a player who looks around
+        for button in menu.TOPS:
+            robot.move(*menu.middle(button), settle_s=0.2)
+    heard = recording.samples()[start:]
+    assert main_tone_hz(heard) == pytest.approx(600, abs=3)
+
+
+def test_f12_and_modules_silence_the_theme(sounding):
+    robot, recording = sounding
+    wait_for_silence(recording, False)
+    for silent in (True, False):
+        robot.key("F12")
+        wait_for_silence(recording, silent)
+    robot.installation.hold_modules()
+    menu.choose(robot, "HQ")
+    wait_until(robot.installation.module_calls, "the module's call")
+    wait_for_silence(recording)
+    robot.installation.hold_modules(False)
+    wait_for_silence(recording, False)
+    time.sleep(HEARD_LATER_S)
+    assert main_tone_hz(last(recording, 0.5)) == pytest.approx(600, abs=5)
+
+
+def test_a_button_is_heard(sounding):
+    robot, recording = sounding
+    robot.key("F12")
+    wait_for_silence(recording)
+    robot.move(*menu.middle("HQ"))
+    wait_for_silence(recording, False)
+
+
+@pytest.mark.parametrize("name, message", [
+    ("sounds/sfx_click.wav", "Error loading sound nr:2"),
+    ("sounds/theme03.wav", "Error loading music theme nr:193"),
+], ids=["effect", "theme"])
+def test_missing_sounds_are_logged(make_robot, name, message):
+    robot = make_robot()
+    robot.installation.remove(name)
+    robot.start()
+    assert any(line.startswith(message) for line in robot.installation.log_messages())
