@@ -1,6 +1,7 @@
-/* What a game module of Veldor exports. A module is a shared library beside the control centre: hq.so, factory.so or battle.so
- * (.dll on Windows), with one entry of C linkage named like the library. docs/modules.md tells what it may rely on and what it must leave
- * behind.
+/* What a game module of Veldor exports. A module is a shared library beside the control centre: hq.so, factory.so or
+ * battle.so
+ * (.dll on Windows), with one entry of C linkage named like the library. docs/modules.md tells what it may rely on and
+ * what it must leave behind.
  *
  * fullscreen              0: the display is a window; 0xFF: it is full screen
  * version                 version of the control centre times 100: 128 is 1.2.8
@@ -28,11 +29,13 @@ extern "C" {
 #endif
 
 typedef uint8_t veldor_hq_entry(uint8_t fullscreen, int32_t version);
-typedef uint8_t veldor_factory_entry(int32_t mode_range, uint8_t fullscreen, int32_t screen_mode_range, int32_t bitmap_depth, int32_t version);
+typedef uint8_t veldor_factory_entry(int32_t mode_range, uint8_t fullscreen, int32_t screen_mode_range,
+                                     int32_t bitmap_depth, int32_t version);
 typedef uint8_t veldor_battle_entry(uint8_t fullscreen, int32_t version);
 
 VELDOR_EXPORT uint8_t hq(uint8_t fullscreen, int32_t version);
-VELDOR_EXPORT uint8_t factory(int32_t mode_range, uint8_t fullscreen, int32_t screen_mode_range, int32_t bitmap_depth, int32_t version);
+VELDOR_EXPORT uint8_t factory(int32_t mode_range, uint8_t fullscreen, int32_t screen_mode_range, int32_t bitmap_depth,
+                              int32_t version);
 VELDOR_EXPORT uint8_t battle(uint8_t fullscreen, int32_t version);
 
 #ifdef __cplusplus
