@@ -13,7 +13,7 @@ namespace vcc {
 namespace {
 
 constexpr int band_thickness = 3;
-constexpr int stub = 20;       ///< length of the line that leaves a button
+constexpr int spur = 20;       ///< length of the line that leaves a button
 constexpr int sound_stub = 11; ///< the same on the sound group's left side
 
 /// Collects bands; lit ones lie on the path.
@@ -31,7 +31,7 @@ enum Junction { sound_in, value_in, display_out, battle_out };
 
 void module_column(Bands& bands, const ConnectorLayout& at) {
     const bool lit = at.group == 1;
-    const int left = at.module_right + 1, right = at.module_right + 1 + stub;
+    const int left = at.module_right + 1, right = at.module_right + 1 + spur;
     for (int y : at.selector_y)
         bands.across(left, right, y);
     bands.down(right, at.selector_y.front(), at.selector_y.back());
@@ -50,12 +50,12 @@ void sound_group_left(Bands& bands, const ConnectorLayout& at) {
         bands.down(x, at.junction_y[sound_in], at.button_y, true);
         bands.across(x, end, at.button_y, true);
     }
-    bands.across(at.module_right + 1 + stub, at.sound_left - 10, at.junction_y[sound_in], lit);
+    bands.across(at.module_right + 1 + spur, at.sound_left - 10, at.junction_y[sound_in], lit);
 }
 
 void sound_group_right(Bands& bands, const ConnectorLayout& at) {
     const bool lit = at.group == 1;
-    const int x = at.sound_right + stub, joint = at.junction_x[value_in], middle = at.sound_y[1];
+    const int x = at.sound_right + spur, joint = at.junction_x[value_in], middle = at.sound_y[1];
     for (int y : at.sound_y)
         bands.across(at.sound_right, x, y);
     bands.down(x, at.sound_y.front(), at.sound_y.back());
@@ -69,7 +69,7 @@ void sound_group_right(Bands& bands, const ConnectorLayout& at) {
 
 void value_column(Bands& bands, const ConnectorLayout& at) {
     const bool lit = at.group != 0;
-    const int x = at.value_left - stub;
+    const int x = at.value_left - spur;
     bands.down(x, at.value_y.front(), at.value_y.back());
     for (int y : at.value_y)
         bands.across(x, at.value_left, y);
@@ -82,7 +82,7 @@ void value_column(Bands& bands, const ConnectorLayout& at) {
 
 void display_group(Bands& bands, const ConnectorLayout& at) {
     const bool lit = at.group == 2;
-    const int x = at.group_right + stub, joint = at.junction_x[value_in], height = at.junction_y[display_out];
+    const int x = at.group_right + spur, joint = at.junction_x[value_in], height = at.junction_y[display_out];
     bands.down(x, at.display_y.front(), at.display_y.back());
     for (std::size_t i = 0; i < at.display_y.size(); ++i)
         if (at.display_shown[i])
@@ -100,7 +100,7 @@ void display_group(Bands& bands, const ConnectorLayout& at) {
 
 void battle_group(Bands& bands, const ConnectorLayout& at) {
     const bool lit = at.group == 3;
-    const int x = at.group_right + stub, joint = at.junction_x[value_in], height = at.junction_y[battle_out];
+    const int x = at.group_right + spur, joint = at.junction_x[value_in], height = at.junction_y[battle_out];
     bands.down(x, at.battle_y.front(), at.battle_y.back());
     for (int y : at.battle_y)
         bands.across(at.group_right, x, y);

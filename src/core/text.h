@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -43,8 +42,8 @@ std::string_view text_of(const char (&field)[N]) {
 template <std::size_t N>
 void store_text(char (&field)[N], std::string_view text) {
     const std::size_t length = std::min(text.size(), N - 1);
-    std::memcpy(field, text.data(), length);
-    std::memset(field + length, 0, N - length);
+    std::copy_n(text.begin(), length, field);
+    std::fill(field + length, field + N, '\0');
 }
 
 } // namespace vcc
