@@ -38,7 +38,8 @@ extern "C" {
 namespace vcc::platform {
 
 struct FfmpegFunctions {
-#define VELDOR_DECLARE(library, function) decltype(&::function) function = nullptr
+// A name that is declared cannot stand in parentheses.
+#define VELDOR_DECLARE(library, function) decltype(&::function) function = nullptr // NOLINT(bugprone-macro-parentheses)
     VELDOR_FFMPEG_FUNCTIONS(VELDOR_DECLARE);
 #undef VELDOR_DECLARE
 };

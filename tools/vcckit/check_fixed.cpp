@@ -124,7 +124,7 @@ void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
     const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
     const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
     const auto report = [&](const char* field, const std::string& problem, std::string advice) {
-        faults.push_back({screen.slot_file, 0, index, field, std::move(problem), std::move(advice)});
+        faults.push_back({screen.slot_file, 0, index, field, problem, std::move(advice)});
     };
     if (record.action != value)
         report("action", "the record stands for value " + std::to_string(record.action),

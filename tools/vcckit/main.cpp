@@ -132,7 +132,8 @@ int unpack(const std::vector<std::string>& files, const std::string& output) {
 
 } // namespace
 
-int main(int argc, char** argv) {
+// The set-up of the command line throws only on a mistake of ours.
+int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     CLI::App app{"Makes, unmakes, checks and shows the files of a Veldor installation."};
     app.require_subcommand(1);
     app.footer(

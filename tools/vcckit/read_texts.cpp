@@ -167,7 +167,7 @@ void read_settings(Installation& installation, Faults& faults) {
             continue;
         }
         const std::string key = trimmed(entry.substr(0, equals));
-        if (!seen.insert(section + "\n" + key).second)
+        if (!seen.insert(std::string(section).append("\n").append(key)).second)
             faults.push_back(
                 {settings_file, lines.line_number(), -1, key, "is given a second time", "the first one counts"});
         check_setting(section, key, trimmed(entry.substr(equals + 1)), lines.line_number(), faults);

@@ -101,7 +101,8 @@ std::string shown_sound(const std::string& path, std::string_view, std::string& 
         fault = "is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz";
         return {};
     }
-    const double seconds = static_cast<double>(header.data_length) / (header.bits / 8 * header.channels) / header.rate;
+    const int frame_bytes = header.bits / 8 * header.channels;
+    const double seconds = static_cast<double>(header.data_length) / frame_bytes / header.rate;
     const std::string loop = loop_fault(path);
     return format_text("WAV sound, %d Hz, %d bits, %s, %.2f s, %ld bytes from byte %ld on\nas a theme: %s\n",
                        header.rate, header.bits, header.channels == 1 ? "mono" : "stereo", seconds, header.data_length,

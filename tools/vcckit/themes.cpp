@@ -65,7 +65,7 @@ std::string loop_fault(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0)
         return "is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz";
-    const long frames = header.data_length / (header.bits / 8 * header.channels);
+    const long frames = header.data_length / (long{header.bits} / 8 * header.channels);
     if (frames < header.rate)
         return "is shorter than a second";
     const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
