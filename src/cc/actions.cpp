@@ -1,5 +1,6 @@
 #include "cc/actions.h"
 
+#include "cc/options_records.h"
 #include "cc/options_screen.h"
 #include "cc/screens.h"
 #include "core/clock.h"
@@ -62,9 +63,6 @@ constexpr ActionRow actions[] = {
     {998, ActionKind::end_screen, 0},
 };
 
-Slot& option_slot(int index) {
-    return options_set.slots[static_cast<std::size_t>(index)];
-}
 const Slot& slot_at(const SlotSet& set, int index) {
     return set.slots[static_cast<std::size_t>(index)];
 }
@@ -156,10 +154,7 @@ void step_forward(BITMAP* target, const OptionRow& option, const Slot& button) {
         return;
     if (option.row == row::effects)
         show_pressed_look(target, button);
-    if (option.row == row::theme)
-        show_loop_button();
-    else
-        hide_loop_button();
+    show_loop_button_only_for_themes(option);
     step_value(target, option, true);
 }
 
@@ -172,10 +167,7 @@ bool is_choice(const OptionRow& option, int value) {
 void choose_value(BITMAP* target, const OptionRow& option, int value) {
     if (!needs_met(option.needs))
         return;
-    if (option.row == row::theme)
-        show_loop_button();
-    else
-        hide_loop_button();
+    show_loop_button_only_for_themes(option);
     if (option.row == row::screen_mode && screen_mode_range != 3)
         return;
     if (is_choice(option, value)) {

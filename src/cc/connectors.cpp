@@ -1,5 +1,6 @@
 #include "cc/connectors.h"
 
+#include "cc/options_records.h"
 #include "cc/options_screen.h"
 #include "cc/screens.h"
 #include "screen/draw.h"
@@ -116,12 +117,8 @@ constexpr std::array<int, 4> display_buttons{29, 31, 33, 48};
 constexpr std::array<int, 4> battle_buttons{36, 38, 40, 42};
 constexpr std::array<int, 3> sound_buttons{22, 24, 26};
 
-Slot& options(int index) {
-    return options_set.slots[static_cast<std::size_t>(index)];
-}
-
 int button_height(int index) {
-    const Slot& slot = options(index);
+    const Slot& slot = option_slot(index);
     return row_y(slot.font, slot.row) + cell_height(slot.font) / 2;
 }
 
@@ -134,9 +131,9 @@ ConnectorLayout layout_now() {
     for (std::size_t i = 0; i < 4; ++i) {
         at.selector_y[i] = button_height(options_slot::first_selector + static_cast<int>(i));
         at.display_y[i] = button_height(display_buttons[i]);
-        at.display_shown[i] = !is_hidden(options(display_buttons[i]));
+        at.display_shown[i] = !is_hidden(option_slot(display_buttons[i]));
         at.battle_y[i] = button_height(battle_buttons[i]);
-        const Slot& junction = options(options_slot::first_junction + static_cast<int>(i));
+        const Slot& junction = option_slot(options_slot::first_junction + static_cast<int>(i));
         at.junction_x[i] = junction.dest_x;
         at.junction_y[i] = junction.dest_y + (junction.box_height - junction.src_y) / 2;
     }
@@ -159,13 +156,12 @@ ConnectorLayout layout_now() {
 }
 
 void give_buttons_normal_look() {
-    const auto normal = [](int index) { options(index).fore_colour = options(index).back_colour; };
     for (int module = 0; module < module_count; ++module)
-        normal(options_slot::first_selector + module);
+        give_normal_look(options_slot::first_selector + module);
     for (const OptionRow& option : option_rows())
-        normal(option.button);
+        give_normal_look(option.button);
     for (int i = 0; i < value_entry_limit; ++i)
-        normal(value_button(i));
+        give_normal_look(value_button(i));
 }
 
 } // namespace
@@ -187,8 +183,8 @@ void draw_connectors(BITMAP* target) {
     const EffectsHeld held;
     draw_text_window_from_bitmap(target, value_window, -1);
     give_buttons_normal_look();
-    const int resting = options(options_slot::connector_colours).back_colour;
-    const int lit = options_set.toggles[options_slot::connector_colours].fore_colour;
+    const int resting = option_slot(options_slot::connector_colours).back_colour;
+    const int lit = option_toggle(options_slot::connector_colours).fore_colour;
     for (const Band& band : connector_bands(layout_now())) {
         const int colour = band.lit ? lit : resting;
         if (band.horizontal)

@@ -1,6 +1,6 @@
 #include "cc/options_screen.h"
 
-#include "cc/screens.h"
+#include "cc/options_records.h"
 #include "core/log.h"
 #include "core/text.h"
 #include "display/graphics_mode.h"
@@ -15,12 +15,6 @@ namespace vcc {
 
 namespace {
 
-Slot& slot(int index) {
-    return options_set.slots[static_cast<std::size_t>(index)];
-}
-Slot& toggle(int index) {
-    return options_set.toggles[static_cast<std::size_t>(index)];
-}
 void draw(BITMAP* target, int index) {
     draw_slot(target, options_set.slots, index);
 }
@@ -28,14 +22,11 @@ void draw_toggle(BITMAP* target, int index) {
     draw_slot(target, options_set.toggles, index);
 }
 
-void give_normal_look(int index) {
-    slot(index).fore_colour = slot(index).back_colour;
-}
 void highlight(int index) {
-    slot(index).fore_colour = toggle(index).back_colour;
+    option_slot(index).fore_colour = option_toggle(index).back_colour;
 }
 void highlight_value(int value) {
-    slot(value_button(value)).fore_colour = toggle(value_record(value)).fore_colour;
+    option_slot(value_button(value)).fore_colour = option_toggle(value_record(value)).fore_colour;
 }
 bool is_entry(int value) {
     return value >= 0 && value < value_entry_limit;
@@ -55,14 +46,14 @@ void draw_highlighted(BITMAP* target, int index) {
 
 /// Makes a slot and its toggle record visible or hidden, reachable or inert.
 void set_reachable(int index, bool reachable) {
-    slot(index).toggle = toggle(index).toggle = reachable ? index : -1;
-    slot(index).draw_flags[0] = toggle(index).draw_flags[0] = reachable ? ' ' : 'n';
+    option_slot(index).toggle = option_toggle(index).toggle = reachable ? index : -1;
+    option_slot(index).draw_flags[0] = option_toggle(index).draw_flags[0] = reachable ? ' ' : 'n';
 }
 
 void grey_out(int index) {
-    for (Slot* record : {&slot(index), &toggle(index)})
+    for (Slot* record : {&option_slot(index), &option_toggle(index)})
         record->fore_colour = record->back_colour = disabled_colour;
-    slot(index).toggle = -1;
+    option_slot(index).toggle = -1;
 }
 
 } // namespace
@@ -97,7 +88,7 @@ void select_module(BITMAP* target, int module) {
         show_explanation(target, option_row);
         draw_connectors(target);
         draw(target, selector_button());
-        draw(target, slot(selector_button()).activated);
+        draw(target, option_slot(selector_button()).activated);
         selected_module = module;
         const OptionRow* option = find_row(option_row);
         if (option && is_sound_row(option_row)) {
@@ -126,7 +117,7 @@ void refresh_module_rows(BITMAP* target) {
     if (!sound_on)
         return;
     const EffectsHeld held;
-    draw_toggle(target, slot(selector_button()).activated);
+    draw_toggle(target, option_slot(selector_button()).activated);
     if (!is_sound_row(option_row)) {
         info_row = -1;
         option_row = row::effects;
@@ -190,16 +181,20 @@ void hide_loop_button() {
     set_reachable(options_slot::loop_button, false);
 }
 
+void show_loop_button_only_for_themes(const OptionRow& option) {
+    set_reachable(options_slot::loop_button, option.row == row::theme);
+}
+
 void show_loop_label(int module, int number) {
     const bool loop_all = theme_loop[static_cast<std::size_t>(module)] == 1;
-    Slot& one = slot(options_slot::loop_label);
-    Slot& all = toggle(options_slot::loop_label);
-    Slot& button = slot(options_slot::loop_button);
+    Slot& one = option_slot(options_slot::loop_label);
+    Slot& all = option_toggle(options_slot::loop_label);
+    Slot& button = option_slot(options_slot::loop_button);
     if (loop_all) {
         store_text(all.text, "Loop All Themes");
         hide(one);
         show(all);
-        button.fore_colour = toggle(options_slot::loop_button).back_colour;
+        button.fore_colour = option_toggle(options_slot::loop_button).back_colour;
     } else {
         std::string text = format_text("Loop Theme %2.2d", number);
         pad_text(text, 15, ' ');
@@ -218,7 +213,7 @@ void show_loop_controls() {
 void disable_sound_controls() {
     grey_out(find_row(row::effects)->button);
     for (int module = 0; module < module_count; ++module)
-        slot(options_slot::first_selector + module).toggle = -1;
+        option_slot(options_slot::first_selector + module).toggle = -1;
 }
 
 void disable_music_controls() {
@@ -232,10 +227,7 @@ namespace {
 void point_at_row(BITMAP* target, const OptionRow& option) {
     if (!needs_met(option.needs))
         return;
-    if (option.row == row::theme)
-        show_loop_button();
-    else
-        hide_loop_button();
+    show_loop_button_only_for_themes(option);
     option_row = option.row;
     show_explanation(target, option.row);
     if (option.row == row::theme)
@@ -247,7 +239,7 @@ void point_at_row(BITMAP* target, const OptionRow& option) {
     }
     draw_highlighted(target, selector_button());
     restore_buttons(target);
-    draw_toggle(target, slot(selector_button()).activated);
+    draw_toggle(target, option_slot(selector_button()).activated);
 }
 
 void point_at_values(BITMAP* target) {

@@ -39,6 +39,8 @@ void restore_buttons(BITMAP* target);
 
 void show_loop_button();
 void hide_loop_button();
+/// The button belongs to the theme row alone.
+void show_loop_button_only_for_themes(const OptionRow& option);
 /// Writes the loop-theme label of a module; `number` is the theme's number as players count, from 1.
 void show_loop_label(int module, int number);
 /// The button, and the label of the selected module.

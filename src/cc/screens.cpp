@@ -1,6 +1,7 @@
 #include "cc/screens.h"
 
 #include "cc/actions.h"
+#include "cc/options_records.h"
 #include "cc/options_screen.h"
 #include "core/alert.h"
 #include "core/layout.h"
@@ -76,8 +77,7 @@ void complete_toggles(SlotSet& set, int count) {
 
 void fill_fields() {
     const auto fill = [](int field, const auto& setting) {
-        store_text(options_set.slots[static_cast<std::size_t>(field)].text,
-                   text_of(setting).substr(0, field_text_length));
+        store_text(option_slot(field).text, text_of(setting).substr(0, field_text_length));
     };
     fill(options_slot::player_name, settings.player_name);
     fill(options_slot::ip_address, settings.ip_address);
@@ -197,8 +197,7 @@ int after_options(BITMAP*& target, int next) {
     restart_cc_music();
     apply_keyboard_layout();
     fill_fields();
-    Slot& selector = options_set.slots[static_cast<std::size_t>(options_slot::first_selector + selected_module)];
-    selector.fore_colour = selector.back_colour;
+    give_normal_look(options_slot::first_selector + selected_module);
     return next;
 }
 

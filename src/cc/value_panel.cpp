@@ -1,6 +1,6 @@
 // The value panel: up to eleven values of the current option row, and the explanation box beside it.
+#include "cc/options_records.h"
 #include "cc/options_screen.h"
-#include "cc/screens.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
@@ -15,30 +15,19 @@ namespace vcc {
 
 namespace {
 
-Slot& slot(int index) {
-    return options_set.slots[static_cast<std::size_t>(index)];
-}
-Slot& toggle(int index) {
-    return options_set.toggles[static_cast<std::size_t>(index)];
-}
-
 enum class Entry {
     choosable, ///< shown, and a click chooses its value
     shown,     ///< shown, and a click does nothing
     hidden
 };
 
-void give_normal_look(int index) {
-    slot(index).fore_colour = slot(index).back_colour;
-}
-
 void set_pointer_sensitive(int i, bool sensitive) {
-    slot(value_button(i)).toggle = sensitive ? value_button(i) : -1;
-    slot(value_record(i)).toggle = sensitive ? value_record(i) : -1;
+    option_slot(value_button(i)).toggle = sensitive ? value_button(i) : -1;
+    option_slot(value_record(i)).toggle = sensitive ? value_record(i) : -1;
 }
 
 void set_visible(int index, bool visible) {
-    slot(index).draw_flags[0] = toggle(index).draw_flags[0] = visible ? ' ' : 'n';
+    option_slot(index).draw_flags[0] = option_toggle(index).draw_flags[0] = visible ? ' ' : 'n';
 }
 
 void prepare_entry(int i, Entry state, int choose_code) {
@@ -52,7 +41,7 @@ void prepare_entry(int i, Entry state, int choose_code) {
     give_normal_look(value_button(i));
     give_normal_look(value_record(i));
     set_visible(value_record(i), true);
-    slot(value_button(i)).action = state == Entry::choosable ? choose_code : 0;
+    option_slot(value_button(i)).action = state == Entry::choosable ? choose_code : 0;
 }
 
 /// Which entries the screen-mode row shows on this machine; false when the range says nothing about it.
@@ -74,8 +63,8 @@ bool screen_mode_entry(int i, Entry& state) {
 
 void write_label(int i, std::string_view label) {
     for (int index : {value_button(i), value_record(i)}) {
-        store_text(slot(index).text, label);
-        store_text(toggle(index).text, label);
+        store_text(option_slot(index).text, label);
+        store_text(option_toggle(index).text, label);
     }
 }
 
@@ -97,7 +86,7 @@ void apply_depth_availability(BITMAP* target, int direction) {
             }
         }
         set_pointer_sensitive(i, false);
-        slot(value_button(i)).fore_colour = slot(value_record(i)).fore_colour = disabled_colour;
+        option_slot(value_button(i)).fore_colour = option_slot(value_record(i)).fore_colour = disabled_colour;
     }
 }
 
