@@ -250,6 +250,7 @@ void setup_cc_screens() {
     set_theme_order_source([] {
         return ThemeOrder{theme_loop[static_cast<std::size_t>(selected_module)] == 1, number_of_themes};
     });
+    selected_module = cc_module; // the music follows this module's loop from its first buffer on
     load_settings();
     write_keyboard_layout();
     if (!sound_on)
