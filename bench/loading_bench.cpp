@@ -1,4 +1,5 @@
 // Loading: pictures and screens.
+#include "cc/screens.h"
 #include "core/files.h"
 #include "core/lines.h"
 #include "display/buffers.h"
@@ -37,6 +38,7 @@ void load_buffer_list(benchmark::State& state) {
             for (const std::string& name : names)
                 benchmark::DoNotOptimize(BitmapPtr(load_pcx(name.c_str(), palette)));
         });
+    prepare_background_copies(); // the text windows point into the table
     state.counters["pictures"] = static_cast<double>(names.size());
 }
 VELDOR_FIGURE(load_buffer_list);

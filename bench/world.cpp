@@ -47,22 +47,6 @@ bool copy_installation() {
     return !error;
 }
 
-void copy_whole(int from, int to) {
-    if (BITMAP* const source = graphic_buffer(from))
-        blit(source, graphic_buffer(to), 0, 0, 0, 0, layout_width, layout_height);
-}
-
-/// As the screens prepare them before they run.
-void prepare_background_copies() {
-    for (const int copy : {window_copy_buffer, info_copy_buffer, text_copy_buffer})
-        copy_whole(backdrop_buffer, copy);
-    for (const int window : {group_window, value_window, module_window, sound_group_window, info_window}) {
-        TextWindow& each = text_windows[static_cast<std::size_t>(window)];
-        each.background_buffer = window == info_window ? info_copy_buffer : window_copy_buffer;
-        each.background_bitmap = graphic_buffer(each.background_buffer);
-    }
-}
-
 } // namespace
 
 const char* enter_world() {
@@ -97,6 +81,7 @@ const char* enter_world() {
     if (load_graphic_buffers("tools/vcc.buf") == 0 || !graphic_buffer(screen_buffer))
         return "the graphic buffers cannot be loaded";
     prepare_background_copies();
+    blit(graphic_buffer(backdrop_buffer), graphic_buffer(text_copy_buffer), 0, 0, 0, 0, layout_width, layout_height);
     return nullptr;
 }
 

@@ -92,19 +92,6 @@ void copy_whole(BITMAP* from, BITMAP* to) {
         blit(from, to, 0, 0, 0, 0, layout_width, layout_height);
 }
 
-/// Clean copies of the background picture, from which text windows restore what lies under them.
-void prepare_background_copies() {
-    for (int copy : {window_copy_buffer, info_copy_buffer})
-        copy_whole(graphic_buffer(backdrop_buffer), graphic_buffer(copy));
-    const auto assign = [](int window, int buffer) {
-        text_windows[static_cast<std::size_t>(window)].background_buffer = buffer;
-        text_windows[static_cast<std::size_t>(window)].background_bitmap = graphic_buffer(buffer);
-    };
-    for (int window : {group_window, value_window, module_window, sound_group_window})
-        assign(window, window_copy_buffer);
-    assign(info_window, info_copy_buffer);
-}
-
 /// Keeps the set's background under smoothed text.
 void keep_text_background(const SlotSet& set) {
     if (anti_aliased_text)
@@ -265,6 +252,18 @@ void setup_cc_screens() {
     current_theme = settings.theme[cc_module];
     music_volume = cc_volumes().music * volume_step;
     play_theme(current_theme);
+}
+
+void prepare_background_copies() {
+    for (int copy : {window_copy_buffer, info_copy_buffer})
+        copy_whole(graphic_buffer(backdrop_buffer), graphic_buffer(copy));
+    const auto assign = [](int window, int buffer) {
+        text_windows[static_cast<std::size_t>(window)].background_buffer = buffer;
+        text_windows[static_cast<std::size_t>(window)].background_bitmap = graphic_buffer(buffer);
+    };
+    for (int window : {group_window, value_window, module_window, sound_group_window})
+        assign(window, window_copy_buffer);
+    assign(info_window, info_copy_buffer);
 }
 
 int run_cc_screens(BITMAP* target) {

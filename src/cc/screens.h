@@ -25,6 +25,10 @@ void free_cc_slot_sets();
 /// Settings, keyboard layout, field texts, volumes and the control centre's theme, once a pass.
 void setup_cc_screens();
 
+/// Copies the background picture to where text windows restore theirs from, and points the windows there: before the
+/// screens run, and whenever the graphic buffers have been loaded again.
+void prepare_background_copies();
+
 /// Runs the screens from the main menu on until the player picks a module or leaves; returns the module choice: 0 HQ, 1
 /// Factory, 2 Battle, 45 leave.
 int run_cc_screens(BITMAP* target);
