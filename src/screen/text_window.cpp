@@ -59,33 +59,32 @@ void draw(BITMAP* target, int number) {
         draw_cell_window(target, number, highlighted);
 }
 
-} // namespace
-
-void draw_text_window(BITMAP* target, int number) {
-    if (!is_window(number))
-        return;
+/// Sound, background if the window's style lets it show, window. `restores` is false when the background stays as it
+/// is.
+void open_window(BITMAP* target, int number, BITMAP* background, bool restores) {
     const TextWindow& window = window_of(number);
     play_effect(window.open_sound);
     if (window.style != 0) {
         if (!window.pixel_coords)
             select_font(window.font); // stays selected: callers write into the window
-        restore_area(target, graphic_buffer(window.background_buffer), window);
+        if (restores)
+            restore_area(target, background, window);
     }
     draw(target, number);
+}
+
+} // namespace
+
+void draw_text_window(BITMAP* target, int number) {
+    if (is_window(number))
+        open_window(target, number, graphic_buffer(window_of(number).background_buffer), true);
 }
 
 void draw_text_window_from_bitmap(BITMAP* target, int number, int restore) {
     if (!is_window(number))
         return;
     const TextWindow& window = window_of(number);
-    play_effect(window.open_sound);
-    if (window.style != 0) {
-        if (!window.pixel_coords)
-            select_font(window.font);
-        if (window.pixel_coords ? restore != 0 : restore == -1)
-            restore_area(target, window.background_bitmap, window);
-    }
-    draw(target, number);
+    open_window(target, number, window.background_bitmap, window.pixel_coords ? restore != 0 : restore == -1);
 }
 
 void draw_cell_window(BITMAP* target, int number, bool highlighted) {

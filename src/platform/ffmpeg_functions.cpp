@@ -1,29 +1,25 @@
 #include "platform/ffmpeg_functions.h"
 
-#include <optional>
-#include <string>
+#include "platform/ffmpeg_library.h"
 
-#include <windows.h>
+#include <optional>
 
 namespace vcc::platform {
 
 namespace {
 
-HMODULE load(const char* name, int version) {
-    return ::LoadLibraryA((std::string(name) + "-" + std::to_string(version) + ".dll").c_str());
-}
-
 template <class Function>
-bool find(HMODULE library, const char* name, Function*& function) {
-    function = reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
+bool find(void* library, const char* name, Function*& function) {
+    function = reinterpret_cast<Function*>(ffmpeg_symbol(library, name));
     return function != nullptr;
 }
 
+// The versions whose headers this program was built with: other ones have other structures.
 std::optional<FfmpegFunctions> load_functions() {
-    const HMODULE util = load("avutil", LIBAVUTIL_VERSION_MAJOR);
-    const HMODULE codec = load("avcodec", LIBAVCODEC_VERSION_MAJOR);
-    const HMODULE format = load("avformat", LIBAVFORMAT_VERSION_MAJOR);
-    const HMODULE scale = load("swscale", LIBSWSCALE_VERSION_MAJOR);
+    void* const util = load_ffmpeg_library("avutil", LIBAVUTIL_VERSION_MAJOR);
+    void* const codec = load_ffmpeg_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
+    void* const format = load_ffmpeg_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
+    void* const scale = load_ffmpeg_library("swscale", LIBSWSCALE_VERSION_MAJOR);
     if (!util || !codec || !format || !scale)
         return std::nullopt;
     FfmpegFunctions functions;
