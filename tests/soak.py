@@ -95,7 +95,11 @@ def monkey(robot, count, seed):
             if status != 0:
                 print(f"event {done}: ended with {status}; {robot.errors()[-2000:]}")
                 return 1
-            robot.start()
+            try:
+                robot.start()
+            except TimeoutError:
+                print(f"event {done}: no menu; {robot.save_picture('monkey')}, settings {robot.installation.settings()}, log {robot.installation.log_messages()}")
+                return 1
             starts += 1
         what = dice.random()
         if what < 0.5:
