@@ -5,6 +5,7 @@
 #include "sound/wav_header.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace vcc {
 
@@ -14,8 +15,9 @@ SamplePtr load_effect_file(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0 || header.data_length > effect_size_limit)
         return nullptr;
-    const PackfilePtr file(pack_fopen(platform::resolve_path(path).c_str(), "r"));
-    if (!file || pack_fseek(file.get(), static_cast<int>(header.data_offset)) != 0)
+    // The library's packfiles hand out bytes one by one: a film's sound would take 20 ms.
+    const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
+    if (!file || std::fseek(file.get(), header.data_offset, SEEK_SET) != 0)
         return nullptr;
 
     const long frame_bytes = long{header.bits / 8} * header.channels;
@@ -25,9 +27,10 @@ SamplePtr load_effect_file(const std::string& path) {
     if (!sample)
         return nullptr;
     const auto size = static_cast<std::size_t>(frames * frame_bytes);
-    const long count = pack_fread(sample->data, header.data_length, file.get());
     auto* const bytes = static_cast<unsigned char*>(sample->data);
-    std::fill(bytes + std::clamp<long>(count, 0, header.data_length), bytes + size, silent_byte(header.bits));
+    const auto wanted = std::min(static_cast<std::size_t>(header.data_length), size);
+    const std::size_t count = std::fread(bytes, 1, wanted, file.get());
+    std::fill(bytes + count, bytes + size, silent_byte(header.bits));
     if (header.bits == 16)
         flip_sign_bits({bytes, size});
     return sample;
