@@ -126,6 +126,29 @@ def test_typing(options, field, keys, key, text):
     assert options.installation.setting("VELDOR_BATTLE", key) == text
 
 
+LIT, RESTING = (255, 167, 0), (99, 115, 143)
+GROUP_STUB, VALUE_STUB = 410, 510  # x on the lines that leave an option's button and enter a value
+
+
+def height(grid_row):
+    return grid_row * CELL_HEIGHT + CELL_HEIGHT // 2
+
+
+def test_lines_lead_from_every_row_to_its_value(options):
+    for name, (grid_row, _, _, value, *_) in OPTIONS.items():
+        options.move(*place(name))
+        if name == "resolution":  # must be clicked, which steps it
+            options.click(*place(name))
+            value += 1
+        picture = options.standing_picture(still_s=0.3)
+        for other, (other_row, *_) in OPTIONS.items():
+            assert tuple(picture[height(other_row), GROUP_STUB]) == (LIT if other == name else RESTING), (name, other)
+        for entry in range(11):
+            assert tuple(picture[height(7 + 2 * entry), VALUE_STUB]) == (LIT if entry == value else RESTING), (name, entry)
+        marked = picture[height(7 + 2 * value) - 6:height(7 + 2 * value) + 6, 536:700].reshape(-1, 3).astype(int)
+        assert (abs(marked - LIT).sum(axis=1) < 60).sum() > 20, f"{name}: the value's text is not marked"
+
+
 def test_every_button_answers_the_pointer(options):
     options.move(700, 30)
     rest = options.standing_picture()

@@ -75,6 +75,32 @@ def test_f12_and_modules_silence_the_theme(sounding):
     assert main_tone_hz(last(recording, 0.5)) == pytest.approx(600, abs=5)
 
 
+def test_levels_are_heard(sounding):
+    robot, recording = sounding
+    wait_for_silence(recording, False)
+    time.sleep(HEARD_LATER_S)
+    before = loudness(last(recording, 0.5))
+    robot.click(*menu.middle("Options"))
+    robot.standing_picture()
+    robot.click(280, 132)  # the music volume, from level 3 to 6
+    robot.click(280, 132)
+    robot.click(280, 132)
+    wait_until(lambda: loudness(last(recording, 0.5)) == pytest.approx(2 * before, rel=0.1), "music twice as loud")
+
+
+def test_the_theme_waits_while_the_player_is_away(make_robot):
+    robot = make_robot(window_manager=True)
+    write_tone(robot.installation, "sounds/theme02.wav", 600)
+    with PulseServer() as pulse, pulse.record() as recording:
+        robot.start(environment=pulse.environment)
+        wait_for_silence(recording, False)
+        robot.switch_away()
+        wait_for_silence(recording)
+        robot.switch_back()
+        wait_for_silence(recording, False)
+        robot.kill()
+
+
 def test_a_button_is_heard(sounding):
     robot, recording = sounding
     robot.key("F12")
