@@ -109,12 +109,31 @@ def test_a_button_is_heard(sounding):
     wait_for_silence(recording, False)
 
 
-@pytest.mark.parametrize("name, message", [
-    ("sounds/sfx_click.wav", "Error loading sound nr:2"),
-    ("sounds/theme03.wav", "Error loading music theme nr:193"),
-], ids=["effect", "theme"])
-def test_missing_sounds_are_logged(make_robot, name, message):
+NO_SETUP = "Error opening Sound-Init-File => tools/vcc.snd"
+NO_THEME = "Error loading audio stream file: sounds/theme02.wav (theme:2)"
+
+
+@pytest.mark.parametrize("name, content, alerts, logged", [
+    ("sounds/sfx_click.wav", None, [], ["Error loading sound nr:2"]),
+    ("sounds/sfx_click.wav", b"RIFF but no more", [], ["Error loading sound nr:2"]),
+    ("sounds/theme03.wav", None, [], ["Error loading music theme nr:193"]),
+    ("sounds/theme02.wav", b"RIFF but no more", ["Error (1) detecting wav stream", NO_THEME], ["Error (1) detecting wav stream", NO_THEME]),
+    ("tools/vcc.snd", None, [NO_SETUP], [NO_SETUP, "Sound initialization failed!"]),
+    ("alsa.conf", b"", ["Error initialising sound"], ["Error initialising sound: "]),
+], ids=["no effect", "broken effect", "no theme", "broken theme", "no set-up file", "no sound card"])
+def test_sound_that_fails(make_robot, name, content, alerts, logged):
     robot = make_robot()
-    robot.installation.remove(name)
-    robot.start()
-    assert any(line.startswith(message) for line in robot.installation.log_messages())
+    environment = None
+    if name == "alsa.conf":
+        robot.installation.write("no_card.conf", content)
+        environment = {"ALSA_CONFIG_PATH": str(robot.installation.path("no_card.conf"))}
+    elif content is None:
+        robot.installation.remove(name)
+    else:
+        robot.installation.write(name, content)
+    robot.start(menu=False, environment=environment)
+    for text in alerts:
+        menu.confirm_alert(robot, text)
+    robot.wait_for_menu()
+    for text in logged:
+        assert any(text in line for line in robot.installation.log_messages()), text
