@@ -64,6 +64,7 @@ class Desktop:
                                                     stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             check = self._display.intern_atom("_NET_SUPPORTING_WM_CHECK")
             wait_until(lambda: self.root.get_full_property(check, X.AnyPropertyType), "the window manager")
+            wait_until(self._window_gets_mapped, "the window manager to take a window")
         return self
 
     def __exit__(self, *_):
@@ -71,6 +72,17 @@ class Desktop:
             self._display.close()
         stop(self._window_manager)
         stop(self._server)
+
+    def _window_gets_mapped(self):
+        """Openbox announces itself before it is ready, and a window mapped in between stays hidden for ever."""
+        window = self.root.create_window(0, 0, 60, 40, 0, X.CopyFromParent)
+        window.map()
+        self._display.sync()
+        time.sleep(0.1)
+        mapped = window.get_attributes().map_state == X.IsViewable
+        window.destroy()
+        self._display.sync()
+        return mapped
 
     # windows
 
