@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "display/backgrounds.h"
 #include "display/buffers.h"
+#include "display/pictures_ahead.h"
 #include "film/film.h"
 #include "screen/buffer_list.h"
 #include "screen/draw.h"
@@ -21,12 +22,15 @@
 #include <allegro.h>
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace vcc {
 
 namespace {
 
 constexpr const char* settings_section = "VELDOR_VCC";
+constexpr const char* buffer_list = "tools/vcc.buf";
 constexpr std::size_t pending_limit = 255;
 
 void leave_pending(Session& session, const std::string& message) {
@@ -34,6 +38,7 @@ void leave_pending(Session& session, const std::string& message) {
 }
 
 bool begin(Session&) {
+    read_pass_pictures_ahead();
     if (const int missing = load_backgrounds())
         write_log(format_text("Error initializing display background nr: %d\n", missing));
     position_mouse(400, 300);
@@ -127,7 +132,7 @@ bool load_windows(Session&) {
 }
 
 bool load_buffers(Session&) {
-    if (load_graphic_buffers("tools/vcc.buf") != 0)
+    if (load_graphic_buffers(buffer_list) != 0)
         return true;
     return fail("CC: Error loading Graphicbuffers!", "Error loading Graphicbuffers\n");
 }
@@ -165,6 +170,13 @@ void run_pass(Session& session) {
     pass_cleanup(session);
     show_mouse(nullptr);
     free_backgrounds(); // a failed pass has not come to it
+    stop_reading_ahead();
+}
+
+void read_pass_pictures_ahead() {
+    std::vector<std::string> paths = background_paths();
+    std::ranges::copy(listed_pictures(buffer_list), std::back_inserter(paths));
+    read_pictures_ahead(paths);
 }
 
 void pass_cleanup(const Session& session) {

@@ -1,15 +1,19 @@
 #include "app/startup.h"
 
 #include "app/hq_address.h"
+#include "app/pass.h"
 #include "core/clock.h"
 #include "core/log.h"
 #include "display/backgrounds.h"
 #include "display/graphics_mode.h"
+#include "display/pictures_ahead.h"
 #include "display/pointer.h"
 #include "display/switching.h"
 #include "platform/files.h"
+#include "platform/memory.h"
 #include "platform/truetype.h"
 #include "screen/draw.h"
+#include "settings/keyboard_layout.h"
 #include "settings/settings.h"
 #include "sound/music.h"
 #include "text/fonts.h"
@@ -26,10 +30,20 @@ namespace {
 constexpr int tick_ms = 5;
 constexpr const char* settings_section = "VELDOR_VCC";
 
+bool prepare_memory(Session&) {
+    platform::prepare_heap();
+    return true;
+}
+
 bool enter_program_folder(Session&) {
     if (const std::string folder = platform::folder_of_program(platform::program_path()); !folder.empty())
         platform::enter_folder(folder);
     module_prefix = "CC: ";
+    return true;
+}
+
+bool read_pictures(Session&) {
+    read_pass_pictures_ahead();
     return true;
 }
 
@@ -82,7 +96,7 @@ bool read_language(Session&) {
 
 bool install_input(Session&) {
     select_config_file();
-    install_keyboard();
+    start_keyboard();
     install_mouse_and_pointer();
     install_close_button();
     return true;
@@ -98,8 +112,8 @@ bool start_fonts(Session&) {
 
 /// The start-up, in order. A step that answers false ends the program.
 constexpr bool (*steps[])(Session&) = {
-    enter_program_folder, start_graphics_library, set_graphics_mode, store_hq_address, prepare_screen,
-    start_clock,          read_language,          install_input,     start_fonts,
+    prepare_memory, enter_program_folder, read_pictures, start_graphics_library, set_graphics_mode, store_hq_address,
+    prepare_screen, start_clock,          read_language, install_input,          start_fonts,
 };
 
 } // namespace
@@ -112,6 +126,7 @@ bool start_up(Session& session) {
 }
 
 void shut_down() {
+    stop_reading_ahead(); // start-up may have ended before the first pass
     release_fonts();
     release_pointer();
     flush_settings(); // the library would write what is left in place

@@ -16,12 +16,19 @@ std::array<BitmapPtr, 4> pictures;
 
 } // namespace
 
+std::vector<std::string> background_paths() {
+    std::vector<std::string> paths;
+    for (std::size_t number = 1; number <= pictures.size(); ++number)
+        paths.push_back(format_text("images\\morv%zu.pcx", number));
+    return paths;
+}
+
 int load_backgrounds() {
+    const std::vector<std::string> paths = background_paths();
     for (std::size_t i = 0; i < pictures.size(); ++i) {
-        const int number = static_cast<int>(i) + 1;
-        pictures[i] = load_picture(format_text("images\\morv%d.pcx", number), &buffer_palettes[screen_buffer]);
+        pictures[i] = load_picture(paths[i], &buffer_palettes[screen_buffer]);
         if (!pictures[i])
-            return number;
+            return static_cast<int>(i) + 1;
     }
     return 0;
 }

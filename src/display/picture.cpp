@@ -1,17 +1,14 @@
 #include "display/picture.h"
 
 #include "core/files.h"
-#include "display/picture_rows.h"
+#include "display/pictures_ahead.h"
 #include "platform/files.h"
-
-#include <cstddef>
 
 namespace vcc {
 
 namespace {
 
 constexpr std::uint8_t pcx_manufacturer = 10;
-constexpr std::size_t picture_file_limit = std::size_t{picture_limit} * picture_limit * 6; ///< no byte in a run
 
 int word_at(std::span<const std::uint8_t> bytes, std::size_t offset) {
     return bytes[offset] | bytes[offset + 1] << 8;
@@ -35,21 +32,22 @@ PictureHeader read_picture_header(std::span<const std::uint8_t> bytes) {
 }
 
 BitmapPtr load_picture(std::string_view path, PALETTE* palette) {
-    const auto file = read_file(path, picture_file_limit);
-    if (!file)
-        return nullptr;
-    const std::span bytes(reinterpret_cast<const std::uint8_t*>(file->data()), file->size());
-    // The library's reader believes any size that the header names, so the header is looked at first.
-    if (!read_picture_header(bytes).sound)
-        return nullptr;
-    if (get_color_depth() == 32) {
-        if (BitmapPtr picture = decode_true_colour(bytes)) {
-            if (palette)
-                generate_332_palette(*palette); // as the library gives every picture without one of its own
-            return picture;
-        }
+    std::optional<UnpackedPicture> picture = take_picture(path);
+    if (!picture) {
+        const auto file = read_file(path, picture_file_limit);
+        if (!file)
+            return nullptr;
+        const std::span bytes(reinterpret_cast<const std::uint8_t*>(file->data()), file->size());
+        // The library's reader believes any size that the header names, so the header is looked at first.
+        if (!read_picture_header(bytes).sound)
+            return nullptr;
+        picture = unpack_picture(bytes);
     }
-    return BitmapPtr(load_pcx(platform::resolve_path(path).c_str(), palette ? *palette : nullptr));
+    if (!picture)
+        return BitmapPtr(load_pcx(platform::resolve_path(path).c_str(), palette ? *palette : nullptr));
+    if (palette)
+        generate_332_palette(*palette); // as the library gives every picture without one of its own
+    return make_bitmap(*picture);
 }
 
 } // namespace vcc

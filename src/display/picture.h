@@ -3,6 +3,7 @@
 
 #include "core/handles.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -11,6 +12,7 @@ namespace vcc {
 
 inline constexpr int picture_limit = 4096; ///< pixels of a side
 inline constexpr int picture_header_size = 128;
+inline constexpr std::size_t picture_file_limit = std::size_t{picture_limit} * picture_limit * 6; ///< no byte in a run
 
 /// What the header of a PCX file announces.
 struct PictureHeader {

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <map>
+#include <string_view>
 #include <utility>
 
 namespace vcc {
@@ -120,6 +121,17 @@ int load_graphic_buffers(const std::string& path) {
         }
     }
     return count;
+}
+
+std::vector<std::string> listed_pictures(const std::string& path) {
+    std::vector<std::string> paths;
+    const auto text = read_file(path);
+    LineReader lines(text ? *text : std::string_view());
+    while (const auto line = lines.next())
+        if (!line->empty() && std::string_view("#+*").find(line->front()) == std::string_view::npos &&
+            std::ranges::find(paths, *line) == paths.end())
+            paths.emplace_back(*line);
+    return paths;
 }
 
 } // namespace vcc

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vcc {
 
@@ -9,5 +10,8 @@ namespace vcc {
 /// backgrounds and feeding the music on the way. Returns the number of pictures; 0 is failure (a picture that cannot be
 /// loaded is shown and logged here).
 int load_graphic_buffers(const std::string& path);
+
+/// The picture files that a list names, each once, in the order in which loading comes to them.
+std::vector<std::string> listed_pictures(const std::string& path);
 
 } // namespace vcc

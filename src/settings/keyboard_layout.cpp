@@ -1,5 +1,6 @@
 #include "settings/keyboard_layout.h"
 
+#include "platform/compose.h"
 #include "settings/settings.h"
 
 #include <allegro.h>
@@ -23,6 +24,11 @@ std::string_view keyboard_mapping_file(int keyboard) {
     return mapping_files[known ? static_cast<std::size_t>(keyboard) : 0];
 }
 
+void start_keyboard() {
+    const platform::ComposeList list("data/compose");
+    install_keyboard();
+}
+
 void write_keyboard_layout() {
     set_config_string("system", "keyboard", std::string(keyboard_mapping_file(settings.keyboard)).c_str());
     flush_settings();
@@ -31,7 +37,7 @@ void write_keyboard_layout() {
 void apply_keyboard_layout() {
     write_keyboard_layout();
     remove_keyboard();
-    install_keyboard();
+    start_keyboard();
 }
 
 } // namespace vcc

@@ -1,0 +1,120 @@
+#include "display/pictures_ahead.h"
+
+#include "core/files.h"
+#include "platform/files.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <deque>
+#include <filesystem>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace vcc {
+
+namespace {
+
+constexpr std::size_t waiting_limit = 16u << 20; ///< bytes
+
+struct Entry {
+    std::string path;     ///< as it will be asked for
+    std::string absolute; ///< the thread must not depend on the working folder, which saving changes for a moment
+    bool done = false;
+    std::optional<UnpackedPicture> picture;
+};
+
+class Reader {
+public:
+    explicit Reader(std::deque<Entry> entries)
+        : entries_(std::move(entries)), thread_([this](auto stop) { run(stop); }) {}
+
+    /// Waits for the picture of `path`; nothing when it is not among the entries.
+    std::optional<UnpackedPicture> take(std::string_view path) {
+        std::unique_lock lock(mutex_);
+        const auto entry = std::ranges::find(entries_, path, &Entry::path);
+        if (entry == entries_.end())
+            return std::nullopt;
+        entries_.erase(entries_.begin(), entry);
+        changed_.notify_all();
+        changed_.wait(lock, [this] { return entries_.front().done; });
+        std::optional<UnpackedPicture> picture = std::move(entries_.front().picture);
+        entries_.pop_front();
+        changed_.notify_all();
+        return picture;
+    }
+
+    bool empty() {
+        const std::lock_guard lock(mutex_);
+        return entries_.empty();
+    }
+
+private:
+    void run(const std::stop_token& stop) {
+        std::unique_lock lock(mutex_);
+        while (changed_.wait(lock, stop, [this] { return entries_.empty() || has_room(); })) {
+            const auto next = std::ranges::find(entries_, false, &Entry::done);
+            if (next == entries_.end())
+                return;
+            const std::string absolute = next->absolute;
+            lock.unlock();
+            std::optional<UnpackedPicture> picture = read(absolute);
+            lock.lock();
+            // The one that was read may have been dropped meanwhile.
+            if (const auto same = std::ranges::find_if(
+                    entries_, [&](const Entry& each) { return !each.done && each.absolute == absolute; });
+                same != entries_.end()) {
+                same->done = true;
+                same->picture = std::move(picture);
+                changed_.notify_all();
+            }
+        }
+    }
+
+    static std::optional<UnpackedPicture> read(const std::string& path) {
+        const auto file = read_file(path, picture_file_limit);
+        if (!file)
+            return std::nullopt;
+        return unpack_picture({reinterpret_cast<const std::uint8_t*>(file->data()), file->size()});
+    }
+
+    bool has_room() const {
+        std::size_t waiting = 0;
+        for (const Entry& entry : entries_)
+            waiting += entry.picture ? entry.picture->size() : 0;
+        return waiting < waiting_limit;
+    }
+
+    std::mutex mutex_; ///< of the entries
+    std::condition_variable_any changed_;
+    std::deque<Entry> entries_;
+    std::jthread thread_; ///< last: it ends before what it uses goes
+};
+
+std::unique_ptr<Reader> reader;
+
+} // namespace
+
+void read_pictures_ahead(const std::vector<std::string>& paths) {
+    if (reader && !reader->empty())
+        return;
+    std::deque<Entry> entries;
+    for (const std::string& path : paths) {
+        std::error_code error;
+        if (std::filesystem::path absolute = std::filesystem::absolute(platform::resolve_path(path), error); !error)
+            entries.push_back({path, absolute.string(), false, std::nullopt});
+    }
+    reader.reset();
+    if (!entries.empty())
+        reader = std::make_unique<Reader>(std::move(entries));
+}
+
+std::optional<UnpackedPicture> take_picture(std::string_view path) {
+    return reader ? reader->take(path) : std::nullopt;
+}
+
+void stop_reading_ahead() {
+    reader.reset();
+}
+
+} // namespace vcc
