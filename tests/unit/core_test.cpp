@@ -40,18 +40,15 @@ TEST(Text, IsPaddedTrimmedAndRenamed) {
 }
 
 TEST(Text, ReadsNumbersLikeTheStandardConversionAndClampsThem) {
-    const std::pair<const char*, int> cases[] = {
-        {"12", 12},
-        {" \t-7x", -7},
-        {"+3", 3},
-        {"", 0},
-        {"x1", 0},
-        {"- 1", 0},
-        {"2147483648", INT_MAX},
-        {"-2147483648", INT_MIN},
-        {"-99999999999999999999999", INT_MIN},
-    };
-    for (const auto& [text, number] : cases)
+    for (const auto& [text, number] : {std::pair{"12", 12},
+                                       {" \t-7x", -7},
+                                       {"+3", 3},
+                                       {"", 0},
+                                       {"x1", 0},
+                                       {"- 1", 0},
+                                       {"2147483648", INT_MAX},
+                                       {"-2147483648", INT_MIN},
+                                       {"-99999999999999999999999", INT_MIN}})
         EXPECT_EQ(to_number(text), number) << text;
 }
 
