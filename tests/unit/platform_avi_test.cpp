@@ -55,6 +55,7 @@ TEST(AviHeader, FailuresHaveTheirOwnCodes) {
     const std::string good = numbered(1).bytes();
     const std::pair<std::string, AviError> cases[] = {
         {good, AviError::none},
+        {std::string(good).insert(12, AviFile::chunk("JUNK", "odd")), AviError::none}, // a pad byte is passed over
         {"", AviError::bad_format},
         {std::string(1000, 'x'), AviError::bad_format},
         {good.substr(0, 20), AviError::bad_format},
@@ -162,6 +163,14 @@ TEST_F(Avi, DamagedFilmsEndWhereTheirFramesEnd) {
     ASSERT_TRUE(endless);
     EXPECT_EQ(endless->frame_at(1000000), nullptr);
     EXPECT_EQ(endless->end_ms(), 200);
+
+    for (std::size_t size = 0; size < whole.size(); size += 12) { // cut anywhere
+        folder.write("film.avi", whole.substr(0, size));
+        AviError error = AviError::other;
+        const auto cut = open_avi("film.avi", error);
+        EXPECT_EQ(cut != nullptr, error == AviError::none) << size;
+        EXPECT_TRUE(cut == nullptr || cut->frame_at(0) == nullptr || cut->frame_at(0)->rows.size() == 16) << size;
+    }
 }
 
 } // namespace

@@ -106,6 +106,7 @@ TEST_F(TrueType, SmoothTextLiesBetweenPaperAndInkInEveryField) {
     const auto face = font(sans, 20);
     for (const int depth : {15, 16, 24, 32}) {
         const BitmapPtr bitmap = paper(depth, 120, 30, makecol_depth(depth, 0, 100, 200));
+        face->text_out(paper(depth, 120, 30, 0).get(), "Veldor", 2, 2, 1, -1); // both ways have glyphs of their own
         face->text_out_aa(bitmap.get(), "Veldor", 2, 2, makecol_depth(depth, 255, 100, 0), -1);
         int mixed = 0;
         for_pixels(bitmap, [&](int, int, int pixel) {
