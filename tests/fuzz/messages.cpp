@@ -1,15 +1,10 @@
 // Message files.
+#include "text/language.h"
 #include "world.h"
 
-#include "text/language.h"
-
-using namespace vcc;
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    fuzz::World::start().write("a.eng", fuzz::as_text(data, size));
-    language = 1;
+void vcc::fuzz::one_input(std::string_view input) {
+    World::write("a.eng", input);
     load_messages("a.eng");
     for (const int index : {-1, 0, 299, 300})
         message(index);
-    return 0;
 }

@@ -1,17 +1,12 @@
 // The configuration file: read, saved, read again. What is in force is always in its range.
-#include "world.h"
-
+#include "settings/settings.h"
 #include "settings/config_text.h"
 #include "settings/rows.h"
-#include "settings/settings.h"
 #include "sound/sound.h"
+#include "world.h"
 
-using namespace vcc;
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    fuzz::World& world = fuzz::World::start();
-    std::filesystem::create_directories("data/configs");
-    world.write("data/configs/vcc.cfg", fuzz::as_text(data, size));
+void vcc::fuzz::one_input(std::string_view input) {
+    World::write("data/configs/vcc.cfg", input);
     set_config_data("\n", 1);
     select_config_file();
     music_on = 0;
@@ -21,8 +16,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     load_settings();
     for (const SettingRow& row : setting_rows())
         if (int* const* const place = std::get_if<int*>(&row.place); place && row.has(KeyUse::load))
-            if (row.kind == KeyKind::number && (**place < row.min || **place > row.max))
-                std::abort();
-    with_sections_apart(fuzz::as_text(data, size));
-    return 0;
+            require(row.kind != KeyKind::number || (**place >= row.min && **place <= row.max));
+    with_sections_apart(input);
 }

@@ -1,35 +1,28 @@
-#include "core/layout.h"
-#include "core/log.h"
+#include "folder_test.h"
 #include "platform/truetype.h"
-#include "support/allegro_none.h"
 #include "text/fonts.h"
 #include "text/language.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
+#include <algorithm>
 
 namespace vcc {
 namespace {
 
-constexpr const char* font_folder = "/usr/share/fonts/truetype/liberation/";
-
-class Fonts : public testing::Test {
+class Fonts : public test::FolderTest {
 protected:
-    void SetUp() override {
-        test::start_library();
-        folder_.write("data/logfiles/here", "");
-        folder_.write("fonts/here", "");
-        std::filesystem::copy(std::string(font_folder) + "LiberationSans-Regular.ttf", "fonts/Arial.ttf");
+    Fonts() {
+        add_font("Sans", "fonts/Arial.ttf");
         set_config_file("fonts.cfg");
-        module_prefix = "CC: ";
     }
-    void TearDown() override { release_fonts(); }
-    void add_second_font() const {
-        std::filesystem::copy(std::string(font_folder) + "LiberationMono-Regular.ttf", "fonts/cour.ttf");
+    ~Fonts() override { release_fonts(); }
+    void add_font(const std::string& family, const char* file) const {
+        folder.write(file, folder.read("/usr/share/fonts/truetype/liberation/Liberation" + family + "-Regular.ttf"));
     }
-    test::ScratchFolder folder_;
+    void configure() const {
+        add_font("Mono", "fonts/cour.ttf");
+        ASSERT_TRUE(load_fonts("VELDOR_VCC", "fonts"));
+        configure_fonts("VELDOR_VCC");
+    }
 };
 
 // Runs before any font is configured (tests of a suite run in the order of the file).
@@ -46,106 +39,83 @@ TEST_F(Fonts, MissingFontStopsLoadingAndIsNamed) {
     EXPECT_FALSE(load_fonts("VELDOR_VCC", "fonts"));
     EXPECT_TRUE(font_face(1));
     EXPECT_FALSE(font_face(2));
-    EXPECT_NE(folder_.log().find("Error in module:VELDOR_VCC while loading font:fonts/cour.ttf"), std::string::npos);
+    EXPECT_TRUE(logged("Error in module:VELDOR_VCC while loading font:fonts/cour.ttf"));
 }
 
 TEST_F(Fonts, GridsComeFromTheTableAndSizesFromTheSettings) {
-    add_second_font();
     set_config_int("VELDOR_VCC", "font0_height", 30);
     set_config_int("VELDOR_VCC", "font6_space", 3);
-    ASSERT_TRUE(load_fonts("VELDOR_VCC", "fonts"));
-    configure_fonts("VELDOR_VCC");
+    configure();
     EXPECT_EQ(current_font, 10);
-    EXPECT_EQ(grid_rows, 30);
-    EXPECT_EQ(grid_columns, 58);
-    EXPECT_EQ(row_y(0, 2), 22);
-    EXPECT_EQ(column_x(0, 100), 800);
+    EXPECT_EQ(std::pair(grid_rows, grid_columns), std::pair(30, 58));
     EXPECT_GT(text_width(0, "Veldor"), 60); // measured, at 30 pixels
     EXPECT_EQ(text_width(6, "Veldor"), 48); // one cell a character
     EXPECT_EQ(font_face(6)->text_length("Veldor"), 6 * (7 + 3));
     for (const int n : {2, 3, 4, 5, 7, 8, 9, 10}) // text lies in its cells
         EXPECT_EQ(font_face(n)->text_length("Veldor"), 6 * cell_width(n)) << n;
-}
-
-TEST_F(Fonts, PositionsOutsideTheGridAreClamped) {
-    add_second_font();
-    ASSERT_TRUE(load_fonts("VELDOR_VCC", "fonts"));
-    configure_fonts("VELDOR_VCC");
-    EXPECT_EQ(column_x(0, -1), 0);
-    EXPECT_EQ(column_x(0, 5000), 800);
-    EXPECT_EQ(row_y(0, -7), 0);
-    EXPECT_EQ(row_y(0, 54), 53 * 11);
+    for (const auto& [column, x] : {std::pair{100, 800}, {-1, 0}, {5000, 800}})
+        EXPECT_EQ(column_x(0, column), x);
+    for (const auto& [row, y] : {std::pair{2, 22}, {-7, 0}, {54, 53 * 11}})
+        EXPECT_EQ(row_y(0, row), y);
     EXPECT_EQ(cell_height(11), cell_height(4)); // no such font: the fallback's
 }
 
 TEST_F(Fonts, SelectionRemembersOneFontAndFallsBackKeepingTheGrid) {
-    add_second_font();
-    ASSERT_TRUE(load_fonts("VELDOR_VCC", "fonts"));
-    configure_fonts("VELDOR_VCC");
+    configure();
     select_font(0);
     EXPECT_EQ(previous_font, 10);
-    EXPECT_EQ(grid_rows, 54);
-    EXPECT_EQ(grid_columns, 101);
+    EXPECT_EQ(std::pair(grid_rows, grid_columns), std::pair(54, 101));
     select_font(0);
     EXPECT_EQ(previous_font, 0);
     for (const int wrong : {11, -1}) {
         select_font(0);
         select_font(wrong);
-        EXPECT_EQ(current_font, 4);
-        EXPECT_EQ(grid_rows, 54);
+        EXPECT_EQ(std::pair(current_font, grid_rows), std::pair(4, 54));
     }
     { const FontSelection title(10); }
     EXPECT_EQ(current_font, 4);
 }
 
-struct LanguageCase {
-    const char* file; // null: none
-    int language;
-    const char *slots, *text_windows, *hello, *log;
-};
+using Language = test::FolderTest;
 
-TEST(Language, TheFirstCharacterChooses) {
-    test::start_library();
-    const LanguageCase cases[] = {
-        {"2\n", 2, "tools\\language\\german\\g_", "tools/language/german/g_", "Hallo", ""},
-        {"1 English\r\n2", 1, "tools\\language\\english\\e_", "tools/language/english/e_", "Hello", ""},
-        {"nowhere\n", 1, "tools\\language\\english\\e_", "tools/language/english/e_", "old",
-         "Error reading message file"},
-        {"", 1, "tools\\language\\english\\e_", "tools/language/english/e_", "old",
-         "Error reading language variables from language.ini"},
-        {nullptr, 1, "tools\\language\\english\\e_", "tools/language/english/e_", "old", "Error reading language.ini"},
+TEST_F(Language, TheFirstCharacterChooses) {
+    const struct {
+        const char* file; // null: none
+        int language;
+        const char *prefix, *hello, *log;
+    } cases[] = {
+        {nullptr, 1, "english/e_", "old", "Error reading language.ini"},
+        {"", 1, "english/e_", "old", "Error reading language variables from language.ini"},
+        {"nowhere\n", 1, "english/e_", "old", "Error reading message file"},
+        {"2\n", 2, "german/g_", "Hallo", ""},
+        {"1 English\r\n2", 1, "english/e_", "Hello", ""},
     };
-    for (const LanguageCase& each : cases) {
-        const test::ScratchFolder folder;
-        folder.write("data/logfiles/here", "");
-        folder.write("old", "+5\nold\n");
-        folder.write("tools/language/english/txt/messages.eng", "+5\nHello\n");
-        folder.write("tools/language/german/txt/Messages.ger", "+5\nHallo\n");
-        if (each.file)
+    folder.write("old", "+5\nold\n");
+    folder.write("tools/language/english/txt/messages.eng", "+5\nHello\n");
+    folder.write("tools/language/german/txt/Messages.ger", "+5\nHallo\n");
+    for (const auto& each : cases) {
+        empty_log();
+        if (each.file != nullptr)
             folder.write("tools/language.ini", each.file);
         language = 1;
         load_messages("old");
         load_language();
         EXPECT_EQ(language, each.language);
-        EXPECT_EQ(slot_prefix, each.slots);
-        EXPECT_EQ(text_window_prefix, each.text_windows);
+        EXPECT_EQ(text_window_prefix, std::string("tools/language/") + each.prefix);
+        std::replace(text_window_prefix.begin(), text_window_prefix.end(), '/', '\\');
+        EXPECT_EQ(slot_prefix, text_window_prefix);
         EXPECT_EQ(message(5), each.hello);
-        const std::string log = folder.log();
-        EXPECT_EQ(log.empty(), *each.log == '\0') << log;
-        EXPECT_NE(log.find(each.log), std::string::npos) << log;
-        EXPECT_EQ(log.find("Error reading message file") != std::string::npos, !log.empty()) << log;
+        EXPECT_TRUE(logged(each.log)) << each.log;
+        EXPECT_EQ(logged("Error reading message file"), *each.log != '\0') << each.log;
     }
 }
 
-struct MessageCase {
-    std::string file;
-    int stored, index;
-    std::string text;
-};
-
-TEST(Messages, EachNeedsItsIndexLine) {
-    test::start_library();
-    const MessageCase cases[] = {
+TEST_F(Language, EachMessageNeedsItsIndexLine) {
+    const struct {
+        std::string file;
+        int stored, index;
+        std::string text;
+    } cases[] = {
         {"# note\n+5\nHello\nWorld\n", 2, 5, "World"},
         {"+300\nlost\n+6\nlost", 0, 6, ""},
         {"before\n+-3\nlost\n+ 9\nkept", 1, 9, "kept"},
@@ -153,8 +123,8 @@ TEST(Messages, EachNeedsItsIndexLine) {
         {"+8\nfull\n+8\n\n", 2, 8, ""},
         {"+299\nlast\n+99999999999\nlost\n", 1, 299, "last"},
     };
-    for (const MessageCase& each : cases) {
-        const test::ScratchFolder folder;
+    language = 2;
+    for (const auto& each : cases) {
         folder.write("messages", each.file);
         EXPECT_EQ(load_messages("messages"), each.stored) << each.file;
         EXPECT_EQ(message(each.index), each.text) << each.file;
