@@ -109,6 +109,7 @@ TEST_F(Windows, GridLinesStandOneSpacingApart) {
     }
     draw(1, 1, 4, 10);
     EXPECT_EQ(at(155, 74), pixel_of(4));
+    EXPECT_EQ(at(190, 70), pixel_of(4)); // the last line down
 }
 
 TEST_F(Windows, ShadowsTakeTheirLookFromTheStyleWindow) {
