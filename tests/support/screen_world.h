@@ -7,7 +7,7 @@
 #include "screen/draw_slot.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"
-#include "support/allegro_none.h"
+#include "support/stand_in_display.h"
 #include "text/fonts.h"
 
 #include <gtest/gtest.h>
@@ -82,28 +82,6 @@ inline void PrintTo(const Rect& r, std::ostream* out) {
 inline bool same(const Rect& a, const Rect& b) {
     return a.x1 == b.x1 && a.y1 == b.y1 && a.x2 == b.x2 && a.y2 == b.y2;
 }
-
-/// Stands in for the display for the life of the object, so that what reaches it can be seen.
-class StandInDisplay {
-public:
-    StandInDisplay() : display_(create_bitmap(800, 600)) {
-        clear_bitmap(display_.get());
-        screen = display_.get();
-    }
-    ~StandInDisplay() { screen = nullptr; }
-    StandInDisplay(const StandInDisplay&) = delete;
-    StandInDisplay& operator=(const StandInDisplay&) = delete;
-    bool is_blank() const {
-        for (int y = 0; y < 600; ++y)
-            for (int x = 0; x < 800; ++x)
-                if (getpixel(display_.get(), x, y) != 0)
-                    return false;
-        return true;
-    }
-
-private:
-    BitmapPtr display_;
-};
 
 inline void put_buffer(int number, int width, int height, int pixel) {
     BitmapPtr& buffer = graphic_buffers[static_cast<std::size_t>(number)];

@@ -3,7 +3,6 @@
 #include "cc/connectors.h"
 #include "cc/option_rows.h"
 #include "cc/options_screen.h"
-#include "core/log.h"
 #include "settings/settings.h"
 #include "sound/sound.h"
 
@@ -16,62 +15,54 @@ namespace vcc {
 namespace {
 
 TEST(OptionRows, NoTwoShareAButtonOrACode) {
-    std::set<int> buttons, codes;
+    std::set<int> numbers;
     for (const OptionRow& option : option_rows()) {
-        EXPECT_TRUE(buttons.insert(option.button).second) << option.row;
-        for (int code : {option.step_code, option.choose_code}) {
-            EXPECT_TRUE(codes.insert(code).second) << code;
-            ASSERT_NE(find_action(code), nullptr) << code;
-        }
-        EXPECT_EQ(find_action(option.step_code)->kind, ActionKind::step);
-        EXPECT_EQ(find_action(option.choose_code)->kind, ActionKind::choose);
+        for (int number : {1000 + option.button, option.step_code, option.choose_code})
+            EXPECT_TRUE(numbers.insert(number).second) << number;
+        const ActionRow *step = find_action(option.step_code), *choose = find_action(option.choose_code);
+        ASSERT_TRUE(step && choose) << option.row;
+        EXPECT_EQ(step->kind, ActionKind::step);
+        EXPECT_EQ(choose->kind, ActionKind::choose);
         EXPECT_TRUE(has_explanation(option.row));
     }
-}
-
-TEST(OptionRows, CodesWithoutAMeaningHaveNoAction) {
     for (int code : {-1, 0, 35, 36, 39, 49, 52, 997, 999, 2147483647})
         EXPECT_EQ(find_action(code), nullptr) << code;
 }
 
 TEST(SteppedValue, GoesRoundAndComesBackFromOutside) {
-    struct Case {
+    using enum Stepping;
+    const struct {
         int value, offered;
         Stepping stepping;
         int forward, back;
+    } cases[] = {
+        {0, 11, wrap, 1, 10}, {10, 11, wrap, 0, 9}, {9, 11, wrap, 10, 8},
+        {3, 2, wrap, 0, 2}, // a layout that is not offered here
+        {3, 3, wrap, 0, 2}, // 15 bits
+        {0, 0, wrap, 0, 0}, // no themes
+        {0, 2, flip, 1, 1},   {1, 2, flip, 0, 0},   {-2, 2, flip, 0, 0},
     };
-    constexpr Case cases[] = {
-        {0, 11, Stepping::wrap, 1, 10}, {10, 11, Stepping::wrap, 0, 9}, {9, 11, Stepping::wrap, 10, 8},
-        {3, 2, Stepping::wrap, 0, 2}, // a layout that is not offered here
-        {3, 3, Stepping::wrap, 0, 2}, // 15 bits
-        {0, 0, Stepping::wrap, 0, 0}, // no themes
-        {0, 2, Stepping::flip, 1, 1},   {1, 2, Stepping::flip, 0, 0},   {-2, 2, Stepping::flip, 0, 0},
-    };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         EXPECT_EQ(stepped_value(c.value, c.offered, c.stepping, true), c.forward) << c.value << " of " << c.offered;
         EXPECT_EQ(stepped_value(c.value, c.offered, c.stepping, false), c.back) << c.value << " of " << c.offered;
     }
 }
 
 TEST(NeighbourDepth, MovesOnlyToADepthThatIsOffered) {
-    struct Case {
+    const struct {
         int depth, direction;
         std::array<int, 3> offered;
         int moved;
-    };
-    constexpr Case cases[] = {
-        {0, 1, {0, 1, 0}, 1},  {1, 1, {0, 0, 1}, 2},  {1, 1, {1, 0, 0}, 1},  {2, 1, {0, 1, 0}, 1},
-        {0, -1, {0, 1, 0}, 1}, {1, -1, {0, 0, 1}, 1}, {1, -1, {1, 0, 0}, 0}, {2, -1, {1, 0, 0}, 2},
-    };
-    for (const Case& c : cases)
+    } cases[] = {{0, 1, {0, 1, 0}, 1},  {1, 1, {0, 0, 1}, 2},  {1, 1, {1, 0, 0}, 1},  {2, 1, {0, 1, 0}, 1},
+                 {0, -1, {0, 1, 0}, 1}, {1, -1, {0, 0, 1}, 1}, {1, -1, {1, 0, 0}, 0}, {2, -1, {1, 0, 0}, 2}};
+    for (const auto& c : cases)
         EXPECT_EQ(neighbour_depth(c.depth, c.direction, c.offered), c.moved) << c.depth << " by " << c.direction;
 }
 
 TEST(Explanations, FitTheirBox) {
-    constexpr std::size_t box_columns = 29;
     for (int row : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 11, 86})
         for (std::string_view line : explanation_of(row))
-            EXPECT_LE(line.size(), box_columns) << line;
+            EXPECT_LE(line.size(), 29u) << line;
     EXPECT_FALSE(has_explanation(10));
     EXPECT_EQ(std::ranges::count(explanation_of(row::resolution), std::string_view{}), 9);
     EXPECT_EQ(explanation_of(row::depth)[11], "\"\\data\\configs\\vcc.cfg\".");
@@ -89,21 +80,18 @@ TEST(ValueLabels, ComeFromTheListOrTheThemes) {
 }
 
 TEST(OpenWithRetries, WaitsOnlyForFilesThatAreMissing) {
-    struct Case {
+    const struct {
         std::vector<int> results;
         int reported, waited_ms;
-    };
-    const Case cases[] = {
-        {{42}, 42, 0},
-        {{31}, 31, 0},
-        {{5}, 5, 0},
-        {{2, 42}, 33, 1000},
-        {{3, 31}, 33, 1000},
-        {{27, 2, 5}, 33, 3000},
-        {{2, 2, 2, 42}, 33, 6000},
-        {{2, 2, 2, 2}, 2, 6000},
-    };
-    for (const Case& c : cases) {
+    } cases[] = {{{42}, 42, 0},
+                 {{31}, 31, 0},
+                 {{5}, 5, 0},
+                 {{2, 42}, 33, 1000},
+                 {{3, 31}, 33, 1000},
+                 {{27, 2, 5}, 33, 3000},
+                 {{2, 2, 2, 42}, 33, 6000},
+                 {{2, 2, 2, 2}, 2, 6000}};
+    for (const auto& c : cases) {
         std::size_t tries = 0;
         int waited_ms = 0;
         EXPECT_EQ(open_with_retries([&] { return c.results.at(tries++); }, [&](int ms) { waited_ms += ms; }),
@@ -113,110 +101,76 @@ TEST(OpenWithRetries, WaitsOnlyForFilesThatAreMissing) {
     }
 }
 
-ConnectorLayout built_in_layout() {
+ConnectorLayout layout_of(int group, int button_y, int module, int value) {
     ConnectorLayout at;
     at.selector_y = {105, 133, 161, 189};
     at.sound_y = {105, 133, 161};
     at.display_y = {231, 259, 287, 315};
     at.display_shown = {true, true, true, true};
     at.battle_y = {371, 399, 427, 455};
-    for (int i = 0; i < 11; ++i)
-        at.value_y[static_cast<std::size_t>(i)] = 105 + 28 * i;
+    for (std::size_t i = 0; i < 11; ++i)
+        at.value_y[i] = 105 + 28 * static_cast<int>(i);
     at.junction_x = {165, 462, 440, 440};
     at.junction_y = {133, 245, 273, 413};
     at.module_right = 128;
     at.sound_left = 192;
-    at.sound_right = 400;
-    at.group_right = 400;
+    at.sound_right = at.group_right = 400;
     at.value_left = 520;
+    at.group = group;
+    at.button_y = button_y;
+    at.module = module;
+    at.marked_value = value;
     return at;
 }
 
-struct Dots {
-    std::set<std::pair<int, int>> lit;
-
-    explicit Dots(const std::vector<Band>& bands) {
-        for (const Band& band : bands)
-            for (int i = std::min(band.from, band.to); i <= std::max(band.from, band.to); ++i) {
-                const auto dot = band.horizontal ? std::pair(i, band.at) : std::pair(band.at, i);
-                if (band.lit) // later bands lie over earlier ones, bands are three pixels wide
-                    for (int d = -2; d <= 2; ++d)
-                        lit.insert(band.horizontal ? std::pair(dot.first, dot.second + d)
-                                                   : std::pair(dot.first + d, dot.second));
-            }
-    }
-    /// Whether lit dots lead from one place to the other.
-    bool joined(std::pair<int, int> from, std::pair<int, int> to) const {
-        if (!lit.contains(from))
-            return false;
-        std::set<std::pair<int, int>> seen{from};
-        std::vector<std::pair<int, int>> open{from};
-        while (!open.empty()) {
-            const auto [x, y] = open.back();
-            open.pop_back();
-            for (const auto& next :
-                 {std::pair(x + 1, y), std::pair(x - 1, y), std::pair(x, y + 1), std::pair(x, y - 1)})
-                if (lit.contains(next) && seen.insert(next).second)
-                    open.push_back(next);
-        }
-        return seen.contains(to);
-    }
-};
-
-TEST(Connectors, JoinModuleRowAndValue) {
-    struct Case {
-        int group, button_y;
-        std::pair<int, int> start; ///< where the lit path leaves the module or the row's button
+TEST(Connectors, LeadFromModuleAndRowToTheValue) {
+    const struct {
+        ConnectorLayout layout;
+        std::vector<Band> lit; ///< horizontal, from, to, at, lit
+    } cases[] = {
+        {layout_of(1, 161, 0, 3),
+         {{true, 129, 149, 105, true},
+          {false, 105, 133, 149, true},
+          {false, 133, 161, 181, true},
+          {true, 181, 201, 161, true},
+          {true, 149, 182, 133, true},
+          {false, 133, 161, 420, true},
+          {true, 400, 420, 161, true},
+          {true, 420, 462, 133, true},
+          {false, 133, 245, 462, true},
+          {true, 500, 520, 189, true},
+          {false, 245, 189, 500, true},
+          {true, 461, 501, 245, true}}},
+        {layout_of(2, 315, 2, 10),
+         {{true, 500, 520, 385, true},
+          {false, 245, 385, 500, true},
+          {true, 400, 420, 315, true},
+          {false, 315, 273, 420, true},
+          {false, 272, 245, 462, true},
+          {true, 420, 440, 273, true},
+          {true, 440, 460, 273, true},
+          {true, 461, 501, 245, true}}},
+        {layout_of(3, 371, 1, 0),
+         {{true, 500, 520, 105, true},
+          {false, 245, 105, 500, true},
+          {true, 400, 420, 371, true},
+          {false, 371, 413, 420, true},
+          {false, 413, 245, 462, true},
+          {true, 420, 440, 413, true},
+          {true, 440, 462, 413, true},
+          {true, 461, 501, 245, true}}},
+        {layout_of(0, 0, 0, 99), {}},
     };
-    const Case cases[] = {{1, 105, {130, 161}}, {1, 133, {130, 161}}, {1, 161, {130, 161}}, {2, 231, {401, 231}},
-                          {2, 315, {401, 315}}, {3, 371, {401, 371}}, {3, 455, {401, 455}}};
-    for (const Case& c : cases)
-        for (int value : {0, 5, 10}) {
-            ConnectorLayout at = built_in_layout();
-            at.group = c.group;
-            at.button_y = c.button_y;
-            at.module = 2;
-            at.marked_value = value;
-            const Dots dots(connector_bands(at));
-            const std::string where = format_text("group %d row at %d value %d", c.group, c.button_y, value);
-            const std::pair<int, int> entry{519, 105 + 28 * value};
-            if (c.group == 1) { // the path runs through the row's button
-                EXPECT_TRUE(dots.joined(c.start, {195, c.button_y})) << where;
-                EXPECT_TRUE(dots.joined({402, c.button_y}, entry)) << where;
-            } else {
-                EXPECT_TRUE(dots.joined(c.start, entry)) << where;
-            }
-        }
-}
-
-TEST(Connectors, NothingIsLitWithoutARow) {
-    ConnectorLayout at = built_in_layout();
-    at.marked_value = 99;
-    EXPECT_TRUE(Dots(connector_bands(at)).lit.empty());
-}
-
-TEST(Connectors, FollowTheGivenPlaces) {
-    ConnectorLayout at = built_in_layout();
-    at.group = 1;
-    at.button_y = 161;
-    at.module = 0;
-    at.marked_value = 3;
-    const std::vector<Band> bands = connector_bands(at);
-    const auto has = [&](const Band& band) { return std::ranges::find(bands, band) != bands.end(); };
-    EXPECT_TRUE(has({true, 129, 149, 105, true}));
-    EXPECT_TRUE(has({false, 105, 133, 149, true}));
-    EXPECT_TRUE(has({true, 149, 182, 133, true}));
-    EXPECT_TRUE(has({false, 133, 161, 181, true}));
-    EXPECT_TRUE(has({true, 181, 201, 161, true}));
-    EXPECT_TRUE(has({true, 400, 420, 161, true}));
-    EXPECT_TRUE(has({true, 420, 462, 133, true}));
-    EXPECT_TRUE(has({false, 133, 245, 462, true}));
-    EXPECT_TRUE(has({true, 461, 501, 245, true}));
-    EXPECT_TRUE(has({false, 245, 189, 500, true}));
-    EXPECT_TRUE(has({true, 500, 520, 189, true}));
-    EXPECT_TRUE(has({false, 231, 273, 420, false})) << "the other groups stay dark";
-    at.display_shown[1] = false;
-    EXPECT_FALSE(std::ranges::any_of(connector_bands(at), [](const Band& b) { return b.horizontal && b.at == 259; }));
+    for (const auto& c : cases) {
+        std::vector<Band> lit = connector_bands(c.layout);
+        std::erase_if(lit, [](const Band& band) { return !band.lit; });
+        EXPECT_EQ(lit, c.lit) << "row at " << c.layout.button_y;
+    }
+    ConnectorLayout hidden = layout_of(1, 161, 0, 3);
+    hidden.display_shown[1] = false;
+    const auto at_259 = [](const Band& band) { return band.horizontal && band.at == 259; };
+    EXPECT_TRUE(std::ranges::any_of(connector_bands(layout_of(1, 161, 0, 3)), at_259));
+    EXPECT_FALSE(std::ranges::any_of(connector_bands(hidden), at_259));
 }
 
 } // namespace

@@ -8,18 +8,20 @@
 #include <gtest/gtest.h>
 
 #include <cstdarg>
-#include <functional>
 #include <vector>
 
 namespace {
 
-/// What the machine can do, and what it was asked.
-struct Machine {
+/// What a machine offers.
+struct Hardware {
     int width = 1280, height = 1024, depth = 32;
     std::vector<GFX_MODE> list;
-    std::function<bool(bool full, int bits)> can_set = [](bool, int) { return true; };
-    bool knows_amnesia = false, callbacks_work = true;
+    bool (*can_set)(bool full, int bits) = [](bool, int) { return true; };
+};
 
+struct Machine {
+    Hardware hardware;
+    bool knows_amnesia = false, callbacks_work = true;
     std::string modes; ///< every successful set_gfx_mode: F32 W16 ...
     std::string tried; ///< every set_gfx_mode
     std::string shown;
@@ -33,9 +35,8 @@ struct Machine {
 extern "C" {
 
 GFX_MODE_LIST* get_gfx_mode_list(int) {
-    if (machine.list.empty())
-        return nullptr;
-    return new GFX_MODE_LIST{static_cast<int>(machine.list.size()), machine.list.data()};
+    auto& list = machine.hardware.list;
+    return list.empty() ? nullptr : new GFX_MODE_LIST{static_cast<int>(list.size()), list.data()};
 }
 void destroy_gfx_mode_list(GFX_MODE_LIST* list) {
     delete list;
@@ -45,7 +46,7 @@ int set_gfx_mode(int card, int width, int height, int virtual_width, int virtual
     const bool full = card == GFX_AUTODETECT_FULLSCREEN;
     const std::string mode = (full ? "F" : "W") + std::to_string(get_color_depth()) + " ";
     machine.tried += mode;
-    if (!machine.can_set(full, get_color_depth()))
+    if (!machine.hardware.can_set(full, get_color_depth()))
         return -1;
     machine.modes += mode;
     return 0;
@@ -76,41 +77,46 @@ int set_display_switch_callback(int direction, void (*callback)()) {
 namespace vcc {
 namespace {
 
-using test::ScratchFolder;
+// Modes that a machine can set.
+constexpr auto sets_all = [](bool, int) { return true; };
+constexpr auto sets_none = [](bool, int) { return false; };
+constexpr auto sets_windows = [](bool full, int) { return !full; };
 
 class GraphicsMode : public ::testing::Test {
 protected:
     void SetUp() override {
         test::start_library();
-        folder_.write("data/logfiles/veldor_log.txt", "");
         folder_.write("data/configs/vcc.cfg", "");
         select_config_file();
-        forget_settings();
-        machine = Machine{};
-        set_color_depth(8);
         // These two questions go through the system driver's table.
         static SYSTEM_DRIVER driver = *system_driver;
-        driver.desktop_color_depth = [] { return machine.depth; };
+        driver.desktop_color_depth = [] { return machine.hardware.depth; };
         driver.get_desktop_resolution = [](int* width, int* height) {
-            *width = machine.width;
-            *height = machine.height;
-            return machine.width == 0 ? -1 : 0;
+            *width = machine.hardware.width;
+            *height = machine.hardware.height;
+            return *width == 0 ? -1 : 0;
         };
         system_driver = &driver;
-        mode_range = 0;
         fullscreen = windowed;
         settings = Settings{};
+        set_color_depth(8);
+        install_on({});
     }
     void TearDown() override { set_color_depth(32); }
+
+    /// A machine before the program's first start on it.
+    void install_on(const Hardware& hardware) {
+        for (const char* const key : {"screen_mode_range", "screen_mode", "bitmap_depth"})
+            set_config_string(section, key, nullptr);
+        folder_.write("data/logfiles/veldor_log.txt", "");
+        machine = {};
+        machine.hardware = hardware;
+        mode_range = 0;
+    }
     static void configure(int range, int screen_mode, int bitmap_depth) {
         set_config_int(section, "screen_mode_range", range);
         set_config_int(section, "screen_mode", screen_mode);
         set_config_int(section, "bitmap_depth", bitmap_depth);
-    }
-    /// As on the first start.
-    static void forget_settings() {
-        for (const char* const key : {"screen_mode_range", "screen_mode", "bitmap_depth"})
-            set_config_string(section, key, nullptr);
     }
     /// The three settings as "depth/range/mode"; -9 for a key that is not there.
     static std::string recorded() {
@@ -120,57 +126,32 @@ protected:
     bool logged(const std::string& text) const { return folder_.log().find(text) != std::string::npos; }
 
     static constexpr const char* section = "VELDOR_GRAPHICS";
-    ScratchFolder folder_;
-};
-
-struct ProbeCase {
-    const char* name;
-    int width, height, depth;
-    std::vector<GFX_MODE> list;
-    std::function<bool(bool, int)> can_set;
-    const char* modes; ///< what was set, in order
-    int range;
-    const char* settings;
+    test::ScratchFolder folder_;
 };
 
 TEST_F(GraphicsMode, ProbingFindsWhatTheMachineOffersAndRecordsIt) {
-    const auto all = [](bool, int) { return true; };
-    const auto window_only = [](bool full, int) { return !full; };
-    const std::vector<ProbeCase> cases{
-        {"list with 16 and 32 bits", 1280, 1024, 32, {{800, 600, 16}, {800, 600, 32}}, all, "W32 ", 3, "0/3/0"},
-        {"larger modes stand for the size", 1280, 1024, 32, {{1024, 768, 24}, {640, 480, 32}}, all, "W24 ", 3, "1/3/0"},
-        {"8-bit list, so trying", 1280, 1024, 32, {{800, 600, 8}}, all, "F32 W32 ", 3, "0/3/0"},
-        {"trying finds 24", 1280, 1024, 24, {}, [](bool, int bits) { return bits != 32; }, "F24 W24 ", 3, "1/3/0"},
-        {"no full screen: window depths in order",
-         1280,
-         1024,
-         16,
-         {},
-         [](bool full, int bits) { return !full && bits <= 16; },
-         "W16 ",
-         2,
-         "2/2/0"},
-        {"no full screen, any window", 1280, 1024, 32, {}, window_only, "W32 ", 2, "0/2/0"},
-        {"16 gives way to 15",
-         1280,
-         1024,
-         16,
-         {{800, 600, 16}},
-         [](bool, int bits) { return bits == 15; },
-         "W15 ",
-         3,
-         "3/3/0"},
-        {"exact desktop", 800, 600, 32, {{800, 600, 32}}, all, "F32 ", 1, "0/1/1"},
-        {"exact desktop at 8 bits", 800, 600, 8, {}, all, "F32 F32 ", 1, "0/1/1"},
+    const auto not_at_32 = [](bool, int bits) { return bits != 32; };
+    const auto low_windows = [](bool full, int bits) { return !full && bits <= 16; };
+    const auto only_at_15 = [](bool, int bits) { return bits == 15; };
+    const struct {
+        const char* name;
+        Hardware hardware;
+        const char* modes; ///< what was set, in order
+        int range;
+        const char* settings;
+    } cases[] = {
+        {"list", {1280, 1024, 32, {{800, 600, 16}, {800, 600, 32}}, sets_all}, "W32 ", 3, "0/3/0"},
+        {"larger modes do", {1280, 1024, 32, {{1024, 768, 24}, {640, 480, 32}}, sets_all}, "W24 ", 3, "1/3/0"},
+        {"8-bit list, so trying", {1280, 1024, 32, {{800, 600, 8}}, sets_all}, "F32 W32 ", 3, "0/3/0"},
+        {"trying finds 24", {1280, 1024, 24, {}, not_at_32}, "F24 W24 ", 3, "1/3/0"},
+        {"no full screen: window depths in order", {1280, 1024, 16, {}, low_windows}, "W16 ", 2, "2/2/0"},
+        {"16 gives way to 15", {1280, 1024, 16, {{800, 600, 16}}, only_at_15}, "W15 ", 3, "3/3/0"},
+        {"exact desktop", {800, 600, 32, {{800, 600, 32}}, sets_all}, "F32 ", 1, "0/1/1"},
+        {"exact desktop at 8 bits", {800, 600, 8, {}, sets_all}, "F32 F32 ", 1, "0/1/1"},
     };
-    for (const ProbeCase& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        forget_settings();
-        machine = Machine{};
-        machine.width = c.width, machine.height = c.height, machine.depth = c.depth;
-        machine.list = c.list;
-        machine.can_set = c.can_set;
-        mode_range = 0;
+        install_on(c.hardware);
         EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::ok);
         EXPECT_EQ(machine.modes, c.modes);
         EXPECT_EQ(mode_range, c.range);
@@ -182,59 +163,34 @@ TEST_F(GraphicsMode, ProbingFindsWhatTheMachineOffersAndRecordsIt) {
     }
 }
 
-struct FailureCase {
-    const char* name;
-    int width, height, depth;
-    std::vector<GFX_MODE> list;
-    std::function<bool(bool, int)> can_set;
-    int kept_range; ///< mode_range that an earlier set-up left
-    const char* shown;
-    const char* logged;
-};
-
 TEST_F(GraphicsMode, EveryFailureOfProbingIsShownAndLoggedAndRecordsNothing) {
-    const auto all = [](bool, int) { return true; };
-    const auto none = [](bool, int) { return false; };
-    const std::vector<GFX_MODE> list16{{800, 600, 16}}, list32{{800, 600, 32}};
-    const char* const size = "Wrong desktop resolution!\n800x600 is minimum";
-    const char* const depth = "Wrong Desktop color depth!\n16bit is minimum";
-    const std::vector<FailureCase> cases{
-        {"too narrow", 799, 600, 32, list32, all, 0, size, size},
-        {"too low", 1024, 599, 32, list32, all, 0, size, size},
-        {"too few colours", 1024, 768, 8, list32, all, 0, depth, depth},
-        {"size and depth unknown", 0, 0, 0, list32, all, 0, depth, depth},
-        {"no mode", 800, 600, 32, {}, none, 0, "No valid videomode detected !", "No valid videomode detected !"},
-        {"full screen", 800, 600, 32, list32, none, 0, "gfx mode error 2 !",
-         "Error 2: Desktop 32/800/600 Request 32/-1/1"},
-        {"full screen at 16 and 15", 800, 600, 16, list16, none, 0, "gfx mode error 1 !",
-         "Error 1: Desktop 16/800/600 Request 16/-1/1"},
-        {"window", 1280, 1024, 32, list32, none, 0, "gfx mode error 4 !",
-         "Error 4: Desktop 32/1280/1024 Request 32/0/3"},
-        {"window at 16 and 15", 1280, 1024, 16, list16, none, 0, "gfx mode error 3 !",
-         "Error 3: Desktop 16/1280/1024 Request 16/0/3"},
-        {"window at no depth",
-         1280,
-         1024,
-         24,
-         {},
-         none,
-         0,
-         "gfx mode error 4 !",
-         "Error 4: Desktop 24/1280/1024 Request 0/0/2"},
-        {"depth never found", 800, 600, 32, {}, all, 1, "First run fdepth error !", "First run fdepth error"},
-        {"odd depth", 1280, 1024, 32, {{800, 600, 40}}, all, 0, "First run fdepth error !", "First run fdepth error"},
+    const std::string size = "Wrong desktop resolution!\n800x600 is minimum";
+    const std::string depth = "Wrong Desktop color depth!\n16bit is minimum";
+    const std::vector<GFX_MODE> at_16{{800, 600, 16}}, at_32{{800, 600, 32}}, at_40{{800, 600, 40}};
+    const struct {
+        Hardware hardware;
+        std::string shown, logged;
+        int kept_range = 0; ///< mode_range that an earlier set-up left
+    } cases[] = {
+        {{799, 600, 32, at_32, sets_all}, size, size},
+        {{1024, 599, 32, at_32, sets_all}, size, size},
+        {{1024, 768, 8, at_32, sets_all}, depth, depth},
+        {{0, 0, 0, at_32, sets_all}, depth, depth}, // both unknown
+        {{800, 600, 32, {}, sets_none}, "No valid videomode detected !", "No valid videomode detected !"},
+        {{800, 600, 16, at_16, sets_none}, "gfx mode error 1 !", "Error 1: Desktop 16/800/600 Request 16/-1/1"},
+        {{800, 600, 32, at_32, sets_none}, "gfx mode error 2 !", "Error 2: Desktop 32/800/600 Request 32/-1/1"},
+        {{1280, 1024, 16, at_16, sets_none}, "gfx mode error 3 !", "Error 3: Desktop 16/1280/1024 Request 16/0/3"},
+        {{1280, 1024, 32, at_32, sets_none}, "gfx mode error 4 !", "Error 4: Desktop 32/1280/1024 Request 32/0/3"},
+        {{1280, 1024, 24, {}, sets_none}, "gfx mode error 4 !", "Error 4: Desktop 24/1280/1024 Request 0/0/2"},
+        {{800, 600, 32, {}, sets_all}, "First run fdepth error !", "First run fdepth error", 1},
+        {{1280, 1024, 32, at_40, sets_all}, "First run fdepth error !", "First run fdepth error"},
     };
-    for (const FailureCase& c : cases) {
-        SCOPED_TRACE(c.name);
-        forget_settings();
-        folder_.write("data/logfiles/veldor_log.txt", "");
-        machine = Machine{};
-        machine.width = c.width, machine.height = c.height, machine.depth = c.depth;
-        machine.list = c.list;
-        machine.can_set = c.can_set;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.logged);
+        install_on(c.hardware);
         mode_range = c.kept_range;
         EXPECT_EQ(setup_graphics_mode(probe_machine), SetupResult::fatal);
-        EXPECT_EQ(machine.shown, std::string(c.shown) + "\n");
+        EXPECT_EQ(machine.shown, c.shown + "\n");
         EXPECT_TRUE(logged(c.logged)) << folder_.log();
         EXPECT_EQ(recorded(), "-9/-9/-9");
         EXPECT_EQ(machine.switch_mode, -1);
@@ -242,27 +198,29 @@ TEST_F(GraphicsMode, EveryFailureOfProbingIsShownAndLoggedAndRecordsNothing) {
 }
 
 TEST_F(GraphicsMode, ConfiguredModeIsSetWithoutProbing) {
-    struct Case {
+    const struct {
         int range, screen_mode, bitmap_depth;
-        const char* modes;
-        const char* settings;
+        const char *modes, *settings;
         std::array<int, 3> flags;
-    };
-    for (const Case& c : {Case{3, 1, 2, "F16 ", "2/3/1", {0, 0, 1}}, Case{3, 0, 1, "W24 ", "1/3/0", {0, 1, 0}},
-                          Case{2, 1, 0, "W32 ", "0/2/0", {1, 0, 0}}, Case{1, -1, 3, "F15 ", "3/1/-1", {0, 0, 1}}}) {
+    } cases[] = {{3, 1, 2, "F16 ", "2/3/1", {0, 0, 1}},
+                 {3, 0, 1, "W24 ", "1/3/0", {0, 1, 0}},
+                 {2, 1, 0, "W32 ", "0/2/0", {1, 0, 0}},
+                 {1, -1, 3, "F15 ", "3/1/-1", {0, 0, 1}},
+                 {99, 0, 0, "W32 ", "0/99/0", {1, 0, 0}}};
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.settings);
         configure(c.range, c.screen_mode, c.bitmap_depth);
         machine.modes.clear();
         EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::ok);
         EXPECT_EQ(machine.modes, c.modes);
         EXPECT_EQ(recorded(), c.settings);
-        EXPECT_EQ(mode_range, c.range);
+        EXPECT_EQ(mode_range, std::min(c.range, 3));
         EXPECT_EQ(depth_class, c.flags);
     }
 }
 
 TEST_F(GraphicsMode, ConfiguredModeThatFailsAsksForProbing) {
-    machine.can_set = [](bool full, int) { return !full; };
+    machine.hardware.can_set = sets_windows;
     configure(3, 1, 0);
     EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::retry);
     EXPECT_EQ(machine.shown, "gfx mode error 5 !\n");
@@ -279,10 +237,6 @@ TEST_F(GraphicsMode, ConfiguredModeThatFailsAsksForProbing) {
     EXPECT_EQ(machine.shown, "gfx mode error 6 !\n");
     EXPECT_TRUE(logged("Error 6: Desktop 32/1280/1024 Request 0/0/2"));
     EXPECT_EQ(recorded(), "7/2/0");
-
-    configure(99, 0, 0);
-    EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::ok);
-    EXPECT_EQ(mode_range, 3);
 }
 
 TEST_F(GraphicsMode, SwitchingTogglesAndComesBackWhenTheOtherModeFails) {
@@ -296,9 +250,8 @@ TEST_F(GraphicsMode, SwitchingTogglesAndComesBackWhenTheOtherModeFails) {
     EXPECT_EQ(fullscreen, full_screen);
     EXPECT_EQ(machine.switch_mode, SWITCH_BACKAMNESIA);
 
-    machine.can_set = [](bool full, int) { return full; };
+    machine.hardware.can_set = [](bool full, int) { return full; };
     machine.tried.clear();
-    folder_.write("data/logfiles/veldor_log.txt", "");
     switch_display_mode(1);
     EXPECT_EQ(machine.tried, "W32 F32 ");
     EXPECT_EQ(fullscreen, full_screen);
@@ -308,8 +261,7 @@ TEST_F(GraphicsMode, SwitchingTogglesAndComesBackWhenTheOtherModeFails) {
 TEST_F(GraphicsMode, RebuildingTakesAnOfferedDepthAndReleasesTheBuffers) {
     depth_class = {0, 0, 1};
     set_color_depth(16);
-    const auto fill = [] { graphic_buffers[4].reset(create_bitmap_ex(16, 8, 8)); };
-    fill();
+    graphic_buffers[4].reset(create_bitmap_ex(16, 8, 8));
     for (const int refused : {0, 1, 4, -1}) {
         settings.bitmap_depth = refused;
         EXPECT_EQ(rebuild_display(0), 0) << refused;
@@ -325,7 +277,7 @@ TEST_F(GraphicsMode, RebuildingTakesAnOfferedDepthAndReleasesTheBuffers) {
     // A depth that cannot be set leaves the old mode in the old depth.
     settings.bitmap_depth = 2;
     machine.tried.clear();
-    machine.can_set = [](bool, int bits) { return bits == 15; };
+    machine.hardware.can_set = [](bool, int bits) { return bits == 15; };
     EXPECT_EQ(rebuild_display(0), 1);
     EXPECT_EQ(machine.tried, "F16 F15 ");
     EXPECT_EQ(get_color_depth(), 15);

@@ -3,7 +3,7 @@
 #include "display/buffers.h"
 #include "display/picture.h"
 #include "display/pointer.h"
-#include "support/allegro_none.h"
+#include "support/stand_in_display.h"
 
 #include <gtest/gtest.h>
 
@@ -27,70 +27,52 @@ void set_mouse_sprite_focus(int x, int y) {
 namespace vcc {
 namespace {
 
-using test::ScratchFolder;
+class Display : public testing::Test {
+protected:
+    Display() { std::filesystem::create_directory("images"); }
 
-/// A PCX file of one grey value.
-std::string pcx(int width, int height, int grey) {
-    test::start_library();
-    const std::string name = "made.pcx";
-    const BitmapPtr picture(create_bitmap_ex(24, width, height));
-    clear_to_color(picture.get(), makecol24(grey, grey, grey));
-    save_pcx(name.c_str(), picture.get(), nullptr);
-    std::ifstream in(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-/// `screen` for the length of a test; the library has none without a display.
-class FakeScreen {
-public:
-    FakeScreen() : bitmap_(create_bitmap_ex(32, 800, 600)) {
-        clear_bitmap(bitmap_.get());
-        screen = bitmap_.get();
+    /// A PCX file of one grey value.
+    static void save_grey(const std::string& name, int width, int height, int grey) {
+        const BitmapPtr picture(create_bitmap_ex(24, width, height));
+        clear_to_color(picture.get(), makecol24(grey, grey, grey));
+        save_pcx(name.c_str(), picture.get(), nullptr);
     }
-    ~FakeScreen() { screen = nullptr; }
-    int grey() const { return getr32(getpixel(bitmap_.get(), 3, 2)); }
+    /// What one call brings to the display.
+    int shown(void (*show)()) const {
+        clear_bitmap(screen);
+        show();
+        return getr32(display.at(3, 2));
+    }
 
-private:
-    BitmapPtr bitmap_;
+    test::ScratchFolder folder;
+    test::StandInDisplay display;
 };
 
-TEST(Picture, HeaderThatTheLibraryMustNotSeeIsRefused) {
-    const ScratchFolder folder;
-    const std::string good = pcx(20, 10, 77);
-    struct Case {
+TEST_F(Display, PicturesWithAHeaderThatTheLibraryMustNotSeeAreRefused) {
+    save_grey("images/Good.PCX", 20, 10, 77);
+    const std::string good = folder.read("images/Good.PCX");
+    const struct {
         const char* name;
         std::size_t offset;
         std::string bytes;
-    };
-    const Case cases[] = {
-        {"manufacturer", 0, "\x0b"},        {"one bit", 3, "\x01"},
-        {"four planes", 65, "\x04"},        {"negative width", 4, std::string("\xff\x7f", 2)},
-        {"too wide", 8, "\xff\x7f"},        {"too high", 10, "\xff\x7f"},
-        {"short lines", 66, {"\x05\0", 2}},
-    };
-    for (const Case& c : cases) {
+    } cases[] = {{"manufacturer", 0, "\x0b"}, {"one bit", 3, "\x01"},      {"four planes", 65, "\x04"},
+                 {"no width", 4, "\xff\x7f"}, {"too wide", 8, "\xff\x7f"}, {"too high", 10, "\xff\x7f"},
+                 {"short lines", 66, "\x05"}};
+    for (const auto& c : cases) {
         std::string bad = good;
-        bad.replace(c.offset, c.bytes.size(), c.bytes);
-        folder.write("images/bad.pcx", bad);
+        folder.write("images/bad.pcx", bad.replace(c.offset, c.bytes.size(), c.bytes));
         EXPECT_EQ(load_picture("images/bad.pcx"), nullptr) << c.name;
     }
-    folder.write("images/bad.pcx", good.substr(0, 127));
-    EXPECT_EQ(load_picture("images/bad.pcx"), nullptr);
-    EXPECT_EQ(load_picture(""), nullptr);
-    EXPECT_EQ(load_picture("images"), nullptr);
-
-    folder.write("images/Good.PCX", good);
+    folder.write("images/cut.pcx", good.substr(0, 127));
+    for (const char* name : {"images/cut.pcx", "", "images"})
+        EXPECT_EQ(load_picture(name), nullptr) << name;
     const BitmapPtr picture = load_picture("IMAGES\\good.pcx");
     ASSERT_NE(picture, nullptr);
-    EXPECT_EQ(picture->w, 20);
-    EXPECT_EQ(picture->h, 10);
-    EXPECT_EQ(bitmap_color_depth(picture.get()), 32);
+    EXPECT_EQ(std::pair(picture->w, picture->h), std::pair(20, 10));
     EXPECT_EQ(getr32(getpixel(picture.get(), 19, 9)), 77);
 }
 
-TEST(Picture, OwnDecoderAndTheLibraryAgree) {
-    const ScratchFolder folder;
-    test::start_library();
+TEST_F(Display, OwnDecoderAndTheLibraryAgree) {
     for (const int width : {1, 20, 33, 801}) { // noise, and rows of one colour that make long runs
         const BitmapPtr made(create_bitmap_ex(24, width, 30));
         for (int y = 0; y < 30; ++y)
@@ -98,8 +80,7 @@ TEST(Picture, OwnDecoderAndTheLibraryAgree) {
                 putpixel(made.get(), x, y, y < 10 ? makecol24(200, 0, 77) : (x * 48271 + y * 69621) % 0xFFFFFF);
         save_pcx("made.pcx", made.get(), nullptr);
         const std::string whole = folder.read("made.pcx");
-        for (const std::size_t size :
-             {whole.size(), (picture_header_size + whole.size()) / 2}) { // whole, and with its end missing
+        for (const std::size_t size : {whole.size(), (picture_header_size + whole.size()) / 2}) { // the end is missing
             folder.write("made.pcx", whole.substr(0, size));
             PALETTE ours{}, theirs{};
             const BitmapPtr picture = load_picture("made.pcx", &ours), expected(load_pcx("made.pcx", theirs));
@@ -113,54 +94,37 @@ TEST(Picture, OwnDecoderAndTheLibraryAgree) {
     }
 }
 
-TEST(Backgrounds, RotationStepsOverPicturesThatAreMissing) {
-    const ScratchFolder folder;
-    const FakeScreen display;
-    folder.write("images/morv1.pcx", pcx(800, 600, 10));
-    folder.write("images/morv2.pcx", pcx(800, 600, 20));
-    folder.write("images/morv4.pcx", pcx(800, 600, 40));
+TEST_F(Display, BackgroundRotationStepsOverPicturesThatAreMissing) {
+    for (const int number : {1, 2, 4})
+        save_grey("images/morv" + std::to_string(number) + ".pcx", 800, 600, 10 * number);
     EXPECT_EQ(load_backgrounds(), 3);
     background_rotation = 0;
-    for (const int grey : {10, 20, 0, 0, 10, 20}) {
-        clear_bitmap(screen);
-        show_next_background();
-        EXPECT_EQ(display.grey(), grey) << background_rotation;
-    }
-    folder.write("images/morv3.pcx", pcx(800, 600, 30));
+    for (const int grey : {10, 20, 0, 0, 10, 20})
+        EXPECT_EQ(shown(show_next_background), grey) << background_rotation;
+    save_grey("images/morv3.pcx", 800, 600, 30);
     EXPECT_EQ(load_backgrounds(), 0);
-    show_next_background();
-    EXPECT_EQ(display.grey(), 30);
-
+    EXPECT_EQ(shown(show_next_background), 30);
     free_backgrounds();
-    free_backgrounds();
-    clear_bitmap(screen);
-    show_next_background();
-    EXPECT_EQ(display.grey(), 0);
+    EXPECT_EQ(shown(show_next_background), 0);
     EXPECT_EQ(background_rotation, 8);
 }
 
-TEST(Buffers, BufferZeroIsShownUntilItIsReleased) {
-    const FakeScreen display;
+TEST_F(Display, BufferZeroIsShownUntilItIsReleased) {
     graphic_buffers[0].reset(create_bitmap_ex(32, 800, 600));
     clear_to_color(graphic_buffers[0].get(), makecol32(90, 90, 90));
-    show_buffer_zero();
-    EXPECT_EQ(display.grey(), 90);
+    EXPECT_EQ(shown(show_buffer_zero), 90);
     release_graphic_buffers();
-    clear_bitmap(screen);
-    show_buffer_zero();
-    EXPECT_EQ(display.grey(), 0);
+    EXPECT_EQ(shown(show_buffer_zero), 0);
     EXPECT_EQ(graphic_buffer(-1), nullptr);
     EXPECT_EQ(graphic_buffer(25), nullptr);
 }
 
-TEST(Pointer, PictureStaysUntilTheNextOneIsTheSprite) {
-    const ScratchFolder folder;
-    folder.write("images/pointer.pcx", pcx(16, 16, 1));
-    folder.write("images/other.pcx", pcx(8, 8, 1));
+TEST_F(Display, PointerPictureStaysUntilTheNextOneIsTheSprite) {
+    save_grey("images/pointer.pcx", 16, 16, 1);
+    save_grey("images/other.pcx", 8, 8, 1);
     ASSERT_TRUE(load_mouse_pointer("images/", "pointer.pcx"));
     EXPECT_EQ(sprite, pointer_picture.get());
-    EXPECT_EQ(sprite_focus[0], 6);
-    EXPECT_EQ(sprite_focus[1], 1);
+    EXPECT_EQ(std::pair(sprite_focus[0], sprite_focus[1]), std::pair(6, 1));
     ASSERT_TRUE(load_mouse_pointer("images/", "other.pcx"));
     EXPECT_EQ(sprite->w, 8);
     EXPECT_FALSE(load_mouse_pointer("images/", "missing.pcx"));

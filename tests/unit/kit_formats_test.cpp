@@ -99,7 +99,11 @@ TEST_F(FormatExample, Settings) {
 TEST_F(FormatExample, ScreenSource) {
     const kit::ScreenSource source = kit::read_screen_source(example("toml"));
     EXPECT_TRUE(source.faults.empty());
-    EXPECT_EQ(text_of(source.screen.records[1].slots.at(3).text), "Fabrik");
+    const kit::ScreenRecords& german = source.screen.records[1];
+    EXPECT_EQ(text_of(german.slots.at(3).text), "Fabrik");
+    EXPECT_EQ(text_of(german.slots.at(7).text), "Leise");
+    EXPECT_EQ(german.slots.at(9).activated, 24);
+    EXPECT_EQ(german.toggles.at(30).back_colour, 56);
 }
 
 } // namespace

@@ -1,33 +1,24 @@
-#include "core/text.h"
+// Slot files, and how slots and the status line are drawn.
 #include "screen/slot_file.h"
 #include "screen/status_line.h"
 #include "sound/sound.h"
 #include "support/screen_world.h"
+#include "support/slots.h"
 
 #include <climits>
 #include <cstring>
-#include <functional>
 
 namespace vcc::test {
 namespace {
 
+constexpr Rect nothing{0, 0, -1, -1};
+
 std::string file_of(std::int32_t count, std::size_t records) {
     std::string bytes(4 + records * sizeof(Slot), '\0');
     std::memcpy(bytes.data(), &count, 4);
-    for (std::size_t i = 0; i < records; ++i) {
-        const auto font = static_cast<std::int32_t>(i + 1);
-        std::memcpy(bytes.data() + 4 + i * sizeof(Slot) + offsetof(Slot, font), &font, 4);
-    }
+    for (std::size_t i = 0; i < records; ++i)
+        bytes[4 + i * sizeof(Slot) + offsetof(Slot, font)] = static_cast<char>(i + 1);
     return bytes;
-}
-
-Slot text_slot(const char* text, int x, int y) {
-    Slot slot{};
-    slot.fore_colour = 2;
-    slot.dest_x = x;
-    slot.dest_y = y;
-    store_text(slot.text, text);
-    return slot;
 }
 
 TEST(SlotFile, IsRejectedAtEveryTruncationAndAtImpossibleCounts) {
@@ -47,33 +38,31 @@ TEST(SlotFile, IsRejectedAtEveryTruncationAndAtImpossibleCounts) {
 }
 
 TEST_F(ScreenWorld, SlotSetsAreLoadedWithTheTogglesBesideThem) {
-    struct Case {
+    const struct {
         const char* name;
         std::string slots, toggles; // "-": no such file
-        int sum;
-        int slot_count, toggle_count;
+        int sum, slot_count, toggle_count;
         const char* log; ///< what the log must name; empty: nothing is logged
+    } cases[] = {
+        {"both", file_of(3, 3), file_of(2, 2), 5, 3, 2, ""},
+        {"a.b", file_of(3, 3), "-", 3, 3, 0, ""},
+        {"missing", "-", file_of(2, 2), 3, 0, 2, ""},
+        {"none", file_of(0, 0), "-", 0, 0, 0, ""},
+        {"short", file_of(3, 2), "-", 0, 0, 0, "short.slt"},
+        {"badtgl", file_of(2, 2), file_of(900, 2), 2, 2, 0, "badtgl.tgl"},
     };
-    const Case cases[] = {
-        {"both.slt", file_of(3, 3), file_of(2, 2), 5, 3, 2, ""},
-        {"a.b.slt", file_of(3, 3), "-", 3, 3, 0, ""},
-        {"missing.slt", "-", file_of(2, 2), 3, 0, 2, ""},
-        {"none.slt", file_of(0, 0), "-", 0, 0, 0, ""},
-        {"short.slt", file_of(3, 2), "-", 0, 0, 0, "short.slt"},
-        {"badtgl.slt", file_of(2, 2), file_of(900, 2), 2, 2, 0, "badtgl.tgl"},
-    };
-    for (const Case& c : cases) {
-        const std::string stem = std::string(c.name).substr(0, std::strlen(c.name) - 4);
+    for (const auto& c : cases) {
+        const std::string stem = c.name;
         if (c.slots != "-")
-            folder.write(c.name, c.slots);
+            folder.write(stem + ".slt", c.slots);
         if (c.toggles != "-")
             folder.write(stem + ".tgl", c.toggles);
         folder.write("data/logfiles/veldor_log.txt", "");
         SlotSet set;
-        EXPECT_EQ(load_slot_set(c.name, set), c.sum) << c.name;
-        EXPECT_EQ(set.slot_count(), c.slot_count) << c.name;
-        EXPECT_EQ(set.toggle_count(), c.toggle_count) << c.name;
-        EXPECT_EQ(folder.log().find(c.log) != std::string::npos, true) << c.name;
+        EXPECT_EQ(load_slot_set(stem + ".slt", set), c.sum) << stem;
+        EXPECT_EQ(set.slot_count(), c.slot_count) << stem;
+        EXPECT_EQ(set.toggle_count(), c.toggle_count) << stem;
+        EXPECT_NE(folder.log().find(c.log), std::string::npos) << stem;
         EXPECT_EQ(folder.log().empty(), *c.log == '\0') << folder.log();
     }
 }
@@ -86,8 +75,6 @@ TEST_F(ScreenWorld, StatusLineLiesAtTheBottomAndRefusesWhatIsTooLong) {
     EXPECT_TRUE(same(inked(), {7, 561, 7 + 7 * 113, 573})); // font 4: cells of 7 x 12
     EXPECT_EQ(at(8, 562), pixel_of(15));
     EXPECT_EQ(current_font, 0);
-    EXPECT_EQ(ink(0, 0, 799, 560), 0);
-    const std::string before = bytes();
     wipe();
     show_status(std::string(60, 'a'), std::string(54, 'b'), 4); // 798 pixels
     EXPECT_EQ(inked().x1, 7);
@@ -97,112 +84,86 @@ TEST_F(ScreenWorld, StatusLineLiesAtTheBottomAndRefusesWhatIsTooLong) {
     set_status_target(nullptr);
 }
 
-TEST_F(ScreenWorld, TextSlotsStandAtTheirDestinationOnlyWhenBothCoordinatesAreSet) {
-    Slot slot = text_slot("H", 30, 40);
-    slot.font = 7; // cells of 10 x 16
-    slot.column = 3;
-    slot.row = 2;
-    const auto place = [&](int x, int y) {
-        slot.dest_x = x;
-        slot.dest_y = y;
-        return slot_position(slot);
-    };
-    EXPECT_EQ(place(30, 40).x, 30);
-    EXPECT_EQ(place(30, 40).y, 40);
-    EXPECT_EQ(place(0, 50).y, 32);
-    EXPECT_EQ(place(50, 0).x, 30);
-    EXPECT_EQ(place(INT_MAX, INT_MIN).x, 32767);
-    slot.column = INT_MAX;
-    slot.row = INT_MIN;
-    EXPECT_EQ(place(0, 0).x, 800);
-    EXPECT_EQ(place(0, 0).y, 0);
-}
-
-TEST_F(ScreenWorld, TextSlotsDrawBoxShadowAndTextByTheirFields) {
-    Slot slot = text_slot("HHH", 100, 100);
-    const auto drawn = [&](const std::function<void()>& change) {
+class Slots : public ScreenWorld {
+protected:
+    Rect drawn(const Slot& slot) {
         wipe();
-        change();
         draw_slot(picture.get(), std::span(&slot, 1), 0);
         return inked();
-    };
-    EXPECT_GT(drawn([] {}).x2, 100);
+    }
+    /// Pixels that are neither black nor of a colour.
+    int shades(int colour) const {
+        int count = 0;
+        for (int y = 90; y < 130; ++y)
+            for (int x = 90; x < 200; ++x)
+                count += at(x, y) != 0 && at(x, y) != pixel_of(colour);
+        return count;
+    }
+};
+
+TEST_F(Slots, DrawBoxShadowAndTextByTheirFields) {
+    Slot slot = make_slot("HHH", {{&Slot::fore_colour, 2}, {&Slot::dest_x, 100}, {&Slot::dest_y, 100}});
+    EXPECT_GT(drawn(slot).x2, 100);
     EXPECT_EQ(current_font, 0);
-    slot.box_height = 20;
-    slot.back_colour = 1;
-    EXPECT_LT(drawn([] {}).x2, 150); // a width of 0: no box
-    EXPECT_TRUE(same(drawn([&] { slot.box_width = 60; }), {100, 100, 160, 120}));
-    EXPECT_TRUE(same(drawn([&] { slot.draw_flags[0] = 'n'; }), {0, 0, -1, -1}));
-    slot.draw_flags[0] = ' ';
+    set_fields(slot, {{&Slot::box_height, 20}, {&Slot::back_colour, 1}});
+    EXPECT_LT(drawn(slot).x2, 150); // a width of 0: no box
+    slot.box_width = 60;
+    EXPECT_TRUE(same(drawn(slot), {100, 100, 160, 120}));
+    hide(slot);
+    EXPECT_TRUE(same(drawn(slot), nothing));
+
+    show(slot);
     slot.box_width = 0;
     slot.draw_flags[1] = 's';
     store_text(slot.sound_flags, "12");
     for (const int smooth : {0, 1}) { // index of a colour or value of a pixel
         anti_aliased_text = smooth;
-        drawn([] {});
-        const std::string all = bytes();
-        const std::uint32_t wanted = smooth ? 12u : static_cast<std::uint32_t>(pixel_of(12));
-        EXPECT_NE(all.find(std::string(reinterpret_cast<const char*>(&wanted), 4)), std::string::npos) << smooth;
+        drawn(slot);
+        const int shadow = smooth ? 12 : pixel_of(12);
+        EXPECT_NE(bytes().find(std::string(reinterpret_cast<const char*>(&shadow), 4)), std::string::npos) << smooth;
     }
     EXPECT_EQ(text_on_box, 0);
-    draw_slot(picture.get(), std::span(&slot, 1), 1);
-    draw_slot(picture.get(), std::span(&slot, 1), -1);
+    wipe();
+    for (const int index : {1, -1})
+        draw_slot(picture.get(), std::span(&slot, 1), index);
+    EXPECT_EQ(ink(), 0);
 }
 
-TEST_F(ScreenWorld, SmoothedTextIsKeptToSlotsThatLieOnCleanBackground) {
+TEST_F(Slots, SmoothTheirTextOnlyOnCleanBackground) {
     anti_aliased_text = 1;
-    const auto shades = [&](const std::function<void(Slot&)>& change) {
-        Slot slot = text_slot("gSOS", 100, 100);
-        change(slot);
-        wipe();
-        draw_slot(picture.get(), std::span(&slot, 1), 0);
-        int count = 0;
-        for (int y = 90; y < 130; ++y)
-            for (int x = 90; x < 200; ++x)
-                count += at(x, y) != 0 && at(x, y) != pixel_of(2);
-        return count;
-    };
-    EXPECT_GT(shades([](Slot&) {}), 0);
-    EXPECT_EQ(shades([](Slot& s) { s.input_mode = 2; }), 0);
-    EXPECT_EQ(shades([](Slot& s) { s.draw_flags[2] = 'x'; }), 0);
-    EXPECT_EQ(shades([](Slot& s) {
-                  s.box_width = s.box_height = 50;
-                  s.back_colour = 300;
-              }),
-              0);
+    Slot slot = make_slot("gSOS", {{&Slot::fore_colour, 2}, {&Slot::dest_x, 100}, {&Slot::dest_y, 100}});
+    drawn(slot);
+    EXPECT_GT(shades(2), 0);
+    Slot field = slot, skipped = slot, boxed = slot;
+    field.input_mode = 2;
+    skipped.draw_flags[2] = 'x';
+    set_fields(boxed, {{&Slot::box_width, 50}, {&Slot::box_height, 50}, {&Slot::back_colour, 300}});
+    for (const Slot& hard : {field, skipped, boxed}) {
+        EXPECT_GT(drawn(hard).x2, 100);
+        EXPECT_EQ(shades(2), 0);
+    }
 }
 
-TEST_F(ScreenWorld, PictureSlotsCutTheirPictureOutOfABuffer) {
+TEST_F(Slots, CutTheirPictureOutOfABuffer) {
     put_buffer(5, 200, 100, pixel_of(3));
     putpixel(graphic_buffers[5].get(), 12, 8, bitmap_mask_color(graphic_buffers[5].get()));
-    Slot slot{};
-    slot.graphic = 1;
-    slot.buffer = 5;
-    slot.src_x = 10;
-    slot.src_y = 5;
-    slot.box_width = 110;
-    slot.box_height = 45;
-    slot.dest_x = 50;
-    const auto draw = [&] {
-        wipe();
-        draw_slot(picture.get(), std::span(&slot, 1), 0);
-        return inked();
-    };
-    EXPECT_TRUE(same(draw(), {50, 0, 149, 39}));
+    Slot slot = make_slot("", {{&Slot::graphic, 1}, {&Slot::buffer, 5}, {&Slot::src_x, 10}, {&Slot::src_y, 5}});
+    set_fields(slot, {{&Slot::box_width, 110}, {&Slot::box_height, 45}, {&Slot::dest_x, 50}});
+    EXPECT_TRUE(same(drawn(slot), {50, 0, 149, 39}));
     EXPECT_EQ(at(52, 3), 0); // the mask colour is left out
     show_slot_pictures = 0;
-    EXPECT_TRUE(same(draw(), {0, 0, -1, -1}));
+    EXPECT_TRUE(same(drawn(slot), nothing));
     show_slot_pictures = 1;
     slot.buffer = 6; // empty
-    EXPECT_TRUE(same(draw(), {0, 0, -1, -1}));
+    EXPECT_TRUE(same(drawn(slot), nothing));
 }
 
-TEST_F(ScreenWorld, HostileSlotsNeitherOverflowNorLeaveThePicture) {
+TEST_F(Slots, NeitherOverflowNorLeaveThePictureWhenHostile) {
     put_buffer(5, 200, 100, pixel_of(3));
     for (const int bad : {INT_MIN, INT_MIN + 1, -70000, -1, 0, 1, 255, 70000, INT_MAX})
         for (const int good : {0, 5, 100})
             for (const char* text : {"text", "TEXT-WIN"}) {
-                Slot slot = text_slot(text, bad, good ? good : bad);
+                Slot slot = make_slot(text, {{&Slot::dest_x, bad}, {&Slot::dest_y, good ? good : bad}});
                 for (std::int32_t* field : {&slot.font, &slot.size, &slot.box_width, &slot.box_height, &slot.column,
                                             &slot.row, &slot.src_x, &slot.src_y, &slot.sound, &slot.back_colour})
                     *field = bad;
@@ -211,9 +172,8 @@ TEST_F(ScreenWorld, HostileSlotsNeitherOverflowNorLeaveThePicture) {
                 slot.draw_flags[1] = 's';
                 for (const int graphic : {0, 1, bad}) {
                     slot.graphic = graphic;
-                    SlotSet set{{slot}, {}};
                     std::vector<std::string> edit_texts;
-                    const auto places = draw_slot_set(picture.get(), set, edit_texts);
+                    const auto places = draw_slot_set(picture.get(), {{slot}, {}}, edit_texts);
                     EXPECT_GE(places[0].size, 0);
                     EXPECT_LE(places[0].size, 90);
                     EXPECT_LE(edit_texts[0].size(), 254u);
@@ -221,15 +181,10 @@ TEST_F(ScreenWorld, HostileSlotsNeitherOverflowNorLeaveThePicture) {
             }
 }
 
-TEST_F(ScreenWorld, WholeSetsRecordFieldsAndLetOnlyTheFirstSoundBeHeard) {
-    SlotSet set{{text_slot("A", 10, 20), text_slot("B", 0, 0), text_slot("C", 0, 0)}, {}};
-    set.slots[1].font = 10; // cells of 14 x 20
-    set.slots[1].column = 2;
-    set.slots[1].row = 3;
-    set.slots[1].size = 12;
-    set.slots[1].input_mode = 1;
-    set.slots[1].back_colour = 9;
-    set.slots[1].sound = 7;
+TEST_F(Slots, OfWholeSetsRecordTheirFieldsAndOnlyTheFirstSoundIsHeard) {
+    SlotSet set{{make_slot("A", {{&Slot::dest_x, 10}, {&Slot::dest_y, 20}}), make_slot("B"), make_slot("C")}, {}};
+    set_fields(set.slots[1], {{&Slot::font, 10}, {&Slot::column, 2}, {&Slot::row, 3}}); // cells of 14 x 20
+    set_fields(set.slots[1], {{&Slot::size, 12}, {&Slot::input_mode, 1}, {&Slot::back_colour, 9}, {&Slot::sound, 7}});
     std::vector<std::string> edit_texts{"left over", "", "", ""};
     sound_on = 0;
     sfx_allowed = 1;
@@ -239,11 +194,9 @@ TEST_F(ScreenWorld, WholeSetsRecordFieldsAndLetOnlyTheFirstSoundBeHeard) {
     EXPECT_EQ(full_redraw, 0);
     ASSERT_EQ(places.size(), 3u);
     EXPECT_EQ(places[0].x, 10);
-    EXPECT_EQ(places[1].x, 28);
-    EXPECT_EQ(places[1].y, 60);
-    EXPECT_EQ(places[1].size, 12);
-    EXPECT_EQ(places[1].input_mode, 1);
-    EXPECT_EQ(places[1].back_colour, 9);
+    const FieldPlace& field = places[1];
+    EXPECT_EQ((std::array{field.x, field.y, field.size, field.input_mode, field.back_colour}),
+              (std::array{28, 60, 12, 1, 9}));
     EXPECT_EQ(edit_texts, (std::vector<std::string>{"", std::string(11, ' '), ""}));
     sound_on = 1;
     build_entry_table(picture.get(), set.slots);

@@ -1,0 +1,34 @@
+// For unit tests: a bitmap that takes the display's place.
+#pragma once
+
+#include "core/handles.h"
+#include "support/allegro_none.h"
+
+namespace vcc::test {
+
+/// Stands in for the display for the life of the object, so that what reaches it can be seen.
+class StandInDisplay {
+public:
+    StandInDisplay() {
+        start_library();
+        display_.reset(create_bitmap(800, 600));
+        clear_bitmap(display_.get());
+        screen = display_.get();
+    }
+    ~StandInDisplay() { screen = nullptr; }
+    StandInDisplay(const StandInDisplay&) = delete;
+    StandInDisplay& operator=(const StandInDisplay&) = delete;
+    int at(int x, int y) const { return getpixel(display_.get(), x, y); }
+    bool is_blank() const {
+        for (int y = 0; y < 600; ++y)
+            for (int x = 0; x < 800; ++x)
+                if (at(x, y) != 0)
+                    return false;
+        return true;
+    }
+
+private:
+    BitmapPtr display_;
+};
+
+} // namespace vcc::test
