@@ -1,5 +1,6 @@
 #include "platform/memory.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <initializer_list>
@@ -24,15 +25,14 @@ void prepare_heap() {
     for (const auto [parameter, value] : {Row{M_ARENA_MAX, 1}, Row{M_MMAP_THRESHOLD, own_mapping_size},
                                           Row{M_TRIM_THRESHOLD, 2 * heap_size}, Row{M_TOP_PAD, heap_size}})
         mallopt(parameter, value);
-    void* const begin = sbrk(0);
+    auto* const begin = static_cast<char*>(sbrk(0));
     void* volatile block = std::malloc(1 << 20); // makes the heap grow by all of its padding
     std::free(block);
-    void* const end = sbrk(0);
+    const auto grown = static_cast<char*>(sbrk(0)) - begin;
     const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
-    const auto first = (reinterpret_cast<std::uintptr_t>(begin) + page - 1) / page * page;
-    const auto last = reinterpret_cast<std::uintptr_t>(end);
-    if (last > first) // a wish: without it the heap has pages of the usual size
-        madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    const auto to_page = static_cast<std::ptrdiff_t>((page - reinterpret_cast<std::uintptr_t>(begin) % page) % page);
+    if (grown > to_page) // a wish: without it the heap has pages of the usual size
+        madvise(begin + to_page, static_cast<std::size_t>(grown - to_page), MADV_HUGEPAGE);
 }
 
 } // namespace vcc::platform

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdarg>
+#include <sstream>
 #include <vector>
 
 namespace {
@@ -15,7 +16,7 @@ namespace {
 /// What a machine offers.
 struct Hardware {
     int width = 1280, height = 1024, depth = 32;
-    std::vector<GFX_MODE> list;
+    const char* list = ""; ///< the modes it names: 800x600x16 800x600x32
     bool (*can_set)(bool full, int bits) = [](bool, int) { return true; };
 };
 
@@ -35,8 +36,13 @@ struct Machine {
 extern "C" {
 
 GFX_MODE_LIST* get_gfx_mode_list(int) {
-    auto& list = machine.hardware.list;
-    return list.empty() ? nullptr : new GFX_MODE_LIST{static_cast<int>(list.size()), list.data()};
+    static std::vector<GFX_MODE> modes;
+    modes.clear();
+    std::istringstream list(machine.hardware.list);
+    char by = 0;
+    for (GFX_MODE mode{}; list >> mode.width >> by >> mode.height >> by >> mode.bpp;)
+        modes.push_back(mode);
+    return modes.empty() ? nullptr : new GFX_MODE_LIST{static_cast<int>(modes.size()), modes.data()};
 }
 void destroy_gfx_mode_list(GFX_MODE_LIST* list) {
     delete list;
@@ -140,14 +146,14 @@ TEST_F(GraphicsMode, ProbingFindsWhatTheMachineOffersAndRecordsIt) {
         int range;
         const char* settings;
     } cases[] = {
-        {"list", {1280, 1024, 32, {{800, 600, 16}, {800, 600, 32}}, sets_all}, "W32 ", 3, "0/3/0"},
-        {"larger modes do", {1280, 1024, 32, {{1024, 768, 24}, {640, 480, 32}}, sets_all}, "W24 ", 3, "1/3/0"},
-        {"8-bit list, so trying", {1280, 1024, 32, {{800, 600, 8}}, sets_all}, "F32 W32 ", 3, "0/3/0"},
-        {"trying finds 24", {1280, 1024, 24, {}, not_at_32}, "F24 W24 ", 3, "1/3/0"},
-        {"no full screen: window depths in order", {1280, 1024, 16, {}, low_windows}, "W16 ", 2, "2/2/0"},
-        {"16 gives way to 15", {1280, 1024, 16, {{800, 600, 16}}, only_at_15}, "W15 ", 3, "3/3/0"},
-        {"exact desktop", {800, 600, 32, {{800, 600, 32}}, sets_all}, "F32 ", 1, "0/1/1"},
-        {"exact desktop at 8 bits", {800, 600, 8, {}, sets_all}, "F32 F32 ", 1, "0/1/1"},
+        {"list", {1280, 1024, 32, "800x600x16 800x600x32", sets_all}, "W32 ", 3, "0/3/0"},
+        {"larger modes do", {1280, 1024, 32, "1024x768x24 640x480x32", sets_all}, "W24 ", 3, "1/3/0"},
+        {"8-bit list, so trying", {1280, 1024, 32, "800x600x8", sets_all}, "F32 W32 ", 3, "0/3/0"},
+        {"trying finds 24", {1280, 1024, 24, "", not_at_32}, "F24 W24 ", 3, "1/3/0"},
+        {"no full screen: window depths in order", {1280, 1024, 16, "", low_windows}, "W16 ", 2, "2/2/0"},
+        {"16 gives way to 15", {1280, 1024, 16, "800x600x16", only_at_15}, "W15 ", 3, "3/3/0"},
+        {"exact desktop", {800, 600, 32, "800x600x32", sets_all}, "F32 ", 1, "0/1/1"},
+        {"exact desktop at 8 bits", {800, 600, 8, "", sets_all}, "F32 F32 ", 1, "0/1/1"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -166,7 +172,7 @@ TEST_F(GraphicsMode, ProbingFindsWhatTheMachineOffersAndRecordsIt) {
 TEST_F(GraphicsMode, EveryFailureOfProbingIsShownAndLoggedAndRecordsNothing) {
     const std::string size = "Wrong desktop resolution!\n800x600 is minimum";
     const std::string depth = "Wrong Desktop color depth!\n16bit is minimum";
-    const std::vector<GFX_MODE> at_16{{800, 600, 16}}, at_32{{800, 600, 32}}, at_40{{800, 600, 40}};
+    const char *at_16 = "800x600x16", *at_32 = "800x600x32", *at_40 = "800x600x40";
     const struct {
         Hardware hardware;
         std::string shown, logged;
@@ -176,13 +182,13 @@ TEST_F(GraphicsMode, EveryFailureOfProbingIsShownAndLoggedAndRecordsNothing) {
         {{1024, 599, 32, at_32, sets_all}, size, size},
         {{1024, 768, 8, at_32, sets_all}, depth, depth},
         {{0, 0, 0, at_32, sets_all}, depth, depth}, // both unknown
-        {{800, 600, 32, {}, sets_none}, "No valid videomode detected !", "No valid videomode detected !"},
+        {{800, 600, 32, "", sets_none}, "No valid videomode detected !", "No valid videomode detected !"},
         {{800, 600, 16, at_16, sets_none}, "gfx mode error 1 !", "Error 1: Desktop 16/800/600 Request 16/-1/1"},
         {{800, 600, 32, at_32, sets_none}, "gfx mode error 2 !", "Error 2: Desktop 32/800/600 Request 32/-1/1"},
         {{1280, 1024, 16, at_16, sets_none}, "gfx mode error 3 !", "Error 3: Desktop 16/1280/1024 Request 16/0/3"},
         {{1280, 1024, 32, at_32, sets_none}, "gfx mode error 4 !", "Error 4: Desktop 32/1280/1024 Request 32/0/3"},
-        {{1280, 1024, 24, {}, sets_none}, "gfx mode error 4 !", "Error 4: Desktop 24/1280/1024 Request 0/0/2"},
-        {{800, 600, 32, {}, sets_all}, "First run fdepth error !", "First run fdepth error", 1},
+        {{1280, 1024, 24, "", sets_none}, "gfx mode error 4 !", "Error 4: Desktop 24/1280/1024 Request 0/0/2"},
+        {{800, 600, 32, "", sets_all}, "First run fdepth error !", "First run fdepth error", 1},
         {{1280, 1024, 32, at_40, sets_all}, "First run fdepth error !", "First run fdepth error"},
     };
     for (const auto& c : cases) {
