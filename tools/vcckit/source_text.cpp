@@ -31,6 +31,7 @@ public:
             rest_.remove_prefix(next.size);
             if (std::string problem = take(next.code); !problem.empty())
                 return SourceFault{line_, std::move(problem)};
+            before_ = next.code;
             if (next.code == '\n') {
                 ++line_;
                 dots_ = 0;
@@ -43,6 +44,8 @@ private:
     enum class Inside { nothing, comment, text, literal, long_text, long_literal };
 
     std::string take(char32_t c) {
+        if (behind_dot_ && inside_ != Inside::nothing && c >= 0x80)
+            return code_point_name(c) + " in quotation marks behind a dot: only ASCII is read there";
         switch (inside_) {
         case Inside::nothing:
             return take_outside(c);
@@ -67,6 +70,9 @@ private:
     std::string take_outside(char32_t c) {
         if (c == '#')
             inside_ = Inside::comment;
+        else if ((c == '"' || c == '\'') &&
+                 std::u32string_view(U" \t\r\n=[{,.").find(before_) == std::u32string_view::npos)
+            return "a quotation mark in the middle of a word";
         else if (c == '"' || c == '\'')
             open(static_cast<char>(c));
         else if (c == '.' && ++dots_ > most_dots)
@@ -81,6 +87,7 @@ private:
     void open(char quote) {
         const std::size_t more = quotes_ahead(quote, 2);
         rest_.remove_prefix(more);
+        behind_dot_ = before_ == '.'; // a number is looked through to its next blank, whatever quotation marks it has
         if (more == 2)
             inside_ = quote == '"' ? Inside::long_text : Inside::long_literal;
         else if (more == 0)
@@ -132,6 +139,8 @@ private:
 
     std::string_view rest_;
     Inside inside_ = Inside::nothing;
+    char32_t before_ = '\n';  ///< the character before
+    bool behind_dot_ = false; ///< so the text began
     bool escaped_ = false, joining_ = false, ended_ = false;
     int line_ = 1, dots_ = 0;
 };
