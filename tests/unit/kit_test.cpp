@@ -248,6 +248,7 @@ TEST(Names, EveryNumberComesBackFromItsName) {
                 EXPECT_EQ(number_of_name(meaning, *name), number) << *name;
             }
         }
+    EXPECT_EQ(name_of_number(Meaning::focus, INT32_MAX), std::nullopt);
     EXPECT_EQ(number_of_name(Meaning::colour, "steel_16"), std::nullopt);
     EXPECT_EQ(number_of_name(Meaning::colour, "steel_"), std::nullopt);
 }

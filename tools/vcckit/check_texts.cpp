@@ -187,6 +187,8 @@ void check_help(Installation& installation, Faults& faults) {
 void check_program_texts(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language) {
         const ScreenFiles& screen = screen_of(language, ScreenKind::options);
+        if (!language.windows_usable)
+            continue;
         const int value_edge = right_edge(language, value_window);
         for (int value = 0; value < value_entry_limit; ++value) {
             std::string_view widest;
@@ -226,7 +228,7 @@ void check_languages(Installation& installation, Faults& faults) {
                 first.windows_described[window] != other.windows_described[window])
                 faults.push_back({other.window_file, 0, -1, "+" + std::to_string(window),
                                   "is described in one language only", "describe it in both"});
-        if (first.messages.empty() || other.messages.empty())
+        if (!installation.text_file(first.message_file) || !installation.text_file(other.message_file))
             continue; // told where the files are read
         std::vector<int> missing;
         std::ranges::set_symmetric_difference(first.messages, other.messages, std::back_inserter(missing));
