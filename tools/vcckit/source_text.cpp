@@ -3,6 +3,7 @@
 #include "utf8.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vcc::kit {
 
@@ -31,7 +32,6 @@ public:
             rest_.remove_prefix(next.size);
             if (std::string problem = take(next.code); !problem.empty())
                 return SourceFault{line_, std::move(problem)};
-            before_ = next.code;
             if (next.code == '\n') {
                 ++line_;
                 dots_ = 0;
@@ -44,8 +44,8 @@ private:
     enum class Inside { nothing, comment, text, literal, long_text, long_literal };
 
     std::string take(char32_t c) {
-        if (behind_dot_ && inside_ != Inside::nothing && c >= 0x80)
-            return code_point_name(c) + " in quotation marks behind a dot: only ASCII is read there";
+        if (in_word_ && inside_ != Inside::nothing && inside_ != Inside::comment && c >= 0x80)
+            return code_point_name(c) + " in a text that follows a word: put a blank before the quotation mark";
         switch (inside_) {
         case Inside::nothing:
             return take_outside(c);
@@ -68,11 +68,13 @@ private:
     }
 
     std::string take_outside(char32_t c) {
+        constexpr std::u32string_view ends_word = U" \t\r\n]},#", before_value = U"=[{\"'";
+        if (ends_word.find(c) != std::u32string_view::npos)
+            word_ = false;
+        else if (before_value.find(c) == std::u32string_view::npos)
+            word_ = true;
         if (c == '#')
             inside_ = Inside::comment;
-        else if ((c == '"' || c == '\'') &&
-                 std::u32string_view(U" \t\r\n=[{,.").find(before_) == std::u32string_view::npos)
-            return "a quotation mark in the middle of a word";
         else if (c == '"' || c == '\'')
             open(static_cast<char>(c));
         else if (c == '.' && ++dots_ > most_dots)
@@ -87,7 +89,7 @@ private:
     void open(char quote) {
         const std::size_t more = quotes_ahead(quote, 2);
         rest_.remove_prefix(more);
-        behind_dot_ = before_ == '.'; // a number is looked through to its next blank, whatever quotation marks it has
+        in_word_ = std::exchange(word_, true);
         if (more == 2)
             inside_ = quote == '"' ? Inside::long_text : Inside::long_literal;
         else if (more == 0)
@@ -139,8 +141,8 @@ private:
 
     std::string_view rest_;
     Inside inside_ = Inside::nothing;
-    char32_t before_ = '\n';  ///< the character before
-    bool behind_dot_ = false; ///< so the text began
+    bool word_ = false;    ///< the reader may be looking through a number, to its next blank, bracket's end or comma
+    bool in_word_ = false; ///< the text began there
     bool escaped_ = false, joining_ = false, ended_ = false;
     int line_ = 1, dots_ = 0;
 };
