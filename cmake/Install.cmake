@@ -21,6 +21,12 @@ install(FILES "${packaging}/veldor.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR
 install(FILES game/images/icon.png DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps" RENAME veldor.png)
 install(FILES game/images/icon-48.png DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/48x48/apps" RENAME veldor.png)
 install(FILES "${packaging}/veldor.6" DESTINATION "${CMAKE_INSTALL_MANDIR}/man6")
+
+# the tool for those who make installations
+install(TARGETS vcckit RUNTIME)
+install(FILES docs/vcckit.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+install(FILES "${packaging}/vcckit.bash" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vcckit)
+
 install(FILES "${packaging}/copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor")
 install(FILES "${packaging}/fonts-liberation.copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor" RENAME copyright.fonts-liberation)
 

@@ -117,6 +117,14 @@ def test_the_desktop_finds_program_and_icon(system):
         assert f"{size} x {size}" in run("file", system.root / f"usr/share/icons/hicolor/{size}x{size}/apps/{values['Icon']}.png")
 
 
+def test_the_tool_comes_with_manual_and_completion(system):
+    tool = system.root / "usr/bin/vcckit"
+    assert "clean" in run(tool, "check", system.root / "usr/lib/games/veldor")
+    assert (system.root / "usr/share/man/man1/vcckit.1").exists()
+    completion = system.root / "usr/share/bash-completion/completions/vcckit"
+    assert "_vcckit" in run("bash", "-c", f"source {completion}; complete -p vcckit")
+
+
 def test_a_player_without_rights_plays_and_keeps_settings(system, player):
     before = {name: (system.root / name).stat().st_mtime_ns for name in system.files()}
     player.start()

@@ -41,7 +41,18 @@ CASES = [
      [(40, "point"), (83, "point")]),
     (["--screen", "help", "--hover", "3"], 32, "en", [(3, "point"), (None, "F1")], []),
     (["--screen", "help", "--hover", "13"], 24, "de", [(13, "point"), (None, "F1")], []),
+    (["--screen", "message", "--hover", "3"], 32, "en", [(3, "point"), (None, "F1")], []),
+    (["--screen", "message", "--hover", "3"], 16, "de", [(3, "point"), (None, "F1")], []),
 ]
+
+
+def take_help_away(installation, slot):
+    """The program then says that there is no help."""
+    for path in ("english/e_vcc.slt", "german/g_vcc.slt"):
+        file = installation.path(f"tools/language/{path}")
+        data = bytearray(file.read_bytes())
+        struct.pack_into("<i", data, 4 + 376 * slot + 96, 0)
+        file.write_bytes(data)
 
 
 def wait_for_menu(robot):
@@ -69,16 +80,19 @@ def test_rendered_picture_is_that_of_the_window(make_robot, installation, tmp_pa
     installation.write("tools/language.ini", "1\n" if language == "en" else "2\n")
     installation.set("VELDOR_GRAPHICS", "screen_mode_range", "3")
     installation.set("VELDOR_GRAPHICS", "bitmap_depth", str({32: 0, 24: 1, 16: 2, 15: 3}[depth]))
+    on_page = "help" in arguments or "message" in arguments
+    if "message" in arguments:
+        take_help_away(installation, on_menu[0][0])
     robot = make_robot().start(menu=False)
     wait_for_menu(robot)
     play(robot, "vcc", on_menu)
     if on_options:
         robot.move(*PARKED)
         play(robot, "vcc_options", on_options)
-    if "--hover" not in arguments or "help" in arguments:
+    if "--hover" not in arguments or on_page:
         robot.move(*PARKED)
     shown = robot.standing_picture(still_s=0.4)
-    pointer = PARKED if "--hover" not in arguments or "help" in arguments else slot_place(
+    pointer = PARKED if "--hover" not in arguments or on_page else slot_place(
         installation, "vcc_options" if on_options else "vcc", int(arguments[arguments.index("--hover") + 1]))
 
     output = tmp_path / "rendered.png"

@@ -194,6 +194,20 @@ TEST(Check, EveryFaultIsFoundInItsPlace) {
             {[&](const Scratch& at) { at.folder.write("sounds/theme05.wav", tone(16020)); },
              R"(tools/vcc.snd:\d+: sounds/theme05.wav clicks)"},
             {replace("tools/vcc.snd", "+199", "+198"), R"(tools/vcc.snd:\d+: theme out of order)"},
+            {replace("tools/vcc.snd", "+181", "+183"), R"(tools/vcc.snd: \+181: is missing)"},
+            {cut("sounds/theme06.wav", 12044), R"(tools/vcc.snd:\d+: sounds/theme06.wav ends before its sound)"},
+            {replace(en + "factory.tw", "o4", "o44"), en + R"(factory.tw: \+\d+: o: there is no sound 44)"},
+            {replace(en + "factory.tw", "s4", "s4000"), en + R"(factory.tw:\d+: s: 4000 .*0 to 100 pixels)"},
+            {replace("help/options_en.hlp", "W33", "W333"),
+             R"(help/options_en.hlp:\d+: \+1: there is no window colour)"},
+            {[](const Scratch& at) { at.change("mess.slt", 20, [](Slot& slot) { slot.name[31] = 'x'; }); },
+             en + "mess.slt: slot 20: name: has no zero byte"},
+            {[&](const Scratch& at) { at.folder.write(de + "vcc.slt", at.folder.read(de + "vcc.slt") + "x"); },
+             de + "vcc.slt: has 1 bytes behind its last record"},
+            {[](const Scratch& at) {
+                 at.folder.write("data/configs/vcc.cfg", "a = 1\n" + at.folder.read("data/configs/vcc.cfg"));
+             },
+             "data/configs/vcc.cfg:1: a: stands before the first section"},
         },
         {
             {remove("images/morv3.pcx"), "images/morv3.pcx: cannot be read"},
@@ -201,12 +215,16 @@ TEST(Check, EveryFaultIsFoundInItsPlace) {
             {remove("images/widgets.pcx"), R"(tools/vcc.buf:\d+: images/widgets.pcx cannot be read)"},
             {remove("fonts/courbd.ttf"), "fonts/courbd.ttf: font6_name: does not exist"},
             {cut(en + "vcc.slt", 1000), en + "vcc.slt: "},
-            {cut(en + "vcc_options.slt", 0), en + "vcc_options.slt: "},
+            {cut(en + "vcc_options.slt", 0), en + "vcc_options.slt: is empty"},
+            {remove(de + "vcc_options.tgl"), de + "vcc_options.tgl: does not exist"},
             {remove("sounds/theme04.wav"), R"(tools/vcc.snd:\d+: sounds/theme04.wav does not exist)"},
             {remove("data/configs/de.cfg"), "data/configs/de.cfg: does not exist"},
             {remove("images/VELDOR_Intro.avi"), "images/VELDOR_Intro.avi: does not exist"},
             {[](const Scratch& at) { at.folder.write("tools/vcc.buf", at.folder.read("tools/vcc.buf") + "\n+25\n"); },
              R"(tools/vcc.buf:\d+: there is no graphic buffer 25)"},
+        },
+        {
+            {replace("tools/vcc.buf", "+6", "*99\n+6"), R"(tools/vcc.buf:\d+: there is no graphic buffer 99)"},
         },
     };
     for (const std::vector<Case>& group : groups) {

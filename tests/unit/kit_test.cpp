@@ -118,6 +118,18 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
         {"slots = 1", 1, "unknown entry \"slots\""},
         {"[names.color]\na = 1", 1, "names: \"color\" is none of"},
         {"[[slot]\nindex = 1", 1, ""},
+        // characters that are no business of the TOML reader
+        {"[[slot]]\nindex\u00a0= 1", 2, "U+00A0 is no blank here"},
+        {"[[slot]]\nindex = 1\n\u00fcber = 2", 3, "U+00FC outside a text"},
+        {"text = 'a\\' \u3000", 1, "U+3000 is no blank here"},
+        {"text = \"\"\"\"\u00fc\"\"\"\"\"\n\u2028", 2, "U+2028 is no blank here"},
+        {"text = \"\"\"a\\\n\n  \u00fc\"\"\"", 3, "U+00FC behind a backslash"},
+        {"a =1'\u00fc'", 1, "U+00FC in a text that follows a word"},
+        {"a = 1.'\u00fc'", 1, "U+00FC in a text that follows a word"},
+        {"a = 0[['\u00fc'", 1, "U+00FC in a text that follows a word"},
+        {"text = \"a\"\n# \xc3", 2, "is not UTF-8"},
+        {"text = \"\xed\xa0\x80\"", 1, "is not UTF-8"},
+        {"name = \"a/b\"", 1, "name: must be a file name"},
     };
     for (const auto& [field, told] :
          {std::pair("colour = 1", "unknown field \"colour\""),
@@ -140,6 +152,24 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
     }
 }
 
+TEST(ScreenSource, CharactersBeyondAsciiStandInTextsAndComments) {
+    const Screen screen = screen_of("\xEF\xBB\xBF# \u00a0\nname = 'm\u00fchle'\n[[slot]]\nindex = 0\n"
+                                    "'help_file' = '\u00e4\\'\n"
+                                    "text = \"\"\"\"\u00fc\u00a0\\\"\\\n  x\u00fc\"\"\"\"\n"
+                                    "name = '''\u00f6'\u00f6'''\n");
+    EXPECT_EQ(screen.name, "m\u00fchle");
+    ASSERT_FALSE(screen.records[0].slots.empty());
+    EXPECT_EQ(text_of(screen.records[0].slots[0].text), "\"\xfc\xa0\"x\xfc\"");
+    EXPECT_EQ(text_of(screen.records[0].slots[0].name), "\xf6'\xf6");
+}
+
+TEST(ScreenSource, KeysOfVeryManyPartsAreRefused) {
+    std::string deep;
+    for (int part = 0; part < 300000; ++part)
+        deep += "a.";
+    EXPECT_FALSE(read_screen_source(deep + "a = 1").faults.empty());
+}
+
 TEST(Unpack, PackingGivesTheSameBytesWhateverTheRecordsHold) {
     std::mt19937 random(7);
     const auto number = [&random](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
@@ -157,13 +187,13 @@ TEST(Unpack, PackingGivesTheSameBytesWhateverTheRecordsHold) {
     };
     for (int round = 0; round < 30; ++round) {
         Screen screen;
-        screen.name = "made";
+        screen.name = round % 2 == 0 ? "ma.de \"x\"" : "";
         const int slots = number(0, 12), toggles = number(0, 12);
         const bool has_toggle_file = toggles > 0 || number(0, 1) == 1;
         for (ScreenRecords& records : screen.records)
             records = {random_records(slots), random_records(toggles), has_toggle_file};
         const Screen again = screen_of(write_screen_source(screen));
-        EXPECT_EQ(again.name, "made");
+        EXPECT_EQ(again.name, screen.name);
         for (std::size_t i = 0; i < languages.size(); ++i) {
             EXPECT_EQ(slot_file_bytes(again.records[i].slots), slot_file_bytes(screen.records[i].slots));
             EXPECT_EQ(slot_file_bytes(again.records[i].toggles), slot_file_bytes(screen.records[i].toggles));
@@ -195,6 +225,7 @@ TEST(Names, EveryNumberComesBackFromItsName) {
                 EXPECT_EQ(number_of_name(meaning, *name), number) << *name;
             }
         }
+    EXPECT_EQ(name_of_number(Meaning::focus, INT32_MAX), std::nullopt);
     EXPECT_EQ(number_of_name(Meaning::colour, "steel_16"), std::nullopt);
     EXPECT_EQ(number_of_name(Meaning::colour, "steel_"), std::nullopt);
 }

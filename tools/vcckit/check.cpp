@@ -55,7 +55,7 @@ void check_picture_file(const PictureRow& row, Faults& faults) {
 
 void check_film(const char* path, Faults& faults) {
     if (!platform::file_exists(path)) {
-        faults.push_back({path, 0, -1, "", "does not exist", "the player is told so at every start"});
+        faults.push_back({path, 0, -1, "", "does not exist", "put the film there: the player is told at every start"});
         return;
     }
     platform::AviError error = platform::AviError::none;
@@ -66,7 +66,7 @@ void check_film(const char* path, Faults& faults) {
     else if (frame->width > 800 || frame->height > 600)
         faults.push_back({path, 0, -1, "",
                           "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
-                          "only its middle 800 x 600 pixels would be shown"});
+                          "make it 800 x 600: only its middle is shown"});
 }
 
 void check_presence(const std::string& path, const char* advice, Faults& faults) {
@@ -97,15 +97,15 @@ void check_program_files(Installation&, Faults& faults) {
     for (const char* film : films)
         check_film(film, faults);
     for (const char* module : modules)
-        check_presence(platform::module_file_name(module), "the game module cannot be entered without it", faults);
+        check_presence(platform::module_file_name(module), "put the game module there, or it cannot be entered",
+                       faults);
     constexpr int offered_keyboards = 6;
     for (int keyboard = 0; keyboard < offered_keyboards; ++keyboard)
-        check_presence(std::string(keyboard_mapping_file(keyboard)), "the keyboard layout cannot be chosen without it",
-                       faults);
-    check_presence(manual, "the manual cannot be opened without it", faults);
+        check_presence(std::string(keyboard_mapping_file(keyboard)),
+                       "put the keyboard mapping there, or its layout cannot be chosen", faults);
+    check_presence(manual, "put the manual there, or it cannot be opened", faults);
     if (!file_exists(log_folder, FA_DIREC | FA_ARCH | FA_RDONLY | FA_HIDDEN, nullptr))
-        faults.push_back(
-            {log_folder, 0, -1, "", "is missing", "the program never makes it, and cannot log without it"});
+        faults.push_back({log_folder, 0, -1, "", "is missing", "make the folder: the program cannot log without it"});
 }
 
 } // namespace vcc::kit

@@ -98,17 +98,17 @@ void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step,
             {screen.slot_file, 0, index, field, std::string("the ") + row.role + " " + problem, std::move(advice)});
     };
     if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)])) {
-        report("", "is missing", "the program looks for it at this number");
+        report("", "is missing", "put it at this number, where the program looks for it");
         return;
     }
     const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
     if (const std::string fault = fault_of_form(row.form, slot); !fault.empty())
-        report("", fault, "the program looks for it at this number");
+        report("", fault, "make it one: the program looks for it at this number");
     if (row.action != any_action && slot.action != row.action + step)
         report("action", "has action " + std::to_string(slot.action),
                "it must be " + std::to_string(row.action + step));
-    if (row.needs_toggle && !screen.set.has_toggle(index))
-        report("", "has no toggle record", "its other look is there");
+    if (row.needs_toggle && !screen.toggles_lost && !screen.set.has_toggle(index))
+        report("", "has no toggle record", "add one: its other look is there");
 }
 
 void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
@@ -119,7 +119,7 @@ void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
 
 void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
     const int index = value_record(value);
-    if (!screen.set.has_slot(index))
+    if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)]))
         return; // told by the fixed slots
     const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
     const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
@@ -159,9 +159,10 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
                                   "give a slot action " + std::to_string(needed.action)});
         }
         const ScreenFiles& pages = screen_of(language, message);
-        if (!pages.set.slots.empty() && is_text_window(pages.set.slots[0])) {
+        if (language.windows_usable && !pages.set.slots.empty() && is_text_window(pages.set.slots[0])) {
             const int window = pages.set.slots[0].graphic;
             if (window >= 0 && window < text_window_count &&
+                language.windows_described[static_cast<std::size_t>(window)] &&
                 language.windows[static_cast<std::size_t>(window)].pixel_coords == 0)
                 faults.push_back({language.window_file, 0, -1, "+" + std::to_string(window),
                                   "the help window counts in cells", "give it w1 and edges in pixels"});
@@ -169,9 +170,9 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
     }
     for (const int window : {info_window, group_window, value_window, module_window, sound_group_window, style_window})
         for (const LanguageFiles& language : installation.by_language)
-            if (!language.windows_described[static_cast<std::size_t>(window)])
+            if (language.windows_usable && !language.windows_described[static_cast<std::size_t>(window)])
                 faults.push_back({language.window_file, 0, -1, "+" + std::to_string(window), "is missing",
-                                  "the program reads this window's place"});
+                                  "describe it: the program reads its place"});
 }
 
 void check_values(Installation& installation, Faults& faults) {

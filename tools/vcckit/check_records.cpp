@@ -1,6 +1,8 @@
 // Every record of every slot and toggle file by itself, and against what its numbers refer to.
 #include "check.h"
 
+#include "fields.h"
+
 #include "cc/actions.h"
 #include "cc/option_rows.h"
 #include "cc/options_screen.h"
@@ -81,7 +83,7 @@ void check_place(const Subject& at) {
 void check_toggle(const Subject& at) {
     if (at.slot.toggle < -1)
         at.report("toggle", number(at.slot.toggle) + " means nothing", "-1 is inert, 0 plain, above 0 highlighted");
-    if (at.is_toggle || at.slot.toggle <= 0)
+    if (at.is_toggle || at.slot.toggle <= 0 || at.screen.toggles_lost)
         return;
     const int looks = at.slot.input_mode == 0 ? at.index : at.slot.toggle;
     if (!at.screen.set.has_toggle(looks))
@@ -90,7 +92,8 @@ void check_toggle(const Subject& at) {
 }
 
 void check_activated(const Subject& at) {
-    if (!at.is_toggle && at.slot.activated != 0 && !at.screen.set.has_toggle(at.slot.activated))
+    if (!at.is_toggle && !at.screen.toggles_lost && at.slot.activated != 0 &&
+        !at.screen.set.has_toggle(at.slot.activated))
         at.report("activated", "there is no toggle record " + number(at.slot.activated) + " with its pressed look",
                   "add the record, or set activated to 0");
 }
@@ -98,7 +101,7 @@ void check_activated(const Subject& at) {
 void check_buffer(const Subject& at) {
     const bool background =
         at.index == 0 && !at.is_toggle && at.screen.kind != ScreenKind::info && at.screen.kind != ScreenKind::message;
-    if (!background && !at.is_picture())
+    if ((!background && !at.is_picture()) || !at.installation.listed_buffers)
         return;
     const auto found = at.installation.buffers.find(at.slot.buffer);
     const bool made = at.slot.buffer >= window_copy_buffer && at.slot.buffer < graphic_buffer_count;
@@ -129,7 +132,7 @@ void check_buffer(const Subject& at) {
 }
 
 void check_window(const Subject& at) {
-    if (!at.is_window())
+    if (!at.is_window() || !at.language.windows_usable)
         return;
     const int window = at.slot.graphic;
     if (window < 0 || window >= text_window_count || !at.language.windows_described[static_cast<std::size_t>(window)])
@@ -138,7 +141,8 @@ void check_window(const Subject& at) {
 
 void check_sounds(const Subject& at) {
     const auto check = [&](const char* field, int sound) {
-        if (sound != 0 && (sound < 0 || sound >= first_theme_entry || !at.installation.sounds.contains(sound)))
+        if (at.installation.listed_sounds && sound != 0 &&
+            (sound < 0 || sound >= first_theme_entry || !at.installation.sounds.contains(sound)))
             at.report(field, "there is no sound " + number(sound), "tools/vcc.snd names the sounds; 0 is none");
     };
     check("sound", at.slot.sound);
@@ -163,7 +167,7 @@ void check_action(const Subject& at) {
 }
 
 void check_extent(const Subject& at) {
-    if (is_hidden(at.slot) || at.is_window())
+    if (is_hidden(at.slot) || at.is_window() || !at.installation.fonts)
         return;
     Rect area = slot_rect(at.slot);
     if (at.is_text()) {
@@ -185,7 +189,7 @@ void check_extent(const Subject& at) {
 }
 
 void check_text(const Subject& at) {
-    if (!at.is_text() || at.slot.font < 0 || at.slot.font >= font_count)
+    if (!at.is_text() || at.slot.font < 0 || at.slot.font >= font_count || !at.installation.fonts)
         return;
     std::string text(at.text());
     trim_right(text);
@@ -204,9 +208,18 @@ void check_text(const Subject& at) {
                   "widen the box to " + number(long{at.slot.size} * cell_width(at.slot.font)) + " pixels");
 }
 
+void check_ends(const Subject& at) {
+    for (const TextField& field : text_fields())
+        if (bytes_of(at.slot, field).back() != '\0')
+            at.report(std::string(field.name), "has no zero byte at its end",
+                      std::to_string(field.size - 1) + " characters fit; shorten it");
+    if (!at.is_toggle && at.slot.help_number < 0)
+        at.report("help_number", "there is no help entry " + number(at.slot.help_number), "0 is none");
+}
+
 constexpr void (*record_checks[])(const Subject&) = {
     check_font,   check_colours, check_place,  check_toggle, check_activated, check_buffer,
-    check_window, check_sounds,  check_action, check_extent, check_text,
+    check_window, check_sounds,  check_action, check_extent, check_text,      check_ends,
 };
 
 void check_set(const Installation& installation, const LanguageFiles& language, const ScreenFiles& screen,
@@ -233,6 +246,12 @@ bool can_be_pressed(ScreenKind kind, const Slot& slot, int index) {
 
 void check_records(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language)
+        for (std::size_t i = 0; i < language.windows.size() && installation.listed_sounds; ++i)
+            if (const int sound = language.windows[i].open_sound;
+                language.windows_described[i] && sound != 0 && !installation.sounds.contains(sound))
+                faults.push_back({language.window_file, 0, -1, "+" + number(static_cast<long long>(i)) + ": o",
+                                  "there is no sound " + number(sound), "tools/vcc.snd names the sounds; 0 is none"});
+    for (const LanguageFiles& language : installation.by_language)
         for (const ScreenFiles& screen : language.screens)
             check_set(installation, language, screen, faults);
 }
@@ -249,7 +268,7 @@ void check_overlaps(Installation& installation, Faults& faults) {
                     const Rect one = slot_rect(a), other = slot_rect(b);
                     if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
                         faults.push_back({screen.slot_file, 0, i, "", "overlaps slot " + number(j),
-                                          "the pointer reaches only the first of them there"});
+                                          "move one of them: the pointer reaches only the first there"});
                 }
             }
         }

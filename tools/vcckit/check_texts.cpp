@@ -81,8 +81,12 @@ private:
         for (const int colour : {entry.text_colour, entry.shadow_colour})
             if (!is_colour(colour))
                 report(path, text, number, "there is no colour " + std::to_string(colour), "colours are 0 to 255");
-        if (entry.sound != 0 && !installation_.sounds.contains(entry.sound))
-            report(path, text, number, "there is no sound " + std::to_string(entry.sound), "0 is none");
+        if (!is_colour(entry.window_colour))
+            report(path, text, number, "there is no window colour " + std::to_string(entry.window_colour),
+                   "colours are 0 to 255");
+        if (installation_.listed_sounds && entry.sound != 0 && !installation_.sounds.contains(entry.sound))
+            report(path, text, number, "there is no sound " + std::to_string(entry.sound),
+                   "tools/vcc.snd names the sounds; 0 is none");
         look_at_lines(path, text, number, entry, entry.lines);
         for (const int page : entry.pages) {
             if (page == number)
@@ -113,8 +117,8 @@ private:
     Rect window() const {
         const ScreenFiles& pages = screen_of(language_, ScreenKind::message);
         const int number = pages.set.slots.empty() ? -1 : pages.set.slots[0].graphic;
-        if (number < 0 || number >= text_window_count)
-            return {0, 0, 800, 600};
+        if (number < 0 || number >= text_window_count || !language_.windows_described[static_cast<std::size_t>(number)])
+            return {0, 0, 800, 600}; // told where the windows are checked
         const TextWindow& at = language_.windows[static_cast<std::size_t>(number)];
         return {at.left, at.top, at.right, at.bottom};
     }
@@ -183,6 +187,8 @@ void check_help(Installation& installation, Faults& faults) {
 void check_program_texts(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language) {
         const ScreenFiles& screen = screen_of(language, ScreenKind::options);
+        if (!language.windows_usable)
+            continue;
         const int value_edge = right_edge(language, value_window);
         for (int value = 0; value < value_entry_limit; ++value) {
             std::string_view widest;
@@ -218,9 +224,12 @@ void check_languages(Installation& installation, Faults& faults) {
             compare_records(a.set.toggles, b.set.toggles, b.toggle_file, faults);
         }
         for (std::size_t window = 0; window < text_window_count; ++window)
-            if (first.windows_described[window] != other.windows_described[window])
+            if (first.windows_usable && other.windows_usable &&
+                first.windows_described[window] != other.windows_described[window])
                 faults.push_back({other.window_file, 0, -1, "+" + std::to_string(window),
                                   "is described in one language only", "describe it in both"});
+        if (!installation.text_file(first.message_file) || !installation.text_file(other.message_file))
+            continue; // told where the files are read
         std::vector<int> missing;
         std::ranges::set_symmetric_difference(first.messages, other.messages, std::back_inserter(missing));
         for (const int message : missing)

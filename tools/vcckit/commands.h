@@ -1,13 +1,20 @@
-// What the command line can do beside packing and unpacking. Every command returns the exit status.
+// What the command line can do. Every command returns the exit status.
 #pragma once
 
 #include "render.h"
 
 #include <string>
+#include <vector>
 
 namespace vcc::kit {
 
 inline constexpr int exit_clean = 0, exit_faults = 1, exit_unusable = 2;
+
+/// Makes the slot and toggle files of screen sources. A source with mistakes writes nothing.
+int run_pack(const std::vector<std::string>& sources, const std::string& installation);
+
+/// Writes the source of a slot file, or of one in each language; to standard output without a name.
+int run_unpack(const std::vector<std::string>& files, const std::string& output);
 
 /// Checks an installation and writes the faults to standard output, as text or as JSON.
 int run_check(const std::string& folder, bool json);

@@ -48,7 +48,8 @@ inline constexpr std::array<ScreenRow, screen_kind_count> screen_rows{{
 struct ScreenFiles {
     ScreenKind kind = ScreenKind::menu;
     std::string slot_file, toggle_file;
-    SlotSet set; ///< empty when the file cannot be used
+    SlotSet set;               ///< empty when the file cannot be used
+    bool toggles_lost = false; ///< the toggle file cannot be used: told once, not for every slot
 };
 
 struct LanguageFiles {
@@ -56,7 +57,8 @@ struct LanguageFiles {
     std::string window_file, message_file;
     std::array<TextWindow, text_window_count> windows;
     std::bitset<text_window_count> windows_described;
-    std::set<int> messages; ///< indices that the message file names
+    bool windows_usable = false; ///< the window file could be read
+    std::set<int> messages;      ///< indices that the message file names
 };
 
 struct Installation {
@@ -65,12 +67,17 @@ struct Installation {
     std::set<int> sounds;                   ///< entries that the sound set-up names a file for
     std::map<int, std::string> themes;      ///< theme number from 0, path of its file
     std::map<int, std::string> theme_names; ///< as players see them
+    bool listed_buffers = false;            ///< the buffer list could be read
+    bool listed_sounds = false;             ///< the sound set-up could be read
     bool fonts = false;                     ///< all eleven fonts are loaded and have their sizes
     mutable std::map<std::string, std::optional<std::string>> text_files; ///< what text_file() has read
 
     /// The bytes of a text file, read once; nothing when it cannot be read.
     const std::optional<std::string>& text_file(const std::string& path) const;
 };
+
+/// "does not exist" or "cannot be read".
+std::string reason_unreadable(const std::string& path);
 
 inline const ScreenFiles& screen_of(const LanguageFiles& language, ScreenKind kind) {
     return language.screens[static_cast<std::size_t>(kind)];

@@ -1,5 +1,7 @@
 #include "latin1.h"
 
+#include "utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -42,22 +44,13 @@ void append_utf8(std::string& out, char32_t character) {
 
 std::optional<std::string> to_latin1(std::string_view utf8) {
     std::string out;
-    for (std::size_t i = 0; i < utf8.size();) {
-        const auto lead = static_cast<unsigned char>(utf8[i++]);
-        // Nothing beyond three bytes has a place in the character set.
-        const int more = lead < 0x80 ? 0 : lead >> 5 == 6 ? 1 : lead >> 4 == 14 ? 2 : -1;
-        if (more < 0)
-            return std::nullopt;
-        char32_t character = more == 0 ? lead : more == 1 ? lead & 0x1Fu : lead & 0x0Fu;
-        for (int k = 0; k < more; ++k) {
-            if (i == utf8.size() || (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80)
-                return std::nullopt;
-            character = character << 6 | (static_cast<unsigned char>(utf8[i++]) & 0x3Fu);
-        }
-        const auto byte = byte_of(character);
+    while (!utf8.empty()) {
+        const Utf8Character next = first_character(utf8);
+        const auto byte = next.size == 0 ? std::nullopt : byte_of(next.code);
         if (!byte)
             return std::nullopt;
         out += static_cast<char>(*byte);
+        utf8.remove_prefix(next.size);
     }
     return out;
 }

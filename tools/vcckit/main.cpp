@@ -1,211 +1,147 @@
-// vcckit: the tool for the people who make or change an installation.
+// vcckit: the tool for the people who make or change an installation. Here is its command line.
 #include "commands.h"
-#include "screen_source.h"
-#include "unpack.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace vcc::kit;
 
-void complain(const std::string& text) {
-    std::fprintf(stderr, "%s\n", text.c_str());
+const std::map<std::string, RenderedScreen> screens{{"menu", RenderedScreen::menu},
+                                                    {"options", RenderedScreen::options},
+                                                    {"help", RenderedScreen::help},
+                                                    {"message", RenderedScreen::message}};
+
+constexpr const char* examples =
+    "Examples:\n"
+    "  vcckit check veldor\n"
+    "  vcckit render veldor --screen menu -o menu.png\n"
+    "  vcckit unpack veldor/tools/language/english/e_vcc.slt veldor/tools/language/german/g_vcc.slt -o vcc.toml\n"
+    "  vcckit pack vcc.toml -o veldor\n"
+    "  vcckit show veldor/images/menu.pcx\n\n"
+    "\"vcckit COMMAND --help\" has more of them.\n\n"
+    "Exit status: 0 done or clean, 1 mistakes in a source or faults in an installation, 2 a file that cannot be\n"
+    "read or written, or an installation with which the program does not reach its menu.";
+
+struct Arguments {
+    std::vector<std::string> sources, files;
+    std::string installation, output, checked, rendered, picture, shown, screen, language = "en";
+    bool json = false;
+    RenderRequest request;
+};
+
+CLI::App& add_pack(CLI::App& app, Arguments& given) {
+    CLI::App& command = *app.add_subcommand("pack", "Makes slot and toggle files from screen sources");
+    command.add_option("SOURCE", given.sources, "screen sources")->required()->type_name("FILE.toml");
+    command.add_option("-o,--output", given.installation, "folder of the installation")->required()->type_name("DIR");
+    command.footer(
+        "Examples:\n"
+        "  vcckit pack vcc.toml -o veldor                    writes e_vcc.slt, e_vcc.tgl, g_vcc.slt, g_vcc.tgl\n"
+        "  vcckit pack screens/*.toml -o veldor");
+    return command;
 }
 
-std::optional<std::string> read_bytes(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in || fs::is_directory(path)) {
-        complain("vcckit: cannot read " + path.string());
-        return std::nullopt;
-    }
-    return std::string{std::istreambuf_iterator<char>(in), {}};
+CLI::App& add_unpack(CLI::App& app, Arguments& given) {
+    CLI::App& command = *app.add_subcommand("unpack", "Writes a screen source from slot files");
+    command
+        .add_option("FILE", given.files,
+                    "slot file, and that of the second language; toggle files beside them are read as well")
+        ->required()
+        ->expected(1, 2)
+        ->type_name("FILE.slt");
+    command.add_option("-o,--output", given.output, "source to write; standard output without it")
+        ->type_name("FILE.toml");
+    command.footer("Examples:\n"
+                   "  vcckit unpack e_vcc.slt                           one language, to standard output\n"
+                   "  vcckit unpack e_vcc.slt g_vcc.slt -o vcc.toml     both languages in one source");
+    return command;
 }
 
-bool write_bytes(const fs::path& path, const std::string& bytes) {
-    std::error_code error;
-    if (path.has_parent_path())
-        fs::create_directories(path.parent_path(), error);
-    std::ofstream out(path, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (out.flush())
-        return true;
-    complain("vcckit: cannot write " + path.string());
-    return false;
+CLI::App& add_check(CLI::App& app, Arguments& given) {
+    CLI::App& command =
+        *app.add_subcommand("check", "Reads a whole installation as the program would and reports every fault");
+    command.add_option("DIR", given.checked, "folder of the installation")->required()->type_name("DIR");
+    command.add_flag("--json", given.json, "one JSON object for machines");
+    command.footer("Examples:\n"
+                   "  vcckit check veldor                               everything that is wrong with it\n"
+                   "  vcckit check veldor --json | jq '.faults[].file'");
+    return command;
 }
 
-bool write_screen(const Screen& screen, const fs::path& installation) {
-    for (std::size_t i = 0; i < languages.size(); ++i) {
-        const ScreenRecords& records = screen.records[i];
-        const fs::path stem = installation / "tools" / "language" / languages[i].folder /
-                              (std::string(languages[i].prefix) + screen.name);
-        fs::path slots = stem, toggles = stem;
-        slots += ".slt";
-        toggles += ".tgl";
-        if (!write_bytes(slots, slot_file_bytes(records.slots)))
-            return false;
-        std::error_code ignored;
-        if (!records.has_toggle_file)
-            fs::remove(toggles, ignored);
-        else if (!write_bytes(toggles, slot_file_bytes(records.toggles)))
-            return false;
-    }
-    return true;
+CLI::App& add_render(CLI::App& app, Arguments& given) {
+    RenderRequest& request = given.request;
+    CLI::App& command = *app.add_subcommand("render", "Draws a screen into a PNG file, without a display");
+    command.add_option("DIR", given.rendered, "folder of the installation")->required()->type_name("DIR");
+    command.add_option("--screen", given.screen, "help is that of a menu slot; message says that there is no help")
+        ->required()
+        ->type_name("SCREEN")
+        ->check(CLI::IsMember({"menu", "options", "help", "message"}));
+    command.add_option("--language", given.language, "English or German")
+        ->type_name("CODE")
+        ->check(CLI::IsMember({"en", "de"}));
+    command.add_option("--row", request.row, "options: number of the option whose values are shown")->type_name("N");
+    command.add_option("--module", request.module, "options: 0 HQ, 1 Factory, 2 Battle, 3 control centre")
+        ->type_name("M")
+        ->check(CLI::IsMember({0, 1, 2, 3}));
+    command.add_option("--hover", request.hover, "slot under the pointer; help: the slot that it is about")
+        ->type_name("SLOT")
+        ->check(CLI::Range(0, 199).description("0 to 199"));
+    command.add_option("--depth", request.depth, "bits of a pixel")
+        ->type_name("BITS")
+        ->check(CLI::IsMember({15, 16, 24, 32}));
+    command.add_option("-o,--output", given.picture, "PNG file to write")->required()->type_name("FILE.png");
+    command.footer("Examples:\n"
+                   "  vcckit render veldor --screen menu -o menu.png    the very picture that the program shows\n"
+                   "  vcckit render veldor --screen options --language de --row 5 --hover 58 -o depth.png\n"
+                   "  vcckit render veldor --screen help --hover 5 -o help.png");
+    return command;
 }
 
-const std::map<std::string, RenderedScreen> screen_words{{"menu", RenderedScreen::menu},
-                                                         {"options", RenderedScreen::options},
-                                                         {"help", RenderedScreen::help},
-                                                         {"message", RenderedScreen::message}};
-
-int pack(const std::vector<std::string>& sources, const std::string& installation) {
-    int status = exit_clean;
-    for (const std::string& source : sources) {
-        const auto text = read_bytes(source);
-        if (!text)
-            return exit_unusable;
-        ScreenSource read = read_screen_source(*text);
-        for (const SourceFault& fault : read.faults)
-            complain(source + ":" + std::to_string(fault.line) + ": " + fault.text);
-        if (!read.faults.empty()) {
-            status = exit_faults;
-            continue;
-        }
-        if (read.screen.name.empty())
-            read.screen.name = fs::path(source).stem().string();
-        if (!write_screen(read.screen, installation))
-            return exit_unusable;
-    }
-    return status;
-}
-
-bool read_records(const fs::path& path, std::vector<vcc::Slot>& records) {
-    const auto bytes = read_bytes(path);
-    if (!bytes)
-        return false;
-    std::string fault;
-    records = records_of(*bytes, fault);
-    if (!fault.empty())
-        complain(path.string() + ": not a slot file: " + fault);
-    return fault.empty();
-}
-
-std::string screen_name(const fs::path& slot_file) {
-    std::string name = slot_file.stem().string();
-    for (const LanguageRow& language : languages)
-        if (name.starts_with(language.prefix))
-            return name.substr(language.prefix.size());
-    return name;
-}
-
-/// One file stands for both languages.
-int unpack(const std::vector<std::string>& files, const std::string& output) {
-    Screen screen;
-    screen.name = screen_name(files.front());
-    for (std::size_t i = 0; i < languages.size(); ++i) {
-        const fs::path slots = files[std::min(i, files.size() - 1)];
-        fs::path toggles = slots;
-        toggles.replace_extension(".tgl");
-        ScreenRecords& records = screen.records[i];
-        records.has_toggle_file = fs::exists(toggles);
-        if (!read_records(slots, records.slots) || (records.has_toggle_file && !read_records(toggles, records.toggles)))
-            return exit_unusable;
-    }
-    if (const std::string difference = difference_of_structure(screen); !difference.empty()) {
-        complain("vcckit: " + difference + ": unpack each file by itself");
-        return exit_unusable;
-    }
-    const std::string source = write_screen_source(screen);
-    if (output.empty())
-        return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;
-    return write_bytes(output, source) ? exit_clean : exit_unusable;
+CLI::App& add_show(CLI::App& app, Arguments& given) {
+    CLI::App& command = *app.add_subcommand("show", "Prints a file of an installation readably");
+    command
+        .add_option("FILE", given.shown,
+                    "slot, toggle, window, buffer, sound, message, help, settings, PCX, WAV or AVI file")
+        ->required()
+        ->type_name("FILE");
+    command.footer("Examples:\n"
+                   "  vcckit show veldor/images/menu.pcx\n"
+                   "  vcckit show veldor/tools/language/english/e_vcc.slt");
+    return command;
 }
 
 } // namespace
 
 // The set-up of the command line throws only on a mistake of ours.
 int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
-    CLI::App app{"Makes, unmakes, checks and shows the files of a Veldor installation."};
+    CLI::App app{"Makes, unmakes, checks and shows the files of a Veldor installation.", "vcckit"};
     app.require_subcommand(1);
-    app.footer(
-        "Examples:\n"
-        "  vcckit pack screens/menu.toml -o veldor\n"
-        "  vcckit unpack veldor/tools/language/english/e_vcc.slt -o vcc.toml\n"
-        "  vcckit unpack e_vcc.slt g_vcc.slt -o vcc.toml     both languages in one source\n"
-        "  vcckit check veldor                               everything that is wrong with an installation\n"
-        "  vcckit check veldor --json | jq '.faults[].file'\n"
-        "  vcckit render veldor --screen menu -o menu.png    the very picture that the program shows\n"
-        "  vcckit render veldor --screen options --language de --row 5 --hover 58 -o depth.png\n"
-        "  vcckit render veldor --screen help --hover 5 -o help.png\n"
-        "  vcckit show veldor/images/menu.pcx                any file of an installation, readably\n\n"
-        "Exit status: 0 done or clean, 1 mistakes in a source or faults in an installation, 2 a file that cannot be\n"
-        "read or written, or an installation with which the program does not reach its menu.");
-
-    std::vector<std::string> sources;
-    std::string installation;
-    CLI::App& pack_command = *app.add_subcommand("pack", "Makes slot and toggle files from screen sources");
-    pack_command.add_option("SOURCE", sources, "screen sources (TOML)")->required();
-    pack_command.add_option("-o,--output", installation, "folder of the installation")->required();
-
-    std::vector<std::string> files;
-    std::string output;
-    CLI::App& unpack_command = *app.add_subcommand("unpack", "Writes a screen source from slot files");
-    unpack_command
-        .add_option("FILE", files,
-                    "slot file, and that of the second language; toggle files beside them are read as well")
-        ->required()
-        ->expected(1, 2);
-    unpack_command.add_option("-o,--output", output, "source to write; standard output without it");
-
-    std::string checked;
-    bool json = false;
-    CLI::App& check_command =
-        *app.add_subcommand("check", "Reads a whole installation as the program would and reports every fault");
-    check_command.add_option("DIR", checked, "folder of the installation")->required();
-    check_command.add_flag("--json", json, "one JSON object for machines");
-
-    RenderRequest request;
-    std::string rendered, picture, language = "en";
-    CLI::App& render_command = *app.add_subcommand("render", "Draws a screen into a PNG file, without a display");
-    render_command.add_option("DIR", rendered, "folder of the installation")->required();
-    render_command.add_option("--screen", request.screen, "menu, options, help (of a menu slot) or message (no help)")
-        ->required()
-        ->transform(CLI::Transformer(screen_words));
-    render_command.add_option("--language", language, "en or de")->check(CLI::IsMember({"en", "de"}));
-    render_command.add_option("--row", request.row, "options: number of the option whose values are shown");
-    render_command.add_option("--module", request.module, "options: 0 HQ, 1 Factory, 2 Battle, 3 control centre")
-        ->check(CLI::Range(0, 3));
-    render_command.add_option("--hover", request.hover, "slot under the pointer; help: the slot that it is about")
-        ->check(CLI::Range(0, 199));
-    render_command.add_option("--depth", request.depth, "bits of a pixel")->check(CLI::IsMember({15, 16, 24, 32}));
-    render_command.add_option("-o,--output", picture, "PNG file to write")->required();
-
-    std::string shown;
-    CLI::App& show_command = *app.add_subcommand("show", "Prints a file of an installation readably");
-    show_command
-        .add_option("FILE", shown, "slot, toggle, window, buffer, sound, message, help, settings, PCX, WAV or AVI file")
-        ->required();
-
+    app.footer(examples);
+    Arguments given;
+    const CLI::App& pack = add_pack(app, given);
+    const CLI::App& unpack = add_unpack(app, given);
+    const CLI::App& check = add_check(app, given);
+    const CLI::App& render = add_render(app, given);
+    add_show(app, given);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? exit_clean : exit_unusable;
     }
-    if (check_command.parsed())
-        return run_check(checked, json);
-    request.language = language == "de" ? 1 : 0;
-    if (render_command.parsed())
-        return run_render(rendered, request, picture);
-    if (show_command.parsed())
-        return run_show(shown);
-    return pack_command.parsed() ? pack(sources, installation) : unpack(files, output);
+    given.request.language = given.language == "de" ? 1 : 0;
+    if (pack.parsed())
+        return run_pack(given.sources, given.installation);
+    if (unpack.parsed())
+        return run_unpack(given.files, given.output);
+    if (check.parsed())
+        return run_check(given.checked, given.json);
+    if (render.parsed()) {
+        given.request.screen = screens.at(given.screen);
+        return run_render(given.rendered, given.request, given.picture);
+    }
+    return run_show(given.shown);
 }

@@ -146,7 +146,7 @@ std::optional<std::int32_t> number_of_name(Meaning meaning, std::string_view nam
 
 std::optional<std::string> name_of_number(Meaning meaning, std::int32_t number) {
     for (const NameRow& row : rows) {
-        if (row.meaning != meaning || number < row.first || number - row.first >= row.count)
+        if (row.meaning != meaning || number < row.first || std::int64_t{number} - row.first >= row.count)
             continue;
         std::string name(row.name);
         return row.count == 1 ? name : name + "_" + std::to_string(number - row.first);

@@ -45,9 +45,11 @@ void read_fonts(Installation& installation, Faults& faults) {
 void read_buffers(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(buffer_file);
     if (!text) {
-        faults.push_back({buffer_file, 0, -1, "", "cannot be read", "the program needs its pictures", true});
+        faults.push_back({buffer_file, 0, -1, "", reason_unreadable(buffer_file),
+                          "write the list: docs/formats.md describes it", true});
         return;
     }
+    installation.listed_buffers = true;
     LineReader lines(*text);
     int number = 0;
     while (const auto line = lines.next()) {
@@ -61,12 +63,23 @@ void read_buffers(Installation& installation, Faults& faults) {
             number = to_number(line->substr(1));
             if (number < 0 || number >= graphic_buffer_count) {
                 report("there is no graphic buffer " + std::to_string(number), "buffers are 0 to 24", number < 0);
+                installation.listed_buffers = false; // what follows is not known
                 return;
             }
             continue;
         }
-        if (key == '*')
+        if (key == '*') {
+            if (const int checked = to_number(line->substr(1)); checked < 0 || checked >= graphic_buffer_count) {
+                report("there is no graphic buffer " + std::to_string(checked), "take the line out", true);
+                installation.listed_buffers = false;
+                return;
+            }
             continue;
+        }
+        if (key == '\0') {
+            report("the line is empty, and is taken for the name of a picture", "take the line out", true);
+            continue;
+        }
         const std::string path(*line);
         if (made_by_program(number))
             report("buffer " + std::to_string(number) + " is one that the program makes", "use 0 to 20");

@@ -15,6 +15,7 @@ namespace {
 
 constexpr const char* setup_file = "tools/vcc.snd";
 constexpr std::size_t name_limit = 20;
+constexpr int film_sound = 181; ///< and the next one
 
 class SetupWalk {
 public:
@@ -86,7 +87,9 @@ private:
         if (step.action == SetupAction::load_effect) {
             if (!load_effect_file(path))
                 report(path + " is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz",
-                       "the whole sound would stay off");
+                       "convert it to that, at most 16 MB: otherwise the whole sound stays off");
+            else if (is_cut(path))
+                report(path + " ends before its sound does", "write the file again");
             return;
         }
         installation_.themes[state_.entry - first_theme_entry] = path;
@@ -94,7 +97,9 @@ private:
         if (step.action == SetupAction::register_file_only)
             report("entries from 190 on are music themes", "its name line begins with the section sign");
         if (const std::string fault = loop_fault(path); !fault.empty())
-            report(path + " " + fault, "a theme is played again and again");
+            report(path + " " + fault, "make it PCM that runs into itself: a theme is played again and again");
+        else if (is_cut(path))
+            report(path + " ends before its sound does", "write the file again");
     }
 
     Installation& installation_;
@@ -109,10 +114,19 @@ private:
 
 void read_sounds(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(setup_file);
-    if (text)
-        SetupWalk(installation, faults).run(*text);
-    else
-        faults.push_back({setup_file, 0, -1, "", "cannot be read", "there would be no sound at all"});
+    if (!text) {
+        faults.push_back({setup_file, 0, -1, "", reason_unreadable(setup_file),
+                          "write the list, or there is no sound: docs/formats.md describes it"});
+        return;
+    }
+    SetupWalk(installation, faults).run(*text);
+    installation.listed_sounds = !installation.sounds.empty();
+    for (const int sound : {film_sound, film_sound + 1})
+        if (installation.listed_sounds && !installation.sounds.contains(sound))
+            faults.push_back({setup_file, 0, -1, "+" + std::to_string(sound), "is missing",
+                              "add the entry: a film of the start is played with it"});
+    if (installation.listed_sounds && installation.themes.empty())
+        faults.push_back({setup_file, 0, -1, "+190", "is missing", "add a theme, or there is no music"});
 }
 
 } // namespace vcc::kit

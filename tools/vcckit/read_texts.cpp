@@ -66,19 +66,20 @@ struct WindowRange {
     std::string_view key;
     int TextWindow::*member;
     int min, max;
+    const char* allowed;
 };
 constexpr int any_low = std::numeric_limits<int>::min(), any_high = std::numeric_limits<int>::max();
 constexpr WindowRange window_ranges[] = {
-    {"f", &TextWindow::title_colour, 0, colour_count - 1},
-    {"c", &TextWindow::colour, any_low, colour_count - 1},
-    {"-", &TextWindow::style, any_low, any_high},
-    {"r", &TextWindow::red, 0, 255},
-    {"g", &TextWindow::green, 0, 255},
-    {"b", &TextWindow::blue, 0, 255},
-    {"h", &TextWindow::alpha, 0, 255},
-    {"s", &TextWindow::shadow, 0, 100},
-    {"l", &TextWindow::grid, any_low, 800},
-    {"t", &TextWindow::font, 0, font_count - 1},
+    {"f", &TextWindow::title_colour, 0, colour_count - 1, "0 to 255 is allowed"},
+    {"c", &TextWindow::colour, any_low, colour_count - 1, "0 to 255 is allowed; below 0 there is no fill"},
+    {"-", &TextWindow::style, any_low, any_high, ""},
+    {"r", &TextWindow::red, 0, 255, "0 to 255 is allowed"},
+    {"g", &TextWindow::green, 0, 255, "0 to 255 is allowed"},
+    {"b", &TextWindow::blue, 0, 255, "0 to 255 is allowed"},
+    {"h", &TextWindow::alpha, 0, 255, "0 to 255 is allowed"},
+    {"s", &TextWindow::shadow, 0, 100, "0 to 100 pixels are allowed"},
+    {"l", &TextWindow::grid, any_low, 800, "0 to 800 pixels are allowed"},
+    {"t", &TextWindow::font, 0, font_count - 1, "fonts are 0 to 10"},
 };
 
 void check_window_edges(const Installation&, const std::string& file, int number, const TextWindow& window,
@@ -129,8 +130,7 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
                 continue;
             const int value = to_number(line->substr(range.key.size()));
             if (value < range.min || value > range.max)
-                report(std::string(range.key), std::to_string(value) + " is out of range",
-                       range.max == font_count - 1 ? "fonts are 0 to 10" : "0 to 255 is allowed");
+                report(std::string(range.key), std::to_string(value) + " is out of range", range.allowed);
             break;
         }
         if ((*line)[0] == 'x' || (*line)[0] == 'y')
@@ -167,6 +167,9 @@ void read_settings(Installation& installation, Faults& faults) {
             continue;
         }
         const std::string key = trimmed(entry.substr(0, equals));
+        if (section.empty())
+            faults.push_back({settings_file, lines.line_number(), -1, key, "stands before the first section",
+                              "put it below its [section]"});
         if (!seen.insert(std::string(section).append("\n").append(key)).second)
             faults.push_back(
                 {settings_file, lines.line_number(), -1, key, "is given a second time", "the first one counts"});
@@ -181,10 +184,12 @@ void read_windows(Installation& installation, Faults& faults) {
                                std::string(languages[i].prefix) + "factory.tw";
         const auto& text = installation.text_file(language.window_file);
         if (!text || read_text_windows(*text, language.windows, nullptr) == 0) {
-            faults.push_back({language.window_file, 0, -1, "", text ? "describes no window" : "cannot be read",
-                              "every window has a \"-\" line", true});
+            faults.push_back({language.window_file, 0, -1, "",
+                              text ? "describes no window" : reason_unreadable(language.window_file),
+                              "describe the windows; each has a \"-\" line", true});
             continue;
         }
+        language.windows_usable = true;
         check_window_lines(language.window_file, *text, language, faults);
         for (std::size_t window = 0; window < language.windows.size(); ++window)
             if (language.windows_described[window] && window != style_window)

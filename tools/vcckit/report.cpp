@@ -1,10 +1,21 @@
 #include "report.h"
 
+#include "utf8.h"
+
 #include <cstdio>
+#include <utility>
 
 namespace vcc::kit {
 
 namespace {
+
+/// What came from a file must not steer a terminal.
+std::string harmless(std::string text) {
+    for (char& c : text)
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
+            c = '?';
+    return text;
+}
 
 /// File names and texts of an installation are Windows Latin-1.
 std::string utf8(const std::string& latin1) {
@@ -21,9 +32,9 @@ std::string utf8(const std::string& latin1) {
     return text;
 }
 
-std::string quoted(const std::string& latin1) {
+std::string quoted_utf8(const std::string& name) {
     std::string text = "\"";
-    for (const char c : utf8(latin1)) {
+    for (const char c : name) {
         const auto byte = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
             text += '\\';
@@ -39,6 +50,10 @@ std::string quoted(const std::string& latin1) {
     return text + '"';
 }
 
+std::string quoted(const std::string& latin1) {
+    return quoted_utf8(utf8(latin1));
+}
+
 } // namespace
 
 std::string text_of_fault(const Fault& fault, bool colours) {
@@ -49,7 +64,8 @@ std::string text_of_fault(const Fault& fault, bool colours) {
         place += (fault.file.ends_with(".tgl") ? ": toggle " : ": slot ") + std::to_string(fault.record);
     if (!fault.field.empty())
         place += ": " + fault.field;
-    const std::string problem = utf8(fault.problem);
+    place = harmless(std::move(place));
+    const std::string problem = utf8(harmless(fault.problem));
     const std::string advice = fault.advice.empty() ? "" : " - " + utf8(fault.advice);
     if (!colours)
         return utf8(place) + ": " + problem + advice;
@@ -58,7 +74,10 @@ std::string text_of_fault(const Fault& fault, bool colours) {
 }
 
 std::string json_of_faults(const Faults& faults, const std::string& installation) {
-    std::string json = "{\"installation\": " + quoted(installation) + ", \"faults\": [";
+    // The folder comes from the command line, which is UTF-8 unless the system is an old one.
+    std::string json =
+        "{\"installation\": " + (is_utf8(installation) ? quoted_utf8(installation) : quoted(installation)) +
+        ", \"faults\": [";
     for (const Fault& fault : faults) {
         json += (&fault == &faults.front() ? "\n" : ",\n");
         json += "  {\"file\": " + quoted(fault.file);

@@ -1,8 +1,9 @@
 #include "screen_source.h"
 
 #include "fields.h"
-#include "latin1.h"
+#include "source_text.h"
 #include "source_values.h"
+#include "utf8.h"
 
 #include <algorithm>
 #include <map>
@@ -322,8 +323,21 @@ void check_top_level(const toml::table& source, std::vector<SourceFault>& faults
 
 } // namespace
 
+bool is_screen_name(std::string_view name) {
+    const auto unfit = [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte == 0x7F || c == '/' || c == '\\' || c == ':';
+    };
+    const bool extended = name.ends_with(".slt") || name.ends_with(".tgl") || name.ends_with(".toml");
+    return !name.empty() && is_utf8(name) && std::ranges::none_of(name, unfit) && !extended;
+}
+
 ScreenSource read_screen_source(std::string_view text) {
     ScreenSource out;
+    if (const auto fault = fault_of_source_text(text)) {
+        out.faults.push_back(*fault);
+        return out;
+    }
     const toml::parse_result parsed = toml::parse(text);
     if (!parsed) {
         out.faults.push_back(
@@ -334,7 +348,7 @@ ScreenSource read_screen_source(std::string_view text) {
     check_top_level(source, out.faults);
     if (const toml::node* const name = source.get("name")) {
         out.screen.name = name->value_exact<std::string>().value_or("");
-        if (out.screen.name.empty() || out.screen.name.find_first_of("/\\:.") != std::string::npos)
+        if (!is_screen_name(out.screen.name))
             out.faults.push_back({line_of(*name), "name: must be a file name without folder and extension"});
     }
     const SourceNames names = read_names(source, out.faults);

@@ -35,6 +35,9 @@ struct ScreenSource {
     std::vector<SourceFault> faults; ///< when there is one, the screen must not be used
 };
 
+/// Whether a source may call a screen so: a file name without folder and extension.
+bool is_screen_name(std::string_view name);
+
 /// Builds the records that a source describes. docs/formats.md describes sources.
 ScreenSource read_screen_source(std::string_view text);
 

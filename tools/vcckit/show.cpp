@@ -9,6 +9,7 @@
 #include "display/picture.h"
 #include "platform/avi_header.h"
 #include "platform/latin1.h"
+#include "platform/letter_case.h"
 #include "settings/rows.h"
 #include "sound/wav_header.h"
 #include "themes.h"
@@ -20,7 +21,11 @@ namespace vcc::kit {
 namespace {
 
 std::string utf8(std::string_view latin1) {
-    return platform::utf8_from_latin1(latin1);
+    std::string text(latin1);
+    for (char& c : text) // a file must not steer a terminal
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
+            c = c == '\t' ? ' ' : '?';
+    return platform::utf8_from_latin1(text);
 }
 
 std::string shown_number(const NumberField& field, std::int32_t value) {
@@ -125,6 +130,8 @@ std::string shown_settings(const std::string&, std::string_view bytes, std::stri
     LineReader lines(bytes);
     while (const auto line = lines.next(4096)) {
         std::string entry = trim_left(*line);
+        for (char& c : entry)
+            c = static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
         trim_right(entry);
         if (entry.starts_with('[') && entry.ends_with(']'))
             section = entry.substr(1, entry.size() - 2);
@@ -139,6 +146,12 @@ std::string shown_settings(const std::string&, std::string_view bytes, std::stri
         text += "\n";
     }
     return text;
+}
+
+/// In any letter case: files copied from other systems may be written in capitals.
+bool has_ending(std::string_view path, std::string_view ending) {
+    return path.size() >= ending.size() &&
+           platform::same_but_for_case(path.substr(path.size() - ending.size()), ending);
 }
 
 struct Format {
@@ -164,7 +177,7 @@ constexpr Format formats[] = {
 
 std::string shown_file(const std::string& path, std::string_view bytes, std::string& fault) {
     for (const Format& format : formats)
-        if (path.ends_with(format.ending)) {
+        if (has_ending(path, format.ending)) {
             std::string text = format.show(path, bytes, fault);
             return fault.empty() ? text : std::string();
         }

@@ -5,6 +5,7 @@
 #include "sound/wav_header.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -59,6 +60,19 @@ double joint_ratio(std::span<const float> end, std::span<const float> beginning)
         (at_joint ? joint : beside) = std::max(at_joint ? joint : beside, bend);
     }
     return joint / std::max(beside, least_bend);
+}
+
+bool is_cut(const std::string& path) {
+    const WavHeader header = parse_wav_header(path);
+    const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
+    std::array<std::uint8_t, 4> length{};
+    // The header's length of the data stands right before them.
+    if (header.data_offset == 0 || !file ||
+        std::fseek(file.get(), header.data_offset - static_cast<long>(length.size()), SEEK_SET) != 0 ||
+        std::fread(length.data(), 1, length.size(), file.get()) != length.size())
+        return false;
+    const std::int64_t announced = length[0] | length[1] << 8 | length[2] << 16 | std::int64_t{length[3]} << 24;
+    return announced - header.data_length >= std::int64_t{header.bits / 8} * header.channels;
 }
 
 std::string loop_fault(const std::string& path) {

@@ -10,6 +10,9 @@ namespace vcc::kit {
 /// the joint bends, over the sharpest bend beside it: a click stands out above 1. Pure.
 double joint_ratio(std::span<const float> end, std::span<const float> beginning);
 
+/// Whether a PCM file is shorter than its header says.
+bool is_cut(const std::string& path);
+
 /// Why a theme cannot be played in a loop; empty when it can. `path` is a PCM file.
 std::string loop_fault(const std::string& path);
 

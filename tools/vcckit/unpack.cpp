@@ -45,6 +45,14 @@ std::string field_text(std::string_view bytes) {
     return "{ raw = \"" + hex + "\" }";
 }
 
+/// A screen's name has nothing else that a text could not hold.
+std::string quoted_name(std::string_view name) {
+    std::string text = "\"";
+    for (const char c : name)
+        text += c == '"' ? "\\\"" : std::string(1, c);
+    return text + "\"";
+}
+
 /// "field = value", by language where the languages differ.
 std::string line_for(std::string_view field, const Versions& versions,
                      const std::function<std::string(const Slot&)>& value) {
@@ -126,7 +134,9 @@ std::string difference_of_structure(const Screen& screen) {
 }
 
 std::string write_screen_source(const Screen& screen) {
-    std::string out = "name = \"" + screen.name + "\"\n";
+    std::string out;
+    if (!screen.name.empty())
+        out += "name = " + quoted_name(screen.name) + "\n";
     const ScreenRecords& first = screen.records[0];
     if (first.has_toggle_file && first.toggles.empty())
         out += "toggle_count = 0\n";

@@ -1,0 +1,156 @@
+#include "source_text.h"
+
+#include "utf8.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+constexpr int most_dots = 32; ///< of a line outside texts; a key has one table a dot, and tables end recursively
+
+constexpr bool is_blank_beyond_ascii(char32_t c) {
+    return c == 0x85 || c == 0xA0 || c == 0x1680 || c == 0x180E || (c >= 0x2000 && c <= 0x200B) || c == 0x2028 ||
+           c == 0x2029 || c == 0x202F || c == 0x205F || c == 0x2060 || c == 0x3000 || c == 0xFEFF;
+}
+
+class TextScan {
+public:
+    explicit TextScan(std::string_view source) : rest_(source) {
+        if (rest_.starts_with(byte_order_mark))
+            rest_.remove_prefix(byte_order_mark.size());
+    }
+
+    std::optional<SourceFault> run() {
+        while (!rest_.empty() && !ended_) {
+            const Utf8Character next = first_character(rest_);
+            if (next.size == 0)
+                return SourceFault{line_, "is not UTF-8: save the source in this encoding"};
+            rest_.remove_prefix(next.size);
+            if (std::string problem = take(next.code); !problem.empty())
+                return SourceFault{line_, std::move(problem)};
+            if (next.code == '\n') {
+                ++line_;
+                dots_ = 0;
+            }
+        }
+        return std::nullopt;
+    }
+
+private:
+    enum class Inside { nothing, comment, text, literal, long_text, long_literal };
+
+    std::string take(char32_t c) {
+        if (in_word_ && inside_ != Inside::nothing && inside_ != Inside::comment && c >= 0x80)
+            return code_point_name(c) + " in a text that follows a word: put a blank before the quotation mark";
+        switch (inside_) {
+        case Inside::nothing:
+            return take_outside(c);
+        case Inside::comment:
+            if (c == '\n')
+                inside_ = Inside::nothing;
+            break;
+        case Inside::text:
+        case Inside::literal:
+            take_in_line(c);
+            break;
+        case Inside::long_text:
+            return take_long_text(c);
+        case Inside::long_literal:
+            if (c == '\'')
+                close_long('\'');
+            break;
+        }
+        return {};
+    }
+
+    std::string take_outside(char32_t c) {
+        constexpr std::u32string_view ends_word = U" \t\r\n]},#", before_value = U"=[{\"'";
+        if (ends_word.find(c) != std::u32string_view::npos)
+            word_ = false;
+        else if (before_value.find(c) == std::u32string_view::npos)
+            word_ = true;
+        if (c == '#')
+            inside_ = Inside::comment;
+        else if (c == '"' || c == '\'')
+            open(static_cast<char>(c));
+        else if (c == '.' && ++dots_ > most_dots)
+            return "a key of more than " + std::to_string(most_dots) + " parts";
+        else if (is_blank_beyond_ascii(c))
+            return code_point_name(c) + " is no blank here: only space and tab are";
+        else if (c >= 0x80)
+            return code_point_name(c) + " outside a text: put it in quotation marks";
+        return {};
+    }
+
+    void open(char quote) {
+        const std::size_t more = quotes_ahead(quote, 2);
+        rest_.remove_prefix(more);
+        in_word_ = std::exchange(word_, true);
+        if (more == 2)
+            inside_ = quote == '"' ? Inside::long_text : Inside::long_literal;
+        else if (more == 0)
+            inside_ = quote == '"' ? Inside::text : Inside::literal;
+    }
+
+    void take_in_line(char32_t c) {
+        if (c == '\n')
+            ended_ = true; // the TOML reader stops here as well, and says so
+        else if (escaped_)
+            escaped_ = false;
+        else if (inside_ == Inside::text && c == '\\')
+            escaped_ = true;
+        else if (c == (inside_ == Inside::text ? '"' : '\''))
+            inside_ = Inside::nothing;
+    }
+
+    /// A backslash at the end of a line joins the next one without its leading blanks; that is where the TOML reader
+    /// looks for blanks within a text.
+    std::string take_long_text(char32_t c) {
+        const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+        if ((escaped_ || joining_) && c >= 0x80)
+            return code_point_name(c) +
+                   " behind a backslash or a line that ends in one: write it as \\u and four digits";
+        if (escaped_) {
+            escaped_ = false;
+            joining_ = blank;
+            return {};
+        }
+        joining_ = joining_ && blank;
+        if (c == '\\')
+            escaped_ = true;
+        else if (c == '"')
+            close_long('"');
+        return {};
+    }
+
+    /// Three quotation marks end a long text; up to two before them belong to it.
+    void close_long(char quote) {
+        const std::size_t more = quotes_ahead(quote, 4);
+        rest_.remove_prefix(more);
+        if (more >= 2)
+            inside_ = Inside::nothing;
+    }
+
+    std::size_t quotes_ahead(char quote, std::size_t most) const {
+        return std::min(std::min(rest_.find_first_not_of(quote), rest_.size()), most);
+    }
+
+    std::string_view rest_;
+    Inside inside_ = Inside::nothing;
+    bool word_ = false;    ///< the reader may be looking through a number, to its next blank, bracket's end or comma
+    bool in_word_ = false; ///< the text began there
+    bool escaped_ = false, joining_ = false, ended_ = false;
+    int line_ = 1, dots_ = 0;
+};
+
+} // namespace
+
+std::optional<SourceFault> fault_of_source_text(std::string_view source) {
+    return TextScan(source).run();
+}
+
+} // namespace vcc::kit
