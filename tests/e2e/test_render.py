@@ -1,7 +1,6 @@
 """vcckit render makes the very pictures that the window shows."""
 
 import os
-import struct
 import subprocess
 
 import numpy as np
@@ -14,19 +13,11 @@ from support.installation import PROJECT
 VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
 PARKED = (799, 599)
 POINTER = 32  # pixels around the pointer that are not compared
-FONT_6_CELL = (8, 14)
 OPTIONS_SLOT = 13
 
 
 def slot_place(installation, name, index):
-    """A point inside a slot."""
-    data = installation.path(f"tools/language/english/e_{name}.slt").read_bytes()
-    numbers = struct.unpack_from("<25i", data, 4 + 376 * index)
-    box_width, box_height, column, row, graphic, src_x, src_y, dest_x, dest_y = (
-        numbers[i] for i in (3, 4, 7, 8, 13, 14, 15, 16, 17))
-    if graphic:
-        return dest_x + min((box_width - src_x) // 2, 40), dest_y + (box_height - src_y) // 2
-    return column * FONT_6_CELL[0] + 4, row * FONT_6_CELL[1] + 7
+    return list(installation.slot_places(name))[index]
 
 
 CASES = [

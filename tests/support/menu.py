@@ -46,7 +46,10 @@ def wait_for_look(robot, button, wanted):
 
 def alert_length(robot):
     """Characters of the longest line of the alert box that is up, 0 without one: the box is as wide as its text."""
-    row = robot.picture((0, 294, 800, 1))[0]
+    return alert_length_in(robot.picture((0, 294, 800, 1))[0])
+
+
+def alert_length_in(row):
     plain = ((row == 255).all(axis=1) | (row == 0).all(axis=1)).tolist()
     left = right = 400
     while left > 0 and plain[left - 1]:
