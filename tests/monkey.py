@@ -21,6 +21,7 @@ KEYS = ["Escape", "Up", "Down", "Left", "Right", "Home", "End", "F1", "F4", "F12
 MOVERS = {"Up", "Down", "Left", "Right", "Home", "End", "Prior", "Next", "Tab", "KP_Home"}
 MODIFIERS = ["Shift_L", "Control_L", "Alt_L"]
 HELP_BUTTONS = [(180, 492), (300, 492), (618, 492), (400, 310)]  # and the alert's
+ACCEPT, NAME_FIELD = (80, 540), (140, 511)  # on the options screen
 MODULE_DOORS, LEAVE_DOOR = (34, 186, 250, 328), (34, 386, 250, 428)
 DAMAGES = [None, None, None, "hq.so", "battle.so", "sounds/theme03.wav", "sounds/sfx_click.wav", "images/morv3.pcx", "images/pointer.pcx", "tools/vcc.snd",
            "help/menu_en.hlp", "help/options_de.hlp"]
@@ -57,7 +58,8 @@ class Monkey:
         self.installation, self.desktop = robot.installation, robot.desktop
         self.done = self.starts = self.ends_by_itself = 0
         self.places, self.values, self.keys = collections.Counter(), collections.defaultdict(set), collections.Counter()
-        self.slots = [*self.installation.slot_places("vcc"), *self.installation.slot_places("vcc_options"), *HELP_BUTTONS]
+        self.option_places = list(self.installation.slot_places("vcc_options"))
+        self.slots = [*self.installation.slot_places("vcc"), *self.option_places, *HELP_BUTTONS]
         self.pictures = {name: np.asarray(Image.open(self.installation.path(f"images/{name}.pcx")).convert("RGB"), np.int16)[::8, ::8]
                          for name in ("menu", "options", "help")}
         self.place, self.corner, self.began = (0, 0), (0, 0), time.monotonic()
@@ -91,16 +93,13 @@ class Monkey:
             self.point(self.somewhere())
         elif what < 0.65:
             if self.may_open_a_door():
-                self.press(X.ButtonPress, dice.choice([1, 1, 1, 1, 1, 2, 3]))
+                self.press(X.ButtonPress, dice.choice([1] * 20 + [2, 3]))
         elif what < 0.67:
             if self.may_open_a_door():
                 self.press(X.KeyPress, self.desktop.keycode("Return"))
-        elif what < 0.68:
-            self.point(menu.middle("Options"))
-            self.press(X.ButtonPress, 1)
-        elif what < 0.681:
+        elif what < 0.671:
             self.key("Alt_L", "w")
-        elif what < 0.6811:
+        elif what < 0.6711:
             self.key("Alt_L", "x")
         elif what < 0.72:
             self.focus_moved_at = self.done
@@ -150,11 +149,31 @@ class Monkey:
         for _ in range(length):
             self.event()
             self.wait()
+        self.end_burst()
+        time.sleep(dice.uniform(0, 0.05))
+
+    def errand(self):
+        """To the options screen like a human, who chooses, types and mostly accepts."""
+        dice = self.dice
+        self.pause = dice.uniform(0.03, 0.1)
+        places = [menu.middle("Options"), *dice.choices(self.option_places, k=dice.randrange(1, 8)), NAME_FIELD]
+        for place in [*places, ACCEPT] if dice.random() < 0.8 else places:
+            self.point(place)
+            self.wait()
+            self.press(X.ButtonPress, 1)
+            self.wait()
+            self.done += 2
+            if place == NAME_FIELD:
+                for key in dice.choices("aZ7 .", k=dice.randrange(8)):
+                    self.press(X.KeyPress, self.desktop.keycode({" ": "space", ".": "period"}.get(key, key)))
+                    self.done += 1
+        self.end_burst()
+
+    def end_burst(self):
         for release in self.late:
             self.desktop.queue(*release)
         self.late.clear()
         self.desktop.send()
-        time.sleep(dice.uniform(0, 0.05))
 
     # the program
 
@@ -254,7 +273,7 @@ class Monkey:
                 other = self.desktop.open_other_window()
                 self.burst()
                 other.destroy()
-            self.burst()
+            self.errand() if self.dice.random() < 0.03 else self.burst()
             if bursts % PLACE_EVERY == 0:
                 self.see_place()
             if self.done >= next_report:
