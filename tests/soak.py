@@ -60,9 +60,9 @@ def passes(robot, count):
     watch, calls = Watch(robot, count), robot.installation.path("module_calls.txt")
     for done in range(1, count + 1):
         before = calls.stat().st_size if calls.exists() else 0
-        robot.desktop.key("Down", hold_s=0.05)
+        robot.key("Down")
         for attempt in range(10):  # a key that comes while the screen is drawn is forgotten
-            robot.desktop.key("Return", hold_s=0.05)
+            robot.key("Return")
             try:
                 wait_until(lambda: calls.exists() and calls.stat().st_size > before or not robot.running(), "the module's call", 2)
                 break

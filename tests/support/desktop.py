@@ -8,7 +8,8 @@ import numpy as np
 from Xlib import X, XK, display, protocol
 from Xlib.ext import xtest
 
-HOLD_S = 0.06  # the library polls: a press and release sent together are never seen
+BUTTON_HELD_S = 0.12  # the program looks at the buttons now and then: a short click is never seen on a busy machine
+KEY_HELD_S = 0.02
 SETTLE_S = 0.03
 
 SHIFTED = {**{c: c for c in "ABCDEFGHIJKLMNOPQRSTUVWXYZ"}, "!": "exclam", ":": "colon", "_": "underscore", "?": "question"}
@@ -166,9 +167,9 @@ class Desktop:
     def release_button(self, button=1):
         self._fake(X.ButtonRelease, button)
 
-    def click_here(self, button=1, hold_s=HOLD_S):
+    def click_here(self, button=1):
         self.press_button(button)
-        time.sleep(hold_s)
+        time.sleep(BUTTON_HELD_S)
         self.release_button(button)
         time.sleep(SETTLE_S)
 
@@ -185,13 +186,13 @@ class Desktop:
             raise ValueError(f"no key {name} on this keyboard")
         return code
 
-    def key(self, name, *modifiers, hold_s=HOLD_S):
+    def key(self, name, *modifiers):
         """One key by its keysym's name: key("F1"), key("x", "Alt_L"), key("Home", "Control_L")."""
         for modifier in modifiers:
             self._fake(X.KeyPress, self.keycode(modifier))
             time.sleep(SETTLE_S)
         self._fake(X.KeyPress, self.keycode(name))
-        time.sleep(hold_s)
+        time.sleep(KEY_HELD_S)
         self._fake(X.KeyRelease, self.keycode(name))
         for modifier in reversed(modifiers):
             time.sleep(SETTLE_S)

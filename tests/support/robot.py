@@ -51,6 +51,7 @@ class Robot:
         self._managed = window_manager
         self._program = self._other = self._window = None
         self._files_kept = installation is not None
+        self.key, self.type, self.wheel = self.desktop.key, self.desktop.type, self.desktop.wheel
 
     def __enter__(self):
         self.desktop.__enter__()
@@ -70,7 +71,8 @@ class Robot:
         """Starts the program; waits for the menu unless told otherwise. `environment` replaces the silent sound card."""
         if not self.films:
             self.installation.set("VELDOR_GENERAL", "intro_at_all", "no")
-        self.installation.write("alsa.conf", NO_SOUND)
+        if not self.installation.path("alsa.conf").exists():
+            self.installation.write("alsa.conf", NO_SOUND)
         silent = {"ALSA_CONFIG_PATH": str(self.installation.path("alsa.conf"))}
         self._errors = open(self.installation.path("stderr.txt"), "wb")
         self._program = subprocess.Popen(
@@ -167,11 +169,10 @@ class Robot:
                 last, since = now, time.monotonic()
         return last
 
-    def shows(self, name, share=0.5, tolerance=None):
-        """Whether at least `share` of the display is a picture file of the installation."""
+    def shows(self, name, share=0.5):
+        """Whether at least `share` of the display is a picture file of the installation, as coarse as 15 bits make it."""
         wanted = np.asarray(Image.open(self.installation.path(name)).convert("RGB"), np.int16)
-        tolerance = tolerance or (2 if self.desktop.depth > 16 else 10)
-        near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= tolerance
+        near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= 10
         return float(near.mean()) >= share
 
     def wait_for_menu(self, timeout_s=20, placed_s=POINTER_PLACED_S):
@@ -202,18 +203,6 @@ class Robot:
     def click(self, x, y, button=1):
         self.move(x, y)
         self.desktop.click_here(button)
-
-    def right_click(self, x, y):
-        self.click(x, y, 3)
-
-    def wheel(self, notches):
-        self.desktop.wheel(notches)
-
-    def key(self, name, *modifiers):
-        self.desktop.key(name, *modifiers)
-
-    def type(self, text):
-        self.desktop.type(text)
 
 
 def difference(before, after):
