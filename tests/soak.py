@@ -10,6 +10,7 @@ memory, threads and open files on the way; they must be flat at the end. Exit st
 grew by more than 10 %.
 """
 import os
+import signal
 import sys
 import time
 from pathlib import Path
@@ -95,6 +96,7 @@ def main():
     run, defaults = runs[sys.argv[1]]
     numbers = [int(text) for text in sys.argv[2:]]
     numbers += defaults[len(numbers):]
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # program and desktop end with us
     with Robot(**(desktop_for(*numbers) if run is monkey else {})) as robot:
         return run(robot, *numbers)
 

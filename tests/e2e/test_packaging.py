@@ -73,7 +73,8 @@ class Player(Robot):
         self._window = None
         self._program = subprocess.Popen(
             [*AS_PLAYER, self.system.root / "usr/bin/veldor", "no", "films"], cwd="/", stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-            env={"PATH": os.environ["PATH"], "DISPLAY": self.desktop.name, "HOME": str(self.system.home), "LANG": language, "ALSA_CONFIG_PATH": str(alsa)})
+            env={"PATH": os.environ["PATH"], "DISPLAY": self.desktop.name, "HOME": str(self.system.home), "LANG": language,
+                 "ALSA_CONFIG_PATH": str(alsa)})
         return self.wait_for_menu()
 
     def errors(self):

@@ -87,7 +87,8 @@ class Robot:
     def pid(self):
         """The program's own: a wrapper has become the program, or has started it."""
         started = self._program.pid
-        return next((int(process.name) for process in Path("/proc").glob("[0-9]*") if _is_program_of(started, process)), started) if WRAPPER else started
+        processes = Path("/proc").glob("[0-9]*") if WRAPPER else []
+        return next((int(process.name) for process in processes if _is_program_of(started, process)), started)
 
     def running(self):
         return self._program is not None and self._program.poll() is None
