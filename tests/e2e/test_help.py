@@ -32,7 +32,7 @@ def press(robot, place):
     """Presses a button; the new picture, once it stands. The pointer goes there first: its move is no answer."""
     robot.move(*place)
     before = robot.standing_picture()
-    robot.desktop.click_here()
+    robot.click_here()
     return robot.wait_for_change(before)
 
 
@@ -59,7 +59,7 @@ def shows(robot, button):
 CLOSERS = {
     "Escape": lambda robot: robot.key("Escape"),
     "F1": lambda robot: robot.key("F1"),
-    "right click": lambda robot: robot.desktop.click_here(3),
+    "right click": lambda robot: robot.click_here(3),
     "button": lambda robot: (robot.click(*CLOSE), robot.move(*FACTORY)),
 }
 
@@ -125,18 +125,6 @@ def test_alt_w_keeps_the_page(robot):
     assert np.array_equal(robot.standing_picture()[100:460, 118:680], before)
     robot.key("Escape")
     robot.wait_for_menu()
-
-
-@pytest.mark.parametrize("damage, rows", [("file", 2), ("entry", 1)])
-def test_missing_help_is_told(robot, damage, rows):
-    name = "help/menu_en.hlp"
-    text = robot.installation.read(name)
-    robot.installation.remove(name) if damage == "file" else robot.installation.write(name, text.replace("\n+2\n", "\n+999\n"))
-    before, opened = open_help(robot, FACTORY)
-    lines = np.ptp(opened[TEXT[1] : 470, 300:680].astype(int), axis=(1, 2)) > 120
-    assert np.count_nonzero(np.diff(np.r_[0, lines.astype(int), 0]) == 1) == rows
-    robot.key("Escape")
-    wait_for(robot, before)
 
 
 def entry(installation, name, number):

@@ -39,7 +39,7 @@ def value_place(index):
 def open_options(robot):
     robot.move(*menu.middle("Options"))
     menu.wait_for_look(robot, "Options", menu.POINTED_AT)
-    robot.desktop.click_here()
+    robot.click_here()
     wait_until(lambda: robot.shows("images/options.pcx", share=0.4), "the options screen")
     robot.standing_picture()
 
@@ -140,7 +140,7 @@ def test_every_row_lights_up_with_the_line_to_its_value(options):
         x, y = place(name)
         options.move(x + 120, y)  # the pointer's picture beside the letters
         if name == "resolution":  # must be clicked, which steps it
-            options.desktop.click_here()
+            options.click_here()
             value += 1
         picture = options.standing_picture(still_s=0.3)
         letters = slice(y - 6, y + 8), slice(x - 40, x + 40)

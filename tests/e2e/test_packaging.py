@@ -115,7 +115,7 @@ def test_a_player_without_rights_plays_and_keeps_settings(system, player):
     player.start()
     player.move(140, 357)
     menu = player.standing_picture()
-    player.desktop.click_here()
+    player.click_here()
     player.wait_for_change(menu)
     player.click(260, 427)  # message delay: medium to long
     player.click(80, 540)  # accept

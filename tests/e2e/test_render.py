@@ -39,7 +39,7 @@ def test_rendered_picture_is_that_of_the_window(make_robot, installation, tmp_pa
         robot.move(*pointer)
         robot.standing_picture()
         if how == "click":
-            robot.desktop.click_here()
+            robot.click_here()
             robot.standing_picture()
             robot.move(*PARKED)
         elif how == "F1":

@@ -53,7 +53,7 @@ def test_the_chosen_theme_goes_on_without_a_gap(sounding):
     end = time.monotonic() + 30
     while time.monotonic() < end:  # a player who looks around
         for button in menu.TOPS:
-            robot.move(*menu.middle(button), settle_s=0.2)
+            robot.move(*menu.middle(button))
     heard = recording.samples()[start:]
     assert main_tone_hz(heard) == pytest.approx(600, abs=3)
     assert longest_gap_s(heard) < 0.01

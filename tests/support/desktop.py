@@ -8,7 +8,6 @@ import numpy as np
 from Xlib import X, XK, display, protocol
 from Xlib.ext import xtest
 
-BUTTON_HELD_S = 0.12  # the program looks at the buttons now and then: a short click is never seen on a busy machine
 KEY_HELD_S = 0.02
 SETTLE_S = 0.03
 
@@ -166,12 +165,6 @@ class Desktop:
 
     def release_button(self, button=1):
         self._fake(X.ButtonRelease, button)
-
-    def click_here(self, button=1):
-        self.press_button(button)
-        time.sleep(BUTTON_HELD_S)
-        self.release_button(button)
-        time.sleep(SETTLE_S)
 
     def wheel(self, notches):
         """Positive is away from the player."""

@@ -31,6 +31,7 @@ MENU_PICTURE = "images/menu.pcx"
 # After the program has placed the pointer (at the start of a pass, or when a key moves the focus) the library takes motion as
 # relative for a while: a move in that time ends elsewhere.
 POINTER_PLACED_S = 0.5
+LOOK_S, LOOK_TURNS = 0.03, 15
 WRAPPER = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command to run the program under, such as "valgrind -q"
 SLOWNESS = 10 if WRAPPER else 1
 
@@ -195,15 +196,32 @@ class Robot:
 
     # acting
 
-    def move(self, x, y, settle_s=0.05):
+    def move(self, x, y):
         """Points there; wait POINTER_PLACED_S first when a key has just moved the focus."""
         left, top = self.corner_on_desktop()
         self.desktop.move(left + x, top + y)
-        time.sleep(settle_s)
+        self._let_it_look()
 
     def click(self, x, y, button=1):
         self.move(x, y)
-        self.desktop.click_here(button)
+        self.click_here(button)
+
+    def click_here(self, button=1):
+        self.desktop.press_button(button)
+        self._let_it_look()
+        self.desktop.release_button(button)
+        self._let_it_look()
+
+    def _let_it_look(self):
+        """Until the program has had its turn often enough for a few frames, which on a busy machine is late. A click that comes with the
+        move, or is over too soon, means something else."""
+        time.sleep(LOOK_S)
+        turns = Path(f"/proc/{self.pid}/schedstat")
+        try:
+            wanted = int(turns.read_text().split()[2]) + LOOK_TURNS
+            wait_until(lambda: int(turns.read_text().split()[2]) >= wanted, "the program's next frames", 1)
+        except (OSError, TimeoutError):  # it leaves, or is busy with something else
+            pass
 
 
 def difference(before, after):
