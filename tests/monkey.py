@@ -195,12 +195,11 @@ class Monkey:
     def settle_down(self):
         """Looks where the window is and gives it the keyboard. False: there is none just now."""
         try:
-            window = self.robot.find_window()
-            if window is None:
-                return False
-            self.corner = self.robot.corner_on_desktop(window)
-            self.desktop.focus(window)
-            return True
+            self.window = self.robot.find_window()
+            if self.window is not None:
+                self.corner = self.robot.corner_on_desktop(self.window)
+                self.desktop.focus(self.window)
+            return self.window is not None
         except Exception as error:  # it has just left, or is changing its window
             if type(error).__name__ not in ("BadWindow", "BadDrawable", "BadMatch", "RuntimeError"):
                 raise
@@ -211,15 +210,13 @@ class Monkey:
             picture = self.desktop.picture(area=(*self.corner, 800, 600)).astype(np.int16)
         except Exception:  # a window half outside the desktop
             return
-        thin = picture[::8, ::8]
+        parts = {"help": picture[70:520:8, 110:690:8], "menu": picture[::8, ::8], "options": picture[::8, ::8]}
 
-        def share(seen, name):
-            return float((np.abs(seen - self.pictures[name][:seen.shape[0], :seen.shape[1]]).max(axis=2) <= 10).mean())
+        def shows(name):
+            wanted = self.pictures[name][:parts[name].shape[0], :parts[name].shape[1]]
+            return (np.abs(parts[name] - wanted).max(axis=2) <= 10).mean() > 0.4
 
-        alert = menu.alert_length_in(picture[294])
-        place = "alert" if alert else "help" if share(picture[70:520:8, 110:690:8], "help") > 0.4 else next(
-            (name for name in ("menu", "options") if share(thin, name) > 0.4), "other")
-        self.places[place] += 1
+        self.places["alert" if menu.alert_length_in(picture[294]) else next(filter(shows, parts), "other")] += 1
 
     def leave(self):
         """Asks the program to close until it does; every alert on the way is confirmed."""
@@ -229,7 +226,7 @@ class Monkey:
             if not self.robot.running():
                 return
             if step % 5 == 0 and self.settle_down():
-                self.desktop.close_window(self.robot.find_window() or self.desktop.root)
+                self.desktop.close_window(self.window)
                 self.key("c")
                 self.desktop.send()
             time.sleep(STEP_S)

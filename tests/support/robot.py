@@ -160,6 +160,7 @@ class Robot:
 
     def standing_picture(self, still_s=0.15, timeout_s=10):
         """The picture once it no longer changes."""
+        self._let_it_look()
         end = time.monotonic() + timeout_s
         last, since = self.picture(), time.monotonic()
         while time.monotonic() - since < still_s:
