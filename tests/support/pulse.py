@@ -86,19 +86,9 @@ def loudness(samples):
     return float(np.sqrt(np.mean((samples.astype(np.float64) / 32768) ** 2))) if len(samples) else 0.0
 
 
-def audible(samples, silence=8):
-    return np.flatnonzero(np.abs(samples.astype(np.int32)).max(axis=1) > silence)
-
-
-def trimmed(samples):
-    """The recording from its first to its last audible frame."""
-    loud = audible(samples)
-    return samples[loud[0]: loud[-1] + 1] if len(loud) else samples[:0]
-
-
-def longest_gap_s(samples):
+def longest_gap_s(samples, silence=8):
     """Seconds of the longest silence between two audible frames."""
-    loud = audible(samples)
+    loud = np.flatnonzero(np.abs(samples.astype(np.int32)).max(axis=1) > silence)
     return float(np.diff(loud).max() - 1) / RATE if len(loud) > 1 else 0.0
 
 
