@@ -3,19 +3,21 @@
 
 usage: soak.py passes [COUNT]      enter a module that returns at once, come back (default 2000)
        soak.py switches [COUNT]    window and full screen in turn (default 1000)
-       soak.py monkey [EVENTS] [SEED]   random keys, clicks and moves (default 1000000)
+       soak.py monkey [EVENTS] [SEED]   random keys, clicks and moves, see monkey.py (default 1000000)
 
-VELDOR_WRAPPER names a command to run the program under, such as "valgrind -q". Prints memory, threads and open files on the way; they
-must be flat at the end. Exit status 1 when the program ended by itself with an error or memory grew by more than 10 %.
+VELDOR_WRAPPER names a command to run the program under, such as "valgrind -q --error-exitcode=99 --log-file=/tmp/valgrind.%p". Prints
+memory, threads and open files on the way; they must be flat at the end. Exit status 1 when the program ended with an error, hung, or
+grew by more than 10 %.
 """
 import os
-import random
+import signal
 import sys
 import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
+from monkey import desktop_for, monkey  # noqa: E402
 from support.desktop import wait_until  # noqa: E402
 from support.robot import Robot  # noqa: E402
 
@@ -36,35 +38,41 @@ class Watch:
     def see(self, done):
         if done % max(1, self.count // 10):
             return
-        memory, threads, files = now = state(self.robot.pid)
+        time.sleep(1)  # until all is loaded
+        memory, threads, files = self.last = state(self.robot.pid)
         print(f"{done:8d} of {self.count}: {memory} KiB, {threads} threads, {files} files, {time.monotonic() - self.started:.0f} s", flush=True)
-        if done >= self.count // 10 and not self.early:
-            self.early = now
-        self.last = now
+        self.early = self.early or self.last
 
     def verdict(self):
+        """Leaves the program: what it is run under may have something to say only then."""
+        if self.robot.running():
+            self.robot.key("x", "Alt_L")
+        status = self.robot.wait_for_end(60)
         flat = self.last[0] <= self.early[0] * GROWTH_LIMIT and self.last[1:] == self.early[1:]
-        print("flat" if flat else f"GROWN from {self.early} to {self.last}")
-        return 0 if flat else 1
+        print("flat" if flat else f"GROWN from {self.early} to {self.last}", f"and ended with {status}")
+        if status != 0:
+            print(self.robot.errors()[-4000:])
+        return 0 if flat and status == 0 else 1
 
 
 def passes(robot, count):
     robot.installation.use_recording_modules()
     robot.start()
-    watch = Watch(robot, count)
+    watch, calls = Watch(robot, count), robot.installation.path("module_calls.txt")
     for done in range(1, count + 1):
-        robot.desktop.key("Down", hold_s=0.05)
+        before = calls.stat().st_size if calls.exists() else 0
+        robot.key("Down")
         for attempt in range(10):  # a key that comes while the screen is drawn is forgotten
-            robot.desktop.key("Return", hold_s=0.05)
+            robot.key("Return")
             try:
-                wait_until(lambda: len(robot.installation.module_calls()) >= done or not robot.running(), "the module's call", 2)
+                wait_until(lambda: calls.exists() and calls.stat().st_size > before or not robot.running(), "the module's call", 2)
                 break
             except TimeoutError:
                 if attempt == 9:
                     raise
         if not robot.running():
             break
-        robot.wait_for_menu(60)
+        robot.wait_for_menu(60, placed_s=0)
         watch.see(done)
     return watch.verdict()
 
@@ -75,62 +83,22 @@ def switches(robot, count):
     for done in range(1, count + 1):
         robot.key("w", "Alt_L")
         robot.forget_window()
-        robot.wait_for_menu(60)
+        robot.wait_for_menu(60, placed_s=0)
         watch.see(done)
     return watch.verdict()
 
 
-def monkey(robot, count, seed):
-    """Random input. When it leaves the program, the program is started again; an error status or a crash ends the run."""
-    keys = ["Return", "Escape", "Up", "Down", "Left", "Right", "Home", "End", "F1", "F4", "F12", "Tab", "BackSpace", "Insert", "Delete", "a", "7", "space",
-            "Page_Up", "Page_Down"]
-    dice = random.Random(seed)
-    robot.installation.use_recording_modules()
-    robot.installation.remove("docs/veldor_manual.pdf")
-    robot.start()
-    starts, desktop = 1, robot.desktop
-    for done in range(1, count + 1):
-        if not robot.running():
-            status = robot.wait_for_end()
-            if status != 0:
-                print(f"event {done}: ended with {status}; {robot.errors()[-2000:]}")
-                return 1
-            try:
-                robot.start()
-            except TimeoutError:
-                print(f"event {done}: no menu; {robot.save_picture('monkey')}, settings {robot.installation.settings()}, log {robot.installation.log_messages()}")
-                return 1
-            starts += 1
-        what = dice.random()
-        if what < 0.5:
-            try:
-                left, top = desktop.origin(robot.window())
-            except Exception:  # it has just left, or is changing its window
-                robot.forget_window()
-                time.sleep(0.3)
-                continue
-            desktop.move(left + dice.randrange(800), top + dice.randrange(600))
-        elif what < 0.75:
-            desktop.click_here(dice.choice([1, 1, 1, 3]), hold_s=0.012)
-        else:
-            desktop.key(dice.choice(keys), hold_s=0.012)
-        if done % (count // 10 or 1) == 0:
-            print(f"{done:8d} of {count}: {starts} starts, {state(robot.pid) if robot.running() else 'just left'}", flush=True)
-    return 0
-
-
 def main():
-    kind = sys.argv[1] if len(sys.argv) > 1 else ""
+    runs = {"passes": (passes, [2000]), "switches": (switches, [1000]), "monkey": (monkey, [1_000_000, 1])}
+    if len(sys.argv) < 2 or sys.argv[1] not in runs:
+        print(__doc__)
+        return 2
+    run, defaults = runs[sys.argv[1]]
     numbers = [int(text) for text in sys.argv[2:]]
-    with Robot() as robot:
-        if kind == "passes":
-            return passes(robot, *(numbers or [2000]))
-        if kind == "switches":
-            return switches(robot, *(numbers or [1000]))
-        if kind == "monkey":
-            return monkey(robot, *(numbers + [1_000_000, 1][len(numbers):]))
-    print(__doc__)
-    return 2
+    numbers += defaults[len(numbers):]
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # program and desktop end with us
+    with Robot(**(desktop_for(*numbers) if run is monkey else {})) as robot:
+        return run(robot, *numbers)
 
 
 if __name__ == "__main__":

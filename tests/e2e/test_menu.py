@@ -9,10 +9,6 @@ CALLS = [("hq", 0, 128), ("factory", 3, 0, 3, 0, 128), ("battle", 0, 128)]
 MODULE_BUTTONS = ("HQ", "Factory", "Battle")
 
 
-def click_on(robot, button):
-    menu.choose(robot, button)
-
-
 def walk_to(robot, button):
     robot.move(700, 50)  # over nothing, so that the first key starts at the top
     for _ in range(list(menu.TOPS).index(button) + 1):
@@ -21,28 +17,25 @@ def walk_to(robot, button):
     robot.key("Return")
 
 
-def enter(robot, enter_button, button):
-    """Into the module and, once it has returned, to the menu again."""
-    calls = len(robot.installation.module_calls())
-    enter_button(robot, button)
-    wait_until(lambda: len(robot.installation.module_calls()) > calls, f"a call of {button}")
+def enter_and_return(robot, button, way=menu.choose):
+    menu.enter(robot, button, way)
     robot.move(700, 50)
     robot.wait_for_menu()
     menu.wait_for_look(robot, button, menu.REST)
 
 
-@pytest.mark.parametrize("enter_button", [click_on, walk_to])
-def test_modules_are_called_with_the_display_and_the_version(robot, enter_button):
+@pytest.mark.parametrize("way", [menu.choose, walk_to])
+def test_modules_are_called_with_the_display_and_the_version(robot, way):
     for button in MODULE_BUTTONS:
-        enter(robot, enter_button, button)
+        enter_and_return(robot, button, way)
     assert robot.installation.module_calls() == CALLS
     assert robot.installation.log() == []
 
 
 def test_a_module_that_left_full_screen_behind_is_believed(robot):
     robot.installation.write("module_result.txt", "255")
-    enter(robot, click_on, "HQ")
-    enter(robot, click_on, "Factory")
+    enter_and_return(robot, "HQ")
+    menu.enter(robot, "Factory")
     assert robot.installation.module_calls() == [("hq", 0, 128), ("factory", 3, 255, 3, 0, 128)]
 
 
@@ -82,7 +75,7 @@ def test_f12_and_escape_stay_in_the_menu(robot):
         robot.key(key)
         robot.standing_picture()
         assert robot.running() and robot.shows("images/menu.pcx")
-    enter(robot, click_on, "HQ")
+    enter_and_return(robot, "HQ")
 
 
 @pytest.mark.parametrize("leave", [
@@ -103,8 +96,7 @@ def test_backgrounds_go_on_in_turn_from_pass_to_pass(robot):
     work_bitmaps = 4
     shown_before = 1 + 1 + work_bitmaps + pictures  # at the start, in the first pass, and after everything it loaded
     installation.hold_modules()
-    menu.choose(robot, "HQ")
-    wait_until(installation.module_calls, "the module's call")
+    menu.enter(robot, "HQ")
     installation.remove("tools/language/english/e_factory.tw")
     installation.hold_modules(False)
     wait_until(lambda: menu.alert_length(robot), "the second pass to fail")
@@ -137,7 +129,7 @@ def test_alt_w_changes_between_window_and_full_screen(make_robot, offered):
         player.forget_window()
         wait_until(lambda: fills_the_desktop(player) == full, "full screen" if full else "a window")
         player.wait_for_menu()
-    enter(player, click_on, "Factory")
+    menu.enter(player, "Factory")
     assert player.installation.module_calls() == [("factory", offered, 0, offered, 0, 128)]
 
 

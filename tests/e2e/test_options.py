@@ -39,7 +39,7 @@ def value_place(index):
 def open_options(robot):
     robot.move(*menu.middle("Options"))
     menu.wait_for_look(robot, "Options", menu.POINTED_AT)
-    robot.desktop.click_here()
+    robot.click_here()
     wait_until(lambda: robot.shows("images/options.pcx", share=0.4), "the options screen")
     robot.standing_picture()
 
@@ -72,18 +72,17 @@ def test_every_option_by_mouse(options, button, column, mode):
         click(options, place(option), button)
     accept(options)
     assert stored(options) == {name: row[column] for name, row in OPTIONS.items()}
-    menu.choose(options, "Factory")
-    wait_until(options.installation.module_calls, "the module's call")
+    menu.enter(options, "Factory")
     assert options.installation.module_calls() == [("factory", 3, mode, 3, 0, 128)]
 
 
 def test_values_are_chosen_from_the_panel(options):
-    for option, value in [("sprites", 3), ("effects", 5), ("music", 10), ("theme", 7), ("resolution", 0)]:
+    chosen = {"sprites": 3, "effects": 5, "music": 10, "theme": 7, "resolution": 0}
+    for option, value in chosen.items():
         click(options, place(option))
         click(options, value_place(value))
     accept(options)
-    values = stored(options)
-    assert (values["sprites"], values["effects"], values["music"], values["theme"], values["resolution"]) == (3, 5, 10, 7, 0)
+    assert stored(options).items() >= chosen.items()
 
 
 @pytest.mark.parametrize("leave", [lambda robot: robot.click(*CANCEL), lambda robot: robot.key("Escape")], ids=["cancel", "Escape"])
@@ -134,30 +133,24 @@ def height(grid_row):
     return grid_row * CELL_HEIGHT + CELL_HEIGHT // 2
 
 
-def test_lines_lead_from_every_row_to_its_value(options):
+def test_every_row_lights_up_with_the_line_to_its_value(options):
+    options.move(700, 30)
+    rest = options.standing_picture()
     for name, (grid_row, _, _, value, *_) in OPTIONS.items():
-        options.move(*place(name))
+        x, y = place(name)
+        options.move(x + 120, y)  # the pointer's picture beside the letters
         if name == "resolution":  # must be clicked, which steps it
-            options.click(*place(name))
+            options.click_here()
             value += 1
         picture = options.standing_picture(still_s=0.3)
+        letters = slice(y - 6, y + 8), slice(x - 40, x + 40)
+        assert name == "effects" or (picture[letters] != rest[letters]).any(), name  # that row is the chosen one, and lit already
         for other, (other_row, *_) in OPTIONS.items():
             assert tuple(picture[height(other_row), GROUP_STUB]) == (LIT if other == name else RESTING), (name, other)
         for entry in range(11):
             assert tuple(picture[height(7 + 2 * entry), VALUE_STUB]) == (LIT if entry == value else RESTING), (name, entry)
         marked = picture[height(7 + 2 * value) - 6:height(7 + 2 * value) + 6, 536:700].reshape(-1, 3).astype(int)
         assert (abs(marked - LIT).sum(axis=1) < 60).sum() > 20, f"{name}: the value's text is not marked"
-
-
-def test_every_button_answers_the_pointer(options):
-    options.move(700, 30)
-    rest = options.standing_picture()
-    for option in list(OPTIONS)[1:]:  # the first is the chosen one, and lit already
-        x, y = place(option)
-        options.move(x + 120, y)  # the pointer's picture beside the letters
-        row = slice(y - 6, y + 8), slice(26 * CELL_WIDTH, 26 * CELL_WIDTH + 80)
-        wait_until(lambda: (options.picture()[row] != rest[row]).any(), f"{option} to light up", 3)
-    assert options.running()
 
 
 def test_a_killed_save_never_costs_the_settings(robot):

@@ -8,42 +8,27 @@ import numpy as np
 import pytest
 from PIL import Image
 
-from support.desktop import wait_until
 from support.installation import PROJECT
 
 VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
 PARKED = (799, 599)
 POINTER = 32  # pixels around the pointer that are not compared
-FONT_6_CELL = (8, 14)
-OPTIONS_SLOT = 13
-
-
-def slot_place(installation, name, index):
-    """A point inside a slot."""
-    data = installation.path(f"tools/language/english/e_{name}.slt").read_bytes()
-    numbers = struct.unpack_from("<25i", data, 4 + 376 * index)
-    box_width, box_height, column, row, graphic, src_x, src_y, dest_x, dest_y = (
-        numbers[i] for i in (3, 4, 7, 8, 13, 14, 15, 16, 17))
-    if graphic:
-        return dest_x + min((box_width - src_x) // 2, 40), dest_y + (box_height - src_y) // 2
-    return column * FONT_6_CELL[0] + 4, row * FONT_6_CELL[1] + 7
-
+OPEN_OPTIONS = ("click", "vcc", 13)
 
 CASES = [
-    # command line, depth, language, what the player does: (slot, how) on the menu, then on the options screen
-    (["--screen", "menu"], 32, "en", [], []),
-    (["--screen", "menu", "--hover", "5"], 32, "de", [(5, "point")], []),
-    (["--screen", "menu", "--hover", "7"], 16, "en", [(7, "point")], []),
-    (["--screen", "options"], 32, "en", [(OPTIONS_SLOT, "click")], []),
-    (["--screen", "options", "--module", "1", "--row", "2"], 32, "de", [(OPTIONS_SLOT, "click")],
-     [(12, "click"), (26, "point")]),
-    (["--screen", "options", "--row", "8", "--hover", "83"], 15, "en", [(OPTIONS_SLOT, "click")],
-     [(40, "point"), (83, "point")]),
-    (["--screen", "help", "--hover", "3"], 32, "en", [(3, "point"), (None, "F1")], []),
-    (["--screen", "help", "--hover", "13"], 24, "de", [(13, "point"), (None, "F1")], []),
-    (["--screen", "message", "--hover", "3"], 32, "en", [(3, "point"), (None, "F1")], []),
-    (["--screen", "message", "--hover", "3"], 16, "de", [(3, "point"), (None, "F1")], []),
+    # command line, depth, language, what the player does: how, on which screen, on which slot
+    ("--screen menu", 32, "en", []),
+    ("--screen menu --hover 5", 32, "de", [("point", "vcc", 5)]),
+    ("--screen menu --hover 7", 16, "en", [("point", "vcc", 7)]),
+    ("--screen options", 32, "en", [OPEN_OPTIONS]),
+    ("--screen options --module 1 --row 2", 32, "de", [OPEN_OPTIONS, ("click", "vcc_options", 12), ("point", "vcc_options", 26)]),
+    ("--screen options --row 8 --hover 83", 15, "en", [OPEN_OPTIONS, ("point", "vcc_options", 40), ("point", "vcc_options", 83)]),
+    ("--screen help --hover 3", 32, "en", [("F1", "vcc", 3)]),
+    ("--screen help --hover 13", 24, "de", [("F1", "vcc", 13)]),
+    ("--screen message --hover 3", 32, "en", [("F1", "vcc", 3)]),
+    ("--screen message --hover 3", 16, "de", [("F1", "vcc", 3)]),
 ]
+HELP_NUMBER = 96  # offset in a slot's record
 
 
 def take_help_away(installation, slot):
@@ -51,52 +36,36 @@ def take_help_away(installation, slot):
     for path in ("english/e_vcc.slt", "german/g_vcc.slt"):
         file = installation.path(f"tools/language/{path}")
         data = bytearray(file.read_bytes())
-        struct.pack_into("<i", data, 4 + 376 * slot + 96, 0)
+        struct.pack_into("<i", data, 4 + 376 * slot + HELP_NUMBER, 0)
         file.write_bytes(data)
 
 
-def wait_for_menu(robot):
-    """The menu's picture, as coarse as 15 bits make it."""
-    wanted = np.asarray(Image.open(robot.installation.path("images/menu.pcx")).convert("RGB"), np.int16)
-    robot.window()
-    wait_until(lambda: (np.abs(robot.picture().astype(np.int16) - wanted).max(axis=2) <= 10).mean() > 0.5, "the main menu", 20)
-    robot.standing_picture(still_s=0.4)
-
-
-def play(robot, screen, steps):
-    for slot, how in steps:
-        if how == "F1":
-            robot.key("F1")
-        elif how == "point":
-            robot.move(*slot_place(robot.installation, screen, slot))
-        else:
-            robot.click(*slot_place(robot.installation, screen, slot))
-        robot.standing_picture()
-
-
-@pytest.mark.parametrize("arguments, depth, language, on_menu, on_options", CASES, ids=range(len(CASES)))
-def test_rendered_picture_is_that_of_the_window(make_robot, installation, tmp_path, arguments, depth, language, on_menu,
-                                                on_options):
+@pytest.mark.parametrize("command, depth, language, steps", CASES, ids=[f"{case[0]} {case[2]}" for case in CASES])
+def test_rendered_picture_is_that_of_the_window(make_robot, installation, tmp_path, command, depth, language, steps):
     installation.write("tools/language.ini", "1\n" if language == "en" else "2\n")
     installation.set("VELDOR_GRAPHICS", "screen_mode_range", "3")
     installation.set("VELDOR_GRAPHICS", "bitmap_depth", str({32: 0, 24: 1, 16: 2, 15: 3}[depth]))
-    on_page = "help" in arguments or "message" in arguments
-    if "message" in arguments:
-        take_help_away(installation, on_menu[0][0])
-    robot = make_robot().start(menu=False)
-    wait_for_menu(robot)
-    play(robot, "vcc", on_menu)
-    if on_options:
-        robot.move(*PARKED)
-        play(robot, "vcc_options", on_options)
-    if "--hover" not in arguments or on_page:
+    if "message" in command:
+        take_help_away(installation, steps[0][2])
+    robot = make_robot().start()
+    pointer = PARKED
+    for how, screen, slot in steps:
+        pointer = list(installation.slot_places(screen))[slot]
+        robot.move(*pointer)
+        robot.standing_picture()
+        if how == "click":
+            robot.click_here()
+            robot.standing_picture()
+            robot.move(*PARKED)
+        elif how == "F1":
+            robot.key("F1")
+    if "--hover" not in command or "F1" in steps[-1]:
+        pointer = PARKED
         robot.move(*PARKED)
     shown = robot.standing_picture(still_s=0.4)
-    pointer = PARKED if "--hover" not in arguments or on_page else slot_place(
-        installation, "vcc_options" if on_options else "vcc", int(arguments[arguments.index("--hover") + 1]))
 
     output = tmp_path / "rendered.png"
-    subprocess.run([VCCKIT, "render", installation.folder, *arguments, "--language", language, "--depth", str(depth), "-o",
+    subprocess.run([VCCKIT, "render", installation.folder, *command.split(), "--language", language, "--depth", str(depth), "-o",
                     output], check=True)
     rendered = np.asarray(Image.open(output).convert("RGB"))
     lost = {15: (3, 3, 3), 16: (3, 2, 3)}.get(depth, (0, 0, 0))  # bits that a desktop of 24 bits fills up in its own way

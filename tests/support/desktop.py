@@ -8,7 +8,7 @@ import numpy as np
 from Xlib import X, XK, display, protocol
 from Xlib.ext import xtest
 
-HOLD_S = 0.06  # the library polls: a press and release sent together are never seen
+KEY_HELD_S = 0.02
 SETTLE_S = 0.03
 
 SHIFTED = {**{c: c for c in "ABCDEFGHIJKLMNOPQRSTUVWXYZ"}, "!": "exclam", ":": "colon", "_": "underscore", "?": "question"}
@@ -146,9 +146,16 @@ class Desktop:
 
     # events
 
-    def _fake(self, kind, detail=0, x=0, y=0):
+    def queue(self, kind, detail=0, x=0, y=0):
+        """An event that goes out with the next one that is sent."""
         xtest.fake_input(self._display, kind, detail, x=x, y=y)
+
+    def send(self):
         self._display.sync()
+
+    def _fake(self, *event, **place):
+        self.queue(*event, **place)
+        self.send()
 
     def move(self, x, y):
         self._fake(X.MotionNotify, x=x, y=y)
@@ -159,12 +166,6 @@ class Desktop:
     def release_button(self, button=1):
         self._fake(X.ButtonRelease, button)
 
-    def click_here(self, button=1, hold_s=HOLD_S):
-        self.press_button(button)
-        time.sleep(hold_s)
-        self.release_button(button)
-        time.sleep(SETTLE_S)
-
     def wheel(self, notches):
         """Positive is away from the player."""
         for _ in range(abs(notches)):
@@ -172,23 +173,23 @@ class Desktop:
             self._fake(X.ButtonRelease, 4 if notches > 0 else 5)
             time.sleep(SETTLE_S)
 
-    def _keycode(self, name):
+    def keycode(self, name):
         code = self._display.keysym_to_keycode(XK.string_to_keysym(name))
         if not code:
             raise ValueError(f"no key {name} on this keyboard")
         return code
 
-    def key(self, name, *modifiers, hold_s=HOLD_S):
+    def key(self, name, *modifiers):
         """One key by its keysym's name: key("F1"), key("x", "Alt_L"), key("Home", "Control_L")."""
         for modifier in modifiers:
-            self._fake(X.KeyPress, self._keycode(modifier))
+            self._fake(X.KeyPress, self.keycode(modifier))
             time.sleep(SETTLE_S)
-        self._fake(X.KeyPress, self._keycode(name))
-        time.sleep(hold_s)
-        self._fake(X.KeyRelease, self._keycode(name))
+        self._fake(X.KeyPress, self.keycode(name))
+        time.sleep(KEY_HELD_S)
+        self._fake(X.KeyRelease, self.keycode(name))
         for modifier in reversed(modifiers):
             time.sleep(SETTLE_S)
-            self._fake(X.KeyRelease, self._keycode(modifier))
+            self._fake(X.KeyRelease, self.keycode(modifier))
         time.sleep(SETTLE_S)
 
     def type(self, text):

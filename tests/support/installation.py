@@ -3,6 +3,7 @@
 import os
 import re
 import shutil
+import struct
 import subprocess
 import tempfile
 from pathlib import Path
@@ -10,6 +11,7 @@ from pathlib import Path
 PROJECT = Path(__file__).resolve().parents[2]
 CONFIG = "data/configs/vcc.cfg"
 LOG = "data/logfiles/veldor_log.txt"
+SLOT_SIZE, FONT_6_CELL = 376, (8, 14)
 MODULES = ("hq", "factory", "battle")
 
 
@@ -90,6 +92,17 @@ class Installation:
         else:
             lines.insert(start, entry)
         self.write(CONFIG, "\n".join(lines) + "\n")
+
+    def slot_places(self, name, language="english"):
+        """A point inside every slot of a screen's file."""
+        data = self.path(f"tools/language/{language}/e_{name}.slt").read_bytes()
+        for index in range((len(data) - 4) // SLOT_SIZE):
+            numbers = struct.unpack_from("<25i", data, 4 + SLOT_SIZE * index)
+            box_width, box_height, column, row, graphic, src_x, src_y, dest_x, dest_y = (numbers[i] for i in (3, 4, 7, 8, 13, 14, 15, 16, 17))
+            if graphic:
+                yield dest_x + min((box_width - src_x) // 2, 40), dest_y + (box_height - src_y) // 2
+            else:
+                yield column * FONT_6_CELL[0] + 4, row * FONT_6_CELL[1] + 7
 
     # what the program wrote
 

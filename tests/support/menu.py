@@ -23,17 +23,24 @@ def choose(robot, button):
     robot.click(*middle(button))
 
 
+def enter(robot, button, way=choose):
+    """Into the module that the button stands for, once more when the program did not listen yet."""
+    calls = len(robot.installation.module_calls())
+    for attempt in range(3):
+        way(robot, button)
+        try:
+            return wait_until(lambda: len(robot.installation.module_calls()) > calls, f"a call of {button}", 5)
+        except TimeoutError:
+            if attempt == 2:
+                raise
+
+
 def look(robot, button, german=False):
     """Which of its pictures a button shows; None when it is none of them."""
     row = list(TOPS).index(button) * 46 + (240 if german else 0)
     sheet = np.asarray(Image.open(robot.installation.path("images/buttons.pcx")).convert("RGB"))
     seen = robot.picture((LEFT, TOPS[button], SEEN_WIDTH, HEIGHT))
     return next((name for name, x in LOOKS.items() if np.array_equal(seen, sheet[row:row + HEIGHT, x:x + SEEN_WIDTH])), None)
-
-
-def standing(robot):
-    """Whether the menu is there, at any colour depth."""
-    return robot.shows("images/menu.pcx", tolerance=10)
 
 
 def pointed_at(robot):
@@ -46,7 +53,10 @@ def wait_for_look(robot, button, wanted):
 
 def alert_length(robot):
     """Characters of the longest line of the alert box that is up, 0 without one: the box is as wide as its text."""
-    row = robot.picture((0, 294, 800, 1))[0]
+    return alert_length_in(robot.picture((0, 294, 800, 1))[0])
+
+
+def alert_length_in(row):
     plain = ((row == 255).all(axis=1) | (row == 0).all(axis=1)).tolist()
     left = right = 400
     while left > 0 and plain[left - 1]:

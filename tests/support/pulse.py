@@ -6,7 +6,6 @@
 """
 
 import os
-import shutil
 import subprocess
 import tempfile
 import time
@@ -14,8 +13,9 @@ from pathlib import Path
 
 import numpy as np
 
+from support.desktop import stop, wait_until
+
 RATE = 44100  # of the output and of every recording; the library opens the device at this rate
-START_TIMEOUT_S = 10
 
 ALSA_CONFIGURATION = """</usr/share/alsa/alsa.conf>
 pcm.!default { type pulse }
@@ -35,12 +35,11 @@ class Recording:
             self._process = subprocess.Popen(
                 ["parec", "-d", "out.monitor", "--raw", "--format=s16le", f"--rate={RATE}", "--channels=2", "--latency-msec=20"],
                 stdout=target, env=os.environ | self._pulse.environment)
-        self._pulse.wait_until(lambda: self._file.stat().st_size > 0, "the recorder gives no samples")
+        wait_until(lambda: self._file.stat().st_size > 0, "the recorder's first samples")
         return self
 
     def __exit__(self, *_):
-        self._process.terminate()
-        self._process.wait(timeout=5)
+        stop(self._process)
 
     def samples(self):
         """Everything so far; may be called while the recording runs."""
@@ -52,7 +51,8 @@ class PulseServer:
     """`environment` makes the library's ALSA driver (and anything else) play here."""
 
     def __enter__(self):
-        self.folder = Path(tempfile.mkdtemp(prefix="veldor-pulse-"))
+        self._scratch = tempfile.TemporaryDirectory(prefix="veldor-pulse-")
+        self.folder = Path(self._scratch.name)
         configuration = self.folder / "asound.conf"
         configuration.write_text(ALSA_CONFIGURATION)
         # XDG_RUNTIME_DIR must stay the caller's for other programs: only PulseAudio's own variables are set.
@@ -66,27 +66,15 @@ class PulseServer:
              f"--load=module-null-sink sink_name=out rate={RATE} format=s16le channels=2",
              f"--load=module-native-protocol-unix auth-anonymous=1 socket={socket}"],
             env=os.environ | self.environment | {"HOME": str(self.folder)}, stderr=subprocess.DEVNULL)
-        self.wait_until(self._answers, "PulseAudio does not start")
+        wait_until(self._answers, "PulseAudio")
         return self
 
     def __exit__(self, *_):
-        self._process.terminate()
-        try:
-            self._process.wait(timeout=5)
-        except subprocess.TimeoutExpired:
-            self._process.kill()
-            self._process.wait()
-        shutil.rmtree(self.folder, ignore_errors=True)
+        stop(self._process)
+        self._scratch.cleanup()
 
     def record(self):
         return Recording(self)
-
-    def wait_until(self, condition, complaint):
-        end = time.monotonic() + START_TIMEOUT_S
-        while not condition():
-            if time.monotonic() > end:
-                raise TimeoutError(complaint)
-            time.sleep(0.02)
 
     def _answers(self):
         return subprocess.run(["pactl", "info"], env=os.environ | self.environment, stdout=subprocess.DEVNULL,
@@ -96,12 +84,6 @@ class PulseServer:
 def loudness(samples):
     """Root mean square of the recording, 0 to 1."""
     return float(np.sqrt(np.mean((samples.astype(np.float64) / 32768) ** 2))) if len(samples) else 0.0
-
-
-def trimmed(samples, silence=8):
-    """The recording from its first to its last audible frame."""
-    loud = np.flatnonzero(np.abs(samples.astype(np.int32)).max(axis=1) > silence)
-    return samples[loud[0]: loud[-1] + 1] if len(loud) else samples[:0]
 
 
 def longest_gap_s(samples, silence=8):

@@ -9,6 +9,8 @@ Coordinates are those of the program's picture of 800 x 600, in a window and in 
 """
 
 import os
+import shlex
+import signal
 import subprocess
 import time
 from pathlib import Path
@@ -29,6 +31,17 @@ MENU_PICTURE = "images/menu.pcx"
 # After the program has placed the pointer (at the start of a pass, or when a key moves the focus) the library takes motion as
 # relative for a while: a move in that time ends elsewhere.
 POINTER_PLACED_S = 0.5
+LOOK_S, LOOK_TURNS = 0.03, 15
+WRAPPER = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command to run the program under, such as "valgrind -q"
+SLOWNESS = 10 if WRAPPER else 1
+
+
+def _is_program_of(parent, process):
+    """Whether a folder of /proc is the program, started by this parent."""
+    try:
+        return int((process / "stat").read_text().rsplit(")", 1)[1].split()[1]) == parent and (process / "comm").read_text() == "vcc\n"
+    except OSError:  # it has ended
+        return False
 
 
 class Robot:
@@ -39,12 +52,15 @@ class Robot:
         self._managed = window_manager
         self._program = self._other = self._window = None
         self._files_kept = installation is not None
+        self.key, self.type, self.wheel = self.desktop.key, self.desktop.type, self.desktop.wheel
 
     def __enter__(self):
         self.desktop.__enter__()
         return self
 
     def __exit__(self, *_):
+        if self.running():
+            os.kill(self.pid, signal.SIGTERM)
         stop(self._program)
         self.desktop.__exit__()
         if not self._files_kept:
@@ -56,11 +72,12 @@ class Robot:
         """Starts the program; waits for the menu unless told otherwise. `environment` replaces the silent sound card."""
         if not self.films:
             self.installation.set("VELDOR_GENERAL", "intro_at_all", "no")
-        self.installation.write("alsa.conf", NO_SOUND)
+        if not self.installation.path("alsa.conf").exists():
+            self.installation.write("alsa.conf", NO_SOUND)
         silent = {"ALSA_CONFIG_PATH": str(self.installation.path("alsa.conf"))}
         self._errors = open(self.installation.path("stderr.txt"), "wb")
         self._program = subprocess.Popen(
-            ["./vcc", *arguments], cwd=self.installation.folder, stdout=self._errors, stderr=subprocess.STDOUT,
+            [*WRAPPER, "./vcc", *arguments], cwd=self.installation.folder, stdout=self._errors, stderr=subprocess.STDOUT,
             env=os.environ | {"DISPLAY": self.desktop.name} | (environment or silent))
         self._window = None
         if menu:
@@ -69,7 +86,10 @@ class Robot:
 
     @property
     def pid(self):
-        return self._program.pid
+        """The program's own: a wrapper has become the program, or has started it."""
+        started = self._program.pid
+        processes = Path("/proc").glob("[0-9]*") if WRAPPER else []
+        return next((int(process.name) for process in processes if _is_program_of(started, process)), started)
 
     def running(self):
         return self._program is not None and self._program.poll() is None
@@ -77,12 +97,12 @@ class Robot:
     def wait_for_end(self, timeout_s=10):
         """The exit status (negative: killed by that signal)."""
         try:
-            return self._program.wait(timeout=timeout_s)
+            return self._program.wait(timeout=timeout_s * SLOWNESS)
         except subprocess.TimeoutExpired:
             raise TimeoutError(f"the program still runs after {timeout_s} s") from None
 
     def kill(self):
-        self._program.kill()
+        os.kill(self.pid, signal.SIGKILL)
         self._program.wait()
 
     def errors(self):
@@ -93,12 +113,13 @@ class Robot:
     def window(self):
         """The program's window; a mode switch makes a new one."""
         if self._window is None:
-            self._window = wait_until(self._find_window, "the program's window", 20)
+            self._window = wait_until(self.find_window, "the program's window", 20 * SLOWNESS)
             if not self._managed:
                 self.desktop.focus(self._window)
         return self._window
 
-    def _find_window(self):
+    def find_window(self):
+        """The window as it is now, if there is one."""
         if not self.running():
             raise RuntimeError(f"the program ended with {self._program.poll()}: {self.errors()}")
         candidates = [window for window, _ in self.desktop.windows() if window.get_geometry().width >= 800]
@@ -109,10 +130,13 @@ class Robot:
         time.sleep(0.3)
         self._window = None
 
-    def _corner(self):
+    def _corner(self, window=None):
         """Where the picture lies in the window: in full screen it is centred."""
-        geometry = self.window().get_geometry()
+        geometry = (window or self.window()).get_geometry()
         return (geometry.width - 800) // 2, (geometry.height - 600) // 2
+
+    def corner_on_desktop(self, window=None):
+        return tuple(map(sum, zip(self.desktop.origin(window or self.window()), self._corner(window))))
 
     def close_window(self):
         self.desktop.close_window(self.window())
@@ -136,6 +160,7 @@ class Robot:
 
     def standing_picture(self, still_s=0.15, timeout_s=10):
         """The picture once it no longer changes."""
+        self._let_it_look()
         end = time.monotonic() + timeout_s
         last, since = self.picture(), time.monotonic()
         while time.monotonic() - since < still_s:
@@ -147,17 +172,16 @@ class Robot:
                 last, since = now, time.monotonic()
         return last
 
-    def shows(self, name, share=0.5, tolerance=None):
-        """Whether at least `share` of the display is a picture file of the installation."""
+    def shows(self, name, share=0.5):
+        """Whether at least `share` of the display is a picture file of the installation, as coarse as 15 bits make it."""
         wanted = np.asarray(Image.open(self.installation.path(name)).convert("RGB"), np.int16)
-        tolerance = tolerance or (2 if self.desktop.depth > 16 else 10)
-        near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= tolerance
+        near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= 10
         return float(near.mean()) >= share
 
-    def wait_for_menu(self, timeout_s=20):
+    def wait_for_menu(self, timeout_s=20, placed_s=POINTER_PLACED_S):
         self.window()
-        wait_until(lambda: self.running() and self.shows(MENU_PICTURE), "the main menu", timeout_s)
-        time.sleep(POINTER_PLACED_S)
+        wait_until(lambda: self.running() and self.shows(MENU_PICTURE), "the main menu", timeout_s * SLOWNESS)
+        time.sleep(placed_s)
         return self
 
     def wait_for_change(self, before, timeout_s=5):
@@ -173,28 +197,32 @@ class Robot:
 
     # acting
 
-    def move(self, x, y, settle_s=0.05):
+    def move(self, x, y):
         """Points there; wait POINTER_PLACED_S first when a key has just moved the focus."""
-        left, top = self.desktop.origin(self.window())
-        dx, dy = self._corner()
-        self.desktop.move(left + dx + x, top + dy + y)
-        time.sleep(settle_s)
+        left, top = self.corner_on_desktop()
+        self.desktop.move(left + x, top + y)
+        self._let_it_look()
 
     def click(self, x, y, button=1):
         self.move(x, y)
-        self.desktop.click_here(button)
+        self.click_here(button)
 
-    def right_click(self, x, y):
-        self.click(x, y, 3)
+    def click_here(self, button=1):
+        self.desktop.press_button(button)
+        self._let_it_look()
+        self.desktop.release_button(button)
+        self._let_it_look()
 
-    def wheel(self, notches):
-        self.desktop.wheel(notches)
-
-    def key(self, name, *modifiers):
-        self.desktop.key(name, *modifiers)
-
-    def type(self, text):
-        self.desktop.type(text)
+    def _let_it_look(self):
+        """Until the program has had its turn often enough for a few frames, which on a busy machine is late. A click that comes with the
+        move, or is over too soon, means something else."""
+        time.sleep(LOOK_S)
+        turns = Path(f"/proc/{self.pid}/schedstat")
+        try:
+            wanted = int(turns.read_text().split()[2]) + LOOK_TURNS
+            wait_until(lambda: int(turns.read_text().split()[2]) >= wanted, "the program's next frames", 1)
+        except (OSError, TimeoutError):  # it leaves, or is busy with something else
+            pass
 
 
 def difference(before, after):
