@@ -125,6 +125,21 @@ def test_typing(options, field, keys, key, text):
     assert options.installation.setting("VELDOR_BATTLE", key) == text
 
 
+@pytest.mark.parametrize("own_list", [True, False], ids=["our list", "the desktop's list"])
+def test_accents(make_robot, installation, own_list):
+    if not own_list:
+        installation.remove("data/compose")
+    robot = make_robot()
+    robot.desktop.add_keys("dead_acute", "adiaeresis", "Multi_key")
+    open_options(robot.start())
+    robot.move(*NAME)
+    robot.standing_picture()
+    for key in ("dead_acute", "e", "adiaeresis", "Multi_key", "o", "slash"):
+        robot.key(key)
+    accept(robot)
+    assert installation.setting("VELDOR_BATTLE", "player_name").encode("latin-1").decode() == "éäøyer1"  # the file is UTF-8
+
+
 LIT, RESTING = (255, 167, 0), (99, 115, 143)
 GROUP_STUB, VALUE_STUB = 410, 510  # x on the lines that leave an option's button and enter a value
 

@@ -173,6 +173,16 @@ class Desktop:
             self._fake(X.ButtonRelease, 4 if notches > 0 else 5)
             time.sleep(SETTLE_S)
 
+    def add_keys(self, *names):
+        """Gives the keyboard keys that it lacks; call before the program starts."""
+        XK.load_keysym_group("xkb")
+        free = (code for code in range(90, 250) if not any(self._display.keycode_to_keysym(code, level) for level in range(4)))
+        for name, code in zip(names, list(free)):
+            self._display.change_keyboard_mapping(code, [[XK.string_to_keysym(name)] * 4])
+        self._display.sync()
+        while self._display.pending_events():
+            self._display.refresh_keyboard_mapping(self._display.next_event())
+
     def keycode(self, name):
         code = self._display.keysym_to_keycode(XK.string_to_keysym(name))
         if not code:
