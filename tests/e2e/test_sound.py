@@ -98,3 +98,18 @@ def test_a_button_is_heard(sounding):
     wait_for_silence(recording)
     robot.move(*menu.middle("HQ"))
     wait_for_silence(recording, False)
+
+
+def test_the_program_goes_on_when_the_card_goes_away(make_robot):
+    robot = make_robot(window_manager=True)
+    robot.installation.use_recording_modules()
+    with PulseServer() as pulse:
+        robot.start(environment=pulse.environment)
+        pulse.kill()
+        robot.move(*menu.middle("HQ"))
+        menu.wait_for_look(robot, "HQ", menu.POINTED_AT)
+        robot.click_here()
+        wait_until(robot.installation.module_calls, "the module's call")
+        robot.wait_for_menu()
+        robot.close_window()
+        assert robot.wait_for_end() == 0

@@ -76,6 +76,11 @@ class PulseServer:
     def record(self):
         return Recording(self)
 
+    def kill(self):
+        """The card goes away under the program."""
+        self._process.kill()
+        self._process.wait()
+
     def _answers(self):
         return subprocess.run(["pactl", "info"], env=os.environ | self.environment, stdout=subprocess.DEVNULL,
                               stderr=subprocess.DEVNULL).returncode == 0
