@@ -8,6 +8,7 @@
 #include <deque>
 #include <filesystem>
 #include <mutex>
+#include <new>
 #include <system_error>
 #include <thread>
 
@@ -72,10 +73,12 @@ private:
     }
 
     static std::optional<UnpackedPicture> read(const std::string& path) {
-        const auto file = read_file(path, picture_file_limit);
-        if (!file)
-            return std::nullopt;
-        return unpack_picture({reinterpret_cast<const std::uint8_t*>(file->data()), file->size()});
+        try {
+            if (const auto file = read_file(path, picture_file_limit))
+                return unpack_picture({reinterpret_cast<const std::uint8_t*>(file->data()), file->size()});
+        } catch (const std::bad_alloc&) { // the one who asks for it tries again, and can say so
+        }
+        return std::nullopt;
     }
 
     bool has_room() const {
@@ -105,8 +108,12 @@ void read_pictures_ahead(const std::vector<std::string>& paths) {
             entries.push_back({path, absolute.string(), false, std::nullopt});
     }
     reader.reset();
-    if (!entries.empty())
+    if (entries.empty())
+        return;
+    try {
         reader = std::make_unique<Reader>(std::move(entries));
+    } catch (const std::system_error&) { // no thread to be had: every picture is read when it is asked for
+    }
 }
 
 std::optional<UnpackedPicture> take_picture(std::string_view path) {
