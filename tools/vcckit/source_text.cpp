@@ -103,7 +103,7 @@ private:
             escaped_ = false;
         else if (inside_ == Inside::text && c == '\\')
             escaped_ = true;
-        else if (c == (inside_ == Inside::text ? '"' : '\''))
+        else if (c == (inside_ == Inside::text ? U'"' : U'\''))
             inside_ = Inside::nothing;
     }
 
