@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 namespace vcc {
 namespace {
 
@@ -69,24 +67,6 @@ TEST(PicturesAhead, MoreThanMayWaitAllCome) {
     read_pictures_ahead(paths);
     for (const std::string& path : paths)
         EXPECT_TRUE(take_picture(path)) << path;
-}
-
-TEST(Picture, IsTheLibrarysAtEveryDepth) {
-    const ScratchFolder folder;
-    make_picture("picture.pcx", 33, 20);
-    for (const int depth : {15, 16, 24, 32}) {
-        set_color_depth(depth);
-        PALETTE ours{}, theirs{};
-        const BitmapPtr picture = load_picture("picture.pcx", &ours), expected(load_pcx("picture.pcx", theirs));
-        ASSERT_TRUE(picture && expected) << depth;
-        EXPECT_EQ(bitmap_color_depth(picture.get()), depth);
-        for (int y = 0; y < 20; ++y)
-            for (int x = 0; x < 33; ++x)
-                ASSERT_EQ(getpixel(picture.get(), x, y), getpixel(expected.get(), x, y))
-                    << depth << ": " << x << ", " << y;
-        EXPECT_EQ(std::memcmp(ours, theirs, sizeof ours), 0) << depth;
-    }
-    set_color_depth(32);
 }
 
 } // namespace

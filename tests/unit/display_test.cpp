@@ -82,16 +82,20 @@ TEST_F(Display, OwnDecoderAndTheLibraryAgree) {
         const std::string whole = folder.read("made.pcx");
         for (const std::size_t size : {whole.size(), (picture_header_size + whole.size()) / 2}) { // the end is missing
             folder.write("made.pcx", whole.substr(0, size));
-            PALETTE ours{}, theirs{};
-            const BitmapPtr picture = load_picture("made.pcx", &ours), expected(load_pcx("made.pcx", theirs));
-            ASSERT_TRUE(picture && expected) << width;
-            ASSERT_EQ(picture->w, width);
-            for (int y = 0; y < 30; ++y)
-                ASSERT_EQ(std::memcmp(picture->line[y], expected->line[y], static_cast<std::size_t>(width) * 4), 0)
-                    << width << " wide, " << size << " bytes, row " << y;
-            EXPECT_EQ(std::memcmp(ours, theirs, sizeof ours), 0);
+            for (const int depth : {15, 16, 24, 32}) {
+                SCOPED_TRACE(std::to_string(width) + " wide, " + std::to_string(depth) + " bits");
+                set_color_depth(depth);
+                PALETTE ours{}, theirs{};
+                const BitmapPtr picture = load_picture("made.pcx", &ours), expected(load_pcx("made.pcx", theirs));
+                ASSERT_TRUE(picture && expected && picture->w == width && bitmap_color_depth(picture.get()) == depth);
+                for (int y = 0; y < 30; ++y)
+                    for (int x = 0; x < width; ++x)
+                        ASSERT_EQ(getpixel(picture.get(), x, y), getpixel(expected.get(), x, y)) << x << ", " << y;
+                EXPECT_EQ(std::memcmp(ours, theirs, sizeof ours), 0);
+            }
         }
     }
+    set_color_depth(32);
 }
 
 TEST_F(Display, BackgroundRotationStepsOverPicturesThatAreMissing) {

@@ -34,19 +34,27 @@ struct Arguments {
     RenderRequest request;
 };
 
+CLI::App& add_command(CLI::App& app, const char* name, const char* purpose, const std::string& lines) {
+    CLI::App& command = *app.add_subcommand(name, purpose);
+    command.footer("Examples:\n" + lines);
+    return command;
+}
+
 CLI::App& add_pack(CLI::App& app, Arguments& given) {
-    CLI::App& command = *app.add_subcommand("pack", "Makes slot and toggle files from screen sources");
-    command.add_option("SOURCE", given.sources, "screen sources")->required()->type_name("FILE.toml");
-    command.add_option("-o,--output", given.installation, "folder of the installation")->required()->type_name("DIR");
-    command.footer(
-        "Examples:\n"
+    CLI::App& command = add_command(
+        app, "pack", "Makes slot and toggle files from screen sources",
         "  vcckit pack vcc.toml -o veldor                    writes e_vcc.slt, e_vcc.tgl, g_vcc.slt, g_vcc.tgl\n"
         "  vcckit pack screens/*.toml -o veldor");
+    command.add_option("SOURCE", given.sources, "screen sources")->required()->type_name("FILE.toml");
+    command.add_option("-o,--output", given.installation, "folder of the installation")->required()->type_name("DIR");
     return command;
 }
 
 CLI::App& add_unpack(CLI::App& app, Arguments& given) {
-    CLI::App& command = *app.add_subcommand("unpack", "Writes a screen source from slot files");
+    CLI::App& command =
+        add_command(app, "unpack", "Writes a screen source from slot files",
+                    "  vcckit unpack e_vcc.slt                           one language, to standard output\n"
+                    "  vcckit unpack e_vcc.slt g_vcc.slt -o vcc.toml     both languages in one source");
     command
         .add_option("FILE", given.files,
                     "slot file, and that of the second language; toggle files beside them are read as well")
@@ -55,26 +63,26 @@ CLI::App& add_unpack(CLI::App& app, Arguments& given) {
         ->type_name("FILE.slt");
     command.add_option("-o,--output", given.output, "source to write; standard output without it")
         ->type_name("FILE.toml");
-    command.footer("Examples:\n"
-                   "  vcckit unpack e_vcc.slt                           one language, to standard output\n"
-                   "  vcckit unpack e_vcc.slt g_vcc.slt -o vcc.toml     both languages in one source");
     return command;
 }
 
 CLI::App& add_check(CLI::App& app, Arguments& given) {
     CLI::App& command =
-        *app.add_subcommand("check", "Reads a whole installation as the program would and reports every fault");
+        add_command(app, "check", "Reads a whole installation as the program would and reports every fault",
+                    "  vcckit check veldor                               everything that is wrong with it\n"
+                    "  vcckit check veldor --json | jq '.faults[].file'");
     command.add_option("DIR", given.checked, "folder of the installation")->required()->type_name("DIR");
     command.add_flag("--json", given.json, "one JSON object for machines");
-    command.footer("Examples:\n"
-                   "  vcckit check veldor                               everything that is wrong with it\n"
-                   "  vcckit check veldor --json | jq '.faults[].file'");
     return command;
 }
 
 CLI::App& add_render(CLI::App& app, Arguments& given) {
     RenderRequest& request = given.request;
-    CLI::App& command = *app.add_subcommand("render", "Draws a screen into a PNG file, without a display");
+    CLI::App& command =
+        add_command(app, "render", "Draws a screen into a PNG file, without a display",
+                    "  vcckit render veldor --screen menu -o menu.png    the very picture that the program shows\n"
+                    "  vcckit render veldor --screen options --language de --row 5 --hover 58 -o depth.png\n"
+                    "  vcckit render veldor --screen help --hover 5 -o help.png");
     command.add_option("DIR", given.rendered, "folder of the installation")->required()->type_name("DIR");
     command.add_option("--screen", given.screen, "help is that of a menu slot; message says that there is no help")
         ->required()
@@ -94,23 +102,18 @@ CLI::App& add_render(CLI::App& app, Arguments& given) {
         ->type_name("BITS")
         ->check(CLI::IsMember({15, 16, 24, 32}));
     command.add_option("-o,--output", given.picture, "PNG file to write")->required()->type_name("FILE.png");
-    command.footer("Examples:\n"
-                   "  vcckit render veldor --screen menu -o menu.png    the very picture that the program shows\n"
-                   "  vcckit render veldor --screen options --language de --row 5 --hover 58 -o depth.png\n"
-                   "  vcckit render veldor --screen help --hover 5 -o help.png");
     return command;
 }
 
 CLI::App& add_show(CLI::App& app, Arguments& given) {
-    CLI::App& command = *app.add_subcommand("show", "Prints a file of an installation readably");
+    CLI::App& command = add_command(app, "show", "Prints a file of an installation readably",
+                                    "  vcckit show veldor/images/menu.pcx\n"
+                                    "  vcckit show veldor/tools/language/english/e_vcc.slt");
     command
         .add_option("FILE", given.shown,
                     "slot, toggle, window, buffer, sound, message, help, settings, PCX, WAV or AVI file")
         ->required()
         ->type_name("FILE");
-    command.footer("Examples:\n"
-                   "  vcckit show veldor/images/menu.pcx\n"
-                   "  vcckit show veldor/tools/language/english/e_vcc.slt");
     return command;
 }
 
