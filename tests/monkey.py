@@ -11,8 +11,6 @@ import subprocess
 import time
 from pathlib import Path
 
-import numpy as np
-from PIL import Image
 from Xlib import X
 
 from support import menu
@@ -28,7 +26,6 @@ DAMAGES = [None, None, None, "hq.so", "battle.so", "sounds/theme03.wav", "sounds
            "tools/vcc.snd", "help/menu_en.hlp", "help/options_de.hlp"]
 EVENTS_OF_A_LIFE = 2000, 12000
 STEP_S, END_STEPS = 0.1, 200
-PLACE_EVERY = 10  # bursts
 
 
 class Failure(Exception):
@@ -58,11 +55,9 @@ class Monkey:
         self.robot, self.count, self.dice = robot, count, random.Random(seed)
         self.installation, self.desktop = robot.installation, robot.desktop
         self.done = self.starts = self.ends_by_itself = 0
-        self.places, self.values, self.keys = collections.Counter(), collections.defaultdict(set), collections.Counter()
+        self.keys = collections.Counter()
         self.option_places = list(self.installation.slot_places("vcc_options"))
         self.slots = [*self.installation.slot_places("vcc"), *self.option_places, *HELP_BUTTONS]
-        self.pictures = {name: np.asarray(Image.open(self.installation.path(f"images/{name}.pcx")).convert("RGB"), np.int16)[::8, ::8]
-                         for name in ("menu", "options", "help")}
         self.place, self.corner, self.began = (0, 0), (0, 0), time.monotonic()
         self.focus_moved_at, self.pause, self.late = 0, 0, []
 
@@ -205,19 +200,6 @@ class Monkey:
                 raise
             return False
 
-    def see_place(self):
-        try:
-            picture = self.desktop.picture(area=(*self.corner, 800, 600)).astype(np.int16)
-        except Exception:  # a window half outside the desktop
-            return
-        parts = {"help": picture[70:520:8, 110:690:8], "menu": picture[::8, ::8], "options": picture[::8, ::8]}
-
-        def shows(name):
-            wanted = self.pictures[name][:parts[name].shape[0], :parts[name].shape[1]]
-            return (np.abs(parts[name] - wanted).max(axis=2) <= 10).mean() > 0.4
-
-        self.places["alert" if menu.alert_length_in(picture[294]) else next(filter(shows, parts), "other")] += 1
-
     def leave(self):
         """Asks the program to close until it does; every alert on the way is confirmed."""
         for step in range(END_STEPS):
@@ -245,20 +227,16 @@ class Monkey:
             raise Failure(f"ended with {status}")
         if self.whole:
             self.installation.write(*self.whole)
-        for section, entries in self.installation.settings().items():
-            for name, value in entries.items():
-                self.values[section, name].add(value)
 
     def report(self):
         minutes = (time.monotonic() - self.began) / 60
         calls = collections.Counter(call[0] for call in self.installation.module_calls())
-        changed = {name: len(values) for (_, name), values in self.values.items() if len(values) > 1}
         print(f"{self.done:8d} of {self.count}: {minutes:.1f} min, {self.starts} starts ({self.ends_by_itself} left by keys and clicks), "
-              f"seen {dict(self.places)}, modules {dict(calls)}, Alt+W {self.keys['Alt_L+w']}, F12 {self.keys['F12']}, values {changed}", flush=True)
+              f"modules {dict(calls)}, Alt+W {self.keys['Alt_L+w']}, F12 {self.keys['F12']}", flush=True)
 
     def run(self):
         self.start()
-        bursts, next_report = 0, 0
+        next_report = 0
         while self.done < self.count:
             if not self.robot.running():
                 self.ends_by_itself += 1
@@ -268,15 +246,12 @@ class Monkey:
                 self.leave()
                 self.bury()
                 self.start()
-            bursts += 1
             self.settle_down()
             if self.dice.random() < 0.01:
                 other = self.desktop.open_other_window()
                 self.burst()
                 other.destroy()
             self.errand() if self.dice.random() < 0.03 else self.burst()
-            if bursts % PLACE_EVERY == 0:
-                self.see_place()
             if self.done >= next_report:
                 self.report()
                 next_report += self.count // 50
