@@ -28,13 +28,13 @@ std::string colours(const AviFrame& frame, int row_from_top, int count) {
     std::string letters;
     for (int x = 0; x < count; ++x) {
         const auto* at = frame.rows.data() + (frame.height - 1 - row_from_top) * stride + x * frame.bits / 8;
-        int red = at[2], green = at[1], blue = at[0];
-        if (frame.bits == 8) {
-            const std::uint8_t* const entry = frame.colour_table.data() + 4 * *at;
-            red = entry[2], green = entry[1], blue = entry[0];
-        } else if (frame.bits == 16) {
+        int red = 0, green = 0, blue = 0;
+        if (frame.bits == 16) {
             const int stored = at[0] | at[1] << 8;
             red = stored >> 7 & 0xF8, green = stored >> 2 & 0xF8, blue = stored << 3 & 0xF8;
+        } else {
+            const std::uint8_t* const entry = frame.bits == 8 ? frame.colour_table.data() + 4 * *at : at;
+            red = entry[2], green = entry[1], blue = entry[0];
         }
         const auto level = [](int value) { return value > 200 ? 'x' : value < 60 ? '.' : '?'; };
         const std::string levels{level(red), level(green), level(blue)};
