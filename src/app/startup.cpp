@@ -11,6 +11,7 @@
 #include "display/switching.h"
 #include "platform/files.h"
 #include "platform/memory.h"
+#include "platform/termination.h"
 #include "platform/truetype.h"
 #include "screen/draw.h"
 #include "settings/keyboard_layout.h"
@@ -39,6 +40,11 @@ bool enter_program_folder(Session&) {
     if (const std::string folder = platform::folder_of_program(platform::program_path()); !folder.empty())
         platform::enter_folder(folder);
     module_prefix = "CC: ";
+    return true;
+}
+
+bool take_termination_requests(Session&) {
+    platform::take_termination_requests(request_close);
     return true;
 }
 
@@ -112,8 +118,10 @@ bool start_fonts(Session&) {
 
 /// The start-up, in order. A step that answers false ends the program.
 constexpr bool (*steps[])(Session&) = {
-    prepare_memory, enter_program_folder, read_pictures, start_graphics_library, set_graphics_mode, store_hq_address,
-    prepare_screen, start_clock,          read_language, install_input,          start_fonts,
+    prepare_memory,   enter_program_folder,   take_termination_requests,
+    read_pictures,    start_graphics_library, set_graphics_mode,
+    store_hq_address, prepare_screen,         start_clock,
+    read_language,    install_input,          start_fonts,
 };
 
 } // namespace

@@ -43,12 +43,13 @@ void install_display_switching() {
         platform::take_keyboard_focus();
 }
 
+void request_close() {
+    close_requested = 1;
+    simulate_ukeypress(27, KEY_ESC);
+}
+
 void install_close_button() {
-    // A module or an alert that has the keyboard sees Escape, and comes back to us.
-    set_close_button_callback([] {
-        close_requested = 1;
-        simulate_ukeypress(27, KEY_ESC);
-    });
+    set_close_button_callback(request_close);
 }
 
 } // namespace vcc

@@ -13,8 +13,13 @@ void install_display_switching();
 void on_switch_in();
 void on_switch_out();
 
-/// True once the window's close button was pressed. The program then leaves as with Alt+X.
+/// True once the program was asked to close. It then leaves as with Alt+X.
 extern std::atomic<int> close_requested;
+
+/// Asks the program to close, from any thread: a module or an alert that has the keyboard sees Escape and comes back.
+void request_close();
+
+/// The window's close button asks it.
 void install_close_button();
 
 } // namespace vcc

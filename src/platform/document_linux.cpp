@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -45,6 +46,9 @@ int result_of_exit_status(int status) {
     const pid_t opener = ::fork();
     if (opener == 0) {
         ::close(report_descriptor);
+        sigset_t none; // the opener can be asked to end
+        ::sigemptyset(&none);
+        ::sigprocmask(SIG_SETMASK, &none, nullptr);
         const int nothing = ::open("/dev/null", O_RDWR);
         for (int descriptor = 0; nothing >= 0 && descriptor <= 2; ++descriptor)
             ::dup2(nothing, descriptor);

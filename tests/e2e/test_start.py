@@ -1,5 +1,7 @@
 """How the program starts: on which desktop, with which settings and arguments, and what it says when something is missing."""
 
+import os
+import signal
 import subprocess
 
 import pytest
@@ -7,6 +9,7 @@ import pytest
 from support import menu
 from support.desktop import wait_until
 from support.installation import CONFIG
+from support.robot import MENU_PICTURE
 
 ENGLISH = "tools/language/english/"
 SCREENS_FAIL = (["CC: Error initializing Graphics"], ["Error initializing Graphics", "CC: Error initializing Graphics"])
@@ -148,3 +151,16 @@ def test_a_module_that_cannot_be_entered(robot, module):
     robot.wait_for_menu()
     assert any("hq" in line for line in installation.log_messages())
     menu.enter(robot, "Battle")
+
+
+@pytest.mark.parametrize("place", ["films", "menu", "module"])
+def test_a_signal_to_end_leaves_as_the_close_button_does(make_robot, place):
+    player = make_robot(films=place == "films").start(menu=place != "films")
+    if place == "films":
+        player.window()
+    if place == "module":
+        menu.choose(player, "Factory")
+        wait_until(lambda: not player.shows(MENU_PICTURE), "the module's screen")
+    os.kill(player.pid, signal.SIGTERM)
+    assert player.wait_for_end() == 0
+    assert "Shutting down Allegro" not in player.errors()
