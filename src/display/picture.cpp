@@ -1,6 +1,8 @@
 #include "display/picture.h"
 
 #include "core/files.h"
+#include "core/log.h"
+#include "core/text.h"
 #include "display/pictures_ahead.h"
 #include "platform/files.h"
 
@@ -39,9 +41,12 @@ BitmapPtr load_picture(std::string_view path, PALETTE* palette) {
             return nullptr;
         const std::span bytes(reinterpret_cast<const std::uint8_t*>(file->data()), file->size());
         // The library's reader believes any size that the header names, so the header is looked at first.
-        if (!read_picture_header(bytes).sound)
+        const PictureHeader header = read_picture_header(bytes);
+        if (!header.sound)
             return nullptr;
         picture = unpack_picture(bytes);
+        if (!picture && header.bits == 24) // the library shows what there is of it
+            write_log(format_text("Picture is incomplete: %.*s", static_cast<int>(path.size()), path.data()));
     }
     if (!picture)
         return BitmapPtr(load_pcx(platform::resolve_path(path).c_str(), palette ? *palette : nullptr));

@@ -33,4 +33,7 @@ private:
 /// The file name that load() looks for.
 std::string module_file_name(std::string_view name);
 
+/// What the bytes of every library of this system begin with.
+std::string_view module_file_magic();
+
 } // namespace vcc::platform

@@ -20,6 +20,11 @@ std::string module_file_name(std::string_view name) {
     return std::string(name).append(".so");
 }
 
+std::string_view module_file_magic() {
+    return "\x7F"
+           "ELF";
+}
+
 ModuleLibrary ModuleLibrary::load(std::string_view name, std::string& error) {
     ModuleLibrary library;
     // The leading "./" keeps the loader from searching the system's folders.

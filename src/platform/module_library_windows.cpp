@@ -8,6 +8,10 @@ std::string module_file_name(std::string_view name) {
     return std::string(name).append(".dll");
 }
 
+std::string_view module_file_magic() {
+    return "MZ";
+}
+
 ModuleLibrary ModuleLibrary::load(std::string_view name, std::string& error) {
     ModuleLibrary library;
     const std::string path = ".\\" + module_file_name(name);

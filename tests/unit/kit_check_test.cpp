@@ -73,9 +73,11 @@ public:
             help += "+" + std::to_string(entry) + "\nP1\nF5\nC15\nW33\nS0\nT26\nX17\nY7\n-_Help\n#\n";
         for (const char* file : {"help/menu_en.hlp", "help/menu_de.hlp", "help/options_en.hlp", "help/options_de.hlp"})
             folder.write(file, help);
-        for (const char* file : {"hq.so", "factory.so", "battle.so", "docs/veldor_manual.pdf", "data/logfiles/.keep",
-                                 "data/configs/us.cfg", "data/configs/de.cfg", "data/configs/fi.cfg",
-                                 "data/configs/fr.cfg", "data/configs/it.cfg", "data/configs/uk.cfg"})
+        for (const std::string name : {"hq", "factory", "battle"})
+            folder.write(name + ".so", "\x7F" + std::string("ELF\0", 4) + name + '\0');
+        for (const char* file :
+             {"docs/veldor_manual.pdf", "data/logfiles/.keep", "data/configs/us.cfg", "data/configs/de.cfg",
+              "data/configs/fi.cfg", "data/configs/fr.cfg", "data/configs/it.cfg", "data/configs/uk.cfg"})
             folder.write(file, "");
     }
 
@@ -198,6 +200,9 @@ TEST(Check, EveryFaultIsFoundInItsPlace) {
             {cut("sounds/theme06.wav", 12044), R"(tools/vcc.snd:\d+: sounds/theme06.wav ends before its sound)"},
             {replace(en + "factory.tw", "o4", "o44"), en + R"(factory.tw: \+\d+: o: there is no sound 44)"},
             {replace(en + "factory.tw", "s4", "s4000"), en + R"(factory.tw:\d+: s: 4000 .*0 to 100 pixels)"},
+            {replace("help/menu_de.hlp", "X17", "X-1"), R"(help/menu_de.hlp:\d+: \+1: its text begins outside)"},
+            {replace("data/configs/vcc.cfg", "hq_theme = 4", "hq_theme = 9"),
+             "data/configs/vcc.cfg: hq_theme: there is no theme 9"},
             {replace("help/options_en.hlp", "W33", "W333"),
              R"(help/options_en.hlp:\d+: \+1: there is no window colour)"},
             {[](const Scratch& at) { at.change("mess.slt", 20, [](Slot& slot) { slot.name[31] = 'x'; }); },
@@ -218,6 +223,13 @@ TEST(Check, EveryFaultIsFoundInItsPlace) {
             {cut(en + "vcc_options.slt", 0), en + "vcc_options.slt: is empty"},
             {remove(de + "vcc_options.tgl"), de + "vcc_options.tgl: does not exist"},
             {remove("sounds/theme04.wav"), R"(tools/vcc.snd:\d+: sounds/theme04.wav does not exist)"},
+            {replace("hq.so", "hq", "HQ"), "hq.so: hq: has no such entry"},
+            {cut("battle.so", 3), "battle.so: is not a library"},
+            {cut("images/Zentrik.avi", 240), "images/Zentrik.avi: ends before its film"},
+            {[](const Scratch& at) { at.folder.write("data/configs/fr.cfg", "[key_ascii]\nkey1 = a\n"); },
+             R"(data/configs/fr.cfg:2: key1: "a" is not a number)"},
+            {replace("data/configs/vcc.cfg", "[VELDOR_BATTLE]", "[VELDOR_BATLE]"),
+             R"(data/configs/vcc.cfg:\d+: there is no section \[VELDOR_BATLE\])"},
             {remove("data/configs/de.cfg"), "data/configs/de.cfg: does not exist"},
             {remove("images/VELDOR_Intro.avi"), "images/VELDOR_Intro.avi: does not exist"},
             {[](const Scratch& at) { at.folder.write("tools/vcc.buf", at.folder.read("tools/vcc.buf") + "\n+25\n"); },

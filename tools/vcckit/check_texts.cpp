@@ -105,6 +105,8 @@ private:
         const Rect inside = window();
         const int x = column_x(entry.font, entry.column);
         const int bottom = (entry.row + static_cast<int>(lines.size())) * cell_height(entry.font);
+        if (x < inside.x1 || entry.row * cell_height(entry.font) < inside.y1)
+            report(path, text, number, "its text begins outside the help window", "columns and rows count in its font");
         if (bottom > inside.y2)
             report(path, text, number, "its text reaches below the help window", "begin a further page");
         for (const std::string& line : lines)

@@ -29,6 +29,8 @@ public:
     Library& operator=(const Library&) = delete;
 };
 
+inline constexpr const char* settings_file = "data/configs/vcc.cfg";
+
 enum class ScreenKind { menu, options, info, message };
 inline constexpr std::size_t screen_kind_count = 4;
 

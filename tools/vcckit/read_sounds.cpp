@@ -5,9 +5,13 @@
 #include "core/lines.h"
 #include "core/text.h"
 #include "platform/files.h"
+#include "settings/rows.h"
+#include "settings/settings.h"
 #include "sound/effect_file.h"
 #include "sound/setup_rules.h"
 #include "sound/sound.h"
+
+#include <algorithm>
 
 namespace vcc::kit {
 
@@ -110,6 +114,20 @@ private:
     std::string directory_, name_;
 };
 
+/// The themes that the settings begin with.
+void check_chosen_themes(const Installation& installation, Faults& faults) {
+    for (const SettingRow& row : setting_rows()) {
+        const auto* place = std::get_if<int*>(&row.place);
+        if (!place ||
+            std::ranges::find(settings.theme, *place, [](int& theme) { return &theme; }) == settings.theme.end())
+            continue;
+        const int chosen = get_config_int(std::string(row.section).c_str(), std::string(row.key).c_str(), row.number);
+        if (chosen >= static_cast<int>(installation.themes.size()))
+            faults.push_back({settings_file, 0, -1, std::string(row.key), "there is no theme " + std::to_string(chosen),
+                              "tools/vcc.snd names " + std::to_string(installation.themes.size())});
+    }
+}
+
 } // namespace
 
 void read_sounds(Installation& installation, Faults& faults) {
@@ -127,6 +145,8 @@ void read_sounds(Installation& installation, Faults& faults) {
                               "add the entry: a film of the start is played with it"});
     if (installation.listed_sounds && installation.themes.empty())
         faults.push_back({setup_file, 0, -1, "+190", "is missing", "add a theme, or there is no music"});
+    if (!installation.themes.empty())
+        check_chosen_themes(installation, faults);
 }
 
 } // namespace vcc::kit

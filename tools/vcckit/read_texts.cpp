@@ -1,4 +1,5 @@
 // Settings, message files and text-window files, line by line.
+#include "config_walk.h"
 #include "installation.h"
 
 #include "core/lines.h"
@@ -10,24 +11,18 @@
 #include "text/fonts.h"
 #include "text/language.h"
 
-#include <charconv>
+#include <algorithm>
 #include <limits>
 
 namespace vcc::kit {
 
-namespace {
+using platform::same_but_for_case;
 
-constexpr const char* settings_file = "data/configs/vcc.cfg";
+namespace {
 
 /// Sections in which nobody but the control centre has keys.
 bool all_keys_are_known(std::string_view section) {
     return section == "VELDOR_SOUND" || section == "VELDOR_GRAPHICS" || section == "VELDOR_GENERAL";
-}
-
-std::string trimmed(std::string_view text) {
-    std::string result = trim_left(text);
-    trim_right(result);
-    return result;
 }
 
 /// What is wrong with a value; empty when nothing is.
@@ -38,27 +33,41 @@ std::string fault_of_value(const SettingRow& row, std::string_view value) {
         return static_cast<long long>(value.size()) > row.max
                    ? "is longer than " + std::to_string(row.max) + " characters"
                    : "";
-    int number = 0;
-    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
-    if (error != std::errc{} || end != value.data() + value.size())
+    const auto number = whole_number(value);
+    if (!number)
         return "is not a number";
-    return number < row.min || number > row.max
+    return *number < row.min || *number > row.max
                ? "is outside " + std::to_string(row.min) + " to " + std::to_string(row.max)
                : "";
 }
 
-void check_setting(const std::string& section, const std::string& key, const std::string& value, int line,
-                   Faults& faults) {
-    const SettingRow* row = find_setting_row(section, key);
-    if (!row) {
-        if (all_keys_are_known(section))
-            faults.push_back({settings_file, line, -1, key, "no such key in [" + section + "]",
-                              "correct its spelling, or take it out"});
+/// A section of the settings that nobody reads is most likely misspelt. Modules name their own differently.
+bool is_misspelt(std::string_view section) {
+    constexpr std::string_view ours = "VELDOR_";
+    return same_but_for_case(section.substr(0, ours.size()), ours) &&
+           std::ranges::none_of(setting_rows(),
+                                [&](const SettingRow& row) { return same_but_for_case(row.section, section); });
+}
+
+void check_setting(const ConfigEntry& entry, Faults& faults) {
+    const auto report = [&](std::string problem, const char* advice) {
+        faults.push_back({settings_file, entry.line, -1, entry.key, std::move(problem), advice});
+    };
+    if (entry.key.empty()) {
+        if (is_misspelt(entry.section))
+            report("there is no section [" + entry.section + "]", "docs/settings.md lists the sections");
         return;
     }
-    if (const std::string fault = fault_of_value(*row, value); !fault.empty())
-        faults.push_back(
-            {settings_file, line, -1, key, "\"" + value + "\" " + fault, "docs/settings.md lists what the key takes"});
+    if (entry.section.empty())
+        report("stands before the first section", "put it below its [section]");
+    const SettingRow* row = find_setting_row(entry.section, entry.key);
+    if (!row) {
+        if (all_keys_are_known(entry.section))
+            report("no such key in [" + entry.section + "]", "correct its spelling, or take it out");
+        return;
+    }
+    if (const std::string fault = fault_of_value(*row, entry.value); !fault.empty())
+        report("\"" + entry.value + "\" " + fault, "docs/settings.md lists what the key takes");
 }
 
 /// Ranges of the numbers in a text-window file; `measure` is an edge, which may be cells or pixels.
@@ -149,32 +158,7 @@ void read_settings(Installation& installation, Faults& faults) {
     }
     const std::string values = platform::latin1_from_utf8(*text);
     set_config_data(values.c_str(), static_cast<int>(values.size()));
-    LineReader lines(*text);
-    std::string section;
-    std::set<std::string> seen;
-    while (const auto line = lines.next(4096)) {
-        const std::string entry = trimmed(*line);
-        if (entry.empty() || entry[0] == '#' || entry[0] == ';')
-            continue;
-        if (entry[0] == '[' && entry.ends_with(']')) {
-            section = entry.substr(1, entry.size() - 2);
-            continue;
-        }
-        const std::size_t equals = entry.find('=');
-        if (equals == std::string::npos) {
-            faults.push_back({settings_file, lines.line_number(), -1, "", "neither a section nor key = value",
-                              "comments begin with #"});
-            continue;
-        }
-        const std::string key = trimmed(entry.substr(0, equals));
-        if (section.empty())
-            faults.push_back({settings_file, lines.line_number(), -1, key, "stands before the first section",
-                              "put it below its [section]"});
-        if (!seen.insert(std::string(section).append("\n").append(key)).second)
-            faults.push_back(
-                {settings_file, lines.line_number(), -1, key, "is given a second time", "the first one counts"});
-        check_setting(section, key, trimmed(entry.substr(equals + 1)), lines.line_number(), faults);
-    }
+    walk_config(settings_file, *text, faults, [&](const ConfigEntry& entry) { check_setting(entry, faults); });
 }
 
 void read_windows(Installation& installation, Faults& faults) {

@@ -1,0 +1,139 @@
+// Pictures, films, modules, keyboard mappings and the other files that the program opens by their names.
+#include "check.h"
+
+#include "config_walk.h"
+#include "pictures.h"
+
+#include "core/files.h"
+#include "core/layout.h"
+#include "platform/avi.h"
+#include "platform/files.h"
+#include "platform/module_library.h"
+#include "settings/keyboard_layout.h"
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+
+namespace vcc::kit {
+
+namespace {
+
+struct PictureRow {
+    const char* path;
+    int min_width, min_height, max_width, max_height;
+};
+constexpr PictureRow pictures[] = {
+    {"images/morv1.pcx", 800, 600, 800, 600}, {"images/morv2.pcx", 800, 600, 800, 600},
+    {"images/morv3.pcx", 800, 600, 800, 600}, {"images/morv4.pcx", 800, 600, 800, 600},
+    {"images/pointer.pcx", 1, 1, 64, 64},
+};
+constexpr const char* films[] = {"images/Zentrik.avi", "images/VELDOR_Intro.avi"};
+constexpr const char* modules[] = {"hq", "factory", "battle"};
+constexpr const char* manual = "docs/veldor_manual.pdf";
+constexpr const char* log_folder = "data/logfiles";
+
+std::string fault_of_size(const PictureRow& row, const BITMAP& bitmap) {
+    if (bitmap.w >= row.min_width && bitmap.w <= row.max_width && bitmap.h >= row.min_height &&
+        bitmap.h <= row.max_height)
+        return {};
+    return "is " + std::to_string(bitmap.w) + " x " + std::to_string(bitmap.h) + " pixels";
+}
+
+void check_picture_file(const PictureRow& row, Faults& faults) {
+    const PictureCheck picture = check_picture(row.path);
+    const std::string fault = picture.fault.empty() ? fault_of_size(row, *picture.bitmap) : picture.fault;
+    if (!fault.empty())
+        faults.push_back({row.path, 0, -1, "", fault,
+                          row.min_width == row.max_width ? "it must be a PCX picture of 800 x 600 pixels"
+                                                         : "it must be a PCX picture of at most 64 x 64 pixels"});
+}
+
+std::int64_t file_size(const std::string& path) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(platform::resolve_path(path), error);
+    return error ? 0 : static_cast<std::int64_t>(size);
+}
+
+/// Bytes of the file as its RIFF header tells; a program that writes without going back leaves 0.
+std::int64_t announced_size(const std::string& path) {
+    std::array<unsigned char, 8> header{};
+    std::ifstream file(platform::resolve_path(path), std::ios::binary);
+    if (!file.read(reinterpret_cast<char*>(header.data()), header.size()))
+        return 0;
+    const std::int64_t rest = header[4] | header[5] << 8 | header[6] << 16 | std::int64_t{header[7]} << 24;
+    return rest + static_cast<std::int64_t>(header.size());
+}
+
+void check_film(const char* path, Faults& faults) {
+    if (!platform::file_exists(path)) {
+        faults.push_back({path, 0, -1, "", "does not exist", "put the film there: the player is told at every start"});
+        return;
+    }
+    if (announced_size(path) > file_size(path))
+        faults.push_back({path, 0, -1, "", "ends before its film does", "write the file again"});
+    platform::AviError error = platform::AviError::none;
+    const auto film = platform::open_avi(path, error);
+    const platform::AviFrame* frame = film ? film->frame_at(0) : nullptr;
+    if (!frame)
+        faults.push_back({path, 0, -1, "", "cannot be shown", "it must be an AVI film with a video stream"});
+    else if (frame->width > 800 || frame->height > 600)
+        faults.push_back({path, 0, -1, "",
+                          "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
+                          "make it 800 x 600: only its middle is shown"});
+}
+
+void check_presence(const std::string& path, const char* advice, Faults& faults) {
+    if (!platform::file_exists(path))
+        faults.push_back({path, 0, -1, "", "does not exist", advice});
+}
+
+/// Looks at the module's bytes only: what it does when it is loaded is the game's business.
+void check_module(const std::string& name, Faults& faults) {
+    constexpr std::size_t size_limit = 256u << 20;
+    const std::string path = platform::module_file_name(name);
+    check_presence(path, "put the game module there, or it cannot be entered", faults);
+    const auto bytes = read_file(path, size_limit);
+    if (!bytes)
+        return;
+    if (!bytes->starts_with(platform::module_file_magic()))
+        faults.push_back({path, 0, -1, "", "is not a library of this system", "build the module again"});
+    else if (bytes->find(std::string(1, '\0') + name + '\0') == std::string::npos)
+        faults.push_back({path, 0, -1, name, "has no such entry", "sdk/veldor_module.h declares the entries"});
+}
+
+/// An empty mapping is the library's own one. Only the first fault is told: a wrong file has one in every line.
+void check_keyboard(const std::string& path, Faults& faults) {
+    check_presence(path, "put the keyboard mapping there, or its layout cannot be chosen", faults);
+    const auto text = read_file(path);
+    if (!text)
+        return;
+    Faults found;
+    walk_config(path, *text, found, [&](const ConfigEntry& entry) {
+        if (!entry.key.empty() && !entry.section.empty() && !whole_number(entry.value))
+            found.push_back({path, entry.line, -1, entry.key, "\"" + entry.value + "\" is not a number",
+                             "keys stand for codes of characters"});
+    });
+    if (!found.empty())
+        faults.push_back(found.front());
+}
+
+} // namespace
+
+void check_program_files(Installation&, Faults& faults) {
+    for (const PictureRow& row : pictures)
+        check_picture_file(row, faults);
+    for (const char* film : films)
+        check_film(film, faults);
+    for (const char* module : modules)
+        check_module(module, faults);
+    constexpr int offered_keyboards = 6;
+    for (int keyboard = 0; keyboard < offered_keyboards; ++keyboard)
+        check_keyboard(std::string(keyboard_mapping_file(keyboard)), faults);
+    check_presence(manual, "put the manual there, or it cannot be opened", faults);
+    if (!file_exists(log_folder, FA_DIREC | FA_ARCH | FA_RDONLY | FA_HIDDEN, nullptr))
+        faults.push_back({log_folder, 0, -1, "", "is missing", "make the folder: the program cannot log without it"});
+}
+
+} // namespace vcc::kit

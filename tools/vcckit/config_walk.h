@@ -1,0 +1,28 @@
+// The entries of a configuration file, one after another, with what is wrong in its form.
+#pragma once
+
+#include "report.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vcc::kit {
+
+struct ConfigEntry {
+    std::string section; ///< without brackets; empty before the first one
+    std::string key;     ///< empty for the line of the section itself
+    std::string value;
+    int line = 0;
+};
+
+/// Calls `take` for every section and every key = value of the text; reports lines that are neither, and keys that are
+/// given twice.
+void walk_config(const std::string& file, std::string_view text, Faults& faults,
+                 const std::function<void(const ConfigEntry&)>& take);
+
+/// The value as a number; nothing when it is none, or none that fits.
+std::optional<int> whole_number(std::string_view value);
+
+} // namespace vcc::kit
