@@ -19,7 +19,7 @@ std::array<BitmapPtr, 4> pictures;
 std::vector<std::string> background_paths() {
     std::vector<std::string> paths;
     for (std::size_t number = 1; number <= pictures.size(); ++number)
-        paths.push_back(format_text("images\\morv%zu.pcx", number));
+        paths.push_back("images\\morv" + std::to_string(number) + ".pcx");
     return paths;
 }
 

@@ -48,8 +48,8 @@ SlotFileContents read_slot_file(std::string_view bytes) {
     }
     const std::size_t size = static_cast<std::size_t>(count) * sizeof(Slot);
     if (bytes.size() < size) {
-        contents.fault =
-            format_text("%d records announced, but the file ends after %zu", count, bytes.size() / sizeof(Slot));
+        contents.fault = format_text("%d records announced, but the file ends after %d", count,
+                                     static_cast<int>(bytes.size() / sizeof(Slot)));
         return contents;
     }
     contents.records.resize(static_cast<std::size_t>(count));
