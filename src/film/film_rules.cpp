@@ -1,20 +1,12 @@
 #include "film/film_rules.h"
 
+#include "core/geometry.h"
+
 #include <algorithm>
 #include <cstring>
 
 namespace vcc {
 namespace {
-
-struct Span {
-    int source, target, length;
-};
-
-constexpr Span centred(int inner, int outer) {
-    if (inner <= outer)
-        return {0, (outer - inner) / 2, inner};
-    return {(inner - outer) / 2, 0, outer};
-}
 
 constexpr int widen_5_bits(int value) {
     return value * 255 / 31;
@@ -81,8 +73,12 @@ constexpr DepthRow depth_rows[] = {{8, copy_8}, {16, convert_16}, {24, convert_2
 } // namespace
 
 FilmPlace place_film(int film_width, int film_height, int screen_width, int screen_height) {
-    const Span across = centred(film_width, screen_width), down = centred(film_height, screen_height);
-    return {across.source, down.source, across.target, down.target, across.length, down.length};
+    FilmPlace place;
+    place.width = std::min(film_width, screen_width);
+    place.height = std::min(film_height, screen_height);
+    centre_in(place.x, place.y, screen_width, screen_height, place.width, place.height);
+    centre_in(place.source_x, place.source_y, film_width, film_height, place.width, place.height);
+    return place;
 }
 
 void decode_frame(BITMAP* surface, const platform::AviFrame& frame) {
