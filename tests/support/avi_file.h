@@ -36,10 +36,6 @@ public:
         audio_format_ = std::move(format);
         return *this;
     }
-    AviFile& without_video() {
-        video_ = false;
-        return *this;
-    }
     AviFile& compression(std::string letters) {
         compression_ = std::move(letters);
         return *this;
@@ -58,11 +54,9 @@ public:
     std::string bytes() const {
         const auto count = static_cast<std::uint32_t>(frames_.size());
         std::string lists = chunk("avih", number(40000) + std::string(12, '\0') + number(count) + number(0) +
-                                              number(video_ + audio_) + number(0) + number(as_number(width_)) +
+                                              number(1 + audio_) + number(0) + number(as_number(width_)) +
                                               number(as_number(height_)) + std::string(16, '\0'));
-        if (video_)
-            lists +=
-                stream("vids", told_length_ < 0 ? count : static_cast<std::uint32_t>(told_length_), video_format());
+        lists += stream("vids", told_length_ < 0 ? count : static_cast<std::uint32_t>(told_length_), video_format());
         if (audio_)
             lists += stream("auds", 0, audio_format_);
         std::string movie = "movi", index;
@@ -91,7 +85,7 @@ private:
     int width_, height_, bits_;
     std::uint32_t rate_ = 25, scale_ = 1;
     std::int64_t told_length_ = -1;
-    bool video_ = true, audio_ = false;
+    bool audio_ = false;
     std::string compression_ = std::string(4, '\0'), colour_table_, audio_format_;
     std::vector<std::string> frames_;
 };

@@ -19,13 +19,6 @@ public:
     StandInDisplay(const StandInDisplay&) = delete;
     StandInDisplay& operator=(const StandInDisplay&) = delete;
     int at(int x, int y) const { return getpixel(display_.get(), x, y); }
-    bool is_blank() const {
-        for (int y = 0; y < 600; ++y)
-            for (int x = 0; x < 800; ++x)
-                if (at(x, y) != 0)
-                    return false;
-        return true;
-    }
 
 private:
     BitmapPtr display_;
