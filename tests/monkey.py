@@ -1,136 +1,86 @@
-"""Random input for the real program, as fast as it can be sent: keys, clicks, moves and the wheel in bursts of differing length and pace.
+"""Random keys, clicks, moves and wheel for the real program, in bursts as fast as they can be sent.
 
-The desktop, the language, a damage to the installation and every event are the seed's. The doors out of the menu are mostly passed by, or
-starts would fill the time. Every few thousand events the program is asked to close: one that is still there 20 s later hangs, and gdb,
-where there is one, tells where.
+The desktop, the language, a damage to the installation and every event are the seed's. Every few thousand events the
+program is asked to close: one that is still there 20 s later hangs, and gdb, where there is one, tells where.
 """
-import collections
 import random
-import shutil
 import subprocess
 import time
-from pathlib import Path
 
 from Xlib import X
+from Xlib.error import BadDrawable, BadMatch, BadWindow
 
-from support import menu
 from support.installation import CONFIG
+from support.robot import Robot
 
 MOVERS = ["Up", "Down", "Left", "Right", "Home", "End", "Prior", "Next", "Tab", "KP_Home"]  # of the focus
-KEYS = [*MOVERS, "Escape", "F1", "F4", "F12", "BackSpace", "Insert", "Delete", "a", "Z", "7", "c", "o", "period", "space", "Pause", "Print"]
-MODIFIERS = ["Shift_L", "Control_L", "Alt_L"]
+KEYS = [*MOVERS, *"aZ7co", "Escape", "F1", "F4", "F12", "BackSpace", "Insert", "Delete", "period", "space", "Pause"]
 HELP_BUTTONS = [(180, 492), (300, 492), (618, 492), (400, 310)]  # and the alert's
-ACCEPT, NAME_FIELD = (80, 540), (140, 511)  # on the options screen
-MODULE_DOORS, LEAVE_DOOR = (34, 186, 250, 328), (34, 386, 250, 428)
-DAMAGES = [None, None, None, "hq.so", "battle.so", "sounds/theme03.wav", "sounds/sfx_click.wav", "images/morv3.pcx", "images/pointer.pcx",
-           "tools/vcc.snd", "help/menu_en.hlp", "help/options_de.hlp"]
-EVENTS_OF_A_LIFE = 2000, 12000
-STEP_S, END_STEPS = 0.1, 200
-
-
-class Failure(Exception):
-    pass
-
-
-def stopped(pid):
-    """Whether somebody holds the program with a signal: that is no hang."""
-    try:
-        return Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()[0] in "Tt"
-    except OSError:
-        return False
-
-
-def desktop_for(_count, seed):
-    """Only as large as the program's picture for some: there it is always full screen."""
-    dice = random.Random(seed)
-    return {"size": dice.choice([(1024, 768), (1280, 1024), (800, 600)]), "depth": dice.choice([24, 16])}
-
-
-def inside(place, door):
-    return door[0] <= place[0] < door[2] and door[1] <= place[1] < door[3]
+DAMAGES = [None, None, None, "hq.so", "battle.so", "sounds/theme03.wav", "sounds/sfx_click.wav", "images/morv3.pcx",
+           "images/pointer.pcx", "tools/vcc.snd", "help/menu_en.hlp", "help/options_de.hlp"]
 
 
 class Monkey:
-    def __init__(self, robot, count, seed):
-        self.robot, self.count, self.dice = robot, count, random.Random(seed)
+    def __init__(self, robot, count, dice):
+        self.robot, self.count, self.dice = robot, count, dice
         self.installation, self.desktop = robot.installation, robot.desktop
-        self.done = self.starts = self.ends_by_itself = 0
-        self.keys = collections.Counter()
-        self.option_places = list(self.installation.slot_places("vcc_options"))
-        self.slots = [*self.installation.slot_places("vcc"), *self.option_places, *HELP_BUTTONS]
-        self.place, self.corner, self.began = (0, 0), (0, 0), time.monotonic()
-        self.focus_moved_at, self.pause, self.late = 0, 0, []
+        slots = robot.installation.slot_places
+        self.slots = [*slots("vcc"), *slots("vcc_options"), *HELP_BUTTONS]
+        self.done = self.starts = self.ends_by_itself = self.focus_moved_at = 0
+        self.place, self.corner, self.pause, self.late = (0, 0), (0, 0), 0, []
 
     # what is sent
 
-    def point(self, place):
-        self.place = place
-        self.desktop.queue(X.MotionNotify, x=self.corner[0] + place[0], y=self.corner[1] + place[1])
-
-    def somewhere(self):
-        """A place that is a door only now and then."""
-        while True:
-            place = self.dice.randrange(800), self.dice.randrange(600)
-            if self.dice.random() < 0.5:
-                x, y = self.dice.choice(self.slots)
-                place = min(x + self.dice.randrange(70), 799), min(y + self.dice.randrange(-4, 5), 599)
-            if self.passes_by(place):
-                return place
-
-    def passes_by(self, place):
-        chance = 0.98 if inside(place, LEAVE_DOOR) else 0.9 if inside(place, MODULE_DOORS) else 0
-        return self.dice.random() >= chance
-
     def event(self):
-        """One action; some releases wait for the end of the burst."""
         dice, what = self.dice, self.dice.random()
         self.done += 1
         if what < 0.45:
-            self.point(self.somewhere())
-        elif what < 0.65:
-            if self.may_open_a_door():
-                self.press(X.ButtonPress, dice.choice([1] * 20 + [2, 3]))
+            self.point()
         elif what < 0.67:
-            if self.may_open_a_door():
-                self.press(X.KeyPress, self.desktop.keycode("Return"))
-        elif what < 0.671:
-            self.key("Alt_L", "w")
+            if self.may_press():
+                self.click(dice.choice([1] * 20 + [2, 3])) if what < 0.65 else self.press("Return")
         elif what < 0.6711:
-            self.key("Alt_L", "x")
+            self.desktop.key("w" if what < 0.671 else "x", "Alt_L")
         elif what < 0.72:
             self.focus_moved_at = self.done
-            self.press(X.ButtonPress, dice.choice([4, 5]))
-        elif dice.random() < 0.1:
-            self.key(dice.choice(MODIFIERS), dice.choice(KEYS))
+            self.click(dice.choice([4, 5]))
         else:
-            name = dice.choice(KEYS)
-            self.keys[name] += 1
-            if name in MOVERS:
-                self.focus_moved_at = self.done
-            self.press(X.KeyPress, self.desktop.keycode(name))
+            self.press(dice.choice(KEYS))
 
-    def may_open_a_door(self):
-        """A key has moved the focus, and the pointer with it, nobody here knows where."""
-        if self.done - self.focus_moved_at < 15:
-            return self.dice.random() < 0.1
-        return self.passes_by(self.place)
+    def point(self):
+        """Anywhere, or to a slot."""
+        dice = self.dice
+        x, y = dice.randrange(800), dice.randrange(600)
+        if dice.random() < 0.5:
+            x, y = dice.choice(self.slots)
+            x, y = min(x + dice.randrange(70), 799), min(y + dice.randrange(-4, 5), 599)
+        self.place = x, y
+        self.desktop.queue(X.MotionNotify, x=self.corner[0] + x, y=self.corner[1] + y)
 
-    def press(self, kind, detail):
-        self.desktop.queue(kind, detail)
-        release = kind + 1, detail  # X numbers a release after its press
+    def may_press(self):
+        """The doors out of the menu are mostly passed by, or starts would fill the time."""
+        x, y = self.place
+        chance = 1 if not 34 <= x < 250 else 0.05 if 186 <= y < 328 else 0.01 if 386 <= y < 428 else 1
+        if self.done - self.focus_moved_at < 15:  # a key has moved the pointer, nobody here knows where
+            chance = 0.1
+        return self.dice.random() < chance
+
+    def click(self, button):
+        self.queue(X.ButtonPress, X.ButtonRelease, button)
+
+    def press(self, name):
+        if name in MOVERS:
+            self.focus_moved_at = self.done
+        self.queue(X.KeyPress, X.KeyRelease, self.desktop.keycode(name))
+
+    def queue(self, down, up, detail):
+        """Some releases wait for the end of the burst."""
+        self.desktop.queue(down, detail)
         if self.dice.random() < 0.2:
-            self.late.append(release)
+            self.late.append((up, detail))
         else:
             self.wait()
-            self.desktop.queue(*release)
-
-    def key(self, *names):
-        self.keys["+".join(names)] += 1
-        codes = [self.desktop.keycode(name) for name in names]
-        for kind, order in ((X.KeyPress, codes), (X.KeyRelease, codes[::-1])):
-            for code in order:
-                self.desktop.queue(kind, code)
-            self.wait()
+            self.desktop.queue(up, detail)
 
     def wait(self):
         if self.pause:
@@ -138,138 +88,98 @@ class Monkey:
             time.sleep(self.pause)
 
     def burst(self):
-        """At once, faster than the program looks, or at a human's pace."""
+        """At once, faster than the program looks, or at a human's pace; sometimes with a modifier held."""
         dice = self.dice
-        length, self.pause = dice.choices([(dice.randrange(1, 120), 0), (dice.randrange(5, 50), dice.uniform(0.001, 0.012)),
-                                           (dice.randrange(2, 10), dice.uniform(0.02, 0.1))], [5, 4, 1.5])[0]
-        for _ in range(length):
+        paces = [(120, 0), (50, dice.uniform(0.001, 0.012)), (10, dice.uniform(0.02, 0.1))]
+        length, self.pause = dice.choices(paces, [5, 4, 1.5])[0]
+        if dice.random() < 0.1:
+            held = self.desktop.keycode(dice.choice(["Shift_L", "Control_L", "Alt_L"]))
+            self.desktop.queue(X.KeyPress, held)
+            self.late.append((X.KeyRelease, held))
+        for _ in range(dice.randrange(1, length)):
             self.event()
             self.wait()
-        self.end_burst()
-        time.sleep(dice.uniform(0, 0.05))
-
-    def errand(self):
-        """To the options screen like a human, who chooses, types and mostly accepts."""
-        dice = self.dice
-        self.pause = dice.uniform(0.03, 0.1)
-        places = [menu.middle("Options"), *dice.choices(self.option_places, k=dice.randrange(1, 8)), NAME_FIELD]
-        for place in [*places, ACCEPT] if dice.random() < 0.8 else places:
-            self.point(place)
-            self.wait()
-            self.press(X.ButtonPress, 1)
-            self.wait()
-            self.done += 2
-            if place == NAME_FIELD:
-                for key in dice.choices("aZ7 .", k=dice.randrange(8)):
-                    self.press(X.KeyPress, self.desktop.keycode({" ": "space", ".": "period"}.get(key, key)))
-                    self.done += 1
-        self.end_burst()
-
-    def end_burst(self):
         for release in self.late:
             self.desktop.queue(*release)
         self.late.clear()
         self.desktop.send()
+        time.sleep(dice.uniform(0, 0.05))
 
     # the program
 
     def start(self):
-        damage, self.whole = self.dice.choice(DAMAGES), None
-        if damage:
-            self.whole = damage, self.installation.path(damage).read_bytes()
-            self.installation.write(damage, self.whole[1][:self.dice.choice([0, 30])])
+        self.damage = self.dice.choice(DAMAGES)
+        if self.damage:
+            self.whole = self.installation.path(self.damage).read_bytes()
+            self.installation.write(self.damage, self.whole[:self.dice.choice([0, 30])])
         self.installation.write("tools/language.ini", self.dice.choice(["1\n", "2\n"]))
+        self.installation.set("VELDOR_GENERAL", "intro_at_all", "yes")
         self.robot.films = self.dice.random() < 0.1
-        if self.robot.films:
-            self.installation.set("VELDOR_GENERAL", "intro_at_all", "yes")
         self.robot.start(menu=False)
         self.starts += 1
-        self.life_end = self.done + self.dice.randrange(*EVENTS_OF_A_LIFE)
-        self.settle_down()
+        self.life_end = self.done + self.dice.randrange(2000, 12000)
 
-    def settle_down(self):
-        """Looks where the window is and gives it the keyboard. False: there is none just now."""
+    def find_window(self):
+        """The window, which gets the keyboard; None while there is none."""
         try:
-            self.window = self.robot.find_window()
-            if self.window is not None:
-                self.corner = self.robot.corner_on_desktop(self.window)
-                self.desktop.focus(self.window)
-            return self.window is not None
-        except Exception as error:  # it has just left, or is changing its window
-            if type(error).__name__ not in ("BadWindow", "BadDrawable", "BadMatch", "RuntimeError"):
-                raise
-            return False
+            if window := self.robot.find_window():
+                self.corner = self.robot.corner_on_desktop(window)
+                self.desktop.focus(window)
+            return window
+        except (BadWindow, BadDrawable, BadMatch, RuntimeError):  # it has just left, or is changing its window
+            return None
 
     def leave(self):
         """Asks the program to close until it does; every alert on the way is confirmed."""
-        for step in range(END_STEPS):
-            while self.robot.running() and stopped(self.robot.pid):
-                time.sleep(STEP_S)
-            if not self.robot.running():
-                return
-            if step % 5 == 0 and self.settle_down():
-                self.desktop.close_window(self.window)
-                self.key("c")
-                self.desktop.send()
-            time.sleep(STEP_S)
-        raise Failure(f"does not close: it hangs\n{self.backtrace()}")
-
-    def backtrace(self):
-        if not shutil.which("gdb"):
-            return "(no gdb)"
-        return subprocess.run(["gdb", "-batch", "-ex", "thread apply all bt", "-p", str(self.robot.pid)],
-                              capture_output=True, text=True, check=False).stdout
-
-    def bury(self):
-        """After the end of a life: what did it leave?"""
+        end = time.monotonic() + 20
+        while self.robot.running():
+            if time.monotonic() > end:
+                gdb = f"gdb -batch -ex 'thread apply all bt' -p {self.robot.pid}"
+                raise RuntimeError(f"it hangs\n{subprocess.getoutput(gdb)}")
+            if window := self.find_window():
+                self.desktop.close_window(window)
+                self.desktop.key("c")
+            time.sleep(0.5)
         status = self.robot.wait_for_end()
         if status != 0 or "signal" in self.robot.errors():
-            raise Failure(f"ended with {status}")
-        if self.whole:
-            self.installation.write(*self.whole)
+            raise RuntimeError(f"ended with {status}")
+        if self.damage:
+            self.installation.write(self.damage, self.whole)
 
     def report(self):
-        minutes = (time.monotonic() - self.began) / 60
-        calls = collections.Counter(call[0] for call in self.installation.module_calls())
-        print(f"{self.done:8d} of {self.count}: {minutes:.1f} min, {self.starts} starts ({self.ends_by_itself} left by keys and clicks), "
-              f"modules {dict(calls)}, Alt+W {self.keys['Alt_L+w']}, F12 {self.keys['F12']}", flush=True)
+        print(f"{self.done:8d} of {self.count}: {self.starts} starts, {self.ends_by_itself} left by keys and clicks, "
+              f"{len(self.installation.module_calls())} calls of modules", flush=True)
 
     def run(self):
         self.start()
-        next_report = 0
         while self.done < self.count:
-            if not self.robot.running():
-                self.ends_by_itself += 1
-                self.bury()
-                self.start()
-            elif self.done >= self.life_end:
+            if not self.robot.running() or self.done >= self.life_end:
+                self.ends_by_itself += not self.robot.running()
                 self.leave()
-                self.bury()
+                self.report()
                 self.start()
-            self.settle_down()
+            self.find_window()
+            self.burst()
             if self.dice.random() < 0.01:
                 other = self.desktop.open_other_window()
                 self.burst()
                 other.destroy()
-            self.errand() if self.dice.random() < 0.03 else self.burst()
-            if self.done >= next_report:
-                self.report()
-                next_report += self.count // 50
         self.leave()
-        self.bury()
 
 
-def monkey(robot, count, seed):
-    robot.installation.use_recording_modules()
-    robot.installation.remove("docs/veldor_manual.pdf")
-    run = Monkey(robot, count, seed)
-    try:
-        run.run()
-    except (Failure, TimeoutError) as failure:
-        picture = robot.save_picture(f"monkey-{seed}")
-        print(f"event {run.done}: {failure}; {picture}, {robot.errors()[-2000:]}\nlog {robot.installation.log_messages()[-20:]}\n"
-              f"settings {robot.installation.read(CONFIG)}")
-        return 1
-    finally:
-        run.report()
-    return 0
+def monkey(count=1_000_000, seed=1):
+    dice = random.Random(seed)
+    # on the smallest desktop the program is always in full screen
+    with Robot(size=dice.choice([(1024, 768), (1280, 1024), (800, 600)]), depth=dice.choice([24, 16])) as robot:
+        robot.installation.use_recording_modules()
+        robot.installation.remove("docs/veldor_manual.pdf")
+        run = Monkey(robot, count, dice)
+        try:
+            run.run()
+        except (RuntimeError, TimeoutError) as failure:
+            print(f"event {run.done}: {failure}; {robot.save_picture(f'monkey-{seed}')}, {robot.errors()[-2000:]}\n"
+                  f"log {robot.installation.log_messages()[-20:]}\nsettings {robot.installation.read(CONFIG)}")
+            return 1
+        finally:
+            run.report()
+        return 0

@@ -1,7 +1,7 @@
 """Fixtures of the end-to-end tests: copies of the built installation, and robots that play it."""
 
-import re
 import sys
+from contextlib import ExitStack
 from pathlib import Path
 
 import pytest
@@ -22,17 +22,14 @@ def installation():
 
 @pytest.fixture
 def make_robot(installation, request):
-    """make_robot(size=..., depth=..., window_manager=..., films=...): a robot on the test's installation, not started."""
-    robots = request.node.robots = []
+    """make_robot(size=..., films=...): a robot, not started; the last it shows is kept in out/e2e."""
+    with ExitStack() as stack:
+        def make(**options):
+            robot = stack.enter_context(Robot(installation, **options))
+            stack.callback(robot.save_picture, request.node.name.replace("/", "_"))
+            return robot
 
-    def make(**options):
-        robot = Robot(installation, **options).__enter__()
-        robots.append(robot)
-        return robot
-
-    yield make
-    for robot in robots:
-        robot.__exit__()
+        yield make
 
 
 @pytest.fixture
@@ -41,15 +38,3 @@ def robot(make_robot):
     player = make_robot()
     player.installation.use_recording_modules()
     return player.start()
-
-
-@pytest.hookimpl(hookwrapper=True)
-def pytest_runtest_makereport(item, call):
-    """Keeps what every desktop of a failed test showed in out/e2e."""
-    outcome = yield
-    report = outcome.get_result()
-    if report.when == "call" and report.failed:
-        for number, player in enumerate(getattr(item, "robots", [])):
-            name = re.sub(r"[^\w.-]+", "_", item.name)
-            report.sections.append(("picture", str(player.save_picture(f"{name}-{number}"))))
-            report.sections.append(("log", player.installation.read("data/logfiles/veldor_log.txt")))

@@ -6,13 +6,10 @@ import time
 
 import numpy as np
 from Xlib import X, XK, display, protocol
+from Xlib.error import BadDrawable, BadWindow
 from Xlib.ext import xtest
 
-KEY_HELD_S = 0.02
 SETTLE_S = 0.03
-
-SHIFTED = {**{c: c for c in "ABCDEFGHIJKLMNOPQRSTUVWXYZ"}, "!": "exclam", ":": "colon", "_": "underscore", "?": "question"}
-NAMED = {" ": "space", "-": "minus", ".": "period", ",": "comma", "/": "slash", ";": "semicolon", "=": "equal"}
 
 
 def wait_until(condition, what, timeout_s=10.0, step_s=0.01):
@@ -41,15 +38,15 @@ class Desktop:
     """`with Desktop((1024, 768), depth=24, window_manager=True) as desktop:`"""
 
     def __init__(self, size=(1024, 768), depth=24, window_manager=False):
-        self.size = size
         self.depth = depth
+        self._screen = f"{size[0]}x{size[1]}x{depth}"
         self._window_manager_wanted = window_manager
-        self._server = self._window_manager = self._display = None
+        self._window_manager = self._display = None
 
     def __enter__(self):
         reading, writing = os.pipe()
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size[0]}x{self.size[1]}x{self.depth}", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._screen, "-nolisten", "tcp"],
             pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as number:
@@ -60,8 +57,8 @@ class Desktop:
         self._display = display.Display(self.name)
         self.root = self._display.screen().root
         if self._window_manager_wanted:
-            self._window_manager = subprocess.Popen(["openbox", "--sm-disable"], env=os.environ | {"DISPLAY": self.name},
-                                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            self._window_manager = subprocess.Popen(
+                ["openbox", "--sm-disable"], env=os.environ | {"DISPLAY": self.name}, stderr=subprocess.DEVNULL)
             check = self._display.intern_atom("_NET_SUPPORTING_WM_CHECK")
             wait_until(lambda: self.root.get_full_property(check, X.AnyPropertyType), "the window manager")
             wait_until(self._window_gets_mapped, "the window manager to take a window")
@@ -75,14 +72,18 @@ class Desktop:
 
     def _window_gets_mapped(self):
         """Openbox announces itself before it is ready, and a window mapped in between stays hidden for ever."""
-        window = self.root.create_window(0, 0, 60, 40, 0, X.CopyFromParent)
-        window.map()
-        self._display.sync()
+        window = self._open_window()
         time.sleep(0.1)
         mapped = window.get_attributes().map_state == X.IsViewable
         window.destroy()
         self._display.sync()
         return mapped
+
+    def _open_window(self):
+        window = self.root.create_window(0, 0, 60, 40, 0, X.CopyFromParent)
+        window.map()
+        self._display.sync()
+        return window
 
     # windows
 
@@ -93,9 +94,8 @@ class Desktop:
                 if window.get_attributes().map_state == X.IsViewable:
                     yield window, window.get_wm_name()
                     yield from self.windows(window)
-            except Exception as error:  # windows come and go
-                if type(error).__name__ not in ("BadWindow", "BadDrawable"):
-                    raise
+            except (BadWindow, BadDrawable):  # windows come and go
+                pass
 
     def find_window(self, title):
         return next((window for window, name in self.windows() if name and name.startswith(title)), None)
@@ -110,10 +110,7 @@ class Desktop:
 
     def open_other_window(self):
         """A small window of another program in the corner, with the keyboard's focus; close it with .destroy()."""
-        window = self.root.create_window(0, 0, 60, 40, 0, X.CopyFromParent, event_mask=X.StructureNotifyMask)
-        window.set_wm_name("another program")
-        window.map()
-        self._display.sync()
+        window = self._open_window()
         wait_until(lambda: window.get_attributes().map_state == X.IsViewable, "another window")
         self.focus(window)
         return window
@@ -121,9 +118,8 @@ class Desktop:
     def close_window(self, window):
         """What the window's close button does."""
         atom = self._display.intern_atom
-        event = protocol.event.ClientMessage(window=window, client_type=atom("WM_PROTOCOLS"),
-                                             data=(32, [atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]))
-        window.send_event(event)
+        request = 32, [atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]
+        window.send_event(protocol.event.ClientMessage(window=window, client_type=atom("WM_PROTOCOLS"), data=request))
         self._display.sync()
 
     # pictures
@@ -140,9 +136,7 @@ class Desktop:
         if self.depth > 16:
             return np.frombuffer(raw, np.uint8).reshape(height, -1, 4)[:, :width, 2::-1].copy()
         words = np.frombuffer(raw, "<u2").reshape(height, -1)[:, :width]
-        green = 6 if self.depth == 16 else 5
-        return np.stack([(words >> (5 + green) & 31) << 3, (words >> 5 & (2**green - 1)) << (8 - green), (words & 31) << 3],
-                        axis=-1).astype(np.uint8)
+        return np.stack([words >> 11 << 3, (words >> 5 & 63) << 2, (words & 31) << 3], axis=-1).astype(np.uint8)
 
     # events
 
@@ -169,15 +163,16 @@ class Desktop:
     def wheel(self, notches):
         """Positive is away from the player."""
         for _ in range(abs(notches)):
-            self._fake(X.ButtonPress, 4 if notches > 0 else 5)
-            self._fake(X.ButtonRelease, 4 if notches > 0 else 5)
+            self.press_button(4 if notches > 0 else 5)
+            self.release_button(4 if notches > 0 else 5)
             time.sleep(SETTLE_S)
 
     def add_keys(self, *names):
         """Gives the keyboard keys that it lacks; call before the program starts."""
         XK.load_keysym_group("xkb")
-        free = (code for code in range(90, 250) if not any(self._display.keycode_to_keysym(code, level) for level in range(4)))
-        for name, code in zip(names, list(free)):
+        symbol = self._display.keycode_to_keysym
+        free = [code for code in range(90, 250) if not any(symbol(code, level) for level in range(4))]
+        for name, code in zip(names, free):
             self._display.change_keyboard_mapping(code, [[XK.string_to_keysym(name)] * 4])
         self._display.sync()
         while self._display.pending_events():
@@ -191,20 +186,8 @@ class Desktop:
 
     def key(self, name, *modifiers):
         """One key by its keysym's name: key("F1"), key("x", "Alt_L"), key("Home", "Control_L")."""
-        for modifier in modifiers:
-            self._fake(X.KeyPress, self.keycode(modifier))
-            time.sleep(SETTLE_S)
-        self._fake(X.KeyPress, self.keycode(name))
-        time.sleep(KEY_HELD_S)
-        self._fake(X.KeyRelease, self.keycode(name))
-        for modifier in reversed(modifiers):
-            time.sleep(SETTLE_S)
-            self._fake(X.KeyRelease, self.keycode(modifier))
-        time.sleep(SETTLE_S)
-
-    def type(self, text):
-        for character in text:
-            if character in SHIFTED:
-                self.key(SHIFTED[character], "Shift_L")
-            else:
-                self.key(NAMED.get(character, character))
+        codes = [self.keycode(each) for each in (*modifiers, name)]
+        for kind, order in ((X.KeyPress, codes), (X.KeyRelease, codes[::-1])):
+            for code in order:
+                self._fake(kind, code)
+                time.sleep(SETTLE_S)

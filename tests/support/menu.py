@@ -38,9 +38,9 @@ def enter(robot, button, way=choose):
 def look(robot, button, german=False):
     """Which of its pictures a button shows; None when it is none of them."""
     row = list(TOPS).index(button) * 46 + (240 if german else 0)
-    sheet = np.asarray(Image.open(robot.installation.path("images/buttons.pcx")).convert("RGB"))
+    sheet = np.asarray(Image.open(robot.installation.path("images/buttons.pcx")).convert("RGB"))[row:row + HEIGHT]
     seen = robot.picture((LEFT, TOPS[button], SEEN_WIDTH, HEIGHT))
-    return next((name for name, x in LOOKS.items() if np.array_equal(seen, sheet[row:row + HEIGHT, x:x + SEEN_WIDTH])), None)
+    return next((name for name, x in LOOKS.items() if np.array_equal(seen, sheet[:, x:x + SEEN_WIDTH])), None)
 
 
 def pointed_at(robot):
@@ -53,10 +53,7 @@ def wait_for_look(robot, button, wanted):
 
 def alert_length(robot):
     """Characters of the longest line of the alert box that is up, 0 without one: the box is as wide as its text."""
-    return alert_length_in(robot.picture((0, 294, 800, 1))[0])
-
-
-def alert_length_in(row):
+    row = robot.picture((0, 294, 800, 1))[0]
     plain = ((row == 255).all(axis=1) | (row == 0).all(axis=1)).tolist()
     left = right = 400
     while left > 0 and plain[left - 1]:

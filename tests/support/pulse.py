@@ -1,9 +1,4 @@
-"""A sound card of the tests' own: a private PulseAudio with one silent output, and what a program played through it.
-
-    with PulseServer() as pulse, pulse.record() as recording:
-        run_the_program(env=os.environ | pulse.environment)
-    samples = recording.samples()      # one row a frame, int16, left and right
-"""
+"""A sound card of the tests' own: a private PulseAudio with one silent output, and what a program played through it."""
 
 import os
 import subprocess
@@ -33,7 +28,7 @@ class Recording:
     def __enter__(self):
         with open(self._file, "wb") as target:
             self._process = subprocess.Popen(
-                ["parec", "-d", "out.monitor", "--raw", "--format=s16le", f"--rate={RATE}", "--channels=2", "--latency-msec=20"],
+                ["parec", "-d", "out.monitor", "--raw", f"--rate={RATE}", "--latency-msec=20"],
                 stdout=target, env=os.environ | self._pulse.environment)
         wait_until(lambda: self._file.stat().st_size > 0, "the recorder's first samples")
         return self
@@ -42,7 +37,7 @@ class Recording:
         stop(self._process)
 
     def samples(self):
-        """Everything so far; may be called while the recording runs."""
+        """Everything so far: one row a frame, left and right."""
         raw = np.fromfile(self._file, dtype="<i2")
         return raw[: len(raw) // 2 * 2].reshape(-1, 2)
 
@@ -58,9 +53,10 @@ class PulseServer:
         # XDG_RUNTIME_DIR must stay the caller's for other programs: only PulseAudio's own variables are set.
         socket = self.folder / "native"
         # A fifth of a second in the server's buffer, heard that much later: a busy machine then loses no samples.
-        self.environment = {"ALSA_CONFIG_PATH": str(configuration), "PULSE_SERVER": f"unix:{socket}", "PULSE_LATENCY_MSEC": "200",
-                            "PULSE_RUNTIME_PATH": str(self.folder), "PULSE_STATE_PATH": str(self.folder),
-                            "PULSE_COOKIE": str(self.folder / "cookie")}
+        self.environment = {
+            "ALSA_CONFIG_PATH": str(configuration), "PULSE_SERVER": f"unix:{socket}", "PULSE_LATENCY_MSEC": "200",
+            "PULSE_RUNTIME_PATH": str(self.folder), "PULSE_STATE_PATH": str(self.folder),
+            "PULSE_COOKIE": str(self.folder / "cookie")}
         self._process = subprocess.Popen(
             ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--log-level=error",
              f"--load=module-null-sink sink_name=out rate={RATE} format=s16le channels=2",
@@ -73,17 +69,9 @@ class PulseServer:
         stop(self._process)
         self._scratch.cleanup()
 
-    def record(self):
-        return Recording(self)
-
-    def kill(self):
-        """The card goes away under the program."""
-        self._process.kill()
-        self._process.wait()
-
     def _answers(self):
-        return subprocess.run(["pactl", "info"], env=os.environ | self.environment, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL).returncode == 0
+        asked = subprocess.run(["pactl", "info"], env=os.environ | self.environment, capture_output=True, check=False)
+        return asked.returncode == 0
 
 
 def loudness(samples):

@@ -1,16 +1,10 @@
 """A player of the control centre: starts the real program on a desktop of its own, points, clicks, types and looks.
 
-    with Robot() as robot:
-        robot.start()                       # films off, menu standing
-        robot.click(400, 300)
-        robot.wait_for_end()
-
 Coordinates are those of the program's picture of 800 x 600, in a window and in full screen.
 """
 
 import os
 import shlex
-import signal
 import subprocess
 import time
 from pathlib import Path
@@ -28,20 +22,12 @@ pcm.!default { type null }
 ctl.!default { type null }
 """
 MENU_PICTURE = "images/menu.pcx"
-# After the program has placed the pointer (at the start of a pass, or when a key moves the focus) the library takes motion as
-# relative for a while: a move in that time ends elsewhere.
+# After the program has placed the pointer (at the start of a pass, or when a key moves the focus) the library takes
+# motion as relative for a while: a move in that time ends elsewhere.
 POINTER_PLACED_S = 0.5
 LOOK_S, LOOK_TURNS = 0.03, 15
-WRAPPER = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command to run the program under, such as "valgrind -q"
+WRAPPER = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command that becomes the program
 SLOWNESS = 10 if WRAPPER else 1
-
-
-def _is_program_of(parent, process):
-    """Whether a folder of /proc is the program, started by this parent."""
-    try:
-        return int((process / "stat").read_text().rsplit(")", 1)[1].split()[1]) == parent and (process / "comm").read_text() == "vcc\n"
-    except OSError:  # it has ended
-        return False
 
 
 class Robot:
@@ -50,17 +36,15 @@ class Robot:
         self.desktop = Desktop(size, depth, window_manager)
         self.films = films
         self._managed = window_manager
-        self._program = self._other = self._window = None
+        self._program = self._window = None
         self._files_kept = installation is not None
-        self.key, self.type, self.wheel = self.desktop.key, self.desktop.type, self.desktop.wheel
+        self.key, self.wheel = self.desktop.key, self.desktop.wheel
 
     def __enter__(self):
         self.desktop.__enter__()
         return self
 
     def __exit__(self, *_):
-        if self.running():
-            os.kill(self.pid, signal.SIGTERM)
         stop(self._program)
         self.desktop.__exit__()
         if not self._files_kept:
@@ -69,16 +53,16 @@ class Robot:
     # the program
 
     def start(self, *arguments, menu=True, environment=None):
-        """Starts the program; waits for the menu unless told otherwise. `environment` replaces the silent sound card."""
+        """Starts the program; waits for the menu unless told otherwise. `environment` replaces the silent card."""
         if not self.films:
             self.installation.set("VELDOR_GENERAL", "intro_at_all", "no")
         if not self.installation.path("alsa.conf").exists():
             self.installation.write("alsa.conf", NO_SOUND)
         silent = {"ALSA_CONFIG_PATH": str(self.installation.path("alsa.conf"))}
-        self._errors = open(self.installation.path("stderr.txt"), "wb")
-        self._program = subprocess.Popen(
-            [*WRAPPER, "./vcc", *arguments], cwd=self.installation.folder, stdout=self._errors, stderr=subprocess.STDOUT,
-            env=os.environ | {"DISPLAY": self.desktop.name} | (environment or silent))
+        with open(self.installation.path("stderr.txt"), "wb") as errors:
+            self._program = subprocess.Popen(
+                [*WRAPPER, "./vcc", *arguments], cwd=self.installation.folder, stdout=errors, stderr=subprocess.STDOUT,
+                env=os.environ | {"DISPLAY": self.desktop.name} | (environment or silent))
         self._window = None
         if menu:
             self.wait_for_menu()
@@ -86,24 +70,14 @@ class Robot:
 
     @property
     def pid(self):
-        """The program's own: a wrapper has become the program, or has started it."""
-        started = self._program.pid
-        processes = Path("/proc").glob("[0-9]*") if WRAPPER else []
-        return next((int(process.name) for process in processes if _is_program_of(started, process)), started)
+        return self._program.pid
 
     def running(self):
         return self._program is not None and self._program.poll() is None
 
     def wait_for_end(self, timeout_s=10):
         """The exit status (negative: killed by that signal)."""
-        try:
-            return self._program.wait(timeout=timeout_s * SLOWNESS)
-        except subprocess.TimeoutExpired:
-            raise TimeoutError(f"the program still runs after {timeout_s} s") from None
-
-    def kill(self):
-        os.kill(self.pid, signal.SIGKILL)
-        self._program.wait()
+        return self._program.wait(timeout=timeout_s * SLOWNESS)
 
     def errors(self):
         return self.installation.read("stderr.txt")
@@ -138,16 +112,6 @@ class Robot:
     def corner_on_desktop(self, window=None):
         return tuple(map(sum, zip(self.desktop.origin(window or self.window()), self._corner(window))))
 
-    def close_window(self):
-        self.desktop.close_window(self.window())
-
-    def switch_away(self):
-        self._other = self.desktop.open_other_window()
-
-    def switch_back(self):
-        self._other.destroy()
-        self.desktop.focus(self.window())
-
     # looking
 
     def picture(self, area=(0, 0, 800, 600)):
@@ -158,10 +122,10 @@ class Robot:
     def pixel(self, x, y):
         return tuple(int(value) for value in self.picture((x, y, 1, 1))[0, 0])
 
-    def standing_picture(self, still_s=0.15, timeout_s=10):
+    def standing_picture(self, still_s=0.15):
         """The picture once it no longer changes."""
         self._let_it_look()
-        end = time.monotonic() + timeout_s
+        end = time.monotonic() + 10
         last, since = self.picture(), time.monotonic()
         while time.monotonic() - since < still_s:
             if time.monotonic() > end:
@@ -173,7 +137,7 @@ class Robot:
         return last
 
     def shows(self, name, share=0.5):
-        """Whether at least `share` of the display is a picture file of the installation, as coarse as 15 bits make it."""
+        """Whether at least `share` of the display is a picture of the installation, as coarse as 16 bits make it."""
         wanted = np.asarray(Image.open(self.installation.path(name)).convert("RGB"), np.int16)
         near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= 10
         return float(near.mean()) >= share
@@ -184,9 +148,9 @@ class Robot:
         time.sleep(placed_s)
         return self
 
-    def wait_for_change(self, before, timeout_s=5):
+    def wait_for_change(self, before):
         """The new picture, once it differs from `before` and stands."""
-        wait_until(lambda: not np.array_equal(self.picture(), before), "another picture", timeout_s)
+        wait_until(lambda: not np.array_equal(self.picture(), before), "another picture", 5)
         return self.standing_picture()
 
     def save_picture(self, name):
@@ -214,8 +178,8 @@ class Robot:
         self._let_it_look()
 
     def _let_it_look(self):
-        """Until the program has had its turn often enough for a few frames, which on a busy machine is late. A click that comes with the
-        move, or is over too soon, means something else."""
+        """Until the program has had its turn often enough for a few frames, which on a busy machine is late. A click
+        that comes with the move, or is over too soon, means something else."""
         time.sleep(LOOK_S)
         turns = Path(f"/proc/{self.pid}/schedstat")
         try:
@@ -223,9 +187,3 @@ class Robot:
             wait_until(lambda: int(turns.read_text().split()[2]) >= wanted, "the program's next frames", 1)
         except (OSError, TimeoutError):  # it leaves, or is busy with something else
             pass
-
-
-def difference(before, after):
-    """The rectangle x1, y1, x2, y2 (corners inside) in which two pictures differ, or None."""
-    rows, columns = np.nonzero((before != after).any(axis=2))
-    return (columns.min(), rows.min(), columns.max(), rows.max()) if len(rows) else None
