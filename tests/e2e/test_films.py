@@ -1,6 +1,8 @@
-"""The films before the menu: where and when they are drawn, and how they are skipped."""
+"""The films before the menu: where and when they are drawn, how they are skipped, and what is said of damaged ones."""
 
 import subprocess
+
+import pytest
 
 from support.desktop import wait_until
 
@@ -46,3 +48,14 @@ def test_a_key_and_a_click_skip_a_film_and_nothing_else(make_robot):
     player.wait_for_menu(timeout_s=8)
     player.standing_picture(still_s=0.5)
     assert player.installation.module_calls() == []
+
+
+@pytest.mark.parametrize("content", [None, b"", b"RIFF\x10\x00\x00\x00AVI LIST"], ids=["missing", "empty", "cut"])
+def test_a_film_that_cannot_be_shown_is_logged(make_robot, installation, content):
+    installation.remove(STUDIO) if content is None else installation.write(STUDIO, content)
+    make_film(installation, INTRO, 2)
+    player = make_robot(films=True).start(menu=False)
+    wait_until(lambda: shows_film(player, INTRO), "the second film")
+    player.wait_for_menu()
+    messages = installation.log_messages()
+    assert len(messages) == 1 and STUDIO in messages[0] and messages[0].startswith("Error ")

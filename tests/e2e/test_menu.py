@@ -50,7 +50,9 @@ def test_every_button_lights_up_shows_its_place_and_looks_pressed_first(robot):
 
 
 def test_keys_and_wheel_move_from_button_to_button(robot):
-    for step, button in ("Down", "HQ"), ("Up", "Leave"), ("Right", "HQ"), ("End", "Leave"), (3, "Factory"):
+    walk = [("Down", "HQ"), ("Up", "Leave"), ("Right", "HQ"), ("End", "Leave"), ("Left", "Options"), ("Home", "HQ"),
+            (-3, "Options"), (2, "Factory")]
+    for step, button in walk:
         robot.wheel(step) if isinstance(step, int) else robot.key(step)
         menu.wait_for_look(robot, button, menu.POINTED_AT)
         assert menu.pointed_at(robot) == [button], f"after {step}"
@@ -68,6 +70,19 @@ def test_leaving_takes_more_than_escape(robot, leave):
     leave(robot)
     assert robot.wait_for_end() == 0
     assert robot.installation.log_messages() == robot.installation.module_calls() == []
+
+
+def test_backgrounds_go_on_in_turn_from_pass_to_pass(robot):
+    installation = robot.installation
+    pictures = sum(line.startswith("+") for line in installation.read("tools/vcc.buf").splitlines())
+    work_bitmaps = 4
+    shown_before = 1 + 1 + work_bitmaps + pictures  # at the start, in the first pass, and after everything it loaded
+    installation.hold_modules()
+    menu.enter(robot, "HQ")
+    installation.remove("tools/language/english/e_factory.tw")
+    installation.hold_modules(False)
+    wait_until(lambda: menu.alert_length(robot), "the second pass to fail")
+    assert robot.shows(f"images/morv{shown_before % 4 + 1}.pcx", share=0.9)
 
 
 def fills_the_desktop(robot):

@@ -1,5 +1,10 @@
 """The options screen: every setting changed with the mouse, accepted or not, and found in the configuration file."""
 
+import os
+import random
+import signal
+import time
+
 import pytest
 
 from support import menu
@@ -69,7 +74,7 @@ def test_every_option_by_mouse(options, button, column, mode):
 
 def test_values_are_chosen_from_the_panel_and_reset(options):
     defaults = stored(options)
-    chosen = {"sprites": 3, "effects": 5, "music": 10}
+    chosen = {"sprites": 3, "effects": 5, "music": 10, "theme": 7}
     for option, value in chosen.items():
         click(options, place(option))
         click(options, (67 * CELL_WIDTH + 30, (7 + 2 * value) * CELL_HEIGHT + 6))
@@ -110,3 +115,48 @@ def test_name_and_address_are_typed(make_robot, installation):
     entries = installation.settings()["VELDOR_BATTLE"]
     assert entries["player_name"].encode("latin-1").decode() == "éäøyer1"  # the file is UTF-8
     assert entries["ip_address"] == "10.7"
+
+
+LIT, RESTING = (255, 167, 0), (99, 115, 143)
+GROUP_STUB, VALUE_STUB = 410, 510  # x on the lines that leave an option's button and enter a value
+
+
+def height(grid_row):
+    return grid_row * CELL_HEIGHT + CELL_HEIGHT // 2
+
+
+def test_every_row_lights_up_with_the_line_to_its_value(options):
+    options.move(700, 30)
+    rest = options.standing_picture()
+    for name, (grid_row, _, _, value, *_) in OPTIONS.items():
+        x, y = place(name)
+        options.move(x + 120, y)  # the pointer's picture beside the letters
+        if name == "resolution":  # must be clicked, which steps it
+            options.click_here()
+            value += 1
+        picture = options.standing_picture(still_s=0.3)
+        letters = slice(y - 6, y + 8), slice(x - 40, x + 40)
+        assert name == "effects" or (picture[letters] != rest[letters]).any(), name  # effects are chosen, and lit already
+        for other, (other_row, *_) in OPTIONS.items():
+            assert tuple(picture[height(other_row), GROUP_STUB]) == (LIT if other == name else RESTING), (name, other)
+        for entry in range(11):
+            line = tuple(picture[height(7 + 2 * entry), VALUE_STUB])
+            assert line == (LIT if entry == value else RESTING), (name, entry)
+        marked = picture[height(7 + 2 * value) - 6:height(7 + 2 * value) + 6, 536:700].reshape(-1, 3).astype(int)
+        assert (abs(marked - LIT).sum(axis=1) < 60).sum() > 20, f"{name}: the value's text is not marked"
+
+
+def test_a_killed_save_never_costs_the_settings(robot):
+    random.seed(20)
+    whole = {section: set(keys) for section, keys in robot.installation.settings().items()}
+    for _ in range(20):
+        open_options(robot)
+        robot.click(*place("delay"))
+        robot.move(*ACCEPT)
+        robot.desktop.press_button()
+        time.sleep(random.uniform(0, 0.2))
+        os.kill(robot.pid, signal.SIGKILL)
+        assert robot.wait_for_end() == -signal.SIGKILL
+        robot.desktop.release_button()
+        robot.start()
+        assert {section: set(keys) for section, keys in robot.installation.settings().items()} == whole

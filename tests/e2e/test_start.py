@@ -79,17 +79,23 @@ NO_STREAM = ["Error (1) detecting wav stream", "Error loading audio stream file:
 @pytest.mark.parametrize("file, content, ends, alerts, logged", [
     ("fonts/cour.ttf", None, True, [], ["Error in module:VELDOR_VCC while loading font:fonts/cour.ttf"]),
     ("tools/language/english/e_vcc.slt", None, True, [f"CC: {NO_SCREENS}"], [NO_SCREENS, f"CC: {NO_SCREENS}"]),
+    ("tools/language/english/e_mess.slt", b"\x05\x00", True, [f"CC: {NO_SCREENS}"], [NO_SCREENS, f"CC: {NO_SCREENS}"]),
     ("tools/language/english/e_factory.tw", None, True, [f"{NO_WINDOWS}!"], [NO_WINDOWS]),
     ("tools/vcc.buf", None, True, [f"CC: {NO_BUFFERS}!"], [NO_BUFFERS]),
     ("images/widgets.pcx", b"\x0a\x05", True, [NO_PICTURE, f"CC: {NO_BUFFERS}!"], [NO_PICTURE, NO_BUFFERS]),
+    ("images/options.pcx", 20000, False, [], ["Picture is incomplete: images/options.pcx"]),
     ("images/morv3.pcx", None, False, [], ["Error initializing display background nr: 3"]),
     ("images/pointer.pcx", None, False, [NO_POINTER], [NO_POINTER]),
     ("tools/vcc.snd", None, False, [NO_SETUP], [NO_SETUP, "Sound initialization failed!"]),
+    ("tools/vcc.snd", b"", False, [], ["Sound initialization failed!"]),
     ("alsa.conf", b"", False, ["Error initialising sound"], ["Error initialising sound: "]),
     ("sounds/sfx_click.wav", None, False, [], ["Error loading sound nr:2"]),
+    ("sounds/theme03.wav", None, False, [], ["Error loading music theme nr:193"]),
     ("sounds/theme02.wav", b"RIFF but no more", False, NO_STREAM, NO_STREAM),
 ])
 def test_files_that_fail(make_robot, installation, file, content, ends, alerts, logged):
+    if isinstance(content, int):  # the file is cut there
+        content = installation.path(file).read_bytes()[:content]
     installation.remove(file) if content is None else installation.write(file, content)
     player = make_robot().start(menu=False)
     for text in alerts:
@@ -103,14 +109,18 @@ def test_files_that_fail(make_robot, installation, file, content, ends, alerts, 
     assert all(any(text in line for line in following) for text in logged), messages
 
 
-def test_a_module_without_its_entry(robot):
-    robot.installation.remove("hq.so")
-    empty = ["cc", "-shared", "-fPIC", "-x", "c", "-o", robot.installation.path("hq.so"), "/dev/null"]
-    subprocess.run(empty, check=True)
+@pytest.mark.parametrize("content", [None, b"not a library", b""], ids=["missing", "broken", "without its entry"])
+def test_a_module_that_cannot_be_entered(robot, content):
+    installation = robot.installation
+    installation.remove("hq.so")
+    if content == b"":
+        subprocess.run(["cc", "-shared", "-fPIC", "-x", "c", "-o", installation.path("hq.so"), "/dev/null"], check=True)
+    elif content:
+        installation.write("hq.so", content)
     menu.choose(robot, "HQ")
     menu.confirm_alert(robot, "CC: Error loading module!")
     robot.wait_for_menu()
-    assert robot.installation.log_messages() == ["Error loading module hq.so: hq.so has no entry hq"]
+    assert installation.log_messages()[0].startswith("Error loading module hq.so: ")
     menu.enter(robot, "Battle")
 
 

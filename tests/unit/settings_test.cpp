@@ -7,6 +7,12 @@
 #include "settings/settings.h"
 #include "sound/sound.h"
 
+#include <csignal>
+#include <random>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
 namespace vcc {
 namespace {
 
@@ -119,6 +125,39 @@ TEST_F(Store, WhatOthersWroteSurvivesASaveAndTheFileIsReplacedInOneStep) {
                       "Keyboard = 1\r\nmore = 2\r\n\r\n[tail]\r\n; end\r\nadded = while we run\r\n");
     EXPECT_STREQ(get_config_string("tail", "added", ""), "while we run");
     EXPECT_EQ(folder.read("old file"), text + "added = while we run\r\n") << "a killed program would leave a part";
+}
+
+TEST_F(Store, AKilledProgramNeverLeavesPartOfAFile) {
+    begin("# first line\n[VELDOR_SOUND]\nhq_theme = 0\nfiller = " + std::string(40000, 'x') +
+          "\n\n[VELDOR_BATTLE]\nplayer_name = 0\n# last line\n");
+    std::minstd_rand random(20);
+    int last = 0;
+    for (int kill_number = 0; kill_number < 200; ++kill_number) {
+        int saved[2] = {-1, -1};
+        ASSERT_EQ(::pipe(saved), 0);
+        const pid_t writer = ::fork();
+        ASSERT_GE(writer, 0);
+        for (int value = last + 1; writer == 0; ++value) { // until it is killed
+            set_config_int("VELDOR_SOUND", "hq_theme", value);
+            set_config_int("VELDOR_BATTLE", "player_name", value);
+            flush_settings();
+            if (::write(saved[1], "x", 1) != 1)
+                ::_exit(1);
+        }
+        char first = 0;
+        ASSERT_EQ(::read(saved[0], &first, 1), 1);
+        ::usleep(static_cast<useconds_t>(random() % 10000));
+        ::kill(writer, SIGKILL);
+        ::waitpid(writer, nullptr, 0);
+        ::close(saved[0]);
+        ::close(saved[1]);
+        ASSERT_TRUE(file().starts_with("# first line\n") && file().ends_with("# last line\n")) << file();
+        select_config_file();
+        const int value = get_config_int("VELDOR_SOUND", "hq_theme", -1);
+        ASSERT_EQ(value, get_config_int("VELDOR_BATTLE", "player_name", -1));
+        ASSERT_GT(value, last) << "a save that was reported done is lost";
+        last = value;
+    }
 }
 
 TEST_F(Store, AnotherFileThatAModuleLeavesSelectedIsNotMixedIn) {
