@@ -33,6 +33,10 @@ def place(option):
     return 26 * CELL_WIDTH + 40, OPTIONS[option][0] * CELL_HEIGHT + 6
 
 
+def value_place(value):
+    return 67 * CELL_WIDTH + 30, (7 + 2 * value) * CELL_HEIGHT + 6
+
+
 def open_options(robot):
     menu.choose(robot, "Options")
     wait_until(lambda: robot.shows("images/options.pcx", share=0.4), "the options screen")
@@ -77,7 +81,7 @@ def test_values_are_chosen_from_the_panel_and_reset(options):
     chosen = {"sprites": 3, "effects": 5, "music": 10, "theme": 7}
     for option, value in chosen.items():
         click(options, place(option))
-        click(options, (67 * CELL_WIDTH + 30, (7 + 2 * value) * CELL_HEIGHT + 6))
+        click(options, value_place(value))
     accept(options)
     assert stored(options) == defaults | chosen
     open_options(options)
@@ -86,6 +90,21 @@ def test_values_are_chosen_from_the_panel_and_reset(options):
     options.standing_picture(still_s=0.3)
     accept(options)
     assert stored(options) == defaults
+
+
+def test_another_depth_builds_the_display_again(make_robot, installation):
+    installation.use_recording_modules()
+    for key, value in (("screen_mode_range", 3), ("bitmap_depth", 3)):  # 15 bits, which no other way leads to
+        installation.set("VELDOR_GRAPHICS", key, value)
+    robot = make_robot(depth=16).start()
+    open_options(robot)
+    depth_x, screen_mode_y = place("screen mode")
+    click(robot, (depth_x, screen_mode_y + 4 * CELL_HEIGHT))
+    click(robot, value_place(2))
+    accept(robot)
+    menu.enter(robot, "Factory")
+    assert installation.module_calls() == [("factory", 3, 0, 3, 2, 128)]
+    assert installation.log_messages() == []
 
 
 @pytest.mark.parametrize("leave", [lambda robot: robot.click(*CANCEL), lambda robot: robot.key("Escape")],
