@@ -107,6 +107,11 @@ TEST_F(GraphicsMode, ProbingRecordsWhatTheMachineOffersAndLogsWhyItCannotBeUsed)
         {{0, 0, 0, {}, all}, "", "9/-1/7", "Wrong Desktop color depth!\n16bit is minimum"}, // nothing is known
         {{800, 600, 32, {}, none}, "F32- F24- F16- F15- ", "9/-1/7", "No valid videomode detected !"},
         {{800, 600, 16, {{800, 600, 16}}, none}, "F16- F15- ", "9/-1/7", "Error 1: Desktop 16/800/600 Request 16/-1/1"},
+        {{800, 600, 32, {{800, 600, 32}}, none}, "F32- ", "9/-1/7", "Error 2: Desktop 32/800/600 Request 32/-1/1"},
+        {{1280, 1024, 16, {{800, 600, 16}}, none},
+         "W16- W15- ",
+         "9/-1/7",
+         "Error 3: Desktop 16/1280/1024 Request 16/0/3"},
         {{1280, 1024, 32, {{800, 600, 32}}, none}, "W32- ", "9/-1/7", "Error 4: Desktop 32/1280/1024 Request 32/0/3"},
         {{1280, 1024, 32, {{800, 600, 40}}, all}, "W40 ", "9/-1/7", "First run fdepth error"},
     };
