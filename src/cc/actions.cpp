@@ -222,10 +222,8 @@ void reset_options(BITMAP* target) {
         show_row_panel(target, *find_row(row::effects));
         restore_buttons(target);
         sfx_volume = volumes().effects * volume_step;
-        if (music_on && theme_setting() < number_of_themes) {
+        if (music_on && theme_setting() < number_of_themes)
             play_selected_theme();
-            theme_shown = current_theme; // or the order of the themes would take the former one back
-        }
     }
     draw_module_marker(target);
     update_screen(target);

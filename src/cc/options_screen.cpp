@@ -70,7 +70,7 @@ bool play_theme(int theme) {
         disable_music_controls();
         return false;
     }
-    current_theme = theme;
+    current_theme = theme_shown = theme; // with all themes in turn, the next one is that behind it
     set_music_volume(music_volume);
     return true;
 }
@@ -109,8 +109,7 @@ void select_module(BITMAP* target, int module) {
     if (!music_on)
         return;
     music_volume = settings.volumes[index].music * volume_step;
-    if (play_theme(settings.theme[index]))
-        theme_shown = current_theme;
+    play_theme(settings.theme[index]);
 }
 
 void refresh_module_rows(BITMAP* target) {

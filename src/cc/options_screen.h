@@ -57,8 +57,8 @@ void options_pointer_over(BITMAP* target, int slot);
 void draw_module_marker(BITMAP* target);
 void draw_lit_module_marker(BITMAP* target);
 
-/// Starts a theme at music_volume; on failure the music controls are disabled, on success it is current and heard at
-/// that volume.
+/// Starts a theme at music_volume; on failure the music controls are disabled, on success it is current, heard at that
+/// volume, and the one that the themes in turn go on from.
 bool play_theme(int theme);
 
 /// Marks a row's current value and shows its panel.

@@ -1,6 +1,5 @@
 #include "display/backgrounds.h"
 
-#include "core/log.h"
 #include "display/buffers.h"
 #include "display/mode_rules.h"
 #include "display/picture.h"

@@ -2,7 +2,6 @@
 
 #include "core/files.h"
 #include "core/log.h"
-#include "core/text.h"
 #include "display/pictures_ahead.h"
 #include "platform/files.h"
 

@@ -12,6 +12,7 @@ from support.desktop import wait_until
 from support.installation import CELL_HEIGHT, CELL_WIDTH
 
 ACCEPT, CANCEL, RESET = (80, 540), (199, 540), (318, 540)
+LOOP_BUTTON = 67 * CELL_WIDTH + 20, 29 * CELL_HEIGHT + 6
 NAME, ADDRESS = (140, 36 * CELL_HEIGHT + 6), (380, 36 * CELL_HEIGHT + 6)
 
 # name: row of its button, section, key, value in the built-in installation, after a click, after a right click
@@ -111,8 +112,9 @@ def test_another_depth_builds_the_display_again(make_robot, installation):
                          ids=["cancel", "Escape"])
 def test_what_is_not_accepted_is_forgotten(options, leave):
     before = stored(options)
-    for option in ("effects", "theme", "delay"):
+    for option in ("effects", "delay", "theme"):
         click(options, place(option))
+    click(options, LOOP_BUTTON)  # after the chosen theme, all in turn
     leave(options)
     options.wait_for_menu()
     open_options(options)

@@ -3,6 +3,7 @@
 import os
 import signal
 import subprocess
+import time
 
 import pytest
 
@@ -135,3 +136,13 @@ def test_a_signal_to_end_leaves_as_the_close_button_does(make_robot, place):
     os.kill(player.pid, signal.SIGTERM)
     assert player.wait_for_end() == 0
     assert "Shutting down Allegro" not in player.errors()
+
+
+def test_a_second_signal_ends_a_module_that_does_not_listen(robot):
+    robot.installation.hold_modules()
+    menu.enter(robot, "HQ")
+    os.kill(robot.pid, signal.SIGTERM)
+    time.sleep(0.3)
+    assert robot.running()
+    os.kill(robot.pid, signal.SIGTERM)
+    assert robot.wait_for_end() == -signal.SIGTERM
