@@ -60,16 +60,14 @@ protected:
         folder.write("docs/veldor_manual.pdf", "");
     }
 
-    /// Changes one record of an English slot or toggle file.
+    /// Changes one record of an English slot or toggle file; `told` follows the record's number.
     void change(const std::string& file, std::size_t index, const char* told, auto how) {
         std::string fault;
         std::vector<Slot> records = records_of(folder.read(en + file), fault);
         how(records.at(index));
         folder.write(en + file, slot_file_bytes(records));
-        told_.push_back(en + file + ": " + told);
-    }
-    void set(const char* file, std::size_t index, std::int32_t Slot::*field, int value, const char* told) {
-        change(file, index, told, [=](Slot& slot) { slot.*field = value; });
+        const char* const kind = file.ends_with(".tgl") ? ": toggle " : ": slot ";
+        told_.push_back(en + file + kind + std::to_string(index) + ": " + told);
     }
     void replace(const std::string& file, const std::string& what, const std::string& by, const std::string& told) {
         std::string text = folder.read(file);
@@ -103,29 +101,39 @@ TEST_F(Check, SourcesOfTheBuiltInInstallationAreClean) {
 }
 
 TEST_F(Check, FaultsOfRecordsAreFoundInTheirPlace) {
-    set(menu, 1, &Slot::graphic, 9, "slot 1: graphic: there is no text window 9");
-    set(menu, 3, &Slot::dest_x, 700, "slot 3: reaches outside the screen");
-    set(menu, 3, &Slot::action, 77, "slot 3: action: there is no action 77");
-    set(menu, 3, &Slot::help_number, 41, "slot 3: help_number: help/menu_en.hlp has no entry 41");
-    set(menu, 3, &Slot::sound_act, 9, "slot 3: sound_act: there is no sound 9");
-    set(menu, 3, &Slot::buffer, 9, "slot 3: buffer: no picture");
-    set(menu, 3, &Slot::activated, 199, "slot 3: activated: ");
-    set(menu, 5, &Slot::dest_y, 330, "slot 5: overlaps slot 13");
-    set(menu, 7, &Slot::src_x, 5000, "slot 7: src_x, box_width: ");
+    const struct {
+        const char* file;
+        std::size_t index;
+        std::int32_t Slot::*field;
+        int value;
+        const char* told;
+    } damages[] = {
+        {menu, 1, &Slot::graphic, 9, "graphic: there is no text window 9"},
+        {menu, 3, &Slot::dest_x, 700, "reaches outside the screen"},
+        {menu, 3, &Slot::action, 77, "action: there is no action 77"},
+        {menu, 3, &Slot::help_number, 41, "help_number: help/menu_en.hlp has no entry 41"},
+        {menu, 3, &Slot::sound_act, 9, "sound_act: there is no sound 9"},
+        {menu, 3, &Slot::buffer, 9, "buffer: no picture"},
+        {menu, 3, &Slot::activated, 199, "activated: "},
+        {menu, 5, &Slot::dest_y, 330, "overlaps slot 13"},
+        {menu, 7, &Slot::src_x, 5000, "src_x, box_width: "},
+        {options, 1, &Slot::font, 11, "font: there is no font 11"},
+        {options, 1, &Slot::fore_colour, 256, "fore_colour: "},
+        {options, 3, &Slot::dest_y, 0, "dest_y: is 0"},
+        {options, 22, &Slot::action, 8, "action: the option button has action 8"},
+        {options, 28, &Slot::action, 23, "action: the value button has no value"},
+        {options, 44, &Slot::box_width, 20, "text: \"Name\" is "},
+        {options, 45, &Slot::box_width, 60, "size: 15 characters are wider"},
+        {options, 59, &Slot::action, 4, "action: the record stands for value 4"},
+        {options, 61, &Slot::row, 20, "the value record does not lie under"},
+        {"vcc_options.tgl", 22, &Slot::sound, 12, "sound: "},
+    };
+    for (const auto& [file, index, field, value, told] : damages)
+        change(file, index, told, [field = field, value = value](Slot& slot) { slot.*field = value; });
+    change(options, 63, "draw_flags: the keyboard can reach", [](Slot& slot) { slot.draw_flags[2] = ' '; });
+    change(options, 86, "the theme loop button is missing", [](Slot& slot) { slot = {}; });
+    change("mess.slt", 20, "name: has no zero byte", [](Slot& slot) { slot.name[31] = 'x'; });
     told_.push_back(de + "vcc.slt: slot 3: action: is 2, in the other language 77");
-    set(options, 1, &Slot::font, 11, "slot 1: font: there is no font 11");
-    set(options, 1, &Slot::fore_colour, 256, "slot 1: fore_colour: ");
-    set(options, 3, &Slot::dest_y, 0, "slot 3: dest_y: is 0");
-    set(options, 22, &Slot::action, 8, "slot 22: action: the option button has action 8");
-    set(options, 28, &Slot::action, 23, "slot 28: action: the value button has no value");
-    set(options, 44, &Slot::box_width, 20, "slot 44: text: \"Name\" is ");
-    set(options, 45, &Slot::box_width, 60, "slot 45: size: 15 characters are wider");
-    set(options, 59, &Slot::action, 4, "slot 59: action: the record stands for value 4");
-    set(options, 61, &Slot::row, 20, "slot 61: the value record does not lie under");
-    set("vcc_options.tgl", 22, &Slot::sound, 12, "toggle 22: sound: ");
-    change(options, 63, "slot 63: draw_flags: the keyboard can reach", [](Slot& slot) { slot.draw_flags[2] = ' '; });
-    change(options, 86, "slot 86: the theme loop button is missing", [](Slot& slot) { slot = {}; });
-    change("mess.slt", 20, "slot 20: name: has no zero byte", [](Slot& slot) { slot.name[31] = 'x'; });
     expect_told();
 }
 
@@ -160,6 +168,7 @@ TEST_F(Check, MissingAndCutFilesAreFound) {
     remove("data/configs/de.cfg", "data/configs/de.cfg: does not exist");
     remove(de + "vcc_options.tgl", de + "vcc_options.tgl: does not exist");
     replace("hq.so", "hq", "HQ", "hq.so: hq: has no such entry");
+    replace("data/configs/it.cfg", "", "= 5", "data/configs/it.cfg:1: neither a section nor key = value");
     replace("data/configs/fr.cfg", "", "[key_ascii]\nkey1 = a", R"(data/configs/fr.cfg:2: key1: "a" is not a number)");
     cut("battle.so", 3, "battle.so: is not a library");
     cut("images/Zentrik.avi", 100000, "images/Zentrik.avi: ends before its film");

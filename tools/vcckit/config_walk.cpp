@@ -38,7 +38,7 @@ void walk_config(const std::string& file, std::string_view text, Faults& faults,
             continue;
         }
         const std::size_t equals = entry.find('=');
-        if (equals == std::string::npos) {
+        if (equals == std::string::npos || equals == 0) {
             report("", "neither a section nor key = value", "comments begin with #");
             continue;
         }

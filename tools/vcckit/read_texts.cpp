@@ -22,7 +22,8 @@ namespace {
 
 /// Sections in which nobody but the control centre has keys.
 bool all_keys_are_known(std::string_view section) {
-    return section == "VELDOR_SOUND" || section == "VELDOR_GRAPHICS" || section == "VELDOR_GENERAL";
+    constexpr std::string_view known[] = {"VELDOR_SOUND", "VELDOR_GRAPHICS", "VELDOR_GENERAL"};
+    return std::ranges::any_of(known, [&](std::string_view name) { return same_but_for_case(name, section); });
 }
 
 /// What is wrong with a value; empty when nothing is.
