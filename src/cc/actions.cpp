@@ -80,7 +80,6 @@ const ModuleVolumes& volumes() {
 void show_pressed_look(BITMAP* target, const Slot& button) {
     draw_slot(target, options_set.toggles, button.activated);
     update_screen(target);
-    present_screen();
     wait_ms(pressed_look_ms(button));
     draw_slot(target, options_set.slots, button.activated);
     update_screen(target);

@@ -63,7 +63,6 @@ void show_pressed(ScreenRun& run) {
         return;
     draw_slot(run.target, run.set->toggles, slot.activated);
     update_screen(run.target);
-    present_screen();
     wait_ms(pressed_look_ms(slot));
 }
 

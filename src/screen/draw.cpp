@@ -48,6 +48,9 @@ void update_screen(BITMAP* source) {
     blit(source, screen, 0, 0, 0, 0, layout_width, layout_height);
     release_screen();
     unscare_mouse();
+    // Line by line the picture waits in the client's queue, which overflows to the server when it is full: without this
+    // the upper part of a picture can stand over the lower part of the former one for a while.
+    present_screen();
 }
 
 void present_screen() {

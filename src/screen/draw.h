@@ -25,11 +25,11 @@ private:
     int before_;
 };
 
-/// Copies the whole 800 x 600 picture to the display, the pointer hidden meanwhile.
+/// Copies the whole 800 x 600 picture to the display, the pointer hidden meanwhile, and sends it at once.
 void update_screen(BITMAP* source);
 
-/// Sends what update_screen() drew to the display at once instead of up to 10 ms later. Cheap (3 microseconds) when
-/// nothing was drawn: whoever waits for the player calls it once a frame, before resting.
+/// Sends what was drawn on the display (the library draws the pointer there) at once instead of up to 10 ms later.
+/// Cheap (3 microseconds) when nothing was drawn: whoever waits for the player calls it once per frame, before resting.
 void present_screen();
 
 /// Text in the current font; an index outside the table draws nothing. With `update`, update_screen() follows in any
