@@ -5,7 +5,7 @@
 #include "display/graphics_mode.h"
 #include "display/pointer.h"
 #include "display/switching.h"
-#include "platform/module_library.h"
+#include "platform/shared_library.h"
 #include "settings/settings.h"
 #include "veldor_module.h"
 
@@ -39,7 +39,7 @@ constexpr ModuleRow modules[] = {{0, "hq", call_hq}, {1, "factory", call_factory
 
 void run_module(const ModuleRow& module) {
     std::string error;
-    const platform::ModuleLibrary library = platform::ModuleLibrary::load(module.name, error);
+    const platform::SharedLibrary library = platform::load_module(module.name, error);
     void* entry = library ? library.symbol(module.name) : nullptr;
     if (library && !entry)
         error = format_text("%s has no entry %s", platform::module_file_name(module.name).c_str(), module.name);

@@ -6,7 +6,7 @@
 #include "display/buffers.h"
 #include "display/mode_rules.h"
 #include "display/switching.h"
-#include "platform/graphics_drivers.h"
+#include "platform/display.h"
 #include "settings/settings.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "core/alert.h"
 #include "core/log.h"
 #include "display/graphics_mode.h"
-#include "platform/keyboard_focus.h"
+#include "platform/display.h"
 
 #include <allegro.h>
 

@@ -6,7 +6,7 @@
 #include "interaction/keys.h"
 #include "interaction/pointer_frame.h"
 #include "interaction/screen_run.h"
-#include "platform/display_events.h"
+#include "platform/display.h"
 #include "screen/draw.h"
 #include "settings/settings.h"
 #include "sound/music.h"

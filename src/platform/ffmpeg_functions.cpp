@@ -1,6 +1,6 @@
 #include "platform/ffmpeg_functions.h"
 
-#include "platform/ffmpeg_library.h"
+#include "platform/shared_library.h"
 
 #include <optional>
 
@@ -9,22 +9,24 @@ namespace vcc::platform {
 namespace {
 
 template <class Function>
-bool find(void* library, const char* name, Function*& function) {
-    function = reinterpret_cast<Function*>(ffmpeg_symbol(library, name));
+bool find(const SharedLibrary& library, const char* name, Function*& function) {
+    function = reinterpret_cast<Function*>(library.symbol(name));
     return function != nullptr;
 }
 
-// The versions whose headers this program was built with: other ones have other structures.
+struct FfmpegLibraries {
+    // The versions whose headers this program was built with: other ones have other structures.
+    SharedLibrary util = load_ffmpeg_library("avutil", LIBAVUTIL_VERSION_MAJOR);
+    SharedLibrary codec = load_ffmpeg_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
+    SharedLibrary format = load_ffmpeg_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
+    SharedLibrary scale = load_ffmpeg_library("swscale", LIBSWSCALE_VERSION_MAJOR);
+};
+
 std::optional<FfmpegFunctions> load_functions() {
-    void* const util = load_ffmpeg_library("avutil", LIBAVUTIL_VERSION_MAJOR);
-    void* const codec = load_ffmpeg_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
-    void* const format = load_ffmpeg_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
-    void* const scale = load_ffmpeg_library("swscale", LIBSWSCALE_VERSION_MAJOR);
-    if (!util || !codec || !format || !scale)
-        return std::nullopt;
+    static const auto* const libraries = new FfmpegLibraries; // never closed: that would only delay the program's end
     FfmpegFunctions functions;
     bool complete = true;
-#define VELDOR_FIND(library, function) complete = find(library, #function, functions.function) && complete
+#define VELDOR_FIND(library, function) complete = find(libraries->library, #function, functions.function) && complete
     VELDOR_FFMPEG_FUNCTIONS(VELDOR_FIND);
 #undef VELDOR_FIND
     return complete ? std::optional(functions) : std::nullopt;

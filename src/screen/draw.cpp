@@ -2,7 +2,7 @@
 #include "screen/draw.h"
 
 #include "core/layout.h"
-#include "platform/display_flush.h"
+#include "platform/display.h"
 #include "screen/colours.h"
 #include "screen/limits.h"
 #include "text/fonts.h"

@@ -1,6 +1,6 @@
 #include "settings/keyboard_layout.h"
 
-#include "platform/compose.h"
+#include "platform/display.h"
 #include "settings/settings.h"
 
 #include <allegro.h>

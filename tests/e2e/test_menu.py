@@ -1,6 +1,9 @@
 """The main menu: how it looks and moves, which modules it calls and how, and how it is left."""
 
+import time
+
 import pytest
+from Xlib import X
 
 from support import menu
 from support.desktop import wait_until
@@ -87,6 +90,16 @@ def test_backgrounds_go_on_in_turn_from_pass_to_pass(robot):
 
 def fills_the_desktop(robot):
     return any(window.get_geometry().width == 1024 for window, _ in robot.desktop.windows())
+
+
+def test_keys_are_heard_after_full_screen_without_a_window_manager(make_robot):
+    player = make_robot().start()
+    player.desktop.focus(X.PointerRoot)
+    for full in (True, False):
+        player.key("w", "Alt_L")
+        wait_until(lambda full=full: fills_the_desktop(player) == full, "full screen" if full else "a window")
+        time.sleep(0.5)
+    wait_until(lambda: player.key("x", "Alt_L") or not player.running(), "the end")
 
 
 @pytest.mark.parametrize("offered", [3, 2], ids=["both", "window only"])

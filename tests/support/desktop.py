@@ -105,7 +105,8 @@ class Desktop:
         return place.x, place.y
 
     def focus(self, window):
-        window.set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
+        """Gives the keyboard to a window, or with X.PointerRoot to whatever the pointer is on."""
+        self._display.set_input_focus(window, X.RevertToPointerRoot, X.CurrentTime)
         self._display.sync()
 
     def open_other_window(self):

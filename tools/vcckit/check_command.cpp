@@ -2,10 +2,11 @@
 #include "commands.h"
 
 #include "platform/files.h"
-#include "platform/terminal.h"
 
 #include <algorithm>
 #include <cstdio>
+
+#include <unistd.h>
 
 namespace vcc::kit {
 
@@ -28,7 +29,7 @@ int run_check(const std::string& folder, bool json) {
         return exit_unusable;
     }
     Faults faults;
-    const bool progress = platform::is_terminal(stderr);
+    const bool progress = ::isatty(STDERR_FILENO) != 0;
     {
         const Library library;
         std::size_t done = 0;
@@ -43,7 +44,7 @@ int run_check(const std::string& folder, bool json) {
     if (json) {
         std::fputs(json_of_faults(faults, folder).c_str(), stdout);
     } else {
-        const bool colours = platform::is_terminal(stdout);
+        const bool colours = ::isatty(STDOUT_FILENO) != 0;
         for (const Fault& fault : faults)
             std::printf("%s\n", text_of_fault(fault, colours).c_str());
         std::printf("%s: %s\n", folder.c_str(), sum_of(faults).c_str());

@@ -8,7 +8,7 @@
 #include "core/layout.h"
 #include "platform/avi.h"
 #include "platform/files.h"
-#include "platform/module_library.h"
+#include "platform/shared_library.h"
 #include "settings/keyboard_layout.h"
 
 #include <array>

@@ -1,9 +1,12 @@
-#include "platform/memory.h"
+#include "platform/process.h"
 
+#include <csignal>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <initializer_list>
+#include <system_error>
+#include <thread>
 
 #include <malloc.h>
 #include <sys/mman.h>
@@ -15,6 +18,19 @@ namespace {
 
 constexpr int heap_size = 96 << 20; ///< bytes of address space; what is not used costs nothing
 constexpr int own_mapping_size = 32 << 20;
+
+// The graphics library's own handler shuts it down in the middle of whatever it was doing, and may abort in that.
+void wait_for_requests(const sigset_t& requests, void (*ask)()) {
+    int number = 0;
+    if (::sigwait(&requests, &number) != 0)
+        return;
+    ask();
+    if (::sigwait(&requests, &number) != 0)
+        return;
+    std::signal(number, SIG_DFL);
+    ::pthread_sigmask(SIG_UNBLOCK, &requests, nullptr);
+    ::raise(number);
+}
 
 } // namespace
 
@@ -33,6 +49,25 @@ void prepare_heap() {
     const auto to_page = static_cast<std::ptrdiff_t>((page - reinterpret_cast<std::uintptr_t>(begin) % page) % page);
     if (grown > to_page) // a wish: without it the heap has pages of the usual size
         madvise(begin + to_page, static_cast<std::size_t>(grown - to_page), MADV_HUGEPAGE);
+}
+
+void take_termination_requests(void (*ask)()) {
+    sigset_t all;
+    sigset_t before;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &before); // the thread inherits it
+    sigset_t requests;
+    ::sigemptyset(&requests);
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        ::sigaddset(&requests, number);
+    try {
+        std::thread(wait_for_requests, requests, ask).detach();
+    } catch (const std::system_error&) {
+        ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        return;
+    }
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    ::pthread_sigmask(SIG_BLOCK, &requests, nullptr);
 }
 
 } // namespace vcc::platform

@@ -1,8 +1,8 @@
-#include "platform/termination.h"
-
-#include <windows.h>
+#include "platform/process.h"
 
 #include <atomic>
+
+#include <windows.h>
 
 namespace vcc::platform {
 
@@ -19,6 +19,8 @@ BOOL WINAPI on_console_event(DWORD) {
 }
 
 } // namespace
+
+void prepare_heap() {} // large pages need a right there that players do not have
 
 void take_termination_requests(void (*ask)()) {
     ask_to_end = ask;

@@ -1,0 +1,77 @@
+#include "platform/display.h"
+
+#include "platform/files.h"
+
+#include <allegro.h>
+#include <xalleg.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <initializer_list>
+
+namespace vcc::platform {
+
+namespace {
+
+constexpr const char* compose_variable = "XCOMPOSEFILE"; ///< programs that we start must not inherit it
+
+bool player_has_a_compose_list() {
+    const char* const home = std::getenv("HOME");
+    return std::getenv(compose_variable) || (home && file_exists(std::string(home) + "/.XCompose"));
+}
+
+/// Runs `use` on the library's connection to the display, if there is one. The library's thread uses the same
+/// connection: while the screen is ours, it waits.
+template <class Use>
+void with_display(Use use) {
+    if (!_xwin.display || !screen)
+        return;
+    acquire_screen();
+    use(_xwin.display);
+    release_screen();
+}
+
+} // namespace
+
+void take_display_events() {
+    with_display([](Display* display) {
+        if (XPending(display) > 0)
+            _xwin_handle_input();
+    });
+}
+
+// The library leaves its requests in the client's queue until its thread next reads events, up to 10 ms later. vsync()
+// empties the queue as well, but then sleeps until the next turn of its 70 Hz counter.
+void flush_display() {
+    with_display([](Display* display) { XFlush(display); });
+}
+
+// A window that goes away hands its focus to its parent, for the full-screen window the root. RevertToParent would
+// remember None after that, and a program without a window manager would hear no key any more.
+void take_keyboard_focus() {
+    with_display([](Display* display) {
+        XWindowAttributes attributes;
+        // Asking for a window that is not (or no longer) shown would end the program.
+        if (XGetWindowAttributes(display, _xwin.window, &attributes) && attributes.map_state == IsViewable)
+            XSetInputFocus(display, _xwin.window, RevertToPointerRoot, CurrentTime);
+        XFlush(display);
+    });
+}
+
+ComposeList::ComposeList(const std::string& path) {
+    if (player_has_a_compose_list() || !file_exists(path))
+        return;
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(resolve_path(path), error);
+    ours_ = !error && ::setenv(compose_variable, whole.c_str(), 1) == 0;
+}
+
+ComposeList::~ComposeList() {
+    if (ours_)
+        ::unsetenv(compose_variable);
+}
+
+const int full_screen_list_driver = GFX_XWINDOWS_FULLSCREEN;
+const bool full_screen_is_centred = true;
+
+} // namespace vcc::platform

@@ -1,0 +1,16 @@
+// The process as the system sees it: how it gets its memory, and how it is asked to end.
+#pragma once
+
+namespace vcc::platform {
+
+/// Lets the pictures, nearly 2 MB each, come from one heap of large pages that keeps what is freed: the system then has
+/// a few pages to hand out at every start and pass instead of ten thousand. Call once, before other threads exist.
+void prepare_heap();
+
+/// From now on a request to end from outside (the session ends, somebody presses Ctrl+C, the system shuts down) calls
+/// `ask`, once and on a thread of its own, instead of ending the process; a second request ends it at once. Call once,
+/// before other threads exist: they inherit that the signals are blocked. Without memory for the thread, requests end
+/// the process as before.
+void take_termination_requests(void (*ask)());
+
+} // namespace vcc::platform

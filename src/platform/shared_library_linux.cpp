@@ -1,0 +1,53 @@
+#include "platform/shared_library.h"
+
+#include "platform/files.h"
+
+#include <dlfcn.h>
+
+namespace vcc::platform {
+
+namespace {
+
+// A leak report names functions by the mappings that exist at exit, so a checked build keeps its modules mapped.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr int module_flags = RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE;
+#else
+constexpr int module_flags = RTLD_NOW | RTLD_LOCAL;
+#endif
+
+} // namespace
+
+void SharedLibrary::Closer::operator()(void* handle) const noexcept {
+    ::dlclose(handle);
+}
+
+void* SharedLibrary::symbol(const char* name) const {
+    return handle_ ? ::dlsym(handle_.get(), name) : nullptr;
+}
+
+SharedLibrary load_module(std::string_view name, std::string& error) {
+    // The leading "./" keeps the loader from searching the system's folders.
+    const std::string path = resolve_path("./" + module_file_name(name));
+    SharedLibrary library(::dlopen(path.c_str(), module_flags));
+    if (!library) {
+        const char* const reason = ::dlerror();
+        error = reason != nullptr ? reason : path + ": cannot be loaded";
+    }
+    return library;
+}
+
+std::string module_file_name(std::string_view name) {
+    return std::string(name).append(".so");
+}
+
+std::string_view module_file_magic() {
+    return "\x7F"
+           "ELF";
+}
+
+SharedLibrary load_ffmpeg_library(const char* name, int version) {
+    const std::string file = std::string("lib") + name + ".so." + std::to_string(version);
+    return SharedLibrary(::dlopen(file.c_str(), RTLD_LAZY | RTLD_LOCAL));
+}
+
+} // namespace vcc::platform
