@@ -26,6 +26,8 @@ install(FILES "${packaging}/veldor.6" DESTINATION "${CMAKE_INSTALL_MANDIR}/man6"
 install(TARGETS vcckit RUNTIME)
 install(FILES docs/vcckit.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 install(FILES "${packaging}/vcckit.bash" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vcckit)
+install(FILES "${packaging}/vcckit.fish" DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
+install(FILES "${packaging}/vcckit.zsh" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions" RENAME _vcckit)
 
 install(FILES "${packaging}/copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor")
 install(FILES "${packaging}/fonts-liberation.copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor" RENAME copyright.fonts-liberation)

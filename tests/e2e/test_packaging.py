@@ -100,7 +100,8 @@ def test_the_desktop_finds_program_icon_and_tool(player):
         icon = installed / f"share/icons/hicolor/{size}x{size}/apps/{values['Icon']}.png"
         assert f"{size} x {size}" in run("file", icon)
     assert "clean" in run(installed / "bin/vcckit", "check", player.root / GAME)
-    for file in ("man/man1/vcckit.1", "bash-completion/completions/vcckit"):
+    for file in ("man/man1/vcckit.1", "bash-completion/completions/vcckit", "zsh/vendor-completions/_vcckit",
+                 "fish/vendor_completions.d/vcckit.fish"):
         assert (installed / "share" / file).exists()
 
 

@@ -1,8 +1,11 @@
 // vcckit: the tool for the people who make or change an installation. Here is its command line.
 #include "commands.h"
+#include "completion.h"
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
+#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
@@ -91,7 +94,9 @@ CLI::App& add_render(CLI::App& app, Arguments& given) {
     command.add_option("--language", given.language, "English or German")
         ->type_name("CODE")
         ->check(CLI::IsMember({"en", "de"}));
-    command.add_option("--row", request.row, "options: number of the option whose values are shown")->type_name("N");
+    command.add_option("--row", request.row, "options: number of the option whose values are shown")
+        ->type_name("N")
+        ->check(CLI::IsMember({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 11}));
     command.add_option("--module", request.module, "options: 0 HQ, 1 Factory, 2 Battle, 3 control centre")
         ->type_name("M")
         ->check(CLI::IsMember({0, 1, 2, 3}));
@@ -117,12 +122,24 @@ CLI::App& add_show(CLI::App& app, Arguments& given) {
     return command;
 }
 
+/// What the completion of a shell asks: not in the help, for no person types it.
+bool is_completion(int argc, char** argv) {
+    return argc > 1 && std::strcmp(argv[1], "__complete") == 0;
+}
+
+int print_completions(const CLI::App& app, const std::vector<std::string>& words) {
+    for (const std::string& line : completions(app, words))
+        std::printf("%s\n", line.c_str());
+    return exit_clean;
+}
+
 } // namespace
 
 // The set-up of the command line throws only on a mistake of ours.
 int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     CLI::App app{"Makes, unmakes, checks and shows the files of a Veldor installation.", "vcckit"};
     app.require_subcommand(1);
+    app.set_version_flag("--version", "vcckit " VELDOR_VERSION);
     app.footer(examples);
     Arguments given;
     const CLI::App& pack = add_pack(app, given);
@@ -130,6 +147,8 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     const CLI::App& check = add_check(app, given);
     const CLI::App& render = add_render(app, given);
     add_show(app, given);
+    if (is_completion(argc, argv))
+        return print_completions(app, {argv + 2, argv + argc});
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
