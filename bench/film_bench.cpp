@@ -1,8 +1,7 @@
 // Films: a decoded and shown frame against the decoder alone.
 #include "codec.h"
-#include "core/layout.h"
 #include "figure.h"
-#include "film/film_rules.h"
+#include "film/film_screen.h"
 #include "platform/avi.h"
 #include "world.h"
 
@@ -44,23 +43,6 @@ private:
     int time_ms_ = 0;
 };
 
-/// The way of a frame to the display, as the player of films takes it.
-class Shown {
-public:
-    explicit Shown(const platform::AviFrame& first)
-        : place_(place_film(first.width, first.height, layout_width, layout_height)),
-          surface_(create_bitmap_ex(first.bits, first.width, first.height)) {}
-
-    void show(const platform::AviFrame& frame) {
-        decode_frame(surface_.get(), frame);
-        blit(surface_.get(), screen, place_.source_x, place_.source_y, place_.x, place_.y, place_.width, place_.height);
-    }
-
-private:
-    FilmPlace place_;
-    BitmapPtr surface_;
-};
-
 template <class Bare>
 void film_frame(benchmark::State& state, double limit, Bare bare) {
     FrameByFrame film;
@@ -69,7 +51,11 @@ void film_frame(benchmark::State& state, double limit, Bare bare) {
         state.SkipWithError("the film cannot be opened");
         return;
     }
-    Shown shown(*first);
+    FilmScreen shown(*first);
+    if (!shown.ready()) {
+        state.SkipWithError("there is no screen");
+        return;
+    }
     compare(
         state, limit,
         [&] {

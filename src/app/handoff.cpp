@@ -2,6 +2,7 @@
 
 #include "core/alert.h"
 #include "core/log.h"
+#include "core/version.h"
 #include "display/graphics_mode.h"
 #include "display/pointer.h"
 #include "display/switching.h"

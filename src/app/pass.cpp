@@ -4,6 +4,7 @@
 #include "core/alert.h"
 #include "core/layout.h"
 #include "core/log.h"
+#include "core/version.h"
 #include "display/backgrounds.h"
 #include "display/buffers.h"
 #include "display/pictures_ahead.h"

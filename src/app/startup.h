@@ -6,8 +6,6 @@
 
 namespace vcc {
 
-inline constexpr int version_number = 128;
-
 /// What start-up found out and the passes need.
 struct Session {
     std::span<char* const> arguments; ///< the first one is the program

@@ -1,11 +1,10 @@
 #include "film/film.h"
 
 #include "core/clock.h"
-#include "core/handles.h"
-#include "core/layout.h"
 #include "core/log.h"
 #include "display/switching.h"
 #include "film/film_rules.h"
+#include "film/film_screen.h"
 #include "platform/avi.h"
 #include "platform/files.h"
 #include "sound/music.h"
@@ -95,54 +94,6 @@ public:
 bool stop_requested() {
     return skip_requested() != 0 || close_requested != 0;
 }
-
-/// A film's pictures on their way to the screen.
-class FilmScreen {
-public:
-    /// `first` is the film's first frame.
-    explicit FilmScreen(const platform::AviFrame& first)
-        : picture_(create_bitmap(layout_width, layout_height)),
-          place_(place_film(first.width, first.height, layout_width, layout_height)) {
-        if (!picture_ || !screen)
-            return;
-        clear_to_color(picture_.get(), makecol(0, 0, 0));
-        blit(picture_.get(), screen, 0, 0, 0, 0, SCREEN_W, SCREEN_H);
-        in_place_ = first.bits == bitmap_color_depth(picture_.get()) && first.width == place_.width &&
-                    first.height == place_.height;
-        surface_.reset(in_place_ ? create_sub_bitmap(picture_.get(), place_.x, place_.y, place_.width, place_.height)
-                                 : create_bitmap_ex(first.bits, first.width, first.height));
-        if (surface_)
-            clear_bitmap(surface_.get());
-    }
-
-    bool ready() const { return surface_ != nullptr; }
-
-    void show(const platform::AviFrame& frame) {
-        decode_frame(surface_.get(), frame);
-        if (!in_place_)
-            convert(frame);
-        blit(picture_.get(), screen, place_.x, place_.y, place_.x, place_.y, place_.width, place_.height);
-    }
-
-private:
-    // The picture has the screen's depth, so that only the film's pixels are converted, and the rim stays black
-    // whatever the film's colour table holds.
-    void convert(const platform::AviFrame& frame) {
-        PALETTE palette;
-        if (frame.bits == 8) {
-            film_palette(frame, palette);
-            select_palette(palette);
-        }
-        blit(surface_.get(), picture_.get(), place_.source_x, place_.source_y, place_.x, place_.y, place_.width,
-             place_.height);
-        if (frame.bits == 8)
-            unselect_palette();
-    }
-
-    BitmapPtr picture_, surface_; // the second may be a part of the first
-    FilmPlace place_;
-    bool in_place_ = false; // frames are decoded straight into the picture
-};
 
 void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
     const PointerHidden hidden;

@@ -10,7 +10,7 @@ from pathlib import Path
 import pytest
 
 from support import menu
-from support.installation import CONFIG, built_installation
+from support.installation import CONFIG, PROJECT, built_installation
 from support.robot import NO_SOUND, Robot
 
 AS_PLAYER = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"] if os.geteuid() == 0 else []
@@ -81,8 +81,9 @@ def player(package):
 
 
 def test_what_the_package_says(package):
+    version = re.search(r"project\(veldor VERSION ([0-9.]+)", (PROJECT / "CMakeLists.txt").read_text())[1]
     fields = dict(re.findall(r"(?m)^(\S+): (.*)$", run("dpkg", "--field", package)))
-    assert fields["Package"] == "veldor" and fields["Version"] == "1.2.8"
+    assert fields["Package"] == "veldor" and fields["Version"] == version
     needed = [each.split()[0] for each in fields["Depends"].split(", ")]
     assert {"liballegro4.4", "libfreetype6", "libx11-6", "libc6"} <= set(needed)
     assert "install ok installed" in run("dpkg-query", "-W", "-f=${Status}\n", *needed)
