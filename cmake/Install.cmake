@@ -1,5 +1,5 @@
-# What "cmake --install" puts under the prefix, and the Debian package: the installation with the program in lib/games/veldor, a launcher that gives every
-# player a folder of their own, and what a desktop shows.
+# What "cmake --install" puts under the prefix, and the Debian package: the installation with the program in
+# lib/games/veldor, a launcher that gives every player a folder of their own, and what a desktop shows.
 include(GNUInstallDirs)
 set(VELDOR_FOLDER "lib/games/veldor") # one level below lib: its modules are no libraries for ldconfig
 set(packaging "${CMAKE_CURRENT_SOURCE_DIR}/packaging")
@@ -25,25 +25,29 @@ install(FILES "${packaging}/veldor.6" DESTINATION "${CMAKE_INSTALL_MANDIR}/man6"
 # the tool for those who make installations
 install(TARGETS vcckit RUNTIME)
 install(FILES docs/vcckit.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-install(FILES "${packaging}/vcckit.bash" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vcckit)
+install(FILES "${packaging}/vcckit.bash"
+  DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vcckit)
 install(FILES "${packaging}/vcckit.fish" DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
 install(FILES "${packaging}/vcckit.zsh" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions" RENAME _vcckit)
 
 install(FILES "${packaging}/copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor")
-install(FILES "${packaging}/fonts-liberation.copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor" RENAME copyright.fonts-liberation)
+install(FILES "${packaging}/fonts-liberation.copyright"
+  DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor" RENAME copyright.fonts-liberation)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME veldor)
 set(CPACK_PACKAGE_CONTACT "The Veldor developers <veldor@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "game of walking machines: control centre")
-set(CPACK_PACKAGE_DESCRIPTION "The control centre of Veldor plays the intro films, leads to headquarters, factory and battle,
+set(CPACK_PACKAGE_DESCRIPTION
+"The control centre of Veldor plays the intro films, leads to headquarters, factory and battle,
 and holds the settings that they share, in English and German.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libavformat59, libavcodec59, libavutil57, libswscale6") # loaded with the first film: no linker names them
+# loaded with the first film: no linker names them
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libavformat59, libavcodec59, libavutil57, libswscale6")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)
 set(CPACK_DEBIAN_COMPRESSION_TYPE zstd) # sounds hardly get smaller with anything slower
 include(CPack)

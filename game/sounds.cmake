@@ -18,7 +18,8 @@ foreach(score ${scores})
   get_filename_component(name "${score}" NAME_WE)
   add_custom_command(OUTPUT "${VELDOR_INSTALLATION}/sounds/${name}.wav"
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${VELDOR_INSTALLATION}/sounds"
-    COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/music/render-theme" "${score}" "${VELDOR_INSTALLATION}/sounds/${name}.wav" "${VELDOR_SOUNDFONT}"
+    COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/music/render-theme" "${score}" "${VELDOR_INSTALLATION}/sounds/${name}.wav"
+            "${VELDOR_SOUNDFONT}"
     DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/music/render-theme" "${score}" COMMENT "Rendering music ${name}" VERBATIM)
   list(APPEND installed "${VELDOR_INSTALLATION}/sounds/${name}.wav")
 endforeach()

@@ -157,7 +157,8 @@ def test_every_row_lights_up_with_the_line_to_its_value(options):
             value += 1
         picture = options.standing_picture(still_s=0.3)
         letters = slice(y - 6, y + 8), slice(x - 40, x + 40)
-        assert name == "effects" or (picture[letters] != rest[letters]).any(), name  # effects are chosen, and lit already
+        # effects are chosen, and lit already
+        assert name == "effects" or (picture[letters] != rest[letters]).any(), name
         for other, (other_row, *_) in OPTIONS.items():
             assert tuple(picture[height(other_row), GROUP_STUB]) == (LIT if other == name else RESTING), (name, other)
         for entry in range(11):
