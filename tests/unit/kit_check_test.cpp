@@ -87,7 +87,7 @@ protected:
         const Library library;
         std::string found = "\n";
         for (const Fault& fault : check_installation({}))
-            found += text_of_fault(fault, false) + "\n";
+            found += std::regex_replace(text_of_fault(fault, false), std::regex(" VK\\d{3} "), " ") + "\n";
         EXPECT_EQ(found == "\n", told_.empty()) << found;
         for (const std::string& each : told_)
             EXPECT_TRUE(std::regex_search(found, std::regex("\n" + each))) << "missing: " << each << found;
@@ -182,9 +182,9 @@ TEST_F(Check, MissingAndCutFilesAreFound) {
 }
 
 TEST(Faults, AreToldToMachinesAsJson) {
-    const Faults faults{{"a\"b.slt", 7, 3, "text", "M\xfchle", "a\\b", true}};
-    EXPECT_EQ(json_of_faults(faults, "dir"), R"({"installation": "dir", "faults": [
-  {"file": "a\"b.slt", "line": 7, "record": 3, "field": "text", "problem": "Mühle", "advice": "a\\b", "fatal": true}
+    const Faults faults{{FaultCode::text_wide, "a\"b.slt", 7, 3, "text", "M\xfchle", "a\\b", true}};
+    EXPECT_EQ(json_of_faults(faults, "installation", "dir"), R"({"installation": "dir", "faults": [
+  {"code": "VK116", "file": "a\"b.slt", "line": 7, "record": 3, "field": "text", "problem": "Mühle", "advice": "a\\b", "fatal": true}
 ]}
 )");
 }

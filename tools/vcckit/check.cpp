@@ -29,7 +29,7 @@ Faults check_installation(const std::function<void(std::string_view subject)>& p
             progress(check.subject);
         check.run(installation, faults);
     }
-    return faults;
+    return merged(std::move(faults));
 }
 
 } // namespace vcc::kit

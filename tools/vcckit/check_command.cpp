@@ -14,12 +14,6 @@ namespace {
 
 constexpr const char* clear_line = "\r\x1b[K";
 
-std::string sum_of(const Faults& faults) {
-    if (faults.empty())
-        return "clean";
-    return std::to_string(faults.size()) + (faults.size() == 1 ? " fault" : " faults");
-}
-
 } // namespace
 
 int run_check(const std::string& folder, bool json) {
@@ -42,7 +36,7 @@ int run_check(const std::string& folder, bool json) {
     if (progress)
         std::fputs(clear_line, stderr);
     if (json) {
-        std::fputs(json_of_faults(faults, folder).c_str(), stdout);
+        std::fputs(json_of_faults(faults, "installation", folder).c_str(), stdout);
     } else {
         const bool colours = ::isatty(STDOUT_FILENO) != 0;
         for (const Fault& fault : faults)

@@ -27,6 +27,7 @@ struct FixedSlot {
 };
 
 using enum ScreenKind;
+using enum FaultCode;
 constexpr int any_action = -1;
 
 constexpr FixedSlot fixed_slots[] = {
@@ -93,22 +94,22 @@ std::string fault_of_form(Form form, const Slot& slot) {
 
 void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step, Faults& faults) {
     const int index = row.first + step * row.step;
-    const auto report = [&](const char* field, const std::string& problem, std::string advice) {
-        faults.push_back(
-            {screen.slot_file, 0, index, field, std::string("the ") + row.role + " " + problem, std::move(advice)});
+    const auto report = [&](FaultCode code, const char* field, const std::string& problem, std::string advice) {
+        faults.push_back({code, screen.slot_file, 0, index, field, std::string("the ") + row.role + " " + problem,
+                          std::move(advice)});
     };
     if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)])) {
-        report("", "is missing", "put it at this number, where the program looks for it");
+        report(fixed_slot_missing, "", "is missing", "put it at this number, where the program looks for it");
         return;
     }
     const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
     if (const std::string fault = fault_of_form(row.form, slot); !fault.empty())
-        report("", fault, "make it one: the program looks for it at this number");
+        report(fixed_slot_form, "", fault, "make it one: the program looks for it at this number");
     if (row.action != any_action && slot.action != row.action + step)
-        report("action", "has action " + std::to_string(slot.action),
+        report(fixed_slot_action, "action", "has action " + std::to_string(slot.action),
                "it must be " + std::to_string(row.action + step));
     if (row.needs_toggle && !screen.toggles_lost && !screen.set.has_toggle(index))
-        report("", "has no toggle record", "add one: its other look is there");
+        report(fixed_slot_toggle, "", "has no toggle record", "add one: its other look is there");
 }
 
 void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
@@ -123,19 +124,20 @@ void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
         return; // told by the fixed slots
     const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
     const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
-    const auto report = [&](const char* field, const std::string& problem, std::string advice) {
-        faults.push_back({screen.slot_file, 0, index, field, problem, std::move(advice)});
+    const auto report = [&](FaultCode code, const char* field, const std::string& problem, std::string advice) {
+        faults.push_back({code, screen.slot_file, 0, index, field, problem, std::move(advice)});
     };
     if (record.action != value)
-        report("action", "the record stands for value " + std::to_string(record.action),
+        report(value_record_value, "action", "the record stands for value " + std::to_string(record.action),
                "the record behind value button " + std::to_string(value_button(value)) + " must say " +
                    std::to_string(value));
     if (!skipped_by_focus(record))
-        report("draw_flags", "the keyboard can reach the value record, and its value is then taken for an action",
+        report(value_record_focus, "draw_flags",
+               "the keyboard can reach the value record, and its value is then taken for an action",
                "set focus_skip: the third character is x");
     const Point over = slot_position(button), under = slot_position(record);
     if (over.x != under.x || over.y != under.y)
-        report("", "the value record does not lie under its button",
+        report(value_record_place, "", "the value record does not lie under its button",
                "the pointer would reach it beside slot " + std::to_string(value_button(value)));
 }
 
@@ -154,7 +156,7 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
             for (const Slot& slot : screen.set.slots)
                 found = found || (slot.action == needed.action && slot.toggle != -1);
             if (!found)
-                faults.push_back({screen.slot_file, 0, -1, "action",
+                faults.push_back({action_missing, screen.slot_file, 0, -1, "action",
                                   std::string("no slot lets the player ") + needed.what,
                                   "give a slot action " + std::to_string(needed.action)});
         }
@@ -164,15 +166,15 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
             if (window >= 0 && window < text_window_count &&
                 language.windows_described[static_cast<std::size_t>(window)] &&
                 language.windows[static_cast<std::size_t>(window)].pixel_coords == 0)
-                faults.push_back({language.window_file, 0, -1, "+" + std::to_string(window),
+                faults.push_back({window_in_cells, language.window_file, 0, -1, "+" + std::to_string(window),
                                   "the help window counts in cells", "give it w1 and edges in pixels"});
         }
     }
     for (const int window : {info_window, group_window, value_window, module_window, sound_group_window, style_window})
         for (const LanguageFiles& language : installation.by_language)
             if (language.windows_usable && !language.windows_described[static_cast<std::size_t>(window)])
-                faults.push_back({language.window_file, 0, -1, "+" + std::to_string(window), "is missing",
-                                  "describe it: the program reads its place"});
+                faults.push_back({window_missing, language.window_file, 0, -1, "+" + std::to_string(window),
+                                  "is missing", "describe it: the program reads its place"});
 }
 
 void check_values(Installation& installation, Faults& faults) {
@@ -188,7 +190,7 @@ void check_values(Installation& installation, Faults& faults) {
             const bool has_record = screen.set.has_slot(index + 1);
             const int value = has_record ? screen.set.slots[static_cast<std::size_t>(index) + 1].action : -1;
             if (value < 0 || value >= values)
-                faults.push_back({screen.slot_file, 0, index, "action",
+                faults.push_back({value_button_alone, screen.slot_file, 0, index, "action",
                                   "the value button has no value record behind it",
                                   "the next record's action must be 0 to " + std::to_string(values - 1)});
         }

@@ -20,6 +20,8 @@ namespace vcc::kit {
 
 namespace {
 
+using enum FaultCode;
+
 struct PictureRow {
     const char* path;
     int min_width, min_height, max_width, max_height;
@@ -44,8 +46,9 @@ std::string fault_of_size(const PictureRow& row, const BITMAP& bitmap) {
 void check_picture_file(const PictureRow& row, Faults& faults) {
     const PictureCheck picture = check_picture(row.path);
     const std::string fault = picture.fault.empty() ? fault_of_size(row, *picture.bitmap) : picture.fault;
+    const FaultCode code = picture.fault.empty() ? FaultCode::picture_size : picture.code;
     if (!fault.empty())
-        faults.push_back({row.path, 0, -1, "", fault,
+        faults.push_back({code, row.path, 0, -1, "", fault,
                           row.min_width == row.max_width ? "it must be a PCX picture of 800 x 600 pixels"
                                                          : "it must be a PCX picture of at most 64 x 64 pixels"});
 }
@@ -68,25 +71,27 @@ std::int64_t announced_size(const std::string& path) {
 
 void check_film(const char* path, Faults& faults) {
     if (!platform::file_exists(path)) {
-        faults.push_back({path, 0, -1, "", "does not exist", "put the film there: the player is told at every start"});
+        faults.push_back(
+            {file_missing, path, 0, -1, "", "does not exist", "put the film there: the player is told at every start"});
         return;
     }
     if (announced_size(path) > file_size(path))
-        faults.push_back({path, 0, -1, "", "ends before its film does", "write the file again"});
+        faults.push_back({file_cut, path, 0, -1, "", "ends before its film does", "write the file again"});
     platform::AviError error = platform::AviError::none;
     const auto film = platform::open_avi(path, error);
     const platform::AviFrame* frame = film ? film->frame_at(0) : nullptr;
     if (!frame)
-        faults.push_back({path, 0, -1, "", "cannot be shown", "it must be an AVI film with a video stream"});
+        faults.push_back(
+            {film_unreadable, path, 0, -1, "", "cannot be shown", "it must be an AVI film with a video stream"});
     else if (frame->width > 800 || frame->height > 600)
-        faults.push_back({path, 0, -1, "",
+        faults.push_back({film_size, path, 0, -1, "",
                           "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
                           "make it 800 x 600: only its middle is shown"});
 }
 
 void check_presence(const std::string& path, const char* advice, Faults& faults) {
     if (!platform::file_exists(path))
-        faults.push_back({path, 0, -1, "", "does not exist", advice});
+        faults.push_back({file_missing, path, 0, -1, "", "does not exist", advice});
 }
 
 /// Looks at the module's bytes only: what it does when it is loaded is the game's business.
@@ -98,9 +103,10 @@ void check_module(const std::string& name, Faults& faults) {
     if (!bytes)
         return;
     if (!bytes->starts_with(platform::module_file_magic()))
-        faults.push_back({path, 0, -1, "", "is not a library of this system", "build the module again"});
+        faults.push_back({module_unfit, path, 0, -1, "", "is not a library of this system", "build the module again"});
     else if (bytes->find(std::string(1, '\0') + name + '\0') == std::string::npos)
-        faults.push_back({path, 0, -1, name, "has no such entry", "sdk/veldor_module.h declares the entries"});
+        faults.push_back(
+            {module_unfit, path, 0, -1, name, "has no such entry", "sdk/veldor_module.h declares the entries"});
 }
 
 /// An empty mapping is the library's own one. Only the first fault is told: a wrong file has one in every line.
@@ -112,8 +118,8 @@ void check_keyboard(const std::string& path, Faults& faults) {
     Faults found;
     walk_config(path, *text, found, [&](const ConfigEntry& entry) {
         if (!entry.key.empty() && !entry.section.empty() && !whole_number(entry.value))
-            found.push_back({path, entry.line, -1, entry.key, "\"" + entry.value + "\" is not a number",
-                             "keys stand for codes of characters"});
+            found.push_back({keyboard_mapping, path, entry.line, -1, entry.key,
+                             "\"" + entry.value + "\" is not a number", "keys stand for codes of characters"});
     });
     if (!found.empty())
         faults.push_back(found.front());
@@ -133,7 +139,8 @@ void check_program_files(Installation&, Faults& faults) {
         check_keyboard(std::string(keyboard_mapping_file(keyboard)), faults);
     check_presence(manual, "put the manual there, or it cannot be opened", faults);
     if (!file_exists(log_folder, FA_DIREC | FA_ARCH | FA_RDONLY | FA_HIDDEN, nullptr))
-        faults.push_back({log_folder, 0, -1, "", "is missing", "make the folder: the program cannot log without it"});
+        faults.push_back({log_folder_missing, log_folder, 0, -1, "", "is missing",
+                          "make the folder: the program cannot log without it"});
 }
 
 } // namespace vcc::kit

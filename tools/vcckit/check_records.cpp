@@ -18,6 +18,8 @@ namespace vcc::kit {
 
 namespace {
 
+using enum FaultCode;
+
 constexpr int screen_width = 800, screen_height = 600;
 
 /// One record with everything that a check may need, and a short way to report.
@@ -35,8 +37,8 @@ struct Subject {
     bool is_picture() const { return slot.graphic != 0 && !is_text_window(slot); }
     std::string_view text() const { return text_of(slot.text); }
 
-    void report(std::string field, std::string problem, std::string advice) const {
-        faults.push_back({is_toggle ? screen.toggle_file : screen.slot_file, 0, index, std::move(field),
+    void report(FaultCode code, std::string field, std::string problem, std::string advice) const {
+        faults.push_back({code, is_toggle ? screen.toggle_file : screen.slot_file, 0, index, std::move(field),
                           std::move(problem), std::move(advice)});
     }
 };
@@ -47,25 +49,27 @@ std::string number(long long value) {
 
 void check_font(const Subject& at) {
     if (at.is_text() && (at.slot.font < 0 || at.slot.font >= font_count))
-        at.report("font", "there is no font " + number(at.slot.font), "fonts are 0 to 10");
+        at.report(font_unknown, "font", "there is no font " + number(at.slot.font), "fonts are 0 to 10");
 }
 
 void check_colours(const Subject& at) {
     if (!at.is_text())
         return;
     if (!is_colour(at.slot.fore_colour))
-        at.report("fore_colour", "there is no colour " + number(at.slot.fore_colour), "colours are 0 to 255");
+        at.report(colour_unknown, "fore_colour", "there is no colour " + number(at.slot.fore_colour),
+                  "colours are 0 to 255");
     if (!is_colour(at.slot.back_colour))
-        at.report("back_colour", "there is no colour " + number(at.slot.back_colour), "colours are 0 to 255");
+        at.report(colour_unknown, "back_colour", "there is no colour " + number(at.slot.back_colour),
+                  "colours are 0 to 255");
     if (const int shadow = to_number(text_of(at.slot.sound_flags)); has_shadow(at.slot) && !is_colour(shadow))
-        at.report("sound_flags", "there is no shadow colour " + number(shadow), "colours are 0 to 255");
+        at.report(colour_unknown, "sound_flags", "there is no shadow colour " + number(shadow), "colours are 0 to 255");
 }
 
 void check_place(const Subject& at) {
     if (!at.is_text())
         return;
     if ((at.slot.dest_x == 0) != (at.slot.dest_y == 0)) {
-        at.report(at.slot.dest_x == 0 ? "dest_x" : "dest_y", "is 0, so the other one does not count",
+        at.report(half_a_place, at.slot.dest_x == 0 ? "dest_x" : "dest_y", "is 0, so the other one does not count",
                   "set both, or neither and use column and row");
         return;
     }
@@ -73,28 +77,31 @@ void check_place(const Subject& at) {
         return;
     const int columns = screen_width / cell_width(at.slot.font), rows = screen_height / cell_height(at.slot.font);
     if (at.slot.column < 0 || at.slot.column >= columns)
-        at.report("column", number(at.slot.column) + " is outside the grid",
+        at.report(outside_grid, "column", number(at.slot.column) + " is outside the grid",
                   "font " + number(at.slot.font) + " has columns 0 to " + number(columns - 1));
     if (at.slot.row < 0 || at.slot.row >= rows)
-        at.report("row", number(at.slot.row) + " is outside the grid",
+        at.report(outside_grid, "row", number(at.slot.row) + " is outside the grid",
                   "font " + number(at.slot.font) + " has rows 0 to " + number(rows - 1));
 }
 
 void check_toggle(const Subject& at) {
     if (at.slot.toggle < -1)
-        at.report("toggle", number(at.slot.toggle) + " means nothing", "-1 is inert, 0 plain, above 0 highlighted");
+        at.report(toggle_unknown, "toggle", number(at.slot.toggle) + " means nothing",
+                  "-1 is inert, 0 plain, above 0 highlighted");
     if (at.is_toggle || at.slot.toggle <= 0 || at.screen.toggles_lost)
         return;
     const int looks = at.slot.input_mode == 0 ? at.index : at.slot.toggle;
     if (!at.screen.set.has_toggle(looks))
-        at.report("toggle", "there is no toggle record " + number(looks) + " with its highlighted look",
+        at.report(highlight_missing, "toggle",
+                  "there is no toggle record " + number(looks) + " with its highlighted look",
                   "add the record, or set toggle to 0");
 }
 
 void check_activated(const Subject& at) {
     if (!at.is_toggle && !at.screen.toggles_lost && at.slot.activated != 0 &&
         !at.screen.set.has_toggle(at.slot.activated))
-        at.report("activated", "there is no toggle record " + number(at.slot.activated) + " with its pressed look",
+        at.report(pressed_missing, "activated",
+                  "there is no toggle record " + number(at.slot.activated) + " with its pressed look",
                   "add the record, or set activated to 0");
 }
 
@@ -107,7 +114,7 @@ void check_buffer(const Subject& at) {
     const bool made = at.slot.buffer >= window_copy_buffer && at.slot.buffer < graphic_buffer_count;
     if (found == at.installation.buffers.end()) {
         if (!made)
-            at.report("buffer", "no picture is loaded into buffer " + number(at.slot.buffer),
+            at.report(buffer_empty, "buffer", "no picture is loaded into buffer " + number(at.slot.buffer),
                       "tools/vcc.buf names the pictures");
         return;
     }
@@ -115,17 +122,18 @@ void check_buffer(const Subject& at) {
     if (!picture)
         return; // told where the list is checked
     if (background && (picture->w < screen_width || picture->h < screen_height))
-        at.report("buffer", "the background in buffer " + number(at.slot.buffer) + " is smaller than the screen",
+        at.report(background_small, "buffer",
+                  "the background in buffer " + number(at.slot.buffer) + " is smaller than the screen",
                   "it must be 800 x 600 pixels");
     if (!at.is_picture())
         return;
     if (at.slot.src_x < 0 || at.slot.box_width <= at.slot.src_x || at.slot.box_width > picture->w)
-        at.report("src_x, box_width",
+        at.report(piece_outside, "src_x, box_width",
                   "columns " + number(at.slot.src_x) + " to " + number(at.slot.box_width) +
                       " are no piece of the picture",
                   "it is " + number(picture->w) + " pixels wide; box_width is the right edge, exclusive");
     if (at.slot.src_y < 0 || at.slot.box_height <= at.slot.src_y || at.slot.box_height > picture->h)
-        at.report("src_y, box_height",
+        at.report(piece_outside, "src_y, box_height",
                   "rows " + number(at.slot.src_y) + " to " + number(at.slot.box_height) +
                       " are no piece of the picture",
                   "it is " + number(picture->h) + " pixels high; box_height is the bottom edge, exclusive");
@@ -136,22 +144,24 @@ void check_window(const Subject& at) {
         return;
     const int window = at.slot.graphic;
     if (window < 0 || window >= text_window_count || !at.language.windows_described[static_cast<std::size_t>(window)])
-        at.report("graphic", "there is no text window " + number(window), "describe it in " + at.language.window_file);
+        at.report(window_unknown, "graphic", "there is no text window " + number(window),
+                  "describe it in " + at.language.window_file);
 }
 
 void check_sounds(const Subject& at) {
     const auto check = [&](const char* field, int sound) {
         if (at.installation.listed_sounds && sound != 0 &&
             (sound < 0 || sound >= first_theme_entry || !at.installation.sounds.contains(sound)))
-            at.report(field, "there is no sound " + number(sound), "tools/vcc.snd names the sounds; 0 is none");
+            at.report(sound_unknown, field, "there is no sound " + number(sound),
+                      "tools/vcc.snd names the sounds; 0 is none");
     };
     check("sound", at.slot.sound);
     if (!at.is_toggle)
         check("sound_act", at.slot.sound_act);
     constexpr int longest_display_time = 50;
     if (at.slot.display_time < 0 || at.slot.display_time > longest_display_time)
-        at.report("display_time", number(at.slot.display_time) + " tenths of a second are no time for a pressed look",
-                  "0 to 50");
+        at.report(press_time, "display_time",
+                  number(at.slot.display_time) + " tenths of a second are no time for a pressed look", "0 to 50");
 }
 
 bool is_value_record(const Subject& at) {
@@ -163,7 +173,8 @@ void check_action(const Subject& at) {
     if (at.is_toggle || at.slot.toggle == -1 || at.screen.kind == ScreenKind::message || is_value_record(at))
         return;
     if (at.slot.action != 0 && !find_action(at.slot.action))
-        at.report("action", "there is no action " + number(at.slot.action), "docs/formats.md lists the actions");
+        at.report(action_unknown, "action", "there is no action " + number(at.slot.action),
+                  "docs/formats.md lists the actions");
 }
 
 void check_extent(const Subject& at) {
@@ -182,7 +193,7 @@ void check_extent(const Subject& at) {
         }
     }
     if (area.x1 < 0 || area.x2 > screen_width || area.y1 < 0 || area.y2 > screen_height)
-        at.report("",
+        at.report(outside_screen, "",
                   "reaches outside the screen: " + number(area.x1) + "," + number(area.y1) + " to " + number(area.x2) +
                       "," + number(area.y2),
                   "the screen is 800 x 600 pixels");
@@ -195,26 +206,27 @@ void check_text(const Subject& at) {
     trim_right(text);
     const int width = text_width(at.slot.font, text);
     if (at.slot.box_width > 0 && width > at.slot.box_width)
-        at.report("text", "\"" + text + "\" is " + number(width) + " pixels wide, its box " + number(at.slot.box_width),
+        at.report(text_wide, "text",
+                  "\"" + text + "\" is " + number(width) + " pixels wide, its box " + number(at.slot.box_width),
                   "shorten the text or widen the box");
     if (at.slot.input_mode == 0 || at.is_toggle)
         return;
     if (at.slot.box_width == 0)
-        at.report("box_width", "a field without a box cannot be edited", "give it a width");
+        at.report(field_without_box, "box_width", "a field without a box cannot be edited", "give it a width");
     if (at.slot.size < 1 || at.slot.size > static_cast<int>(sizeof at.slot.text) - 1)
-        at.report("size", "a field cannot hold " + number(at.slot.size) + " characters", "1 to 90");
+        at.report(field_size, "size", "a field cannot hold " + number(at.slot.size) + " characters", "1 to 90");
     else if (at.slot.size * cell_width(at.slot.font) > at.slot.box_width)
-        at.report("size", number(at.slot.size) + " characters are wider than the box",
+        at.report(field_wide, "size", number(at.slot.size) + " characters are wider than the box",
                   "widen the box to " + number(long{at.slot.size} * cell_width(at.slot.font)) + " pixels");
 }
 
 void check_ends(const Subject& at) {
     for (const TextField& field : text_fields())
         if (bytes_of(at.slot, field).back() != '\0')
-            at.report(std::string(field.name), "has no zero byte at its end",
+            at.report(text_unended, std::string(field.name), "has no zero byte at its end",
                       std::to_string(field.size - 1) + " characters fit; shorten it");
     if (!at.is_toggle && at.slot.help_number < 0)
-        at.report("help_number", "there is no help entry " + number(at.slot.help_number), "0 is none");
+        at.report(help_negative, "help_number", "there is no help entry " + number(at.slot.help_number), "0 is none");
 }
 
 constexpr void (*record_checks[])(const Subject&) = {
@@ -249,8 +261,9 @@ void check_records(Installation& installation, Faults& faults) {
         for (std::size_t i = 0; i < language.windows.size() && installation.listed_sounds; ++i)
             if (const int sound = language.windows[i].open_sound;
                 language.windows_described[i] && sound != 0 && !installation.sounds.contains(sound))
-                faults.push_back({language.window_file, 0, -1, "+" + number(static_cast<long long>(i)) + ": o",
-                                  "there is no sound " + number(sound), "tools/vcc.snd names the sounds; 0 is none"});
+                faults.push_back({sound_unknown, language.window_file, 0, -1,
+                                  "+" + number(static_cast<long long>(i)) + ": o", "there is no sound " + number(sound),
+                                  "tools/vcc.snd names the sounds; 0 is none"});
     for (const LanguageFiles& language : installation.by_language)
         for (const ScreenFiles& screen : language.screens)
             check_set(installation, language, screen, faults);
@@ -267,7 +280,7 @@ void check_overlaps(Installation& installation, Faults& faults) {
                         continue;
                     const Rect one = slot_rect(a), other = slot_rect(b);
                     if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
-                        faults.push_back({screen.slot_file, 0, i, "", "overlaps slot " + number(j),
+                        faults.push_back({slots_overlap, screen.slot_file, 0, i, "", "overlaps slot " + number(j),
                                           "move one of them: the pointer reaches only the first there"});
                 }
             }

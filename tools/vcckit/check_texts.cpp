@@ -18,6 +18,8 @@ namespace vcc::kit {
 
 namespace {
 
+using enum FaultCode;
+
 constexpr int help_length = 67; ///< characters of a help line that are shown
 
 std::string path_with_slashes(std::string_view path) {
@@ -43,49 +45,53 @@ public:
         const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
         if (slot.help_number <= 0)
             return;
-        const auto report = [&](const char* field, std::string problem, std::string advice) {
-            faults_.push_back({screen.slot_file, 0, index, field, std::move(problem), std::move(advice)});
+        const auto report = [&](FaultCode code, const char* field, std::string problem, std::string advice) {
+            faults_.push_back({code, screen.slot_file, 0, index, field, std::move(problem), std::move(advice)});
         };
         const std::string path = path_with_slashes(text_of(slot.help_file));
         const auto& text = installation_.text_file(path);
         if (!text) {
             if (!missing_.insert({screen.slot_file, path}).second)
                 return;
-            report("help_file", path.empty() ? "no help file is named" : path + " cannot be read",
+            report(file_missing, "help_file", path.empty() ? "no help file is named" : path + " cannot be read",
                    "name a help file, or set help_number to 0");
             return;
         }
         const auto entry = read_help_entry(*text, slot.help_number, help_length);
         if (!entry)
-            report("help_number", path + " has no entry " + std::to_string(slot.help_number),
+            report(help_missing, "help_number", path + " has no entry " + std::to_string(slot.help_number),
                    "add the entry, or set help_number to 0");
         else if (seen_.insert({path, slot.help_number}).second)
             look_at_entry(path, *text, *entry);
     }
 
 private:
-    void report(const std::string& path, const std::string& text, int number, std::string problem, std::string advice) {
-        faults_.push_back({path, line_of_entry(text, number), -1, "+" + std::to_string(number), std::move(problem),
-                           std::move(advice)});
+    void report(FaultCode code, const std::string& path, const std::string& text, int number, std::string problem,
+                std::string advice) {
+        faults_.push_back({code, path, line_of_entry(text, number), -1, "+" + std::to_string(number),
+                           std::move(problem), std::move(advice)});
     }
 
     void look_at_entry(const std::string& path, const std::string& text, const HelpEntry& entry) {
         const int number = entry.pages.front();
         if (!entry.complete)
-            report(path, text, number, "its text runs to the end of the file",
+            report(help_unended, path, text, number, "its text runs to the end of the file",
                    "end it with a line # or the next entry");
         if (entry.lines.empty())
-            report(path, text, number, "has no text", "after seven header lines every text line begins with -");
+            report(help_empty, path, text, number, "has no text",
+                   "after seven header lines every text line begins with -");
         if (entry.font < 0 || entry.font >= font_count)
-            report(path, text, number, "there is no font " + std::to_string(entry.font), "fonts are 0 to 10");
+            report(help_value, path, text, number, "there is no font " + std::to_string(entry.font),
+                   "fonts are 0 to 10");
         for (const int colour : {entry.text_colour, entry.shadow_colour})
             if (!is_colour(colour))
-                report(path, text, number, "there is no colour " + std::to_string(colour), "colours are 0 to 255");
+                report(help_value, path, text, number, "there is no colour " + std::to_string(colour),
+                       "colours are 0 to 255");
         if (!is_colour(entry.window_colour))
-            report(path, text, number, "there is no window colour " + std::to_string(entry.window_colour),
+            report(help_value, path, text, number, "there is no window colour " + std::to_string(entry.window_colour),
                    "colours are 0 to 255");
         if (installation_.listed_sounds && entry.sound != 0 && !installation_.sounds.contains(entry.sound))
-            report(path, text, number, "there is no sound " + std::to_string(entry.sound),
+            report(help_value, path, text, number, "there is no sound " + std::to_string(entry.sound),
                    "tools/vcc.snd names the sounds; 0 is none");
         look_at_lines(path, text, number, entry, entry.lines);
         for (const int page : entry.pages) {
@@ -95,7 +101,8 @@ private:
             if (lines)
                 look_at_lines(path, text, page, entry, *lines);
             else
-                report(path, text, number, "page " + std::to_string(page) + " is missing or has no text",
+                report(help_page_missing, path, text, number,
+                       "page " + std::to_string(page) + " is missing or has no text",
                        "add the entry, or correct the page count");
         }
     }
@@ -106,12 +113,14 @@ private:
         const int x = column_x(entry.font, entry.column);
         const int bottom = (entry.row + static_cast<int>(lines.size())) * cell_height(entry.font);
         if (x < inside.x1 || entry.row * cell_height(entry.font) < inside.y1)
-            report(path, text, number, "its text begins outside the help window", "columns and rows count in its font");
+            report(help_outside, path, text, number, "its text begins outside the help window",
+                   "columns and rows count in its font");
         if (bottom > inside.y2)
-            report(path, text, number, "its text reaches below the help window", "begin a further page");
+            report(help_outside, path, text, number, "its text reaches below the help window", "begin a further page");
         for (const std::string& line : lines)
             if (x + text_width(entry.font, line) > inside.x2) {
-                report(path, text, number, "\"" + line + "\" is wider than the help window", "break the line earlier");
+                report(help_outside, path, text, number, "\"" + line + "\" is wider than the help window",
+                       "break the line earlier");
                 break;
             }
     }
@@ -139,7 +148,7 @@ void check_label(const ScreenFiles& screen, int index, std::string_view label, i
     const int width = text_width(slot.font, label);
     const int room = slot.box_width > 0 ? slot.box_width : right - slot_position(slot).x;
     if (width > room)
-        faults.push_back({screen.slot_file, 0, index, "",
+        faults.push_back({program_text_wide, screen.slot_file, 0, index, "",
                           "the program writes \"" + std::string(label) + "\" here: " + std::to_string(width) +
                               " pixels, there is room for " + std::to_string(room),
                           "move it, or use a smaller font"});
@@ -161,7 +170,7 @@ void compare_records(const std::vector<Slot>& first, const std::vector<Slot>& ot
             const NumberField* field = find_number_field(name);
             const int one = first[i].*field->member, two = other[i].*field->member;
             if (one != two)
-                faults.push_back({file, 0, static_cast<int>(i), std::string(name),
+                faults.push_back({languages_differ, file, 0, static_cast<int>(i), std::string(name),
                                   "is " + std::to_string(two) + ", in the other language " + std::to_string(one),
                                   "languages differ in texts and places only"});
         }
@@ -170,7 +179,7 @@ void compare_records(const std::vector<Slot>& first, const std::vector<Slot>& ot
 void compare_counts(std::size_t first, std::size_t other, const std::string& file, const char* what, Faults& faults) {
     if (first != other && first != 0 && other != 0)
         faults.push_back(
-            {file, 0, -1, "",
+            {counts_differ, file, 0, -1, "",
              "has " + std::to_string(other) + " " + what + ", the other language has " + std::to_string(first),
              "pack both languages from one source"});
 }
@@ -228,15 +237,15 @@ void check_languages(Installation& installation, Faults& faults) {
         for (std::size_t window = 0; window < text_window_count; ++window)
             if (first.windows_usable && other.windows_usable &&
                 first.windows_described[window] != other.windows_described[window])
-                faults.push_back({other.window_file, 0, -1, "+" + std::to_string(window),
+                faults.push_back({window_missing, other.window_file, 0, -1, "+" + std::to_string(window),
                                   "is described in one language only", "describe it in both"});
         if (!installation.text_file(first.message_file) || !installation.text_file(other.message_file))
             continue; // told where the files are read
         std::vector<int> missing;
         std::ranges::set_symmetric_difference(first.messages, other.messages, std::back_inserter(missing));
         for (const int message : missing)
-            faults.push_back({other.message_file, 0, -1, "+" + std::to_string(message), "is there in one language only",
-                              "add it to both"});
+            faults.push_back({message_missing, other.message_file, 0, -1, "+" + std::to_string(message),
+                              "is there in one language only", "add it to both"});
     }
 }
 

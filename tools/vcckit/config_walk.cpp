@@ -26,8 +26,8 @@ void walk_config(const std::string& file, std::string_view text, Faults& faults,
     std::string section;
     std::set<std::string> seen;
     while (const auto line = lines.next(line_limit)) {
-        const auto report = [&](const std::string& key, const char* problem, const char* advice) {
-            faults.push_back({file, lines.line_number(), -1, key, problem, advice});
+        const auto report = [&](FaultCode code, const std::string& key, const char* problem, const char* advice) {
+            faults.push_back({code, file, lines.line_number(), -1, key, problem, advice});
         };
         const std::string entry = trimmed(*line);
         if (entry.empty() || entry[0] == '#' || entry[0] == ';')
@@ -39,12 +39,12 @@ void walk_config(const std::string& file, std::string_view text, Faults& faults,
         }
         const std::size_t equals = entry.find('=');
         if (equals == std::string::npos || equals == 0) {
-            report("", "neither a section nor key = value", "comments begin with #");
+            report(FaultCode::settings_line, "", "neither a section nor key = value", "comments begin with #");
             continue;
         }
         const std::string key = trimmed(entry.substr(0, equals));
         if (!seen.insert(std::string(section).append("\n").append(key)).second)
-            report(key, "is given a second time", "the first one counts");
+            report(FaultCode::setting_twice, key, "is given a second time", "the first one counts");
         take({section, key, trimmed(entry.substr(equals + 1)), lines.line_number()});
     }
 }

@@ -64,14 +64,16 @@ void read_toggles(ScreenFiles& files, Faults& faults) {
     if (!bytes) { // a set without toggle records is allowed
         files.toggles_lost = wanted;
         if (wanted || platform::file_exists(files.toggle_file))
-            faults.push_back({files.toggle_file, 0, -1, "", reason_unreadable(files.toggle_file),
+            faults.push_back({FaultCode::file_missing, files.toggle_file, 0, -1, "",
+                              reason_unreadable(files.toggle_file),
                               "pack the screen's source: slots of the screen have highlighted looks"});
         return;
     }
     SlotFileContents contents = read_slot_file(*bytes);
     const std::string fault = fault_of_length(*bytes, contents);
     if (!fault.empty())
-        faults.push_back({files.toggle_file, 0, -1, "", fault, "pack the screen's source again"});
+        faults.push_back(
+            {FaultCode::slot_file_damaged, files.toggle_file, 0, -1, "", fault, "pack the screen's source again"});
     files.toggles_lost = wanted && contents.records.empty();
     files.set.toggles = std::move(contents.records);
 }
@@ -79,20 +81,20 @@ void read_toggles(ScreenFiles& files, Faults& faults) {
 void read_screen(ScreenFiles& files, const ScreenRow& row, Faults& faults) {
     const auto bytes = read_file(files.slot_file);
     if (!bytes) {
-        faults.push_back(
-            {files.slot_file, 0, -1, "", reason_unreadable(files.slot_file), "pack the screen's source", true});
+        faults.push_back({FaultCode::file_missing, files.slot_file, 0, -1, "", reason_unreadable(files.slot_file),
+                          "pack the screen's source", true});
         return;
     }
     SlotFileContents contents = read_slot_file(*bytes);
     if (const std::string fault = fault_of_length(*bytes, contents); !fault.empty()) {
-        faults.push_back(
-            {files.slot_file, 0, -1, "", fault, "pack the screen's source again", contents.records.empty()});
+        faults.push_back({FaultCode::slot_file_damaged, files.slot_file, 0, -1, "", fault,
+                          "pack the screen's source again", contents.records.empty()});
         if (contents.records.empty())
             return;
     }
     files.set.slots = std::move(contents.records);
     if (files.set.slot_count() < row.needed)
-        faults.push_back({files.slot_file, 0, -1, "",
+        faults.push_back({FaultCode::slots_missing, files.slot_file, 0, -1, "",
                           "has " + std::to_string(files.set.slot_count()) + " slots, the program uses slots up to " +
                               std::to_string(row.needed - 1),
                           "add the missing slots", files.set.slot_count() < row.fatal_below});

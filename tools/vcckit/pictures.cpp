@@ -45,7 +45,7 @@ PictureCheck check_picture(const std::string& path) {
     if (!check.bitmap)
         check.fault = "is no picture that the program can read";
     else if (!pcx_is_complete(*bytes))
-        check.fault = "ends in the middle of the picture";
+        check = {std::move(check.bitmap), "ends in the middle of the picture", FaultCode::file_cut};
     return check;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/handles.h"
+#include "fault_codes.h"
 
 #include <string>
 #include <string_view>
@@ -9,8 +10,9 @@
 namespace vcc::kit {
 
 struct PictureCheck {
-    BitmapPtr bitmap;  ///< as the program would load it; null when it would refuse it
-    std::string fault; ///< empty when nothing is wrong
+    BitmapPtr bitmap;                               ///< as the program would load it; null when it would refuse it
+    std::string fault;                              ///< empty when nothing is wrong
+    FaultCode code = FaultCode::picture_unreadable; ///< of the fault
 };
 
 PictureCheck check_picture(const std::string& path);

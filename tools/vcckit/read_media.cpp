@@ -14,6 +14,8 @@ namespace vcc::kit {
 
 namespace {
 
+using enum FaultCode;
+
 constexpr const char* font_section = "VELDOR_VCC";
 constexpr const char* buffer_file = "tools/vcc.buf";
 
@@ -34,7 +36,8 @@ void read_fonts(Installation& installation, Faults& faults) {
         if (platform::load_truetype_font(platform::resolve_path(name)))
             continue;
         all = false;
-        faults.push_back({name, 0, -1, key, platform::file_exists(name) ? "is not a font" : "does not exist",
+        faults.push_back({platform::file_exists(name) ? FaultCode::font_unreadable : FaultCode::file_missing, name, 0,
+                          -1, key, platform::file_exists(name) ? "is not a font" : "does not exist",
                           "put the font there, or change the key in data/configs/vcc.cfg", true});
     }
     if (all && load_fonts(font_section, "fonts"))
@@ -45,7 +48,7 @@ void read_fonts(Installation& installation, Faults& faults) {
 void read_buffers(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(buffer_file);
     if (!text) {
-        faults.push_back({buffer_file, 0, -1, "", reason_unreadable(buffer_file),
+        faults.push_back({file_missing, buffer_file, 0, -1, "", reason_unreadable(buffer_file),
                           "write the list: docs/formats.md describes it", true});
         return;
     }
@@ -53,8 +56,9 @@ void read_buffers(Installation& installation, Faults& faults) {
     LineReader lines(*text);
     int number = 0;
     while (const auto line = lines.next()) {
-        const auto report = [&](std::string problem, std::string advice, bool fatal = false) {
-            faults.push_back({buffer_file, lines.line_number(), -1, "", std::move(problem), std::move(advice), fatal});
+        const auto report = [&](FaultCode code, std::string problem, std::string advice, bool fatal = false) {
+            faults.push_back(
+                {code, buffer_file, lines.line_number(), -1, "", std::move(problem), std::move(advice), fatal});
         };
         const char key = line->empty() ? '\0' : line->front();
         if (key == '#')
@@ -62,7 +66,8 @@ void read_buffers(Installation& installation, Faults& faults) {
         if (key == '+') {
             number = to_number(line->substr(1));
             if (number < 0 || number >= graphic_buffer_count) {
-                report("there is no graphic buffer " + std::to_string(number), "buffers are 0 to 24", number < 0);
+                report(buffer_unknown, "there is no graphic buffer " + std::to_string(number), "buffers are 0 to 24",
+                       number < 0);
                 installation.listed_buffers = false; // what follows is not known
                 return;
             }
@@ -70,26 +75,29 @@ void read_buffers(Installation& installation, Faults& faults) {
         }
         if (key == '*') {
             if (const int checked = to_number(line->substr(1)); checked < 0 || checked >= graphic_buffer_count) {
-                report("there is no graphic buffer " + std::to_string(checked), "take the line out", true);
+                report(buffer_unknown, "there is no graphic buffer " + std::to_string(checked), "take the line out",
+                       true);
                 installation.listed_buffers = false;
                 return;
             }
             continue;
         }
         if (key == '\0') {
-            report("the line is empty, and is taken for the name of a picture", "take the line out", true);
+            report(buffer_line_empty, "the line is empty, and is taken for the name of a picture", "take the line out",
+                   true);
             continue;
         }
         const std::string path(*line);
         if (made_by_program(number))
-            report("buffer " + std::to_string(number) + " is one that the program makes", "use 0 to 20");
+            report(buffer_taken, "buffer " + std::to_string(number) + " is one that the program makes", "use 0 to 20");
         if (installation.buffers.contains(number))
-            report("buffer " + std::to_string(number) + " gets a second picture", "give every picture its own \"+\"");
+            report(buffer_taken, "buffer " + std::to_string(number) + " gets a second picture",
+                   "give every picture its own \"+\"");
         PictureCheck picture = check_picture(path);
         if (!picture.bitmap)
-            report(path + " " + picture.fault, "it must be a PCX picture of 8 or 24 bits", true);
+            report(picture.code, path + " " + picture.fault, "it must be a PCX picture of 8 or 24 bits", true);
         else if (!picture.fault.empty())
-            report(path + " " + picture.fault, "write the picture again");
+            report(picture.code, path + " " + picture.fault, "write the picture again");
         installation.buffers[number] = std::move(picture.bitmap);
     }
     for (const int needed : {screen_buffer, backdrop_buffer}) {
@@ -98,7 +106,7 @@ void read_buffers(Installation& installation, Faults& faults) {
         if (found != installation.buffers.end() && !there)
             continue; // told above
         if (!there || found->second->w < 800 || found->second->h < 600)
-            faults.push_back({buffer_file, 0, -1, "+" + std::to_string(needed),
+            faults.push_back({buffer_missing, buffer_file, 0, -1, "+" + std::to_string(needed),
                               there ? "the picture is smaller than 800 x 600" : "no picture for this buffer",
                               needed == screen_buffer ? "every screen is drawn into it"
                                                       : "text windows restore their background from it",

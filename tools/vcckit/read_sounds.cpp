@@ -17,6 +17,8 @@ namespace vcc::kit {
 
 namespace {
 
+using enum FaultCode;
+
 constexpr const char* setup_file = "tools/vcc.snd";
 constexpr std::size_t name_limit = 20;
 constexpr int film_sound = 181; ///< and the next one
@@ -31,21 +33,22 @@ public:
             line_ = lines.line_number();
             const SetupStep step = next_setup_step(state_, *line);
             if (step.action == SetupAction::stop) {
-                report("there is no entry " + std::string(line->substr(1)), "entries are 0 to 200");
+                report(sound_entry_unknown, "there is no entry " + std::string(line->substr(1)),
+                       "entries are 0 to 200");
                 return;
             }
             if (step.action == SetupAction::none && !line->empty() && (*line)[0] != '#' && (*line)[0] != '+')
-                report("the line is passed over", "lines begin with #, +, &, $, *, - or the section sign");
+                report(sound_line, "the line is passed over", "lines begin with #, +, &, $, *, - or the section sign");
             take(step);
         }
         line_ = 0;
         if (!installed_)
-            report("no \"*\" line", "without it the sound system is not started");
+            report(sound_entry_missing, "no \"*\" line", "without it the sound system is not started");
     }
 
 private:
-    void report(std::string problem, std::string advice) {
-        faults_.push_back({setup_file, line_, -1, "", std::move(problem), std::move(advice)});
+    void report(FaultCode code, std::string problem, std::string advice) {
+        faults_.push_back({code, setup_file, line_, -1, "", std::move(problem), std::move(advice)});
     }
 
     void take(const SetupStep& step) {
@@ -59,10 +62,11 @@ private:
         case SetupAction::set_name:
             name_ = step.value.substr(0, name_limit);
             if (step.value.size() > name_limit)
-                report("the name is longer than 20 characters", "it will be cut");
+                report(sound_name_long, "the name is longer than 20 characters", "it will be cut");
             break;
         case SetupAction::refuse_theme:
-            report("theme out of order", "the next theme is entry " + std::to_string(state_.expected_theme_entry()));
+            report(FaultCode::theme_order, "theme out of order",
+                   "the next theme is entry " + std::to_string(state_.expected_theme_entry()));
             state_.themes = theme_failed;
             break;
         case SetupAction::load_effect:
@@ -79,31 +83,35 @@ private:
     void take_file(const SetupStep& step) {
         const std::string path = directory_ + "/" + std::string(step.value);
         if (step.value.size() > name_limit)
-            report("the file name is longer than 20 characters", "it will be cut, and the file not be found");
+            report(sound_name_long, "the file name is longer than 20 characters",
+                   "it will be cut, and the file not be found");
         if (!installation_.sounds.insert(state_.entry).second)
-            report("entry " + std::to_string(state_.entry) + " is given a second time", "the last one counts");
+            report(sound_entry_twice, "entry " + std::to_string(state_.entry) + " is given a second time",
+                   "the last one counts");
         if (state_.entry == 0)
-            report("entry 0 is never played", "use 1 to 189");
+            report(sound_entry_unknown, "entry 0 is never played", "use 1 to 189");
         if (!platform::file_exists(path)) {
-            report(path + " does not exist", "put the file there, or take the entry out");
+            report(file_missing, path + " does not exist", "put the file there, or take the entry out");
             return;
         }
         if (step.action == SetupAction::load_effect) {
             if (!load_effect_file(path))
-                report(path + " is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz",
+                report(sound_unreadable, path + " is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz",
                        "convert it to that, at most 16 MB: otherwise the whole sound stays off");
             else if (is_cut(path))
-                report(path + " ends before its sound does", "write the file again");
+                report(file_cut, path + " ends before its sound does", "write the file again");
             return;
         }
         installation_.themes[state_.entry - first_theme_entry] = path;
         installation_.theme_names[state_.entry - first_theme_entry] = name_;
         if (step.action == SetupAction::register_file_only)
-            report("entries from 190 on are music themes", "its name line begins with the section sign");
+            report(FaultCode::theme_order, "entries from 190 on are music themes",
+                   "its name line begins with the section sign");
         if (const std::string fault = loop_fault(path); !fault.empty())
-            report(path + " " + fault, "make it PCM that runs into itself: a theme is played again and again");
+            report(theme_seam, path + " " + fault,
+                   "make it PCM that runs into itself: a theme is played again and again");
         else if (is_cut(path))
-            report(path + " ends before its sound does", "write the file again");
+            report(file_cut, path + " ends before its sound does", "write the file again");
     }
 
     Installation& installation_;
@@ -123,7 +131,8 @@ void check_chosen_themes(const Installation& installation, Faults& faults) {
             continue;
         const int chosen = get_config_int(std::string(row.section).c_str(), std::string(row.key).c_str(), row.number);
         if (chosen >= static_cast<int>(installation.themes.size()))
-            faults.push_back({settings_file, 0, -1, std::string(row.key), "there is no theme " + std::to_string(chosen),
+            faults.push_back({theme_unknown, settings_file, 0, -1, std::string(row.key),
+                              "there is no theme " + std::to_string(chosen),
                               "tools/vcc.snd names " + std::to_string(installation.themes.size())});
     }
 }
@@ -133,7 +142,7 @@ void check_chosen_themes(const Installation& installation, Faults& faults) {
 void read_sounds(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(setup_file);
     if (!text) {
-        faults.push_back({setup_file, 0, -1, "", reason_unreadable(setup_file),
+        faults.push_back({file_missing, setup_file, 0, -1, "", reason_unreadable(setup_file),
                           "write the list, or there is no sound: docs/formats.md describes it"});
         return;
     }
@@ -141,10 +150,11 @@ void read_sounds(Installation& installation, Faults& faults) {
     installation.listed_sounds = !installation.sounds.empty();
     for (const int sound : {film_sound, film_sound + 1})
         if (installation.listed_sounds && !installation.sounds.contains(sound))
-            faults.push_back({setup_file, 0, -1, "+" + std::to_string(sound), "is missing",
+            faults.push_back({sound_entry_missing, setup_file, 0, -1, "+" + std::to_string(sound), "is missing",
                               "add the entry: a film of the start is played with it"});
     if (installation.listed_sounds && installation.themes.empty())
-        faults.push_back({setup_file, 0, -1, "+190", "is missing", "add a theme, or there is no music"});
+        faults.push_back(
+            {sound_entry_missing, setup_file, 0, -1, "+190", "is missing", "add a theme, or there is no music"});
     if (!installation.themes.empty())
         check_chosen_themes(installation, faults);
 }

@@ -20,6 +20,8 @@ using platform::same_but_for_case;
 
 namespace {
 
+using enum FaultCode;
+
 /// Sections in which nobody but the control centre has keys.
 bool all_keys_are_known(std::string_view section) {
     constexpr std::string_view known[] = {"VELDOR_SOUND", "VELDOR_GRAPHICS", "VELDOR_GENERAL"};
@@ -51,24 +53,26 @@ bool is_misspelt(std::string_view section) {
 }
 
 void check_setting(const ConfigEntry& entry, Faults& faults) {
-    const auto report = [&](std::string problem, const char* advice) {
-        faults.push_back({settings_file, entry.line, -1, entry.key, std::move(problem), advice});
+    const auto report = [&](FaultCode code, std::string problem, const char* advice) {
+        faults.push_back({code, settings_file, entry.line, -1, entry.key, std::move(problem), advice});
     };
     if (entry.key.empty()) {
         if (is_misspelt(entry.section))
-            report("there is no section [" + entry.section + "]", "docs/settings.md lists the sections");
+            report(section_unknown, "there is no section [" + entry.section + "]",
+                   "docs/settings.md lists the sections");
         return;
     }
     if (entry.section.empty())
-        report("stands before the first section", "put it below its [section]");
+        report(setting_without_section, "stands before the first section", "put it below its [section]");
     const SettingRow* row = find_setting_row(entry.section, entry.key);
     if (!row) {
         if (all_keys_are_known(entry.section))
-            report("no such key in [" + entry.section + "]", "correct its spelling, or take it out");
+            report(setting_unknown, "no such key in [" + entry.section + "]", "correct its spelling, or take it out");
         return;
     }
     if (const std::string fault = fault_of_value(*row, entry.value); !fault.empty())
-        report("\"" + entry.value + "\" " + fault, "docs/settings.md lists what the key takes");
+        report(FaultCode::setting_value, "\"" + entry.value + "\" " + fault,
+               "docs/settings.md lists what the key takes");
 }
 
 /// Ranges of the numbers in a text-window file; `measure` is an edge, which may be cells or pixels.
@@ -95,7 +99,8 @@ constexpr WindowRange window_ranges[] = {
 void check_window_edges(const Installation&, const std::string& file, int number, const TextWindow& window,
                         Faults& faults) {
     const auto report = [&](const char* field, std::string problem, const char* advice) {
-        faults.push_back({file, 0, -1, "+" + std::to_string(number) + ": " + field, std::move(problem), advice});
+        faults.push_back({FaultCode::window_edges, file, 0, -1, "+" + std::to_string(number) + ": " + field,
+                          std::move(problem), advice});
     };
     if (window.left >= window.right)
         report("xo, xu", "the right edge is not right of the left edge", "correct xo or xu");
@@ -118,13 +123,13 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
     LineReader lines(text);
     int number = 0;
     while (const auto line = lines.next()) {
-        const auto report = [&](std::string field, std::string problem, const char* advice) {
-            faults.push_back({file, lines.line_number(), -1, std::move(field), std::move(problem), advice});
+        const auto report = [&](FaultCode code, std::string field, std::string problem, const char* advice) {
+            faults.push_back({code, file, lines.line_number(), -1, std::move(field), std::move(problem), advice});
         };
         if (line->starts_with('+')) {
             number = to_number(line->substr(1));
             if (number < 0 || number >= text_window_count) {
-                report("+", "there is no window " + std::to_string(number), "windows are 0 to 29");
+                report(window_number, "+", "there is no window " + std::to_string(number), "windows are 0 to 29");
                 if (number >= text_window_count)
                     return; // the program stops reading here
                 number = -1;
@@ -140,12 +145,14 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
                 continue;
             const int value = to_number(line->substr(range.key.size()));
             if (value < range.min || value > range.max)
-                report(std::string(range.key), std::to_string(value) + " is out of range", range.allowed);
+                report(FaultCode::window_value, std::string(range.key), std::to_string(value) + " is out of range",
+                       range.allowed);
             break;
         }
         if ((*line)[0] == 'x' || (*line)[0] == 'y')
             if (line->size() < 2 || ((*line)[1] != 'o' && (*line)[1] != 'u'))
-                report(std::string(line->substr(0, 2)), "the line is passed over", "edges are xo, yo, xu and yu");
+                report(window_line, std::string(line->substr(0, 2)), "the line is passed over",
+                       "edges are xo, yo, xu and yu");
     }
 }
 
@@ -154,7 +161,8 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
 void read_settings(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(settings_file);
     if (!text) {
-        faults.push_back({settings_file, 0, -1, "", "cannot be read", "the program would use its own defaults"});
+        faults.push_back(
+            {file_missing, settings_file, 0, -1, "", "cannot be read", "the program would use its own defaults"});
         return;
     }
     const std::string values = platform::latin1_from_utf8(*text);
@@ -169,7 +177,7 @@ void read_windows(Installation& installation, Faults& faults) {
                                std::string(languages[i].prefix) + "factory.tw";
         const auto& text = installation.text_file(language.window_file);
         if (!text || read_text_windows(*text, language.windows, nullptr) == 0) {
-            faults.push_back({language.window_file, 0, -1, "",
+            faults.push_back({text ? window_missing : file_missing, language.window_file, 0, -1, "",
                               text ? "describes no window" : reason_unreadable(language.window_file),
                               "describe the windows; each has a \"-\" line", true});
             continue;
@@ -186,7 +194,8 @@ void read_windows(Installation& installation, Faults& faults) {
 void read_messages(Installation& installation, Faults& faults) {
     const auto& chosen = installation.text_file("tools/language.ini");
     if (!chosen || (!chosen->starts_with('1') && !chosen->starts_with('2')))
-        faults.push_back({"tools/language.ini", 1, -1, "", chosen ? "names no language" : "cannot be read",
+        faults.push_back({language_choice, "tools/language.ini", 1, -1, "",
+                          chosen ? "names no language" : "cannot be read",
                           "its first character is 1 for English, 2 for German"});
     constexpr const char* files[] = {"tools/language/english/txt/messages.eng",
                                      "tools/language/german/txt/messages.ger"};
@@ -195,15 +204,17 @@ void read_messages(Installation& installation, Faults& faults) {
         language.message_file = files[i];
         const auto& text = installation.text_file(language.message_file);
         if (!text) {
-            faults.push_back({language.message_file, 0, -1, "", "cannot be read", "messages would be empty"});
+            faults.push_back(
+                {file_missing, language.message_file, 0, -1, "", "cannot be read", "messages would be empty"});
             continue;
         }
         LineReader lines(*text);
         int index = -1;
         bool filled = true;
         while (const auto line = lines.next()) {
-            const auto report = [&](std::string problem, const char* advice) {
-                faults.push_back({language.message_file, lines.line_number(), -1, "", std::move(problem), advice});
+            const auto report = [&](FaultCode code, std::string problem, const char* advice) {
+                faults.push_back(
+                    {code, language.message_file, lines.line_number(), -1, "", std::move(problem), advice});
             };
             if (line->starts_with('#'))
                 continue;
@@ -211,13 +222,16 @@ void read_messages(Installation& installation, Faults& faults) {
                 index = to_number(line->substr(1));
                 filled = false;
                 if (index < 0 || index >= message_limit)
-                    report("there is no message " + std::to_string(index), "messages are 0 to 299");
+                    report(message_number, "there is no message " + std::to_string(index), "messages are 0 to 299");
                 else if (!language.messages.insert(index).second)
-                    report("message " + std::to_string(index) + " is given a second time", "the last one counts");
+                    report(message_twice, "message " + std::to_string(index) + " is given a second time",
+                           "the last one counts");
             } else if (index < 0) {
-                report("a text before the first message number", "a line +0 to +299 goes before it");
+                report(FaultCode::message_line, "a text before the first message number",
+                       "a line +0 to +299 goes before it");
             } else if (filled) {
-                report("message " + std::to_string(index) + " has a second line", "only its last line is kept");
+                report(FaultCode::message_line, "message " + std::to_string(index) + " has a second line",
+                       "only its last line is kept");
             } else {
                 filled = true;
             }

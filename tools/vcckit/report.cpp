@@ -2,6 +2,7 @@
 
 #include "utf8.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -17,8 +18,10 @@ std::string harmless(std::string text) {
     return text;
 }
 
-/// File names and texts of an installation are Windows Latin-1.
+/// Names and texts of an installation are Windows Latin-1, those of a source are UTF-8 already.
 std::string utf8(const std::string& latin1) {
+    if (is_utf8(latin1))
+        return latin1;
     std::string text;
     for (const char c : latin1) {
         const auto byte = static_cast<unsigned char>(c);
@@ -54,41 +57,183 @@ std::string quoted(const std::string& latin1) {
     return quoted_utf8(utf8(latin1));
 }
 
+/// "slot 3", "slots 8 to 11, 16"
+std::string records_text(const Fault& fault) {
+    std::vector<int> records{fault.record};
+    records.insert(records.end(), fault.more_records.begin(), fault.more_records.end());
+    std::string text = fault.file.ends_with(".tgl") ? "toggle" : "slot";
+    text += records.size() > 1 ? "s " : " ";
+    for (std::size_t i = 0; i < records.size();) {
+        std::size_t last = i;
+        while (last + 1 < records.size() && records[last + 1] == records[last] + 1)
+            ++last;
+        text += (i == 0 ? "" : ", ") + std::to_string(records[i]);
+        if (last > i)
+            text += (last == i + 1 ? ", " : " to ") + std::to_string(records[last]);
+        i = last + 1;
+    }
+    return text;
+}
+
+std::string place_text(const Fault& fault) {
+    std::string place = fault.file;
+    for (const std::string& file : fault.more_files)
+        place += ", " + file;
+    if (fault.line > 0)
+        place += ":" + std::to_string(fault.line);
+    if (fault.column > 0)
+        place += ":" + std::to_string(fault.column);
+    if (fault.record >= 0 && fault.column == 0)
+        place += ": " + records_text(fault);
+    return harmless(std::move(place));
+}
+
+struct Colours {
+    const char *place, *code, *mark, *help, *end;
+};
+constexpr Colours no_colours{"", "", "", "", ""};
+constexpr Colours warning_colours{"\x1b[1m", "\x1b[33m", "\x1b[33m", "\x1b[36m", "\x1b[0m"};
+constexpr Colours error_colours{"\x1b[1m", "\x1b[31m", "\x1b[31m", "\x1b[36m", "\x1b[0m"};
+
+const Colours& colours_of(const Fault& fault, bool colours) {
+    return !colours ? no_colours : fault.fatal || fault.column > 0 ? error_colours : warning_colours;
+}
+
+std::string_view line_of(std::string_view text, int line) {
+    for (; line > 1; --line) {
+        const std::size_t end = text.find('\n');
+        if (end == std::string_view::npos)
+            return {};
+        text.remove_prefix(end + 1);
+    }
+    text = text.substr(0, text.find('\n'));
+    return text.ends_with('\r') ? text.substr(0, text.size() - 1) : text;
+}
+
+/// The number of bytes of the first characters of a text.
+std::size_t bytes_of_characters(std::string_view text, int characters) {
+    std::size_t bytes = 0;
+    for (; characters > 0 && bytes < text.size(); --characters)
+        bytes += std::max<std::size_t>(1, first_character(text.substr(bytes)).size);
+    return bytes;
+}
+
+std::string advice_text(const Fault& fault) {
+    if (fault.nearest.empty())
+        return utf8(fault.advice);
+    return "did you mean " + fault.nearest + "?" + (fault.advice.empty() ? "" : " " + utf8(fault.advice));
+}
+
+/// Faults of both languages that are one: everything but the file's language is the same.
+bool same_but_for_language(const Fault& a, const Fault& b) {
+    const auto bare = [](const std::string& file) {
+        const std::size_t name = file.rfind('/') + 1;
+        const bool named =
+            file.find("language/english/") != std::string::npos || file.find("language/german/") != std::string::npos;
+        if (!named || file.size() < name + 2 || file[name + 1] != '_')
+            return file;
+        return file.substr(name + 2);
+    };
+    return a.file == b.file || bare(a.file) == bare(b.file);
+}
+
+bool same_cause(const Fault& a, const Fault& b) {
+    return a.code == b.code && a.field == b.field && a.problem == b.problem && a.advice == b.advice &&
+           a.nearest == b.nearest && a.line == b.line && a.column == b.column && (a.record < 0) == (b.record < 0);
+}
+
 } // namespace
 
 std::string text_of_fault(const Fault& fault, bool colours) {
-    std::string place = fault.file;
-    if (fault.line > 0)
-        place += ":" + std::to_string(fault.line);
-    if (fault.record >= 0)
-        place += (fault.file.ends_with(".tgl") ? ": toggle " : ": slot ") + std::to_string(fault.record);
-    if (!fault.field.empty())
-        place += ": " + fault.field;
-    place = harmless(std::move(place));
-    const std::string problem = utf8(harmless(fault.problem));
-    const std::string advice = fault.advice.empty() ? "" : " - " + utf8(fault.advice);
-    if (!colours)
-        return utf8(place) + ": " + problem + advice;
-    return "\x1b[1m" + utf8(place) + ":\x1b[0m " + (fault.fatal ? "\x1b[31m" : "\x1b[33m") + problem + "\x1b[0m" +
-           advice;
+    const Colours& c = colours_of(fault, colours);
+    const std::string field = fault.field.empty() ? "" : utf8(harmless(fault.field)) + ": ";
+    std::string text = c.place + utf8(place_text(fault)) + ":" + c.end + " " + c.code + code_text(fault.code) + c.end +
+                       " " + field + utf8(harmless(fault.problem));
+    // A source's advice stands under its excerpt.
+    if (fault.column == 0 && !(fault.advice.empty() && fault.nearest.empty()))
+        text += " - " + advice_text(fault);
+    return text;
 }
 
-std::string json_of_faults(const Faults& faults, const std::string& installation) {
-    // The folder comes from the command line, which is UTF-8 unless the system is an old one.
-    std::string json =
-        "{\"installation\": " + (is_utf8(installation) ? quoted_utf8(installation) : quoted(installation)) +
-        ", \"faults\": [";
+std::string excerpt_of_fault(const Fault& fault, std::string_view source, bool colours) {
+    constexpr std::size_t widest = 160;
+    const Colours& c = colours_of(fault, colours);
+    std::string_view line = line_of(source, fault.line);
+    const std::string number = std::to_string(fault.line), margin(number.size(), ' ');
+    const std::size_t before = bytes_of_characters(line, fault.column - 1);
+    std::string shown = harmless(std::string(line.substr(0, std::max(widest, before))));
+    if (shown.size() < line.size())
+        shown += " ...";
+    std::string carets(static_cast<std::size_t>(std::max(fault.column - 1, 0)), ' ');
+    const std::size_t room = std::max<std::size_t>(1, shown.size() - std::min(shown.size(), before));
+    carets.append(std::min(static_cast<std::size_t>(std::max(fault.width, 1)), room), '^');
+    std::string text = margin + c.help + " |" + c.end + "\n" + c.help + number + " | " + c.end + shown + "\n" + margin +
+                       c.help + " | " + c.end + c.mark + carets + c.end + "\n";
+    if (!fault.advice.empty() || !fault.nearest.empty())
+        text += margin + c.help + " = " + c.end + advice_text(fault) + "\n";
+    return text;
+}
+
+Faults merged(Faults faults) {
+    Faults by_record;
+    for (Fault& fault : faults) {
+        const auto known = std::ranges::find_if(
+            by_record, [&](const Fault& other) { return fault.file == other.file && same_cause(fault, other); });
+        if (known == by_record.end()) {
+            by_record.push_back(std::move(fault));
+            continue;
+        }
+        known->fatal = known->fatal || fault.fatal;
+        if (fault.record != known->record &&
+            std::ranges::find(known->more_records, fault.record) == known->more_records.end())
+            known->more_records.push_back(fault.record);
+    }
+    Faults out;
+    for (Fault& fault : by_record) {
+        std::ranges::sort(fault.more_records);
+        const auto known = std::ranges::find_if(out, [&](const Fault& other) {
+            return same_cause(fault, other) && same_but_for_language(fault, other) && fault.record == other.record &&
+                   fault.more_records == other.more_records;
+        });
+        if (known == out.end())
+            out.push_back(std::move(fault));
+        else
+            known->more_files.push_back(fault.file);
+    }
+    return out;
+}
+
+std::string sum_of(const Faults& faults) {
+    if (faults.empty())
+        return "clean";
+    return std::to_string(faults.size()) + (faults.size() == 1 ? " fault" : " faults");
+}
+
+std::string json_of_faults(const Faults& faults, std::string_view key, const std::string& subject) {
+    // The subject comes from the command line, which is UTF-8 unless the system is an old one.
+    std::string json = "{\"" + std::string(key) + "\": " + (is_utf8(subject) ? quoted_utf8(subject) : quoted(subject)) +
+                       ", \"faults\": [";
     for (const Fault& fault : faults) {
         json += (&fault == &faults.front() ? "\n" : ",\n");
-        json += "  {\"file\": " + quoted(fault.file);
+        json += "  {\"code\": \"" + code_text(fault.code) + "\", \"file\": " + quoted(fault.file);
+        for (const std::string& file : fault.more_files)
+            json += (&file == &fault.more_files.front() ? ", \"more_files\": [" : ", ") + quoted(file);
+        json += fault.more_files.empty() ? "" : "]";
         if (fault.line > 0)
             json += ", \"line\": " + std::to_string(fault.line);
+        if (fault.column > 0)
+            json += ", \"column\": " + std::to_string(fault.column);
         if (fault.record >= 0)
             json += ", \"record\": " + std::to_string(fault.record);
+        for (const int& record : fault.more_records)
+            json += (&record == &fault.more_records.front() ? ", \"more_records\": [" : ", ") + std::to_string(record);
+        json += fault.more_records.empty() ? "" : "]";
         if (!fault.field.empty())
             json += ", \"field\": " + quoted(fault.field);
-        json += ", \"problem\": " + quoted(fault.problem) + ", \"advice\": " + quoted(fault.advice) +
-                ", \"fatal\": " + (fault.fatal ? "true" : "false") + "}";
+        json += ", \"problem\": " + quoted(fault.problem) + ", \"advice\": " + quoted(fault.advice);
+        if (!fault.nearest.empty())
+            json += ", \"nearest\": " + quoted(fault.nearest);
+        json += std::string(", \"fatal\": ") + (fault.fatal ? "true" : "false") + "}";
     }
     return json + (faults.empty() ? "]}\n" : "\n]}\n");
 }
