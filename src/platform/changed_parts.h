@@ -1,0 +1,35 @@
+// Which parts of a picture differ from what was shown before.
+#pragma once
+
+#include "platform/picture_place.h"
+#include "platform/scaler.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace vcc::platform {
+
+/// Remembers a picture as it was last shown.
+class ShownPicture {
+public:
+    /// Forgets everything: all of the picture counts as changed until it has been taken over.
+    void reset(Size size, int bytes_per_pixel);
+
+    /// The parts of an area in which the picture differs from the remembered one, which then is as the picture. They
+    /// do not overlap and are made of whole tiles, cut to the area; a picture that has changed nearly everywhere gives
+    /// one part.
+    std::vector<Area> take_changes(PixelRows picture, Area area);
+
+private:
+    bool take_tile(PixelRows picture, const Area& tile);
+
+    Size size_;
+    int bytes_ = 0;
+    bool known_ = false;
+    std::vector<std::uint8_t> pixels_;
+};
+
+/// Adds an area to a short list of areas; areas that hardly cost more together are joined.
+void add_area(std::vector<Area>& areas, Area area);
+
+} // namespace vcc::platform

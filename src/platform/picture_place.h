@@ -1,0 +1,64 @@
+// Where a picture of a fixed size lies in a window of any size, and which of its pixels lie where. Values in, values
+// out: nothing here knows a display.
+#pragma once
+
+#include <algorithm>
+
+namespace vcc::platform {
+
+struct Size {
+    int width = 0, height = 0; ///< pixels
+
+    constexpr bool operator==(const Size&) const = default;
+};
+
+/// Pixels from x1 to x2 and from y1 to y2, the ends excluded.
+struct Area {
+    int x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+
+    constexpr bool empty() const { return x1 >= x2 || y1 >= y2; }
+    constexpr long pixels() const { return static_cast<long>(x2 - x1) * (y2 - y1); }
+    constexpr bool operator==(const Area&) const = default;
+};
+
+constexpr Area shared(const Area& a, const Area& b) {
+    return {std::max(a.x1, b.x1), std::max(a.y1, b.y1), std::min(a.x2, b.x2), std::min(a.y2, b.y2)};
+}
+constexpr Area joined(const Area& a, const Area& b) {
+    return {std::min(a.x1, b.x1), std::min(a.y1, b.y1), std::max(a.x2, b.x2), std::max(a.y2, b.y2)};
+}
+
+enum class Fit {
+    aspect,     ///< as large as the window allows
+    whole_steps ///< the largest whole multiple; a window that is smaller than the picture is fitted as above
+};
+
+struct PicturePlace {
+    int x = 0, y = 0; ///< of the picture's corner in the window
+    Size size;
+
+    constexpr bool operator==(const PicturePlace&) const = default;
+};
+
+/// The picture's place in the middle of the window, with its aspect kept. Sizes are at least 1.
+PicturePlace place_picture(Size window, Size picture, Fit fit);
+
+/// How many times as large as the picture a new window is: the largest whole step that fits in four fifths of the
+/// room, at least 1.
+int start_step(Size room, Size picture);
+
+/// The picture's pixel under the middle of a shown one, `at` pixels from the shown edge; a place outside is moved to
+/// the nearest pixel.
+constexpr int picture_pixel(int at, int shown, int picture) {
+    return std::clamp(static_cast<int>((2LL * at + 1) * picture / (2LL * shown)), 0, picture - 1);
+}
+
+/// The shown pixel in the middle of one of the picture's; picture_pixel() leads back, unless the picture is reduced.
+constexpr int shown_pixel(int at, int shown, int picture) {
+    return static_cast<int>((2LL * at + 1) * shown / (2LL * picture));
+}
+
+/// The shown pixels that take anything from an area of the picture.
+Area shown_area(const Area& area, Size shown, Size picture);
+
+} // namespace vcc::platform
