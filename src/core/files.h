@@ -1,8 +1,9 @@
 // Whole small files, with a limit.
 #pragma once
 
+#include "core/result.h"
+
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,8 +11,8 @@ namespace vcc {
 
 inline constexpr std::size_t text_file_limit = 4u << 20; ///< bytes; far above any text file of an installation
 
-/// The bytes of a file of the installation (looked up as platform::resolve_path does), or nothing when it cannot be
-/// opened, cannot be read or is larger than `size_limit` bytes.
-std::optional<std::string> read_file(std::string_view name, std::size_t size_limit = text_file_limit);
+/// The bytes of a file of the installation (looked up as platform::resolve_path does). Fails when it does not exist,
+/// cannot be read or is larger than `size_limit` bytes.
+Result<std::string> read_file(std::string_view name, std::size_t size_limit = text_file_limit);
 
 } // namespace vcc

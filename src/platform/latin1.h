@@ -1,10 +1,22 @@
 // The desktop's UTF-8 and this program's texts.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace vcc::platform {
+
+struct Utf8Character {
+    char32_t code = 0;
+    std::size_t size = 0; ///< bytes; 0 when the text does not begin with a character
+};
+
+/// The first character of a UTF-8 text; no overlong forms, no surrogates, nothing above U+10FFFF. Pure.
+Utf8Character first_character(std::string_view text);
+
+/// Appends a character below U+10000.
+void append_utf8(std::string& text, char32_t character);
 
 /// UTF-8 as Latin-1, up to the first zero byte. Characters beyond Latin-1 and broken sequences become "?". Pure.
 std::string latin1_from_utf8(std::string_view text);

@@ -7,6 +7,7 @@
 #include "screen/status_line.h"
 
 #include <bit>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -25,37 +26,32 @@ void report_unreadable(const std::string& path) {
 
 /// The records of an opened file; `what_is_missing` completes the message when there are none.
 std::vector<Slot> take_records(const std::string& path, std::string_view bytes, std::string_view what_is_missing) {
-    SlotFileContents contents = read_slot_file(bytes);
-    if (!contents.fault.empty())
-        write_log(format_text("%s: %s", path.c_str(), contents.fault.c_str()));
-    if (contents.records.empty())
+    Result<std::vector<Slot>> records = read_slot_file(bytes);
+    if (!records)
+        write_log(format_text("%s: %s", path.c_str(), records.reason().c_str()));
+    if (!records || records->empty())
         show_status("Datei ja!", what_is_missing, status_font);
-    return std::move(contents.records);
+    return std::move(records).value_or({});
 }
 
 } // namespace
 
-SlotFileContents read_slot_file(std::string_view bytes) {
-    SlotFileContents contents;
+Result<std::vector<Slot>> read_slot_file(std::string_view bytes) {
     std::int32_t count = 0;
     if (bytes.size() < sizeof count)
-        return contents;
+        return std::vector<Slot>();
     std::memcpy(&count, bytes.data(), sizeof count);
     bytes.remove_prefix(sizeof count);
-    if (count < 0 || count > slot_limit) {
-        contents.fault = format_text("%d records announced, 0 to %d are possible", count, slot_limit);
-        return contents;
-    }
+    if (count < 0 || count > slot_limit)
+        return Failure{format_text("%d records announced, 0 to %d are possible", count, slot_limit)};
     const std::size_t size = static_cast<std::size_t>(count) * sizeof(Slot);
-    if (bytes.size() < size) {
-        contents.fault = format_text("%d records announced, but the file ends after %d", count,
-                                     static_cast<int>(bytes.size() / sizeof(Slot)));
-        return contents;
-    }
-    contents.records.resize(static_cast<std::size_t>(count));
+    if (bytes.size() < size)
+        return Failure{format_text("%d records announced, but the file ends after %d", count,
+                                   static_cast<int>(bytes.size() / sizeof(Slot)))};
+    std::vector<Slot> records(static_cast<std::size_t>(count));
     if (size > 0)
-        std::memcpy(contents.records.data(), bytes.data(), size);
-    return contents;
+        std::memcpy(records.data(), bytes.data(), size);
+    return records;
 }
 
 int load_slots(const std::string& path, SlotSet& set) {

@@ -1,23 +1,18 @@
 // Slot files and toggle files: a count and that many records.
 #pragma once
 
+#include "core/result.h"
 #include "screen/slot.h"
 
-#include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vcc {
 
-/// Records of a slot or toggle file in memory. A file shorter than its count announces, or with more than 200 records,
-/// gives none and a reason.
-struct SlotFileContents {
-    std::vector<Slot> records;
-    std::string fault; ///< empty when the file is sound (a count of 0 is)
-};
-SlotFileContents read_slot_file(std::string_view bytes);
+/// Records of a slot or toggle file in memory. Fails when the file is shorter than its count announces or has more than
+/// 200 records; a file that is too short for a count has none. What follows the records is passed over.
+Result<std::vector<Slot>> read_slot_file(std::string_view bytes);
 
 /// Loads the set's slots: their number, 0 when the file holds none or is rejected, 1 when it cannot be opened (no
 /// record is then loaded). Messages go to the status line; a rejected file also gets a log line.

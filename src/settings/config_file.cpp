@@ -108,10 +108,11 @@ bool change_file(const std::string& name, std::vector<ConfigChange> changes) {
         if (change.value)
             change.value = platform::utf8_from_latin1(*change.value);
     }
-    const std::optional<std::string> before = read_file(name);
-    if (!before && platform::file_exists(name))
+    const auto file = read_file(name);
+    if (!file && platform::file_exists(name))
         return false; // not readable: replacing it would lose what is in it
-    const std::string after = apply_changes(before.value_or(""), changes);
+    const std::string before = file ? *file : "";
+    const std::string after = apply_changes(before, changes);
     if (after == before)
         return true;
     return replace_text(name, after);

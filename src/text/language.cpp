@@ -40,7 +40,7 @@ void use_prefixes(const LanguageRow& row) {
 
 // Path of the message file that the language file leads to; empty when it leads nowhere.
 std::string choose_language() {
-    const std::optional<std::string> file = read_file(language_file);
+    const auto file = read_file(language_file);
     if (!file) {
         write_log("Error reading language.ini");
         return {};
@@ -66,7 +66,7 @@ void load_language() {
 }
 
 int load_messages(const std::string& path) {
-    const std::optional<std::string> file = path.empty() ? std::nullopt : read_file(path);
+    const auto file = read_file(path);
     if (!file) {
         write_log("Error reading message file");
         return 0;

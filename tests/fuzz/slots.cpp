@@ -11,7 +11,7 @@ void vcc::fuzz::one_input(std::string_view input) {
             graphic_buffers[number].reset(create_bitmap(400, 300));
     show_slot_pictures = 1;
     SlotSet set;
-    set.slots = read_slot_file(input).records;
+    set.slots = read_slot_file(input).value_or({});
     set.toggles = set.slots;
     std::vector<std::string> edit_texts;
     draw_slot_set(page_with_fonts(), set, edit_texts);

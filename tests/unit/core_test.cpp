@@ -79,9 +79,10 @@ TEST(Log, AppendsWholeEntriesAndNeverMakesItsFolder) {
 TEST(Files, AreReadWholeOrNotAtAll) {
     const test::ScratchFolder folder;
     folder.write("Data/Text.TXT", "a\r\nbc");
-    EXPECT_EQ(read_file("data\\text.txt", 5), "a\r\nbc");
-    EXPECT_EQ(read_file("data/text.txt", 4), std::nullopt);
-    EXPECT_EQ(read_file("data"), std::nullopt);
+    EXPECT_EQ(read_file("data\\text.txt", 5).value_or(""), "a\r\nbc");
+    EXPECT_EQ(read_file("data/text.txt", 4).reason(), "cannot be read");
+    EXPECT_EQ(read_file("data").reason(), "cannot be read");
+    EXPECT_EQ(read_file("text.txt").reason(), "does not exist");
 }
 
 } // namespace

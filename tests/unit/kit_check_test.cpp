@@ -32,7 +32,7 @@ protected:
             fs::copy_file(game / "screens/factory.tw", language + "factory.tw");
         for (const std::string screen : {"vcc", "vcc_options", "vcc_options_info", "mess"}) {
             const auto source = read_file((game / "screens" / (screen + ".toml")).string());
-            const Screen packed = read_screen_source(source.value()).screen;
+            const Screen packed = read_screen_source(*source).screen;
             for (const auto& [stem, language] : {std::pair(en, 0u), {de, 1u}}) {
                 folder.write(stem + screen + ".slt", slot_file_bytes(packed.records[language].slots));
                 folder.write(stem + screen + ".tgl", slot_file_bytes(packed.records[language].toggles));
@@ -62,8 +62,7 @@ protected:
 
     /// Changes one record of an English slot or toggle file; `told` follows the record's number.
     void change(const std::string& file, std::size_t index, const char* told, auto how) {
-        std::string fault;
-        std::vector<Slot> records = records_of(folder.read(en + file), fault);
+        std::vector<Slot> records = read_slot_file(folder.read(en + file)).value_or({});
         how(records.at(index));
         folder.write(en + file, slot_file_bytes(records));
         const char* const kind = file.ends_with(".tgl") ? ": toggle " : ": slot ";

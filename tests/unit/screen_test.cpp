@@ -19,9 +19,9 @@ std::string file_of(std::int32_t count, std::size_t records) {
 
 TEST(SlotFile, IsRejectedAtEveryTruncationAndAtImpossibleCounts) {
     for (const auto& [count, accepted] : {std::pair(200, 200u), {201, 0u}, {-1, 0u}, {INT_MIN, 0u}})
-        EXPECT_EQ(read_slot_file(file_of(count, 201)).records.size(), accepted) << count;
+        EXPECT_EQ(read_slot_file(file_of(count, 201)).value_or({}).size(), accepted) << count;
     for (std::size_t length = 0; length < file_of(2, 2).size(); ++length)
-        EXPECT_TRUE(read_slot_file(file_of(2, 2).substr(0, length)).records.empty()) << length;
+        EXPECT_TRUE(read_slot_file(file_of(2, 2).substr(0, length)).value_or({}).empty()) << length;
 }
 
 TEST_F(ScreenWorld, DamagedSlotFilesAreLoggedAndTheOtherFileIsLoaded) {

@@ -1,10 +1,11 @@
 #include "installation.h"
 
+#include "slot_bytes.h"
+
 #include "core/files.h"
 #include "core/layout.h"
 #include "platform/files.h"
 #include "platform/truetype.h"
-#include "screen/slot_file.h"
 #include "text/fonts.h"
 
 #include <algorithm>
@@ -32,13 +33,9 @@ Library::~Library() {
     allegro_exit();
 }
 
-const std::optional<std::string>& Installation::text_file(const std::string& path) const {
+const Result<std::string>& Installation::text_file(const std::string& path) const {
     const auto known = text_files.find(path);
     return known != text_files.end() ? known->second : text_files.emplace(path, read_file(path)).first->second;
-}
-
-std::string reason_unreadable(const std::string& path) {
-    return platform::file_exists(path) ? "cannot be read" : "does not exist";
 }
 
 namespace {
@@ -47,52 +44,41 @@ std::string stem_of(const LanguageRow& language) {
     return "tools/language/" + std::string(language.folder) + "/" + std::string(language.prefix);
 }
 
-/// What the reader says, and what it passes over: a file without a count, bytes behind the last record.
-std::string fault_of_length(std::string_view bytes, const SlotFileContents& contents) {
-    constexpr std::size_t count_size = 4;
-    if (bytes.size() < count_size)
-        return bytes.empty() ? "is empty" : "is too short for a record count";
-    const std::size_t used = count_size + contents.records.size() * sizeof(Slot);
-    if (!contents.fault.empty() || bytes.size() == used)
-        return contents.fault;
-    return "has " + std::to_string(bytes.size() - used) + " bytes behind its last record";
-}
-
 void read_toggles(ScreenFiles& files, Faults& faults) {
     const bool wanted = std::ranges::any_of(files.set.slots, [](const Slot& slot) { return slot.toggle > 0; });
     const auto bytes = read_file(files.toggle_file);
     if (!bytes) { // a set without toggle records is allowed
         files.toggles_lost = wanted;
         if (wanted || platform::file_exists(files.toggle_file))
-            faults.push_back({FaultCode::file_missing, files.toggle_file, 0, -1, "",
-                              reason_unreadable(files.toggle_file),
+            faults.push_back({FaultCode::file_missing, files.toggle_file, 0, -1, "", bytes.reason(),
                               "pack the screen's source: slots of the screen have highlighted looks"});
         return;
     }
-    SlotFileContents contents = read_slot_file(*bytes);
-    const std::string fault = fault_of_length(*bytes, contents);
+    Result<std::vector<Slot>> records = read_slot_file(*bytes);
+    const std::string fault = fault_of_slot_file(*bytes, records);
     if (!fault.empty())
         faults.push_back(
             {FaultCode::slot_file_damaged, files.toggle_file, 0, -1, "", fault, "pack the screen's source again"});
-    files.toggles_lost = wanted && contents.records.empty();
-    files.set.toggles = std::move(contents.records);
+    files.set.toggles = std::move(records).value_or({});
+    files.toggles_lost = wanted && files.set.toggles.empty();
 }
 
 void read_screen(ScreenFiles& files, const ScreenRow& row, Faults& faults) {
     const auto bytes = read_file(files.slot_file);
     if (!bytes) {
-        faults.push_back({FaultCode::file_missing, files.slot_file, 0, -1, "", reason_unreadable(files.slot_file),
-                          "pack the screen's source", true});
+        faults.push_back(
+            {FaultCode::file_missing, files.slot_file, 0, -1, "", bytes.reason(), "pack the screen's source", true});
         return;
     }
-    SlotFileContents contents = read_slot_file(*bytes);
-    if (const std::string fault = fault_of_length(*bytes, contents); !fault.empty()) {
+    Result<std::vector<Slot>> records = read_slot_file(*bytes);
+    const std::string fault = fault_of_slot_file(*bytes, records);
+    files.set.slots = std::move(records).value_or({});
+    if (!fault.empty()) {
         faults.push_back({FaultCode::slot_file_damaged, files.slot_file, 0, -1, "", fault,
-                          "pack the screen's source again", contents.records.empty()});
-        if (contents.records.empty())
+                          "pack the screen's source again", files.set.slots.empty()});
+        if (files.set.slots.empty())
             return;
     }
-    files.set.slots = std::move(contents.records);
     if (files.set.slot_count() < row.needed)
         faults.push_back({FaultCode::slots_missing, files.slot_file, 0, -1, "",
                           "has " + std::to_string(files.set.slot_count()) + " slots, the program uses slots up to " +

@@ -5,6 +5,7 @@
 #include "screen_source.h"
 
 #include "core/handles.h"
+#include "core/result.h"
 #include "screen/slot.h"
 #include "screen/text_window.h"
 
@@ -12,7 +13,6 @@
 #include <bitset>
 #include <map>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -65,21 +65,18 @@ struct LanguageFiles {
 
 struct Installation {
     std::array<LanguageFiles, languages.size()> by_language;
-    std::map<int, BitmapPtr> buffers;       ///< pictures of the buffer list
-    std::set<int> sounds;                   ///< entries that the sound set-up names a file for
-    std::map<int, std::string> themes;      ///< theme number from 0, path of its file
-    std::map<int, std::string> theme_names; ///< as players see them
-    bool listed_buffers = false;            ///< the buffer list could be read
-    bool listed_sounds = false;             ///< the sound set-up could be read
-    bool fonts = false;                     ///< all eleven fonts are loaded and have their sizes
-    mutable std::map<std::string, std::optional<std::string>> text_files; ///< what text_file() has read
+    std::map<int, BitmapPtr> buffers;                              ///< pictures of the buffer list
+    std::set<int> sounds;                                          ///< entries that the sound set-up names a file for
+    std::map<int, std::string> themes;                             ///< theme number from 0, path of its file
+    std::map<int, std::string> theme_names;                        ///< as players see them
+    bool listed_buffers = false;                                   ///< the buffer list could be read
+    bool listed_sounds = false;                                    ///< the sound set-up could be read
+    bool fonts = false;                                            ///< all eleven fonts are loaded and have their sizes
+    mutable std::map<std::string, Result<std::string>> text_files; ///< what text_file() has read
 
-    /// The bytes of a text file, read once; nothing when it cannot be read.
-    const std::optional<std::string>& text_file(const std::string& path) const;
+    /// The bytes of a text file, read once.
+    const Result<std::string>& text_file(const std::string& path) const;
 };
-
-/// "does not exist" or "cannot be read".
-std::string reason_unreadable(const std::string& path);
 
 inline const ScreenFiles& screen_of(const LanguageFiles& language, ScreenKind kind) {
     return language.screens[static_cast<std::size_t>(kind)];

@@ -1,10 +1,9 @@
 #include "latin1.h"
 
-#include "utf8.h"
+#include "platform/latin1.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <cstdio>
 
 namespace vcc::kit {
@@ -26,26 +25,12 @@ std::optional<unsigned char> byte_of(char32_t character) {
     return static_cast<unsigned char>(0x80 + (found - upper_controls.begin()));
 }
 
-void append_utf8(std::string& out, char32_t character) {
-    const auto put = [&out](char32_t value) { out += static_cast<char>(static_cast<unsigned char>(value)); };
-    if (character < 0x80) {
-        put(character);
-    } else if (character < 0x800) {
-        put(0xC0 | character >> 6);
-        put(0x80 | (character & 0x3F));
-    } else {
-        put(0xE0 | character >> 12);
-        put(0x80 | (character >> 6 & 0x3F));
-        put(0x80 | (character & 0x3F));
-    }
-}
-
 } // namespace
 
 std::optional<std::string> to_latin1(std::string_view utf8) {
     std::string out;
     while (!utf8.empty()) {
-        const Utf8Character next = first_character(utf8);
+        const platform::Utf8Character next = platform::first_character(utf8);
         const auto byte = next.size == 0 ? std::nullopt : byte_of(next.code);
         if (!byte)
             return std::nullopt;
@@ -67,10 +52,26 @@ std::string to_toml_text(std::string_view latin1) {
             std::snprintf(escape, sizeof escape, "\\u%04X", static_cast<unsigned>(byte));
             out += escape;
         } else {
-            append_utf8(out, byte >= 0x80 && byte < 0xA0 ? upper_controls[byte - 0x80u] : byte);
+            platform::append_utf8(out, byte >= 0x80 && byte < 0xA0 ? upper_controls[byte - 0x80u] : byte);
         }
     }
     return out;
+}
+
+bool is_utf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t size = platform::first_character(text).size;
+        if (size == 0)
+            return false;
+        text.remove_prefix(size);
+    }
+    return true;
+}
+
+std::string code_point_name(char32_t code) {
+    char name[16] = {};
+    std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(code));
+    return name;
 }
 
 } // namespace vcc::kit

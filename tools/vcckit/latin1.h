@@ -14,4 +14,9 @@ std::optional<std::string> to_latin1(std::string_view utf8);
 /// The text as the inside of a quoted TOML string; to_latin1() of what that string holds gives the same bytes.
 std::string to_toml_text(std::string_view latin1);
 
+bool is_utf8(std::string_view text);
+
+/// "U+00FC"
+std::string code_point_name(char32_t code);
+
 } // namespace vcc::kit

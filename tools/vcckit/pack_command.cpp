@@ -24,7 +24,7 @@ void complain(const std::string& text) {
     std::fprintf(stderr, "%s\n", text.c_str());
 }
 
-std::optional<std::string> read_bytes(const std::string& path) {
+Result<std::string> read_bytes(const std::string& path) {
     auto bytes = read_file(path);
     if (!bytes)
         complain("vcckit: cannot read " + path);
@@ -68,8 +68,9 @@ bool read_records(const std::string& path, std::vector<Slot>& records) {
     const auto bytes = read_bytes(path);
     if (!bytes)
         return false;
-    std::string fault;
-    records = records_of(*bytes, fault);
+    Result<std::vector<Slot>> read = read_slot_file(*bytes);
+    const std::string fault = fault_of_slot_file(*bytes, read);
+    records = std::move(read).value_or({});
     if (!fault.empty())
         complain(path + ": not a slot file: " + fault);
     return fault.empty();

@@ -48,7 +48,7 @@ void read_fonts(Installation& installation, Faults& faults) {
 void read_buffers(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(buffer_file);
     if (!text) {
-        faults.push_back({file_missing, buffer_file, 0, -1, "", reason_unreadable(buffer_file),
+        faults.push_back({file_missing, buffer_file, 0, -1, "", text.reason(),
                           "write the list: docs/formats.md describes it", true});
         return;
     }

@@ -142,7 +142,7 @@ void check_chosen_themes(const Installation& installation, Faults& faults) {
 void read_sounds(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(setup_file);
     if (!text) {
-        faults.push_back({file_missing, setup_file, 0, -1, "", reason_unreadable(setup_file),
+        faults.push_back({file_missing, setup_file, 0, -1, "", text.reason(),
                           "write the list, or there is no sound: docs/formats.md describes it"});
         return;
     }

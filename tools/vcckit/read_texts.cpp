@@ -178,7 +178,7 @@ void read_windows(Installation& installation, Faults& faults) {
         const auto& text = installation.text_file(language.window_file);
         if (!text || read_text_windows(*text, language.windows, nullptr) == 0) {
             faults.push_back({text ? window_missing : file_missing, language.window_file, 0, -1, "",
-                              text ? "describes no window" : reason_unreadable(language.window_file),
+                              text ? "describes no window" : text.reason(),
                               "describe the windows; each has a \"-\" line", true});
             continue;
         }

@@ -1,6 +1,8 @@
 #include "report.h"
 
-#include "utf8.h"
+#include "latin1.h"
+
+#include "platform/latin1.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -19,20 +21,8 @@ std::string harmless(std::string text) {
 }
 
 /// Names and texts of an installation are Windows Latin-1, those of a source are UTF-8 already.
-std::string utf8(const std::string& latin1) {
-    if (is_utf8(latin1))
-        return latin1;
-    std::string text;
-    for (const char c : latin1) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            text += c;
-        } else {
-            text += static_cast<char>(0xC0 | byte >> 6);
-            text += static_cast<char>(0x80 | (byte & 0x3F));
-        }
-    }
-    return text;
+std::string utf8(const std::string& text) {
+    return is_utf8(text) ? text : platform::utf8_from_latin1(text);
 }
 
 std::string quoted_utf8(const std::string& name) {
@@ -114,7 +104,7 @@ std::string_view line_of(std::string_view text, int line) {
 std::size_t bytes_of_characters(std::string_view text, int characters) {
     std::size_t bytes = 0;
     for (; characters > 0 && bytes < text.size(); --characters)
-        bytes += std::max<std::size_t>(1, first_character(text.substr(bytes)).size);
+        bytes += std::max<std::size_t>(1, platform::first_character(text.substr(bytes)).size);
     return bytes;
 }
 

@@ -1,9 +1,9 @@
 #include "screen_source.h"
 
 #include "fields.h"
+#include "latin1.h"
 #include "source_text.h"
 #include "source_values.h"
-#include "utf8.h"
 
 #include <algorithm>
 #include <map>

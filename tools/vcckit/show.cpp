@@ -35,7 +35,10 @@ std::string shown_number(const NumberField& field, std::int32_t value) {
 
 /// Every field that is not as in an empty record.
 std::string shown_records(const std::string&, std::string_view bytes, std::string& fault) {
-    const std::vector<Slot> records = records_of(bytes, fault);
+    const Result<std::vector<Slot>> read = read_slot_file(bytes);
+    if (fault = fault_of_slot_file(bytes, read); !fault.empty())
+        return {};
+    const std::vector<Slot>& records = *read;
     const Slot empty = empty_slot();
     std::string text = std::to_string(records.size()) + " records\n";
     for (std::size_t i = 0; i < records.size(); ++i) {

@@ -13,28 +13,13 @@ std::string slot_file_bytes(const std::vector<Slot>& records) {
     return bytes;
 }
 
-std::vector<Slot> records_of(std::string_view bytes, std::string& fault) {
-    std::int32_t count = 0;
-    if (bytes.size() < sizeof count) {
-        fault = "it has no record count";
-        return {};
-    }
-    std::memcpy(&count, bytes.data(), sizeof count);
-    if (count < 0 || count > slot_limit) {
-        fault =
-            "its record count is " + std::to_string(count) + ", 0 to " + std::to_string(slot_limit) + " are allowed";
-        return {};
-    }
-    const std::size_t size = static_cast<std::size_t>(count) * sizeof(Slot), present = bytes.size() - sizeof count;
-    if (present != size) {
-        fault = "it announces " + std::to_string(count) + " records (" + std::to_string(size) + " bytes) but holds " +
-                std::to_string(present) + " bytes";
-        return {};
-    }
-    std::vector<Slot> records(static_cast<std::size_t>(count));
-    if (count > 0)
-        std::memcpy(records.data(), bytes.data() + sizeof count, size);
-    return records;
+std::string fault_of_slot_file(std::string_view bytes, const Result<std::vector<Slot>>& records) {
+    constexpr std::size_t count_size = 4;
+    if (bytes.size() < count_size)
+        return bytes.empty() ? "is empty" : "is too short for a record count";
+    const std::size_t used = records ? count_size + records->size() * sizeof(Slot) : bytes.size();
+    return bytes.size() == used ? records.reason()
+                                : "has " + std::to_string(bytes.size() - used) + " bytes behind its last record";
 }
 
 } // namespace vcc::kit

@@ -1,7 +1,7 @@
 // Slot and toggle files as bytes: a count and that many records.
 #pragma once
 
-#include "screen/slot.h"
+#include "screen/slot_file.h"
 
 #include <string>
 #include <string_view>
@@ -18,7 +18,8 @@ struct ScreenRecords {
 
 std::string slot_file_bytes(const std::vector<Slot>& records);
 
-/// The records, or an empty list and the reason in `fault`: too short, longer than its count says, more than 200.
-std::vector<Slot> records_of(std::string_view bytes, std::string& fault);
+/// What is wrong with a file: what the program's reader says, and what it passes over (a file without a count, bytes
+/// behind the last record). Empty when nothing is.
+std::string fault_of_slot_file(std::string_view bytes, const Result<std::vector<Slot>>& records);
 
 } // namespace vcc::kit

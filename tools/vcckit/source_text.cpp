@@ -1,6 +1,8 @@
 #include "source_text.h"
 
-#include "utf8.h"
+#include "latin1.h"
+
+#include "platform/latin1.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,7 +28,7 @@ public:
 
     std::optional<SourceFault> run() {
         while (!rest_.empty() && !ended_) {
-            const Utf8Character next = first_character(rest_);
+            const platform::Utf8Character next = platform::first_character(rest_);
             if (next.size == 0)
                 return SourceFault{line_, "is not UTF-8: save the source in this encoding"};
             rest_.remove_prefix(next.size);
