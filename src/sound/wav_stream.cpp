@@ -16,6 +16,7 @@ namespace {
 constexpr int centre_pan = 128;
 constexpr int music_priority = 255; // no crowd of effects may take the music's voice away
 constexpr int stream_halves = 2;
+constexpr int fade_in_ms = 200; // themes are loops: their first sample has the end of the piece in it
 
 void report(const char* alert_text, const std::string& log_text) {
     show_alert(alert_text);
@@ -75,6 +76,9 @@ void WavStream::fill(const RefillPlan& plan, std::span<unsigned char> buffer) {
         buffer[at] = buffer[at - period];
     const auto silence = buffer.subspan(tail + wrap + repeat);
     std::fill(silence.begin(), silence.end(), silent_byte(header_.bits));
+    if (!begun_)
+        fade_in(buffer, header_.bits, header_.bits / 8 * header_.channels, header_.rate * fade_in_ms / 1000);
+    begun_ = true;
     if (header_.bits == 16)
         flip_sign_bits(buffer);
 }

@@ -48,6 +48,7 @@ private:
     RefillState state_;
     long file_position_ = -1; ///< data byte that the file stands at; -1: unknown
     bool paused_ = false;
+    bool begun_ = false; ///< the first buffer, which holds the fade-in, has been filled
 };
 
 } // namespace vcc

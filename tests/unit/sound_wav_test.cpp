@@ -1,5 +1,6 @@
 #include "folder_test.h"
 #include "sound/effect_file.h"
+#include "sound/pcm.h"
 #include "sound/wav_header.h"
 #include "support/wav_file.h"
 
@@ -44,6 +45,17 @@ TEST_F(WavTest, EffectsBecomeUnsignedSamples) {
     EXPECT_EQ(std::vector(words, words + 4), (std::vector<unsigned short>{0x0001, 0x8002, 0xFF03, 0x7F04}));
     folder.write("large.wav", WavFile().fmt(8, 1).data(std::string(effect_size_limit + 1, 'x')));
     EXPECT_FALSE(load_effect_file("large.wav"));
+}
+
+TEST(FadeIn, RaisesEverySampleOfTheFirstFrames) {
+    std::vector<std::int16_t> words{1000, -1000, 1000, -1000, 1000, -1000, 1000};
+    fade_in({reinterpret_cast<unsigned char*>(words.data()), 2 * words.size()}, 16, 4, 2);
+    EXPECT_EQ(words, (std::vector<std::int16_t>{0, 0, 500, -500, 1000, -1000, 1000}));
+    std::vector<unsigned char> bytes{255, 255, 0, 255};
+    fade_in(bytes, 8, 1, 4);
+    EXPECT_EQ(bytes, (std::vector<unsigned char>{128, 159, 64, 223}));
+    fade_in(std::span(bytes).first(1), 8, 1, 0);
+    EXPECT_EQ(bytes[0], 128);
 }
 
 } // namespace
