@@ -11,7 +11,7 @@ namespace vcc::bench {
 
 namespace {
 
-constexpr const char* path = "images/Zentrik.avi";
+constexpr const char* path = films[0].path;
 
 /// Takes a film frame by frame, from the beginning again after its end.
 class FrameByFrame {

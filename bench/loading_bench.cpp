@@ -1,6 +1,7 @@
 // Loading: pictures and screens.
 #include "cc/screens.h"
 #include "core/files.h"
+#include "core/installation.h"
 #include "core/lines.h"
 #include "display/buffers.h"
 #include "figure.h"
@@ -26,12 +27,12 @@ std::vector<std::string> listed_pictures(const char* list) {
 }
 
 void load_buffer_list(benchmark::State& state) {
-    const std::vector<std::string> names = listed_pictures("tools/vcc.buf");
+    const std::vector<std::string> names = listed_pictures(path::buffer_list);
     PALETTE palette;
     compare(
         state, 1.1,
         [] { // the table's pictures are replaced one by one
-            if (load_graphic_buffers("tools/vcc.buf") == 0)
+            if (load_graphic_buffers(path::buffer_list) == 0)
                 std::abort();
         },
         [&] {

@@ -1,6 +1,7 @@
 #include "world.h"
 
 #include "cc/screens.h"
+#include "core/installation.h"
 #include "core/layout.h"
 #include "display/buffers.h"
 #include "screen/buffer_list.h"
@@ -23,7 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* section = "VELDOR_VCC";
 fs::path scratch;
 BitmapPtr stand_in;
 
@@ -33,7 +33,7 @@ bool copy_installation() {
     const char* const named = std::getenv("VELDOR_INSTALLATION");
     std::error_code error;
     const fs::path source = fs::canonical(named ? named : VELDOR_BUILT_INSTALLATION, error);
-    if (error || !fs::exists(source / "tools/vcc.buf", error))
+    if (error || !fs::exists(source / path::buffer_list, error))
         return false;
     std::string pattern = (fs::temp_directory_path() / "veldor-bench-XXXXXX").string();
     if (!mkdtemp(pattern.data()))
@@ -59,26 +59,26 @@ const char* enter_world() {
     _rgb_r_shift_32 = 16; // as the display has it
     _rgb_g_shift_32 = 8;
     _rgb_b_shift_32 = 0;
-    layout_width = 800;
-    layout_height = 600;
+    layout_width = picture_width;
+    layout_height = picture_height;
     stand_in.reset(create_bitmap(layout_width, layout_height));
     screen = stand_in.get();
     sound_on = music_on = 0;
     select_config_file();
     load_language();
-    load_messages("tools\\language\\english\\txt\\messages.eng");
-    if (!load_fonts(section, "fonts"))
+    load_messages(message_file(1));
+    if (!load_fonts(font_section, path::fonts))
         return "the fonts cannot be loaded";
-    configure_fonts(section);
+    configure_fonts(font_section);
     select_font(0);
     dot_spacing = 2;
     show_slot_pictures = 1;
-    if (load_cc_slot_sets() == screens_failed)
+    if (load_cc_slot_sets() == leave_code)
         return "the screens cannot be loaded";
     setup_cc_screens();
-    if (load_text_windows(text_window_prefix + "factory.tw") == 0)
+    if (load_text_windows(text_window_prefix + path::text_windows) == 0)
         return "the text windows cannot be loaded";
-    if (load_graphic_buffers("tools/vcc.buf") == 0 || !graphic_buffer(screen_buffer))
+    if (load_graphic_buffers(path::buffer_list) == 0 || !graphic_buffer(screen_buffer))
         return "the graphic buffers cannot be loaded";
     prepare_background_copies();
     blit(graphic_buffer(backdrop_buffer), graphic_buffer(text_copy_buffer), 0, 0, 0, 0, layout_width, layout_height);

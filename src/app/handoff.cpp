@@ -1,6 +1,7 @@
 #include "app/handoff.h"
 
 #include "core/alert.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "core/version.h"
 #include "display/graphics_mode.h"
@@ -12,13 +13,11 @@
 
 #include <allegro.h>
 
-#include <algorithm>
+#include <array>
 
 namespace vcc {
 
 namespace {
-
-constexpr int leave_choice = 45;
 
 std::uint8_t call_hq(void* entry) {
     return reinterpret_cast<veldor_hq_entry*>(entry)(fullscreen, version_number);
@@ -31,39 +30,36 @@ std::uint8_t call_factory(void* entry) {
                                                           settings.bitmap_depth, version_number);
 }
 
-struct ModuleRow {
-    int choice;
-    const char* name; ///< of the library and of its entry
-    std::uint8_t (*call)(void* entry);
-};
-constexpr ModuleRow modules[] = {{0, "hq", call_hq}, {1, "factory", call_factory}, {2, "battle", call_battle}};
+/// By the number of the module.
+constexpr std::array<std::uint8_t (*)(void* entry), module_names.size()> calls{call_hq, call_factory, call_battle};
 
-void run_module(const ModuleRow& module) {
+void run_module(std::size_t module) {
+    const char* const name = module_names[module]; // of the library and of its entry
+    const std::string file = platform::module_file_name(name);
     std::string error;
-    const platform::SharedLibrary library = platform::load_module(module.name, error);
-    void* entry = library ? library.symbol(module.name) : nullptr;
+    const platform::SharedLibrary library = platform::load_module(name, error);
+    void* entry = library ? library.symbol(name) : nullptr;
     if (library && !entry)
-        error = format_text("%s has no entry %s", platform::module_file_name(module.name).c_str(), module.name);
+        error = format_text("%s has no entry %s", file.c_str(), name);
     if (!entry) {
         show_mouse(screen);
-        show_alert("CC: Error loading module!", platform::module_file_name(module.name));
-        write_log(
-            format_text("Error loading module %s: %s", platform::module_file_name(module.name).c_str(), error.c_str()));
+        show_alert("CC: Error loading module!", file);
+        write_log(format_text("Error loading module %s: %s", file.c_str(), error.c_str()));
         show_mouse(nullptr);
         return;
     }
-    fullscreen = module.call(entry);
+    fullscreen = display_state(calls[module](entry));
     select_config_file(); // the module may have written the shared file
 }
 
 } // namespace
 
 void hand_off(Session& session) {
-    if (!session.pass_ok || session.choice == -1 || session.choice == leave_choice)
+    if (!session.pass_ok || session.choice == -1 || session.choice == leave_code)
         return;
-    const auto module = std::ranges::find(modules, session.choice, &ModuleRow::choice);
-    if (module != std::end(modules)) {
-        run_module(*module);
+    const auto module = static_cast<std::size_t>(session.choice);
+    if (module < calls.size()) {
+        run_module(module);
         return;
     }
     session.pending_error = format_text("Invalid module parameter!: %d", session.choice);
@@ -73,7 +69,7 @@ void hand_off(Session& session) {
 void restore_display() {
     install_display_switching();
     install_close_button();
-    if (load_mouse_pointer("images/", "pointer.pcx"))
+    if (load_mouse_pointer(path::pointer_folder, path::pointer_file))
         return;
     show_alert("CC: Error loading mousepointer!");
     write_log("Error loading mousepointer!");

@@ -2,10 +2,18 @@
 #pragma once
 
 #include "app/startup.h"
+#include "display/graphics_mode.h"
+
+#include <cstdint>
 
 namespace vcc {
 
-/// Calls the entry of the chosen module, whose result becomes `fullscreen`. A library that is missing or lacks its
+/// What the result of a module makes of `fullscreen`: modules may call full screen by any number but 0.
+constexpr std::uint8_t display_state(std::uint8_t module_result) {
+    return module_result == 0 ? windowed : full_screen;
+}
+
+/// Calls the entry of the chosen module, whose result says the display's state. A library that is missing or lacks its
 /// entry is shown and logged. Other choices than a module: 45 does nothing, any other number is logged and left
 /// pending.
 void hand_off(Session& session);

@@ -2,6 +2,7 @@
 #include "app/handoff.h"
 #include "app/pass.h"
 #include "app/startup.h"
+#include "core/installation.h"
 #include "sound/sound.h"
 
 #include <initializer_list> // END_OF_MAIN needs nothing else on this platform, but the library's header does
@@ -10,10 +11,8 @@
 
 namespace {
 
-constexpr int leave_choice = 45;
-
 bool goes_on(const vcc::Session& session) {
-    return session.pass_ok && session.choice != -1 && session.choice != leave_choice;
+    return session.pass_ok && session.choice != -1 && session.choice != vcc::leave_code;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "cc/screens.h"
 #include "core/alert.h"
+#include "core/installation.h"
 #include "core/layout.h"
 #include "core/log.h"
 #include "core/version.h"
@@ -30,8 +31,6 @@ namespace vcc {
 
 namespace {
 
-constexpr const char* settings_section = "VELDOR_VCC";
-constexpr const char* buffer_list = "tools/vcc.buf";
 constexpr std::size_t pending_limit = 255;
 
 void leave_pending(Session& session, const std::string& message) {
@@ -42,18 +41,18 @@ bool begin(Session&) {
     read_pass_pictures_ahead();
     if (const int missing = load_backgrounds())
         write_log(format_text("Error initializing display background nr: %d\n", missing));
-    position_mouse(400, 300);
+    position_mouse(picture_width / 2, picture_height / 2);
     set_window_title(format_text("Veldor CC v%s", version_string(version_number).c_str()).c_str());
     module_prefix = "CC ";
     dot_spacing = 2;
     show_slot_pictures = 1;
-    layout_width = 800;
-    layout_height = 600;
+    layout_width = picture_width;
+    layout_height = picture_height;
     return true;
 }
 
 bool set_up_fonts(Session&) {
-    configure_fonts(settings_section);
+    configure_fonts(font_section);
     select_font(0);
     previous_font = 0;
     return true;
@@ -64,7 +63,7 @@ bool set_up_sound(Session& session) {
         disable_sound();
     if (!sound_on)
         return true;
-    if (read_sound_setup("tools/vcc.snd") != 0) {
+    if (read_sound_setup(path::sound_setup) != 0) {
         if (sound_on)
             enable_sound();
         return true;
@@ -75,7 +74,7 @@ bool set_up_sound(Session& session) {
 }
 
 bool load_screens(Session& session) {
-    if (load_cc_slot_sets() != screens_failed)
+    if (load_cc_slot_sets() != leave_code)
         return true;
     leave_pending(session, "CC: Error initializing Graphics\n");
     show_alert(session.pending_error);
@@ -87,12 +86,6 @@ bool prepare_screens(Session&) {
     setup_cc_screens();
     return true;
 }
-
-struct Film {
-    const char* path;
-    int effect;
-};
-constexpr Film films[] = {{"images/Zentrik.avi", 181}, {"images/VELDOR_Intro.avi", 182}};
 
 bool play_films(Session& session) {
     if (session.arguments.size() > 2 || !session.intro_on || session.films_played)
@@ -127,13 +120,13 @@ bool show_background(Session&) {
 }
 
 bool load_windows(Session&) {
-    if (load_text_windows(text_window_prefix + "factory.tw") != 0)
+    if (load_text_windows(text_window_prefix + path::text_windows) != 0)
         return true;
     return fail("Error loading transparent Text-Windows!", "Error loading transparent Text-Windows");
 }
 
 bool load_buffers(Session&) {
-    if (load_graphic_buffers(buffer_list) != 0)
+    if (load_graphic_buffers(path::buffer_list) != 0)
         return true;
     return fail("CC: Error loading Graphicbuffers!", "Error loading Graphicbuffers\n");
 }
@@ -176,7 +169,7 @@ void run_pass(Session& session) {
 
 void read_pass_pictures_ahead() {
     std::vector<std::string> paths = background_paths();
-    std::ranges::copy(listed_pictures(buffer_list), std::back_inserter(paths));
+    std::ranges::copy(listed_pictures(path::buffer_list), std::back_inserter(paths));
     read_pictures_ahead(paths);
 }
 

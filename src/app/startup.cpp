@@ -3,6 +3,7 @@
 #include "app/hq_address.h"
 #include "app/pass.h"
 #include "core/clock.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "display/backgrounds.h"
 #include "display/graphics_mode.h"
@@ -28,7 +29,6 @@ namespace vcc {
 namespace {
 
 constexpr int tick_ms = 5;
-constexpr const char* settings_section = "VELDOR_VCC";
 
 bool prepare_memory(Session&) {
     platform::prepare_heap();
@@ -95,7 +95,7 @@ bool start_clock(Session&) {
 
 bool read_language(Session&) {
     load_language();
-    load_messages("tools\\language\\english\\txt\\messages.eng");
+    load_messages(message_file(1));
     return true;
 }
 
@@ -112,7 +112,7 @@ bool start_fonts(Session&) {
         write_log(format_text("Error in module:%s while initializing fonts", module_prefix.c_str()));
         return false;
     }
-    return load_fonts(settings_section, "fonts");
+    return load_fonts(font_section, path::fonts);
 }
 
 /// The start-up, in order. A step that answers false ends the program.

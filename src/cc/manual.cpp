@@ -5,6 +5,7 @@
 #include "cc/screens.h"
 #include "core/alert.h"
 #include "core/clock.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "platform/document.h"
 #include "sound/music.h"
@@ -18,7 +19,6 @@ namespace vcc {
 
 namespace {
 
-constexpr const char* manual_path = "docs\\veldor_manual.pdf";
 constexpr const char* alert_headline = "Error opening the veldor_manual:";
 
 struct Report {
@@ -47,7 +47,7 @@ void report(int result) {
     if (found == std::end(reports))
         return;
     show_alert(alert_headline, found->line2, found->line3);
-    write_log(format_text("Error opening the veldor_manual(%s):%d", manual_path, result));
+    write_log(format_text("Error opening the veldor_manual(%s):%d", path::manual, result));
     write_log(found->log);
 }
 
@@ -60,7 +60,7 @@ void open_manual(BITMAP* target) {
         if (music_playing)
             pause_music_voice();
     }
-    report(open_with_retries([] { return platform::open_document(manual_path); }, wait_ms));
+    report(open_with_retries([] { return platform::open_document(path::manual); }, wait_ms));
     if (music && music_playing)
         resume_music_voice();
     draw_module_marker(target);

@@ -2,6 +2,8 @@
 // the value panel, the pointer's behaviour and the explanation box all read this table.
 #pragma once
 
+#include "core/installation.h"
+
 #include <array>
 #include <span>
 #include <string_view>
@@ -19,15 +21,15 @@ inline constexpr int effects = 0, music = 1, theme = 2, screen_mode = 3, resolut
 inline constexpr int last_sound_row = theme;
 } // namespace row
 
-inline constexpr int value_entry_limit = 11;
-inline constexpr int explanation_lines = 12;
+inline constexpr int value_entry_limit = options_slot::value_count;
+inline constexpr int explanation_lines = info_slot::line_count;
 
 /// Slot of value entry i's button; the record after it holds the entry's value and marker.
 constexpr int value_button(int i) {
-    return 56 + 2 * i;
+    return options_slot::first_value + 2 * i;
 }
 constexpr int value_record(int i) {
-    return 57 + 2 * i;
+    return value_button(i) + 1;
 }
 
 enum class Needs { nothing, sound, music };

@@ -252,9 +252,6 @@ void point_at_values(BITMAP* target) {
         draw_lit_module_marker(target);
 }
 
-/// Slots without a behaviour of their own that put the selector's marker to rest.
-constexpr int resting_slots[] = {45, 46, 50, 53, 83, 85};
-
 } // namespace
 
 void options_pointer_over(BITMAP* target, int index) {
@@ -265,7 +262,7 @@ void options_pointer_over(BITMAP* target, int index) {
     } else if (const OptionRow* option = row_of_button(index)) {
         if (option->shown_when_pointed_at)
             point_at_row(target, *option);
-    } else if (std::ranges::find(resting_slots, index) != std::end(resting_slots)) {
+    } else if (std::ranges::find(options_slot::resting, index) != options_slot::resting.end()) {
         draw_module_marker(target);
     } else if (index >= value_button(0) && index < value_record(value_entry_limit - 1) && index % 2 == 0) {
         point_at_values(target);

@@ -3,21 +3,11 @@
 #pragma once
 
 #include "cc/option_rows.h"
+#include "core/installation.h"
 
 #include <allegro.h>
 
 namespace vcc {
-
-/// Fixed records of the options set.
-namespace options_slot {
-inline constexpr int first_selector = 11; ///< module selector buttons 11 to 14
-inline constexpr int selector_end = 15;   ///< counts as part of the selector for the pointer
-inline constexpr int first_marker = 16;   ///< module markers 16 to 19
-inline constexpr int player_name = 45, ip_address = 53;
-inline constexpr int first_junction = 78; ///< graphic slots 78 to 81
-inline constexpr int loop_button = 86, connector_colours = 88, loop_label = 89;
-inline constexpr int required_count = 90; ///< records that an options set must have
-} // namespace options_slot
 
 inline constexpr int disabled_colour = 40;
 

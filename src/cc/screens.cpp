@@ -4,6 +4,7 @@
 #include "cc/options_records.h"
 #include "cc/options_screen.h"
 #include "core/alert.h"
+#include "core/installation.h"
 #include "core/layout.h"
 #include "core/log.h"
 #include "core/text.h"
@@ -40,27 +41,17 @@ constexpr int menu_state = 0, options_state = 1, leave_state = 45;
 constexpr int clear_colour = 7;
 constexpr std::size_t field_text_length = 15;
 
-struct SetRow {
-    SlotSet* set;
-    const char* file;
-    int required_slots; ///< fixed slot numbers that the program uses
-    bool ends_loading;  ///< a failure is final at once
-};
+constexpr int fewest_slots = 2;
 
-const SetRow set_rows[] = {
-    {&menu_set, "vcc.slt", 2, false},
-    {&options_set, "vcc_options.slt", options_slot::required_count, false},
-    {&info_set, "vcc_options_info.slt", 2, false},
-    {&message_set, "mess.slt", 2, true},
-};
+/// By ScreenKind.
+constexpr std::array<SlotSet*, screen_files.size()> sets{&menu_set, &options_set, &info_set, &message_set};
 
-bool load_set(const SetRow& row) {
-    const std::string path = slot_prefix + row.file;
-    if (load_slot_set(path, *row.set) == 0 || row.set->slot_count() < 2)
+bool load_set(const ScreenFile& file, SlotSet& set) {
+    const std::string path = slot_prefix + std::string(file.name) + ".slt";
+    if (load_slot_set(path, set) == 0 || set.slot_count() < fewest_slots)
         return false;
-    if (row.set->slot_count() < row.required_slots) {
-        write_log(format_text("Slot file %s has %d slots, %d are needed", path.c_str(), row.set->slot_count(),
-                              row.required_slots));
+    if (set.slot_count() < file.needed) {
+        write_log(format_text("Slot file %s has %d slots, %d are needed", path.c_str(), set.slot_count(), file.needed));
         return false;
     }
     return true;
@@ -143,7 +134,7 @@ bool change_depth(BITMAP*& target) {
     const EffectsHeld held;
     if (!rebuild_display(other_display_mode_chosen() ? 1 : 0))
         return true;
-    if (load_graphic_buffers("tools/vcc.buf") == 0 || !graphic_buffer(screen_buffer)) {
+    if (load_graphic_buffers(path::buffer_list) == 0 || !graphic_buffer(screen_buffer)) {
         show_alert("VCC: Error loading Graphicbuffers!");
         write_log("VCC: Error loading Graphicbuffers\n");
         return false;
@@ -197,15 +188,9 @@ int run_options(BITMAP*& target) {
     return after_options(target, next);
 }
 
-struct PointerPicture {
-    int slot;
-    int picture;
-};
-constexpr PointerPicture menu_pictures[] = {{3, 8}, {5, 9}, {7, 10}, {13, 16}, {15, 11}};
-
 void menu_pointer_over(BITMAP* target, int slot) {
-    const auto found = std::ranges::find(menu_pictures, slot, &PointerPicture::slot);
-    if (found == std::end(menu_pictures))
+    const auto found = std::ranges::find(menu_slot::previews, slot, &menu_slot::Preview::slot);
+    if (found == menu_slot::previews.end())
         return;
     const EffectsHeld held;
     draw_slot(target, menu_set.slots, found->picture);
@@ -215,22 +200,17 @@ void menu_pointer_over(BITMAP* target, int slot) {
 
 int load_cc_slot_sets() {
     bool failed = false;
-    for (const SetRow& row : set_rows) {
-        if (load_set(row))
-            continue;
-        failed = true;
-        if (row.ends_loading)
-            return screens_failed;
-    }
+    for (std::size_t i = 0; i < sets.size(); ++i)
+        failed = !load_set(screen_files[i], *sets[i]) || failed;
     if (failed)
-        return screens_failed;
-    complete_toggles(options_set, options_slot::required_count);
+        return leave_code;
+    complete_toggles(options_set, options_slot::count);
     return 0;
 }
 
 void free_cc_slot_sets() {
-    for (const SetRow& row : set_rows)
-        *row.set = {};
+    for (SlotSet* set : sets)
+        *set = {};
 }
 
 void setup_cc_screens() {
@@ -268,7 +248,7 @@ void prepare_background_copies() {
 
 int run_cc_screens(BITMAP* target) {
     prepare_background_copies();
-    help_line_length = 67;
+    help_line_length = help_line_standard;
     current_theme = theme_shown = settings.theme[cc_module];
     select_module(target, cc_module);
     if (needs_met(Needs::music)) {

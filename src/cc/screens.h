@@ -14,8 +14,6 @@ extern int depth_at_menu;      ///< `bitmap_depth` when the main menu was last e
 
 extern SlotSet menu_set, options_set, info_set, message_set;
 
-inline constexpr int screens_failed = 45;
-
 /// Loads the four slot sets of the current language; 0, or 45 when one of them failed (logged).
 int load_cc_slot_sets();
 

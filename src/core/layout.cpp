@@ -1,8 +1,10 @@
 #include "core/layout.h"
 
+#include "core/installation.h"
+
 namespace vcc {
 
-int layout_width = 800;
-int layout_height = 600;
+int layout_width = picture_width;
+int layout_height = picture_height;
 
 } // namespace vcc

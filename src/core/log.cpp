@@ -1,6 +1,7 @@
 #include "core/log.h"
 
 #include "core/handles.h"
+#include "core/installation.h"
 #include "core/text.h"
 #include "platform/files.h"
 
@@ -19,7 +20,7 @@ void write_log(std::string_view message) {
     const char* const stamp = local != nullptr ? std::asctime(local) : nullptr;
     const std::string time_text(cut_at(stamp != nullptr ? stamp : "", '\n'));
 
-    const FilePtr file(std::fopen(platform::resolve_path("data/logfiles/veldor_log.txt").c_str(), "at"));
+    const FilePtr file(std::fopen(platform::resolve_path(path::log).c_str(), "at"));
     if (!file)
         return;
     std::fprintf(file.get(), "%s [%s]\n", module_prefix.c_str(), time_text.c_str());

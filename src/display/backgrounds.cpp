@@ -1,7 +1,7 @@
 #include "display/backgrounds.h"
 
+#include "core/installation.h"
 #include "display/buffers.h"
-#include "display/mode_rules.h"
 #include "display/picture.h"
 
 namespace vcc {
@@ -11,15 +11,12 @@ int background_rotation = 0;
 namespace {
 
 // Released in every pass before the screens run, and by free_backgrounds() before the library goes.
-std::array<BitmapPtr, 4> pictures;
+std::array<BitmapPtr, path::backgrounds.size()> pictures;
 
 } // namespace
 
 std::vector<std::string> background_paths() {
-    std::vector<std::string> paths;
-    for (std::size_t number = 1; number <= pictures.size(); ++number)
-        paths.push_back("images\\morv" + std::to_string(number) + ".pcx");
-    return paths;
+    return {path::backgrounds.begin(), path::backgrounds.end()};
 }
 
 int load_backgrounds() {
@@ -39,7 +36,7 @@ void show_next_background() {
     if (!picture || !screen)
         return;
     acquire_screen();
-    blit(picture, screen, 0, 0, 0, 0, mode_width, mode_height);
+    blit(picture, screen, 0, 0, 0, 0, picture_width, picture_height);
     release_screen();
 }
 

@@ -1,6 +1,6 @@
 #include "display/buffers.h"
 
-#include "display/mode_rules.h"
+#include "core/installation.h"
 
 namespace vcc {
 
@@ -18,7 +18,7 @@ void show_buffer_zero() {
     BITMAP* const picture = graphic_buffer(screen_buffer);
     if (picture && screen) {
         acquire_screen();
-        blit(picture, screen, 0, 0, 0, 0, mode_width, mode_height);
+        blit(picture, screen, 0, 0, 0, 0, picture_width, picture_height);
         release_screen();
     }
     show_mouse(screen);

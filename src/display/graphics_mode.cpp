@@ -32,7 +32,8 @@ struct Setup {
 bool set_mode(bool full, int depth = 0) {
     if (depth != 0)
         set_color_depth(depth);
-    return set_gfx_mode(full ? GFX_AUTODETECT_FULLSCREEN : GFX_AUTODETECT_WINDOWED, mode_width, mode_height, 0, 0) == 0;
+    return set_gfx_mode(full ? GFX_AUTODETECT_FULLSCREEN : GFX_AUTODETECT_WINDOWED, picture_width, picture_height, 0,
+                        0) == 0;
 }
 
 SetupResult fail(ModeFailure failure, const Setup& setup) {

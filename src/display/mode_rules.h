@@ -1,6 +1,7 @@
 // Choosing a graphics mode: the decisions and the texts of the failures, without the library.
 #pragma once
 
+#include "core/installation.h"
 #include "display/graphics_mode.h"
 
 #include <array>
@@ -11,8 +12,6 @@
 
 namespace vcc {
 
-inline constexpr int mode_width = 800, mode_height = 600; ///< pixels
-
 inline constexpr std::array<int, 4> depths_to_try{depth_bits(0), depth_bits(1), depth_bits(2), depth_bits(3)};
 
 /// What the library says of the desktop; each number is 0 when it cannot tell.
@@ -20,7 +19,7 @@ struct Desktop {
     int width = 0, height = 0, depth = 0;
 
     constexpr bool size_known() const { return width != 0 && height != 0; }
-    constexpr bool is_exact() const { return width == mode_width && height == mode_height; }
+    constexpr bool is_exact() const { return width == picture_width && height == picture_height; }
 };
 
 enum class ModeFailure {

@@ -1,6 +1,7 @@
 #include "display/pointer.h"
 
 #include "core/alert.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "display/picture.h"
 
@@ -28,7 +29,7 @@ bool load_mouse_pointer(const std::string& directory, const std::string& file) {
 
 void install_mouse_and_pointer() {
     install_mouse();
-    if (load_mouse_pointer("images/", "pointer.pcx"))
+    if (load_mouse_pointer(path::pointer_folder, path::pointer_file))
         return;
     show_alert(load_failure);
     write_log(load_failure);

@@ -1,6 +1,7 @@
 #include "interaction/help.h"
 
 #include "core/files.h"
+#include "core/installation.h"
 #include "core/layout.h"
 #include "core/log.h"
 #include "core/text.h"
@@ -24,14 +25,8 @@ namespace vcc {
 
 namespace {
 
-namespace message_slot {
-constexpr int window = 0, first_line = 2, missing_file = 4, missing_entry = 5, last_line = 9, first_button = 10;
-constexpr int close = 13, back = 33, forward = 35, needed = 36;
-} // namespace message_slot
-
 constexpr std::string_view no_file_text = "Error:N O   H E L P   A V A I L A B L E!";
 constexpr std::string_view no_entry_text = "N O   H E L P   A V A I L A B L E!";
-constexpr const char* picture_file = "factory.pcx";
 constexpr int both_modes = 3;
 
 /// The page while it is open. What it changes outside the message set it gives back when it dies.
@@ -190,8 +185,8 @@ void HelpPage::draw_lines(std::span<const std::string> lines) {
 }
 
 void HelpPage::save_picture() {
-    if (save_pcx(picture_file, run_.target, buffer_palettes[screen_buffer]) != 0)
-        write_log(format_text("Picture %s cannot be written", picture_file));
+    if (save_pcx(path::help_picture, run_.target, buffer_palettes[screen_buffer]) != 0)
+        write_log(format_text("Picture %s cannot be written", path::help_picture));
 }
 
 void HelpPage::turn(int step) {
@@ -258,9 +253,9 @@ int HelpPage::run() {
 
 /// Why a message set cannot show a help page; empty when it can.
 std::string fault_of(const SlotSet& messages) {
-    if (messages.slot_count() < message_slot::needed)
+    if (messages.slot_count() < message_slot::count)
         return format_text("Help page: the message set has %d slots, %d are needed", messages.slot_count(),
-                           message_slot::needed);
+                           message_slot::count);
     const Slot& window = messages.slots[message_slot::window];
     if (!is_text_window(window) || window.graphic < 0 || window.graphic >= text_window_count)
         return "Help page: slot 0 of the message set does not name a text window";

@@ -2,6 +2,7 @@
 
 #include "core/alert.h"
 #include "core/files.h"
+#include "core/installation.h"
 #include "core/lines.h"
 #include "core/log.h"
 #include "core/text.h"
@@ -20,8 +21,6 @@ namespace vcc {
 
 namespace {
 
-constexpr int work_width = 800, work_height = 600;
-
 /// Loading takes seconds; music and background go on between two steps.
 void show_progress() {
     feed_music();
@@ -31,7 +30,7 @@ void show_progress() {
 bool create_work_bitmaps() {
     for (const int number : {window_copy_buffer, info_copy_buffer, help_save_buffer, text_copy_buffer}) {
         BitmapPtr& buffer = graphic_buffers[static_cast<std::size_t>(number)];
-        buffer.reset(create_bitmap(work_width, work_height));
+        buffer.reset(create_bitmap(picture_width, picture_height));
         if (!buffer) {
             write_log(format_text("no memory for graphic buffer %d", number));
             return false;

@@ -1,6 +1,8 @@
 // Text windows: framed panels described by data.
 #pragma once
 
+#include "core/installation.h"
+
 #include <allegro.h>
 
 #include <array>
@@ -10,9 +12,6 @@
 namespace vcc {
 
 inline constexpr int text_window_count = 30;
-inline constexpr int style_window = 19; ///< template of the highlighted frame and of shadows
-inline constexpr int info_window = 21, group_window = 22, value_window = 23, module_window = 24,
-                     sound_group_window = 25;
 
 struct TextWindow {
     std::string title; ///< at most 255 characters

@@ -4,6 +4,7 @@
 
 #include "core/files.h"
 #include "core/handles.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "platform/files.h"
 #include "platform/latin1.h"
@@ -17,7 +18,7 @@ namespace vcc {
 
 namespace {
 
-constexpr const char* config_name = "data/configs/vcc.cfg";
+constexpr const char* config_name = path::settings;
 constexpr const char* temporary_suffix = ".new";
 
 /// What the library held when it and the file last agreed; nothing before the file is selected.

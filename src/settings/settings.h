@@ -1,14 +1,17 @@
 // The settings of all four programs in memory, and the file that they share.
 #pragma once
 
+#include "core/installation.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
 
 namespace vcc {
 
-inline constexpr int module_count = 4; ///< module index: 0 HQ, 1 Factory, 2 Battle, 3 control centre
-inline constexpr int hq_module = 0, factory_module = 1, battle_module = 2, cc_module = 3;
+inline constexpr int hq_module = static_cast<int>(Module::hq), factory_module = static_cast<int>(Module::factory),
+                     battle_module = static_cast<int>(Module::battle),
+                     cc_module = static_cast<int>(Module::control_centre);
 
 struct ModuleVolumes {
     int effects = 0; ///< level 0 to 10

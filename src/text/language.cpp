@@ -1,6 +1,7 @@
 #include "text/language.h"
 
 #include "core/files.h"
+#include "core/installation.h"
 #include "core/lines.h"
 #include "core/log.h"
 #include "core/text.h"
@@ -16,17 +17,9 @@ std::string text_window_prefix;
 
 namespace {
 
-struct LanguageRow {
-    const char *slots, *text_windows, *messages;
-};
-constexpr std::array<LanguageRow, 2> language_rows{{
-    {"tools\\language\\english\\e_", "tools/language/english/e_", "tools\\language\\english\\txt\\messages.eng"},
-    {"tools\\language\\german\\g_", "tools/language/german/g_", "tools\\language\\german\\txt\\messages.ger"},
-}};
-constexpr const char* language_file = "tools\\language.ini";
 constexpr std::size_t language_line_limit = 80;
 
-std::array<std::array<std::string, message_limit>, language_rows.size() + 1> message_catalogue;
+std::array<std::array<std::string, message_limit>, languages.size() + 1> message_catalogue;
 
 std::array<std::string, message_limit>& current_block() {
     const auto block = static_cast<std::size_t>(language);
@@ -34,13 +27,13 @@ std::array<std::string, message_limit>& current_block() {
 }
 
 void use_prefixes(const LanguageRow& row) {
-    slot_prefix = row.slots;
-    text_window_prefix = row.text_windows;
+    slot_prefix = std::string("tools\\language\\").append(row.folder).append("\\").append(row.prefix);
+    text_window_prefix = std::string("tools/language/").append(row.folder).append("/").append(row.prefix);
 }
 
 // Path of the message file that the language file leads to; empty when it leads nowhere.
 std::string choose_language() {
-    const auto file = read_file(language_file);
+    const auto file = read_file(path::language_choice);
     if (!file) {
         write_log("Error reading language.ini");
         return {};
@@ -52,16 +45,24 @@ std::string choose_language() {
     }
     if (!line->starts_with('1') && !line->starts_with('2'))
         return std::string(*line);
-    language = line->front() - '0';
-    const LanguageRow& row = language_rows[static_cast<std::size_t>(language - 1)];
-    use_prefixes(row);
-    return row.messages;
+    use_language(line->front() - '0');
+    return message_file(language);
 }
 
 } // namespace
 
+std::string message_file(int number) {
+    const LanguageRow& row = languages[static_cast<std::size_t>(number - 1)];
+    return std::string("tools\\language\\").append(row.folder).append("\\txt\\").append(row.messages);
+}
+
+void use_language(int number) {
+    language = number;
+    use_prefixes(languages[static_cast<std::size_t>(number - 1)]);
+}
+
 void load_language() {
-    use_prefixes(language_rows[0]);
+    use_prefixes(languages[0]);
     load_messages(choose_language());
 }
 

@@ -12,6 +12,12 @@ extern std::string text_window_prefix; ///< put before the names of text-window 
 
 inline constexpr int message_limit = 300; ///< entries of a language's block
 
+/// Makes a language (1 or 2) current: its number and its prefixes.
+void use_language(int number);
+
+/// The message file of a language (1 or 2).
+std::string message_file(int number);
+
 /// Sets the English prefixes, then reads the language file and the message file of its language. Failures are logged.
 void load_language();
 

@@ -32,7 +32,7 @@ protected:
         sound_directory = "sounds";
         for (std::size_t i = first_theme_entry; i < sound_entries.size(); ++i)
             sound_entries[i] = {"Theme", "theme.wav", nullptr};
-        options_set.slots.assign(options_slot::required_count, Slot{});
+        options_set.slots.assign(options_slot::count, Slot{});
         options_set.toggles = options_set.slots;
         settings = {};
         theme_loop = {1, 1, 1, 1};

@@ -31,8 +31,6 @@ using enum FaultCode;
 constexpr int any_action = -1;
 
 constexpr FixedSlot fixed_slots[] = {
-    {menu, 8, 4, 1, Form::any, any_action, false, "preview that the pointer brings up"},
-    {menu, 16, 1, 1, Form::any, any_action, false, "preview that the pointer brings up"},
     {options, options_slot::first_selector, 4, 1, Form::selectable, 31, true, "module selector"},
     {options, options_slot::first_marker, 4, 1, Form::any, any_action, true, "module marker"},
     {options, options_slot::player_name, 1, 1, Form::field, any_action, true, "player's name"},
@@ -43,12 +41,13 @@ constexpr FixedSlot fixed_slots[] = {
     {options, options_slot::loop_button, 1, 1, Form::text, 38, true, "theme loop button"},
     {options, options_slot::connector_colours, 1, 1, Form::any, any_action, true, "colours of the lines"},
     {options, options_slot::loop_label, 1, 1, Form::text, any_action, true, "theme loop label"},
-    {info, 1, explanation_lines, 1, Form::text, any_action, false, "line of the explanation"},
-    {message, 0, 1, 1, Form::window, any_action, false, "help window"},
-    {message, 2, 8, 1, Form::text, any_action, false, "message line"},
-    {message, 13, 1, 1, Form::any, any_action, true, "close button"},
-    {message, 33, 1, 1, Form::any, any_action, true, "page-back button"},
-    {message, 35, 1, 1, Form::any, any_action, true, "page-forward button"},
+    {info, info_slot::first_line, explanation_lines, 1, Form::text, any_action, false, "line of the explanation"},
+    {message, message_slot::window, 1, 1, Form::window, any_action, false, "help window"},
+    {message, message_slot::first_line, message_slot::last_line - message_slot::first_line + 1, 1, Form::text,
+     any_action, false, "message line"},
+    {message, message_slot::close, 1, 1, Form::any, any_action, true, "close button"},
+    {message, message_slot::back, 1, 1, Form::any, any_action, true, "page-back button"},
+    {message, message_slot::forward, 1, 1, Form::any, any_action, true, "page-forward button"},
 };
 
 /// What a player must be able to do on a screen.
@@ -148,6 +147,12 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
         for (const FixedSlot& row : fixed_slots)
             for (int step = 0; step < row.count && screen_of(language, row.screen).set.slot_count() > 0; ++step)
                 check_fixed_slot(screen_of(language, row.screen), row, step, faults);
+        if (screen_of(language, menu).set.slot_count() > 0)
+            for (const menu_slot::Preview& preview : menu_slot::previews)
+                check_fixed_slot(
+                    screen_of(language, menu),
+                    {menu, preview.picture, 1, 1, Form::any, any_action, false, "preview that the pointer brings up"},
+                    0, faults);
         if (screen_of(language, options).set.slot_count() > 0)
             check_option_buttons(screen_of(language, options), faults);
         for (const NeededAction& needed : needed_actions) {

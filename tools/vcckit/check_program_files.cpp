@@ -5,11 +5,11 @@
 #include "pictures.h"
 
 #include "core/files.h"
+#include "core/installation.h"
 #include "core/layout.h"
 #include "platform/avi.h"
 #include "platform/files.h"
 #include "platform/shared_library.h"
-#include "settings/keyboard_layout.h"
 
 #include <array>
 #include <cstdint>
@@ -23,19 +23,17 @@ namespace {
 using enum FaultCode;
 
 struct PictureRow {
-    const char* path;
+    std::string path;
     int min_width, min_height, max_width, max_height;
 };
-constexpr PictureRow pictures[] = {
-    {"images/morv1.pcx", 800, 600, 800, 600}, {"images/morv2.pcx", 800, 600, 800, 600},
-    {"images/morv3.pcx", 800, 600, 800, 600}, {"images/morv4.pcx", 800, 600, 800, 600},
-    {"images/pointer.pcx", 1, 1, 64, 64},
-};
-constexpr const char* films[] = {"images/Zentrik.avi", "images/VELDOR_Intro.avi"};
-constexpr const char* modules[] = {"hq", "factory", "battle"};
-constexpr const char* manual = "docs/veldor_manual.pdf";
-constexpr const char* log_folder = "data/logfiles";
 
+std::vector<PictureRow> picture_rows() {
+    std::vector<PictureRow> rows;
+    for (const char* background : path::backgrounds)
+        rows.push_back({with_slashes(background), picture_width, picture_height, picture_width, picture_height});
+    rows.push_back({std::string(path::pointer_folder) + path::pointer_file, 1, 1, 64, 64});
+    return rows;
+}
 std::string fault_of_size(const PictureRow& row, const BITMAP& bitmap) {
     if (bitmap.w >= row.min_width && bitmap.w <= row.max_width && bitmap.h >= row.min_height &&
         bitmap.h <= row.max_height)
@@ -83,7 +81,7 @@ void check_film(const char* path, Faults& faults) {
     if (!frame)
         faults.push_back(
             {film_unreadable, path, 0, -1, "", "cannot be shown", "it must be an AVI film with a video stream"});
-    else if (frame->width > 800 || frame->height > 600)
+    else if (frame->width > picture_width || frame->height > picture_height)
         faults.push_back({film_size, path, 0, -1, "",
                           "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
                           "make it 800 x 600: only its middle is shown"});
@@ -128,18 +126,17 @@ void check_keyboard(const std::string& path, Faults& faults) {
 } // namespace
 
 void check_program_files(Installation&, Faults& faults) {
-    for (const PictureRow& row : pictures)
+    for (const PictureRow& row : picture_rows())
         check_picture_file(row, faults);
-    for (const char* film : films)
-        check_film(film, faults);
-    for (const char* module : modules)
+    for (const Film& film : films)
+        check_film(film.path, faults);
+    for (const char* module : module_names)
         check_module(module, faults);
-    constexpr int offered_keyboards = 6;
-    for (int keyboard = 0; keyboard < offered_keyboards; ++keyboard)
-        check_keyboard(std::string(keyboard_mapping_file(keyboard)), faults);
-    check_presence(manual, "put the manual there, or it cannot be opened", faults);
-    if (!file_exists(log_folder, FA_DIREC | FA_ARCH | FA_RDONLY | FA_HIDDEN, nullptr))
-        faults.push_back({log_folder_missing, log_folder, 0, -1, "", "is missing",
+    for (const std::string_view keyboard : path::keyboards)
+        check_keyboard(std::string(keyboard), faults);
+    check_presence(with_slashes(path::manual), "put the manual there, or it cannot be opened", faults);
+    if (!file_exists(path::log_folder, FA_DIREC | FA_ARCH | FA_RDONLY | FA_HIDDEN, nullptr))
+        faults.push_back({log_folder_missing, path::log_folder, 0, -1, "", "is missing",
                           "make the folder: the program cannot log without it"});
 }
 

@@ -20,13 +20,7 @@ namespace {
 
 using enum FaultCode;
 
-constexpr int help_length = 67; ///< characters of a help line that are shown
-
-std::string path_with_slashes(std::string_view path) {
-    std::string result(path);
-    std::ranges::replace(result, '\\', '/');
-    return result;
-}
+constexpr int help_length = help_line_standard;
 
 int line_of_entry(const std::string& text, int number) {
     LineReader lines(text);
@@ -48,7 +42,7 @@ public:
         const auto report = [&](FaultCode code, const char* field, std::string problem, std::string advice) {
             faults_.push_back({code, screen.slot_file, 0, index, field, std::move(problem), std::move(advice)});
         };
-        const std::string path = path_with_slashes(text_of(slot.help_file));
+        const std::string path = with_slashes(text_of(slot.help_file));
         const auto& text = installation_.text_file(path);
         if (!text) {
             if (!missing_.insert({screen.slot_file, path}).second)
@@ -129,7 +123,7 @@ private:
         const ScreenFiles& pages = screen_of(language_, ScreenKind::message);
         const int number = pages.set.slots.empty() ? -1 : pages.set.slots[0].graphic;
         if (number < 0 || number >= text_window_count || !language_.windows_described[static_cast<std::size_t>(number)])
-            return {0, 0, 800, 600}; // told where the windows are checked
+            return {0, 0, picture_width, picture_height}; // told where the windows are checked
         const TextWindow& at = language_.windows[static_cast<std::size_t>(number)];
         return {at.left, at.top, at.right, at.bottom};
     }
@@ -227,7 +221,7 @@ void check_program_texts(Installation& installation, Faults& faults) {
 void check_languages(Installation& installation, Faults& faults) {
     const LanguageFiles& first = installation.by_language.front();
     for (const LanguageFiles& other : installation.by_language) {
-        for (std::size_t kind = 0; kind < screen_kind_count; ++kind) {
+        for (std::size_t kind = 0; kind < screen_files.size(); ++kind) {
             const ScreenFiles &a = first.screens[kind], &b = other.screens[kind];
             compare_counts(a.set.slots.size(), b.set.slots.size(), b.slot_file, "slots", faults);
             compare_counts(a.set.toggles.size(), b.set.toggles.size(), b.toggle_file, "toggle records", faults);

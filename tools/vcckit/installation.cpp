@@ -24,8 +24,8 @@ Library::Library(int depth) {
     set_color_depth(depth);
     set_color_conversion(COLORCONV_TOTAL);
     set_config_data("\n", 1); // or the library looks for a file of its own
-    layout_width = 800;
-    layout_height = 600;
+    layout_width = picture_width;
+    layout_height = picture_height;
 }
 
 Library::~Library() {
@@ -63,7 +63,7 @@ void read_toggles(ScreenFiles& files, Faults& faults) {
     files.toggles_lost = wanted && files.set.toggles.empty();
 }
 
-void read_screen(ScreenFiles& files, const ScreenRow& row, Faults& faults) {
+void read_screen(ScreenFiles& files, const ScreenFile& row, Faults& faults) {
     const auto bytes = read_file(files.slot_file);
     if (!bytes) {
         faults.push_back(
@@ -79,11 +79,11 @@ void read_screen(ScreenFiles& files, const ScreenRow& row, Faults& faults) {
         if (files.set.slots.empty())
             return;
     }
-    if (files.set.slot_count() < row.needed)
+    if (files.set.slot_count() < row.used)
         faults.push_back({FaultCode::slots_missing, files.slot_file, 0, -1, "",
                           "has " + std::to_string(files.set.slot_count()) + " slots, the program uses slots up to " +
-                              std::to_string(row.needed - 1),
-                          "add the missing slots", files.set.slot_count() < row.fatal_below});
+                              std::to_string(row.used - 1),
+                          "add the missing slots", files.set.slot_count() < row.needed});
     read_toggles(files, faults);
 }
 
@@ -91,7 +91,7 @@ void read_screen(ScreenFiles& files, const ScreenRow& row, Faults& faults) {
 
 void read_screens(Installation& installation, Faults& faults) {
     for (std::size_t i = 0; i < languages.size(); ++i) {
-        for (const ScreenRow& row : screen_rows) {
+        for (const ScreenFile& row : screen_files) {
             ScreenFiles& files = installation.by_language[i].screens[static_cast<std::size_t>(row.kind)];
             files.kind = row.kind;
             files.slot_file = stem_of(languages[i]) + std::string(row.name) + ".slt";

@@ -29,24 +29,6 @@ public:
     Library& operator=(const Library&) = delete;
 };
 
-inline constexpr const char* settings_file = "data/configs/vcc.cfg";
-
-enum class ScreenKind { menu, options, info, message };
-inline constexpr std::size_t screen_kind_count = 4;
-
-struct ScreenRow {
-    ScreenKind kind;
-    std::string_view name; ///< of the files, without the language's prefix
-    int needed;            ///< slots that the program addresses by number
-    int fatal_below;       ///< with fewer the program does not start
-};
-inline constexpr std::array<ScreenRow, screen_kind_count> screen_rows{{
-    {ScreenKind::menu, "vcc", 17, 2},
-    {ScreenKind::options, "vcc_options", 90, 90},
-    {ScreenKind::info, "vcc_options_info", 13, 2},
-    {ScreenKind::message, "mess", 36, 2},
-}};
-
 struct ScreenFiles {
     ScreenKind kind = ScreenKind::menu;
     std::string slot_file, toggle_file;
@@ -55,7 +37,7 @@ struct ScreenFiles {
 };
 
 struct LanguageFiles {
-    std::array<ScreenFiles, screen_kind_count> screens;
+    std::array<ScreenFiles, screen_files.size()> screens;
     std::string window_file, message_file;
     std::array<TextWindow, text_window_count> windows;
     std::bitset<text_window_count> windows_described;

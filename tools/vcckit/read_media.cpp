@@ -16,9 +16,6 @@ namespace {
 
 using enum FaultCode;
 
-constexpr const char* font_section = "VELDOR_VCC";
-constexpr const char* buffer_file = "tools/vcc.buf";
-
 bool made_by_program(int buffer) {
     return buffer >= window_copy_buffer;
 }
@@ -31,8 +28,8 @@ void read_fonts(Installation& installation, Faults& faults) {
     bool all = true;
     for (int n = 0; n < font_count; ++n) {
         const std::string key = format_text("font%d_name", n);
-        const std::string name =
-            std::string("fonts/") + get_config_string(font_section, key.c_str(), n < 2 ? "arial.ttf" : "cour.ttf");
+        const std::string name = std::string(path::fonts) + "/" +
+                                 get_config_string(font_section, key.c_str(), n < 2 ? "arial.ttf" : "cour.ttf");
         if (platform::load_truetype_font(platform::resolve_path(name)))
             continue;
         all = false;
@@ -40,15 +37,15 @@ void read_fonts(Installation& installation, Faults& faults) {
                           -1, key, platform::file_exists(name) ? "is not a font" : "does not exist",
                           "put the font there, or change the key in data/configs/vcc.cfg", true});
     }
-    if (all && load_fonts(font_section, "fonts"))
+    if (all && load_fonts(font_section, path::fonts))
         installation.fonts = true;
     configure_fonts(font_section); // cells are known even without faces
 }
 
 void read_buffers(Installation& installation, Faults& faults) {
-    const auto& text = installation.text_file(buffer_file);
+    const auto& text = installation.text_file(path::buffer_list);
     if (!text) {
-        faults.push_back({file_missing, buffer_file, 0, -1, "", text.reason(),
+        faults.push_back({file_missing, path::buffer_list, 0, -1, "", text.reason(),
                           "write the list: docs/formats.md describes it", true});
         return;
     }
@@ -58,7 +55,7 @@ void read_buffers(Installation& installation, Faults& faults) {
     while (const auto line = lines.next()) {
         const auto report = [&](FaultCode code, std::string problem, std::string advice, bool fatal = false) {
             faults.push_back(
-                {code, buffer_file, lines.line_number(), -1, "", std::move(problem), std::move(advice), fatal});
+                {code, path::buffer_list, lines.line_number(), -1, "", std::move(problem), std::move(advice), fatal});
         };
         const char key = line->empty() ? '\0' : line->front();
         if (key == '#')
@@ -105,8 +102,8 @@ void read_buffers(Installation& installation, Faults& faults) {
         const bool there = found != installation.buffers.end() && found->second;
         if (found != installation.buffers.end() && !there)
             continue; // told above
-        if (!there || found->second->w < 800 || found->second->h < 600)
-            faults.push_back({buffer_missing, buffer_file, 0, -1, "+" + std::to_string(needed),
+        if (!there || found->second->w < picture_width || found->second->h < picture_height)
+            faults.push_back({buffer_missing, path::buffer_list, 0, -1, "+" + std::to_string(needed),
                               there ? "the picture is smaller than 800 x 600" : "no picture for this buffer",
                               needed == screen_buffer ? "every screen is drawn into it"
                                                       : "text windows restore their background from it",

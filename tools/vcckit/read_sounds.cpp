@@ -19,7 +19,6 @@ namespace {
 
 using enum FaultCode;
 
-constexpr const char* setup_file = "tools/vcc.snd";
 constexpr std::size_t name_limit = 20;
 constexpr int film_sound = 181; ///< and the next one
 
@@ -48,7 +47,7 @@ public:
 
 private:
     void report(FaultCode code, std::string problem, std::string advice) {
-        faults_.push_back({code, setup_file, line_, -1, "", std::move(problem), std::move(advice)});
+        faults_.push_back({code, path::sound_setup, line_, -1, "", std::move(problem), std::move(advice)});
     }
 
     void take(const SetupStep& step) {
@@ -131,7 +130,7 @@ void check_chosen_themes(const Installation& installation, Faults& faults) {
             continue;
         const int chosen = get_config_int(std::string(row.section).c_str(), std::string(row.key).c_str(), row.number);
         if (chosen >= static_cast<int>(installation.themes.size()))
-            faults.push_back({theme_unknown, settings_file, 0, -1, std::string(row.key),
+            faults.push_back({theme_unknown, path::settings, 0, -1, std::string(row.key),
                               "there is no theme " + std::to_string(chosen),
                               "tools/vcc.snd names " + std::to_string(installation.themes.size())});
     }
@@ -140,9 +139,9 @@ void check_chosen_themes(const Installation& installation, Faults& faults) {
 } // namespace
 
 void read_sounds(Installation& installation, Faults& faults) {
-    const auto& text = installation.text_file(setup_file);
+    const auto& text = installation.text_file(path::sound_setup);
     if (!text) {
-        faults.push_back({file_missing, setup_file, 0, -1, "", text.reason(),
+        faults.push_back({file_missing, path::sound_setup, 0, -1, "", text.reason(),
                           "write the list, or there is no sound: docs/formats.md describes it"});
         return;
     }
@@ -150,11 +149,11 @@ void read_sounds(Installation& installation, Faults& faults) {
     installation.listed_sounds = !installation.sounds.empty();
     for (const int sound : {film_sound, film_sound + 1})
         if (installation.listed_sounds && !installation.sounds.contains(sound))
-            faults.push_back({sound_entry_missing, setup_file, 0, -1, "+" + std::to_string(sound), "is missing",
+            faults.push_back({sound_entry_missing, path::sound_setup, 0, -1, "+" + std::to_string(sound), "is missing",
                               "add the entry: a film of the start is played with it"});
     if (installation.listed_sounds && installation.themes.empty())
         faults.push_back(
-            {sound_entry_missing, setup_file, 0, -1, "+190", "is missing", "add a theme, or there is no music"});
+            {sound_entry_missing, path::sound_setup, 0, -1, "+190", "is missing", "add a theme, or there is no music"});
     if (!installation.themes.empty())
         check_chosen_themes(installation, faults);
 }

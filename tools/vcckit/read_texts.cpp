@@ -54,7 +54,7 @@ bool is_misspelt(std::string_view section) {
 
 void check_setting(const ConfigEntry& entry, Faults& faults) {
     const auto report = [&](FaultCode code, std::string problem, const char* advice) {
-        faults.push_back({code, settings_file, entry.line, -1, entry.key, std::move(problem), advice});
+        faults.push_back({code, path::settings, entry.line, -1, entry.key, std::move(problem), advice});
     };
     if (entry.key.empty()) {
         if (is_misspelt(entry.section))
@@ -92,7 +92,7 @@ constexpr WindowRange window_ranges[] = {
     {"b", &TextWindow::blue, 0, 255, "0 to 255 is allowed"},
     {"h", &TextWindow::alpha, 0, 255, "0 to 255 is allowed"},
     {"s", &TextWindow::shadow, 0, 100, "0 to 100 pixels are allowed"},
-    {"l", &TextWindow::grid, any_low, 800, "0 to 800 pixels are allowed"},
+    {"l", &TextWindow::grid, any_low, picture_width, "0 to 800 pixels are allowed"},
     {"t", &TextWindow::font, 0, font_count - 1, "fonts are 0 to 10"},
 };
 
@@ -107,8 +107,9 @@ void check_window_edges(const Installation&, const std::string& file, int number
     if (window.top >= window.bottom)
         report("yo, yu", "the bottom edge is not below the top edge", "correct yo or yu");
     const bool cells = window.pixel_coords == 0;
-    const int width = cells && cell_width(window.font) > 0 ? 800 / cell_width(window.font) : 800;
-    const int height = cells && cell_height(window.font) > 0 ? 600 / cell_height(window.font) : 600;
+    const int width = cells && cell_width(window.font) > 0 ? picture_width / cell_width(window.font) : picture_width;
+    const int height =
+        cells && cell_height(window.font) > 0 ? picture_height / cell_height(window.font) : picture_height;
     if (window.left < 0 || window.right > width)
         report("xo, xu", "reaches outside the screen", cells ? "columns count in the font of t" : "keep to 0 to 800");
     if (window.top < 0 || window.bottom > height)
@@ -159,22 +160,22 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
 } // namespace
 
 void read_settings(Installation& installation, Faults& faults) {
-    const auto& text = installation.text_file(settings_file);
+    const auto& text = installation.text_file(path::settings);
     if (!text) {
         faults.push_back(
-            {file_missing, settings_file, 0, -1, "", "cannot be read", "the program would use its own defaults"});
+            {file_missing, path::settings, 0, -1, "", "cannot be read", "the program would use its own defaults"});
         return;
     }
     const std::string values = platform::latin1_from_utf8(*text);
     set_config_data(values.c_str(), static_cast<int>(values.size()));
-    walk_config(settings_file, *text, faults, [&](const ConfigEntry& entry) { check_setting(entry, faults); });
+    walk_config(path::settings, *text, faults, [&](const ConfigEntry& entry) { check_setting(entry, faults); });
 }
 
 void read_windows(Installation& installation, Faults& faults) {
     for (std::size_t i = 0; i < languages.size(); ++i) {
         LanguageFiles& language = installation.by_language[i];
         language.window_file = "tools/language/" + std::string(languages[i].folder) + "/" +
-                               std::string(languages[i].prefix) + "factory.tw";
+                               std::string(languages[i].prefix) + path::text_windows;
         const auto& text = installation.text_file(language.window_file);
         if (!text || read_text_windows(*text, language.windows, nullptr) == 0) {
             faults.push_back({text ? window_missing : file_missing, language.window_file, 0, -1, "",
@@ -192,16 +193,16 @@ void read_windows(Installation& installation, Faults& faults) {
 }
 
 void read_messages(Installation& installation, Faults& faults) {
-    const auto& chosen = installation.text_file("tools/language.ini");
+    const std::string choice = with_slashes(path::language_choice);
+    const auto& chosen = installation.text_file(choice);
     if (!chosen || (!chosen->starts_with('1') && !chosen->starts_with('2')))
-        faults.push_back({language_choice, "tools/language.ini", 1, -1, "",
+        faults.push_back({FaultCode::language_choice, choice, 1, -1, "",
                           chosen ? "names no language" : "cannot be read",
                           "its first character is 1 for English, 2 for German"});
-    constexpr const char* files[] = {"tools/language/english/txt/messages.eng",
-                                     "tools/language/german/txt/messages.ger"};
     for (std::size_t i = 0; i < languages.size(); ++i) {
         LanguageFiles& language = installation.by_language[i];
-        language.message_file = files[i];
+        language.message_file =
+            "tools/language/" + std::string(languages[i].folder) + "/txt/" + std::string(languages[i].messages);
         const auto& text = installation.text_file(language.message_file);
         if (!text) {
             faults.push_back(

@@ -8,6 +8,7 @@
 #include "cc/options_screen.h"
 #include "cc/screens.h"
 #include "core/files.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
@@ -31,13 +32,12 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr const char* settings_section = "VELDOR_VCC";
 constexpr int open_options_action = 5, both_modes = 3;
 
 /// Stands in for the display; taken away before the library notices at its end.
 class StandInDisplay {
 public:
-    StandInDisplay() : picture_(create_bitmap(mode_width, mode_height)) {
+    StandInDisplay() : picture_(create_bitmap(picture_width, picture_height)) {
         if (picture_)
             clear_bitmap(picture_.get());
         screen = picture_.get();
@@ -63,7 +63,7 @@ struct ProgramState {
 
 /// The settings of the installation, without the file: nothing that the program changes reaches it.
 void take_settings(int depth) {
-    const std::string text = platform::latin1_from_utf8(read_file("data/configs/vcc.cfg").value_or(""));
+    const std::string text = platform::latin1_from_utf8(read_file(path::settings).value_or(""));
     set_config_data((text + "\n").c_str(), static_cast<int>(text.size()) + 1);
     set_config_int("VELDOR_GRAPHICS", "bitmap_depth", depth_setting(depth).value_or(0));
     const int known = get_config_int("VELDOR_GRAPHICS", "screen_mode_range", -1);
@@ -73,16 +73,13 @@ void take_settings(int depth) {
 }
 
 void take_language(std::size_t index) {
-    const LanguageRow& row = languages[index];
-    const std::string folder = "tools/language/" + std::string(row.folder) + "/";
-    language = static_cast<int>(index) + 1;
-    slot_prefix = text_window_prefix = folder + std::string(row.prefix);
-    load_messages(folder + "txt/messages." + (index == 0 ? "eng" : "ger"));
+    use_language(static_cast<int>(index) + 1);
+    load_messages(message_file(language));
 }
 
 void start_sound() {
     install_silent_sound();
-    if (!config_flag("VELDOR_GENERAL", "sound_at_all") || read_sound_setup("tools/vcc.snd") == 0)
+    if (!config_flag("VELDOR_GENERAL", "sound_at_all") || read_sound_setup(path::sound_setup) == 0)
         disable_sound();
     else if (sound_on)
         enable_sound();
@@ -95,22 +92,23 @@ std::string load(const RenderRequest& request) {
     show_slot_pictures = 1;
     take_settings(request.depth);
     take_language(request.language);
-    if (!load_fonts(settings_section, "fonts"))
+    if (!load_fonts(font_section, path::fonts))
         return "the fonts cannot be loaded";
-    configure_fonts(settings_section);
+    configure_fonts(font_section);
     select_font(0);
     previous_font = 0;
     start_sound();
     if (load_cc_slot_sets() != 0)
         return "the slot files cannot be loaded";
     setup_cc_screens();
-    if (load_text_windows(text_window_prefix + "factory.tw") == 0)
+    if (load_text_windows(text_window_prefix + path::text_windows) == 0)
         return "the text windows cannot be loaded";
-    if (load_graphic_buffers("tools/vcc.buf") == 0)
+    if (load_graphic_buffers(path::buffer_list) == 0)
         return "the pictures of tools/vcc.buf cannot be loaded";
     const BITMAP* picture = graphic_buffer(screen_buffer);
-    return picture && picture->w >= mode_width && picture->h >= mode_height ? ""
-                                                                            : "graphic buffer 0 is missing or small";
+    return picture && picture->w >= picture_width && picture->h >= picture_height
+               ? ""
+               : "graphic buffer 0 is missing or small";
 }
 
 Step at_slot(Step::Kind kind, const SlotSet& set, int index) {
@@ -120,15 +118,15 @@ Step at_slot(Step::Kind kind, const SlotSet& set, int index) {
                 const Slot& slot = set.slots[static_cast<std::size_t>(index)];
                 const Rect area = slot_rect(slot);
                 // A text may be empty, and then has no width; its first cell is as good.
-                x = std::clamp(area.x1 + std::min((area.x2 - area.x1) / 2, 40), 0, mode_width - 1);
-                y = std::clamp((area.y1 + area.y2) / 2, 0, mode_height - 1);
+                x = std::clamp(area.x1 + std::min((area.x2 - area.x1) / 2, 40), 0, picture_width - 1);
+                y = std::clamp((area.y1 + area.y2) / 2, 0, picture_height - 1);
             }};
 }
 
 Step park_pointer() {
     return {Step::Kind::point, [](int& x, int& y) {
-                x = mode_width - 1;
-                y = mode_height - 1;
+                x = picture_width - 1;
+                y = picture_height - 1;
             }};
 }
 

@@ -134,6 +134,12 @@ bool same_cause(const Fault& a, const Fault& b) {
 
 } // namespace
 
+std::string with_slashes(std::string_view path) {
+    std::string result(path);
+    std::ranges::replace(result, '\\', '/');
+    return result;
+}
+
 std::string text_of_fault(const Fault& fault, bool colours) {
     const Colours& c = colours_of(fault, colours);
     const std::string field = fault.field.empty() ? "" : utf8(harmless(fault.field)) + ": ";

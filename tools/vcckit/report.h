@@ -28,6 +28,9 @@ struct Fault {
 
 using Faults = std::vector<Fault>;
 
+/// A path as it is reported: with slashes.
+std::string with_slashes(std::string_view path);
+
 /// "file: slot 3: VK103 dest_x: problem - advice". With `colours` place and problem are set off for a terminal.
 std::string text_of_fault(const Fault& fault, bool colours);
 

@@ -3,19 +3,14 @@
 
 #include "slot_bytes.h"
 
+#include "core/installation.h"
+
 #include <array>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vcc::kit {
-
-struct LanguageRow {
-    std::string_view code;   ///< as written in sources
-    std::string_view folder; ///< below tools/language of an installation
-    std::string_view prefix; ///< of file names
-};
-inline constexpr std::array<LanguageRow, 2> languages{{{"en", "english", "e_"}, {"de", "german", "g_"}}};
 
 /// A mistake in a source.
 struct SourceFault {

@@ -1,0 +1,130 @@
+// What the program and an installation agree on: names of files, sizes, numbers of fixed records, and codes. Constants
+// only; the program, vcckit and the benchmarks read them here. Names are written as they appear in log lines.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace vcc {
+
+inline constexpr int picture_width = 800, picture_height = 600; ///< pixels: the display, every screen and background
+
+namespace path {
+inline constexpr const char* settings = "data/configs/vcc.cfg";
+inline constexpr const char* log_folder = "data/logfiles";
+inline constexpr const char* log = "data/logfiles/veldor_log.txt";
+inline constexpr const char* accents = "data/compose";
+inline constexpr const char* fonts = "fonts";
+inline constexpr const char* language_choice = "tools\\language.ini";
+inline constexpr const char* buffer_list = "tools/vcc.buf";
+inline constexpr const char* sound_setup = "tools/vcc.snd";
+inline constexpr const char* pointer_folder = "images/";
+inline constexpr const char* pointer_file = "pointer.pcx";
+inline constexpr const char* manual = "docs\\veldor_manual.pdf";
+inline constexpr const char* help_picture = "factory.pcx"; ///< written by F4 on a help page
+/// Shown in turn while a pass loads.
+inline constexpr std::array<const char*, 4> backgrounds{"images\\morv1.pcx", "images\\morv2.pcx", "images\\morv3.pcx",
+                                                        "images\\morv4.pcx"};
+/// Mapping files of the keyboard setting 0 to 5.
+inline constexpr std::array<std::string_view, 6> keyboards{"data/configs/us.cfg", "data/configs/de.cfg",
+                                                           "data/configs/fi.cfg", "data/configs/fr.cfg",
+                                                           "data/configs/it.cfg", "data/configs/uk.cfg"};
+inline constexpr const char* text_windows = "factory.tw"; ///< behind the prefix of the language
+} // namespace path
+
+inline constexpr const char* font_section = "VELDOR_VCC"; ///< of the settings file
+
+struct Film {
+    const char* path;
+    int effect; ///< number of the effect that is its sound
+};
+inline constexpr std::array<Film, 2> films{{{"images/Zentrik.avi", 181}, {"images/VELDOR_Intro.avi", 182}}};
+
+/// A language's files: tools/language/FOLDER/PREFIX..., and its messages in tools/language/FOLDER/txt/MESSAGES.
+struct LanguageRow {
+    std::string_view code; ///< as written in sources of screens
+    std::string_view folder;
+    std::string_view prefix;
+    std::string_view messages;
+};
+inline constexpr std::array<LanguageRow, 2> languages{
+    {{"en", "english", "e_", "messages.eng"}, {"de", "german", "g_", "messages.ger"}}};
+
+/// The programs that share the settings; the number indexes their volumes and themes.
+enum class Module : int { hq, factory, battle, control_centre };
+inline constexpr int module_count = 4;
+
+/// Libraries of the game modules, by their number; the entry has the library's name.
+inline constexpr std::array<const char*, 3> module_names{"hq", "factory", "battle"};
+
+inline constexpr int leave_code =
+    45; ///< module choice and screen result of leaving; also: the screens cannot be loaded
+
+/// What a screen ends with: the next state of the screens.
+enum class ScreenResult : int { menu = 0, options = 1, hq = 2, factory = 3, battle = 4, leave = leave_code };
+
+enum class ScreenKind : int { menu, options, info, message };
+
+struct ScreenFile {
+    ScreenKind kind;
+    std::string_view name; ///< of its slot and toggle file, behind the prefix of the language
+    int used;              ///< slots that are addressed by number
+    int needed;            ///< with fewer the program does not start
+};
+
+namespace menu_slot {
+/// A slot, and the preview that is drawn while the pointer is on it.
+struct Preview {
+    int slot, picture;
+};
+inline constexpr std::array<Preview, 5> previews{{{3, 8}, {5, 9}, {7, 10}, {13, 16}, {15, 11}}};
+inline constexpr int count = 17;
+} // namespace menu_slot
+
+namespace options_slot {
+inline constexpr int first_selector = 11; ///< module selector buttons 11 to 14
+inline constexpr int selector_end = 15;   ///< counts as part of the selector for the pointer
+inline constexpr int first_marker = 16;   ///< module markers 16 to 19
+inline constexpr int player_name = 45, ip_address = 53;
+inline constexpr int first_value = 56; ///< button and record of every value entry in turn
+inline constexpr int value_count = 11;
+inline constexpr int first_junction = 78; ///< graphic slots 78 to 81
+inline constexpr int loop_button = 86, connector_colours = 88, loop_label = 89;
+inline constexpr int count = 90;
+/// Slots without a behaviour of their own that put the selector's marker to rest.
+inline constexpr std::array<int, 6> resting{45, 46, 50, 53, 83, 85};
+} // namespace options_slot
+
+namespace info_slot {
+inline constexpr int first_line = 1, line_count = 12;
+} // namespace info_slot
+
+inline constexpr int help_line_standard = 67; ///< characters of a help line that are shown
+
+namespace message_slot {
+inline constexpr int window = 0, first_line = 2, missing_file = 4, missing_entry = 5, last_line = 9, first_button = 10;
+inline constexpr int close = 13, back = 33, forward = 35, count = 36;
+} // namespace message_slot
+
+/// In the order in which they are loaded.
+inline constexpr std::array<ScreenFile, 4> screen_files{{
+    {ScreenKind::menu, "vcc", menu_slot::count, 2},
+    {ScreenKind::options, "vcc_options", options_slot::count, options_slot::count},
+    {ScreenKind::info, "vcc_options_info", info_slot::first_line + info_slot::line_count, 2},
+    {ScreenKind::message, "mess", message_slot::count, 2},
+}};
+
+// Text windows that are addressed by number.
+inline constexpr int style_window = 19; ///< template of the highlighted frame and of shadows
+inline constexpr int info_window = 21, group_window = 22, value_window = 23, module_window = 24,
+                     sound_group_window = 25;
+
+// Graphic buffers that are addressed by number; those from window_copy_buffer on are made, not loaded.
+inline constexpr int screen_buffer = 0;       ///< every screen is drawn here and copied whole to the display
+inline constexpr int backdrop_buffer = 3;     ///< background picture of the screens
+inline constexpr int window_copy_buffer = 21; ///< background copy for windows 22 to 25
+inline constexpr int help_save_buffer = 22;   ///< what lies under a help page
+inline constexpr int info_copy_buffer = 23;   ///< background copy for the explanation box
+inline constexpr int text_copy_buffer = 24;   ///< clean background under smoothed text
+
+} // namespace vcc
