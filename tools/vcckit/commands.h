@@ -22,6 +22,15 @@ int run_check(const std::string& folder, bool json);
 /// Renders a screen of an installation into a PNG file.
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output);
 
+struct ConvertRequest {
+    std::string output; ///< file, folder, or empty: beside the source
+    int bits = 24;      ///< of a pixel: 8 or 24
+    bool loop = false;  ///< sounds must run into themselves
+};
+
+/// Makes PCX, WAV and AVI files from what other programs write.
+int run_convert(const std::vector<std::string>& sources, const ConvertRequest& request);
+
 /// Prints a file of an installation readably.
 int run_show(const std::string& file);
 

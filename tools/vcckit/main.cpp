@@ -35,6 +35,8 @@ struct Arguments {
     std::string installation, output, checked, rendered, picture, shown, screen, language = "en";
     bool json = false;
     RenderRequest request;
+    std::vector<std::string> converted;
+    ConvertRequest conversion;
 };
 
 CLI::App& add_command(CLI::App& app, const char* name, const char* purpose, const std::string& lines) {
@@ -122,6 +124,25 @@ CLI::App& add_show(CLI::App& app, Arguments& given) {
     return command;
 }
 
+CLI::App& add_convert(CLI::App& app, Arguments& given) {
+    ConvertRequest& request = given.conversion;
+    CLI::App& command =
+        add_command(app, "convert", "Makes PCX pictures, WAV sounds and AVI films from those of other programs",
+                    "  vcckit convert menu.png -o veldor/images          alpha becomes the transparent colour\n"
+                    "  vcckit convert --loop theme.ogg -o veldor/sounds/theme00.wav\n"
+                    "  vcckit convert intro.mp4 -o veldor/images/VELDOR_Intro.avi");
+    command.add_option("INPUT", given.converted, "pictures, sounds and films of any format")
+        ->required()
+        ->type_name("FILE");
+    command.add_option("-o,--output", request.output, "file or folder to write; without it beside the input")
+        ->type_name("FILE|DIR");
+    command.add_option("--bits", request.bits, "pictures: bits of a pixel, 24 unless told otherwise")
+        ->type_name("BITS")
+        ->check(CLI::IsMember({8, 24}));
+    command.add_flag("--loop", request.loop, "sounds: refuse one whose end does not run into its beginning");
+    return command;
+}
+
 /// What the completion of a shell asks: not in the help, for no person types it.
 bool is_completion(int argc, char** argv) {
     return argc > 1 && std::strcmp(argv[1], "__complete") == 0;
@@ -146,6 +167,7 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     const CLI::App& unpack = add_unpack(app, given);
     const CLI::App& check = add_check(app, given);
     const CLI::App& render = add_render(app, given);
+    const CLI::App& convert = add_convert(app, given);
     add_show(app, given);
     if (is_completion(argc, argv))
         return print_completions(app, {argv + 2, argv + argc});
@@ -165,5 +187,7 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
         given.request.screen = screens.at(given.screen);
         return run_render(given.rendered, given.request, given.picture);
     }
+    if (convert.parsed())
+        return run_convert(given.converted, given.conversion);
     return run_show(given.shown);
 }

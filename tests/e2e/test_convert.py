@@ -1,0 +1,236 @@
+"""vcckit convert: what it makes of the formats of other programs, of broken files, and of being killed."""
+
+import os
+import signal
+import subprocess
+import time
+
+import numpy as np
+import pytest
+from PIL import Image
+
+from support.installation import PROJECT
+
+VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
+MASK = 255, 0, 255
+WIDTH, HEIGHT = 101, 60  # an odd width: lines of a PCX picture are even
+
+
+def convert(folder, *arguments):
+    return subprocess.run([VCCKIT, "convert", *arguments], cwd=folder, capture_output=True, text=True)
+
+
+def ffmpeg(*arguments):
+    subprocess.run(["ffmpeg", "-loglevel", "error", "-y", *map(str, arguments)], check=True)
+
+
+def drawing(colours):
+    """Red, green, blue, opacity: a transparent corner, and opaque stripes of the mask's colour and of one near it."""
+    pixels = np.zeros((HEIGHT, WIDTH, 4), np.uint8)
+    pixels[..., 0] = np.arange(WIDTH) // (1 if colours > 256 else 25) * 2
+    pixels[..., 1] = np.arange(HEIGHT)[:, None] * 4
+    pixels[..., 2:] = 77, 255
+    pixels[:20, :20, 3] = 0
+    pixels[30:33] = (*MASK, 255)
+    pixels[33:36] = 250, 3, 252, 255
+    return pixels
+
+
+def save_pcx_of_four_planes(pixels, path):
+    """The layout of PCX, without runs of more than one byte."""
+    header = bytearray(128)
+    header[:4] = 10, 5, 1, 8
+    header[8:12] = (WIDTH - 1).to_bytes(2, "little") + (HEIGHT - 1).to_bytes(2, "little")
+    header[65:68] = 4, WIDTH, 0
+    planes = pixels.transpose(0, 2, 1).tobytes()
+    path.write_bytes(bytes(header) + b"".join(bytes((0xC1, value)) for value in planes))
+
+
+def save(pixels, path):
+    if path.suffix == ".pcx" and pixels.shape[2] == 4:
+        save_pcx_of_four_planes(pixels, path)
+    else:
+        quality = {".webp": {"lossless": True}, ".jpg": {"quality": 95, "subsampling": 0}}
+        Image.fromarray(pixels).save(path, **quality.get(path.suffix, {}))
+
+
+def pixels_of(path):
+    image = Image.open(path)
+    assert image.format == "PCX"
+    return np.asarray(image.convert("RGB")), 8 if image.mode == "P" else 24
+
+
+PICTURES = [
+    # name, has transparency, bits, colours, most difference of a sample
+    ("a.png", True, 24, 5000, 0),
+    ("a.bmp", True, 24, 5000, 0),
+    ("a.pcx", True, 24, 5000, 0),
+    ("a.webp", True, 24, 5000, 0),
+    ("b.jpg", False, 24, 5000, 40),
+    ("b.bmp", False, 24, 5000, 0),
+    ("b.pcx", False, 24, 5000, 0),
+    ("a.png", True, 8, 200, 3),
+    ("a.png", True, 8, 5000, 16),
+    ("b.bmp", False, 8, 200, 3),
+]
+
+
+@pytest.mark.parametrize("name, clear, bits, colours, most", PICTURES, ids=str)
+def test_pictures(tmp_path, name, clear, bits, colours, most):
+    drawn = drawing(colours) if clear else drawing(colours)[..., :3]
+    save(drawn, tmp_path / name)
+    done = convert(tmp_path, name, "-o", "out.pcx", "--bits", str(bits))
+    assert done.returncode == 0, done.stderr
+    assert done.stdout == f"out.pcx: {WIDTH} x {HEIGHT} pixels of {bits} bits\n"
+    made, made_bits = pixels_of(tmp_path / "out.pcx")
+    assert made_bits == bits
+    # With transparency the mask is what was transparent, and nothing else that 15 bits or a palette take for it.
+    masked = (made == MASK).all(axis=2)
+    if clear:
+        assert np.array_equal(masked, drawn[..., 3] == 0)
+    elif not name.endswith("jpg"):  # whose colours are not quite those that were drawn
+        assert np.array_equal(masked, (drawn == MASK).all(axis=2))
+    near = (made >> 3 == np.array(MASK) >> 3).all(axis=2) & ~masked
+    assert not near.any()
+    stripes = np.zeros_like(masked)
+    stripes[30:36] = True  # their green may have been raised
+    difference = np.abs(made.astype(int) - drawn[..., :3]).max(axis=2)
+    assert difference[~masked & ~stripes].max() <= most
+    assert difference[~masked & stripes].max(initial=0) <= 8 + most
+
+
+SOUNDS = [
+    # FFmpeg's arguments of the source, name, what is told
+    ("-c:a libmp3lame -ac 2", "a.mp3", "2.0 s of 44100 Hz, stereo"),
+    ("-c:a libvorbis", "a.ogg", "2.0 s of 44100 Hz, mono"),
+    ("-c:a pcm_s24le -ar 96000", "a.wav", "2.0 s of 96000 Hz, mono"),
+    ("-c:a pcm_f32le -ac 6 -ar 384000", "a.wav", "2.0 s of 48000 Hz, stereo"),
+    ("-c:a flac -ar 22050", "a.flac", "2.0 s of 22050 Hz, mono"),
+]
+
+
+@pytest.mark.parametrize("coded, name, told", SOUNDS, ids=str)
+def test_sounds(tmp_path, coded, name, told):
+    ffmpeg("-f", "lavfi", "-i", "sine=441:d=2", *coded.split(), tmp_path / name)
+    done = convert(tmp_path, name, "-o", "out.wav")
+    assert (done.returncode, done.stdout) == (0, f"out.wav: {told}\n"), done.stderr
+    shown = subprocess.run([VCCKIT, "show", tmp_path / "out.wav"], capture_output=True, text=True).stdout
+    assert shown.startswith(f"WAV sound, {told.split()[3]} Hz, 16 bits") and "2.0" in shown
+
+
+def test_a_loop_has_to_run_into_itself(tmp_path):
+    # 441 Hz fit 2 s; of 440.3 Hz the last period is cut.
+    for name, tone in (("good.flac", "sine=441:d=2"), ("bad.flac", "sine=440.3:d=2,volume=6")):
+        ffmpeg("-f", "lavfi", "-i", tone, tmp_path / name)
+    assert convert(tmp_path, "--loop", "good.flac").returncode == 0
+    refused = convert(tmp_path, "--loop", "bad.flac")
+    assert refused.returncode == 1 and "clicks where its end meets its beginning" in refused.stderr
+    assert {path.name for path in tmp_path.iterdir()} == {"good.flac", "good.wav", "bad.flac"}
+    assert convert(tmp_path, "bad.flac").returncode == 0
+
+
+FILMS = [
+    # size, frames a second, name, what is told
+    ("1280x720", 30, "a.mp4", "2.0 s of 800 x 450 pixels, 30 frames a second"),
+    ("640x480", 24, "a.mkv", "2.0 s of 640 x 480 pixels, 24 frames a second"),
+    ("320x240", 100, "a.mov", "2.0 s of 320 x 240 pixels, 60 frames a second"),
+]
+
+
+@pytest.mark.parametrize("size, rate, name, told", FILMS, ids=str)
+def test_films(tmp_path, size, rate, name, told):
+    sound = ["-f", "lavfi", "-i", "sine=441:d=2"]
+    ffmpeg("-f", "lavfi", "-i", f"testsrc=size={size}:rate={rate}:duration=2", *sound, tmp_path / name)
+    done = convert(tmp_path, name)
+    assert done.returncode == 0 and done.stdout.startswith(f"a.avi: {told}; its sound is left out"), done.stderr
+    shown = subprocess.run([VCCKIT, "show", tmp_path / "a.avi"], capture_output=True, text=True).stdout
+    frames = 2 * min(rate, 60)
+    assert f"{frames} frames" in shown
+    # The same moments: both films, shrunk to where coding does not matter.
+    wanted, made = (frames_of(tmp_path / each) for each in (name, "a.avi"))
+    assert np.abs(wanted - made).mean() < 4
+    assert convert(tmp_path, name, "-o", "still.pcx").returncode == 0
+    assert convert(tmp_path, name, "-o", "heard.wav").stdout.startswith("heard.wav: 2.0 s of 44100 Hz")
+
+
+def frames_of(film):
+    raw = subprocess.run(["ffmpeg", "-loglevel", "error", "-i", film, "-vf", "fps=6,scale=40:30", "-f", "rawvideo",
+                          "-pix_fmt", "gray", "-"], check=True, capture_output=True).stdout
+    return np.frombuffer(raw, np.uint8).reshape(-1, 30, 40)[:11].astype(int)
+
+
+BROKEN = [
+    # name, how it is made, what is told
+    ("cut.png", lambda path: cut(path), "is damaged, or cut off"),
+    ("cut.jpg", lambda path: cut(path), "is damaged, or cut off"),
+    ("cut.bmp", lambda path: cut(path), "is damaged, or cut off"),
+    ("cut.pcx", lambda path: cut(path), "is damaged, or cut off"),
+    ("cut.flac", lambda path: cut(path), "is damaged, or cut off"),
+    ("cut.wav", lambda path: cut(path), "is cut off"),
+    ("cut.avi", lambda path: cut(path), "is damaged, or cut off"),
+    ("text.txt", lambda path: path.write_text("no picture"), "is no picture, sound or film that FFmpeg knows"),
+    ("text.png", lambda path: path.write_text("no picture"), "is damaged, or cut off"),
+    ("empty.ogg", lambda path: path.write_text(""), "is no picture, sound or film that FFmpeg knows"),
+    ("wide.png", lambda path: Image.new("RGB", (4097, 2)).save(path), "has 4097 x 2 pixels, and the program takes at"),
+    ("folder.png", lambda path: path.mkdir(), "is no file"),
+    ("absent.png", lambda path: None, "does not exist"),
+]
+
+
+def cut(path):
+    if path.suffix in (".png", ".jpg", ".bmp", ".pcx"):
+        save(drawing(5000) if path.suffix == ".pcx" else drawing(5000)[..., :3], path)
+    else:
+        source = "testsrc=d=2" if path.suffix == ".avi" else "sine=441:d=2"
+        ffmpeg("-f", "lavfi", "-i", source, path)
+    path.write_bytes(path.read_bytes()[:path.stat().st_size * 2 // 3])
+
+
+@pytest.mark.parametrize("name, make, told", BROKEN, ids=[case[0] for case in BROKEN])
+def test_broken_inputs_leave_the_target_as_it_was(tmp_path, name, make, told):
+    make(tmp_path / name)
+    target = tmp_path / ("out" + {".flac": ".wav", ".ogg": ".wav", ".wav": ".wav", ".avi": ".avi"}.get(
+        (tmp_path / name).suffix, ".pcx"))
+    target.write_text("before")
+    before = sorted(tmp_path.iterdir())
+    done = convert(tmp_path, name, "-o", target.name)
+    assert done.returncode == 2 and done.stderr.startswith(f"vcckit: {name}: {told}"), done.stderr
+    assert target.read_text() == "before" and sorted(tmp_path.iterdir()) == before
+
+
+def test_a_batch_goes_into_a_folder_and_never_over_itself(tmp_path):
+    save(drawing(200), tmp_path / "a.png")
+    save(drawing(200)[..., :3], tmp_path / "b.bmp")
+    ffmpeg("-f", "lavfi", "-i", "sine=441:d=1", tmp_path / "c.wav")
+    (tmp_path / "out").mkdir()
+    assert convert(tmp_path, "a.png", "b.bmp", "c.wav", "-o", "out").returncode == 0
+    assert {path.name for path in (tmp_path / "out").iterdir()} == {"a.pcx", "b.pcx", "c.wav"}
+    for arguments, told in ((["c.wav"], "would be replaced by its own conversion"),
+                            (["a.png", "out/a.pcx", "-o", "."], "would become ./a.pcx, as a.png does"),
+                            (["a.png", "b.bmp", "-o", "typo"], "typo: is no folder"),
+                            (["a.png", "-o", "a.gif"], "a.gif: is no folder, and ends"),
+                            (["a.png", "-o", "a.avi"], "is a picture, and no film")):
+        before = sorted(tmp_path.rglob("*"))
+        done = convert(tmp_path, *arguments)
+        assert done.returncode == 2 and told in done.stderr, done.stderr
+        assert sorted(tmp_path.rglob("*")) == before
+
+
+@pytest.mark.parametrize("number", (signal.SIGINT, signal.SIGTERM, signal.SIGKILL), ids=str)
+def test_killed_in_the_middle(tmp_path, number):
+    film = tmp_path / "a.mkv"
+    ffmpeg("-f", "lavfi", "-i", "testsrc=size=800x600:rate=25:duration=20", "-c:v", "mpeg4", film)
+    target = tmp_path / "a.avi"
+    target.write_text("before")
+    with subprocess.Popen([VCCKIT, "convert", film]) as kit:
+        unfinished = tmp_path / "a.avi.new"
+        while not unfinished.exists() or unfinished.stat().st_size < 100_000:
+            assert kit.poll() is None, "it was done before it could be killed"
+            time.sleep(0.005)
+        kit.send_signal(number)
+        assert kit.wait(timeout=20) == -number
+    assert target.read_text() == "before"
+    assert unfinished.exists() == (number == signal.SIGKILL)
+    # What a kill leaves is no hindrance.
+    assert convert(tmp_path, "a.mkv", "-o", "a.avi").returncode == 0
+    assert target.stat().st_size > 100_000 and not unfinished.exists()

@@ -1,0 +1,92 @@
+#include "new_file.h"
+
+#include "platform/files.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+namespace vcc::kit {
+
+namespace {
+
+volatile std::sig_atomic_t request = 0;
+
+constexpr int requests[] = {
+    SIGINT,
+    SIGTERM,
+#ifdef SIGHUP
+    SIGHUP,
+#endif
+};
+
+void take_request(int signal) {
+    request = signal;
+    std::signal(signal, SIG_DFL);
+}
+
+} // namespace
+
+NewFile::NewFile(std::string path) : path_(std::move(path)), temporary_(path_ + ".new") {
+    std::error_code error;
+    if (std::filesystem::is_directory(path_, error)) {
+        errno = EISDIR;
+        fail();
+        return;
+    }
+    file_.reset(std::fopen(temporary_.c_str(), "wb"));
+    made_ = file_ != nullptr;
+    if (!file_)
+        fail();
+}
+
+NewFile::~NewFile() {
+    file_.reset();
+    std::error_code ignored;
+    if (made_)
+        std::filesystem::remove(temporary_, ignored);
+}
+
+bool NewFile::fail() {
+    if (reason_.empty())
+        reason_ = "cannot write " + path_ + ": " + std::strerror(errno);
+    return false;
+}
+
+bool NewFile::write(const void* bytes, std::size_t count) {
+    return std::fwrite(bytes, 1, count, file_.get()) == count || fail();
+}
+
+bool NewFile::flush() {
+    return std::fflush(file_.get()) == 0 || fail();
+}
+
+bool NewFile::commit() {
+    if (!reason_.empty() || !flush())
+        return false;
+    file_.reset();
+    if (!platform::replace_file(temporary_, path_))
+        return fail();
+    made_ = false;
+    return true;
+}
+
+InterruptionGuard::InterruptionGuard() {
+    for (const int signal : requests)
+        std::signal(signal, take_request);
+}
+
+InterruptionGuard::~InterruptionGuard() {
+    for (const int signal : requests)
+        std::signal(signal, SIG_DFL);
+    if (request != 0)
+        std::raise(request);
+}
+
+bool interrupted() {
+    return request != 0;
+}
+
+} // namespace vcc::kit
