@@ -22,7 +22,7 @@ MENU = {"hq": (140, 207), "factory": (140, 257), "battle": (140, 307), "options"
 SELECTORS = {"hq": 105, "factory": 133, "battle": 161, "centre": 189}
 ROWS = {"effects": 105, "music": 133, "theme": 161, "screen-mode": 231, "resolution": 259, "depth": 287, "keyboard": 315,
         "animations": 371, "sprite-speed": 399, "message-delay": 427, "message-detail": 455}
-NEXT_PAGE, CLOSE_HELP = (306, 493), (618, 493)
+NEXT_PAGE, CLOSE_HELP = (494, 493), (618, 493)
 
 
 class Tour:

@@ -16,27 +16,29 @@ def ramp(stops, t):
     return np.stack([np.interp(t, at, [s[k] / 255 for s in stops]) for k in (1, 2, 3)], axis=-1)
 
 
-class Word:
-    """A word's shape on a canvas: signed distance to the outline (inside positive) and its direction, in pixels."""
+class Shape:
+    """A shape on a canvas: signed distance to its outline (inside positive) and its direction, in pixels.
 
-    def __init__(self, word, width, height, x, y, scale, over=2):
+    rings: closed outlines, holes included. Colours run from top down over `tall` pixels; bevel, glow and shadow are as large as letters of `unit`
+    pixels have them.
+    """
+
+    def __init__(self, rings, width, height, x, y, tall, unit, over=2):
         self.size, self.over = (width, height), over
-        self.tall = scale * 100
+        self.tall, self.unit = tall, unit
         w, h = width * over, height * over
         ys, xs = np.mgrid[0:h, 0:w].astype(np.float32)
         xs, ys = (xs + 0.5) / over, (ys + 0.5) / over
         self.xs, self.ys, self.top, self.left = xs, ys, y, x
         best = np.full((h, w), 1e9, np.float32)
         inside = np.zeros((h, w), bool)
-        for letter in glyphs.rings(word):
-            for ring in letter:
-                points = [(x + px * scale, y + py * scale) for px, py in ring]
-                for (ax, ay), (bx, by) in zip(points, points[1:] + points[:1]):
-                    dx, dy = bx - ax, by - ay
-                    t = np.clip(((xs - ax) * dx + (ys - ay) * dy) / (dx * dx + dy * dy), 0, 1)
-                    np.minimum(best, (xs - ax - t * dx) ** 2 + (ys - ay - t * dy) ** 2, out=best)
-                    if ay != by:
-                        inside ^= ((ay > ys) != (by > ys)) & (xs < dx * (ys - ay) / dy + ax)
+        for points in rings:
+            for (ax, ay), (bx, by) in zip(points, points[1:] + points[:1]):
+                dx, dy = bx - ax, by - ay
+                t = np.clip(((xs - ax) * dx + (ys - ay) * dy) / (dx * dx + dy * dy), 0, 1)
+                np.minimum(best, (xs - ax - t * dx) ** 2 + (ys - ay - t * dy) ** 2, out=best)
+                if ay != by:
+                    inside ^= ((ay > ys) != (by > ys)) & (xs < dx * (ys - ay) / dy + ax)
         distance = np.sqrt(best)
         self.inside = inside
         self.distance = np.where(inside, distance, -distance)
@@ -58,7 +60,7 @@ class Word:
     def paint(self, stops=AMBER, light=(-0.55, -0.75, 0.55), sweep=None, glow=0.35, glow_colour=(1.0, 0.60, 0.18), rim=2.2, shadow=0.7, dim=1.0):
         """Returns premultiplied red, green, blue, alpha (0..1) of the canvas. sweep = place in pixels of a band of light, or None."""
         d = self.distance
-        bevel = self.tall * 0.075
+        bevel = self.unit * 0.075
         slope = np.where(d < bevel, 1.0 - 0.35 * np.clip(d / bevel, 0, 1), 0.0) * 1.15
         nz = 1 / np.sqrt(1 + slope * slope)
         nx, ny = -self.gx * slope * nz, -self.gy * slope * nz
@@ -66,7 +68,7 @@ class Word:
         diffuse = nx * lx + ny * ly + nz * lz
         place = np.clip((self.ys - self.top) / self.tall, 0, 1)
         face = ramp(stops, np.clip(place + self.brush * 0.03, 0, 1)) * (1 + self.brush[..., None] * 0.06)
-        side = ramp(stops, np.clip(0.5 - 0.5 * (ny * 0.9), 0, 1)) * 0.15 + np.array(stops[0][1:]) / 255 * np.clip(diffuse, 0.02, 1)[..., None] ** 1.5 * np.array([1.0, 0.86, 0.66] if stops is AMBER else [0.9, 0.97, 1.0])
+        side = ramp(stops, np.clip(0.5 - 0.5 * (ny * 0.9), 0, 1)) * 0.15 + np.array(stops[0][1:]) / 255 * np.clip(diffuse, 0.02, 1)[..., None] ** 1.5 * np.array([0.9, 0.97, 1.0] if stops is STEEL else [1.0, 0.86, 0.66])
         edge = np.clip((bevel - d) * 1.5 + 0.5, 0, 1)[..., None]
         colour = face * (1 - edge) + side * edge
         ridge = np.exp(-(((d - bevel) / 0.9) ** 2))[..., None] * np.clip(-ny * 0.6 - nx * 0.4 + 0.35, 0, 1)[..., None]
@@ -74,15 +76,15 @@ class Word:
         colour = colour * dim
         if sweep is not None:
             across = self.xs + (self.ys - self.top) * 0.45 - sweep
-            band = np.exp(-((across / (self.tall * 0.28)) ** 2)) * (0.35 + 0.9 * np.clip(diffuse, 0, 1))
-            band += 0.6 * np.exp(-((across / (self.tall * 0.07)) ** 2)) * edge[..., 0]
+            band = np.exp(-((across / (self.unit * 0.28)) ** 2)) * (0.35 + 0.9 * np.clip(diffuse, 0, 1))
+            band += 0.6 * np.exp(-((across / (self.unit * 0.07)) ** 2)) * edge[..., 0]
             colour = colour + band[..., None] * np.array([1.0, 0.92, 0.78]) * 0.8
         cover = np.clip(d * self.over + 0.5, 0, 1)[..., None]
         colour = np.clip(colour, 0, 1)
         dark = np.clip(d * self.over + 0.5 + rim * self.over, 0, 1)[..., None]
-        halo = np.exp(-np.clip(-d, 0, None) / (self.tall * 0.14))[..., None] * glow
-        o = int(self.tall * 0.05 * self.over)
-        cast = np.roll(np.exp(-np.clip(-d, 0, None) / (self.tall * 0.05)), (o, o), axis=(0, 1))[..., None] * shadow
+        halo = np.exp(-np.clip(-d, 0, None) / (self.unit * 0.14))[..., None] * glow
+        o = int(self.unit * 0.05 * self.over)
+        cast = np.roll(np.exp(-np.clip(-d, 0, None) / (self.unit * 0.05)), (o, o), axis=(0, 1))[..., None] * shadow
         rgb = halo * np.array(glow_colour) * 0.8
         alpha = np.maximum(halo * 0.5, cast)
         rgb = rgb * (1 - dark) + np.array([0.035, 0.028, 0.02]) * dark
@@ -90,6 +92,29 @@ class Word:
         rgb = rgb * (1 - cover) + colour * cover
         alpha = alpha * (1 - cover) + cover
         return self.down(np.concatenate([rgb, alpha], axis=-1))
+
+
+class Word(Shape):
+    """A word in the letters of glyphs.py: its top left corner at (x, y), `scale` pixels a unit."""
+
+    def __init__(self, word, width, height, x, y, scale, over=2):
+        rings = [[(x + px * scale, y + py * scale) for px, py in ring] for letter in glyphs.rings(word) for ring in letter]
+        super().__init__(rings, width, height, x, y, scale * 100, scale * 100, over)
+
+
+def cut_corners(left, top, right, bottom, cut):
+    """The outline of a rectangle without its corners, as the letters have it."""
+    return [(left + cut, top), (right - cut, top), (right, top + cut), (right, bottom - cut), (right - cut, bottom), (left + cut, bottom),
+            (left, bottom - cut), (left, top + cut)]
+
+
+class Frame(Shape):
+    """A frame of a panel that fills the canvas: `margin` pixels around it, bars of `bar` pixels, corners cut off by `cut`."""
+
+    def __init__(self, width, height, bar, cut, margin=1, over=4):
+        outer = cut_corners(margin, margin, width - margin, height - margin, cut)
+        inner = cut_corners(margin + bar, margin + bar, width - margin - bar, height - margin - bar, cut - bar * 0.59)
+        super().__init__([outer, inner], width, height, margin, margin, height - 2 * margin, bar * 6, over)
 
 
 def over(ground, layer, strength=1.0):

@@ -51,7 +51,7 @@ def battle(picture):
     ys, xs = np.mgrid[0:H, 0:W].astype(float)
     a, b = cloud(21), cloud(33)
     # columns of smoke: they lean with the wind, widen and thin out upwards
-    for x0, foot, lean, wide, seed in ((118, 446, -0.10, 15, 2), (668, 446, 0.20, 12, 9), (402, 445, 0.12, 6, 5)):
+    for x0, foot, lean, wide, seed in ((92, 433, -0.08, 9, 2), (206, 432, 0.03, 4, 9), (292, 432, 0.10, 6, 5)):
         up = np.clip((foot - ys) / foot, 0, 1)
         middle = x0 + lean * (foot - ys) * (1 + up) + (a - 0.5) * 120 * up + (cloud(seed) - 0.5) * 46
         half = wide * (0.6 + 6.0 * up)
@@ -62,8 +62,8 @@ def battle(picture):
         fire = np.exp(-(((xs - x0) / (wide * 1.1)) ** 2) - ((ys - foot + 4) / 7) ** 2)[..., None]
         picture = screen(picture, fire * np.array([1.0, 0.55, 0.18]))
     # the muzzle flash: a hot core, a long flame ahead, two to the sides of the brake, and the smoke it lights
-    mx, my, dx, dy = 232.0, 187.0, -0.955, -0.296
-    ahead, aside = (xs - mx) * dx + (ys - my) * dy, -(xs - mx) * dy + (ys - my) * dx
+    mx, my, dx, dy, size = 464.0, 242.0, -0.86, -0.51, 0.58  # where the scene's gun ends, where it points; 1: a flame of 150 pixels
+    ahead, aside = ((xs - mx) * dx + (ys - my) * dy) / size, (-(xs - mx) * dy + (ys - my) * dx) / size
     wave = (cloud(41, ((16, 12), (32, 24), (64, 48), (128, 96))) - 0.5) * 20
 
     def flame(along, across, length, wide):
@@ -75,7 +75,7 @@ def battle(picture):
     for turn, length in ((62, 62), (-62, 62), (118, 40), (-118, 40)):
         c, s = np.cos(np.radians(turn)), np.sin(np.radians(turn))
         fire = np.maximum(fire, 0.9 * flame(ahead * c + aside * s, -ahead * s + aside * c, length, 10))
-    r = np.hypot(xs - mx + 14, ys - my + 4)
+    r = np.hypot(xs - mx + 14 * size, ys - my + 4 * size) / size
     puff = np.clip(np.exp(-(((ahead - 70) / 110) ** 2) - (aside / 70) ** 2) * (b * 1.5 - 0.25), 0, 0.75)[..., None]
     picture = picture * (1 - puff) + (np.array([0.62, 0.36, 0.20]) + np.exp(-r / 60)[..., None] * np.array([0.5, 0.4, 0.25])) * puff
     hot = fire[..., None] * np.array([1.0, 0.72, 0.30]) + (fire**3)[..., None] * np.array([0.5, 0.7, 0.8]) + np.exp(-((r / 26) ** 2))[..., None] * np.array([1.0, 0.9, 0.7])

@@ -1,20 +1,19 @@
 #!/usr/bin/python3
-"""Draws the parts of the screens that are neither rendered scenes nor text of the program: the menu's buttons, the small
-buttons and lamps, and the panels of the options screen on its mood picture.
+"""Draws the parts of the screens that are neither rendered scenes nor text of the program: the menu's buttons and frame, the small
+buttons, lamps and titles, and the panels of the options screen on its mood picture.
 
     game/art/widgets.py OUTPUT_FOLDER [OPTIONS_BASE.png]
 
 Writes buttons.pcx, widgets.pcx and options.pcx (24-bit). Coordinates that screens/*.toml cut pictures from stand in the tables below.
 """
-import subprocess
 import sys
 from pathlib import Path
 
-from PIL import Image, ImageDraw, ImageFilter, ImageFont
+from PIL import Image, ImageDraw, ImageFilter
 
-BOLD = "/usr/share/fonts/truetype/liberation/LiberationSans-Bold.ttf"
+from parts import BOLD, PINK, face, gradient, masked, metal_frame, metal_word, put, save
+
 SCALE = 4  # drawn larger and reduced, for smooth edges
-PINK = (255, 0, 255)
 
 # State of a button: plate from, plate to, frame, text, lamp
 STATES = {
@@ -25,18 +24,12 @@ STATES = {
 
 MENU_SIZE = (216, 42)  # button k in state column s: (s * 220, k * 46), German ones 240 lower
 MENU_LABELS = [("HQ", "HQ"), ("FACTORY", "FABRIK"), ("BATTLE", "SCHLACHT"), ("OPTIONS", "OPTIONEN"), ("LEAVE", "BEENDEN")]
+MENU_FRAME, MENU_FRAME_SIZE = (0, 480), (240, 266)  # around the buttons
 
-SMALL_SIZE = (116, 30)  # button k in state column s: (s * 120, k * 34), German ones 340 lower
+SMALL_SIZE = (116, 30)  # button k in state column s: (s * 120, k * 34), German ones 280 lower
 SMALL_LABELS = [("ACCEPT", "ANNEHMEN"), ("CANCEL", "ABBRUCH"), ("RESET", "VORGABEN"), ("MANUAL", "HANDBUCH"),
                 ("CLOSE", "SCHLIESSEN"), ("BACK", "ZUR\u00dcCK"), ("NEXT", "WEITER"), ("LOOP", "SCHLEIFE")]
-
-
-def gradient(size, top, bottom):
-    strip = Image.new("RGB", (1, size[1]))
-    for y in range(size[1]):
-        t = y / max(1, size[1] - 1)
-        strip.putpixel((0, y), tuple(round(a + (b - a) * t) for a, b in zip(top, bottom)))
-    return strip.resize(size)
+TITLES, TITLE_SIZE = {"OPTIONS": (0, 560), "OPTIONEN": (0, 596)}, (240, 32)
 
 
 def button(size, label, state, text_height):
@@ -51,22 +44,23 @@ def button(size, label, state, text_height):
     draw.rectangle((2 * line, height - 3 * line, width - 2 * line, height - 2 * line - 1), fill=tuple(c // 2 for c in bottom))
     bar = max(3, size[1] // 10) * line
     draw.rectangle((5 * line, 7 * line, 5 * line + bar, height - 7 * line), fill=lamp)
-    for x in (width - 8 * line, ):  # two rivets
-        for y in (7 * line, height - 8 * line):
-            draw.ellipse((x - line, y - line, x + line, y + line), fill=tuple(c // 2 for c in frame))
-    face = ImageFont.truetype(BOLD, text_height * SCALE)
-    spacing = text_height * SCALE // 9
-    advance = sum(face.getlength(c) + spacing for c in label) - spacing
-    room = width - (5 * line + bar) - 18 * line
-    if advance > room:
-        face = ImageFont.truetype(BOLD, int(text_height * SCALE * room / advance))
-        advance = sum(face.getlength(c) + spacing for c in label) - spacing
-    left = 5 * line + bar + (10 * line if size[0] > 150 else (width - 5 * line - bar - advance) / 2)
-    x, y = left, height / 2 + (line if state == "pressed" else 0)
+    is_small = size[0] <= 150
+    letters = face(BOLD, text_height * SCALE)
+    spacing = text_height * SCALE // (16 if is_small and len(label) > 7 else 9)
+
+    def length():
+        return sum(letters.getlength(c) + spacing for c in label) - spacing
+
+    begin = 5 * line + bar  # text lies between the bar and the right edge
+    room = width - begin - (10 if is_small else 18) * line
+    if length() > room:
+        letters = face(BOLD, int(text_height * SCALE * room / length()))
+    x = begin + (10 * line if not is_small else (width - begin - 3 * line - length()) / 2)
+    y = height / 2 + (line if state == "pressed" else 0)
     for c in label:
-        draw.text((x + line, y + line), c, font=face, fill=(8, 8, 8), anchor="lm")
-        draw.text((x, y), c, font=face, fill=text, anchor="lm")
-        x += face.getlength(c) + spacing
+        draw.text((x + line, y + line), c, font=letters, fill=(8, 8, 8), anchor="lm")
+        draw.text((x, y), c, font=letters, fill=text, anchor="lm")
+        x += letters.getlength(c) + spacing
     return picture.resize(size, Image.LANCZOS)
 
 
@@ -76,6 +70,12 @@ def sheet(size, labels, column, row, language_offset, text_height, total):
         for k, label in enumerate(labels):
             for s, state in enumerate(STATES):
                 picture.paste(button(size, label[language], state, text_height), (s * column, language * language_offset + k * row))
+    return picture
+
+
+def buttons():
+    picture = sheet(MENU_SIZE, MENU_LABELS, 220, 46, 240, 19, (660, 480 + MENU_FRAME_SIZE[1]))
+    picture.paste(masked(metal_frame(MENU_FRAME_SIZE, 5, 9)), MENU_FRAME)
     return picture
 
 
@@ -95,18 +95,23 @@ def lamp(lit):
 
 
 def widgets():
-    picture = sheet(SMALL_SIZE, SMALL_LABELS, 120, 34, 280, 13, (400, 560))
+    picture = sheet(SMALL_SIZE, SMALL_LABELS, 120, 34, 280, 13, (400, 628))
     picture.paste(lamp(False), (370, 0))
     picture.paste(lamp(True), (370, 20))
+    for word, place in TITLES.items():
+        picture.paste(masked(metal_word(word, 24, TITLE_SIZE)), place)
     return picture
 
 
-# The options screen: panels, and the plates that its texts lie on. Rows are those of a grid of 14 pixels.
-PANELS = [(16, 62, 137, 206), (196, 62, 404, 180), (196, 186, 404, 334), (196, 340, 404, 472), (514, 62, 784, 428), (514, 432, 784, 590), (16, 480, 500, 558)]
+# The options screen: panels, and the plates that its texts lie on. Rows are those of a grid of 14 pixels. A panel begins 26 pixels above its first
+# plate: frame and title band take 20 of them.
+PANELS = [(14, 68, 138, 205), (191, 68, 408, 178), (191, 194, 408, 330), (191, 334, 408, 471), (514, 68, 785, 423), (514, 427, 785, 590), (14, 475, 503, 560)]
+BAND = 19
 SELECTOR_ROWS, SOUND_ROWS, DISPLAY_ROWS, BATTLE_ROWS, VALUE_ROWS = (7, 9, 11, 13), (7, 9, 11), (16, 18, 20, 22), (26, 28, 30, 32), range(7, 28, 2)
-PLATES = ([(24, r, 128) for r in SELECTOR_ROWS] + [(202, r, 399) for r in (*SOUND_ROWS, *DISPLAY_ROWS, *BATTLE_ROWS)] +
-          [(521, r, 777) for r in VALUE_ROWS])
-FIELDS = [(126, 36, 251), (366, 36, 491)]
+PLATES = [(24, r, 128) for r in SELECTOR_ROWS] + [(200, r, 399) for r in (*SOUND_ROWS, *DISPLAY_ROWS, *BATTLE_ROWS)]
+GROOVES = [(528, r, 777) for r in VALUE_ROWS]  # most of them are empty most of the time
+FIELDS = [(122, 36, 254), (362, 36, 494)]
+FIELD_FILL = (31, 31, 31)  # that of a field at rest
 
 
 def options(base):
@@ -115,11 +120,14 @@ def options(base):
     shade = Image.new("RGBA", picture.size, (0, 0, 0, 0))
     draw = ImageDraw.Draw(shade)
     for left, top, right, bottom in PANELS:
-        draw.rectangle((left, top, right, bottom), fill=(15, 15, 15, 178), outline=(99, 115, 143, 255))
-        draw.rectangle((left + 1, top + 1, right - 1, top + 19), fill=(79, 99, 119, 90))
-        draw.rectangle((left, top, right, top + 1), fill=(255, 167, 0, 210))
+        draw.rectangle((left + 2, top + 2, right - 2, bottom - 2), fill=(15, 15, 15, 184))
+        draw.rectangle((left + 3, top + 3, right - 3, top + BAND), fill=(79, 99, 119, 96))
+        draw.line((left + 3, top + BAND + 1, right - 3, top + BAND + 1), fill=(6, 7, 8, 160))
     draw.rectangle((0, 0, 799, 50), fill=(10, 10, 12, 150))
     draw.rectangle((0, 50, 799, 51), fill=(255, 167, 0, 210))
+    for left, row, right in GROOVES:
+        draw.rectangle((left, row * 14 - 4, right, row * 14 + 17), fill=(0, 0, 0, 56))
+        draw.line((left, row * 14 + 17, right, row * 14 + 17), fill=(99, 115, 143, 70))
     picture = Image.alpha_composite(picture.convert("RGBA"), shade)
     shadow = Image.new("RGBA", picture.size, (0, 0, 0, 0))
     for left, row, right in PLATES:
@@ -135,20 +143,15 @@ def options(base):
         picture.paste(plate, (left, row * 14 - 4))
     draw = ImageDraw.Draw(picture)
     for left, row, right in FIELDS:
-        draw.rectangle((left, row * 14 - 3, right, row * 14 + 16), fill=(31, 31, 31), outline=(99, 115, 143))
+        draw.rectangle((left, row * 14 - 4, right, row * 14 + 18), fill=FIELD_FILL, outline=(99, 115, 143))
+    for left, top, right, bottom in PANELS:
+        put(picture, metal_frame((right - left + 3, bottom - top + 3), 3, 6, dim=0.72), (left - 1, top - 1))
     return picture
-
-
-def save(picture, path):
-    png = path.with_suffix(".tmp.png")
-    picture.save(png)
-    subprocess.run(["convert", str(png), "-type", "TrueColor", "-compress", "RLE", f"pcx:{path}"], check=True)
-    png.unlink()
 
 
 def main():
     folder = Path(sys.argv[1])
-    save(sheet(MENU_SIZE, MENU_LABELS, 220, 46, 240, 19, (660, 480)), folder / "buttons.pcx")
+    save(buttons(), folder / "buttons.pcx")
     save(widgets(), folder / "widgets.pcx")
     if len(sys.argv) > 2:
         save(options(Image.open(sys.argv[2])), folder / "options.pcx")

@@ -9,7 +9,7 @@ LEFT, WIDTH, HEIGHT = 34, 216, 42
 TOPS = {"HQ": 186, "Factory": 236, "Battle": 286, "Options": 336, "Leave": 386}
 REST, POINTED_AT, PRESSED = "rest", "pointed at", "pressed"
 LOOKS = {REST: 0, POINTED_AT: 220, PRESSED: 440}  # columns of buttons.pcx
-PREVIEW = 576, 440, 200, 120
+PREVIEW = 566, 417, 212, 138
 SEEN_WIDTH = 100  # the pointer covers the middle of a button that a key has chosen
 
 CHARACTER_WIDTH, BOX_MARGIN = 8, 32

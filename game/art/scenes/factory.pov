@@ -1,7 +1,8 @@
-// Background of the factory: a hull hangs on chains, two legs are mounted, two wait in jigs; somebody welds.
+// Background of the factory: a hull hangs on chains, two legs are mounted, two wait in jigs; somebody welds. It hangs at
+// the right: the left half is for the module's panel.
 #version 3.7;
 #include "hall.inc"
-camera{location <-4.6,2.0,-14.5> right x*4/3 look_at <-.6,4.9,0> angle 64}
+camera{location <-4.6,2.0,-15.3> right x*4/3 look_at <-4.0,4.9,0> angle 67}
 Lamp(<-4.5,13,-3>,srgb<1,.86,.64>*3.0,.6) Lamp(<5.5,13,3>,srgb<1,.86,.64>*3.0,.7) Lamp(<-10.5,13,10>,srgb<1,.82,.58>*2.6,.7) Lamp(<2,13,20>,srgb<1,.82,.58>*3.0,.7)
 #declare H=5.75;
 union{
@@ -22,9 +23,10 @@ Jig(<-9.2,0,5>,200) Jig(<-12.6,0,9>,190)
 #declare W=<-3.3,3.95,-3.4>;
 light_source{W-<.3,.2,.5> srgb<.62,.80,1>*5 fade_distance 1.1 fade_power 2}
 sphere{W,.11 pigment{rgb 1} finish{ambient 0 diffuse 0 emission 6} no_shadow}
-#declare R=seed(11); #declare k=0; #while(k<110)
+sphere{W,1.3 hollow no_shadow pigment{aoi color_map{[.5 srgbt<.45,.66,1,1>][.7 srgbt<.5,.70,1,.97>][.86 srgbt<.6,.78,1,.86>][.95 srgbt<.8,.9,1,.6>][1 srgbt<1,1,1,.1>]}} finish{ambient 0 diffuse 0 emission 1.1}}
+#declare R=seed(11); #declare k=0; #while(k<150) // sparks: thin, hot where they start, red where they die
  #declare d=vnormalize(<rand(R)-.5,rand(R)*.8-.35,rand(R)-.7>); #declare l=.25+rand(R)*rand(R)*2.6; #declare p=W+d*l-y*l*l*.28;
- cylinder{p,p+d*(.05+.10*l)-y*l*.05,.012 pigment{rgb<1.2,.7+.4*rand(R),.25>} finish{ambient 0 diffuse 0 emission 2.4} no_shadow} #declare k=k+1; #end
+ cone{p,.0065,p+d*(.04+.11*l)-y*l*.055,.002 pigment{rgb<1.2,1.05-.28*l+.1*rand(R),.75-.28*l>} finish{ambient 0 diffuse 0 emission 3.0} no_shadow} #declare k=k+1; #end
 union{ object{BBox(<-1.8,2.0,-.9>,<1.8,2.15,.9>,.03,T_Dark,T_Steel)}
  #declare s=-1; #while(s<2) cylinder{<s*1.7,0,-.8>,<s*1.7,3.2,-.8>,.06 texture{T_Accent}} cylinder{<s*1.7,0,.8>,<s*1.7,2.1,.8>,.06 texture{T_Accent}} cylinder{<s*1.7,.2,-.8>,<s*-1.7,2.0,-.8>,.035 texture{T_Steel}} #declare s=s+2; #end
  cylinder{<-1.7,3.1,-.8>,<1.7,3.1,-.8>,.05 texture{T_Accent}} rotate y*-38 translate <-4.6,0,-4.4>}

@@ -1,9 +1,10 @@
-// Background of the headquarters: a dark command room, the machine as a projection over the map table.
+// Background of the headquarters: a dark command room, the machine as a projection over the map table. It stands at
+// the right: the left half is for the module's panel.
 #version 3.7;
 global_settings{assumed_gamma 1.0 max_trace_level 12}
 #include "tex.inc"
 #include "brontar.inc"
-camera{location <-1.5,2.3,-5.7> right x*4/3 look_at <-.35,1.75,0> angle 62}
+camera{location <-2.6,2.5,-7.9> right x*4/3 look_at <-2.55,1.75,0> angle 62}
 background{rgb 0}
 #declare T_Room=texture{pigment{granite color_map{[0 srgb<.30,.34,.38>][1 srgb<.22,.24,.27>]} scale 2} finish{ambient 0 diffuse .6 specular .2 roughness .03 reflection .02}}
 // room: floor plates, walls with ribs, ceiling with cable trays
