@@ -4,25 +4,29 @@
 
 namespace {
 
-std::string depth_name(int32_t bitmap_depth) {
-    constexpr const char* names[] = {"32 bits", "24 bits", "16 bits", "15 bits"};
-    return bitmap_depth >= 0 && bitmap_depth < 4 ? names[bitmap_depth] : "unknown";
+/// What the display has now, and what was ordered when that is something else.
+std::string paint(int32_t bitmap_depth) {
+    const int32_t ordered = module::number_setting("VELDOR_GRAPHICS", "bitmap_depth", 0);
+    std::string text = module::depth_name(bitmap_depth);
+    if (ordered != bitmap_depth)
+        text += module::in_language({", ordered: ", ", bestellt: "}) + module::depth_name(ordered);
+    return text;
 }
 
 } // namespace
 
 uint8_t factory(int32_t mode_range, uint8_t fullscreen, int32_t screen_mode_range, int32_t bitmap_depth,
                 int32_t version) {
+    const int32_t gates = screen_mode_range > 0 ? screen_mode_range : mode_range;
     return module::run(
-        {.title = "FACTORY",
-         .subtitle = "Where brontars are built",
+        {.title = {"FACTORY", "FABRIK"},
+         .subtitle = {"Where brontars are built", "Hier entstehen Brontare"},
+         .orders = {{{"Bay 3: fit the front legs, test under load.", "Halle 3: Vorderbeine dran, Probelast."},
+                     {"Refit the twin gun by the second shift.", "Zwillingskanone bis zur Spätschicht."},
+                     {"Nose plate: weld first, then paint.", "Bugplatte: erst schweißen, dann streichen."}}},
          .picture = "images/factory.pcx",
-         .lines = {{"Colours given", depth_name(bitmap_depth)},
-                   {"Colours chosen", depth_name(module::number_setting("VELDOR_GRAPHICS", "bitmap_depth", 0))},
-                   {"Modes offered", module::range_name(mode_range)},
-                   {"Modes on file", module::range_name(screen_mode_range)},
-                   {"Came in as", module::mode_name(fullscreen)},
-                   {"Control centre", module::version_name(version)}},
+         .lines = {{{"Paint", "Farben"}, paint(bitmap_depth)}, {{"Gates", "Tore"}, module::range_name(gates)}},
+         .version = version,
          .mode_range = mode_range},
         fullscreen);
 }

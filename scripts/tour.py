@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""A guided tour of the control centre on a virtual display: films, menu, modules, options, help, German; pictures of every stop.
+"""A guided tour of the control centre on a virtual display, in English and in German (from 41 on): films, menu, modules, options, help; pictures
+of every stop.
 
 usage: tour.py INSTALLATION OUTPUT_FOLDER
 
@@ -101,27 +102,11 @@ def play(installation, folder, in_german):
     with Robot(installation, films=not in_german) as robot:
         tour = Tour(robot, folder)
         tour.count = 40 if in_german else 0
-        if in_german:
-            robot.start()
-            tour.settled("german-menu", "the menu in German")
-            before = robot.standing_picture()
-            robot.click(*MENU["options"])
-            robot.wait_for_change(before)
-            robot.move(280, ROWS["message-delay"])
-            tour.settled("german-options", "the options screen in German")
-            before = robot.standing_picture()
-            robot.key("F1")
-            robot.wait_for_change(before)
-            tour.settled("german-help", "a help page in German")
-            robot.key("Escape")
-            robot.standing_picture()
-            robot.key("Escape")
-            robot.wait_for_menu()
-        else:
-            robot.start(menu=False)
+        robot.start(menu=in_german)
+        if not in_german:
             tour.films()
-            for part in (tour.menu, tour.modules, tour.options, tour.help):
-                part()
+        for part in (tour.menu, tour.modules, tour.options, tour.help):
+            part()
         return tour.leave()
 
 
