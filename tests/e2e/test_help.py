@@ -9,7 +9,7 @@ from support import menu
 from support.desktop import wait_until
 
 FACTORY, OPTIONS = (140, 257), (140, 357)
-CLOSE, BACK, NEXT = (618, 492), (180, 492), (300, 492)
+CLOSE, BACK, NEXT = (618, 492), (370, 492), (494, 492)
 
 
 def open_help(robot, place):
