@@ -22,6 +22,15 @@ int run_check(const std::string& folder, bool json);
 /// Renders a screen of an installation into a PNG file.
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output);
 
+struct NewRequest {
+    std::string name;   ///< folder to make
+    std::string module; ///< hq, factory, battle or none
+    std::string base;   ///< installation to build on; empty: the one that belongs to the tool
+};
+
+/// Makes a folder of sources that an installation can be put together from.
+int run_new(const NewRequest& request);
+
 struct ConvertRequest {
     std::string output; ///< file, folder, or empty: beside the source
     int bits = 24;      ///< of a pixel: 8 or 24

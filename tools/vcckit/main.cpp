@@ -2,6 +2,8 @@
 #include "commands.h"
 #include "completion.h"
 
+#include "core/version.h"
+
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
@@ -21,6 +23,7 @@ const std::map<std::string, RenderedScreen> screens{{"menu", RenderedScreen::men
 
 constexpr const char* examples =
     "Examples:\n"
+    "  vcckit new lantern\n"
     "  vcckit check veldor\n"
     "  vcckit render veldor --screen menu -o menu.png\n"
     "  vcckit unpack veldor/tools/language/english/e_vcc.slt veldor/tools/language/german/g_vcc.slt -o vcc.toml\n"
@@ -37,11 +40,29 @@ struct Arguments {
     RenderRequest request;
     std::vector<std::string> converted;
     ConvertRequest conversion;
+    NewRequest project;
 };
 
 CLI::App& add_command(CLI::App& app, const char* name, const char* purpose, const std::string& lines) {
     CLI::App& command = *app.add_subcommand(name, purpose);
     command.footer("Examples:\n" + lines);
+    return command;
+}
+
+CLI::App& add_new(CLI::App& app, Arguments& given) {
+    NewRequest& request = given.project;
+    CLI::App& command =
+        add_command(app, "new", "Makes a folder of sources for an installation of your own",
+                    "  vcckit new lantern                                screens, a picture, a theme, a Makefile\n"
+                    "  vcckit new lantern --module hq                    with the source of a game module");
+    command.add_option("NAME", request.name, "folder to make; its name is the first title")
+        ->required()
+        ->type_name("NAME");
+    command.add_option("--module", request.module, "source of a game module")
+        ->type_name("MODULE")
+        ->check(CLI::IsMember({"hq", "factory", "battle"}));
+    command.add_option("--base", request.base, "installation to build on; the built-in one without it")
+        ->type_name("DIR");
     return command;
 }
 
@@ -160,9 +181,10 @@ int print_completions(const CLI::App& app, const std::vector<std::string>& words
 int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     CLI::App app{"Makes, unmakes, checks and shows the files of a Veldor installation.", "vcckit"};
     app.require_subcommand(1);
-    app.set_version_flag("--version", "vcckit " VELDOR_VERSION);
+    app.set_version_flag("--version", std::string("vcckit ") + vcc::version_text);
     app.footer(examples);
     Arguments given;
+    const CLI::App& make_new = add_new(app, given);
     const CLI::App& pack = add_pack(app, given);
     const CLI::App& unpack = add_unpack(app, given);
     const CLI::App& check = add_check(app, given);
@@ -177,6 +199,8 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
         return app.exit(error) == 0 ? exit_clean : exit_unusable;
     }
     given.request.language = given.language == "de" ? 1 : 0;
+    if (make_new.parsed())
+        return run_new(given.project);
     if (pack.parsed())
         return run_pack(given.sources, given.installation);
     if (unpack.parsed())

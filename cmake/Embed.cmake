@@ -1,0 +1,38 @@
+# veldor_embed(OUTPUT FOLDER FILES...): a source that holds the files of a folder, or others by their full paths under their
+# bare names, and defines template_files().
+function(veldor_embed output folder)
+  set(arrays "")
+  set(rows "")
+  set(number 0)
+  foreach(file ${ARGN})
+    set(path "${folder}/${file}")
+    if(IS_ABSOLUTE "${file}")
+      set(path "${file}")
+      get_filename_component(file "${file}" NAME)
+    endif()
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${path}")
+    file(READ "${path}" bytes HEX)
+    string(LENGTH "${bytes}" length)
+    math(EXPR length "${length} / 2")
+    string(REGEX REPLACE "(..)" "'\\\\x\\1'," bytes "${bytes}")
+    string(APPEND arrays "constexpr char file_${number}[] = {${bytes}};\n")
+    string(APPEND rows "    {\"${file}\", {file_${number}, ${length}}},\n")
+    math(EXPR number "${number} + 1")
+  endforeach()
+  file(CONFIGURE OUTPUT "${output}" @ONLY CONTENT "#include \"template_files.h\"
+
+namespace vcc::kit {
+
+namespace {
+@arrays@
+constexpr TemplateFile files[] = {
+@rows@};
+} // namespace
+
+std::span<const TemplateFile> template_files() {
+    return files;
+}
+
+} // namespace vcc::kit
+")
+endfunction()

@@ -1,0 +1,202 @@
+// A new project: a folder of sources from which "make" puts an installation together.
+#include "commands.h"
+#include "new_file.h"
+#include "template_files.h"
+
+#include "core/files.h"
+#include "core/installation.h"
+#include "core/lines.h"
+#include "platform/files.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+
+namespace vcc::kit {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t theme_name_limit = 20; ///< characters
+
+void complain(const std::string& text) {
+    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
+}
+
+struct ModuleRow {
+    const char* name;
+    const char* entry;
+};
+constexpr ModuleRow modules[] = {
+    {"hq", "uint8_t hq(uint8_t fullscreen, int32_t)"},
+    {"factory", "uint8_t factory(int32_t, uint8_t fullscreen, int32_t, int32_t, int32_t)"},
+    {"battle", "uint8_t battle(uint8_t fullscreen, int32_t)"},
+};
+
+bool is_installation(const fs::path& folder) {
+    return std::ranges::all_of(std::array{path::sound_setup, path::settings, path::buffer_list},
+                               [&](const char* file) { return platform::file_exists((folder / file).string()); });
+}
+
+/// Beside the tool, as it is installed and as it is built.
+std::optional<fs::path> built_in_installation() {
+    const fs::path tool = fs::path(platform::program_path()).parent_path();
+    std::error_code error;
+    for (const char* place : {"../lib/games/veldor", "../../veldor"})
+        if (is_installation(tool / place))
+            return fs::canonical(tool / place, error);
+    return std::nullopt;
+}
+
+/// "lantern-night" is "Lantern night".
+std::string title_of(const std::string& name) {
+    std::string title = name;
+    std::ranges::replace_if(
+        title, [](char c) { return c == '-' || c == '_'; }, ' ');
+    title.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(title.front())));
+    return title;
+}
+
+void fill_in(std::string& text, const std::string& mark, const std::string& value) {
+    for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + value.size()))
+        text.replace(at, mark.size(), value);
+}
+
+/// The effects of the built-in installation, and one theme.
+std::string own_sound_setup(const std::string& built_in, const std::string& title) {
+    std::string setup = built_in.substr(0, built_in.find("+190"));
+    return setup + "+190\n\xA7" + title.substr(0, theme_name_limit) + "\n-theme00.wav\n";
+}
+
+/// The built-in settings, with the one theme that there is for every module.
+std::string own_settings(const std::string& built_in) {
+    std::string settings;
+    for (std::size_t at = 0; at < built_in.size();) {
+        const std::size_t end = std::min(built_in.find('\n', at), built_in.size());
+        const std::string line = built_in.substr(at, end - at);
+        const std::string key = line.substr(0, line.find(' '));
+        if (key.ends_with("_theme") || key.ends_with("_theme_default"))
+            settings += key + " = 0\n";
+        else
+            settings += (key == "number_of_themes" ? key + " = 1" : line) + "\n";
+        at = end + 1;
+    }
+    return settings;
+}
+
+class Project {
+public:
+    explicit Project(const fs::path& folder) : folder_(folder), unfinished_(folder.string() + ".new") {
+        std::error_code ignored;
+        fs::remove_all(unfinished_, ignored);
+    }
+    ~Project() {
+        std::error_code ignored;
+        fs::remove_all(unfinished_, ignored);
+    }
+    Project(const Project&) = delete;
+    Project& operator=(const Project&) = delete;
+
+    bool add(const std::string& name, const std::string& bytes) {
+        const fs::path path = unfinished_ / name;
+        std::error_code error;
+        fs::create_directories(path.parent_path(), error);
+        NewFile file(path.string());
+        if (file.stream() && file.write(bytes.data(), bytes.size()) && file.commit())
+            return true;
+        complain(file.reason());
+        return false;
+    }
+
+    /// Puts the folder in its place.
+    bool finish() {
+        std::error_code error;
+        fs::rename(unfinished_, folder_, error);
+        if (error)
+            complain("cannot make " + folder_.string() + ": " + error.message());
+        return !error;
+    }
+
+private:
+    fs::path folder_, unfinished_;
+};
+
+bool is_plain(const std::string& name) {
+    return !name.empty() && std::isalpha(static_cast<unsigned char>(name.front())) != 0 &&
+           std::ranges::all_of(
+               name, [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-' || c == '_'; });
+}
+
+/// The folder's name and the installation that it builds on, or what stands against them.
+std::string fault_of(const NewRequest& request, const fs::path& folder, const std::optional<fs::path>& base) {
+    std::error_code error;
+    if (!is_plain(folder.filename().string()))
+        return request.name + ": a name has letters, digits, - and _, and begins with a letter";
+    if (fs::exists(folder, error) && !fs::is_empty(folder, error))
+        return request.name + ": exists already";
+    if (!base)
+        return "the built-in installation is not beside this tool: --base names its folder";
+    if (!is_installation(*base))
+        return base->string() + ": is no installation: it has no " + path::sound_setup + ", no " + path::buffer_list +
+               " or no " + path::settings;
+    if (!fs::exists(*base / "vcc", error))
+        return base->string() + ": has no program vcc";
+    return {};
+}
+
+bool add_files(Project& project, const NewRequest& request, const std::string& title, const fs::path& base) {
+    const auto* const module = std::ranges::find(modules, request.module, &ModuleRow::name);
+    for (const TemplateFile& file : template_files()) {
+        std::string name(file.path), bytes(file.bytes);
+        if (name == "module.cpp" || name == "veldor_module.h") {
+            if (module == std::end(modules))
+                continue;
+            name = "modules/" + (name == "module.cpp" ? request.module + ".cpp" : name);
+        }
+        if (!name.ends_with(".png") && !name.ends_with(".flac")) {
+            fill_in(bytes, "@TITLE@", title);
+            fill_in(bytes, "@BASE@", base.string());
+            fill_in(bytes, "@MODULE@", request.module);
+            fill_in(bytes, "@ENTRY@", module == std::end(modules) ? "" : module->entry);
+        }
+        if (!project.add(name, bytes))
+            return false;
+    }
+    const auto sounds = read_file((base / path::sound_setup).string());
+    const auto settings = read_file((base / path::settings).string());
+    if (!sounds || !settings) {
+        complain("cannot read the sound set-up and the settings in " + base.string());
+        return false;
+    }
+    return project.add(std::string("files/") + path::sound_setup, own_sound_setup(*sounds, title)) &&
+           project.add(std::string("files/") + path::settings, own_settings(*settings));
+}
+
+} // namespace
+
+int run_new(const NewRequest& request) {
+    std::error_code error;
+    const fs::path folder = fs::absolute(request.name, error).lexically_normal();
+    const auto base = request.base.empty() ? built_in_installation()
+                                           : std::optional(fs::absolute(request.base, error).lexically_normal());
+    if (const std::string fault = fault_of(request, folder, base); !fault.empty()) {
+        complain(fault);
+        return exit_unusable;
+    }
+    Project project(folder);
+    if (!add_files(project, request, title_of(folder.filename().string()), *base) || !project.finish())
+        return exit_unusable;
+    std::printf("%s: made from %s\n\n"
+                "  cd %s\n"
+                "  make          puts the installation together in game/\n"
+                "  make check    reads it as the program would\n"
+                "  make play     starts it\n",
+                request.name.c_str(), base->string().c_str(), request.name.c_str());
+    return exit_clean;
+}
+
+} // namespace vcc::kit
