@@ -46,8 +46,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# loaded with the first film, or the first conversion: no linker names them
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libavformat59, libavcodec59, libavutil57, libswresample4, libswscale6")
+# loaded with the first film, the first conversion or the first window: no linker names them
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "libavformat59, libavcodec59, libavutil57, libswresample4, libswscale6, libxinerama1")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)
 set(CPACK_DEBIAN_COMPRESSION_TYPE zstd) # sounds hardly get smaller with anything slower
 include(CPack)

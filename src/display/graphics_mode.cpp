@@ -4,6 +4,7 @@
 #include "core/handles.h"
 #include "core/log.h"
 #include "display/buffers.h"
+#include "display/display_scale.h"
 #include "display/mode_rules.h"
 #include "display/switching.h"
 #include "platform/display.h"
@@ -171,6 +172,7 @@ SetupResult setup_graphics_mode(std::int8_t mode) {
         return fail(*failure, setup);
     if (setup.desktop.is_exact())
         fullscreen = full_screen;
+    start_display_scaling();
     if (screen_mode_range != -1 && mode != probe_machine)
         return set_configured(setup);
     return probe(setup);

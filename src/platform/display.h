@@ -16,7 +16,8 @@ void take_display_events();
 void flush_display();
 
 /// Asks the desktop to give the keyboard to the program's full-screen window, if that is on the screen. A window
-/// manager leaves a full-screen window of the graphics library alone, so that nobody else does it.
+/// manager leaves a full-screen window of the graphics library alone, so that nobody else does it; one that shows the
+/// window full screen itself also gives it the keyboard.
 void take_keyboard_focus();
 
 /// As long as it lives, a keyboard that is opened reads its dead keys and compose sequences from a list of ours: the

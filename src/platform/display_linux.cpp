@@ -1,6 +1,7 @@
 #include "platform/display.h"
 
 #include "platform/files.h"
+#include "platform/scaled_display.h"
 
 #include <allegro.h>
 #include <xalleg.h>
@@ -43,12 +44,17 @@ void take_display_events() {
 // The library leaves its requests in the client's queue until its thread next reads events, up to 10 ms later. vsync()
 // empties the queue as well, but then sleeps until the next turn of its 70 Hz counter.
 void flush_display() {
-    with_display([](Display* display) { XFlush(display); });
+    with_display([](Display* display) {
+        show_scaled_drawing();
+        XFlush(display);
+    });
 }
 
 // A window that goes away hands its focus to its parent, for the full-screen window the root. RevertToParent would
 // remember None after that, and a program without a window manager would hear no key any more.
 void take_keyboard_focus() {
+    if (full_screen_is_managed())
+        return;
     with_display([](Display* display) {
         XWindowAttributes attributes;
         // Asking for a window that is not (or no longer) shown would end the program.

@@ -16,10 +16,10 @@ bool find(const SharedLibrary& library, const char* name, Function*& function) {
 
 struct FfmpegLibraries {
     // The versions whose headers this program was built with: other ones have other structures.
-    SharedLibrary util = load_ffmpeg_library("avutil", LIBAVUTIL_VERSION_MAJOR);
-    SharedLibrary codec = load_ffmpeg_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
-    SharedLibrary format = load_ffmpeg_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
-    SharedLibrary scale = load_ffmpeg_library("swscale", LIBSWSCALE_VERSION_MAJOR);
+    SharedLibrary util = load_system_library("avutil", LIBAVUTIL_VERSION_MAJOR);
+    SharedLibrary codec = load_system_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
+    SharedLibrary format = load_system_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
+    SharedLibrary scale = load_system_library("swscale", LIBSWSCALE_VERSION_MAJOR);
 };
 
 std::optional<FfmpegFunctions> load_functions() {

@@ -1,4 +1,5 @@
-// Libraries that are loaded while the program runs: game modules at hand-off, FFmpeg with the first film.
+// Libraries that are loaded while the program runs: game modules at hand-off, FFmpeg with the first film, what the
+// first window needs to know the monitors.
 #pragma once
 
 #include <memory>
@@ -19,7 +20,7 @@ public:
 
 private:
     friend SharedLibrary load_module(std::string_view name, std::string& error);
-    friend SharedLibrary load_ffmpeg_library(const char* name, int version);
+    friend SharedLibrary load_system_library(const char* name, int version);
 
     explicit SharedLibrary(void* handle) : handle_(handle) {}
 
@@ -39,7 +40,7 @@ std::string module_file_name(std::string_view name);
 /// What the bytes of every library of this system begin with.
 std::string_view module_file_magic();
 
-/// Loads one of FFmpeg's libraries ("avutil") of a major version; empty when it is not there.
-SharedLibrary load_ffmpeg_library(const char* name, int version);
+/// Loads a library that the system has ("avutil") in a major version; empty when it is not there.
+SharedLibrary load_system_library(const char* name, int version);
 
 } // namespace vcc::platform

@@ -45,7 +45,7 @@ std::string_view module_file_magic() {
            "ELF";
 }
 
-SharedLibrary load_ffmpeg_library(const char* name, int version) {
+SharedLibrary load_system_library(const char* name, int version) {
     const std::string file = std::string("lib") + name + ".so." + std::to_string(version);
     return SharedLibrary(::dlopen(file.c_str(), RTLD_LAZY | RTLD_LOCAL));
 }

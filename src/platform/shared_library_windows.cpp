@@ -28,7 +28,7 @@ std::string_view module_file_magic() {
     return "MZ";
 }
 
-SharedLibrary load_ffmpeg_library(const char* name, int version) {
+SharedLibrary load_system_library(const char* name, int version) {
     return SharedLibrary(LoadLibraryA((std::string(name) + "-" + std::to_string(version) + ".dll").c_str()));
 }
 

@@ -2,7 +2,9 @@
 #include "screen/draw.h"
 
 #include "core/layout.h"
+#include "core/log.h"
 #include "platform/display.h"
+#include "platform/scaled_display.h"
 #include "screen/colours.h"
 #include "screen/limits.h"
 #include "text/fonts.h"
@@ -55,6 +57,8 @@ void update_screen(BITMAP* source) {
 
 void present_screen() {
     platform::flush_display();
+    if (const std::string trouble = platform::scaled_display_trouble(); !trouble.empty())
+        write_log(trouble);
 }
 
 void fill_text_box(BITMAP* target, int x, int y, int width, int colour) {

@@ -47,10 +47,8 @@ constexpr SettingRow music(std::string_view key, int module) {
 
 /// The upper end is that of the sound set-up's list; load_settings() narrows it to the themes that there are.
 constexpr SettingRow theme(std::string_view key, int standard, int module) {
-    SettingRow row =
-        number(sound, key, standard, 0, 10, offered, &settings.theme[static_cast<std::size_t>(module)], "music theme");
-    row.outside = Outside::kept;
-    return row;
+    return number(sound, key, standard, 0, 10, offered, &settings.theme[static_cast<std::size_t>(module)],
+                  "music theme");
 }
 
 constexpr SettingRow loop(std::string_view key, int module) {
@@ -99,6 +97,9 @@ constexpr auto rows = std::to_array<SettingRow>({
      "no: the edges of texts are not smoothed"},
     number(graphics, "frame_rest", 0, 0, 20, loaded, &frame_rest,
            "milliseconds given up in every frame without input; 0 lets other programs run, no more"),
+    number(graphics, "display_scale", 0, 0, 2, other_owner, {},
+           "size of the picture (X11): 0 always 800x600, 1 as large as window or monitor allow, 2 the same in whole "
+           "steps; anything else counts as 0"),
 
     number(battle, "brontar_anim", 1, 0, 1, offered, &settings.brontar_anim, "animations of the brontars"),
     number(battle, "sprite_speed", 1, 0, 3, offered, &settings.sprite_speed, "speed of the animations"),
@@ -110,18 +111,8 @@ constexpr auto rows = std::to_array<SettingRow>({
          "the player's network address, \".\" when there is none"),
     text(battle, "battle_hq_ip", "N/A", 15, other_owner, {}, "address of the HQ; written at every start"),
 
-    {general,
-     "keyboard",
-     KeyKind::number,
-     0,
-     {},
-     0,
-     5,
-     offered,
-     &settings.keyboard,
-     "keyboard layout: 0 US, 1 German, 2 Finnish, 3 French, 4 Italian, 5 UK",
-     1,
-     Outside::standard},
+    number(general, "keyboard", 0, 0, 5, offered, &settings.keyboard,
+           "keyboard layout: 0 US, 1 German, 2 Finnish, 3 French, 4 Italian, 5 UK"),
 
     // Not used here: the battle module expects to find them.
     flag(battle, "ambient_at_all", ensured, "for the battle module"),

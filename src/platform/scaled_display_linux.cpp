@@ -1,0 +1,174 @@
+#include "platform/scaled_display.h"
+
+#include "platform/desktop_window.h"
+#include "platform/scaled_events.h"
+#include "platform/shared_image.h"
+#include "platform/shown_screen.h"
+#include "platform/unshared_display.h"
+#include "platform/x_library.h"
+
+#include <optional>
+
+namespace vcc::platform {
+
+namespace {
+
+/// The window without a screen stays for the next mode, but not for ever: the program may have gone to no mode at all.
+constexpr int turns_without_screen = 30; ///< of 10 ms
+
+struct ScaledDisplay {
+    explicit ScaledDisplay(Fit fit) : shown(fit, _xwin_window_redrawer), events(window, shown) {}
+
+    DesktopWindow window;
+    ShownScreen shown;
+    ScaledEvents events;
+    bool out_of_memory = false, trouble_told = false;
+    int turns = 0; ///< since the last screen was closed
+
+    void note(bool laid_out) { out_of_memory = out_of_memory || !laid_out; }
+};
+
+/// Lives as long as the process: the library keeps our functions.
+ScaledDisplay* display;
+
+GFX_DRIVER window_driver, full_screen_driver;
+
+// What the library calls with its lock held.
+
+void redraw(int x, int y, int width, int height) {
+    display->shown.changed({x, y, x + width, y + height});
+}
+
+void read_events() {
+    if (!_xwin.display)
+        return;
+    if (!display->window.is_shown()) { // the library's own driver may be in charge
+        _xwin_private_handle_input();
+        return;
+    }
+    const Size size = display->events.read(display->shown.window());
+    if (!display->shown.is_open()) {
+        if (++display->turns > turns_without_screen)
+            display->window.hide();
+    } else if (size != display->shown.window()) {
+        display->note(display->shown.lay_out(size));
+    }
+    display->shown.present();
+    XFlush(_xwin.display);
+}
+
+// The drivers.
+
+/// The library draws some shapes by requests of the server, at its own size and past everything here, when it may.
+void draw_in_memory_only() {
+    _xwin.drawing_mode_ok = FALSE;
+}
+
+BITMAP* open_screen(GFX_DRIVER& driver, Size size, Size virtual_size, int depth, bool full_screen) {
+    const DisplayLock lock;
+    display->window.show(size, full_screen);
+    BITMAP* bitmap = nullptr;
+    {
+        const WindowStandIn stand_in;
+        bitmap = _xwin_create_screen(&driver, size.width, size.height, virtual_size.width, virtual_size.height, depth,
+                                     FALSE);
+    }
+    if (!bitmap) { // the library's own driver is next
+        display->window.hide();
+        return nullptr;
+    }
+    draw_in_memory_only();
+    display->note(display->shown.open(display->window.size_on_screen()));
+    return bitmap;
+}
+
+BITMAP* open_window(int w, int h, int vw, int vh, int depth) {
+    return open_screen(window_driver, {w, h}, {vw, vh}, depth, false);
+}
+BITMAP* open_full_screen(int w, int h, int vw, int vh, int depth) {
+    return open_screen(full_screen_driver, {w, h}, {vw, vh}, depth, true);
+}
+
+void close_screen(BITMAP*) {
+    const DisplayLock lock;
+    display->shown.close();
+    display->turns = 0;
+    const WindowStandIn stand_in;
+    _xwin_destroy_screen();
+}
+
+void show_and_wait() {
+    show_scaled_drawing();
+    _xwin_vsync();
+}
+
+/// A copy of the library's driver with the functions that differ, put before it.
+void put_before(GFX_DRIVER& ours, int id, BITMAP* (*open)(int, int, int, int, int)) {
+    ours = *library_driver(id);
+    ours.init = open;
+    ours.exit = close_screen;
+    ours.vsync = show_and_wait;
+    ours.drawing_mode = draw_in_memory_only;
+    ours.set_mouse_sprite = nullptr; // the pointer is a part of the picture
+    ours.show_mouse = nullptr;
+    ours.hide_mouse = nullptr;
+    ours.move_mouse = nullptr;
+    register_driver(ours);
+}
+
+/// Why the picture cannot be scaled on this display.
+std::string obstacle() {
+    if (!library_driver(GFX_XWINDOWS) || !library_driver(GFX_XWINDOWS_FULLSCREEN))
+        return "the graphics library has no drivers for this display";
+    if (!is_scalable(display_format()))
+        return "the desktop's colours are not of 15, 16 or 24 bits";
+    switch (shared_memory()) {
+    case SharedMemory::absent:
+        return "the display server has no shared memory";
+    case SharedMemory::refused:
+        guard_library_drivers();
+        return "the display server refuses shared memory";
+    case SharedMemory::works:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+std::string show_scaled(Fit fit) {
+    if (display || !system_driver || system_driver->id != SYSTEM_XWINDOWS)
+        return {};
+    const DisplayLock lock;
+    if (std::string reason = obstacle(); !reason.empty())
+        return reason;
+    display = new ScaledDisplay(fit);
+#ifdef ALLEGRO_XWINDOWS_WITH_XCURSOR
+    _xwin.support_argb_cursor = 0; // the library would place a pointer of the server's in the picture's own pixels
+#endif
+    _xwin_window_redrawer = redraw;
+    _xwin_input_handler = read_events;
+    put_before(window_driver, GFX_XWINDOWS, open_window);
+    put_before(full_screen_driver, GFX_XWINDOWS_FULLSCREEN, open_full_screen);
+    return {};
+}
+
+std::string scaled_display_trouble() {
+    if (!display || !display->out_of_memory || display->trouble_told)
+        return {};
+    display->trouble_told = true;
+    return "There is no memory to show the picture at its window's size";
+}
+
+void show_scaled_drawing() {
+    if (!display)
+        return;
+    const DisplayLock lock;
+    display->shown.present();
+}
+
+bool full_screen_is_managed() {
+    return display && display->window.is_managed();
+}
+
+} // namespace vcc::platform

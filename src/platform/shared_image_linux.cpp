@@ -1,0 +1,110 @@
+#include "platform/shared_image.h"
+
+#include <bit>
+#include <cstdint>
+
+#include <sys/ipc.h>
+#include <sys/shm.h>
+
+namespace vcc::platform {
+
+namespace {
+
+/// Memory for the segment, attached here; false when there is none, and the segment then has no address.
+bool make_segment(XShmSegmentInfo& segment, std::size_t bytes) {
+    segment.shmid = ::shmget(IPC_PRIVATE, bytes, IPC_CREAT | 0600);
+    if (segment.shmid == -1)
+        return false;
+    void* const address = ::shmat(segment.shmid, nullptr, 0);
+    const bool attached = reinterpret_cast<std::intptr_t>(address) != -1;
+    segment.shmaddr = attached ? static_cast<char*>(address) : nullptr;
+    segment.readOnly = True;
+    return attached;
+}
+
+/// The segment then goes with the last one who is attached.
+void give_up_name(const XShmSegmentInfo& segment) {
+    if (segment.shmid != -1)
+        ::shmctl(segment.shmid, IPC_RMID, nullptr);
+}
+
+/// Attaches the server as well.
+bool server_attaches(XShmSegmentInfo& segment) {
+    const RequestTrap trap;
+    return XShmAttach(_xwin.display, &segment) != 0 && !trap.refused();
+}
+
+} // namespace
+
+PixelFormat display_format() {
+    PixelFormat format{0, static_cast<std::uint32_t>(_xwin.visual->red_mask),
+                       static_cast<std::uint32_t>(_xwin.visual->green_mask),
+                       static_cast<std::uint32_t>(_xwin.visual->blue_mask)};
+    const int order = std::endian::native == std::endian::little ? LSBFirst : MSBFirst;
+    if (_xwin.visual->c_class != TrueColor || ImageByteOrder(_xwin.display) != order)
+        return format;
+    int count = 0;
+    XPixmapFormatValues* const formats = XListPixmapFormats(_xwin.display, &count);
+    for (int i = 0; i < count; ++i)
+        if (formats[i].depth == _xwin.window_depth)
+            format.bytes = formats[i].bits_per_pixel / 8;
+    if (formats)
+        XFree(formats);
+    return format;
+}
+
+SharedMemory shared_memory() {
+    if (!XShmQueryExtension(_xwin.display))
+        return SharedMemory::absent;
+    XShmSegmentInfo segment{};
+    const bool works = make_segment(segment, 1) && server_attaches(segment);
+    if (works)
+        XShmDetach(_xwin.display, &segment);
+    if (segment.shmaddr)
+        ::shmdt(segment.shmaddr);
+    give_up_name(segment);
+    return works ? SharedMemory::works : SharedMemory::refused;
+}
+
+std::unique_ptr<SharedImage> SharedImage::create(Size size) {
+    std::unique_ptr<SharedImage> image(new SharedImage);
+    image->image_ =
+        XShmCreateImage(_xwin.display, _xwin.visual, static_cast<unsigned>(_xwin.window_depth), ZPixmap, nullptr,
+                        &image->segment_, static_cast<unsigned>(size.width), static_cast<unsigned>(size.height));
+    if (!image->image_)
+        return nullptr;
+    const auto bytes = static_cast<std::size_t>(image->image_->bytes_per_line) * static_cast<std::size_t>(size.height);
+    return image->attach(bytes) ? std::move(image) : nullptr;
+}
+
+bool SharedImage::attach(std::size_t bytes) {
+    attached_ = make_segment(segment_, bytes) && server_attaches(segment_);
+    give_up_name(segment_);
+    image_->data = attached_ ? segment_.shmaddr : nullptr;
+    return attached_;
+}
+
+SharedImage::~SharedImage() {
+    if (attached_)
+        XShmDetach(_xwin.display, &segment_);
+    if (segment_.shmaddr)
+        ::shmdt(segment_.shmaddr);
+    if (image_) {
+        image_->data = nullptr;
+        XDestroyImage(image_);
+    }
+}
+
+void SharedImage::show(const Area& area) {
+    last_request_ = XNextRequest(_xwin.display);
+    XShmPutImage(_xwin.display, _xwin.window, _xwin.gc, image_, area.x1, area.y1, area.x1, area.y1,
+                 static_cast<unsigned>(area.x2 - area.x1), static_cast<unsigned>(area.y2 - area.y1), False);
+}
+
+void SharedImage::wait_until_shown() const {
+    // Each event and answer says which request the server has come to; often it has said so already.
+    if (XLastKnownRequestProcessed(_xwin.display) < last_request_)
+        XSync(_xwin.display, False);
+}
+
+} // namespace vcc::platform

@@ -1,0 +1,56 @@
+// The library's screen as a window shows it, at any size. The caller holds the display's lock.
+#pragma once
+
+#include "platform/changed_parts.h"
+#include "platform/picture_place.h"
+#include "platform/scaler.h"
+#include "platform/shared_image.h"
+
+#include <memory>
+#include <vector>
+
+namespace vcc::platform {
+
+class ShownScreen {
+public:
+    using Redraw = void (*)(int x, int y, int width, int height);
+
+    /// `redraw` is the library's own way to show a part of its screen, at its own size.
+    ShownScreen(Fit fit, Redraw redraw) : fit_(fit), redraw_(redraw) {}
+
+    /// The library has a new screen, and the window this size. Answers as lay_out().
+    bool open(Size window);
+    void close();
+    bool is_open() const { return open_; }
+
+    /// The window has got another size. False when there is no memory for a picture of that size: it is then shown at
+    /// its own.
+    bool lay_out(Size window);
+    Size window() const { return window_; }
+    Size picture() const;
+    const PicturePlace& place() const { return place_; }
+
+    /// A part of the library's screen has changed.
+    void changed(const Area& area);
+    /// A part of the shown picture is to be shown again.
+    void uncovered(const Area& area);
+    /// Shows what is to be shown.
+    void present();
+
+private:
+    bool is_scaled() const { return image_ != nullptr; }
+    PixelRows picture_rows() const;
+
+    Fit fit_;
+    Redraw redraw_;
+    bool open_ = false;
+    Size window_;
+    PicturePlace place_;
+    std::unique_ptr<SharedImage> image_; ///< null: the picture is shown at its own size
+    Scaler scaler_;
+    ShownPicture shown_;
+    std::vector<Area> changed_;   ///< of the library's screen
+    std::vector<Area> uncovered_; ///< of the image
+};
+
+} // namespace vcc::platform

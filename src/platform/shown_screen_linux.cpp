@@ -1,0 +1,106 @@
+#include "platform/shown_screen.h"
+
+#include "platform/x_library.h"
+
+#include <algorithm>
+
+namespace vcc::platform {
+
+namespace {
+
+void place_window(const PicturePlace& place) {
+    XMoveResizeWindow(_xwin.display, _xwin.window, place.x, place.y, static_cast<unsigned>(place.size.width),
+                      static_cast<unsigned>(place.size.height));
+}
+
+} // namespace
+
+Size ShownScreen::picture() const {
+    return {_xwin.screen_width, _xwin.screen_height};
+}
+
+bool ShownScreen::open(Size window) {
+    open_ = true;
+    place_ = {0, 0, picture()};
+    // Nothing is painted into the picture's place while its size changes: the new picture comes at once.
+    XSetWindowBackgroundPixmap(_xwin.display, _xwin.window, None);
+    return lay_out(window);
+}
+
+void ShownScreen::close() {
+    open_ = false;
+    image_.reset();
+    changed_.clear();
+    uncovered_.clear();
+    place_window({0, 0, picture()});
+    XSetWindowBackground(_xwin.display, _xwin.window, BlackPixel(_xwin.display, _xwin.screen));
+}
+
+bool ShownScreen::lay_out(Size window) {
+    const Size own = picture();
+    window_ = window;
+    place_ = place_picture(window, own, fit_);
+    bool possible = true;
+    if (place_.size == own) {
+        image_.reset();
+    } else if (!image_ || image_->size() != place_.size) {
+        image_.reset(); // before the next one: they are large
+        image_ = SharedImage::create(place_.size);
+        possible = image_ != nullptr;
+        if (possible)
+            scaler_ = Scaler(own, place_.size, display_format());
+        else
+            place_ = {(window.width - own.width) / 2, (window.height - own.height) / 2, own};
+    }
+    place_window(place_);
+    changed_.clear();
+    uncovered_.clear();
+    if (is_scaled())
+        shown_.reset(own, _xwin.ximage->bits_per_pixel / 8);
+    changed({0, 0, own.width, own.height});
+    return possible;
+}
+
+void ShownScreen::changed(const Area& area) {
+    if (is_scaled())
+        add_area(changed_, shared(area, {0, 0, picture().width, picture().height}));
+    else
+        redraw_(area.x1, area.y1, area.x2 - area.x1, area.y2 - area.y1);
+}
+
+void ShownScreen::uncovered(const Area& area) {
+    if (is_scaled())
+        add_area(uncovered_, shared(area, {0, 0, place_.size.width, place_.size.height}));
+    else
+        changed(area);
+}
+
+PixelRows ShownScreen::picture_rows() const {
+    const XImage& image = *_xwin.ximage;
+    return {reinterpret_cast<std::uint8_t*>(image.data) + image.xoffset +
+                std::ptrdiff_t{_xwin.scroll_y} * image.bytes_per_line +
+                std::ptrdiff_t{_xwin.scroll_x} * (image.bits_per_pixel / 8),
+            image.bytes_per_line};
+}
+
+void ShownScreen::present() {
+    if (!is_scaled() || (changed_.empty() && uncovered_.empty()))
+        return;
+    const PixelRows picture_pixels = picture_rows();
+    bool may_write = false;
+    for (const Area& area : changed_)
+        for (const Area& part : shown_.take_changes(picture_pixels, area)) {
+            if (!may_write)
+                image_->wait_until_shown();
+            may_write = true;
+            const Area target = shown_area(part, place_.size, picture());
+            scaler_.scale(picture_pixels, image_->rows(), target);
+            add_area(uncovered_, target);
+        }
+    for (const Area& area : uncovered_)
+        image_->show(area);
+    changed_.clear();
+    uncovered_.clear();
+}
+
+} // namespace vcc::platform

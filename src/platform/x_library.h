@@ -1,0 +1,56 @@
+// The graphics library's X11 side: its state, and what its shared library exports without declaring it.
+// For the *_linux.cpp files of this folder only.
+#pragma once
+
+#include <initializer_list> // the library's headers need it
+
+#include <allegro.h>
+#include <xalleg.h>
+
+extern "C" {
+BITMAP* _xwin_create_screen(GFX_DRIVER* driver, int w, int h, int vw, int vh, int depth, int fullscreen);
+void _xwin_destroy_screen(void);
+void _xwin_vsync(void);
+void _xwin_lock(BITMAP* bitmap);
+void _xwin_unlock(BITMAP* bitmap);
+void _xwin_keyboard_handler(XKeyEvent* event, int dga2_hack);
+void _xwin_keyboard_focus_handler(XFocusChangeEvent* event);
+void _xwin_get_keyboard_mapping(void);
+void _xwin_mouse_leave_notify(void);
+void _xwin_mouse_enter_notify(void);
+extern int _xwin_mouse_extended_range;
+}
+
+namespace vcc::platform {
+
+/// As long as it lives, the library's thread leaves the connection to the display alone; it can be held more than once.
+class DisplayLock {
+public:
+    DisplayLock() { _xwin_lock(nullptr); }
+    ~DisplayLock() { _xwin_unlock(nullptr); }
+    DisplayLock(const DisplayLock&) = delete;
+    DisplayLock& operator=(const DisplayLock&) = delete;
+};
+
+/// The library's own driver of a GFX_ number, or null.
+const GFX_DRIVER* library_driver(int id);
+
+/// Puts a driver before all others with its number; it must live as long as the process.
+void register_driver(GFX_DRIVER& driver);
+
+/// As long as it lives, a request that the display server refuses does not end the program. Needs the lock.
+class RequestTrap {
+public:
+    RequestTrap();
+    ~RequestTrap();
+    RequestTrap(const RequestTrap&) = delete;
+    RequestTrap& operator=(const RequestTrap&) = delete;
+
+    /// Waits for the server; whether it has refused anything.
+    bool refused() const;
+
+private:
+    XErrorHandler before_;
+};
+
+} // namespace vcc::platform
