@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 namespace vcc {
 
@@ -11,7 +12,7 @@ namespace {
 
 constexpr std::size_t planes = 3;
 constexpr std::uint8_t run_mark = 0xC0; ///< of a byte whose other bits are the length of a run of the next byte
-constexpr int bytes_per_line_limit = picture_limit + 1; ///< the samples of more would fill the memory
+constexpr int bytes_per_line_limit = picture_limit + 1; ///< keeping the padding of more would fill the memory
 constexpr std::ptrdiff_t store = 16;                    ///< bytes that every run writes at least, over what comes next
 
 /// Unpacks one line: red, green and blue bytes one after the other. A run may not leave the line: what is too long is
@@ -77,14 +78,22 @@ std::size_t UnpackedPicture::size() const {
 
 std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file) {
     UnpackedPicture picture{read_picture_header(file), nullptr};
-    if (!picture.header.sound || picture.header.bits != 24 || picture.header.bytes_per_line > bytes_per_line_limit)
+    auto& [width, height, bits, plane, sound] = picture.header;
+    if (!sound || bits != 24)
         return std::nullopt;
+    const std::size_t length = line_size(picture.header), padded_plane = static_cast<std::size_t>(plane);
+    std::vector<std::uint8_t> padded(plane > bytes_per_line_limit ? length + store : 0);
+    if (!padded.empty())
+        plane = width;
     picture.samples = std::make_unique_for_overwrite<std::uint8_t[]>(picture.size() + store);
     LineDecoder decoder(file.subspan(picture_header_size));
-    const std::size_t length = line_size(picture.header);
-    for (std::size_t begin = 0; begin < picture.size(); begin += length)
-        if (!decoder.read(picture.samples.get() + begin, length))
+    for (std::uint8_t *line = picture.samples.get(), *end = line + picture.size(); line < end;
+         line += line_size(picture.header)) {
+        if (!decoder.read(padded.empty() ? line : padded.data(), length))
             return std::nullopt;
+        for (std::size_t i = 0; i < (padded.empty() ? 0 : planes); ++i)
+            std::copy_n(padded.data() + i * padded_plane, width, line + i * static_cast<std::size_t>(width));
+    }
     return picture;
 }
 

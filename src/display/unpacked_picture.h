@@ -19,7 +19,7 @@ struct UnpackedPicture {
 };
 
 /// What the bytes of a whole file hold. Nothing when it is no picture of 24 bits with a sound header or when its data
-/// ends early or has much longer lines than it needs. Calls nothing of the graphics library, so any thread may use it.
+/// ends early. Calls nothing of the graphics library, so any thread may use it.
 std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file);
 
 /// The picture in the colour depth in force, the same as the library's own reader makes. Null without memory.

@@ -28,6 +28,7 @@ namespace {
 constexpr std::string_view no_file_text = "Error:N O   H E L P   A V A I L A B L E!";
 constexpr std::string_view no_entry_text = "N O   H E L P   A V A I L A B L E!";
 constexpr int both_modes = 3;
+constexpr int slots_of_one_page = message_slot::last_line + 1; ///< buttons may be missing
 
 /// The page while it is open. What it changes outside the message set it gives back when it dies.
 class HelpPage {
@@ -97,6 +98,8 @@ void HelpPage::show_toggle(int index) {
 }
 
 void HelpPage::enable(int index) {
+    if (!request_.messages->has_slot(index))
+        return;
     vcc::show(slot(index));
     slot(index).toggle = index;
     show_toggle(index);
@@ -160,7 +163,7 @@ void HelpPage::open_entry() {
     if (!found)
         return;
     entry_ = std::move(*found);
-    if (entry_.pages.size() > 1) {
+    if (entry_.pages.size() > 1 && request_.messages->has_slot(message_slot::forward)) {
         show_toggle(message_slot::back);
         enable(message_slot::forward);
     }
@@ -233,7 +236,9 @@ std::optional<int> HelpPage::handle(int code) {
         return {};
     case step_activated:
         return press(run_.current);
-    case step_no_slot:
+    case step_no_slot: // a message set without a button: keys close the page
+        return handle(await_input(run_, slot(message_slot::window), true, false));
+    case key::right_button:
         return key::escape;
     case 0:
     case key::escape:
@@ -253,9 +258,9 @@ int HelpPage::run() {
 
 /// Why a message set cannot show a help page; empty when it can.
 std::string fault_of(const SlotSet& messages) {
-    if (messages.slot_count() < message_slot::count)
+    if (messages.slot_count() < slots_of_one_page)
         return format_text("Help page: the message set has %d slots, %d are needed", messages.slot_count(),
-                           message_slot::count);
+                           slots_of_one_page);
     const Slot& window = messages.slots[message_slot::window];
     if (!is_text_window(window) || window.graphic < 0 || window.graphic >= text_window_count)
         return "Help page: slot 0 of the message set does not name a text window";

@@ -20,7 +20,8 @@ constexpr int status_font = 4;
 // Records are used as they lie in the file.
 static_assert(std::endian::native == std::endian::little);
 
-void report_unreadable(const std::string& path) {
+void report_unreadable(const std::string& path, const std::string& reason) {
+    write_log(format_text("%s: %s", path.c_str(), reason.c_str()));
     show_status("Fehler beim oeffnen der Datei:", path, status_font);
 }
 
@@ -58,7 +59,7 @@ int load_slots(const std::string& path, SlotSet& set) {
     set.slots.clear();
     const auto bytes = read_file(path);
     if (!bytes) {
-        report_unreadable(path);
+        report_unreadable(path, bytes.reason());
         return 1;
     }
     set.slots = take_records(path, *bytes, " Slots nein!");
@@ -71,7 +72,7 @@ int load_toggles(const std::string& slot_path, SlotSet& set) {
     const auto bytes = read_file(path);
     if (!bytes) {
         if (platform::file_exists(path)) // a set without toggles has no such file
-            report_unreadable(path);
+            report_unreadable(path, bytes.reason());
         return 0;
     }
     set.toggles = take_records(path, *bytes, " Toggles nein!");

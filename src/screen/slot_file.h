@@ -15,7 +15,8 @@ namespace vcc {
 Result<std::vector<Slot>> read_slot_file(std::string_view bytes);
 
 /// Loads the set's slots: their number, 0 when the file holds none or is rejected, 1 when it cannot be opened (no
-/// record is then loaded). Messages go to the status line; a rejected file also gets a log line.
+/// record is then loaded). Messages go to the status line; a file that is rejected or cannot be
+/// opened also gets a log line.
 int load_slots(const std::string& path, SlotSet& set);
 
 /// Loads the toggles from the file that belongs to a slot file: their number, 0 in every other case.

@@ -47,8 +47,10 @@ constexpr SettingRow music(std::string_view key, int module) {
 
 /// The upper end is that of the sound set-up's list; load_settings() narrows it to the themes that there are.
 constexpr SettingRow theme(std::string_view key, int standard, int module) {
-    return number(sound, key, standard, 0, 10, offered, &settings.theme[static_cast<std::size_t>(module)],
-                  "music theme");
+    SettingRow row =
+        number(sound, key, standard, 0, 10, offered, &settings.theme[static_cast<std::size_t>(module)], "music theme");
+    row.outside = Outside::kept;
+    return row;
 }
 
 constexpr SettingRow loop(std::string_view key, int module) {
@@ -111,8 +113,18 @@ constexpr auto rows = std::to_array<SettingRow>({
          "the player's network address, \".\" when there is none"),
     text(battle, "battle_hq_ip", "N/A", 15, other_owner, {}, "address of the HQ; written at every start"),
 
-    number(general, "keyboard", 0, 0, 5, offered, &settings.keyboard,
-           "keyboard layout: 0 US, 1 German, 2 Finnish, 3 French, 4 Italian, 5 UK"),
+    {general,
+     "keyboard",
+     KeyKind::number,
+     0,
+     {},
+     0,
+     5,
+     offered,
+     &settings.keyboard,
+     "keyboard layout: 0 US, 1 German, 2 Finnish, 3 French, 4 Italian, 5 UK",
+     1,
+     Outside::standard},
 
     // Not used here: the battle module expects to find them.
     flag(battle, "ambient_at_all", ensured, "for the battle module"),

@@ -17,6 +17,13 @@ enum class KeyKind {
     text
 };
 
+/// What becomes of a number outside its row's range when it is loaded or reset.
+enum class Outside {
+    nearest,  ///< the nearest end of the range
+    standard, ///< the hard default
+    kept      ///< it stays: the end of its range is not known before everything is read
+};
+
 /// What the settings store does with a key; keys without any of these belong to another owner.
 enum class KeyUse : unsigned {
     load = 1,   ///< read into its place by load_settings()
@@ -52,6 +59,7 @@ struct SettingRow {
     Place place = {};
     std::string_view help = {};
     int copies = 1;
+    Outside outside = Outside::nearest;
 
     constexpr bool has(KeyUse use) const { return (uses & static_cast<unsigned>(use)) != 0; }
 };

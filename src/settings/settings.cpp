@@ -27,6 +27,12 @@ struct KeyName {
     std::string section, key;
 };
 
+int in_range(const SettingRow& row, int value) {
+    if (row.outside == Outside::kept || (value >= row.min && value <= row.max))
+        return value;
+    return row.outside == Outside::standard ? row.number : std::clamp(value, row.min, row.max);
+}
+
 void read_row(const SettingRow& row, std::string_view suffix) {
     const KeyName name(row, suffix);
     if (row.kind == KeyKind::flag) {
@@ -37,8 +43,7 @@ void read_row(const SettingRow& row, std::string_view suffix) {
         std::memset(place->text, 0, place->size);
         std::memcpy(place->text, value.data(), std::min(value.size(), place->size - 1));
     } else {
-        const int value =
-            std::clamp(get_config_int(name.section.c_str(), name.key.c_str(), row.number), row.min, row.max);
+        const int value = in_range(row, get_config_int(name.section.c_str(), name.key.c_str(), row.number));
         if (std::int8_t* const* const byte = std::get_if<std::int8_t*>(&row.place))
             **byte = static_cast<std::int8_t>(value); // 255 in the file is -1
         else

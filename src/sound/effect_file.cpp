@@ -13,7 +13,7 @@ namespace vcc {
 // asked for.
 SamplePtr load_effect_file(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
-    if (header.data_offset == 0 || header.data_length > effect_size_limit)
+    if (header.data_offset == 0)
         return nullptr;
     // The library's packfiles hand out bytes one by one: a film's sound would take 20 ms.
     const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));

@@ -28,12 +28,11 @@ bool open_theme(int theme, int volume) {
     const SoundEntry* const entry = theme >= 0 && theme < theme_limit
                                         ? &sound_entries[static_cast<std::size_t>(first_theme_entry + theme)]
                                         : nullptr;
+    const std::string path = entry != nullptr ? sound_path(*entry) : sound_directory + "/";
     if (entry != nullptr)
-        music_stream = WavStream::open(theme_path(theme), volume);
+        music_stream = WavStream::open(path, volume);
     if (!music_stream) {
-        const std::string message =
-            format_text("Error loading audio stream file: %s/%s (theme:%d)", sound_directory.c_str(),
-                        entry != nullptr ? entry->file.c_str() : "", theme);
+        const std::string message = format_text("Error loading audio stream file: %s (theme:%d)", path.c_str(), theme);
         write_log(message);
         show_alert(message);
         music_on = 0;

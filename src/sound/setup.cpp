@@ -18,10 +18,6 @@ constexpr int reserved_voices = 16;
 
 enum class Outcome { go_on, stop, failed };
 
-std::string path_of(const SoundEntry& entry) {
-    return sound_directory + "/" + entry.file;
-}
-
 /// The library keeps an installed sound system, so from the second pass on this only confirms it.
 Outcome install_sound_system(SetupState& state) {
     reserve_voices(reserved_voices, 0);
@@ -36,7 +32,7 @@ Outcome install_sound_system(SetupState& state) {
 }
 
 Outcome load_effect(const SetupState& state, SoundEntry& entry) {
-    entry.sample = load_effect_file(path_of(entry));
+    entry.sample = load_effect_file(sound_path(entry));
     if (entry.sample)
         return Outcome::go_on;
     write_log(format_text("Error loading sound nr:%d\n", state.entry));
@@ -70,7 +66,7 @@ Outcome apply_step(const SetupStep& step, SetupState& state) {
         return load_effect(state, entry);
     case SetupAction::check_theme:
         entry.file = step.value.substr(0, name_limit);
-        if (!platform::file_exists(path_of(entry)))
+        if (!platform::file_exists(sound_path(entry)))
             refuse_theme(state, entry, "THEME_ERROR 2",
                          format_text("Error loading music theme nr:%d (%s)\n", state.entry, entry.name.c_str()));
         break;
@@ -98,6 +94,7 @@ int read_sound_setup(const std::string& path) {
         write_log(message);
         return 0;
     }
+    sound_directory.clear();
     SetupState state;
     LineReader lines(*text);
     Outcome outcome = Outcome::go_on;

@@ -56,8 +56,8 @@ int count_themes() {
         std::find_if(first, sound_entries.end(), [](const SoundEntry& entry) { return entry.file.empty(); }) - first);
 }
 
-std::string theme_path(int theme) {
-    return sound_directory + "/" + sound_entries[static_cast<std::size_t>(first_theme_entry + theme)].file;
+std::string sound_path(const SoundEntry& entry) {
+    return sound_directory.empty() ? entry.file : sound_directory + "/" + entry.file;
 }
 
 void release_sound() {

@@ -26,7 +26,7 @@ struct SoundEntry {
     SamplePtr sample; ///< effects only
 };
 extern std::array<SoundEntry, sound_entry_count> sound_entries;
-extern std::string sound_directory;
+extern std::string sound_directory; ///< empty until the set-up file names one
 
 /// Reads the set-up file, installs the sound system, loads the effects and registers the themes. Returns the number of
 /// file lines handled; 0 when the file cannot be opened or an effect cannot be loaded. Failures that the player must
@@ -49,8 +49,8 @@ void drop_effect(int number);
 /// Number of music themes registered one after another from theme 0 on, at most 11.
 int count_themes();
 
-/// Path of a theme's file: the sound directory, a slash and the file name; theme 0 to 10.
-std::string theme_path(int theme);
+/// Path of an entry's file: the sound directory, a slash and the file name; without a directory the file name alone.
+std::string sound_path(const SoundEntry& entry);
 
 /// Releases every effect and the music stream; nothing while sound is off.
 void release_sound();

@@ -44,7 +44,7 @@ std::string choose_language() {
         return {};
     }
     if (!line->starts_with('1') && !line->starts_with('2'))
-        return std::string(*line);
+        return {};
     use_language(line->front() - '0');
     return message_file(language);
 }

@@ -67,6 +67,28 @@ TEST_F(Display, OwnDecoderAndTheLibraryAgree) {
     }
 }
 
+TEST_F(Display, PaddedLinesAreNoReasonToCallAPictureIncomplete) {
+    const BitmapPtr made(create_bitmap_ex(24, 2, 2));
+    clear_to_color(made.get(), makecol24(10, 20, 30));
+    save_pcx("padded.pcx", made.get(), nullptr);
+    std::string bytes = folder.read("padded.pcx").substr(0, picture_header_size);
+    bytes[66] = '\x88', bytes[67] = '\x13'; // 5000 bytes a line and plane
+    for (int line = 0; line < 2; ++line)
+        for (const char sample : {'\12', '\24', '\36'}) {
+            bytes += {sample, sample};
+            for (int run = 0; run < 79; ++run)
+                bytes += {'\xFF', 'x'};
+            bytes += {'\xD5', 'x'};
+        }
+    folder.write("padded.pcx", bytes);
+    folder.write("data/logfiles/veldor_log.txt", "");
+    const BitmapPtr picture = load_picture("padded.pcx");
+    ASSERT_TRUE(picture);
+    for (const auto& [x, y] : {std::pair(0, 0), {1, 0}, {0, 1}, {1, 1}})
+        EXPECT_EQ(getpixel(picture.get(), x, y), makecol(10, 20, 30)) << x << ", " << y;
+    EXPECT_EQ(folder.log(), "");
+}
+
 TEST_F(Display, BackgroundRotationStepsOverPicturesThatAreMissing) {
     save_grey("images/morv1.pcx", 800, 600, 10);
     save_grey("images/morv2.pcx", 800, 600, 20);

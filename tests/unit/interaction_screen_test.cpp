@@ -148,8 +148,28 @@ TEST_F(Screen, HelpPageSaysSoWhenThereIsNone) {
         EXPECT_EQ(text_of(set_.slots[4].text).empty(), c.found_file);
         EXPECT_EQ(text_of(set_.slots[5].text).empty(), c.found_entry);
     }
-    set_.slots.resize(35);
+    set_.slots.resize(9);
     EXPECT_EQ(show_help({target_.get(), save.get(), &set_, nullptr, nullptr, {}}), 27) << "too few slots";
+}
+
+TEST_F(Screen, HelpOfAShortMessageSetIsOnePage) {
+    for (Slot& slot : set_.slots)
+        slot.toggle = -1;
+    set_.slots[0].graphic = 20;
+    store_text(set_.slots[0].text, "TEXT-WIN");
+    folder_.write("help.txt", "+12\n*2\n*13\nf\nc\nw\ns\nS\nx\ny\n-xHello\n#\n");
+    Slot requester = test::make_slot("", {{&Slot::help_number, 12}});
+    store_text(requester.help_file, "help.txt");
+    const BitmapPtr save(create_bitmap(800, 600));
+    for (const std::size_t count : {35u, 13u, 10u}) { // 13: no button to close it
+        set_.slots.resize(35, set_.slots[1]);
+        set_.slots.resize(count);
+        set_.toggles = set_.slots;
+        int screen_variable = 1, frames_open = 0;
+        events_ = {rest, [&] { frames_open = screen_variable == -1 ? 1 : 0; }, press(27, KEY_ESC)};
+        EXPECT_EQ(show_help({target_.get(), save.get(), &set_, &screen_variable, &requester, owner_.every_frame}), 27);
+        EXPECT_TRUE(events_.empty() && frames_open == 1) << count << " slots: it waits for the key";
+    }
 }
 
 } // namespace

@@ -38,7 +38,8 @@ protected:
 TEST_F(Store, HostileValuesAreBroughtIntoRangeAndTheFileKeepsThem) {
     const std::string text = "[VELDOR_SOUND]\nhq_snd_volume = 11\nvcc_music_volume = -1\nhq_theme = 99\n"
                              "number_of_themes = 9\n\n[VELDOR_GRAPHICS]\nscreen_mode = 255\n"
-                             "frame_rest = 99999999999\n\n[VELDOR_BATTLE]\nplayer_name = 0123456789abcdefXYZ\n";
+                             "frame_rest = 99999999999\n\n[VELDOR_BATTLE]\nplayer_name = "
+                             "0123456789abcdefXYZ\n\n[VELDOR_GENERAL]\nkeyboard = 9\n";
     begin(text);
     load_settings();
     EXPECT_EQ(settings.volumes[hq_module].effects, 10);
@@ -46,15 +47,16 @@ TEST_F(Store, HostileValuesAreBroughtIntoRangeAndTheFileKeepsThem) {
     EXPECT_EQ(settings.theme[hq_module], 1) << "two themes, the fourth does not count";
     EXPECT_EQ(settings.screen_mode, -1);
     EXPECT_EQ(frame_rest, 20);
+    EXPECT_EQ(settings.keyboard, 0) << "US";
     EXPECT_EQ(settings.message_detail, 2) << "the key is missing";
     EXPECT_STREQ(settings.player_name, "0123456789abcde");
     EXPECT_EQ(file(), std::string(text).replace(text.find("themes = 9"), 10, "themes = 2"));
 }
 
 TEST_F(Store, WithoutMusicNobodyLosesTheirTheme) {
-    begin("[VELDOR_GENERAL]\nmusic_at_all = no\n[VELDOR_SOUND]\nhq_theme = 9\nnumber_of_themes = 11\n");
+    begin("[VELDOR_GENERAL]\nmusic_at_all = no\n[VELDOR_SOUND]\nhq_theme = 99\nnumber_of_themes = 11\n");
     load_settings();
-    EXPECT_EQ(settings.theme[hq_module], 9);
+    EXPECT_EQ(settings.theme[hq_module], 99);
     EXPECT_EQ(get_config_int("VELDOR_SOUND", "number_of_themes", -1), 0);
 }
 

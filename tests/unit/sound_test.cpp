@@ -21,7 +21,10 @@ namespace {
 
 class SoundTest : public test::FolderTest {
 protected:
-    SoundTest() { folder.write("sfx/a.wav", test::WavFile().fmt(8, 1).data("abcd")); }
+    SoundTest() {
+        for (const char* const name : {"sfx/a.wav", "bare.wav"})
+            folder.write(name, test::WavFile().fmt(8, 1).data("abcd"));
+    }
     int read(const std::string& text) const {
         sound_entries = {};
         enable_sound();
@@ -46,6 +49,7 @@ TEST_F(SoundTest, TheSetUpFileNamesAndLoads) {
     } cases[] = {
         {"effects", "# sounds\n$sfx\n+12\n&Click\r\n-a.wav\n?\n\n+200\n&Last\n", 1, 0, 1, "12 Click+ 200 Last "},
         {"a broken effect", "$sfx\n+1\n-a.wav\n+7\n-no.wav\n+2\n-a.wav\n", 0, 0, 0, "1 + 7  "},
+        {"no directory, whatever the last reading named", "+1\n&E\n-bare.wav\n", 1, 0, 1, "1 E+ "},
         {"past the last entry", "$sfx\n+201\n&No\n-a.wav\n", 0, 0, 1, ""},
         {"a long name", "$sfx\n+3\n&123456789012345678901234\n-a.wav\n", 1, 0, 1, "3 12345678901234567890+ "},
         {"themes", "$sfx\n+190\n\xA7One\n-a.wav\n+191\n\xA7Two\n-a.wav\n", 2, 2, 1, "190 One 191 Two "},

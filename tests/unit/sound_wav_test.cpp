@@ -43,8 +43,9 @@ TEST_F(WavTest, EffectsBecomeUnsignedSamples) {
     EXPECT_EQ(std::pair(wide->len, wide->freq), std::pair(2UL, 8000));
     const auto* const words = static_cast<const unsigned short*>(wide->data);
     EXPECT_EQ(std::vector(words, words + 4), (std::vector<unsigned short>{0x0001, 0x8002, 0xFF03, 0x7F04}));
-    folder.write("large.wav", WavFile().fmt(8, 1).data(std::string(effect_size_limit + 1, 'x')));
-    EXPECT_FALSE(load_effect_file("large.wav"));
+    folder.write("two_minutes.wav", WavFile().fmt(16, 2, 44100).data(std::string(120u * 4 * 44100, 'x')));
+    const SamplePtr large = load_effect_file("two_minutes.wav");
+    EXPECT_TRUE(large && large->len == 120u * 44100);
 }
 
 TEST(FadeIn, RaisesEverySampleOfTheFirstFrames) {

@@ -53,8 +53,9 @@ TEST_F(Language, TheFirstCharacterChooses) {
     folder.write("tools/language/german/txt/Messages.ger", "+5\nHallo\n");
     for (const auto& [file, prefix, hello, log] :
          {std::tuple("", "english/e_", "old", "Error reading language variables from language.ini"),
-          {"nowhere\n", "english/e_", "old", "Error reading message file"},
+          {"old\n", "english/e_", "old", "Error reading message file"}, // a file, but no language
           {"2 German\r\n1", "german/g_", "Hallo", ""}}) {
+        empty_log();
         folder.write("tools/language.ini", file);
         load_messages("old");
         load_language();

@@ -4,7 +4,6 @@
 #include "themes.h"
 
 #include "core/log.h"
-#include "sound/effect_file.h"
 
 #include <algorithm>
 
@@ -140,8 +139,6 @@ std::string write_sound(Media& media, NewFile& file, Conversion& done, const Pro
     if (!writer.write_header() || !file.flush())
         return file.reason();
     done.what = format_text("%.1f s of %d Hz, %s", writer.seconds(), rate, channels == 1 ? "mono" : "stereo");
-    if (writer.size() > effect_size_limit)
-        done.what += "; more than 16 MB: a theme, too long for an effect";
     return {};
 }
 

@@ -80,7 +80,7 @@ private:
     }
 
     void take_file(const SetupStep& step) {
-        const std::string path = directory_ + "/" + std::string(step.value);
+        const std::string path = (directory_.empty() ? "" : directory_ + "/") + std::string(step.value);
         if (step.value.size() > name_limit)
             report(sound_name_long, "the file name is longer than 20 characters",
                    "it will be cut, and the file not be found");
@@ -96,7 +96,7 @@ private:
         if (step.action == SetupAction::load_effect) {
             if (!load_effect_file(path))
                 report(sound_unreadable, path + " is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz",
-                       "convert it to that, at most 16 MB: otherwise the whole sound stays off");
+                       "convert it to that: otherwise the whole sound stays off");
             else if (is_cut(path))
                 report(file_cut, path + " ends before its sound does", "write the file again");
             return;
