@@ -4,8 +4,9 @@
 
 void vcc::fuzz::one_input(std::string_view input) {
     const kit::ScreenSource first = kit::read_screen_source(input);
-    for (const kit::SourceFault& fault : first.faults)
-        require(fault.line >= 1 && !fault.text.empty());
+    for (const kit::Fault& fault : first.faults)
+        require(fault.line >= 1 && fault.column >= 1 && !fault.problem.empty() &&
+                kit::find_fault_row(kit::code_text(fault.code)));
     if (!first.faults.empty() || !kit::difference_of_structure(first.screen).empty())
         return;
     const kit::ScreenSource again = kit::read_screen_source(kit::write_screen_source(first.screen));

@@ -116,8 +116,8 @@ TEST_F(Check, FaultsOfRecordsAreFoundInTheirPlace) {
         {menu, 3, &Slot::activated, 199, "activated: "},
         {menu, 5, &Slot::dest_y, 330, "overlaps slot 13"},
         {menu, 7, &Slot::src_x, 5000, "src_x, box_width: "},
-        {options, 1, &Slot::font, 11, "font: there is no font 11"},
-        {options, 1, &Slot::fore_colour, 256, "fore_colour: "},
+        {options, 2, &Slot::font, 11, "font: there is no font 11"},
+        {options, 2, &Slot::fore_colour, 256, "fore_colour: "},
         {options, 3, &Slot::dest_y, 0, "dest_y: is 0"},
         {options, 22, &Slot::action, 8, "action: the option button has action 8"},
         {options, 28, &Slot::action, 23, "action: the value button has no value"},
@@ -138,9 +138,9 @@ TEST_F(Check, FaultsOfRecordsAreFoundInTheirPlace) {
 
 TEST_F(Check, FaultsOfOtherFilesAreFoundInTheirPlace) {
     replace(de + "factory.tw", "+22", "+31", de + R"(factory.tw:\d+: \+: there is no window 31)");
-    replace(en + "factory.tw", "xu256", "xu20", en + R"(factory.tw: \+1: xo)");
+    replace(en + "factory.tw", "\nxu", "\nxu0\n#", en + R"(factory.tw: \+1: xo)");
     replace(en + "factory.tw", "o4", "o44", en + R"(factory.tw: \+\d+: o: there is no sound 44)");
-    replace(en + "factory.tw", "s4", "s4000", en + R"(factory.tw:\d+: s: 4000 .*0 to 100 pixels)");
+    replace(en + "factory.tw", "\ns", "\ns4000\n#", en + R"(factory.tw:\d+: s: 4000 .*0 to 100 pixels)");
     replace(settings, "vcc_theme = 2", "vcc_theme = 12", R"(.*vcc.cfg:\d+: vcc_theme: "12" is outside 0 to 10)");
     replace(settings, "frame_rest =", "frame_rests =", R"(.*vcc.cfg:\d+: frame_rests: no such key)");
     replace(settings, "hq_theme = 4", "hq_theme = 9", ".*vcc.cfg: hq_theme: there is no theme 9");
@@ -182,10 +182,12 @@ TEST_F(Check, MissingAndCutFilesAreFound) {
 
 TEST(Faults, AreToldToMachinesAsJson) {
     const Faults faults{{FaultCode::text_wide, "a\"b.slt", 7, 3, "text", "M\xfchle", "a\\b", true}};
-    EXPECT_EQ(json_of_faults(faults, "installation", "dir"), R"({"installation": "dir", "faults": [
-  {"code": "VK116", "file": "a\"b.slt", "line": 7, "record": 3, "field": "text", "problem": "Mühle", "advice": "a\\b", "fatal": true}
-]}
-)");
+    EXPECT_EQ(json_of_faults(faults, "installation", "dir"),
+              R"({"installation": "dir", "faults": [)"
+              "\n  "
+              R"({"code": "VK116", "file": "a\"b.slt", "line": 7, "record": 3, "field": "text", )"
+              R"("problem": "Mühle", "advice": "a\\b", "fatal": true})"
+              "\n]}\n");
 }
 
 TEST(Names, ActionsAreThoseOfTheProgram) {

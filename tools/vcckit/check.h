@@ -20,6 +20,13 @@ std::span<const Check> checks();
 /// Runs all checks on the working folder. `progress` is told each subject before it begins.
 Faults check_installation(const std::function<void(std::string_view subject)>& progress);
 
+// Parts of the checks, for one screen. An empty installation leaves out what concerns other files.
+void check_records_of(const Installation& installation, const LanguageFiles& language, const ScreenFiles& screen,
+                      Faults& faults);
+void check_overlaps_of(const ScreenFiles& screen, Faults& faults);
+/// The fault is told of the second language.
+void check_translation_of(const ScreenFiles& first, const ScreenFiles& other, Faults& faults);
+
 // The checks that look at several files together.
 void check_program_files(Installation& installation, Faults& faults);
 void check_records(Installation& installation, Faults& faults);

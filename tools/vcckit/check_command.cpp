@@ -1,5 +1,7 @@
 #include "check.h"
 #include "commands.h"
+#include "silence.h"
+#include "watch.h"
 
 #include "platform/files.h"
 
@@ -14,12 +16,19 @@ namespace {
 
 constexpr const char* clear_line = "\r\x1b[K";
 
-} // namespace
+/// A comment in the line above silences a fault of a text file.
+bool is_silenced_there(const Fault& fault, Installation& files) {
+    if (fault.line == 0)
+        return false;
+    const auto& text = files.text_file(fault.file);
+    Faults unknown;
+    return text && is_silenced(fault, silences_of(*text, unknown));
+}
 
-int run_check(const std::string& folder, bool json) {
-    const platform::FolderVisit visit(folder);
+int check_once(const CheckRequest& request, const std::set<FaultCode>& ignored) {
+    const platform::FolderVisit visit(request.folder);
     if (!visit.entered()) {
-        std::fprintf(stderr, "vcckit: %s is no folder\n", folder.c_str());
+        std::fprintf(stderr, "vcckit: %s is no folder\n", request.folder.c_str());
         return exit_unusable;
     }
     Faults faults;
@@ -35,17 +44,34 @@ int run_check(const std::string& folder, bool json) {
     }
     if (progress)
         std::fputs(clear_line, stderr);
-    if (json) {
-        std::fputs(json_of_faults(faults, "installation", folder).c_str(), stdout);
+    Installation files;
+    std::erase_if(faults,
+                  [&](const Fault& fault) { return ignored.contains(fault.code) || is_silenced_there(fault, files); });
+    if (request.json) {
+        std::fputs(json_of_faults(faults, "installation", request.folder).c_str(), stdout);
     } else {
         const bool colours = ::isatty(STDOUT_FILENO) != 0;
         for (const Fault& fault : faults)
             std::printf("%s\n", text_of_fault(fault, colours).c_str());
-        std::printf("%s: %s\n", folder.c_str(), sum_of(faults).c_str());
+        std::printf("%s: %s\n", request.folder.c_str(), sum_of(faults).c_str());
     }
     if (std::ranges::any_of(faults, &Fault::fatal))
         return exit_unusable;
     return faults.empty() ? exit_clean : exit_faults;
+}
+
+} // namespace
+
+int run_check(const CheckRequest& request) {
+    std::set<FaultCode> ignored;
+    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty()) {
+        std::fprintf(stderr, "vcckit: --ignore: there is no fault %s; \"vcckit explain\" lists the codes\n",
+                     unknown.c_str());
+        return exit_unusable;
+    }
+    if (!request.watch)
+        return check_once(request, ignored);
+    watch({request.folder}, [&] { check_once(request, ignored); });
 }
 
 } // namespace vcc::kit

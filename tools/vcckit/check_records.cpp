@@ -14,6 +14,9 @@
 #include "sound/sound.h"
 #include "text/fonts.h"
 
+#include <algorithm>
+#include <cctype>
+
 namespace vcc::kit {
 
 namespace {
@@ -218,6 +221,28 @@ void check_text(const Subject& at) {
                   "widen the box to " + number(long{at.slot.size} * cell_width(at.slot.font)) + " pixels");
 }
 
+bool has_box(const Slot& slot) {
+    return slot.box_width > 0 && slot.box_height > 0;
+}
+
+void check_look(const Subject& at) {
+    if (!at.is_text())
+        return;
+    if (std::ranges::any_of(at.text(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }))
+        at.report(text_control, "text", "has a line feed or another control character", "a text is one line");
+    const bool shows_text = at.slot.input_mode != 0 || at.text().find_first_not_of(' ') != std::string_view::npos;
+    if (!shows_text || !has_box(at.slot) || at.slot.font < 0 || at.slot.font >= font_count)
+        return;
+    if (at.installation.fonts && cell_height(at.slot.font) > at.slot.box_height)
+        at.report(text_tall, "box_height",
+                  "the text is " + number(cell_height(at.slot.font)) + " pixels high, its box " +
+                      number(at.slot.box_height),
+                  "raise the box to the height of the font");
+    if (at.slot.fore_colour == at.slot.back_colour)
+        at.report(text_unseen, "fore_colour", "the text has the colour of its box",
+                  "change fore_colour or back_colour");
+}
+
 void check_ends(const Subject& at) {
     for (const TextField& field : text_fields())
         if (bytes_of(at.slot, field).back() != '\0')
@@ -228,18 +253,20 @@ void check_ends(const Subject& at) {
 }
 
 constexpr void (*record_checks[])(const Subject&) = {
-    check_font,   check_colours, check_place,  check_toggle, check_activated, check_buffer,
-    check_window, check_sounds,  check_action, check_extent, check_text,      check_ends,
+    check_font,   check_colours, check_place,  check_toggle, check_activated, check_buffer, check_window,
+    check_sounds, check_action,  check_extent, check_text,   check_look,      check_ends,
 };
 
-void check_set(const Installation& installation, const LanguageFiles& language, const ScreenFiles& screen,
-               Faults& faults) {
-    for (const bool toggles : {false, true}) {
-        const std::vector<Slot>& records = toggles ? screen.set.toggles : screen.set.slots;
-        for (std::size_t i = 0; i < records.size(); ++i)
-            for (const auto check : record_checks)
-                check({installation, language, screen, records[i], static_cast<int>(i), toggles, faults});
+/// Names are often the same in every language; what has two words of letters hardly is.
+bool has_two_words(std::string_view text) {
+    const auto is_letter = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0 || c < 0; };
+    int words = 0;
+    bool inside = false;
+    for (const char c : text) {
+        words += !inside && is_letter(c) ? 1 : 0;
+        inside = is_letter(c);
     }
+    return words > 1;
 }
 
 /// A slot that the player can press. Some are hidden in the file and shown by the program.
@@ -254,6 +281,26 @@ bool can_be_pressed(ScreenKind kind, const Slot& slot, int index) {
 
 } // namespace
 
+void check_records_of(const Installation& installation, const LanguageFiles& language, const ScreenFiles& screen,
+                      Faults& faults) {
+    for (const bool toggles : {false, true}) {
+        const std::vector<Slot>& records = toggles ? screen.set.toggles : screen.set.slots;
+        for (std::size_t i = 0; i < records.size(); ++i)
+            for (const auto check : record_checks)
+                check({installation, language, screen, records[i], static_cast<int>(i), toggles, faults});
+    }
+}
+
+void check_translation_of(const ScreenFiles& first, const ScreenFiles& other, Faults& faults) {
+    const auto& slots = other.set.slots;
+    for (std::size_t i = 0; i < std::min(first.set.slots.size(), slots.size()); ++i) {
+        const std::string_view text = text_of(slots[i].text);
+        if (slots[i].graphic == 0 && text == text_of(first.set.slots[i].text) && has_two_words(text))
+            faults.push_back({text_untranslated, other.slot_file, 0, static_cast<int>(i), "text",
+                              "\"" + std::string(text) + "\" is the text of both languages", "translate it"});
+    }
+}
+
 void check_records(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language)
         for (std::size_t i = 0; i < language.windows.size() && installation.listed_sounds; ++i)
@@ -264,26 +311,28 @@ void check_records(Installation& installation, Faults& faults) {
                                   "tools/vcc.snd names the sounds; 0 is none"});
     for (const LanguageFiles& language : installation.by_language)
         for (const ScreenFiles& screen : language.screens)
-            check_set(installation, language, screen, faults);
+            check_records_of(installation, language, screen, faults);
+}
+
+void check_overlaps_of(const ScreenFiles& screen, Faults& faults) {
+    const std::vector<Slot>& slots = screen.set.slots;
+    for (int i = 0; i < screen.set.slot_count(); ++i) {
+        for (int j = i + 1; j < screen.set.slot_count(); ++j) {
+            const Slot &a = slots[static_cast<std::size_t>(i)], &b = slots[static_cast<std::size_t>(j)];
+            if (!can_be_pressed(screen.kind, a, i) || !can_be_pressed(screen.kind, b, j))
+                continue;
+            const Rect one = slot_rect(a), other = slot_rect(b);
+            if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
+                faults.push_back({slots_overlap, screen.slot_file, 0, i, "", "overlaps slot " + number(j),
+                                  "move one of them: the pointer reaches only the first there"});
+        }
+    }
 }
 
 void check_overlaps(Installation& installation, Faults& faults) {
-    for (const LanguageFiles& language : installation.by_language) {
-        for (const ScreenFiles& screen : language.screens) {
-            const std::vector<Slot>& slots = screen.set.slots;
-            for (int i = 0; i < screen.set.slot_count(); ++i) {
-                for (int j = i + 1; j < screen.set.slot_count(); ++j) {
-                    const Slot &a = slots[static_cast<std::size_t>(i)], &b = slots[static_cast<std::size_t>(j)];
-                    if (!can_be_pressed(screen.kind, a, i) || !can_be_pressed(screen.kind, b, j))
-                        continue;
-                    const Rect one = slot_rect(a), other = slot_rect(b);
-                    if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
-                        faults.push_back({slots_overlap, screen.slot_file, 0, i, "", "overlaps slot " + number(j),
-                                          "move one of them: the pointer reaches only the first there"});
-                }
-            }
-        }
-    }
+    for (const LanguageFiles& language : installation.by_language)
+        for (const ScreenFiles& screen : language.screens)
+            check_overlaps_of(screen, faults);
 }
 
 } // namespace vcc::kit

@@ -225,6 +225,8 @@ void check_languages(Installation& installation, Faults& faults) {
             const ScreenFiles &a = first.screens[kind], &b = other.screens[kind];
             compare_counts(a.set.slots.size(), b.set.slots.size(), b.slot_file, "slots", faults);
             compare_counts(a.set.toggles.size(), b.set.toggles.size(), b.toggle_file, "toggle records", faults);
+            if (&first != &other)
+                check_translation_of(a, b, faults);
             compare_records(a.set.slots, b.set.slots, b.slot_file, faults);
             compare_records(a.set.toggles, b.set.toggles, b.toggle_file, faults);
         }

@@ -10,14 +10,33 @@ namespace vcc::kit {
 
 inline constexpr int exit_clean = 0, exit_faults = 1, exit_unusable = 2;
 
-/// Makes the slot and toggle files of screen sources. A source with mistakes writes nothing.
-int run_pack(const std::vector<std::string>& sources, const std::string& installation);
+struct PackRequest {
+    std::vector<std::string> sources;
+    std::string installation;
+    std::vector<std::string> ignored; ///< codes of faults
+    bool any_name = false, json = false, quiet = false, watch = false;
+};
+
+/// Makes the slot and toggle files of screen sources: of all of them, or, when one has a fault, of none.
+int run_pack(const PackRequest& request);
 
 /// Writes the source of a slot file, or of one in each language; to standard output without a name.
 int run_unpack(const std::vector<std::string>& files, const std::string& output);
 
+struct CheckRequest {
+    std::string folder;
+    std::vector<std::string> ignored; ///< codes of faults
+    bool json = false, watch = false;
+};
+
 /// Checks an installation and writes the faults to standard output, as text or as JSON.
-int run_check(const std::string& folder, bool json);
+int run_check(const CheckRequest& request);
+
+/// Says what a code stands for; without a code, lists them all. `markdown`: as the table of docs/faults.md.
+int run_explain(const std::vector<std::string>& codes, bool markdown);
+
+/// Prints the JSON schema of screen sources, for editors.
+int run_schema();
 
 /// Renders a screen of an installation into a PNG file.
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 namespace vcc::kit {
 
@@ -45,6 +46,8 @@ constexpr TextField texts[] = {
     {"name", offsetof(Slot, name), sizeof(Slot::name)},
 };
 
+static_assert(std::size(numbers) + std::size(texts) == field_count);
+
 template <class Field>
 const Field* find_in(std::span<const Field> fields, std::string_view name) {
     const auto found = std::find_if(fields.begin(), fields.end(), [name](const Field& f) { return f.name == name; });
@@ -64,6 +67,14 @@ const NumberField* find_number_field(std::string_view name) {
 }
 const TextField* find_text_field(std::string_view name) {
     return find_in(text_fields(), name);
+}
+
+std::optional<std::size_t> field_number(std::string_view name) {
+    if (const NumberField* const number = find_number_field(name))
+        return static_cast<std::size_t>(number - numbers);
+    if (const TextField* const text = find_text_field(name))
+        return std::size(numbers) + static_cast<std::size_t>(text - texts);
+    return std::nullopt;
 }
 
 std::span<char> bytes_of(Slot& slot, const TextField& field) {

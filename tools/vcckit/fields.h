@@ -5,6 +5,7 @@
 #include "screen/slot.h"
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -27,6 +28,11 @@ std::span<const TextField> text_fields();
 
 const NumberField* find_number_field(std::string_view name);
 const TextField* find_text_field(std::string_view name);
+
+inline constexpr std::size_t field_count = 30;
+
+/// The number of a field, number fields first; nothing when there is no such field.
+std::optional<std::size_t> field_number(std::string_view name);
 
 /// The bytes of a text field in a record.
 std::span<char> bytes_of(Slot& slot, const TextField& field);

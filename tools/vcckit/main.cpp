@@ -1,14 +1,17 @@
 // vcckit: the tool for the people who make or change an installation. Here is its command line.
 #include "commands.h"
 #include "completion.h"
+#include "nearest.h"
 
 #include "core/version.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,9 +37,11 @@ constexpr const char* examples =
     "read or written, or an installation with which the program does not reach its menu.";
 
 struct Arguments {
-    std::vector<std::string> sources, files;
-    std::string installation, output, checked, rendered, picture, shown, screen, language = "en";
-    bool json = false;
+    PackRequest packing;
+    CheckRequest checking;
+    std::vector<std::string> files, codes;
+    std::string output, rendered, picture, shown, screen, language = "en";
+    bool markdown = false;
     RenderRequest request;
     std::vector<std::string> converted;
     ConvertRequest conversion;
@@ -66,13 +71,30 @@ CLI::App& add_new(CLI::App& app, Arguments& given) {
     return command;
 }
 
+std::string unknown_word(const std::string& kind, const std::string& word, const std::string& nearest) {
+    return "vcckit: \"" + word + "\" is no " + kind + (nearest.empty() ? "" : "; did you mean " + nearest + "?");
+}
+
+void add_ignore(CLI::App& command, std::vector<std::string>& codes) {
+    command.add_option("--ignore", codes, "code of a fault that is not told, or several with commas")
+        ->type_name("CODE")
+        ->take_all()
+        ->expected(1);
+}
+
 CLI::App& add_pack(CLI::App& app, Arguments& given) {
     CLI::App& command = add_command(
         app, "pack", "Makes slot and toggle files from screen sources",
         "  vcckit pack vcc.toml -o veldor                    writes e_vcc.slt, e_vcc.tgl, g_vcc.slt, g_vcc.tgl\n"
         "  vcckit pack screens/*.toml -o veldor");
-    command.add_option("SOURCE", given.sources, "screen sources")->required()->type_name("FILE.toml");
-    command.add_option("-o,--output", given.installation, "folder of the installation")->required()->type_name("DIR");
+    PackRequest& request = given.packing;
+    command.add_option("SOURCE", request.sources, "screen sources")->required()->type_name("FILE.toml");
+    command.add_option("-o,--output", request.installation, "folder of the installation")->required()->type_name("DIR");
+    command.add_flag("--any-name", request.any_name, "packs screens that the program does not read");
+    add_ignore(command, request.ignored);
+    command.add_flag("--json", request.json, "one JSON object for machines");
+    command.add_flag("--watch", request.watch, "packs again after every change of a source");
+    command.add_flag("-q,--quiet", request.quiet, "does not say what was written");
     return command;
 }
 
@@ -96,9 +118,13 @@ CLI::App& add_check(CLI::App& app, Arguments& given) {
     CLI::App& command =
         add_command(app, "check", "Reads a whole installation as the program would and reports every fault",
                     "  vcckit check veldor                               everything that is wrong with it\n"
+                    "  vcckit check veldor --ignore VK302                but for files that only a module reads\n"
                     "  vcckit check veldor --json | jq '.faults[].file'");
-    command.add_option("DIR", given.checked, "folder of the installation")->required()->type_name("DIR");
-    command.add_flag("--json", given.json, "one JSON object for machines");
+    CheckRequest& request = given.checking;
+    command.add_option("DIR", request.folder, "folder of the installation")->required()->type_name("DIR");
+    add_ignore(command, request.ignored);
+    command.add_flag("--json", request.json, "one JSON object for machines");
+    command.add_flag("--watch", request.watch, "checks again after every change of a file");
     return command;
 }
 
@@ -129,7 +155,9 @@ CLI::App& add_render(CLI::App& app, Arguments& given) {
     command.add_option("--depth", request.depth, "bits of a pixel")
         ->type_name("BITS")
         ->check(CLI::IsMember({15, 16, 24, 32}));
-    command.add_option("-o,--output", given.picture, "PNG file to write")->required()->type_name("FILE.png");
+    command.add_option("-o,--output", given.picture, "PNG file to write; - is standard output")
+        ->required()
+        ->type_name("FILE.png");
     return command;
 }
 
@@ -164,6 +192,43 @@ CLI::App& add_convert(CLI::App& app, Arguments& given) {
     return command;
 }
 
+CLI::App& add_explain(CLI::App& app, Arguments& given) {
+    CLI::App& command = add_command(app, "explain", "Says what the code of a fault stands for, with an example",
+                                    "  vcckit explain VK117\n"
+                                    "  vcckit explain                                    lists all codes");
+    command.add_option("CODE", given.codes, "codes of faults")->type_name("CODE");
+    command.add_flag("--markdown", given.markdown, "the table of all codes, as docs/faults.md has it");
+    return command;
+}
+
+CLI::App& add_schema(CLI::App& app) {
+    return add_command(app, "schema", "Prints the JSON schema of screen sources, for editors",
+                       "  vcckit schema > screen.schema.json");
+}
+
+/// The words that may stand in the place of one that nothing knows: commands, or the options of the command.
+std::string suggestion(const CLI::App& app, std::span<const std::string> words) {
+    std::vector<std::string> known;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        known.push_back(command->get_name());
+    if (words.empty() || words[0].starts_with('-'))
+        return {};
+    if (std::ranges::find(known, words[0]) == known.end())
+        return unknown_word("command", words[0], nearest_word(words[0], known));
+    std::vector<std::string> options;
+    for (const CLI::Option* option : app.get_subcommand(words[0])->get_options())
+        for (const std::string& name : option->get_lnames())
+            options.push_back("--" + name);
+    for (const std::string& word : words.subspan(1)) {
+        const std::string name = word.substr(0, word.find('='));
+        if (name == "--")
+            break;
+        if (name.starts_with("--") && std::ranges::find(options, name) == options.end())
+            return unknown_word("option of " + words[0], name, nearest_word(name, options));
+    }
+    return {};
+}
+
 /// What the completion of a shell asks: not in the help, for no person types it.
 bool is_completion(int argc, char** argv) {
     return argc > 1 && std::strcmp(argv[1], "__complete") == 0;
@@ -190,23 +255,34 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     const CLI::App& check = add_check(app, given);
     const CLI::App& render = add_render(app, given);
     const CLI::App& convert = add_convert(app, given);
+    const CLI::App& explain = add_explain(app, given);
+    const CLI::App& schema = add_schema(app);
     add_show(app, given);
     if (is_completion(argc, argv))
         return print_completions(app, {argv + 2, argv + argc});
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
+        const std::vector<std::string> words(argv + 1, argv + argc);
+        if (const std::string told = error.get_exit_code() == 0 ? "" : suggestion(app, words); !told.empty()) {
+            std::fprintf(stderr, "%s\nRun \"vcckit --help\" for more.\n", told.c_str());
+            return exit_unusable;
+        }
         return app.exit(error) == 0 ? exit_clean : exit_unusable;
     }
     given.request.language = given.language == "de" ? 1 : 0;
     if (make_new.parsed())
         return run_new(given.project);
     if (pack.parsed())
-        return run_pack(given.sources, given.installation);
+        return run_pack(given.packing);
     if (unpack.parsed())
         return run_unpack(given.files, given.output);
     if (check.parsed())
-        return run_check(given.checked, given.json);
+        return run_check(given.checking);
+    if (explain.parsed())
+        return run_explain(given.codes, given.markdown);
+    if (schema.parsed())
+        return run_schema();
     if (render.parsed()) {
         given.request.screen = screens.at(given.screen);
         return run_render(given.rendered, given.request, given.picture);

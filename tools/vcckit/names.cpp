@@ -9,6 +9,13 @@ namespace {
 
 using enum Meaning;
 
+struct NameRow {
+    Meaning meaning;
+    std::string_view name; ///< of a single number, or of the first of `count`, which are called name_0, name_1 ...
+    std::int32_t first;
+    std::int32_t count;
+};
+
 constexpr NameRow rows[] = {
     {colour, "black", 0, 1},
     {colour, "blue", 1, 1},
@@ -121,6 +128,36 @@ std::optional<Meaning> meaning_of_word(std::string_view word) {
         if (words[i] == word)
             return static_cast<Meaning>(i);
     return std::nullopt;
+}
+
+std::vector<std::string> names_of(Meaning meaning) {
+    std::vector<std::string> names;
+    for (const NameRow& row : rows)
+        for (std::int32_t step = 0; row.meaning == meaning && step < row.count; ++step)
+            names.push_back(row.count == 1 ? std::string(row.name)
+                                           : std::string(row.name) + "_" + std::to_string(step));
+    return names;
+}
+
+std::string permitted_values(Meaning meaning) {
+    switch (meaning) {
+    case colour:
+        return "colours are 0 to 255, black to white, and ramps as steel_0 to steel_15";
+    case font:
+        return "fonts are 0 to 10, or their names from sans_12 to mono_20_b";
+    case action:
+        return "docs/formats.md lists the actions";
+    case sound:
+    case buffer:
+        return "it is a number, or a name under [names." + std::string(meaning_word(meaning)) + "]";
+    case number:
+        return "it is a number, or a name under [names.number]";
+    case input:
+        return "none, digits or text";
+    case focus:
+        return "inert, plain, or the number of the slot";
+    }
+    return {};
 }
 
 std::optional<std::int32_t> number_of_name(Meaning meaning, std::string_view name) {

@@ -1,15 +1,20 @@
 // Names that may stand for numbers in a screen source.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vcc::kit {
 
 /// What a number of a slot record means, and so which names may stand for it.
 enum class Meaning { number, colour, font, action, sound, buffer, input, focus };
+
+inline constexpr std::array all_meanings{Meaning::number, Meaning::colour, Meaning::font,  Meaning::action,
+                                         Meaning::sound,  Meaning::buffer, Meaning::input, Meaning::focus};
 
 /// The word for a meaning in messages and in the `names` table of a source.
 std::string_view meaning_word(Meaning meaning);
@@ -21,12 +26,10 @@ std::optional<std::int32_t> number_of_name(Meaning meaning, std::string_view nam
 /// The built-in name of a number, if it has one.
 std::optional<std::string> name_of_number(Meaning meaning, std::int32_t number);
 
-/// One row of the table, for documents and help.
-struct NameRow {
-    Meaning meaning;
-    std::string_view name; ///< of a single number, or of the first of `count`, which are called name_0, name_1 ...
-    std::int32_t first;
-    std::int32_t count;
-};
+/// Every name of a meaning.
+std::vector<std::string> names_of(Meaning meaning);
+
+/// What may stand for a meaning, in words: "fonts are 0 to 10, or ..."
+std::string permitted_values(Meaning meaning);
 
 } // namespace vcc::kit

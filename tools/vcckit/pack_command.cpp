@@ -1,8 +1,12 @@
 // Packing and unpacking: screen sources to slot and toggle files, and back.
 #include "commands.h"
 
-#include "screen_source.h"
+#include "file_set.h"
+#include "installation.h"
+#include "silence.h"
+#include "source_check.h"
 #include "unpack.h"
+#include "watch.h"
 
 #include "core/files.h"
 #include "platform/files.h"
@@ -11,8 +15,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <optional>
+#include <set>
+
+#include <unistd.h>
 
 namespace vcc::kit {
 
@@ -21,47 +26,114 @@ namespace {
 namespace fs = std::filesystem;
 
 void complain(const std::string& text) {
-    std::fprintf(stderr, "%s\n", text.c_str());
+    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
 }
 
 Result<std::string> read_bytes(const std::string& path) {
     auto bytes = read_file(path);
     if (!bytes)
-        complain("vcckit: cannot read " + path);
+        complain(path + " " + bytes.reason());
     return bytes;
 }
 
-/// A file that cannot be written whole stays as it was. Where the name exists in other letter case, that file is meant.
-bool write_bytes(const std::string& name, const std::string& bytes) {
-    const std::string path = platform::resolve_path(name), temporary = path + ".new";
-    std::error_code error;
-    if (const fs::path folder = fs::path(path).parent_path(); !folder.empty())
-        fs::create_directories(folder, error);
-    std::ofstream out(temporary, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    if (out && !fs::is_directory(path, error) && platform::replace_file(temporary, path))
-        return true;
-    fs::remove(temporary, error);
-    complain("vcckit: cannot write " + path);
-    return false;
+/// Whether a folder is an installation, or the beginning of one.
+bool is_installation(const std::string& folder) {
+    constexpr const char* signs[] = {path::language_choice, path::buffer_list, path::settings};
+    return std::ranges::any_of(
+        signs, [&](const char* sign) { return platform::file_exists((fs::path(folder) / sign).string()); });
 }
 
-bool write_screen(const Screen& screen, const std::string& installation) {
+/// Stages the files of a screen; their names relative to the installation go to `written`. The reason of a failure.
+std::string stage(const Screen& screen, const std::string& installation, FileSet& files,
+                  std::vector<std::string>& written) {
     for (std::size_t i = 0; i < languages.size(); ++i) {
         const ScreenRecords& records = screen.records[i];
-        const std::string stem = installation + "/tools/language/" + std::string(languages[i].folder) + "/" +
-                                 std::string(languages[i].prefix) + screen.name;
-        if (!write_bytes(stem + ".slt", slot_file_bytes(records.slots)))
-            return false;
-        const std::string toggles = stem + ".tgl";
-        std::error_code ignored;
+        const std::string stem =
+            "tools/language/" + std::string(languages[i].folder) + "/" + std::string(languages[i].prefix) + screen.name;
+        const auto write = [&](const std::string& name, const std::vector<Slot>& content) {
+            written.push_back(name);
+            return files.write((fs::path(installation) / name).string(), slot_file_bytes(content));
+        };
+        if (std::string reason = write(stem + ".slt", records.slots); !reason.empty())
+            return reason;
         if (!records.has_toggle_file)
-            fs::remove(platform::resolve_path(toggles), ignored);
-        else if (!write_bytes(toggles, slot_file_bytes(records.toggles)))
-            return false;
+            files.remove((fs::path(installation) / (stem + ".tgl")).string());
+        else if (std::string reason = write(stem + ".tgl", records.toggles); !reason.empty())
+            return reason;
     }
-    return true;
+    return {};
+}
+
+struct Source {
+    std::string file, text;
+};
+
+/// Checks all sources with the fonts of the installation.
+std::vector<SourceCheck> check_all(const std::vector<Source>& sources, const PackRequest& request,
+                                   std::set<FaultCode> ignored) {
+    const platform::FolderVisit visit(request.installation);
+    const Library library;
+    Installation installation;
+    Faults not_told; // vcckit check tells them
+    read_settings(installation, not_told);
+    read_fonts(installation, not_told);
+    const SourceRules rules{request.any_name, installation.fonts, std::move(ignored)};
+    std::vector<SourceCheck> checked;
+    for (const Source& source : sources)
+        checked.push_back(check_source(source.file, source.text, rules));
+    return checked;
+}
+
+void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
+    const bool colours = ::isatty(STDERR_FILENO) != 0;
+    std::size_t sum = 0;
+    for (std::size_t i = 0; i < checked.size(); ++i)
+        for (const Fault& fault : checked[i].faults) {
+            std::fprintf(stderr, "%s\n%s", text_of_fault(fault, colours).c_str(),
+                         excerpt_of_fault(fault, sources[i].text, colours).c_str());
+            ++sum;
+        }
+    if (sum > 0)
+        std::fprintf(stderr, "%zu %s; nothing is written. \"vcckit explain CODE\" tells more.\n", sum,
+                     sum == 1 ? "fault" : "faults");
+}
+
+int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
+    std::vector<Source> sources;
+    for (const std::string& file : request.sources) {
+        auto text = read_bytes(file);
+        if (!text)
+            return exit_unusable;
+        sources.push_back({file, std::move(*text)});
+    }
+    if (!is_installation(request.installation)) {
+        complain(request.installation + (fs::exists(request.installation) ? " is no installation" : " does not exist") +
+                 ": there is neither tools/language.ini nor tools/vcc.buf nor data/configs/vcc.cfg in it");
+        return exit_unusable;
+    }
+    const std::vector<SourceCheck> checked = check_all(sources, request, ignored);
+    Faults faults;
+    for (const SourceCheck& each : checked)
+        faults.insert(faults.end(), each.faults.begin(), each.faults.end());
+    FileSet files;
+    std::vector<std::string> written;
+    std::string reason;
+    for (std::size_t i = 0; i < checked.size() && faults.empty() && reason.empty(); ++i)
+        reason = stage(checked[i].screen, request.installation, files, written);
+    if (reason.empty() && faults.empty())
+        reason = files.commit();
+    if (!reason.empty()) {
+        complain(reason);
+        return exit_unusable;
+    }
+    if (request.json)
+        std::fputs(json_of_faults(faults, "installation", request.installation, written).c_str(), stdout);
+    else
+        tell(checked, sources);
+    for (const std::string& name : written)
+        if (!request.json && !request.quiet)
+            std::printf("wrote %s\n", (fs::path(request.installation) / name).string().c_str());
+    return faults.empty() ? exit_clean : exit_faults;
 }
 
 bool read_records(const std::string& path, std::vector<Slot>& records) {
@@ -72,7 +144,7 @@ bool read_records(const std::string& path, std::vector<Slot>& records) {
     const std::string fault = fault_of_slot_file(*bytes, read);
     records = std::move(read).value_or({});
     if (!fault.empty())
-        complain(path + ": not a slot file: " + fault);
+        complain(path + " is no slot file: " + fault);
     return fault.empty();
 }
 
@@ -89,25 +161,15 @@ std::string screen_name(const std::string& slot_file) {
 
 } // namespace
 
-int run_pack(const std::vector<std::string>& sources, const std::string& installation) {
-    int status = exit_clean;
-    for (const std::string& source : sources) {
-        const auto text = read_bytes(source);
-        if (!text)
-            return exit_unusable;
-        ScreenSource read = read_screen_source(*text);
-        for (const SourceFault& fault : read.faults)
-            complain(source + ":" + std::to_string(fault.line) + ": " + fault.text);
-        if (!read.faults.empty()) {
-            status = exit_faults;
-            continue;
-        }
-        if (read.screen.name.empty())
-            read.screen.name = fs::path(source).stem().string();
-        if (!write_screen(read.screen, installation))
-            return exit_unusable;
+int run_pack(const PackRequest& request) {
+    std::set<FaultCode> ignored;
+    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty()) {
+        complain("--ignore: there is no fault " + unknown + "; \"vcckit explain\" lists the codes");
+        return exit_unusable;
     }
-    return status;
+    if (!request.watch)
+        return pack_once(request, ignored);
+    watch(request.sources, [&] { pack_once(request, ignored); });
 }
 
 /// One file stands for both languages.
@@ -123,13 +185,16 @@ int run_unpack(const std::vector<std::string>& files, const std::string& output)
             return exit_unusable;
     }
     if (const std::string difference = difference_of_structure(screen); !difference.empty()) {
-        complain("vcckit: " + difference + ": unpack each file by itself");
+        complain(difference + ": unpack each file by itself");
         return exit_unusable;
     }
     const std::string source = write_screen_source(screen);
     if (output.empty())
         return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;
-    return write_bytes(output, source) ? exit_clean : exit_unusable;
+    const std::string reason = write_whole_file(output, source);
+    if (!reason.empty())
+        complain(reason);
+    return reason.empty() ? exit_clean : exit_unusable;
 }
 
 } // namespace vcc::kit

@@ -6,7 +6,7 @@
 
 namespace vcc::kit {
 
-bool write_png(BITMAP& picture, const std::string& path) {
+std::string png_bytes(BITMAP& picture) {
     constexpr std::size_t channels = 3;
     const auto width = static_cast<std::size_t>(picture.w), height = static_cast<std::size_t>(picture.h);
     const int depth = bitmap_color_depth(&picture);
@@ -24,7 +24,13 @@ bool write_png(BITMAP& picture, const std::string& path) {
     image.width = static_cast<png_uint_32>(width);
     image.height = static_cast<png_uint_32>(height);
     image.format = PNG_FORMAT_RGB;
-    return png_image_write_to_file(&image, path.c_str(), 0, pixels.data(), 0, nullptr) != 0;
+    std::string bytes;
+    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+    bytes.resize(size);
+    if (png_image_write_to_memory(&image, bytes.data(), &size, 0, pixels.data(), 0, nullptr) == 0)
+        return {};
+    bytes.resize(size);
+    return bytes;
 }
 
 } // namespace vcc::kit

@@ -23,7 +23,7 @@ struct RenderRequest {
 /// library must run in the request's depth.
 BitmapPtr render_screen(const RenderRequest& request, std::string& fault);
 
-/// Writes a picture as a PNG file of 8 bits a colour; false when that failed.
-bool write_png(BITMAP& picture, const std::string& path);
+/// A picture as a PNG file of 8 bits per colour; empty when there is no memory for it.
+std::string png_bytes(BITMAP& picture);
 
 } // namespace vcc::kit

@@ -1,5 +1,6 @@
 #include "commands.h"
 
+#include "file_set.h"
 #include "installation.h"
 #include "platform/files.h"
 
@@ -9,6 +10,7 @@
 namespace vcc::kit {
 
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output) {
+    const bool to_stdout = output == "-";
     const std::string target = std::filesystem::absolute(output).string();
     const platform::FolderVisit visit(folder);
     if (!visit.entered()) {
@@ -22,9 +24,18 @@ int run_render(const std::string& folder, const RenderRequest& request, const st
         std::fprintf(stderr, "vcckit: %s\n", fault.c_str());
         return exit_unusable;
     }
-    if (write_png(*picture, target))
+    const std::string bytes = png_bytes(*picture);
+    if (to_stdout) {
+        if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() &&
+            std::fflush(stdout) == 0)
+            return exit_clean;
+        fault = "cannot write to standard output";
+    } else {
+        fault = bytes.empty() ? "there is no memory for the PNG file" : write_whole_file(target, bytes);
+    }
+    if (fault.empty())
         return exit_clean;
-    std::fprintf(stderr, "vcckit: cannot write %s\n", output.c_str());
+    std::fprintf(stderr, "vcckit: %s\n", fault.c_str());
     return exit_unusable;
 }
 

@@ -128,8 +128,9 @@ bool same_but_for_language(const Fault& a, const Fault& b) {
 }
 
 bool same_cause(const Fault& a, const Fault& b) {
-    return a.code == b.code && a.field == b.field && a.problem == b.problem && a.advice == b.advice &&
-           a.nearest == b.nearest && a.line == b.line && a.column == b.column && (a.record < 0) == (b.record < 0);
+    return a.code == b.code && (a.column > 0 || a.where == b.where) && a.field == b.field && a.problem == b.problem &&
+           a.advice == b.advice && a.nearest == b.nearest && a.line == b.line && a.column == b.column &&
+           (a.record < 0) == (b.record < 0);
 }
 
 } // namespace
@@ -142,7 +143,8 @@ std::string with_slashes(std::string_view path) {
 
 std::string text_of_fault(const Fault& fault, bool colours) {
     const Colours& c = colours_of(fault, colours);
-    const std::string field = fault.field.empty() ? "" : utf8(harmless(fault.field)) + ": ";
+    std::string field = fault.where.empty() ? "" : utf8(harmless(fault.where)) + ": ";
+    field += fault.field.empty() ? "" : utf8(harmless(fault.field)) + ": ";
     std::string text = c.place + utf8(place_text(fault)) + ":" + c.end + " " + c.code + code_text(fault.code) + c.end +
                        " " + field + utf8(harmless(fault.problem));
     // A source's advice stands under its excerpt.
@@ -162,7 +164,7 @@ std::string excerpt_of_fault(const Fault& fault, std::string_view source, bool c
         shown += " ...";
     std::string carets(static_cast<std::size_t>(std::max(fault.column - 1, 0)), ' ');
     const std::size_t room = std::max<std::size_t>(1, shown.size() - std::min(shown.size(), before));
-    carets.append(std::min(static_cast<std::size_t>(std::max(fault.width, 1)), room), '^');
+    carets.append(fault.width > 0 ? std::min(static_cast<std::size_t>(fault.width), room) : room, '^');
     std::string text = margin + c.help + " |" + c.end + "\n" + c.help + number + " | " + c.end + shown + "\n" + margin +
                        c.help + " | " + c.end + c.mark + carets + c.end + "\n";
     if (!fault.advice.empty() || !fault.nearest.empty())
@@ -205,7 +207,8 @@ std::string sum_of(const Faults& faults) {
     return std::to_string(faults.size()) + (faults.size() == 1 ? " fault" : " faults");
 }
 
-std::string json_of_faults(const Faults& faults, std::string_view key, const std::string& subject) {
+std::string json_of_faults(const Faults& faults, std::string_view key, const std::string& subject,
+                           const std::optional<std::vector<std::string>>& written) {
     // The subject comes from the command line, which is UTF-8 unless the system is an old one.
     std::string json = "{\"" + std::string(key) + "\": " + (is_utf8(subject) ? quoted_utf8(subject) : quoted(subject)) +
                        ", \"faults\": [";
@@ -224,6 +227,8 @@ std::string json_of_faults(const Faults& faults, std::string_view key, const std
         for (const int& record : fault.more_records)
             json += (&record == &fault.more_records.front() ? ", \"more_records\": [" : ", ") + std::to_string(record);
         json += fault.more_records.empty() ? "" : "]";
+        if (!fault.where.empty())
+            json += ", \"where\": " + quoted(fault.where);
         if (!fault.field.empty())
             json += ", \"field\": " + quoted(fault.field);
         json += ", \"problem\": " + quoted(fault.problem) + ", \"advice\": " + quoted(fault.advice);
@@ -231,7 +236,14 @@ std::string json_of_faults(const Faults& faults, std::string_view key, const std
             json += ", \"nearest\": " + quoted(fault.nearest);
         json += std::string(", \"fatal\": ") + (fault.fatal ? "true" : "false") + "}";
     }
-    return json + (faults.empty() ? "]}\n" : "\n]}\n");
+    json += faults.empty() ? "]" : "\n]";
+    if (written) {
+        json += ", \"written\": [";
+        for (const std::string& name : *written)
+            json += (&name == &written->front() ? "" : ", ") + quoted(name);
+        json += "]";
+    }
+    return json + "}\n";
 }
 
 } // namespace vcc::kit

@@ -3,6 +3,7 @@
 
 #include "fault_codes.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,7 @@ struct Fault {
 
     int column = 0;                        ///< of the line, in characters from 1; 0 none
     int width = 1;                         ///< characters that the fault covers
+    std::string where{};                   ///< of a source: the record or style, "slot 3"
     std::string nearest{};                 ///< the right word that is nearest to a wrong one; may be empty
     std::vector<int> more_records{};       ///< of the same file, with the same fault, ascending
     std::vector<std::string> more_files{}; ///< with the same fault in the same place
@@ -44,7 +46,9 @@ Faults merged(Faults faults);
 /// "1 fault", "3 faults", "clean"
 std::string sum_of(const Faults& faults);
 
-/// One JSON object with the faults, in UTF-8; `subject` names what was looked at, under `key`.
-std::string json_of_faults(const Faults& faults, std::string_view key, const std::string& subject);
+/// One JSON object with the faults, in UTF-8; `subject` names what was looked at, under `key`. With `written` it names
+/// the files that were made.
+std::string json_of_faults(const Faults& faults, std::string_view key, const std::string& subject,
+                           const std::optional<std::vector<std::string>>& written = {});
 
 } // namespace vcc::kit

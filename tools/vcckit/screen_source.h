@@ -1,7 +1,10 @@
 // Screen sources: one readable file a screen, with the texts of all languages side by side.
 #pragma once
 
+#include "alignment.h"
+#include "report.h"
 #include "slot_bytes.h"
+#include "source_place.h"
 
 #include "core/installation.h"
 
@@ -12,14 +15,6 @@
 
 namespace vcc::kit {
 
-/// A mistake in a source.
-struct SourceFault {
-    int line = 0; ///< counted from 1
-    std::string text;
-
-    bool operator==(const SourceFault&) const = default;
-};
-
 struct Screen {
     std::string name; ///< of the files; empty: the source does not say
     std::array<ScreenRecords, languages.size()> records;
@@ -27,13 +22,16 @@ struct Screen {
 
 struct ScreenSource {
     Screen screen;
-    std::vector<SourceFault> faults; ///< when there is one, the screen must not be used
+    std::array<ScreenPlaces, languages.size()> places;
+    Place name_place; ///< of `name`; line 0 without one
+    Faults faults;    ///< mistakes by line, without a file; when there is one, the screen must not be used
 };
 
 /// Whether a source may call a screen so: a file name without folder and extension.
 bool is_screen_name(std::string_view name);
 
-/// Builds the records that a source describes. docs/formats.md describes sources.
-ScreenSource read_screen_source(std::string_view text);
+/// Builds the records that a source describes. docs/formats.md describes sources. Without a usable measure a source
+/// that aligns texts has mistakes.
+ScreenSource read_screen_source(std::string_view text, const TextMeasure& measure = {});
 
 } // namespace vcc::kit

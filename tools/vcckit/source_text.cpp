@@ -1,6 +1,7 @@
 #include "source_text.h"
 
 #include "latin1.h"
+#include "source_place.h"
 
 #include "platform/latin1.h"
 
@@ -26,16 +27,18 @@ public:
             rest_.remove_prefix(byte_order_mark.size());
     }
 
-    std::optional<SourceFault> run() {
+    std::optional<Fault> run() {
         while (!rest_.empty() && !ended_) {
             const platform::Utf8Character next = platform::first_character(rest_);
             if (next.size == 0)
-                return SourceFault{line_, "is not UTF-8: save the source in this encoding"};
+                return fault("the source is not UTF-8", "save it in this encoding");
             rest_.remove_prefix(next.size);
+            ++column_;
             if (std::string problem = take(next.code); !problem.empty())
-                return SourceFault{line_, std::move(problem)};
+                return fault(std::move(problem), "");
             if (next.code == '\n') {
                 ++line_;
+                column_ = 0;
                 dots_ = 0;
             }
         }
@@ -43,6 +46,11 @@ public:
     }
 
 private:
+    Fault fault(std::string problem, std::string advice) const {
+        return source_fault(FaultCode::unfit_character, {line_, std::max(1, column_), 1}, "", "", std::move(problem),
+                            std::move(advice));
+    }
+
     enum class Inside { nothing, comment, text, literal, long_text, long_literal };
 
     std::string take(char32_t c) {
@@ -91,6 +99,7 @@ private:
     void open(char quote) {
         const std::size_t more = quotes_ahead(quote, 2);
         rest_.remove_prefix(more);
+        column_ += static_cast<int>(more);
         in_word_ = std::exchange(word_, true);
         if (more == 2)
             inside_ = quote == '"' ? Inside::long_text : Inside::long_literal;
@@ -133,6 +142,7 @@ private:
     void close_long(char quote) {
         const std::size_t more = quotes_ahead(quote, 4);
         rest_.remove_prefix(more);
+        column_ += static_cast<int>(more);
         if (more >= 2)
             inside_ = Inside::nothing;
     }
@@ -146,12 +156,12 @@ private:
     bool word_ = false;    ///< the reader may be looking through a number, to its next blank, bracket's end or comma
     bool in_word_ = false; ///< the text began there
     bool escaped_ = false, joining_ = false, ended_ = false;
-    int line_ = 1, dots_ = 0;
+    int line_ = 1, column_ = 0, dots_ = 0;
 };
 
 } // namespace
 
-std::optional<SourceFault> fault_of_source_text(std::string_view source) {
+std::optional<Fault> fault_of_source_text(std::string_view source) {
     return TextScan(source).run();
 }
 

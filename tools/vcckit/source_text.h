@@ -2,7 +2,7 @@
 // impossible, and has no bound for the parts of a key.
 #pragma once
 
-#include "screen_source.h"
+#include "report.h"
 
 #include <optional>
 #include <string_view>
@@ -11,6 +11,6 @@ namespace vcc::kit {
 
 /// The first thing in a source that the TOML reader must not be given: bytes that are no UTF-8, a character outside
 /// ASCII that stands neither in a text nor in a comment, a key of very many parts. Pure.
-std::optional<SourceFault> fault_of_source_text(std::string_view source);
+std::optional<Fault> fault_of_source_text(std::string_view source);
 
 } // namespace vcc::kit

@@ -1,8 +1,11 @@
 // The values of a screen source: numbers, names, texts, lists for repeated records, tables by language.
 #pragma once
 
+#include "alignment.h"
 #include "fields.h"
+#include "report.h"
 #include "screen_source.h"
+#include "source_place.h"
 
 #define TOML_EXCEPTIONS 0
 #include <toml++/toml.h>
@@ -23,21 +26,28 @@ struct Repetition {
     int step = 1; ///< between the indices
 };
 
-inline int line_of(const toml::node& node) {
-    return static_cast<int>(node.source().begin.line);
-}
+/// A record on its way from the source.
+struct SourceRecord {
+    Slot slot{};
+    RecordPlaces places;
+    Alignment alignment;
+};
 
-/// Reads values for one language, and notes every mistake with the record that it is in.
+Place place_of(const toml::source_region& region);
+
+/// Reads values for one language, and notes every mistake with the record or style that it is in.
 class SourceValues {
 public:
-    SourceValues(std::string_view language, SourceNames names, std::vector<SourceFault>& faults)
+    SourceValues(std::string_view language, SourceNames names, Faults& faults)
         : language_(language), names_(std::move(names)), faults_(faults) {}
 
-    std::string where; ///< the record being built, for messages
+    std::string where; ///< the record or style being read, for messages
     int repetition_index = 0, repetition_count = 1;
 
-    void fail(const toml::node& node, const std::string& text);
-    void fail_at(int line, const std::string& text) { faults_.push_back({line, text}); }
+    void fail(FaultCode code, const toml::node& node, std::string_view field, std::string problem,
+              std::string advice = {}, std::string nearest = {});
+    void fail_at(FaultCode code, const Place& place, std::string_view field, std::string problem,
+                 std::string advice = {}, std::string nearest = {});
 
     /// A number, or a name that stands for one.
     std::optional<std::int32_t> integer(const toml::node& node, Meaning meaning, std::string_view field);
@@ -46,19 +56,22 @@ public:
     Repetition repetition(const toml::table& record);
 
     /// Sets the fields that a table names; an entry that is neither a field nor among `others` is a mistake.
-    void apply(Slot& slot, const toml::table& table, std::span<const std::string_view> others);
+    void apply(SourceRecord& record, const toml::table& table, std::span<const std::string_view> others);
 
     /// Adds what the `repeat` table adds to number fields for each repetition.
-    void apply_steps(Slot& slot, const toml::table& record);
+    void apply_steps(SourceRecord& record, const toml::table& table);
 
 private:
     const toml::node* choose(const toml::node& node, std::string_view field);
-    void set_text(Slot& slot, const TextField& field, const toml::node& node);
-    bool set_flag(Slot& slot, std::string_view key, const toml::node& node);
+    void fail_name(const toml::node& node, Meaning meaning, std::string_view field, const std::string& name);
+    void set_number(SourceRecord& record, const NumberField& field, const toml::node& node);
+    void set_text(SourceRecord& record, const TextField& field, const toml::node& node);
+    bool set_flag(SourceRecord& record, std::string_view key, const toml::node& node);
+    bool set_alignment(Alignment& alignment, std::string_view key, const toml::node& node);
 
     std::string_view language_;
     SourceNames names_;
-    std::vector<SourceFault>& faults_;
+    Faults& faults_;
 };
 
 } // namespace vcc::kit

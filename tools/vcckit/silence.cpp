@@ -1,0 +1,103 @@
+#include "silence.h"
+
+#include "nearest.h"
+#include "source_place.h"
+
+#include <algorithm>
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr std::string_view mark = "# vcckit: ignore ", separators = " ,\t\r";
+
+/// Runs a function for every word, with its offset.
+template <class Each>
+void for_each_word(std::string_view text, Each each) {
+    std::size_t at = 0;
+    while ((at = text.find_first_not_of(separators, at)) != std::string_view::npos) {
+        const std::size_t end = std::min(text.find_first_of(separators, at), text.size());
+        each(text.substr(at, end - at), at);
+        at = end;
+    }
+}
+
+std::string nearest_code(std::string_view word) {
+    std::vector<std::string> codes;
+    for (const FaultRow& row : fault_rows())
+        codes.push_back(code_text(row.code));
+    return nearest_word(word, codes);
+}
+
+std::vector<std::string_view> lines_of(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+bool is_blank(std::string_view text) {
+    return text.find_first_not_of(" \t\r") == std::string_view::npos;
+}
+
+} // namespace
+
+std::string take_codes(const std::vector<std::string>& words, std::set<FaultCode>& codes) {
+    std::string unknown;
+    for (const std::string& list : words)
+        for_each_word(list, [&](std::string_view word, std::size_t) {
+            if (const FaultRow* const row = find_fault_row(word))
+                codes.insert(row->code);
+            else if (unknown.empty())
+                unknown = word;
+        });
+    return unknown;
+}
+
+std::vector<Silence> silences_of(std::string_view text, Faults& faults) {
+    std::vector<Silence> silences;
+    if (text.find(mark) == std::string_view::npos)
+        return silences;
+    const std::vector<std::string_view> lines = lines_of(text);
+    const auto is_heading = [&](std::size_t at) { return at < lines.size() && lines[at].starts_with('['); };
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::size_t at = lines[i].find(mark);
+        if (at == std::string_view::npos)
+            continue;
+        const int line = static_cast<int>(i) + 1;
+        Silence silence{line, line, {}};
+        if (is_blank(lines[i].substr(0, at))) {
+            silence.first_line = silence.last_line = line + 1;
+            if (is_heading(i + 1)) {
+                std::size_t next = i + 2;
+                while (next < lines.size() && !is_heading(next))
+                    ++next;
+                silence.last_line = static_cast<int>(next);
+            }
+        }
+        const std::size_t begin = at + mark.size();
+        for_each_word(lines[i].substr(begin), [&](std::string_view word, std::size_t offset) {
+            if (const FaultRow* const row = find_fault_row(word))
+                silence.codes.insert(row->code);
+            else
+                faults.push_back(source_fault(
+                    FaultCode::unknown_code,
+                    {line, static_cast<int>(begin + offset) + 1, static_cast<int>(word.size())}, "", "",
+                    "there is no fault " + std::string(word), "vcckit explain lists the codes", nearest_code(word)));
+        });
+        silences.push_back(silence);
+    }
+    return silences;
+}
+
+bool is_silenced(const Fault& fault, const std::vector<Silence>& silences) {
+    return std::ranges::any_of(silences, [&](const Silence& silence) {
+        return fault.line >= silence.first_line && fault.line <= silence.last_line &&
+               silence.codes.contains(fault.code);
+    });
+}
+
+} // namespace vcc::kit
