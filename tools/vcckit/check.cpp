@@ -12,7 +12,7 @@ constexpr Check all_checks[] = {
     {"records", check_records},        {"fixed slots", check_fixed_slots},
     {"value entries", check_values},   {"overlaps", check_overlaps},
     {"help pages", check_help},        {"texts of the program", check_program_texts},
-    {"languages", check_languages},
+    {"languages", check_languages},    {"files that nothing reads", check_unread},
 };
 
 } // namespace

@@ -36,5 +36,9 @@ void check_overlaps(Installation& installation, Faults& faults);
 void check_help(Installation& installation, Faults& faults);
 void check_program_texts(Installation& installation, Faults& faults);
 void check_languages(Installation& installation, Faults& faults);
+void check_unread(Installation& installation, Faults& faults); ///< last: it knows what the others have read
+
+/// What the lines of a help file say by themselves.
+void check_help_text(const std::string& path, std::string_view text, Faults& faults);
 
 } // namespace vcc::kit

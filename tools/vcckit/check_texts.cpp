@@ -51,6 +51,8 @@ public:
                    "name a help file, or set help_number to 0");
             return;
         }
+        if (read_.insert(path).second)
+            check_help_text(path, *text, faults_);
         const auto entry = read_help_entry(*text, slot.help_number, help_length);
         if (!entry)
             report(help_missing, "help_number", path + " has no entry " + std::to_string(slot.help_number),
@@ -131,6 +133,7 @@ private:
     const Installation& installation_;
     const LanguageFiles& language_;
     Faults& faults_;
+    std::set<std::string> read_;
     std::set<std::pair<std::string, int>> seen_;
     std::set<std::pair<std::string, std::string>> missing_; ///< told once a screen
 };

@@ -51,6 +51,7 @@ struct Installation {
     std::set<int> sounds;                                          ///< entries that the sound set-up names a file for
     std::map<int, std::string> themes;                             ///< theme number from 0, path of its file
     std::map<int, std::string> theme_names;                        ///< as players see them
+    std::set<std::string> named;            ///< files that lists and settings name, but for texts
     bool listed_buffers = false;                                   ///< the buffer list could be read
     bool listed_sounds = false;                                    ///< the sound set-up could be read
     bool fonts = false;                                            ///< all eleven fonts are loaded and have their sizes

@@ -4,6 +4,7 @@
 #include "display/picture.h"
 
 #include <cstdint>
+#include <span>
 
 namespace vcc::kit {
 
@@ -37,13 +38,38 @@ bool pcx_is_complete(std::string_view bytes) {
     return decoded >= wanted;
 }
 
+std::string fault_of_picture(std::string_view bytes) {
+    struct Kind {
+        std::string_view mark, name;
+    };
+    constexpr Kind kinds[] = {{"\x89PNG", "PNG"}, {"\xFF\xD8\xFF", "JPEG"}, {"BM", "BMP"}, {"GIF8", "GIF"}};
+    for (const Kind& kind : kinds)
+        if (bytes.starts_with(kind.mark))
+            return "is a " + std::string(kind.name) + " file under the name of a PCX file";
+    constexpr std::uint8_t manufacturer = 10;
+    if (bytes.size() < picture_header_size || byte_at(bytes, 0) != manufacturer)
+        return "is no PCX file";
+    const PictureHeader header =
+        read_picture_header(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
+    const int bits = byte_at(bytes, 3), planes = byte_at(bytes, 65);
+    if (bits == 8 && planes == 4)
+        return "has four planes: save it without alpha";
+    if (bits != 8 || (planes != 1 && planes != 3))
+        return "has " + std::to_string(planes) + (planes == 1 ? " plane of " : " planes of ") + std::to_string(bits) +
+               (bits == 1 ? " bit" : " bits") + ": save it with 8 bits and a palette, or 24 bits";
+    if (header.width < 1 || header.height < 1 || header.width > picture_limit || header.height > picture_limit)
+        return "is " + std::to_string(header.width) + " x " + std::to_string(header.height) + " pixels, at most " +
+               std::to_string(picture_limit) + " a side can be read";
+    return "is no picture that the program can read";
+}
+
 PictureCheck check_picture(const std::string& path) {
     const auto bytes = read_file(path, picture_size_limit);
     if (!bytes)
         return {nullptr, "cannot be read"};
     PictureCheck check{load_picture(path), ""};
     if (!check.bitmap)
-        check.fault = "is no picture that the program can read";
+        check.fault = fault_of_picture(*bytes);
     else if (!pcx_is_complete(*bytes))
         check = {std::move(check.bitmap), "ends in the middle of the picture", FaultCode::file_cut};
     return check;

@@ -30,6 +30,7 @@ void read_fonts(Installation& installation, Faults& faults) {
         const std::string key = format_text("font%d_name", n);
         const std::string name = std::string(path::fonts) + "/" +
                                  get_config_string(font_section, key.c_str(), n < 2 ? "arial.ttf" : "cour.ttf");
+        installation.named.insert(name);
         if (platform::load_truetype_font(platform::resolve_path(name)))
             continue;
         all = false;
@@ -85,6 +86,7 @@ void read_buffers(Installation& installation, Faults& faults) {
             continue;
         }
         const std::string path(*line);
+        installation.named.insert(path);
         if (made_by_program(number))
             report(buffer_taken, "buffer " + std::to_string(number) + " is one that the program makes", "use 0 to 20");
         if (installation.buffers.contains(number))
@@ -92,7 +94,7 @@ void read_buffers(Installation& installation, Faults& faults) {
                    "give every picture its own \"+\"");
         PictureCheck picture = check_picture(path);
         if (!picture.bitmap)
-            report(picture.code, path + " " + picture.fault, "it must be a PCX picture of 8 or 24 bits", true);
+            report(picture.code, path + " " + picture.fault, picture.advice, true);
         else if (!picture.fault.empty())
             report(picture.code, path + " " + picture.fault, "write the picture again");
         installation.buffers[number] = std::move(picture.bitmap);

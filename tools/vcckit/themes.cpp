@@ -16,6 +16,7 @@ namespace {
 
 constexpr long joint_frames = 512;       ///< looked at on each side of the joint
 constexpr double quiet_seconds = 1.5;    ///< a longer silence at either end is heard as a gap
+constexpr double fading_seconds = 4; ///< before the end, in which a fade is looked for
 constexpr float quiet_level = 0.002f;    ///< about -54 dB
 constexpr double least_bend = 4.0 / 128; ///< smaller bends cannot be heard as a click
 
@@ -44,6 +45,13 @@ std::vector<float> channel_of(const std::vector<float>& samples, int channel, in
     return one;
 }
 
+double level_of(std::span<const float> samples) {
+    double sum = 0;
+    for (const float sample : samples)
+        sum += double{sample} * sample;
+    return samples.empty() ? 0 : std::sqrt(sum / static_cast<double>(samples.size()));
+}
+
 bool is_quiet(const std::vector<float>& samples) {
     return std::ranges::all_of(samples, [](float sample) { return std::abs(sample) < quiet_level; });
 }
@@ -60,6 +68,18 @@ double joint_ratio(std::span<const float> end, std::span<const float> beginning)
         (at_joint ? joint : beside) = std::max(at_joint ? joint : beside, bend);
     }
     return joint / std::max(beside, least_bend);
+}
+
+bool fades_out(std::span<const float> samples, std::size_t window) {
+    constexpr double lowest = 0.25; // of the loudest: 12 dB below it
+    if (window == 0 || samples.size() < 2 * window)
+        return false;
+    double loudest = 0, last = 0;
+    for (std::size_t end = samples.size() % window + window; end <= samples.size(); end += window) {
+        last = level_of(samples.subspan(end - window, window));
+        loudest = std::max(loudest, last);
+    }
+    return last < lowest * loudest;
 }
 
 bool is_cut(const std::string& path) {
@@ -90,6 +110,10 @@ std::string loop_fault(const std::string& path) {
         return "ends in silence";
     if (is_quiet(read_frames(file.get(), header, 0, quiet_frames)))
         return "begins with silence";
+    const long fading_frames = std::min(frames, static_cast<long>(fading_seconds * header.rate));
+    const auto samples_of = static_cast<std::size_t>(header.channels) * static_cast<std::size_t>(header.rate) / 4;
+    if (fades_out(read_frames(file.get(), header, frames - fading_frames, fading_frames), samples_of))
+        return "fades out at its end";
     const std::vector<float> end = read_frames(file.get(), header, frames - joint_frames, joint_frames);
     const std::vector<float> beginning = read_frames(file.get(), header, 0, joint_frames);
     for (int channel = 0; channel < header.channels; ++channel)

@@ -1,6 +1,7 @@
 // Music themes: whether the end of one runs into its beginning.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string>
 
@@ -9,6 +10,10 @@ namespace vcc::kit {
 /// One channel's samples around the joint, -1 to 1: the end of the theme, then its beginning. The result is how sharp
 /// the joint bends, over the sharpest bend beside it: a click stands out above 1. Pure.
 double joint_ratio(std::span<const float> end, std::span<const float> beginning);
+
+/// Whether the last of the equal windows of samples is far softer than the loudest: the theme fades, and its beginning
+/// comes as a jump. Pure.
+bool fades_out(std::span<const float> samples, std::size_t window);
 
 /// Whether a PCM file is shorter than its header says.
 bool is_cut(const std::string& path);

@@ -1,0 +1,100 @@
+// A help file line by line: what the program cuts, misreads or takes for something else.
+#include "check.h"
+
+#include "latin1.h"
+
+#include "core/installation.h"
+#include "core/lines.h"
+#include "core/text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+
+namespace vcc::kit {
+
+namespace {
+
+using enum FaultCode;
+
+/// The labels that a header line may have, in order; the numbers of further pages come behind the first.
+struct HeaderRow {
+    std::string_view labels;
+    std::string_view what;
+};
+constexpr HeaderRow headers[] = {{"p", "number of pages"}, {"f", "font"},   {"c", "text colour"},
+                                 {"w", "window colour"},   {"hs", "shadow"}, {"st", "sound"},
+                                 {"x", "column"},          {"y", "row"}};
+constexpr HeaderRow further_page{"nq", "number of a further page"};
+
+/// Walks the header of each entry, which the program reads by the order of its lines.
+class HeaderWalk {
+public:
+    void begin(std::string_view line) {
+        entry_ = std::string(line);
+        row_ = 0;
+        further_ = 0;
+        done_ = false;
+    }
+
+    /// What is wrong with a line; empty when nothing is, or when it does not belong to a header.
+    std::string take(std::string_view line) {
+        if (done_ || line.empty() || line[0] == '-' || line[0] == '#') {
+            done_ = true;
+            return {};
+        }
+        const HeaderRow& row = further_ > 0 ? further_page : headers[row_];
+        const bool fits = row.labels.find(static_cast<char>(std::tolower(static_cast<unsigned char>(line[0])))) !=
+                          std::string_view::npos;
+        if (!fits) {
+            done_ = true; // the lines behind it are out of order, too
+            return "\"" + std::string(line) + "\" stands where the " + std::string(row.what) + " is read";
+        }
+        if (further_ > 0)
+            --further_;
+        else if (row_++ == 0)
+            further_ = std::clamp(to_number(line.substr(1)) - 1, 0, 8);
+        done_ = further_ == 0 && row_ == std::size(headers);
+        return {};
+    }
+
+    const std::string& entry() const { return entry_; }
+
+private:
+    std::string entry_;
+    std::size_t row_ = 0;
+    int further_ = 0; ///< pages whose numbers are still to come
+    bool done_ = true;
+};
+
+int first_line_beyond_ascii(std::string_view text) {
+    const auto* const found = std::ranges::find_if(text, [](char c) { return c < 0; });
+    return 1 + static_cast<int>(std::count(text.begin(), found, '\n'));
+}
+
+} // namespace
+
+void check_help_text(const std::string& path, std::string_view text, Faults& faults) {
+    if (is_utf8(text) && std::ranges::any_of(text, [](char c) { return c < 0; }))
+        faults.push_back({help_utf8, path, first_line_beyond_ascii(text), -1, "", "the file is UTF-8",
+                          "save it in Windows Latin-1, or its letters beyond ASCII are shown as two"});
+    LineReader lines(text);
+    HeaderWalk header;
+    while (const auto line = lines.next()) {
+        const int number = lines.line_number();
+        if (line->starts_with('+')) {
+            header.begin(*line);
+            continue;
+        }
+        if (line->starts_with('-') && line->size() > help_line_standard)
+            faults.push_back({help_line_cut, path, number, -1, header.entry(),
+                              "the text is " + std::to_string(line->size() - 2) + " characters long, " +
+                                  std::to_string(help_line_standard - 2) + " are shown",
+                              "break the line earlier"});
+        if (std::string problem = header.take(*line); !problem.empty())
+            faults.push_back({help_header, path, number, -1, header.entry(), std::move(problem),
+                              "header lines are p, n for each further page, f, c, w, h, s, x, y, in this order"});
+    }
+}
+
+} // namespace vcc::kit
