@@ -8,7 +8,7 @@ namespace vcc::kit {
 
 namespace {
 
-using platform::load_ffmpeg_library;
+using platform::load_system_library;
 using platform::SharedLibrary;
 
 template <class Function>
@@ -18,11 +18,11 @@ bool find(const SharedLibrary& library, const char* name, Function*& function) {
 }
 
 struct Libraries {
-    SharedLibrary util = load_ffmpeg_library("avutil", LIBAVUTIL_VERSION_MAJOR);
-    SharedLibrary codec = load_ffmpeg_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
-    SharedLibrary format = load_ffmpeg_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
-    SharedLibrary resample = load_ffmpeg_library("swresample", LIBSWRESAMPLE_VERSION_MAJOR);
-    SharedLibrary scale = load_ffmpeg_library("swscale", LIBSWSCALE_VERSION_MAJOR);
+    SharedLibrary util = load_system_library("avutil", LIBAVUTIL_VERSION_MAJOR);
+    SharedLibrary codec = load_system_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
+    SharedLibrary format = load_system_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
+    SharedLibrary resample = load_system_library("swresample", LIBSWRESAMPLE_VERSION_MAJOR);
+    SharedLibrary scale = load_system_library("swscale", LIBSWSCALE_VERSION_MAJOR);
 };
 
 std::optional<MediaFunctions> load_functions() {

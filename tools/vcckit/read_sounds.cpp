@@ -81,6 +81,7 @@ private:
 
     void take_file(const SetupStep& step) {
         const std::string path = (directory_.empty() ? "" : directory_ + "/") + std::string(step.value);
+        installation_.named.insert(path);
         if (step.value.size() > name_limit)
             report(sound_name_long, "the file name is longer than 20 characters",
                    "it will be cut, and the file not be found");
