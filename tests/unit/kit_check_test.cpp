@@ -27,7 +27,10 @@ class Check : public test::FolderTest {
 protected:
     Check() {
         fs::copy(game / "install", ".", fs::copy_options::recursive);
-        fs::copy(game / "images", "images");
+        fs::create_directory("images");
+        for (const auto& file : fs::directory_iterator(game / "images"))
+            if (file.path().extension() != ".png")
+                fs::copy(file, "images" / file.path().filename());
         for (const std::string& language : {en, de})
             fs::copy_file(game / "screens/factory.tw", language + "factory.tw");
         for (const std::string screen : {"vcc", "vcc_options", "vcc_options_info", "mess"}) {
@@ -56,7 +59,7 @@ protected:
         for (const char* keyboard : {"us", "de", "fi", "fr", "it", "uk"})
             folder.write(std::string("data/configs/") + keyboard + ".cfg", "");
         for (const std::string module : {"hq", "factory", "battle"})
-            folder.write(module + ".so", "\x7F" + std::string("ELF\0", 4) + module + '\0');
+            folder.write(module + ".so", "\x7F" + std::string("ELF\0", 4) + module + '\0' + module + ".pcx");
         folder.write("docs/veldor_manual.pdf", "");
     }
 

@@ -22,7 +22,7 @@ struct HeaderRow {
     std::string_view labels;
     std::string_view what;
 };
-constexpr HeaderRow headers[] = {{"p", "number of pages"}, {"f", "font"},   {"c", "text colour"},
+constexpr HeaderRow headers[] = {{"p", "number of pages"}, {"f", "font"},    {"c", "text colour"},
                                  {"w", "window colour"},   {"hs", "shadow"}, {"st", "sound"},
                                  {"x", "column"},          {"y", "row"}};
 constexpr HeaderRow further_page{"nq", "number of a further page"};

@@ -47,8 +47,9 @@ void check_picture_file(const PictureRow& row, Faults& faults) {
     const FaultCode code = picture.fault.empty() ? FaultCode::picture_size : picture.code;
     if (!fault.empty())
         faults.push_back({code, row.path, 0, -1, "", fault,
-                          row.min_width == row.max_width ? "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"
-                                                         : "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
+                          row.min_width == row.max_width
+                              ? "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"
+                              : "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
 }
 
 std::int64_t file_size(const std::string& path) {

@@ -1,8 +1,10 @@
 // Files that lie beside those of the control centre, and that nothing of it reads.
 #include "check.h"
 
+#include "core/files.h"
 #include "core/installation.h"
 #include "platform/files.h"
+#include "platform/shared_library.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -18,7 +20,8 @@ namespace fs = std::filesystem;
 /// One name for one file, whatever way it is written.
 std::string plain_name(std::string_view name) {
     std::string plain = fs::path(with_slashes(name)).lexically_normal().generic_string();
-    std::ranges::transform(plain, plain.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    std::ranges::transform(plain, plain.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     return plain;
 }
 
@@ -42,11 +45,21 @@ std::set<std::string> names_of_files(const Installation& installation) {
     return names;
 }
 
+/// What the game modules hold: a name in it is a file that the module may read.
+std::string bytes_of_modules() {
+    constexpr std::size_t size_limit = 256u << 20;
+    std::string bytes;
+    for (const char* module : module_names)
+        bytes += read_file(platform::module_file_name(module), size_limit).value_or("");
+    return bytes;
+}
+
 } // namespace
 
 void check_unread(Installation& installation, Faults& faults) {
-    constexpr std::size_t most_named = 3;
+    constexpr std::size_t most_named = 3; // one by one: more are one line
     const std::set<std::string> known = names_of_files(installation);
+    const std::string modules = bytes_of_modules();
     std::map<std::string, std::vector<std::string>> unread; ///< names by folder
     for (const char* top : {"tools", "images", "sounds", "help", "fonts"}) {
         const std::string folder = platform::resolve_path(top);
@@ -55,8 +68,10 @@ void check_unread(Installation& installation, Faults& faults) {
              !error && each != end; each.increment(error)) {
             std::error_code ignored;
             const std::string name = each->path().generic_string();
-            if (each->is_regular_file(ignored) && !known.contains(plain_name(name)))
-                unread[each->path().parent_path().generic_string()].push_back(each->path().filename().string());
+            const std::string bare = each->path().filename().string();
+            if (each->is_regular_file(ignored) && !known.contains(plain_name(name)) &&
+                modules.find(bare) == std::string::npos)
+                unread[each->path().parent_path().generic_string()].push_back(bare);
         }
     }
     for (auto& [folder, names] : unread) {
@@ -64,7 +79,7 @@ void check_unread(Installation& installation, Faults& faults) {
         if (names.size() <= most_named) {
             for (const std::string& name : names)
                 faults.push_back({FaultCode::file_unread, folder + "/" + name, 0, -1, "", "nothing reads this file",
-                                  "name it where it is wanted, or take it away; --ignore VK302 if a module reads it"});
+                                  "name it where it is wanted, or take it away"});
             continue;
         }
         std::string list;
@@ -72,7 +87,7 @@ void check_unread(Installation& installation, Faults& faults) {
             list += names[i] + ", ";
         faults.push_back({FaultCode::file_unread, folder, 0, -1, "",
                           "nothing reads " + std::to_string(names.size()) + " of its files: " + list + "...",
-                          "take them away; --ignore VK302 if a module reads them"});
+                          "name them where they are wanted, or take them away"});
     }
 }
 

@@ -47,14 +47,14 @@ struct LanguageFiles {
 
 struct Installation {
     std::array<LanguageFiles, languages.size()> by_language;
-    std::map<int, BitmapPtr> buffers;                              ///< pictures of the buffer list
-    std::set<int> sounds;                                          ///< entries that the sound set-up names a file for
-    std::map<int, std::string> themes;                             ///< theme number from 0, path of its file
-    std::map<int, std::string> theme_names;                        ///< as players see them
+    std::map<int, BitmapPtr> buffers;       ///< pictures of the buffer list
+    std::set<int> sounds;                   ///< entries that the sound set-up names a file for
+    std::map<int, std::string> themes;      ///< theme number from 0, path of its file
+    std::map<int, std::string> theme_names; ///< as players see them
     std::set<std::string> named;            ///< files that lists and settings name, but for texts
-    bool listed_buffers = false;                                   ///< the buffer list could be read
-    bool listed_sounds = false;                                    ///< the sound set-up could be read
-    bool fonts = false;                                            ///< all eleven fonts are loaded and have their sizes
+    bool listed_buffers = false;            ///< the buffer list could be read
+    bool listed_sounds = false;             ///< the sound set-up could be read
+    bool fonts = false;                     ///< all eleven fonts are loaded and have their sizes
     mutable std::map<std::string, Result<std::string>> text_files; ///< what text_file() has read
 
     /// The bytes of a text file, read once.

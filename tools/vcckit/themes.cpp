@@ -16,7 +16,7 @@ namespace {
 
 constexpr long joint_frames = 512;       ///< looked at on each side of the joint
 constexpr double quiet_seconds = 1.5;    ///< a longer silence at either end is heard as a gap
-constexpr double fading_seconds = 4; ///< before the end, in which a fade is looked for
+constexpr double fading_seconds = 4;     ///< before the end, in which a fade is looked for
 constexpr float quiet_level = 0.002f;    ///< about -54 dB
 constexpr double least_bend = 4.0 / 128; ///< smaller bends cannot be heard as a click
 
