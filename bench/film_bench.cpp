@@ -1,7 +1,7 @@
 // Films: a decoded and shown frame against the decoder alone.
 #include "codec.h"
-#include "figure.h"
 #include "core/installation.h"
+#include "figure.h"
 #include "film/film_screen.h"
 #include "platform/avi.h"
 #include "world.h"
