@@ -67,9 +67,9 @@ const char* enter_world() {
     select_config_file();
     load_language();
     load_messages(message_file(1));
-    if (!load_fonts(font_section, path::fonts))
+    if (!load_fonts(path::fonts))
         return "the fonts cannot be loaded";
-    configure_fonts(font_section);
+    configure_fonts();
     select_font(0);
     dot_spacing = 2;
     show_slot_pictures = 1;

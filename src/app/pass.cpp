@@ -15,7 +15,7 @@
 #include "screen/draw_slot.h"
 #include "screen/status_line.h"
 #include "screen/text_window.h"
-#include "settings/settings.h"
+#include "settings/values.h"
 #include "sound/music.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
@@ -52,14 +52,14 @@ bool begin(Session&) {
 }
 
 bool set_up_fonts(Session&) {
-    configure_fonts(font_section);
+    configure_fonts();
     select_font(0);
     previous_font = 0;
     return true;
 }
 
 bool set_up_sound(Session& session) {
-    if (!config_flag("VELDOR_GENERAL", "sound_at_all"))
+    if (!read_flag("sound_at_all"))
         disable_sound();
     if (!sound_on)
         return true;
@@ -91,7 +91,7 @@ bool play_films(Session& session) {
     if (session.arguments.size() > 2 || !session.intro_on || session.films_played)
         return true;
     clear_to_colour(screen, 0);
-    settings.volumes[cc_module].effects = std::clamp(get_config_int("VELDOR_SOUND", "vcc_snd_volume", 8), 0, 10);
+    settings.volumes[cc_module].effects = read_number("vcc_snd_volume");
     const int music_before = music_on;
     if (sound_on) {
         sfx_volume = settings.volumes[cc_module].effects * volume_step;

@@ -15,7 +15,7 @@
 #include "platform/truetype.h"
 #include "screen/draw.h"
 #include "settings/keyboard_layout.h"
-#include "settings/settings.h"
+#include "settings/values.h"
 #include "sound/music.h"
 #include "text/fonts.h"
 #include "text/language.h"
@@ -72,12 +72,12 @@ bool store_hq_address(Session& session) {
     std::string address = "N/A";
     if (session.arguments.size() > 1 && wants_clipboard_address(session.arguments[1]))
         read_hq_address(address);
-    set_config_string("VELDOR_BATTLE", "battle_hq_ip", address.c_str());
+    write_text("battle_hq_ip", address);
     return true;
 }
 
 bool prepare_screen(Session& session) {
-    session.intro_on = config_flag("VELDOR_GENERAL", "intro_at_all");
+    session.intro_on = read_flag("intro_at_all");
     if (session.intro_on)
         clear_to_colour(screen, 0);
     else
@@ -112,7 +112,7 @@ bool start_fonts(Session&) {
         write_log(format_text("Error in module:%s while initializing fonts", module_prefix.c_str()));
         return false;
     }
-    return load_fonts(font_section, path::fonts);
+    return load_fonts(path::fonts);
 }
 
 /// The start-up, in order. A step that answers false ends the program.

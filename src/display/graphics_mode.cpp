@@ -8,7 +8,7 @@
 #include "display/mode_rules.h"
 #include "display/switching.h"
 #include "platform/display.h"
-#include "settings/settings.h"
+#include "settings/values.h"
 
 #include <algorithm>
 #include <vector>
@@ -21,8 +21,6 @@ int screen_mode_range = -1;
 std::array<int, 3> depth_class{};
 
 namespace {
-
-constexpr const char* section = "VELDOR_GRAPHICS";
 
 struct Setup {
     Desktop desktop;
@@ -60,12 +58,12 @@ SetupResult finish(const Setup& setup) {
 }
 
 SetupResult set_configured(Setup& setup) {
-    bool full = get_config_int(section, "screen_mode", 0) != 0;
-    const int bitmap_depth = get_config_int(section, "bitmap_depth", 0);
+    bool full = stored_number("screen_mode") != 0;
+    const int bitmap_depth = stored_number("bitmap_depth");
     mode_range = screen_mode_range;
     if (mode_range == 2) {
         full = false;
-        set_config_int(section, "screen_mode", 0);
+        write_number("screen_mode", 0);
     }
     fullscreen = full ? full_screen : windowed;
     setup.requested_depth = depth_bits(bitmap_depth);
@@ -134,9 +132,9 @@ SetupResult probe(Setup& setup) {
         return fail(ModeFailure::depth_not_found, setup);
 
     screen_mode_range = mode_range;
-    set_config_int(section, "bitmap_depth", *bitmap_depth);
-    set_config_int(section, "screen_mode_range", screen_mode_range);
-    set_config_int(section, "screen_mode", fullscreen == full_screen ? 1 : 0);
+    write_number("bitmap_depth", *bitmap_depth);
+    write_number("screen_mode_range", screen_mode_range);
+    write_number("screen_mode", fullscreen == full_screen ? 1 : 0);
     return finish(setup);
 }
 
@@ -164,7 +162,7 @@ void switch_to_depth(int toggle, int depth, int old_depth) {
 SetupResult setup_graphics_mode(std::int8_t mode) {
     fullscreen = windowed;
     select_config_file();
-    screen_mode_range = std::clamp(get_config_int(section, "screen_mode_range", -1), -1, 3);
+    screen_mode_range = read_number("screen_mode_range");
 
     Setup setup;
     setup.desktop = read_desktop();

@@ -12,17 +12,14 @@
 #include "settings/config_text.h"
 #include "settings/settings.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace vcc {
 
 namespace {
 
-constexpr const char* config_name = path::settings;
 constexpr const char* temporary_suffix = ".new";
-
-/// What the library held when it and the file last agreed; nothing before the file is selected.
-std::optional<ConfigValues> agreed;
 
 /// The names that one of the library's listing functions hands out, freed at the end.
 class NameList {
@@ -72,17 +69,6 @@ ConfigValues held_values() {
     return values;
 }
 
-/// A module may leave another file selected. It lacks a section that ours had; its values are none of our file's.
-bool is_of_another_file(const ConfigValues& held) {
-    for (const auto& entry : *agreed) {
-        const std::string& section = entry.first.first;
-        const auto first = held.lower_bound({section, {}});
-        if (first == held.end() || first->first.first != section)
-            return true;
-    }
-    return false;
-}
-
 bool write_whole_file(const std::string& name, const std::string& bytes) {
     FilePtr file(std::fopen(name.c_str(), "wb"));
     if (!file)
@@ -99,79 +85,115 @@ bool replace_text(const std::string& name, const std::string& text) {
     return false;
 }
 
-/// Puts changes into the file on the disk, beside what other programs may have written there meanwhile.
-bool change_file(const std::string& name, std::vector<ConfigChange> changes) {
-    if (changes.empty())
-        return true;
-    for (ConfigChange& change : changes) { // the library reads and writes its files as UTF-8, whatever it holds
+/// The library reads and writes its files as UTF-8, whatever it holds.
+std::vector<ConfigChange> as_utf8(std::vector<ConfigChange> changes) {
+    for (ConfigChange& change : changes) {
         change.section = platform::utf8_from_latin1(change.section);
         change.key = platform::utf8_from_latin1(change.key);
         if (change.value)
             change.value = platform::utf8_from_latin1(*change.value);
     }
-    const auto file = read_file(name);
-    if (!file && platform::file_exists(name))
+    return changes;
+}
+
+/// Guards the shared file. Owns the values on which the file and the library last agreed: what the library holds
+/// beside them is to be written, and nothing else is.
+class SharedFile {
+public:
+    /// Makes the library hold the file as it is on the disk.
+    void take_over();
+
+    /// Merges what the library changed into the file, beside what other programs may have written there meanwhile, and
+    /// takes it over again. When that fails, the values live on in memory, and the next write tries again. False while
+    /// the library does not hold this file's values: there is nothing to write then.
+    bool write();
+
+private:
+    bool is_held(const ConfigValues& held) const;
+    bool merge(const std::vector<ConfigChange>& changes) const;
+    void hold(const std::string& text) const;
+    void report_failure();
+
+    std::string name() const { return platform::resolve_path(path::settings); }
+
+    std::optional<ConfigValues> agreed_; ///< nothing before the file is taken over
+    bool reported_ = false;
+};
+
+/// A module may leave another file selected. It lacks a section that ours had; its values are none of our file's.
+bool SharedFile::is_held(const ConfigValues& held) const {
+    return agreed_ && std::ranges::all_of(*agreed_, [&](const auto& entry) {
+               const std::string& section = entry.first.first;
+               const auto first = held.lower_bound({section, {}});
+               return first != held.end() && first->first.first == section;
+           });
+}
+
+void SharedFile::take_over() {
+    const std::string text = read_file(name()).value_or("");
+    const std::string apart = with_sections_apart(text);
+    if (apart == text || replace_text(name(), apart)) {
+        set_config_file(name().c_str());
+    } else {
+        report_failure();
+        hold(platform::latin1_from_utf8(apart));
+    }
+    agreed_ = held_values();
+}
+
+bool SharedFile::write() {
+    const ConfigValues held = agreed_ ? held_values() : ConfigValues();
+    if (!is_held(held))
+        return false;
+    if (merge(as_utf8(changes_between(*agreed_, held)))) {
+        hold("\n");
+        take_over();
+    } else {
+        report_failure();
+        hold(apply_changes("", changes_between({}, held)));
+    }
+    return true;
+}
+
+bool SharedFile::merge(const std::vector<ConfigChange>& changes) const {
+    if (changes.empty())
+        return true;
+    const auto file = read_file(name());
+    if (!file && platform::file_exists(name()))
         return false; // not readable: replacing it would lose what is in it
     const std::string before = file ? *file : "";
     const std::string after = apply_changes(before, changes);
-    if (after == before)
-        return true;
-    return replace_text(name, after);
+    return after == before || replace_text(name(), after);
 }
 
-/// Makes the library hold `text` instead of the file that it has. It would write its changes into the old file first,
-/// in place; it knows that file by its relative name, so there is nothing to write when it does so from elsewhere.
-void hold_text_instead(const std::string& name, const std::string& text) {
-    const platform::FolderVisit elsewhere(platform::folder_of_program(name));
+/// Makes the library hold `text`, without a file that it could damage. It would write its changes into the file that it
+/// has first, in place; it knows that file by its relative name, so there is nothing to write when it does so from
+/// elsewhere.
+void SharedFile::hold(const std::string& text) const {
+    const platform::FolderVisit elsewhere(platform::folder_of_program(name()));
     set_config_data(text.c_str(), static_cast<int>(text.size()));
 }
 
-void report_failure() {
-    static bool reported = false;
-    if (!reported)
-        write_log(format_text("Cannot write %s", config_name));
-    reported = true;
+void SharedFile::report_failure() {
+    if (!reported_)
+        write_log(format_text("Cannot write %s", path::settings));
+    reported_ = true;
 }
 
-void select(const std::string& name) {
-    const std::string text = read_file(name).value_or("");
-    const std::string apart = with_sections_apart(text);
-    if (apart == text || replace_text(name, apart)) {
-        set_config_file(name.c_str());
-    } else {
-        report_failure();
-        hold_text_instead(name, platform::latin1_from_utf8(apart));
-    }
-    agreed = held_values();
-}
+SharedFile shared_file;
 
 } // namespace
 
 void flush_settings() {
-    const ConfigValues held = agreed ? held_values() : ConfigValues();
-    if (!agreed || is_of_another_file(held)) {
+    if (!shared_file.write())
         flush_config_file();
-        return;
-    }
-    const std::string name = platform::resolve_path(config_name);
-    if (change_file(name, changes_between(*agreed, held))) {
-        hold_text_instead(name, "\n");
-        select(name);
-        return;
-    }
-    report_failure();
-    // The values live on in memory, without a file that the library could damage; the next flush tries again.
-    hold_text_instead(name, apply_changes("", changes_between({}, held)));
 }
 
 void select_config_file() {
-    const std::string name = platform::resolve_path(config_name);
-    if (agreed && !is_of_another_file(held_values())) {
-        flush_settings();
+    if (shared_file.write())
         return;
-    }
-    std::remove((name + temporary_suffix).c_str()); // left by a write that was interrupted
-    select(name);
+    std::remove((platform::resolve_path(path::settings) + temporary_suffix).c_str()); // of an interrupted write
+    shared_file.take_over();
 }
 
 bool config_flag(const char* section, const char* key) {

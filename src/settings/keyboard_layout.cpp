@@ -2,7 +2,7 @@
 
 #include "core/installation.h"
 #include "platform/display.h"
-#include "settings/settings.h"
+#include "settings/values.h"
 
 #include <allegro.h>
 
@@ -21,7 +21,7 @@ void start_keyboard() {
 }
 
 void write_keyboard_layout() {
-    set_config_string("system", "keyboard", std::string(keyboard_mapping_file(settings.keyboard)).c_str());
+    write_text("keyboard", std::string(keyboard_mapping_file(settings.keyboard)));
     flush_settings();
 }
 

@@ -25,22 +25,27 @@ bool names_row(const SettingRow& row, std::string_view key) {
     const std::string_view digits = key.substr(before.size(), key.size() - before.size() - after.size());
     // Comparing with the number written back refuses signs, blanks and leading zeros.
     const int copy = to_number(digits);
-    return copy >= 0 && copy < row.copies && digits == std::to_string(copy);
+    return copy >= 0 && copy < row.copies() && digits == std::to_string(copy);
 }
 
 std::string default_column(const SettingRow& row) {
-    if (!row.text.empty() || row.kind != KeyKind::number)
-        return std::string(row.text);
-    return std::to_string(row.number);
+    std::string list;
+    for (const std::string_view text : row.texts)
+        list += (list.empty() ? "" : ", ") + std::string(text);
+    for (const int number : row.numbers)
+        list += (list.empty() ? "" : ", ") + std::to_string(number);
+    if (!list.empty())
+        return list;
+    return row.kind == SettingKind::number ? std::to_string(row.number) : std::string(row.text);
 }
 
 std::string values_column(const SettingRow& row) {
     constexpr int unlimited = std::numeric_limits<int>::max();
-    if (row.kind == KeyKind::flag)
+    if (row.kind == SettingKind::flag)
         return "yes, no";
     if (row.max == unlimited)
         return "any";
-    if (row.kind == KeyKind::text)
+    if (row.kind == SettingKind::text)
         return "at most " + std::to_string(row.max) + " characters";
     return std::to_string(row.min) + " to " + std::to_string(row.max);
 }

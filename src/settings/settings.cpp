@@ -2,7 +2,7 @@
 
 #include "core/text.h"
 #include "settings/keyboard_layout.h"
-#include "settings/rows.h"
+#include "settings/values.h"
 #include "sound/sound.h"
 
 #include <allegro.h>
@@ -20,12 +20,20 @@ int frame_rest = 0;
 
 namespace {
 
-/// A row's names as the library wants them: zero-terminated.
+/// A row's names as the library wants them: zero-terminated, a "#" replaced by the number of the copy.
 struct KeyName {
-    KeyName(const SettingRow& row, std::string_view suffix = {})
-        : section(row.section), key(std::string(row.key).append(suffix)) {}
+    explicit KeyName(const SettingRow& row, std::string_view suffix = {}, int copy = 0)
+        : section(row.section), key(std::string(row.key).append(suffix)) {
+        if (const std::size_t mark = key.find('#'); mark != std::string::npos)
+            key.replace(mark, 1, std::to_string(copy));
+    }
     std::string section, key;
 };
+
+template <typename Default>
+Default standard_of(Default single, std::span<const Default> numbered, int copy) {
+    return numbered.empty() ? single : numbered[static_cast<std::size_t>(copy)];
+}
 
 int in_range(const SettingRow& row, int value) {
     if (row.outside == Outside::kept || (value >= row.min && value <= row.max))
@@ -33,17 +41,36 @@ int in_range(const SettingRow& row, int value) {
     return row.outside == Outside::standard ? row.number : std::clamp(value, row.min, row.max);
 }
 
-void read_row(const SettingRow& row, std::string_view suffix) {
+bool stored_flag(const SettingRow& row, std::string_view suffix = {}) {
     const KeyName name(row, suffix);
-    if (row.kind == KeyKind::flag) {
-        *std::get<int*>(row.place) = config_flag(name.section.c_str(), name.key.c_str()) ? 1 : 0;
-    } else if (const TextPlace* const place = std::get_if<TextPlace>(&row.place)) {
-        const std::string standard(row.text);
-        const std::string_view value = get_config_string(name.section.c_str(), name.key.c_str(), standard.c_str());
+    return config_flag(name.section.c_str(), name.key.c_str());
+}
+
+std::string stored_text(const SettingRow& row, std::string_view suffix = {}, int copy = 0) {
+    const KeyName name(row, suffix, copy);
+    const std::string standard(standard_of(row.text, row.texts, copy));
+    return get_config_string(name.section.c_str(), name.key.c_str(), standard.c_str());
+}
+
+void store(const SettingRow& row, int value) {
+    const KeyName name(row);
+    set_config_int(name.section.c_str(), name.key.c_str(), value);
+}
+
+void store(const SettingRow& row, const std::string& value) {
+    const KeyName name(row);
+    set_config_string(name.section.c_str(), name.key.c_str(), value.c_str());
+}
+
+void read_row(const SettingRow& row, std::string_view suffix) {
+    if (const TextPlace* const place = std::get_if<TextPlace>(&row.place)) {
+        const std::string value = stored_text(row, suffix);
         std::memset(place->text, 0, place->size);
         std::memcpy(place->text, value.data(), std::min(value.size(), place->size - 1));
+    } else if (row.kind == SettingKind::flag) {
+        *std::get<int*>(row.place) = stored_flag(row, suffix) ? 1 : 0;
     } else {
-        const int value = in_range(row, get_config_int(name.section.c_str(), name.key.c_str(), row.number));
+        const int value = in_range(row, stored_number(row, suffix));
         if (std::int8_t* const* const byte = std::get_if<std::int8_t*>(&row.place))
             **byte = static_cast<std::int8_t>(value); // 255 in the file is -1
         else
@@ -52,23 +79,22 @@ void read_row(const SettingRow& row, std::string_view suffix) {
 }
 
 void write_row(const SettingRow& row) {
-    const KeyName name(row);
     if (const TextPlace* const place = std::get_if<TextPlace>(&row.place))
-        set_config_string(name.section.c_str(), name.key.c_str(), place->text);
+        store(row, std::string(place->text));
     else if (std::int8_t* const* const byte = std::get_if<std::int8_t*>(&row.place))
-        set_config_int(name.section.c_str(), name.key.c_str(), **byte);
+        store(row, **byte);
     else
-        set_config_int(name.section.c_str(), name.key.c_str(), *std::get<int*>(row.place));
+        store(row, *std::get<int*>(row.place));
 }
 
 /// Creates a key that another program expects; a value that is there stays. A number of -1 counts as absent.
 void ensure_row(const SettingRow& row) {
     const KeyName name(row);
-    if (row.kind == KeyKind::number) {
+    if (row.kind == SettingKind::number) {
         if (get_config_int(name.section.c_str(), name.key.c_str(), -1) == -1)
-            set_config_int(name.section.c_str(), name.key.c_str(), row.number);
+            store(row, row.number);
     } else if (get_config_string(name.section.c_str(), name.key.c_str(), nullptr) == nullptr) {
-        set_config_string(name.section.c_str(), name.key.c_str(), std::string(row.text).c_str());
+        store(row, std::string(row.text));
     }
 }
 
@@ -81,15 +107,15 @@ void for_rows(KeyUse use, Action action) {
 
 /// The two flags can only switch off what is on; nothing but a new sound set-up switches it on.
 void obey_sound_flags() {
-    if (!config_flag("VELDOR_GENERAL", "sound_at_all"))
+    if (!read_flag("sound_at_all"))
         disable_sound();
-    if (!config_flag("VELDOR_GENERAL", "music_at_all"))
+    if (!read_flag("music_at_all"))
         music_on = 0;
 }
 
 void store_number_of_themes(int count) {
     number_of_themes = count;
-    set_config_int("VELDOR_SOUND", "number_of_themes", number_of_themes);
+    write_number("number_of_themes", number_of_themes);
     flush_settings();
 }
 
@@ -101,6 +127,31 @@ void clamp_themes() {
 }
 
 } // namespace
+
+bool read_flag(FlagKey name) {
+    return stored_flag(name.row());
+}
+
+int read_number(NumberKey name, int copy) {
+    return in_range(name.row(), stored_number(name.row(), {}, copy));
+}
+
+std::string read_text(TextKey name, int copy) {
+    return stored_text(name.row(), {}, copy);
+}
+
+int stored_number(const SettingRow& row, std::string_view suffix, int copy) {
+    const KeyName name(row, suffix, copy);
+    return get_config_int(name.section.c_str(), name.key.c_str(), standard_of(row.number, row.numbers, copy));
+}
+
+void write_number(NumberKey name, int value) {
+    store(name.row(), value);
+}
+
+void write_text(TextKey name, const std::string& value) {
+    store(name.row(), value);
+}
 
 void load_settings() {
     obey_sound_flags();

@@ -35,6 +35,8 @@ struct Settings {
     int keyboard = 0;                      ///< 0 to 5
 };
 
+inline constexpr int font_count = 11; ///< fonts that the settings describe
+
 extern Settings settings;
 extern std::array<int, module_count> theme_loop; ///< 1: all themes one after another, 0: the chosen theme repeats
 extern int number_of_themes;                     ///< 0 to 11; 0 when music is off

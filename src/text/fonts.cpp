@@ -1,9 +1,11 @@
 #include "text/fonts.h"
 
+#include "core/installation.h"
 #include "core/layout.h"
 #include "core/log.h"
 #include "platform/files.h"
 #include "platform/truetype.h"
+#include "settings/values.h"
 
 #include <allegro.h>
 
@@ -20,24 +22,23 @@ int grid_columns = 0;
 
 namespace {
 
+/// What the program fixes; file, size and spacing are settings.
 struct FontRow {
-    const char* file;
-    int height_px, space_px; // defaults of the settings
-    int cell_width, cell_height;
+    int cell_width, cell_height; // pixels
     bool proportional;
 };
 constexpr std::array<FontRow, font_count> font_rows{{
-    {"arial.ttf", 12, 1, 8, 11, true},
-    {"arial.ttf", 13, 0, 9, 13, true},
-    {"cour.ttf", 11, 0, 6, 11, false},
-    {"cour.ttf", 11, 0, 7, 11, false},
-    {"cour.ttf", 14, 0, 7, 12, false},
-    {"cour.ttf", 12, 0, 7, 12, false},
-    {"cour.ttf", 14, 1, 8, 14, false},
-    {"cour.ttf", 16, 0, 10, 16, false},
-    {"cour.ttf", 20, 0, 12, 20, false},
-    {"cour.ttf", 20, 0, 12, 20, false},
-    {"cour.ttf", 20, 0, 14, 20, false},
+    {8, 11, true},
+    {9, 13, true},
+    {6, 11, false},
+    {7, 11, false},
+    {7, 12, false},
+    {7, 12, false},
+    {8, 14, false},
+    {10, 16, false},
+    {12, 20, false},
+    {12, 20, false},
+    {14, 20, false},
 }};
 
 struct Font {
@@ -52,10 +53,6 @@ bool is_font(int n) {
 
 const Font& font(int n) {
     return fonts[static_cast<std::size_t>(is_font(n) ? n : fallback_font)];
-}
-
-std::string key_of(int n, const char* what) {
-    return format_text("font%d_%s", n, what);
 }
 
 int rows_of(const FontRow& metrics) {
@@ -73,18 +70,18 @@ void use_grid(const FontRow& metrics) {
 
 } // namespace
 
-bool load_fonts(const std::string& section, const std::string& directory) {
+bool load_fonts(const std::string& directory) {
     if (!platform::init_truetype()) {
-        write_log(format_text("Error in module:%s while initializing fonts", section.c_str()));
+        write_log(format_text("Error in module:%s while initializing fonts", font_section));
         return false;
     }
     for (int n = 0; n < font_count; ++n) {
         const auto i = static_cast<std::size_t>(n);
-        const std::string name = get_config_string(section.c_str(), key_of(n, "name").c_str(), font_rows[i].file);
+        const std::string name = read_text("font#_name", n);
         fonts[i].face =
             platform::load_truetype_font(platform::resolve_path(format_text("%s/%s", directory.c_str(), name.c_str())));
         if (!fonts[i].face) {
-            write_log(format_text("Error in module:%s while loading font:%s/%s", section.c_str(), directory.c_str(),
+            write_log(format_text("Error in module:%s while loading font:%s/%s", font_section, directory.c_str(),
                                   name.c_str()));
             return false;
         }
@@ -92,17 +89,15 @@ bool load_fonts(const std::string& section, const std::string& directory) {
     return true;
 }
 
-void configure_fonts(const std::string& section) {
+void configure_fonts() {
     for (int n = 0; n < font_count; ++n) {
         const auto i = static_cast<std::size_t>(n);
         const FontRow& row = font_rows[i];
-        const int height_px = get_config_int(section.c_str(), key_of(n, "height").c_str(), row.height_px);
-        const int space_px = get_config_int(section.c_str(), key_of(n, "space").c_str(), row.space_px);
         if (platform::TrueTypeFont* face = fonts[i].face.get()) {
-            face->set_size(height_px);
-            face->set_extra_spacing(space_px);
+            face->set_size(read_number("font#_height", n));
+            face->set_extra_spacing(read_number("font#_space", n));
             if (!row.proportional) // the default spacing is part of the cell, so that text lies in its cells
-                face->set_fixed_advance(row.cell_width - row.space_px);
+                face->set_fixed_advance(row.cell_width - standard_number("font#_space", n));
         }
         fonts[i].metrics = &row;
         current_font = n;

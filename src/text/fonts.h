@@ -1,6 +1,8 @@
 // The eleven fonts, the cell grid that each lays over the screen, and the current font.
 #pragma once
 
+#include "settings/settings.h"
+
 #include <string>
 #include <string_view>
 
@@ -10,7 +12,6 @@ namespace platform {
 class TrueTypeFont;
 }
 
-inline constexpr int font_count = 11;
 inline constexpr int fallback_font = 4; ///< stands in for any number outside 0 to 10
 inline constexpr int grid_row_limit = 200, grid_column_limit = 266;
 
@@ -19,12 +20,12 @@ extern int previous_font; ///< font that was current before the last select_font
 extern int grid_rows;     ///< rows of the current font's grid
 extern int grid_columns;  ///< columns of the current font's grid, one more than fit
 
-/// Loads the eleven font files named in a settings section from a folder. False after a failure, which is logged.
-bool load_fonts(const std::string& section, const std::string& directory);
+/// Loads the eleven font files that the settings name from a folder. False after a failure, which is logged.
+bool load_fonts(const std::string& directory);
 
-/// Applies sizes and spacing of a settings section and builds the grids from layout_width and layout_height; font 10 is
+/// Applies sizes and spacing of the settings and builds the grids from layout_width and layout_height; font 10 is
 /// current afterwards.
-void configure_fonts(const std::string& section);
+void configure_fonts();
 
 /// Makes font n current; a number outside 0 to 10, or a font without a grid, makes font 4 current.
 void select_font(int n);

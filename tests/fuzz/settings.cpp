@@ -15,7 +15,8 @@ void vcc::fuzz::one_input(std::string_view input) {
     flush_settings();
     load_settings();
     for (const SettingRow& row : setting_rows())
-        if (int* const* const place = std::get_if<int*>(&row.place); place && row.has(KeyUse::load))
-            require(row.kind != KeyKind::number || (**place >= row.min && **place <= row.max));
+        if (int* const* const place = std::get_if<int*>(&row.place);
+            place && row.has(KeyUse::load) && row.outside != Outside::kept)
+            require(row.kind != SettingKind::number || (**place >= row.min && **place <= row.max));
     with_sections_apart(input);
 }

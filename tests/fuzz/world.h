@@ -60,8 +60,8 @@ inline BITMAP* page_with_fonts() {
             std::filesystem::copy_file(std::string("/usr/share/fonts/truetype/liberation/Liberation") + from +
                                            "-Regular.ttf",
                                        std::string("fonts/") + to + ".ttf");
-        require(load_fonts("VELDOR_VCC", "fonts"));
-        configure_fonts("VELDOR_VCC");
+        require(load_fonts("fonts"));
+        configure_fonts();
         select_font(0);
         return BitmapPtr(create_bitmap(800, 600));
     }();

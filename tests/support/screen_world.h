@@ -36,8 +36,8 @@ protected:
         std::filesystem::copy_file(liberation / "LiberationSans-Regular.ttf", "fonts/arial.ttf");
         std::filesystem::copy_file(liberation / "LiberationMono-Regular.ttf", "fonts/cour.ttf");
         set_config_data("", 0);
-        loaded = load_fonts("VELDOR_VCC", "fonts");
-        configure_fonts("VELDOR_VCC");
+        loaded = load_fonts("fonts");
+        configure_fonts();
         select_font(0);
         picture.reset(create_bitmap(800, 600));
         wipe();

@@ -51,7 +51,7 @@ constexpr int below_all = 40; ///< a row without a slot
 class Screen : public testing::Test {
 protected:
     Screen() {
-        configure_fonts("VELDOR_VCC");
+        configure_fonts();
         target_.reset(create_bitmap(800, 600));
         clear_bitmap(target_.get());
         Slot slot = test::make_slot("     ", {{&Slot::font, 6}, {&Slot::box_width, 40}, {&Slot::box_height, 13}});

@@ -97,7 +97,7 @@ class Grid : public testing::Test {
 protected:
     Grid() {
         test::start_library();
-        configure_fonts("VELDOR_VCC");
+        configure_fonts();
         slot_ = test::make_slot("ABCDE", {{&Slot::font, 6}, {&Slot::column, 10}, {&Slot::row, 2}, {&Slot::toggle, 1}});
     }
     Slot slot_{}; ///< in cells of 8 x 14

@@ -15,8 +15,8 @@ protected:
         set_config_file("fonts.cfg");
         set_config_int("VELDOR_VCC", "font0_height", 30);
         set_config_int("VELDOR_VCC", "font6_space", 3);
-        ASSERT_TRUE(load_fonts("VELDOR_VCC", "fonts"));
-        configure_fonts("VELDOR_VCC");
+        ASSERT_TRUE(load_fonts("fonts"));
+        configure_fonts();
     }
 };
 

@@ -8,6 +8,7 @@
 #include "pictures.h"
 #include "platform/files.h"
 #include "platform/truetype.h"
+#include "settings/values.h"
 #include "text/fonts.h"
 
 namespace vcc::kit {
@@ -28,8 +29,7 @@ void read_fonts(Installation& installation, Faults& faults) {
     bool all = true;
     for (int n = 0; n < font_count; ++n) {
         const std::string key = format_text("font%d_name", n);
-        const std::string name = std::string(path::fonts) + "/" +
-                                 get_config_string(font_section, key.c_str(), n < 2 ? "arial.ttf" : "cour.ttf");
+        const std::string name = std::string(path::fonts) + "/" + read_text("font#_name", n);
         installation.named.insert(name);
         if (platform::load_truetype_font(platform::resolve_path(name)))
             continue;
@@ -38,9 +38,9 @@ void read_fonts(Installation& installation, Faults& faults) {
                           -1, key, platform::file_exists(name) ? "is not a font" : "does not exist",
                           "put the font there, or change the key in data/configs/vcc.cfg", true});
     }
-    if (all && load_fonts(font_section, path::fonts))
+    if (all && load_fonts(path::fonts))
         installation.fonts = true;
-    configure_fonts(font_section); // cells are known even without faces
+    configure_fonts(); // cells are known even without faces
 }
 
 void read_buffers(Installation& installation, Faults& faults) {

@@ -5,8 +5,8 @@
 #include "core/lines.h"
 #include "core/text.h"
 #include "platform/files.h"
-#include "settings/rows.h"
 #include "settings/settings.h"
+#include "settings/values.h"
 #include "sound/effect_file.h"
 #include "sound/setup_rules.h"
 #include "sound/sound.h"
@@ -129,7 +129,7 @@ void check_chosen_themes(const Installation& installation, Faults& faults) {
         if (!place ||
             std::ranges::find(settings.theme, *place, [](int& theme) { return &theme; }) == settings.theme.end())
             continue;
-        const int chosen = get_config_int(std::string(row.section).c_str(), std::string(row.key).c_str(), row.number);
+        const int chosen = stored_number(row);
         if (chosen >= static_cast<int>(installation.themes.size()))
             faults.push_back({theme_unknown, path::settings, 0, -1, std::string(row.key),
                               "there is no theme " + std::to_string(chosen),

@@ -30,9 +30,9 @@ bool all_keys_are_known(std::string_view section) {
 
 /// What is wrong with a value; empty when nothing is.
 std::string fault_of_value(const SettingRow& row, std::string_view value) {
-    if (row.kind == KeyKind::flag)
+    if (row.kind == SettingKind::flag)
         return value == "yes" || value == "no" ? "" : "is neither yes nor no";
-    if (row.kind == KeyKind::text)
+    if (row.kind == SettingKind::text)
         return static_cast<long long>(value.size()) > row.max
                    ? "is longer than " + std::to_string(row.max) + " characters"
                    : "";

@@ -19,7 +19,7 @@
 #include "screen/draw_slot.h"
 #include "screen/status_line.h"
 #include "screen/text_window.h"
-#include "settings/settings.h"
+#include "settings/values.h"
 #include "sound/music.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
@@ -65,8 +65,8 @@ struct ProgramState {
 void take_settings(int depth) {
     const std::string text = platform::latin1_from_utf8(read_file(path::settings).value_or(""));
     set_config_data((text + "\n").c_str(), static_cast<int>(text.size()) + 1);
-    set_config_int("VELDOR_GRAPHICS", "bitmap_depth", depth_setting(depth).value_or(0));
-    const int known = get_config_int("VELDOR_GRAPHICS", "screen_mode_range", -1);
+    write_number("bitmap_depth", depth_setting(depth).value_or(0));
+    const int known = stored_number("screen_mode_range");
     mode_range = screen_mode_range = known >= 1 && known <= both_modes ? known : both_modes;
     fullscreen = windowed;
     depth_class = depth_flags(depth);
@@ -79,7 +79,7 @@ void take_language(std::size_t index) {
 
 void start_sound() {
     install_silent_sound();
-    if (!config_flag("VELDOR_GENERAL", "sound_at_all") || read_sound_setup(path::sound_setup) == 0)
+    if (!read_flag("sound_at_all") || read_sound_setup(path::sound_setup) == 0)
         disable_sound();
     else if (sound_on)
         enable_sound();
@@ -92,9 +92,9 @@ std::string load(const RenderRequest& request) {
     show_slot_pictures = 1;
     take_settings(request.depth);
     take_language(request.language);
-    if (!load_fonts(font_section, path::fonts))
+    if (!load_fonts(path::fonts))
         return "the fonts cannot be loaded";
-    configure_fonts(font_section);
+    configure_fonts();
     select_font(0);
     previous_font = 0;
     start_sound();
