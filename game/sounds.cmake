@@ -3,6 +3,7 @@ veldor_copy("${CMAKE_CURRENT_SOURCE_DIR}/sound/vcc.snd" "tools/vcc.snd")
 
 file(STRINGS sfx/effects.txt rows REGEX "^[0-9]")
 file(GLOB recipes CONFIGURE_DEPENDS "sfx/*.recipe" "sfx/parts/*.recipe")
+list(APPEND recipes "${CMAKE_CURRENT_SOURCE_DIR}/art/films/cuts.txt" "${CMAKE_CURRENT_SOURCE_DIR}/art/films/cuts.py")
 foreach(row ${rows})
   string(REGEX REPLACE "^[0-9]+ +([a-z]+) .*" "\\1" name "${row}")
   add_custom_command(OUTPUT "${VELDOR_INSTALLATION}/sounds/sfx_${name}.wav"

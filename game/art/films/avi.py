@@ -1,25 +1,63 @@
-"""Writes pictures (arrays 0..1, 640 x 480) into an AVI without sound."""
+"""Writes pictures (arrays 0..1, 800 x 600) into an AVI without sound."""
 import subprocess
 
 import numpy as np
 
-WIDTH, HEIGHT, RATE = 640, 480, 24
+WIDTH, HEIGHT, RATE = 800, 600, 24
 
 
 class Writer:
-    def __init__(self, path, quality):
+    """Film of a quality (2 is best). `black` pixels at the edge get no grain and stay black."""
+
+    def __init__(self, path, quality, black=0):
+        self.black = black
         self.out = subprocess.Popen(
-            ["ffmpeg", "-v", "error", "-y", "-f", "rawvideo", "-pix_fmt", "rgb24", "-s", f"{WIDTH}x{HEIGHT}", "-r", str(RATE), "-i", "-", "-an", "-threads", "1",
-             "-c:v", "mpeg4", "-vtag", "XVID", "-bf", "0", "-g", "24", "-q:v", str(quality), "-mbd", "rd", "-bitexact", path],
-            stdin=subprocess.PIPE)
+            [
+                "ffmpeg",
+                "-v",
+                "error",
+                "-y",
+                "-f",
+                "rawvideo",
+                "-pix_fmt",
+                "rgb24",
+                "-s",
+                f"{WIDTH}x{HEIGHT}",
+                "-r",
+                str(RATE),
+                "-i",
+                "-",
+                "-an",
+                "-threads",
+                "1",
+                "-c:v",
+                "mpeg4",
+                "-vtag",
+                "XVID",
+                "-bf",
+                "0",
+                "-g",
+                "24",
+                "-q:v",
+                str(quality),
+                "-mbd",
+                "rd",
+                "-bitexact",
+                path,
+            ],
+            stdin=subprocess.PIPE,
+        )
         self.rng = np.random.default_rng(3)
 
-    def add(self, picture, times=1):
+    def add(self, picture):
         """Adds a picture; a little noise keeps the dark gradients from banding."""
         grain = self.rng.normal(0, 0.006, picture.shape[:2])[..., None]
-        data = (np.clip(picture + grain, 0, 1) * 255 + 0.5).astype(np.uint8).tobytes()
-        for _ in range(times):
-            self.out.stdin.write(data)
+        if self.black:
+            inside = np.zeros_like(grain)
+            inside[self.black : -self.black, self.black : -self.black] = 1
+            grain = grain * inside
+        grain = grain * np.clip(picture.mean(axis=-1, keepdims=True) * 40, 0, 1)
+        self.out.stdin.write((np.clip(picture + grain, 0, 1) * 255 + 0.5).astype(np.uint8).tobytes())
 
     def close(self):
         self.out.stdin.close()
@@ -32,7 +70,9 @@ def blur(picture, radius):
     r = max(1, int(radius))
     for axis in (0, 1):
         for _ in range(3):
-            padded = np.pad(picture, [(r + 1, r) if a == axis else (0, 0) for a in range(picture.ndim)], mode="edge").cumsum(axis=axis)
+            padded = np.pad(
+                picture, [(r + 1, r) if a == axis else (0, 0) for a in range(picture.ndim)], mode="edge"
+            ).cumsum(axis=axis)
             n = picture.shape[axis]
             hi = np.take(padded, range(2 * r + 1, 2 * r + 1 + n), axis=axis)
             lo = np.take(padded, range(0, n), axis=axis)
