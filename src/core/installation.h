@@ -40,15 +40,17 @@ struct Film {
 };
 inline constexpr std::array<Film, 2> films{{{"images/Zentrik.avi", 181}, {"images/VELDOR_Intro.avi", 182}}};
 
-/// A language's files: tools/language/FOLDER/PREFIX..., and its messages in tools/language/FOLDER/txt/MESSAGES.
+/// A language's files: tools/language/FOLDER/PREFIX..., and in tools/language/FOLDER/txt its messages and what replaces
+/// the texts of the screens, which need not be there.
 struct LanguageRow {
     std::string_view code; ///< as written in sources of screens
     std::string_view folder;
     std::string_view prefix;
     std::string_view messages;
+    std::string_view screen_texts;
 };
-inline constexpr std::array<LanguageRow, 2> languages{
-    {{"en", "english", "e_", "messages.eng"}, {"de", "german", "g_", "messages.ger"}}};
+inline constexpr std::array<LanguageRow, 2> languages{{{"en", "english", "e_", "messages.eng", "screen_texts.eng"},
+                                                       {"de", "german", "g_", "messages.ger", "screen_texts.ger"}}};
 
 /// The programs that share the settings; the number indexes their volumes and themes.
 enum class Module : int { hq, factory, battle, control_centre };

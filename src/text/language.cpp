@@ -5,6 +5,7 @@
 #include "core/lines.h"
 #include "core/log.h"
 #include "core/text.h"
+#include "text/screen_texts.h"
 
 #include <array>
 #include <cstddef>
@@ -31,6 +32,11 @@ void use_prefixes(const LanguageRow& row) {
     text_window_prefix = std::string("tools/language/").append(row.folder).append("/").append(row.prefix);
 }
 
+std::string text_file(int number, std::string_view LanguageRow::*name) {
+    const LanguageRow& row = languages[static_cast<std::size_t>(number - 1)];
+    return std::string("tools\\language\\").append(row.folder).append("\\txt\\").append(row.*name);
+}
+
 // Path of the message file that the language file leads to; empty when it leads nowhere.
 std::string choose_language() {
     const auto file = read_file(path::language_choice);
@@ -52,8 +58,11 @@ std::string choose_language() {
 } // namespace
 
 std::string message_file(int number) {
-    const LanguageRow& row = languages[static_cast<std::size_t>(number - 1)];
-    return std::string("tools\\language\\").append(row.folder).append("\\txt\\").append(row.messages);
+    return text_file(number, &LanguageRow::messages);
+}
+
+std::string screen_text_file(int number) {
+    return text_file(number, &LanguageRow::screen_texts);
 }
 
 void use_language(int number) {
@@ -64,6 +73,7 @@ void use_language(int number) {
 void load_language() {
     use_prefixes(languages[0]);
     load_messages(choose_language());
+    load_screen_texts(screen_text_file(language));
 }
 
 int load_messages(const std::string& path) {

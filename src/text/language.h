@@ -15,10 +15,12 @@ inline constexpr int message_limit = 300; ///< entries of a language's block
 /// Makes a language (1 or 2) current: its number and its prefixes.
 void use_language(int number);
 
-/// The message file of a language (1 or 2).
+/// The message file of a language (1 or 2), and the file that replaces texts of the screens.
 std::string message_file(int number);
+std::string screen_text_file(int number);
 
-/// Sets the English prefixes, then reads the language file and the message file of its language. Failures are logged.
+/// Sets the English prefixes, then reads the language file, and of its language the message file and the texts of the
+/// screens. Failures are logged.
 void load_language();
 
 /// Reads a message file into the block of the current language; returns the number of text lines stored, 0 when it

@@ -24,6 +24,7 @@
 #include "sound/sound.h"
 #include "text/fonts.h"
 #include "text/language.h"
+#include "text/screen_texts.h"
 
 #include <algorithm>
 #include <utility>
@@ -75,6 +76,7 @@ void take_settings(int depth) {
 void take_language(std::size_t index) {
     use_language(static_cast<int>(index) + 1);
     load_messages(message_file(language));
+    load_screen_texts(screen_text_file(language));
 }
 
 void start_sound() {
