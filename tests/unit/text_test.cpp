@@ -2,6 +2,10 @@
 #include "platform/truetype.h"
 #include "text/fonts.h"
 #include "text/language.h"
+#include "text/screen_texts.h"
+
+#include <algorithm>
+#include <filesystem>
 
 namespace vcc {
 namespace {
@@ -75,6 +79,33 @@ TEST_F(Language, EachMessageNeedsItsIndexLine) {
     EXPECT_EQ(message(6), "");
     EXPECT_EQ(message(-1), "");
     EXPECT_EQ(message(300), "");
+}
+
+TEST_F(Language, TextsOfTheScreensAreReplacedOneByOne) {
+    namespace number = screen_text_number;
+    folder.write("tools/language.ini", "2\n");
+    folder.write("tools/language/german/txt/screen_texts.ger",
+                 "lost\n# note\n+50\nAUS\n+121\nNur Thema %2.2d %s\n+150\n\n+140\nlost\n+-1\nlost\n+51\n" +
+                     std::string(120, 'x'));
+    load_language();
+    EXPECT_EQ(screen_text(number::animations), "AUS");
+    EXPECT_EQ(screen_text(number::animations + 1), std::string(screen_text_length, 'x'));
+    EXPECT_EQ(screen_text(number::explanations), "");
+    EXPECT_EQ(screen_text(number::explanations + 1), "for the currently chosen");
+    EXPECT_EQ(numbered_screen_text(number::loop_one, 7), "Nur Thema 07 %s");
+    EXPECT_EQ(screen_text(140), "");
+    EXPECT_TRUE(logged("2 numbers name no text of the screens"));
+    EXPECT_TRUE(logged("1 texts are cut to 89 characters"));
+    std::filesystem::remove("tools/language/german/txt/screen_texts.ger");
+    load_language();
+    EXPECT_EQ(screen_text(number::animations), "OFF");
+    EXPECT_EQ(numbered_screen_text(number::loop_one, 11), "Loop Theme 11");
+}
+
+TEST(ScreenTexts, TheTableIsInOrder) {
+    EXPECT_EQ(std::ranges::adjacent_find(screen_text_table(), std::greater_equal<>{}, &ScreenText::number),
+              screen_text_table().end());
+    EXPECT_EQ(screen_text_table().back().number, screen_text_number::explanations + 12 * 12 - 1);
 }
 
 } // namespace

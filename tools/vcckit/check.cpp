@@ -5,14 +5,23 @@ namespace vcc::kit {
 namespace {
 
 constexpr Check all_checks[] = {
-    {"settings", read_settings},       {"fonts", read_fonts},
-    {"messages", read_messages},       {"text windows", read_windows},
-    {"graphic buffers", read_buffers}, {"sounds and music", read_sounds},
-    {"screens", read_screens},         {"pictures, films and other files", check_program_files},
-    {"records", check_records},        {"fixed slots", check_fixed_slots},
-    {"value entries", check_values},   {"overlaps", check_overlaps},
-    {"help pages", check_help},        {"texts of the program", check_program_texts},
-    {"languages", check_languages},    {"files that nothing reads", check_unread},
+    {"settings", read_settings},
+    {"fonts", read_fonts},
+    {"messages", read_messages},
+    {"text windows", read_windows},
+    {"graphic buffers", read_buffers},
+    {"sounds and music", read_sounds},
+    {"screens", read_screens},
+    {"pictures, films and other files", check_program_files},
+    {"records", check_records},
+    {"fixed slots", check_fixed_slots},
+    {"value entries", check_values},
+    {"overlaps", check_overlaps},
+    {"help pages", check_help},
+    {"texts of the program", check_program_texts},
+    {"texts of the screens", check_screen_texts},
+    {"languages", check_languages},
+    {"files that nothing reads", check_unread},
 };
 
 } // namespace

@@ -35,6 +35,7 @@ void check_values(Installation& installation, Faults& faults);
 void check_overlaps(Installation& installation, Faults& faults);
 void check_help(Installation& installation, Faults& faults);
 void check_program_texts(Installation& installation, Faults& faults);
+void check_screen_texts(Installation& installation, Faults& faults);
 void check_languages(Installation& installation, Faults& faults);
 void check_unread(Installation& installation, Faults& faults); ///< last: it knows what the others have read
 
