@@ -157,4 +157,5 @@ def main():
         save(options(Image.open(sys.argv[2])), folder / "options.pcx")
 
 
-main()
+if __name__ == "__main__":
+    main()
