@@ -152,6 +152,11 @@ TEST_F(Check, FaultsOfOtherFilesAreFoundInTheirPlace) {
     replace("help/menu_en.hlp", "+2\nP1", "+2\nP2\nQ99", R"(help/menu_en.hlp:\d+: \+2: page 99 is missing)");
     replace("help/menu_de.hlp", "X17", "X-1", R"(help/menu_de.hlp:\d+: \+1: its text begins outside)");
     replace("help/options_en.hlp", "W33", "W333", R"(help/options_en.hlp:\d+: \+1: there is no window colour)");
+    const std::string texts = "tools/language/german/txt/screen_texts.ger", place = R"(.*screen_texts.ger:\d+: )";
+    replace(texts, "in der Schlacht\n", "in der Schlacht?\n", place + R"(\+222: ".*" is 7 pixels too wide)");
+    replace(texts, "+50\n", "+140\n", place + R"(\+140: there is no such text)");
+    replace(texts, "+63\n", "+62\n", place + R"(\+62: is given a second time)");
+    replace(texts, "LANG\n", std::string(90, 'x') + "\n", place + R"(\+72: has 90 characters)");
     replace("tools/language.ini", "1", "3", "tools/language.ini:1: names no language");
     replace("tools/vcc.buf", "+6", "+23", R"(tools/vcc.buf:\d+: buffer 23 is one that the program makes)");
     replace("tools/vcc.snd", "+199", "+198", R"(tools/vcc.snd:\d+: theme out of order)");
