@@ -50,5 +50,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "libavformat59, libavcodec59, libavutil57, libswresample4, libswscale6, libxinerama1")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "make, xvfb") # what vcckit new and vcckit play use
 set(CPACK_DEBIAN_COMPRESSION_TYPE zstd) # sounds hardly get smaller with anything slower
 include(CPack)

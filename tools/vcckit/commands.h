@@ -41,6 +41,16 @@ int run_schema();
 /// Renders a screen of an installation into a PNG file.
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output);
 
+struct PlayRequest {
+    std::string folder;   ///< of the installation
+    std::string pictures; ///< folder
+    std::string language; ///< code; empty: every one
+    bool films = false;   ///< the films of the start are shown
+};
+
+/// Visits every slot in the real program on a virtual display.
+int run_play(const PlayRequest& request);
+
 struct NewRequest {
     std::string name;   ///< folder to make
     std::string module; ///< hq, factory, battle or none

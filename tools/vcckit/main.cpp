@@ -46,6 +46,7 @@ struct Arguments {
     std::vector<std::string> converted;
     ConvertRequest conversion;
     NewRequest project;
+    PlayRequest play;
 };
 
 CLI::App& add_command(CLI::App& app, const char* name, const char* purpose, const std::string& lines) {
@@ -229,6 +230,23 @@ std::string suggestion(const CLI::App& app, std::span<const std::string> words) 
     return {};
 }
 
+CLI::App& add_play(CLI::App& app, Arguments& given) {
+    PlayRequest& request = given.play;
+    request.pictures = "played";
+    CLI::App& command = add_command(
+        app, "play", "Visits every slot in the real program on a virtual display, and keeps pictures",
+        "  vcckit play veldor                                both languages; pictures in the folder played\n"
+        "  vcckit play veldor --language de -o pictures");
+    command.add_option("DIR", request.folder, "folder of the installation")->required()->type_name("DIR");
+    command.add_option("-o,--output", request.pictures, "folder for the pictures; \"played\" without it")
+        ->type_name("DIR");
+    command.add_option("--language", request.language, "English or German; both without it")
+        ->type_name("CODE")
+        ->check(CLI::IsMember({"en", "de"}));
+    command.add_flag("--films", request.films, "show the films of the start, too");
+    return command;
+}
+
 /// What the completion of a shell asks: not in the help, for no person types it.
 bool is_completion(int argc, char** argv) {
     return argc > 1 && std::strcmp(argv[1], "__complete") == 0;
@@ -257,6 +275,7 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     const CLI::App& convert = add_convert(app, given);
     const CLI::App& explain = add_explain(app, given);
     const CLI::App& schema = add_schema(app);
+    const CLI::App& play = add_play(app, given);
     add_show(app, given);
     if (is_completion(argc, argv))
         return print_completions(app, {argv + 2, argv + argc});
@@ -289,5 +308,7 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     }
     if (convert.parsed())
         return run_convert(given.converted, given.conversion);
+    if (play.parsed())
+        return run_play(given.play);
     return run_show(given.shown);
 }

@@ -152,10 +152,10 @@ bool add_files(Project& project, const NewRequest& request, const std::string& t
     const auto* const module = std::ranges::find(modules, request.module, &ModuleRow::name);
     for (const TemplateFile& file : template_files()) {
         std::string name(file.path), bytes(file.bytes);
-        if (name == "module.cpp" || name == "veldor_module.h") {
+        if (name == "module.cpp.in" || name == "veldor_module.h") {
             if (module == std::end(modules))
                 continue;
-            name = "modules/" + (name == "module.cpp" ? request.module + ".cpp" : name);
+            name = "modules/" + (name == "module.cpp.in" ? request.module + ".cpp" : name);
         }
         if (!name.ends_with(".png") && !name.ends_with(".flac")) {
             fill_in(bytes, "@TITLE@", title);

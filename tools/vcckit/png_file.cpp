@@ -1,33 +1,50 @@
 #include "render.h"
+#include "rgb_picture.h"
 
 #include <png.h>
 
-#include <vector>
+#include <cstdlib>
 
 namespace vcc::kit {
 
-std::string png_bytes(BITMAP& picture) {
-    constexpr std::size_t channels = 3;
-    const auto width = static_cast<std::size_t>(picture.w), height = static_cast<std::size_t>(picture.h);
-    const int depth = bitmap_color_depth(&picture);
-    std::vector<png_byte> pixels;
-    pixels.reserve(width * height * channels);
-    for (int y = 0; y < picture.h; ++y) {
-        for (int x = 0; x < picture.w; ++x) {
-            const int pixel = getpixel(&picture, x, y);
+RgbPicture rgb_of(BITMAP& bitmap) {
+    RgbPicture picture{bitmap.w, bitmap.h, {}};
+    const int depth = bitmap_color_depth(&bitmap);
+    picture.rgb.reserve(static_cast<std::size_t>(bitmap.w) * static_cast<std::size_t>(bitmap.h) * 3);
+    for (int y = 0; y < bitmap.h; ++y) {
+        for (int x = 0; x < bitmap.w; ++x) {
+            const int pixel = getpixel(&bitmap, x, y);
             for (const int part : {getr_depth(depth, pixel), getg_depth(depth, pixel), getb_depth(depth, pixel)})
-                pixels.push_back(static_cast<png_byte>(part));
+                picture.rgb.push_back(static_cast<std::uint8_t>(part));
         }
     }
+    return picture;
+}
+
+double share_alike(const RgbPicture& one, const RgbPicture& other) {
+    constexpr int near = 10; // what 15 bits lose, widened in one way or another
+    if (one.width != other.width || one.height != other.height || one.rgb.empty())
+        return 0;
+    std::size_t alike = 0;
+    for (std::size_t at = 0; at + 2 < one.rgb.size(); at += 3)
+        alike += std::abs(one.rgb[at] - other.rgb[at]) <= near &&
+                         std::abs(one.rgb[at + 1] - other.rgb[at + 1]) <= near &&
+                         std::abs(one.rgb[at + 2] - other.rgb[at + 2]) <= near
+                     ? 1
+                     : 0;
+    return static_cast<double>(alike) * 3 / static_cast<double>(one.rgb.size());
+}
+
+std::string png_bytes(const RgbPicture& picture) {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(width);
-    image.height = static_cast<png_uint_32>(height);
+    image.width = static_cast<png_uint_32>(picture.width);
+    image.height = static_cast<png_uint_32>(picture.height);
     image.format = PNG_FORMAT_RGB;
     std::string bytes;
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     bytes.resize(size);
-    if (png_image_write_to_memory(&image, bytes.data(), &size, 0, pixels.data(), 0, nullptr) == 0)
+    if (png_image_write_to_memory(&image, bytes.data(), &size, 0, picture.rgb.data(), 0, nullptr) == 0)
         return {};
     bytes.resize(size);
     return bytes;

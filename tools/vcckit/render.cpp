@@ -10,6 +10,7 @@
 #include "core/files.h"
 #include "core/installation.h"
 #include "core/log.h"
+#include "core/text.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
 #include "display/mode_rules.h"
@@ -113,15 +114,20 @@ std::string load(const RenderRequest& request) {
                : "graphic buffer 0 is missing or small";
 }
 
+Point place_in(const Slot& slot) {
+    const Rect area = slot_rect(slot);
+    // A text may be empty, and then has no width; its first cell is as good.
+    return {std::clamp(area.x1 + std::min((area.x2 - area.x1) / 2, 40), 0, picture_width - 1),
+            std::clamp((area.y1 + area.y2) / 2, 0, picture_height - 1)};
+}
+
 Step at_slot(Step::Kind kind, const SlotSet& set, int index) {
     return {kind, [&set, index](int& x, int& y) {
                 if (!set.has_slot(index))
                     return;
-                const Slot& slot = set.slots[static_cast<std::size_t>(index)];
-                const Rect area = slot_rect(slot);
-                // A text may be empty, and then has no width; its first cell is as good.
-                x = std::clamp(area.x1 + std::min((area.x2 - area.x1) / 2, 40), 0, picture_width - 1);
-                y = std::clamp((area.y1 + area.y2) / 2, 0, picture_height - 1);
+                const Point place = place_in(set.slots[static_cast<std::size_t>(index)]);
+                x = place.x;
+                y = place.y;
             }};
 }
 
@@ -196,10 +202,20 @@ std::string fault_of(const RenderRequest& request) {
     return {};
 }
 
-} // namespace
+std::vector<SeenSlot> seen_slots(const SlotSet& set) {
+    std::vector<SeenSlot> seen;
+    for (const Slot& slot : set.slots) {
+        if (!is_selectable(slot) || is_hidden(slot))
+            continue;
+        const Point place = place_in(slot);
+        const std::string_view text = slot.graphic == 0 ? text_of(slot.text) : text_of(slot.name);
+        seen.push_back({static_cast<int>(&slot - set.slots.data()), place.x, place.y, slot.action, slot.help_number,
+                        std::string(text)});
+    }
+    return seen;
+}
 
-BitmapPtr render_screen(const RenderRequest& request, std::string& fault) {
-    const ProgramState state;
+BitmapPtr draw_screen(const RenderRequest& request, std::string& fault) {
     fault = load(request);
     if (fault.empty())
         fault = fault_of(request);
@@ -221,6 +237,21 @@ BitmapPtr render_screen(const RenderRequest& request, std::string& fault) {
     if (!picture)
         fault = "the screen ends by itself; vcckit check tells why";
     return picture;
+}
+
+} // namespace
+
+BitmapPtr render_screen(const RenderRequest& request, std::string& fault) {
+    const ProgramState state;
+    return draw_screen(request, fault);
+}
+
+std::optional<SeenScreen> see_screen(const RenderRequest& request, std::string& fault) {
+    const ProgramState state;
+    const BitmapPtr picture = draw_screen(request, fault);
+    if (!picture)
+        return std::nullopt;
+    return SeenScreen{rgb_of(*picture), seen_slots(request.screen == RenderedScreen::options ? options_set : menu_set)};
 }
 
 } // namespace vcc::kit

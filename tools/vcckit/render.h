@@ -1,10 +1,13 @@
 // The pictures that the program shows, drawn by the program itself, without a display.
 #pragma once
 
+#include "rgb_picture.h"
+
 #include "core/handles.h"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vcc::kit {
 
@@ -23,7 +26,24 @@ struct RenderRequest {
 /// library must run in the request's depth.
 BitmapPtr render_screen(const RenderRequest& request, std::string& fault);
 
-/// A picture as a PNG file of 8 bits per colour; empty when there is no memory for it.
-std::string png_bytes(BITMAP& picture);
+RgbPicture rgb_of(BITMAP& bitmap);
+
+/// A slot that a player can choose.
+struct SeenSlot {
+    int number = 0;
+    int x = 0, y = 0; ///< a place in it, pixels
+    int action = 0, help_number = 0;
+    std::string name; ///< its text, or its name in the source; Windows Latin-1
+};
+
+/// What a player has before them.
+struct SeenScreen {
+    RgbPicture picture;
+    std::vector<SeenSlot> slots;
+};
+
+/// The picture of a request, and the slots that can be chosen in it: those of the menu, or of the options screen with
+/// the values of the request's row. As render_screen().
+std::optional<SeenScreen> see_screen(const RenderRequest& request, std::string& fault);
 
 } // namespace vcc::kit

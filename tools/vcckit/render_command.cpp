@@ -24,7 +24,7 @@ int run_render(const std::string& folder, const RenderRequest& request, const st
         std::fprintf(stderr, "vcckit: %s\n", fault.c_str());
         return exit_unusable;
     }
-    const std::string bytes = png_bytes(*picture);
+    const std::string bytes = png_bytes(rgb_of(*picture));
     if (to_stdout) {
         if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() &&
             std::fflush(stdout) == 0)

@@ -1,0 +1,76 @@
+"""vcckit play: every slot of the built-in installation, and programs that do not do what they should."""
+
+import os
+import shutil
+import struct
+import subprocess
+
+import pytest
+
+from support.installation import PROJECT, SLOT_SIZE
+
+VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
+
+
+def play(installation, *options):
+    return subprocess.run([VCCKIT, "play", installation.folder, *options], capture_output=True, text=True, timeout=380)
+
+
+def selectable(installation, name):
+    """Numbers of the slots that a player can choose: not inert, not hidden, not passed over."""
+    data = installation.path(f"tools/language/german/g_{name}.slt").read_bytes()
+    for index in range((len(data) - 4) // SLOT_SIZE):
+        record = data[4 + SLOT_SIZE * index:][:SLOT_SIZE]
+        toggle, flags = struct.unpack_from("<i", record, 40)[0], record[191:194]
+        if toggle != -1 and flags[:1] != b"n" and flags[2:3] != b"x":
+            yield index
+
+
+def test_every_slot_of_the_built_in_installation_is_visited(installation, tmp_path):
+    before = {path: path.stat().st_mtime_ns for path in installation.folder.rglob("*")}
+    done = play(installation, "--language", "de", "-o", tmp_path / "pictures")
+    assert done.returncode == 0, done.stderr
+    assert {path: path.stat().st_mtime_ns for path in installation.folder.rglob("*")} == before
+    pictures = sorted(path.name for path in (tmp_path / "pictures").iterdir())
+    assert len(pictures) == len(done.stdout.splitlines()) - 1
+    for screen, name in (("menu", "vcc"), ("options", "vcc_options")):
+        for slot in selectable(installation, name):
+            # a value is shown with its option
+            assert any(f"-{screen}-{slot:02d}" in each or f"-value-{slot:02d}" in each for each in pictures), slot
+    for name in ("menu", "module-hq", "module-factory", "module-battle", "options"):
+        assert any(each[7:] == f"{name}.png" for each in pictures)
+    # eleven levels, as many themes, and two layouts of the keyboard
+    assert sum("-options-22-" in each and "-value-" in each for each in pictures) == 11
+    assert sum("-options-26-" in each and "-value-" in each for each in pictures) == 11
+    assert sum("-options-48-" in each and "-value-" in each for each in pictures) == 2
+
+
+FAULTS = [
+    # what is broken, the status, what is told
+    ("no program", 2, "has no program"),
+    ("no slots", 2, "the slot files cannot be loaded"),
+    ("a program that ends", 2, "the main menu does not come: the program has ended"),
+    ("a module that crashes", 1, "the main menu after the module hq does not come: the program has ended"),
+]
+
+
+def break_it(installation, what, tmp_path):
+    if what == "no program":
+        installation.remove("vcc")
+    elif what == "no slots":
+        installation.remove("tools/language/english/e_vcc.slt")
+    elif what == "a program that ends":
+        installation.remove("vcc")
+        shutil.copy("/bin/true", installation.path("vcc"))
+    else:
+        source = tmp_path / "crash.c"
+        source.write_text("#include <stdlib.h>\nint hq(int mode, int version) { abort(); }\n")
+        installation.remove("hq.so")
+        subprocess.run(["cc", "-shared", "-fPIC", source, "-o", installation.path("hq.so")], check=True)
+
+
+@pytest.mark.parametrize("what, status, told", FAULTS, ids=[case[0] for case in FAULTS])
+def test_what_does_not_work_is_told(installation, tmp_path, what, status, told):
+    break_it(installation, what, tmp_path)
+    done = play(installation, "--language", "en", "-o", tmp_path / "pictures")
+    assert done.returncode == status and told in done.stderr, done.stderr

@@ -1,0 +1,185 @@
+// Playing an installation: the real program on a virtual desktop, and a picture of everything that it shows.
+#include "commands.h"
+#include "file_set.h"
+#include "installation.h"
+#include "new_file.h"
+#include "visit.h"
+
+#include "core/installation.h"
+#include "core/log.h"
+#include "platform/files.h"
+
+#include <cctype>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+namespace vcc::kit {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void complain(const std::string& text) {
+    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
+}
+
+/// A copy to play with, since the program writes settings and logs; gone with the object.
+class PlayedCopy {
+public:
+    PlayedCopy() = default;
+    ~PlayedCopy() {
+        std::error_code ignored;
+        if (!folder_.empty())
+            fs::remove_all(folder_, ignored);
+    }
+    PlayedCopy(const PlayedCopy&) = delete;
+    PlayedCopy& operator=(const PlayedCopy&) = delete;
+
+    /// Empty, or why it could not be made.
+    std::string make(const fs::path& installation) {
+        std::error_code error;
+        const fs::path folder = fs::temp_directory_path(error) / ("vcckit-" + std::to_string(std::random_device{}()));
+        if (error || !fs::create_directory(folder, error))
+            return "cannot make the folder " + folder.string() + ": " + error.message();
+        folder_ = folder;
+        fs::permissions(folder_, fs::perms::owner_all, error);
+        fs::copy(installation, game(), fs::copy_options::recursive, error);
+        return error ? "cannot copy " + installation.string() + ": " + error.message() : "";
+    }
+    fs::path game() const { return folder_ / "game"; }
+    fs::path output() const { return folder_ / "output.txt"; }
+
+    void choose_language(std::size_t index) const {
+        std::ofstream(platform::resolve_path((game() / path::language_choice).string())) << index + 1 << '\n';
+    }
+
+private:
+    fs::path folder_;
+};
+
+bool is_picture_of_ours(const std::string& name) {
+    return name.size() > 7 && name[2] == '-' && std::isdigit(static_cast<unsigned char>(name[3])) != 0 &&
+           std::isdigit(static_cast<unsigned char>(name[5])) != 0 && name[6] == '-' && name.ends_with(".png");
+}
+
+/// Takes away what an earlier run has left in the folder.
+bool prepare_pictures(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (!fs::is_directory(folder, error)) {
+        complain("cannot make the folder " + folder.string());
+        return false;
+    }
+    for (const auto& entry : fs::directory_iterator(folder, error))
+        if (is_picture_of_ours(entry.path().filename().string()))
+            fs::remove(entry.path(), error);
+    return true;
+}
+
+/// The last lines of what the program printed.
+void tell_output(const fs::path& output) {
+    std::ifstream file(output);
+    for (std::string line; std::getline(file, line);)
+        complain("the program: " + line);
+}
+
+struct Journey {
+    std::size_t language;
+    VisitPlan plan;
+    bool films; ///< begins with them
+};
+
+/// The languages that are wanted; nothing with the reason in `fault`.
+std::optional<std::vector<Journey>> plan_journeys(const PlayRequest& request, const PlayedCopy& copy,
+                                                  std::string& fault) {
+    const platform::FolderVisit inside(copy.game().string());
+    const Library library; // one for all: the sound of a second one would not start
+    std::vector<Journey> journeys;
+    for (std::size_t language = 0; language < languages.size(); ++language) {
+        if (!request.language.empty() && request.language != languages[language].code)
+            continue;
+        auto plan = plan_visit(language, fault);
+        if (!plan)
+            return std::nullopt;
+        journeys.push_back({language, std::move(*plan), request.films && journeys.empty()});
+    }
+    return journeys;
+}
+
+/// One language; the exit status.
+int play(const Journey& journey, const PlayedCopy& copy, const fs::path& pictures) {
+    copy.choose_language(journey.language);
+    std::string fault;
+    const auto desktop = VirtualDesktop::open(fault);
+    if (!desktop) {
+        complain(fault);
+        return exit_unusable;
+    }
+    const std::vector<std::string> arguments =
+        journey.films ? std::vector<std::string>{} : std::vector<std::string>{"without", "films"};
+    if (!desktop->start(copy.game().string(), "./vcc", arguments, copy.output().string())) {
+        complain("the program does not start");
+        return exit_unusable;
+    }
+    int count = 0;
+    const auto keep = [&](const std::string& name, const std::string& text, const RgbPicture& picture) {
+        const std::string file =
+            format_text("%s-%03d-%s.png", std::string(languages[journey.language].code).c_str(), ++count, name.c_str());
+        const std::string path = (pictures / file).string();
+        if (picture.width == 0) // the program has ended
+            return;
+        if (fault.empty())
+            fault = write_whole_file(path, png_bytes(picture));
+        std::printf("%s  %s\n", path.c_str(), text.c_str());
+        std::fflush(stdout);
+    };
+    Visit visit(*desktop, journey.plan, keep);
+    visit.run(journey.films);
+    for (const std::string& each : visit.faults())
+        complain(each);
+    if (!fault.empty())
+        complain(fault);
+    if (!visit.reached_menu())
+        tell_output(copy.output());
+    return !visit.reached_menu() || !fault.empty() ? exit_unusable : visit.faults().empty() ? exit_clean : exit_faults;
+}
+
+} // namespace
+
+int run_play(const PlayRequest& request) {
+    const InterruptionGuard guard;
+    std::error_code error;
+    if (!fs::is_directory(request.folder, error)) {
+        complain(request.folder + " is no folder");
+        return exit_unusable;
+    }
+    if (!fs::exists(fs::path(request.folder) / "vcc", error)) {
+        complain(request.folder + " has no program: put a copy of vcc there");
+        return exit_unusable;
+    }
+    const fs::path pictures = fs::absolute(request.pictures, error);
+    PlayedCopy copy;
+    if (const std::string fault = copy.make(request.folder); !fault.empty()) {
+        complain(fault);
+        return exit_unusable;
+    }
+    if (!prepare_pictures(pictures))
+        return exit_unusable;
+    std::string fault;
+    const auto journeys = plan_journeys(request, copy, fault);
+    if (!journeys) {
+        complain(fault);
+        return exit_unusable;
+    }
+    int status = exit_clean;
+    for (const Journey& journey : *journeys)
+        if (!interrupted())
+            status = std::max(status, play(journey, copy, fs::relative(pictures, error)));
+    if (status == exit_clean && !interrupted())
+        std::printf("%s: every slot visited\n", request.folder.c_str());
+    return status;
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,25 @@
+// Pictures that need no graphics library.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vcc::kit {
+
+/// Red, green and blue of every pixel, line by line from the top.
+struct RgbPicture {
+    int width = 0, height = 0; ///< pixels; 0 without a picture
+    std::vector<std::uint8_t> rgb;
+
+    bool operator==(const RgbPicture&) const = default;
+};
+
+/// The share of pixels, 0 to 1, in which two pictures agree as far as 15 bits tell them apart; 0 when their sizes
+/// differ. Pure.
+double share_alike(const RgbPicture& one, const RgbPicture& other);
+
+/// The picture as a PNG file of 8 bits per colour; empty when there is no memory for it. Pure.
+std::string png_bytes(const RgbPicture& picture);
+
+} // namespace vcc::kit

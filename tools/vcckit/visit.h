@@ -1,0 +1,72 @@
+// A visit to every slot of an installation's screens, in the real program on a virtual desktop.
+#pragma once
+
+#include "render.h"
+#include "virtual_desktop.h"
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vcc::kit {
+
+/// The values that an option shows when it is pointed at or, for some, clicked, and what else comes with them.
+struct VisitedOption {
+    int button = 0;
+    bool by_click = false;
+    std::vector<SeenSlot> values;
+};
+
+/// Where the slots are, as the program's own readers and drawing tell it.
+struct VisitPlan {
+    SeenScreen menu, options;
+    std::vector<VisitedOption> rows;
+};
+
+/// The plan for an installation, the working folder, in a language; nothing with the reason in `fault`.
+std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault);
+
+class Visit {
+public:
+    /// Gets every stop: a word for its file, and what the picture shows.
+    using Keep = std::function<void(const std::string& name, const std::string& text, const RgbPicture& picture)>;
+
+    /// `desktop` runs the program.
+    Visit(VirtualDesktop& desktop, const VisitPlan& plan, Keep keep)
+        : desktop_(desktop), plan_(plan), keep_(std::move(keep)) {}
+
+    /// From the films or the menu until the program has left; ends early when a screen does not come.
+    void run(bool films);
+
+    /// The menu was seen.
+    bool reached_menu() const { return reached_menu_; }
+    const std::vector<std::string>& faults() const { return faults_; }
+
+private:
+    using Milliseconds = std::chrono::milliseconds;
+
+    void watch_films();
+    bool visit_menu();
+    bool visit_module(const SeenSlot& button);
+    bool visit_options(const SeenSlot& button);
+    void visit_slot(const std::string& screen, const SeenSlot& slot);
+    void visit_help(const std::string& screen, const SeenSlot& slot);
+    void visit_values(const VisitedOption& row);
+    void leave();
+
+    void stop(const std::string& name, const std::string& text);
+    void point_at(const SeenSlot& slot);
+    RgbPicture settled();
+    bool arrive(const RgbPicture& wanted, const std::string& what);
+    bool wait_until(const std::function<bool()>& condition, Milliseconds limit);
+    void fault(const std::string& text) { faults_.push_back(text); }
+
+    VirtualDesktop& desktop_;
+    const VisitPlan& plan_;
+    Keep keep_;
+    std::vector<std::string> faults_;
+    bool reached_menu_ = false;
+};
+
+} // namespace vcc::kit
