@@ -123,7 +123,7 @@ class Monkey:
         """The window, which gets the keyboard; None while there is none."""
         try:
             if window := self.robot.find_window():
-                self.corner = self.robot.corner_on_desktop(window)
+                self.corner = self.robot.spot(0, 0, window)
                 self.desktop.focus(window)
             return window
         except (BadWindow, BadDrawable, BadMatch, RuntimeError):  # it has just left, or is changing its window

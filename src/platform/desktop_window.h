@@ -35,7 +35,8 @@ private:
     Area windowed_; ///< the window's place when it last was not full screen
 };
 
-/// As long as it lives, the library resizes, maps and unmaps a window that nobody sees in place of the program's.
+/// As long as it lives, the library resizes, maps and unmaps windows that nobody sees in place of the program's and of
+/// the one in it that shows the picture.
 class WindowStandIn {
 public:
     WindowStandIn();
@@ -44,7 +45,7 @@ public:
     WindowStandIn& operator=(const WindowStandIn&) = delete;
 
 private:
-    Window real_, hidden_;
+    Window managed_, picture_, hidden_;
 };
 
 } // namespace vcc::platform

@@ -116,11 +116,11 @@ void DesktopWindow::configured(const XConfigureEvent& event) {
     const bool unmanaged_full = full_ && !managed_;
     if (event.window == _xwin.wm_window && !full_)
         windowed_ = {event.x, event.y, event.x + event.width, event.y + event.height};
-    else if (event.window != _xwin.window && event.window != _xwin.wm_window && unmanaged_full)
-        cover_desktop(); // the desktop itself
+    else if (event.window == XDefaultRootWindow(_xwin.display) && unmanaged_full)
+        cover_desktop(); // a monitor has come or gone
 }
 
-WindowStandIn::WindowStandIn() : real_(_xwin.wm_window) {
+WindowStandIn::WindowStandIn() : managed_(_xwin.wm_window), picture_(_xwin.window) {
     // A window below one that is not mapped can be mapped, and stays invisible.
     const auto make = [](Window parent) {
         XSetWindowAttributes attributes{};
@@ -130,11 +130,13 @@ WindowStandIn::WindowStandIn() : real_(_xwin.wm_window) {
     };
     hidden_ = make(XDefaultRootWindow(_xwin.display));
     _xwin.wm_window = make(hidden_);
+    _xwin.window = make(_xwin.wm_window);
 }
 
 WindowStandIn::~WindowStandIn() {
     XDestroyWindow(_xwin.display, hidden_);
-    _xwin.wm_window = real_;
+    _xwin.wm_window = managed_;
+    _xwin.window = picture_;
 }
 
 } // namespace vcc::platform

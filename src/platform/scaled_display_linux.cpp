@@ -7,7 +7,7 @@
 #include "platform/unshared_display.h"
 #include "platform/x_library.h"
 
-#include <optional>
+#include <atomic>
 
 namespace vcc::platform {
 
@@ -22,7 +22,8 @@ struct ScaledDisplay {
     DesktopWindow window;
     ShownScreen shown;
     ScaledEvents events;
-    bool out_of_memory = false, trouble_told = false;
+    std::atomic<bool> out_of_memory = false;
+    bool trouble_told = false;
     int turns = 0; ///< since the last screen was closed
 
     void note(bool laid_out) { out_of_memory = out_of_memory || !laid_out; }
@@ -75,6 +76,7 @@ BITMAP* open_screen(GFX_DRIVER& driver, Size size, Size virtual_size, int depth,
     }
     if (!bitmap) { // the library's own driver is next
         display->window.hide();
+        ShownScreen::give_back_window();
         return nullptr;
     }
     draw_in_memory_only();

@@ -21,6 +21,8 @@ public:
     /// The library has a new screen, and the window this size. Answers as lay_out().
     bool open(Size window);
     void close();
+    /// Leaves the picture's window as the library expects it.
+    static void give_back_window();
     bool is_open() const { return open_; }
 
     /// The window has got another size. False when there is no memory for a picture of that size: it is then shown at

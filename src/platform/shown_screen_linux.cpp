@@ -32,7 +32,10 @@ void ShownScreen::close() {
     image_.reset();
     changed_.clear();
     uncovered_.clear();
-    place_window({0, 0, picture()});
+}
+
+void ShownScreen::give_back_window() {
+    XMoveWindow(_xwin.display, _xwin.window, 0, 0);
     XSetWindowBackground(_xwin.display, _xwin.window, BlackPixel(_xwin.display, _xwin.screen));
 }
 

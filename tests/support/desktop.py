@@ -7,7 +7,7 @@ import time
 import numpy as np
 from Xlib import X, XK, display, protocol
 from Xlib.error import BadDrawable, BadWindow
-from Xlib.ext import xtest
+from Xlib.ext import damage, xtest
 
 SETTLE_S = 0.03
 
@@ -37,8 +37,10 @@ def stop(process, timeout_s=3):
 class Desktop:
     """`with Desktop((1024, 768), depth=24, window_manager=True) as desktop:`"""
 
-    def __init__(self, size=(1024, 768), depth=24, window_manager=False):
+    def __init__(self, size=(1024, 768), depth=24, window_manager=False, server=(), server_environment=None):
+        """`server` are more arguments of the X server, `server_environment` more of its environment."""
         self.depth = depth
+        self._server_arguments, self._server_environment = server, server_environment or {}
         self._screen = f"{size[0]}x{size[1]}x{depth}"
         self._window_manager_wanted = window_manager
         self._window_manager = self._display = None
@@ -46,14 +48,18 @@ class Desktop:
     def __enter__(self):
         reading, writing = os.pipe()
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._screen, "-nolisten", "tcp"],
-            pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._screen, "-nolisten", "tcp",
+             *self._server_arguments],
+            pass_fds=[writing], env=os.environ | self._server_environment, stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as number:
             answer = number.readline().strip()
         if not answer:
             raise RuntimeError("Xvfb does not start")
         self.name = f":{answer}"
+        # Extensions have other event numbers on other servers; the module keeps them all in one place.
+        protocol.display.Display.event_classes = dict(protocol.event.event_class)
         self._display = display.Display(self.name)
         self.root = self._display.screen().root
         if self._window_manager_wanted:
@@ -100,6 +106,29 @@ class Desktop:
     def find_window(self, title):
         return next((window for window, name in self.windows() if name and name.startswith(title)), None)
 
+    def atom(self, name):
+        return self._display.intern_atom(name)
+
+    def configure(self, window, **place):
+        """What dragging a window or its corner asks of the window manager: x, y, width, height."""
+        window.configure(**place)
+        self.send()
+
+    def resize_screen(self, width, height):
+        """As when a monitor goes away."""
+        self.run("xrandr", "--output", "screen", "--off", "--fb", f"{width}x{height}")
+
+    def set_monitors(self, *places):
+        """Splits the screen into monitors, each given as (width, height, x, y)."""
+        for number, (width, height, x, y) in enumerate(places):
+            self.run("xrandr", "--setmonitor", f"monitor{number}", f"{width}/200x{height}/200+{x}+{y}",
+                     "none" if number else "screen")
+
+    def run(self, *command):
+        """A program on this desktop."""
+        return subprocess.run(command, env=os.environ | {"DISPLAY": self.name}, check=True, capture_output=True,
+                              text=True).stdout
+
     def origin(self, window):
         place = self.root.translate_coords(window, 0, 0)
         return place.x, place.y
@@ -139,7 +168,40 @@ class Desktop:
         words = np.frombuffer(raw, "<u2").reshape(height, -1)[:, :width]
         return np.stack([words >> 11 << 3, (words >> 5 & 63) << 2, (words & 31) << 3], axis=-1).astype(np.uint8)
 
+    def count_drawings(self, window, seconds, act=lambda: None):
+        """How often something is drawn into a window and those inside it, after `act`."""
+        self._display.damage_query_version()
+        watch = window.damage_create(damage.DamageReportRawRectangles)
+
+        def drawn():
+            self.send()
+            events = [self._display.next_event() for _ in range(self._display.pending_events())]
+            return sum(event.type == self._display.extension_event.DamageNotify for event in events)
+
+        drawn()  # the watch begins with all of the window
+        act()
+        time.sleep(seconds)
+        drawings = drawn()
+        self._display.damage_destroy(watch)
+        return drawings
+
+    def cursor_is_hidden(self):
+        """Whether the X server's own pointer is transparent where it is."""
+        self._display.xfixes_query_version()
+        return not any(self._display.xfixes_get_cursor_image(self.root).cursor_image)
+
+    def keyboard_is_free(self):
+        """Whether no program has taken the keyboard for itself alone."""
+        answer = self.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
+        self._display.ungrab_keyboard(X.CurrentTime)
+        self.send()
+        return answer == X.GrabSuccess
+
     # events
+
+    def pointer(self):
+        place = self.root.query_pointer()
+        return place.root_x, place.root_y
 
     def queue(self, kind, detail=0, x=0, y=0):
         """An event that goes out with the next one that is sent."""

@@ -90,15 +90,31 @@ class Installation:
     def log_messages(self):
         return [text.strip("\n") for text in re.split(r"(?m)^CC:?  \[[^\]]*\]\n", self.read(LOG))[1:]]
 
-    # modules that record their calls
+    # modules of the tests' own
+
+    def _use_modules(self, source_name, *libraries):
+        library = self.path("test_module.so")
+        source = Path(__file__).with_name(source_name)
+        subprocess.run(["cc", "-shared", "-fPIC", "-o", library, f"-I{PROJECT / 'sdk'}", source, *libraries],
+                       check=True)
+        for module in ("hq", "factory", "battle"):
+            self.write(f"{module}.so", library.read_bytes())
 
     def use_recording_modules(self):
         """Puts modules in place that return at once (see recording_module.c)."""
-        library = self.path("recording.so")
-        source = Path(__file__).with_name("recording_module.c")
-        subprocess.run(["cc", "-shared", "-fPIC", "-o", library, f"-I{PROJECT / 'sdk'}", source], check=True)
-        for module in ("hq", "factory", "battle"):
-            self.write(f"{module}.so", library.read_bytes())
+        self._use_modules("recording_module.c")
+
+    def use_obedient_modules(self):
+        """Puts modules in place that do what order() says (see obedient_module.c)."""
+        self._use_modules("obedient_module.c", "-lalleg")
+
+    def order(self, text):
+        self.write("module_order.new", text)
+        self.path("module_order.new").rename(self.path("module_order.txt"))
+
+    def module_state(self):
+        """Of an obedient module: the pointer's x and y, buttons, screen's width, height and depth, orders obeyed."""
+        return tuple(map(int, self.read("module_state.txt").split()))
 
     def hold_modules(self, hold=True):
         """Modules entered from now on stay until hold_modules(False)."""

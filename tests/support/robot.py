@@ -1,6 +1,6 @@
 """A player of the control centre: starts the real program on a desktop of its own, points, clicks, types and looks.
 
-Coordinates are those of the program's picture of 800 x 600, in a window and in full screen.
+Coordinates are those of the program's picture of 800 x 600, in a window and in full screen, at any size.
 """
 
 import os
@@ -15,7 +15,7 @@ from PIL import Image
 from support.desktop import Desktop, stop, wait_until
 from support.installation import PROJECT, Installation
 
-TITLE = "Veldor CC"
+TITLE, FIRST_TITLE = "Veldor CC", "vcc"
 PICTURES = PROJECT / "out/e2e"
 NO_SOUND = """</usr/share/alsa/alsa.conf>
 pcm.!default { type null }
@@ -31,10 +31,15 @@ SLOWNESS = 10 if WRAPPER else 1
 
 
 class Robot:
-    def __init__(self, installation=None, size=(1024, 768), depth=24, window_manager=False, films=False):
+    def __init__(self, installation=None, size=(1024, 768), depth=24, window_manager=False, films=False, scale=0,
+                 server=(), server_environment=None):
+        """`scale` is the setting display_scale, None leaves the installation's own; `server` are more arguments of the
+        X server."""
         self.installation = installation or Installation()
-        self.desktop = Desktop(size, depth, window_manager)
-        self.films = films
+        self.desktop = Desktop(size, depth, window_manager, server, server_environment)
+        self.films, self.scale = films, scale
+        if scale is not None:
+            self.installation.set("VELDOR_GRAPHICS", "display_scale", scale)
         self._managed = window_manager
         self._program = self._window = None
         self._files_kept = installation is not None
@@ -97,27 +102,47 @@ class Robot:
         if not self.running():
             raise RuntimeError(f"the program ended with {self._program.poll()}: {self.errors()}")
         candidates = [window for window, _ in self.desktop.windows() if window.get_geometry().width >= 800]
-        return self.desktop.find_window(TITLE) or (candidates[-1] if candidates else None)
+        named = self.desktop.find_window(TITLE) or self.desktop.find_window(FIRST_TITLE)
+        if named or self.scale != 0:
+            return named  # the others are parts of the window manager's frame
+        return candidates[-1] if candidates else None
 
     def forget_window(self):
         """After a mode switch."""
         time.sleep(0.3)
         self._window = None
 
-    def _corner(self, window=None):
-        """Where the picture lies in the window: in full screen it is centred."""
-        geometry = (window or self.window()).get_geometry()
-        return (geometry.width - 800) // 2, (geometry.height - 600) // 2
+    def place(self, window=None):
+        """The picture's x, y, width and height in the window: in full screen it is centred. A picture that is scaled
+        fills a window of its own in it."""
+        window = window or self.window()
+        geometry = window.get_geometry()
+        inner = [child.get_geometry() for child in window.query_tree().children]
+        if inner and window.get_wm_name():
+            return inner[0].x, inner[0].y, inner[0].width, inner[0].height
+        return (geometry.width - 800) // 2, (geometry.height - 600) // 2, 800, 600
 
-    def corner_on_desktop(self, window=None):
-        return tuple(map(sum, zip(self.desktop.origin(window or self.window()), self._corner(window))))
+    def spot(self, x, y, window=None):
+        """Where on the desktop the middle of one of the picture's pixels is."""
+        window = window or self.window()
+        left, top, width, height = self.place(window)
+        origin = self.desktop.origin(window)
+        return (origin[0] + left + (2 * x + 1) * width // 1600, origin[1] + top + (2 * y + 1) * height // 1200)
 
     # looking
 
     def picture(self, area=(0, 0, 800, 600)):
         """The program's picture as the player sees it, [y, x] of red, green, blue, without the rest of the desktop."""
-        x, y = self._corner()
-        return self.desktop.picture(self.window(), (area[0] + x, area[1] + y, area[2], area[3]))
+        left, top, width, height = self.place()
+        if (width, height) == (800, 600):
+            return self.desktop.picture(self.window(), (area[0] + left, area[1] + top, area[2], area[3]))
+        columns = (2 * np.arange(area[0], area[0] + area[2]) + 1) * width // 1600
+        rows = (2 * np.arange(area[1], area[1] + area[3]) + 1) * height // 1200
+        return self.shown()[rows][:, columns]
+
+    def shown(self):
+        """The picture in the size in which it is shown."""
+        return self.desktop.picture(self.window(), self.place())
 
     def pixel(self, x, y):
         return tuple(int(value) for value in self.picture((x, y, 1, 1))[0, 0])
@@ -163,8 +188,7 @@ class Robot:
 
     def move(self, x, y):
         """Points there; wait POINTER_PLACED_S first when a key has just moved the focus."""
-        left, top = self.corner_on_desktop()
-        self.desktop.move(left + x, top + y)
+        self.desktop.move(*self.spot(x, y))
         self._let_it_look()
 
     def click(self, x, y, button=1):

@@ -1,0 +1,309 @@
+"""The picture at other sizes than its own: what is shown, where the pointer is, which size the window keeps."""
+
+import random
+import subprocess
+import time
+
+import numpy as np
+import pytest
+from Xlib import X
+from support.desktop import wait_until
+from support.installation import PROJECT
+from support.menu import middle
+from support.robot import POINTER_PLACED_S, SLOWNESS, Robot
+from support.scaling import fitted, scaled
+
+FULL_HD, ULTRA_HD = (1920, 1080), (3840, 2160)
+DEPTHS = [32, 24, 16, 15]  # by the setting bitmap_depth
+AWAY = 600, 100  # where the pointer covers nothing that changes
+PLACES = [(0, 0), (799, 599), (799, 0), (0, 599), (1, 1), (400, 300), (401, 299), (798, 2)]
+
+
+class Player:
+    """A robot with what these tests ask of the desktop."""
+
+    def __init__(self, robot):
+        self.robot, self.desktop, self.installation = robot, robot.desktop, robot.installation
+        geometry = self.desktop.root.get_geometry()
+        self.desktop_size = geometry.width, geometry.height
+
+    # the window
+
+    def size(self):
+        geometry = self.robot.window().get_geometry()
+        return geometry.width, geometry.height
+
+    def wait_for_size(self, size, own=(800, 600)):
+        wait_until(lambda: self.size() == size and self.robot.place() == fitted(*size, own=own),
+                   f"a window of {size} with the picture in it", 5 * SLOWNESS)
+
+    def resize(self, *size, own=(800, 600)):
+        self.desktop.configure(self.robot.window(), width=size[0], height=size[1])
+        self.wait_for_size(size, own)
+
+    def switch_mode(self, size=None):
+        """Alt+W, until the window has its new size: the desktop's unless one is given."""
+        self.robot.key("w", "Alt_L")
+        self.wait_for_size(size or self.desktop_size)
+        time.sleep(POINTER_PLACED_S)
+
+    def is_full_screen(self):
+        """For the window manager."""
+        states = self.robot.window().get_full_property(self.desktop.atom("_NET_WM_STATE"), X.AnyPropertyType)
+        return states is not None and self.desktop.atom("_NET_WM_STATE_FULLSCREEN") in states.value
+
+    # what it shows
+
+    def menu(self):
+        self.robot.move(*AWAY)
+        return self.robot.standing_picture()
+
+    def check_shown(self, own, tolerance=2):
+        """The window shows this picture, scaled, between black bars."""
+        own_size = own.shape[1], own.shape[0]
+        x, y, width, height = fitted(*self.size(), own=own_size)
+        assert self.robot.place() == (x, y, width, height)
+        window = self.desktop.picture(self.robot.window())
+        shown = window[y:y + height, x:x + width].astype(np.int16)
+        window[y:y + height, x:x + width] = 0
+        assert not window.any(), "the bars are not black"
+        whole_step = width % own_size[0] == 0 and width * own_size[1] == height * own_size[0]
+        worst = np.abs(shown - scaled(own, width, height)).max()
+        assert worst <= (0 if whole_step else tolerance) + 0.001, f"{width} x {height}"
+
+    # an obedient module
+
+    def enter_module(self):
+        self.installation.remove("module_state.txt")
+        self.robot.click(*middle("HQ"))
+        wait_until(self.installation.module_state, "the module", 5 * SLOWNESS)
+
+    def order(self, text):
+        """Tells the module; waits until it has obeyed."""
+        obeyed = self.installation.module_state()[-1]
+        self.installation.order(text)
+        wait_until(lambda: self.installation.module_state()[-1] > obeyed, f"the module to obey {text!r}", 5 * SLOWNESS)
+
+    def pointer(self):
+        return self.installation.module_state()[:2]
+
+
+@pytest.fixture
+def make_player(make_robot):
+    def make(start=True, **options):
+        player = Player(make_robot(**{"window_manager": True, "scale": 1} | options))
+        player.installation.use_obedient_modules()
+        player.installation.set("VELDOR_GRAPHICS", "screen_mode_range", 3)
+        if start:
+            player.robot.start()
+        return player
+    return make
+
+
+@pytest.fixture(scope="module")
+def own_menu():
+    """The menu as the library shows it, unscaled."""
+    with Robot(scale=0) as robot:
+        return Player(robot.start()).menu()
+
+
+# what is shown
+
+@pytest.mark.parametrize("size, layouts", [((1300, 1000), [(800, 600), (1240, 800), (500, 410)]),
+                                           (FULL_HD, [(800, 600), (1333, 1000)]), (ULTRA_HD, [(1600, 1200)])])
+def test_window_and_full_screen_show_the_menu(make_player, own_menu, size, layouts):
+    player = make_player(size=size, scale=None)  # as it is built in
+    assert player.size() == layouts[0]
+    for layout in layouts:
+        player.resize(*layout)
+        player.menu()
+        player.check_shown(own_menu)
+    player.switch_mode()
+    assert player.is_full_screen() and player.desktop.keyboard_is_free()
+    player.menu()
+    player.check_shown(own_menu)
+    for place in ((600, 400), (2, 2)):  # the picture, a bar
+        player.desktop.move(*place)
+        assert player.desktop.cursor_is_hidden()
+    assert player.installation.log_messages() == []
+
+
+def test_whole_steps(make_player, own_menu):
+    player = make_player(size=ULTRA_HD, scale=2)
+    player.robot.key("w", "Alt_L")
+    wait_until(lambda: player.robot.place() == fitted(*ULTRA_HD, whole_steps=True), "three times the size",
+               5 * SLOWNESS)
+    time.sleep(POINTER_PLACED_S)
+    player.menu()
+    assert np.array_equal(player.robot.shown(), own_menu.repeat(3, axis=0).repeat(3, axis=1))
+
+
+@pytest.mark.parametrize("desktop_depth", [24, 16])
+@pytest.mark.parametrize("setting", range(4), ids=lambda setting: f"{DEPTHS[setting]} bits")
+def test_colour_depths(make_player, desktop_depth, setting):
+    player = make_player(start=False, depth=desktop_depth)
+    player.installation.set("VELDOR_GRAPHICS", "bitmap_depth", setting)
+    player.robot.start()
+    own = player.menu()  # at its own size, as the library draws it
+    tolerance = 2 if desktop_depth == 24 else 7  # half a level of 8, and more
+    player.resize(960, 700)
+    player.menu()
+    player.check_shown(own, tolerance)
+    player.switch_mode()
+    player.menu()
+    player.check_shown(own, tolerance)
+
+
+def test_a_module_is_scaled_without_knowing(make_player):
+    player = make_player(size=FULL_HD)
+    player.enter_module()
+    for size in ((800, 600), (640, 480)):
+        player.order("mode 0 {} {} 32".format(*size))
+        player.resize(*size, own=size)
+        player.robot.standing_picture()
+        own = player.robot.shown()
+        player.resize(1301, 900, own=size)
+        player.robot.standing_picture()
+        player.check_shown(own)
+
+
+def test_nothing_is_drawn_while_the_menu_stands(make_player):
+    player = make_player(size=FULL_HD)
+    player.switch_mode()
+    player.menu()
+    window = player.robot.window()
+    assert player.desktop.count_drawings(window, 1.5) == 0
+    assert player.desktop.count_drawings(window, 0.3, lambda: player.robot.move(AWAY[0] + 50, AWAY[1])) > 0
+
+
+# the pointer
+
+def test_the_pointer_is_where_the_player_sees_it(make_player):
+    player = make_player(size=ULTRA_HD)
+    player.enter_module()
+    time.sleep(POINTER_PLACED_S)
+    dice = random.Random(1)
+    for layout in ((1600, 1200), (801, 640), (1301, 900), ULTRA_HD):
+        if layout == ULTRA_HD:
+            player.order("mode 1 800 600 32")
+            player.wait_for_size(layout)
+            time.sleep(POINTER_PLACED_S)
+        else:
+            player.resize(*layout)
+        for place in PLACES + [(dice.randrange(800), dice.randrange(600)) for _ in range(8)]:
+            player.desktop.move(*player.robot.spot(*place))
+            wait_until(lambda: player.pointer() == place, f"{place} in {layout}", 2 * SLOWNESS)
+        x, y, width, height = player.robot.place()
+        left, top = player.desktop.origin(player.robot.window())
+        for bar, place in (((left, top), (0, 0)), ((left + 2 * x + width - 1, top + 2 * y + height - 1), (799, 599))):
+            player.desktop.move(*bar)
+            wait_until(lambda: player.pointer() == place, f"{place} beside the picture in {layout}", 2 * SLOWNESS)
+        for place in ((200, 150), (799, 0)):  # the program places it
+            time.sleep(0.1)
+            player.order("place {} {}".format(*place))
+            wait_until(lambda: player.desktop.pointer() == player.robot.spot(*place), f"the pointer at {place}",
+                       3 * SLOWNESS)
+
+
+# the window's size
+
+def test_the_window_keeps_the_size_that_the_player_gave_it(make_player):
+    player = make_player(size=FULL_HD)
+    hints = player.robot.window().get_wm_normal_hints()
+    assert (hints.min_width, hints.min_height) == (400, 300)
+    size = 1100, 700
+    player.resize(*size)
+    player.switch_mode()
+    player.switch_mode(size)
+    player.enter_module()
+    for full, *own, depth in ((0, 800, 600, 32), (0, 640, 480, 16), (1, 640, 480, 32), (0, 800, 600, 32)):
+        player.order(f"mode {full} {own[0]} {own[1]} {depth}")
+        player.wait_for_size(player.desktop_size if full else size, own)
+    player.installation.order("leave 0")
+    player.robot.wait_for_menu()
+    assert player.size() == size
+
+
+def test_without_a_window_manager(make_player, own_menu):
+    player = make_player(size=(1300, 1000), window_manager=False)
+    player.resize(900, 700)
+    player.switch_mode()
+    player.desktop.resize_screen(1100, 800)  # a monitor goes away
+    player.wait_for_size((1100, 800))
+    player.menu()
+    player.check_shown(own_menu)
+    player.switch_mode((900, 700))
+
+
+def test_full_screen_fills_the_monitor_where_the_window_is(make_player):
+    player = make_player(start=False, size=(2400, 1000))
+    player.desktop.set_monitors((1400, 1000, 0, 0), (1000, 1000, 1400, 0))
+    player.robot.start()
+    for place, monitor in (((100, 100), (0, 1400)), ((1500, 100), (1400, 1000))):
+        player.desktop.configure(player.robot.window(), x=place[0], y=place[1])
+        player.switch_mode((monitor[1], 1000))
+        assert player.desktop.origin(player.robot.window()) == (monitor[0], 0)
+        player.switch_mode((800, 600))
+
+
+# what goes wrong
+
+def test_a_window_that_changes_its_size_in_a_film_and_is_closed(make_player):
+    player = make_player(start=False, size=FULL_HD, films=True)
+    player.robot.start(menu=False)
+    dice = random.Random(2)
+    for skip in (False, True):
+        for _ in range(60):
+            player.desktop.configure(player.robot.window(), width=dice.randrange(400, 1900),
+                                     height=dice.randrange(300, 1000))
+            time.sleep(0.02)
+        player.resize(1500, 900)
+        if not skip:
+            player.robot.key("space")
+            time.sleep(1)
+            player.robot.key("space")
+            player.robot.wait_for_menu()
+    player.desktop.configure(player.robot.window(), width=1800, height=1000)
+    player.desktop.close_window(player.robot.window())
+    assert player.robot.wait_for_end() == 0
+    assert player.installation.log_messages() == []
+
+
+@pytest.fixture
+def refusing_server(tmp_path):
+    """The environment of an X server that offers shared memory and cannot read it."""
+    library = tmp_path / "unshared.so"
+    subprocess.run(["cc", "-shared", "-fPIC", "-o", library, PROJECT / "tests/support/unshared.c"], check=True)
+    return {"LD_PRELOAD": str(library)}
+
+
+@pytest.mark.parametrize("options, reason", [
+    ({"server": ("-extension", "MIT-SHM")}, "the display server has no shared memory"),
+    ({"server_environment": "refusing"}, "the display server refuses shared memory"),
+    ({"depth": 30}, "the desktop's colours are not of 15, 16 or 24 bits"),
+    ({"depth": 8, "size": (800, 600)}, "the desktop's colours are not of 15, 16 or 24 bits"),
+], ids=["absent", "refused", "30 bits", "8 bits"])
+def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, refusing_server, options, reason):
+    if "server_environment" in options:
+        options = {"server_environment": refusing_server}
+    player = make_player(start=False, window_manager=False, **options)
+    player.robot.scale = 0  # its windows are the library's
+    readable = options.get("depth", 24) == 24
+    player.robot.start(menu=readable)
+    player.robot.window()
+    for _ in range(2):  # full screen and back
+        time.sleep(1)
+        player.robot.key("w", "Alt_L")
+        player.robot.forget_window()
+        player.robot.window()
+    if readable:
+        player.robot.wait_for_menu()
+    assert player.installation.log_messages() == [f"The picture keeps its size: {reason}"]
+    player.robot.key("x", "Alt_L")
+    assert player.robot.wait_for_end() == 0
+
+
+def test_an_unknown_scale_counts_as_none(make_player):
+    player = make_player(scale=3, size=(1300, 1000), window_manager=False)
+    assert player.robot.window().get_wm_normal_hints().max_width == 800
+    assert player.installation.log_messages() == []

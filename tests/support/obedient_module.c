@@ -1,0 +1,78 @@
+/* A game module that does what it is told, a file at a time: it reads module_order.txt, removes it, obeys, and writes
+ * module_state.txt anew: the pointer's place and buttons, the screen's size and depth, and how many orders it has
+ * obeyed. Orders: "mode FULL WIDTH HEIGHT DEPTH", "place X Y" (of the pointer), "leave MODE". */
+#include "veldor_module.h"
+
+#include <allegro.h>
+#include <stdio.h>
+#include <string.h>
+
+/* Bands in all colours with fine lines and single pixels in between. */
+static void draw_pattern(void) {
+    BITMAP* pattern = create_bitmap(SCREEN_W, SCREEN_H);
+    for (int y = 0; y < SCREEN_H; ++y)
+        for (int x = 0; x < SCREEN_W; ++x)
+            putpixel(pattern, x, y,
+                     y % 100 < 50  ? makecol(x * 255 / SCREEN_W, y * 255 / SCREEN_H, (x + y) & 255)
+                     : (x ^ y) & 1 ? makecol(255, 255, 255)
+                                   : makecol(x & 255, 0, y & 255));
+    blit(pattern, screen, 0, 0, 0, 0, SCREEN_W, SCREEN_H);
+    destroy_bitmap(pattern);
+    /* straight on the screen, where the library would ask the display server when it may */
+    rect(screen, 0, 0, SCREEN_W - 1, SCREEN_H - 1, makecol(255, 0, 0));
+    rectfill(screen, 100, 120, 180, 160, makecol(10, 200, 30));
+    hline(screen, 20, 300, 450, makecol(255, 255, 255));
+    vline(screen, 420, 30, 400, makecol(0, 255, 255));
+    for (int i = 0; i < 50; ++i)
+        putpixel(screen, 300 + i, 200 + i, makecol(255, 0, 255));
+}
+
+static uint8_t serve(uint8_t fullscreen) {
+    int obeyed = 0;
+    for (;;) {
+        char order[16] = "";
+        int a = 0, b = 0, c = 0, d = 0;
+        FILE* file = fopen("module_order.txt", "r");
+        if (file) {
+            if (fscanf(file, "%15s %d %d %d %d", order, &a, &b, &c, &d) < 1)
+                order[0] = 0;
+            fclose(file);
+            remove("module_order.txt");
+            ++obeyed;
+        }
+        if (strcmp(order, "leave") == 0)
+            return (uint8_t)a;
+        if (strcmp(order, "place") == 0)
+            position_mouse(a, b);
+        if (strcmp(order, "mode") == 0) {
+            set_color_depth(d);
+            if (set_gfx_mode(a ? GFX_AUTODETECT_FULLSCREEN : GFX_AUTODETECT_WINDOWED, b, c, 0, 0) != 0)
+                return fullscreen;
+            draw_pattern();
+        }
+        file = fopen("module_state.new", "w");
+        if (file) {
+            fprintf(file, "%d %d %d %d %d %d %d\n", mouse_x, mouse_y, mouse_b, SCREEN_W, SCREEN_H, get_color_depth(),
+                    obeyed);
+            fclose(file);
+            rename("module_state.new", "module_state.txt");
+        }
+        rest(5);
+    }
+}
+
+uint8_t hq(uint8_t fullscreen, int32_t version) {
+    (void)version;
+    return serve(fullscreen);
+}
+
+uint8_t factory(int32_t mode_range, uint8_t fullscreen, int32_t screen_mode_range, int32_t bitmap_depth,
+                int32_t version) {
+    (void)mode_range, (void)screen_mode_range, (void)bitmap_depth, (void)version;
+    return serve(fullscreen);
+}
+
+uint8_t battle(uint8_t fullscreen, int32_t version) {
+    (void)version;
+    return serve(fullscreen);
+}
