@@ -8,7 +8,6 @@ Odd frames of slow movement have no pose of their own: the compositor makes them
 import os
 import subprocess
 import sys
-import time
 from pathlib import Path
 
 sys.path[:0] = [str(Path(__file__).parent.parent), str(Path(__file__).parent)]
@@ -137,6 +136,9 @@ def main(folder, full=WIDTH):
     folder.mkdir(parents=True, exist_ok=True)
     for job in jobs():
         render(folder, job, full)
+    open_ = [job[0] for job in jobs() if not (folder / f"{job[0]}.png").exists()]
+    if open_:
+        sys.exit(f"layers.py: another one is at work on {', '.join(open_)}; if none runs, remove {folder}/*.lock")
 
 
 if __name__ == "__main__":

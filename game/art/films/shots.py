@@ -4,7 +4,7 @@ The ray tracer gets these numbers, the compositor projects with them.
 
 Metres and degrees as in the scenes (y up, left-handed); times are those of the cut list.
 """
-from dataclasses import dataclass, field
+from dataclasses import dataclass
 
 import numpy as np
 
