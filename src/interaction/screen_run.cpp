@@ -2,10 +2,13 @@
 
 #include "core/log.h"
 #include "display/graphics_mode.h"
+#include "interaction/choosable.h"
 #include "interaction/focus.h"
 #include "interaction/keys.h"
 #include "interaction/pointer_frame.h"
 #include "sound/music.h"
+
+#include <algorithm>
 
 namespace vcc {
 
@@ -38,8 +41,8 @@ Result leave(ScreenRun&) {
     return result_leave;
 }
 
-Result leave_unusable(ScreenRun&) {
-    write_log("A screen has no slot that can be selected");
+Result leave_unusable(ScreenRun& run) {
+    write_log(why_nothing_can_be_chosen(*run.set));
     return result_leave;
 }
 
@@ -88,6 +91,10 @@ int run_screen(BITMAP* target, SlotSet& set, const ScreenOwner& owner) {
     run.fields = draw_slot_set(target, set, run.edit_texts);
     if (owner.drawn)
         owner.drawn();
+    // Slots may take the focus where nobody sees them.
+    if (const std::string why = why_nothing_can_be_chosen(set);
+        !why.empty() && std::ranges::any_of(set.slots, is_selectable))
+        write_log(why);
     for (;;)
         if (const Result result = carry_out(run, interaction_step(run)))
             return *result;

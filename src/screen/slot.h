@@ -55,6 +55,7 @@ static_assert(offsetof(Slot, text) == 253 && offsetof(Slot, name) == 344);
 struct SlotSet {
     std::vector<Slot> slots;
     std::vector<Slot> toggles;
+    std::string file = {}; ///< slot file, for messages
 
     int slot_count() const { return static_cast<int>(slots.size()); }
     int toggle_count() const { return static_cast<int>(toggles.size()); }

@@ -57,6 +57,7 @@ Result<std::vector<Slot>> read_slot_file(std::string_view bytes) {
 
 int load_slots(const std::string& path, SlotSet& set) {
     set.slots.clear();
+    set.file = path;
     const auto bytes = read_file(path);
     if (!bytes) {
         report_unreadable(path, bytes.reason());

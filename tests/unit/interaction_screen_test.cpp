@@ -98,8 +98,23 @@ TEST_F(Screen, EnterActivatesTheSlotThatIsPointedAt) {
 TEST_F(Screen, NothingToSelectLeavesWithALogLine) {
     folder_.write("data/logfiles/x", "");
     set_.slots.resize(1);
+    set_.file = "menu.slt";
     EXPECT_EQ(run({}), 45);
-    EXPECT_NE(folder_.log().find("no slot that can be selected"), std::string::npos);
+    EXPECT_NE(folder_.log().find("menu.slt: nothing on it can be chosen: of its 1 slots 1 take no focus"),
+              std::string::npos);
+}
+
+TEST_F(Screen, SlotsThatNobodyCanSeeAreToldInTheLog) {
+    folder_.write("data/logfiles/x", "");
+    set_.file = "menu.slt";
+    set_.slots[1].draw_flags[0] = 'n';
+    test::set_fields(set_.slots[2], {{&Slot::dest_x, -900}, {&Slot::dest_y, 5}});
+    test::set_fields(set_.slots[3], {{&Slot::graphic, 77}, {&Slot::buffer, 123456}});
+    EXPECT_EQ(run({rest, press(27, KEY_ESC)}), 0);
+    EXPECT_NE(folder_.log().find("menu.slt: nothing on it can be chosen: of its 4 slots 1 take no focus, 1 are hidden, "
+                                 "1 lie outside the picture, 1 name a buffer without a picture"),
+              std::string::npos)
+        << folder_.log();
 }
 
 TEST_F(Screen, PointerOnAButtonIsReportedOnce) {

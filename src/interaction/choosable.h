@@ -1,0 +1,13 @@
+// Whether a player can choose anything on a screen.
+#pragma once
+
+#include "screen/slot.h"
+
+#include <string>
+
+namespace vcc {
+
+/// Why none of the set's slots can be chosen, with the set's file; empty when one can be.
+std::string why_nothing_can_be_chosen(const SlotSet& set);
+
+} // namespace vcc
