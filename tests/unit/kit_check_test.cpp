@@ -5,11 +5,14 @@
 #include "report.h"
 #include "screen_source.h"
 #include "slot_bytes.h"
+#include "source_check.h"
 
 #include "cc/actions.h"
 #include "core/files.h"
+#include "core/text.h"
 #include "support/wav_file.h"
 
+#include <algorithm>
 #include <regex>
 
 namespace vcc::kit {
@@ -186,6 +189,112 @@ TEST_F(Check, MissingAndCutFilesAreFound) {
     replace(de + "vcc.slt", "menu_de", "menu_den", de + "vcc.slt: has 1 bytes behind its last record");
     replace("tools/vcc.buf", "+8", "+25", R"(tools/vcc.buf:\d+: there is no graphic buffer 25)");
     expect_told();
+}
+
+/// What a source or an installation is told of: every cause once, with its code and its line.
+TEST_F(Check, MistakesOfASourceAreToldOnceAtTheirLine) {
+    const std::string slot = "[[slot]]\nindex = 3\ndest_x = 9\ndest_y = 9\n"; // four lines
+    const std::string box = slot + "box_width = 90\nbox_height = 20\nback_colour = 1\nfont = \"bold_14\"\n"; // eight
+    const std::string style = "[style.a]\nfore_colour = \"ambre_8\"\n[[slot]]\nindex = 1\nstyle = \"a\"\n"
+                              "repeat = { count = 12 }\n";
+    const std::tuple<std::string, std::string, std::string> mistakes[] = {
+        // ten mistakes of a first evening
+        {"menu", "name = \"vcc_option\"\n", "1:8 VK017 vcc_options"},
+        {"vcc", style, "2:15 VK004 amber_8"},
+        {"vcc", slot + "row = \"420\"", "5:7 VK005 420"},
+        {"vcc", slot + "fore_colour = 300", "5:15 VK102 "},
+        {"vcc", slot + "font = 11", "5:8 VK101 "},
+        {"vcc", slot + "txet = \"a\"", "5:1 VK003 text"},
+        {"vcc", slot + "style = \"buton\"\n[style.button]", "5:9 VK009 button"},
+        {"vcc", slot + "toggle = 0\naction = 77", "6:10 VK114 "},
+        {"vcc", slot + slot, "5:1 VK008 "},
+        {"vcc", slot + "text = \"a", "5:10 VK001 "},
+        // what passed in silence
+        {"vcc", slot + "box_width = 9\ntext = \"Leave\"", "6:8 VK116 "},
+        {"vcc", slot + "box_width = 90\nbox_height = 9\nback_colour = 1\ntext = \"Leave\"", "6:14 VK117 "},
+        {"vcc", box + "fore_colour = 1\ntext = \"Leave\"", "9:15 VK118 "},
+        {"vcc", box + "text = \"a\\n\"", "9:8 VK119 "},
+        {"vcc", slot + "text = \"Leave the game\"", "5:8 VK126 "},
+        // silenced, and not
+        {"vcc", slot + "font = 11 # vcckit: ignore VK101", ""},
+        {"vcc", "# vcckit: ignore VK101, VK103\n" + slot + "font = 11", ""},
+        {"vcc", slot + "# vcckit: ignore VK101\nrow = 1\nfont = 11", "7:8 VK101 "},
+        {"vcc", slot + "# vcckit: ignore VK10", "5:18 VK022 VK010"},
+    };
+    const Library library;
+    Installation installation;
+    Faults none;
+    read_settings(installation, none);
+    read_fonts(installation, none);
+    ASSERT_TRUE(installation.fonts);
+    for (const auto& [name, source, told] : mistakes) {
+        std::string found;
+        for (const Fault& fault : check_source(name + ".toml", source, {false, true, {}}).faults)
+            found += std::to_string(fault.line) + ":" + std::to_string(fault.column) + " " + code_text(fault.code) +
+                     " " + fault.nearest;
+        EXPECT_EQ(found, told) << source;
+    }
+}
+
+TEST_F(Check, WhatPassedInSilenceIsToldOnce) {
+    const auto change_text = [](const char* text, int fore, int height) {
+        return [=](Slot& slot) {
+            slot = {};
+            slot.toggle = -1;
+            slot.fore_colour = fore;
+            slot.back_colour = 1;
+            slot.dest_x = slot.dest_y = 30;
+            slot.box_width = 200;
+            slot.box_height = height;
+            store_text(slot.text, text);
+        };
+    };
+    change(menu, 18, "VK117 box_height: the text is ", change_text("Version", 15, 5));
+    change(menu, 19, "VK118 fore_colour: the text has the colour of its box", change_text("Hint", 1, 20));
+    change("mess.slt", 11, "VK119 text: has a line feed", change_text("Two\nlines", 15, 20));
+    for (const std::string& language : {en, de}) {
+        std::vector<Slot> records = read_slot_file(folder.read(language + menu)).value_or({});
+        for (const int preview : {8, 9, 10, 16, 11})
+            records.at(static_cast<std::size_t>(preview)) = {};
+        store_text(records.at(20).text, "The same words");
+        records.at(20).graphic = 0;
+        records.at(20).box_width = records.at(20).box_height = 0;
+        folder.write(language + menu, slot_file_bytes(records));
+    }
+    told_.push_back(en + menu + ", " + de + menu + ": slots 8 to 11, 16: VK201 the preview that the pointer brings up");
+    told_.push_back(de + menu + ": slot 20: VK126 text: \"The same words\" is the text of both languages");
+    replace("help/menu_en.hlp", "-_Help", "-_" + std::string(66, 'a'),
+            R"(help/menu_en.hlp:10: VK426 \+1: the text is 66)");
+    replace("help/menu_de.hlp", "-_Help", "-_F\xC3\xBCr", "help/menu_de.hlp:10: VK427 the file is UTF-8");
+    replace("help/options_en.hlp", "C15", "Z15", R"(help/options_en.hlp:4: VK428 \+1: "Z15" stands where)");
+    std::string fading(16000, '@');
+    for (std::size_t i = 0; i < fading.size(); ++i)
+        fading[i] = static_cast<char>(128 + (i % 2 == 0 ? 1 : -1) * static_cast<int>(60 * (16000 - i) / 16000));
+    folder.write("sounds/theme03.wav", test::WavFile().fmt(8, 1, 8000).data(fading));
+    told_.push_back(R"(tools/vcc.snd:\d+: VK336 sounds/theme03.wav fades out at its end)");
+    folder.write("tools/language/english/e_menu.slt", "");
+    told_.push_back("tools/language/english/e_menu.slt: VK302 nothing reads this file");
+    std::string alpha = folder.read("images/morv1.pcx");
+    alpha[65] = 4;
+    folder.write("images/morv1.pcx", alpha);
+    told_.push_back("images/morv1.pcx: VK304 has four planes: save it without alpha");
+    folder.write("images/morv2.pcx", "\x89PNG\r\n");
+    told_.push_back("images/morv2.pcx: VK304 is a PNG file under the name of a PCX");
+
+    const Library library;
+    const Faults faults = check_installation({});
+    for (const std::string& each : told_)
+        EXPECT_EQ(std::ranges::count_if(faults,
+                                        [&](const Fault& fault) {
+                                            return std::regex_search(text_of_fault(fault, false),
+                                                                     std::regex("^" + each));
+                                        }),
+                  1)
+            << each;
+    for (const Fault& fault : faults)
+        EXPECT_TRUE(std::ranges::any_of(told_, [&](const std::string& each) {
+            return std::regex_search(text_of_fault(fault, false), std::regex("^" + each));
+        })) << text_of_fault(fault, false);
 }
 
 TEST(Faults, AreToldToMachinesAsJson) {

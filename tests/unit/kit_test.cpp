@@ -4,6 +4,7 @@
 #include "screen_source.h"
 #include "unpack.h"
 
+#include "core/files.h"
 #include "core/text.h"
 
 #include <gtest/gtest.h>
@@ -127,6 +128,17 @@ TEST(Unpack, PackingGivesTheSameBytesWhateverTheRecordsHold) {
             EXPECT_EQ(slot_file_bytes(again.records[i].toggles), slot_file_bytes(screen.records[i].toggles));
             EXPECT_EQ(again.records[i].has_toggle_file, screen.records[i].has_toggle_file);
         }
+    }
+}
+
+TEST(Unpack, StylesRepeatsAndLooksAreFoundAgain) {
+    for (const auto& [name, most_lines] : {std::pair("vcc", 183), {"vcc_options", 450}, {"mess", 79}}) {
+        const auto source = read_file(std::string(VELDOR_SOURCE_DIR "/game/screens/") + name + ".toml");
+        ASSERT_TRUE(source);
+        const Screen screen = screen_of(*source);
+        const std::string written = write_screen_source(screen);
+        EXPECT_LE(std::ranges::count(written, '\n'), most_lines) << name;
+        EXPECT_TRUE(describes(written, screen)) << name;
     }
 }
 

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <set>
 
 #include <unistd.h>
@@ -148,6 +149,28 @@ bool read_records(const std::string& path, std::vector<Slot>& records) {
     return fault.empty();
 }
 
+/// The source of a screen that lies with its installation: in a folder "screens" within or beside it.
+std::optional<std::string> source_beside(const fs::path& slot_file, const std::string& name) {
+    const fs::path installation = fs::absolute(slot_file).parent_path() / "../../..";
+    for (const char* folder : {"screens", "../screens"}) {
+        const auto text = read_file((installation / folder / (name + ".toml")).lexically_normal().string());
+        if (text)
+            return *text;
+    }
+    return std::nullopt;
+}
+
+/// The fonts with which the source was packed: it may align texts.
+bool describes_with_fonts(const std::string& source, const Screen& screen, const fs::path& slot_file) {
+    const platform::FolderVisit visit((fs::absolute(slot_file).parent_path() / "../../..").lexically_normal().string());
+    const Library library;
+    Installation installation;
+    Faults not_told;
+    read_settings(installation, not_told);
+    read_fonts(installation, not_told);
+    return describes(source, screen, installation.fonts ? measure_of_loaded_fonts() : TextMeasure{});
+}
+
 /// Empty when a source cannot say it.
 std::string screen_name(const std::string& slot_file) {
     std::string name = fs::path(slot_file).stem().string();
@@ -188,8 +211,11 @@ int run_unpack(const std::vector<std::string>& files, const std::string& output)
         complain(difference + ": unpack each file by itself");
         return exit_unusable;
     }
-    const std::string source = write_screen_source(screen);
-    if (output.empty())
+    // With its own source beside it a screen keeps names and comments.
+    std::string source = source_beside(files.front(), screen.name).value_or("");
+    if (source.empty() || !describes_with_fonts(source, screen, files.front()))
+        source = write_screen_source(screen);
+    if (output.empty() || output == "-")
         return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;
     const std::string reason = write_whole_file(output, source);
     if (!reason.empty())

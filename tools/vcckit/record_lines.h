@@ -1,0 +1,42 @@
+// Records as the lines of a source.
+#pragma once
+
+#include "screen_source.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vcc::kit {
+
+/// One record in every language.
+using Versions = std::array<Slot, languages.size()>;
+
+Versions everywhere(const Slot& slot);
+bool same(const Versions& a, const Versions& b);
+
+/// "dest_x" and "40": a line of a table.
+struct Line {
+    std::string key, value;
+    bool operator==(const Line&) const = default;
+};
+using Lines = std::vector<Line>;
+
+/// What a number is called, or the number.
+std::string number_text(std::int32_t number, Meaning meaning);
+
+/// A text as a source writes it, or all its bytes when something stands behind its end.
+std::string field_text(std::string_view bytes);
+
+/// One value, or a table by language where the languages differ.
+std::string by_language(const std::array<std::string, languages.size()>& values);
+
+/// The lines for every field that differs from a base.
+Lines changes(const Versions& versions, const Versions& base);
+
+/// "{ key = value, key = value }"
+std::string inline_table(const Lines& lines);
+
+} // namespace vcc::kit
