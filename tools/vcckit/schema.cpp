@@ -101,6 +101,38 @@ std::string names_definition() {
     return text + "\n      }\n    }";
 }
 
+/// JSON without blanks that count, one entry in a line.
+std::string laid_out(const std::string& json) {
+    std::string out;
+    std::size_t depth = 0;
+    bool in_text = false;
+    const auto new_line = [&] { out += "\n" + std::string(2 * depth, ' '); };
+    for (std::size_t i = 0; i < json.size(); ++i) {
+        const char c = json[i];
+        if (c == '"' && (i == 0 || json[i - 1] != '\\'))
+            in_text = !in_text;
+        if (in_text || c == '"') {
+            out += c;
+        } else if (c == '{' || c == '[') {
+            out += c;
+            ++depth;
+            new_line();
+        } else if (c == '}' || c == ']') {
+            --depth;
+            new_line();
+            out += c;
+        } else if (c == ',') {
+            out += c;
+            new_line();
+        } else if (c == ':') {
+            out += ": ";
+        } else if (c != ' ' && c != '\n') {
+            out += c;
+        }
+    }
+    return out + "\n";
+}
+
 } // namespace
 
 std::string screen_schema() {
@@ -112,9 +144,8 @@ std::string screen_schema() {
         "{ \"anyOf\": [{ \"type\": \"string\" }, { \"type\": \"object\", \"additionalProperties\": false, "
         "\"required\": "
         "[\"raw\"], \"properties\": { \"raw\": { \"type\": \"string\", \"pattern\": \"^([0-9a-fA-F]{2})*$\" } } }] }"));
-    definitions.emplace_back(
-        "    \"index\": { \"anyOf\": [{ \"type\": \"integer\", \"minimum\": 0, \"maximum\": 199 }, " +
-        reference(definition_of(Meaning::number)) + "] }");
+    definitions.emplace_back("\"index\": { \"anyOf\": [{ \"type\": \"integer\", \"minimum\": 0, \"maximum\": 199 }, "
+                             "{ \"type\": \"string\" }] }");
     definitions.push_back(repeat_definition());
     definitions.push_back(names_definition());
     definitions.push_back(table_definition("look", ""));
@@ -139,7 +170,7 @@ std::string screen_schema() {
         "  \"definitions\": {\n";
     for (const std::string& definition : definitions)
         text += definition + (&definition == &definitions.back() ? "\n" : ",\n");
-    return text + "  }\n}\n";
+    return laid_out(text + "} }");
 }
 
 int run_schema() {
