@@ -24,6 +24,7 @@ STRETCHES = [
     ("feet", CUT["step_1"], CUT["step_2"] + 0.6, 3),
     ("feet", CUT["step_2"] + 0.6, CUT["walk"], 1),
     ("menu", CUT["walk"], CUT["fire"], 3),
+    ("menu", CUT["step_4"] + 0.35, CUT["step_6"], 1),
     ("menu", CUT["fire"], CUT["fire"] + 0.30, 2),
     ("menu", CUT["fire"] + 0.30, CUT["fire"] + 1.30, 4),
 ]
