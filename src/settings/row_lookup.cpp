@@ -30,13 +30,10 @@ bool names_row(const SettingRow& row, std::string_view key) {
 
 std::string default_column(const SettingRow& row) {
     std::string list;
-    for (const std::string_view text : row.texts)
-        list += (list.empty() ? "" : ", ") + std::string(text);
-    for (const int number : row.numbers)
-        list += (list.empty() ? "" : ", ") + std::to_string(number);
-    if (!list.empty())
-        return list;
-    return row.kind == SettingKind::number ? std::to_string(row.number) : std::string(row.text);
+    for (int copy = 0; copy < row.copies(); ++copy)
+        list += (copy == 0 ? "" : ", ") + (row.kind == SettingKind::number ? std::to_string(row.standard_number(copy))
+                                                                           : std::string(row.standard_text(copy)));
+    return list;
 }
 
 std::string values_column(const SettingRow& row) {

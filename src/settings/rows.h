@@ -68,6 +68,12 @@ struct SettingRow {
     std::span<const int> numbers = {};            ///< hard defaults of numbered keys
     std::span<const std::string_view> texts = {}; ///< the same of texts
 
+    constexpr int standard_number(int copy) const {
+        return numbers.empty() ? number : numbers[static_cast<std::size_t>(copy)];
+    }
+    constexpr std::string_view standard_text(int copy) const {
+        return texts.empty() ? text : texts[static_cast<std::size_t>(copy)];
+    }
     constexpr int copies() const { return static_cast<int>(std::max({numbers.size(), texts.size(), std::size_t{1}})); }
 
     constexpr bool has(KeyUse use) const { return (uses & static_cast<unsigned>(use)) != 0; }

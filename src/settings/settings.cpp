@@ -30,11 +30,6 @@ struct KeyName {
     std::string section, key;
 };
 
-template <typename Default>
-Default standard_of(Default single, std::span<const Default> numbered, int copy) {
-    return numbered.empty() ? single : numbered[static_cast<std::size_t>(copy)];
-}
-
 int in_range(const SettingRow& row, int value) {
     if (row.outside == Outside::kept || (value >= row.min && value <= row.max))
         return value;
@@ -48,7 +43,7 @@ bool stored_flag(const SettingRow& row, std::string_view suffix = {}) {
 
 std::string stored_text(const SettingRow& row, std::string_view suffix = {}, int copy = 0) {
     const KeyName name(row, suffix, copy);
-    const std::string standard(standard_of(row.text, row.texts, copy));
+    const std::string standard(row.standard_text(copy));
     return get_config_string(name.section.c_str(), name.key.c_str(), standard.c_str());
 }
 
@@ -142,7 +137,7 @@ std::string read_text(TextKey name, int copy) {
 
 int stored_number(const SettingRow& row, std::string_view suffix, int copy) {
     const KeyName name(row, suffix, copy);
-    return get_config_int(name.section.c_str(), name.key.c_str(), standard_of(row.number, row.numbers, copy));
+    return get_config_int(name.section.c_str(), name.key.c_str(), row.standard_number(copy));
 }
 
 void write_number(NumberKey name, int value) {

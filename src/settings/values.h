@@ -43,8 +43,7 @@ inline int stored_number(NumberKey name) {
 
 /// The hard default.
 constexpr int standard_number(NumberKey name, int copy = 0) {
-    const SettingRow& row = name.row();
-    return row.numbers.empty() ? row.number : row.numbers[static_cast<std::size_t>(copy)];
+    return name.row().standard_number(copy);
 }
 
 // They reach the disk with the next flush_settings().

@@ -37,22 +37,17 @@ std::string text_file(int number, std::string_view LanguageRow::*name) {
     return std::string("tools\\language\\").append(row.folder).append("\\txt\\").append(row.*name);
 }
 
-// Path of the message file that the language file leads to; empty when it leads nowhere.
-std::string choose_language() {
+/// The language that the language file names; the reason is a log line, or empty when the file names none.
+Result<int> chosen_language() {
     const auto file = read_file(path::language_choice);
-    if (!file) {
-        write_log("Error reading language.ini");
-        return {};
-    }
+    if (!file)
+        return Failure{"Error reading language.ini"};
     const std::optional<std::string_view> line = LineReader(*file).next(language_line_limit);
-    if (!line) {
-        write_log("Error reading language variables from language.ini");
-        return {};
-    }
+    if (!line)
+        return Failure{"Error reading language variables from language.ini"};
     if (!line->starts_with('1') && !line->starts_with('2'))
-        return {};
-    use_language(line->front() - '0');
-    return message_file(language);
+        return Failure{};
+    return line->front() - '0';
 }
 
 } // namespace
@@ -72,7 +67,12 @@ void use_language(int number) {
 
 void load_language() {
     use_prefixes(languages[0]);
-    load_messages(choose_language());
+    const Result<int> chosen = chosen_language();
+    if (chosen)
+        use_language(*chosen);
+    else if (!chosen.reason().empty())
+        write_log(chosen.reason());
+    load_messages(chosen ? message_file(language) : "");
     load_screen_texts(screen_text_file(language));
 }
 
