@@ -100,6 +100,51 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
     }
 }
 
+TEST(ScreenSource, TextsAreAlignedInTheirBoxes) {
+    const TextMeasure measure{true, [](int, std::string_view text) { return 8 * static_cast<int>(text.size()); },
+                              [](int) { return 14; },
+                              [](const Slot& slot) { return std::pair(slot.dest_x, slot.dest_y); }};
+    const ScreenSource read = read_screen_source(R"(
+[style.wide]
+dest_x = 100
+dest_y = 50
+box_width = 101
+text = "Word"
+[[slot]]
+index = 0
+style = "wide"
+align = "centre"
+[[slot]]
+index = 1
+style = "wide"
+align = "right"
+padding = [5, 3]
+[[slot]]
+index = 2
+style = "wide"
+align = "centre"
+box_height = 30
+back_colour = 3
+[[slot]]
+index = 3
+style = "wide"
+align = "centre"
+box_height = 30
+toggle = 0
+)",
+                                                 measure);
+    ASSERT_TRUE(read.faults.empty()) << text_of_fault(read.faults[0], false);
+    const std::vector<Slot>& slots = read.screen.records[0].slots;
+    const auto place = [&](std::size_t index) { return std::pair(slots.at(index).dest_x, slots[index].dest_y); };
+    EXPECT_EQ(place(0), std::pair(100 + 34, 50)) << "to the pixel between the edges";
+    EXPECT_EQ(place(1), std::pair(100 + 69 - 5, 50 + 3));
+    EXPECT_EQ(place(2), std::pair(100, 50)) << "the box of a label stays";
+    EXPECT_EQ(text_of(slots[2].text), "");
+    ASSERT_EQ(slots.size(), 5u) << "and its text is a record behind all others";
+    EXPECT_EQ(place(4), std::pair(100 + 34, 50 + 8));
+    EXPECT_EQ(text_of(slots[3].text), "    Word") << "blanks, where box and text are one record";
+}
+
 TEST(ScreenSource, CharactersBeyondAsciiStandInTextsAndComments) {
     const Screen screen = screen_of("\xEF\xBB\xBF# \u00a0\n[[slot]]\nindex = 0\n'help_file' = '\u00e4\\'\n"
                                     "text = \"\"\"\"\u00fc\u20ac\\\"\\\n  x\u00fc\"\"\"\"\n");

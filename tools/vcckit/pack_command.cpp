@@ -116,11 +116,14 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
     Faults faults;
     for (const SourceCheck& each : checked)
         faults.insert(faults.end(), each.faults.begin(), each.faults.end());
+    const InterruptionGuard guard; // what is written beside its place is taken away again
     FileSet files;
     std::vector<std::string> written;
     std::string reason;
     for (std::size_t i = 0; i < checked.size() && faults.empty() && reason.empty(); ++i)
         reason = stage(checked[i].screen, request.installation, files, written);
+    if (interrupted())
+        return exit_unusable;
     if (reason.empty() && faults.empty())
         reason = files.commit();
     if (!reason.empty()) {
