@@ -1,0 +1,100 @@
+"""docs/making.md as it stands: its commands are run, its pictures drawn again, its table of slots compared.
+
+VELDOR_KEEP_PICTURES=1 puts the pictures that are drawn in place of those of the document.
+"""
+
+import json
+import os
+import re
+import shutil
+import struct
+import subprocess
+from pathlib import Path
+
+import numpy as np
+import pytest
+from PIL import Image
+
+from support.installation import PROJECT, SLOT_SIZE, built_installation
+
+VCCKIT = Path(os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit"))
+DOCUMENT = PROJECT / "docs/making.md"
+# Pictures with parts of the built-in installation, which have a life of their own.
+BORROWED = {"07", "08", "09", "10"}
+
+
+def steps():
+    """(number, commands, picture) of every step."""
+    for step in re.split(r"(?m)^## (?=\d)", DOCUMENT.read_text())[1:]:
+        body = step.partition("\n## ")[0]
+        yield int(step.split(".")[0]), "\n".join(re.findall(r"(?s)```sh\n(.*?)```", body)), re.findall(
+            r"!\[[^]]+\]\(pictures/making-(\d\d)\.png\)", body)
+
+
+@pytest.fixture(scope="module")
+def made(tmp_path_factory):
+    """The folder in which all steps have been gone."""
+    folder = tmp_path_factory.mktemp("making")
+    script = "set -euo pipefail\n" + "".join(f"echo step {number} >&2\n{commands}" for number, commands, _ in steps())
+    tools = folder / "bin"
+    tools.mkdir()
+    (tools / "vcckit").symlink_to(VCCKIT)
+    # the tool builds on the installation under test
+    script = script.replace("vcckit new lantern", f"vcckit new lantern --base {built_installation()}")
+    done = subprocess.run(["bash", "-c", script], cwd=folder, text=True, capture_output=True, timeout=380,
+                          env=os.environ | {"PATH": f"{tools}:{os.environ['PATH']}"})
+    assert done.returncode == 0, done.stdout + done.stderr
+    assert "game: clean" in done.stdout and "game: every slot visited" in done.stdout
+    return folder / "lantern"
+
+
+def test_every_step_has_its_command_and_its_picture(made):
+    numbers = [number for number, *_ in steps()]
+    assert numbers == list(range(1, 11))
+    for number, commands, pictures in steps():
+        assert commands
+        assert pictures == [f"{number:02d}"]
+
+
+def test_the_pictures_are_those_of_the_document(made):
+    for _, _, pictures in steps():
+        for number in pictures:
+            drawn, kept = made / f"{number}.png", PROJECT / f"docs/pictures/making-{number}.png"
+            if os.environ.get("VELDOR_KEEP_PICTURES"):
+                keep(drawn, kept, number)
+            new, old = (np.asarray(Image.open(path).convert("RGB"), np.int16) for path in (drawn, kept))
+            assert new.shape == old.shape == (600, 800, 3)
+            alike = (np.abs(new - old).max(axis=2) <= 10).mean()
+            assert alike >= (0.2 if number in BORROWED else 0.995), f"step {number}: {alike:.1%} is as it was"
+
+
+def keep(drawn, kept, number):
+    """A picture of the built-in screens with fewer colours: photographs take room."""
+    if number in BORROWED:
+        Image.open(drawn).quantize(128).save(kept, optimize=True)
+    else:
+        shutil.copy(drawn, kept)
+
+
+def slots_of_the_table():
+    """{screen: numbers} as the document lists them."""
+    table, screen = {}, None
+    for name, numbers in re.findall(r"(?m)^\| (?:.*?\(`(\w+)`\))? ?\| ([\d, to]+) \|", DOCUMENT.read_text()):
+        screen = name or screen
+        for part in numbers.split(", "):
+            first, _, last = part.partition(" to ")
+            table.setdefault(screen, set()).update(range(int(first), int(last or first) + 1))
+    return table
+
+
+@pytest.mark.parametrize("screen", ["vcc", "vcc_options", "vcc_options_info", "mess"])
+def test_the_table_lists_the_slots_that_the_program_knows(installation, screen):
+    name = f"tools/language/english/e_{screen}.slt"
+    count = struct.unpack_from("<i", installation.path(name).read_bytes())[0]
+    installation.write(name, struct.pack("<i", count) + bytes(SLOT_SIZE * count))
+    done = subprocess.run([VCCKIT, "check", installation.folder, "--json"], capture_output=True, text=True)
+    missing = set()
+    for fault in json.loads(done.stdout)["faults"]:
+        if fault["file"] == name and fault["problem"].endswith("is missing"):
+            missing.update([fault["record"], *fault.get("more_records", [])])
+    assert missing == slots_of_the_table()[screen]
