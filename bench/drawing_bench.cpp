@@ -1,5 +1,5 @@
 // Drawing: the menu, the copy to the display, text.
-#include "cc/screens.h"
+#include "cc/sets.h"
 #include "core/layout.h"
 #include "core/text.h"
 #include "display/buffers.h"

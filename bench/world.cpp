@@ -1,17 +1,11 @@
 #include "world.h"
 
-#include "cc/screens.h"
+#include "cc/load.h"
 #include "core/installation.h"
-#include "core/layout.h"
 #include "display/buffers.h"
-#include "screen/buffer_list.h"
-#include "screen/draw.h"
-#include "screen/draw_slot.h"
-#include "screen/text_window.h"
 #include "settings/settings.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
-#include "text/language.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -59,29 +53,17 @@ const char* enter_world() {
     _rgb_r_shift_32 = 16; // as the display has it
     _rgb_g_shift_32 = 8;
     _rgb_b_shift_32 = 0;
-    layout_width = picture_width;
-    layout_height = picture_height;
-    stand_in.reset(create_bitmap(layout_width, layout_height));
+    stand_in.reset(create_bitmap(picture_width, picture_height));
     screen = stand_in.get();
     sound_on = music_on = 0;
     select_config_file();
-    load_language();
-    load_messages(message_file(1));
-    if (!load_fonts(path::fonts))
+    load_language_files();
+    if (!load_font_files())
         return "the fonts cannot be loaded";
-    configure_fonts();
-    select_font(0);
-    dot_spacing = 2;
-    show_slot_pictures = 1;
-    if (load_cc_slot_sets() == leave_code)
-        return "the screens cannot be loaded";
-    setup_cc_screens();
-    if (load_text_windows(text_window_prefix + path::text_windows) == 0)
-        return "the text windows cannot be loaded";
-    if (load_graphic_buffers(path::buffer_list) == 0 || !graphic_buffer(screen_buffer))
-        return "the graphic buffers cannot be loaded";
+    if (!load_installation({.failed = [](LoadFailure) {}, .before_pictures = {}}))
+        return "the screens, text windows or pictures cannot be loaded";
     prepare_background_copies();
-    blit(graphic_buffer(backdrop_buffer), graphic_buffer(text_copy_buffer), 0, 0, 0, 0, layout_width, layout_height);
+    blit(graphic_buffer(backdrop_buffer), graphic_buffer(text_copy_buffer), 0, 0, 0, 0, picture_width, picture_height);
     return nullptr;
 }
 

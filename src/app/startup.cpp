@@ -2,8 +2,8 @@
 
 #include "app/hq_address.h"
 #include "app/pass.h"
+#include "cc/load.h"
 #include "core/clock.h"
-#include "core/installation.h"
 #include "core/log.h"
 #include "display/backgrounds.h"
 #include "display/graphics_mode.h"
@@ -12,13 +12,11 @@
 #include "display/switching.h"
 #include "platform/files.h"
 #include "platform/process.h"
-#include "platform/truetype.h"
 #include "screen/draw.h"
 #include "settings/keyboard_layout.h"
 #include "settings/values.h"
 #include "sound/music.h"
 #include "text/fonts.h"
-#include "text/language.h"
 
 #include <allegro.h>
 
@@ -94,8 +92,7 @@ bool start_clock(Session&) {
 }
 
 bool read_language(Session&) {
-    load_language();
-    load_messages(message_file(1));
+    load_language_files();
     return true;
 }
 
@@ -108,11 +105,7 @@ bool install_input(Session&) {
 }
 
 bool start_fonts(Session&) {
-    if (!platform::init_truetype()) {
-        write_log(format_text("Error in module:%s while initializing fonts", module_prefix.c_str()));
-        return false;
-    }
-    return load_fonts(path::fonts);
+    return load_font_files();
 }
 
 /// The start-up, in order. A step that answers false ends the program.

@@ -1,17 +1,21 @@
 #include "cc/actions.h"
 
-#include "cc/options_records.h"
-#include "cc/options_screen.h"
-#include "cc/screens.h"
+#include "cc/load.h"
+#include "cc/manual.h"
+#include "cc/option_table.h"
+#include "cc/options_view.h"
+#include "cc/selection.h"
+#include "cc/sets.h"
+#include "cc/theme_player.h"
 #include "core/clock.h"
-#include "core/log.h"
 #include "core/text.h"
+#include "display/buffers.h"
 #include "display/graphics_mode.h"
+#include "display/mode_rules.h"
 #include "interaction/screen_run.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
 #include "settings/keyboard_layout.h"
-#include "settings/settings.h"
 #include "sound/music.h"
 #include "sound/sound.h"
 
@@ -21,89 +25,39 @@ namespace vcc {
 
 namespace {
 
-constexpr ActionRow actions[] = {
-    {1, ActionKind::end_screen, 45},
-    {2, ActionKind::end_screen, 2},
-    {3, ActionKind::end_screen, 3},
-    {4, ActionKind::end_screen, 4},
-    {5, ActionKind::end_screen, 1},
-    {6, ActionKind::accept, 0},
-    {7, ActionKind::step, 0},
-    {8, ActionKind::step, 0},
-    {9, ActionKind::step, 0},
-    {10, ActionKind::step, 0},
-    {11, ActionKind::step, 0},
-    {12, ActionKind::step, 0},
-    {13, ActionKind::step, 0},
-    {14, ActionKind::step, 0},
-    {15, ActionKind::step, 0},
-    {16, ActionKind::step, 0},
-    {17, ActionKind::take_name, 0},
-    {18, ActionKind::manual, 0},
-    {19, ActionKind::step, 0},
-    {20, ActionKind::choose, 0},
-    {21, ActionKind::choose, 0},
-    {22, ActionKind::choose, 0},
-    {23, ActionKind::choose, 0},
-    {24, ActionKind::choose, 0},
-    {25, ActionKind::choose, 0},
-    {26, ActionKind::choose, 0},
-    {27, ActionKind::choose, 0},
-    {28, ActionKind::choose, 0},
-    {29, ActionKind::choose, 0},
-    {30, ActionKind::end_screen, 0},
-    {31, ActionKind::select_module, hq_module},
-    {32, ActionKind::select_module, factory_module},
-    {33, ActionKind::select_module, battle_module},
-    {34, ActionKind::select_module, cc_module},
-    {37, ActionKind::choose, 0},
-    {38, ActionKind::loop_theme, 0},
-    {50, ActionKind::reset, 0},
-    {51, ActionKind::take_address, 0},
-    {998, ActionKind::end_screen, 0},
-};
+using Result = std::optional<ScreenResult>;
 
-const Slot& slot_at(const SlotSet& set, int index) {
-    return set.slots[static_cast<std::size_t>(index)];
-}
-int& theme_setting() {
-    return settings.theme[static_cast<std::size_t>(selected_module)];
-}
 int& loop_setting() {
-    return theme_loop[static_cast<std::size_t>(selected_module)];
+    return theme_loop[index_of(selected_module)];
 }
 const ModuleVolumes& volumes() {
-    return settings.volumes[static_cast<std::size_t>(selected_module)];
+    return settings.volumes[index_of(selected_module)];
 }
 
 /// The pressed look, and then the resting look again.
 void show_pressed_look(BITMAP* target, const Slot& button) {
-    draw_slot(target, options_set.toggles, button.activated);
+    draw_pressed_look(target, button);
     update_screen(target);
+    present_screen();
     wait_ms(pressed_look_ms(button));
-    draw_slot(target, options_set.slots, button.activated);
+    draw_released_look(target, button);
     update_screen(target);
-}
-
-void play_selected_theme() {
-    music_volume = volumes().music * volume_step;
-    play_theme(theme_setting());
 }
 
 /// What follows at once from a row's new value.
 void apply_value(const OptionRow& option) {
     switch (option.row) {
-    case row::effects:
+    case Row::effects:
         sfx_volume = volumes().effects * volume_step;
         break;
-    case row::music:
+    case Row::music:
         music_volume = volumes().music * volume_step;
         set_music_volume(music_volume);
         break;
-    case row::theme:
+    case Row::theme:
         play_selected_theme();
         break;
-    case row::keyboard:
+    case Row::keyboard:
         apply_keyboard_layout();
         break;
     default:
@@ -112,10 +66,10 @@ void apply_value(const OptionRow& option) {
 }
 
 void show_changed_row(BITMAP* target, const OptionRow& option, int direction) {
-    show_row_panel(target, option, direction);
-    if (option.group == 1)
+    show_option(target, option, direction);
+    if (option.group == Group::sound)
         restore_buttons(target);
-    if (option.row == row::depth && sound_on)
+    if (option.row == Row::depth && sound_on)
         sfx_allowed = 1;
     update_screen(target);
 }
@@ -126,9 +80,9 @@ bool depth_is_fixed() {
 
 bool may_step(const OptionRow& option, bool forward) {
     switch (option.row) {
-    case row::screen_mode:
+    case Row::screen_mode:
         return screen_mode_range == 3;
-    case row::depth:
+    case Row::depth:
         return !depth_is_fixed() && (!forward || screen_mode_range > 1);
     default:
         return needs_met(option.needs);
@@ -139,10 +93,10 @@ void step_value(BITMAP* target, const OptionRow& option, bool forward) {
     option_row = option.row;
     if (!option.shown_when_pointed_at)
         show_explanation(target, option.row);
-    if (option.row == row::theme)
+    if (option.row == Row::theme)
         loop_setting() = 0;
     option.set(stepped_value(option.get(), offered_values(option), option.stepping, forward));
-    if (option.row == row::theme)
+    if (option.row == Row::theme)
         show_loop_controls();
     apply_value(option);
     show_changed_row(target, option, forward ? 1 : -1);
@@ -151,7 +105,7 @@ void step_value(BITMAP* target, const OptionRow& option, bool forward) {
 void step_forward(BITMAP* target, const OptionRow& option, const Slot& button) {
     if (!may_step(option, true))
         return;
-    if (option.row == row::effects)
+    if (option.row == Row::effects)
         show_pressed_look(target, button);
     show_loop_button_only_for_themes(option);
     step_value(target, option, true);
@@ -167,22 +121,22 @@ void choose_value(BITMAP* target, const OptionRow& option, int value) {
     if (!needs_met(option.needs))
         return;
     show_loop_button_only_for_themes(option);
-    if (option.row == row::screen_mode && screen_mode_range != 3)
+    if (option.row == Row::screen_mode && screen_mode_range != 3)
         return;
     if (is_choice(option, value)) {
-        if (option.row == row::theme) {
+        if (option.row == Row::theme) {
             loop_setting() = 0;
             show_loop_label(selected_module, value + 1);
         }
         option.set(value);
-        if (option.row != row::music)
+        if (option.row != Row::music)
             apply_value(option);
-        else if (music_volume = value * volume_step; theme_setting() < number_of_themes)
+        else if (music_volume = value * volume_step; settings.theme[index_of(selected_module)] < number_of_themes)
             set_music_volume(music_volume);
     }
     show_changed_row(target, option, 1);
-    if (option.row == row::depth) {
-        show_explanation(target, row::depth);
+    if (option.row == Row::depth) {
+        show_explanation(target, Row::depth);
         update_screen(target);
     }
 }
@@ -194,111 +148,179 @@ void take_field(char (&setting)[N], int field) {
     store_text(setting, text);
 }
 
-void toggle_loop(BITMAP* target) {
-    if (!needs_met(Needs::music) || option_row != row::theme)
-        return;
-    loop_setting() = loop_setting() ? 0 : 1;
-    if (!loop_setting()) {
-        play_selected_theme();
-    } else {
-        if (theme_setting() != current_theme)
-            play_selected_theme();
-        theme_shown = current_theme;
-    }
-    show_loop_label(selected_module, theme_setting() + 1);
-    show_changed_row(target, *find_row(row::theme), 1);
+// What the codes do that belong to no option. The screen picture may be another one afterwards.
+
+template <ScreenResult Which>
+Result end_with(BITMAP*&) {
+    return Which;
 }
 
-void reset_options(BITMAP* target) {
+Result accept(BITMAP*&) {
+    take_field(settings.player_name, options_slot::player_name);
+    take_field(settings.ip_address, options_slot::ip_address);
+    save_settings();
+    return ScreenResult::menu;
+}
+
+Result take_name(BITMAP*&) {
+    hide_loop_button();
+    take_field(settings.player_name, options_slot::player_name);
+    return {};
+}
+
+Result take_address(BITMAP*&) {
+    hide_loop_button();
+    take_field(settings.ip_address, options_slot::ip_address);
+    return {};
+}
+
+Result show_manual(BITMAP*& target) {
+    open_manual(target);
+    return {};
+}
+
+template <Module Which>
+Result select(BITMAP*& target) {
+    hide_loop_button();
+    select_module(target, Which);
+    refresh_module_rows(target);
+    update_screen(target);
+    return {};
+}
+
+Result toggle_loop(BITMAP*& target) {
+    if (!needs_met(Needs::music) || option_row != Row::theme)
+        return {};
+    loop_setting() = loop_setting() ? 0 : 1;
+    play_selected_theme();
+    show_loop_label(selected_module, settings.theme[index_of(selected_module)] + 1);
+    show_changed_row(target, *find_row(Row::theme), 1);
+    return {};
+}
+
+/// Probes the machine again. When that takes another colour depth, the pictures follow it; false when they cannot.
+bool probe_display(BITMAP*& target) {
+    const EffectsHeld held;
+    show_mouse(nullptr);
+    setup_graphics_mode(probe_machine);
+    if (const int bits = get_color_depth(); bits != bitmap_color_depth(target)) {
+        depth_at_menu = depth_setting(bits).value_or(depth_at_menu);
+        release_graphic_buffers();
+        if (!reload_pictures(target))
+            return false;
+    }
+    show_mouse(screen);
+    return true;
+}
+
+Result reset(BITMAP*& target) {
     if (needs_met(Needs::music))
         hide_loop_button();
     reset_settings();
-    show_mouse(nullptr);
-    setup_graphics_mode(probe_machine);
-    show_mouse(screen);
+    if (!probe_display(target))
+        return ScreenResult::leave;
     if (sound_on) {
-        option_row = row::effects;
-        show_row_panel(target, *find_row(row::effects));
+        option_row = Row::effects;
+        show_explanation(target, option_row);
+        show_row_panel(target, *find_row(option_row));
         restore_buttons(target);
         sfx_volume = volumes().effects * volume_step;
-        if (music_on && theme_setting() < number_of_themes)
+        if (music_on && settings.theme[index_of(selected_module)] < number_of_themes)
             play_selected_theme();
     }
     draw_module_marker(target);
     update_screen(target);
+    return {};
 }
 
-bool redraws_after_press(const ActionRow& action) {
-    return action.kind == ActionKind::step || action.kind == ActionKind::take_name ||
-           action.kind == ActionKind::manual || action.kind == ActionKind::reset;
+struct ActionRow {
+    int code;
+    std::string_view name;
+    Result (*act)(BITMAP*& target);
+    bool releases = false; ///< on the options screen the button's resting look comes back first
+};
+
+constexpr ActionRow actions[] = {
+    {1, "leave", end_with<ScreenResult::leave>},
+    {2, "hq", end_with<ScreenResult::hq>},
+    {3, "factory", end_with<ScreenResult::factory>},
+    {4, "battle", end_with<ScreenResult::battle>},
+    {5, "options", end_with<ScreenResult::options>},
+    {6, "accept", accept},
+    {17, "take_player_name", take_name, true},
+    {18, "manual", show_manual, true},
+    {30, "cancel", end_with<ScreenResult::menu>},
+    {31, "select_hq", select<Module::hq>},
+    {32, "select_factory", select<Module::factory>},
+    {33, "select_battle", select<Module::battle>},
+    {34, "select_cc", select<Module::control_centre>},
+    {38, "theme_loop", toggle_loop},
+    {50, "reset", reset, true},
+    {51, "take_address", take_address},
+    {998, "back", end_with<ScreenResult::menu>},
+};
+
+constexpr std::string_view step_prefix = "step_", choose_prefix = "choose_";
+
+/// Every code and every name has one meaning, in both tables together.
+constexpr bool tables_agree() {
+    const auto codes_are = [](int code) {
+        return std::ranges::count(actions, code, &ActionRow::code) +
+               std::ranges::count(option_table, code, &OptionRow::step_code) +
+               std::ranges::count(option_table, code, &OptionRow::choose_code);
+    };
+    return std::ranges::all_of(actions,
+                               [&](const ActionRow& row) {
+                                   return codes_are(row.code) == 1 && !row.name.starts_with(step_prefix) &&
+                                          !row.name.starts_with(choose_prefix) &&
+                                          std::ranges::count(actions, row.name, &ActionRow::name) == 1;
+                               }) &&
+           std::ranges::all_of(option_table, [&](const OptionRow& row) {
+               return codes_are(row.step_code) == 1 && codes_are(row.choose_code) == 1 &&
+                      std::ranges::count(option_table, row.row, &OptionRow::row) == 1 &&
+                      std::ranges::count(option_table, row.button, &OptionRow::button) == 1 &&
+                      std::ranges::count(option_table, row.name, &OptionRow::name) == 1;
+           });
 }
+static_assert(tables_agree(), "a code, button or name of an action or option is taken twice");
 
 } // namespace
 
-std::span<const ActionRow> action_rows() {
-    return actions;
-}
-
-const ActionRow* find_action(int code) {
-    const auto found = std::ranges::find(actions, code, &ActionRow::code);
-    return found == std::end(actions) ? nullptr : found;
-}
-
-std::optional<int> carry_out_action(BITMAP* target, const SlotSet& running, int index) {
-    const Slot& slot = slot_at(running, index);
-    const ActionRow* action = find_action(slot.action);
-    if (!action)
-        return {};
-    if (cc_screen == 1 && redraws_after_press(*action))
-        draw_slot(target, running.slots, slot.activated);
-    switch (action->kind) {
-    case ActionKind::end_screen:
-        return action->argument;
-    case ActionKind::accept:
-        take_field(settings.player_name, options_slot::player_name);
-        take_field(settings.ip_address, options_slot::ip_address);
-        save_settings();
-        return 0;
-    case ActionKind::step:
-        step_forward(target, *row_of_step_code(action->code), slot);
-        break;
-    case ActionKind::choose:
-        if (options_set.has_slot(index + 1)) // the last record has no value after it
-            choose_value(target, *row_of_choose_code(action->code), option_slot(index + 1).action);
-        break;
-    case ActionKind::select_module:
-        hide_loop_button();
-        select_module(target, action->argument);
-        refresh_module_rows(target);
-        update_screen(target);
-        break;
-    case ActionKind::take_name:
-        hide_loop_button();
-        take_field(settings.player_name, options_slot::player_name);
-        break;
-    case ActionKind::take_address:
-        hide_loop_button();
-        take_field(settings.ip_address, options_slot::ip_address);
-        break;
-    case ActionKind::loop_theme:
-        toggle_loop(target);
-        break;
-    case ActionKind::reset:
-        reset_options(target);
-        break;
-    case ActionKind::manual:
-        open_manual(target);
-        break;
+std::vector<ActionName> action_names() {
+    std::vector<ActionName> names;
+    for (const ActionRow& action : actions)
+        names.push_back({action.code, std::string(action.name)});
+    for (const OptionRow& option : option_table) {
+        names.push_back({option.step_code, std::string(step_prefix).append(option.name)});
+        names.push_back({option.choose_code, std::string(choose_prefix).append(option.name)});
     }
+    std::ranges::sort(names, {}, &ActionName::code);
+    return names;
+}
+
+std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& running, int index) {
+    const Slot& slot = running.slots[static_cast<std::size_t>(index)];
+    const auto action = std::ranges::find(actions, slot.action, &ActionRow::code);
+    const OptionRow* stepped = row_of_step_code(slot.action);
+    const bool releases = stepped || (action != std::end(actions) && action->releases);
+    if (cc_screen == options_screen && releases && slot.activated != 0)
+        draw_slot(target, running.slots, slot.activated);
+    if (action != std::end(actions))
+        return action->act(target);
+    if (stepped)
+        step_forward(target, *stepped, slot);
+    else if (const OptionRow* chosen = row_of_choose_code(slot.action);
+             chosen && options_set.has_slot(index + 1)) // the last record has no value after it
+        choose_value(target, *chosen, option_slot(index + 1).action);
     return {};
 }
 
 void step_back(BITMAP* target, const SlotSet& running, int index) {
-    const Slot& button = slot_at(running, index);
+    const Slot& button = running.slots[static_cast<std::size_t>(index)];
     const OptionRow* option = row_of_step_code(button.action);
     if (!option)
         return;
-    const bool tested_after_the_press = option->row == row::depth;
+    const bool tested_after_the_press = option->row == Row::depth;
     if (!tested_after_the_press && !may_step(*option, false))
         return;
     show_pressed_look(target, button);

@@ -1,8 +1,6 @@
 #include "cc/connectors.h"
 
-#include "cc/options_records.h"
-#include "cc/options_screen.h"
-#include "cc/screens.h"
+#include "cc/sets.h"
 #include "screen/draw.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"
@@ -31,22 +29,22 @@ private:
 enum Junction { sound_in, value_in, display_out, battle_out };
 
 void module_column(Bands& bands, const ConnectorLayout& at) {
-    const bool lit = at.group == 1;
+    const bool lit = at.group == Group::sound;
     const int left = at.module_right + 1, right = at.module_right + 1 + spur;
     for (int y : at.selector_y)
         bands.across(left, right, y);
     bands.down(right, at.selector_y.front(), at.selector_y.back());
-    const int y = at.selector_y[static_cast<std::size_t>(at.module)];
+    const int y = at.selector_y[index_of(at.module)];
     bands.across(left, right, y, lit);
     bands.down(right, y, at.junction_y[sound_in], lit);
 }
 
 void sound_group_left(Bands& bands, const ConnectorLayout& at) {
-    const bool lit = at.group == 1;
+    const bool lit = at.group == Group::sound;
     const int x = at.sound_left - sound_stub, end = at.sound_left + 9;
-    bands.down(x, at.sound_y.front(), at.sound_y.back());
-    for (int y : at.sound_y)
-        bands.across(x, end, y);
+    bands.down(x, at.sound.front().y, at.sound.back().y);
+    for (const ButtonPlace& button : at.sound)
+        bands.across(x, end, button.y);
     if (lit) {
         bands.down(x, at.junction_y[sound_in], at.button_y, true);
         bands.across(x, end, at.button_y, true);
@@ -55,11 +53,11 @@ void sound_group_left(Bands& bands, const ConnectorLayout& at) {
 }
 
 void sound_group_right(Bands& bands, const ConnectorLayout& at) {
-    const bool lit = at.group == 1;
-    const int x = at.sound_right + spur, joint = at.junction_x[value_in], middle = at.sound_y[1];
-    for (int y : at.sound_y)
-        bands.across(at.sound_right, x, y);
-    bands.down(x, at.sound_y.front(), at.sound_y.back());
+    const bool lit = at.group == Group::sound;
+    const int x = at.sound_right + spur, joint = at.junction_x[value_in], middle = at.sound[1].y;
+    for (const ButtonPlace& button : at.sound)
+        bands.across(at.sound_right, x, button.y);
+    bands.down(x, at.sound.front().y, at.sound.back().y);
     if (lit) {
         bands.down(x, middle, at.button_y, true);
         bands.across(at.sound_right, x, at.button_y, true);
@@ -69,7 +67,7 @@ void sound_group_right(Bands& bands, const ConnectorLayout& at) {
 }
 
 void value_column(Bands& bands, const ConnectorLayout& at) {
-    const bool lit = at.group != 0;
+    const bool lit = at.group != Group::none;
     const int x = at.value_left - spur;
     bands.down(x, at.value_y.front(), at.value_y.back());
     for (int y : at.value_y)
@@ -82,44 +80,48 @@ void value_column(Bands& bands, const ConnectorLayout& at) {
 }
 
 void display_group(Bands& bands, const ConnectorLayout& at) {
-    const bool lit = at.group == 2;
+    const bool lit = at.group == Group::display;
     const int x = at.group_right + spur, joint = at.junction_x[value_in], height = at.junction_y[display_out];
-    bands.down(x, at.display_y.front(), at.display_y.back());
-    for (std::size_t i = 0; i < at.display_y.size(); ++i)
-        if (at.display_shown[i])
-            bands.across(at.group_right, x, at.display_y[i]);
+    bands.down(x, at.display.front().y, at.display.back().y);
+    for (const ButtonPlace& button : at.display)
+        if (button.shown)
+            bands.across(at.group_right, x, button.y);
     if (lit) {
         bands.across(at.group_right, x, at.button_y, true);
         bands.down(x, at.button_y, height, true);
         bands.down(joint, height - 1, at.junction_y[value_in], true);
     } else {
-        bands.down(x, at.display_y.front(), height);
+        bands.down(x, at.display.front().y, height);
     }
     bands.across(x, at.junction_x[display_out], height, lit);
     bands.across(at.junction_x[display_out], joint - 2, height, lit);
 }
 
 void battle_group(Bands& bands, const ConnectorLayout& at) {
-    const bool lit = at.group == 3;
+    const bool lit = at.group == Group::battle;
     const int x = at.group_right + spur, joint = at.junction_x[value_in], height = at.junction_y[battle_out];
-    bands.down(x, at.battle_y.front(), at.battle_y.back());
-    for (int y : at.battle_y)
-        bands.across(at.group_right, x, y);
-    const int button = lit ? at.button_y : at.battle_y.back();
-    bands.across(at.group_right, x, button, lit);
-    bands.down(x, button, height, lit);
+    bands.down(x, at.battle.front().y, at.battle.back().y);
+    for (const ButtonPlace& button : at.battle)
+        bands.across(at.group_right, x, button.y);
+    const int from = lit ? at.button_y : at.battle.back().y;
+    bands.across(at.group_right, x, from, lit);
+    bands.down(x, from, height, lit);
     bands.down(joint, height, at.junction_y[value_in], lit);
     bands.across(x, at.junction_x[battle_out], height, lit);
     bands.across(at.junction_x[battle_out], joint, height, lit);
 }
 
-constexpr std::array<int, 4> display_buttons{29, 31, 33, 48};
-constexpr std::array<int, 4> battle_buttons{36, 38, 40, 42};
-constexpr std::array<int, 3> sound_buttons{22, 24, 26};
-
 int button_height(int index) {
     const Slot& slot = option_slot(index);
     return row_y(slot.font, slot.row) + cell_height(slot.font) / 2;
+}
+
+std::vector<ButtonPlace> buttons_of(Group group) {
+    std::vector<ButtonPlace> places;
+    for (const OptionRow& option : option_rows())
+        if (option.group == group)
+            places.push_back({button_height(option.button), !is_hidden(option_slot(option.button))});
+    return places;
 }
 
 int window_x(int window, int column) {
@@ -130,15 +132,13 @@ ConnectorLayout layout_now() {
     ConnectorLayout at;
     for (std::size_t i = 0; i < 4; ++i) {
         at.selector_y[i] = button_height(options_slot::first_selector + static_cast<int>(i));
-        at.display_y[i] = button_height(display_buttons[i]);
-        at.display_shown[i] = !is_hidden(option_slot(display_buttons[i]));
-        at.battle_y[i] = button_height(battle_buttons[i]);
         const Slot& junction = option_slot(options_slot::first_junction + static_cast<int>(i));
         at.junction_x[i] = junction.dest_x;
         at.junction_y[i] = junction.dest_y + (junction.box_height - junction.src_y) / 2;
     }
-    for (std::size_t i = 0; i < 3; ++i)
-        at.sound_y[i] = button_height(sound_buttons[i]);
+    at.sound = buttons_of(Group::sound);
+    at.display = buttons_of(Group::display);
+    at.battle = buttons_of(Group::battle);
     for (std::size_t i = 0; i < at.value_y.size(); ++i)
         at.value_y[i] = button_height(value_button(static_cast<int>(i)));
     at.module_right = window_x(module_window, text_windows[module_window].right - 1);
@@ -175,7 +175,7 @@ std::vector<Band> connector_bands(const ConnectorLayout& layout) {
     display_group(bands, layout);
     battle_group(bands, layout);
     bands.across(layout.junction_x[value_in] - 1, layout.value_left - 19, layout.junction_y[value_in],
-                 layout.group != 0);
+                 layout.group != Group::none);
     return bands.take();
 }
 

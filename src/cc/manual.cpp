@@ -1,8 +1,6 @@
-// Opening the game's manual with the desktop's associated program.
-#include "cc/actions.h"
+#include "cc/manual.h"
 
-#include "cc/options_screen.h"
-#include "cc/screens.h"
+#include "cc/options_view.h"
 #include "core/alert.h"
 #include "core/clock.h"
 #include "core/installation.h"

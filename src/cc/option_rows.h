@@ -1,7 +1,8 @@
-// The options, one row each: what an option's button, setting, values, labels and action codes are. Stepping, choosing,
-// the value panel, the pointer's behaviour and the explanation box all read this table.
+// The options, one row each: what an option's button, setting, values, labels, explanation and action codes are.
+// Stepping, choosing, the value panel, the pointer's behaviour and the explanation box all read this table.
 #pragma once
 
+#include "cc/state.h"
 #include "core/installation.h"
 
 #include <array>
@@ -10,19 +11,9 @@
 
 namespace vcc {
 
-extern int selected_module; ///< module index whose sound rows are shown
-extern int option_row;      ///< row of the option that is shown
-extern int marked_value;    ///< value whose entry is marked in the value panel
-extern int info_row;        ///< row whose explanation the box shows; -1: none
-
-namespace row {
-inline constexpr int effects = 0, music = 1, theme = 2, screen_mode = 3, resolution = 4, depth = 5, animations = 6,
-                     sprite_speed = 7, message_delay = 8, message_detail = 9, keyboard = 11, loop_theme = 86;
-inline constexpr int last_sound_row = theme;
-} // namespace row
-
 inline constexpr int value_entry_limit = options_slot::value_count;
 inline constexpr int explanation_lines = info_slot::line_count;
+using Explanation = std::array<std::string_view, explanation_lines>;
 
 /// Slot of value entry i's button; the record after it holds the entry's value and marker.
 constexpr int value_button(int i) {
@@ -32,6 +23,8 @@ constexpr int value_record(int i) {
     return value_button(i) + 1;
 }
 
+/// Which connector lines lead to the option.
+enum class Group { none, sound, display, battle };
 enum class Needs { nothing, sound, music };
 enum class Stepping {
     wrap, ///< one up or down, from one end to the other
@@ -39,27 +32,34 @@ enum class Stepping {
 };
 
 struct OptionRow {
-    int row;
-    int button;      ///< slot of the option's button
-    int group;       ///< 1 sound, 2 display and keyboard, 3 battle: which connector lines lead to it
-    int step_code;   ///< action code of the button
-    int choose_code; ///< action code of the value buttons
-    Needs needs;     ///< what must be in use for the row to do anything
+    Row row;
+    std::string_view name; ///< of its actions: step_NAME and choose_NAME
+    int button;            ///< slot of the option's button
+    Group group;
+    int step_code;                ///< action code of the button
+    int choose_code;              ///< action code of the value buttons
+    Needs needs = Needs::nothing; ///< what must be in use for the row to do anything
     Stepping stepping;
     int offered; ///< values that can be reached here and are shown; 0: as many as there are themes
     std::span<const std::string_view> labels; ///< empty: the names of the themes
     int (*get)();
     void (*set)(int value);
-    bool shown_when_pointed_at; ///< pointing at the button shows the row
+    Explanation explanation;
+    bool shown_when_pointed_at = true; ///< pointing at the button shows the row
 };
 
 std::span<const OptionRow> option_rows();
 
 /// The row of a number, a button slot, a step code or a choose code; null when there is none.
-const OptionRow* find_row(int number);
+const OptionRow* find_row(Row row);
 const OptionRow* row_of_button(int slot);
 const OptionRow* row_of_step_code(int code);
 const OptionRow* row_of_choose_code(int code);
+
+/// The rows of a module's sound, which the module selector belongs to.
+constexpr bool is_sound_row(Row row) {
+    return row <= Row::theme;
+}
 
 /// Values that a row offers now, 0 to 11.
 int offered_values(const OptionRow& option);
@@ -70,11 +70,11 @@ std::string_view value_label(const OptionRow& option, int value);
 /// What one step makes of a value: forward or back among `offered` values. Pure.
 int stepped_value(int value, int offered, Stepping stepping, bool forward);
 
+/// Where a depth setting ends that the display may lack: from every depth that is not offered, in order, it moves to
+/// the neighbour in `direction` (+1, -1) if that is offered, else it stays. `offered` are the depth flags. Pure.
+int settled_depth(int depth, int direction, const std::array<int, 3>& offered);
+
 /// Whether sound and music are in use as the row needs them.
 bool needs_met(Needs needs);
-
-/// The twelve lines of a row's explanation (also of row::loop_theme); empty for any other number.
-std::span<const std::string_view, explanation_lines> explanation_of(int row);
-bool has_explanation(int row);
 
 } // namespace vcc

@@ -12,12 +12,6 @@ namespace {
 
 constexpr int insert_colour_step = 16;
 
-void draw_line(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_colour) {
-    if (shadow_colour >= 0)
-        draw_text(target, x + 1, y + 1, text, shadow_colour, false);
-    draw_text(target, x, y, text, colour, false);
-}
-
 } // namespace
 
 FieldLook field_look(const Slot& slot, const Slot& look) {
@@ -28,7 +22,9 @@ FieldLook field_look(const Slot& slot, const Slot& look) {
 void draw_field(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text) {
     if (look.editable)
         fill_text_box(target, field.x, field.y, column_x(current_font, field.size), look.box_colour);
-    draw_line(target, field.x, field.y, text, look.text_colour, look.shadow_colour);
+    if (look.shadow_colour >= 0)
+        draw_text(target, field.x + 1, field.y + 1, text, look.shadow_colour, false);
+    draw_text(target, field.x, field.y, text, look.text_colour, false);
 }
 
 void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text, int cursor,
@@ -39,7 +35,7 @@ void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look,
     if (look.editable)
         fill_text_box(target, x, field.y, text_width(current_font, character),
                       look.text_colour + insert_colour_step * mode);
-    draw_line(target, x, field.y, character, look.box_colour, look.shadow_colour);
+    draw_text(target, x, field.y, character, look.box_colour, false); // its shadow would lie right under it
 }
 
 } // namespace vcc

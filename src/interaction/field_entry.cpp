@@ -15,7 +15,6 @@ namespace vcc {
 
 namespace {
 
-constexpr int field_limit = sizeof(Slot::text) - 1; ///< characters of the longest field: the slot keeps the text
 constexpr int numeric_field = 1;
 constexpr int status_font = 4;
 

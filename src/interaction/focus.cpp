@@ -2,6 +2,8 @@
 
 #include "core/layout.h"
 #include "core/text.h"
+#include "screen/draw.h"
+#include "screen/limits.h"
 #include "text/fonts.h"
 
 #include <allegro.h>
@@ -17,19 +19,9 @@ int pointer_by_keyboard = 0;
 
 namespace {
 
-/// Coordinates of records come from files: sums are made in 64 bits and kept far from the ends of int.
-int pixel(std::int64_t value) {
-    constexpr std::int64_t far = 1 << 20;
-    return static_cast<int>(std::clamp(value, -far, far));
-}
-
 int characters(const Slot& slot) {
     const int length = static_cast<int>(text_of(slot.text).size());
     return slot.input_mode != 0 ? std::max(length, slot.size) : length;
-}
-
-bool placed_in_pixels(const Slot& slot) {
-    return slot.dest_x != 0 && slot.dest_y != 0;
 }
 
 Slot& slot_at(std::vector<Slot>& slots, int index) {
@@ -48,11 +40,13 @@ Rect slot_rect(const Slot& slot) {
     if (slot.graphic != 0) {
         const std::int64_t width = std::int64_t{slot.box_width} - slot.src_x;
         const std::int64_t height = std::int64_t{slot.box_height} - slot.src_y;
-        return {pixel(slot.dest_x), pixel(slot.dest_y), pixel(slot.dest_x + width), pixel(slot.dest_y + height)};
+        return {as_coordinate(slot.dest_x), as_coordinate(slot.dest_y), as_coordinate(slot.dest_x + width),
+                as_coordinate(slot.dest_y + height)};
     }
     const Point corner = slot_position(slot);
-    return {pixel(corner.x), pixel(corner.y), pixel(std::int64_t{corner.x} + column_x(slot.font, characters(slot))),
-            pixel(std::int64_t{corner.y} + cell_height(slot.font))};
+    return {as_coordinate(corner.x), as_coordinate(corner.y),
+            as_coordinate(std::int64_t{corner.x} + column_x(slot.font, characters(slot))),
+            as_coordinate(std::int64_t{corner.y} + cell_height(slot.font))};
 }
 
 bool is_selectable(const Slot& slot) {
@@ -61,6 +55,8 @@ bool is_selectable(const Slot& slot) {
 
 int slot_under_pointer(int start, std::span<const Slot> slots, bool single) {
     const int count = static_cast<int>(slots.size());
+    if (count == 0 && !single)
+        return start;
     const int x = mouse_x, y = mouse_y;
     const auto hit = [&](int index) {
         const Slot& slot = slots[static_cast<std::size_t>(index)];
@@ -87,7 +83,7 @@ int pick_focus(SlotSet& set, int index, int direction, bool single) {
         }
         index = next_index(index, direction, set.slot_count());
     }
-    return -1;
+    return set.slot_count() == 0 ? index : -1;
 }
 
 Point pointer_place(const Slot& slot, int focus_x, int focus_y) {
@@ -105,13 +101,13 @@ Point pointer_place(const Slot& slot, int focus_x, int focus_y) {
     }
     // The pointer's picture hangs right of and below its hot spot; it stays on the screen.
     constexpr int picture = 20;
-    return {pixel(std::min<std::int64_t>(x, layout_width - focus_x - picture)),
-            pixel(std::min<std::int64_t>(y, layout_height - focus_y - picture))};
+    return {as_coordinate(std::min<std::int64_t>(x, layout_width - focus_x - picture)),
+            as_coordinate(std::min<std::int64_t>(y, layout_height - focus_y - picture))};
 }
 
 void place_pointer(const Slot& slot) {
     const Point place = pointer_place(slot, mouse_x_focus, mouse_y_focus);
-    position_mouse(place.x, place.y);
+    put_pointer(place.x, place.y);
 }
 
 } // namespace vcc

@@ -17,11 +17,13 @@ Rect slot_rect(const Slot& slot);
 /// True when the keyboard's focus may rest on the slot.
 bool is_selectable(const Slot& slot);
 
-/// First slot from 0 on under the pointer, or -1; with `single` only the slot at `start` is tested.
+/// First slot from 0 on under the pointer, or -1; with `single` only the slot at `start` is tested. Without any slot
+/// the answer is `start`.
 int slot_under_pointer(int start, std::span<const Slot> slots, bool single);
 
 /// The slot that becomes current from `index` in `direction` (+1, -1), the pointer's slot first; -1 when no slot is
-/// selectable. An entry field's text is copied to its toggle record; the slot's font is current afterwards.
+/// selectable, `index` when there is none at all. An entry field's text is copied to its toggle record; the slot's font
+/// is current afterwards.
 int pick_focus(SlotSet& set, int index, int direction, bool single);
 
 /// Where the pointer goes when the keyboard moves to a slot; font metrics are those of the current font. Pure but for

@@ -6,14 +6,12 @@
 #include "core/log.h"
 #include "core/text.h"
 #include "display/buffers.h"
-#include "display/graphics_mode.h"
 #include "interaction/keys.h"
 #include "interaction/screen_run.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"
-#include "sound/music.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
 
@@ -27,7 +25,6 @@ namespace {
 
 constexpr std::string_view no_file_text = "Error:N O   H E L P   A V A I L A B L E!";
 constexpr std::string_view no_entry_text = "N O   H E L P   A V A I L A B L E!";
-constexpr int both_modes = 3;
 constexpr int slots_of_one_page = message_slot::last_line + 1; ///< buttons may be missing
 
 /// The page while it is open. What it changes outside the message set it gives back when it dies.
@@ -227,13 +224,6 @@ std::optional<int> HelpPage::handle(int code) {
     case key::ctrl_f4:
         save_picture();
         return {};
-    case key::f12:
-        toggle_music();
-        return {};
-    case key::alt_w:
-        if (mode_range == both_modes)
-            switch_display_mode(1);
-        return {};
     case step_activated:
         return press(run_.current);
     case step_no_slot: // a message set without a button: keys close the page
@@ -246,6 +236,7 @@ std::optional<int> HelpPage::handle(int code) {
     case key::alt_x:
         return code;
     default:
+        carry_out_common_command(code);
         return {};
     }
 }

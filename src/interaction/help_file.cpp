@@ -18,6 +18,7 @@ int help_line_length = help_line_standard;
 namespace {
 
 constexpr int page_limit = 9;
+constexpr int look_headers = 7; ///< font, text colour, window colour, shadow, sound, column, row
 constexpr std::size_t text_start = 2;
 
 class EntryReader {
@@ -61,15 +62,19 @@ public:
         return false;
     }
 
-    /// Passes over header lines; true with the first text line added. Stops at the next entry.
+    /// Passes over header lines, whose label may be a "+", too; true with the first text line added. Stops at the next
+    /// entry.
     bool first_text_line(std::vector<std::string>& texts) {
-        while (const auto line = lines_.next()) {
-            if (line->starts_with('+'))
-                return false;
+        for (long header = 0, headers = 0; const auto line = lines_.next(); ++header) {
             if (line->starts_with('-')) {
                 keep(texts, *line);
                 return true;
             }
+            if (header == 0)
+                headers =
+                    look_headers + std::max(1L, long{to_number(line->substr(std::min<std::size_t>(1, line->size())))});
+            if (header >= headers && line->starts_with('+'))
+                return false;
         }
         return false;
     }

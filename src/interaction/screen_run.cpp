@@ -14,7 +14,7 @@ namespace vcc {
 
 namespace {
 
-using Result = std::optional<int>;
+using Result = std::optional<ScreenResult>;
 
 constexpr int both_modes = 3;
 
@@ -32,29 +32,18 @@ Result step_back(ScreenRun& run) {
     return {};
 }
 
-/// Escape and a right click come as one code; the button that is still held tells them apart.
+/// Escape and a right click come as one code; the button that is still held, and no other, tells them apart.
 Result escape_or_right_click(ScreenRun& run) {
-    return held_buttons() == key::right_button ? step_back(run) : Result{result_menu};
+    return mouse_b == key::right_button ? step_back(run) : Result{ScreenResult::menu};
 }
 
 Result leave(ScreenRun&) {
-    return result_leave;
+    return ScreenResult::leave;
 }
 
 Result leave_unusable(ScreenRun& run) {
     write_log(why_nothing_can_be_chosen(*run.set));
-    return result_leave;
-}
-
-Result switch_music(ScreenRun&) {
-    toggle_music();
-    return {};
-}
-
-Result switch_display(ScreenRun&) {
-    if (mode_range == both_modes)
-        switch_display_mode(1);
-    return {};
+    return ScreenResult::leave;
 }
 
 Result open_help(ScreenRun& run) {
@@ -70,20 +59,28 @@ struct CommandRow {
 
 constexpr CommandRow command_rows[] = {
     {step_activated, activate}, {step_no_slot, leave_unusable}, {key::escape, escape_or_right_click},
-    {key::alt_x, leave},        {key::f12, switch_music},       {key::alt_w, switch_display},
-    {key::f1, open_help},       {key::shift_f1, open_help},     {key::ctrl_f1, open_help},
+    {key::alt_x, leave},        {key::f1, open_help},           {key::shift_f1, open_help},
+    {key::ctrl_f1, open_help},
 };
 
 Result carry_out(ScreenRun& run, int code) {
     for (const CommandRow& row : command_rows)
         if (row.code == code)
             return row.run(run);
-    return run.owner->command ? run.owner->command(code) : Result{};
+    carry_out_common_command(code);
+    return {};
 }
 
 } // namespace
 
-int run_screen(BITMAP* target, SlotSet& set, const ScreenOwner& owner) {
+void carry_out_common_command(int code) {
+    if (code == key::f12)
+        toggle_music();
+    else if (code == key::alt_w && mode_range == both_modes)
+        switch_display_mode(1);
+}
+
+ScreenResult run_screen(BITMAP*& target, SlotSet& set, const ScreenOwner& owner) {
     ScreenRun run;
     run.target = target;
     run.set = &set;
@@ -95,9 +92,11 @@ int run_screen(BITMAP* target, SlotSet& set, const ScreenOwner& owner) {
     if (const std::string why = why_nothing_can_be_chosen(set);
         !why.empty() && std::ranges::any_of(set.slots, is_selectable))
         write_log(why);
-    for (;;)
+    for (;;) {
         if (const Result result = carry_out(run, interaction_step(run)))
             return *result;
+        run.target = target;
+    }
 }
 
 } // namespace vcc

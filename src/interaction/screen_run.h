@@ -1,6 +1,7 @@
 // Running a screen made of slots. What the slots' actions mean is its owner's business.
 #pragma once
 
+#include "core/installation.h"
 #include "screen/draw_slot.h"
 #include "screen/slot.h"
 
@@ -16,17 +17,13 @@ namespace vcc {
 /// What a screen asks of whoever runs it. Every function may be empty.
 struct ScreenOwner {
     std::function<void()> drawn; ///< the whole screen has been drawn for the first time
-    std::function<std::optional<int>(int slot)>
-        activated; ///< a button or label was activated; a value ends the screen with it
-    std::function<std::optional<int>(int code)>
-        command;                        ///< a key or command code that is not handled here; a value ends the screen
-    std::function<void(int slot)> help; ///< F1, Shift+F1 or Ctrl+F1 on the current slot
+    /// A button or label was activated; a value ends the screen with it.
+    std::function<std::optional<ScreenResult>(int slot)> activated;
+    std::function<void(int slot)> help;         ///< F1, Shift+F1 or Ctrl+F1 on the current slot
     std::function<void(int slot)> right_click;  ///< the slot under the pointer, which is current now
     std::function<void(int slot)> pointer_over; ///< the pointer entered or left the current slot
     std::function<void()> every_frame;          ///< once a frame while the screen waits
 };
-
-inline constexpr int result_menu = 0, result_leave = 45;
 
 /// What one screen carries while it runs; local to the run.
 struct ScreenRun {
@@ -41,7 +38,7 @@ struct ScreenRun {
 };
 
 /// Waits for input on the current slot and returns the code that ends the waiting. `look` gives the field's font, width
-/// and colours. With `no_wait` it returns after one frame.
+/// and colours. With `no_wait`, which no screen of ours needs, it returns after one frame.
 int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_wait);
 
 inline constexpr int step_activated = -1, step_no_slot = -2;
@@ -54,8 +51,13 @@ int interaction_step(ScreenRun& run, bool no_wait = false);
 /// How long the pressed look of a slot stays, in milliseconds; at most ten seconds, whatever its record says.
 int pressed_look_ms(const Slot& slot);
 
-/// Draws the set and runs it until an action or command ends it; returns the result. Esc ends it with 0, Alt+X and the
-/// window's close button with 45; a set without anything to select ends with 45 and a log line.
-int run_screen(BITMAP* target, SlotSet& set, const ScreenOwner& owner);
+/// What every screen and help page does with a code: F12 stops and starts the music, Alt+W changes between window and
+/// full screen. Nothing for any other code.
+void carry_out_common_command(int code);
+
+/// Draws the set and runs it until an action or command ends it. Esc ends it with `menu`, Alt+X and the window's close
+/// button with `leave`; a set without anything to select ends with `leave` and a log line. An action may put another
+/// picture in the place of `target`.
+ScreenResult run_screen(BITMAP*& target, SlotSet& set, const ScreenOwner& owner);
 
 } // namespace vcc

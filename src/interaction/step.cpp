@@ -101,7 +101,7 @@ int pressed_look_ms(const Slot& slot) {
 int interaction_step(ScreenRun& run, bool no_wait) {
     const FontSelection keep_font(current_font);
     const int focus = pick_focus(*run.set, run.current, run.direction, false);
-    if (focus < 0) {
+    if (!run.set->has_slot(focus)) {
         run.current = 0;
         return step_no_slot;
     }

@@ -55,7 +55,7 @@ EditOutcome move_left(FieldEdit& field, bool far) {
 EditOutcome move_right(FieldEdit& field, int length, bool far) {
     if (far) {
         std::string words = trim_left(field.text);
-        field.cursor = std::max(trim_right(words) - 1, 0);
+        field.cursor = std::clamp(trim_right(words) - 1, 0, length - 1);
         return EditOutcome::changed;
     }
     if (field.cursor + 1 >= length)
@@ -71,6 +71,7 @@ EditOutcome apply_editing_key(FieldEdit& field, const KeyEvent& key, int length,
         insert = 1 - insert;
         return EditOutcome::changed;
     case key::del:
+        field.text.resize(at(length));
         remove_at(field, field.cursor);
         return EditOutcome::changed;
     case key::left:
@@ -82,6 +83,7 @@ EditOutcome apply_editing_key(FieldEdit& field, const KeyEvent& key, int length,
     case key::backspace:
         if (field.cursor == 0)
             return EditOutcome::ignored;
+        field.text.resize(at(length));
         remove_at(field, --field.cursor);
         return EditOutcome::changed;
     default:
@@ -92,7 +94,7 @@ EditOutcome apply_editing_key(FieldEdit& field, const KeyEvent& key, int length,
 } // namespace
 
 EditOutcome edit_field(FieldEdit& field, const KeyEvent& key, int length, bool numeric, bool editable, int& insert) {
-    field.text.resize(at(length), ' ');
+    field.text.resize(std::max(field.text.size(), at(length)), ' ');
     field.cursor = std::clamp(field.cursor, 0, length - 1);
     if (!editable || key.code == 0 || key.kind == KeyKind::ending)
         return EditOutcome::ignored;
@@ -100,6 +102,7 @@ EditOutcome edit_field(FieldEdit& field, const KeyEvent& key, int length, bool n
         return apply_editing_key(field, key, length, insert);
     if (numeric && !allowed_in_number(key.code))
         return EditOutcome::forbidden;
+    field.text.resize(at(length));
     const char character = static_cast<char>(key.code);
     return insert == 0 ? type_over(field, character, length) : type_in(field, character, length);
 }

@@ -10,7 +10,7 @@ namespace vcc {
 extern int insert_mode; ///< 0 overwrite, 1 insert; outlives fields and screens
 
 struct FieldEdit {
-    std::string text; ///< padded with blanks to the field's length
+    std::string text; ///< padded with blanks to the field's length; a longer one is cut by the first change
     int cursor = 0;   ///< 0 to length - 1
 };
 

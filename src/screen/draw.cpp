@@ -9,6 +9,7 @@
 #include "screen/limits.h"
 #include "text/fonts.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace vcc {
@@ -53,6 +54,10 @@ void update_screen(BITMAP* source) {
     // Line by line the picture waits in the client's queue, which overflows to the server when it is full: without this
     // the upper part of a picture can stand over the lower part of the former one for a while.
     present_screen();
+}
+
+void put_pointer(int x, int y) {
+    position_mouse(std::clamp(x, 0, layout_width - 1), std::clamp(y, 0, layout_height - 1));
 }
 
 void present_screen() {

@@ -32,6 +32,9 @@ void update_screen(BITMAP* source);
 /// Cheap (3 microseconds) when nothing was drawn: whoever waits for the player calls it once per frame, before resting.
 void present_screen();
 
+/// Places the mouse pointer; outside the picture keys would no longer reach the program, so its edge is the limit.
+void put_pointer(int x, int y);
+
 /// Text in the current font; an index outside the table draws nothing. With `update`, update_screen() follows in any
 /// case.
 void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update);

@@ -18,7 +18,6 @@ int show_slot_pictures = 0;
 
 namespace {
 
-constexpr int field_size_limit = sizeof(Slot::text) - 1;
 constexpr int edit_text_size = 255; ///< with a terminating zero
 
 void play_draw_sound(const Slot& slot) {
@@ -67,7 +66,7 @@ void draw_slot_text(BITMAP* target, const Slot& slot) {
 } // namespace
 
 Point slot_position(const Slot& slot) {
-    if (slot.dest_x != 0 && slot.dest_y != 0)
+    if (placed_in_pixels(slot))
         return {as_coordinate(slot.dest_x), as_coordinate(slot.dest_y)};
     return {column_x(slot.font, slot.column), row_y(slot.font, slot.row)};
 }
@@ -95,7 +94,7 @@ std::vector<FieldPlace> build_entry_table(BITMAP* target, std::span<const Slot> 
     for (const Slot& slot : slots) {
         select_font(slot.font);
         const auto [x, y] = slot_position(slot);
-        places.push_back({x, y, std::clamp(slot.size, 0, field_size_limit), slot.input_mode, slot.back_colour});
+        places.push_back({x, y, std::clamp(slot.size, 0, field_limit), slot.input_mode, slot.back_colour});
         draw_slot(target, std::span(&slot, 1), 0);
         if (slot.sound != 0)
             sfx_allowed = 0;

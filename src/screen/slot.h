@@ -63,6 +63,13 @@ struct SlotSet {
     bool has_toggle(int index) const { return index >= 0 && index < toggle_count(); }
 };
 
+/// Characters of the longest entry field: the slot keeps its text.
+inline constexpr int field_limit = sizeof(Slot::text) - 1;
+
+/// A text slot's place is a pixel position when both coordinates are set, else a cell of its font's grid.
+inline bool placed_in_pixels(const Slot& slot) {
+    return slot.dest_x != 0 && slot.dest_y != 0;
+}
 inline bool is_hidden(const Slot& slot) {
     return slot.draw_flags[0] == 'n';
 }

@@ -105,7 +105,7 @@ void draw_cell_window(BITMAP* target, int number, bool highlighted) {
         draw_title(target, window, window.left, window.right - window.left, y);
     }
     if (window.pointer_offset != 0)
-        position_mouse(area.x1 + column_x(window.font, window.pointer_offset), area.y1);
+        put_pointer(area.x1 + column_x(window.font, window.pointer_offset), area.y1);
 }
 
 void draw_pixel_window(BITMAP* target, int number, bool highlighted) {
@@ -125,7 +125,7 @@ void draw_pixel_window(BITMAP* target, int number, bool highlighted) {
                    window.top - cell_height(window.font));
     }
     if (window.pointer_offset != 0)
-        position_mouse(window.left + window.pointer_offset, window.top);
+        put_pointer(window.left + window.pointer_offset, window.top);
 }
 
 } // namespace vcc

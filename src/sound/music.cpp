@@ -3,7 +3,6 @@
 #include "core/alert.h"
 #include "core/clock.h"
 #include "core/log.h"
-#include "sound/refill.h"
 #include "sound/sound.h"
 #include "sound/wav_stream.h"
 
@@ -21,7 +20,7 @@ int streaming_theme = 0; // theme of music_stream
 ThemeOrderSource theme_order_source = nullptr;
 
 ThemeOrder theme_order() {
-    return theme_order_source != nullptr ? theme_order_source() : ThemeOrder{};
+    return theme_order_source != nullptr ? theme_order_source() : ThemeOrder{false, streaming_theme};
 }
 
 bool open_theme(int theme, int volume) {
@@ -38,18 +37,16 @@ bool open_theme(int theme, int volume) {
         music_on = 0;
         return false;
     }
-    streaming_theme = theme;
+    streaming_theme = theme_shown = theme; // with all themes in turn, the next one is that behind it
     music_stream->prime(theme_order().loop_all);
     resume_music_voice();
     return true;
 }
 
-/// The theme has been heard to its end. The player may meanwhile have chosen to repeat it: then it starts again.
-void start_following_theme(const ThemeOrder& order) {
-    const int next = order.loop_all ? theme_after(theme_shown, order.theme_count) : streaming_theme;
-    if (order.loop_all)
-        theme_shown = next;
-    stop_music(); // the stream is used up; without it start_theme() opens even the theme that is current
+/// The theme has been heard to its end.
+void start_following_theme(int next) {
+    theme_shown = next;
+    stop_music(); // the stream is used up; without it start_theme() opens even the theme that is streaming
     start_theme(next, music_volume);
 }
 
@@ -64,7 +61,7 @@ void set_theme_order_source(ThemeOrderSource source) {
 }
 
 bool start_theme(int theme, int volume) {
-    if (theme == current_theme && music_stream)
+    if (theme == streaming_theme && music_stream)
         return true;
     stop_music();
     return open_theme(theme, volume);
@@ -85,7 +82,7 @@ int feed_music() {
         return theme_shown;
     const ThemeOrder order = theme_order();
     if (music_stream->refill(order.loop_all) == WavStream::Refill::finished)
-        start_following_theme(order);
+        start_following_theme(order.next);
     return theme_shown;
 }
 

@@ -10,8 +10,8 @@ extern int theme_shown;   ///< theme that the refill is streaming in loop-all mo
 
 /// What follows at the end of a theme; whoever owns the settings answers this at every refill.
 struct ThemeOrder {
-    bool loop_all = false; ///< false: the theme repeats
-    int theme_count = 0;
+    bool loop_all = false; ///< false: the theme repeats without a gap
+    int next = 0;          ///< theme to start once this one has been heard to its end
 };
 using ThemeOrderSource = ThemeOrder (*)();
 void set_theme_order_source(ThemeOrderSource source);

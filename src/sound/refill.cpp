@@ -36,8 +36,4 @@ RefillPlan plan_refill(const RefillState& state, long data_length, long buffer_s
     return plan;
 }
 
-int theme_after(int theme, int theme_count) {
-    return theme < 0 || theme >= theme_count - 1 ? 0 : theme + 1;
-}
-
 } // namespace vcc

@@ -26,7 +26,4 @@ struct RefillPlan {
 /// `data_length` is 0 or more, `buffer_size` above 0, `active_half` 0 or 1.
 RefillPlan plan_refill(const RefillState& state, long data_length, long buffer_size, bool loop_all, int active_half);
 
-/// The theme after `theme` in loop-all mode.
-int theme_after(int theme, int theme_count);
-
 } // namespace vcc

@@ -1,8 +1,10 @@
 // What the action codes make of the settings, by left click, right click and choice, with sound and display as they
 // may be.
 #include "cc/actions.h"
-#include "cc/options_screen.h"
+#include "cc/options_view.h"
 #include "cc/screens.h"
+#include "cc/selection.h"
+#include "cc/sets.h"
 #include "core/text.h"
 #include "display/graphics_mode.h"
 #include "sound/music.h"
@@ -37,50 +39,52 @@ protected:
         settings = {};
         theme_loop = {1, 1, 1, 1};
         number_of_themes = 11;
-        sound_on = music_on = cc_screen = 1;
+        sound_on = music_on = 1;
+        cc_screen = options_screen;
         screen_mode_range = 3;
-        selected_module = cc_module;
+        selected_module = Module::control_centre;
         current_theme = -1;
     }
 
     /// A left click on a slot that carries `code`; the record behind it carries `value`.
-    std::optional<int> click(int code, int value = 0) {
+    std::optional<ScreenResult> click(int code, int value = 0) {
         options_set.slots[22].action = code;
         options_set.slots[23].action = value;
-        return carry_out_action(picture.get(), options_set, 22);
+        return carry_out_action(target, options_set, 22);
     }
 
     test::StandInDisplay display;
+    BITMAP* target = picture.get();
 };
 
 TEST_F(Actions, EveryRowStepsRoundAndTakesAChoice) {
     for (const OptionRow& option : option_rows()) {
-        if (option.row == row::depth)
+        if (option.row == Row::depth)
             continue; // follows the display, see below
         const int top = offered_values(option) - 1;
         option.set(top);
         click(option.step_code);
-        EXPECT_EQ(option.get(), 0) << "row " << option.row;
+        EXPECT_EQ(option.get(), 0) << "row " << option.name;
         step_back(picture.get(), options_set, 22);
-        EXPECT_EQ(option.get(), top) << "row " << option.row;
+        EXPECT_EQ(option.get(), top) << "row " << option.name;
         click(option.choose_code, 0);
-        EXPECT_EQ(option.get(), 0) << "row " << option.row;
+        EXPECT_EQ(option.get(), 0) << "row " << option.name;
     }
 }
 
 TEST_F(Actions, ConditionsThatAreNotMetChangeNothing) {
-    for (const auto& [row, condition, lacking] : {std::tuple(row::effects, &sound_on, 0),
-                                                  {row::music, &music_on, 0},
-                                                  {row::theme, &music_on, 0},
-                                                  {row::screen_mode, &screen_mode_range, 2}}) {
+    for (const auto& [row, condition, lacking] : {std::tuple(Row::effects, &sound_on, 0),
+                                                  {Row::music, &music_on, 0},
+                                                  {Row::theme, &music_on, 0},
+                                                  {Row::screen_mode, &screen_mode_range, 2}}) {
         const OptionRow& option = *find_row(row);
         option.set(1);
         const SwitchSet unmet(*condition, lacking);
         click(option.step_code);
-        EXPECT_EQ(option.get(), 1) << "row " << row;
+        EXPECT_EQ(option.get(), 1) << "row " << option.name;
         step_back(picture.get(), options_set, 22);
         click(option.choose_code, 0);
-        EXPECT_EQ(option.get(), 1) << "row " << row;
+        EXPECT_EQ(option.get(), 1) << "row " << option.name;
     }
 }
 
@@ -102,7 +106,7 @@ TEST_F(Actions, DepthFollowsWhatTheDisplayOffers) {
 TEST_F(Actions, ValuesFromFilesAreChecked) {
     settings.theme[cc_module] = settings.volumes[cc_module].effects = 5;
     options_set.slots.back().action = 20;
-    carry_out_action(picture.get(), options_set, options_set.slot_count() - 1); // no record follows it
+    carry_out_action(target, options_set, options_set.slot_count() - 1); // no record follows it
     for (int value : {-1, 11}) {
         click(22, value);
         click(20, value);
@@ -127,7 +131,7 @@ TEST_F(Actions, ThemesPlayAndLoop) {
 TEST_F(Actions, SelectingAModuleShowsAndPlaysItsSettings) {
     settings.volumes[factory_module] = {6, 2};
     settings.theme[factory_module] = 7;
-    option_row = row::depth;
+    option_row = Row::depth;
     click(32);
     EXPECT_EQ(marked_value, 6) << "of the effects, the module's first row";
     EXPECT_EQ(sfx_volume, 150);
@@ -139,26 +143,26 @@ TEST_F(Actions, SelectingAModuleShowsAndPlaysItsSettings) {
 
 TEST_F(Actions, PanelShowsWhatTheMachineOffers) {
     number_of_themes = 1;
-    show_value_panel(picture.get(), *find_row(row::theme));
+    show_value_panel(picture.get(), *find_row(Row::theme));
     EXPECT_TRUE(is_hidden(options_set.slots[58]));
     screen_mode_range = 1;
-    show_value_panel(picture.get(), *find_row(row::screen_mode));
+    show_value_panel(picture.get(), *find_row(Row::screen_mode));
     EXPECT_TRUE(is_hidden(options_set.slots[56])) << "full screen only";
     EXPECT_FALSE(is_hidden(options_set.slots[58]));
 }
 
 TEST_F(Actions, PointingShowsRows) {
     on_pointer_over(picture.get(), 26);
-    EXPECT_EQ(option_row, row::theme);
+    EXPECT_EQ(option_row, Row::theme);
     EXPECT_EQ(options_set.slots[86].toggle, 86);
     on_pointer_over(picture.get(), 48);
     EXPECT_EQ(options_set.slots[86].toggle, -1) << "the loop button belongs to the theme row";
     music_on = 0;
     on_pointer_over(picture.get(), 26);
-    EXPECT_EQ(option_row, row::keyboard);
-    cc_screen = -1;
+    EXPECT_EQ(option_row, Row::keyboard);
+    cc_screen = help_screen;
     on_pointer_over(picture.get(), 22);
-    EXPECT_EQ(option_row, row::keyboard) << "nothing under a help page";
+    EXPECT_EQ(option_row, Row::keyboard) << "nothing under a help page";
 }
 
 } // namespace

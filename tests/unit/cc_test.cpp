@@ -1,8 +1,8 @@
 // Rules of the options screen that need no screen: stepping, depths, connector lines, texts, retries.
-#include "cc/actions.h"
 #include "cc/connectors.h"
+#include "cc/manual.h"
 #include "cc/option_rows.h"
-#include "cc/options_screen.h"
+#include "cc/theme_rule.h"
 #include "sound/sound.h"
 
 #include <gtest/gtest.h>
@@ -19,20 +19,20 @@ TEST(SteppedValue, ComesBackFromOutside) {
     EXPECT_EQ(stepped_value(-2, 2, flip, true), 0);
 }
 
-TEST(NeighbourDepth, MovesOnlyToADepthThatIsOffered) {
-    EXPECT_EQ(neighbour_depth(1, 1, {1, 0, 1}), 2);
-    EXPECT_EQ(neighbour_depth(1, -1, {1, 0, 1}), 0);
-    EXPECT_EQ(neighbour_depth(2, 1, {0, 1, 0}), 1) << "from the last one back";
-    EXPECT_EQ(neighbour_depth(0, -1, {0, 1, 0}), 1);
-    EXPECT_EQ(neighbour_depth(1, 1, {1, 0, 0}), 1);
+TEST(SettledDepth, MovesOnlyToADepthThatIsOffered) {
+    EXPECT_EQ(settled_depth(1, 1, {1, 0, 1}), 2);
+    EXPECT_EQ(settled_depth(1, -1, {1, 0, 1}), 0);
+    EXPECT_EQ(settled_depth(2, 1, {0, 1, 0}), 1) << "from the last one back";
+    EXPECT_EQ(settled_depth(0, -1, {0, 1, 0}), 1);
+    EXPECT_EQ(settled_depth(1, 1, {1, 0, 0}), 1);
 }
 
 TEST(ValueLabels, ComeFromTheListOrTheThemes) {
     sound_entries[first_theme_entry + 1].name = "March";
-    EXPECT_EQ(value_label(*find_row(row::theme), 1), "March");
-    EXPECT_EQ(value_label(*find_row(row::depth), 3), "15 Bit") << "kept, though it is not offered";
+    EXPECT_EQ(value_label(*find_row(Row::theme), 1), "March");
+    EXPECT_EQ(value_label(*find_row(Row::depth), 3), "15 Bit") << "kept, though it is not offered";
     for (int outside : {-1, 11, 1000})
-        for (int number : {row::theme, row::effects})
+        for (Row number : {Row::theme, Row::effects})
             EXPECT_EQ(value_label(*find_row(number), outside), "");
 }
 
@@ -51,11 +51,11 @@ TEST(OpenWithRetries, WaitsOnlyForFilesThatAreMissing) {
 }
 
 /// The bands on the path from a module to a value.
-std::vector<Band> lit_bands(int group, int button_y, int module, int value) {
+std::vector<Band> lit_bands(Group group, int button_y, int module, int value) {
     std::vector<Band> bands = connector_bands({.selector_y = {105, 133, 161, 189},
-                                               .sound_y = {105, 133, 161},
-                                               .display_y = {231, 259, 287, 315},
-                                               .battle_y = {371, 399, 427, 455},
+                                               .sound = {{105}, {133}, {161}},
+                                               .display = {{231}, {259}, {287}, {315}},
+                                               .battle = {{371}, {399}, {427}, {455}},
                                                .value_y = {105, 133, 161, 189},
                                                .junction_x = {165, 462, 440, 440},
                                                .junction_y = {133, 245, 273, 413},
@@ -66,35 +66,35 @@ std::vector<Band> lit_bands(int group, int button_y, int module, int value) {
                                                .value_left = 520,
                                                .group = group,
                                                .button_y = button_y,
-                                               .module = module,
+                                               .module = Module{module},
                                                .marked_value = value});
     std::erase_if(bands, [](const Band& band) { return !band.lit; });
     return bands;
 }
 
 TEST(Connectors, LeadFromModuleAndRowToTheValue) {
-    EXPECT_EQ(lit_bands(1, 161, 0, 3), (std::vector<Band>{{true, 129, 149, 105, true},
-                                                          {false, 105, 133, 149, true},
-                                                          {false, 133, 161, 181, true},
-                                                          {true, 181, 201, 161, true},
-                                                          {true, 149, 182, 133, true},
-                                                          {false, 133, 161, 420, true},
-                                                          {true, 400, 420, 161, true},
-                                                          {true, 420, 462, 133, true},
-                                                          {false, 133, 245, 462, true},
-                                                          {true, 500, 520, 189, true},
-                                                          {false, 245, 189, 500, true},
-                                                          {true, 461, 501, 245, true}}));
-    EXPECT_EQ(lit_bands(3, 371, 1, 0), (std::vector<Band>{{true, 500, 520, 105, true},
-                                                          {false, 245, 105, 500, true},
-                                                          {true, 400, 420, 371, true},
-                                                          {false, 371, 413, 420, true},
-                                                          {false, 413, 245, 462, true},
-                                                          {true, 420, 440, 413, true},
-                                                          {true, 440, 462, 413, true},
-                                                          {true, 461, 501, 245, true}}));
-    EXPECT_EQ(lit_bands(3, 371, 1, 99).size(), 6u) << "no such value";
-    EXPECT_TRUE(lit_bands(0, 0, 0, 0).empty());
+    EXPECT_EQ(lit_bands(Group::sound, 161, 0, 3), (std::vector<Band>{{true, 129, 149, 105, true},
+                                                                     {false, 105, 133, 149, true},
+                                                                     {false, 133, 161, 181, true},
+                                                                     {true, 181, 201, 161, true},
+                                                                     {true, 149, 182, 133, true},
+                                                                     {false, 133, 161, 420, true},
+                                                                     {true, 400, 420, 161, true},
+                                                                     {true, 420, 462, 133, true},
+                                                                     {false, 133, 245, 462, true},
+                                                                     {true, 500, 520, 189, true},
+                                                                     {false, 245, 189, 500, true},
+                                                                     {true, 461, 501, 245, true}}));
+    EXPECT_EQ(lit_bands(Group::battle, 371, 1, 0), (std::vector<Band>{{true, 500, 520, 105, true},
+                                                                      {false, 245, 105, 500, true},
+                                                                      {true, 400, 420, 371, true},
+                                                                      {false, 371, 413, 420, true},
+                                                                      {false, 413, 245, 462, true},
+                                                                      {true, 420, 440, 413, true},
+                                                                      {true, 440, 462, 413, true},
+                                                                      {true, 461, 501, 245, true}}));
+    EXPECT_EQ(lit_bands(Group::battle, 371, 1, 99).size(), 6u) << "no such value";
+    EXPECT_TRUE(lit_bands(Group::none, 0, 0, 0).empty());
 }
 
 } // namespace

@@ -77,7 +77,8 @@ protected:
     }
     int run(std::deque<Event> events) {
         events_ = std::move(events);
-        return run_screen(target_.get(), set_, owner_);
+        BITMAP* target = target_.get();
+        return static_cast<int>(run_screen(target, set_, owner_));
     }
 
     test::StandInDisplay display_;
@@ -90,7 +91,7 @@ protected:
 };
 
 TEST_F(Screen, EnterActivatesTheSlotThatIsPointedAt) {
-    owner_.activated = [](int slot) { return std::optional(slot); };
+    owner_.activated = [](int slot) { return std::optional(ScreenResult{slot}); };
     // '-' has the number of Alt+X
     EXPECT_EQ(run({point_at_row(2), rest, press('-', KEY_MINUS), press(13, KEY_ENTER)}), 2);
 }

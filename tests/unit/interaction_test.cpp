@@ -156,7 +156,9 @@ TEST(HelpFile, EntriesAreReadWithTheirHeaderOrItsDefaults) {
     EXPECT_EQ(cut_off->font, 4);
     EXPECT_FALSE(cut_off->complete);
     EXPECT_EQ(read_help_page(text, 12, 67), entry->lines);
-    EXPECT_FALSE(read_help_page("+1\np\n+2\np\n-xOther\n#\n", 1, 67)) << "the next entry's text";
+    EXPECT_FALSE(read_help_page("+1\np\nf\nc\nw\ns\nS\nx\ny\n+2\np\n-xOther\n#\n", 1, 67)) << "the next entry's text";
+    EXPECT_EQ(read_help_page("+1\n+1\n+5\n+3\n+1\n+8\n+0\n+10\n+4\n-xHello\n#\n", 1, 67),
+              std::vector<std::string>{"Hello"});
 }
 
 TEST(HelpFile, LimitsHold) {

@@ -3,9 +3,7 @@
 
 #include "fields.h"
 
-#include "cc/actions.h"
 #include "cc/option_rows.h"
-#include "cc/options_screen.h"
 #include "core/text.h"
 #include "screen/draw_slot.h"
 

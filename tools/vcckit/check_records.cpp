@@ -2,10 +2,9 @@
 #include "check.h"
 
 #include "fields.h"
+#include "names.h"
 
-#include "cc/actions.h"
 #include "cc/option_rows.h"
-#include "cc/options_screen.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "interaction/focus.h"
@@ -173,7 +172,7 @@ bool is_value_record(const Subject& at) {
 void check_action(const Subject& at) {
     if (at.is_toggle || at.slot.toggle == -1 || at.screen.kind == ScreenKind::message || is_value_record(at))
         return;
-    if (at.slot.action != 0 && !find_action(at.slot.action))
+    if (at.slot.action != 0 && !name_of_number(Meaning::action, at.slot.action))
         at.report(action_unknown, "action", "there is no action " + number(at.slot.action),
                   "docs/formats.md lists the actions");
 }

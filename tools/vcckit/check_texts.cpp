@@ -3,7 +3,7 @@
 
 #include "fields.h"
 
-#include "cc/option_rows.h"
+#include "cc/explanations.h"
 #include "core/lines.h"
 #include "core/text.h"
 #include "display/buffers.h"
@@ -210,8 +210,8 @@ void check_program_texts(Installation& installation, Faults& faults) {
         }
         const ScreenFiles& info = screen_of(language, ScreenKind::info);
         const int info_edge = right_edge(language, info_window);
-        constexpr int last_row = 86; // the theme loop's explanation
-        for (int row = 0; row <= last_row; ++row) {
+        for (int number = 0; number <= static_cast<int>(Row::loop_theme); ++number) {
+            const Row row{number};
             if (!has_explanation(row))
                 continue;
             const auto lines = explanation_of(row);

@@ -1,5 +1,7 @@
 #include "names.h"
 
+#include "cc/actions.h"
+
 #include <array>
 #include <charconv>
 
@@ -59,46 +61,7 @@ constexpr NameRow rows[] = {
     {font, "mono_20", 9, 1},
     {font, "mono_20_b", 10, 1},
 
-    {action, "none", 0, 1},
-    {action, "leave", 1, 1},
-    {action, "hq", 2, 1},
-    {action, "factory", 3, 1},
-    {action, "battle", 4, 1},
-    {action, "options", 5, 1},
-    {action, "accept", 6, 1},
-    {action, "step_effects_volume", 7, 1},
-    {action, "step_music_volume", 8, 1},
-    {action, "step_theme", 9, 1},
-    {action, "step_screen_mode", 10, 1},
-    {action, "step_bitmap_depth", 11, 1},
-    {action, "step_resolution", 12, 1},
-    {action, "step_brontar_anim", 13, 1},
-    {action, "step_sprite_speed", 14, 1},
-    {action, "step_message_delay", 15, 1},
-    {action, "step_message_detail", 16, 1},
-    {action, "take_player_name", 17, 1},
-    {action, "manual", 18, 1},
-    {action, "step_keyboard", 19, 1},
-    {action, "choose_effects_volume", 20, 1},
-    {action, "choose_music_volume", 21, 1},
-    {action, "choose_theme", 22, 1},
-    {action, "choose_screen_mode", 23, 1},
-    {action, "choose_resolution", 24, 1},
-    {action, "choose_bitmap_depth", 25, 1},
-    {action, "choose_brontar_anim", 26, 1},
-    {action, "choose_sprite_speed", 27, 1},
-    {action, "choose_message_delay", 28, 1},
-    {action, "choose_message_detail", 29, 1},
-    {action, "cancel", 30, 1},
-    {action, "select_hq", 31, 1},
-    {action, "select_factory", 32, 1},
-    {action, "select_battle", 33, 1},
-    {action, "select_cc", 34, 1},
-    {action, "choose_keyboard", 37, 1},
-    {action, "theme_loop", 38, 1},
-    {action, "reset", 50, 1},
-    {action, "take_address", 51, 1},
-    {action, "back", 998, 1},
+    {action, "none", 0, 1}, // the other actions have their names from the program
 
     {sound, "none", 0, 1},
 
@@ -136,6 +99,9 @@ std::vector<std::string> names_of(Meaning meaning) {
         for (std::int32_t step = 0; row.meaning == meaning && step < row.count; ++step)
             names.push_back(row.count == 1 ? std::string(row.name)
                                            : std::string(row.name) + "_" + std::to_string(step));
+    if (meaning == action)
+        for (const ActionName& each : action_names())
+            names.push_back(each.name);
     return names;
 }
 
@@ -178,6 +144,10 @@ std::optional<std::int32_t> number_of_name(Meaning meaning, std::string_view nam
         if (error == std::errc{} && end == rest.data() + rest.size() && step >= 0 && step < row.count)
             return row.first + step;
     }
+    if (meaning == action)
+        for (const ActionName& each : action_names())
+            if (each.name == name)
+                return each.code;
     return std::nullopt;
 }
 
@@ -188,6 +158,10 @@ std::optional<std::string> name_of_number(Meaning meaning, std::int32_t number) 
         std::string name(row.name);
         return row.count == 1 ? name : name + "_" + std::to_string(number - row.first);
     }
+    if (meaning == action)
+        for (const ActionName& each : action_names())
+            if (each.code == number)
+                return each.name;
     return std::nullopt;
 }
 

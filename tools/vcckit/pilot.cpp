@@ -1,6 +1,6 @@
 #include "pilot.h"
 
-#include "cc/screens.h"
+#include "cc/state.h"
 #include "display/switching.h"
 
 #include <utility>
@@ -13,7 +13,6 @@ constexpr int press_frame = 6; ///< the pointer has been noticed by then
 constexpr int release_frame = 8;
 constexpr int last_frame = 14;
 constexpr int settle_frames = 12; ///< after the last step
-constexpr int help_screen = -1;   ///< of cc_screen, while a page is open
 constexpr int left_button = 1, right_button = 2, ascii_bits = 8;
 
 } // namespace

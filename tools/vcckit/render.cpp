@@ -1,12 +1,14 @@
 #include "render.h"
 
+#include "names.h"
 #include "pilot.h"
 #include "screen_source.h"
 #include "silent_sound.h"
 
+#include "cc/load.h"
 #include "cc/option_rows.h"
-#include "cc/options_screen.h"
 #include "cc/screens.h"
+#include "cc/sets.h"
 #include "core/files.h"
 #include "core/installation.h"
 #include "core/log.h"
@@ -25,7 +27,6 @@
 #include "sound/sound.h"
 #include "text/fonts.h"
 #include "text/language.h"
-#include "text/screen_texts.h"
 
 #include <algorithm>
 #include <utility>
@@ -34,7 +35,7 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr int open_options_action = 5, both_modes = 3;
+constexpr int both_modes = 3;
 
 /// Stands in for the display; taken away before the library notices at its end.
 class StandInDisplay {
@@ -74,44 +75,27 @@ void take_settings(int depth) {
     depth_class = depth_flags(depth);
 }
 
-void take_language(std::size_t index) {
-    use_language(static_cast<int>(index) + 1);
-    load_messages(message_file(language));
-    load_screen_texts(screen_text_file(language));
-}
-
-void start_sound() {
-    install_silent_sound();
-    if (!read_flag("sound_at_all") || read_sound_setup(path::sound_setup) == 0)
-        disable_sound();
-    else if (sound_on)
-        enable_sound();
-}
-
-/// What a pass of the program loads, in its order; the reason of a failure, or nothing.
+/// What a pass of the program loads; the reason of a failure, or nothing.
 std::string load(const RenderRequest& request) {
     module_prefix = "vcckit ";
-    dot_spacing = 2;
-    show_slot_pictures = 1;
     take_settings(request.depth);
-    take_language(request.language);
-    if (!load_fonts(path::fonts))
+    load_language_files(static_cast<int>(request.language) + 1);
+    if (!load_font_files())
         return "the fonts cannot be loaded";
-    configure_fonts();
-    select_font(0);
-    previous_font = 0;
-    start_sound();
-    if (load_cc_slot_sets() != 0)
-        return "the slot files cannot be loaded";
-    setup_cc_screens();
-    if (load_text_windows(text_window_prefix + path::text_windows) == 0)
-        return "the text windows cannot be loaded";
-    if (load_graphic_buffers(path::buffer_list) == 0)
-        return "the pictures of tools/vcc.buf cannot be loaded";
-    const BITMAP* picture = graphic_buffer(screen_buffer);
-    return picture && picture->w >= picture_width && picture->h >= picture_height
-               ? ""
-               : "graphic buffer 0 is missing or small";
+    install_silent_sound();
+    std::string fault;
+    load_installation(
+        {.failed =
+             [&](LoadFailure failure) {
+                 if (failure == LoadFailure::screens)
+                     fault = "the slot files cannot be loaded";
+                 if (failure == LoadFailure::text_windows)
+                     fault = "the text windows cannot be loaded";
+                 if (failure == LoadFailure::pictures)
+                     fault = "the pictures of tools/vcc.buf cannot be loaded, or buffer 0 is missing or small";
+             },
+         .before_pictures = {}});
+    return fault;
 }
 
 Point place_in(const Slot& slot) {
@@ -157,12 +141,13 @@ int first_help_slot() {
 
 void options_steps(const RenderRequest& request, std::vector<Step>& steps) {
     using enum Step::Kind;
-    steps.push_back(at_slot(left_click, menu_set, slot_with_action(menu_set, open_options_action)));
+    steps.push_back(at_slot(left_click, menu_set,
+                            slot_with_action(menu_set, number_of_name(Meaning::action, "options").value_or(0))));
     steps.push_back(park_pointer());
     if (request.module)
         steps.push_back(at_slot(left_click, options_set, options_slot::first_selector + *request.module));
     if (request.row) {
-        const OptionRow* row = find_row(*request.row);
+        const OptionRow* row = find_row(static_cast<Row>(*request.row));
         if (row->shown_when_pointed_at) {
             steps.push_back(at_slot(point, options_set, row->button));
         } else { // one step forward and one back
@@ -194,7 +179,7 @@ std::vector<Step> steps_of(const RenderRequest& request) {
 }
 
 std::string fault_of(const RenderRequest& request) {
-    if (request.row && !find_row(*request.row))
+    if (request.row && !find_row(static_cast<Row>(*request.row)))
         return "there is no option row " + std::to_string(*request.row);
     const SlotSet& set = request.screen == RenderedScreen::options ? options_set : menu_set;
     if (request.hover && !set.has_slot(*request.hover))

@@ -67,7 +67,7 @@ std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault) {
         return std::ranges::find(plan.options.slots, slot.number, &SeenSlot::number) != plan.options.slots.end();
     };
     for (const OptionRow& row : option_rows()) {
-        request.row = row.row;
+        request.row = static_cast<int>(row.row);
         auto shown = see_screen(request, fault);
         if (!shown)
             return std::nullopt;

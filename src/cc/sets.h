@@ -1,14 +1,22 @@
-// The records of the options set by their fixed numbers, for the files of this folder. load_cc_slot_sets() has seen to
-// it that they are all there.
+// The four slot sets of the control centre's screens, and their records by fixed numbers.
 #pragma once
 
-#include "cc/screens.h"
 #include "screen/slot.h"
 
 #include <cstddef>
 
 namespace vcc {
 
+extern SlotSet menu_set, options_set, info_set, message_set;
+
+/// Loads the four sets of the current language; 0, or 45 when one of them failed (logged). The options set then has a
+/// slot and a toggle record for every fixed number.
+int load_cc_slot_sets();
+
+/// Releases the four sets.
+void free_cc_slot_sets();
+
+// Records of the options set by fixed numbers.
 inline Slot& option_slot(int index) {
     return options_set.slots[static_cast<std::size_t>(index)];
 }

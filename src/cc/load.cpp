@@ -1,0 +1,159 @@
+#include "cc/load.h"
+
+#include "cc/options_view.h"
+#include "cc/sets.h"
+#include "cc/theme_player.h"
+#include "core/alert.h"
+#include "core/layout.h"
+#include "core/log.h"
+#include "core/text.h"
+#include "display/buffers.h"
+#include "display/pointer.h"
+#include "platform/truetype.h"
+#include "screen/buffer_list.h"
+#include "screen/draw.h"
+#include "screen/draw_slot.h"
+#include "screen/status_line.h"
+#include "screen/text_window.h"
+#include "settings/keyboard_layout.h"
+#include "settings/values.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+#include "text/language.h"
+#include "text/screen_texts.h"
+
+namespace vcc {
+
+void load_language_files(std::optional<int> number) {
+    if (number) {
+        use_language(*number);
+        load_screen_texts(screen_text_file(*number));
+    } else {
+        load_language();
+    }
+    load_messages(message_file(1));
+}
+
+bool load_font_files() {
+    if (platform::init_truetype())
+        return load_fonts(path::fonts);
+    write_log(format_text("Error in module:%s while initializing fonts", module_prefix.c_str()));
+    return false;
+}
+
+namespace {
+
+constexpr int clean_dot_spacing = 2;
+constexpr std::size_t field_text_length = 15;
+
+void set_up_drawing() {
+    dot_spacing = clean_dot_spacing;
+    show_slot_pictures = 1;
+    layout_width = picture_width;
+    layout_height = picture_height;
+    configure_fonts();
+    select_font(0);
+    previous_font = 0;
+}
+
+/// False when the set-up file cannot be carried out; sound that is switched off is no failure.
+bool set_up_sound() {
+    if (!read_flag("sound_at_all"))
+        disable_sound();
+    if (!sound_on)
+        return true;
+    if (read_sound_setup(path::sound_setup) == 0)
+        return false;
+    if (sound_on)
+        enable_sound();
+    return true;
+}
+
+void setup_cc_screens() {
+    answer_for_theme_order();
+    selected_module = Module::control_centre; // the music follows this module's loop from its first buffer on
+    load_settings();
+    write_keyboard_layout();
+    if (!sound_on)
+        disable_sound_controls();
+    if (!needs_met(Needs::music))
+        disable_music_controls();
+    fill_fields();
+    if (sound_on)
+        sfx_volume = settings.volumes[cc_module].effects * volume_step;
+    play_selected_theme();
+}
+
+/// The list may name pictures without one for the screens to draw on.
+bool load_pictures() {
+    if (load_graphic_buffers(path::buffer_list) == 0)
+        return false;
+    const BITMAP* picture = graphic_buffer(screen_buffer);
+    return picture && picture->w >= picture_width && picture->h >= picture_height;
+}
+
+void copy_whole(BITMAP* from, BITMAP* to) {
+    if (from && to)
+        blit(from, to, 0, 0, 0, 0, picture_width, picture_height);
+}
+
+} // namespace
+
+bool load_installation(const LoadHooks& hooks) {
+    const auto fail = [&](LoadFailure failure) {
+        hooks.failed(failure);
+        return false;
+    };
+    set_up_drawing();
+    if (!set_up_sound())
+        fail(LoadFailure::sound);
+    if (load_cc_slot_sets() != 0)
+        return fail(LoadFailure::screens);
+    setup_cc_screens();
+    if (hooks.before_pictures)
+        hooks.before_pictures();
+    if (load_text_windows(text_window_prefix + path::text_windows) == 0)
+        return fail(LoadFailure::text_windows);
+    return load_pictures() || fail(LoadFailure::pictures);
+}
+
+void fill_fields() {
+    const auto fill = [](int field, const auto& setting) {
+        store_text(option_slot(field).text, text_of(setting).substr(0, field_text_length));
+    };
+    fill(options_slot::player_name, settings.player_name);
+    fill(options_slot::ip_address, settings.ip_address);
+}
+
+void prepare_background_copies() {
+    for (int copy : {window_copy_buffer, info_copy_buffer})
+        copy_whole(graphic_buffer(backdrop_buffer), graphic_buffer(copy));
+    const auto assign = [](int window, int buffer) {
+        text_windows[static_cast<std::size_t>(window)].background_buffer = buffer;
+        text_windows[static_cast<std::size_t>(window)].background_bitmap = graphic_buffer(buffer);
+    };
+    for (int window : {group_window, value_window, module_window, sound_group_window})
+        assign(window, window_copy_buffer);
+    assign(info_window, info_copy_buffer);
+}
+
+bool reload_pictures(BITMAP*& target) {
+    if (load_graphic_buffers(path::buffer_list) == 0 || !graphic_buffer(screen_buffer)) {
+        show_alert("VCC: Error loading Graphicbuffers!");
+        write_log("VCC: Error loading Graphicbuffers\n");
+        target = nullptr;
+        return false;
+    }
+    target = graphic_buffer(screen_buffer);
+    set_status_target(target);
+    prepare_background_copies();
+    install_mouse_and_pointer();
+    Slot& label = option_slot(options_slot::loop_label);
+    hide(label);
+    draw_slots(target, options_set.slots);
+    update_screen(target);
+    show(label);
+    return true;
+}
+
+} // namespace vcc

@@ -1,0 +1,56 @@
+#include "cc/sets.h"
+
+#include "core/installation.h"
+#include "core/log.h"
+#include "screen/slot_file.h"
+#include "text/language.h"
+
+namespace vcc {
+
+SlotSet menu_set, options_set, info_set, message_set;
+
+namespace {
+
+constexpr int fewest_slots = 2;
+
+/// By ScreenKind.
+constexpr std::array<SlotSet*, screen_files.size()> sets{&menu_set, &options_set, &info_set, &message_set};
+
+bool load_set(const ScreenFile& file, SlotSet& set) {
+    const std::string path = slot_prefix + std::string(file.name) + ".slt";
+    if (load_slot_set(path, set) == 0 || set.slot_count() < fewest_slots)
+        return false;
+    if (set.slot_count() < file.needed) {
+        write_log(format_text("Slot file %s has %d slots, %d are needed", path.c_str(), set.slot_count(), file.needed));
+        return false;
+    }
+    return true;
+}
+
+/// The options screen addresses toggle records by fixed numbers: those that its file lacks draw nothing.
+void complete_toggles(SlotSet& set, int count) {
+    Slot hidden{};
+    hide(hidden);
+    hidden.toggle = -1;
+    if (set.toggle_count() < count)
+        set.toggles.resize(static_cast<std::size_t>(count), hidden);
+}
+
+} // namespace
+
+int load_cc_slot_sets() {
+    bool failed = false;
+    for (std::size_t i = 0; i < sets.size(); ++i)
+        failed = !load_set(screen_files[i], *sets[i]) || failed;
+    if (failed)
+        return leave_code;
+    complete_toggles(options_set, options_slot::count);
+    return 0;
+}
+
+void free_cc_slot_sets() {
+    for (SlotSet* set : sets)
+        *set = {};
+}
+
+} // namespace vcc
