@@ -1,5 +1,5 @@
 // Loading: pictures and screens.
-#include "cc/sets.h"
+#include "cc/load.h"
 #include "core/files.h"
 #include "core/installation.h"
 #include "core/lines.h"

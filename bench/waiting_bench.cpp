@@ -1,5 +1,6 @@
 // What goes on while the program waits for the player.
 #include "cc/screens.h"
+#include "cc/sets.h"
 #include "display/switching.h"
 #include "figure.h"
 #include "interaction/focus.h"

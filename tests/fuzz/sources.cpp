@@ -11,7 +11,7 @@ void vcc::fuzz::one_input(std::string_view input) {
         return;
     const kit::ScreenSource again = kit::read_screen_source(kit::write_screen_source(first.screen));
     require(again.faults.empty());
-    for (std::size_t i = 0; i < kit::languages.size(); ++i) {
+    for (std::size_t i = 0; i < languages.size(); ++i) {
         const kit::ScreenRecords &before = first.screen.records[i], &after = again.screen.records[i];
         require(kit::slot_file_bytes(before.slots) == kit::slot_file_bytes(after.slots));
         require(kit::slot_file_bytes(before.toggles) == kit::slot_file_bytes(after.toggles));
