@@ -183,6 +183,7 @@ class Desktop:
         time.sleep(seconds)
         drawings = drawn()
         self._display.damage_destroy(watch)
+        self.send()
         return drawings
 
     def cursor_is_hidden(self):

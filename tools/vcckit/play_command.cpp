@@ -8,11 +8,13 @@
 #include "core/installation.h"
 #include "core/log.h"
 #include "platform/files.h"
+#include "settings/config_text.h"
 
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
 
 namespace vcc::kit {
@@ -46,7 +48,10 @@ public:
         folder_ = folder;
         fs::permissions(folder_, fs::perms::owner_all, error);
         fs::copy(installation, game(), fs::copy_options::recursive, error);
-        return error ? "cannot copy " + installation.string() + ": " + error.message() : "";
+        if (error)
+            return "cannot copy " + installation.string() + ": " + error.message();
+        keep_own_size();
+        return {};
     }
     fs::path game() const { return folder_ / "game"; }
     fs::path output() const { return folder_ / "output.txt"; }
@@ -56,6 +61,17 @@ public:
     }
 
 private:
+    /// Points and pictures are those of screens that are not scaled.
+    void keep_own_size() const {
+        const std::string name = platform::resolve_path((game() / path::settings).string());
+        std::ifstream file(name, std::ios::binary);
+        if (!file)
+            return; // unscaled without settings
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        const ConfigChange change{"VELDOR_GRAPHICS", "display_scale", "0"};
+        std::ofstream(name, std::ios::binary) << apply_changes(text, {&change, 1});
+    }
+
     fs::path folder_;
 };
 
