@@ -1,4 +1,4 @@
-// A picture in memory that the display server reads by itself. The caller holds the display's lock.
+// Pictures in memory that the display server reads by itself. The caller holds the display's lock.
 #pragma once
 
 #include "platform/picture_place.h"
@@ -21,30 +21,34 @@ enum class SharedMemory {
 /// Whether the display server can read memory of this process: tries it, in well below a millisecond.
 SharedMemory shared_memory();
 
-class SharedImage {
+/// Rows of a picture on their way to the display server, which reads them here. They are used in turn, strip after
+/// strip: memory for a whole picture of today's screens would be slow to get and to go through.
+class SharedRows {
 public:
-    /// Null when there is no memory of that size to share.
-    static std::unique_ptr<SharedImage> create(Size size);
-    ~SharedImage();
-    SharedImage(const SharedImage&) = delete;
-    SharedImage& operator=(const SharedImage&) = delete;
+    /// Rows of `width` pixels, at most `most`. Null when there is no memory to share.
+    static std::unique_ptr<SharedRows> create(int width, int most);
+    ~SharedRows();
+    SharedRows(const SharedRows&) = delete;
+    SharedRows& operator=(const SharedRows&) = delete;
 
-    Size size() const { return {image_->width, image_->height}; }
-    PixelRows rows() const { return {reinterpret_cast<std::uint8_t*>(image_->data), image_->bytes_per_line}; }
+    /// How many rows a strip can have.
+    int longest_strip() const;
 
-    /// Asks the server to show an area in the library's window.
-    void show(const Area& area);
+    /// Memory for a strip of the picture, addressed by the picture's own coordinates; only the strip's rows are there.
+    /// Waits until the server has read what was in it.
+    PixelRows next(const Area& strip);
 
-    /// Waits until the server has read what it was asked to show: the image may be changed then.
-    void wait_until_shown() const;
+    /// Asks the server to show the strip that next() has given out last.
+    void show(const Area& strip);
 
 private:
-    SharedImage() = default;
+    SharedRows() = default;
     bool attach(std::size_t bytes);
 
     XImage* image_ = nullptr;
     XShmSegmentInfo segment_{};
     bool attached_ = false;
+    int first_ = 0, free_ = 0; ///< rows: of the last strip, and behind it
     unsigned long last_request_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/shared_image.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 
@@ -9,6 +10,9 @@
 namespace vcc::platform {
 
 namespace {
+
+constexpr int size_of_all = 2 << 20; ///< bytes, about
+constexpr int strips = 8;            ///< in all rows
 
 /// Memory for the segment, attached here; false when there is none, and the segment then has no address.
 bool make_segment(XShmSegmentInfo& segment, std::size_t bytes) {
@@ -66,25 +70,27 @@ SharedMemory shared_memory() {
     return works ? SharedMemory::works : SharedMemory::refused;
 }
 
-std::unique_ptr<SharedImage> SharedImage::create(Size size) {
-    std::unique_ptr<SharedImage> image(new SharedImage);
-    image->image_ =
+std::unique_ptr<SharedRows> SharedRows::create(int width, int most) {
+    std::unique_ptr<SharedRows> rows(new SharedRows);
+    const int pitch = width * display_format().bytes;
+    const int count = std::clamp(size_of_all / pitch, strips, std::max(most, strips));
+    rows->image_ =
         XShmCreateImage(_xwin.display, _xwin.visual, static_cast<unsigned>(_xwin.window_depth), ZPixmap, nullptr,
-                        &image->segment_, static_cast<unsigned>(size.width), static_cast<unsigned>(size.height));
-    if (!image->image_)
+                        &rows->segment_, static_cast<unsigned>(width), static_cast<unsigned>(count));
+    if (!rows->image_)
         return nullptr;
-    const auto bytes = static_cast<std::size_t>(image->image_->bytes_per_line) * static_cast<std::size_t>(size.height);
-    return image->attach(bytes) ? std::move(image) : nullptr;
+    const auto bytes = static_cast<std::size_t>(rows->image_->bytes_per_line) * static_cast<std::size_t>(count);
+    return rows->attach(bytes) ? std::move(rows) : nullptr;
 }
 
-bool SharedImage::attach(std::size_t bytes) {
+bool SharedRows::attach(std::size_t bytes) {
     attached_ = make_segment(segment_, bytes) && server_attaches(segment_);
     give_up_name(segment_);
     image_->data = attached_ ? segment_.shmaddr : nullptr;
     return attached_;
 }
 
-SharedImage::~SharedImage() {
+SharedRows::~SharedRows() {
     if (attached_)
         XShmDetach(_xwin.display, &segment_);
     if (segment_.shmaddr)
@@ -95,16 +101,28 @@ SharedImage::~SharedImage() {
     }
 }
 
-void SharedImage::show(const Area& area) {
-    last_request_ = XNextRequest(_xwin.display);
-    XShmPutImage(_xwin.display, _xwin.window, _xwin.gc, image_, area.x1, area.y1, area.x1, area.y1,
-                 static_cast<unsigned>(area.x2 - area.x1), static_cast<unsigned>(area.y2 - area.y1), False);
+int SharedRows::longest_strip() const {
+    return image_->height / strips;
 }
 
-void SharedImage::wait_until_shown() const {
-    // Each event and answer says which request the server has come to; often it has said so already.
-    if (XLastKnownRequestProcessed(_xwin.display) < last_request_)
-        XSync(_xwin.display, False);
+PixelRows SharedRows::next(const Area& strip) {
+    const int count = strip.y2 - strip.y1;
+    if (free_ + count > image_->height) {
+        // Each event and answer says which request the server has come to; often it has said so already.
+        if (XLastKnownRequestProcessed(_xwin.display) < last_request_)
+            XSync(_xwin.display, False);
+        free_ = 0;
+    }
+    first_ = free_;
+    free_ += count;
+    const std::ptrdiff_t pitch = image_->bytes_per_line;
+    return {reinterpret_cast<std::uint8_t*>(image_->data) + (first_ - strip.y1) * pitch, pitch};
+}
+
+void SharedRows::show(const Area& strip) {
+    last_request_ = XNextRequest(_xwin.display);
+    XShmPutImage(_xwin.display, _xwin.window, _xwin.gc, image_, strip.x1, first_, strip.x1, strip.y1,
+                 static_cast<unsigned>(strip.x2 - strip.x1), static_cast<unsigned>(strip.y2 - strip.y1), False);
 }
 
 } // namespace vcc::platform

@@ -40,7 +40,8 @@ public:
     void present();
 
 private:
-    bool is_scaled() const { return image_ != nullptr; }
+    bool is_scaled() const { return rows_ != nullptr; }
+    void show(const Area& area);
     PixelRows picture_rows() const;
 
     Fit fit_;
@@ -48,11 +49,12 @@ private:
     bool open_ = false;
     Size window_;
     PicturePlace place_;
-    std::unique_ptr<SharedImage> image_; ///< null: the picture is shown at its own size
+    std::unique_ptr<SharedRows> rows_; ///< null: the picture is shown at its own size
+    Size scaled_;                      ///< the size that these are for
     Scaler scaler_;
     ShownPicture shown_;
     std::vector<Area> changed_;   ///< of the library's screen
-    std::vector<Area> uncovered_; ///< of the image
+    std::vector<Area> uncovered_; ///< of the shown picture
 };
 
 } // namespace vcc::platform

@@ -29,7 +29,7 @@ bool ShownScreen::open(Size window) {
 
 void ShownScreen::close() {
     open_ = false;
-    image_.reset();
+    rows_.reset();
     changed_.clear();
     uncovered_.clear();
 }
@@ -45,11 +45,11 @@ bool ShownScreen::lay_out(Size window) {
     place_ = place_picture(window, own, fit_);
     bool possible = true;
     if (place_.size == own) {
-        image_.reset();
-    } else if (!image_ || image_->size() != place_.size) {
-        image_.reset(); // before the next one: they are large
-        image_ = SharedImage::create(place_.size);
-        possible = image_ != nullptr;
+        rows_.reset();
+    } else if (!rows_ || scaled_ != place_.size) {
+        scaled_ = place_.size;
+        rows_ = SharedRows::create(scaled_.width, scaled_.height);
+        possible = rows_ != nullptr;
         if (possible)
             scaler_ = Scaler(own, place_.size, display_format());
         else
@@ -89,21 +89,22 @@ PixelRows ShownScreen::picture_rows() const {
 void ShownScreen::present() {
     if (!is_scaled() || (changed_.empty() && uncovered_.empty()))
         return;
-    const PixelRows picture_pixels = picture_rows();
-    bool may_write = false;
     for (const Area& area : changed_)
-        for (const Area& part : shown_.take_changes(picture_pixels, area)) {
-            if (!may_write)
-                image_->wait_until_shown();
-            may_write = true;
-            const Area target = shown_area(part, place_.size, picture());
-            scaler_.scale(picture_pixels, image_->rows(), target);
-            add_area(uncovered_, target);
-        }
+        for (const Area& part : shown_.take_changes(picture_rows(), area))
+            add_area(uncovered_, shown_area(part, place_.size, picture()));
     for (const Area& area : uncovered_)
-        image_->show(area);
+        show(area);
     changed_.clear();
     uncovered_.clear();
+}
+
+void ShownScreen::show(const Area& area) {
+    const int longest = rows_->longest_strip();
+    for (int y = area.y1; y < area.y2; y += longest) {
+        const Area strip{area.x1, y, area.x2, std::min(area.y2, y + longest)};
+        scaler_.scale(picture_rows(), rows_->next(strip), strip);
+        rows_->show(strip);
+    }
 }
 
 } // namespace vcc::platform

@@ -270,22 +270,25 @@ def test_a_window_that_changes_its_size_in_a_film_and_is_closed(make_player):
 
 
 @pytest.fixture
-def refusing_server(tmp_path):
-    """The environment of an X server that offers shared memory and cannot read it."""
-    library = tmp_path / "unshared.so"
-    subprocess.run(["cc", "-shared", "-fPIC", "-o", library, PROJECT / "tests/support/unshared.c"], check=True)
-    return {"LD_PRELOAD": str(library)}
+def preloaded(tmp_path):
+    """The environment of a program with some functions of tests/support in place of the system's."""
+    def make(name):
+        library = tmp_path / f"{name}.so"
+        source = PROJECT / f"tests/support/{name}.c"
+        subprocess.run(["cc", "-shared", "-fPIC", "-o", library, source], check=True)
+        return {"LD_PRELOAD": str(library)}
+    return make
 
 
 @pytest.mark.parametrize("options, reason", [
     ({"server": ("-extension", "MIT-SHM")}, "the display server has no shared memory"),
-    ({"server_environment": "refusing"}, "the display server refuses shared memory"),
+    ({"server_environment": "unshared"}, "the display server refuses shared memory"),
     ({"depth": 30}, "the desktop's colours are not of 15, 16 or 24 bits"),
     ({"depth": 8, "size": (800, 600)}, "the desktop's colours are not of 15, 16 or 24 bits"),
 ], ids=["absent", "refused", "30 bits", "8 bits"])
-def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, refusing_server, options, reason):
+def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, options, reason):
     if "server_environment" in options:
-        options = {"server_environment": refusing_server}
+        options = {"server_environment": preloaded(options["server_environment"])}
     player = make_player(start=False, window_manager=False, **options)
     player.robot.scale = 0  # its windows are the library's
     readable = options.get("depth", 24) == 24
@@ -301,6 +304,15 @@ def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, refusing_ser
     assert player.installation.log_messages() == [f"The picture keeps its size: {reason}"]
     player.robot.key("x", "Alt_L")
     assert player.robot.wait_for_end() == 0
+
+
+def test_without_memory_for_it_the_picture_has_its_own_size(make_player, preloaded, own_menu):
+    player = make_player(start=False, size=(1300, 1000))
+    player.robot.start(environment=preloaded("few_segments"))
+    player.desktop.configure(player.robot.window(), width=1200, height=900)
+    wait_until(lambda: player.robot.place() == (200, 150, 800, 600), "the picture in the middle", 5 * SLOWNESS)
+    assert np.array_equal(player.menu(), own_menu)
+    assert player.installation.log_messages() == ["There is no memory to show the picture at its window's size"]
 
 
 def test_an_unknown_scale_counts_as_none(make_player):
