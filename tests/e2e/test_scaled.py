@@ -308,7 +308,8 @@ def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, o
 
 def test_without_memory_for_it_the_picture_has_its_own_size(make_player, preloaded, own_menu):
     player = make_player(start=False, size=(1300, 1000))
-    player.robot.start(environment=preloaded("few_segments"))
+    silent = {"ALSA_CONFIG_PATH": str(player.installation.path("alsa.conf"))}
+    player.robot.start(environment=silent | preloaded("few_segments"))
     player.desktop.configure(player.robot.window(), width=1200, height=900)
     wait_until(lambda: player.robot.place() == (200, 150, 800, 600), "the picture in the middle", 5 * SLOWNESS)
     assert np.array_equal(player.menu(), own_menu)
