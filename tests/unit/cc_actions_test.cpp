@@ -5,6 +5,7 @@
 #include "cc/screens.h"
 #include "cc/selection.h"
 #include "cc/sets.h"
+#include "cc/theme_player.h"
 #include "core/text.h"
 #include "display/graphics_mode.h"
 #include "sound/music.h"
@@ -13,9 +14,11 @@
 #include "support/wav_file.h"
 
 static AUDIOSTREAM the_stream;
+static int streams_opened = 0;
 
 extern "C" {
 AUDIOSTREAM* play_audio_stream(int, int, int, int, int, int) {
+    ++streams_opened;
     return &the_stream;
 }
 void stop_audio_stream(AUDIOSTREAM*) {}
@@ -149,6 +152,90 @@ TEST_F(Actions, PanelShowsWhatTheMachineOffers) {
     show_value_panel(picture.get(), *find_row(Row::screen_mode));
     EXPECT_TRUE(is_hidden(options_set.slots[56])) << "full screen only";
     EXPECT_FALSE(is_hidden(options_set.slots[58]));
+}
+
+TEST_F(Actions, AResetExplainsTheRowThatItMarks) {
+    option_row = info_row = Row::depth;
+    click(50);
+    EXPECT_EQ(option_row, Row::effects);
+    EXPECT_EQ(info_row, Row::effects);
+}
+
+TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
+    std::filesystem::create_directories("images");
+    PALETTE palette{};
+    save_pcx("images/a.pcx", picture.get(), palette);
+    folder.write("tools/vcc.buf", "images/a.pcx\n");
+    set_color_depth(16);
+    EXPECT_EQ(click(50), std::nullopt);
+    EXPECT_EQ(bitmap_color_depth(target), 16);
+    folder.write("tools/vcc.buf", "");
+    set_color_depth(32);
+    EXPECT_EQ(click(50), ScreenResult::leave) << "they cannot be loaded";
+    EXPECT_EQ(target, nullptr);
+}
+
+TEST_F(Actions, AButtonWithoutPressedLookDrawsNothingForIt) {
+    options_set.slots[0].graphic = options_set.toggles[0].graphic = 1; // the background fills the screen
+    options_set.slots[0].box_width = options_set.toggles[0].box_width = 800;
+    options_set.slots[0].box_height = options_set.toggles[0].box_height = 600;
+    test::put_buffer(0, 800, 600, 0xFF8040);
+    click(17);
+    click(7);
+    step_back(target, options_set, 22);
+    EXPECT_EQ(at(799, 599), 0);
+    options_set.slots[22].activated = 0;
+    select_module(target, Module::factory);
+    EXPECT_EQ(at(799, 599), 0);
+}
+
+TEST_F(Actions, ADepthThatTheDisplayLacksStaysGrey) {
+    depth_class = {0, 0, 1};
+    settings.bitmap_depth = 1;
+    point_at_option(target, 33);
+    EXPECT_EQ(settings.bitmap_depth, 2);
+    for (int lacking : {56, 58})
+        EXPECT_EQ(options_set.slots[static_cast<std::size_t>(lacking)].fore_colour, disabled_colour) << lacking;
+}
+
+TEST_F(Actions, WithoutSoundTheFirstRowIsOneThatTheMachineOffers) {
+    sound_on = music_on = 0;
+    for (const auto& [range, first] : {std::pair(3, Row::screen_mode), {2, Row::depth}}) {
+        screen_mode_range = range;
+        selected_module = Module::hq;
+        option_row = first_option_row();
+        select_module(target, Module::control_centre);
+        EXPECT_EQ(option_row, first) << range;
+    }
+}
+
+TEST_F(Actions, EveryScreenModeButZeroIsFullScreen) {
+    for (int mode : {1, 5, 255}) {
+        settings.screen_mode = static_cast<std::int8_t>(mode);
+        EXPECT_EQ(find_row(Row::screen_mode)->get(), 1) << mode;
+    }
+}
+
+TEST_F(Actions, TheThemeThatStreamsDecidesWhetherOneStarts) {
+    settings.theme[cc_module] = 2;
+    ASSERT_TRUE(play_selected_theme());
+    start_theme(3, music_volume); // the end of theme 2, while a button shows its pressed look
+    EXPECT_EQ(current_theme, 2);
+    const int before = streams_opened;
+    ASSERT_TRUE(play_selected_theme());
+    EXPECT_EQ(streams_opened, before + 1) << "theme 3 would stream on";
+}
+
+TEST_F(Actions, TheThemePanelStaysOnTheOptionsScreen) {
+    option_row = Row::theme;
+    settings.theme[cc_module] = marked_value = 2;
+    ASSERT_TRUE(play_selected_theme());
+    theme_shown = 3; // the next one
+    theme_display_live = 1;
+    cc_screen = menu_screen;
+    follow_music(target);
+    EXPECT_EQ(settings.theme[cc_module], 3);
+    EXPECT_EQ(marked_value, 2) << "no panel on the menu";
 }
 
 TEST_F(Actions, PointingShowsRows) {

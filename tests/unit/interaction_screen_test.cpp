@@ -125,6 +125,12 @@ TEST_F(Screen, PointerOnAButtonIsReportedOnce) {
     EXPECT_EQ(over, (std::vector{1, 1, 1})) << "away at the start, over, away";
 }
 
+TEST_F(Screen, OnlyTheRightButtonAloneStepsBack) {
+    owner_.right_click = [](int) { ADD_FAILURE() << "the middle button is held, too"; };
+    EXPECT_EQ(run({point_at_row(2), rest, [] { mouse_b = 2 | 4; }}), 0);
+    mouse_b = 0;
+}
+
 TEST_F(Screen, SkippedSlotUnderThePointerLeavesTheKeysAlive) {
     set_.slots[2].draw_flags[2] = 'x';
     EXPECT_EQ(run({point_at_row(2), rest, press(27, KEY_ESC)}), 0);

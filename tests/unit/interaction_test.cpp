@@ -1,10 +1,12 @@
 // The rules of interaction: keys, editing, focus, what the pointer means, help files.
+#include "interaction/field_draw.h"
 #include "interaction/focus.h"
 #include "interaction/help.h"
 #include "interaction/keys.h"
 #include "interaction/pointer_frame.h"
 #include "interaction/text_edit.h"
 #include "support/allegro_none.h"
+#include "support/screen_world.h"
 #include "support/slots.h"
 #include "text/fonts.h"
 
@@ -62,6 +64,15 @@ TEST(TextEdit, FollowsTheKeys) {
     EXPECT_EQ(edited("  ab ", 0, {far_right}), " | ab ") << "counts the words without blanks";
     EXPECT_EQ(edited("", 3, {far_right}), "|     ");
     EXPECT_EQ(edited("abcdefgh", 7, {x}), "abcd|X") << "a text that is too long is cut";
+}
+
+TEST(TextEdit, LookingAtATextDoesNotCutIt) {
+    FieldEdit field{"abcdefgh", 0};
+    int insert = 0;
+    edit_field(field, {key::f1, 0, KeyKind::ending}, 5, false, true, insert);
+    edit_field(field, {key::right, 0, KeyKind::editing}, 5, false, true, insert);
+    edit_field(field, {'x'}, 5, false, false, insert);
+    EXPECT_EQ(field.text, "abcdefgh");
 }
 
 TEST(TextEdit, FieldsRefuseKeysAndAreFinishedWhenFull) {
@@ -139,6 +150,17 @@ TEST_F(Grid, FocusGoesToThePointerThenToWhatCanBeSelected) {
     EXPECT_EQ(pick(2, 1, -1), 1);
     EXPECT_EQ(pick(9, 0, -1), 4) << "wraps";
     EXPECT_EQ(pick(9, 5, 1), -1) << "outside the set";
+    set.slots.clear();
+    EXPECT_EQ(pick(9, 3, 1), 3) << "nothing to search";
+}
+
+using FieldDrawing = test::ScreenWorld;
+
+TEST_F(FieldDrawing, TheCursorHasNoShadowBesideIt) {
+    select_font(6);
+    draw_cursor(picture.get(), {.x = 100, .y = 100, .size = 5}, {14, 1, true, 12}, "abc", 1, 0);
+    EXPECT_GT(count(pixel_of(1)), 0);
+    EXPECT_EQ(count(pixel_of(12)), 0);
 }
 
 TEST(HelpFile, EntriesAreReadWithTheirHeaderOrItsDefaults) {

@@ -136,5 +136,21 @@ TEST_F(ScreenWorld, BufferListsLoadPicturesUntilTheyEndOrFail) {
     }
 }
 
+static int pointer_x = 0;
+
+TEST_F(ScreenWorld, TheWindowsPointerPlaceIsOnThePicture) {
+    MOUSE_DRIVER mouse{};
+    mouse.position = [](int x, int) { pointer_x = x; };
+    mouse_driver = &mouse;
+    TextWindow& window = text_windows[3];
+    window.left = 500;
+    window.right = 600;
+    window.pixel_coords = 1;
+    window.pointer_offset = 368;
+    draw_pixel_window(picture.get(), 3, false);
+    mouse_driver = nullptr;
+    EXPECT_EQ(pointer_x, 799);
+}
+
 } // namespace
 } // namespace vcc::test
