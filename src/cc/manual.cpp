@@ -40,12 +40,6 @@ constexpr Report reports[] = {
      "Please check whether an Acrobat Reader is available!"},
 };
 
-/// The edition in the player's language, when there is one.
-const char* manual_path() {
-    constexpr int german = 2;
-    return language == german && platform::file_exists(path::german_manual) ? path::german_manual : path::manual;
-}
-
 void report(const char* manual, int result) {
     const auto found = std::ranges::find_if(
         reports, [&](const Report& row) { return std::ranges::find(row.results, result) != row.results.end(); });
@@ -58,6 +52,11 @@ void report(const char* manual, int result) {
 
 } // namespace
 
+const char* manual_file() {
+    constexpr int german = 2;
+    return language == german && platform::file_exists(path::german_manual) ? path::german_manual : path::manual;
+}
+
 void open_manual(BITMAP* target) {
     const bool music = needs_met(Needs::music);
     if (music) {
@@ -65,7 +64,7 @@ void open_manual(BITMAP* target) {
         if (music_playing)
             pause_music_voice();
     }
-    const char* const manual = manual_path();
+    const char* const manual = manual_file();
     report(manual, open_with_retries([&] { return platform::open_document(manual); }, wait_ms));
     if (music && music_playing)
         resume_music_voice();
