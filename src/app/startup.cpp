@@ -10,6 +10,7 @@
 #include "display/pictures_ahead.h"
 #include "display/pointer.h"
 #include "display/switching.h"
+#include "platform/display.h"
 #include "platform/files.h"
 #include "platform/process.h"
 #include "screen/draw.h"
@@ -52,8 +53,10 @@ bool read_pictures(Session&) {
 
 bool start_graphics_library(Session&) {
     set_uformat(U_ASCII); // data files and texts are bytes in Latin-1
-    if (allegro_init() == 0)
+    if (allegro_init() == 0) {
+        platform::keep_pointer_in_picture();
         return true;
+    }
     std::fprintf(stderr, "vcc: no display: %s\n", allegro_error);
     write_log(format_text("No display: %s", allegro_error));
     return false;

@@ -1,34 +1,29 @@
 #include "cc/explanations.h"
 
-#include "text/screen_texts.h"
-
-#include <optional>
-
 namespace vcc {
 
 namespace {
 
-constexpr int of_the_loop_button = explanation_number(11);
+constexpr Explanation of_the_loop_button{"Use this option to switch", "between looping only the",
+                                         "currently chosen music theme", "or looping through all", "music themes."};
+constexpr Explanation no_lines{};
 
-std::optional<int> first_line(Row row) {
+const Explanation* find(Row row) {
     if (row == Row::loop_theme)
-        return of_the_loop_button;
+        return &of_the_loop_button;
     const OptionRow* option = find_row(row);
-    return option ? std::optional(option->explanation) : std::nullopt;
+    return option ? &option->explanation : nullptr;
 }
 
 } // namespace
 
 bool has_explanation(Row row) {
-    return first_line(row).has_value();
+    return find(row) != nullptr;
 }
 
-Explanation explanation_of(Row row) {
-    Explanation lines{};
-    if (std::optional<int> number = first_line(row))
-        for (std::string_view& line : lines)
-            line = screen_text((*number)++);
-    return lines;
+std::span<const std::string_view, explanation_lines> explanation_of(Row row) {
+    const Explanation* explanation = find(row);
+    return explanation ? *explanation : no_lines;
 }
 
 } // namespace vcc

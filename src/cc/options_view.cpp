@@ -12,7 +12,6 @@
 #include "settings/settings.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
-#include "text/screen_texts.h"
 
 namespace vcc {
 
@@ -108,12 +107,12 @@ void show_loop_label(Module module, int number) {
     Slot& all = option_toggle(options_slot::loop_label);
     Slot& button = option_slot(options_slot::loop_button);
     if (loop_all) {
-        store_text(all.text, screen_text(screen_text_number::loop_all));
+        store_text(all.text, "Loop All Themes");
         hide(one);
         show(all);
         button.fore_colour = option_toggle(options_slot::loop_button).back_colour;
     } else {
-        std::string text = numbered_screen_text(screen_text_number::loop_one, number);
+        std::string text = format_text("Loop Theme %2.2d", number);
         pad_text(text, 15, ' ');
         store_text(one.text, text);
         show(one);
@@ -156,17 +155,11 @@ bool is_lacking(const OptionRow& option, int value) {
     return option.row == Row::depth && depth < depth_class.size() && !depth_class[depth];
 }
 
-/// A size that can be chosen for other programs, but that is never the display's own.
-bool is_without_effect(const OptionRow& option, int value) {
-    constexpr int drawn_size = 3; // 800 x 600
-    return option.row == Row::resolution && value != drawn_size;
-}
-
 /// The entry of a value that does not stand out.
 void rest_value(const OptionRow* option, int value) {
     const int index = value_button(value);
     give_normal_look(index);
-    if (option && (is_lacking(*option, value) || is_without_effect(*option, value)))
+    if (option && is_lacking(*option, value))
         option_slot(index).fore_colour = disabled_colour;
 }
 
@@ -218,7 +211,7 @@ void draw_value_marker(BITMAP* target, const OptionRow& option) {
     const int value = option.get();
     if (option.row == Row::theme)
         draw_option_slot(target, options_slot::loop_button);
-    if (is_entry(value) && !is_without_effect(option, value))
+    if (is_entry(value))
         draw_option_toggle(target, value_record(value));
     if (option.row == Row::theme) {
         draw_option_slot(target, options_slot::loop_label);
@@ -240,8 +233,7 @@ void mark_value(BITMAP* target, int value) {
 }
 
 void draw_marked_value(BITMAP* target) {
-    const OptionRow* option = find_row(option_row);
-    if (!is_entry(marked_value) || (option && is_without_effect(*option, marked_value)))
+    if (!is_entry(marked_value))
         return;
     highlight_value(marked_value);
     draw_option_slot(target, value_button(marked_value));
@@ -257,8 +249,6 @@ void show_value_panel(BITMAP* target, const OptionRow& option) {
         prepare_entry(i, entry_of(option, i, offered), option.choose_code);
     for (int i = 0; i < offered; ++i) {
         write_label(i, value_label(option, i));
-        if (is_without_effect(option, i))
-            option_slot(value_button(i)).fore_colour = option_slot(value_record(i)).fore_colour = disabled_colour;
         draw_option_slot(target, value_button(i));
     }
     for (int i = offered; i < value_entry_limit; ++i) {
@@ -293,7 +283,7 @@ void show_explanation(BITMAP* target, Row row) {
     if (has_explanation(row)) {
         info_row = row;
         if (!option || needs_met(option->needs)) {
-            const Explanation lines = explanation_of(row);
+            const auto lines = explanation_of(row);
             for (std::size_t j = 0; j < lines.size() && j + 1 < info_set.slots.size(); ++j)
                 store_text(info_set.slots[j + 1].text, lines[j]);
         }

@@ -20,9 +20,9 @@ Result<std::string> read_file(std::string_view name, std::size_t size_limit) {
     const std::string path = platform::resolve_path(name);
     // A folder or a pipe would open as well, and a pipe would block.
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error))
-        return std::filesystem::exists(path, error) ? unreadable() : Failure{"does not exist"};
-    const FilePtr file(std::fopen(path.c_str(), "rb"));
+    if (const auto file = platform::system_path(path); !std::filesystem::is_regular_file(file, error))
+        return std::filesystem::exists(file, error) ? unreadable() : Failure{"does not exist"};
+    const FilePtr file(platform::open_file(path, "rb"));
     if (!file)
         return unreadable();
     std::setvbuf(file.get(), nullptr, _IONBF, 0); // one read, straight into the text

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <condition_variable>
 #include <deque>
-#include <filesystem>
 #include <mutex>
 #include <new>
 #include <system_error>
@@ -102,11 +101,8 @@ void read_pictures_ahead(const std::vector<std::string>& paths) {
     if (reader && !reader->empty())
         return;
     std::deque<Entry> entries;
-    for (const std::string& path : paths) {
-        std::error_code error;
-        if (std::filesystem::path absolute = std::filesystem::absolute(platform::resolve_path(path), error); !error)
-            entries.push_back({path, absolute.string(), false, std::nullopt});
-    }
+    for (const std::string& path : paths)
+        entries.push_back({path, platform::whole_name(platform::resolve_path(path)), false, std::nullopt});
     reader.reset();
     if (entries.empty())
         return;

@@ -1,6 +1,9 @@
 #include "platform/clipboard.h"
 
-#include <cstring>
+#include "platform/files.h"
+#include "platform/latin1.h"
+
+#include <algorithm>
 
 #include <windows.h>
 
@@ -8,24 +11,36 @@ namespace vcc::platform {
 
 namespace {
 
-constexpr std::size_t text_limit = 4096;
+constexpr std::size_t text_limit = 4096; ///< characters
+constexpr int open_attempts = 10;        ///< another program may have it open for a moment
+constexpr DWORD attempt_ms = 50;
+
+bool open_clipboard() {
+    for (int attempt = 1; OpenClipboard(nullptr) == 0; ++attempt) {
+        if (attempt == open_attempts)
+            return false;
+        Sleep(attempt_ms);
+    }
+    return true;
+}
 
 ClipboardText read_open_clipboard() {
-    const HANDLE data = GetClipboardData(CF_TEXT);
+    const HANDLE data = GetClipboardData(CF_UNICODETEXT); // the system makes it from any kind of text
     if (data == nullptr)
         return {ClipboardState::empty, {}};
-    const auto* const text = static_cast<const char*>(GlobalLock(data));
+    const auto* const text = static_cast<const wchar_t*>(GlobalLock(data));
     if (text == nullptr)
         return {ClipboardState::locked, {}};
-    ClipboardText result{ClipboardState::text, std::string(text, strnlen(text, text_limit))};
+    const std::size_t room = std::min(GlobalSize(data) / sizeof *text, text_limit);
+    const std::wstring characters(text, std::find(text, text + room, L'\0'));
     GlobalUnlock(data);
-    return result;
+    return {ClipboardState::text, latin1_from_utf8(name_of(characters))};
 }
 
 } // namespace
 
 ClipboardText read_clipboard() {
-    if (OpenClipboard(nullptr) == 0)
+    if (!open_clipboard())
         return {};
     ClipboardText result = read_open_clipboard();
     CloseClipboard();

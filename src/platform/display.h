@@ -6,6 +6,10 @@
 
 namespace vcc::platform {
 
+/// Has every graphics driver leave the mouse pointer in the picture, where hiding and saving it mean the same on all
+/// systems. Call after the library's start and before the first mode is set.
+void keep_pointer_in_picture();
+
 /// Takes over the pointer and key events that the display server has sent. The graphics library does so in a thread of
 /// its own, but only every 10 ms, which a player can feel. Costs one or two microseconds when there are none; nothing
 /// happens without a display.

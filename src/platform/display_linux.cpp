@@ -34,6 +34,8 @@ void with_display(Use use) {
 
 } // namespace
 
+void keep_pointer_in_picture() {} // unless a hardware cursor is asked for, it is there
+
 void take_display_events() {
     with_display([](Display* display) {
         if (XPending(display) > 0)

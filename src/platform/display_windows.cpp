@@ -1,8 +1,20 @@
 #include "platform/display.h"
 
 #include <allegro.h>
+#include <allegro/internal/aintern.h>
 
 namespace vcc::platform {
+
+// The list ends with an empty row.
+void keep_pointer_in_picture() {
+    for (const _DRIVER_INFO* row = _gfx_driver_list; row->driver; ++row) {
+        auto* const driver = static_cast<GFX_DRIVER*>(row->driver);
+        driver->set_mouse_sprite = nullptr;
+        driver->show_mouse = nullptr;
+        driver->hide_mouse = nullptr;
+        driver->move_mouse = nullptr;
+    }
+}
 
 void take_display_events() {} // the library is woken by each event
 void flush_display() {}       // drawing goes straight to the surface

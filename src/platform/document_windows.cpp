@@ -1,5 +1,7 @@
 #include "platform/document.h"
 
+#include "platform/files.h"
+
 #include <cstdint>
 
 #include <windows.h>
@@ -8,8 +10,10 @@
 
 namespace vcc::platform {
 
+// The numbers of the results are this function's own.
 int open_document(const std::string& path) {
-    const HINSTANCE result = ShellExecuteA(GetDesktopWindow(), "open", path.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    const HINSTANCE result = ShellExecuteW(GetDesktopWindow(), L"open", system_path(whole_name(path)).c_str(), nullptr,
+                                           nullptr, SW_SHOWNORMAL);
     return static_cast<int>(reinterpret_cast<std::intptr_t>(result));
 }
 

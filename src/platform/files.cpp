@@ -12,9 +12,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-bool exists(const std::string& path) {
+bool exists(const std::string& name) {
     std::error_code error;
-    return fs::exists(path, error);
+    return fs::exists(system_path(name), error);
 }
 
 /// The entry of a folder that matches without regard to case; of several the first by byte order, so that the answer
@@ -22,9 +22,9 @@ bool exists(const std::string& path) {
 std::string entry_like(const std::string& folder, std::string_view wanted) {
     std::string found;
     std::error_code error;
-    for (fs::directory_iterator entry(folder.empty() ? "." : folder, error), end; !error && entry != end;
+    for (fs::directory_iterator entry(system_path(folder.empty() ? "." : folder), error), end; !error && entry != end;
          entry.increment(error)) {
-        std::string name = entry->path().filename().string();
+        std::string name = name_of(entry->path().filename());
         if (same_but_for_case(name, wanted) && (found.empty() || name < found))
             found = std::move(name);
     }
@@ -62,7 +62,13 @@ std::string resolve_path(std::string_view name) {
 
 bool file_exists(std::string_view name) {
     std::error_code error;
-    return fs::is_regular_file(resolve_path(name), error);
+    return fs::is_regular_file(system_path(resolve_path(name)), error);
+}
+
+std::string whole_name(const std::string& name) {
+    std::error_code error;
+    const fs::path whole = fs::absolute(system_path(name), error);
+    return error ? name : name_of(whole);
 }
 
 std::string folder_of_program(std::string_view path) {
@@ -77,7 +83,7 @@ std::string folder_of_program(std::string_view path) {
 
 void enter_folder(const std::string& folder) {
     std::error_code ignored;
-    fs::current_path(folder, ignored);
+    fs::current_path(system_path(folder), ignored);
 }
 
 } // namespace vcc::platform

@@ -2,10 +2,26 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 namespace vcc::platform {
+
+/// A name as the system takes it. Linux: the bytes as they are. Windows: UTF-8, which names every file there is, or
+/// Latin-1 where the bytes are not UTF-8; the functions of the C library take neither.
+std::filesystem::path system_path(std::string_view name);
+
+/// The name of a path: system_path() of it is the path again.
+std::string name_of(const std::filesystem::path& path);
+
+/// The name from the root on, which means the same file from every working folder; the name itself when the working
+/// folder is unknown.
+std::string whole_name(const std::string& name);
+
+/// fopen() for every name that system_path() takes.
+std::FILE* open_file(const std::string& name, const char* mode);
 
 /// The name under which the file can be opened here: backslashes become slashes, and a component that does not exist as
 /// written is looked up without regard to letter case. A file that is yet to be made gets its folder looked up in the
@@ -38,8 +54,8 @@ public:
     bool entered() const { return entered_; }
 
 private:
-    std::intptr_t origin_ = -1; ///< the system's handle of the folder to go back to
-    std::string origin_name_;
+    std::intptr_t origin_ = -1;         ///< Linux: the descriptor of the folder to go back to
+    std::filesystem::path origin_path_; ///< Windows: its name
     bool entered_ = false;
 };
 

@@ -26,6 +26,18 @@ bool sync_to_disk(const std::string& path) {
 
 } // namespace
 
+fs::path system_path(std::string_view name) {
+    return name;
+}
+
+std::string name_of(const fs::path& path) {
+    return path.string();
+}
+
+std::FILE* open_file(const std::string& name, const char* mode) {
+    return std::fopen(name.c_str(), mode);
+}
+
 std::string program_path() {
     std::error_code error;
     const fs::path path = fs::read_symlink("/proc/self/exe", error);

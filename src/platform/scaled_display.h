@@ -11,7 +11,7 @@ namespace vcc::platform {
 /// Puts drivers of ours before the library's own: windows then can have any size, and full screen is a window that the
 /// window manager shows without borders. Call after the library's start and before the first mode is set; later calls
 /// change nothing. Answers what stands against it: the library's own drivers are then in charge. Empty when all is
-/// well, and on systems where there is nothing to do.
+/// well.
 std::string show_scaled(Fit fit);
 
 /// What has since kept the picture from being shown at its window's size; told once, else empty.

@@ -2,8 +2,8 @@
 
 namespace vcc::platform {
 
-std::string show_scaled(Fit) { // the picture has its own size there
-    return {};
+std::string show_scaled(Fit) {
+    return "on Windows there is no other";
 }
 std::string scaled_display_trouble() {
     return {};

@@ -54,7 +54,11 @@ public:
         std::ifstream in(folder_ / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
-    std::string log() const { return read("data/logfiles/veldor_log.txt"); }
+    std::string log() const {
+        std::string text = read("data/logfiles/veldor_log.txt");
+        std::erase(text, '\r'); // the line ends of a text file on Windows
+        return text;
+    }
     const std::filesystem::path& path() const { return folder_; }
 
 private:

@@ -9,6 +9,7 @@
 
 #include "core/files.h"
 #include "core/text.h"
+#include "platform/shared_library.h"
 #include "support/wav_file.h"
 
 #include <algorithm>
@@ -28,7 +29,7 @@ constexpr const char *menu = "vcc.slt", *options = "vcc_options.slt", *settings 
 class Check : public test::FolderTest {
 protected:
     Check() {
-        fs::copy(game / "install", ".", fs::copy_options::recursive);
+        fs::copy(game / "install", fs::current_path(), fs::copy_options::recursive);
         fs::create_directory("images");
         for (const auto& file : fs::directory_iterator(game / "images"))
             if (file.path().extension() != ".png")
@@ -61,7 +62,8 @@ protected:
         for (const char* keyboard : {"us", "de", "fi", "fr", "it", "uk"})
             folder.write(std::string("data/configs/") + keyboard + ".cfg", "");
         for (const std::string module : {"hq", "factory", "battle"})
-            folder.write(module + ".so", "\x7F" + std::string("ELF\0", 4) + module + '\0' + module + ".pcx");
+            folder.write(platform::module_file_name(module),
+                         std::string(platform::module_file_magic()) + '\0' + module + '\0' + module + ".pcx");
         folder.write("docs/veldor_manual.pdf", "");
     }
 
@@ -169,6 +171,7 @@ TEST_F(Check, FaultsOfOtherFilesAreFoundInTheirPlace) {
 }
 
 TEST_F(Check, MissingAndCutFilesAreFound) {
+    const std::string hq = platform::module_file_name("hq"), battle = platform::module_file_name("battle");
     remove("images/morv3.pcx", "images/morv3.pcx: cannot be read");
     remove("images/widgets.pcx", R"(tools/vcc.buf:\d+: images/widgets.pcx cannot be read)");
     remove("images/VELDOR_Intro.avi", "images/VELDOR_Intro.avi: does not exist");
@@ -176,10 +179,10 @@ TEST_F(Check, MissingAndCutFilesAreFound) {
     remove("sounds/theme04.wav", R"(tools/vcc.snd:\d+: sounds/theme04.wav does not exist)");
     remove("data/configs/de.cfg", "data/configs/de.cfg: does not exist");
     remove(de + "vcc_options.tgl", de + "vcc_options.tgl: does not exist");
-    replace("hq.so", "hq", "HQ", "hq.so: hq: has no such entry");
+    replace(hq, "hq", "HQ", hq + ": hq: has no such entry");
     replace("data/configs/it.cfg", "", "= 5", "data/configs/it.cfg:1: neither a section nor key = value");
     replace("data/configs/fr.cfg", "", "[key_ascii]\nkey1 = a", R"(data/configs/fr.cfg:2: key1: "a" is not a number)");
-    cut("battle.so", 3, "battle.so: is not a library");
+    cut(battle, 1, battle + ": is not a library");
     cut("images/Zentrik.avi", 100000, "images/Zentrik.avi: ends before its film");
     cut("images/morv2.pcx", 20000, "images/morv2.pcx: ends in the middle of the picture");
     cut("sounds/theme06.wav", 12044, R"(tools/vcc.snd:\d+: sounds/theme06.wav ends before its sound)");

@@ -42,8 +42,6 @@ TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
         open(bytes);
         EXPECT_EQ(error, expected) << "film of " << bytes.size() << " bytes";
     }
-    ASSERT_EQ(mkfifo("pipe.avi", 0600), 0);
-    EXPECT_EQ(open_avi("pipe.avi", error), nullptr);
 }
 
 TEST_F(Avi, FramesComeByTimeForwardsAndBackwards) {
@@ -75,6 +73,12 @@ TEST_F(Avi, FilmsOfEveryDepthKeepTheirRowsAndColours) {
     }
 }
 
+#ifndef _WIN32 // pipes, and the command that makes films
+TEST_F(Avi, APipeIsNoFilm) {
+    ASSERT_EQ(mkfifo("pipe.avi", 0600), 0);
+    EXPECT_EQ(open_avi("pipe.avi", error), nullptr);
+}
+
 TEST_F(Avi, CompressedFilmsAreDecodedWhole) {
     // Red above blue, green in the last second.
     const std::string draw = "color=red:s=64x64:d=3,drawbox=y=32:c=blue:t=fill,drawbox=c=lime:t=fill:enable=gte(t\\,2)";
@@ -91,6 +95,7 @@ TEST_F(Avi, CompressedFilmsAreDecodedWhole) {
         }
     }
 }
+#endif
 
 TEST_F(Avi, AFilmEndsWhereItsFramesEndWhateverItsHeaderSays) {
     const std::string whole = numbered(40).length(0xFFFFFFFF).bytes();

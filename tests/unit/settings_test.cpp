@@ -10,8 +10,10 @@
 #include <csignal>
 #include <random>
 
+#ifndef _WIN32
 #include <sys/wait.h>
 #include <unistd.h>
+#endif
 
 namespace vcc {
 namespace {
@@ -118,7 +120,7 @@ TEST_F(Store, WhatOthersWroteSurvivesASaveAndTheFileIsReplacedInOneStep) {
     const std::string text = "# ours\r\n[Other Program]\r\nx=1 # note\r\nplain words\r\n\r\n[VELDOR_GENERAL]\r\n"
                              "  Keyboard=0\r\n\r\n[tail]\r\n; end\r\n";
     begin(text);
-    std::ofstream(config, std::ios::app) << "added = while we run\r\n";
+    std::ofstream(config, std::ios::app | std::ios::binary) << "added = while we run\r\n";
     std::filesystem::create_hard_link(config, "old file");
     set_config_int("VELDOR_GENERAL", "keyboard", 1);
     set_config_int("VELDOR_GENERAL", "more", 2);
@@ -129,6 +131,7 @@ TEST_F(Store, WhatOthersWroteSurvivesASaveAndTheFileIsReplacedInOneStep) {
     EXPECT_EQ(folder.read("old file"), text + "added = while we run\r\n") << "a killed program would leave a part";
 }
 
+#ifndef _WIN32 // processes that can be killed at any moment
 TEST_F(Store, AKilledProgramNeverLeavesPartOfAFile) {
     begin("# first line\n[VELDOR_SOUND]\nhq_theme = 0\nfiller = " + std::string(40000, 'x') +
           "\n\n[VELDOR_BATTLE]\nplayer_name = 0\n# last line\n");
@@ -161,6 +164,7 @@ TEST_F(Store, AKilledProgramNeverLeavesPartOfAFile) {
         last = value;
     }
 }
+#endif
 
 TEST_F(Store, AnotherFileThatAModuleLeavesSelectedIsNotMixedIn) {
     begin("[VELDOR_SOUND]\nvcc_theme = 5\n");

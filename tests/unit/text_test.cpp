@@ -10,10 +10,12 @@
 namespace vcc {
 namespace {
 
+// Named whole before a test enters another folder, which on Windows may be on another drive.
+const std::string liberation = std::filesystem::absolute("/usr/share/fonts/truetype/liberation/Liberation").string();
+
 class Fonts : public test::FolderTest {
 protected:
     void SetUp() override {
-        const std::string liberation = "/usr/share/fonts/truetype/liberation/Liberation";
         folder.write("fonts/Arial.ttf", folder.read(liberation + "Sans-Regular.ttf"));
         folder.write("fonts/cour.ttf", folder.read(liberation + "Mono-Regular.ttf"));
         set_config_file("fonts.cfg");
