@@ -1,7 +1,13 @@
 # What "cmake --install" puts under the prefix, and the Debian package: the installation with the program in
-# lib/games/veldor, a launcher that gives every player a folder of their own, and what a desktop shows.
+# lib/games/veldor, a launcher that gives every player a folder of their own, and what a desktop shows. On Windows the
+# package is the installation's folder.
 include(GNUInstallDirs)
 set(VELDOR_FOLDER "lib/games/veldor") # one level below lib: its modules are no libraries for ldconfig
+if(WIN32)
+  set(VELDOR_FOLDER "veldor")
+else()
+  set(VELDOR_SETTINGS game/install)
+endif()
 set(packaging "${CMAKE_CURRENT_SOURCE_DIR}/packaging")
 
 # Settings come from the sources: those in the build folder are what somebody played with.
@@ -10,8 +16,16 @@ install(DIRECTORY "${VELDOR_INSTALLATION}/" DESTINATION "${VELDOR_FOLDER}" USE_S
   REGEX "/data/configs/vcc\\.[^/]*$" EXCLUDE
   REGEX "/tools/language\\.ini$" EXCLUDE
   REGEX "/veldor/factory\\.pcx$" EXCLUDE)
-install(FILES game/install/data/configs/vcc.cfg DESTINATION "${VELDOR_FOLDER}/data/configs")
-install(FILES game/install/tools/language.ini DESTINATION "${VELDOR_FOLDER}/tools")
+install(FILES "${VELDOR_SETTINGS}/data/configs/vcc.cfg" DESTINATION "${VELDOR_FOLDER}/data/configs")
+install(FILES "${VELDOR_SETTINGS}/tools/language.ini" DESTINATION "${VELDOR_FOLDER}/tools")
+if(WIN32)
+  install(DIRECTORY DESTINATION "${VELDOR_FOLDER}/data/logfiles")
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_PACKAGE_FILE_NAME "veldor_${PROJECT_VERSION}_win64")
+  set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
+  include(CPack)
+  return()
+endif()
 
 file(RELATIVE_PATH VELDOR_FROM_BIN "/${CMAKE_INSTALL_BINDIR}" "/${VELDOR_FOLDER}")
 configure_file("${packaging}/veldor.in" "${CMAKE_CURRENT_BINARY_DIR}/packaging/veldor" @ONLY)

@@ -1,0 +1,20 @@
+# veldor_resources(TARGET DESCRIPTION): what Windows shows of a program: its icon and its version.
+function(veldor_resources target description)
+  if(NOT WIN32)
+    return()
+  endif()
+  enable_language(RC)
+  set(icon "${CMAKE_BINARY_DIR}/generated/veldor.ico")
+  if(NOT TARGET icon)
+    find_program(CONVERT convert REQUIRED)
+    add_custom_command(OUTPUT "${icon}"
+      COMMAND "${CONVERT}" "${CMAKE_SOURCE_DIR}/game/images/icon.png" -define icon:auto-resize=256,64,48,32,16 "${icon}"
+      DEPENDS "${CMAKE_SOURCE_DIR}/game/images/icon.png" VERBATIM)
+    add_custom_target(icon DEPENDS "${icon}")
+  endif()
+  set(resources "${CMAKE_BINARY_DIR}/generated/${target}.rc")
+  configure_file("${CMAKE_SOURCE_DIR}/packaging/windows/program.rc.in" "${resources}" @ONLY)
+  target_sources(${target} PRIVATE "${resources}")
+  set_source_files_properties("${resources}" PROPERTIES OBJECT_DEPENDS "${icon}")
+  add_dependencies(${target} icon)
+endfunction()
