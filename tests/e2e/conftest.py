@@ -10,6 +10,19 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
 
 from support.installation import Installation  # noqa: E402
 from support.robot import Robot  # noqa: E402
+from support.system import SYSTEM  # noqa: E402
+
+
+def pytest_configure(config):
+    config.addinivalue_line("markers", "linux: about that system alone; not run with the program for Windows")
+
+
+def pytest_collection_modifyitems(config, items):
+    if SYSTEM.name == "linux":
+        return
+    others = [item for item in items if item.get_closest_marker("linux")]
+    items[:] = [item for item in items if item not in others]
+    config.hook.pytest_deselected(items=others)
 
 
 @pytest.fixture

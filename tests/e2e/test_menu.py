@@ -37,13 +37,13 @@ def test_modules_are_called_with_the_display_and_the_version(robot):
 
 
 def test_every_button_lights_up_shows_its_place_and_looks_pressed_first(robot):
-    previews = {robot.picture(menu.PREVIEW).tobytes()}  # of no place yet
+    previews = set()
     for button in menu.TOPS:
         robot.move(*menu.middle(button))
         menu.wait_for_look(robot, button, menu.POINTED_AT)
         assert menu.pointed_at(robot) == [button]
         previews.add(robot.picture(menu.PREVIEW).tobytes())
-    assert len(previews) == 1 + len(menu.TOPS)
+    assert len(previews) == len(menu.TOPS)
     robot.move(*menu.middle("HQ"))
     menu.wait_for_look(robot, "Leave", menu.REST)
     robot.desktop.press_button()
@@ -92,6 +92,7 @@ def fills_the_desktop(robot):
     return any(window.get_geometry().width == 1024 for window, _ in robot.desktop.windows())
 
 
+@pytest.mark.linux
 def test_keys_are_heard_after_full_screen_without_a_window_manager(make_robot):
     player = make_robot().start()
     player.desktop.focus(X.PointerRoot)
@@ -117,6 +118,7 @@ def test_alt_w_changes_between_window_and_full_screen(make_robot, offered):
     assert player.installation.module_calls() == [("factory", offered, 0, offered, 0, 128)]
 
 
+@pytest.mark.linux
 def test_nothing_happens_while_another_program_has_the_keyboard(make_robot):
     player = make_robot(window_manager=True).start()
     other = player.desktop.open_other_window()

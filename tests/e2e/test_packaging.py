@@ -11,7 +11,8 @@ import pytest
 
 from support import menu
 from support.installation import CONFIG, PROJECT, built_installation
-from support.robot import NO_SOUND, Robot
+from support.robot import Robot
+from support.system import NO_SOUND, SYSTEM
 
 AS_PLAYER = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"] if os.geteuid() == 0 else []
 AS_ROOT = [] if os.geteuid() == 0 else ["unshare", "-r"]  # dpkg gives every file to root
@@ -31,6 +32,8 @@ def package():
 
 class Player(Robot):
     """Starts the launcher that is installed in a tree with a package database of its own, not a copy of the build."""
+
+    system = SYSTEM
 
     def __init__(self, package):
         super().__init__(installation=self)

@@ -27,6 +27,7 @@ def test_first_start_writes_what_it_found_and_two_arguments_skip_the_films(make_
     assert not any("Zentrik" in line for line in player.installation.log_messages())
 
 
+@pytest.mark.linux  # other desktops
 @pytest.mark.parametrize("size, settings, call", [
     ((800, 600), {"screen_mode_range": -1}, ("factory", 1, 255, 1, 0, 128)),
     ((1024, 768), {"screen_mode_range": 3, "screen_mode": 1}, ("factory", 3, 255, 3, 0, 128)),
@@ -41,6 +42,7 @@ def test_display_set_up(make_robot, size, settings, call):
     assert player.installation.module_calls() == [call]
 
 
+@pytest.mark.linux
 def test_a_desktop_that_is_too_small(make_robot):
     player = make_robot(size=(640, 480)).start(menu=False)
     window = wait_until(lambda: next((w for w, _ in player.desktop.windows()), None), "the message box")
@@ -50,6 +52,7 @@ def test_a_desktop_that_is_too_small(make_robot):
     assert player.installation.log_messages() == ["Wrong desktop resolution!\n800x600 is minimum"]
 
 
+@pytest.mark.linux
 def test_without_a_display(make_robot):
     player = make_robot()
     player.desktop.name = ":4711"
@@ -113,15 +116,17 @@ def test_files_that_fail(make_robot, installation, file, content, ends, alerts, 
 @pytest.mark.parametrize("content", [None, b"not a library", b""], ids=["missing", "broken", "without its entry"])
 def test_a_module_that_cannot_be_entered(robot, content):
     installation = robot.installation
-    installation.remove("hq.so")
+    library = "hq" + installation.system.library
+    installation.remove(library)
     if content == b"":
-        subprocess.run(["cc", "-shared", "-fPIC", "-x", "c", "-o", installation.path("hq.so"), "/dev/null"], check=True)
+        subprocess.run([*installation.system.compiler, "-x", "c", "-o", installation.path(library), "/dev/null"],
+                       check=True)
     elif content:
-        installation.write("hq.so", content)
+        installation.write(library, content)
     menu.choose(robot, "HQ")
     menu.confirm_alert(robot, "CC: Error loading module!")
     robot.wait_for_menu()
-    assert installation.log_messages()[0].startswith("Error loading module hq.so: ")
+    assert wait_until(installation.log_messages, "the log")[0].startswith(f"Error loading module {library}: ")
     menu.enter(robot, "Battle")
 
 
@@ -133,11 +138,12 @@ def test_a_signal_to_end_leaves_as_the_close_button_does(make_robot, place):
     if place == "module":
         menu.choose(player, "Factory")
         wait_until(lambda: not player.shows(MENU_PICTURE), "the module's screen")
-    os.kill(player.pid, signal.SIGTERM)
+    player.ask_to_end()
     assert player.wait_for_end() == 0
     assert "Shutting down Allegro" not in player.errors()
 
 
+@pytest.mark.linux
 def test_a_second_signal_ends_a_module_that_does_not_listen(robot):
     robot.installation.hold_modules()
     menu.enter(robot, "HQ")

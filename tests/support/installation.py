@@ -9,18 +9,19 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-PROJECT = Path(__file__).resolve().parents[2]
+from support.system import PROJECT, SYSTEM, installation_folder
+
 CONFIG = "data/configs/vcc.cfg"
 LOG = "data/logfiles/veldor_log.txt"
 SLOT_SIZE = 376
 CELL_WIDTH, CELL_HEIGHT = 8, 14  # of the grid in which screens are laid out
 
 
-def built_installation():
+def built_installation(system=SYSTEM):
     """The installation under test: that of the release build unless VELDOR_INSTALLATION names another."""
-    folder = Path(os.environ.get("VELDOR_INSTALLATION", PROJECT / "build/release/veldor"))
-    if not (folder / "vcc").exists():
-        raise FileNotFoundError(f"{folder} holds no vcc: build the release preset first")
+    folder = installation_folder() if system is SYSTEM else PROJECT / system.installation
+    if not (folder / system.program).exists():
+        raise FileNotFoundError(f"{folder} holds no {system.program}: build its preset first")
     return folder
 
 
@@ -30,10 +31,11 @@ def _link(source, target):
 
 
 class Installation:
-    def __init__(self):
-        source = built_installation()
+    def __init__(self, system=SYSTEM):
+        self.system = system
+        source = built_installation(system)
         # beside the build, so that files can be linked
-        self.folder = Path(tempfile.mkdtemp(prefix="e2e-", dir=source.parent))
+        self.folder = Path(tempfile.mkdtemp(prefix=self.system.folder_prefix, dir=source.parent))
         shutil.copytree(source, self.folder, copy_function=_link, dirs_exist_ok=True)
         self.remove(LOG)
 
@@ -88,17 +90,17 @@ class Installation:
     # what the program wrote
 
     def log_messages(self):
-        return [text.strip("\n") for text in re.split(r"(?m)^CC:?  \[[^\]]*\]\n", self.read(LOG))[1:]]
+        log = self.read(LOG).replace("\r", "")
+        return [text.strip("\n") for text in re.split(r"(?m)^CC:?  \[[^\]]*\]\n", log)[1:]]
 
     # modules of the tests' own
 
     def _use_modules(self, source_name, *libraries):
-        library = self.path("test_module.so")
+        library = self.path("test_module" + self.system.library)
         source = Path(__file__).with_name(source_name)
-        subprocess.run(["cc", "-shared", "-fPIC", "-o", library, f"-I{PROJECT / 'sdk'}", source, *libraries],
-                       check=True)
+        subprocess.run([*self.system.compiler, "-o", library, f"-I{PROJECT / 'sdk'}", source, *libraries], check=True)
         for module in ("hq", "factory", "battle"):
-            self.write(f"{module}.so", library.read_bytes())
+            self.write(module + self.system.library, library.read_bytes())
 
     def use_recording_modules(self):
         """Puts modules in place that return at once (see recording_module.c)."""

@@ -66,5 +66,6 @@ def alert_length(robot):
 
 def confirm_alert(robot, text):
     """Waits for the alert with this text and closes it by its key."""
-    wait_until(lambda: alert_length(robot) == len(text), f"the alert {text!r}")
+    wait_until(lambda: alert_length(robot) == len(text), f"the alert {text!r}",
+               10 * robot.system.slowness)
     robot.key("c")

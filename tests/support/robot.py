@@ -4,7 +4,6 @@ Coordinates are those of the program's picture of 800 x 600, in a window and in 
 """
 
 import os
-import shlex
 import subprocess
 import time
 from pathlib import Path
@@ -14,20 +13,16 @@ from PIL import Image
 
 from support.desktop import Desktop, stop, wait_until
 from support.installation import PROJECT, Installation
+from support.system import NO_SOUND, SYSTEM
 
-TITLE, FIRST_TITLE = "Veldor CC", "vcc"
+TITLE = SYSTEM.window_titles[0]
 PICTURES = PROJECT / "out/e2e"
-NO_SOUND = """</usr/share/alsa/alsa.conf>
-pcm.!default { type null }
-ctl.!default { type null }
-"""
 MENU_PICTURE = "images/menu.pcx"
 # After the program has placed the pointer (at the start of a pass, or when a key moves the focus) the library takes
 # motion as relative for a while: a move in that time ends elsewhere.
 POINTER_PLACED_S = 0.5
 LOOK_S, LOOK_TURNS = 0.03, 15
-WRAPPER = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command that becomes the program
-SLOWNESS = 10 if WRAPPER else 1
+SLOWNESS = SYSTEM.slowness
 
 
 class Robot:
@@ -36,6 +31,7 @@ class Robot:
         """`scale` is the setting display_scale, None leaves the installation's own; `server` are more arguments of the
         X server."""
         self.installation = installation or Installation()
+        self.system = self.installation.system
         self.desktop = Desktop(size, depth, window_manager, server, server_environment)
         self.films, self.scale = films, scale
         if scale is not None:
@@ -51,23 +47,26 @@ class Robot:
 
     def __exit__(self, *_):
         stop(self._program)
+        self.system.end()
         self.desktop.__exit__()
         if not self._files_kept:
             self.installation.delete()
 
     # the program
 
-    def start(self, *arguments, menu=True, environment=None):
-        """Starts the program; waits for the menu unless told otherwise. `environment` replaces the silent card."""
+    def start(self, *arguments, menu=True, environment=None, program=None):
+        """Starts the program (the installation's unless another is named); waits for the menu unless told otherwise.
+        `environment` replaces the silent card."""
         if not self.films:
             self.installation.set("VELDOR_GENERAL", "intro_at_all", "no")
         if not self.installation.path("alsa.conf").exists():
             self.installation.write("alsa.conf", NO_SOUND)
-        silent = {"ALSA_CONFIG_PATH": str(self.installation.path("alsa.conf"))}
+        silent = {"ALSA_CONFIG_PATH": "alsa.conf"}  # a list of names: the folder's may have a blank in it
         with open(self.installation.path("stderr.txt"), "wb") as errors:
             self._program = subprocess.Popen(
-                [*WRAPPER, "./vcc", *arguments], cwd=self.installation.folder, stdout=errors, stderr=subprocess.STDOUT,
-                env=os.environ | {"DISPLAY": self.desktop.name} | (environment or silent))
+                self.system.command(arguments, program), cwd=self.installation.folder, stdout=errors,
+                stderr=subprocess.STDOUT,
+                env=os.environ | self.system.environment() | {"DISPLAY": self.desktop.name} | (environment or silent))
         self._window = None
         if menu:
             self.wait_for_menu()
@@ -83,6 +82,10 @@ class Robot:
     def wait_for_end(self, timeout_s=10):
         """The exit status (negative: killed by that signal)."""
         return self._program.wait(timeout=timeout_s * SLOWNESS)
+
+    def ask_to_end(self):
+        """As the system does when the session ends."""
+        self.system.ask_to_end(self)
 
     def errors(self):
         return self.installation.read("stderr.txt")
@@ -102,7 +105,8 @@ class Robot:
         if not self.running():
             raise RuntimeError(f"the program ended with {self._program.poll()}: {self.errors()}")
         candidates = [window for window, _ in self.desktop.windows() if window.get_geometry().width >= 800]
-        named = self.desktop.find_window(TITLE) or self.desktop.find_window(FIRST_TITLE)
+        titles = self.system.window_titles
+        named = next(filter(None, map(self.desktop.find_window, titles)), None)
         if named or self.scale != 0:
             return named  # the others are parts of the window manager's frame
         return candidates[-1] if candidates else None
@@ -117,7 +121,8 @@ class Robot:
         fills a window of its own in it."""
         window = window or self.window()
         geometry = window.get_geometry()
-        inner = [child.get_geometry() for child in window.query_tree().children]
+        children = window.query_tree().children if self.system.has_inner_window else []
+        inner = [child.get_geometry() for child in children]
         if inner and window.get_wm_name():
             return inner[0].x, inner[0].y, inner[0].width, inner[0].height
         return (geometry.width - 800) // 2, (geometry.height - 600) // 2, 800, 600
@@ -204,7 +209,7 @@ class Robot:
     def _let_it_look(self):
         """Until the program has had its turn often enough for a few frames, which on a busy machine is late. A click
         that comes with the move, or is over too soon, means something else."""
-        time.sleep(LOOK_S)
+        time.sleep(LOOK_S * SLOWNESS)
         turns = Path(f"/proc/{self.pid}/schedstat")
         try:
             wanted = int(turns.read_text().split()[2]) + LOOK_TURNS

@@ -1,0 +1,103 @@
+"""What differs between the systems for one who starts the program and looks at it: the real program of this system, or
+that for Windows under Wine. The installation under test (VELDOR_INSTALLATION) decides."""
+
+import os
+import shlex
+import shutil
+import signal
+import subprocess
+from pathlib import Path
+
+
+PROJECT = Path(__file__).resolve().parents[2]
+# A card that takes everything and is not heard.
+NO_SOUND = """</usr/share/alsa/alsa.conf>
+pcm.!default { type null }
+ctl.!default { type null }
+"""
+
+
+class Linux:
+    installation, folder_prefix = "build/release/veldor", "e2e-"
+    name, program, library = "linux", "vcc", ".so"
+    window_titles, has_inner_window = ("Veldor CC", "vcc"), True
+    compiler = ["cc", "-shared", "-fPIC"]
+    wrapper = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command that becomes the program
+    slowness = 10 if wrapper else 1
+
+    def command(self, arguments, program=None):
+        return [*self.wrapper, program or f"./{self.program}", *arguments]
+
+    def environment(self):
+        return {}
+
+    def ask_to_end(self, robot):
+        os.kill(robot.pid, signal.SIGTERM)
+
+    def end(self):
+        pass
+
+
+class Wine:
+    """In Wine's virtual desktop, a window of 1024 x 768: a program's windows there are none of the X server's."""
+
+    installation, folder_prefix = "build/windows/veldor", "Übung 日本 "
+    name, program, library = "windows", "vcc.exe", ".dll"
+    window_titles, has_inner_window = ("Default - Wine desktop",), False
+    compiler = ["x86_64-w64-mingw32-gcc", "-shared", "-static", "-s"]
+    wrapper = ["/usr/lib/wine/wine64"]
+    slowness = 5
+    server = "/usr/lib/wine/wineserver64"
+    prefix = Path(os.environ.get("VELDOR_WINE_PREFIX", PROJECT / "build/windows-tests/prefix"))
+    registry = [("Explorer", "Desktop", "Default"), (r"Explorer\Desktops", "Default", "1024x768"),
+                ("Drivers", "Audio", "alsa")]
+
+    def command(self, arguments, program=None):
+        self.make_prefix()
+        return [*self.wrapper, program or self.program, *arguments]
+
+    def environment(self):
+        # Without winedbg a program that crashes ends at once.
+        return {"WINEPREFIX": str(self.prefix), "WINEARCH": "win64", "WINEDEBUG": "-all", "HOME": str(self.prefix),
+                "WINEDLLOVERRIDES": "mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d"}
+
+    def run(self, *command, **options):
+        """A program of Windows without a window, to its end."""
+        return subprocess.run([*self.wrapper, *map(str, command)], env=os.environ | self.environment(),
+                              timeout=120, check=False, **options)
+
+    def ask_to_end(self, robot):
+        subprocess.Popen([*self.wrapper, "wineboot", "--end-session"], stdout=subprocess.DEVNULL,
+                         stderr=subprocess.DEVNULL,
+                         env=os.environ | self.environment() | {"DISPLAY": robot.desktop.name})
+
+    def end(self):
+        """Ends everything in the prefix, which the next desktop needs."""
+        subprocess.run([self.server, "-k"], env=os.environ | self.environment(), check=False,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def make_prefix(self):
+        """Sets Wine up, once; takes some 20 seconds."""
+        ready = self.prefix / "ready"
+        if ready.exists():
+            return
+        shutil.rmtree(self.prefix, ignore_errors=True)
+        self.prefix.mkdir(parents=True)
+        quiet = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+        self.run("wineboot", "-i", **quiet)
+        for key, value, text in self.registry:
+            added = self.run("reg", "add", rf"HKCU\Software\Wine\{key}", "/v", value, "/d", text, "/f", **quiet)
+            if added.returncode != 0:
+                raise RuntimeError("Wine cannot be set up")
+        subprocess.run([self.server, "-w"], env=os.environ | self.environment(), timeout=60, check=True)
+        ready.touch()
+
+
+def installation_folder():
+    return Path(os.environ.get("VELDOR_INSTALLATION", PROJECT / Linux.installation))
+
+
+SYSTEM = Wine() if (installation_folder() / Wine.program).exists() else Linux()
+
+if __name__ == "__main__":
+    Wine().make_prefix()
