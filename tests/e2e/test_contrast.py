@@ -40,7 +40,10 @@ def shows(piece, colour):
 
 
 def on_plate(picture, area, *colours):
-    """The contrast of text that is part of a picture: its plate has the same colour along a row, and light letters cover less than 60 % of it."""
+    """The contrast of text that is part of a picture.
+
+    Its plate has the same colour along a row, and light letters cover less than 60 % of it.
+    """
     x, y, width, height = area
     piece = picture[y:y + height, x:x + width]
     assert all(shows(piece, colour) for colour in colours), f"no text at {area}"
@@ -54,7 +57,8 @@ def label(left, top):
 
 def rendered(folder, output, language, slot):
     hover = ["--hover", str(slot)] if slot else []
-    subprocess.run([VCCKIT, "render", folder, "--screen", "menu", "--language", language, "-o", output, *hover], check=True)
+    command = [VCCKIT, "render", folder, "--screen", "menu", "--language", language, "-o", output, *hover]
+    subprocess.run(command, check=True)
     return np.asarray(Image.open(output).convert("RGB"))
 
 
@@ -77,7 +81,8 @@ def test_every_text_of_the_menu_stands_out(without_line, tmp_path, language):
         empty = rendered(without_line, tmp_path / "empty.png", language, SLOTS.get(lit))
         line = (picture != empty).any(axis=2)
         assert shows(picture[line], LINE_COLOUR), "no bottom line"
-        found = {"bottom line": worst_contrast(LINE_COLOUR, empty[line]), "caption": on_plate(picture, CAPTION, parts.CREAM, parts.GREY)}
+        found = {"bottom line": worst_contrast(LINE_COLOUR, empty[line]),
+                 "caption": on_plate(picture, CAPTION, parts.CREAM, parts.GREY)}
         for name, top in menu.TOPS.items():
             found[name] = on_plate(picture, label(menu.LEFT, top), widgets.STATES["over" if name == lit else "rest"][3])
         assert min(found.values()) >= ENOUGH, (lit, found)
