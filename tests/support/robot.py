@@ -83,10 +83,6 @@ class Robot:
         """The exit status (negative: killed by that signal)."""
         return self._program.wait(timeout=timeout_s * SLOWNESS)
 
-    def ask_to_end(self):
-        """As the system does when the session ends."""
-        self.system.ask_to_end(self)
-
     def errors(self):
         return self.installation.read("stderr.txt")
 

@@ -4,7 +4,6 @@ that for Windows under Wine. The installation under test (VELDOR_INSTALLATION) d
 import os
 import shlex
 import shutil
-import signal
 import subprocess
 from pathlib import Path
 
@@ -30,9 +29,6 @@ class Linux:
 
     def environment(self):
         return {}
-
-    def ask_to_end(self, robot):
-        os.kill(robot.pid, signal.SIGTERM)
 
     def end(self):
         pass
@@ -65,11 +61,6 @@ class Wine:
         """A program of Windows without a window, to its end."""
         return subprocess.run([*self.wrapper, *map(str, command)], env=os.environ | self.environment(),
                               timeout=120, check=False, **options)
-
-    def ask_to_end(self, robot):
-        subprocess.Popen([*self.wrapper, "wineboot", "--end-session"], stdout=subprocess.DEVNULL,
-                         stderr=subprocess.DEVNULL,
-                         env=os.environ | self.environment() | {"DISPLAY": robot.desktop.name})
 
     def end(self):
         """Ends everything in the prefix, which the next desktop needs."""

@@ -66,12 +66,6 @@ def test_a_desktop_without_the_full_screen_mode_gets_its_window(make_robot):
     assert robot.installation.settings()["VELDOR_GRAPHICS"]["screen_mode_range"] == "2"
 
 
-def test_the_session_ends(make_robot):
-    robot = make_robot().start()
-    robot.ask_to_end()
-    assert robot.wait_for_end(20) == 0
-
-
 def test_the_installer_gives_every_player_a_folder(make_robot):
     """Installed, played, removed: what is the player's stays."""
     [setup] = (PROJECT / "out/package").glob("*_setup.exe")
