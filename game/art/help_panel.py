@@ -1,7 +1,8 @@
 """Draws images/help.pcx, what a help page lies on: help_panel.py IMAGES
 
-The panel is as large as text window 2, and the program draws it again for every page. Row and edges follow game/screens/mess.toml: the title in
-the band at the top, the buttons in the band at the bottom. The mark at the left of the title is all that the band shows of a page without one.
+The panel is as large as text window 2, and the program draws it again for every page. Row and edges follow
+game/screens/mess.toml: the title in the band at the top, the buttons in the band at the bottom. The mark at the left of
+the title is all that the band shows of a page without one.
 """
 
 import sys

@@ -24,6 +24,11 @@ def gradient(size, top, bottom):
     return strip.resize(size)
 
 
+def as_picture(colour, alpha):
+    whole = np.clip(np.concatenate([colour, alpha], axis=-1), 0, 1)
+    return Image.fromarray((whole * 255 + 0.5).astype(np.uint8), "RGBA")
+
+
 BRASS = [(0.00, 255, 236, 190), (0.10, 246, 190, 96), (0.50, 186, 120, 50), (0.90, 236, 168, 78), (1.00, 255, 226, 166)]
 
 
@@ -32,7 +37,7 @@ def metal_frame(size, bar, cut, stops=BRASS, dim=0.8):
     layer = metal.Frame(*size, bar, cut).paint(stops, glow=0, shadow=0, rim=0.8, dim=dim)
     alpha = np.clip(layer[..., 3:], 0, 1)
     colour = np.where(alpha > 0, layer[..., :3] / np.maximum(alpha, 1e-4), 0)
-    return Image.fromarray((np.clip(np.concatenate([colour, alpha], axis=-1), 0, 1) * 255 + 0.5).astype(np.uint8), "RGBA")
+    return as_picture(colour, alpha)
 
 
 def put(picture, layer, place):
@@ -66,7 +71,7 @@ def metal_word(word, tall, size, dim=1.0):
     layer = metal.Word(word, *size, 2, 3, tall / 100, over=4).paint(glow=0, shadow=0, rim=1.2, dim=dim)
     alpha = np.clip(layer[..., 3:], 0, 1)
     colour = np.where(alpha > 0, layer[..., :3] / np.maximum(alpha, 1e-4), 0)
-    return Image.fromarray((np.clip(np.concatenate([colour, alpha], axis=-1), 0, 1) * 255 + 0.5).astype(np.uint8), "RGBA")
+    return as_picture(colour, alpha)
 
 
 def save(picture, path):

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Draws images/previews.pcx, what the menu shows of the places behind its buttons: previews.py IMAGES
 
-One tile below the other in the order of the buttons, then the one for no button; English at the left, German at the right.
+One tile below the other in the order of the buttons, then the one for no button; English at the left, German at
+the right.
 """
 import math
 import sys
@@ -28,7 +29,8 @@ IDLE = ("VELDOR", "choose a destination"), ("VELDOR", "w\u00e4hle ein Ziel")
 def piece(images, name, area, colour, brightness):
     left, top, width = area
     height = round(width * ROOM[1] / ROOM[0])
-    picture = Image.open(images / f"{name}.pcx").convert("RGB").crop((left, top, left + width, top + height)).resize(ROOM, Image.LANCZOS)
+    picture = Image.open(images / f"{name}.pcx").convert("RGB").crop((left, top, left + width, top + height))
+    picture = picture.resize(ROOM, Image.LANCZOS)
     picture = ImageEnhance.Color(picture).enhance(colour)
     return ImageEnhance.Brightness(picture).enhance(brightness).filter(ImageFilter.UnsharpMask(0.8, 60, 2))
 
@@ -42,7 +44,8 @@ def monitor():
     x, y = width // 2, height // 2
     for k in range(72):  # the beam and its afterglow
         level = (k / 72) ** 2
-        draw.pieslice((x - 4 * 45, y - 4 * 45, x + 4 * 45, y + 4 * 45), -120 + k, -118 + k, fill=tuple(round(a + b * level) for a, b in zip((14, 21, 25), (96, 58, 8))))
+        colour = tuple(round(a + b * level) for a, b in zip((14, 21, 25), (96, 58, 8)))
+        draw.pieslice((x - 4 * 45, y - 4 * 45, x + 4 * 45, y + 4 * 45), -120 + k, -118 + k, fill=colour)
     for radius in (15, 30, 45):
         draw.ellipse((x - 4 * radius, y - 4 * radius, x + 4 * radius, y + 4 * radius), outline=(92, 66, 30), width=3)
     for turn in range(0, 360, 30):

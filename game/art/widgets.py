@@ -1,10 +1,11 @@
 #!/usr/bin/python3
-"""Draws the parts of the screens that are neither rendered scenes nor text of the program: the menu's buttons and frame, the small
-buttons, lamps and titles, and the panels of the options screen on its mood picture.
+"""Draws the parts of the screens that are neither rendered scenes nor text of the program: the menu's buttons and
+frame, the small buttons, lamps and titles, and the panels of the options screen on its mood picture.
 
     game/art/widgets.py OUTPUT_FOLDER [OPTIONS_BASE.png]
 
-Writes buttons.pcx, widgets.pcx and options.pcx (24-bit). Coordinates that screens/*.toml cut pictures from stand in the tables below.
+Writes buttons.pcx, widgets.pcx and options.pcx (24-bit). Coordinates that screens/*.toml cut pictures from
+stand in the tables below.
 """
 import sys
 from pathlib import Path
@@ -23,7 +24,8 @@ STATES = {
 }
 
 MENU_SIZE = (216, 42)  # button k in state column s: (s * 220, k * 46), German ones 240 lower
-MENU_LABELS = [("HQ", "HQ"), ("FACTORY", "FABRIK"), ("BATTLE", "SCHLACHT"), ("OPTIONS", "OPTIONEN"), ("LEAVE", "BEENDEN")]
+MENU_LABELS = [("HQ", "HQ"), ("FACTORY", "FABRIK"), ("BATTLE", "SCHLACHT"), ("OPTIONS", "OPTIONEN"),
+               ("LEAVE", "BEENDEN")]
 MENU_FRAME, MENU_FRAME_SIZE = (0, 480), (240, 266)  # around the buttons
 
 SMALL_SIZE = (116, 30)  # button k in state column s: (s * 120, k * 34), German ones 280 lower
@@ -41,7 +43,8 @@ def button(size, label, state, text_height):
     draw.rectangle((0, 0, width - 1, height - 1), outline=frame, width=line)
     lighter = tuple(min(255, c + 34) for c in top)
     draw.rectangle((2 * line, 2 * line, width - 2 * line, 2 * line + line - 1), fill=lighter)
-    draw.rectangle((2 * line, height - 3 * line, width - 2 * line, height - 2 * line - 1), fill=tuple(c // 2 for c in bottom))
+    darker = tuple(c // 2 for c in bottom)
+    draw.rectangle((2 * line, height - 3 * line, width - 2 * line, height - 2 * line - 1), fill=darker)
     bar = max(3, size[1] // 10) * line
     draw.rectangle((5 * line, 7 * line, 5 * line + bar, height - 7 * line), fill=lamp)
     is_small = size[0] <= 150
@@ -69,7 +72,8 @@ def sheet(size, labels, column, row, language_offset, text_height, total):
     for language in range(2):
         for k, label in enumerate(labels):
             for s, state in enumerate(STATES):
-                picture.paste(button(size, label[language], state, text_height), (s * column, language * language_offset + k * row))
+                at = (s * column, language * language_offset + k * row)
+                picture.paste(button(size, label[language], state, text_height), at)
     return picture
 
 
@@ -88,7 +92,8 @@ def lamp(lit):
     draw.ellipse((3 * SCALE, 2 * SCALE, 6 * SCALE, 5 * SCALE), fill=rim)
     mask = Image.new("L", (size, size), 0)
     ImageDraw.Draw(mask).ellipse((0, 0, size - 1, size - 1), fill=255)
-    mask = mask.resize((11, 11), Image.BOX).point(lambda v: 255 if v > 127 else 0)  # a hard edge against the transparent colour
+    # a hard edge against the transparent colour
+    mask = mask.resize((11, 11), Image.BOX).point(lambda v: 255 if v > 127 else 0)
     result = Image.new("RGB", (11, 11), PINK)
     result.paste(picture.resize((11, 11), Image.BOX), (0, 0), mask)
     return result
@@ -103,12 +108,14 @@ def widgets():
     return picture
 
 
-# The options screen: panels, and the plates that its texts lie on. Rows are those of a grid of 14 pixels. A panel begins 26 pixels above its first
-# plate: frame and title band take 20 of them.
-PANELS = [(14, 68, 138, 205), (191, 68, 408, 178), (191, 194, 408, 330), (191, 334, 408, 471), (514, 68, 785, 423), (514, 427, 785, 590), (14, 475, 503, 560)]
+# The options screen: panels, and the plates that its texts lie on. Rows are those of a grid of 14 pixels. A panel
+# begins 26 pixels above its first plate: frame and title band take 20 of them.
+PANELS = [(14, 68, 138, 205), (191, 68, 408, 178), (191, 194, 408, 330), (191, 334, 408, 471), (514, 68, 785, 423),
+          (514, 427, 785, 590), (14, 475, 503, 560)]
 BAND = 19
-SELECTOR_ROWS, SOUND_ROWS, DISPLAY_ROWS, BATTLE_ROWS, VALUE_ROWS = (7, 9, 11, 13), (7, 9, 11), (16, 18, 20, 22), (26, 28, 30, 32), range(7, 28, 2)
-PLATES = [(24, r, 128) for r in SELECTOR_ROWS] + [(200, r, 399) for r in (*SOUND_ROWS, *DISPLAY_ROWS, *BATTLE_ROWS)]
+SELECTOR_ROWS, OPTION_ROWS = (7, 9, 11, 13), (7, 9, 11, 16, 18, 20, 22, 26, 28, 30, 32)
+VALUE_ROWS = range(7, 28, 2)
+PLATES = [(24, r, 128) for r in SELECTOR_ROWS] + [(200, r, 399) for r in OPTION_ROWS]
 GROOVES = [(528, r, 777) for r in VALUE_ROWS]  # most of them are empty most of the time
 FIELDS = [(122, 36, 254), (362, 36, 494)]
 FIELD_FILL = (31, 31, 31)  # that of a field at rest
