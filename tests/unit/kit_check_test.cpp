@@ -224,11 +224,7 @@ TEST_F(Check, MistakesOfASourceAreToldOnceAtTheirLine) {
         {"vcc", slot + "# vcckit: ignore VK10", "5:18 VK022 VK010"},
     };
     const Library library;
-    Installation installation;
-    Faults none;
-    read_settings(installation, none);
-    read_fonts(installation, none);
-    ASSERT_TRUE(installation.fonts);
+    ASSERT_TRUE(load_measuring_fonts());
     for (const auto& [name, source, told] : mistakes) {
         std::string found;
         for (const Fault& fault : check_source(name + ".toml", source, {false, true, {}}).faults)

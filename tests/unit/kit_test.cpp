@@ -90,6 +90,8 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
         // what is kept from the TOML reader
         {std::string(33, '.'), ":1:33: VK002 a key of more than 32 parts"},
         {"text = \"\"\"a\\\n\n  \u00fc\"\"\"", ":3:3: VK002 U+00FC behind a backslash"},
+        {slot + "[^[slot]]", ":3:2: VK002 a heading without a name"},
+        {slot + "text = [\n[ {", ":4:4: VK001 "},
         {"a =1'\u00fc'", ":1:6: VK002 U+00FC in a text that follows a word"},
         {"text = \"a\"\n# \xc3", ":2:2: VK002 the source is not UTF-8"},
     };

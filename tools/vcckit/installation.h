@@ -65,6 +65,9 @@ inline const ScreenFiles& screen_of(const LanguageFiles& language, ScreenKind ki
     return language.screens[static_cast<std::size_t>(kind)];
 }
 
+/// Loads settings and fonts of the working folder, telling nothing; false when the fonts cannot be loaded.
+bool load_measuring_fonts();
+
 // Readers, each for its own files; they report what is wrong with a file by itself.
 void read_settings(Installation& installation, Faults& faults);
 void read_fonts(Installation& installation, Faults& faults);

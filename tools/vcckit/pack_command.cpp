@@ -74,11 +74,7 @@ std::vector<SourceCheck> check_all(const std::vector<Source>& sources, const Pac
                                    std::set<FaultCode> ignored) {
     const platform::FolderVisit visit(request.installation);
     const Library library;
-    Installation installation;
-    Faults not_told; // vcckit check tells them
-    read_settings(installation, not_told);
-    read_fonts(installation, not_told);
-    const SourceRules rules{request.any_name, installation.fonts, std::move(ignored)};
+    const SourceRules rules{request.any_name, load_measuring_fonts(), std::move(ignored)};
     std::vector<SourceCheck> checked;
     for (const Source& source : sources)
         checked.push_back(check_source(source.file, source.text, rules));
@@ -167,11 +163,7 @@ std::optional<std::string> source_beside(const fs::path& slot_file, const std::s
 bool describes_with_fonts(const std::string& source, const Screen& screen, const fs::path& slot_file) {
     const platform::FolderVisit visit((fs::absolute(slot_file).parent_path() / "../../..").lexically_normal().string());
     const Library library;
-    Installation installation;
-    Faults not_told;
-    read_settings(installation, not_told);
-    read_fonts(installation, not_told);
-    return describes(source, screen, installation.fonts ? measure_of_loaded_fonts() : TextMeasure{});
+    return describes(source, screen, load_measuring_fonts() ? measure_of_loaded_fonts() : TextMeasure{});
 }
 
 /// Empty when a source cannot say it.

@@ -43,6 +43,18 @@ void read_fonts(Installation& installation, Faults& faults) {
     configure_fonts(); // cells are known even without faces
 }
 
+bool load_measuring_fonts() {
+    Installation installation;
+    Faults not_told; // vcckit check tells them
+    read_settings(installation, not_told);
+    bool there = platform::init_truetype();
+    for (int n = 0; n < font_count; ++n) // or the loader would write into the log
+        there = there && platform::file_exists(std::string(path::fonts) + "/" + read_text("font#_name", n));
+    const bool loaded = there && load_fonts(path::fonts);
+    configure_fonts();
+    return loaded;
+}
+
 void read_buffers(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(path::buffer_list);
     if (!text) {

@@ -39,6 +39,7 @@ public:
             if (next.code == '\n') {
                 ++line_;
                 column_ = 0;
+                at_line_start_ = inside_ == Inside::nothing;
                 dots_ = 0;
             }
         }
@@ -77,7 +78,31 @@ private:
         return {};
     }
 
+    /// Whether a heading goes on as one can: the TOML reader takes it for granted that a name follows the brackets.
+    bool continues_heading(char32_t c) {
+        const bool blank = c == ' ' || c == '\t';
+        if (heading_ == Heading::none) {
+            if (at_line_start_ && depth_ == 0 && c == '[')
+                heading_ = Heading::bracket;
+            at_line_start_ = at_line_start_ && blank;
+            return true;
+        }
+        if (heading_ == Heading::bracket && c == '[') {
+            heading_ = Heading::name;
+            return true;
+        }
+        heading_ = blank ? Heading::name : Heading::none;
+        const bool letter = (c | 0x20) >= 'a' && (c | 0x20) <= 'z';
+        return blank || letter || (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '"' || c == '\'' || c == ']';
+    }
+
     std::string take_outside(char32_t c) {
+        if (!continues_heading(c))
+            return "a heading without a name: [[slot]], [style.button] ...";
+        if (c == '[' || c == '{')
+            ++depth_;
+        else if (c == ']' || c == '}')
+            --depth_;
         constexpr std::u32string_view ends_word = U" \t\r\n]},#", before_value = U"=[{\"'";
         if (ends_word.find(c) != std::u32string_view::npos)
             word_ = false;
@@ -156,6 +181,10 @@ private:
     bool word_ = false;    ///< the reader may be looking through a number, to its next blank, bracket's end or comma
     bool in_word_ = false; ///< the text began there
     bool escaped_ = false, joining_ = false, ended_ = false;
+    enum class Heading { none, bracket, name }; ///< what a heading waits for: one more bracket, or a name
+    Heading heading_ = Heading::none;
+    bool at_line_start_ = true;
+    int depth_ = 0; ///< brackets that are open
     int line_ = 1, column_ = 0, dots_ = 0;
 };
 
