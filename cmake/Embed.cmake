@@ -1,5 +1,5 @@
-# veldor_embed(OUTPUT FOLDER FILES...): a source that holds the files of a folder, or others by their full paths under their
-# bare names, and defines template_files().
+# veldor_embed(OUTPUT FOLDER FILES...): a source that holds the files of a folder, or others given by full path under
+# their bare names, and defines template_files().
 function(veldor_embed output folder)
   set(arrays "")
   set(rows "")

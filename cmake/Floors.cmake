@@ -1,5 +1,6 @@
 # veldor_floor(NAME LIBRARIES...): the static library of one folder below src/, with every source file in it. The
-# libraries are the floors below it and what it needs from outside. A file named *_linux.cpp or *_windows.cpp belongs to that system alone.
+# libraries are the floors below it and what it needs from outside. A file named *_linux.cpp or *_windows.cpp belongs to
+# that system alone.
 function(veldor_floor name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$") # the program's own file

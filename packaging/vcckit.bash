@@ -5,7 +5,10 @@ _vcckit()
     COMPREPLY=()
     while IFS= read -r line; do
         case $line in
-        :folders) compopt -o filenames 2>/dev/null; mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -d -- "$current") ;;
+        :folders)
+            compopt -o filenames 2>/dev/null
+            mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -d -- "$current")
+            ;;
         :files*)
             # Folders always: the file may lie in one. Letter case does not matter, as to vcckit.
             compopt -o filenames 2>/dev/null

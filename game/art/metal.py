@@ -1,4 +1,7 @@
-"""Draws words as bevelled metal. As a program: metal.py WORD WIDTH HEIGHT X Y SCALE OUT.png (a clear ground, places in pixels)."""
+"""Draws words as bevelled metal.
+
+As a program: metal.py WORD WIDTH HEIGHT X Y SCALE OUT.png (a transparent background, positions in pixels).
+"""
 import sys
 
 import numpy as np
@@ -6,8 +9,10 @@ from PIL import Image
 
 import glyphs
 
-AMBER = [(0.00, 255, 240, 204), (0.14, 255, 214, 138), (0.34, 246, 164, 56), (0.47, 150, 82, 22), (0.53, 122, 62, 14), (0.62, 190, 110, 32), (0.82, 255, 190, 92), (1.00, 255, 226, 166)]
-STEEL = [(0.00, 226, 234, 242), (0.16, 172, 186, 200), (0.36, 108, 122, 136), (0.48, 44, 52, 60), (0.53, 34, 40, 48), (0.64, 84, 96, 110), (0.84, 156, 170, 184), (1.00, 208, 218, 228)]
+AMBER = [(0.00, 255, 240, 204), (0.14, 255, 214, 138), (0.34, 246, 164, 56), (0.47, 150, 82, 22), (0.53, 122, 62, 14),
+         (0.62, 190, 110, 32), (0.82, 255, 190, 92), (1.00, 255, 226, 166)]
+STEEL = [(0.00, 226, 234, 242), (0.16, 172, 186, 200), (0.36, 108, 122, 136), (0.48, 44, 52, 60), (0.53, 34, 40, 48),
+         (0.64, 84, 96, 110), (0.84, 156, 170, 184), (1.00, 208, 218, 228)]
 
 
 def ramp(stops, t):
@@ -19,8 +24,8 @@ def ramp(stops, t):
 class Shape:
     """A shape on a canvas: signed distance to its outline (inside positive) and its direction, in pixels.
 
-    rings: closed outlines, holes included. Colours run from top down over `tall` pixels; bevel, glow and shadow are as large as letters of `unit`
-    pixels have them.
+    rings: closed outlines, holes included. Colours run from top down over `tall` pixels; bevel, glow and shadow have
+    the size that suits letters of `unit` pixels.
     """
 
     def __init__(self, rings, width, height, x, y, tall, unit, over=2):
@@ -57,8 +62,12 @@ class Shape:
         h, w = picture.shape[0] // o, picture.shape[1] // o
         return picture.reshape(h, o, w, o, -1).mean(axis=(1, 3))
 
-    def paint(self, stops=AMBER, light=(-0.55, -0.75, 0.55), sweep=None, glow=0.35, glow_colour=(1.0, 0.60, 0.18), rim=2.2, shadow=0.7, dim=1.0):
-        """Returns premultiplied red, green, blue, alpha (0..1) of the canvas. sweep = place in pixels of a band of light, or None."""
+    def paint(self, stops=AMBER, light=(-0.55, -0.75, 0.55), sweep=None, glow=0.35, glow_colour=(1.0, 0.60, 0.18),
+              rim=2.2, shadow=0.7, dim=1.0):
+        """Returns premultiplied red, green, blue, alpha (0..1) of the canvas.
+
+        sweep: where a band of light lies, in pixels, or None.
+        """
         d = self.distance
         bevel = self.unit * 0.075
         slope = np.where(d < bevel, 1.0 - 0.35 * np.clip(d / bevel, 0, 1), 0.0) * 1.15
@@ -68,7 +77,9 @@ class Shape:
         diffuse = nx * lx + ny * ly + nz * lz
         place = np.clip((self.ys - self.top) / self.tall, 0, 1)
         face = ramp(stops, np.clip(place + self.brush * 0.03, 0, 1)) * (1 + self.brush[..., None] * 0.06)
-        side = ramp(stops, np.clip(0.5 - 0.5 * (ny * 0.9), 0, 1)) * 0.15 + np.array(stops[0][1:]) / 255 * np.clip(diffuse, 0.02, 1)[..., None] ** 1.5 * np.array([0.9, 0.97, 1.0] if stops is STEEL else [1.0, 0.86, 0.66])
+        tint = np.array([0.9, 0.97, 1.0] if stops is STEEL else [1.0, 0.86, 0.66])
+        lit = np.array(stops[0][1:]) / 255 * np.clip(diffuse, 0.02, 1)[..., None] ** 1.5 * tint
+        side = ramp(stops, np.clip(0.5 - 0.5 * (ny * 0.9), 0, 1)) * 0.15 + lit
         edge = np.clip((bevel - d) * 1.5 + 0.5, 0, 1)[..., None]
         colour = face * (1 - edge) + side * edge
         ridge = np.exp(-(((d - bevel) / 0.9) ** 2))[..., None] * np.clip(-ny * 0.6 - nx * 0.4 + 0.35, 0, 1)[..., None]
@@ -95,21 +106,22 @@ class Shape:
 
 
 class Word(Shape):
-    """A word in the letters of glyphs.py: its top left corner at (x, y), `scale` pixels a unit."""
+    """A word in the letters of glyphs.py: its top left corner at (x, y), `scale` pixels per unit."""
 
     def __init__(self, word, width, height, x, y, scale, over=2):
-        rings = [[(x + px * scale, y + py * scale) for px, py in ring] for letter in glyphs.rings(word) for ring in letter]
+        rings = [[(x + px * scale, y + py * scale) for px, py in ring]
+                 for letter in glyphs.rings(word) for ring in letter]
         super().__init__(rings, width, height, x, y, scale * 100, scale * 100, over)
 
 
 def cut_corners(left, top, right, bottom, cut):
     """The outline of a rectangle without its corners, as the letters have it."""
-    return [(left + cut, top), (right - cut, top), (right, top + cut), (right, bottom - cut), (right - cut, bottom), (left + cut, bottom),
-            (left, bottom - cut), (left, top + cut)]
+    return [(left + cut, top), (right - cut, top), (right, top + cut), (right, bottom - cut),
+            (right - cut, bottom), (left + cut, bottom), (left, bottom - cut), (left, top + cut)]
 
 
 class Frame(Shape):
-    """A frame of a panel that fills the canvas: `margin` pixels around it, bars of `bar` pixels, corners cut off by `cut`."""
+    """A panel's frame that fills the canvas: `margin` pixels around it, bars of `bar` pixels, corners cut by `cut`."""
 
     def __init__(self, width, height, bar, cut, margin=1, over=4):
         outer = cut_corners(margin, margin, width - margin, height - margin, cut)
@@ -127,7 +139,8 @@ def main(argv):
     layer = Word(word, width, height, x, y, scale, over=3).paint()
     alpha = np.clip(layer[..., 3:], 0, 1)
     rgb = np.where(alpha > 0, layer[..., :3] / np.maximum(alpha, 1e-4), 0)
-    Image.fromarray((np.clip(np.concatenate([rgb, alpha], axis=-1), 0, 1) * 255 + 0.5).astype(np.uint8), "RGBA").save(out)
+    pixels = np.clip(np.concatenate([rgb, alpha], axis=-1), 0, 1) * 255 + 0.5
+    Image.fromarray(pixels.astype(np.uint8), "RGBA").save(out)
 
 
 if __name__ == "__main__":

@@ -23,7 +23,10 @@ def screen(a, b):
 
 def cloud(seed, sizes=((4, 3), (8, 6), (16, 12), (32, 24), (64, 48))):
     rng = np.random.default_rng(seed)
-    total = sum(np.asarray(Image.fromarray((rng.random((h, w)) * 255).astype(np.uint8)).resize((W, H), Image.BICUBIC), float) / 255 / 1.7**k for k, (w, h) in enumerate(sizes))
+    total = 0
+    for k, (w, h) in enumerate(sizes):
+        noise = Image.fromarray((rng.random((h, w)) * 255).astype(np.uint8)).resize((W, H), Image.BICUBIC)
+        total = total + np.asarray(noise, float) / 255 / 1.7**k
     return (total - total.min()) / (total.max() - total.min())
 
 
@@ -39,7 +42,8 @@ def lines(count, length, width, slant, seed, level):
 
 
 def rain(picture):
-    bright = np.asarray(Image.fromarray((picture * 255).astype(np.uint8)).filter(ImageFilter.GaussianBlur(25)), float) / 255
+    blurred = Image.fromarray((picture * 255).astype(np.uint8)).filter(ImageFilter.GaussianBlur(25))
+    bright = np.asarray(blurred, float) / 255
     light = 0.35 + 2.2 * bright.mean(axis=-1, keepdims=True)  # drops show where light falls through them
     drops = lines(2600, 34, 1, 0.16, 5, 120) + lines(900, 70, 2, 0.18, 6, 105) + lines(160, 150, 3, 0.20, 7, 80)
     veil = np.array([0.10, 0.125, 0.16]) * 0.25 * (0.4 + 0.6 * cloud(3)[..., None])
@@ -55,14 +59,17 @@ def battle(picture):
         up = np.clip((foot - ys) / foot, 0, 1)
         middle = x0 + lean * (foot - ys) * (1 + up) + (a - 0.5) * 120 * up + (cloud(seed) - 0.5) * 46
         half = wide * (0.6 + 6.0 * up)
-        dense = np.exp(-(((xs - middle) / half) ** 2)) * (ys < foot) * np.clip((foot - ys) / 6, 0, 1) * (1 - up) ** 0.8 * (0.45 + 0.75 * b)
+        dense = np.exp(-(((xs - middle) / half) ** 2)) * (ys < foot) * np.clip((foot - ys) / 6, 0, 1)
+        dense = dense * (1 - up) ** 0.8 * (0.45 + 0.75 * b)
         dense = np.clip(dense * 1.15, 0, 0.9)[..., None]
         lit = np.exp(-up * 14)[..., None]
-        picture = picture * (1 - dense) + (np.array([0.075, 0.055, 0.055]) * (1 - lit) + np.array([0.9, 0.36, 0.10]) * lit) * dense
+        colour = np.array([0.075, 0.055, 0.055]) * (1 - lit) + np.array([0.9, 0.36, 0.10]) * lit
+        picture = picture * (1 - dense) + colour * dense
         fire = np.exp(-(((xs - x0) / (wide * 1.1)) ** 2) - ((ys - foot + 4) / 7) ** 2)[..., None]
         picture = screen(picture, fire * np.array([1.0, 0.55, 0.18]))
     # the muzzle flash: a hot core, a long flame ahead, two to the sides of the brake, and the smoke it lights
-    mx, my, dx, dy, size = 464.0, 242.0, -0.86, -0.51, 0.58  # where the scene's gun ends, where it points; 1: a flame of 150 pixels
+    # where the scene's gun ends, where it points; size 1 is a flame of 150 pixels
+    mx, my, dx, dy, size = 464.0, 242.0, -0.86, -0.51, 0.58
     ahead, aside = ((xs - mx) * dx + (ys - my) * dy) / size, (-(xs - mx) * dy + (ys - my) * dx) / size
     wave = (cloud(41, ((16, 12), (32, 24), (64, 48), (128, 96))) - 0.5) * 20
 
@@ -77,8 +84,10 @@ def battle(picture):
         fire = np.maximum(fire, 0.9 * flame(ahead * c + aside * s, -ahead * s + aside * c, length, 10))
     r = np.hypot(xs - mx + 14 * size, ys - my + 4 * size) / size
     puff = np.clip(np.exp(-(((ahead - 70) / 110) ** 2) - (aside / 70) ** 2) * (b * 1.5 - 0.25), 0, 0.75)[..., None]
-    picture = picture * (1 - puff) + (np.array([0.62, 0.36, 0.20]) + np.exp(-r / 60)[..., None] * np.array([0.5, 0.4, 0.25])) * puff
-    hot = fire[..., None] * np.array([1.0, 0.72, 0.30]) + (fire**3)[..., None] * np.array([0.5, 0.7, 0.8]) + np.exp(-((r / 26) ** 2))[..., None] * np.array([1.0, 0.9, 0.7])
+    smoke = np.array([0.62, 0.36, 0.20]) + np.exp(-r / 60)[..., None] * np.array([0.5, 0.4, 0.25])
+    picture = picture * (1 - puff) + smoke * puff
+    hot = fire[..., None] * np.array([1.0, 0.72, 0.30]) + (fire**3)[..., None] * np.array([0.5, 0.7, 0.8])
+    hot = hot + np.exp(-((r / 26) ** 2))[..., None] * np.array([1.0, 0.9, 0.7])
     return screen(screen(picture, hot), np.exp(-r / 70)[..., None] * np.array([0.65, 0.36, 0.14]))
 
 

@@ -1,5 +1,6 @@
 // The machine alone on a clear ground. Declare=Shot=0..3 Declare=Pass=0..3 Declare=Mirror=0|1 (1: its image in water).
-// Pass 0 is in the light of the shot, lamps as pose.inc says; 1 by the visor alone, 2 by the head lamps, 3 by the flash.
+// Pass 0 is in the light of the shot, lamps as pose.inc says; 1 by the visor alone, 2 by the head lamps, 3 by the
+// flash.
 #version 3.7;
 global_settings{assumed_gamma 1.0 max_trace_level 2}
 #include "pose.inc"

@@ -4,7 +4,8 @@ global_settings{assumed_gamma 1.0 max_trace_level 6}
 #declare F_Sun=vnormalize(<.80,.26,.62>);
 #declare F_SunLight=srgb<1.0,.70,.40>*4.4;
 #declare F_Glow=.9; #declare F_Disc=0; #declare F_GlowTint=<.9,.66,.40>;
-#declare F_Horizon=<.58,.52,.42>; #declare F_Low=<.50,.49,.44>; #declare F_Mid=<.33,.35,.36>; #declare F_High=<.19,.22,.25>; #declare F_Zenith=<.10,.12,.14>;
+#declare F_Horizon=<.58,.52,.42>; #declare F_Low=<.50,.49,.44>; #declare F_Mid=<.33,.35,.36>;
+#declare F_High=<.19,.22,.25>; #declare F_Zenith=<.10,.12,.14>;
 #declare F_Cloud1=<.42,.40,.36>; #declare F_Cloud2=<.17,.18,.19>; #declare F_CloudTurn=75;
 #declare F_Dry=-.40; #declare F_MudTint=.62; #declare F_Fill=.62;
 #declare F_Fog=srgbt<.44,.42,.37,.12>; #declare F_FogFar=60;
