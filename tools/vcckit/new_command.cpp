@@ -143,7 +143,7 @@ std::string fault_of(const NewRequest& request, const fs::path& folder, const st
     if (!is_installation(*base))
         return base->string() + ": is no installation: it has no " + path::sound_setup + ", no " + path::buffer_list +
                " or no " + path::settings;
-    if (!fs::exists(*base / "vcc", error))
+    if (!fs::exists(*base / "vcc", error) && !fs::exists(*base / "vcc.exe", error))
         return base->string() + ": has no program vcc";
     return {};
 }
