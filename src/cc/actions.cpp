@@ -113,7 +113,7 @@ void step_forward(BITMAP* target, const OptionRow& option, const Slot& button) {
 
 /// A theme is chosen among those that are there; any other value among the row's labels.
 bool is_choice(const OptionRow& option, int value) {
-    const int count = option.labels.empty() ? number_of_themes : static_cast<int>(option.labels.size());
+    const int count = option.labels.empty() ? number_of_themes : option.labels.size();
     return value >= 0 && value < count;
 }
 

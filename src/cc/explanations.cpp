@@ -1,29 +1,34 @@
 #include "cc/explanations.h"
 
+#include "text/screen_texts.h"
+
+#include <optional>
+
 namespace vcc {
 
 namespace {
 
-constexpr Explanation of_the_loop_button{"Use this option to switch", "between looping only the",
-                                         "currently chosen music theme", "or looping through all", "music themes."};
-constexpr Explanation no_lines{};
+constexpr int of_the_loop_button = explanation_number(11);
 
-const Explanation* find(Row row) {
+std::optional<int> first_line(Row row) {
     if (row == Row::loop_theme)
-        return &of_the_loop_button;
+        return of_the_loop_button;
     const OptionRow* option = find_row(row);
-    return option ? &option->explanation : nullptr;
+    return option ? std::optional(option->explanation) : std::nullopt;
 }
 
 } // namespace
 
 bool has_explanation(Row row) {
-    return find(row) != nullptr;
+    return first_line(row).has_value();
 }
 
-std::span<const std::string_view, explanation_lines> explanation_of(Row row) {
-    const Explanation* explanation = find(row);
-    return explanation ? *explanation : no_lines;
+Explanation explanation_of(Row row) {
+    Explanation lines{};
+    if (std::optional<int> number = first_line(row))
+        for (std::string_view& line : lines)
+            line = screen_text((*number)++);
+    return lines;
 }
 
 } // namespace vcc

@@ -5,6 +5,9 @@
 
 namespace vcc {
 
+/// The manual's file: the edition in the player's language when there is one.
+const char* manual_file();
+
 /// Opens the manual with the desktop's associated program; failures are shown and logged.
 void open_manual(BITMAP* target);
 

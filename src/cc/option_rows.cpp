@@ -2,6 +2,7 @@
 
 #include "cc/option_table.h"
 #include "sound/sound.h"
+#include "text/screen_texts.h"
 
 #include <algorithm>
 
@@ -38,12 +39,14 @@ int offered_values(const OptionRow& option) {
 }
 
 std::string_view value_label(const OptionRow& option, int value) {
-    if (value < 0)
+    if (!option.labels.empty())
+        return value >= 0 && value < option.labels.count ? screen_text(option.labels.first + value)
+                                                         : std::string_view{};
+    if (value < 0 || value >= theme_limit)
         return {};
-    const auto index = static_cast<std::size_t>(value);
-    if (option.labels.empty())
-        return value < theme_limit ? sound_entries[first_theme_entry + index].name : std::string_view{};
-    return index < option.labels.size() ? option.labels[index] : std::string_view{};
+    const std::string_view translated = screen_text(screen_text_number::themes + value);
+    const std::string& name = sound_entries[static_cast<std::size_t>(first_theme_entry + value)].name;
+    return translated.empty() ? std::string_view(name) : translated;
 }
 
 int stepped_value(int value, int offered, Stepping stepping, bool forward) {

@@ -15,6 +15,15 @@ inline constexpr int value_entry_limit = options_slot::value_count;
 inline constexpr int explanation_lines = info_slot::line_count;
 using Explanation = std::array<std::string_view, explanation_lines>;
 
+/// Labels of values: numbers of texts of the screens that follow one another.
+struct ValueLabels {
+    int first = 0;
+    int count = 0; ///< 0: the names of the themes
+
+    constexpr bool empty() const { return count == 0; }
+    constexpr int size() const { return count; }
+};
+
 /// Slot of value entry i's button; the record after it holds the entry's value and marker.
 constexpr int value_button(int i) {
     return options_slot::first_value + 2 * i;
@@ -41,10 +50,10 @@ struct OptionRow {
     Needs needs = Needs::nothing; ///< what must be in use for the row to do anything
     Stepping stepping;
     int offered; ///< values that can be reached here and are shown; 0: as many as there are themes
-    std::span<const std::string_view> labels; ///< empty: the names of the themes
+    ValueLabels labels;
     int (*get)();
     void (*set)(int value);
-    Explanation explanation;
+    int explanation;                   ///< number of its first line among the texts of the screens
     bool shown_when_pointed_at = true; ///< pointing at the button shows the row
 };
 

@@ -12,6 +12,7 @@
 #include "settings/settings.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
+#include "text/screen_texts.h"
 
 namespace vcc {
 
@@ -107,12 +108,12 @@ void show_loop_label(Module module, int number) {
     Slot& all = option_toggle(options_slot::loop_label);
     Slot& button = option_slot(options_slot::loop_button);
     if (loop_all) {
-        store_text(all.text, "Loop All Themes");
+        store_text(all.text, screen_text(screen_text_number::loop_all));
         hide(one);
         show(all);
         button.fore_colour = option_toggle(options_slot::loop_button).back_colour;
     } else {
-        std::string text = format_text("Loop Theme %2.2d", number);
+        std::string text = numbered_screen_text(screen_text_number::loop_one, number);
         pad_text(text, 15, ' ');
         store_text(one.text, text);
         show(one);
@@ -155,11 +156,17 @@ bool is_lacking(const OptionRow& option, int value) {
     return option.row == Row::depth && depth < depth_class.size() && !depth_class[depth];
 }
 
+/// A size that can be chosen for other programs, but that is never the display's own.
+bool is_without_effect(const OptionRow& option, int value) {
+    constexpr int drawn_size = 3; // 800 x 600
+    return option.row == Row::resolution && value != drawn_size;
+}
+
 /// The entry of a value that does not stand out.
 void rest_value(const OptionRow* option, int value) {
     const int index = value_button(value);
     give_normal_look(index);
-    if (option && is_lacking(*option, value))
+    if (option && (is_lacking(*option, value) || is_without_effect(*option, value)))
         option_slot(index).fore_colour = disabled_colour;
 }
 
@@ -249,6 +256,8 @@ void show_value_panel(BITMAP* target, const OptionRow& option) {
         prepare_entry(i, entry_of(option, i, offered), option.choose_code);
     for (int i = 0; i < offered; ++i) {
         write_label(i, value_label(option, i));
+        if (is_without_effect(option, i))
+            option_slot(value_button(i)).fore_colour = option_slot(value_record(i)).fore_colour = disabled_colour;
         draw_option_slot(target, value_button(i));
     }
     for (int i = offered; i < value_entry_limit; ++i) {
@@ -283,7 +292,7 @@ void show_explanation(BITMAP* target, Row row) {
     if (has_explanation(row)) {
         info_row = row;
         if (!option || needs_met(option->needs)) {
-            const auto lines = explanation_of(row);
+            const Explanation lines = explanation_of(row);
             for (std::size_t j = 0; j < lines.size() && j + 1 < info_set.slots.size(); ++j)
                 store_text(info_set.slots[j + 1].text, lines[j]);
         }

@@ -8,6 +8,7 @@
 #include "cc/theme_player.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
+#include "interaction/focus.h"
 #include "interaction/help.h"
 #include "interaction/screen_run.h"
 #include "screen/draw.h"
@@ -105,8 +106,8 @@ ScreenResult run_options(BITMAP*& target) {
 
 void menu_pointer_over(BITMAP* target, int slot) {
     const auto found = std::ranges::find(menu_slot::previews, slot, &menu_slot::Preview::slot);
-    if (found == menu_slot::previews.end())
-        return;
+    if (found == menu_slot::previews.end() || slot_under_pointer(slot, menu_set.slots, false) != slot)
+        return; // the pointer left the button, or has never been on it: what is shown stays
     const EffectsHeld held;
     draw_slot(target, menu_set.slots, found->picture);
 }

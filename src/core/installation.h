@@ -21,6 +21,7 @@ inline constexpr const char* sound_setup = "tools/vcc.snd";
 inline constexpr const char* pointer_folder = "images/";
 inline constexpr const char* pointer_file = "pointer.pcx";
 inline constexpr const char* manual = "docs\\veldor_manual.pdf";
+inline constexpr const char* german_manual = "docs\\veldor_manual_de.pdf"; ///< need not be there
 inline constexpr const char* help_picture = "factory.pcx"; ///< written by F4 on a help page
 /// Shown in turn while a pass loads.
 inline constexpr std::array<const char*, 4> backgrounds{"images\\morv1.pcx", "images\\morv2.pcx", "images\\morv3.pcx",

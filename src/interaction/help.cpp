@@ -14,6 +14,7 @@
 #include "settings/settings.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
+#include "text/screen_texts.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -23,8 +24,6 @@ namespace vcc {
 
 namespace {
 
-constexpr std::string_view no_file_text = "Error:N O   H E L P   A V A I L A B L E!";
-constexpr std::string_view no_entry_text = "N O   H E L P   A V A I L A B L E!";
 constexpr int slots_of_one_page = message_slot::last_line + 1; ///< buttons may be missing
 
 /// The page while it is open. What it changes outside the message set it gives back when it dies.
@@ -148,11 +147,11 @@ void HelpPage::open() {
             file_ = std::move(*bytes);
             open_entry();
         } else {
-            show_message(message_slot::missing_file, no_file_text);
+            show_message(message_slot::missing_file, screen_text(screen_text_number::no_help_file));
         }
     }
     if (!entry_.complete)
-        show_message(message_slot::missing_entry, no_entry_text);
+        show_message(message_slot::missing_entry, screen_text(screen_text_number::no_help));
 }
 
 void HelpPage::open_entry() {
@@ -205,7 +204,7 @@ void HelpPage::turn(int step) {
         disable(message_slot::forward);
     draw_slots(run_.target, request_.messages->slots);
     const auto lines = read_help_page(file_, entry_.pages[page_], help_line_length);
-    draw_lines(lines ? *lines : std::vector{std::string(no_entry_text)});
+    draw_lines(lines ? *lines : std::vector{std::string(screen_text(screen_text_number::no_help))});
     update_screen(run_.target);
 }
 

@@ -26,8 +26,14 @@ inline constexpr int volumes = 0, screen_mode = 20, resolution = 30, depth = 40,
                      message_delay = 70, message_detail = 80, keyboard = 90, themes = 100, loop_all = 120,
                      loop_one = 121, no_help = 122, no_help_file = 123, manual_headline = 130, manual_no_memory = 131,
                      manual_missing = 132, manual_locked = 133, manual_no_reader = 134, manual_no_reader_2 = 135,
-                     explanations = 150; ///< twelve lines for each
+                     explanations = 150;
 } // namespace screen_text_number
+
+/// The first line of explanation k, 0 to 11.
+constexpr int explanation_number(int k) {
+    constexpr int lines = 12;
+    return screen_text_number::explanations + lines * k;
+}
 
 inline constexpr std::size_t screen_text_length = 89; ///< characters of a text; what is behind them is cut off
 

@@ -1,13 +1,20 @@
 // Rules of the options screen that need no screen: stepping, depths, connector lines, texts, retries.
+#include "folder_test.h"
+
 #include "cc/connectors.h"
+#include "cc/explanations.h"
 #include "cc/manual.h"
 #include "cc/option_rows.h"
 #include "cc/theme_rule.h"
+#include "core/installation.h"
 #include "sound/sound.h"
+#include "text/language.h"
+#include "text/screen_texts.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace vcc {
 namespace {
@@ -59,6 +66,30 @@ TEST(ValueLabels, ComeFromTheListOrTheThemes) {
     for (int outside : {-1, 11, 1000})
         for (Row number : {Row::theme, Row::effects})
             EXPECT_EQ(value_label(*find_row(number), outside), "");
+}
+
+using Translated = test::FolderTest;
+
+TEST_F(Translated, TextsAndManualFollowTheLanguage) {
+    sound_entries[first_theme_entry].name = "March";
+    folder.write("texts", "+43\n15 bit\n+100\nMarsch\n+222\nOb sie gehen\n");
+    folder.write("docs/Veldor_Manual_DE.pdf", "");
+    load_screen_texts("texts");
+    EXPECT_EQ(value_label(*find_row(Row::depth), 3), "15 bit");
+    EXPECT_EQ(value_label(*find_row(Row::theme), 0), "Marsch");
+    EXPECT_EQ(explanation_of(Row::animations)[0], "Ob sie gehen");
+    EXPECT_EQ(explanation_of(Row::animations)[1], "having Brontar animations in");
+    load_screen_texts("nowhere");
+    EXPECT_EQ(value_label(*find_row(Row::theme), 0), "March");
+    EXPECT_EQ(explanation_of(Row::loop_theme)[0], "Use this option to switch");
+    use_language(2);
+    EXPECT_STREQ(manual_file(), path::german_manual);
+    use_language(1);
+    EXPECT_STREQ(manual_file(), path::manual);
+    std::filesystem::remove("docs/Veldor_Manual_DE.pdf");
+    use_language(2);
+    EXPECT_STREQ(manual_file(), path::manual);
+    use_language(1);
 }
 
 TEST(OpenWithRetries, WaitsOnlyForFilesThatAreMissing) {
