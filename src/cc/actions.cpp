@@ -38,7 +38,6 @@ const ModuleVolumes& volumes() {
 void show_pressed_look(BITMAP* target, const Slot& button) {
     draw_pressed_look(target, button);
     update_screen(target);
-    present_screen();
     wait_ms(pressed_look_ms(button));
     draw_released_look(target, button);
     update_screen(target);
