@@ -26,8 +26,9 @@ std::uint8_t call_battle(void* entry) {
     return reinterpret_cast<veldor_battle_entry*>(entry)(fullscreen, version_number);
 }
 std::uint8_t call_factory(void* entry) {
-    return reinterpret_cast<veldor_factory_entry*>(entry)(mode_range, fullscreen, screen_mode_range,
-                                                          settings.bitmap_depth, version_number);
+    return reinterpret_cast<veldor_factory_entry*>(entry)(static_cast<int>(mode_range), fullscreen,
+                                                          static_cast<int>(screen_mode_range), settings.bitmap_depth,
+                                                          version_number);
 }
 
 /// By the number of the module.
@@ -55,14 +56,14 @@ void run_module(std::size_t module) {
 } // namespace
 
 void hand_off(Session& session) {
-    if (!session.pass_ok || session.choice == -1 || session.choice == leave_code)
+    if (!goes_on(session))
         return;
     const auto module = static_cast<std::size_t>(session.choice);
     if (module < calls.size()) {
         run_module(module);
         return;
     }
-    session.pending_error = format_text("Invalid module parameter!: %d", session.choice);
+    session.pending_error = format_text("Invalid module parameter!: %d", static_cast<int>(session.choice));
     write_log(session.pending_error);
 }
 

@@ -1,6 +1,8 @@
 // Preparing the process: from the working folder to the fonts, once per run.
 #pragma once
 
+#include "core/installation.h"
+
 #include <span>
 #include <string>
 
@@ -12,9 +14,14 @@ struct Session {
     bool intro_on = true;             ///< the intro films are wanted
     bool films_played = false;        ///< they have been shown in this run
     std::string pending_error;        ///< message that every clean-up logs again; at most 255 characters, never emptied
-    int choice = -1;                  ///< module choice of the latest pass
-    bool pass_ok = true;              ///< the latest pass loaded everything that it needs
+    ModuleChoice choice = ModuleChoice::none; ///< of the latest pass
+    bool pass_ok = true;                      ///< the latest pass loaded everything that it needs
 };
+
+/// Whether a module was chosen, to be entered now and followed by another pass.
+inline bool goes_on(const Session& session) {
+    return session.pass_ok && session.choice != ModuleChoice::none && session.choice != ModuleChoice::leave;
+}
 
 /// Runs the start-up steps in order; false when one of them ends the program (it has told and logged why).
 bool start_up(Session& session);

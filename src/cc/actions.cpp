@@ -80,9 +80,9 @@ bool depth_is_fixed() {
 bool may_step(const OptionRow& option, bool forward) {
     switch (option.row) {
     case Row::screen_mode:
-        return screen_mode_range == 3;
+        return screen_mode_range == ModeRange::both;
     case Row::depth:
-        return !depth_is_fixed() && (!forward || screen_mode_range > 1);
+        return !depth_is_fixed() && (!forward || screen_mode_range > ModeRange::full_screen_only);
     default:
         return needs_met(option.needs);
     }
@@ -120,7 +120,7 @@ void choose_value(BITMAP* target, const OptionRow& option, int value) {
     if (!needs_met(option.needs))
         return;
     show_loop_button_only_for_themes(option);
-    if (option.row == Row::screen_mode && screen_mode_range != 3)
+    if (option.row == Row::screen_mode && screen_mode_range != ModeRange::both)
         return;
     if (is_choice(option, value)) {
         if (option.row == Row::theme) {
@@ -302,7 +302,7 @@ std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& run
     const auto action = std::ranges::find(actions, slot.action, &ActionRow::code);
     const OptionRow* stepped = row_of_step_code(slot.action);
     const bool releases = stepped || (action != std::end(actions) && action->releases);
-    if (cc_screen == options_screen && releases && slot.activated != 0)
+    if (cc_screen == CcScreen::options && releases && slot.activated != 0)
         draw_slot(target, running.slots, slot.activated);
     if (action != std::end(actions))
         return action->act(target);

@@ -173,11 +173,11 @@ void rest_value(const OptionRow* option, int value) {
 /// The modes that this machine offers; `as_it_was` when the range says nothing about them.
 Entry screen_mode_entry(int value) {
     switch (screen_mode_range) {
-    case 3:
+    case ModeRange::both:
         return value < 2 ? Entry::choosable : Entry::hidden;
-    case 2:
+    case ModeRange::window_only:
         return value == 0 ? Entry::shown : Entry::hidden;
-    case 1:
+    case ModeRange::full_screen_only:
         return value == 1 ? Entry::shown : Entry::hidden;
     default:
         return Entry::as_it_was;

@@ -35,14 +35,15 @@ void keep_text_background(const SlotSet& set) {
 
 void open_help(BITMAP* target, SlotSet& set, int current) {
     const SwitchSet quiet(theme_display_live, 0);
+    const SwitchSet up(cc_screen, CcScreen::help);
     const SwitchSet whole(full_redraw, anti_aliased_text ? 1 : full_redraw);
-    show_help({target, graphic_buffer(help_save_buffer), &message_set, &cc_screen,
-               &set.slots[static_cast<std::size_t>(current)], [target] { follow_music(target); }});
+    show_help({target, graphic_buffer(help_save_buffer), &message_set, &set.slots[static_cast<std::size_t>(current)],
+               [target] { follow_music(target); }});
 }
 
 ScreenResult run_set(BITMAP*& target, SlotSet& set) {
     ScreenOwner owner;
-    if (cc_screen == options_screen)
+    if (cc_screen == CcScreen::options)
         owner.drawn = [&] { select_module(target, Module::control_centre); };
     owner.activated = [&](int slot) { return carry_out_action(target, set, slot); };
     owner.help = [&](int slot) { open_help(target, set, slot); };
@@ -66,7 +67,7 @@ bool other_display_mode_chosen() {
 /// Builds the display again in the chosen depth; false when the pictures cannot be loaded again.
 bool change_depth(BITMAP*& target) {
     const EffectsHeld held;
-    return !rebuild_display(other_display_mode_chosen() ? 1 : 0) || reload_pictures(target);
+    return !rebuild_display(other_display_mode_chosen()) || reload_pictures(target);
 }
 
 void restart_cc_music() {
@@ -84,8 +85,8 @@ ScreenResult after_options(BITMAP*& target, ScreenResult next) {
     if (settings.bitmap_depth != depth_at_menu) {
         if (!change_depth(target))
             return ScreenResult::leave;
-    } else if (other_display_mode_chosen() && mode_range == 3) {
-        switch_display_mode(1);
+    } else if (other_display_mode_chosen() && mode_range == ModeRange::both) {
+        switch_display_mode(true);
     }
     select_module(target, Module::control_centre);
     restart_cc_music();
@@ -114,7 +115,7 @@ void menu_pointer_over(BITMAP* target, int slot) {
 
 } // namespace
 
-int run_cc_screens(BITMAP* target) {
+ModuleChoice run_cc_screens(BITMAP* target) {
     prepare_background_copies();
     help_line_length = help_line_standard;
     current_theme = settings.theme[cc_module]; // the music may have moved on while the pictures were loaded
@@ -129,34 +130,35 @@ int run_cc_screens(BITMAP* target) {
         theme_display_live = 1;
         switch (state) {
         case ScreenResult::menu:
-            cc_screen = menu_screen;
+            cc_screen = CcScreen::menu;
             state = run_menu(target);
             break;
         case ScreenResult::options:
-            cc_screen = options_screen;
+            cc_screen = CcScreen::options;
             state = run_options(target);
             break;
         case ScreenResult::hq:
         case ScreenResult::factory:
         case ScreenResult::battle:
-            return static_cast<int>(state) - static_cast<int>(ScreenResult::hq);
+            return ModuleChoice{static_cast<int>(state) - static_cast<int>(ScreenResult::hq)};
         case ScreenResult::leave:
-            return leave_code;
+            return ModuleChoice::leave;
         }
     }
 }
 
 void on_pointer_over(BITMAP* target, int slot) {
-    if (cc_screen == menu_screen)
+    if (cc_screen == CcScreen::menu)
         menu_pointer_over(target, slot);
-    else if (cc_screen == options_screen)
+    else if (cc_screen == CcScreen::options)
         point_at_option(target, slot);
 }
 
 void follow_music(BITMAP* target) {
     if (!needs_met(Needs::music) || !music_voice_running())
         return;
-    if (notice_theme() && music_on && theme_display_live && cc_screen == options_screen && option_row == Row::theme) {
+    if (notice_theme() && music_on && theme_display_live && cc_screen == CcScreen::options &&
+        option_row == Row::theme) {
         show_row_panel(target, *find_row(Row::theme));
         update_screen(target);
     }

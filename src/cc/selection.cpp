@@ -16,7 +16,7 @@ namespace vcc {
 Row first_option_row() {
     if (sound_on)
         return Row::effects;
-    return screen_mode_range >= 3 ? Row::screen_mode : Row::depth;
+    return screen_mode_range == ModeRange::both ? Row::screen_mode : Row::depth;
 }
 
 void show_option(BITMAP* target, const OptionRow& option, int direction) {

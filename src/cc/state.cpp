@@ -2,7 +2,7 @@
 
 namespace vcc {
 
-int cc_screen = menu_screen;
+CcScreen cc_screen = CcScreen::menu;
 int theme_display_live = 0;
 int depth_at_menu = 0;
 Module selected_module = Module::hq;

@@ -24,8 +24,8 @@ enum class Row : int {
     loop_theme = 86 ///< no option, but it has an explanation
 };
 
-extern int cc_screen; ///< the screen that is up
-inline constexpr int help_screen = -1, menu_screen = 0, options_screen = 1;
+enum class CcScreen : int { help = -1, menu, options };
+extern CcScreen cc_screen; ///< the screen that is up
 
 extern int theme_display_live; ///< the options screen may redraw its panels on its own
 extern int depth_at_menu;      ///< `bitmap_depth` when the main menu was last entered, or since a reset changed it

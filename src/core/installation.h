@@ -22,7 +22,7 @@ inline constexpr const char* pointer_folder = "images/";
 inline constexpr const char* pointer_file = "pointer.pcx";
 inline constexpr const char* manual = "docs\\veldor_manual.pdf";
 inline constexpr const char* german_manual = "docs\\veldor_manual_de.pdf"; ///< need not be there
-inline constexpr const char* help_picture = "factory.pcx"; ///< written by F4 on a help page
+inline constexpr const char* help_picture = "factory.pcx";                 ///< written by F4 on a help page
 /// Shown in turn while a pass loads.
 inline constexpr std::array<const char*, 4> backgrounds{"images\\morv1.pcx", "images\\morv2.pcx", "images\\morv3.pcx",
                                                         "images\\morv4.pcx"};
@@ -60,8 +60,10 @@ inline constexpr int module_count = 4;
 /// Libraries of the game modules, by their number; the entry has the library's name.
 inline constexpr std::array<const char*, 3> module_names{"hq", "factory", "battle"};
 
-inline constexpr int leave_code =
-    45; ///< module choice and screen result of leaving; also: the screens cannot be loaded
+inline constexpr int leave_code = 45; ///< of leaving; also: the screens cannot be loaded
+
+/// What the player leaves the screens for.
+enum class ModuleChoice : int { none = -1, hq, factory, battle, leave = leave_code };
 
 /// What a screen ends with: the next state of the screens.
 enum class ScreenResult : int { menu = 0, options = 1, hq = 2, factory = 3, battle = 4, leave = leave_code };

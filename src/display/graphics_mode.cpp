@@ -16,8 +16,8 @@
 namespace vcc {
 
 std::uint8_t fullscreen = windowed;
-int mode_range = 0;
-int screen_mode_range = -1;
+ModeRange mode_range = ModeRange::none;
+ModeRange screen_mode_range = ModeRange::untried;
 std::array<int, 3> depth_class{};
 
 namespace {
@@ -61,7 +61,7 @@ SetupResult set_configured(Setup& setup) {
     bool full = stored_number("screen_mode") != 0;
     const int bitmap_depth = stored_number("bitmap_depth");
     mode_range = screen_mode_range;
-    if (mode_range == 2) {
+    if (mode_range == ModeRange::window_only) {
         full = false;
         write_number("screen_mode", 0);
     }
@@ -93,13 +93,13 @@ int first_depth_that_works(bool full) {
 void look_for_full_screen(Setup& setup) {
     if (const int depth = listed_depth(); depth != 0) {
         setup.requested_depth = depth;
-        mode_range = 1;
+        mode_range = ModeRange::full_screen_only;
     }
-    if (mode_range != 0)
+    if (mode_range != ModeRange::none)
         return;
     setup.requested_depth = first_depth_that_works(true);
     if (setup.requested_depth != 0)
-        mode_range = 1;
+        mode_range = ModeRange::full_screen_only;
     else
         fullscreen = windowed;
 }
@@ -121,10 +121,10 @@ bool set_probed(bool full, Setup& setup) {
 SetupResult probe(Setup& setup) {
     look_for_full_screen(setup);
     mode_range = offered_modes(mode_range, setup.desktop.is_exact());
-    if (mode_range == 0)
+    if (mode_range == ModeRange::none)
         return fail(ModeFailure::no_mode, setup);
 
-    const bool full = mode_range == 1 || fullscreen == full_screen;
+    const bool full = mode_range == ModeRange::full_screen_only || fullscreen == full_screen;
     if (!set_probed(full, setup))
         return fail(probed_failure(full, setup.requested_depth), setup);
     const std::optional<int> bitmap_depth = depth_setting(setup.requested_depth);
@@ -133,7 +133,7 @@ SetupResult probe(Setup& setup) {
 
     screen_mode_range = mode_range;
     write_number("bitmap_depth", *bitmap_depth);
-    write_number("screen_mode_range", screen_mode_range);
+    write_number("screen_mode_range", static_cast<int>(screen_mode_range));
     write_number("screen_mode", fullscreen == full_screen ? 1 : 0);
     return finish(setup);
 }
@@ -149,8 +149,8 @@ bool change_mode(bool full, int depth, int old_depth) {
     return false;
 }
 
-void switch_to_depth(int toggle, int depth, int old_depth) {
-    const bool full = (fullscreen == full_screen) != (toggle != 0);
+void switch_to_depth(bool toggle, int depth, int old_depth) {
+    const bool full = (fullscreen == full_screen) != toggle;
     if (change_mode(full, depth, old_depth))
         fullscreen = full ? full_screen : windowed;
     show_buffer_zero();
@@ -162,7 +162,7 @@ void switch_to_depth(int toggle, int depth, int old_depth) {
 SetupResult setup_graphics_mode(std::int8_t mode) {
     fullscreen = windowed;
     select_config_file();
-    screen_mode_range = read_number("screen_mode_range");
+    screen_mode_range = ModeRange{read_number("screen_mode_range")};
 
     Setup setup;
     setup.desktop = read_desktop();
@@ -171,23 +171,23 @@ SetupResult setup_graphics_mode(std::int8_t mode) {
     if (setup.desktop.is_exact())
         fullscreen = full_screen;
     start_display_scaling();
-    if (screen_mode_range != -1 && mode != probe_machine)
+    if (screen_mode_range != ModeRange::untried && mode != probe_machine)
         return set_configured(setup);
     return probe(setup);
 }
 
-void switch_display_mode(int toggle) {
+void switch_display_mode(bool toggle) {
     const int depth = get_color_depth();
     switch_to_depth(toggle, depth, depth);
 }
 
-int rebuild_display(int toggle) {
+bool rebuild_display(bool toggle) {
     if (!depth_offered(depth_class, settings.bitmap_depth))
-        return 0;
+        return false;
     show_mouse(nullptr);
     release_graphic_buffers();
     switch_to_depth(toggle, depth_bits(settings.bitmap_depth), get_color_depth());
-    return 1;
+    return true;
 }
 
 } // namespace vcc

@@ -39,9 +39,9 @@ const ModeFailureRow& failure_row(ModeFailure failure) {
     return rows[static_cast<std::size_t>(failure)];
 }
 
-std::string error_line(int number, const Desktop& desktop, int requested_depth, std::uint8_t screen, int range) {
+std::string error_line(int number, const Desktop& desktop, int requested_depth, std::uint8_t screen, ModeRange range) {
     return format_text("Error %d: Desktop %d/%d/%d Request %d/%d/%d", number, desktop.depth, desktop.width,
-                       desktop.height, requested_depth, static_cast<std::int8_t>(screen), range);
+                       desktop.height, requested_depth, static_cast<std::int8_t>(screen), static_cast<int>(range));
 }
 
 std::optional<ModeFailure> desktop_failure(const Desktop& desktop) {

@@ -45,7 +45,7 @@ struct ModeFailureRow {
 const ModeFailureRow& failure_row(ModeFailure failure);
 
 /// The log entry of a failed mode. `screen` is the value of `fullscreen`, `range` that of `mode_range`.
-std::string error_line(int number, const Desktop& desktop, int requested_depth, std::uint8_t screen, int range);
+std::string error_line(int number, const Desktop& desktop, int requested_depth, std::uint8_t screen, ModeRange range);
 
 /// Why the program cannot run on a desktop at all, if so.
 std::optional<ModeFailure> desktop_failure(const Desktop& desktop);
@@ -60,8 +60,10 @@ struct ListedMode {
 int best_listed_depth(std::span<const ListedMode> modes, bool centred);
 
 /// `mode_range` once full-screen modes have been looked for: a desktop larger than the picture always offers a window.
-constexpr int offered_modes(int range, bool exact_desktop) {
-    return exact_desktop ? range : range != 0 ? 3 : 2;
+constexpr ModeRange offered_modes(ModeRange range, bool exact_desktop) {
+    if (exact_desktop)
+        return range;
+    return range != ModeRange::none ? ModeRange::both : ModeRange::window_only;
 }
 
 /// The failure of setting a probed mode.

@@ -22,7 +22,7 @@ public:
 private:
     void draw();
 
-    SwitchSet hard_edges_;
+    SwitchSet<int> hard_edges_;
     ScreenRun& run_;
     const Slot& slot_;
     FieldPlace place_;

@@ -55,8 +55,7 @@ private:
     const HelpRequest& request_;
     TextWindow& window_;
     const int window_colour_;
-    SwitchSet text_window_{current_text_window, 0};
-    SwitchSet screen_variable_;
+    SwitchSet<int> text_window_{current_text_window, 0};
     const int full_redraw_before_ = full_redraw;
     ScreenOwner owner_;
     ScreenRun run_;
@@ -68,7 +67,7 @@ private:
 HelpPage::HelpPage(const HelpRequest& request)
     : request_(request),
       window_(text_windows[static_cast<std::size_t>(request.messages->slots[message_slot::window].graphic)]),
-      window_colour_(window_.colour), screen_variable_(*request.screen_variable, -1) {
+      window_colour_(window_.colour) {
     owner_.every_frame = request.every_frame;
     run_.target = request.target;
     run_.set = request.messages;

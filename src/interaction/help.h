@@ -35,7 +35,6 @@ struct HelpRequest {
     BITMAP* target = nullptr;        ///< screen picture, borrowed
     BITMAP* save = nullptr;          ///< bitmap that keeps what lies under the window, borrowed
     SlotSet* messages = nullptr;     ///< message set, changed in memory
-    int* screen_variable = nullptr;  ///< set to -1 while the page is open
     const Slot* requester = nullptr; ///< slot whose help is wanted
     std::function<void()> every_frame;
 };

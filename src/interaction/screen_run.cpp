@@ -16,8 +16,6 @@ namespace {
 
 using Result = std::optional<ScreenResult>;
 
-constexpr int both_modes = 3;
-
 Result activate(ScreenRun& run) {
     return run.owner->activated ? run.owner->activated(run.current) : Result{};
 }
@@ -76,8 +74,8 @@ Result carry_out(ScreenRun& run, int code) {
 void carry_out_common_command(int code) {
     if (code == key::f12)
         toggle_music();
-    else if (code == key::alt_w && mode_range == both_modes)
-        switch_display_mode(1);
+    else if (code == key::alt_w && mode_range == ModeRange::both)
+        switch_display_mode(true);
 }
 
 ScreenResult run_screen(BITMAP*& target, SlotSet& set, const ScreenOwner& owner) {

@@ -13,16 +13,17 @@ extern int text_on_box; ///< the text being drawn sits on a filled box: hard edg
 extern int full_redraw; ///< a whole screen is being drawn on a fresh background: no background restore
 
 /// Sets a switch for the life of the object, and clears it (or gives it its value back) at the end.
+template <typename Value>
 class SwitchSet {
 public:
-    SwitchSet(int& which, int value) : which_(which), before_(which) { which_ = value; }
+    SwitchSet(Value& which, Value value) : which_(which), before_(which) { which_ = value; }
     ~SwitchSet() { which_ = before_; }
     SwitchSet(const SwitchSet&) = delete;
     SwitchSet& operator=(const SwitchSet&) = delete;
 
 private:
-    int& which_;
-    int before_;
+    Value& which_;
+    Value before_;
 };
 
 /// Copies the whole 800 x 600 picture to the display, the pointer hidden meanwhile, and sends it at once.

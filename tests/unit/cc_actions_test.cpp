@@ -43,8 +43,8 @@ protected:
         theme_loop = {1, 1, 1, 1};
         number_of_themes = 11;
         sound_on = music_on = 1;
-        cc_screen = options_screen;
-        screen_mode_range = 3;
+        cc_screen = CcScreen::options;
+        screen_mode_range = ModeRange::both;
         selected_module = Module::control_centre;
         current_theme = -1;
     }
@@ -76,13 +76,11 @@ TEST_F(Actions, EveryRowStepsRoundAndTakesAChoice) {
 }
 
 TEST_F(Actions, ConditionsThatAreNotMetChangeNothing) {
-    for (const auto& [row, condition, lacking] : {std::tuple(Row::effects, &sound_on, 0),
-                                                  {Row::music, &music_on, 0},
-                                                  {Row::theme, &music_on, 0},
-                                                  {Row::screen_mode, &screen_mode_range, 2}}) {
+    screen_mode_range = ModeRange::window_only;
+    for (Row row : {Row::effects, Row::music, Row::theme, Row::screen_mode}) {
         const OptionRow& option = *find_row(row);
         option.set(1);
-        const SwitchSet unmet(*condition, lacking);
+        const SwitchSet unmet(row == Row::effects ? sound_on : music_on, 0);
         click(option.step_code);
         EXPECT_EQ(option.get(), 1) << "row " << option.name;
         step_back(picture.get(), options_set, 22);
@@ -101,7 +99,7 @@ TEST_F(Actions, DepthFollowsWhatTheDisplayOffers) {
     click(11);
     EXPECT_EQ(settings.bitmap_depth, 2) << "24 bits are not offered: it moves on";
     EXPECT_EQ(options_set.slots[56].toggle, -1) << "32 bits are not offered";
-    screen_mode_range = 1;
+    screen_mode_range = ModeRange::full_screen_only;
     click(11);
     EXPECT_EQ(settings.bitmap_depth, 2) << "full screen only: no step forward";
 }
@@ -148,7 +146,7 @@ TEST_F(Actions, PanelShowsWhatTheMachineOffers) {
     number_of_themes = 1;
     show_value_panel(picture.get(), *find_row(Row::theme));
     EXPECT_TRUE(is_hidden(options_set.slots[58]));
-    screen_mode_range = 1;
+    screen_mode_range = ModeRange::full_screen_only;
     show_value_panel(picture.get(), *find_row(Row::screen_mode));
     EXPECT_TRUE(is_hidden(options_set.slots[56])) << "full screen only";
     EXPECT_FALSE(is_hidden(options_set.slots[58]));
@@ -200,12 +198,13 @@ TEST_F(Actions, ADepthThatTheDisplayLacksStaysGrey) {
 
 TEST_F(Actions, WithoutSoundTheFirstRowIsOneThatTheMachineOffers) {
     sound_on = music_on = 0;
-    for (const auto& [range, first] : {std::pair(3, Row::screen_mode), {2, Row::depth}}) {
+    for (const auto& [range, first] :
+         {std::pair(ModeRange::both, Row::screen_mode), {ModeRange::window_only, Row::depth}}) {
         screen_mode_range = range;
         selected_module = Module::hq;
         option_row = first_option_row();
         select_module(target, Module::control_centre);
-        EXPECT_EQ(option_row, first) << range;
+        EXPECT_EQ(option_row, first);
     }
 }
 
@@ -232,7 +231,7 @@ TEST_F(Actions, TheThemePanelStaysOnTheOptionsScreen) {
     ASSERT_TRUE(play_selected_theme());
     theme_shown = 3; // the next one
     theme_display_live = 1;
-    cc_screen = menu_screen;
+    cc_screen = CcScreen::menu;
     follow_music(target);
     EXPECT_EQ(settings.theme[cc_module], 3);
     EXPECT_EQ(marked_value, 2) << "no panel on the menu";
@@ -247,7 +246,7 @@ TEST_F(Actions, PointingShowsRows) {
     music_on = 0;
     on_pointer_over(picture.get(), 26);
     EXPECT_EQ(option_row, Row::keyboard);
-    cc_screen = help_screen;
+    cc_screen = CcScreen::help;
     on_pointer_over(picture.get(), 22);
     EXPECT_EQ(option_row, Row::keyboard) << "nothing under a help page";
 }

@@ -75,7 +75,7 @@ protected:
         set_config_int(section, "screen_mode_range", range);
         set_config_int(section, "screen_mode", screen_mode);
         set_config_int(section, "bitmap_depth", bitmap_depth);
-        mode_range = 0;
+        mode_range = ModeRange::none;
         machine.tried.clear();
         empty_log();
     }
@@ -158,8 +158,8 @@ TEST_F(GraphicsMode, ConfiguredModeIsSetWithoutProbingOrAsksForIt) {
 TEST_F(GraphicsMode, ChangesOnlyToWhatIsOfferedAndComesBackWhenThatFails) {
     configure(3, 0, 2);
     EXPECT_EQ(setup_graphics_mode(use_configured_mode), SetupResult::ok);
-    switch_display_mode(1);
-    switch_display_mode(0);
+    switch_display_mode(true);
+    switch_display_mode(false);
     EXPECT_EQ(tried(), "W16 F16 F16 ");
     EXPECT_EQ(machine.switch_mode, SWITCH_BACKGROUND);
     machine.out();
@@ -169,17 +169,17 @@ TEST_F(GraphicsMode, ChangesOnlyToWhatIsOfferedAndComesBackWhenThatFails) {
 
     for (const int refused : {0, 1, 4, -1}) {
         settings.bitmap_depth = refused;
-        EXPECT_EQ(rebuild_display(0), 0) << refused;
+        EXPECT_FALSE(rebuild_display(false)) << refused;
     }
     graphic_buffers[0].reset(create_bitmap(8, 8));
     settings.bitmap_depth = 3;
-    EXPECT_EQ(rebuild_display(1), 1);
+    EXPECT_TRUE(rebuild_display(true));
     EXPECT_EQ(tried(), "W15 ");
     EXPECT_EQ(graphic_buffer(0), nullptr);
 
     machine.can_set = [](bool full, int bits) { return !full && bits == 15; };
     settings.bitmap_depth = 2;
-    EXPECT_EQ(rebuild_display(1), 1);
+    EXPECT_TRUE(rebuild_display(true));
     EXPECT_EQ(tried(), "F16- W15 ");
     EXPECT_EQ(fullscreen, windowed);
     EXPECT_TRUE(logged("Cannot set the full-screen mode at 16 bits"));

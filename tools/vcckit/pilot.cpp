@@ -60,7 +60,7 @@ bool Pilot::next_frame() {
     }
     const Step& step = steps_[step_];
     if (step.kind == Step::Kind::help_key) {
-        const bool open = cc_screen == help_screen;
+        const bool open = cc_screen == CcScreen::help;
         key_offered_ = !open && !key_offered_;
         if (!open && ++frame_ < last_frame)
             return key_offered_;

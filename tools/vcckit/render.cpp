@@ -35,8 +35,6 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr int both_modes = 3;
-
 /// Stands in for the display; taken away before the library notices at its end.
 class StandInDisplay {
 public:
@@ -69,8 +67,9 @@ void take_settings(int depth) {
     const std::string text = platform::latin1_from_utf8(read_file(path::settings).value_or(""));
     set_config_data((text + "\n").c_str(), static_cast<int>(text.size()) + 1);
     write_number("bitmap_depth", depth_setting(depth).value_or(0));
-    const int known = stored_number("screen_mode_range");
-    mode_range = screen_mode_range = known >= 1 && known <= both_modes ? known : both_modes;
+    mode_range = screen_mode_range = ModeRange{stored_number("screen_mode_range")};
+    if (mode_range < ModeRange::full_screen_only || mode_range > ModeRange::both)
+        mode_range = screen_mode_range = ModeRange::both;
     fullscreen = windowed;
     depth_class = depth_flags(depth);
 }
