@@ -32,7 +32,7 @@ std::string code_cell(std::string_view text) {
 
 void print_markdown() {
     std::printf("| Code | Fault | What it means | Example |\n|---|---|---|---|\n");
-    for (const FaultRow& row : fault_rows())
+    for (const FaultRow& row : fault_rows)
         std::printf("| %s | %s | %s | %s |\n", code_text(row.code).c_str(), cell(row.title).c_str(),
                     cell(row.explanation).c_str(), code_cell(row.example).c_str());
 }
@@ -55,7 +55,7 @@ int run_explain(const std::vector<std::string>& codes, bool markdown) {
         return exit_clean;
     }
     if (codes.empty())
-        for (const FaultRow& row : fault_rows())
+        for (const FaultRow& row : fault_rows)
             std::printf("%s  %s\n", code_text(row.code).c_str(), std::string(row.title).c_str());
     int status = exit_clean;
     for (const std::string& code : codes) {

@@ -24,7 +24,7 @@ void for_each_word(std::string_view text, Each each) {
 
 std::string nearest_code(std::string_view word) {
     std::vector<std::string> codes;
-    for (const FaultRow& row : fault_rows())
+    for (const FaultRow& row : fault_rows)
         codes.push_back(code_text(row.code));
     return nearest_word(word, codes);
 }
