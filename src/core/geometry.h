@@ -10,7 +10,7 @@ struct Rect {
     constexpr bool contains(int x, int y) const { return x1 <= x && x <= x2 && y1 <= y && y <= y2; }
 };
 
-/// Whether the mouse pointer is inside (both bounds inclusive).
+/// Whether the mouse pointer is inside (both bounds inclusive). Kept for places that are no slot; there are none now.
 bool mouse_in_rect(int x1, int y1, int x2, int y2);
 
 /// Centres an inner area in an outer one. x is computed when the width fits, y only when then the height fits as well;

@@ -45,7 +45,7 @@ inline constexpr int step_activated = -1, step_no_slot = -2;
 
 /// One interaction: picks the focus, waits, moves the focus or shows the pressed look. step_activated when the current
 /// button or label was activated, step_no_slot when nothing can be selected, otherwise the key code (a left click is
-/// 13, a right click 27).
+/// 13, a right click 27). `no_wait` as above.
 int interaction_step(ScreenRun& run, bool no_wait = false);
 
 /// How long the pressed look of a slot stays, in milliseconds; at most ten seconds, whatever its record says.

@@ -40,12 +40,13 @@ void put_pointer(int x, int y);
 /// case.
 void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update);
 void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int colour, int box_colour, bool update);
-/// Text with a one-pixel shadow; the shadow is a pixel value, not an index.
+/// Text with a one-pixel shadow; the shadow is a pixel value, not an index. Nobody passes `update` here: it keeps the
+/// three alike.
 void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_pixel, bool update);
 
 /// A box as high as the current font's text box; nothing when the width or height is 0.
 void fill_text_box(BITMAP* target, int x, int y, int width, int colour);
-/// Length in characters times the current font's cell width.
+/// Length in characters times the current font's cell width. Kept for texts that must lie in the grid; none does now.
 int text_cell_width(std::string_view text);
 
 void fill_rect(BITMAP* target, int x1, int y1, int x2, int y2, int colour); ///< nothing for an index outside the table
@@ -57,7 +58,8 @@ void draw_vline(BITMAP* target, int x, int y1, int y2, int colour);
 void draw_hband(BITMAP* target, int x1, int y, int x2, int colour, int thickness, int step_a, int step_b);
 void draw_vband(BITMAP* target, int x, int y1, int y2, int colour, int thickness, int step_a, int step_b);
 
-/// A slot's box at its cell position in the current font's grid, or at a given place.
+/// A slot's box at its cell position in the current font's grid (slots are drawn by the other one), or at a given
+/// place.
 void draw_slot_box(BITMAP* target, const Slot* slots, int index);
 void draw_slot_box_at(BITMAP* target, int x, int y, const Slot* slots, int index);
 
