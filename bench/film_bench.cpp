@@ -17,10 +17,6 @@ constexpr const char* path = films[0].path;
 /// Takes a film frame by frame, from the beginning again after its end.
 class FrameByFrame {
 public:
-    FrameByFrame() {
-        platform::AviError error{};
-        film_ = platform::open_avi(path, error);
-    }
     bool ready() const { return film_ && film_->end_ms() > 0; }
 
     const platform::AviFrame* next() {
@@ -39,7 +35,7 @@ public:
     }
 
 private:
-    std::unique_ptr<platform::AviFilm> film_;
+    std::unique_ptr<platform::AviFilm> film_ = platform::open_avi(path).film;
     std::int64_t number_ = -1;
     int time_ms_ = 0;
 };

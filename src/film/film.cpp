@@ -126,8 +126,7 @@ void play_film(const std::string& path, int effect) {
     FilmClock clock;
     const InputDiscarded discarded;
     const FilmSound sound(effect);
-    platform::AviError error = platform::AviError::none;
-    const auto film = platform::open_avi(platform::resolve_path(path), error);
+    const auto [film, error] = platform::open_avi(platform::resolve_path(path));
     if (!film) {
         write_log(format_text("Error while initializing/loading AVI-File <%s>: %s", path.c_str(),
                               std::string(film_error_text(error)).c_str()));

@@ -34,7 +34,11 @@ public:
     virtual const AviFrame* frame_at(int time_ms) = 0;
 };
 
-/// Opens a film. On failure the pointer is null and `error` says why.
-std::unique_ptr<AviFilm> open_avi(const std::string& path, AviError& error);
+/// A film, or null and why there is none.
+struct OpenedFilm {
+    std::unique_ptr<AviFilm> film;
+    AviError error = AviError::none;
+};
+OpenedFilm open_avi(const std::string& path);
 
 } // namespace vcc::platform

@@ -286,31 +286,27 @@ bool FfmpegFilm::scale_rows() {
 
 } // namespace
 
-std::unique_ptr<AviFilm> open_avi(const std::string& path, AviError& error) {
-    error = AviError::file;
+OpenedFilm open_avi(const std::string& path) {
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored)) // opening a pipe would wait for its other end
-        return nullptr;
+        return {nullptr, AviError::file};
     std::ifstream file(path, std::ios::binary);
     if (!file)
-        return nullptr;
+        return {nullptr, AviError::file};
     std::string beginning(header_limit, '\0');
     file.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
     beginning.resize(static_cast<std::size_t>(file.gcount()));
     const AviHeader header = read_avi_header(beginning);
-    error = header.error;
-    if (error != AviError::none)
-        return nullptr;
+    if (header.error != AviError::none)
+        return {nullptr, header.error};
     ffmpeg = ffmpeg_functions();
-    error = AviError::decompressor;
     if (!ffmpeg)
-        return nullptr;
+        return {nullptr, AviError::decompressor};
     ffmpeg->av_log_set_level(AV_LOG_QUIET);
     auto film = std::make_unique<FfmpegFilm>(path, header);
-    error = film->rewind();
-    if (error != AviError::none)
-        return nullptr;
-    return film;
+    if (const AviError error = film->rewind(); error != AviError::none)
+        return {nullptr, error};
+    return {std::move(film), AviError::none};
 }
 
 } // namespace vcc::platform

@@ -8,8 +8,7 @@
 void vcc::fuzz::one_input(std::string_view input) {
     World::write("a.avi", input);
     platform::read_avi_header(input);
-    platform::AviError error = platform::AviError::none;
-    const auto film = platform::open_avi("a.avi", error);
+    const auto film = platform::open_avi("a.avi").film;
     if (!film)
         return;
     film->end_ms();

@@ -11,11 +11,10 @@ using test::AviFile;
 
 class Avi : public test::FolderTest {
 protected:
-    std::unique_ptr<AviFilm> open(const std::string& bytes) {
+    OpenedFilm open(const std::string& bytes) {
         folder.write("film.avi", bytes);
-        return open_avi("film.avi", error);
+        return open_avi("film.avi");
     }
-    AviError error = AviError::none;
 };
 
 // A film of `count` frames of 2 x 2 pixels at 24 bits, each filled with its number.
@@ -39,13 +38,12 @@ TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
         {AviFile(2, 2, 24).compression("?!?!").frame("x").bytes(), AviError::decompressor},
     };
     for (const auto& [bytes, expected] : cases) {
-        open(bytes);
-        EXPECT_EQ(error, expected) << "film of " << bytes.size() << " bytes";
+        EXPECT_EQ(open(bytes).error, expected) << "film of " << bytes.size() << " bytes";
     }
 }
 
 TEST_F(Avi, FramesComeByTimeForwardsAndBackwards) {
-    const auto film = open(numbered(50).rate(30000, 1001).bytes());
+    const auto film = open(numbered(50).rate(30000, 1001).bytes()).film;
     ASSERT_TRUE(film);
     EXPECT_EQ(film->end_ms(), 1668);
     for (const auto& [time_ms, number] : {std::pair(0, 0), {33, 0}, {34, 1}, {1001, 30}, {1000, 29}, {1668, 49}}) {
@@ -65,7 +63,7 @@ TEST_F(Avi, FilmsOfEveryDepthKeepTheirRowsAndColours) {
         {32, "abcdefghijklmnopqrstuvwx"},
     };
     for (const auto& [bits, rows] : cases) {
-        const auto film = open(AviFile(3, 2, bits).colour_table(std::string(1024, '\x7F')).frame(rows).bytes());
+        const auto film = open(AviFile(3, 2, bits).colour_table(std::string(1024, '\x7F')).frame(rows).bytes()).film;
         const AviFrame* frame = film ? film->frame_at(0) : nullptr;
         ASSERT_TRUE(frame) << bits;
         EXPECT_EQ(std::string(frame->rows.begin(), frame->rows.end()), rows) << bits;
@@ -76,7 +74,7 @@ TEST_F(Avi, FilmsOfEveryDepthKeepTheirRowsAndColours) {
 #ifndef _WIN32 // pipes, and the command that makes films
 TEST_F(Avi, APipeIsNoFilm) {
     ASSERT_EQ(mkfifo("pipe.avi", 0600), 0);
-    EXPECT_EQ(open_avi("pipe.avi", error), nullptr);
+    EXPECT_EQ(open_avi("pipe.avi").film, nullptr);
 }
 
 TEST_F(Avi, CompressedFilmsAreDecodedWhole) {
@@ -85,7 +83,7 @@ TEST_F(Avi, CompressedFilmsAreDecodedWhole) {
     for (const char* codec : {"rawvideo -pix_fmt yuv420p", "mjpeg", "mpeg4 -bf 2"}) {
         const std::string command = "ffmpeg -v quiet -y -f lavfi -i '" + draw + "' -c:v " + codec + " film.avi";
         ASSERT_EQ(std::system(command.c_str()), 0) << codec;
-        const auto film = open_avi("film.avi", error);
+        const auto film = open_avi("film.avi").film;
         for (const int time_ms : {0, 2500, 1500}) {
             const AviFrame* frame = film ? film->frame_at(time_ms) : nullptr;
             ASSERT_TRUE(frame && frame->rows.size() == 64 * 64 * 4) << codec << time_ms;
@@ -99,7 +97,7 @@ TEST_F(Avi, CompressedFilmsAreDecodedWhole) {
 
 TEST_F(Avi, AFilmEndsWhereItsFramesEndWhateverItsHeaderSays) {
     const std::string whole = numbered(40).length(0xFFFFFFFF).bytes();
-    const auto film = open(whole.substr(0, whole.size() * 3 / 5));
+    const auto film = open(whole.substr(0, whole.size() * 3 / 5)).film;
     ASSERT_TRUE(film);
     EXPECT_EQ(film->end_ms(), 0x7FFFFFFF);
     EXPECT_EQ(film->frame_at(1500), nullptr);

@@ -76,8 +76,7 @@ void check_film(const char* path, Faults& faults) {
     }
     if (announced_size(path) > file_size(path))
         faults.push_back({file_cut, path, 0, -1, "", "ends before its film does", "write the file again"});
-    platform::AviError error = platform::AviError::none;
-    const auto film = platform::open_avi(path, error);
+    const auto film = platform::open_avi(path).film;
     const platform::AviFrame* frame = film ? film->frame_at(0) : nullptr;
     if (!frame)
         faults.push_back(
