@@ -36,7 +36,7 @@ class Player(Robot):
     system = SYSTEM
 
     def __init__(self, package):
-        super().__init__(installation=self)
+        super().__init__(installation=self, scale=None)
         self.root = Path(tempfile.mkdtemp())
         self.root.chmod(0o755)
         for name in ("info", "updates"):
