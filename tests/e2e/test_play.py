@@ -39,9 +39,9 @@ def test_every_slot_of_the_built_in_installation_is_visited(installation, tmp_pa
             assert any(f"-{screen}-{slot:02d}" in each or f"-value-{slot:02d}" in each for each in pictures), slot
     for name in ("menu", "module-hq", "module-factory", "module-battle", "options"):
         assert any(each[7:] == f"{name}.png" for each in pictures)
-    # eleven levels, as many themes, and two layouts of the keyboard
+    # eleven levels, as many themes and the button for their loop, and two layouts of the keyboard
     assert sum("-options-22-" in each and "-value-" in each for each in pictures) == 11
-    assert sum("-options-26-" in each and "-value-" in each for each in pictures) == 11
+    assert sum("-options-26-" in each and "-value-" in each for each in pictures) == 12
     assert sum("-options-48-" in each and "-value-" in each for each in pictures) == 2
 
 
