@@ -22,7 +22,7 @@ std::vector<std::string> background_paths() {
 int load_backgrounds() {
     const std::vector<std::string> paths = background_paths();
     for (std::size_t i = 0; i < pictures.size(); ++i) {
-        pictures[i] = load_picture(paths[i], &buffer_palettes[screen_buffer]);
+        pictures[i] = load_picture(paths[i], &buffer_palettes[screen_buffer]).value_or(nullptr);
         if (!pictures[i])
             return static_cast<int>(i) + 1;
     }

@@ -32,26 +32,28 @@ PictureHeader read_picture_header(std::span<const std::uint8_t> bytes) {
     return header;
 }
 
-BitmapPtr load_picture(std::string_view path, PALETTE* palette) {
+Result<BitmapPtr> load_picture(std::string_view path, PALETTE* palette) {
     std::optional<UnpackedPicture> picture = take_picture(path);
     if (!picture) {
         const auto file = read_file(path, picture_file_limit);
         if (!file)
-            return nullptr;
+            return Failure{file.reason()};
         const std::span bytes(reinterpret_cast<const std::uint8_t*>(file->data()), file->size());
         // The library's reader believes any size that the header names, so the header is looked at first.
         const PictureHeader header = read_picture_header(bytes);
         if (!header.sound)
-            return nullptr;
+            return Failure{unfit_picture};
         picture = unpack_picture(bytes);
         if (!picture && header.bits == 24) // the library shows what there is of it
             write_log(format_text("Picture is incomplete: %.*s", static_cast<int>(path.size()), path.data()));
     }
-    if (!picture)
-        return BitmapPtr(load_pcx(platform::resolve_path(path).c_str(), palette ? *palette : nullptr));
-    if (palette)
+    BitmapPtr bitmap(picture ? make_bitmap(*picture)
+                             : BitmapPtr(load_pcx(platform::resolve_path(path).c_str(), palette ? *palette : nullptr)));
+    if (picture && palette)
         generate_332_palette(*palette); // as the library gives every picture without one of its own
-    return make_bitmap(*picture);
+    if (!bitmap)
+        return Failure{unfit_picture};
+    return bitmap;
 }
 
 } // namespace vcc

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/handles.h"
+#include "core/result.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -22,10 +23,11 @@ struct PictureHeader {
     bool sound = false; ///< the library can read it: 8 bits with one or three planes, 1 to 4096 pixels a side, lines
                         ///< at least as long as the picture is wide
 };
+inline constexpr const char* unfit_picture = "is no picture that the program can read";
 PictureHeader read_picture_header(std::span<const std::uint8_t> bytes);
 
-/// Loads a PCX picture, converted to the colour depth in force, and its palette (`palette` may be null). Null when the
-/// file is missing, is no PCX picture or has a header that the library must not be given.
-BitmapPtr load_picture(std::string_view path, PALETTE* palette = nullptr);
+/// Loads a PCX picture, converted to the colour depth in force, and its palette (`palette` may be null). Fails when
+/// the file is missing, is no PCX picture or has a header that the library must not be given.
+Result<BitmapPtr> load_picture(std::string_view path, PALETTE* palette = nullptr);
 
 } // namespace vcc

@@ -17,7 +17,7 @@ constexpr const char* load_failure = "VCC: Error loading mousepointer!";
 } // namespace
 
 bool load_mouse_pointer(const std::string& directory, const std::string& file) {
-    BitmapPtr picture = load_picture(directory + file);
+    BitmapPtr picture = load_picture(directory + file).value_or(nullptr);
     if (!picture)
         return false;
     // The old picture must outlive its time as the sprite: it goes only after this call.

@@ -55,7 +55,7 @@ BitmapPtr picture_for(std::size_t index, const std::string& path, const Pictures
     const auto before = read.find(path);
     BITMAP* const same = before != read.end() ? graphic_buffer(before->second) : nullptr;
     if (!same)
-        return load_picture(path, &buffer_palettes[index]);
+        return load_picture(path, &buffer_palettes[index]).value_or(nullptr);
     std::ranges::copy(buffer_palettes[static_cast<std::size_t>(before->second)], buffer_palettes[index]);
     return copy_of(same);
 }

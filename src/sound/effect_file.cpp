@@ -11,21 +11,21 @@ namespace vcc {
 
 // The library's own load_wav() believes every length in the file; here the header has been checked before memory is
 // asked for.
-SamplePtr load_effect_file(const std::string& path) {
+Result<SamplePtr> load_effect_file(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0)
-        return nullptr;
+        return Failure{unfit_wav};
     // The library's packfiles hand out bytes one by one: a film's sound would take 20 ms.
     const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
     if (!file || std::fseek(file.get(), header.data_offset, SEEK_SET) != 0)
-        return nullptr;
+        return Failure{"cannot be read"};
 
     const long frame_bytes = long{header.bits / 8} * header.channels;
     const long frames = std::max(header.data_length / frame_bytes, 1L);
     SamplePtr sample(
         create_sample(header.bits, header.channels == 2 ? TRUE : FALSE, header.rate, static_cast<int>(frames)));
     if (!sample)
-        return nullptr;
+        return Failure{"does not fit in memory"};
     const auto size = static_cast<std::size_t>(frames * frame_bytes);
     auto* const bytes = static_cast<unsigned char*>(sample->data);
     const auto wanted = std::min(static_cast<std::size_t>(header.data_length), size);

@@ -2,13 +2,14 @@
 #pragma once
 
 #include "core/handles.h"
+#include "core/result.h"
 
 #include <string>
 
 namespace vcc {
 
-/// Loads a PCM file as a sample; null when it is missing, is not such a file or the memory does not hold it. A file
+/// Loads a PCM file as a sample. Fails when it is missing, is not such a file or the memory does not hold it. A file
 /// without audio gives one sample of silence.
-SamplePtr load_effect_file(const std::string& path);
+Result<SamplePtr> load_effect_file(const std::string& path);
 
 } // namespace vcc

@@ -32,7 +32,7 @@ Outcome install_sound_system(SetupState& state) {
 }
 
 Outcome load_effect(const SetupState& state, SoundEntry& entry) {
-    entry.sample = load_effect_file(sound_path(entry));
+    entry.sample = load_effect_file(sound_path(entry)).value_or(nullptr);
     if (entry.sample)
         return Outcome::go_on;
     write_log(format_text("Error loading sound nr:%d\n", state.entry));

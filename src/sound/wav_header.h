@@ -13,6 +13,9 @@ struct WavHeader {
     int channels = 1;     ///< 1 or 2
 };
 
+/// What is wrong with a file that cannot be streamed, as the end of a sentence that begins with its name.
+inline constexpr const char* unfit_wav = "is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz";
+
 /// Reads the header of a PCM file. On any failure data_offset is 0.
 WavHeader parse_wav_header(const std::string& path);
 

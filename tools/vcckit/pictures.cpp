@@ -60,14 +60,14 @@ std::string fault_of_picture(std::string_view bytes) {
     if (header.width < 1 || header.height < 1 || header.width > picture_limit || header.height > picture_limit)
         return "is " + std::to_string(header.width) + " x " + std::to_string(header.height) + " pixels, at most " +
                std::to_string(picture_limit) + " a side can be read";
-    return "is no picture that the program can read";
+    return unfit_picture;
 }
 
 PictureCheck check_picture(const std::string& path) {
     const auto bytes = read_file(path, picture_size_limit);
     if (!bytes)
         return {nullptr, "cannot be read"};
-    PictureCheck check{load_picture(path), ""};
+    PictureCheck check{load_picture(path).value_or(nullptr), ""};
     if (!check.bitmap)
         check.fault = fault_of_picture(*bytes);
     else if (!pcx_is_complete(*bytes))

@@ -95,8 +95,8 @@ private:
             return;
         }
         if (step.action == SetupAction::load_effect) {
-            if (!load_effect_file(path))
-                report(sound_unreadable, path + " is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz",
+            if (const auto effect = load_effect_file(path); !effect)
+                report(sound_unreadable, path + " " + effect.reason(),
                        "convert it to that: otherwise the whole sound stays off");
             else if (is_cut(path))
                 report(file_cut, path + " ends before its sound does", "write the file again");

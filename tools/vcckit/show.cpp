@@ -99,14 +99,14 @@ std::string shown_picture(const std::string&, std::string_view bytes, std::strin
     const PictureHeader header =
         read_picture_header({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
     if (!header.sound)
-        fault = "is no picture that the program can read";
+        fault = unfit_picture;
     return format_text("PCX picture, %d x %d pixels, %d bits\n", header.width, header.height, header.bits);
 }
 
 std::string shown_sound(const std::string& path, std::string_view, std::string& fault) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0) {
-        fault = "is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz";
+        fault = unfit_wav;
         return {};
     }
     const int frame_bytes = header.bits / 8 * header.channels;

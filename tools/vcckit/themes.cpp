@@ -98,7 +98,7 @@ bool is_cut(const std::string& path) {
 std::string loop_fault(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0)
-        return "is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz";
+        return unfit_wav;
     const long frames = header.data_length / (long{header.bits} / 8 * header.channels);
     if (frames < header.rate)
         return "is shorter than a second";
