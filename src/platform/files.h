@@ -60,7 +60,7 @@ private:
 };
 
 /// Puts `temporary` in the place of `name` in one step, after its contents have reached the disk. False when that
-/// failed; `name` is then unchanged.
+/// failed, or `name` is a folder, a device or a pipe; it is then unchanged.
 bool replace_file(const std::string& temporary, const std::string& name);
 
 } // namespace vcc::platform

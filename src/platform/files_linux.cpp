@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -63,8 +64,13 @@ bool replace_file(const std::string& temporary, const std::string& name) {
     const std::string target = error ? name : real.string();
 
     struct stat before {};
-    if (::stat(target.c_str(), &before) == 0)
+    if (::stat(target.c_str(), &before) == 0) {
+        if (!S_ISREG(before.st_mode)) {
+            errno = EEXIST;
+            return false;
+        }
         ::chmod(temporary.c_str(), before.st_mode & 07777);
+    }
     if (!sync_to_disk(temporary) || ::rename(temporary.c_str(), target.c_str()) != 0)
         return false;
     // Until the folder is on the disk too, a power failure may bring the old file back, whole.

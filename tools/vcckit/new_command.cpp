@@ -105,6 +105,10 @@ public:
         const fs::path path = unfinished_ / name;
         std::error_code error;
         fs::create_directories(path.parent_path(), error);
+        if (error) {
+            complain("cannot make " + path.parent_path().string() + ": " + error.message());
+            return false;
+        }
         NewFile file(path.string());
         if (file.stream() && file.write(bytes.data(), bytes.size()) && file.commit())
             return true;

@@ -31,9 +31,14 @@ void take_request(int signal) {
 
 NewFile::NewFile(std::string path) : path_(std::move(path)), temporary_(path_ + ".new") {
     std::error_code error;
-    if (std::filesystem::is_directory(path_, error)) {
+    const std::filesystem::file_status there = std::filesystem::status(path_, error);
+    if (std::filesystem::is_directory(there)) {
         errno = EISDIR;
         fail();
+        return;
+    }
+    if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there)) {
+        reason_ = "cannot write " + path_ + ": is no file"; // a device or a pipe would be gone
         return;
     }
     file_.reset(std::fopen(temporary_.c_str(), "wb"));

@@ -95,6 +95,17 @@ void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& so
                      sum == 1 ? "fault" : "faults");
 }
 
+/// Tells of sources that make the files of an earlier one; true when there is none.
+bool makes_each_screen_once(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
+    for (std::size_t i = 0; i < checked.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            if (platform::same_but_for_case(checked[i].screen.name, checked[j].screen.name)) {
+                complain(sources[i].file + ": makes the same screen as " + sources[j].file);
+                return false;
+            }
+    return true;
+}
+
 int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
     std::vector<Source> sources;
     for (const std::string& file : request.sources) {
@@ -109,6 +120,8 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
         return exit_unusable;
     }
     const std::vector<SourceCheck> checked = check_all(sources, request, ignored);
+    if (!makes_each_screen_once(checked, sources))
+        return exit_unusable;
     Faults faults;
     for (const SourceCheck& each : checked)
         faults.insert(faults.end(), each.faults.begin(), each.faults.end());
@@ -190,8 +203,21 @@ int run_pack(const PackRequest& request) {
     watch(request.sources, [&] { pack_once(request, ignored); });
 }
 
+/// Whether the output is one of the files that are read.
+bool is_unpacked(const std::string& output, const std::vector<std::string>& files) {
+    std::error_code error; // a file that is not there is none of them
+    return std::ranges::any_of(files, [&](const std::string& file) {
+        return fs::equivalent(output, file, error) ||
+               fs::equivalent(output, fs::path(file).replace_extension(".tgl"), error);
+    });
+}
+
 /// One file stands for both languages.
 int run_unpack(const std::vector<std::string>& files, const std::string& output) {
+    if (is_unpacked(output, files)) {
+        complain(output + ": would be replaced by its own source: give another name with -o");
+        return exit_unusable;
+    }
     Screen screen;
     screen.name = screen_name(files.front());
     for (std::size_t i = 0; i < languages.size(); ++i) {
