@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import signal
 import struct
 import subprocess
 
@@ -67,6 +68,17 @@ def break_it(installation, what, tmp_path):
         source.write_text("#include <stdlib.h>\nint hq(int mode, int version) { abort(); }\n")
         installation.remove("hq.so")
         subprocess.run(["cc", "-shared", "-fPIC", source, "-o", installation.path("hq.so")], check=True)
+
+
+def test_a_request_to_end_leaves_no_copy_behind(installation, tmp_path):
+    program = subprocess.Popen([VCCKIT, "play", installation.folder, "-o", tmp_path / "pictures"], text=True,
+                               stdout=subprocess.PIPE, env=os.environ | {"TMPDIR": str(tmp_path)})
+    for _ in range(2):  # pictures that are kept
+        assert program.stdout.readline()
+    program.send_signal(signal.SIGINT)
+    program.communicate(timeout=60)
+    assert program.returncode == -signal.SIGINT
+    assert [path.name for path in tmp_path.iterdir()] == ["pictures"]
 
 
 @pytest.mark.parametrize("what, status, told", FAULTS, ids=[case[0] for case in FAULTS])

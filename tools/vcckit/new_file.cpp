@@ -13,6 +13,7 @@ namespace vcc::kit {
 namespace {
 
 volatile std::sig_atomic_t request = 0;
+int guards = 0; ///< that live; those within another change nothing
 
 constexpr int requests[] = {
     SIGINT,
@@ -79,11 +80,15 @@ bool NewFile::commit() {
 }
 
 InterruptionGuard::InterruptionGuard() {
+    if (guards++ > 0)
+        return;
     for (const int signal : requests)
         std::signal(signal, take_request);
 }
 
 InterruptionGuard::~InterruptionGuard() {
+    if (--guards > 0)
+        return;
     for (const int signal : requests)
         std::signal(signal, SIG_DFL);
     if (request != 0)

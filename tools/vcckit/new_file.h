@@ -43,7 +43,8 @@ private:
 };
 
 /// As long as it lives, a request to end the process (Ctrl+C, SIGTERM, SIGHUP) only makes interrupted() true, so that
-/// what is begun can be taken back; a second one ends the process. Afterwards the process ends as the first one asked.
+/// what is begun can be taken back; a second one ends the process. Afterwards the process ends as the first one asked:
+/// with several guards, when the outermost one goes.
 class InterruptionGuard {
 public:
     InterruptionGuard();
