@@ -49,7 +49,9 @@ void run_module(std::size_t module) {
         show_mouse(nullptr);
         return;
     }
+    const int depth = get_color_depth();
     fullscreen = display_state(calls[module](entry));
+    ensure_display(depth, file);
     select_config_file(); // the module may have written the shared file
 }
 

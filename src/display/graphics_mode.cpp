@@ -181,6 +181,19 @@ void switch_display_mode(bool toggle) {
     switch_to_depth(toggle, depth, depth);
 }
 
+void ensure_display(int depth, const std::string& culprit) {
+    const int bits = screen != nullptr ? bitmap_color_depth(screen) : 0;
+    const int width = screen != nullptr ? SCREEN_W : 0, height = screen != nullptr ? SCREEN_H : 0;
+    if (width == picture_width && height == picture_height && bits >= 15 && bits == get_color_depth())
+        return;
+    const bool full = fullscreen == full_screen;
+    if (!set_mode(full, depth) && set_mode(!full, depth))
+        fullscreen = full ? windowed : full_screen;
+    write_log(format_text("%s has left a display of %d x %d at %d bits: %d x %d at %d bits %s", culprit.c_str(), width,
+                          height, bits, picture_width, picture_height, depth,
+                          screen != nullptr ? "is set again" : "cannot be set again"));
+}
+
 bool rebuild_display(bool toggle) {
     if (!depth_offered(depth_class, settings.bitmap_depth))
         return false;

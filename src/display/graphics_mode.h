@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace vcc {
 
@@ -26,6 +27,11 @@ SetupResult setup_graphics_mode(std::int8_t mode);
 /// Changes to the other mode, or without `toggle` sets the one that `fullscreen` names again; then shows buffer 0.
 /// When the mode cannot be set, the previous one is set again, `fullscreen` keeps its value, and one log line says so.
 void switch_display_mode(bool toggle);
+
+/// Does nothing while the display is as screens need it: 800 x 600, at 15 bits or more, new bitmaps in its depth.
+/// Otherwise sets the mode that `fullscreen` names, or failing that the other one, at `depth` bits; one log line says
+/// what `culprit`, a module's file, has left.
+void ensure_display(int depth, const std::string& culprit);
 
 /// Sets the mode again in the depth of the setting `bitmap_depth`; true when done (the buffers are gone: load them
 /// again, and install the pointer again), false when that depth is not offered and nothing was done.

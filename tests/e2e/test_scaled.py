@@ -224,6 +224,22 @@ def test_the_window_keeps_the_size_that_the_player_gave_it(make_player):
     assert player.size() == size
 
 
+@pytest.mark.parametrize("mode, result", [("0 640 480 8", 0), ("1 640 480 8", 0), ("0 800 600 8", 255)])
+def test_a_display_that_a_module_leaves_behind_is_set_again(make_player, own_menu, mode, result):
+    player = make_player()
+    player.enter_module()
+    player.order(f"mode {mode}")
+    player.installation.order(f"leave {result}")
+    player.robot.forget_window()
+    player.robot.wait_for_menu()
+    assert player.is_full_screen() == (result == 255)
+    player.menu()
+    player.check_shown(own_menu)
+    [message] = player.installation.log_messages()
+    left = f"{mode[2:5]} x {mode[6:9]} at 8 bits"
+    assert message == f"hq.so has left a display of {left}: 800 x 600 at 32 bits is set again"
+
+
 def test_without_a_window_manager(make_player, own_menu):
     player = make_player(size=(1300, 1000), window_manager=False)
     player.resize(900, 700)
