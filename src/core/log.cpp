@@ -9,6 +9,8 @@
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
+#include <filesystem>
+#include <system_error>
 
 namespace vcc {
 
@@ -20,7 +22,11 @@ void write_log(std::string_view message) {
     const char* const stamp = local != nullptr ? std::asctime(local) : nullptr;
     const std::string time_text(cut_at(stamp != nullptr ? stamp : "", '\n'));
 
-    const FilePtr file(std::fopen(platform::resolve_path(path::log).c_str(), "at"));
+    const std::string name = platform::resolve_path(path::log);
+    std::error_code error;
+    if (std::filesystem::is_fifo(name, error))
+        return; // it would block until somebody reads
+    const FilePtr file(std::fopen(name.c_str(), "at"));
     if (!file)
         return;
     std::fprintf(file.get(), "%s [%s]\n", module_prefix.c_str(), time_text.c_str());

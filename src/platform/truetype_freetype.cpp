@@ -1,6 +1,7 @@
 // TrueType text by FreeType.
 #include "platform/truetype.h"
 
+#include "platform/files.h"
 #include "platform/truetype_draw.h"
 
 #include <ft2build.h>
@@ -220,7 +221,7 @@ void exit_truetype() {
 
 std::unique_ptr<TrueTypeFont> load_truetype_font(const std::string& path) {
     FT_Face opened = nullptr;
-    if (!renderer || FT_New_Face(renderer, path.c_str(), 0, &opened) != 0)
+    if (!renderer || !file_exists(path) || FT_New_Face(renderer, path.c_str(), 0, &opened) != 0)
         return nullptr;
     FacePtr face(opened);
     if (!FT_IS_SCALABLE(face.get()) || FT_Select_Charmap(face.get(), FT_ENCODING_UNICODE) != 0)

@@ -30,6 +30,8 @@ std::vector<Slot> take_records(const std::string& path, std::string_view bytes, 
     Result<std::vector<Slot>> records = read_slot_file(bytes);
     if (!records)
         write_log(format_text("%s: %s", path.c_str(), records.reason().c_str()));
+    else if (bytes.size() < sizeof(std::int32_t))
+        write_log(format_text("%s: ends before its number of records", path.c_str()));
     if (!records || records->empty())
         show_status("Datei ja!", what_is_missing, status_font);
     return std::move(records).value_or({});

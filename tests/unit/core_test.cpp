@@ -11,6 +11,10 @@
 #include <regex>
 #include <vector>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace vcc {
 namespace {
 
@@ -75,6 +79,15 @@ TEST(Log, AppendsWholeEntriesAndNeverMakesItsFolder) {
     const std::regex both(head + "first %s\n\n" + head + "second\n\n\n");
     EXPECT_TRUE(std::regex_match(folder.log(), both)) << folder.log();
 }
+
+#ifndef _WIN32 // pipes
+TEST(Log, APipeIsNotWaitedFor) {
+    const test::ScratchFolder folder;
+    std::filesystem::create_directories("data/logfiles");
+    ASSERT_EQ(::mkfifo("data/logfiles/veldor_log.txt", 0600), 0);
+    write_log("lost"); // comes back
+}
+#endif
 
 TEST(Files, AreReadWholeOrNotAtAll) {
     const test::ScratchFolder folder;

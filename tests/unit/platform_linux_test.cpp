@@ -4,6 +4,7 @@
 #include "platform/files.h"
 
 #include <chrono>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace vcc::platform {
@@ -28,6 +29,13 @@ TEST_F(Files, AReplacedFileKeepsItsRightsAndItsLink) {
     EXPECT_TRUE(std::filesystem::is_symlink("link"));
     EXPECT_EQ(std::filesystem::status("real").permissions(), std::filesystem::perms(0640));
     EXPECT_EQ(folder.read("real"), "new");
+}
+
+TEST_F(Files, APipeIsNotReplaced) {
+    folder.write("new", "new");
+    ASSERT_EQ(::mkfifo("pipe", 0600), 0);
+    EXPECT_FALSE(replace_file("new", "pipe"));
+    EXPECT_TRUE(std::filesystem::is_fifo("pipe"));
 }
 
 /// Puts a script of ours in the place of the desktop's opener, and a manual into a folder.

@@ -35,6 +35,9 @@ TEST_F(ScreenWorld, DamagedSlotFilesAreLoggedAndTheOtherFileIsLoaded) {
     load_slot_set("b.slt", set);
     EXPECT_EQ(std::pair(set.slot_count(), set.toggle_count()), std::pair(0, 2));
     EXPECT_TRUE(logged("b.slt"));
+    folder.write("short.slt", "\1\2");
+    load_slot_set("short.slt", set);
+    EXPECT_TRUE(logged("short.slt"));
     load_slot_set("nowhere.slt", set);
     EXPECT_TRUE(logged("nowhere.slt"));
     EXPECT_FALSE(logged("nowhere.tgl")) << "a set may have none";
