@@ -36,4 +36,17 @@ using ModeListPtr = std::unique_ptr<GFX_MODE_LIST, ModeListDeleter>;
 using AudioStreamPtr = std::unique_ptr<AUDIOSTREAM, AudioStreamDeleter>;
 using FilePtr = std::unique_ptr<std::FILE, FileDeleter>;
 
+/// Runs a task when its own life ends.
+template <typename Task>
+class AtEnd {
+public:
+    explicit AtEnd(Task task) : task_(task) {}
+    ~AtEnd() { task_(); }
+    AtEnd(const AtEnd&) = delete;
+    AtEnd& operator=(const AtEnd&) = delete;
+
+private:
+    Task task_;
+};
+
 } // namespace vcc

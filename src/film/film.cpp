@@ -1,6 +1,7 @@
 #include "film/film.h"
 
 #include "core/clock.h"
+#include "core/handles.h"
 #include "core/log.h"
 #include "display/switching.h"
 #include "film/film_rules.h"
@@ -18,85 +19,28 @@ namespace {
 
 constexpr int film_effect_volume = 150;
 
-/// Runs a film's clock for the life of the object.
-class ClockTimer {
-public:
-    explicit ClockTimer(FilmClock& clock)
-        : clock_(clock),
-          installed_(install_param_int_ex(on_timer, &clock, BPS_TO_TIMER(1000 / FilmClock::step_ms)) == 0) {}
-    ~ClockTimer() {
-        if (installed_)
-            remove_param_int(on_timer, &clock_);
-    }
-    ClockTimer(const ClockTimer&) = delete;
-    ClockTimer& operator=(const ClockTimer&) = delete;
+void on_timer(void* clock) {
+    static_cast<FilmClock*>(clock)->tick();
+}
 
-    bool installed() const { return installed_; }
-
-private:
-    static void on_timer(void* clock) { static_cast<FilmClock*>(clock)->tick(); }
-
-    FilmClock& clock_;
-    bool installed_;
-};
-
-/// The effect that sounds with a film. At the film's end it is dropped, heard or not: films play once a run, and
-/// their sounds are long.
-class FilmSound {
-public:
-    explicit FilmSound(int effect) : effect_(effect), volume_before_(sfx_volume) {}
-    ~FilmSound() {
-        if (effect_ == no_effect || !sound_on)
-            return;
-        drop_effect(effect_);
-        sfx_volume = volume_before_;
-    }
-    FilmSound(const FilmSound&) = delete;
-    FilmSound& operator=(const FilmSound&) = delete;
-
-    void start() const {
-        if (effect_ == no_effect)
-            return;
-        current_theme = -1; // no music is fed from here on
-        skip_requested();
-        if (!sound_on)
-            return;
-        sfx_volume = film_effect_volume;
-        play_effect(effect_);
-    }
-
-private:
-    int effect_;
-    int volume_before_;
-};
-
-/// Takes the key or click that ended a film away from the screens that follow.
-class InputDiscarded {
-public:
-    InputDiscarded() = default;
-    ~InputDiscarded() {
-        clear_keybuf();
-        mouse_b = 0;
-    }
-    InputDiscarded(const InputDiscarded&) = delete;
-    InputDiscarded& operator=(const InputDiscarded&) = delete;
-};
-
-/// The pointer is drawn into the screen, where a film would tear it.
-class PointerHidden {
-public:
-    PointerHidden() { scare_mouse(); }
-    ~PointerHidden() { unscare_mouse(); }
-    PointerHidden(const PointerHidden&) = delete;
-    PointerHidden& operator=(const PointerHidden&) = delete;
-};
+void start_sound(int effect) {
+    if (effect == no_effect)
+        return;
+    current_theme = -1; // no music is fed from here on
+    skip_requested();
+    if (!sound_on)
+        return;
+    sfx_volume = film_effect_volume;
+    play_effect(effect);
+}
 
 bool stop_requested() {
     return skip_requested() != 0 || close_requested != 0;
 }
 
 void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
-    const PointerHidden hidden;
+    scare_mouse(); // it is drawn into the screen, where a film would tear it
+    const AtEnd pointer_again(unscare_mouse);
     clock.end_ms = film.end_ms();
     clock.time_ms = 0;
     clock.restart = true;
@@ -124,8 +68,17 @@ void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
 
 void play_film(const std::string& path, int effect) {
     FilmClock clock;
-    const InputDiscarded discarded;
-    const FilmSound sound(effect);
+    const AtEnd input_discarded([] { // the key or click that ended the film is not for the screens that follow
+        clear_keybuf();
+        mouse_b = 0;
+    });
+    // Heard or not: films play once per run, and their sounds are long.
+    const AtEnd sound_dropped([effect, volume_before = sfx_volume] {
+        if (effect == no_effect || !sound_on)
+            return;
+        drop_effect(effect);
+        sfx_volume = volume_before;
+    });
     const auto [film, error] = platform::open_avi(platform::resolve_path(path));
     if (!film) {
         write_log(format_text("Error while initializing/loading AVI-File <%s>: %s", path.c_str(),
@@ -140,13 +93,13 @@ void play_film(const std::string& path, int effect) {
         write_log(format_text("Error creating video surface for AVI-File:<%s>", path.c_str()));
         return;
     }
-    const ClockTimer timer(clock);
-    if (!timer.installed()) {
+    if (install_param_int_ex(on_timer, &clock, BPS_TO_TIMER(1000 / FilmClock::step_ms)) != 0) {
         write_log(format_text("Error installing the clock for AVI-File:<%s>", path.c_str()));
         return;
     }
+    const AtEnd clock_stopped([&clock] { remove_param_int(on_timer, &clock); });
     clear_keybuf();
-    sound.start();
+    start_sound(effect);
     play(*film, *target, clock);
 }
 

@@ -54,9 +54,9 @@ private:
 
     const HelpRequest& request_;
     TextWindow& window_;
-    const int window_colour_;
+    SwitchSet<int> window_colour_;
     SwitchSet<int> text_window_{current_text_window, 0};
-    const int full_redraw_before_ = full_redraw;
+    SwitchSet<int> full_redraw_{full_redraw, full_redraw};
     ScreenOwner owner_;
     ScreenRun run_;
     std::string file_; ///< the help file's bytes; empty when it is missing
@@ -67,7 +67,7 @@ private:
 HelpPage::HelpPage(const HelpRequest& request)
     : request_(request),
       window_(text_windows[static_cast<std::size_t>(request.messages->slots[message_slot::window].graphic)]),
-      window_colour_(window_.colour) {
+      window_colour_(window_.colour, window_.colour) {
     owner_.every_frame = request.every_frame;
     run_.target = request.target;
     run_.set = request.messages;
@@ -82,8 +82,6 @@ HelpPage::HelpPage(const HelpRequest& request)
 HelpPage::~HelpPage() {
     slot(message_slot::window).draw_flags[0] = '\0';
     blit(request_.save, request_.target, 0, 0, 0, 0, request_.target->w, request_.target->h);
-    window_.colour = window_colour_;
-    full_redraw = full_redraw_before_;
     update_screen(request_.target);
 }
 
