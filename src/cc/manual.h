@@ -3,6 +3,8 @@
 
 #include <allegro.h>
 
+#include <initializer_list>
+
 namespace vcc {
 
 /// The manual's file: the edition in the player's language when there is one.
