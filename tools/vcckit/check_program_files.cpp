@@ -29,6 +29,7 @@ struct PictureRow {
 
 std::vector<PictureRow> picture_rows() {
     std::vector<PictureRow> rows;
+    rows.reserve(path::backgrounds.size() + 1);
     for (const char* background : path::backgrounds)
         rows.push_back({with_slashes(background), picture_width, picture_height, picture_width, picture_height});
     rows.push_back({std::string(path::pointer_folder) + path::pointer_file, 1, 1, 64, 64});

@@ -3,6 +3,7 @@
 
 #include "core/files.h"
 #include "core/installation.h"
+#include "core/log.h"
 #include "platform/files.h"
 #include "platform/shared_library.h"
 
@@ -78,8 +79,8 @@ void check_unread(Installation& installation, Faults& faults) {
         std::ranges::sort(names);
         if (names.size() <= most_named) {
             for (const std::string& name : names)
-                faults.push_back({FaultCode::file_unread, folder + "/" + name, 0, -1, "", "nothing reads this file",
-                                  "name it where it is wanted, or take it away"});
+                faults.push_back({FaultCode::file_unread, format_text("%s/%s", folder.c_str(), name.c_str()), 0, -1, "",
+                                  "nothing reads this file", "name it where it is wanted, or take it away"});
             continue;
         }
         std::string list;

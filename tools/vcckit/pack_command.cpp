@@ -76,6 +76,7 @@ std::vector<SourceCheck> check_all(const std::vector<Source>& sources, const Pac
     const Library library;
     const SourceRules rules{request.any_name, load_measuring_fonts(), std::move(ignored)};
     std::vector<SourceCheck> checked;
+    checked.reserve(sources.size());
     for (const Source& source : sources)
         checked.push_back(check_source(source.file, source.text, rules));
     return checked;

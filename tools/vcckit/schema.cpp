@@ -5,6 +5,8 @@
 #include "screen_source.h"
 
 #include <cstdio>
+#include <iterator>
+#include <string_view>
 #include <vector>
 
 namespace vcc::kit {
@@ -111,7 +113,8 @@ std::string laid_out(const std::string& json) {
         const char c = json[i];
         if (c == '"' && (i == 0 || json[i - 1] != '\\'))
             in_text = !in_text;
-        if (in_text || c == '"') {
+        const bool blank = !in_text && (c == ' ' || c == '\n');
+        if (in_text || c == '"' || (!blank && std::string_view("{[}],:").find(c) == std::string_view::npos)) {
             out += c;
         } else if (c == '{' || c == '[') {
             out += c;
@@ -126,8 +129,6 @@ std::string laid_out(const std::string& json) {
             new_line();
         } else if (c == ':') {
             out += ": ";
-        } else if (c != ' ' && c != '\n') {
-            out += c;
         }
     }
     return out + "\n";
@@ -137,6 +138,7 @@ std::string laid_out(const std::string& json) {
 
 std::string screen_schema() {
     std::vector<std::string> definitions;
+    definitions.reserve(std::size(all_meanings) + 4);
     for (const Meaning meaning : all_meanings)
         definitions.push_back(number_definition(meaning));
     definitions.push_back(value_definition(

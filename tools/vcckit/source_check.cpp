@@ -25,7 +25,7 @@ ScreenFiles files_of(const Screen& screen, std::size_t language) {
 }
 
 /// Moves a fault from a record to the place in the source that it comes from.
-Fault at_source(Fault fault, const ScreenPlaces& places) {
+Fault at_source(const Fault& fault, const ScreenPlaces& places) {
     const auto& records = fault.file == toggles ? places.toggles : places.slots;
     const auto record = static_cast<std::size_t>(std::max(fault.record, 0));
     if (record >= records.size())
@@ -45,18 +45,19 @@ Faults faults_of_records(const ScreenSource& source, bool fonts) {
         check_records_of(nothing, nothing.by_language[i], screens[i], found);
         if (fonts)
             check_overlaps_of(screens[i], found);
-        for (Fault& fault : found)
-            faults.push_back(at_source(std::move(fault), source.places[i]));
+        for (const Fault& fault : found)
+            faults.push_back(at_source(fault, source.places[i]));
     }
     Faults found;
     check_translation_of(screens[0], screens[1], found);
-    for (Fault& fault : found)
-        faults.push_back(at_source(std::move(fault), source.places[1]));
+    for (const Fault& fault : found)
+        faults.push_back(at_source(fault, source.places[1]));
     return faults;
 }
 
 void check_name(const ScreenSource& source, Faults& faults) {
     std::vector<std::string> known;
+    known.reserve(screen_files.size());
     for (const ScreenFile& row : screen_files)
         known.emplace_back(row.name);
     if (std::ranges::find(known, source.screen.name) != known.end())
