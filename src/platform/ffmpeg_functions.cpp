@@ -8,12 +8,6 @@ namespace vcc::platform {
 
 namespace {
 
-template <class Function>
-bool find(const SharedLibrary& library, const char* name, Function*& function) {
-    function = reinterpret_cast<Function*>(library.symbol(name));
-    return function != nullptr;
-}
-
 struct FfmpegLibraries {
     // The versions whose headers this program was built with: other ones have other structures.
     SharedLibrary util = load_system_library("avutil", LIBAVUTIL_VERSION_MAJOR);
@@ -26,7 +20,7 @@ std::optional<FfmpegFunctions> load_functions() {
     static const auto* const libraries = new FfmpegLibraries; // never closed: that would only delay the program's end
     FfmpegFunctions functions;
     bool complete = true;
-#define VELDOR_FIND(library, function) complete = find(libraries->library, #function, functions.function) && complete
+#define VELDOR_FIND(library, function) complete = libraries->library.find(#function, functions.function) && complete
     VELDOR_FFMPEG_FUNCTIONS(VELDOR_FIND);
 #undef VELDOR_FIND
     return complete ? std::optional(functions) : std::nullopt;

@@ -4,6 +4,8 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
+
 namespace vcc::platform {
 
 namespace {
@@ -28,6 +30,12 @@ void* SharedLibrary::symbol(const char* name) const {
 SharedLibrary load_module(std::string_view name, std::string& error) {
     // The leading "./" keeps the loader from searching the system's folders.
     const std::string path = resolve_path("./" + module_file_name(name));
+    std::error_code ignored;
+    if (const auto status = std::filesystem::status(path, ignored);
+        std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        error = path + ": is no file"; // the loader would wait for a pipe
+        return {};
+    }
     SharedLibrary library(::dlopen(path.c_str(), module_flags));
     if (!library) {
         const char* const reason = ::dlerror();

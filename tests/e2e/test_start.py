@@ -113,6 +113,15 @@ def test_files_that_fail(make_robot, installation, file, content, ends, alerts, 
     assert all(any(text in line for line in following) for text in logged), messages
 
 
+@pytest.mark.linux
+def test_a_pipe_in_a_modules_place_is_not_waited_for(robot):
+    robot.installation.remove("hq.so")
+    os.mkfifo(robot.installation.path("hq.so"))
+    menu.choose(robot, "HQ")
+    menu.confirm_alert(robot, "CC: Error loading module!")
+    robot.wait_for_menu()
+
+
 @pytest.mark.parametrize("content", [None, b"not a library", b""], ids=["missing", "broken", "without its entry"])
 def test_a_module_that_cannot_be_entered(robot, content):
     installation = robot.installation

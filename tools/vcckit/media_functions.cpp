@@ -11,12 +11,6 @@ namespace {
 using platform::load_system_library;
 using platform::SharedLibrary;
 
-template <class Function>
-bool find(const SharedLibrary& library, const char* name, Function*& function) {
-    function = reinterpret_cast<Function*>(library.symbol(name));
-    return function != nullptr;
-}
-
 struct Libraries {
     SharedLibrary util = load_system_library("avutil", LIBAVUTIL_VERSION_MAJOR);
     SharedLibrary codec = load_system_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
@@ -29,8 +23,7 @@ std::optional<MediaFunctions> load_functions() {
     static const auto* const libraries = new Libraries; // never closed
     MediaFunctions functions;
     bool complete = true;
-#define VELDOR_FIND(library, function)                                                                                 \
-    complete = complete && libraries->library && find(libraries->library, #function, functions.function)
+#define VELDOR_FIND(library, function) complete = complete && libraries->library.find(#function, functions.function)
     VELDOR_MEDIA_FUNCTIONS(VELDOR_FIND);
 #undef VELDOR_FIND
     if (!complete)
