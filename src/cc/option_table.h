@@ -1,4 +1,4 @@
-// The table of options. A new option is a row here, a key in settings/rows.cpp and its place in settings/settings.h;
+// The table of options. A new option is a row here, a key in settings/rows.h and its place in settings/settings.h;
 // the screen's source gives it a button.
 #pragma once
 

@@ -15,7 +15,7 @@ struct Themes {
 enum class ThemeEvent {
     wanted, ///< the stored theme is to be heard: stepped to, chosen, looped, of another module, reset, given back
     ended,  ///< the theme has been heard to its end
-    looked  ///< the screens look what plays, once a frame
+    looked  ///< the screens look at what plays, once per frame
 };
 
 /// What the event makes of the themes. `loop_all`: all `theme_count` themes of the module play one after another;

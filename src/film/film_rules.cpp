@@ -12,7 +12,7 @@ constexpr int widen_5_bits(int value) {
     return value * 255 / 31;
 }
 
-// Each reads the library's shifts once a row: to the compiler, every byte written might be one of theirs.
+// Each reads the library's shifts once per row: to the compiler, every byte written might be one of theirs.
 using RowConverter = void (*)(const std::uint8_t* source, unsigned char* target, int width);
 
 void copy_8(const std::uint8_t* source, unsigned char* target, int width) {

@@ -27,7 +27,7 @@ struct PointerNews {
     int code = 0; ///< button code, wheel step, or 0
 };
 
-/// Judges one reading and updates the memory: every press is reported once, the wheel one step a frame. Pure.
+/// Judges one reading and updates the memory: every press is reported once, the wheel one step per frame. Pure.
 PointerNews judge_pointer(PointerMemory& memory, const PointerReading& reading, int current);
 
 /// The memory of the one mouse.

@@ -22,7 +22,7 @@ struct ScreenOwner {
     std::function<void(int slot)> help;         ///< F1, Shift+F1 or Ctrl+F1 on the current slot
     std::function<void(int slot)> right_click;  ///< the slot under the pointer, which is current now
     std::function<void(int slot)> pointer_over; ///< the pointer entered or left the current slot
-    std::function<void()> every_frame;          ///< once a frame while the screen waits
+    std::function<void()> every_frame;          ///< once per frame while the screen waits
 };
 
 /// What one screen carries while it runs; local to the run.

@@ -22,7 +22,7 @@ struct AviHeader {
 ///
 ///   RIFF size "AVI "            a chunk: 4 letters, 32-bit size, the data, a pad byte after an odd size
 ///     LIST size "hdrl"          a list is a chunk whose data begin with 4 letters more
-///       LIST size "strl"        one a stream
+///       LIST size "strl"        one per stream
 ///         "strh"                type at 0, scale at 20, rate at 24, start at 28, length at 32
 ///         "strf"                video: 40 bytes or more, width at 4, height at 8 (negative: top row first)
 AviHeader read_avi_header(std::string_view bytes);

@@ -55,7 +55,7 @@ bool proportional(int n);
 int column_x(int n, int column);
 int row_y(int n, int row);
 
-/// Pixel width of a text in font n: measured for a proportional font, one cell a character otherwise.
+/// Pixel width of a text in font n: measured for a proportional font, one cell per character otherwise.
 int text_width(int n, std::string_view text);
 
 /// The face of font n, or null before load_fonts().

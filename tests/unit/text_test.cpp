@@ -28,7 +28,7 @@ protected:
 
 TEST_F(Fonts, GridsComeFromTheTableAndSizesFromTheSettings) {
     EXPECT_GT(text_width(0, "Veldor"), 60); // measured, at 30 pixels
-    EXPECT_EQ(text_width(6, "Veldor"), 48); // one cell a character
+    EXPECT_EQ(text_width(6, "Veldor"), 48); // one cell per character
     EXPECT_EQ(font_face(6)->text_length("Veldor"), 6 * (7 + 3));
     for (const int n : {2, 3, 4, 5, 7, 8, 9, 10}) // text lies in its cells
         EXPECT_EQ(font_face(n)->text_length("Veldor"), 6 * cell_width(n)) << n;

@@ -44,7 +44,7 @@ int Pilot::read_key() {
     return KEY_F1 << ascii_bits;
 }
 
-/// Called once a frame, and whenever the program empties the keyboard. A key that is waiting is therefore offered at
+/// Called once per frame, and whenever the program empties the keyboard. A key that is waiting is therefore offered at
 /// every other call: once for the emptying, once for the reader.
 bool Pilot::next_frame() {
     if (close_requested)
