@@ -3,6 +3,7 @@
 
 #include "file_set.h"
 #include "installation.h"
+#include "packed_screen.h"
 #include "silence.h"
 #include "source_check.h"
 #include "unpack.h"
@@ -35,34 +36,6 @@ Result<std::string> read_bytes(const std::string& path) {
     if (!bytes)
         complain(path + " " + bytes.reason());
     return bytes;
-}
-
-/// Whether a folder is an installation, or the beginning of one.
-bool is_installation(const std::string& folder) {
-    constexpr const char* signs[] = {path::language_choice, path::buffer_list, path::settings};
-    return std::ranges::any_of(
-        signs, [&](const char* sign) { return platform::file_exists((fs::path(folder) / sign).string()); });
-}
-
-/// Stages the files of a screen; their names relative to the installation go to `written`. The reason of a failure.
-std::string stage(const Screen& screen, const std::string& installation, FileSet& files,
-                  std::vector<std::string>& written) {
-    for (std::size_t i = 0; i < languages.size(); ++i) {
-        const ScreenRecords& records = screen.records[i];
-        const std::string stem =
-            "tools/language/" + std::string(languages[i].folder) + "/" + std::string(languages[i].prefix) + screen.name;
-        const auto write = [&](const std::string& name, const std::vector<Slot>& content) {
-            written.push_back(name);
-            return files.write((fs::path(installation) / name).string(), slot_file_bytes(content));
-        };
-        if (std::string reason = write(stem + ".slt", records.slots); !reason.empty())
-            return reason;
-        if (!records.has_toggle_file)
-            files.remove((fs::path(installation) / (stem + ".tgl")).string());
-        else if (std::string reason = write(stem + ".tgl", records.toggles); !reason.empty())
-            return reason;
-    }
-    return {};
 }
 
 struct Source {
@@ -131,7 +104,7 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
     std::vector<std::string> written;
     std::string reason;
     for (std::size_t i = 0; i < checked.size() && faults.empty() && reason.empty(); ++i)
-        reason = stage(checked[i].screen, request.installation, files, written);
+        reason = write_packed_screen(checked[i].screen, request.installation, files, written);
     if (interrupted())
         return exit_unusable;
     if (reason.empty() && faults.empty())
@@ -148,18 +121,6 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
         if (!request.json && !request.quiet)
             std::printf("wrote %s\n", (fs::path(request.installation) / name).string().c_str());
     return faults.empty() ? exit_clean : exit_faults;
-}
-
-bool read_records(const std::string& path, std::vector<Slot>& records) {
-    const auto bytes = read_bytes(path);
-    if (!bytes)
-        return false;
-    Result<std::vector<Slot>> read = read_slot_file(*bytes);
-    const std::string fault = fault_of_slot_file(*bytes, read);
-    records = std::move(read).value_or({});
-    if (!fault.empty())
-        complain(path + " is no slot file: " + fault);
-    return fault.empty();
 }
 
 /// The source of a screen that lies with its installation: in a folder "screens" within or beside it.
@@ -222,12 +183,12 @@ int run_unpack(const std::vector<std::string>& files, const std::string& output)
     Screen screen;
     screen.name = screen_name(files.front());
     for (std::size_t i = 0; i < languages.size(); ++i) {
-        const std::string& slots = files[std::min(i, files.size() - 1)];
-        const std::string toggles = fs::path(slots).replace_extension(".tgl").string();
-        ScreenRecords& records = screen.records[i];
-        records.has_toggle_file = platform::file_exists(toggles);
-        if (!read_records(slots, records.slots) || (records.has_toggle_file && !read_records(toggles, records.toggles)))
+        auto records = read_packed_records(files[std::min(i, files.size() - 1)]);
+        if (!records) {
+            complain(records.reason());
             return exit_unusable;
+        }
+        screen.records[i] = std::move(*records);
     }
     if (const std::string difference = difference_of_structure(screen); !difference.empty()) {
         complain(difference + ": unpack each file by itself");

@@ -1,0 +1,72 @@
+#include "edit/history.h"
+
+#include <algorithm>
+
+namespace vcc::kit::edit {
+
+namespace {
+
+/// A byte within a character of UTF-8, behind its first.
+bool is_continuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+} // namespace
+
+Change change_between(std::string_view before, std::string_view after) {
+    const std::size_t shorter = std::min(before.size(), after.size());
+    std::size_t head = 0, tail = 0;
+    while (head < shorter && before[head] == after[head])
+        ++head;
+    while (head > 0 && ((head < before.size() && is_continuation(before[head])) ||
+                        (head < after.size() && is_continuation(after[head]))))
+        --head;
+    while (tail < shorter - head && before[before.size() - 1 - tail] == after[after.size() - 1 - tail])
+        ++tail;
+    while (tail > 0 && is_continuation(before[before.size() - tail]))
+        --tail;
+    return {head, std::string(before.substr(head, before.size() - head - tail)),
+            std::string(after.substr(head, after.size() - head - tail))};
+}
+
+std::string changed(std::string text, const Change& change) {
+    return text.replace(change.at, change.before.size(), change.after);
+}
+
+std::string unchanged(std::string text, const Change& change) {
+    return text.replace(change.at, change.after.size(), change.before);
+}
+
+void History::note(std::string_view before, std::string_view after, const std::string& label,
+                   const std::string& merge_key) {
+    const bool goes_on = !merge_key.empty() && merge_key == row_ && done_ > 0;
+    steps_.resize(done_);
+    if (goes_on) {
+        Step& step = steps_.back();
+        step.change = change_between(unchanged(std::string(before), step.change), after);
+    } else {
+        steps_.push_back({change_between(before, after), label});
+        ++done_;
+    }
+    row_ = merge_key;
+}
+
+std::string History::undo_label() const {
+    return done_ > 0 ? steps_[done_ - 1].label : "";
+}
+
+std::string History::redo_label() const {
+    return done_ < steps_.size() ? steps_[done_].label : "";
+}
+
+std::string History::undo(std::string text) {
+    row_.clear();
+    return unchanged(std::move(text), steps_[--done_].change);
+}
+
+std::string History::redo(std::string text) {
+    row_.clear();
+    return changed(std::move(text), steps_[done_++].change);
+}
+
+} // namespace vcc::kit::edit

@@ -1,0 +1,43 @@
+// What an editor asks for: changes of a document in the terms of screens, not of texts.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace vcc::kit::edit {
+
+/// Bounds of what comes from outside.
+inline constexpr std::size_t document_limit = 1u << 20; ///< bytes of a source
+inline constexpr std::size_t operation_limit = 10'000;  ///< of one edit
+
+enum class DocumentKind { screen, windows };
+
+/// The part of a document that an operation is about.
+struct Address {
+    enum class Of { slot, toggle, style, window };
+    Of of = Of::slot;
+    int index = 0;     ///< of the slot, toggle record or window
+    std::string style; ///< its name
+    std::string look;  ///< of a slot or style: "", "highlight" or "pressed"
+
+    bool operator==(const Address&) const = default;
+};
+
+/// A number; a flag; or a text in UTF-8, which names a number in a number field.
+using Value = std::variant<std::int64_t, bool, std::string>;
+
+struct Operation {
+    enum class Do { set, unset, move, resize, create, copy, remove, renumber, split, replace_text };
+    Do what = Do::set;
+    std::vector<Address> of;
+    std::string field;    ///< set, unset: of the record, or "style", "highlight", "pressed", "repeat.count" ...
+    std::string language; ///< set, unset: "en", "de"; empty: every language
+    Value value;          ///< set
+    int dx = 0, dy = 0;   ///< move, resize: in the units that place the record, pixels or cells
+    int to = 0;           ///< create, copy, renumber: the new index
+    std::string text;     ///< create: the lines of the new table; replace_text: the new source
+};
+
+} // namespace vcc::kit::edit

@@ -1,0 +1,93 @@
+// The documents that an editor has open: their working texts in memory, history, journal, and the way back to disk.
+#pragma once
+
+#include "edit/operation.h"
+#include "source_check.h"
+
+#include "core/result.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vcc::kit::edit {
+
+/// Lines that were changed both here and on disk. The working text has ours.
+struct Conflict {
+    int line = 0; ///< in the working text, from 1
+    std::string base, mine, theirs;
+};
+
+enum class Choice { mine, theirs, both };
+
+struct DocumentState {
+    std::string name, file; ///< "vcc"; the path of its source
+    DocumentKind kind = DocumentKind::screen;
+    std::string text; ///< UTF-8
+    std::int64_t revision = 0;
+    bool dirty = false; ///< saving would write it
+    std::string undo_label, redo_label;
+    std::vector<Conflict> conflicts;
+};
+
+/// Unsaved changes that a session before left.
+struct Recovery {
+    std::vector<std::string> documents;
+    std::int64_t when = 0; ///< seconds since 1970
+};
+
+struct Saved {
+    std::vector<std::string> files; ///< that were written
+    Faults faults;                  ///< that forbid packing: nothing was written
+};
+
+/// Checks a source that lies in `file`, with the installation's fonts.
+using CheckSource = std::function<SourceCheck(const std::string& file, const std::string& text)>;
+
+inline constexpr const char* stale_reason = "the document has changed since";
+
+/// One user at a time: calls must not run at the same time. Nothing here needs the graphics library but the check that
+/// save() is given.
+class Workspace {
+public:
+    /// Opens an installation. Its sources lie in `screens`; when that is empty, in FOLDER/screens or else
+    /// ../screens beside it; when there are none, they are made from the packed files and written with the first save.
+    /// Fails when another editor has the folder (the reason says which process).
+    static Result<std::unique_ptr<Workspace>> open(const std::string& folder, const std::string& screens = {});
+    ~Workspace();
+
+    const std::string& folder() const;         ///< of the installation
+    const std::string& screens_folder() const; ///< of the sources; need not exist yet
+    bool sources_are_made() const;             ///< by unpacking; not on disk yet
+
+    std::vector<DocumentState> documents() const;
+    Result<DocumentState> document(const std::string& name) const;
+
+    /// Applies operations to a text of the given revision. Changes with the same merge key, not empty, one after the
+    /// other are undone together. The reason is stale_reason when the document has another revision.
+    Result<DocumentState> edit(const std::string& name, std::int64_t revision, const std::string& label,
+                               const std::string& merge_key, std::span<const Operation> operations);
+    Result<DocumentState> undo(const std::string& name);
+    Result<DocumentState> redo(const std::string& name);
+
+    /// Writes all dirty documents with the packed files of both languages: all, or with any fault none.
+    Result<Saved> save(const CheckSource& check);
+
+    /// Reads what has changed on disk, and merges it with the working texts. The names of the documents that changed.
+    std::vector<std::string> take_disk_changes();
+    Result<DocumentState> resolve(const std::string& name, std::size_t conflict, Choice choice);
+
+    /// What a session that ended without saving has left. Until recover() has taken or dropped it, edits are refused.
+    Recovery recovered() const;
+    Result<std::vector<DocumentState>> recover(bool take);
+
+private:
+    struct Parts;
+    explicit Workspace(std::unique_ptr<Parts> parts);
+    std::unique_ptr<Parts> parts_;
+};
+
+} // namespace vcc::kit::edit
