@@ -1,6 +1,6 @@
-# veldor_embed(OUTPUT FOLDER FILES...): a source that holds the files of a folder, or others given by full path under
-# their bare names, and defines template_files().
-function(veldor_embed output folder)
+# veldor_embed(OUTPUT NAME FOLDER FILES...): a source that holds the files of a folder, or others given by full path
+# under their bare names, and defines NAME(), which NAME.h declares.
+function(veldor_embed output name folder)
   set(arrays "")
   set(rows "")
   set(number 0)
@@ -19,17 +19,17 @@ function(veldor_embed output folder)
     string(APPEND rows "    {\"${file}\", {file_${number}, ${length}}},\n")
     math(EXPR number "${number} + 1")
   endforeach()
-  file(CONFIGURE OUTPUT "${output}" @ONLY CONTENT "#include \"template_files.h\"
+  file(CONFIGURE OUTPUT "${output}" @ONLY CONTENT "#include \"${name}.h\"
 
 namespace vcc::kit {
 
 namespace {
 @arrays@
-constexpr TemplateFile files[] = {
+constexpr EmbeddedFile files[] = {
 @rows@};
 } // namespace
 
-std::span<const TemplateFile> template_files() {
+std::span<const EmbeddedFile> ${name}() {
     return files;
 }
 

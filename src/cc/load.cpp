@@ -56,19 +56,6 @@ void set_up_drawing() {
     previous_font = 0;
 }
 
-/// False when the set-up file cannot be carried out; sound that is switched off is no failure.
-bool set_up_sound() {
-    if (!read_flag("sound_at_all"))
-        disable_sound();
-    if (!sound_on)
-        return true;
-    if (read_sound_setup(path::sound_setup) == 0)
-        return false;
-    if (sound_on)
-        enable_sound();
-    return true;
-}
-
 void setup_cc_screens() {
     answer_for_theme_order();
     selected_module = Module::control_centre; // the music follows this module's loop from its first buffer on
@@ -84,12 +71,9 @@ void setup_cc_screens() {
     play_selected_theme();
 }
 
-/// The list may name pictures without one for the screens to draw on.
-bool load_pictures() {
-    if (load_graphic_buffers(path::buffer_list) == 0)
-        return false;
-    const BITMAP* picture = graphic_buffer(screen_buffer);
-    return picture && picture->w >= picture_width && picture->h >= picture_height;
+bool fail(const LoadHooks& hooks, LoadFailure failure) {
+    hooks.failed(failure);
+    return false;
 }
 
 void copy_whole(BITMAP* from, BITMAP* to) {
@@ -99,22 +83,39 @@ void copy_whole(BITMAP* from, BITMAP* to) {
 
 } // namespace
 
-bool load_installation(const LoadHooks& hooks) {
-    const auto fail = [&](LoadFailure failure) {
-        hooks.failed(failure);
+bool load_sounds() {
+    if (!read_flag("sound_at_all"))
+        disable_sound();
+    if (!sound_on)
+        return true;
+    if (read_sound_setup(path::sound_setup) == 0)
         return false;
-    };
+    if (sound_on)
+        enable_sound();
+    return true;
+}
+
+bool load_screens(const LoadHooks& hooks) {
     set_up_drawing();
-    if (!set_up_sound())
-        fail(LoadFailure::sound);
     if (load_cc_slot_sets() != 0)
-        return fail(LoadFailure::screens);
+        return fail(hooks, LoadFailure::screens);
     setup_cc_screens();
     if (hooks.before_pictures)
         hooks.before_pictures();
-    if (load_text_windows(text_window_prefix + path::text_windows) == 0)
-        return fail(LoadFailure::text_windows);
-    return load_pictures() || fail(LoadFailure::pictures);
+    return load_text_windows(text_window_prefix + path::text_windows) != 0 || fail(hooks, LoadFailure::windows);
+}
+
+bool load_pictures() {
+    if (load_graphic_buffers(path::buffer_list) == 0)
+        return false;
+    const BITMAP* picture = graphic_buffer(screen_buffer);
+    return picture && picture->w >= picture_width && picture->h >= picture_height;
+}
+
+bool load_installation(const LoadHooks& hooks) {
+    if (!load_sounds())
+        fail(hooks, LoadFailure::sound);
+    return load_screens(hooks) && (load_pictures() || fail(hooks, LoadFailure::pictures));
 }
 
 void fill_fields() {

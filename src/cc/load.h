@@ -16,10 +16,10 @@ void load_language_files(std::optional<int> number = {});
 bool load_font_files();
 
 enum class LoadFailure {
-    sound,        ///< the load goes on without it
-    screens,      ///< the slot sets
-    text_windows, ///< the window file of the language
-    pictures      ///< the buffer list, a picture of it, or a screen picture that is missing or small
+    sound,   ///< the load goes on without it
+    screens, ///< the slot sets
+    windows, ///< the window file of the language
+    pictures ///< the buffer list, a picture of it, or a screen picture that is missing or small
 };
 
 struct LoadHooks {
@@ -27,10 +27,22 @@ struct LoadHooks {
     std::function<void()> before_pictures;   ///< settings, sound and screens are there; may be empty
 };
 
-/// What a pass needs: font sizes, sound, slot sets, settings with what follows from them (field texts, volumes, the
-/// theme, the keyboard's mapping file), text windows and pictures, in this order. False when a part without which there
-/// are no screens failed.
+/// What a pass needs: sound, screens and pictures, in this order. False when a part without which there are no screens
+/// failed.
 bool load_installation(const LoadHooks& hooks);
+
+// The parts of it, for whoever draws many pictures of an installation and keeps what has not changed.
+
+/// The sounds that the set-up file names. False when it cannot be carried out; sound that is switched off is no
+/// failure.
+bool load_sounds();
+
+/// Font sizes, slot sets, settings with what follows from them (field texts, volumes, the theme, the keyboard's mapping
+/// file), and text windows.
+bool load_screens(const LoadHooks& hooks);
+
+/// The pictures of the buffer list. False without one for the screens to draw on.
+bool load_pictures();
 
 /// Copies the texts of the settings into the entry fields of the options screen.
 void fill_fields();

@@ -1,11 +1,10 @@
 // Checking an installation: the sources of the built-in one are clean, and every kind of fault is found where it is.
 #include "check.h"
-#include "folder_test.h"
+#include "game_folder.h"
 #include "names.h"
 #include "report.h"
-#include "screen_source.h"
-#include "slot_bytes.h"
 #include "source_check.h"
+#include "slot_bytes.h"
 
 #include "core/files.h"
 #include "core/text.h"
@@ -20,53 +19,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path game = VELDOR_SOURCE_DIR "/game", liberation = "/usr/share/fonts/truetype/liberation";
-const std::string en = "tools/language/english/e_", de = "tools/language/german/g_";
+const std::string en = test::english_stem, de = test::german_stem;
 constexpr const char *menu = "vcc.slt", *options = "vcc_options.slt", *settings = "data/configs/vcc.cfg";
 
-/// The built-in installation as far as it matters to the checks: its own screens, windows, lists, pictures and films;
-/// short sounds and help pages. What damages it says what must be told then: a line that begins like an expression.
-class Check : public test::FolderTest {
+/// What damages the installation says what must be told then: a line that begins like an expression.
+class Check : public test::GameFolder {
 protected:
-    Check() {
-        fs::copy(game / "install", fs::current_path(), fs::copy_options::recursive);
-        fs::create_directory("images");
-        for (const auto& file : fs::directory_iterator(game / "images"))
-            if (file.path().extension() != ".png")
-                fs::copy(file, "images" / file.path().filename());
-        for (const std::string& language : {en, de})
-            fs::copy_file(game / "screens/factory.tw", language + "factory.tw");
-        for (const std::string screen : {"vcc", "vcc_options", "vcc_options_info", "mess"}) {
-            const auto source = read_file((game / "screens" / (screen + ".toml")).string());
-            const Screen packed = read_screen_source(*source).screen;
-            for (const auto& [stem, language] : {std::pair(en, 0u), {de, 1u}}) {
-                folder.write(stem + screen + ".slt", slot_file_bytes(packed.records[language].slots));
-                folder.write(stem + screen + ".tgl", slot_file_bytes(packed.records[language].toggles));
-            }
-        }
-        fs::create_directory("fonts");
-        for (const char* font : {"fonts/arial.ttf", "fonts/arialbd.ttf"})
-            fs::copy_file(liberation / "LiberationSans-Regular.ttf", font);
-        for (const char* font : {"fonts/cour.ttf", "fonts/courbd.ttf"})
-            fs::copy_file(liberation / "LiberationMono-Regular.ttf", font);
-        fs::copy_file(game / "sound/vcc.snd", "tools/vcc.snd");
-        const std::string setup = folder.read("tools/vcc.snd");
-        const std::regex file_line("\n-([^\n]+)");
-        for (std::sregex_iterator name(setup.begin(), setup.end(), file_line), end; name != end; ++name)
-            folder.write("sounds/" + (*name)[1].str(), test::WavFile().fmt(8, 1, 8000).data(std::string(16000, '@')));
-        std::string help;
-        for (int entry = 1; entry <= 40; ++entry)
-            help += "+" + std::to_string(entry) + "\nP1\nF5\nC15\nW33\nS0\nT26\nX17\nY7\n-_Help\n#\n";
-        for (const char* file : {"menu_en", "menu_de", "options_en", "options_de"})
-            folder.write(std::string("help/") + file + ".hlp", help);
-        for (const char* keyboard : {"us", "de", "fi", "fr", "it", "uk"})
-            folder.write(std::string("data/configs/") + keyboard + ".cfg", "");
-        for (const std::string module : {"hq", "factory", "battle"})
-            folder.write(platform::module_file_name(module),
-                         std::string(platform::module_file_magic()) + '\0' + module + '\0' + module + ".pcx");
-        folder.write("docs/veldor_manual.pdf", "");
-    }
-
     /// Changes one record of an English slot or toggle file; `told` follows the record's number.
     void change(const std::string& file, std::size_t index, const char* told, auto how) {
         std::vector<Slot> records = read_slot_file(folder.read(en + file)).value_or({});

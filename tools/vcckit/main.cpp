@@ -153,6 +153,9 @@ CLI::App& add_render(CLI::App& app, Arguments& given) {
     command.add_option("--hover", request.hover, "slot under the pointer; help: the slot that it is about")
         ->type_name("SLOT")
         ->check(CLI::Range(0, 199).description("0 to 199"));
+    command.add_option("--pressed", request.pressed, "menu, options: slot whose pressed look is shown")
+        ->type_name("SLOT")
+        ->check(CLI::Range(0, 199).description("0 to 199"));
     command.add_option("--depth", request.depth, "bits of a pixel")
         ->type_name("BITS")
         ->check(CLI::IsMember({15, 16, 24, 32}));

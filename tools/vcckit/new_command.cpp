@@ -154,7 +154,7 @@ std::string fault_of(const NewRequest& request, const fs::path& folder, const st
 
 bool add_files(Project& project, const NewRequest& request, const std::string& title, const fs::path& base) {
     const auto* const module = std::ranges::find(modules, request.module, &ModuleRow::name);
-    for (const TemplateFile& file : template_files()) {
+    for (const EmbeddedFile& file : template_files()) {
         std::string name(file.path), bytes(file.bytes);
         if (name == "module.cpp.in" || name == "veldor_module.h") {
             if (module == std::end(modules))

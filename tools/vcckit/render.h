@@ -5,6 +5,7 @@
 
 #include "core/handles.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,16 +16,13 @@ enum class RenderedScreen { menu, options, help, message };
 
 struct RenderRequest {
     RenderedScreen screen = RenderedScreen::menu;
-    std::size_t language = 0;  ///< index of `languages`
-    std::optional<int> row;    ///< options: the option whose values are shown
-    std::optional<int> module; ///< options: the module whose sound is shown, 0 to 3
-    std::optional<int> hover;  ///< slot under the pointer; help: the slot that the help is about
-    int depth = 32;            ///< bits: 15, 16, 24 or 32
+    std::size_t language = 0;     ///< index of `languages`
+    std::optional<int> row{};     ///< options: the option whose values are shown
+    std::optional<int> module{};  ///< options: the module whose sound is shown, 0 to 3
+    std::optional<int> hover{};   ///< slot under the pointer; help: the slot that the help is about
+    std::optional<int> pressed{}; ///< menu, options: slot whose pressed look is shown
+    int depth = 32;               ///< bits: 15, 16, 24 or 32
 };
-
-/// The picture of 800 x 600, or null with the reason in `fault`. The working folder is the installation; the graphics
-/// library must run in the request's depth.
-BitmapPtr render_screen(const RenderRequest& request, std::string& fault);
 
 RgbPicture rgb_of(BITMAP& bitmap);
 
@@ -42,8 +40,37 @@ struct SeenScreen {
     std::vector<SeenSlot> slots;
 };
 
-/// The picture of a request, and the slots that can be chosen in it: those of the menu, or of the options screen with
-/// the values of the request's row. As render_screen().
-std::optional<SeenScreen> see_screen(const RenderRequest& request, std::string& fault);
+/// Draws pictures of the installation that is the working folder. What costs time - fonts, pictures, sounds - is loaded
+/// with the first one and kept; everything else is read again for each, and nothing of one shows in another. One at a
+/// time in a process; the graphics library must run, in the depth of the requests.
+class Renderer {
+public:
+    Renderer();
+    ~Renderer();
+    Renderer(const Renderer&) = delete;
+    Renderer& operator=(const Renderer&) = delete;
+
+    /// The picture of 800 x 600, or null with the reason in `fault`.
+    BitmapPtr draw(const RenderRequest& request, std::string& fault);
+
+    /// The picture, and the slots that can be chosen in it: those of the menu, or of the options screen with the values
+    /// of the request's row.
+    std::optional<SeenScreen> see(const RenderRequest& request, std::string& fault);
+
+    /// Loads everything again for the next picture: files that were kept have changed.
+    void forget();
+
+private:
+    struct Kept;
+
+    std::string load(const RenderRequest& request);
+    std::string load_pictures_once();
+    void load_sounds_once();
+
+    std::unique_ptr<Kept> kept_;
+};
+
+/// One picture by itself.
+BitmapPtr render_screen(const RenderRequest& request, std::string& fault);
 
 } // namespace vcc::kit

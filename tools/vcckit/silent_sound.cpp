@@ -57,6 +57,8 @@ DIGI_DRIVER driver() {
 
 void install_silent_sound() {
     static DIGI_DRIVER card = driver();
+    remove_sound();
+    reserve_voices(-1, -1); // what an earlier set-up has asked for is more than the silence has
     // The library chooses among its own cards only, so this one takes the place of its silence.
     if (install_sound(DIGI_NONE, MIDI_NONE, nullptr) == 0)
         digi_driver = &card;

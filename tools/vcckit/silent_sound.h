@@ -3,7 +3,7 @@
 
 namespace vcc::kit {
 
-/// Installs it; the graphics library must be running and have no sound system yet.
+/// Installs it in the place of the sound system that there is; the graphics library must be running.
 void install_silent_sound();
 
 } // namespace vcc::kit

@@ -56,9 +56,10 @@ std::string text_of_slot(const std::string& screen, const SeenSlot& slot) {
 std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault) {
     RenderRequest request;
     request.language = language;
-    auto menu = see_screen(request, fault);
+    Renderer renderer;
+    auto menu = renderer.see(request, fault);
     request.screen = RenderedScreen::options;
-    auto options = menu ? see_screen(request, fault) : std::nullopt;
+    auto options = menu ? renderer.see(request, fault) : std::nullopt;
     if (!options)
         return std::nullopt;
     VisitPlan plan{std::move(*menu), std::move(*options), {}};
@@ -68,7 +69,7 @@ std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault) {
     };
     for (const OptionRow& row : option_rows()) {
         request.row = static_cast<int>(row.row);
-        auto shown = see_screen(request, fault);
+        auto shown = renderer.see(request, fault);
         if (!shown)
             return std::nullopt;
         std::erase_if(shown->slots, always_there);

@@ -1,0 +1,110 @@
+// Pictures drawn one after the other in one process.
+#include "game_folder.h"
+#include "installation.h"
+#include "program_values.h"
+#include "render.h"
+
+#include "display/buffers.h"
+
+#include <algorithm>
+#include <random>
+
+#include <sys/wait.h>
+
+namespace vcc::kit {
+namespace {
+
+/// What a screen that ends in the middle of its work could leave behind.
+void leave_traces() {
+    text_on_box = full_redraw = pointer_by_keyboard = insert_mode = 1;
+    show_slot_pictures = 0;
+    info_row = option_row = Row::keyboard;
+    selected_module = Module::battle;
+    music_on = sound_on = 0;
+    help_line_length = 5;
+    pointer_memory() = {1, 9};
+    for (TextWindow& window : text_windows)
+        window.shadow = 9;
+    for (const int drawn_on : {screen_buffer, window_copy_buffer, help_save_buffer, info_copy_buffer, text_copy_buffer})
+        if (BITMAP* const buffer = graphic_buffer(drawn_on))
+            clear_to_color(buffer, 0x123456);
+}
+
+class Render : public test::GameFolder {
+protected:
+    static std::string drawn(Renderer& renderer, const RenderRequest& request) {
+        std::string fault;
+        const auto seen = renderer.see(request, fault);
+        return seen ? std::string(seen->picture.rgb.begin(), seen->picture.rgb.end()) : fault;
+    }
+
+    /// The same in a process of its own.
+    std::string drawn_afresh(const RenderRequest& request) const {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            Renderer renderer;
+            folder.write("picture", drawn(renderer, request));
+            std::_Exit(0);
+        }
+        ::waitpid(child, nullptr, 0);
+        return folder.read("picture");
+    }
+};
+
+TEST_F(Render, NothingOfAPictureShowsInAnother) {
+    using enum RenderedScreen;
+    const Library library;
+    std::vector<RenderRequest> requests{
+        {},
+        {.language = 1, .hover = 5},
+        {.hover = 3, .pressed = 3},
+        {.pressed = 13},
+        {.screen = options},
+        {.screen = options, .language = 1, .row = 2, .module = 1},
+        {.screen = options, .row = 5, .hover = 58},
+        {.screen = options, .row = 8, .hover = 83},
+        {.screen = options, .module = 2, .pressed = 22},
+        {.screen = options, .hover = 13},
+        {.screen = options, .module = 3, .hover = 12},
+        {.screen = help, .language = 1, .hover = 5},
+        {.screen = help, .hover = 7},
+        {.screen = message},
+        {.hover = 190}, // there is no such slot
+    };
+    std::vector<std::string> afresh;
+    for (const RenderRequest& request : requests)
+        afresh.push_back(drawn_afresh(request));
+    for (std::size_t i = 0; i < requests.size(); ++i)
+        ASSERT_EQ(std::ranges::count(afresh, afresh[i]), 1) << "two pictures are alike, one is " << i;
+
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < 2 * requests.size(); ++i)
+        order.push_back(i % requests.size());
+    std::ranges::shuffle(order, std::mt19937(15));
+    Renderer renderer;
+    for (const std::size_t i : order) {
+        EXPECT_TRUE(drawn(renderer, requests[i]) == afresh[i]) << "picture " << i;
+        leave_traces();
+    }
+}
+
+TEST_F(Render, WhatHasChangedIsDrawn) {
+    const Library library;
+    Renderer renderer;
+    const std::string before = drawn(renderer, {});
+    std::vector<Slot> menu = read_slot_file(folder.read("tools/language/english/e_vcc.slt")).value_or({});
+    menu.at(3).dest_x += 20;
+    folder.write("tools/language/english/e_vcc.slt", slot_file_bytes(menu));
+    const std::string moved = drawn(renderer, {});
+    EXPECT_TRUE(moved != before);
+    const std::string list = folder.read("tools/vcc.buf");
+    folder.write("tools/vcc.buf", "+0\nimages/none.pcx\n");
+    EXPECT_TRUE(drawn(renderer, {}) == moved) << "pictures are kept";
+    renderer.forget();
+    EXPECT_EQ(drawn(renderer, {}), "the pictures of tools/vcc.buf cannot be loaded, or buffer 0 is missing or small");
+    folder.write("tools/vcc.buf", list);
+    EXPECT_TRUE(drawn(renderer, {}) == moved);
+}
+
+} // namespace
+} // namespace vcc::kit
