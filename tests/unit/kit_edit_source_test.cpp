@@ -1,0 +1,303 @@
+// Operations on sources: the exact text that each leaves, and on the built-in screens that nothing else changes.
+#include "edit/source_edit.h"
+#include "fields.h"
+#include "screen_source.h"
+
+#include "core/files.h"
+#include "core/text.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+
+namespace vcc::kit::edit {
+namespace {
+
+using Do = Operation::Do;
+using Of = Address::Of;
+
+Address slot(int index, const std::string& look = {}) {
+    return {Of::slot, index, "", look};
+}
+
+Operation set(const Address& of, const std::string& field, Value value, const std::string& language = {}) {
+    Operation operation;
+    operation.of = {of};
+    operation.field = field;
+    operation.language = language;
+    operation.value = std::move(value);
+    return operation;
+}
+
+Operation unset(const Address& of, const std::string& field, const std::string& language = {}) {
+    Operation operation = set(of, field, true, language);
+    operation.what = Do::unset;
+    return operation;
+}
+
+struct Case {
+    const char* what;
+    std::string before;
+    std::vector<Operation> operations;
+    std::string after; ///< or, behind a "!", the beginning of the reason
+};
+
+void expect_cases(const std::vector<Case>& cases, const std::string& screen = {}) {
+    for (const Case& each : cases) {
+        const auto result = apply(each.before, DocumentKind::screen, each.operations, {screen});
+        const std::string got = result ? *result : "!" + result.reason();
+        EXPECT_EQ(each.after.starts_with('!') ? got.substr(0, each.after.size()) : got, each.after) << each.what;
+    }
+}
+
+const std::string one = "[[slot]]\nindex = 1\n";
+const std::string group = "[[slot]]\nindex = 5\nrepeat = { count = 3, step = 2, dest_y = 26 }\n";
+const std::string styled = "[style.a]\nrow = 4\ntext = { en = \"A\", de = \"B\" }\nhighlight = { row = 5 }\n"
+                           "[[slot]]\nindex = 1\nstyle = \"a\"\n";
+
+TEST(SourceEdit, SetWritesWhereTheValueStands) {
+    using namespace std::string_literals;
+    expect_cases({
+        {"number, comment", one + "row =  3 # three\n", {set(slot(1), "row", 40)}, one + "row =  40 # three\n"},
+        {"same number in another spelling", one + "row = 0x10\n", {set(slot(1), "row", 16)}, one + "row = 0x10\n"},
+        {"new field", one + "# end\n", {set(slot(1), "row", 4)}, one + "row = 4\n# end\n"},
+        {"no final line end", "[[slot]]\nindex = 1", {set(slot(1), "row", 4)}, "[[slot]]\nindex = 1\nrow = 4"},
+        {"CRLF, tabs",
+         "[[slot]]\r\n\tindex = 1\r\n",
+         {set(slot(1), "row", 4)},
+         "[[slot]]\r\n\tindex = 1\r\n\trow = 4\r\n"},
+        {"name", one + "font = 3\n", {set(slot(1), "font", "mono_16"s)}, one + "font = \"mono_16\"\n"},
+        {"a number's name", one, {set(slot(1), "fore_colour", 14)}, one + "fore_colour = \"yellow\"\n"},
+        {"own name",
+         "names.sound.hit = 7\n" + one,
+         {set(slot(1), "sound", 7)},
+         "names.sound.hit = 7\n" + one + "sound = \"hit\"\n"},
+        {"same number by name",
+         one + "fore_colour = \"yellow\"\n",
+         {set(slot(1), "fore_colour", 14)},
+         one + "fore_colour = \"yellow\"\n"},
+        {"unknown name", one, {set(slot(1), "font", "mono_17"s)}, "!there is no font \"mono_17\""},
+        {"text",
+         one + "text = 'a'\n",
+         {set(slot(1), "text", "\"\\\n\xc3\xa4"s)},
+         one + "text = \"\\\"\\\\\\u000A\xc3\xa4\"\n"},
+        {"text beyond ASCII behind no blank",
+         one + "text='a'\n",
+         {set(slot(1), "text", "\xc3\xa4"s)},
+         one + "text= \"\xc3\xa4\"\n"},
+        {"flag", one + "hidden = true\n", {set(slot(1), "hidden", false)}, one + "hidden = false\n"},
+        {"shadow colour", one, {set(slot(1), "shadow", "red"s)}, one + "shadow = \"red\"\n"},
+        {"styles",
+         styled + "[style.b]\n",
+         {set(slot(1), "style", "a, b"s)},
+         "[style.a]\nrow = 4\ntext = { en = \"A\", de = \"B\" }\nhighlight = { row = 5 }\n"
+         "[[slot]]\nindex = 1\nstyle = [\"a\", \"b\"]\n[style.b]\n"},
+        {"unknown style", one, {set(slot(1), "style", "a"s)}, "!there is no [style.a]"},
+        {"unknown field", one, {set(slot(1), "colour", 1)}, "!there is no field \"colour\""},
+        {"wrong kind", one, {set(slot(1), "row", true)}, "!row must be a number or a name"},
+        {"too large", one, {set(slot(1), "row", std::int64_t{1} << 31)}, "!2147483648 does not fit"},
+        {"no such slot", one, {set(slot(2), "row", 1)}, "!no [[slot]] describes number 2"},
+        {"index", one, {set(slot(1), "index", 2)}, "!a record gets another number by renumbering it"},
+        {"not TOML", "[[slot]\n", {set(slot(1), "row", 1)}, "!line 1: "},
+        {"the record's own, not the style's", styled, {set(slot(1), "row", 7)}, styled + "row = 7\n"},
+        {"style",
+         styled,
+         {set({Of::style, 0, "a", ""}, "row", 7)},
+         "[style.a]\nrow = 7\n" + styled.substr(styled.find("text"))},
+        {"dotted style",
+         "style.a.row = 1\n" + one,
+         {set({Of::style, 0, "a", ""}, "column", 7)},
+         "style.a.row = 1\nstyle.a.column = 7\n" + one},
+        {"style without a heading",
+         "[style.a.highlight]\nrow = 1\n",
+         {set({Of::style, 0, "a", ""}, "row", 7)},
+         "!the table has no heading of its own"},
+        {"records in a list",
+         "slot = [{ index = 1, row = 2 }, {index=3}]\n",
+         {set(slot(1), "row", 9), set(slot(3), "row", 8)},
+         "slot = [{ index = 1, row = 9 }, {index=3, row = 8}]\n"},
+    });
+}
+
+TEST(SourceEdit, SetInOneLanguageKeepsTheOther) {
+    using namespace std::string_literals;
+    expect_cases({
+        {"plain", one + "row = 3\n", {set(slot(1), "row", 4, "de")}, one + "row = { en = 3, de = 4 }\n"},
+        {"same", one + "row = 3\n", {set(slot(1), "row", 3, "de")}, one + "row = 3\n"},
+        {"inline",
+         one + "row = { en = 1, de = 2 }\n",
+         {set(slot(1), "row", 1, "de")},
+         one + "row = { en = 1, de = 1 }\n"},
+        {"both of an inline table",
+         one + "row = { en = 1, de = 2 }\n",
+         {set(slot(1), "row", 7)},
+         one + "row = { en = 7, de = 7 }\n"},
+        {"dotted",
+         one + "text.en = \"a\" # A\ntext.de = \"b\"\n",
+         {set(slot(1), "text", "c"s, "en")},
+         one + "text.en = \"c\" # A\ntext.de = \"b\"\n"},
+        {"headed",
+         one + "[slot.text]\nen = \"a\"\nde = \"b\"\n",
+         {set(slot(1), "text", "c"s, "de")},
+         one + "[slot.text]\nen = \"a\"\nde = \"c\"\n"},
+        {"one is missing",
+         one + "text.en = \"a\"\nrow = 1\n",
+         {set(slot(1), "text", "c"s, "de")},
+         one + "text.en = \"a\"\ntext.de = \"c\"\nrow = 1\n"},
+        {"nothing yet", one, {set(slot(1), "row", 4, "de")}, one + "row = { en = 0, de = 4 }\n"},
+        {"from the style", styled, {set(slot(1), "text", "C"s, "de")}, styled + "text = { en = \"A\", de = \"C\" }\n"},
+        {"flag", one, {set(slot(1), "hidden", true, "de")}, "!hidden is the same in every language"},
+        {"unknown", one, {set(slot(1), "row", 1, "fr")}, "!\"fr\" is no language"},
+    });
+}
+
+TEST(SourceEdit, SetInAGroupMovesItsNumbersAndSplitsItsTexts) {
+    using namespace std::string_literals;
+    expect_cases({
+        {"number with step", group + "dest_y = 100\n", {set(slot(7), "dest_y", 130)}, group + "dest_y = 104\n"},
+        {"number without step", group + "dest_x = 9\n", {set(slot(9), "dest_x", 8)}, group + "dest_x = 8\n"},
+        {"name with step",
+         "[[slot]]\nindex = 5\nrepeat = { count = 3, action = 1 }\naction = \"hq\"\n",
+         {set(slot(6), "action", "battle"s)},
+         "[[slot]]\nindex = 5\nrepeat = { count = 3, action = 1 }\naction = 3\n"},
+        {"text in a list",
+         group + "text = [\n  \"a\", # 1\n  { en = \"b\", de = \"c\" },\n  \"d\",\n]\n",
+         {set(slot(7), "text", "x"s, "de"), set(slot(9), "text", "y"s, "de"), set(slot(5), "text", "z"s)},
+         group + "text = [\n  \"z\", # 1\n  { en = \"b\", de = \"x\" },\n  { en = \"d\", de = \"y\" },\n]\n"},
+        {"common text",
+         group + "text = \"a\"\n",
+         {set(slot(7), "text", "x"s)},
+         group + "text = [\"a\", \"x\", \"a\"]\n"},
+        {"text of nobody",
+         group,
+         {set(slot(9), "text", "x"s, "en")},
+         group + "text = [\"\", \"\", { en = \"x\", de = \"\" }]\n"},
+        {"list of another length", group + "row = [1, 2]\n", {set(slot(7), "row", 1)}, "!a list has 2 values for 3"},
+        {"repeat",
+         group,
+         {set(slot(5), "repeat.count", 4), set(slot(5), "repeat.row", 2)},
+         "[[slot]]\nindex = 5\nrepeat = { count = 4, step = 2, dest_y = 26, row = 2 }\n"},
+    });
+}
+
+TEST(SourceEdit, LooksTakeFieldsOfTheirOwn) {
+    expect_cases({
+        {"first", one, {set(slot(1, "highlight"), "row", 4)}, one + "highlight = { row = 4 }\n"},
+        {"further",
+         one + "pressed = { row = 4 }\n",
+         {set(slot(1, "pressed"), "index", 20)},
+         one + "pressed = { row = 4, index = 20 }\n"},
+        {"empty", one + "pressed = {}\n", {set(slot(1, "pressed"), "row", 2)}, one + "pressed = { row = 2 }\n"},
+        {"headed",
+         one + "[slot.highlight]\nrow = 4\n\n[[slot]]\nindex = 2\n",
+         {set(slot(1, "highlight"), "column", 3)},
+         one + "[slot.highlight]\nrow = 4\ncolumn = 3\n\n[[slot]]\nindex = 2\n"},
+        {"dropped before",
+         one + "highlight = false\n",
+         {set(slot(1, "highlight"), "row", 4)},
+         one + "highlight = { row = 4 }\n"},
+        {"beside the style's",
+         styled,
+         {set(slot(1, "highlight"), "row", 6, "de")},
+         styled + "highlight = { row = { en = 5, de = 6 } }\n"},
+        {"from the slot",
+         one + "row = 3\n",
+         {set(slot(1, "highlight"), "row", 6, "de")},
+         one + "row = 3\nhighlight = { row = { en = 3, de = 6 } }\n"},
+        {"a look without changes", one, {set(slot(1), "pressed", true)}, one + "pressed = {}\n"},
+        {"no look", one + "pressed = { row = 1 }\n", {set(slot(1), "pressed", false)}, one + "pressed = false\n"},
+        {"record of the look", one, {set({Of::toggle, 1, "", ""}, "row", 1)}, "!toggle record 1 is a look of slot 1"},
+    });
+}
+
+TEST(SourceEdit, UnsetTakesTheLineOrThePartAway) {
+    expect_cases({
+        {"line with comment", one + "row = 3 # x\ncolumn = 1\n", {unset(slot(1), "row")}, one + "column = 1\n"},
+        {"last line without end", one + "row = 3", {unset(slot(1), "row")}, "[[slot]]\nindex = 1"},
+        {"several lines", one + "text = [\n 'a'\n]\nrow = 1\n", {unset(slot(1), "text")}, one + "row = 1\n"},
+        {"dotted", one + "text.en = 'a'\nrow = 1\ntext.de = 'b'\n", {unset(slot(1), "text")}, one + "row = 1\n"},
+        {"headed", one + "[slot.highlight]\nrow = 4\n", {unset(slot(1), "highlight")}, one},
+        {"first part",
+         one + "pressed = { row = 1, column = 2 }\n",
+         {unset(slot(1, "pressed"), "row")},
+         one + "pressed = { column = 2 }\n"},
+        {"last part",
+         one + "pressed = { row = 1, column = 2 }\n",
+         {unset(slot(1, "pressed"), "column")},
+         one + "pressed = { row = 1 }\n"},
+        {"a language of a table",
+         one + "row = { en = 1, de = 2 } # x\n",
+         {unset(slot(1), "row", "de")},
+         one + "row = 1 # x\n"},
+        {"a language of dotted keys",
+         one + "row.en = 1\nrow.de = 2\n",
+         {unset(slot(1), "row", "en")},
+         one + "row = 2\n"},
+        {"the style's", styled, {unset(slot(1), "row")}, "!row is not written there"},
+    });
+}
+
+// --- the built-in screens
+
+struct GameScreen {
+    std::string name, text;
+};
+
+std::vector<GameScreen> game_screens() {
+    std::vector<GameScreen> screens;
+    for (const auto& file : std::filesystem::directory_iterator(VELDOR_SOURCE_DIR "/game/screens"))
+        if (file.path().extension() == ".toml")
+            screens.push_back({file.path().stem().string(), *read_file(file.path().string())});
+    return screens;
+}
+
+TEST(SourceEdit, NoOperationLeavesTheBytes) {
+    for (const GameScreen& screen : game_screens())
+        EXPECT_EQ(*apply(screen.text, DocumentKind::screen, {}, {screen.name}), screen.text);
+}
+
+/// Sets a field of a slot in one language, and looks at every record.
+void expect_only_change(const GameScreen& screen, const ScreenSource& before, std::size_t index,
+                        const std::string& field, const Value& value, std::size_t language) {
+    const auto where = screen.name + " slot " + std::to_string(index) + " " + field;
+    const Operation operation = set(slot(static_cast<int>(index)), field, value, std::string(languages[language].code));
+    const auto edited = apply(screen.text, DocumentKind::screen, {{operation}}, {});
+    ASSERT_TRUE(edited) << where << ": " << edited.reason();
+    const ScreenSource after = read_screen_source(*edited);
+    ASSERT_TRUE(after.faults.empty()) << where << ": " << text_of_fault(after.faults.front(), false);
+    const NumberField* const number = find_number_field(field);
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        const auto &old = before.screen.records[i].slots, &now = after.screen.records[i].slots;
+        const auto line_of = [&](std::size_t n) { return before.places[i].slots[n].whole.line; };
+        ASSERT_EQ(old.size(), now.size());
+        for (std::size_t n = 0; n < old.size(); ++n) {
+            Slot wanted = old[n];
+            if (i == language && number && line_of(n) == line_of(index)) // a group moves together
+                wanted.*number->member +=
+                    static_cast<std::int32_t>(std::get<std::int64_t>(value)) - old[index].*number->member;
+            if (i == language && !number && n == index)
+                store_text(wanted.text, std::get<std::string>(value));
+            ASSERT_EQ(std::memcmp(&now[n], &wanted, sizeof wanted), 0) << where << ": record " << n;
+        }
+    }
+}
+
+TEST(SourceEdit, SetChangesThisRecordAndNoOther) {
+    constexpr const char* fields[] = {"dest_x", "row", "fore_colour", "action", "help_number", "box_width", "buffer"};
+    std::size_t turn = 0;
+    for (const GameScreen& screen : game_screens()) {
+        const ScreenSource source = read_screen_source(screen.text);
+        for (std::size_t index = 0; index < source.places[0].slots.size(); ++index) {
+            if (source.places[0].slots[index].whole.line == 0)
+                continue; // fills a gap
+            for (int i = 0; i < 2; ++i, ++turn)
+                expect_only_change(screen, source, index, fields[turn % std::size(fields)], 77, turn % 2);
+            expect_only_change(screen, source, index, "text", "Neu \"x\"", turn % 2);
+        }
+    }
+    EXPECT_GT(turn, 200U);
+}
+
+} // namespace
+} // namespace vcc::kit::edit

@@ -1,0 +1,59 @@
+// Changes of single fields: where the value stands, which spelling it gets, and what a value shared by languages or
+// repetitions becomes when only one of them changes.
+#pragma once
+
+#include "edit/source_model.h"
+#include "edit/text_edits.h"
+
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace vcc::kit::edit {
+
+/// How a field is written.
+enum class FieldForm {
+    number, ///< or a name; by language, in lists
+    text,   ///< by language, in lists
+    word,   ///< `align`: by language, in lists
+    plain,  ///< a number for all languages and repetitions
+    flag,   ///< true or false for all of them
+    shadow, ///< true, false or a colour for all of them
+    styles, ///< names of styles
+    look,   ///< true for a look without changes, false for none
+};
+
+struct FieldInfo {
+    std::string_view name;
+    FieldForm form = FieldForm::number;
+    Meaning meaning = Meaning::number;
+};
+
+/// Nothing for a name that no field of a record, style or look has. The name is the caller's.
+std::optional<FieldInfo> field_info(std::string_view name);
+
+/// All take the language by its number in vcc::languages, nothing for every language, and give the reason why nothing
+/// changes, else an empty text.
+std::string set_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
+                      std::optional<std::size_t> language, const Value& value);
+std::string unset_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
+                        std::optional<std::size_t> language);
+
+/// Adds to the written number in the given languages; in a group to what these repetitions have of their own, else to
+/// what all have.
+std::string shift_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
+                        const LanguageSet& in, const std::set<int>& positions, std::int64_t distance);
+
+/// The number that the subject's record has, with what the group adds. Nothing when it is not to be known.
+std::optional<std::int64_t> present_number(const SourceModel& model, const Subject& subject, std::string_view field,
+                                           std::size_t language);
+/// The text that it has, UTF-8.
+std::string present_text(const SourceModel& model, const Subject& subject, std::string_view field,
+                         std::size_t language);
+
+/// A field in every language at one repetition as the source would write it, without what the group adds.
+std::string value_at(const SourceModel& model, const Subject& subject, std::string_view field, int position,
+                     std::int64_t add);
+
+} // namespace vcc::kit::edit

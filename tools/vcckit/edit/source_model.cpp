@@ -1,0 +1,293 @@
+#include "edit/source_model.h"
+
+#include "latin1.h"
+#include "record_lines.h"
+
+#include "platform/latin1.h"
+
+#include <algorithm>
+#include <set>
+
+namespace vcc::kit::edit {
+
+namespace {
+
+constexpr const char* key_of(Address::Of kind) {
+    return kind == Address::Of::toggle ? "toggle" : "slot";
+}
+
+bool is_language(std::string_view key) {
+    return std::ranges::any_of(languages, [key](const LanguageRow& row) { return row.code == key; });
+}
+
+std::optional<std::int64_t> plain_number(const Node* node) {
+    return node && node->kind == Node::Kind::number ? std::optional(node->number) : std::nullopt;
+}
+
+/// A small plain number, or what stands for it.
+int small_number(const Node* node, int otherwise) {
+    const auto number = plain_number(node);
+    return number && *number >= -slot_limit && *number <= slot_limit ? static_cast<int>(*number) : otherwise;
+}
+
+std::optional<RecordTable> record_of(const Node& table, Address::Of kind) {
+    const auto index = plain_number(table.find("index"));
+    if (!index || *index < 0 || *index >= slot_limit)
+        return std::nullopt;
+    RecordTable record{&table, kind, static_cast<int>(*index)};
+    if (const Node* const repeat = look_table(table, "repeat")) {
+        record.count = std::max(1, small_number(repeat->find("count"), 1));
+        record.step = small_number(repeat->find("step"), 1);
+    }
+    return record;
+}
+
+class LayerCollector {
+public:
+    explicit LayerCollector(const SourceModel& model) : model_(model) {}
+
+    void collect(const Node& table, const std::string& name) {
+        // Also a bound: styles that build on one another crosswise have very many paths.
+        if (layers.size() >= limit || !open_.insert(&table).second)
+            return;
+        if (const Node* const style = table.find("style")) {
+            if (style->kind == Node::Kind::text)
+                collect_style(style->text);
+            for (const Node& each : style->items)
+                collect_style(each.text);
+        }
+        layers.push_back({&table, name});
+        open_.erase(&table);
+    }
+
+    std::vector<Layer> layers;
+
+private:
+    static constexpr std::size_t limit = 1000;
+
+    void collect_style(const std::string& name) {
+        if (const Node* const style = model_.style(name))
+            collect(*style, name);
+    }
+
+    const SourceModel& model_;
+    std::set<const Node*> open_;
+};
+
+Result<bool> collect_leaves(const Node& value, int count, Leaf at, std::vector<Leaf>& out) {
+    if (value.kind == Node::Kind::list) {
+        if (static_cast<int>(value.items.size()) != count)
+            return Failure{"a list has " + std::to_string(value.items.size()) + " values for " + std::to_string(count) +
+                           " records"};
+        for (int i = 0; i < count; ++i) {
+            if (at.position != every_position && at.position != i)
+                continue; // a list within a list
+            Leaf next = at;
+            next.position = i;
+            if (auto done = collect_leaves(value.items[static_cast<std::size_t>(i)], count, next, out); !done)
+                return done;
+        }
+        return true;
+    }
+    const bool by_language =
+        value.is_table() && std::ranges::any_of(value.members, [](const Member& m) { return is_language(m.key); });
+    if (!by_language) {
+        at.node = &value;
+        out.push_back(at);
+        return true;
+    }
+    for (const Member& member : value.members)
+        for (std::size_t i = 0; i < languages.size(); ++i) {
+            if (member.key != languages[i].code || !at.in[i])
+                continue;
+            Leaf next = at;
+            next.in = {};
+            next.in[i] = true;
+            if (auto done = collect_leaves(member.value, count, next, out); !done)
+                return done;
+        }
+    return true;
+}
+
+} // namespace
+
+Result<SourceModel> SourceModel::read(const std::string& source) {
+    auto tree = read_source_tree(source);
+    if (!tree)
+        return Failure{tree.reason()};
+    SourceModel model(source);
+    model.root_ = std::move(*tree);
+    if (const Node* const kinds = model.root_.find("names"))
+        for (const Member& kind : kinds->members)
+            if (const auto meaning = meaning_of_word(kind.key))
+                for (const Member& name : kind.value.members)
+                    if (name.value.kind == Node::Kind::number)
+                        model.names_[{*meaning, name.key}] = name.value.number;
+    return model;
+}
+
+std::vector<RecordTable> SourceModel::tables(Address::Of kind) const {
+    std::vector<RecordTable> out;
+    if (const Node* const list = root_.find(key_of(kind)))
+        for (const Node& table : list->items)
+            if (const auto record = record_of(table, kind))
+                out.push_back(*record);
+    return out;
+}
+
+std::optional<RecordTable> SourceModel::find(Address::Of kind, int index) const {
+    for (RecordTable record : tables(kind))
+        for (record.position = 0; record.position < record.count; ++record.position)
+            if (record.index() == index)
+                return record;
+    return std::nullopt;
+}
+
+const Node* SourceModel::style(std::string_view name) const {
+    const Node* const styles = root_.find("style");
+    const Node* const style = styles ? styles->find(name) : nullptr;
+    return style && style->is_table() ? style : nullptr;
+}
+
+std::vector<Layer> SourceModel::layers_of(const Node& table) const {
+    LayerCollector collector(*this);
+    collector.collect(table, "");
+    return std::move(collector.layers);
+}
+
+namespace {
+
+/// The looks of all layers; `highlight = false` drops those of the layers before.
+std::vector<Layer> looks_of(const std::vector<Layer>& layers, const std::string& look) {
+    std::vector<Layer> looks;
+    for (const Layer& layer : layers) {
+        const Node* const node = layer.table->find(look);
+        if (node && node->kind == Node::Kind::flag && !node->flag)
+            looks.clear();
+        else if (node && node->is_table())
+            looks.push_back({node, layer.style});
+    }
+    return looks;
+}
+
+} // namespace
+
+Subject SourceModel::record_subject(const RecordTable& record, const std::string& look) const {
+    Subject subject;
+    subject.record = record;
+    subject.home = record.table;
+    subject.look = look;
+    subject.layers = layers_of(*record.table);
+    if (!look.empty()) {
+        subject.base.push_back(record_subject(record, ""));
+        subject.layers = looks_of(subject.layers, look);
+    } else if (const auto copied = plain_number(record.table->find("copy"));
+               copied && record.kind == Address::Of::toggle) {
+        if (const auto slot = find(Address::Of::slot, static_cast<int>(std::clamp<std::int64_t>(*copied, -1, 1000))))
+            subject.base.push_back(record_subject(*slot, ""));
+    }
+    subject.own = look.empty() ? record.table : look_table(*record.table, look);
+    return subject;
+}
+
+Result<Subject> SourceModel::subject(const Address& address) const {
+    if (!address.look.empty() && address.look != "highlight" && address.look != "pressed")
+        return Failure{"there is no look \"" + address.look + "\": it is highlight or pressed"};
+    if (address.of == Address::Of::style) {
+        const Node* const table = style(address.style);
+        if (!table)
+            return Failure{"there is no [style." + address.style + "]"};
+        Subject subject;
+        subject.home = table;
+        subject.look = address.look;
+        subject.layers = layers_of(*table);
+        if (!address.look.empty())
+            subject.layers = looks_of(subject.layers, address.look);
+        if (!subject.layers.empty() && subject.layers.back().style.empty())
+            subject.layers.back().style = address.style;
+        subject.own = address.look.empty() ? table : look_table(*table, address.look);
+        return subject;
+    }
+    if (address.of == Address::Of::window)
+        return Failure{"a screen has no windows of its own: they are in the file of text windows"};
+    const bool toggle = address.of == Address::Of::toggle;
+    const auto record = find(address.of, address.index);
+    if (!record && toggle && find(Address::Of::slot, address.index))
+        return Failure{"toggle record " + std::to_string(address.index) + " is a look of slot " +
+                       std::to_string(address.index) + ": change it there"};
+    if (!record)
+        return Failure{"no [[" + std::string(key_of(address.of)) + "]] describes number " +
+                       std::to_string(address.index)};
+    if (toggle && !address.look.empty())
+        return Failure{"a toggle record has no looks"};
+    return record_subject(*record, address.look);
+}
+
+std::optional<std::int64_t> SourceModel::number_of(Meaning meaning, const std::string& name) const {
+    if (const auto own = names_.find({meaning, name}); own != names_.end())
+        return own->second;
+    if (const auto known = number_of_name(meaning, name))
+        return *known;
+    return std::nullopt;
+}
+
+std::optional<std::int64_t> SourceModel::number(const Node& value, Meaning meaning) const {
+    if (value.kind == Node::Kind::text)
+        return number_of(meaning, value.text);
+    return plain_number(&value);
+}
+
+std::string SourceModel::written(std::int64_t number, Meaning meaning) const {
+    for (const auto& [key, value] : names_)
+        if (key.first == meaning && value == number)
+            return quoted_text(key.second).value_or(std::to_string(number));
+    return number_text(static_cast<std::int32_t>(number), meaning);
+}
+
+std::string_view SourceModel::text_at(const Span& span) const {
+    return std::string_view(*source_).substr(span.begin, span.end - span.begin);
+}
+
+Result<std::vector<Leaf>> leaves_of(const Node& value, int count) {
+    std::vector<Leaf> out;
+    Leaf whole;
+    whole.in.fill(true);
+    if (auto done = collect_leaves(value, count, whole, out); !done)
+        return Failure{done.reason()};
+    return out;
+}
+
+const Node* look_table(const Node& table, std::string_view look) {
+    const Node* const node = table.find(look);
+    return node && node->is_table() ? node : nullptr;
+}
+
+std::optional<std::int64_t> step_of(const RecordTable& record, std::string_view field) {
+    const Node* const repeat = look_table(*record.table, "repeat");
+    const Node* const step = repeat ? repeat->find(field) : nullptr;
+    return step ? plain_number(step) : 0;
+}
+
+std::optional<std::string> quoted_text(std::string_view text) {
+    if (!is_utf8(text))
+        return std::nullopt;
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string out = "\"";
+    while (!text.empty()) {
+        const platform::Utf8Character next = platform::first_character(text);
+        if (next.code == '"' || next.code == '\\') {
+            out += '\\';
+            out += static_cast<char>(next.code);
+        } else if (next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0)) {
+            out += "\\u00";
+            out += digits[next.code >> 4U & 15U];
+            out += digits[next.code & 15U];
+        } else {
+            out += text.substr(0, next.size);
+        }
+        text.remove_prefix(next.size);
+    }
+    return out += '"';
+}
+
+} // namespace vcc::kit::edit

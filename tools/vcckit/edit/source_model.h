@@ -1,0 +1,103 @@
+// A source in the terms of screens: records, styles, looks, and which table says a field.
+#pragma once
+
+#include "edit/operation.h"
+#include "edit/source_tree.h"
+
+#include "core/installation.h"
+#include "names.h"
+
+#include <array>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vcc::kit::edit {
+
+/// What a table of records stands for, and one of its records.
+struct RecordTable {
+    const Node* table = nullptr;
+    Address::Of kind = Address::Of::slot;
+    int first = 0, count = 1, step = 1; ///< index of the first record, records, distance of their indices
+    int position = 0;                   ///< of the record that is meant, from 0
+
+    int index_of(int at) const { return first + at * step; }
+    int index() const { return index_of(position); }
+};
+
+/// A table that says fields, and the style that it is; without a style the record itself.
+struct Layer {
+    const Node* table = nullptr;
+    std::string style;
+};
+
+/// Languages are numbered as in vcc::languages.
+using LanguageSet = std::array<bool, languages.size()>;
+inline constexpr int every_position = -1;
+
+/// A value of a field that holds for one or several languages and repetitions.
+struct Leaf {
+    const Node* node = nullptr;
+    LanguageSet in{};
+    int position = every_position;
+};
+
+/// What an address means in a source.
+struct Subject {
+    std::optional<RecordTable> record; ///< none: a style
+    const Node* home = nullptr;        ///< the table of the record or style
+    std::string look;                  ///< "", "highlight", "pressed"
+    const Node* own = nullptr;         ///< the table that takes the fields; null: the look is not written there
+    std::vector<Layer> layers;         ///< the weakest first; the last one is `own`, when it is there
+    std::vector<Subject> base;         ///< at most one: what the record is a copy of, for fields that no layer says
+};
+
+/// The source must outlive the model.
+class SourceModel {
+public:
+    static Result<SourceModel> read(const std::string& source);
+
+    const std::string& source() const { return *source_; }
+    const Node& root() const { return root_; }
+
+    /// All tables of records of a kind, in the order of the text; those without a usable index are left out.
+    std::vector<RecordTable> tables(Address::Of kind) const;
+    std::optional<RecordTable> find(Address::Of kind, int index) const;
+    const Node* style(std::string_view name) const;
+
+    /// A table and the styles that it builds on, the weakest first.
+    std::vector<Layer> layers_of(const Node& table) const;
+    Result<Subject> subject(const Address& address) const;
+    Subject record_subject(const RecordTable& record, const std::string& look) const;
+
+    /// The number that a value stands for, names included.
+    std::optional<std::int64_t> number(const Node& value, Meaning meaning) const;
+    std::optional<std::int64_t> number_of(Meaning meaning, const std::string& name) const;
+    /// As a source writes a number: by a name of its own, a built-in one, or in digits.
+    std::string written(std::int64_t number, Meaning meaning) const;
+    std::string_view text_at(const Span& span) const;
+
+private:
+    explicit SourceModel(const std::string& source) : source_(&source) {}
+
+    const std::string* source_;
+    Node root_;
+    std::map<std::pair<Meaning, std::string>, std::int64_t> names_;
+};
+
+/// The parts of a value by language and repetition. Fails where a list has another length than the group.
+Result<std::vector<Leaf>> leaves_of(const Node& value, int count);
+
+/// The table that a record or style has under "highlight", "pressed" or "repeat"; null without one.
+const Node* look_table(const Node& table, std::string_view look);
+
+/// What the group adds to a field for each repetition; 0 for none. Nothing when that is no plain number.
+std::optional<std::int64_t> step_of(const RecordTable& record, std::string_view field);
+
+/// A text as a source writes it, in quotes; nothing when it is no UTF-8.
+std::optional<std::string> quoted_text(std::string_view text);
+
+} // namespace vcc::kit::edit
