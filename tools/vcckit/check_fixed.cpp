@@ -2,11 +2,13 @@
 #include "check.h"
 
 #include "fields.h"
+#include "fixed_slots.h"
 
 #include "cc/option_rows.h"
 #include "core/text.h"
 #include "screen/draw_slot.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace vcc::kit {
@@ -139,6 +141,25 @@ void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
 }
 
 } // namespace
+
+std::string role_of_fixed_slot(std::string_view screen, int index) {
+    const auto* const file = std::ranges::find(screen_files, screen, &ScreenFile::name);
+    if (file == screen_files.end())
+        return {};
+    for (const FixedSlot& row : fixed_slots)
+        for (int step = 0; step < row.count; ++step)
+            if (row.screen == file->kind && row.first + step * row.step == index)
+                return row.role;
+    for (const menu_slot::Preview& preview : menu_slot::previews)
+        if (file->kind == menu && preview.picture == index)
+            return "preview that the pointer brings up over slot " + std::to_string(preview.slot);
+        else if (file->kind == menu && preview.slot == index)
+            return "slot over which the pointer brings up preview " + std::to_string(preview.picture);
+    for (const OptionRow& row : option_rows())
+        if (file->kind == options && row.button == index)
+            return "option button";
+    return {};
+}
 
 void check_fixed_slots(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language) {

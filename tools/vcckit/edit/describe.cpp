@@ -1,9 +1,128 @@
 #include "edit/describe.h"
 
+#include "edit/field_edit.h"
+#include "edit/source_model.h"
+#include "fixed_slots.h"
+
+#include "screen/slot.h"
+
 namespace vcc::kit::edit {
 
-Result<Description> describe(const std::string&, DocumentKind, const EditRules&) {
-    return Failure{"sources are not described yet"};
+namespace {
+
+/// Keys of a record that are no fields; what they say is told in other ways.
+bool is_structure(std::string_view key) {
+    return key == "index" || key == "repeat" || key == "style" || key == "highlight" || key == "pressed";
+}
+
+Written written_in(const std::vector<Layer>& layers, const char* own) {
+    Written written;
+    for (const Layer& layer : layers)
+        for (const Member& member : layer.table->members)
+            if (!is_structure(member.key))
+                written[member.key] = layer.style.empty() ? own : "style " + layer.style;
+    return written;
+}
+
+std::map<std::string, Written> looks_of(const SourceModel& model, const Address& address, const char* own) {
+    std::map<std::string, Written> looks;
+    for (const char* look : {"highlight", "pressed"}) {
+        Address at = address;
+        at.look = look;
+        const auto subject = model.subject(at);
+        if (subject && !subject->layers.empty())
+            looks[look] = written_in(subject->layers, own);
+    }
+    return looks;
+}
+
+/// The names that a table gives under `style`.
+std::vector<std::string> styles_of(const Node& table) {
+    std::vector<std::string> names;
+    if (const Node* const style = table.find("style")) {
+        if (style->kind == Node::Kind::text)
+            names.push_back(style->text);
+        for (const Node& each : style->items)
+            names.push_back(each.text);
+    }
+    return names;
+}
+
+/// The first line that a table is written on.
+int line_of(const SourceModel& model, const Node& table) {
+    const bool headed = table.heading.end > table.heading.begin;
+    const bool braced = table.span.end > table.span.begin;
+    std::size_t at = headed ? table.heading.begin : table.span.begin;
+    if (!headed && !braced && !table.members.empty()) {
+        const Member& first = table.members.front();
+        if (first.whole.end == first.whole.begin)
+            return line_of(model, first.value);
+        at = first.whole.begin;
+    }
+    return line_at(model.source(), at);
+}
+
+RecordDescription describe_record(const SourceModel& model, const RecordTable& record, const EditRules& rules) {
+    const bool slot = record.kind == Address::Of::slot;
+    RecordDescription out;
+    out.index = record.index();
+    out.line = line_of(model, *record.table);
+    out.styles = styles_of(*record.table);
+    if (record.table->find("repeat"))
+        out.repeat = RepeatDescription{record.first, record.count, record.step, record.position};
+    out.written = written_in(model.layers_of(*record.table), slot ? "slot" : "toggle");
+    if (slot) {
+        out.fixed = role_of_fixed_slot(rules.screen, out.index);
+        out.looks = looks_of(model, {Address::Of::slot, out.index, "", ""}, "slot");
+    }
+    return out;
+}
+
+std::vector<RecordDescription> describe_records(const SourceModel& model, Address::Of kind, const EditRules& rules) {
+    std::vector<RecordDescription> out;
+    for (RecordTable record : model.tables(kind))
+        for (record.position = 0; record.position < record.count; ++record.position)
+            if (record.index() >= 0 && record.index() < slot_limit)
+                out.push_back(describe_record(model, record, rules));
+    return out;
+}
+
+/// A value as the text has it; the parts of one that is written in several places as a table.
+std::string text_of_value(const SourceModel& model, const Node& value) {
+    if (value.span.end > value.span.begin)
+        return std::string(model.text_at(value.span));
+    std::string out = "{";
+    for (const Member& member : value.members)
+        out += (out.size() > 1 ? ", " : " ") + member.key + " = " + text_of_value(model, member.value);
+    return out + " }";
+}
+
+} // namespace
+
+Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules) {
+    if (kind != DocumentKind::screen)
+        return Failure{"text windows are not described yet"};
+    const auto model = SourceModel::read(source);
+    if (!model)
+        return Failure{model.reason()};
+    Description out;
+    out.slots = describe_records(*model, Address::Of::slot, rules);
+    out.toggles = describe_records(*model, Address::Of::toggle, rules);
+    if (const Node* const styles = model->root().find("style"))
+        for (const Member& member : styles->members) {
+            if (!member.value.is_table())
+                continue;
+            StyleDescription style;
+            style.name = member.key;
+            style.line = line_of(*model, member.value);
+            style.styles = styles_of(member.value);
+            for (const Member& field : member.value.members)
+                if (!is_structure(field.key))
+                    style.values[field.key] = text_of_value(*model, field.value);
+            style.looks = looks_of(*model, {Address::Of::style, 0, member.key, ""}, "style");
+            out.styles.push_back(std::move(style));
+        }
+    return out;
 }
 
 } // namespace vcc::kit::edit

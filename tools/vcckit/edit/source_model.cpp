@@ -4,6 +4,7 @@
 #include "record_lines.h"
 
 #include "platform/latin1.h"
+#include "screen/slot.h"
 
 #include <algorithm>
 #include <set>
