@@ -238,6 +238,63 @@ TEST(SourceEdit, UnsetTakesTheLineOrThePartAway) {
     });
 }
 
+Operation moved(std::vector<Address> of, int dx, int dy, Do what = Do::move) {
+    Operation operation;
+    operation.what = what;
+    operation.of = std::move(of);
+    operation.dx = dx;
+    operation.dy = dy;
+    return operation;
+}
+
+TEST(SourceEdit, MoveAndResizeAddInEveryLanguage) {
+    const std::string picture = one + "graphic = 1\n";
+    expect_cases({
+        {"pixels",
+         picture + "dest_x = 4\ndest_y.en = 7\ndest_y.de = 9\n",
+         {moved({slot(1)}, 2, -9)},
+         picture + "dest_x = 6\ndest_y.en = -2\ndest_y.de = 0\n"},
+        {"cells",
+         one + "column = 4\nrow = 5\ndest_x = 9\n",
+         {moved({slot(1)}, 1, 1)},
+         one + "column = 5\nrow = 6\ndest_x = 9\n"},
+        {"nothing written", picture, {moved({slot(1)}, 3, 0)}, picture + "dest_x = 3\n"},
+        {"the style's place", styled, {moved({slot(1)}, 0, 2)}, styled + "row = 6\n"},
+        {"cells here, pixels there",
+         one + "dest_x = { en = 5, de = 0 }\ndest_y = 5\n",
+         {moved({slot(1)}, 1, 0)},
+         one + "dest_x = { en = 6, de = 0 }\ndest_y = 5\ncolumn = { en = 0, de = 1 }\n"},
+        {"to the edge, where cells begin",
+         one + "dest_x = 1\ndest_y = 5\n",
+         {moved({slot(1)}, -1, 0)},
+         "!dest_x would be 0"},
+        {"a group moves once",
+         group + "graphic = 1\ndest_y = 10\n",
+         {moved({slot(5), slot(7), slot(9)}, 0, 3)},
+         group + "graphic = 1\ndest_y = 13\n"},
+        {"parts of a list",
+         group + "graphic = 1\ndest_x = [1, 2, 3]\n",
+         {moved({slot(5), slot(9)}, 10, 0)},
+         group + "graphic = 1\ndest_x = [11, 2, 13]\n"},
+        {"a look",
+         picture + "dest_x = 5\n",
+         {moved({slot(1, "pressed")}, 1, 1)},
+         picture + "dest_x = 5\npressed = { dest_x = 6, dest_y = 1 }\n"},
+        {"text window",
+         one + "graphic = 3\ntext = \"TEXT-WIN\"\n",
+         {moved({slot(1)}, 1, 1)},
+         "!the slot shows text window 3"},
+        {"box",
+         one + "box_width = 9 # w\n",
+         {moved({slot(1)}, 2, 3, Do::resize)},
+         one + "box_width = 11 # w\nbox_height = 3\n"},
+        {"picture of nothing",
+         picture + "src_x = 5\nbox_width = 9\n",
+         {moved({slot(1)}, -4, 0, Do::resize)},
+         "!box_width would be 5, less than 6"},
+    });
+}
+
 // --- the built-in screens
 
 struct GameScreen {

@@ -1,6 +1,7 @@
 #include "edit/source_edit.h"
 
 #include "edit/field_edit.h"
+#include "edit/place_edit.h"
 #include "edit/source_model.h"
 #include "edit/text_edits.h"
 
@@ -66,6 +67,9 @@ Result<std::string> run_screen(std::string text, const Operation& operation, con
         return run_steps(std::move(text), operation, set_step);
     case Do::unset:
         return run_steps(std::move(text), operation, unset_step);
+    case Do::move:
+    case Do::resize:
+        return move_or_resize(std::move(text), operation);
     default:
         return Failure{"this operation is not there yet"};
     }

@@ -1,0 +1,146 @@
+#include "edit/place_edit.h"
+
+#include "edit/field_edit.h"
+#include "edit/source_model.h"
+#include "edit/text_edits.h"
+
+#include "screen/limits.h"
+
+#include <algorithm>
+#include <set>
+
+namespace vcc::kit::edit {
+
+namespace {
+
+/// Addresses that one table describes.
+struct Group {
+    Address address; ///< the first of them
+    const Node* home = nullptr;
+    std::set<int> positions;
+};
+
+Result<std::vector<Group>> groups_of(const SourceModel& model, const std::vector<Address>& addresses) {
+    std::vector<Group> groups;
+    for (const Address& address : addresses) {
+        const auto subject = model.subject(address);
+        if (!subject)
+            return Failure{subject.reason()};
+        auto known = std::ranges::find_if(groups, [&](const Group& group) {
+            return group.home == subject->home && group.address.look == address.look;
+        });
+        if (known == groups.end())
+            known = groups.insert(groups.end(), {address, subject->home, {}});
+        known->positions.insert(subject->record ? subject->record->position : 0);
+    }
+    return groups;
+}
+
+struct Axis {
+    const char *pixels, *cells, *extent, *source; ///< names of fields
+};
+constexpr Axis horizontal{"dest_x", "column", "box_width", "src_x"}, vertical{"dest_y", "row", "box_height", "src_y"};
+
+/// One record with a change of one axis.
+class PlaceChange {
+public:
+    PlaceChange(const SourceModel& model, const Subject& subject, const Axis& axis, std::int64_t distance)
+        : model_(model), subject_(subject), axis_(axis), distance_(distance) {}
+
+    std::string move(TextEdits& edits, const std::set<int>& positions) const {
+        LanguageSet pixels{}, cells{};
+        for (std::size_t i = 0; i < languages.size(); ++i) {
+            if (is_window(i))
+                return window_reason();
+            const bool picture = number("graphic", i) != 0;
+            const bool in_pixels = picture || (number("dest_x", i) != 0 && number("dest_y", i) != 0);
+            (in_pixels ? pixels : cells)[i] = true;
+            const std::int64_t place = number(in_pixels ? axis_.pixels : axis_.cells, i) + distance_;
+            if (place < -coordinate_limit || place > coordinate_limit)
+                return std::string(axis_.pixels) + " would be " + std::to_string(place);
+            if (in_pixels && !picture && place == 0)
+                return std::string(axis_.pixels) +
+                       " would be 0: a text is placed in pixels only while both coordinates are not 0";
+        }
+        std::string reason = shift(edits, axis_.pixels, pixels, positions);
+        return reason.empty() ? shift(edits, axis_.cells, cells, positions) : reason;
+    }
+
+    std::string resize(TextEdits& edits, const std::set<int>& positions) const {
+        for (std::size_t i = 0; i < languages.size(); ++i) {
+            if (is_window(i))
+                return window_reason();
+            const bool picture = number("graphic", i) != 0;
+            const std::int64_t extent = number(axis_.extent, i) + distance_;
+            const std::int64_t least = picture ? number(axis_.source, i) + 1 : 0;
+            if (extent < least || extent > coordinate_limit)
+                return std::string(axis_.extent) + " would be " + std::to_string(extent) + ", less than " +
+                       std::to_string(least) + " or more than there is";
+        }
+        LanguageSet every;
+        every.fill(true);
+        return shift(edits, axis_.extent, every, positions);
+    }
+
+private:
+    std::int64_t number(const char* field, std::size_t language) const {
+        return present_number(model_, subject_, field, language).value_or(0);
+    }
+
+    bool is_window(std::size_t language) const {
+        return number("graphic", language) != 0 &&
+               present_text(model_, subject_, "text", language).starts_with("TEXT-WIN");
+    }
+
+    std::string window_reason() const {
+        return "the slot shows text window " + std::to_string(number("graphic", 0)) +
+               ": its place is in the file of text windows";
+    }
+
+    std::string shift(TextEdits& edits, const char* field, const LanguageSet& in,
+                      const std::set<int>& positions) const {
+        if (std::ranges::none_of(in, [](bool chosen) { return chosen; }))
+            return {};
+        return shift_field(edits, model_, subject_, field, in, positions, distance_);
+    }
+
+    const SourceModel& model_;
+    const Subject& subject_;
+    const Axis& axis_;
+    std::int64_t distance_;
+};
+
+} // namespace
+
+Result<std::string> move_or_resize(std::string text, const Operation& operation) {
+    std::vector<Group> groups;
+    {
+        const auto model = SourceModel::read(text);
+        if (!model)
+            return Failure{model.reason()};
+        auto found = groups_of(*model, operation.of);
+        if (!found)
+            return Failure{found.reason()};
+        groups = std::move(*found);
+    }
+    for (const Group& group : groups)
+        for (const auto& [axis, distance] : {std::pair(&horizontal, operation.dx), {&vertical, operation.dy}}) {
+            if (distance == 0)
+                continue;
+            const auto model = SourceModel::read(text);
+            const auto subject = model ? model->subject(group.address) : Result<Subject>(Failure{model.reason()});
+            if (!subject)
+                return Failure{subject.reason()};
+            TextEdits edits(text);
+            const PlaceChange change(*model, *subject, *axis, distance);
+            std::string reason = operation.what == Operation::Do::move ? change.move(edits, group.positions)
+                                                                       : change.resize(edits, group.positions);
+            if (!reason.empty())
+                return Failure{std::move(reason)};
+            if (!edits.empty())
+                text = edits.result();
+        }
+    return text;
+}
+
+} // namespace vcc::kit::edit
