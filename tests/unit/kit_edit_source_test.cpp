@@ -1,7 +1,9 @@
 // Operations on sources: the exact text that each leaves, and on the built-in screens that nothing else changes.
+#include "edit/describe.h"
 #include "edit/source_edit.h"
 #include "fields.h"
 #include "screen_source.h"
+#include "unpack.h"
 
 #include "core/files.h"
 #include "core/text.h"
@@ -295,6 +297,108 @@ TEST(SourceEdit, MoveAndResizeAddInEveryLanguage) {
     });
 }
 
+Operation whole(Do what, std::vector<Address> of, int to = 0, std::string text = {}) {
+    Operation operation;
+    operation.what = what;
+    operation.of = std::move(of);
+    operation.to = to;
+    operation.text = std::move(text);
+    return operation;
+}
+
+const std::string three = "# screen\n\n# first\n[[slot]]\nindex = 3 # A\n\n# second\n[[slot]]\nindex = 9\n\n[[slot]]\n"
+                          "index = 5\n[slot.pressed]\nrow = 1\n";
+
+TEST(SourceEdit, RecordsAreMadeCopiedAndTakenAway) {
+    expect_cases({
+        {"behind the next lower",
+         three,
+         {whole(Do::create, {}, 4, "row = 1\ncolumn = 2")},
+         "# screen\n\n# first\n[[slot]]\nindex = 3 # A\n\n[[slot]]\nindex = 4\nrow = 1\ncolumn = 2\n\n" +
+             three.substr(three.find("# second"))},
+        {"at the end", three, {whole(Do::create, {}, 6)}, three + "\n[[slot]]\nindex = 6\n"},
+        {"before the first",
+         three,
+         {whole(Do::create, {}, 1)},
+         "# screen\n\n[[slot]]\nindex = 1\n\n" + three.substr(three.find("# first"))},
+        {"in nothing", "", {whole(Do::create, {}, 1)}, one},
+        {"CRLF without an end",
+         "[[slot]]\r\nindex = 1",
+         {whole(Do::create, {}, 2, "row = 1")},
+         "[[slot]]\r\nindex = 1\r\n\r\n[[slot]]\r\nindex = 2\r\nrow = 1"},
+        {"a toggle record", one, {whole(Do::create, {{Of::toggle, 0, "", ""}}, 2)}, one + "\n[[toggle]]\nindex = 2\n"},
+        {"a style",
+         "# x\n" + one,
+         {whole(Do::create, {{Of::style, 0, "b", ""}}, 0, "row = 1")},
+         "[style.b]\nrow = 1\n\n# x\n" + one},
+        {"a number that is taken", three, {whole(Do::create, {}, 9)}, "!slot 9 is described in line 8"},
+        {"a number that is none", three, {whole(Do::create, {}, 200)}, "!numbers are 0 to 199"},
+        {"lines that are none", three, {whole(Do::create, {}, 4, "row 1")}, "!the change does not fit"},
+        {"copy", three, {whole(Do::copy, {slot(5)}, 6)}, three + "\n[[slot]]\nindex = 6\n[slot.pressed]\nrow = 1\n"},
+        {"copy with its own pressed look",
+         one + "activated = 7\npressed = { index = 7, row = 1 }\n",
+         {whole(Do::copy, {slot(1)}, 2)},
+         one + "activated = 7\npressed = { index = 7, row = 1 }\n\n[[slot]]\nindex = 2\npressed = { row = 1 }\n"},
+        {"copy out of a group",
+         group + "dest_y = 4\ntext = ['a', 'b', { en = 'c', de = 'd' }]\n",
+         {whole(Do::copy, {slot(9)}, 20)},
+         group + "dest_y = 4\ntext = ['a', 'b', { en = 'c', de = 'd' }]\n\n"
+                 "[[slot]]\nindex = 20\ndest_y = 56\ntext = { en = 'c', de = 'd' }\n"},
+        {"remove with its comment",
+         three,
+         {whole(Do::remove, {slot(9)})},
+         "# screen\n\n# first\n[[slot]]\nindex = 3 # A\n\n[[slot]]\nindex = 5\n[slot.pressed]\nrow = 1\n"},
+        {"remove the first, the last",
+         three,
+         {whole(Do::remove, {slot(3), slot(5)})},
+         "# screen\n\n# second\n[[slot]]\nindex = 9\n"},
+        {"remove out of a group",
+         "# g\n" + group + "dest_y = 4\n",
+         {whole(Do::remove, {slot(7)})},
+         "# g\n[[slot]]\nindex = 5\ndest_y = 4\n\n[[slot]]\nindex = 9\ndest_y = 56\n"},
+        {"remove a style",
+         styled,
+         {whole(Do::remove, {{Of::style, 0, "a", ""}})},
+         "[[slot]]\nindex = 1\nstyle = \"a\"\n"},
+    });
+}
+
+TEST(SourceEdit, RenumberingTakesAlongWhatRefersToTheRecord) {
+    const std::string lit = "\n[[toggle]]\nindex = 1\ncopy = 1\n\n[[slot]]\nindex = 4\nactivated = 1\n";
+    expect_cases({
+        {"slot with its toggle record",
+         one + "toggle = 1\n" + lit,
+         {whole(Do::renumber, {slot(1)}, 30)},
+         "[[slot]]\nindex = 30\ntoggle = 30\n\n[[toggle]]\nindex = 30\ncopy = 30\n\n"
+         "[[slot]]\nindex = 4\nactivated = 30\n"},
+        {"slot that is not lit",
+         one + lit,
+         {whole(Do::renumber, {slot(1)}, 30)},
+         "[[slot]]\nindex = 30\n\n[[toggle]]\nindex = 1\ncopy = 30\n\n[[slot]]\nindex = 4\nactivated = 1\n"},
+        {"toggle record",
+         one + lit,
+         {whole(Do::renumber, {{Of::toggle, 1, "", ""}}, 8)},
+         one + "\n[[toggle]]\nindex = 8\ncopy = 1\n\n[[slot]]\nindex = 4\nactivated = 8\n"},
+        {"group by one of its records",
+         group,
+         {whole(Do::renumber, {slot(7)}, 9)},
+         "[[slot]]\nindex = 7" + group.substr(group.find("\nrepeat"))},
+        {"taken", one + lit, {whole(Do::renumber, {slot(1)}, 4)}, "!slot 4 is described in line 8"},
+    });
+}
+
+TEST(SourceEdit, SlotsThatTheProgramKnowsKeepTheirNumbers) {
+    const std::string menu = "[[slot]]\nindex = 8\n";
+    for (const Do what : {Do::remove, Do::renumber})
+        expect_cases({{"preview",
+                       menu,
+                       {whole(what, {slot(8)}, 40)},
+                       "!the program knows this slot by its number: slot 8 is the preview"}},
+                     "vcc");
+    expect_cases({{"free elsewhere", menu, {whole(Do::renumber, {slot(8)}, 40)}, "[[slot]]\nindex = 40\n"}},
+                 "vcc_options");
+}
+
 // --- the built-in screens
 
 struct GameScreen {
@@ -354,6 +458,23 @@ TEST(SourceEdit, SetChangesThisRecordAndNoOther) {
         }
     }
     EXPECT_GT(turn, 200U);
+}
+
+TEST(SourceEdit, SplittingTheGroupsLeavesEveryRecordAsItIs) {
+    int groups = 0;
+    for (const GameScreen& screen : game_screens()) {
+        const ScreenSource source = read_screen_source(screen.text);
+        const auto description = describe(screen.text, DocumentKind::screen, {});
+        for (const RecordDescription& each : description->slots) {
+            if (!each.repeat || each.repeat->position != 1)
+                continue;
+            const auto split = apply(screen.text, DocumentKind::screen, {{whole(Do::split, {slot(each.index)})}}, {});
+            ASSERT_TRUE(split) << screen.name << " slot " << each.index << ": " << split.reason();
+            EXPECT_TRUE(describes(*split, source.screen)) << screen.name << " slot " << each.index;
+            ++groups;
+        }
+    }
+    EXPECT_EQ(groups, 8);
 }
 
 } // namespace

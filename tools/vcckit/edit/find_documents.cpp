@@ -16,7 +16,7 @@ namespace vcc::kit::edit {
 
 namespace fs = std::filesystem;
 
-std::string text_of_bytes(std::string bytes, DocumentKind kind) {
+std::string text_of_bytes(const std::string& bytes, DocumentKind kind) {
     return kind == DocumentKind::windows ? platform::utf8_from_latin1(bytes) : bytes;
 }
 
@@ -35,7 +35,7 @@ Result<Document> read_document(const fs::path& file, DocumentKind kind) {
     document.name = file.stem().string();
     document.file = file.string();
     document.kind = kind;
-    document.text = document.disk = text_of_bytes(std::move(*bytes), kind);
+    document.text = document.disk = text_of_bytes(*bytes, kind);
     document.on_disk = true;
     return document;
 }
@@ -61,7 +61,7 @@ Result<std::vector<Document>> make_sources(const fs::path& folder, const fs::pat
         if (!screen)
             return Failure{screen.reason()};
         if (const std::string difference = difference_of_structure(*screen); !difference.empty())
-            return Failure{name + ": " + difference + ", so that one source cannot describe both"};
+            return Failure{difference + " in screen " + name};
         Document document;
         document.name = name;
         document.file = (screens / (name + ".toml")).string();
@@ -74,10 +74,11 @@ Result<std::vector<Document>> make_sources(const fs::path& folder, const fs::pat
 /// A file of text windows among the sources serves both languages; else each language has its own.
 std::string add_windows(const fs::path& folder, const fs::path& screens, std::vector<Document>& documents) {
     std::vector<std::string> installed;
-    for (const LanguageRow& language : languages)
-        installed.push_back(platform::resolve_path((folder / "tools/language" / std::string(language.folder) /
-                                                    (std::string(language.prefix) + path::text_windows))
-                                                       .string()));
+    installed.reserve(languages.size());
+    for (const LanguageRow& language : languages) {
+        fs::path file = folder / "tools/language" / language.folder / language.prefix;
+        installed.push_back(platform::resolve_path((file += path::text_windows).string()));
+    }
     const fs::path shared = screens / path::text_windows;
     if (fs::exists(shared)) {
         auto document = read_document(shared, DocumentKind::windows);

@@ -2,6 +2,7 @@
 
 #include "edit/field_edit.h"
 #include "edit/place_edit.h"
+#include "edit/record_edit.h"
 #include "edit/source_model.h"
 #include "edit/text_edits.h"
 
@@ -61,7 +62,7 @@ Result<std::string> run_steps(std::string text, const Operation& operation, Step
     return text;
 }
 
-Result<std::string> run_screen(std::string text, const Operation& operation, const EditRules&) {
+Result<std::string> run_screen(std::string text, const Operation& operation, const EditRules& rules) {
     switch (operation.what) {
     case Do::set:
         return run_steps(std::move(text), operation, set_step);
@@ -70,6 +71,16 @@ Result<std::string> run_screen(std::string text, const Operation& operation, con
     case Do::move:
     case Do::resize:
         return move_or_resize(std::move(text), operation);
+    case Do::create:
+        return create_record(std::move(text), operation);
+    case Do::copy:
+        return copy_record(std::move(text), operation);
+    case Do::remove:
+        return remove_records(std::move(text), operation, rules);
+    case Do::renumber:
+        return renumber_record(std::move(text), operation, rules);
+    case Do::split:
+        return split_groups(std::move(text), operation);
     default:
         return Failure{"this operation is not there yet"};
     }
@@ -111,8 +122,63 @@ Result<std::string> apply(const std::string& source, DocumentKind kind, std::spa
     return text;
 }
 
+namespace {
+
+std::string name_of(const Address& address) {
+    const std::string number = std::to_string(address.index);
+    switch (address.of) {
+    case Address::Of::slot:
+        return "slot " + number;
+    case Address::Of::toggle:
+        return "toggle record " + number;
+    case Address::Of::style:
+        return "style " + address.style;
+    case Address::Of::window:
+        return "window " + number;
+    }
+    return {};
+}
+
+constexpr const char* verb_of(Do what) {
+    switch (what) {
+    case Do::set:
+        return "Set";
+    case Do::unset:
+        return "Unset";
+    case Do::move:
+        return "Move";
+    case Do::resize:
+        return "Resize";
+    case Do::create:
+        return "New";
+    case Do::copy:
+        return "Copy";
+    case Do::remove:
+        return "Delete";
+    case Do::renumber:
+        return "Renumber";
+    case Do::split:
+        return "Write out";
+    case Do::replace_text:
+        return "Change text";
+    }
+    return "Change";
+}
+
+} // namespace
+
 std::string label_of(std::span<const Operation> operations) {
-    return operations.empty() ? "Change nothing" : "Change text";
+    if (operations.empty())
+        return "Change nothing";
+    const Operation& first = operations.front();
+    std::string label = verb_of(first.what);
+    if (!first.field.empty())
+        label += " " + first.field + " of";
+    if (first.what == Do::create && first.of.empty())
+        label += " slot " + std::to_string(first.to);
+    else if (!first.of.empty())
+        label += " " + (first.of.size() > 1 ? std::to_string(first.of.size()) + " records" : name_of(first.of.front()));
+    return label;
 }
 
 } // namespace vcc::kit::edit

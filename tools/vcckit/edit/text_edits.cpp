@@ -13,9 +13,11 @@ std::string TextEdits::result_of(const Span& piece) const {
     std::string out;
     std::size_t at = piece.begin;
     for (const Edit* edit : inside) {
-        out += source_.substr(at, std::max(edit->span.begin, at) - at);
+        if (edit->span.begin < at)
+            continue; // within what an earlier edit replaces
+        out += source_.substr(at, edit->span.begin - at);
         out += edit->text;
-        at = std::max(edit->span.end, at);
+        at = edit->span.end;
     }
     return out += source_.substr(at, piece.end - at);
 }

@@ -11,7 +11,7 @@
 
 namespace vcc::kit::edit {
 
-/// Replacements of spans that do not overlap.
+/// Replacements of spans. Of two that overlap the one that begins first counts.
 class TextEdits {
 public:
     explicit TextEdits(std::string_view source) : source_(source) {}

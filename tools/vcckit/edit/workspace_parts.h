@@ -40,7 +40,7 @@ EditRules rules_of(const Document& document);
 
 /// Bytes of a file as the document's text, and back: text windows are in Latin-1. Nothing for a text with other
 /// characters.
-std::string text_of_bytes(std::string bytes, DocumentKind kind);
+std::string text_of_bytes(const std::string& bytes, DocumentKind kind);
 std::optional<std::string> bytes_of_text(const std::string& text, DocumentKind kind);
 
 /// The documents of an installation.
