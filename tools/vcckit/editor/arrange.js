@@ -1,0 +1,171 @@
+// Moving and resizing in the units that place a record, aligning and distributing: operations for the server.
+import { edit } from './edits.js';
+import { around } from './geometry.js';
+import { item, keyOf, selected, state, windowsDocument } from './state.js';
+
+/** What a gesture on an item really moves: a slot that shows a text window moves the window. */
+export function movedBy(each) {
+  if (each.kind !== 'slot' || each.shown.kind !== 'window') return each;
+  const found = windowsDocument()?.windows.find((one) => one.number === each.shown.values.graphic);
+  return found ? item(keyOf('window', found.number)) : each;
+}
+
+/** Pixels of one unit of an item's place, across and down. */
+export function unitOf(each) {
+  if (each.kind === 'slot') return each.shown.placed === 'cells' ? each.shown.cell : [1, 1];
+  if (Number(each.record.values.w)) return [1, 1];
+  const font = Number(each.record.values.t ?? 0);
+  return state.project.names.font.find((one) => one.number === font)?.cell ?? [8, 14];
+}
+
+/** The sides by which an item can be resized. */
+export function canResize(each) {
+  const thing = movedBy(each);
+  if (thing.kind === 'slot' && thing.shown.kind !== 'text' && thing.shown.kind !== 'picture') return [];
+  return ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
+}
+
+const addressOfItem = (each) => ({ [each.kind]: each.index });
+const nameOf = (each) => (each.kind === 'window' ? `window ${each.index}` : `slot ${each.index}`);
+export function describe(items) {
+  return items.length === 1 ? nameOf(items[0]) : `${items.length} slots`;
+}
+
+/**
+ * Operations by document for moves in units: [{item, dx, dy}]. A repeated record moves its whole group once, a text
+ * window once however many slots show it.
+ */
+export function moveOperations(moves, what = 'move') {
+  const documents = new Map();
+  const done = new Set();
+  for (const { item: each, dx, dy } of moves) {
+    const repeat = each.record.repeat;
+    const one = repeat ? `group:${repeat.first}` : each.key;
+    if (done.has(one) || (!dx && !dy)) continue;
+    done.add(one);
+    const list = documents.get(each.document.name) ?? [];
+    const same = list.find((operation) => operation.dx === dx && operation.dy === dy);
+    if (same) same.of.push(addressOfItem(each));
+    else list.push({ do: what, of: [addressOfItem(each)], dx, dy });
+    documents.set(each.document.name, list);
+  }
+  return documents;
+}
+
+export function send(documents, label, merge = '') {
+  return Promise.all([...documents].map(([name, operations]) => edit(name, label, operations, merge)));
+}
+
+let burst = { key: '', at: 0, number: 0 };
+/** Arrow keys: one unit each; presses that follow one another quickly are one step of undo. */
+export function nudge(dx, dy) {
+  const items = movable();
+  if (!items.length) return;
+  const key = items.map((each) => each.key).join();
+  const now = performance.now();
+  if (key !== burst.key || now - burst.at > 1000) burst = { key, number: burst.number + 1 };
+  burst.at = now;
+  const documents = moveOperations(items.map((each) => ({ item: each, dx, dy })));
+  send(documents, `Move ${describe(items)}`, `nudge ${burst.number}`);
+}
+
+/** Alt and an arrow key: wider, narrower, taller, lower by one unit. */
+export function grow(dx, dy) {
+  const items = movable().filter((each) => canResize(each).length);
+  if (!items.length) return;
+  const documents = new Map();
+  for (const each of items) {
+    const list = documents.get(each.document.name) ?? [];
+    list.push(...resizeOperations(each, { right: dx, bottom: dy }));
+    documents.set(each.document.name, list);
+  }
+  send(documents, `Resize ${describe(items)}`, `grow ${items.map((each) => each.key).join()}`);
+}
+
+export function movable() {
+  const seen = new Set();
+  return selected().filter((each) => each.rect).map(movedBy)
+    .filter((each) => !seen.has(each.key) && seen.add(each.key));
+}
+
+/**
+ * Operations that move the edges of one item by whole units: {left, top, right, bottom}. A picture's left and top edge
+ * cut it at the source as well, so that what stays does not move on the screen.
+ */
+export function resizeOperations(each, { left = 0, top = 0, right = 0, bottom = 0 }) {
+  const of = [addressOfItem(each)];
+  const operations = [];
+  if (left || top) operations.push({ do: 'move', of, dx: left, dy: top });
+  if (each.kind === 'slot' && each.shown.kind === 'picture') {
+    operations.push(...addTo(each, 'src_x', left), ...addTo(each, 'src_y', top));
+    if (right || bottom) operations.push({ do: 'resize', of, dx: right, dy: bottom });
+    return operations;
+  }
+  if (each.kind === 'slot' && each.shown.kind === 'text') {
+    const [cell, unit] = [each.shown.values, unitOf(each)];
+    const pixels = { x: right - left * unit[0], y: bottom - top * unit[1] }; // boxes are in pixels
+    if (pixels.x && !cell.box_width) {
+      operations.push(set(of, 'box_width', Math.max(each.rect[2] + pixels.x, 1)));
+      pixels.x = 0;
+    }
+    if (pixels.y && !cell.box_height) {
+      operations.push(set(of, 'box_height', Math.max(each.rect[3] + pixels.y, 1)));
+      pixels.y = 0;
+    }
+    if (pixels.x || pixels.y) operations.push({ do: 'resize', of, dx: pixels.x, dy: pixels.y });
+    return operations;
+  }
+  if (right - left || bottom - top) operations.push({ do: 'resize', of, dx: right - left, dy: bottom - top });
+  return operations;
+}
+
+const set = (of, field, value, language = '') => ({ do: 'set', of, field, language, value });
+
+/** Adds to a field of a slot in every language; where all say the same, the one value stays one. */
+function addTo(each, field, by) {
+  if (!by) return [];
+  const of = [addressOfItem(each)];
+  const values = Object.entries(each.record.languages).map(([code, shown]) => [code, shown.values[field]]);
+  if (values.every(([, value]) => value === values[0][1])) return [set(of, field, values[0][1] + by)];
+  return values.map(([code, value]) => set(of, field, value + by, code));
+}
+
+const ways = {
+  left: { axis: 0, to: (rect, all) => all[0] },
+  centre: { axis: 0, to: (rect, all) => all[0] + (all[2] - rect[2]) / 2 },
+  right: { axis: 0, to: (rect, all) => all[0] + all[2] - rect[2] },
+  top: { axis: 1, to: (rect, all) => all[1] },
+  middle: { axis: 1, to: (rect, all) => all[1] + (all[3] - rect[3]) / 2 },
+  bottom: { axis: 1, to: (rect, all) => all[1] + all[3] - rect[3] },
+};
+const screen = [0, 0, 800, 600];
+
+/** Several align with one another; one alone with the screen. */
+export function align(how) {
+  const items = movable();
+  const { axis, to } = ways[how];
+  const all = items.length > 1 ? around(items.map((each) => each.rect)) : screen;
+  const moves = items.map((each) => shift(each, axis, to(each.rect, all) - each.rect[axis]));
+  send(moveOperations(moves), `Align ${describe(items)}: ${how}`);
+}
+
+/** The same gaps between three or more, the outer ones stay. */
+export function distribute(axis) {
+  const items = movable().sort((a, b) => a.rect[axis] - b.rect[axis]);
+  if (items.length < 3) return;
+  const all = around(items.map((each) => each.rect));
+  const gap = (all[axis + 2] - items.reduce((sum, each) => sum + each.rect[axis + 2], 0)) / (items.length - 1);
+  let at = all[axis];
+  const moves = items.map((each) => {
+    const move = shift(each, axis, at - each.rect[axis]);
+    at += each.rect[axis + 2] + gap;
+    return move;
+  });
+  send(moveOperations(moves), `Distribute ${describe(items)}`);
+}
+
+function shift(each, axis, pixels) {
+  const units = Math.round(pixels / unitOf(each)[axis]);
+  return { item: each, dx: axis ? 0 : units, dy: axis ? units : 0 };
+}
+

@@ -1,0 +1,131 @@
+// The piece of a picture that a slot shows, chosen on the picture of its buffer.
+import { address } from './api.js';
+import { dialog } from './dialogs.js';
+import { el } from './dom.js';
+import { between, clamp } from './geometry.js';
+import { screenDocument, state } from './state.js';
+import { namesFor, setValues, usualLanguage, valueIn, writtenFor } from './values.js';
+
+const GRIP = 7; // pixels of the window around an edge that take hold of it
+
+export function chooseBuffer(items) {
+  const [each] = items;
+  const value = (field) => Number(valueIn(each, field, state.language) ?? 0);
+  let number = value('buffer');
+  let rect = [value('src_x'), value('src_y'), value('box_width') - value('src_x'),
+    value('box_height') - value('src_y')];
+  let size = [1, 1];
+  let scale = 1;
+
+  const image = el('img', { alt: 'Picture of the buffer', draggable: false });
+  const mark = el('div', { class: 'piece' });
+  const others = el('div', { class: 'pieces' });
+  const area = el('div', { class: 'buffer-area', tabIndex: 0,
+    'aria-label': 'Arrow keys move the piece, Shift resizes it' }, image, others, mark);
+  const numbers = el('output', { class: 'mono' });
+  const buffers = namesFor('buffer', each.document).filter((one) => one.width !== 0);
+  const select = el('select', { 'aria-label': 'Buffer', on: { change: () => load(Number(select.value)) } },
+    buffers.map((one) => el('option', { value: one.number }, `${one.name} · ${one.number}`)));
+  select.value = number;
+  const magnify = el('select', { 'aria-label': 'Magnification', on: { change: show } },
+    [['0', 'fits'], ['1', '1 ×'], ['2', '2 ×'], ['3', '3 ×'], ['4', '4 ×']].map(([v, text]) =>
+      el('option', { value: v }, text)));
+
+  function load(next) {
+    number = next;
+    image.src = address('buffer.png', { number });
+  }
+  image.addEventListener('load', () => {
+    size = [image.naturalWidth, image.naturalHeight];
+    show();
+  });
+  function show() {
+    const room = area.parentElement.getBoundingClientRect();
+    const whole = Math.min((room.width - 4) / size[0], (room.height - 4) / size[1]);
+    scale = Number(magnify.value) || (whole >= 1 ? Math.floor(whole) : whole);
+    Object.assign(area.style, { width: `${size[0] * scale}px`, height: `${size[1] * scale}px` });
+    put(mark, rect);
+    others.replaceChildren(...otherPieces().map((piece) => put(el('div', { class: 'piece other' }), piece)));
+    numbers.textContent = `${rect[2]} × ${rect[3]} from ${rect[0]}, ${rect[1]}   of ${size[0]} × ${size[1]}`;
+  }
+  function put(element, [x, y, w, h]) {
+    Object.assign(element.style, { left: `${x * scale}px`, top: `${y * scale}px`, width: `${w * scale}px`,
+      height: `${h * scale}px` });
+    return element;
+  }
+  function otherPieces() {
+    const seen = new Set([rect.join()]);
+    return screenDocument().slots.flatMap((slot) => {
+      const shown = slot.languages[state.language];
+      const { buffer, src_x: x, src_y: y, box_width: right, box_height: bottom } = shown.values;
+      const piece = [x, y, right - x, bottom - y];
+      if (shown.kind !== 'picture' || buffer !== number || seen.has(piece.join())) return [];
+      seen.add(piece.join());
+      return [piece];
+    });
+  }
+
+  let hold = null;
+  const at = (event) => {
+    const box = area.getBoundingClientRect();
+    return [clamp(Math.round((event.clientX - box.left) / scale), 0, size[0]),
+      clamp(Math.round((event.clientY - box.top) / scale), 0, size[1])];
+  };
+  function sides([x, y]) {
+    const near = GRIP / scale;
+    const within = (p, low, length) => p > low - near && p < low + length + near;
+    if (!within(x, rect[0], rect[2]) || !within(y, rect[1], rect[3])) return null;
+    return { left: Math.abs(x - rect[0]) < near, right: Math.abs(x - rect[0] - rect[2]) < near,
+      top: Math.abs(y - rect[1]) < near, bottom: Math.abs(y - rect[1] - rect[3]) < near };
+  }
+  area.addEventListener('pointerdown', (event) => {
+    event.preventDefault();
+    area.focus();
+    area.setPointerCapture(event.pointerId);
+    const from = at(event);
+    hold = { from, sides: sides(from), rect: [...rect] };
+  });
+  area.addEventListener('pointermove', (event) => {
+    if (!hold) return;
+    const [x, y] = at(event);
+    const [dx, dy] = [x - hold.from[0], y - hold.from[1]];
+    if (!hold.sides) rect = between(...hold.from, x, y);
+    else if (!Object.values(hold.sides).some(Boolean)) rect = moved(hold.rect, dx, dy);
+    else {
+      const [l, t, w, h] = hold.rect;
+      const left = hold.sides.left ? l + dx : l;
+      const top = hold.sides.top ? t + dy : t;
+      rect = between(left, top, hold.sides.right ? l + w + dx : l + w, hold.sides.bottom ? t + h + dy : t + h);
+    }
+    show();
+  });
+  area.addEventListener('pointerup', () => { hold = null; });
+  area.addEventListener('keydown', (event) => {
+    const way = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1] }[event.key];
+    if (!way) return;
+    event.preventDefault();
+    if (event.shiftKey) rect = [rect[0], rect[1], clamp(rect[2] + way[0], 1, size[0] - rect[0]),
+      clamp(rect[3] + way[1], 1, size[1] - rect[1])];
+    else rect = moved(rect, ...way);
+    show();
+  });
+  function moved([x, y, w, h], dx, dy) {
+    return [clamp(x + dx, 0, Math.max(size[0] - w, 0)), clamp(y + dy, 0, Math.max(size[1] - h, 0)), w, h];
+  }
+
+  dialog('Piece of a picture', el('div', { class: 'buffer-dialog' },
+    el('div', { class: 'buffer-bar' }, select, magnify, numbers,
+      el('span', { class: 'dim grow' }, 'Drag a new piece, or the old one by its edges. Thin frames: other slots.')),
+    el('div', { class: 'buffer-room' }, area)),
+  [{ label: 'Cancel' }, { label: 'Take this piece', primary: true, run: take }], { wide: true });
+  load(number);
+
+  function take() {
+    const language = ['src_x', 'src_y', 'box_width', 'box_height'].some((field) => usualLanguage(items, field))
+      ? state.language : '';
+    const values = { src_x: rect[0], src_y: rect[1], box_width: rect[0] + rect[2], box_height: rect[1] + rect[3] };
+    const changed = Object.fromEntries(Object.entries(values).filter(([field, next]) => next !== value(field)));
+    if (number !== value('buffer')) changed.buffer = writtenFor('buffer', number, each.document);
+    if (Object.keys(changed).length) setValues(items, changed, language);
+  }
+}

@@ -1,0 +1,32 @@
+// Lines that were changed here and in the file: asked about one after the other, nothing is lost unasked.
+import { dialog } from './dialogs.js';
+import { el } from './dom.js';
+import { resolve } from './edits.js';
+import { banner } from './messages.js';
+import { on, state } from './state.js';
+
+let open = false;
+
+const text = (title, content) => el('div', { class: 'version' }, el('h3', {}, title),
+  el('pre', {}, content || '(nothing)'));
+
+function ask(document) {
+  if (open) return;
+  open = true;
+  const [conflict] = document.conflicts;
+  const choose = (choice) => () => resolve(document.name, 0, choice);
+  dialog(`${document.name}, line ${conflict.line}: changed here and in the file`, [
+    el('p', {}, 'Both texts are safe until you choose.', document.conflicts.length > 1
+      ? ` ${document.conflicts.length - 1} more after this one.` : ''),
+    el('div', { class: 'versions' }, text('Here', conflict.mine), text('In the file', conflict.theirs),
+      text('Before', conflict.base)),
+  ], [{ label: 'Later' }, { label: 'Both', run: choose('both') }, { label: 'The file’s', run: choose('theirs') },
+    { label: 'Mine', run: choose('mine'), primary: true }], { wide: true, closed() { open = false; } });
+}
+
+function draw() {
+  const document = [...state.documents.values()].find((each) => each.conflicts.length);
+  banner('conflict', document && `${document.file} was changed in the same lines as here.`,
+    document ? [el('button', { type: 'button', on: { click: () => ask(document) } }, 'Decide')] : []);
+}
+on('document project', draw);

@@ -1,0 +1,105 @@
+// Changes on their way to the server: in order, one at a time. What belongs to the same gesture and still waits is
+// joined, so that a drag never runs behind the pointer.
+import { post, Refusal } from './api.js';
+import { say } from './messages.js';
+import { activeDocument, adopt, state, tell } from './state.js';
+
+const waiting = [];
+let busy = false;
+
+/** Asks for a change of a document; tells whether it was made. The same `merge` in a row is one step of undo. */
+export function edit(name, label, operations, merge = '') {
+  if (!operations.length) return Promise.resolve(true);
+  const last = waiting.at(-1);
+  if (merge && last?.merge === merge && last.name === name) {
+    last.operations = joined(last.operations, operations);
+    return last.done;
+  }
+  return ask({ path: 'edit', name, label, merge, operations });
+}
+
+export function undo(name = activeDocument()?.name) {
+  return state.documents.get(name)?.undo || waiting.length || busy ? ask({ path: 'undo', name }) : nothing('undo');
+}
+export function redo(name = activeDocument()?.name) {
+  return state.documents.get(name)?.redo || waiting.length || busy ? ask({ path: 'redo', name }) : nothing('redo');
+}
+function nothing(what) {
+  say(`There is nothing to ${what} in this document.`);
+  return Promise.resolve(false);
+}
+
+export const save = () => ask({ path: 'save' });
+export const resolve = (name, conflict, choice) => ask({ path: 'resolve', name, conflict, choice });
+export const recover = (take) => ask({ path: 'recover', take });
+export const isBusy = () => busy || waiting.length > 0;
+
+function ask(request) {
+  request.done = new Promise((settle) => { request.settle = settle; });
+  waiting.push(request);
+  tell('queue');
+  if (!busy) work();
+  return request.done;
+}
+
+async function work() {
+  busy = true;
+  while (waiting.length) {
+    const request = waiting.shift();
+    request.settle(await sent(request));
+  }
+  busy = false;
+  tell('queue');
+}
+
+const bodies = {
+  edit: (r) => ({ name: r.name, revision: state.documents.get(r.name).revision, label: r.label, merge: r.merge,
+    operations: r.operations }),
+  undo: (r) => ({ name: r.name }),
+  redo: (r) => ({ name: r.name }),
+  save: () => ({}),
+  resolve: (r) => ({ name: r.name, conflict: r.conflict, choice: r.choice }),
+  recover: (r) => ({ take: r.take }),
+};
+
+async function sent(request, again = true) {
+  try {
+    const answer = await post(request.path, bodies[request.path](request));
+    for (const document of answer.documents ?? [answer]) adopt(document);
+    if (request.path === 'save') sayWhatIsSaved(answer.saved ?? []);
+    return true;
+  } catch (error) {
+    if (!(error instanceof Refusal)) {
+      say('The tool does not answer: nothing was changed.', 'bad');
+      return false;
+    }
+    if (error.status === 409 && error.answer.document) {
+      adopt(error.answer.document);
+      const whole = request.operations?.some((each) => each.do === 'replace_text');
+      if (again && !whole) return sent(request, false); // operations name records, so they still mean the same
+    }
+    say(error.message, 'bad');
+    tell('document', state.documents.get(request.name));
+    return false;
+  }
+}
+
+function sayWhatIsSaved(files) {
+  const names = files.map((each) => each.split('/').pop());
+  say(names.length ? `Saved ${names.join(', ')}.` : 'Everything was saved.');
+}
+
+function joined(before, more) {
+  const result = before.map((each) => ({ ...each }));
+  for (const operation of more) {
+    const same = result.find((each) => each.do === operation.do && each.field === operation.field &&
+      each.language === operation.language && JSON.stringify(each.of) === JSON.stringify(operation.of));
+    if (same && 'dx' in operation) {
+      same.dx += operation.dx;
+      same.dy += operation.dy;
+    } else if (same && operation.do === 'set') same.value = operation.value;
+    else if (same && operation.do === 'replace_text') same.text = operation.text;
+    else result.push({ ...operation });
+  }
+  return result;
+}

@@ -1,0 +1,108 @@
+// Frames of everything that can be pointed at, over the picture.
+import { el, find } from './dom.js';
+import { inside } from './geometry.js';
+import { zoom } from './picture.js';
+import { preferences } from './preferences.js';
+import { allFaults, HEIGHT, on, placedItems, selected, state, WIDTH } from './state.js';
+import { canResize } from './arrange.js';
+
+const layer = find('frames');
+const handles = ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
+const elements = new Map();
+
+/** Frames that a gesture moves before the server has answered: key to rectangle. */
+let moved = new Map();
+export function moveFrames(rects) {
+  moved = rects;
+  draw();
+}
+
+export const isBackground = ([, , w, h]) => w * h >= WIDTH * HEIGHT * 0.9;
+
+/**
+ * Keys of what lies at a place: the smallest first, so that a frame around buttons does not hide them; of the same size
+ * the one that is drawn last. What is not drawn only when it is to be seen or chosen.
+ */
+export function keysAt(x, y) {
+  const area = ({ rect }) => rect[2] * rect[3];
+  return placedItems()
+    .filter((each) => inside(each.rect, x, y) && (isSeen(each) || state.selection.includes(each.key)))
+    .reverse()
+    .sort((a, b) => area(a) - area(b))
+    .map((each) => each.key);
+}
+export function isSeen(each) {
+  return preferences.unseen || !(each.shown?.hidden);
+}
+
+export function draw() {
+  layer.classList.toggle('outlines', preferences.outlines);
+  layer.classList.toggle('labels', preferences.labels);
+  const faulty = new Set(allFaults().filter((each) => each.slot !== null && each.slot !== undefined)
+    .map((each) => `${each.document}/${each.slot}`));
+  const items = placedItems().filter((each) => isSeen(each) || state.selection.includes(each.key));
+  const keep = new Set(items.map((each) => each.key));
+  for (const [key, element] of elements) {
+    if (keep.has(key)) continue;
+    element.remove();
+    elements.delete(key);
+  }
+  const lead = state.selection.at(-1);
+  for (const each of items) {
+    let element = elements.get(each.key);
+    if (!element) {
+      element = el('div', {}, el('span', { class: 'tag' }));
+      element.dataset.key = each.key;
+      elements.set(each.key, element);
+      layer.append(element);
+    }
+    const [x, y, w, h] = moved.get(each.key) ?? each.rect;
+    Object.assign(element.style, { left: `${x * zoom}px`, top: `${y * zoom}px`,
+      width: `${Math.max(w * zoom, 4)}px`, height: `${Math.max(h * zoom, 4)}px` });
+    element.className = ['frame', state.selection.includes(each.key) ? 'selected' : 'plain',
+      each.key === lead && 'primary', each.key === state.hovered && 'hovered', each.shown?.hidden && 'unseen',
+      faulty.has(`${each.document.name}/${each.index}`) && each.kind === 'slot' && 'faulty'].filter(Boolean).join(' ');
+    const tag = element.firstChild;
+    tag.replaceChildren(el('b', {}, each.kind === 'window' ? `+${each.index}` : String(each.index)), each.name);
+    tag.classList.toggle('inside', y * zoom < 18);
+    showHandles(element, each.key === lead && selected().length === 1 ? handlesFor(each, w * zoom, h * zoom) : []);
+  }
+}
+
+/** A small frame has fewer handles, so that it can still be seen and dragged. */
+function handlesFor(each, width, height) {
+  const low = height < 30;
+  const narrow = width < 30;
+  return canResize(each).filter((side) => !(low && narrow) || side === 'se')
+    .filter((side) => !low || narrow || side === 'w' || side === 'e')
+    .filter((side) => !narrow || low || side === 'n' || side === 's');
+}
+
+function showHandles(element, wanted) {
+  const there = element.querySelectorAll('.handle');
+  const asked = handles.filter((side) => wanted.includes(side));
+  if (there.length === asked.length && asked.every((side, i) => there[i].dataset.side === side)) return;
+  there.forEach((each) => each.remove());
+  element.append(...asked.map((side) => {
+    const handle = el('div', { class: `handle ${side}` });
+    handle.dataset.side = side;
+    return handle;
+  }));
+}
+
+/** Brings what is chosen into view. */
+export function reveal() {
+  const viewport = find('viewport');
+  const each = selected().at(-1);
+  if (!each?.rect) return;
+  const surface = find('surface');
+  const [x, y, w, h] = each.rect.map((part) => part * zoom);
+  const [left, top] = [surface.offsetLeft + x, surface.offsetTop + y];
+  if (left < viewport.scrollLeft || left + w > viewport.scrollLeft + viewport.clientWidth)
+    viewport.scrollLeft = left + w / 2 - viewport.clientWidth / 2;
+  if (top < viewport.scrollTop || top + h > viewport.scrollTop + viewport.clientHeight)
+    viewport.scrollTop = top + h / 2 - viewport.clientHeight / 2;
+}
+
+on('document selection view zoom preferences hovered list faults project', draw);
+on('selection', reveal);

@@ -1,0 +1,39 @@
+// Rectangles [x, y, width, height] in pixels of the picture.
+
+export function inside([x, y, w, h], px, py) {
+  return px >= x && py >= y && px < x + Math.max(w, 1) && py < y + Math.max(h, 1);
+}
+export function meets(a, b) {
+  return a[0] < b[0] + b[2] && b[0] < a[0] + a[2] && a[1] < b[1] + b[3] && b[1] < a[1] + a[3];
+}
+
+export function between(x0, y0, x1, y1) {
+  return [Math.min(x0, x1), Math.min(y0, y1), Math.abs(x1 - x0), Math.abs(y1 - y0)];
+}
+
+export function around(rects) {
+  const left = Math.min(...rects.map((r) => r[0]));
+  const top = Math.min(...rects.map((r) => r[1]));
+  const right = Math.max(...rects.map((r) => r[0] + r[2]));
+  const bottom = Math.max(...rects.map((r) => r[1] + r[3]));
+  return [left, top, right - left, bottom - top];
+}
+
+export const clamp = (value, low, high) => Math.min(Math.max(value, low), high);
+
+/** Lines that a rectangle's edges and middles offer or look for, in one direction (0 across, 1 down). */
+export const lines = (rect, axis) => [rect[axis], rect[axis] + rect[axis + 2], rect[axis] + rect[axis + 2] / 2];
+
+/** The shortest way, at most `reach`, that brings a line of `rect` onto a line of the others: {by, at} or null. */
+export function snapped(rect, others, axis, reach) {
+  let best = null;
+  for (const mine of lines(rect, axis)) {
+    for (const other of others) {
+      for (const at of lines(other, axis)) {
+        const by = Math.round(at - mine);
+        if (Math.abs(at - mine) <= reach && (!best || Math.abs(by) < Math.abs(best.by))) best = { by, at };
+      }
+    }
+  }
+  return best;
+}

@@ -1,0 +1,123 @@
+// One control for each kind of field. A control sends its value when it is left or Enter is pressed; numbers also step
+// with arrow keys and the wheel, and a row of such steps is one step of undo.
+import { chooseBuffer } from './buffer_chooser.js';
+import { colourInput } from './colours.js';
+import { el, iconButton } from './dom.js';
+import { clamp } from './geometry.js';
+import { soundButton } from './sounds.js';
+import { namesFor, setValue, writtenFor } from './values.js';
+
+export function inputFor(items, field, value, language) {
+  if (field.kind === 'flag') return flag(items, field, value, language);
+  if (field.kind === 'choice') return choice(items, field, value, language);
+  if (field.kind === 'text') return textLine(items, field, value, language);
+  if (field.meaning === 'colour') return colourInput(items, field, value, language);
+  if (['font', 'action', 'sound', 'buffer', 'input', 'toggle', 'focus'].includes(field.meaning))
+    return named(items, field, value, language);
+  return number(items, field, value, language);
+}
+
+function flag(items, field, value, language) {
+  return el('input', { type: 'checkbox', checked: Boolean(value.value), indeterminate: value.mixed,
+    on: { change: (event) => setValue(items, field.name, event.target.checked, language) } });
+}
+
+function choice(items, field, value, language) {
+  const select = el('select', { on: { change: () => setValue(items, field.name, select.value, language) } },
+    ['', 'left', 'centre', 'right'].map((each) => el('option', { value: each }, each || '–')));
+  select.value = value.mixed ? '' : value.value ?? '';
+  return select;
+}
+
+/** A line that is sent on Enter and when it is left; Escape brings back what was there. */
+function line(items, field, value, send, properties = {}) {
+  const shown = value.mixed ? '' : String(value.value ?? '');
+  const input = el('input', { type: 'text', value: shown, placeholder: value.mixed ? 'several' : '', spellcheck: false,
+    autocomplete: 'off', ...properties });
+  let before = shown;
+  const leave = () => {
+    delete input.dataset.typing;
+    if (input.value === before) return;
+    before = input.value;
+    send(input.value, input);
+  };
+  input.addEventListener('input', () => { input.dataset.typing = '1'; });
+  input.addEventListener('change', leave);
+  input.addEventListener('keydown', (event) => {
+    if (event.key === 'Enter') leave();
+    else if (event.key === 'Escape' && input.value !== before) {
+      input.value = before;
+      delete input.dataset.typing;
+      event.stopPropagation();
+    }
+  });
+  return input;
+}
+
+function textLine(items, field, value, language) {
+  const input = line(items, field, value, (text) => setValue(items, field.name, text, language));
+  if (field.size) input.maxLength = field.size;
+  return input;
+}
+
+let steps = 0;
+function number(items, field, value, language) {
+  const merge = `step ${field.name} ${items.map((each) => each.key).join()} ${steps += 1}`;
+  const send = (text) => {
+    const typed = text.trim();
+    if (/^-?\d+$/.test(typed)) setValue(items, field.name, clamp(Number(typed), -2147483648, 2147483647), language);
+    else if (typed) setValue(items, field.name, typed, language);
+  };
+  const input = line(items, field, value, send, { inputMode: 'numeric', class: 'number' });
+  const by = (amount) => {
+    const from = Number.parseInt(input.value, 10) || 0;
+    const low = field.max > field.min ? field.min : -2147483648;
+    const high = field.max > field.min ? field.max : 2147483647;
+    const next = clamp(from + amount, low, high);
+    if (next === from) return;
+    input.value = next;
+    setValue(items, field.name, next, language, input.dataset.merge ?? merge);
+    input.dataset.merge = input.dataset.merge ?? merge;
+  };
+  input.addEventListener('keydown', (event) => {
+    const amount = { ArrowUp: 1, ArrowDown: -1 }[event.key];
+    if (!amount) return;
+    event.preventDefault();
+    by(amount * (event.shiftKey ? 10 : 1));
+  });
+  input.addEventListener('wheel', (event) => {
+    if (document.activeElement !== input) return;
+    event.preventDefault();
+    by((event.deltaY < 0 ? 1 : -1) * (event.shiftKey ? 10 : 1));
+  }, { passive: false });
+  return input;
+}
+
+function named(items, field, value, language) {
+  const document = items[0].document;
+  const names = [...namesFor(field.meaning, document)];
+  const own = field.meaning === 'toggle' || field.meaning === 'focus';
+  if (own && items[0].index > 0) names.push({ name: 'highlighted', number: items[0].index });
+  const current = numberOf(value.value, names);
+  if (!names.some((each) => each.number === current)) names.push({ name: '', number: current });
+  const select = el('select', { on: { change: () => {
+    const chosen = Number(select.value);
+    setValue(items, field.name, own ? chosen : writtenFor(field.meaning, chosen, document), language);
+  } } }, value.mixed ? el('option', { value: '' }, 'several') : null,
+  names.map((each) => el('option', { value: each.number }, each.name && each.number !== null
+    ? `${each.name} · ${each.number}` : String(each.number))));
+  select.value = value.mixed ? '' : current;
+  if (field.meaning === 'sound')
+    return el('div', { class: 'with-button' }, select, soundButton(() => Number(select.value)));
+  if (field.meaning === 'buffer' && items[0].kind === 'slot') {
+    return el('div', { class: 'with-button' }, select, iconButton('region', 'Choose the piece on the picture itself',
+      () => chooseBuffer(items)));
+  }
+  return select;
+}
+
+/** A style has names where records have numbers. */
+function numberOf(value, names) {
+  const known = names.find((each) => each.name === value);
+  return known ? known.number : Number.parseInt(value ?? 0, 10) || 0;
+}

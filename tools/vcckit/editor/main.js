@@ -1,0 +1,54 @@
+// Starts the page: what the project is, its documents, then the parts that show them.
+import './bar.js';
+import './list.js';
+import './tools.js';
+import './properties.js';
+import './below.js';
+import './status.js';
+import './keys.js';
+import './conflict.js';
+import './pointer.js';
+import { getJson } from './api.js';
+import { listen } from './events.js';
+import { banner } from './messages.js';
+import { layOut } from './picture.js';
+import { showTheme } from './preferences.js';
+import { offerRecovery } from './recover.js';
+import { on, state, tell, viewOf } from './state.js';
+
+const PLACE = 'veldor-screens-place'; // where this tab was, for a reload
+const remembered = ['view', 'language', 'row', 'module', 'about', 'list', 'selection'];
+
+function remember() {
+  const place = Object.fromEntries(remembered.map((name) => [name, state[name]]));
+  sessionStorage.setItem(PLACE, JSON.stringify(place));
+}
+function comeBack() {
+  try {
+    const place = JSON.parse(sessionStorage.getItem(PLACE) ?? '{}');
+    for (const name of remembered) if (name in place && place[name] !== undefined) state[name] = place[name];
+  } catch { /* begins at the menu */ }
+  if (!viewOf(state.view)) state.view = state.project.views[0].view;
+  if (!Array.isArray(state.selection)) state.selection = [];
+}
+
+async function start() {
+  showTheme();
+  try {
+    state.project = await getJson('project');
+    const documents = await Promise.all(state.project.documents.map((name) => getJson('document', { name })));
+    state.documents = new Map(documents.map((each) => [each.name, each]));
+  } catch (error) {
+    banner('start', `The project cannot be shown: ${error.message}`, [], 'bad');
+    return;
+  }
+  comeBack();
+  layOut();
+  for (const topic of ['project', 'list', 'view', 'selection']) tell(topic);
+  on('view selection list', remember);
+  listen();
+  offerRecovery(state.project.recovered);
+  document.documentElement.dataset.ready = 'yes';
+}
+
+start();

@@ -1,0 +1,324 @@
+// Gestures on the picture: choose, rubber band, drag, resize, pan. A gesture shows its frames at once; the changes
+// follow it to the server one at a time.
+import { describe, movable, movedBy, moveOperations, resizeOperations, send, unitOf } from './arrange.js';
+import { el, find } from './dom.js';
+import { undo } from './edits.js';
+import { isBackground, isSeen, keysAt, moveFrames } from './frames.js';
+import { around, between, meets, snapped } from './geometry.js';
+import { place, zoom } from './picture.js';
+import { preferences } from './preferences.js';
+import { copySelected } from './records.js';
+import { cellOfGrid, showPointer } from './rulers.js';
+import { HEIGHT, item, lead, placedItems, select, selected, state, tell, WIDTH } from './state.js';
+
+const surface = find('surface');
+const viewport = find('viewport');
+const THRESHOLD = 3; // pixels of the window before a press becomes a drag
+const REACH = 4; // pixels of the picture from which lines attract
+
+let gesture = null;
+let number = 0;
+let spaceDown = false;
+
+surface.addEventListener('pointerdown', (event) => {
+  viewport.focus({ preventScroll: true });
+  if (event.button === 1 || (event.button === 0 && spaceDown)) {
+    begin(event, { move: pan, end() {} });
+  } else if (event.button === 0) {
+    const side = event.target.dataset?.side;
+    begin(event, side ? resizing(side) : pressing(event));
+  }
+});
+
+function begin(event, parts) {
+  event.preventDefault();
+  surface.setPointerCapture(event.pointerId);
+  gesture = { ...parts, x: event.clientX, y: event.clientY, scroll: [viewport.scrollLeft, viewport.scrollTop],
+    from: place(event), moving: false };
+}
+
+surface.addEventListener('pointermove', (event) => {
+  const at = place(event);
+  showPointer(at);
+  tell('pointer', at);
+  if (!gesture) {
+    hover(event, at);
+    return;
+  }
+  if (!gesture.moving && Math.hypot(event.clientX - gesture.x, event.clientY - gesture.y) < THRESHOLD) return;
+  gesture.moving = true;
+  gesture.move(event, at);
+});
+surface.addEventListener('pointerup', (event) => finish(event));
+surface.addEventListener('pointercancel', () => cancelGesture());
+surface.addEventListener('pointerleave', () => {
+  showPointer(null);
+  tell('pointer', null);
+  if (!gesture) setHovered(null);
+});
+surface.addEventListener('auxclick', (event) => event.preventDefault());
+
+function finish(event) {
+  const ended = gesture;
+  gesture = null;
+  surface.classList.remove('pan');
+  if (ended) (ended.moving ? ended.end : ended.click ?? ended.end)?.call(ended, event);
+}
+
+/** Escape: what a drag has changed is taken back. Tells whether there was a gesture. */
+export function cancelGesture() {
+  const ended = gesture;
+  gesture = null;
+  surface.classList.remove('pan');
+  ended?.cancel?.();
+  return Boolean(ended);
+}
+
+function hover(event, at) {
+  setHovered(event.target.dataset?.side ? state.hovered : keysAt(at.x, at.y)[0] ?? null);
+}
+function setHovered(key) {
+  if (state.hovered === key) return;
+  state.hovered = key;
+  tell('hovered');
+}
+
+function pan(event) {
+  surface.classList.add('pan');
+  viewport.scrollLeft = gesture.scroll[0] - (event.clientX - gesture.x);
+  viewport.scrollTop = gesture.scroll[1] - (event.clientY - gesture.y);
+}
+addEventListener('keydown', (event) => {
+  if (event.key === ' ' && event.target === viewport) {
+    spaceDown = true;
+    event.preventDefault();
+  }
+});
+addEventListener('keyup', (event) => { if (event.key === ' ') spaceDown = false; });
+
+// choosing
+
+function pressing(event) {
+  const at = place(event);
+  const keys = keysAt(at.x, at.y);
+  const chosen = keys.find((key) => state.selection.includes(key));
+  if (event.shiftKey) return { click: () => toggle(keys), ...rubberBand(at, true) };
+  if (chosen) return { click: () => select(below(keys)), ...dragging(event.altKey) };
+  const top = keys[0];
+  if (!top || isBackground(item(top).rect)) return { click: () => select(top ?? []), ...rubberBand(at, false) };
+  select(top);
+  return { click() {}, ...dragging(event.altKey) };
+}
+
+/** The next one under the leading one, at last the highest again. */
+function below(keys) {
+  return keys[(keys.indexOf(state.selection.at(-1)) + 1) % keys.length];
+}
+
+function toggle(keys) {
+  const key = keys[0];
+  if (!key) return;
+  select(state.selection.includes(key) ? state.selection.filter((each) => each !== key) : [...state.selection, key]);
+}
+
+function rubberBand(from, adding) {
+  const before = adding ? [...state.selection] : [];
+  const band = el('div', { class: 'band' });
+  return {
+    move(event, at) {
+      const rect = between(from.x, from.y, at.x, at.y);
+      put(band, rect);
+      if (!band.isConnected) find('frames').append(band);
+      const met = placedItems().filter((each) => isSeen(each) && !isBackground(each.rect) && meets(each.rect, rect));
+      select([...new Set([...before, ...met.map((each) => each.key)])]);
+    },
+    end() { band.remove(); },
+    cancel() { band.remove(); select(before); },
+  };
+}
+
+function put(element, [x, y, w, h]) {
+  Object.assign(element.style, { left: `${x * zoom}px`, top: `${y * zoom}px`, width: `${w * zoom}px`,
+    height: `${h * zoom}px` });
+}
+
+// dragging
+
+/** Sends what a gesture has come to, one step at a time: `operations(from, to)` by document. */
+function follower(label, operations) {
+  const merge = `drag ${Date.now()} ${number += 1}`;
+  let sent = [0, 0, 0, 0];
+  let wanted = sent;
+  let running = null;
+  async function run() {
+    while (wanted.some((part, i) => part !== sent[i])) {
+      const next = wanted;
+      const documents = operations(next.map((part, i) => part - sent[i]));
+      sent = next;
+      await send(documents, label, merge);
+    }
+    running = null;
+  }
+  return {
+    want(next) { wanted = next; running ??= run(); },
+    get changed() { return sent.some(Boolean); },
+    async done() { await running; },
+  };
+}
+
+function dragging(copying) {
+  let items = null;
+  let follow = null;
+  let copied = null;
+  const rects = new Map();
+  const ghost = el('div', { class: 'ghost' });
+  const guides = [el('div', { class: 'guide' }), el('div', { class: 'guide' })];
+  let others = [];
+
+  function start() {
+    items = movable();
+    const groups = new Set(items.map((each) => each.record.repeat?.first).filter((first) => first !== undefined));
+    const windows = new Set(items.filter((each) => each.kind === 'window').map((each) => each.index));
+    for (const each of placedItems()) {
+      const along = state.selection.includes(each.key) || groups.has(each.record.repeat?.first) ||
+        windows.has(movedBy(each).kind === 'window' && movedBy(each).index);
+      if (along) rects.set(each.key, each.rect);
+      else if (isSeen(each) && !isBackground(each.rect)) others.push(each.rect);
+    }
+    others.push([0, 0, WIDTH, HEIGHT]);
+    follow = follower(`Move ${describe(items)}`, ([dx, dy]) => moveOperations(items.map((each) =>
+      ({ item: each, dx: dx / unitOf(each)[0], dy: dy / unitOf(each)[1] }))));
+    find('frames').append(ghost, ...guides);
+  }
+
+  /** Pixels that everything moves by: whole units of what is moved, after snapping. */
+  function distance(event, at) {
+    let way = [at.x - gesture.from.x, at.y - gesture.from.y];
+    if (event.shiftKey) way = Math.abs(way[0]) > Math.abs(way[1]) ? [way[0], 0] : [0, way[1]];
+    const whole = around(items.map((each) => each.rect));
+    guides.forEach((guide) => { guide.hidden = true; });
+    return way.map((pixels, axis) => {
+      const unit = Math.max(...items.map((each) => unitOf(each)[axis]));
+      if (unit > 1) return Math.round(pixels / unit) * unit;
+      const free = Math.round(pixels);
+      if (!preferences.snap || event.ctrlKey || (event.shiftKey && !pixels)) return free;
+      return snapTo(whole, axis, free);
+    });
+  }
+
+  function snapTo(whole, axis, free) {
+    if (preferences.grid) {
+      const cell = cellOfGrid()[axis];
+      return Math.round((whole[axis] + free) / cell) * cell - whole[axis];
+    }
+    const there = [...whole];
+    there[axis] += free;
+    const found = snapped(there, others, axis, REACH / Math.max(zoom / 2, 1));
+    if (!found) return free;
+    const guide = guides[axis];
+    guide.hidden = false;
+    put(guide, axis ? [0, found.at, WIDTH, 1 / zoom] : [found.at, 0, 1 / zoom, HEIGHT]);
+    return free + found.by;
+  }
+
+  return {
+    async move(event, at) {
+      if (!items) {
+        if (copying && !copied) copied = copySelected({ by: [0, 0] });
+        if (copied) {
+          const mine = gesture;
+          await copied;
+          if (gesture !== mine || items) return;
+        }
+        start();
+      }
+      if (!items.length) return;
+      const [dx, dy] = distance(event, at);
+      moveFrames(new Map([...rects].map(([key, [x, y, w, h]]) => [key, [x + dx, y + dy, w, h]])));
+      showGhost(ghost, at, `dx ${signed(dx)}  dy ${signed(dy)}\n${placeText(dx, dy)}`);
+      follow.want([dx, dy, 0, 0]);
+    },
+    async end() {
+      clear();
+      await follow?.done();
+      if (!gesture) moveFrames(new Map());
+    },
+    async cancel() {
+      clear();
+      await follow?.done();
+      moveFrames(new Map());
+      if (follow?.changed) await undo(items[0].document.name);
+    },
+  };
+
+  function placeText(dx, dy) {
+    const each = lead();
+    if (!each?.rect) return '';
+    const [x, y] = rects.get(each.key) ?? each.rect;
+    const cells = each.shown?.placed === 'cells'
+      ? `column ${Math.round((x + dx) / each.shown.cell[0])}  row ${Math.round((y + dy) / each.shown.cell[1])}` : '';
+    return cells || `x ${x + dx}  y ${y + dy}`;
+  }
+  function clear() {
+    ghost.remove();
+    guides.forEach((guide) => guide.remove());
+  }
+}
+
+// resizing
+
+function resizing(side) {
+  const each = movedBy(lead());
+  const start = each.rect;
+  const unit = unitOf(each);
+  const isText = each.kind === 'slot' && each.shown.kind === 'text';
+  const ghost = el('div', { class: 'ghost' });
+  const follow = follower(`Resize ${describe([each])}`, ([left, top, right, bottom]) =>
+    new Map([[each.document.name, resizeOperations(item(each.key), { left, top, right, bottom })]]));
+  const steps = (pixels, axis, low) => (low || !isText ? Math.round(pixels / unit[axis]) : Math.round(pixels));
+  const pixelsOf = (count, axis, low) => (low || !isText ? count * unit[axis] : count);
+  return {
+    move(event, at) {
+      const way = [at.x - gesture.from.x, at.y - gesture.from.y];
+      const edge = (letter, axis, low) => {
+        if (!side.includes(letter)) return 0;
+        const limit = start[axis + 2] - 1; // at least one pixel stays
+        const pixels = low ? Math.min(way[axis], limit) : Math.max(way[axis], -limit);
+        return steps(pixels, axis, low);
+      };
+      const [left, top, right, bottom] = [edge('w', 0, true), edge('n', 1, true), edge('e', 0, false),
+        edge('s', 1, false)];
+      const [l, t, r, b] = [pixelsOf(left, 0, true), pixelsOf(top, 1, true), pixelsOf(right, 0, false),
+        pixelsOf(bottom, 1, false)];
+      const rect = [start[0] + l, start[1] + t, start[2] + r - l, start[3] + b - t];
+      moveFrames(new Map(state.selection.map((key) => [key, rect])));
+      if (!ghost.isConnected) find('frames').append(ghost);
+      showGhost(ghost, at, `${rect[2]} × ${rect[3]}\nx ${rect[0]}  y ${rect[1]}`);
+      follow.want([left, top, right, bottom]);
+    },
+    async end() {
+      ghost.remove();
+      await follow.done();
+      if (!gesture) moveFrames(new Map());
+    },
+    async cancel() {
+      ghost.remove();
+      await follow.done();
+      moveFrames(new Map());
+      if (follow.changed) await undo(each.document.name);
+    },
+  };
+}
+
+const signed = (value) => (value < 0 ? `−${-value}` : `+${value}`);
+function showGhost(ghost, at, text) {
+  ghost.textContent = text;
+  const right = at.x > WIDTH - 130 / zoom * 1.4;
+  Object.assign(ghost.style, { left: `${at.x * zoom + (right ? -150 : 16)}px`,
+    top: `${Math.min(at.y * zoom + 16, HEIGHT * zoom - 44)}px` });
+}
+
+surface.addEventListener('dblclick', () => {
+  if (selected().length) find('properties').querySelector('[data-first]')?.focus();
+});
+

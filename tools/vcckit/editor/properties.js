@@ -1,0 +1,238 @@
+// Properties of what is chosen, in groups. Names, units, ranges and help come from the tool.
+import { el, find, icon, segments } from './dom.js';
+import { inputFor } from './inputs.js';
+import { looksOf } from './looks.js';
+import { movedBy } from './arrange.js';
+import { renumber, split } from './records.js';
+import { on, select, selected, state, tell } from './state.js';
+import { hasLook, isOwn, originOf, setValue, unsetValue, usualLanguage, valueOf } from './values.js';
+import { edit } from './edits.js';
+
+const panel = find('properties');
+const help = el('div', { id: 'field-help', class: 'field-help', 'aria-live': 'off' });
+const body = el('div', { class: 'fields' });
+panel.append(body, help);
+
+// Rows of fields that are read together; what is in no group comes last, under "More". What does not concern a kind of
+// record stays closed until it is asked for.
+const groups = [
+  { title: 'Text', closedFor: 'picture', rows: [['text'], ['align', 'padding'], ['font'],
+    ['fore_colour', 'back_colour'], ['input_mode', 'size']] },
+  { title: 'Place', rows: [['dest_x', 'dest_y'], ['column', 'row'], ['box_width', 'box_height']] },
+  { title: 'Picture', closedFor: 'text', rows: [['graphic'], ['buffer'], ['src_x', 'src_y']] },
+  { title: 'Drawing', rows: [['hidden', 'shadow', 'focus_skip'], ['draw_flags', 'sound_flags']] },
+  { title: 'Action', rows: [['action'], ['toggle', 'activated'], ['display_time'], ['sound'], ['sound_act']] },
+  { title: 'Help', rows: [['help_file'], ['help_number']] },
+  { title: 'More', rows: [['name'], ['min_value', 'max_value'], ['reserved']] },
+];
+const pictureFirst = [1, 2, 4, 3, 5, 0, 6].map((number) => groups[number]);
+const windowGroups = [
+  { title: 'Window', rows: [['title'], ['xo', 'yo'], ['xu', 'yu'], ['w', 't'], ['style'], ['-']] },
+  { title: 'Colours', rows: [['c', 'f'], ['r', 'g'], ['b', 'h']] },
+  { title: 'More', rows: [['s', 'l'], ['o', 'e'], ['m']] },
+];
+
+const openByHand = new Map(); // "title kind" to true or false
+
+function fieldsOf(items) {
+  const all = items[0].kind === 'window' ? state.project.window_fields ?? [] : state.project.fields;
+  return new Map(all.map((each) => [each.name, each]));
+}
+
+let planned = false;
+function plan() {
+  if (planned) return;
+  planned = true;
+  requestAnimationFrame(() => { planned = false; draw(); });
+}
+
+function draw() {
+  if (!state.project) return;
+  const items = sameKind(selected());
+  const focus = focusedField();
+  const top = body.scrollTop;
+  body.replaceChildren(...(items.length ? propertiesOf(items).filter(Boolean) : [nothing()]));
+  body.scrollTop = top;
+  if (focus) restore(focus);
+}
+
+/** What is being typed stays: the field is found again after the panel was made anew. */
+function focusedField() {
+  const active = document.activeElement;
+  if (!body.contains(active) || !active.dataset.field) return null;
+  return { name: active.dataset.field, text: active.dataset.typing ? active.value : null, start: active.selectionStart,
+    end: active.selectionEnd };
+}
+function restore({ name, text, start, end }) {
+  const input = body.querySelector(`[data-field="${CSS.escape(name)}"]`);
+  if (!input) return;
+  if (text !== null) {
+    input.value = text;
+    input.dataset.typing = '1';
+  }
+  input.focus({ preventScroll: true });
+  if (typeof start === 'number' && input.type === 'text') input.setSelectionRange(start, end);
+}
+
+function sameKind(items) {
+  const kind = items.at(-1)?.kind;
+  const document = items.at(-1)?.document;
+  return items.filter((each) => each.kind === kind && each.document === document).reverse(); // the leading one first
+}
+
+function nothing() {
+  return el('div', { class: 'empty' }, el('p', {}, 'Nothing is chosen.'),
+    el('p', { class: 'dim' }, 'Click into the picture or the list. A second click at the same place takes what lies ',
+      'under it, Shift adds, dragging draws a band around several.'),
+    el('p', { class: 'dim' }, el('kbd', {}, '?'), ' shows all keys.'));
+}
+
+function propertiesOf(items) {
+  const [each] = items;
+  const parts = [heading(items)];
+  if (each.kind === 'slot' && items.length === 1) parts.push(looksOf(each), lookTabs(each));
+  if (state.look && each.kind === 'slot' && !items.every((one) => hasLook(one, state.look)))
+    return [...parts, lookToMake(items)];
+  const fields = fieldsOf(items);
+  const kind = each.shown?.kind ?? each.kind;
+  const wanted = each.kind === 'window' ? windowGroups : kind === 'picture' ? pictureFirst : groups;
+  const named = new Set(wanted.flatMap((group) => group.rows.flat()));
+  const rest = [...fields.keys()].filter((name) => !named.has(name)).map((name) => [name]);
+  for (const group of wanted) {
+    const rows = (group.title === 'More' ? group.rows.concat(rest) : group.rows)
+      .map((names) => names.filter((name) => fields.has(name))).filter((names) => names.length);
+    if (rows.length) parts.push(section(group, kind, rows.map((names) => row(items, names, fields))));
+  }
+  return parts;
+}
+
+function section({ title, closedFor }, kind, rows) {
+  const key = `${title} ${kind}`;
+  const open = openByHand.get(key) ?? (title !== 'More' && closedFor !== kind);
+  const details = el('details', { open }, el('summary', {}, title), rows);
+  details.addEventListener('toggle', () => openByHand.set(key, details.open));
+  return details;
+}
+
+// heading
+
+function heading(items) {
+  const [each] = items;
+  if (items.length > 1) {
+    return el('div', { class: 'heading' }, el('h2', {}, `${items.length} records`),
+      el('p', { class: 'dim' }, 'A change is made to all of them.'));
+  }
+  const number = each.kind === 'slot' && !each.record.protected ? numberInput(each) : null;
+  const title = { slot: 'Slot', toggle: 'Toggle record', window: 'Text window', style: 'Style' }[each.kind];
+  return el('div', { class: 'heading' },
+    el('div', { class: 'title' }, el('h2', {}, title, ' ', number ?? String(each.index ?? each.name)),
+      el('span', { class: 'dim grow' }, each.kind === 'style' ? '' : each.name), lineButton(each)),
+    each.record.protected ? note('locked', `Its number is fixed: ${each.record.protected}`) : null,
+    each.record.styles?.length ? el('p', { class: 'chips' }, 'Styles ', each.record.styles.map(styleChip)) : null,
+    each.record.repeat?.count > 1 ? repeatNote(each) : null,
+    movedBy(each) !== each ? el('p', { class: 'dim' }, 'Its place is that of ',
+      el('button', { type: 'button', class: 'link', on: { click: () => select(movedBy(each).key) } },
+        `text window ${movedBy(each).index}`), '.') : null);
+}
+function note(name, text) {
+  return el('p', { class: 'note' }, icon(name), text);
+}
+function styleChip(name) {
+  return el('button', { type: 'button', class: 'chip', title: `Change style "${name}" for all its records`,
+    on: { click: () => select(`style:${name}`) } }, name);
+}
+function numberInput(each) {
+  return el('input', { class: 'number', inputMode: 'numeric', value: each.index, 'aria-label': 'Number of the slot',
+    on: { change: (event) => renumber(each, Number.parseInt(event.target.value, 10)) } });
+}
+function lineButton(each) {
+  return el('button', { type: 'button', class: 'link', title: 'Show in the source',
+    on: { click: () => tell('source', { name: each.document.name, line: each.line }) } }, `line ${each.line}`);
+}
+function repeatNote(each) {
+  const { count, position, first } = each.record.repeat;
+  return el('p', { class: 'note' }, `${position + 1} of ${count} repeated records from ${first} on. `,
+    el('button', { type: 'button', class: 'link', title: 'Makes a table of its own of every repeated record',
+      on: { click: () => split(each) } }, 'Write out singly'));
+}
+
+// looks
+
+const lookWords = { '': 'Normal', highlight: 'Pointer over', pressed: 'Pressed' };
+function lookTabs(each) {
+  const group = segments('Look that is changed', Object.entries(lookWords).map(([value, label]) => ({
+    value, label: value && !hasLook(each, value) ? `${label} –` : label,
+    title: value ? `What is different while ${value === 'pressed' ? 'it is pressed' : 'the pointer is over it'}` : '',
+  })), (value) => select(state.selection, { look: value }));
+  group.show(state.look);
+  group.classList.add('wide');
+  return group;
+}
+function lookToMake(items) {
+  const of = items.map((each) => ({ slot: each.index }));
+  return el('div', { class: 'empty' }, el('p', {}, state.look === 'pressed' ? 'It has no look while it is pressed.'
+    : 'It has no look while the pointer is over it.'),
+  el('button', { type: 'button', on: { click: () => edit(items[0].document.name, `Make the ${state.look} look`,
+    [{ do: 'set', of: of.map((each) => ({ ...each, look: state.look })), field: 'fore_colour', language: '',
+      value: 'white' }]) } }, 'Make one'));
+}
+
+// rows
+
+function row(items, names, fields) {
+  return el('div', { class: `row of-${names.length}` }, names.map((name) => cell(items, fields.get(name))));
+}
+
+function cell(items, field) {
+  const value = valueOf(items, field.name);
+  const origins = items.map((each) => originOf(each, field.name));
+  const own = origins.some(isOwn);
+  const inherited = !own && origins[0];
+  const id = `field-${field.name}`;
+  const input = inputFor(items, field, value, usualLanguage(items, field.name));
+  const main = input.matches('input, select, textarea') ? input : input.querySelector('input, select, textarea');
+  Object.assign(main, { id });
+  main.dataset.field = field.name;
+  main.setAttribute('aria-describedby', 'field-help');
+  if (field.name === 'text' || field.name === 'dest_x') main.dataset.first = '1';
+  const element = el('div', { class: `field kind-${field.kind} ${own ? 'own' : inherited ? 'inherited' : 'unsaid'}`,
+    on: { pointerenter: () => showHelp(field, origins), focusin: () => showHelp(field, origins) } },
+  el('div', { class: 'label' }, el('label', { for: id }, field.name),
+    value.differs ? languageBadge(items, field) : null,
+    inherited ? el('span', { class: 'origin', title: `Said by ${inherited}; a change here is this record's own` },
+      inherited) : null,
+    own && items[0].kind !== 'window' ? takeBack(items, field) : null), input);
+  return element;
+}
+
+function languageBadge(items, field) {
+  return el('button', { type: 'button', class: 'badge', title:
+    `Differs between languages: a change is made to ${state.language} only. Click to give all languages this value.`,
+  on: { click: () => setValue(items, field.name, valueOf(items, field.name).value, '') } }, state.language);
+}
+function takeBack(items, field) {
+  const label = `Take back ${field.name}: what a style or the default says counts again`;
+  return el('button', { type: 'button', class: 'icon back', title: label, 'aria-label': label,
+    on: { click: () => unsetValue(items, field.name) } }, icon('reset'));
+}
+
+function showHelp(field, origins) {
+  const range = field.kind === 'number' && field.max > field.min ? `${field.min} to ${field.max}` : '';
+  const size = field.kind === 'text' && field.size ? `at most ${field.size} characters` : '';
+  const facts = [field.unit, range, size].filter(Boolean).join(', ');
+  const from = origins[0] ? `said by ${isOwn(origins[0]) ? 'this record' : origins[0]}` : 'not written: the default';
+  help.replaceChildren(el('b', {}, field.name), facts ? ` (${facts})` : '', `: ${field.help || '–'} `,
+    el('span', { class: 'dim' }, from));
+}
+
+/** Puts the cursor into a field; faults lead here. */
+export function focusField(name) {
+  requestAnimationFrame(() => requestAnimationFrame(() => {
+    const input = body.querySelector(`[data-field="${CSS.escape(name)}"]`);
+    input?.closest('details')?.setAttribute('open', '');
+    input?.focus();
+    input?.scrollIntoView({ block: 'center' });
+  }));
+}
+
+on('project document selection view', plan);

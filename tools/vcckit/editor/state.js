@@ -1,0 +1,160 @@
+// What the page knows, and who is told when it changes. Documents are the server's; nothing here changes them.
+
+export const WIDTH = 800;
+export const HEIGHT = 600;
+
+export const state = {
+  project: null,
+  documents: new Map(),
+  view: 'menu',
+  language: 'en',
+  row: null, ///< options: the option whose values are shown
+  module: null, ///< options: whose settings
+  about: null, ///< help: the menu's slot
+  preview: 'rest', ///< how the chosen slot is shown: rest, hover, pressed
+  list: 'slots', ///< which list is open: slots, windows, styles
+  look: '', ///< whose properties: '', highlight, pressed
+  selection: [], ///< keys such as "slot:3"; the last one is the leading one
+  hovered: null,
+  faults: [], ///< of the whole installation
+  online: true,
+};
+
+const listeners = new Map();
+
+/** Topics: project, document, view, selection, hovered, faults, online, list, preferences. */
+export function on(topics, run) {
+  for (const topic of topics.split(' ')) {
+    if (!listeners.has(topic)) listeners.set(topic, []);
+    listeners.get(topic).push(run);
+  }
+}
+
+export function tell(topic, detail) {
+  for (const run of listeners.get(topic) ?? []) run(detail);
+}
+
+/** Takes what a server's answer says of a document, unless a newer one is here. */
+export function adopt(document) {
+  const known = state.documents.get(document.name);
+  if (known && known.revision > document.revision) return;
+  state.documents.set(document.name, document);
+  keepWhatIsThere();
+  tell('document', document);
+}
+
+export function viewOf(name) {
+  return state.project?.views.find((each) => each.view === name);
+}
+export function screenDocument() {
+  return state.documents.get(viewOf(state.view)?.document);
+}
+/** The text windows, of the shown language where each has a file of its own. */
+export function windowsDocument() {
+  const all = [...state.documents.values()].filter((each) => each.kind === 'windows');
+  const prefix = { en: 'e_', de: 'g_' }[state.language];
+  return all.find((each) => each.name.startsWith(prefix)) ?? all[0];
+}
+/** The document that undo and the source are about. */
+export function activeDocument() {
+  return lead()?.document ?? (state.list === 'windows' && windowsDocument()) ?? screenDocument();
+}
+
+export const keyOf = (kind, number) => `${kind}:${number}`;
+export function addressOf(key) {
+  const at = key.indexOf(':');
+  const kind = key.slice(0, at);
+  const rest = key.slice(at + 1);
+  return { [kind]: kind === 'style' ? rest : Number(rest) };
+}
+
+/** What a key stands for: {key, kind, document, record, name, rect, ...}; null when it is not there. */
+export function item(key, language = state.language) {
+  const [kind, number] = [key.split(':', 1)[0], key.slice(key.indexOf(':') + 1)];
+  if (kind === 'window') return windowItem(Number(number));
+  const document = screenDocument();
+  if (!document) return null;
+  if (kind === 'style') {
+    const record = document.styles.find((each) => each.name === number);
+    return record ? { key, kind, document, record, name: record.name, line: record.line } : null;
+  }
+  const records = kind === 'toggle' ? document.toggles : document.slots;
+  const record = records.find((each) => each.index === Number(number));
+  if (!record) return null;
+  const shown = record.languages[language] ?? Object.values(record.languages)[0];
+  return { key, kind, document, record, shown, index: record.index, name: record.name ?? '', line: record.line,
+    rect: shown.rect ?? null };
+}
+
+function windowItem(number) {
+  const document = windowsDocument();
+  const record = document?.windows.find((each) => each.number === number);
+  return record ? { key: keyOf('window', number), kind: 'window', document, record, index: number,
+    name: record.title || 'text window', line: record.line, rect: record.rect } : null;
+}
+
+/** What can be pointed at on the picture, the lowest first. */
+export function placedItems() {
+  const document = screenDocument();
+  if (!document) return [];
+  const items = document.slots.map((each) => item(keyOf('slot', each.index)));
+  if (state.list === 'windows') {
+    for (const each of windowsDocument()?.windows ?? []) items.push(item(keyOf('window', each.number)));
+  }
+  return items.filter((each) => each?.rect);
+}
+
+export function selected() {
+  return state.selection.map((key) => item(key)).filter(Boolean);
+}
+/** The item whose properties are shown. */
+export function lead() {
+  const key = state.selection.at(-1);
+  return key ? item(key) : null;
+}
+
+export function select(keys, { look = '' } = {}) {
+  const list = [].concat(keys);
+  if (look === state.look && list.length === state.selection.length && list.every((k, i) => k === state.selection[i]))
+    return;
+  state.selection = list;
+  state.look = look;
+  const kind = list.at(-1)?.split(':')[0];
+  if (kind) showList({ slot: 'slots', toggle: 'slots', window: 'windows', style: 'styles' }[kind]);
+  tell('selection');
+}
+
+export function showList(name) {
+  if (state.list === name) return;
+  state.list = name;
+  tell('list');
+}
+
+export function showView(change) {
+  const other = change.view && change.view !== state.view;
+  Object.assign(state, change);
+  if (other) {
+    state.selection = [];
+    state.look = '';
+    state.preview = 'rest';
+  }
+  tell('view');
+  if (other) tell('selection');
+}
+
+function keepWhatIsThere() {
+  if (!state.project) return;
+  const kept = state.selection.filter((key) => item(key));
+  if (kept.length === state.selection.length) return;
+  state.selection = kept;
+  tell('selection');
+}
+
+/** Every fault that is known, those of the documents as they stand first. */
+export function allFaults() {
+  const own = [...state.documents.values()].flatMap((each) =>
+    each.faults.map((fault) => ({ ...fault, document: fault.document || each.name })));
+  const seen = new Set(own.map(sameFault));
+  return own.concat(state.faults.filter((fault) => !seen.has(sameFault(fault))));
+}
+const sameFault = (fault) => [fault.code, fault.document, fault.slot, fault.field, fault.problem].join('\n');

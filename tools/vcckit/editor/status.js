@@ -1,0 +1,39 @@
+// The line under everything: pointer, selection, times of the last picture.
+import { el, find } from './dom.js';
+import { cellOfGrid } from './rulers.js';
+import { colourAt } from './picture.js';
+import { on, selected, state } from './state.js';
+import { swatchOf } from './colours.js';
+
+const pointer = el('span');
+const chosen = el('span', { class: 'grow' });
+const time = el('span');
+find('status').append(pointer, chosen, time);
+
+on('pointer', (at) => {
+  if (!at) {
+    pointer.textContent = 'x – y –';
+    return;
+  }
+  const [x, y] = [Math.floor(at.x), Math.floor(at.y)];
+  const [w, h] = cellOfGrid();
+  const colour = colourAt(x, y);
+  pointer.replaceChildren(`x ${x}  y ${y}   cell ${Math.floor(x / w)}, ${Math.floor(y / h)}   `,
+    ...(colour ? [swatchOf(colour), colour] : []));
+});
+on('selection document view', () => {
+  const items = selected();
+  const [each] = items;
+  if (!each) chosen.textContent = '';
+  else if (items.length > 1) chosen.textContent = `${items.length} chosen`;
+  else if (each.rect) {
+    const [x, y, w, h] = each.rect;
+    const placed = each.shown ? `, placed by ${each.shown.placed}` : '';
+    chosen.textContent = `${each.kind} ${each.index}: ${w} × ${h} at ${x}, ${y}${placed}`;
+  } else chosen.textContent = `${each.kind} ${each.name}`;
+});
+on('picture', ({ rendering, whole, fault }) => {
+  time.textContent = fault ?? `drawn in ${rendering.toFixed(1)} ms, here after ${whole.toFixed(0)} ms`;
+  time.classList.toggle('bad', Boolean(fault));
+  if (state.project) time.title = `vcckit ${state.project.version}`;
+});

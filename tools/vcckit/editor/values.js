@@ -1,0 +1,134 @@
+// A field's value as one or several records have it: what it is, who says it, and how it is changed.
+import { edit } from './edits.js';
+import { state } from './state.js';
+
+export const fieldNamed = (name) => state.project.fields.find((each) => each.name === name);
+
+/** The values that are shown: of the slot itself, or of its highlighted or pressed look. */
+function valuesOf(each, language) {
+  if (each.kind === 'window') return each.record.values;
+  if (each.kind === 'style') {
+    return Object.fromEntries(Object.entries(each.record.written).map(([field, text]) =>
+      [field, valueOfText(text, language)]));
+  }
+  const look = state.look && each.kind === 'slot' ? lookRecord(each, state.look) : null;
+  const values = (look ?? each.record).languages[language]?.values ?? {};
+  return { ...flagsOf(values.draw_flags ?? ''), ...(look ? {} : placedTexts(each, language)), ...values };
+}
+
+function flagsOf([hidden, shadow, skipped]) {
+  return { hidden: hidden === 'n', shadow: shadow === 's', focus_skip: skipped === 'x' };
+}
+
+/** What a source writes and no record has: how the text is aligned. */
+function placedTexts(each, language) {
+  const values = {};
+  for (const field of ['align', 'padding']) {
+    const origin = each.record.written?.[field];
+    if (!origin) continue;
+    const style = origin.startsWith('style ') &&
+      each.document.styles.find((one) => one.name === origin.slice('style '.length));
+    const text = style ? style.written[field] : ownText(each, field);
+    if (text !== undefined) values[field] = valueOfText(text, language);
+  }
+  return values;
+}
+function ownText(each, field) {
+  for (const line of each.document.text.split('\n').slice(each.line)) {
+    if (line.startsWith('[')) return undefined;
+    const [name, ...rest] = line.split('=');
+    if (name.trim() === field) return rest.join('=').replace(/\s+#[^"]*$/, '').trim();
+  }
+  return undefined;
+}
+
+/** A value as a source writes it: a number, a flag, a text, or one of a table by language. */
+function valueOfText(text, language) {
+  if (typeof text !== 'string') return text;
+  const entry = new RegExp(`\\b${language}\\s*=\\s*("(?:[^"\\\\]|\\\\.)*"|[^,}\\s]+)`);
+  const own = text.startsWith('{') && text.match(entry);
+  const plain = own ? own[1] : text;
+  if (/^-?\d+$/.test(plain)) return Number(plain);
+  if (plain === 'true' || plain === 'false') return plain === 'true';
+  return /^".*"$/.test(plain) ? plain.slice(1, -1).replaceAll('\\"', '"') : plain;
+}
+function shownOf(each, language) {
+  if (!each.record.languages) return {};
+  const look = state.look && each.kind === 'slot' ? lookRecord(each, state.look) : null;
+  return (look ?? each.record).languages[language]?.shown ?? {};
+}
+
+/** The toggle record that a slot's look is. */
+export function lookRecord(each, look) {
+  const index = look === 'highlight' ? each.index : each.record.activated;
+  return index === null || index === undefined || (look === 'pressed' && !index) ? null
+    : each.document.toggles.find((one) => one.index === index) ?? null;
+}
+
+export const hasLook = (each, look) => each.record.looks.includes(look);
+
+/** Who says a field: "slot", "style button", or null. */
+export function originOf(each, field) {
+  if (each.kind === 'window' || each.kind === 'style') return field in valuesOf(each) ? each.kind : null;
+  if (state.look) {
+    return each.record.look_written?.[state.look]?.[field] ?? null;
+  }
+  return each.record.written?.[field] ?? null;
+}
+export const isOwn = (origin) => ['slot', 'toggle', 'window', 'style'].includes(origin);
+
+/** {value, name, mixed, differs}: `mixed` over several records, `differs` between languages. */
+export function valueOf(items, field) {
+  const values = items.map((each) => valuesOf(each, state.language)[field]);
+  const codes = state.project.languages.map((each) => each.code);
+  return {
+    value: values[0],
+    name: shownOf(items[0], state.language)[field],
+    mixed: values.some((value) => value !== values[0]),
+    differs: items.some((each) => each.record.languages &&
+      codes.some((code) => valuesOf(each, code)[field] !== valuesOf(each, codes[0])[field])),
+  };
+}
+export const valueIn = (each, field, language) => valuesOf(each, language)[field];
+
+export function addressFor(each) {
+  if (each.kind === 'style') return { style: each.name, ...(state.look && { look: state.look }) };
+  if (each.kind === 'slot' && state.look) return { slot: each.index, look: state.look };
+  return { [each.kind]: each.index };
+}
+function nameOf(items) {
+  const [each] = items;
+  if (items.length > 1) return `${items.length} records`;
+  return `${each.kind} ${each.kind === 'style' ? each.name : each.index}`;
+}
+
+/** Sets one field of all items, in one language or ("") in all. */
+export function setValue(items, field, value, language = '', merge = '') {
+  return setValues(items, { [field]: value }, language, merge);
+}
+export function setValues(items, values, language = '', merge = '') {
+  const of = items.map(addressFor);
+  const fields = Object.keys(values);
+  return edit(items[0].document.name, `Change ${fields.join(', ')} of ${nameOf(items)}`,
+    fields.map((field) => ({ do: 'set', of, field, language, value: values[field] })), merge);
+}
+export function unsetValue(items, field) {
+  return edit(items[0].document.name, `Take back ${field} of ${nameOf(items)}`,
+    [{ do: 'unset', of: items.map(addressFor), field, language: '' }]);
+}
+/** Languages in which a field is set when nothing else is said: where they differ, the one that is shown. */
+export const usualLanguage = (items, field) => (valueOf(items, field).differs ? state.language : '');
+
+/** [{name, number}] for a meaning: those of the tool, and the document's own. */
+export function namesFor(meaning, document) {
+  const known = new Map((state.project.names[meaning] ?? []).map((each) => [each.number, each]));
+  for (const [name, number] of Object.entries(document?.names?.[meaning] ?? {}))
+    known.set(number, { ...known.get(number), name, number, own: true });
+  return [...known.values()].sort((a, b) => a.number - b.number);
+}
+/** What is written for a number: its name where the source knows it for certain. */
+export function writtenFor(meaning, number, document) {
+  const found = namesFor(meaning, document).find((each) => each.number === number);
+  const certain = found && (found.own || !['buffer', 'sound'].includes(meaning));
+  return certain ? found.name : number;
+}
