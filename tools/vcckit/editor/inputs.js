@@ -5,11 +5,18 @@ import { colourInput } from './colours.js';
 import { el, iconButton } from './dom.js';
 import { clamp } from './geometry.js';
 import { soundButton } from './sounds.js';
-import { namesFor, setValue, writtenFor } from './values.js';
+import { namesFor, setValue, unsetValue, writtenFor } from './values.js';
 
-export function inputFor(items, field, value, language) {
+// Fields of text windows that are more than plain numbers.
+const windowMeanings = { colour: 'colour', title_colour: 'colour', font: 'font', open_sound: 'sound',
+  close_sound: 'sound' };
+const choices = { align: () => ['left', 'centre', 'right'], style: (items) => items[0].document.styles
+  .map((each) => each.name) };
+
+export function inputFor(items, given, value, language) {
+  const field = given.meaning === 'window' ? { ...given, meaning: windowMeanings[given.name] ?? 'number' } : given;
   if (field.kind === 'flag') return flag(items, field, value, language);
-  if (field.kind === 'choice') return choice(items, field, value, language);
+  if (choices[field.name] && items[0].kind !== 'window') return choice(items, field, value, language);
   if (field.kind === 'text') return textLine(items, field, value, language);
   if (field.meaning === 'colour') return colourInput(items, field, value, language);
   if (['font', 'action', 'sound', 'buffer', 'input', 'toggle', 'focus'].includes(field.meaning))
@@ -23,8 +30,10 @@ function flag(items, field, value, language) {
 }
 
 function choice(items, field, value, language) {
-  const select = el('select', { on: { change: () => setValue(items, field.name, select.value, language) } },
-    ['', 'left', 'centre', 'right'].map((each) => el('option', { value: each }, each || '–')));
+  const send = () => (select.value ? setValue(items, field.name, select.value, language)
+    : unsetValue(items, field.name));
+  const select = el('select', { on: { change: send } },
+    ['', ...choices[field.name](items)].map((each) => el('option', { value: each }, each || '–')));
   select.value = value.mixed ? '' : value.value ?? '';
   return select;
 }

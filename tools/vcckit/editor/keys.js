@@ -36,8 +36,9 @@ const table = [
   { keys: ['Shift+Tab'], where: 'picture', run: () => step(-1) },
   { keys: ['Ctrl+A'], says: 'all slots but the background', where: 'text', run: selectAll },
   { keys: ['Escape'], says: 'end a drag; choose nothing; back to the picture', where: 'text', run: escape },
-  { keys: ['F6'], says: 'from picture to list, properties, list below, and round', where: 'any', run: nextPart },
-  { keys: ['Ctrl+F'], says: 'find a slot', where: 'any', run: focusSearch },
+  { keys: ['F6'], says: 'from the picture to the list, properties, the list below', where: 'any', run: nextPart },
+  { keys: ['Ctrl+F'], says: 'find a slot; Enter goes to the list, then to the picture', where: 'any',
+    run: focusSearch },
   { keys: ['Enter'], says: 'to the properties of what is chosen', where: 'picture', run: () => toProperties() },
 
   { group: 'Move' },

@@ -53,8 +53,8 @@ function row(each, faulty) {
       pointerenter: () => { state.hovered = each.key; tell('hovered'); },
       pointerleave: () => { state.hovered = null; tell('hovered'); },
     } },
-  icon(isButton && kind !== 'window' ? 'button' : kind), el('span', { class: 'index' },
-    each.kind === 'style' ? '' : each.kind === 'toggle' ? `T${each.index}` : String(each.index)),
+  icon(isButton && kind !== 'window' ? 'button' : kind), each.kind === 'style' ? null
+    : el('span', { class: 'index' }, each.kind === 'toggle' ? `T${each.index}` : String(each.index)),
   el('span', { class: 'name' }, name), each.record.protected ? icon('locked') : null);
   element.dataset.key = each.key;
   return element;
@@ -78,6 +78,12 @@ function choose(key, event) {
 
 const steps = { ArrowDown: 1, ArrowUp: -1, PageDown: 10, PageUp: -10, Home: -1e6, End: 1e6 };
 list.addEventListener('keydown', (event) => {
+  if (event.key === 'Enter') {
+    find('viewport').focus();
+    event.preventDefault();
+    event.stopPropagation();
+    return;
+  }
   const step = steps[event.key];
   if (!step || event.altKey || event.ctrlKey) return;
   const keys = shownItems().map((each) => each.key);

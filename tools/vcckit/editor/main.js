@@ -9,6 +9,7 @@ import './keys.js';
 import './conflict.js';
 import './pointer.js';
 import { getJson } from './api.js';
+import { find } from './dom.js';
 import { listen } from './events.js';
 import { banner } from './messages.js';
 import { layOut } from './picture.js';
@@ -47,6 +48,7 @@ async function start() {
   for (const topic of ['project', 'list', 'view', 'selection']) tell(topic);
   on('view selection list', remember);
   listen();
+  find('viewport').focus();
   offerRecovery(state.project.recovered);
   document.documentElement.dataset.ready = 'yes';
 }

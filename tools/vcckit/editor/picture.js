@@ -67,6 +67,9 @@ export async function rgba(wish) {
     rendering: Number(response.headers.get('X-Render-Milliseconds')) };
 }
 
+/** Whether what is shown is drawn from the newest of everything. */
+export const isCurrent = () => !fetching && !wished && shownFor.startsWith(JSON.stringify(request()) + revisionOfAll());
+
 export const pictureAddress = () => address('picture.png', request());
 
 /** The colour of a pixel as "#rrggbb", when there is a picture. */

@@ -23,20 +23,23 @@ const groups = [
   { title: 'Drawing', rows: [['hidden', 'shadow', 'focus_skip'], ['draw_flags', 'sound_flags']] },
   { title: 'Action', rows: [['action'], ['toggle', 'activated'], ['display_time'], ['sound'], ['sound_act']] },
   { title: 'Help', rows: [['help_file'], ['help_number']] },
-  { title: 'More', rows: [['name'], ['min_value', 'max_value'], ['reserved']] },
+  { title: 'More', rows: [['style'], ['name'], ['min_value', 'max_value'], ['reserved']] },
 ];
 const pictureFirst = [1, 2, 4, 3, 5, 0, 6].map((number) => groups[number]);
 const windowGroups = [
-  { title: 'Window', rows: [['title'], ['xo', 'yo'], ['xu', 'yu'], ['w', 't'], ['style'], ['-']] },
-  { title: 'Colours', rows: [['c', 'f'], ['r', 'g'], ['b', 'h']] },
-  { title: 'More', rows: [['s', 'l'], ['o', 'e'], ['m']] },
+  { title: 'Place', rows: [['left', 'top'], ['right', 'bottom'], ['pixels', 'font']] },
+  { title: 'Looks', rows: [['title'], ['style'], ['colour', 'title_colour'], ['red', 'green'], ['blue', 'opacity'],
+    ['shadow', 'grid']] },
+  { title: 'Behaviour', rows: [['open_sound'], ['close_sound'], ['pointer']] },
 ];
+// Entries of a source that are changed in another way: by gestures, by the looks, or in the source itself.
+const elsewhere = new Set(['index', 'highlight', 'pressed', 'copy']);
 
 const openByHand = new Map(); // "title kind" to true or false
 
 function fieldsOf(items) {
   const all = items[0].kind === 'window' ? state.project.window_fields ?? [] : state.project.fields;
-  return new Map(all.map((each) => [each.name, each]));
+  return new Map(all.filter((each) => !elsewhere.has(each.name)).map((each) => [each.name, each]));
 }
 
 let planned = false;

@@ -22,7 +22,7 @@ function flagsOf([hidden, shadow, skipped]) {
 
 /** What a source writes and no record has: how the text is aligned. */
 function placedTexts(each, language) {
-  const values = {};
+  const values = { style: each.record.styles?.[0] ?? '' };
   for (const field of ['align', 'padding']) {
     const origin = each.record.written?.[field];
     if (!origin) continue;
@@ -121,13 +121,15 @@ export const usualLanguage = (items, field) => (valueOf(items, field).differs ? 
 
 /** [{name, number}] for a meaning: those of the tool, and the document's own. */
 export function namesFor(meaning, document) {
-  const known = new Map((state.project.names[meaning] ?? []).map((each) => [each.number, each]));
+  const list = state.project.names[meaning === 'focus' ? 'toggle' : meaning] ?? [];
+  const known = new Map(list.map((each) => [each.number, each]));
   for (const [name, number] of Object.entries(document?.names?.[meaning] ?? {}))
     known.set(number, { ...known.get(number), name, number, own: true });
   return [...known.values()].sort((a, b) => a.number - b.number);
 }
 /** What is written for a number: its name where the source knows it for certain. */
 export function writtenFor(meaning, number, document) {
+  if (document?.kind === 'windows') return number; // its lines hold nothing else
   const found = namesFor(meaning, document).find((each) => each.number === number);
   const certain = found && (found.own || !['buffer', 'sound'].includes(meaning));
   return certain ? found.name : number;

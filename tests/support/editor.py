@@ -1,0 +1,239 @@
+"""vcckit edit and its page in a headless Chromium: the tool's process, requests of the test's own, mouse and keys."""
+
+import http.client
+import json
+import os
+import signal
+import subprocess
+import time
+from urllib.parse import urlparse
+
+from selenium import webdriver
+from selenium.webdriver import ActionChains
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+
+from support.desktop import stop, wait_until
+from support.installation import PROJECT
+
+VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
+CHANGED_KEYS = {"ctrl": Keys.CONTROL, "shift": Keys.SHIFT, "alt": Keys.ALT}
+
+
+class Editor:
+    """A running vcckit edit. What it keeps for the user lies in `state`."""
+
+    def __init__(self, folder, screens, state, environment=None):
+        self.folder, self.screens = folder, screens
+        self._environment = os.environ | {"XDG_STATE_HOME": str(state)} | (environment or {})
+        self.process = None
+
+    def start(self):
+        self.process = subprocess.Popen(self.command(), env=self._environment, stdout=subprocess.PIPE,
+                                        stderr=subprocess.PIPE, text=True)
+        self.address = self.process.stdout.readline().strip()
+        if not self.address.startswith("http://127.0.0.1:"):
+            raise RuntimeError(f"vcckit edit does not start: {self.process.communicate()[1]}")
+        return self
+
+    def command(self):
+        return [VCCKIT, "edit", self.folder, "--screens", self.screens, "--no-browser"]
+
+    def run_another(self):
+        """A second editor of the same folder, which should not stay."""
+        return subprocess.run(self.command(), env=self._environment, capture_output=True, text=True, timeout=20)
+
+    def kill(self):
+        self.process.send_signal(signal.SIGKILL)
+        self._close()
+
+    def stop(self):
+        if self.process:
+            stop(self.process)
+            self._close()
+
+    def _close(self):
+        self.process.wait()
+        self.process.stdout.close()
+        self.process.stderr.close()
+
+    # requests
+
+    def connect(self):
+        return http.client.HTTPConnection(urlparse(self.address).netloc, timeout=20)
+
+    def path(self, name=""):
+        return urlparse(self.address).path + name
+
+    def get(self, name):
+        connection = self.connect()
+        try:
+            connection.request("GET", self.path(name))
+            answer = connection.getresponse()
+            return answer.status, answer.read()
+        finally:
+            connection.close()
+
+    def document(self, name):
+        status, body = self.get(f"document?name={name}")
+        assert status == 200, body
+        return json.loads(body)
+
+    def post(self, name, body):
+        connection = self.connect()
+        try:
+            connection.request("POST", self.path(name), json.dumps(body), {"Content-Type": "application/json"})
+            answer = connection.getresponse()
+            return answer.status, json.loads(answer.read())
+        finally:
+            connection.close()
+
+    def edit(self, name, *operations):
+        """A change that another page makes."""
+        revision = self.document(name)["revision"]
+        return self.post("edit", {"name": name, "revision": revision, "label": "a test's change", "merge": "",
+                                  "operations": list(operations)})
+
+
+class Browser:
+    """A Chromium that keeps nothing, with the words that a page of the editor is spoken to."""
+
+    def __init__(self, profile, size=(1280, 800)):
+        options = webdriver.ChromeOptions()
+        for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
+                         "--no-first-run", "--disable-background-networking", f"--user-data-dir={profile}",
+                         "--window-size={},{}".format(*size)):
+            options.add_argument(argument)
+        options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+        self.driver = webdriver.Chrome(options=options, service=Service("/usr/bin/chromedriver"))
+        self.resize(*size)
+
+    def close(self):
+        self.driver.quit()
+
+    def resize(self, width, height, scheme="dark"):
+        self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+            "width": width, "height": height, "deviceScaleFactor": 1, "mobile": False})
+        self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {
+            "features": [{"name": "prefers-color-scheme", "value": scheme}]})
+
+    def open(self, editor):
+        self.errors()
+        self.driver.get(editor.address)
+        wait_until(lambda: self.run("return document.documentElement.dataset.ready"), "the page")
+        self.wait_for_picture()
+
+    def leave(self):
+        self.driver.get("about:blank")
+
+    def errors(self):
+        """What went wrong in the page since the last time, faults in its scripts among it."""
+        return [entry["message"] for entry in self.driver.get_log("browser") if entry["level"] == "SEVERE"]
+
+    # looking
+
+    def run(self, script, *arguments):
+        return self.driver.execute_script(script, *arguments)
+
+    def all(self, selector):
+        return self.driver.find_elements(By.CSS_SELECTOR, selector)
+
+    def text(self, selector):
+        return self.run("return document.querySelector(arguments[0])?.textContent ?? ''", selector)
+
+    def button(self, label):
+        """The button with this text, or whose name for screen readers begins with it."""
+        found = self.run("""return [...document.querySelectorAll('button')].find((each) => each.offsetParent &&
+            (each.textContent.trim() === arguments[0] ||
+             (each.getAttribute('aria-label') ?? '').startsWith(arguments[0])))""", label)
+        assert found, f"there is no button {label!r}"
+        return found
+
+    def frame(self, key):
+        """Left, top, width, height of a frame in pixels of the picture; None when there is none."""
+        return self.run("""const frame = document.querySelector(`.frame[data-key="${arguments[0]}"]`);
+            const zoom = document.getElementById('surface').getBoundingClientRect().width / 800;
+            return frame && ['left', 'top', 'width', 'height'].map((each) => parseFloat(frame.style[each]) / zoom)""",
+                        key)
+
+    def wait_for_frame(self, key, place):
+        wait_until(lambda: self.frame(key)[:2] == list(place), f"frame {key} at {place}, not {self.frame(key)}")
+
+    def selection(self):
+        return self.run("return [...document.querySelectorAll('#items li[aria-selected=true]')]"
+                        ".map((each) => each.dataset.key)")
+
+    def is_quiet(self):
+        """Nothing waits to be sent, and the picture is that of the newest change."""
+        return self.run("""return Promise.all([import('./edits.js'), import('./picture.js')])
+            .then(([edits, picture]) => !edits.isBusy() && picture.isCurrent())""")
+
+    def wait_for_picture(self):
+        wait_until(self.is_quiet, "the picture of the newest change")
+
+    def canvas(self):
+        """The picture's pixels as the page shows them, RGB."""
+        import base64
+
+        import numpy as np
+        text = self.run("""const canvas = document.getElementById('picture');
+            const bytes = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height).data;
+            let text = '';
+            for (let at = 0; at < bytes.length; at += 32768)
+              text += String.fromCharCode(...bytes.subarray(at, at + 32768));
+            return btoa(text)""")
+        return np.frombuffer(base64.b64decode(text), np.uint8).reshape(600, 800, 4)[:, :, :3]
+
+    # mouse and keys
+
+    def _to(self, actions, x, y):
+        left, top, scale = self.run("""const box = document.getElementById('surface').getBoundingClientRect();
+            return [box.left, box.top, box.width / 800]""")
+        actions.w3c_actions.pointer_action.move_to_location(round(left + (x + 0.5) * scale),
+                                                            round(top + (y + 0.5) * scale))
+        return actions
+
+    def _actions(self):
+        return ActionChains(self.driver, duration=10)
+
+    def click_at(self, x, y):
+        self._to(self._actions(), x, y).click().perform()
+
+    def drag(self, start, end, held=None):
+        """Presses, moves in a few steps and lets go, with a key held that says how."""
+        actions = self._to(self._actions(), *start)
+        if held:
+            actions.key_down(CHANGED_KEYS[held])
+        actions.click_and_hold()
+        for step in range(1, 6):
+            self._to(actions, *(round(a + (b - a) * step / 5) for a, b in zip(start, end, strict=True)))
+        actions.release()
+        if held:
+            actions.key_up(CHANGED_KEYS[held])
+        actions.perform()
+
+    def keys(self, *keys):
+        """Single keys, texts, and combinations such as "ctrl+s"."""
+        actions = self._actions()
+        for key in keys:
+            *changed, last = key.split("+") if len(key) > 1 and "+" in key else [key]
+            for each in changed:
+                actions.key_down(CHANGED_KEYS[each])
+            actions.send_keys(getattr(Keys, last.upper(), last) if len(last) > 1 else last)
+            for each in reversed(changed):
+                actions.key_up(CHANGED_KEYS[each])
+        actions.perform()
+
+    def type_into(self, element, text):
+        element.click()
+        self.keys("ctrl+a")
+        self._actions().send_keys(text, Keys.ENTER).perform()
+
+    def press(self, label):
+        self._actions().click(self.button(label)).perform()
+
+
+def settle(seconds=0.2):
+    """For what must not happen."""
+    time.sleep(seconds)
