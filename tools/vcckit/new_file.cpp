@@ -2,10 +2,12 @@
 
 #include "platform/files.h"
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <utility>
 
 namespace vcc::kit {
@@ -22,6 +24,9 @@ constexpr int requests[] = {
     SIGHUP,
 #endif
 };
+
+using Handler = void (*)(int);
+std::array<Handler, std::size(requests)> before; ///< what the outermost guard has replaced
 
 void take_request(int signal) {
     request = signal;
@@ -82,17 +87,20 @@ bool NewFile::commit() {
 InterruptionGuard::InterruptionGuard() {
     if (guards++ > 0)
         return;
-    for (const int signal : requests)
-        std::signal(signal, take_request);
+    for (std::size_t i = 0; i < before.size(); ++i)
+        before[i] = std::signal(requests[i], take_request);
 }
 
 InterruptionGuard::~InterruptionGuard() {
     if (--guards > 0)
         return;
-    for (const int signal : requests)
-        std::signal(signal, SIG_DFL);
-    if (request != 0)
-        std::raise(request);
+    for (std::size_t i = 0; i < before.size(); ++i)
+        if (before[i] != SIG_ERR)
+            std::signal(requests[i], before[i]);
+    const int asked = request;
+    request = 0;
+    if (asked != 0)
+        std::raise(asked);
 }
 
 bool interrupted() {

@@ -72,7 +72,7 @@ RecordDescription describe_record(const SourceModel& model, const RecordTable& r
         out.repeat = RepeatDescription{record.first, record.count, record.step, record.position};
     out.written = written_in(model.layers_of(*record.table), slot ? "slot" : "toggle");
     if (slot) {
-        out.fixed = role_of_fixed_slot(rules.screen, out.index);
+        out.fixed = role_of_fixed_slot(model.screen(rules.screen), out.index);
         out.looks = looks_of(model, {Address::Of::slot, out.index, "", ""}, "slot");
     }
     return out;

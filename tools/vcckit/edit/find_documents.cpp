@@ -24,31 +24,30 @@ std::optional<std::string> bytes_of_text(const std::string& text, DocumentKind k
     return kind == DocumentKind::windows ? to_latin1(text) : text;
 }
 
-namespace {
-
-/// A document whose file can be read; its reason begins with the file's name.
-Result<Document> read_document(const fs::path& file, DocumentKind kind) {
-    auto bytes = read_file(file.string(), document_limit);
+Result<Document> read_document(const std::string& file, DocumentKind kind) {
+    const auto bytes = read_file(file, document_limit);
     if (!bytes)
-        return Failure{file.string() + " " + bytes.reason()};
+        return Failure{file + " " + bytes.reason()};
     Document document;
-    document.name = file.stem().string();
-    document.file = file.string();
+    document.name = fs::path(file).stem().string();
+    document.file = file;
     document.kind = kind;
-    document.text = document.disk = text_of_bytes(*bytes, kind);
+    document.text = document.disk = document.base = text_of_bytes(*bytes, kind);
     document.on_disk = true;
     return document;
 }
 
-std::vector<fs::path> files_with(const fs::path& folder, std::string_view extension) {
-    std::vector<fs::path> files;
+std::vector<std::string> source_files(const std::string& screens) {
+    std::vector<std::string> files;
     std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
-        if (entry->is_regular_file(error) && entry->path().extension() == extension)
-            files.push_back(entry->path());
+    for (fs::directory_iterator entry(screens, error), end; !error && entry != end; entry.increment(error))
+        if (entry->is_regular_file(error) && entry->path().extension() == ".toml")
+            files.push_back(entry->path().string());
     std::ranges::sort(files);
     return files;
 }
+
+namespace {
 
 /// Sources for an installation that has none, from its packed files.
 Result<std::vector<Document>> make_sources(const fs::path& folder, const fs::path& screens) {
@@ -65,7 +64,7 @@ Result<std::vector<Document>> make_sources(const fs::path& folder, const fs::pat
         Document document;
         document.name = name;
         document.file = (screens / (name + ".toml")).string();
-        document.text = write_screen_source(*screen);
+        document.text = document.disk = document.base = write_screen_source(*screen);
         documents.push_back(std::move(document));
     }
     return documents;
@@ -81,7 +80,7 @@ std::string add_windows(const fs::path& folder, const fs::path& screens, std::ve
     }
     const fs::path shared = screens / path::text_windows;
     if (fs::exists(shared)) {
-        auto document = read_document(shared, DocumentKind::windows);
+        auto document = read_document(shared.string(), DocumentKind::windows);
         if (!document)
             return document.reason();
         document->copies = installed;
@@ -103,7 +102,7 @@ std::string add_windows(const fs::path& folder, const fs::path& screens, std::ve
 
 Result<std::vector<Document>> find_documents(const std::string& folder, const std::string& screens) {
     std::vector<Document> documents;
-    for (const fs::path& file : files_with(screens, ".toml")) {
+    for (const std::string& file : source_files(screens)) {
         auto document = read_document(file, DocumentKind::screen);
         if (!document)
             return Failure{document.reason()};

@@ -35,8 +35,9 @@ std::string why_not_index(const SourceModel& model, Of kind, int index) {
     return {};
 }
 
-std::string why_fixed(const EditRules& rules, const Address& address) {
-    const std::string role = address.of == Of::slot ? role_of_fixed_slot(rules.screen, address.index) : "";
+std::string why_fixed(const SourceModel& model, const EditRules& rules, const Address& address) {
+    const std::string screen = model.screen(rules.screen);
+    const std::string role = address.of == Of::slot ? role_of_fixed_slot(screen, address.index) : "";
     return role.empty()
                ? ""
                : "the program knows this slot by its number: slot " + std::to_string(address.index) + " is the " + role;
@@ -226,13 +227,13 @@ std::string without(const std::string& text, const std::vector<Span>& pieces) {
 }
 
 Result<std::string> remove_record(std::string text, const Address& address, const EditRules& rules) {
-    if (std::string reason = why_fixed(rules, address); !reason.empty())
-        return Failure{std::move(reason)};
     {
         const auto model = SourceModel::read(text);
         const auto subject = model ? model->subject(address) : Result<Subject>(Failure{model.reason()});
         if (!subject)
             return Failure{subject.reason()};
+        if (std::string reason = why_fixed(*model, rules, address); !reason.empty())
+            return Failure{std::move(reason)};
         if (!address.look.empty())
             return Failure{"a look is taken away by unsetting it"};
         if (!subject->record || subject->record->count == 1) {
@@ -422,7 +423,8 @@ Result<std::string> renumber_record(std::string text, const Operation& operation
         return Failure{"a style has no number"};
     const RecordTable& record = *subject->record;
     for (int position = 0; position < record.count; ++position)
-        if (std::string reason = why_fixed(rules, {record.kind, record.index_of(position), "", ""}); !reason.empty())
+        if (std::string reason = why_fixed(*model, rules, {record.kind, record.index_of(position), "", ""});
+            !reason.empty())
             return Failure{std::move(reason)};
     TextEdits edits(text);
     if (std::string reason = Renumbering(edits, *model, *subject, operation.to).run(); !reason.empty())

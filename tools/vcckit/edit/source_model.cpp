@@ -150,6 +150,11 @@ const Node* SourceModel::style(std::string_view name) const {
     return style && style->is_table() ? style : nullptr;
 }
 
+std::string SourceModel::screen(const std::string& otherwise) const {
+    const Node* const name = root_.find("name");
+    return name && name->kind == Node::Kind::text ? name->text : otherwise;
+}
+
 std::vector<Layer> SourceModel::layers_of(const Node& table) const {
     LayerCollector collector(*this);
     collector.collect(table, "");

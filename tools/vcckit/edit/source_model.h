@@ -67,6 +67,8 @@ public:
     std::vector<RecordTable> tables(Address::Of kind) const;
     std::optional<RecordTable> find(Address::Of kind, int index) const;
     const Node* style(std::string_view name) const;
+    /// The screen's name, which the source may say itself.
+    std::string screen(const std::string& otherwise) const;
 
     /// A table and the styles that it builds on, the weakest first.
     std::vector<Layer> layers_of(const Node& table) const;

@@ -3,11 +3,9 @@
 #include "edit/workspace_parts.h"
 #include "packed_screen.h"
 
-#include "core/files.h"
-#include "platform/files.h"
-
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 namespace vcc::kit::edit {
 
@@ -18,11 +16,51 @@ Document* Workspace::Parts::find(const std::string& name) {
     return found == documents.end() ? nullptr : &*found;
 }
 
+namespace {
+
+/// A stretch of a text after a change of it elsewhere, or in it.
+Span moved(Span span, const Change& change) {
+    const std::size_t end = change.at + change.before.size();
+    const auto beyond = [&](std::size_t at) { return at - change.before.size() + change.after.size(); };
+    if (end <= span.begin && change.at < span.begin)
+        return {beyond(span.begin), beyond(span.end)};
+    if (change.at >= span.end)
+        return span;
+    return {std::min(span.begin, change.at), beyond(std::max(span.end, end))};
+}
+
+constexpr std::size_t journal_limit = 32u << 20; ///< bytes; a longer one begins anew
+
+} // namespace
+
+void Workspace::Parts::show(Document& document, std::string text) {
+    const Change change = change_between(document.text, text);
+    for (MergeConflict& conflict : document.conflicts)
+        conflict.mine = moved(conflict.mine, change);
+    document.text.swap(text);
+    ++document.revision;
+    if (!offered.empty())
+        return; // the journal has to keep that; what changed is on disk
+    if (journal.trouble().empty() && journal.size() < journal_limit)
+        journal.note(document.name, document.file, text, document.text);
+    else
+        restart_journal();
+}
+
 void Workspace::Parts::change(Document& document, std::string text, const std::string& label,
                               const std::string& merge_key) {
     document.history.note(document.text, text, label, merge_key);
-    document.text = std::move(text);
-    ++document.revision;
+    show(document, std::move(text));
+}
+
+void Workspace::Parts::restart_journal() {
+    if (!offered.empty())
+        return;
+    JournalContents contents;
+    for (const Document& document : documents)
+        if (document.text != document.base || document.packed_files_old)
+            contents[document.name] = {document.file, document.base, document.text, document.packed_files_old};
+    journal.replace(contents);
 }
 
 DocumentState state_of(const Document& document) {
@@ -35,6 +73,10 @@ DocumentState state_of(const Document& document) {
     state.dirty = document.dirty();
     state.undo_label = document.history.undo_label();
     state.redo_label = document.history.redo_label();
+    for (const MergeConflict& conflict : document.conflicts)
+        state.conflicts.push_back({line_at(document.text, conflict.mine.begin), conflict.base,
+                                   document.text.substr(conflict.mine.begin, conflict.mine.end - conflict.mine.begin),
+                                   conflict.theirs});
     return state;
 }
 
@@ -42,11 +84,13 @@ EditRules rules_of(const Document& document) {
     return {document.name};
 }
 
-namespace {
-
 Failure unknown_document(const std::string& name) {
     return {"there is no document \"" + name + "\""};
 }
+
+namespace {
+
+constexpr const char* undecided = "an earlier session left unsaved changes: take them or drop them first";
 
 /// Where the sources of an installation are when nobody says so.
 std::string usual_screens(const fs::path& folder) {
@@ -73,10 +117,21 @@ Result<std::unique_ptr<Workspace>> Workspace::open(const std::string& folder, co
     auto parts = std::make_unique<Parts>();
     parts->folder = whole.string();
     parts->screens = screens.empty() ? usual_screens(whole) : fs::canonical(screens, error).string();
+    for (const std::string& each : std::set{parts->folder, parts->screens}) {
+        if (!fs::is_directory(each, error))
+            continue;
+        auto lock = FolderLock::take(each);
+        if (!lock)
+            return Failure{lock.reason()};
+        parts->locks.push_back(std::move(*lock));
+    }
     auto documents = find_documents(parts->folder, parts->screens);
     if (!documents)
         return Failure{documents.reason()};
     parts->documents = std::move(*documents);
+    const std::string state = state_folder(parts->screens);
+    parts->journal = Journal(state.empty() ? "" : state + "/journal");
+    parts->read_offer();
     return std::unique_ptr<Workspace>(new Workspace(std::move(parts)));
 }
 
@@ -111,6 +166,8 @@ Result<DocumentState> Workspace::edit(const std::string& name, std::int64_t revi
     Document* const document = parts_->find(name);
     if (!document)
         return unknown_document(name);
+    if (!parts_->offered.empty())
+        return Failure{undecided};
     if (revision != document->revision)
         return Failure{stale_reason};
     auto text = apply(document->text, document->kind, operations, rules_of(*document));
@@ -127,8 +184,7 @@ Result<DocumentState> Workspace::undo(const std::string& name) {
         return unknown_document(name);
     if (document->history.undo_label().empty())
         return Failure{"there is nothing to undo"};
-    document->text = document->history.undo(document->text);
-    ++document->revision;
+    parts_->show(*document, document->history.undo(document->text));
     return state_of(*document);
 }
 
@@ -138,78 +194,8 @@ Result<DocumentState> Workspace::redo(const std::string& name) {
         return unknown_document(name);
     if (document->history.redo_label().empty())
         return Failure{"there is nothing to redo"};
-    document->text = document->history.redo(document->text);
-    ++document->revision;
+    parts_->show(*document, document->history.redo(document->text));
     return state_of(*document);
-}
-
-Result<Saved> Workspace::save(const CheckSource& check) {
-    Saved saved;
-    FileSet files;
-    for (const Document& document : parts_->documents) {
-        if (!document.dirty())
-            continue;
-        const auto bytes = bytes_of_text(document.text, document.kind);
-        if (!bytes)
-            return Failure{document.name + ": has a character outside Windows Latin-1"};
-        std::string reason = files.write(document.file, *bytes);
-        saved.files.push_back(document.file);
-        for (const std::string& copy : document.copies) {
-            if (reason.empty())
-                reason = files.write(copy, *bytes);
-            saved.files.push_back(copy);
-        }
-        if (document.kind == DocumentKind::screen && reason.empty()) {
-            const SourceCheck checked = check(document.file, document.text);
-            saved.faults.insert(saved.faults.end(), checked.faults.begin(), checked.faults.end());
-            if (checked.faults.empty())
-                reason = write_packed_screen(checked.screen, parts_->folder, files, saved.files);
-        }
-        if (!reason.empty())
-            return Failure{std::move(reason)};
-    }
-    if (!saved.faults.empty()) {
-        saved.files.clear();
-        return saved;
-    }
-    if (std::string reason = files.commit(); !reason.empty())
-        return Failure{std::move(reason)};
-    for (Document& document : parts_->documents) {
-        document.disk = document.text;
-        document.on_disk = true;
-        document.packed_files_old = false;
-        document.history.end_row();
-    }
-    return saved;
-}
-
-std::vector<std::string> Workspace::take_disk_changes() {
-    std::vector<std::string> changed;
-    for (Document& document : parts_->documents) {
-        const auto bytes = read_file(document.file, document_limit);
-        if (!bytes || document.dirty()) // changes on both sides are not merged yet: ours stay
-            continue;
-        std::string text = text_of_bytes(*bytes, document.kind);
-        if (text == document.disk)
-            continue;
-        document.disk = text;
-        document.packed_files_old = true;
-        parts_->change(document, std::move(text), "Change on disk", "");
-        changed.push_back(document.name);
-    }
-    return changed;
-}
-
-Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t, Choice) {
-    return Failure{name + ": has no conflict"};
-}
-
-Recovery Workspace::recovered() const {
-    return {};
-}
-
-Result<std::vector<DocumentState>> Workspace::recover(bool) {
-    return Failure{"nothing was left to recover"};
 }
 
 } // namespace vcc::kit::edit

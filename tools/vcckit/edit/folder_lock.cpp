@@ -1,0 +1,53 @@
+#include "edit/folder_lock.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vcc::kit::edit {
+
+namespace {
+
+/// The process that holds a lock on the folder, 0 when the system does not say. A line of /proc/locks:
+/// "4: FLOCK  ADVISORY  WRITE 1234 08:01:5678 0 EOF".
+long holder_of(int descriptor) {
+    struct stat folder {};
+    if (::fstat(descriptor, &folder) != 0)
+        return 0;
+    const std::string node = ":" + std::to_string(folder.st_ino);
+    std::ifstream locks("/proc/locks");
+    for (std::string line; std::getline(locks, line);) {
+        std::istringstream words(line);
+        std::string number, kind, mode, access, place;
+        long process = 0;
+        if (words >> number >> kind >> mode >> access >> process >> place && kind == "FLOCK" && place.ends_with(node))
+            return process;
+    }
+    return 0;
+}
+
+} // namespace
+
+Result<FolderLock> FolderLock::take(const std::string& folder) {
+    FolderLock lock(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (lock.descriptor_ < 0)
+        return Failure{folder + ": " + std::strerror(errno)};
+    if (::flock(lock.descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+        return lock;
+    const long holder = holder_of(lock.descriptor_);
+    return Failure{folder + " is open in another editor" +
+                   (holder > 0 ? ", process " + std::to_string(holder) : std::string())};
+}
+
+FolderLock::~FolderLock() {
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
+}
+
+} // namespace vcc::kit::edit
