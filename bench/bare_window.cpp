@@ -1,5 +1,4 @@
 // The least a program of the graphics library does: a window of 800 x 600 in one colour, until it is killed.
-#include <initializer_list>
 
 #include <allegro.h>
 

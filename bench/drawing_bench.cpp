@@ -11,8 +11,6 @@
 #include "text/fonts.h"
 #include "world.h"
 
-#include <initializer_list>
-
 namespace vcc::bench {
 
 namespace {

@@ -6,8 +6,6 @@
 #include "platform/avi.h"
 #include "world.h"
 
-#include <initializer_list>
-
 namespace vcc::bench {
 
 namespace {

@@ -10,8 +10,6 @@
 #include "settings/settings.h"
 #include "world.h"
 
-#include <initializer_list>
-
 namespace vcc::bench {
 
 namespace {

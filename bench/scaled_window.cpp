@@ -5,8 +5,6 @@
 #include "platform/display.h"
 #include "platform/scaled_display.h"
 
-#include <initializer_list>
-
 #include <allegro.h>
 #include <xalleg.h>
 

@@ -8,7 +8,6 @@
 #include "world.h"
 
 #include <cstdio>
-#include <initializer_list>
 
 namespace vcc::bench {
 

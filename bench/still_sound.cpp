@@ -6,7 +6,6 @@
 
 #include <allegro.h>
 
-#include <initializer_list>
 #include <vector>
 
 namespace {

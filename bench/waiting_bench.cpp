@@ -12,8 +12,6 @@
 #include "still_sound.h"
 #include "world.h"
 
-#include <initializer_list>
-
 namespace vcc::bench {
 
 int frames_left = 0; ///< of the waiting that is measured

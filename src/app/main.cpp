@@ -4,8 +4,6 @@
 #include "app/startup.h"
 #include "sound/sound.h"
 
-#include <initializer_list> // END_OF_MAIN needs nothing else on this platform, but the library's header does
-
 #include <allegro.h>
 
 int main(int argc, char* argv[]) {

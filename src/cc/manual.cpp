@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 
 namespace vcc {
 

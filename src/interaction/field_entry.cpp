@@ -6,8 +6,6 @@
 
 #include <allegro.h>
 
-#include <initializer_list>
-
 #include <algorithm>
 #include <cstddef>
 

@@ -8,8 +8,6 @@
 
 #include <allegro.h>
 
-#include <initializer_list>
-
 #include <algorithm>
 #include <cstdint>
 

@@ -14,8 +14,6 @@
 
 #include <allegro.h>
 
-#include <initializer_list>
-
 #include <cstddef>
 #include <optional>
 

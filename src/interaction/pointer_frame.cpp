@@ -4,8 +4,6 @@
 
 #include <allegro.h>
 
-#include <initializer_list>
-
 namespace vcc {
 
 namespace {

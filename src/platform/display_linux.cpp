@@ -8,7 +8,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <initializer_list>
 
 namespace vcc::platform {
 

@@ -2,8 +2,6 @@
 // For the *_linux.cpp files of this folder only.
 #pragma once
 
-#include <initializer_list> // the library's headers need it
-
 #include <allegro.h>
 #include <xalleg.h>
 

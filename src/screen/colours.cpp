@@ -2,8 +2,6 @@
 
 #include <allegro.h>
 
-#include <initializer_list>
-
 namespace vcc {
 
 namespace {

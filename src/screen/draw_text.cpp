@@ -10,8 +10,6 @@
 #include "settings/settings.h"
 #include "text/fonts.h"
 
-#include <initializer_list>
-
 namespace vcc {
 
 int text_on_box = 0;

@@ -7,8 +7,6 @@
 #include "sound/sound.h"
 #include "text/fonts.h"
 
-#include <initializer_list>
-
 namespace vcc {
 
 std::array<TextWindow, text_window_count> text_windows;

@@ -7,8 +7,6 @@
 #include "screen/text_window.h"
 #include "sound/music.h"
 
-#include <initializer_list>
-
 namespace vcc {
 
 namespace {

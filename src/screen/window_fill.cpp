@@ -3,7 +3,6 @@
 #include "screen/draw.h"
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace vcc {
 

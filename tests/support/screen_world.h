@@ -12,7 +12,6 @@
 #include "unit/folder_test.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <span>
 
 namespace vcc::test {
