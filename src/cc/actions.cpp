@@ -27,14 +27,7 @@ namespace {
 
 using Result = std::optional<ScreenResult>;
 
-int& loop_setting() {
-    return theme_loop[index_of(selected_module)];
-}
-const ModuleVolumes& volumes() {
-    return settings.volumes[index_of(selected_module)];
-}
-
-/// The pressed look, and then the resting look again.
+/// Shows the pressed look, then the resting look again.
 void show_pressed_look(BITMAP* target, const Slot& button) {
     draw_pressed_look(target, button);
     update_screen(target);
@@ -43,14 +36,14 @@ void show_pressed_look(BITMAP* target, const Slot& button) {
     update_screen(target);
 }
 
-/// What follows at once from a row's new value.
+/// Puts a row's new value into effect.
 void apply_value(const OptionRow& option) {
     switch (option.row) {
     case Row::effects:
-        sfx_volume = volumes().effects * volume_step;
+        sfx_volume = selected_volumes().effects * volume_step;
         break;
     case Row::music:
-        music_volume = volumes().music * volume_step;
+        music_volume = selected_volumes().music * volume_step;
         set_music_volume(music_volume);
         break;
     case Row::theme:
@@ -73,16 +66,14 @@ void show_changed_row(BITMAP* target, const OptionRow& option, int direction) {
     update_screen(target);
 }
 
-bool depth_is_fixed() {
-    return settings.bitmap_depth == 0 && depth_class[0];
-}
-
 bool may_step(const OptionRow& option, bool forward) {
     switch (option.row) {
     case Row::screen_mode:
         return screen_mode_range == ModeRange::both;
     case Row::depth:
-        return !depth_is_fixed() && (!forward || screen_mode_range > ModeRange::full_screen_only);
+        if (settings.bitmap_depth == 0 && depth_class[0])
+            return false;
+        return !forward || screen_mode_range > ModeRange::full_screen_only;
     default:
         return needs_met(option.needs);
     }
@@ -93,7 +84,7 @@ void step_value(BITMAP* target, const OptionRow& option, bool forward) {
     if (!option.shown_when_pointed_at)
         show_explanation(target, option.row);
     if (option.row == Row::theme)
-        loop_setting() = 0;
+        selected_loop() = 0;
     option.set(stepped_value(option.get(), offered_values(option), option.stepping, forward));
     if (option.row == Row::theme)
         show_loop_controls();
@@ -110,10 +101,9 @@ void step_forward(BITMAP* target, const OptionRow& option, const Slot& button) {
     step_value(target, option, true);
 }
 
-/// A theme is chosen among those that are there; any other value among the row's labels.
+/// Any theme that exists can be chosen, and any other value that has a label.
 bool is_choice(const OptionRow& option, int value) {
-    const int count = option.labels.empty() ? number_of_themes : option.labels.size();
-    return value >= 0 && value < count;
+    return value >= 0 && value < (option.labels.empty() ? number_of_themes : option.labels.count);
 }
 
 void choose_value(BITMAP* target, const OptionRow& option, int value) {
@@ -124,13 +114,13 @@ void choose_value(BITMAP* target, const OptionRow& option, int value) {
         return;
     if (is_choice(option, value)) {
         if (option.row == Row::theme) {
-            loop_setting() = 0;
+            selected_loop() = 0;
             show_loop_label(selected_module, value + 1);
         }
         option.set(value);
         if (option.row != Row::music)
             apply_value(option);
-        else if (music_volume = value * volume_step; settings.theme[index_of(selected_module)] < number_of_themes)
+        else if (music_volume = value * volume_step; selected_theme() < number_of_themes)
             set_music_volume(music_volume);
     }
     show_changed_row(target, option, 1);
@@ -147,7 +137,7 @@ void take_field(char (&setting)[N], int field) {
     store_text(setting, text);
 }
 
-// What the codes do that belong to no option. The screen picture may be another one afterwards.
+// What the codes do that belong to no option. `target` may be another picture afterwards.
 
 template <ScreenResult Which>
 Result end_with(BITMAP*&) {
@@ -190,14 +180,14 @@ Result select(BITMAP*& target) {
 Result toggle_loop(BITMAP*& target) {
     if (!needs_met(Needs::music) || option_row != Row::theme)
         return {};
-    loop_setting() = loop_setting() ? 0 : 1;
+    selected_loop() = selected_loop() ? 0 : 1;
     play_selected_theme();
-    show_loop_label(selected_module, settings.theme[index_of(selected_module)] + 1);
+    show_loop_label(selected_module, selected_theme() + 1);
     show_changed_row(target, *find_row(Row::theme), 1);
     return {};
 }
 
-/// Probes the machine again. When that takes another colour depth, the pictures follow it; false when they cannot.
+/// Probes the machine again and loads the pictures again if the colour depth changes; false if that fails.
 bool probe_display(BITMAP*& target) {
     const EffectsHeld held;
     show_mouse(nullptr);
@@ -223,8 +213,8 @@ Result reset(BITMAP*& target) {
         show_explanation(target, option_row);
         show_row_panel(target, *find_row(option_row));
         restore_buttons(target);
-        sfx_volume = volumes().effects * volume_step;
-        if (music_on && settings.theme[index_of(selected_module)] < number_of_themes)
+        sfx_volume = selected_volumes().effects * volume_step;
+        if (music_on && selected_theme() < number_of_themes)
             play_selected_theme();
     }
     draw_module_marker(target);
@@ -236,7 +226,7 @@ struct ActionRow {
     int code;
     std::string_view name;
     Result (*act)(BITMAP*& target);
-    bool releases = false; ///< on the options screen the button's resting look comes back first
+    bool releases = false; ///< the options screen first shows the button's resting look
 };
 
 constexpr ActionRow actions[] = {
@@ -261,7 +251,7 @@ constexpr ActionRow actions[] = {
 
 constexpr std::string_view step_prefix = "step_", choose_prefix = "choose_";
 
-/// Every code and every name has one meaning, in both tables together.
+/// Whether every code and every name is unique in both tables together.
 constexpr bool tables_agree() {
     const auto codes_are = [](int code) {
         return std::ranges::count(actions, code, &ActionRow::code) +

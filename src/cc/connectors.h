@@ -22,12 +22,10 @@ struct Band {
 /// Height of an option's button.
 struct ButtonPlace {
     int y = 0;
-    bool shown = true; ///< false: the slot is hidden, and no line leaves it
-
-    bool operator==(const ButtonPlace&) const = default;
+    bool shown = true; ///< false: the slot is hidden and has no line
 };
 
-/// Pixel positions on the options screen, and what is selected there.
+/// Pixel positions on the options screen, and its selection.
 struct ConnectorLayout {
     std::array<int, module_count> selector_y{};      ///< heights of the module selector buttons
     std::vector<ButtonPlace> sound, display, battle; ///< the options of the three groups, from top to bottom
@@ -47,7 +45,7 @@ struct ConnectorLayout {
 /// The bands in drawing order. Pure.
 std::vector<Band> connector_bands(const ConnectorLayout& layout);
 
-/// Draws the lines that join module, row and value.
+/// Draws them for the current selection.
 void draw_connectors(BITMAP* target);
 
 } // namespace vcc

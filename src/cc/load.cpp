@@ -58,7 +58,7 @@ void set_up_drawing() {
 
 void setup_cc_screens() {
     answer_for_theme_order();
-    selected_module = Module::control_centre; // the music follows this module's loop from its first buffer on
+    selected_module = Module::control_centre; // the first buffer of music already depends on its loop
     load_settings();
     write_keyboard_layout();
     if (!sound_on)
@@ -74,11 +74,6 @@ void setup_cc_screens() {
 bool fail(const LoadHooks& hooks, LoadFailure failure) {
     hooks.failed(failure);
     return false;
-}
-
-void copy_whole(BITMAP* from, BITMAP* to) {
-    if (from && to)
-        blit(from, to, 0, 0, 0, 0, picture_width, picture_height);
 }
 
 } // namespace
@@ -128,10 +123,11 @@ void fill_fields() {
 
 void prepare_background_copies() {
     for (int copy : {window_copy_buffer, info_copy_buffer})
-        copy_whole(graphic_buffer(backdrop_buffer), graphic_buffer(copy));
+        copy_picture(graphic_buffer(backdrop_buffer), graphic_buffer(copy));
     const auto assign = [](int window, int buffer) {
-        text_windows[static_cast<std::size_t>(window)].background_buffer = buffer;
-        text_windows[static_cast<std::size_t>(window)].background_bitmap = graphic_buffer(buffer);
+        TextWindow& changed = text_windows[static_cast<std::size_t>(window)];
+        changed.background_buffer = buffer;
+        changed.background_bitmap = graphic_buffer(buffer);
     };
     for (int window : {group_window, value_window, module_window, sound_group_window})
         assign(window, window_copy_buffer);

@@ -1,5 +1,5 @@
-// Loading a whole installation, without a display: for a pass of the program, for vcckit and for the benchmarks. The
-// working folder is the installation, its settings are the library's configuration, and the library has a colour depth.
+// Loading a whole installation without a display, for a pass of the program, vcckit and the benchmarks. The working
+// folder must be the installation, its settings the library's configuration, and a colour depth must be set.
 #pragma once
 
 #include <allegro.h>
@@ -9,50 +9,48 @@
 
 namespace vcc {
 
-/// Once in a process: the prefixes and messages of a language; without a number (1, 2) that of the language file.
+/// Once per process: the prefixes and messages of a language (1, 2), without a number of the one in the language file.
 void load_language_files(std::optional<int> number = {});
 
-/// Once in a process: the fonts. False after a failure, which is logged.
+/// Once per process: the fonts. False after a failure, which is logged.
 bool load_font_files();
 
 enum class LoadFailure {
-    sound,   ///< the load goes on without it
+    sound,   ///< loading continues without it
     screens, ///< the slot sets
     windows, ///< the window file of the language
-    pictures ///< the buffer list, a picture of it, or a screen picture that is missing or small
+    pictures ///< the buffer list, one of its pictures, or a missing or too small screen picture
 };
 
 struct LoadHooks {
-    std::function<void(LoadFailure)> failed; ///< called as it happens
-    std::function<void()> before_pictures;   ///< settings, sound and screens are there; may be empty
+    std::function<void(LoadFailure)> failed; ///< called at once
+    std::function<void()> before_pictures;   ///< called after settings, sound and screens are loaded; may be empty
 };
 
-/// What a pass needs: sound, screens and pictures, in this order. False when a part without which there are no screens
-/// failed.
+/// Loads what a pass needs: sound, screens and pictures, in this order. False if anything but sound failed.
 bool load_installation(const LoadHooks& hooks);
 
-// The parts of it, for whoever draws many pictures of an installation and keeps what has not changed.
+// Its parts, for drawing many pictures of an installation without loading everything each time.
 
-/// The sounds that the set-up file names. False when it cannot be carried out; sound that is switched off is no
-/// failure.
+/// Loads the sounds of the set-up file. False if that fails; sound that is switched off is no failure.
 bool load_sounds();
 
-/// Font sizes, slot sets, settings with what follows from them (field texts, volumes, the theme, the keyboard's mapping
-/// file), and text windows.
+/// Loads font sizes, slot sets, settings and what follows from them (field texts, volumes, the theme, the keyboard's
+/// mapping file), and text windows. False after a failure.
 bool load_screens(const LoadHooks& hooks);
 
-/// The pictures of the buffer list. False without one for the screens to draw on.
+/// Loads the pictures of the buffer list. False after a failure, or without a picture for the screens to draw on.
 bool load_pictures();
 
-/// Copies the texts of the settings into the entry fields of the options screen.
+/// Fills the entry fields of the options screen from the settings.
 void fill_fields();
 
-/// Copies the background picture to where text windows restore theirs from, and points the windows there: before the
-/// screens run, and whenever the graphic buffers have been loaded again.
+/// Copies the background picture to the buffers from which text windows restore their background. Call before the
+/// screens run and whenever the graphic buffers have been loaded again.
 void prepare_background_copies();
 
 /// Loads the pictures again after a change of the colour depth, installs the pointer again and shows the options screen
-/// on the new screen picture. False when they cannot be loaded, which is shown and logged; `target` is then null.
+/// on the new screen picture. False after a failure, which is shown and logged; `target` is then null.
 bool reload_pictures(BITMAP*& target);
 
 } // namespace vcc

@@ -24,8 +24,8 @@ namespace text = screen_text_number;
 constexpr int no_line = -1;
 
 struct Report {
-    std::array<int, 2> results; ///< numbers that call for it
-    int line2, line3;           ///< of the alert, among the texts of the screens
+    std::array<int, 2> results; ///< that it reports
+    int line2, line3;           ///< of the alert: texts of the screens
     const char* log;
 };
 

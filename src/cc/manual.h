@@ -7,14 +7,14 @@
 
 namespace vcc {
 
-/// The manual's file: the edition in the player's language when there is one.
+/// The manual's file: the edition in the player's language if there is one.
 const char* manual_file();
 
-/// Opens the manual with the desktop's associated program; failures are shown and logged.
+/// Opens the manual with the program associated with it; failures are shown and logged.
 void open_manual(BITMAP* target);
 
-/// The result numbers of opening a document, with the retries that missing files get. `open` gives a result number,
-/// `wait` takes milliseconds. Pure but for the two. Returns the number that is to be reported, or 33 when nothing is.
+/// Opens a document, with retries for missing files. `open` returns a result number, `wait` takes milliseconds. Returns
+/// the number to report, or 33 if there is nothing to report. Pure except for the two calls.
 template <class Open, class Wait>
 int open_with_retries(Open open, Wait wait) {
     constexpr int silent = 33, file_not_found = 2, path_not_found = 3, association_incomplete = 27;

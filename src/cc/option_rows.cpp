@@ -71,6 +71,13 @@ int settled_depth(int depth, int direction, const std::array<int, 3>& offered) {
     return depth;
 }
 
+std::optional<int> explanation_of(Row row) {
+    if (row == Row::loop_theme)
+        return explanation_number(11);
+    const OptionRow* option = find_row(row);
+    return option ? std::optional(option->explanation) : std::nullopt;
+}
+
 bool needs_met(Needs needs) {
     switch (needs) {
     case Needs::sound:

@@ -1,5 +1,5 @@
-// The table of options. A new option is a row here, a key in settings/rows.h and its place in settings/settings.h;
-// the screen's source gives it a button.
+// The table of options. A new option needs a row here, a key in settings/rows.h, its place in settings/settings.h, and
+// a button in the screen's source.
 #pragma once
 
 #include "cc/option_rows.h"
@@ -8,16 +8,8 @@
 
 namespace vcc {
 
-namespace option_values {
-template <int Settings::*Member>
-int member() {
-    return settings.*Member;
-}
-template <int Settings::*Member>
-void set_member(int value) {
-    settings.*Member = value;
-}
-} // namespace option_values
+template <int Settings::*member>
+inline constexpr OptionValue value_of{[] { return settings.*member; }, [](int value) { settings.*member = value; }};
 
 inline constexpr OptionRow option_table[] = {
     {.row = Row::effects,
@@ -27,11 +19,9 @@ inline constexpr OptionRow option_table[] = {
      .step_code = 7,
      .choose_code = 20,
      .needs = Needs::sound,
-     .stepping = Stepping::wrap,
      .offered = 11,
      .labels = {screen_text_number::volumes, 11},
-     .get = [] { return settings.volumes[index_of(selected_module)].effects; },
-     .set = [](int value) { settings.volumes[index_of(selected_module)].effects = value; },
+     .value = {[] { return selected_volumes().effects; }, [](int value) { selected_volumes().effects = value; }},
      .explanation = explanation_number(0)},
     {.row = Row::music,
      .name = "music_volume",
@@ -40,11 +30,9 @@ inline constexpr OptionRow option_table[] = {
      .step_code = 8,
      .choose_code = 21,
      .needs = Needs::music,
-     .stepping = Stepping::wrap,
      .offered = 11,
      .labels = {screen_text_number::volumes, 11},
-     .get = [] { return settings.volumes[index_of(selected_module)].music; },
-     .set = [](int value) { settings.volumes[index_of(selected_module)].music = value; },
+     .value = {[] { return selected_volumes().music; }, [](int value) { selected_volumes().music = value; }},
      .explanation = explanation_number(1)},
     {.row = Row::theme,
      .name = "theme",
@@ -53,11 +41,7 @@ inline constexpr OptionRow option_table[] = {
      .step_code = 9,
      .choose_code = 22,
      .needs = Needs::music,
-     .stepping = Stepping::wrap,
-     .offered = 0,
-     .labels = {},
-     .get = [] { return settings.theme[index_of(selected_module)]; },
-     .set = [](int value) { settings.theme[index_of(selected_module)] = value; },
+     .value = {[] { return selected_theme(); }, [](int value) { selected_theme() = value; }},
      .explanation = explanation_number(2)},
     {.row = Row::screen_mode,
      .name = "screen_mode",
@@ -68,8 +52,8 @@ inline constexpr OptionRow option_table[] = {
      .stepping = Stepping::flip,
      .offered = 2,
      .labels = {screen_text_number::screen_mode, 2},
-     .get = [] { return settings.screen_mode != 0 ? 1 : 0; },
-     .set = [](int value) { settings.screen_mode = static_cast<std::int8_t>(value); },
+     .value = {[] { return settings.screen_mode != 0 ? 1 : 0; },
+               [](int value) { settings.screen_mode = static_cast<std::int8_t>(value); }},
      .explanation = explanation_number(3)},
     {.row = Row::resolution,
      .name = "resolution",
@@ -77,11 +61,9 @@ inline constexpr OptionRow option_table[] = {
      .group = Group::display,
      .step_code = 12,
      .choose_code = 24,
-     .stepping = Stepping::wrap,
      .offered = 5,
      .labels = {screen_text_number::resolution, 5},
-     .get = &option_values::member<&Settings::resolution>,
-     .set = &option_values::set_member<&Settings::resolution>,
+     .value = value_of<&Settings::resolution>,
      .explanation = explanation_number(4),
      .shown_when_pointed_at = false},
     {.row = Row::depth,
@@ -90,11 +72,9 @@ inline constexpr OptionRow option_table[] = {
      .group = Group::display,
      .step_code = 11,
      .choose_code = 25,
-     .stepping = Stepping::wrap,
      .offered = 3,
      .labels = {screen_text_number::depth, 4},
-     .get = &option_values::member<&Settings::bitmap_depth>,
-     .set = &option_values::set_member<&Settings::bitmap_depth>,
+     .value = value_of<&Settings::bitmap_depth>,
      .explanation = explanation_number(5)},
     {.row = Row::animations,
      .name = "brontar_anim",
@@ -105,8 +85,7 @@ inline constexpr OptionRow option_table[] = {
      .stepping = Stepping::flip,
      .offered = 2,
      .labels = {screen_text_number::animations, 2},
-     .get = &option_values::member<&Settings::brontar_anim>,
-     .set = &option_values::set_member<&Settings::brontar_anim>,
+     .value = value_of<&Settings::brontar_anim>,
      .explanation = explanation_number(6)},
     {.row = Row::sprite_speed,
      .name = "sprite_speed",
@@ -114,11 +93,9 @@ inline constexpr OptionRow option_table[] = {
      .group = Group::battle,
      .step_code = 14,
      .choose_code = 27,
-     .stepping = Stepping::wrap,
      .offered = 4,
      .labels = {screen_text_number::sprite_speed, 4},
-     .get = &option_values::member<&Settings::sprite_speed>,
-     .set = &option_values::set_member<&Settings::sprite_speed>,
+     .value = value_of<&Settings::sprite_speed>,
      .explanation = explanation_number(7)},
     {.row = Row::message_delay,
      .name = "message_delay",
@@ -126,11 +103,9 @@ inline constexpr OptionRow option_table[] = {
      .group = Group::battle,
      .step_code = 15,
      .choose_code = 28,
-     .stepping = Stepping::wrap,
      .offered = 4,
      .labels = {screen_text_number::message_delay, 4},
-     .get = &option_values::member<&Settings::message_delay>,
-     .set = &option_values::set_member<&Settings::message_delay>,
+     .value = value_of<&Settings::message_delay>,
      .explanation = explanation_number(8)},
     {.row = Row::message_detail,
      .name = "message_detail",
@@ -138,11 +113,9 @@ inline constexpr OptionRow option_table[] = {
      .group = Group::battle,
      .step_code = 16,
      .choose_code = 29,
-     .stepping = Stepping::wrap,
      .offered = 4,
      .labels = {screen_text_number::message_detail, 4},
-     .get = &option_values::member<&Settings::message_detail>,
-     .set = &option_values::set_member<&Settings::message_detail>,
+     .value = value_of<&Settings::message_detail>,
      .explanation = explanation_number(9)},
     {.row = Row::keyboard,
      .name = "keyboard",
@@ -150,11 +123,9 @@ inline constexpr OptionRow option_table[] = {
      .group = Group::display,
      .step_code = 19,
      .choose_code = 37,
-     .stepping = Stepping::wrap,
      .offered = 2,
      .labels = {screen_text_number::keyboard, 6},
-     .get = &option_values::member<&Settings::keyboard>,
-     .set = &option_values::set_member<&Settings::keyboard>,
+     .value = value_of<&Settings::keyboard>,
      .explanation = explanation_number(10)},
 };
 

@@ -1,7 +1,6 @@
 #include "cc/options_view.h"
 
 #include "cc/connectors.h"
-#include "cc/explanations.h"
 #include "cc/sets.h"
 #include "core/log.h"
 #include "core/text.h"
@@ -18,9 +17,6 @@ namespace vcc {
 
 namespace {
 
-void highlight_value(int value) {
-    option_slot(value_button(value)).fore_colour = option_toggle(value_record(value)).fore_colour;
-}
 bool is_entry(int value) {
     return value >= 0 && value < value_entry_limit;
 }
@@ -28,10 +24,7 @@ bool is_entry(int value) {
 void set_visible(int index, bool visible) {
     option_slot(index).draw_flags[0] = option_toggle(index).draw_flags[0] = visible ? ' ' : 'n';
 }
-void set_pointer_sensitive(int index, bool sensitive) {
-    option_slot(index).toggle = sensitive ? index : -1;
-}
-/// Makes a slot and its toggle record visible and reachable, or hidden and inert.
+/// Makes a slot and its toggle record visible and selectable, or hidden and inert.
 void set_reachable(int index, bool reachable) {
     set_visible(index, reachable);
     option_slot(index).toggle = option_toggle(index).toggle = reachable ? index : -1;
@@ -43,15 +36,16 @@ void grey_out(int index) {
     option_slot(index).toggle = -1;
 }
 
+/// Draws a slot's highlighted look.
+void draw_option_toggle(BITMAP* target, int index) {
+    draw_slot(target, options_set.toggles, index);
+}
+
 } // namespace
 
 void draw_option_slot(BITMAP* target, int index) {
     draw_slot(target, options_set.slots, index);
 }
-void draw_option_toggle(BITMAP* target, int index) {
-    draw_slot(target, options_set.toggles, index);
-}
-
 int selector_button() {
     return options_slot::first_selector + static_cast<int>(selected_module);
 }
@@ -124,7 +118,7 @@ void show_loop_label(Module module, int number) {
 
 void show_loop_controls() {
     show_loop_button();
-    show_loop_label(selected_module, settings.theme[index_of(selected_module)] + 1);
+    show_loop_label(selected_module, selected_theme() + 1);
 }
 
 void disable_sound_controls() {
@@ -143,9 +137,9 @@ namespace {
 // The value panel: up to eleven values of a row.
 
 enum class Entry {
-    choosable, ///< shown, and a click chooses its value
-    shown,     ///< shown, and a click does nothing
-    grey,      ///< shown, but neither reachable nor in its normal colour
+    choosable, ///< a click chooses its value
+    shown,     ///< a click does nothing
+    grey,      ///< shown, but greyed out
     hidden,
     as_it_was
 };
@@ -156,13 +150,13 @@ bool is_lacking(const OptionRow& option, int value) {
     return option.row == Row::depth && depth < depth_class.size() && !depth_class[depth];
 }
 
-/// A size that can be chosen for other programs, but that is never the display's own.
+/// A resolution that other programs may use, but never this one.
 bool is_without_effect(const OptionRow& option, int value) {
     constexpr int drawn_size = 3; // 800 x 600
     return option.row == Row::resolution && value != drawn_size;
 }
 
-/// The entry of a value that does not stand out.
+/// Gives an entry its normal look, or grey.
 void rest_value(const OptionRow* option, int value) {
     const int index = value_button(value);
     give_normal_look(index);
@@ -170,7 +164,7 @@ void rest_value(const OptionRow* option, int value) {
         option_slot(index).fore_colour = disabled_colour;
 }
 
-/// The modes that this machine offers; `as_it_was` when the range says nothing about them.
+/// By the modes that this machine offers; `as_it_was` if they are unknown.
 Entry screen_mode_entry(int value) {
     switch (screen_mode_range) {
     case ModeRange::both:
@@ -197,7 +191,7 @@ void prepare_entry(int value, Entry state, int choose_code) {
         return;
     for (int index : {value_button(value), value_record(value)}) {
         set_visible(index, state != Entry::hidden);
-        set_pointer_sensitive(index, state == Entry::choosable || state == Entry::shown);
+        option_slot(index).toggle = state == Entry::choosable || state == Entry::shown ? index : -1;
         if (state != Entry::hidden)
             give_normal_look(index);
         if (state == Entry::grey)
@@ -226,8 +220,7 @@ void draw_value_marker(BITMAP* target, const OptionRow& option) {
     }
 }
 
-} // namespace
-
+/// Marks an entry of the value panel.
 void mark_value(BITMAP* target, int value) {
     const EffectsHeld held;
     restore_buttons(target);
@@ -239,10 +232,12 @@ void mark_value(BITMAP* target, int value) {
     draw_marked_value(target);
 }
 
+} // namespace
+
 void draw_marked_value(BITMAP* target) {
     if (!is_entry(marked_value))
         return;
-    highlight_value(marked_value);
+    option_slot(value_button(marked_value)).fore_colour = option_toggle(value_record(marked_value)).fore_colour;
     draw_option_slot(target, value_button(marked_value));
 }
 
@@ -289,13 +284,11 @@ void show_explanation(BITMAP* target, Row row) {
             blit(clean, target, x, y, x, y, right - x, bottom - y);
     }
     const OptionRow* option = find_row(row);
-    if (has_explanation(row)) {
+    if (const std::optional<int> first = explanation_of(row)) {
         info_row = row;
-        if (!option || needs_met(option->needs)) {
-            const Explanation lines = explanation_of(row);
-            for (std::size_t j = 0; j < lines.size() && j + 1 < info_set.slots.size(); ++j)
-                store_text(info_set.slots[j + 1].text, lines[j]);
-        }
+        if (!option || needs_met(option->needs))
+            for (int line = 0; line < explanation_lines && info_set.has_slot(line + 1); ++line)
+                store_text(info_set.slots[static_cast<std::size_t>(line) + 1].text, screen_text(*first + line));
     }
     draw_slots(target, info_set.slots);
 }

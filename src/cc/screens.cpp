@@ -26,11 +26,10 @@ namespace {
 
 constexpr int clear_colour = 7;
 
-/// Keeps the set's background under smoothed text.
+/// Keeps the set's background, to be restored under smoothed text.
 void keep_text_background(const SlotSet& set) {
-    BITMAP *from = graphic_buffer(set.slots.front().buffer), *to = graphic_buffer(text_copy_buffer);
-    if (anti_aliased_text && from && to)
-        blit(from, to, 0, 0, 0, 0, picture_width, picture_height);
+    if (anti_aliased_text)
+        copy_picture(graphic_buffer(set.slots.front().buffer), graphic_buffer(text_copy_buffer));
 }
 
 void open_help(BITMAP* target, SlotSet& set, int current) {
@@ -64,7 +63,7 @@ bool other_display_mode_chosen() {
     return (settings.screen_mode != 0) != (fullscreen != windowed);
 }
 
-/// Builds the display again in the chosen depth; false when the pictures cannot be loaded again.
+/// Rebuilds the display at the chosen depth; false if the pictures cannot be loaded again.
 bool change_depth(BITMAP*& target) {
     const EffectsHeld held;
     return !rebuild_display(other_display_mode_chosen()) || reload_pictures(target);
@@ -79,7 +78,7 @@ void restart_cc_music() {
         show_loop_label(selected_module, settings.theme[cc_module] + 1);
 }
 
-/// What follows a visit of the options screen; returns the next state.
+/// Applies what the options screen has changed; returns the next state.
 ScreenResult after_options(BITMAP*& target, ScreenResult next) {
     load_settings();
     if (settings.bitmap_depth != depth_at_menu) {
@@ -108,7 +107,7 @@ ScreenResult run_options(BITMAP*& target) {
 void menu_pointer_over(BITMAP* target, int slot) {
     const auto found = std::ranges::find(menu_slot::previews, slot, &menu_slot::Preview::slot);
     if (found == menu_slot::previews.end() || slot_under_pointer(slot, menu_set.slots, false) != slot)
-        return; // the pointer left the button, or has never been on it: what is shown stays
+        return; // the pointer is not on the button: the preview stays
     const EffectsHeld held;
     draw_slot(target, menu_set.slots, found->picture);
 }
@@ -118,7 +117,7 @@ void menu_pointer_over(BITMAP* target, int slot) {
 ModuleChoice run_cc_screens(BITMAP* target) {
     prepare_background_copies();
     help_line_length = help_line_standard;
-    current_theme = settings.theme[cc_module]; // the music may have moved on while the pictures were loaded
+    current_theme = settings.theme[cc_module]; // another theme may have begun while the pictures were loaded
     select_module(target, Module::control_centre);
     if (needs_met(Needs::music)) {
         show_loop_label(Module::control_centre, settings.theme[cc_module] + 1);

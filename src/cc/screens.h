@@ -7,14 +7,13 @@
 
 namespace vcc {
 
-/// Runs the screens from the main menu on until the player picks a module or leaves. Everything that
-/// load_installation() loads is there.
+/// Runs the screens from the main menu until the player picks a module or leaves. Needs load_installation() first.
 ModuleChoice run_cc_screens(BITMAP* target);
 
 /// The pointer entered or left a slot of the running screen.
 void on_pointer_over(BITMAP* target, int slot);
 
-/// Once a frame: feeds the music and shows the theme that it has moved on to.
+/// Once per frame: feeds the music and shows the theme that it has reached.
 void follow_music(BITMAP* target);
 
 } // namespace vcc

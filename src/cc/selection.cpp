@@ -54,7 +54,7 @@ void select_module(BITMAP* target, Module module) {
     }
     if (!sound_on)
         return;
-    sfx_volume = settings.volumes[index_of(module)].effects * volume_step;
+    sfx_volume = selected_volumes().effects * volume_step;
     play_selected_theme();
 }
 

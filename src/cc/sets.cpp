@@ -7,8 +7,6 @@
 
 namespace vcc {
 
-SlotSet menu_set, options_set, info_set, message_set;
-
 namespace {
 
 constexpr int fewest_slots = 2;
@@ -27,7 +25,7 @@ bool load_set(const ScreenFile& file, SlotSet& set) {
     return true;
 }
 
-/// The options screen addresses toggle records by fixed numbers: those that its file lacks draw nothing.
+/// The options screen addresses toggle records by fixed numbers: adds those that its file lacks, hidden.
 void complete_toggles(SlotSet& set, int count) {
     Slot hidden{};
     hide(hidden);

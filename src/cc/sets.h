@@ -7,9 +7,9 @@
 
 namespace vcc {
 
-extern SlotSet menu_set, options_set, info_set, message_set;
+inline SlotSet menu_set, options_set, info_set, message_set;
 
-/// Loads the four sets of the current language; 0, or 45 when one of them failed (logged). The options set then has a
+/// Loads the four sets of the current language; 0, or 45 if one of them failed (logged). The options set then has a
 /// slot and a toggle record for every fixed number.
 int load_cc_slot_sets();
 
@@ -24,7 +24,7 @@ inline Slot& option_toggle(int index) {
     return options_set.toggles[static_cast<std::size_t>(index)];
 }
 
-/// A record's back_colour holds the colour of its resting look.
+/// Gives a slot the colour of its resting look, which back_colour holds.
 inline void give_normal_look(int index) {
     option_slot(index).fore_colour = option_slot(index).back_colour;
 }

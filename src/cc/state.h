@@ -1,7 +1,7 @@
-// What the control centre's screens show at the moment.
+// What the control centre's screens show now.
 #pragma once
 
-#include "core/installation.h"
+#include "settings/settings.h"
 
 #include <cstddef>
 
@@ -21,23 +21,34 @@ enum class Row : int {
     message_delay = 8,
     message_detail = 9,
     keyboard = 11,
-    loop_theme = 86 ///< no option, but it has an explanation
+    loop_theme = 86 ///< not an option, but it has an explanation
 };
 
 enum class CcScreen : int { help = -1, menu, options };
-extern CcScreen cc_screen; ///< the screen that is up
+inline CcScreen cc_screen = CcScreen::menu; ///< the current screen
 
-extern int theme_display_live; ///< the options screen may redraw its panels on its own
-extern int depth_at_menu;      ///< `bitmap_depth` when the main menu was last entered, or since a reset changed it
+inline int theme_display_live = 0; ///< the options screen may redraw its panels without input
+inline int depth_at_menu = 0;      ///< `bitmap_depth` when the main menu was last entered, or as a reset has set it
 
 // The options screen.
-extern Module selected_module; ///< whose sound rows are shown
-extern Row option_row;         ///< whose values are shown
-extern int marked_value;       ///< value whose entry is marked in the value panel
-extern Row info_row;           ///< whose explanation the box shows
+inline Module selected_module = Module::hq; ///< whose sound rows are shown
+inline Row option_row = Row::effects;       ///< whose values are shown
+inline int marked_value = 0;                ///< value whose entry is marked in the value panel
+inline Row info_row = Row::none;            ///< whose explanation the box shows
 
 constexpr std::size_t index_of(Module module) {
     return static_cast<std::size_t>(module);
+}
+
+// Settings of the selected module.
+inline ModuleVolumes& selected_volumes() {
+    return settings.volumes[index_of(selected_module)];
+}
+inline int& selected_theme() {
+    return settings.theme[index_of(selected_module)];
+}
+inline int& selected_loop() {
+    return theme_loop[index_of(selected_module)];
 }
 
 } // namespace vcc

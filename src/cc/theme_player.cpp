@@ -2,7 +2,6 @@
 
 #include "cc/options_view.h"
 #include "cc/theme_rule.h"
-#include "settings/settings.h"
 #include "sound/music.h"
 #include "sound/sound.h"
 
@@ -10,27 +9,20 @@ namespace vcc {
 
 namespace {
 
-int& stored_theme() {
-    return settings.theme[index_of(selected_module)];
-}
-
 Themes next(ThemeEvent event) {
-    const bool loop_all = theme_loop[index_of(selected_module)] == 1;
-    return next_themes({theme_shown, current_theme, stored_theme()}, event, loop_all, number_of_themes);
+    return next_themes({theme_shown, current_theme, selected_theme()}, event, selected_loop() == 1, number_of_themes);
 }
 
 } // namespace
 
 void answer_for_theme_order() {
-    set_theme_order_source([] {
-        return ThemeOrder{theme_loop[index_of(selected_module)] == 1, next(ThemeEvent::ended).streaming};
-    });
+    set_theme_order_source([] { return ThemeOrder{selected_loop() == 1, next(ThemeEvent::ended).streaming}; });
 }
 
 bool play_selected_theme() {
     if (!needs_met(Needs::music))
         return false;
-    music_volume = settings.volumes[index_of(selected_module)].music * volume_step;
+    music_volume = selected_volumes().music * volume_step;
     const Themes themes = next(ThemeEvent::wanted);
     if (!start_theme(themes.streaming, music_volume)) {
         disable_music_controls();
@@ -47,7 +39,7 @@ bool notice_theme() {
     if (themes.shown == current_theme)
         return false;
     current_theme = themes.shown;
-    stored_theme() = themes.stored;
+    selected_theme() = themes.stored;
     return true;
 }
 

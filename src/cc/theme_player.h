@@ -3,15 +3,15 @@
 
 namespace vcc {
 
-/// Answers the music's question what follows at the end of a theme: by the theme-loop flag of the selected module.
+/// Tells the music what follows at the end of a theme, by the theme-loop flag of the selected module.
 void answer_for_theme_order();
 
-/// Plays the theme of the selected module at its music level. On failure the music controls are disabled; on success
-/// the theme is current and the one that the themes in turn go on from. Nothing without sound or music.
+/// Plays the theme of the selected module at its music level and makes it current; looping through all themes goes on
+/// from it. False without sound or music, and after a failure, which disables the music controls.
 bool play_selected_theme();
 
-/// Feeds the music; with all themes in turn the selected module's theme becomes the one that is heard. True when that
-/// changed.
+/// Feeds the music. If all themes play in turn, stores the one that is heard as the selected module's; true if that is
+/// another one.
 bool notice_theme();
 
 } // namespace vcc

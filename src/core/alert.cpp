@@ -10,7 +10,7 @@ namespace {
 
 constexpr int confirm_key = 'C';
 
-/// The box draws control characters as glyphs; messages that go to the log as well may end in a line feed.
+/// The box would draw the line feed that ends some log messages as a glyph.
 std::string without_line_end(std::string_view text) {
     return std::string(text.substr(0, text.find_last_not_of("\r\n") + 1));
 }

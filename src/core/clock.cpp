@@ -11,13 +11,7 @@ namespace {
 
 IdleTask idle_task{};
 
-bool idle_task_wanted() {
-    return idle_task.wanted != nullptr && idle_task.run != nullptr && idle_task.wanted();
-}
-
 } // namespace
-
-std::atomic<std::uint32_t> ms_counter{0};
 
 void on_tick() {
     ms_counter.fetch_add(5, std::memory_order_relaxed);
@@ -35,11 +29,11 @@ void run_idle_task() {
 void wait_ms(int duration_ms) {
     if (duration_ms <= 0)
         return;
-    if (!idle_task_wanted()) {
+    if (idle_task.wanted == nullptr || !idle_task.wanted()) {
         rest(static_cast<unsigned>(duration_ms));
         return;
     }
-    // Elapsed time instead of a target time: a counter that wraps meanwhile does no harm.
+    // Elapsed time, not a target time, because the counter may wrap.
     const std::uint32_t start = ms_counter;
     while (ms_counter - start < static_cast<std::uint32_t>(duration_ms))
         run_idle_task();

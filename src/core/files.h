@@ -1,4 +1,4 @@
-// Whole small files, with a limit.
+// Reading small files whole.
 #pragma once
 
 #include "core/result.h"

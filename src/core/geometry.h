@@ -1,20 +1,24 @@
 // Rectangles on the screen.
 #pragma once
 
+#include <allegro.h>
+
 namespace vcc {
 
-/// Corners in pixels, all of them inside.
+/// Corners in pixels, edges included.
 struct Rect {
     int x1 = 0, y1 = 0, x2 = 0, y2 = 0;
 
     constexpr bool contains(int x, int y) const { return x1 <= x && x <= x2 && y1 <= y && y <= y2; }
 };
 
-/// Whether the mouse pointer is inside (both bounds inclusive). Kept for places that are no slot; there are none now.
-bool mouse_in_rect(int x1, int y1, int x2, int y2);
+/// Whether the mouse pointer is inside, edges included. For places that are not slots; no screen has one today.
+inline bool mouse_in_rect(int x1, int y1, int x2, int y2) {
+    return Rect{x1, y1, x2, y2}.contains(mouse_x, mouse_y);
+}
 
-/// Centres an inner area in an outer one. x is computed when the width fits, y only when then the height fits as well;
-/// an output that is not computed keeps its value.
+/// Centres an inner area in an outer one. Sets x if the width fits, and then y if the height fits as well; otherwise
+/// leaves them unchanged.
 constexpr void centre_in(int& x, int& y, int outer_width, int outer_height, int inner_width, int inner_height) {
     if (inner_width > outer_width)
         return;

@@ -1,4 +1,4 @@
-// Owning handles for objects of the graphics library and the C library. Nobody else calls the closing functions.
+// Owning handles for objects of the graphics library and the C library. Nothing else calls the closing functions.
 #pragma once
 
 #include <allegro.h>
@@ -8,35 +8,24 @@
 
 namespace vcc {
 
-struct BitmapDeleter {
-    void operator()(BITMAP* bitmap) const noexcept { destroy_bitmap(bitmap); }
-};
-struct SampleDeleter {
-    void operator()(SAMPLE* sample) const noexcept { destroy_sample(sample); }
-};
-struct PackfileDeleter {
-    void operator()(PACKFILE* file) const noexcept { pack_fclose(file); }
-};
-struct ModeListDeleter {
-    void operator()(GFX_MODE_LIST* list) const noexcept { destroy_gfx_mode_list(list); }
-};
-struct AudioStreamDeleter {
-    void operator()(AUDIOSTREAM* stream) const noexcept { stop_audio_stream(stream); }
-};
-struct FileDeleter {
-    void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+/// Releases an object by a function of its library.
+template <auto release>
+struct Release {
+    template <class Object>
+    void operator()(Object* object) const noexcept {
+        release(object);
+    }
 };
 
-/// A bitmap that we own. `screen` belongs to the library and never goes in here; sub-bitmaps must die before their
-/// parent.
-using BitmapPtr = std::unique_ptr<BITMAP, BitmapDeleter>;
-using SamplePtr = std::unique_ptr<SAMPLE, SampleDeleter>;
-using PackfilePtr = std::unique_ptr<PACKFILE, PackfileDeleter>;
-using ModeListPtr = std::unique_ptr<GFX_MODE_LIST, ModeListDeleter>;
-using AudioStreamPtr = std::unique_ptr<AUDIOSTREAM, AudioStreamDeleter>;
-using FilePtr = std::unique_ptr<std::FILE, FileDeleter>;
+/// A bitmap that we own; never `screen`, which belongs to the library. Sub-bitmaps must die before their parent.
+using BitmapPtr = std::unique_ptr<BITMAP, Release<destroy_bitmap>>;
+using SamplePtr = std::unique_ptr<SAMPLE, Release<destroy_sample>>;
+using PackfilePtr = std::unique_ptr<PACKFILE, Release<pack_fclose>>;
+using ModeListPtr = std::unique_ptr<GFX_MODE_LIST, Release<destroy_gfx_mode_list>>;
+using AudioStreamPtr = std::unique_ptr<AUDIOSTREAM, Release<stop_audio_stream>>;
+using FilePtr = std::unique_ptr<std::FILE, Release<std::fclose>>;
 
-/// Runs a task when its own life ends.
+/// Runs a task at the end of its scope.
 template <typename Task>
 class AtEnd {
 public:

@@ -1,5 +1,5 @@
-// What the program and an installation agree on: names of files, sizes, numbers of fixed records, and codes. Constants
-// only; the program, vcckit and the benchmarks read them here. Names are written as they appear in log lines.
+// What the program and an installation agree on: file names, sizes, numbers of fixed records, and codes. Constants
+// only, shared by the program, vcckit and the benchmarks. Names are spelled as in log lines.
 #pragma once
 
 #include <array>
@@ -21,16 +21,16 @@ inline constexpr const char* sound_setup = "tools/vcc.snd";
 inline constexpr const char* pointer_folder = "images/";
 inline constexpr const char* pointer_file = "pointer.pcx";
 inline constexpr const char* manual = "docs\\veldor_manual.pdf";
-inline constexpr const char* german_manual = "docs\\veldor_manual_de.pdf"; ///< need not be there
+inline constexpr const char* german_manual = "docs\\veldor_manual_de.pdf"; ///< optional
 inline constexpr const char* help_picture = "factory.pcx";                 ///< written by F4 on a help page
-/// Shown in turn while a pass loads.
+/// Rotate while a pass loads.
 inline constexpr std::array<const char*, 4> backgrounds{"images\\morv1.pcx", "images\\morv2.pcx", "images\\morv3.pcx",
                                                         "images\\morv4.pcx"};
-/// Mapping files of the keyboard setting 0 to 5.
+/// Mapping files by the keyboard setting, 0 to 5.
 inline constexpr std::array<std::string_view, 6> keyboards{"data/configs/us.cfg", "data/configs/de.cfg",
                                                            "data/configs/fi.cfg", "data/configs/fr.cfg",
                                                            "data/configs/it.cfg", "data/configs/uk.cfg"};
-inline constexpr const char* text_windows = "factory.tw"; ///< behind the prefix of the language
+inline constexpr const char* text_windows = "factory.tw"; ///< after the prefix of the language
 } // namespace path
 
 inline constexpr const char* font_section = "VELDOR_VCC"; ///< of the settings file
@@ -41,10 +41,10 @@ struct Film {
 };
 inline constexpr std::array<Film, 2> films{{{"images/Zentrik.avi", 181}, {"images/VELDOR_Intro.avi", 182}}};
 
-/// A language's files: tools/language/FOLDER/PREFIX..., and in tools/language/FOLDER/txt its messages and what replaces
-/// the texts of the screens, which need not be there.
+/// A language's files: tools/language/FOLDER/PREFIX..., and in tools/language/FOLDER/txt its messages and, optionally,
+/// its translations of the texts of the screens.
 struct LanguageRow {
-    std::string_view code; ///< as written in sources of screens
+    std::string_view code; ///< in screen sources
     std::string_view folder;
     std::string_view prefix;
     std::string_view messages;
@@ -53,32 +53,32 @@ struct LanguageRow {
 inline constexpr std::array<LanguageRow, 2> languages{{{"en", "english", "e_", "messages.eng", "screen_texts.eng"},
                                                        {"de", "german", "g_", "messages.ger", "screen_texts.ger"}}};
 
-/// The programs that share the settings; the number indexes their volumes and themes.
+/// The programs that share the settings, as an index into their volumes and themes.
 enum class Module : int { hq, factory, battle, control_centre };
 inline constexpr int module_count = 4;
 
-/// Libraries of the game modules, by their number; the entry has the library's name.
+/// Libraries of the game modules by module number. Each exports an entry of its own name.
 inline constexpr std::array<const char*, 3> module_names{"hq", "factory", "battle"};
 
-inline constexpr int leave_code = 45; ///< of leaving; also: the screens cannot be loaded
+inline constexpr int leave_code = 45; ///< leave the program; also: the screens cannot be loaded
 
-/// What the player leaves the screens for.
+/// Where the player goes from the screens.
 enum class ModuleChoice : int { none = -1, hq, factory, battle, leave = leave_code };
 
-/// What a screen ends with: the next state of the screens.
+/// What a screen ends with: the next state.
 enum class ScreenResult : int { menu = 0, options = 1, hq = 2, factory = 3, battle = 4, leave = leave_code };
 
 enum class ScreenKind : int { menu, options, info, message };
 
 struct ScreenFile {
     ScreenKind kind;
-    std::string_view name; ///< of its slot and toggle file, behind the prefix of the language
-    int used;              ///< slots that are addressed by number
+    std::string_view name; ///< of its slot and toggle file, after the prefix of the language
+    int used;              ///< slots addressed by number
     int needed;            ///< with fewer the program does not start
 };
 
 namespace menu_slot {
-/// A slot, and the preview that is drawn while the pointer is on it.
+/// A slot, and the preview drawn while the pointer is on it.
 struct Preview {
     int slot, picture;
 };
@@ -88,15 +88,15 @@ inline constexpr int count = 17;
 
 namespace options_slot {
 inline constexpr int first_selector = 11; ///< module selector buttons 11 to 14
-inline constexpr int selector_end = 15;   ///< counts as part of the selector for the pointer
+inline constexpr int selector_end = 15;   ///< part of the selector for the pointer
 inline constexpr int first_marker = 16;   ///< module markers 16 to 19
 inline constexpr int player_name = 45, ip_address = 53;
-inline constexpr int first_value = 56; ///< button and record of every value entry in turn
+inline constexpr int first_value = 56; ///< button and record of each value entry in turn
 inline constexpr int value_count = 11;
 inline constexpr int first_junction = 78; ///< graphic slots 78 to 81
 inline constexpr int loop_button = 86, connector_colours = 88, loop_label = 89;
 inline constexpr int count = 90;
-/// Slots without a behaviour of their own that put the selector's marker to rest.
+/// Slots that only return the selector's marker to its resting look.
 inline constexpr std::array<int, 6> resting{45, 46, 50, 53, 83, 85};
 } // namespace options_slot
 
@@ -104,14 +104,14 @@ namespace info_slot {
 inline constexpr int first_line = 1, line_count = 12;
 } // namespace info_slot
 
-inline constexpr int help_line_standard = 67; ///< characters of a help line that are shown
+inline constexpr int help_line_standard = 67; ///< characters shown of a help line
 
 namespace message_slot {
 inline constexpr int window = 0, first_line = 2, missing_file = 4, missing_entry = 5, last_line = 9, first_button = 10;
 inline constexpr int close = 13, back = 33, forward = 35, count = 36;
 } // namespace message_slot
 
-/// In the order in which they are loaded.
+/// In loading order.
 inline constexpr std::array<ScreenFile, 4> screen_files{{
     {ScreenKind::menu, "vcc", menu_slot::count, 2},
     {ScreenKind::options, "vcc_options", options_slot::count, options_slot::count},
@@ -119,13 +119,13 @@ inline constexpr std::array<ScreenFile, 4> screen_files{{
     {ScreenKind::message, "mess", message_slot::count, 2},
 }};
 
-// Text windows that are addressed by number.
+// Text windows addressed by number.
 inline constexpr int style_window = 19; ///< template of the highlighted frame and of shadows
 inline constexpr int info_window = 21, group_window = 22, value_window = 23, module_window = 24,
                      sound_group_window = 25;
 
-// Graphic buffers that are addressed by number; those from window_copy_buffer on are made, not loaded.
-inline constexpr int screen_buffer = 0;       ///< every screen is drawn here and copied whole to the display
+// Graphic buffers addressed by number; those from window_copy_buffer on are created, not loaded.
+inline constexpr int screen_buffer = 0;       ///< screens are drawn here, then copied whole to the display
 inline constexpr int backdrop_buffer = 3;     ///< background picture of the screens
 inline constexpr int window_copy_buffer = 21; ///< background copy for windows 22 to 25
 inline constexpr int help_save_buffer = 22;   ///< what lies under a help page

@@ -1,9 +1,11 @@
 // The size of the logical screen, which every grid and every picture refers to.
 #pragma once
 
+#include "core/installation.h"
+
 namespace vcc {
 
-extern int layout_width;  ///< pixels; 800 from the first pass on
-extern int layout_height; ///< pixels; 600 from the first pass on
+inline int layout_width = picture_width;   ///< pixels
+inline int layout_height = picture_height; ///< pixels
 
 } // namespace vcc

@@ -10,8 +10,8 @@ namespace vcc {
 
 inline constexpr std::size_t line_limit = 244; ///< characters of a line; a longer line is read as several
 
-/// Hands out the lines of a text in memory. A line is at most `limit` characters with its line feed; the line feed (and
-/// a carriage return before it) is not part of what next() returns; a zero byte ends the line's text.
+/// Splits a text in memory into lines. A line is at most `limit` characters including its line feed. next() drops the
+/// line feed, a carriage return before it, and everything from a zero byte on.
 class LineReader {
 public:
     /// `text` must outlive the reader.
@@ -20,10 +20,10 @@ public:
     /// The next line, or nothing at the end of the text.
     std::optional<std::string_view> next(std::size_t limit = line_limit);
 
-    /// Number of lines (pieces) handed out so far, for messages.
+    /// Number of lines (pieces) returned so far, for messages.
     int line_number() const { return line_number_; }
 
-    /// Byte offset of the next line; seek() goes back to one.
+    /// Byte offset of the next line, for seek().
     std::size_t position() const { return position_; }
     void seek(std::size_t position) { position_ = position; }
 

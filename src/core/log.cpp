@@ -14,8 +14,6 @@
 
 namespace vcc {
 
-std::string module_prefix = "CC: ";
-
 void write_log(std::string_view message) {
     const std::time_t now = std::time(nullptr);
     const std::tm* local = std::localtime(&now);
@@ -25,7 +23,7 @@ void write_log(std::string_view message) {
     const std::string name = platform::resolve_path(path::log);
     std::error_code error;
     if (std::filesystem::is_fifo(name, error))
-        return; // it would block until somebody reads
+        return; // would block until somebody reads it
     const FilePtr file(std::fopen(name.c_str(), "at"));
     if (!file)
         return;

@@ -1,4 +1,4 @@
-// The log file: one entry a failure, opened and closed for each so that entries survive a crash.
+// The log file: one entry per failure, opened and closed for each so that entries survive a crash.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace vcc {
 
-/// The writer's name at the head of every entry: "CC: " during start-up, "CC " from the first pass on.
-extern std::string module_prefix;
+/// Heads every entry: "CC: " during start-up, "CC " from the first pass on.
+inline std::string module_prefix = "CC: ";
 
 /// Appends one entry (writer, local time, message, empty line) to data/logfiles/veldor_log.txt.
-/// A log that cannot be opened is ignored; the folder is never created.
+/// Does nothing if the log cannot be opened; never creates its folder.
 void write_log(std::string_view message);
 
 /// printf into a string; the result is at most 4095 bytes.

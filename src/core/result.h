@@ -1,4 +1,4 @@
-// What a loader gives: a value, or the reason why there is none.
+// What a loader returns: a value, or the reason why there is none.
 #pragma once
 
 #include <string>
@@ -20,7 +20,7 @@ public:
 
     explicit operator bool() const { return std::holds_alternative<Value>(held_); }
 
-    // Only while there is a value.
+    // Only if there is a value.
     Value& operator*() { return *std::get_if<Value>(&held_); }
     const Value& operator*() const { return *std::get_if<Value>(&held_); }
     Value* operator->() { return std::get_if<Value>(&held_); }
@@ -28,7 +28,7 @@ public:
 
     Value value_or(Value other) && { return *this ? std::move(**this) : std::move(other); }
 
-    /// Empty while there is a value.
+    /// Empty if there is a value.
     std::string reason() const { return *this ? std::string() : std::get_if<Failure>(&held_)->reason; }
 
 private:

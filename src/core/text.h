@@ -1,4 +1,4 @@
-// Small operations on texts (bytes in Windows Latin-1) and on fixed character arrays of file records.
+// Helpers for texts (bytes in Windows Latin-1) and for the fixed character arrays of file records.
 #pragma once
 
 #include <algorithm>
@@ -8,37 +8,36 @@
 
 namespace vcc {
 
-/// Appends `fill` until the text is `length` - 1 characters long (the length counts a terminating zero); never
-/// shortens.
+/// Pads the text with `fill` to `length` - 1 characters (the length counts a terminating zero); never shortens it.
 void pad_text(std::string& text, int length, char fill);
 
-/// Removes blanks (character 32 only) from the end; returns the remaining length.
+/// Removes trailing blanks (character 32 only); returns the remaining length.
 int trim_right(std::string& text);
 
-/// The text without blanks at its beginning.
+/// The text without leading blanks.
 std::string trim_left(std::string_view text);
 
-/// True when the text is empty or consists of blanks only.
+/// True if the text is empty or all blanks.
 bool is_blank(std::string_view text);
 
-/// The text up to (not including) the first `stop`; the whole text without one.
+/// The text up to, but not including, the first `stop`; the whole text without one.
 std::string_view cut_at(std::string_view text, char stop);
 
-/// `name` with everything from its last "." on replaced by `extension` (given with its dot). The first character is not
-/// looked at; a name without such a "." gives the extension alone.
+/// `name` with everything from its last "." on replaced by `extension` (given with its dot). A "." as the first
+/// character does not count; a name without any other gives the extension alone.
 std::string replace_extension(std::string_view name, std::string_view extension);
 
-/// Standard decimal conversion of the beginning of a text, as atoi does it: leading white space, a sign, digits; 0 when
-/// there are none. Values outside the range of int are clamped to it.
+/// The decimal number at the beginning of a text, as atoi reads it: white space, a sign, digits; 0 if there are none.
+/// Clamped to the range of int.
 int to_number(std::string_view text);
 
-/// The text in a zero-terminated character array of a file record; safe when the terminator is missing.
+/// The text in a character array of a file record, up to its first zero or its end.
 template <std::size_t N>
 std::string_view text_of(const char (&field)[N]) {
     return {field, static_cast<std::size_t>(std::find(field, field + N, '\0') - field)};
 }
 
-/// Stores a text in a character array, cut to N - 1 characters and zero-filled.
+/// Stores a text in a character array, cut to N - 1 characters and filled up with zeros.
 template <std::size_t N>
 void store_text(char (&field)[N], std::string_view text) {
     const std::size_t length = std::min(text.size(), N - 1);

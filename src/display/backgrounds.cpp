@@ -6,11 +6,9 @@
 
 namespace vcc {
 
-int background_rotation = 0;
-
 namespace {
 
-// Released in every pass before the screens run, and by free_backgrounds() before the library goes.
+// Empty again before the library is shut down.
 std::array<BitmapPtr, path::backgrounds.size()> pictures;
 
 } // namespace
@@ -20,9 +18,8 @@ std::vector<std::string> background_paths() {
 }
 
 int load_backgrounds() {
-    const std::vector<std::string> paths = background_paths();
     for (std::size_t i = 0; i < pictures.size(); ++i) {
-        pictures[i] = load_picture(paths[i], &buffer_palettes[screen_buffer]).value_or(nullptr);
+        pictures[i] = load_picture(path::backgrounds[i], &buffer_palettes[screen_buffer]).value_or(nullptr);
         if (!pictures[i])
             return static_cast<int>(i) + 1;
     }
@@ -31,13 +28,8 @@ int load_backgrounds() {
 
 void show_next_background() {
     const auto step = static_cast<unsigned>(background_rotation);
-    BITMAP* const picture = pictures[step % pictures.size()].get();
     background_rotation = static_cast<int>(step + 1);
-    if (!picture || !screen)
-        return;
-    acquire_screen();
-    blit(picture, screen, 0, 0, 0, 0, picture_width, picture_height);
-    release_screen();
+    copy_to_screen(pictures[step % pictures.size()].get());
 }
 
 void free_backgrounds() {

@@ -1,4 +1,4 @@
-// The four background pictures that rotate while a pass is loading.
+// The four background pictures that rotate while a pass loads.
 #pragma once
 
 #include <string>
@@ -6,18 +6,18 @@
 
 namespace vcc {
 
-extern int background_rotation; ///< steps taken since the program started
+inline int background_rotation = 0; ///< pictures shown since the program started
 
-/// images\morv1.pcx to morv4.pcx.
+/// Their files.
 std::vector<std::string> background_paths();
 
-/// Loads them; returns 0, or the number (1 to 4) of the first picture that cannot be loaded.
+/// Loads them; returns 0, or the number (1 to 4) of the first that cannot be loaded.
 int load_backgrounds();
 
-/// Shows the next picture of the rotation on the screen, if it is loaded, and moves the rotation on.
+/// Shows the next picture of the rotation, if it is loaded, and advances the rotation.
 void show_next_background();
 
-/// Destroys the pictures.
+/// Destroys them.
 void free_backgrounds();
 
 } // namespace vcc

@@ -1,11 +1,6 @@
 #include "display/buffers.h"
 
-#include "core/installation.h"
-
 namespace vcc {
-
-std::array<BitmapPtr, graphic_buffer_count> graphic_buffers;
-std::array<PALETTE, graphic_buffer_count> buffer_palettes{};
 
 BITMAP* graphic_buffer(int number) {
     if (number < 0 || number >= graphic_buffer_count)
@@ -13,14 +8,22 @@ BITMAP* graphic_buffer(int number) {
     return graphic_buffers[static_cast<std::size_t>(number)].get();
 }
 
+void copy_to_screen(BITMAP* picture) {
+    if (!picture || !screen)
+        return;
+    acquire_screen();
+    blit(picture, screen, 0, 0, 0, 0, picture_width, picture_height);
+    release_screen();
+}
+
+void copy_picture(BITMAP* from, BITMAP* to) {
+    if (from && to)
+        blit(from, to, 0, 0, 0, 0, picture_width, picture_height);
+}
+
 void show_buffer_zero() {
     show_mouse(nullptr);
-    BITMAP* const picture = graphic_buffer(screen_buffer);
-    if (picture && screen) {
-        acquire_screen();
-        blit(picture, screen, 0, 0, 0, 0, picture_width, picture_height);
-        release_screen();
-    }
+    copy_to_screen(graphic_buffer(screen_buffer));
     show_mouse(screen);
 }
 

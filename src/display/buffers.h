@@ -1,4 +1,4 @@
-// The table of graphic buffers: off-screen bitmaps addressed by number.
+// The graphic buffers: off-screen bitmaps addressed by number.
 #pragma once
 
 #include "core/handles.h"
@@ -10,16 +10,22 @@ namespace vcc {
 
 inline constexpr int graphic_buffer_count = 25;
 
-extern std::array<BitmapPtr, graphic_buffer_count> graphic_buffers;
-extern std::array<PALETTE, graphic_buffer_count> buffer_palettes;
+inline std::array<BitmapPtr, graphic_buffer_count> graphic_buffers;
+inline std::array<PALETTE, graphic_buffer_count> buffer_palettes{};
 
-/// The bitmap of a buffer, or null when the number is outside 0 to 24 or the buffer is empty.
+/// The bitmap of a buffer, or null if the number is outside 0 to 24 or the buffer is empty.
 BITMAP* graphic_buffer(int number);
 
-/// Copies buffer 0 to the screen and shows the pointer again; nothing is copied while the buffer is empty.
+/// Copies a whole picture to the display; does nothing without a picture or a display.
+void copy_to_screen(BITMAP* picture);
+
+/// Copies a whole picture to another one; does nothing without either.
+void copy_picture(BITMAP* from, BITMAP* to);
+
+/// Copies buffer 0, unless it is empty, to the display and shows the pointer again.
 void show_buffer_zero();
 
-/// Destroys every bitmap of the table.
+/// Destroys all of them.
 void release_graphic_buffers();
 
 } // namespace vcc

@@ -1,10 +1,10 @@
-// The setting that shows the picture of 800 x 600 at other sizes.
+// The setting that scales the picture of 800 x 600.
 #pragma once
 
 namespace vcc {
 
-/// Follows the setting `display_scale` from the next mode on: 0 or anything unknown leaves windows and full screen to
-/// the library. When the display cannot do it, one log line says why, and all is as with 0. Later calls change nothing.
+/// Applies the setting `display_scale` from the next mode on; 0 or an unknown value leaves windows and full screen to
+/// the library. If the display cannot scale, one log line says why, and 0 applies. Only the first call has an effect.
 void start_display_scaling();
 
 } // namespace vcc

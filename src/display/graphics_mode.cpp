@@ -15,11 +15,6 @@
 
 namespace vcc {
 
-std::uint8_t fullscreen = windowed;
-ModeRange mode_range = ModeRange::none;
-ModeRange screen_mode_range = ModeRange::untried;
-std::array<int, 3> depth_class{};
-
 namespace {
 
 struct Setup {
@@ -27,8 +22,8 @@ struct Setup {
     int requested_depth = 0;
 };
 
-/// Sets 800 x 600; the colour depth stays as chosen unless `depth` is given.
-bool set_mode(bool full, int depth = 0) {
+/// Sets 800 x 600 at `depth` bits; 0 keeps the colour depth.
+bool set_mode(bool full, int depth) {
     if (depth != 0)
         set_color_depth(depth);
     return set_gfx_mode(full ? GFX_AUTODETECT_FULLSCREEN : GFX_AUTODETECT_WINDOWED, picture_width, picture_height, 0,
@@ -83,10 +78,9 @@ int listed_depth() {
     return best_listed_depth(modes, platform::full_screen_is_centred);
 }
 
-/// The first depth of the table at which the mode can be set (it then is), or 0.
+/// Sets the mode at the first depth of the table that works; returns that depth, or 0.
 int first_depth_that_works(bool full) {
-    const auto* found =
-        std::find_if(depths_to_try.begin(), depths_to_try.end(), [full](int depth) { return set_mode(full, depth); });
+    const auto* const found = std::ranges::find_if(depths_to_try, [full](int depth) { return set_mode(full, depth); });
     return found == depths_to_try.end() ? 0 : *found;
 }
 
@@ -104,7 +98,7 @@ void look_for_full_screen(Setup& setup) {
         fullscreen = windowed;
 }
 
-/// Sets the probed mode; 16 bits give way to 15, and a window for which no depth was found tries them all.
+/// Sets the probed mode; falls back from 16 bits to 15, and for a window without a depth tries them all.
 bool set_probed(bool full, Setup& setup) {
     if (!full && setup.requested_depth == 0) {
         setup.requested_depth = first_depth_that_works(false);
@@ -138,8 +132,8 @@ SetupResult probe(Setup& setup) {
     return finish(setup);
 }
 
-/// Sets a mode in a depth. When that fails, `old_depth` and the mode that `fullscreen` names come back: the library has
-/// already given up its screen by then.
+/// Sets a mode at a depth. If that fails, restores `old_depth` and the mode of `fullscreen`, because the library has
+/// already closed its screen.
 bool change_mode(bool full, int depth, int old_depth) {
     if (set_mode(full, depth))
         return true;

@@ -9,32 +9,32 @@ namespace vcc {
 
 inline constexpr std::uint8_t windowed = 0, full_screen = 0xFF;
 
-/// Which display modes the machine offers, as the settings file and the modules count them.
+/// The display modes that the machine offers, as numbered in the settings file and for modules.
 enum class ModeRange : int { untried = -1, none = 0, full_screen_only = 1, window_only = 2, both = 3 };
 
-extern std::uint8_t fullscreen;        ///< 0 the display is a window, 0xFF it is full screen
-extern ModeRange mode_range;           ///< what the latest set-up found
-extern ModeRange screen_mode_range;    ///< the setting of that name in memory
-extern std::array<int, 3> depth_class; ///< flags for 32 bits, 24 bits, 15 or 16 bits; exactly one is set after a set-up
+inline std::uint8_t fullscreen = windowed;               ///< 0 window, 0xFF full screen
+inline ModeRange mode_range = ModeRange::none;           ///< as the latest set-up found it
+inline ModeRange screen_mode_range = ModeRange::untried; ///< the setting of that name
+inline std::array<int, 3> depth_class{}; ///< flags for 32, 24, and 15 or 16 bits; a set-up sets exactly one
 
 enum class SetupResult { ok = 0, fatal = 1, retry = 2 };
 inline constexpr std::int8_t use_configured_mode = 0, probe_machine = -1;
 
-/// Chooses and sets the mode, records what was found in the settings, installs the display-switch behaviour. Failures
-/// are shown and logged.
+/// Chooses and sets the mode, records it in the settings and installs the display-switch behaviour. Failures are shown
+/// and logged.
 SetupResult setup_graphics_mode(std::int8_t mode);
 
-/// Changes to the other mode, or without `toggle` sets the one that `fullscreen` names again; then shows buffer 0.
-/// When the mode cannot be set, the previous one is set again, `fullscreen` keeps its value, and one log line says so.
+/// Changes to the other mode, or without `toggle` sets the mode of `fullscreen` again; then shows buffer 0. If that
+/// fails, sets the previous mode again, leaves `fullscreen` unchanged and logs it.
 void switch_display_mode(bool toggle);
 
-/// Does nothing while the display is as screens need it: 800 x 600, at 15 bits or more, new bitmaps in its depth.
-/// Otherwise sets the mode that `fullscreen` names, or failing that the other one, at `depth` bits; one log line says
-/// what `culprit`, a module's file, has left.
+/// Does nothing if the display is fit for the screens: 800 x 600, 15 bits or more, new bitmaps in its depth. Otherwise
+/// sets the mode of `fullscreen`, or if that fails the other one, at `depth` bits, and logs what `culprit`, a module's
+/// file, has left behind.
 void ensure_display(int depth, const std::string& culprit);
 
-/// Sets the mode again in the depth of the setting `bitmap_depth`; true when done (the buffers are gone: load them
-/// again, and install the pointer again), false when that depth is not offered and nothing was done.
+/// Sets the mode again in the depth of the setting `bitmap_depth`. True if done: the buffers are released and must be
+/// loaded again, and the pointer installed again. False if that depth is not offered; nothing has changed then.
 bool rebuild_display(bool toggle);
 
 /// Bits per pixel of a bitmap_depth setting; 0 outside 0 to 3.

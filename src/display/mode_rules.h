@@ -1,4 +1,4 @@
-// Choosing a graphics mode: the decisions and the texts of the failures, without the library.
+// Choosing a graphics mode: decisions and failure texts, without the library.
 #pragma once
 
 #include "core/installation.h"
@@ -14,7 +14,7 @@ namespace vcc {
 
 inline constexpr std::array<int, 4> depths_to_try{depth_bits(0), depth_bits(1), depth_bits(2), depth_bits(3)};
 
-/// What the library says of the desktop; each number is 0 when it cannot tell.
+/// The desktop as the library reports it; 0 where unknown.
 struct Desktop {
     int width = 0, height = 0, depth = 0;
 
@@ -44,10 +44,10 @@ struct ModeFailureRow {
 };
 const ModeFailureRow& failure_row(ModeFailure failure);
 
-/// The log entry of a failed mode. `screen` is the value of `fullscreen`, `range` that of `mode_range`.
+/// The log entry of a failed mode; `screen` and `range` are `fullscreen` and `mode_range`.
 std::string error_line(int number, const Desktop& desktop, int requested_depth, std::uint8_t screen, ModeRange range);
 
-/// Why the program cannot run on a desktop at all, if so.
+/// Why the program cannot run on a desktop, if it cannot.
 std::optional<ModeFailure> desktop_failure(const Desktop& desktop);
 
 /// A listed full-screen mode.
@@ -55,18 +55,18 @@ struct ListedMode {
     int width, height, depth;
 };
 
-/// The largest colour depth at which a listed mode shows 800 x 600: exactly, or, with a driver that centres, any mode
-/// that is large enough. 0 when there is none of at least 15 bits.
+/// The largest colour depth of a listed mode of 800 x 600, or, with a driver that centres, of any mode that is large
+/// enough. 0 if none has 15 bits or more.
 int best_listed_depth(std::span<const ListedMode> modes, bool centred);
 
-/// `mode_range` once full-screen modes have been looked for: a desktop larger than the picture always offers a window.
+/// `mode_range` after the search for full-screen modes: a desktop larger than the picture always offers a window.
 constexpr ModeRange offered_modes(ModeRange range, bool exact_desktop) {
     if (exact_desktop)
         return range;
     return range != ModeRange::none ? ModeRange::both : ModeRange::window_only;
 }
 
-/// The failure of setting a probed mode.
+/// Which failure it is when a probed mode cannot be set.
 constexpr ModeFailure probed_failure(bool full, int requested_depth) {
     if (requested_depth == 16)
         return full ? ModeFailure::probed_full_screen_at_15 : ModeFailure::probed_window_at_15;

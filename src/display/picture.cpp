@@ -39,18 +39,19 @@ Result<BitmapPtr> load_picture(std::string_view path, PALETTE* palette) {
         if (!file)
             return Failure{file.reason()};
         const std::span bytes(reinterpret_cast<const std::uint8_t*>(file->data()), file->size());
-        // The library's reader believes any size that the header names, so the header is looked at first.
+        // The library's reader trusts any size in the header, so the header is checked first.
         const PictureHeader header = read_picture_header(bytes);
         if (!header.sound)
             return Failure{unfit_picture};
         picture = unpack_picture(bytes);
-        if (!picture && header.bits == 24) // the library shows what there is of it
+        if (!picture && header.bits == 24) // the library shows as much as there is
             write_log(format_text("Picture is incomplete: %.*s", static_cast<int>(path.size()), path.data()));
     }
-    BitmapPtr bitmap(picture ? make_bitmap(*picture)
-                             : BitmapPtr(load_pcx(platform::resolve_path(path).c_str(), palette ? *palette : nullptr)));
+    BitmapPtr bitmap = picture
+                           ? make_bitmap(*picture)
+                           : BitmapPtr(load_pcx(platform::resolve_path(path).c_str(), palette ? *palette : nullptr));
     if (picture && palette)
-        generate_332_palette(*palette); // as the library gives every picture without one of its own
+        generate_332_palette(*palette); // which the library gives to every picture without its own
     if (!bitmap)
         return Failure{unfit_picture};
     return bitmap;

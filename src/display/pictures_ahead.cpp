@@ -18,8 +18,8 @@ namespace {
 constexpr std::size_t waiting_limit = 16u << 20; ///< bytes
 
 struct Entry {
-    std::string path;     ///< as it will be asked for
-    std::string absolute; ///< the thread must not depend on the working folder, which saving changes for a moment
+    std::string path;     ///< as take_picture() gets it
+    std::string absolute; ///< saving changes the working folder for a moment
     bool done = false;
     std::optional<UnpackedPicture> picture;
 };
@@ -29,7 +29,7 @@ public:
     explicit Reader(std::deque<Entry> entries)
         : entries_(std::move(entries)), thread_([this](auto stop) { run(stop); }) {}
 
-    /// Waits for the picture of `path`; nothing when it is not among the entries.
+    /// As take_picture().
     std::optional<UnpackedPicture> take(std::string_view path) {
         std::unique_lock lock(mutex_);
         const auto entry = std::ranges::find(entries_, path, &Entry::path);
@@ -60,7 +60,7 @@ private:
             lock.unlock();
             std::optional<UnpackedPicture> picture = read(absolute);
             lock.lock();
-            // The one that was read may have been dropped meanwhile.
+            // It may have been dropped meanwhile.
             if (const auto same = std::ranges::find_if(
                     entries_, [&](const Entry& each) { return !each.done && each.absolute == absolute; });
                 same != entries_.end()) {
@@ -75,7 +75,7 @@ private:
         try {
             if (const auto file = read_file(path, picture_file_limit))
                 return unpack_picture({reinterpret_cast<const std::uint8_t*>(file->data()), file->size()});
-        } catch (const std::bad_alloc&) { // the one who asks for it tries again, and can say so
+        } catch (const std::bad_alloc&) { // the caller of take_picture() tries again, and reports a failure
         }
         return std::nullopt;
     }
@@ -87,10 +87,10 @@ private:
         return waiting < waiting_limit;
     }
 
-    std::mutex mutex_; ///< of the entries
+    std::mutex mutex_; ///< guards the entries
     std::condition_variable_any changed_;
     std::deque<Entry> entries_;
-    std::jthread thread_; ///< last: it ends before what it uses goes
+    std::jthread thread_; ///< last, so that it ends before the members that it uses
 };
 
 std::unique_ptr<Reader> reader;
@@ -108,7 +108,7 @@ void read_pictures_ahead(const std::vector<std::string>& paths) {
         return;
     try {
         reader = std::make_unique<Reader>(std::move(entries));
-    } catch (const std::system_error&) { // no thread to be had: every picture is read when it is asked for
+    } catch (const std::system_error&) { // without a thread, pictures are read when they are needed
     }
 }
 

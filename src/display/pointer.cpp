@@ -7,8 +7,6 @@
 
 namespace vcc {
 
-BitmapPtr pointer_picture;
-
 namespace {
 
 constexpr int hot_spot_x = 6, hot_spot_y = 1;
@@ -20,7 +18,7 @@ bool load_mouse_pointer(const std::string& directory, const std::string& file) {
     BitmapPtr picture = load_picture(directory + file).value_or(nullptr);
     if (!picture)
         return false;
-    // The old picture must outlive its time as the sprite: it goes only after this call.
+    // The old picture must live until this call has replaced it as the sprite.
     set_mouse_sprite(picture.get());
     set_mouse_sprite_focus(hot_spot_x, hot_spot_y);
     pointer_picture = std::move(picture);

@@ -9,9 +9,6 @@
 
 namespace vcc {
 
-std::atomic<int> switched_out = 0;
-std::atomic<int> close_requested = 0;
-
 namespace {
 
 void register_callback(int direction, void (*callback)(), const char* failure) {
@@ -32,8 +29,8 @@ void on_switch_out() {
 }
 
 void install_display_switching() {
-    // The mode comes first: setting it makes the library forget its callbacks. Not every driver knows a screen that
-    // loses its contents (X11 does not); such a screen simply keeps them.
+    // The mode comes first, because setting it removes the callbacks. Not every driver supports SWITCH_BACKAMNESIA: on
+    // X11 the screen keeps its contents.
     const bool full = fullscreen == full_screen;
     if (!full || set_display_switch_mode(SWITCH_BACKAMNESIA) != 0)
         set_display_switch_mode(SWITCH_BACKGROUND);

@@ -1,25 +1,25 @@
-// What happens when the player switches to another program and back.
+// Switching to another program and back, and requests to close.
 #pragma once
 
 #include <atomic>
 
 namespace vcc {
 
-extern std::atomic<int> switched_out; ///< 1 while the program is switched away; written by the two callbacks only
+inline std::atomic<int> switched_out = 0; ///< 1 while switched away; only the two callbacks write it
 
-/// Sets the switch behaviour that fits `fullscreen` and registers the callbacks; failures are shown and logged.
+/// Sets the switch behaviour for `fullscreen` and registers the callbacks; failures are shown and logged.
 void install_display_switching();
 
 void on_switch_in();
 void on_switch_out();
 
-/// True once the program was asked to close. It then leaves as with Alt+X.
-extern std::atomic<int> close_requested;
+/// Not 0 once the program has been asked to close; it then leaves as with Alt+X.
+inline std::atomic<int> close_requested = 0;
 
-/// Asks the program to close, from any thread: a module or an alert that has the keyboard sees Escape and comes back.
+/// Asks the program to close, from any thread. A module or an alert that has the keyboard sees Escape and returns.
 void request_close();
 
-/// The window's close button asks it.
+/// Has the window's close button call request_close().
 void install_close_button();
 
 } // namespace vcc

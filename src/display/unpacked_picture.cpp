@@ -11,15 +11,15 @@ namespace vcc {
 namespace {
 
 constexpr std::size_t planes = 3;
-constexpr std::uint8_t run_mark = 0xC0; ///< of a byte whose other bits are the length of a run of the next byte
-constexpr int bytes_per_line_limit = picture_limit + 1; ///< keeping the padding of more would fill the memory
-constexpr std::ptrdiff_t store = 16;                    ///< bytes that every run writes at least, over what comes next
+constexpr std::uint8_t run_mark = 0xC0; ///< in a byte whose other bits count how often the next byte repeats
+constexpr int bytes_per_line_limit = picture_limit + 1; ///< longer padding is not kept: it could fill the memory
+constexpr std::ptrdiff_t store = 16; ///< every run writes at least this many bytes, to be overwritten by the next
 
-/// Unpacks one line: red, green and blue bytes one after the other. A run may not leave the line: what is too long is
-/// dropped. False at the end of the data. May write `store` bytes past the line.
+/// Unpacks one line: its red, green and blue bytes in turn. Cuts runs at the end of the line. False at the end of the
+/// data. May write `store` bytes past the line.
 ///
-/// Rendered pictures change between single bytes and runs of one without a pattern, and a branch for that would be
-/// guessed wrong every few bytes: so both are handled as runs, and short runs are written at their longest.
+/// Rendered pictures alternate between single bytes and runs without a pattern, and a branch would be mispredicted
+/// every few bytes. So both are handled as runs, and short runs are written at full length.
 class LineDecoder {
 public:
     explicit LineDecoder(std::span<const std::uint8_t> data) : at_(data.data()), end_(at_ + data.size()) {}
@@ -50,7 +50,7 @@ private:
     const std::uint8_t* end_;
 };
 
-/// The shifts are read once: to the compiler, every pixel written might be one of them.
+/// Reads the shifts once: the compiler must assume that every pixel written could change them.
 class PixelRow {
 public:
     void write(const std::uint8_t* red, const std::uint8_t* green, const std::uint8_t* blue, unsigned char* target,

@@ -1,4 +1,4 @@
-// True-colour PCX pictures in two halves: unpacking their bytes, which takes long and needs no graphics library, and
+// True-colour PCX pictures in two steps: unpacking the bytes, which takes long but needs no graphics library, and
 // making a bitmap of them.
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace vcc {
 
-/// The samples of a picture of 24 bits, line by line: bytes_per_line of red, of green and of blue.
+/// The samples of a 24-bit picture, line by line: bytes_per_line of red, of green, of blue.
 struct UnpackedPicture {
     PictureHeader header;
     std::unique_ptr<std::uint8_t[]> samples;
@@ -18,11 +18,11 @@ struct UnpackedPicture {
     std::size_t size() const; ///< bytes of the samples
 };
 
-/// What the bytes of a whole file hold. Nothing when it is no picture of 24 bits with a sound header or when its data
-/// ends early. Calls nothing of the graphics library, so any thread may use it.
+/// Unpacks the bytes of a whole file. Nothing if it is no 24-bit picture with a sound header, or its data end early.
+/// Does not use the graphics library, so any thread may call it.
 std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file);
 
-/// The picture in the colour depth in force, the same as the library's own reader makes. Null without memory.
+/// The picture in the colour depth in force, exactly as the library's own reader makes it. Null if memory runs out.
 BitmapPtr make_bitmap(const UnpackedPicture& picture);
 
 } // namespace vcc

@@ -13,8 +13,6 @@
 
 namespace vcc {
 
-int pointer_by_keyboard = 0;
-
 namespace {
 
 int characters(const Slot& slot) {

@@ -9,7 +9,7 @@
 
 namespace vcc {
 
-extern int pointer_by_keyboard; ///< the pointer was last placed by keyboard navigation
+inline int pointer_by_keyboard = 0; ///< the pointer was last placed by keyboard navigation
 
 /// The area in which the pointer is on a slot (inert slots have one too; nobody may hit them).
 Rect slot_rect(const Slot& slot);

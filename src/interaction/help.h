@@ -1,6 +1,7 @@
 // Help pages: a window with the help entry of a slot over the running screen.
 #pragma once
 
+#include "core/installation.h"
 #include "screen/slot.h"
 
 #include <allegro.h>
@@ -13,7 +14,7 @@
 
 namespace vcc {
 
-extern int help_line_length; ///< characters of a help line; 67
+inline int help_line_length = help_line_standard; ///< characters of a help line; 67
 
 /// One entry of a help file.
 struct HelpEntry {

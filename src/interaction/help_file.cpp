@@ -1,7 +1,6 @@
 // Reading help files. An entry is a line "+NUMBER", header lines of a free label character and a number each (page
 // count, the entries of further pages, font, text colour, window colour, shadow, sound, column, row), and text lines
 // that begin with "-" and one more character. The first other line ends it.
-#include "core/installation.h"
 #include "core/lines.h"
 #include "core/text.h"
 #include "interaction/help.h"
@@ -12,8 +11,6 @@
 #include <cstddef>
 
 namespace vcc {
-
-int help_line_length = help_line_standard;
 
 namespace {
 

@@ -7,8 +7,6 @@
 
 namespace vcc {
 
-int insert_mode = 0;
-
 namespace {
 
 std::size_t at(int position) {

@@ -7,7 +7,7 @@
 
 namespace vcc {
 
-extern int insert_mode; ///< 0 overwrite, 1 insert; outlives fields and screens
+inline int insert_mode = 0; ///< 0 overwrite, 1 insert; outlives fields and screens
 
 struct FieldEdit {
     std::string text; ///< padded with blanks to the field's length; a longer one is cut by the first change

@@ -9,8 +9,8 @@
 
 namespace vcc {
 
-extern int text_on_box; ///< the text being drawn sits on a filled box: hard edges, no background restore
-extern int full_redraw; ///< a whole screen is being drawn on a fresh background: no background restore
+inline int text_on_box = 0; ///< the text being drawn sits on a filled box: hard edges, no background restore
+inline int full_redraw = 0; ///< a whole screen is being drawn on a fresh background: no background restore
 
 /// Sets a switch for the life of the object, and clears it (or gives it its value back) at the end.
 template <typename Value>

@@ -13,8 +13,6 @@
 
 namespace vcc {
 
-int show_slot_pictures = 0;
-
 namespace {
 
 constexpr int edit_text_size = 255; ///< with a terminating zero

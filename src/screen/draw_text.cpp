@@ -12,9 +12,6 @@
 
 namespace vcc {
 
-int text_on_box = 0;
-int full_redraw = 0;
-
 namespace {
 
 bool hard_edges() {

@@ -9,10 +9,6 @@
 
 namespace vcc {
 
-std::array<TextWindow, text_window_count> text_windows;
-int current_text_window = 0;
-int dot_spacing = 2;
-
 namespace {
 
 bool is_window(int number) {

@@ -30,9 +30,9 @@ struct TextWindow {
     BITMAP* background_bitmap = nullptr; ///< borrowed; the options screen restores the area from it
 };
 
-extern std::array<TextWindow, text_window_count> text_windows;
-extern int current_text_window; ///< the highlighted window
-extern int dot_spacing;         ///< pixels between dots of the dotted style
+inline std::array<TextWindow, text_window_count> text_windows;
+inline int current_text_window = 0; ///< the highlighted window
+inline int dot_spacing = 2;         ///< pixels between dots of the dotted style
 
 /// Applies a text-window file in memory to the table; returns the number of "-" lines. `each_line` runs before every
 /// line (may be null).

@@ -12,12 +12,6 @@
 
 namespace vcc {
 
-Settings settings;
-std::array<int, module_count> theme_loop{};
-int number_of_themes = 0;
-int anti_aliased_text = 1;
-int frame_rest = 0;
-
 namespace {
 
 /// A row's names as the library wants them: zero-terminated, a "#" replaced by the number of the copy.

@@ -37,11 +37,11 @@ struct Settings {
 
 inline constexpr int font_count = 11; ///< fonts that the settings describe
 
-extern Settings settings;
-extern std::array<int, module_count> theme_loop; ///< 1: all themes one after another, 0: the chosen theme repeats
-extern int number_of_themes;                     ///< 0 to 11; 0 when music is off
-extern int anti_aliased_text;                    ///< text is drawn with smoothed edges
-extern int frame_rest;                           ///< milliseconds given up per idle frame, 0 to 20
+inline Settings settings;
+inline std::array<int, module_count> theme_loop{}; ///< 1: all themes one after another, 0: the chosen theme repeats
+inline int number_of_themes = 0;                   ///< 0 to 11; 0 when music is off
+inline int anti_aliased_text = 1;                  ///< text is drawn with smoothed edges
+inline int frame_rest = 0;                         ///< milliseconds given up per idle frame, 0 to 20
 
 /// Selects data/configs/vcc.cfg as the library's configuration file and reads it. Selecting it again writes unwritten
 /// changes first and shows what others have written meanwhile.

@@ -9,13 +9,12 @@
 
 namespace vcc {
 
-// The library's own load_wav() believes every length in the file; here the header has been checked before memory is
-// asked for.
+// The library's own load_wav() trusts every length in the file; here the header is checked before memory is allocated.
 Result<SamplePtr> load_effect_file(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0)
         return Failure{unfit_wav};
-    // The library's packfiles hand out bytes one by one: a film's sound would take 20 ms.
+    // The library's packfiles read byte by byte: a film's sound would take 20 ms.
     const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
     if (!file || std::fseek(file.get(), header.data_offset, SEEK_SET) != 0)
         return Failure{"cannot be read"};

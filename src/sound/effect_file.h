@@ -8,8 +8,8 @@
 
 namespace vcc {
 
-/// Loads a PCM file as a sample. Fails when it is missing, is not such a file or the memory does not hold it. A file
-/// without audio gives one sample of silence.
+/// Loads a PCM file as a sample. Fails if it is missing, not PCM, or too large for the memory. A file without audio
+/// gives one sample of silence.
 Result<SamplePtr> load_effect_file(const std::string& path);
 
 } // namespace vcc

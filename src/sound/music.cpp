@@ -8,11 +8,6 @@
 
 namespace vcc {
 
-int music_playing = 1;
-int music_volume = 75;
-int current_theme = 0;
-int theme_shown = 0;
-
 namespace {
 
 std::unique_ptr<WavStream> music_stream;
@@ -37,16 +32,15 @@ bool open_theme(int theme, int volume) {
         music_on = 0;
         return false;
     }
-    streaming_theme = theme_shown = theme; // with all themes in turn, the next one is that behind it
+    streaming_theme = theme_shown = theme; // if all themes play in turn, the next one follows it
     music_stream->prime(theme_order().loop_all);
     resume_music_voice();
     return true;
 }
 
-/// The theme has been heard to its end.
 void start_following_theme(int next) {
     theme_shown = next;
-    stop_music(); // the stream is used up; without it start_theme() opens even the theme that is streaming
+    stop_music(); // or start_theme() would not start the same theme again
     start_theme(next, music_volume);
 }
 
@@ -77,7 +71,7 @@ void set_music_volume(int volume) {
 }
 
 int feed_music() {
-    // A paused voice tells no position, and the library would then take both halves for played.
+    // A paused voice has no position, so the library would take both halves for played.
     if (sound_on == 0 || music_on == 0 || music_playing == 0 || !music_stream || music_stream->paused())
         return theme_shown;
     const ThemeOrder order = theme_order();

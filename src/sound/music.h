@@ -1,43 +1,42 @@
-// Background music: one theme at a time, streamed from its WAV file. There is no timer: whoever waits feeds the stream.
+// Background music: one theme at a time, streamed from its WAV file. No timer feeds the stream; whoever waits does.
 #pragma once
 
 namespace vcc {
 
-extern int music_playing; ///< 1: the music voice runs; 0: the player has stopped it. 1 at start
-extern int music_volume;  ///< playback volume, 0 to 255; 75 at start
-extern int current_theme; ///< theme that the screens consider playing; -1: no music is to be fed. 0 at start
-extern int theme_shown;   ///< theme that the refill is streaming in loop-all mode. 0 at start
+inline int music_playing = 1; ///< 1: the music voice runs; 0: the player has stopped it
+inline int music_volume = 75; ///< playback volume, 0 to 255
+inline int current_theme = 0; ///< theme that the screens consider playing; -1: no music is to be fed
+inline int theme_shown = 0;   ///< theme that the refill is streaming in loop-all mode
 
-/// What follows at the end of a theme; whoever owns the settings answers this at every refill.
+/// What follows at the end of a theme; the owner of the settings answers this at every refill.
 struct ThemeOrder {
     bool loop_all = false; ///< false: the theme repeats without a gap
-    int next = 0;          ///< theme to start once this one has been heard to its end
+    int next = 0;          ///< theme to start after this one
 };
 using ThemeOrderSource = ThemeOrder (*)();
 void set_theme_order_source(ThemeOrderSource source);
 
-/// Streams a theme (0 to 10) from its beginning; nothing happens when it is current and a stream exists. On failure
-/// (alert and log are done here) music_on becomes 0 and the result is false. The caller sets current_theme and calls
-/// set_music_volume().
+/// Streams a theme (0 to 10) from its beginning; does nothing if it is already streaming. On failure (shown and logged
+/// here) sets music_on to 0 and returns false. The caller sets current_theme and calls set_music_volume().
 bool start_theme(int theme, int volume);
 
-/// Stops the stream and closes its file; nothing without a stream.
+/// Stops the stream, if any, and closes its file.
 void stop_music();
 
-/// Sets the volume and looping of the music voice; nothing while sound, music or effects are off.
+/// Sets the volume and looping of the music voice; does nothing while sound, music or effects are off.
 void set_music_volume(int volume);
 
-/// Refills the stream when it asks for it; returns theme_shown.
+/// Refills the stream if it needs data; returns theme_shown.
 int feed_music();
 
-/// Installs feed_music() as the work that goes on while the program waits. Called once at start-up.
+/// Installs feed_music() as the idle task. Called once at start-up.
 void install_music_feeding();
 
-/// Stops or starts the music voice; nothing without a stream. music_playing is not touched.
+/// Stop or start the music voice, if there is a stream. They leave music_playing unchanged.
 void pause_music_voice();
 void resume_music_voice();
 
-/// The F12 key: when sound and music are on, stops or starts the voice and flips music_playing.
+/// The F12 key: if sound and music are on, stops or starts the voice and flips music_playing.
 void toggle_music();
 
 /// Whether a stream exists whose voice is not paused.

@@ -21,8 +21,8 @@ constexpr std::uint64_t sign_bits = 0x8000800080008000u; // of four little-endia
     }
 }
 
-// A stream buffer of half a megabyte is turned between two frames of the screen: with wide registers that costs 0.4
-// of reading it from the page cache, without them 0.6.
+// A stream buffer of half a megabyte is converted between two frames of the screen. With wide registers that takes 0.4
+// times as long as reading it from the page cache, without them 0.6.
 #if defined(__x86_64__) && defined(__GNUC__)
 [[gnu::target("avx2")]] void flip_wide(unsigned char* bytes, std::size_t size) {
     flip_by_fours(bytes, size);

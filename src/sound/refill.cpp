@@ -4,8 +4,8 @@
 
 namespace vcc {
 
-// The library asks for a buffer when the other half begins to play: the half that is active while a buffer is filled is
-// the one before it. When the half of the mark is active again, the buffer with the last data has been played.
+// The library asks for a buffer when the other half begins to play, so the half that is active while a buffer is filled
+// precedes it. When the marked half is active again, the buffer with the last data has been played.
 RefillPlan plan_refill(const RefillState& state, long data_length, long buffer_size, bool loop_all, int active_half) {
     RefillPlan plan;
     plan.next = state;

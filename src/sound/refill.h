@@ -1,5 +1,5 @@
-// What the next refill of the music stream reads and fills. Pure: positions and lengths in bytes of audio data in,
-// plan out; wav_stream.cpp carries it out.
+// Plans the next refill of the music stream. Pure: positions and lengths in bytes of audio data in, a plan out, which
+// wav_stream.cpp carries out.
 #pragma once
 
 #include <cstddef>
@@ -8,18 +8,18 @@ namespace vcc {
 
 struct RefillState {
     long position = 0; ///< data bytes read so far, below the data length (or 0)
-    int end_mark = 0;  ///< 0, or the active half + 1 at the moment when the last data of the theme was written
+    int end_mark = 0;  ///< 0, or the half that was active when the theme's last data was written, plus 1
 };
 
-/// A buffer is filled in this order: `tail` bytes from `tail_from` on, `wrap` bytes from the beginning of the data,
-/// `repeat` bytes that repeat what lies one data length before them, and silence up to the end.
+/// What fills a buffer, in this order: `tail` bytes from `tail_from` on, `wrap` bytes from the beginning of the data,
+/// `repeat` bytes that each repeat the one a data length before, and silence.
 struct RefillPlan {
     long tail_from = 0;
     long tail = 0;
     long wrap = 0;
     long repeat = 0;
     long silence = 0;
-    bool finished = false; ///< the theme has been heard to its end: the buffer is not handed back
+    bool finished = false; ///< the theme has been heard to its end: the buffer is not returned
     RefillState next;
 };
 

@@ -18,7 +18,7 @@ constexpr int reserved_voices = 16;
 
 enum class Outcome { go_on, stop, failed };
 
-/// The library keeps an installed sound system, so from the second pass on this only confirms it.
+/// From the second pass on the sound system is already installed, and the library only confirms it.
 Outcome install_sound_system(SetupState& state) {
     reserve_voices(reserved_voices, 0);
     if (install_sound(DIGI_AUTODETECT, MIDI_NONE, nullptr) == 0)

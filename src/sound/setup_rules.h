@@ -1,4 +1,4 @@
-// What each line of the sound set-up file asks for. Pure: the reader (setup.cpp) carries the steps out.
+// What each line of the sound set-up file means. Pure: the reader (setup.cpp) carries the steps out.
 #pragma once
 
 #include <string_view>
@@ -7,14 +7,14 @@ namespace vcc {
 
 enum class SetupAction {
     none,
-    stop,              ///< entry number out of range: what was read stays
+    stop,              ///< entry number out of range; entries read so far stay
     install,           ///< start the sound system
     set_directory,     ///< value: the sound directory
     set_name,          ///< value: the name of the entry
     load_effect,       ///< value: the file of the entry
     check_theme,       ///< value: the file of the entry, which must exist
-    refuse_theme,      ///< value: the file of a theme that is not the next one in order
-    register_file_only ///< value: the file of an entry above the effects that was not announced as a theme
+    refuse_theme,      ///< value: the file of a theme out of order
+    register_file_only ///< value: the file of a theme's entry that no line announced
 };
 
 struct SetupStep {
@@ -22,7 +22,7 @@ struct SetupStep {
     std::string_view value; ///< part of the line
 };
 
-inline constexpr int theme_failed = -1; ///< SetupState::themes after a theme that cannot be used: no music at all
+inline constexpr int theme_failed = -1; ///< SetupState::themes after an unusable theme: no music at all
 
 struct SetupState {
     int entry = 0;         ///< 0 to 200
@@ -30,10 +30,10 @@ struct SetupState {
     int themes = 0;        ///< themes announced so far, or theme_failed
     int handled = 0;       ///< file lines so far
 
-    int expected_theme_entry() const; ///< entry that the theme announced last must have
+    int expected_theme_entry() const; ///< entry that the latest theme must have
 };
 
-/// Takes one line (without its line feed) into the state and answers what is to be done for state.entry.
+/// Applies one line (without its line feed) to the state and returns what to do for state.entry.
 SetupStep next_setup_step(SetupState& state, std::string_view line);
 
 } // namespace vcc

@@ -6,13 +6,6 @@
 
 namespace vcc {
 
-int sound_on = 1;
-int music_on = 0;
-int sfx_allowed = 1;
-int sfx_volume = 128;
-std::array<SoundEntry, sound_entry_count> sound_entries;
-std::string sound_directory;
-
 namespace {
 
 constexpr int centre_pan = 128;

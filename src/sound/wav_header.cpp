@@ -19,7 +19,7 @@ constexpr int pcm_format = 1;
 constexpr int lowest_rate = 1000;
 constexpr int highest_rate = 192000;
 
-/// Reads forward through a packfile and never past the size of the file.
+/// Reads a packfile forward, never past the size of the file.
 class ForwardReader {
 public:
     ForwardReader(PACKFILE* file, long size) : file_(file), size_(size) {}
@@ -44,16 +44,16 @@ public:
         }
         return count == 0;
     }
-    std::uint16_t word() { return static_cast<std::uint16_t>(take(2, pack_igetw(file_))); }
-    std::uint32_t long_word() { return static_cast<std::uint32_t>(take(4, pack_igetl(file_))); }
-
-private:
-    template <typename Number>
-    Number take(long count, Number number) {
-        position_ += count;
-        return number;
+    std::uint16_t word() {
+        position_ += 2;
+        return static_cast<std::uint16_t>(pack_igetw(file_));
+    }
+    std::uint32_t long_word() {
+        position_ += 4;
+        return static_cast<std::uint32_t>(pack_igetl(file_));
     }
 
+private:
     PACKFILE* file_;
     long size_;
     long position_ = 0;
@@ -89,7 +89,7 @@ WavHeader read_header(ForwardReader reader) {
             const long available =
                 static_cast<long>(std::min<std::uint64_t>(length, static_cast<std::uint64_t>(reader.remaining())));
             header.data_offset = reader.position();
-            header.data_length = available - available % frame; // a broken frame would swap the channels at a repeat
+            header.data_length = available - available % frame; // a partial frame would swap the channels at a repeat
             return header;
         }
         if (name == "fmt ") {
@@ -105,7 +105,7 @@ WavHeader read_header(ForwardReader reader) {
 } // namespace
 
 WavHeader parse_wav_header(const std::string& path) {
-    // Only plain files: the library would also look for "name#object" in its own archives.
+    // Regular files only: the library would also look for "name#object" in its own archives.
     if (!platform::file_exists(path))
         return {};
     const std::string name = platform::resolve_path(path);

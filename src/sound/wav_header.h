@@ -1,4 +1,4 @@
-// The header of a WAV file, read by hand.
+// The header of a WAV file.
 #pragma once
 
 #include <string>
@@ -6,17 +6,17 @@
 namespace vcc {
 
 struct WavHeader {
-    long data_offset = 0; ///< byte offset of the audio data; 0 means that the file cannot be streamed
+    long data_offset = 0; ///< byte offset of the audio data; 0: the file cannot be streamed
     long data_length = 0; ///< bytes, never beyond the end of the file
-    int rate = 22050;     ///< samples a second, 1000 to 192000
+    int rate = 22050;     ///< samples per second, 1000 to 192000
     int bits = 8;         ///< 8 or 16
     int channels = 1;     ///< 1 or 2
 };
 
-/// What is wrong with a file that cannot be streamed, as the end of a sentence that begins with its name.
+/// Why a file cannot be streamed, as the end of a sentence that begins with its name.
 inline constexpr const char* unfit_wav = "is not PCM of 8 or 16 bits, mono or stereo, 1000 to 192000 Hz";
 
-/// Reads the header of a PCM file. On any failure data_offset is 0.
+/// Reads the header of a PCM file. Every failure sets data_offset to 0; nobody needs to know which it was.
 WavHeader parse_wav_header(const std::string& path);
 
 } // namespace vcc

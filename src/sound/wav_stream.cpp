@@ -14,9 +14,9 @@ namespace vcc {
 namespace {
 
 constexpr int centre_pan = 128;
-constexpr int music_priority = 255; // no crowd of effects may take the music's voice away
+constexpr int music_priority = 255; // many effects at once must not take the music's voice
 constexpr int stream_halves = 2;
-constexpr int fade_in_ms = 200; // themes are loops: their first sample has the end of the piece in it
+constexpr int fade_in_ms = 200; // themes are loops: the end of the piece rings on in their first sample
 
 void report(const char* alert_text, const std::string& log_text) {
     show_alert(alert_text);
@@ -39,7 +39,7 @@ std::unique_ptr<WavStream> WavStream::open(const std::string& path, int volume) 
         report("Error (2) detecting wav stream", format_text("Error (2) opening wav stream %d\n", errno));
         return nullptr;
     }
-    // Reads are half a megabyte each: straight into the stream's buffer.
+    // Reads of half a megabyte go directly into the stream's buffer.
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
     AudioStreamPtr stream(play_audio_stream(stream_samples, header.bits, header.channels == 2 ? TRUE : FALSE,
                                             header.rate, std::clamp(volume, 0, 255), centre_pan));
@@ -83,7 +83,7 @@ void WavStream::fill(const RefillPlan& plan, std::span<unsigned char> buffer) {
         flip_sign_bits(buffer);
 }
 
-/// A file that has become shorter since it was opened gives silence.
+/// Fills up with silence if the file has been truncated since it was opened.
 void WavStream::read_at(long position, std::span<unsigned char> target) {
     if (target.empty())
         return;

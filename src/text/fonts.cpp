@@ -15,14 +15,9 @@
 
 namespace vcc {
 
-int current_font = 0;
-int previous_font = 0;
-int grid_rows = 0;
-int grid_columns = 0;
-
 namespace {
 
-/// What the program fixes; file, size and spacing are settings.
+/// What is fixed; file, size and spacing are settings.
 struct FontRow {
     int cell_width, cell_height; // pixels
     bool proportional;

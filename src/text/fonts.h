@@ -1,4 +1,4 @@
-// The eleven fonts, the cell grid that each lays over the screen, and the current font.
+// The eleven fonts, the grid of cells that each lays over the screen, and the current font.
 #pragma once
 
 #include "settings/settings.h"
@@ -15,25 +15,26 @@ class TrueTypeFont;
 inline constexpr int fallback_font = 4; ///< stands in for any number outside 0 to 10
 inline constexpr int grid_row_limit = 200, grid_column_limit = 266;
 
-extern int current_font;  ///< font that text drawing uses
-extern int previous_font; ///< font that was current before the last select_font()
-extern int grid_rows;     ///< rows of the current font's grid
-extern int grid_columns;  ///< columns of the current font's grid, one more than fit
+inline int current_font = 0;  ///< font that text drawing uses
+inline int previous_font = 0; ///< font that was current before the last select_font()
+inline int grid_rows = 0;     ///< rows of the current font's grid
+inline int grid_columns = 0;  ///< columns of the current font's grid, one more than fit
 
-/// Loads the eleven font files that the settings name from a folder. False after a failure, which is logged.
+/// Loads the eleven font files that the settings name from a folder. False after a failure, which is logged here;
+/// callers need no reason.
 bool load_fonts(const std::string& directory);
 
-/// Applies sizes and spacing of the settings and builds the grids from layout_width and layout_height; font 10 is
-/// current afterwards.
+/// Applies the sizes and spacings of the settings and builds the grids for layout_width and layout_height. Leaves font
+/// 10 current.
 void configure_fonts();
 
-/// Makes font n current; a number outside 0 to 10, or a font without a grid, makes font 4 current.
+/// Makes font n current; font 4 if n is outside 0 to 10 or has no grid.
 void select_font(int n);
 
 /// Releases the fonts and the renderer.
 void release_fonts();
 
-/// Selects a font for the life of the object, then selects the font that was current before.
+/// Selects a font for the life of the object, then the one that was current before.
 class FontSelection {
 public:
     explicit FontSelection(int n) : before_(current_font) { select_font(n); }
@@ -45,17 +46,17 @@ private:
     int before_;
 };
 
-// Metrics of font n (clamped to the fallback font), in pixels; 0 before configure_fonts().
+// Metrics of font n (of the fallback font outside 0 to 10) in pixels; 0 before configure_fonts().
 int cell_width(int n);
 int cell_height(int n);
 int text_box_height(int n);
 bool proportional(int n);
 
-/// Pixel position of a column or row in font n's grid; a number outside the grid is clamped to its edge.
+/// Pixel position of a column or row in font n's grid, clamped to the grid.
 int column_x(int n, int column);
 int row_y(int n, int row);
 
-/// Pixel width of a text in font n: measured for a proportional font, one cell per character otherwise.
+/// Width of a text in font n in pixels: measured for a proportional font, one cell per character otherwise.
 int text_width(int n, std::string_view text);
 
 /// The face of font n, or null before load_fonts().

@@ -12,10 +12,6 @@
 
 namespace vcc {
 
-int language = 1;
-std::string slot_prefix;
-std::string text_window_prefix;
-
 namespace {
 
 constexpr std::size_t language_line_limit = 80;
@@ -37,7 +33,7 @@ std::string text_file(int number, std::string_view LanguageRow::*name) {
     return std::string("tools\\language\\").append(row.folder).append("\\txt\\").append(row.*name);
 }
 
-/// The language that the language file names; the reason is a log line, or empty when the file names none.
+/// The language that the language file names. The reason is a log line; empty if the file names none.
 Result<int> chosen_language() {
     const auto file = read_file(path::language_choice);
     if (!file)

@@ -16,259 +16,94 @@ namespace vcc {
 
 namespace {
 
-// clang-format off
-constexpr ScreenText table[] = {
-    // values of the volumes
-    {0, "OFF"},
-    {1, "Level 1"},
-    {2, "Level 2"},
-    {3, "Level 3"},
-    {4, "Level 4"},
-    {5, "Level 5"},
-    {6, "Level 6"},
-    {7, "Level 7"},
-    {8, "Level 8"},
-    {9, "Level 9"},
-    {10, "Level MAX"},
-    // screen mode
-    {20, "Windowed"},
-    {21, "Fullscreen"},
-    // resolution
-    {30, "320x200"},
-    {31, "640x400"},
-    {32, "640x480"},
-    {33, "800x600"},
-    {34, "1024x768"},
-    // bitmap depth
-    {40, "32 Bit"},
-    {41, "24 Bit"},
-    {42, "16 Bit"},
-    {43, "15 Bit"},
-    // brontar animations
-    {50, "OFF"},
-    {51, "ON"},
-    // sprite speed
-    {60, "SLOW"},
-    {61, "MEDIUM"},
-    {62, "FAST"},
-    {63, "MAXIMUM"},
-    // message delay
-    {70, "SHORT"},
-    {71, "MEDIUM"},
-    {72, "LONG"},
-    {73, "MAXIMUM"},
-    // message detail
-    {80, "LOW"},
-    {81, "MEDIUM"},
-    {82, "HIGH"},
-    {83, "MAXIMUM"},
-    // keyboard
-    {90, "US"},
-    {91, "German"},
-    {92, "Finnish"},
-    {93, "France"},
-    {94, "Italy"},
-    {95, "UK"},
-    // themes: the names of the sound set-up
-    {100, ""},
-    {101, ""},
-    {102, ""},
-    {103, ""},
-    {104, ""},
-    {105, ""},
-    {106, ""},
-    {107, ""},
-    {108, ""},
-    {109, ""},
-    {110, ""},
-    // theme loop; %2.2d stands for the number of the theme
-    {120, "Loop All Themes"},
-    {121, "Loop Theme %2.2d"},
-    // help pages
-    {122, "N O   H E L P   A V A I L A B L E!"},
-    {123, "Error:N O   H E L P   A V A I L A B L E!"},
-    // when the manual does not open
-    {130, "Error opening the veldor_manual:"},
-    {131, "not enough memory!"},
-    {132, "veldor_manual not found!"},
-    {133, "File is locked by System or another application!"},
-    {134, "Please check whether an"},
-    {135, "Acrobat Reader is installed/available!"},
-    // explanation: effects
-    {150, "The volume of the SFX sounds"},
-    {151, "for the currently chosen"},
-    {152, "module may be changed by"},
-    {153, "clicking either on the \"SFX"},
-    {154, "Volume\" button or directly"},
-    {155, "on the preferred volume"},
-    {156, "level in the window to the"},
-    {157, "far right. To change the"},
-    {158, "current module click on"},
-    {159, "another module in the window"},
-    {160, "to the far left. All changes"},
-    {161, "here apply to that module."},
-    // explanation: music
-    {162, "The volume of the music for"},
-    {163, "the currently chosen module"},
-    {164, "may be changed by clicking"},
-    {165, "either on the \"Music"},
-    {166, "Volume\" button or directly"},
-    {167, "on the preferred volume"},
-    {168, "level in the window to the"},
-    {169, "far right. To change the"},
-    {170, "current module click on"},
-    {171, "another module in the window"},
-    {172, "to the far left. All changes"},
-    {173, "here apply to that module."},
-    // explanation: theme
-    {174, "The background music theme"},
-    {175, "for the currently chosen"},
-    {176, "module may be changed by"},
-    {177, "clicking either on the"},
-    {178, "\"Theme Style\" button or"},
-    {179, "directly on the preferred"},
-    {180, "music theme in the window to"},
-    {181, "the far right. To change the"},
-    {182, "current module click on"},
-    {183, "another module in the window"},
-    {184, "to the far left. All changes"},
-    {185, "here apply to that module."},
-    // explanation: screen mode
-    {186, "This option sets the"},
-    {187, "screenmode for the HQ,"},
-    {188, "the Factory, the Battle"},
-    {189, "Module and the CC itself."},
-    {190, "The change will take effect"},
-    {191, "with the next start of one"},
-    {192, "of the modules."},
-    {193, ""},
-    {194, ""},
-    {195, ""},
-    {196, ""},
-    {197, ""},
-    // explanation: resolution
-    {198, "RESOLUTION changes are"},
-    {199, "not possible in this"},
-    {200, "Version of Veldor!"},
-    {201, ""},
-    {202, ""},
-    {203, ""},
-    {204, ""},
-    {205, ""},
-    {206, ""},
-    {207, ""},
-    {208, ""},
-    {209, ""},
-    // explanation: depth
-    {210, "This option changes the"},
-    {211, "Bitmap depth for the HQ,"},
-    {212, "the Factory, the Battle"},
-    {213, "Module and the CC itself."},
-    {214, "The change will take effect"},
-    {215, "with the next start of one"},
-    {216, "of the modules. If you have"},
-    {217, "problems after modification"},
-    {218, "of this option try \"Reset"},
-    {219, "Options\" or edit entry"},
-    {220, "\"bitmap_depth\" in file"},
-    {221, "\"\\data\\configs\\vcc.cfg\"."},
-    // explanation: animations
-    {222, "This option toggles between"},
-    {223, "having Brontar animations in"},
-    {224, "the Battle Module or not."},
-    {225, "Switching off the Brontar"},
-    {226, "animations increaases"},
-    {227, "the game speed."},
-    {228, ""},
-    {229, ""},
-    {230, ""},
-    {231, ""},
-    {232, ""},
-    {233, ""},
-    // explanation: sprite speed
-    {234, "This option switches between"},
-    {235, "different speeds of sprite"},
-    {236, "animations. Decreasing the"},
-    {237, "sprite speed will slow down"},
-    {238, "gameplay but enhance the"},
-    {239, "visual effects of cannon"},
-    {240, "shots, laser shots,"},
-    {241, "missiles and others."},
-    {242, ""},
-    {243, ""},
-    {244, ""},
-    {245, ""},
-    // explanation: message delay
-    {246, "This option sets the time"},
-    {247, "that passes before a game"},
-    {248, "message disappears. Increase"},
-    {249, "this time if you are having"},
-    {250, "difficulties to fully read"},
-    {251, "all messages. You will"},
-    {252, "probably find it helpful to"},
-    {253, "increase the Message delay"},
-    {254, "in the beginning and"},
-    {255, "decrease it later when"},
-    {256, "having much more game"},
-    {257, "experience."},
-    // explanation: message detail
-    {258, "This option determines how"},
-    {259, "many game messages are to be"},
-    {260, "displayed during a combat."},
-    {261, "Increase the message detail"},
-    {262, "to get more messages and"},
-    {263, "information on every hit"},
-    {264, "with a weapon, decrease it"},
-    {265, "to speed up gameplay and get"},
-    {266, "only vital information on"},
-    {267, "hits and other events."},
-    {268, ""},
-    {269, ""},
-    // explanation: keyboard
-    {270, "Use this option to switch"},
-    {271, "between keyboards if y and z"},
-    {272, "are inverted. This will"},
-    {273, "apply to the HQ, the Factory,"},
-    {274, "the Battle Module and the"},
-    {275, "CC itself."},
-    {276, ""},
-    {277, ""},
-    {278, ""},
-    {279, ""},
-    {280, ""},
-    {281, ""},
-    // explanation: loop theme
-    {282, "Use this option to switch"},
-    {283, "between looping only the"},
-    {284, "currently chosen music theme"},
-    {285, "or looping through all"},
-    {286, "music themes."},
-    {287, ""},
-    {288, ""},
-    {289, ""},
-    {290, ""},
-    {291, ""},
-    {292, ""},
-    {293, ""},
+namespace n = screen_text_number;
+
+/// English texts whose numbers follow one another. Empty ones are blank lines, or names that another file provides.
+struct Group {
+    int first, count;
+    std::array<std::string_view, 11> texts;
 };
-// clang-format on
+constexpr Group groups[] = {
+    {n::volumes,
+     11,
+     {"OFF", "Level 1", "Level 2", "Level 3", "Level 4", "Level 5", "Level 6", "Level 7", "Level 8", "Level 9",
+      "Level MAX"}},
+    {n::screen_mode, 2, {"Windowed", "Fullscreen"}},
+    {n::resolution, 5, {"320x200", "640x400", "640x480", "800x600", "1024x768"}},
+    {n::depth, 4, {"32 Bit", "24 Bit", "16 Bit", "15 Bit"}},
+    {n::animations, 2, {"OFF", "ON"}},
+    {n::sprite_speed, 4, {"SLOW", "MEDIUM", "FAST", "MAXIMUM"}},
+    {n::message_delay, 4, {"SHORT", "MEDIUM", "LONG", "MAXIMUM"}},
+    {n::message_detail, 4, {"LOW", "MEDIUM", "HIGH", "MAXIMUM"}},
+    {n::keyboard, 6, {"US", "German", "Finnish", "France", "Italy", "UK"}},
+    {n::themes, 11, {}},                                       // named by the sound set-up
+    {n::loop_all, 2, {"Loop All Themes", "Loop Theme %2.2d"}}, // %2.2d: the number of the theme
+    {n::no_help, 2, {"N O   H E L P   A V A I L A B L E!", "Error:N O   H E L P   A V A I L A B L E!"}},
+    {n::manual_headline,
+     6,
+     {"Error opening the veldor_manual:", "not enough memory!", "veldor_manual not found!",
+      "File is locked by System or another application!", "Please check whether an",
+      "Acrobat Reader is installed/available!"}},
+};
+
+constexpr std::string_view explanations[][explanation_lines] = {
+    {"The volume of the SFX sounds", "for the currently chosen", "module may be changed by",
+     "clicking either on the \"SFX", "Volume\" button or directly", "on the preferred volume",
+     "level in the window to the", "far right. To change the", "current module click on",
+     "another module in the window", "to the far left. All changes", "here apply to that module."},
+    {"The volume of the music for", "the currently chosen module", "may be changed by clicking",
+     "either on the \"Music", "Volume\" button or directly", "on the preferred volume", "level in the window to the",
+     "far right. To change the", "current module click on", "another module in the window",
+     "to the far left. All changes", "here apply to that module."},
+    {"The background music theme", "for the currently chosen", "module may be changed by", "clicking either on the",
+     "\"Theme Style\" button or", "directly on the preferred", "music theme in the window to",
+     "the far right. To change the", "current module click on", "another module in the window",
+     "to the far left. All changes", "here apply to that module."},
+    {"This option sets the", "screenmode for the HQ,", "the Factory, the Battle", "Module and the CC itself.",
+     "The change will take effect", "with the next start of one", "of the modules."},
+    {"RESOLUTION changes are", "not possible in this", "Version of Veldor!"},
+    {"This option changes the", "Bitmap depth for the HQ,", "the Factory, the Battle", "Module and the CC itself.",
+     "The change will take effect", "with the next start of one", "of the modules. If you have",
+     "problems after modification", "of this option try \"Reset", "Options\" or edit entry", "\"bitmap_depth\" in file",
+     "\"\\data\\configs\\vcc.cfg\"."},
+    {"This option toggles between", "having Brontar animations in", "the Battle Module or not.",
+     "Switching off the Brontar", "animations increaases", "the game speed."},
+    {"This option switches between", "different speeds of sprite", "animations. Decreasing the",
+     "sprite speed will slow down", "gameplay but enhance the", "visual effects of cannon", "shots, laser shots,",
+     "missiles and others."},
+    {"This option sets the time", "that passes before a game", "message disappears. Increase",
+     "this time if you are having", "difficulties to fully read", "all messages. You will",
+     "probably find it helpful to", "increase the Message delay", "in the beginning and", "decrease it later when",
+     "having much more game", "experience."},
+    {"This option determines how", "many game messages are to be", "displayed during a combat.",
+     "Increase the message detail", "to get more messages and", "information on every hit",
+     "with a weapon, decrease it", "to speed up gameplay and get", "only vital information on",
+     "hits and other events."},
+    {"Use this option to switch", "between keyboards if y and z", "are inverted. This will",
+     "apply to the HQ, the Factory,", "the Battle Module and the", "CC itself."},
+    {"Use this option to switch", "between looping only the", "currently chosen music theme", "or looping through all",
+     "music themes."},
+};
 
 constexpr std::string_view number_place = "%2.2d";
 
-/// What replaces the text in the same place of the table.
-std::array<std::optional<std::string>, std::size(table)> translations;
+/// By number.
+std::array<std::optional<std::string>, explanation_number(std::size(explanations))> translations;
 
-std::optional<std::size_t> place_of(int number) {
-    const auto found = std::ranges::lower_bound(table, number, {}, &ScreenText::number);
-    if (found == std::end(table) || found->number != number)
-        return std::nullopt;
-    return static_cast<std::size_t>(found - std::begin(table));
+std::optional<std::string_view> english_text(int number) {
+    constexpr int end = static_cast<int>(translations.size());
+    if (const int line = number - n::explanations; line >= 0 && number < end)
+        return explanations[line / explanation_lines][line % explanation_lines];
+    for (const Group& group : groups)
+        if (number >= group.first && number < group.first + group.count)
+            return group.texts[static_cast<std::size_t>(number - group.first)];
+    return std::nullopt;
 }
 
 } // namespace
 
-std::span<const ScreenText> screen_text_table() {
-    return table;
+bool is_screen_text(int number) {
+    return english_text(number).has_value();
 }
 
 std::vector<Translation> read_translations(std::string_view file) {
@@ -302,8 +137,7 @@ void load_screen_texts(const std::string& path) {
     }
     int unknown = 0, cut = 0;
     for (Translation& translation : read_translations(*file)) {
-        const std::optional<std::size_t> place = place_of(translation.number);
-        if (!place) {
+        if (!is_screen_text(translation.number)) {
             ++unknown;
             continue;
         }
@@ -311,7 +145,7 @@ void load_screen_texts(const std::string& path) {
             translation.text.resize(screen_text_length);
             ++cut;
         }
-        translations[*place] = std::move(translation.text);
+        translations[static_cast<std::size_t>(translation.number)] = std::move(translation.text);
     }
     if (unknown > 0)
         write_log(format_text("%s: %d numbers name no text of the screens", path.c_str(), unknown));
@@ -321,11 +155,11 @@ void load_screen_texts(const std::string& path) {
 }
 
 std::string_view screen_text(int number) {
-    const std::optional<std::size_t> place = place_of(number);
-    if (!place)
+    const std::optional<std::string_view> english = english_text(number);
+    if (!english)
         return {};
-    const std::optional<std::string>& translation = translations[*place];
-    return translation ? std::string_view(*translation) : table[*place].fixed;
+    const std::optional<std::string>& translation = translations[static_cast<std::size_t>(number)];
+    return translation ? std::string_view(*translation) : *english;
 }
 
 std::string numbered_screen_text(int number, int value) {

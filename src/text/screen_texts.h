@@ -1,26 +1,17 @@
-// The texts that the program writes on its screens by itself, and their translations. They are English; a file of the
-// installation may replace each of them in its language.
+// The texts that the program itself writes on its screens. They are English; an installation may translate each of them
+// in a file.
 #pragma once
 
-#include "core/result.h"
+#include "core/installation.h"
 
 #include <cstddef>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vcc {
 
-struct ScreenText {
-    int number;             ///< 0 to 299, as the files have it
-    std::string_view fixed; ///< empty: a line that is empty in English, or a name that another file gives
-};
-
-/// Every text that can be replaced, in the order of its number.
-std::span<const ScreenText> screen_text_table();
-
-/// Numbers of the table; a group's texts follow one another.
+/// First numbers of groups of texts, 0 to 299 as the files have it.
 namespace screen_text_number {
 inline constexpr int volumes = 0, screen_mode = 20, resolution = 30, depth = 40, animations = 50, sprite_speed = 60,
                      message_delay = 70, message_detail = 80, keyboard = 90, themes = 100, loop_all = 120,
@@ -29,32 +20,36 @@ inline constexpr int volumes = 0, screen_mode = 20, resolution = 30, depth = 40,
                      explanations = 150;
 } // namespace screen_text_number
 
-/// The first line of explanation k, 0 to 11.
+inline constexpr int explanation_lines = info_slot::line_count;
+
+/// Number of the first line of explanation k, 0 to 11.
 constexpr int explanation_number(int k) {
-    constexpr int lines = 12;
-    return screen_text_number::explanations + lines * k;
+    return screen_text_number::explanations + explanation_lines * k;
 }
 
-inline constexpr std::size_t screen_text_length = 89; ///< characters of a text; what is behind them is cut off
+inline constexpr std::size_t screen_text_length = 89; ///< characters; longer translations are cut
 
-/// One text of a file that replaces one of the table's.
+/// One translated text of a file.
 struct Translation {
     int line;   ///< of the file, from 1
-    int number; ///< in front of it; may be any
+    int number; ///< as the file gives it, not checked
     std::string text;
 };
 
-/// The texts of a file in the form of a message file; of several lines behind one number the last one. Pure.
+/// The texts of a file in the form of a message file; of several lines after one number only the last counts. Pure.
 std::vector<Translation> read_translations(std::string_view file);
 
-/// Replaces texts by those of a file, after taking back what another file replaced. A file that does not exist replaces
-/// nothing. Numbers that the table does not have, and what is cut off, are logged.
+/// Replaces all translations by those of a file; without that file the texts are English. Logs unknown numbers and cut
+/// texts.
 void load_screen_texts(const std::string& path);
 
-/// A text as the player reads it; empty for a number that the table does not have. Valid until the next loading.
+/// A text as the player reads it; empty for an unknown number. Valid until translations are loaded again.
 std::string_view screen_text(int number);
 
-/// A text with its place for a number ("%2.2d") filled by two digits; without such a place, the text as it is.
+/// Whether there is a text with the number.
+bool is_screen_text(int number);
+
+/// A text in which the value replaces "%2.2d", if present, as two digits.
 std::string numbered_screen_text(int number, int value);
 
 } // namespace vcc

@@ -2,7 +2,6 @@
 #include "folder_test.h"
 
 #include "cc/connectors.h"
-#include "cc/explanations.h"
 #include "cc/manual.h"
 #include "cc/option_rows.h"
 #include "cc/theme_rule.h"
@@ -77,11 +76,11 @@ TEST_F(Translated, TextsAndManualFollowTheLanguage) {
     load_screen_texts("texts");
     EXPECT_EQ(value_label(*find_row(Row::depth), 3), "15 bit");
     EXPECT_EQ(value_label(*find_row(Row::theme), 0), "Marsch");
-    EXPECT_EQ(explanation_of(Row::animations)[0], "Ob sie gehen");
-    EXPECT_EQ(explanation_of(Row::animations)[1], "having Brontar animations in");
+    EXPECT_EQ(screen_text(*explanation_of(Row::animations)), "Ob sie gehen");
+    EXPECT_EQ(screen_text(*explanation_of(Row::animations) + 1), "having Brontar animations in");
     load_screen_texts("nowhere");
     EXPECT_EQ(value_label(*find_row(Row::theme), 0), "March");
-    EXPECT_EQ(explanation_of(Row::loop_theme)[0], "Use this option to switch");
+    EXPECT_EQ(screen_text(*explanation_of(Row::loop_theme)), "Use this option to switch");
     use_language(2);
     EXPECT_STREQ(manual_file(), path::german_manual);
     use_language(1);

@@ -96,18 +96,14 @@ TEST_F(Language, TextsOfTheScreensAreReplacedOneByOne) {
     EXPECT_EQ(screen_text(number::explanations + 1), "for the currently chosen");
     EXPECT_EQ(numbered_screen_text(number::loop_one, 7), "Nur Thema 07 %s");
     EXPECT_EQ(screen_text(140), "");
+    EXPECT_TRUE(is_screen_text(explanation_number(12) - 1));
+    EXPECT_FALSE(is_screen_text(explanation_number(12)));
     EXPECT_TRUE(logged("2 numbers name no text of the screens"));
     EXPECT_TRUE(logged("1 texts are cut to 89 characters"));
     std::filesystem::remove("tools/language/german/txt/screen_texts.ger");
     load_language();
     EXPECT_EQ(screen_text(number::animations), "OFF");
     EXPECT_EQ(numbered_screen_text(number::loop_one, 11), "Loop Theme 11");
-}
-
-TEST(ScreenTexts, TheTableIsInOrder) {
-    EXPECT_EQ(std::ranges::adjacent_find(screen_text_table(), std::greater_equal<>{}, &ScreenText::number),
-              screen_text_table().end());
-    EXPECT_EQ(screen_text_table().back().number, screen_text_number::explanations + 12 * 12 - 1);
 }
 
 } // namespace

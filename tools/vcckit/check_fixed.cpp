@@ -7,6 +7,7 @@
 #include "cc/option_rows.h"
 #include "core/text.h"
 #include "screen/draw_slot.h"
+#include "text/screen_texts.h"
 
 #include <algorithm>
 #include <cstring>
@@ -210,7 +211,7 @@ void check_values(Installation& installation, Faults& faults) {
             const OptionRow* row = row_of_choose_code(screen.set.slots[static_cast<std::size_t>(index)].action);
             if (!row || (index >= value_button(0) && index <= value_record(value_entry_limit - 1)))
                 continue;
-            const int values = row->labels.empty() ? value_entry_limit : row->labels.size();
+            const int values = row->labels.empty() ? value_entry_limit : row->labels.count;
             const bool has_record = screen.set.has_slot(index + 1);
             const int value = has_record ? screen.set.slots[static_cast<std::size_t>(index) + 1].action : -1;
             if (value < 0 || value >= values)

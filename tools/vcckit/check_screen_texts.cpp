@@ -60,7 +60,7 @@ void check_text(const LanguageFiles& language, const std::string& file, const Tr
     const auto report = [&](FaultCode code, std::string problem, const char* advice) {
         faults.push_back({code, file, text.line, -1, "+" + std::to_string(text.number), std::move(problem), advice});
     };
-    if (std::ranges::find(screen_text_table(), text.number, &ScreenText::number) == screen_text_table().end()) {
+    if (!is_screen_text(text.number)) {
         report(screen_text_number, "there is no such text", "docs/formats.md lists the numbers");
         return;
     }

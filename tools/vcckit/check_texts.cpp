@@ -3,7 +3,7 @@
 
 #include "fields.h"
 
-#include "cc/explanations.h"
+#include "cc/option_rows.h"
 #include "core/lines.h"
 #include "core/text.h"
 #include "display/buffers.h"
@@ -11,6 +11,7 @@
 #include "screen/colours.h"
 #include "screen/draw_slot.h"
 #include "text/fonts.h"
+#include "text/screen_texts.h"
 
 #include <algorithm>
 
@@ -211,12 +212,9 @@ void check_program_texts(Installation& installation, Faults& faults) {
         const ScreenFiles& info = screen_of(language, ScreenKind::info);
         const int info_edge = right_edge(language, info_window);
         for (int number = 0; number <= static_cast<int>(Row::loop_theme); ++number) {
-            const Row row{number};
-            if (!has_explanation(row))
-                continue;
-            const auto lines = explanation_of(row);
-            for (std::size_t line = 0; line < lines.size(); ++line)
-                check_label(info, static_cast<int>(line) + 1, lines[line], info_edge, faults);
+            const std::optional<int> first = explanation_of(Row{number});
+            for (int line = 0; first && line < explanation_lines; ++line)
+                check_label(info, line + 1, screen_text(*first + line), info_edge, faults);
         }
     }
 }
