@@ -4,7 +4,6 @@
 #include "core/installation.h"
 #include "core/log.h"
 #include "core/version.h"
-#include "display/graphics_mode.h"
 #include "display/pointer.h"
 #include "display/switching.h"
 #include "platform/shared_library.h"
@@ -35,7 +34,7 @@ std::uint8_t call_factory(void* entry) {
 constexpr std::array<std::uint8_t (*)(void* entry), module_names.size()> calls{call_hq, call_factory, call_battle};
 
 void run_module(std::size_t module) {
-    const char* const name = module_names[module]; // of the library and of its entry
+    const char* const name = module_names[module]; // of the library and its entry
     const std::string file = platform::module_file_name(name);
     std::string error;
     const platform::SharedLibrary library = platform::load_module(name, error);

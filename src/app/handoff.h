@@ -1,4 +1,4 @@
-// Handing the process to a game module and taking it back.
+// Hands the process to a game module and takes it back.
 #pragma once
 
 #include "app/startup.h"
@@ -8,17 +8,16 @@
 
 namespace vcc {
 
-/// What the result of a module makes of `fullscreen`: modules may call full screen by any number but 0.
+/// The value of `fullscreen` for a module's result; modules may return any number but 0 for full screen.
 constexpr std::uint8_t display_state(std::uint8_t module_result) {
     return module_result == 0 ? windowed : full_screen;
 }
 
-/// Calls the entry of the chosen module, whose result says the display's state. A library that is missing or lacks its
-/// entry is shown and logged. Other choices than a module: 45 does nothing, any other number is logged and left
-/// pending.
+/// Calls the entry of the chosen module, whose result is the display's state. Shows and logs a library that is missing
+/// or lacks its entry. Does nothing for 45; logs any other number that is no module, and keeps it as the pending error.
 void hand_off(Session& session);
 
-/// Takes the display back after a pass: switch behaviour and pointer.
+/// Restores the display's switch behaviour and the pointer after a pass.
 void restore_display();
 
 } // namespace vcc

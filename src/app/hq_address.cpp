@@ -7,22 +7,14 @@
 
 namespace vcc {
 
-namespace {
-constexpr const char* no_address = "N/A";
-}
-
 bool looks_like_ip_address(std::string_view text) {
     if (text.size() < 7 || text.size() > 15)
         return false;
-    const std::string_view inner = text.substr(1, text.size() - 2);
-    return std::ranges::count(inner, '.') == 3;
-}
-
-bool wants_clipboard_address(std::string_view first_argument) {
-    return first_argument.starts_with("/N");
+    return std::ranges::count(text.substr(1, text.size() - 2), '.') == 3;
 }
 
 void read_hq_address(std::string& address) {
+    constexpr const char* no_address = "N/A";
     const platform::ClipboardText clipboard = platform::read_clipboard();
     switch (clipboard.state) {
     case platform::ClipboardState::closed:

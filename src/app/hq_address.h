@@ -1,4 +1,4 @@
-// The HQ's network address, taken from the clipboard when the command line asks for it.
+// The HQ's network address, taken from the clipboard if the command line asks for it (/N).
 #pragma once
 
 #include <string>
@@ -6,15 +6,11 @@
 
 namespace vcc {
 
-/// Seven to fifteen characters with exactly three dots between the first and the last one; nothing else is looked at.
-/// Pure.
+/// Seven to fifteen characters, exactly three dots between the first and the last; nothing else is checked. Pure.
 bool looks_like_ip_address(std::string_view text);
 
-/// Whether the program's first argument asks for the clipboard: it begins with /N.
-bool wants_clipboard_address(std::string_view first_argument);
-
-/// Puts the clipboard's address into `address`: the text if it looks like one, else "N/A". A clipboard without a text,
-/// or one that cannot be opened (logged), leaves it as it is.
+/// Sets `address` to the clipboard's text if that looks like one, else to "N/A". Leaves it unchanged if the clipboard
+/// holds no text or cannot be opened (logged).
 void read_hq_address(std::string& address);
 
 } // namespace vcc

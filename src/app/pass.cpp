@@ -37,10 +37,10 @@ void begin() {
     module_prefix = "CC ";
 }
 
-/// How a failure is told.
+/// How a failure is reported.
 struct FailureRow {
     LoadFailure failure;
-    std::string_view shown; ///< empty: not shown
+    std::string_view shown; ///< empty: logged only
     const char* logged;
     bool pending; ///< the clean-up logs it again
 };
@@ -105,7 +105,7 @@ void run_pass(Session& session) {
     free_cc_slot_sets();
     pass_cleanup(session);
     show_mouse(nullptr);
-    free_backgrounds(); // a failed pass has not come to it
+    free_backgrounds(); // a failed pass has not done so
     stop_reading_ahead();
 }
 

@@ -29,29 +29,7 @@ namespace {
 
 constexpr int tick_ms = 5;
 
-bool prepare_memory(Session&) {
-    platform::prepare_heap();
-    return true;
-}
-
-bool enter_program_folder(Session&) {
-    if (const std::string folder = platform::folder_of_program(platform::program_path()); !folder.empty())
-        platform::enter_folder(folder);
-    module_prefix = "CC: ";
-    return true;
-}
-
-bool take_termination_requests(Session&) {
-    platform::take_termination_requests(request_close);
-    return true;
-}
-
-bool read_pictures(Session&) {
-    read_pass_pictures_ahead();
-    return true;
-}
-
-bool start_graphics_library(Session&) {
+bool start_graphics_library() {
     set_uformat(U_ASCII); // data files and texts are bytes in Latin-1
     if (allegro_init() == 0) {
         platform::keep_pointer_in_picture();
@@ -62,77 +40,62 @@ bool start_graphics_library(Session&) {
     return false;
 }
 
-bool set_graphics_mode(Session&) {
+bool set_graphics_mode() {
     SetupResult result = setup_graphics_mode(use_configured_mode);
     if (result == SetupResult::retry)
         result = setup_graphics_mode(probe_machine);
     return result == SetupResult::ok;
 }
 
-bool store_hq_address(Session& session) {
+void store_hq_address(std::span<char* const> arguments) {
     std::string address = "N/A";
-    if (session.arguments.size() > 1 && wants_clipboard_address(session.arguments[1]))
+    if (arguments.size() > 1 && std::string_view(arguments[1]).starts_with("/N"))
         read_hq_address(address);
     write_text("battle_hq_ip", address);
-    return true;
 }
 
-bool prepare_screen(Session& session) {
+void start_clock() {
+    install_timer();
+    install_int(on_tick, tick_ms);
+    install_music_feeding();
+    seed_random();
+}
+
+void install_input() {
+    select_config_file();
+    start_keyboard();
+    install_mouse_and_pointer();
+    install_close_button();
+}
+
+} // namespace
+
+bool start_up(Session& session) {
+    platform::prepare_heap();
+    if (const std::string folder = platform::folder_of_program(platform::program_path()); !folder.empty())
+        platform::enter_folder(folder);
+    module_prefix = "CC: ";
+    platform::take_termination_requests(request_close);
+    read_pass_pictures_ahead();
+    if (!start_graphics_library() || !set_graphics_mode())
+        return false;
+    store_hq_address(session.arguments);
     session.intro_on = read_flag("intro_at_all");
     if (session.intro_on)
         clear_to_colour(screen, 0);
     else
         show_next_background();
-    return true;
-}
-
-bool start_clock(Session&) {
-    install_timer();
-    install_int(on_tick, tick_ms);
-    install_music_feeding();
-    seed_random();
-    return true;
-}
-
-bool read_language(Session&) {
+    start_clock();
     load_language_files();
-    return true;
-}
-
-bool install_input(Session&) {
-    select_config_file();
-    start_keyboard();
-    install_mouse_and_pointer();
-    install_close_button();
-    return true;
-}
-
-bool start_fonts(Session&) {
+    install_input();
     return load_font_files();
 }
 
-/// The start-up, in order. A step that answers false ends the program.
-constexpr bool (*steps[])(Session&) = {
-    prepare_memory,   enter_program_folder,   take_termination_requests,
-    read_pictures,    start_graphics_library, set_graphics_mode,
-    store_hq_address, prepare_screen,         start_clock,
-    read_language,    install_input,          start_fonts,
-};
-
-} // namespace
-
-bool start_up(Session& session) {
-    for (const auto step : steps)
-        if (!step(session))
-            return false;
-    return true;
-}
-
 void shut_down() {
-    stop_reading_ahead(); // start-up may have ended before the first pass
+    stop_reading_ahead(); // start_up() may have failed before the first pass
     release_fonts();
     release_pointer();
-    flush_settings(); // the library would write what is left in place
+    flush_settings(); // allegro_exit() would write the rest in place
     allegro_exit();
 }
 

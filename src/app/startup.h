@@ -1,4 +1,4 @@
-// Preparing the process: from the working folder to the fonts, once per run.
+// Prepares the process once per run, from the working folder to the fonts.
 #pragma once
 
 #include "core/installation.h"
@@ -8,22 +8,22 @@
 
 namespace vcc {
 
-/// What start-up found out and the passes need.
+/// What start-up finds out for the passes.
 struct Session {
-    std::span<char* const> arguments; ///< the first one is the program
-    bool intro_on = true;             ///< the intro films are wanted
-    bool films_played = false;        ///< they have been shown in this run
-    std::string pending_error;        ///< message that every clean-up logs again; at most 255 characters, never emptied
+    std::span<char* const> arguments;         ///< the first one is the program
+    bool intro_on = true;                     ///< the settings ask for the intro films
+    bool films_played = false;                ///< in this run
+    std::string pending_error;                ///< logged again by every clean-up; at most 255 characters, never cleared
     ModuleChoice choice = ModuleChoice::none; ///< of the latest pass
-    bool pass_ok = true;                      ///< the latest pass loaded everything that it needs
+    bool pass_ok = true;                      ///< the latest pass loaded all that it needs
 };
 
-/// Whether a module was chosen, to be entered now and followed by another pass.
+/// Whether the player chose a module, which another pass follows.
 inline bool goes_on(const Session& session) {
     return session.pass_ok && session.choice != ModuleChoice::none && session.choice != ModuleChoice::leave;
 }
 
-/// Runs the start-up steps in order; false when one of them ends the program (it has told and logged why).
+/// False if the program cannot run; the reason has been shown and logged.
 bool start_up(Session& session);
 
 /// Shuts the font and graphics libraries down.

@@ -26,7 +26,7 @@ void on_timer(void* clock) {
 void start_sound(int effect) {
     if (effect == no_effect)
         return;
-    current_theme = -1; // no music is fed from here on
+    current_theme = -1; // feeds no music from now on
     skip_requested();
     if (!sound_on)
         return;
@@ -39,7 +39,7 @@ bool stop_requested() {
 }
 
 void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
-    scare_mouse(); // it is drawn into the screen, where a film would tear it
+    scare_mouse(); // the pointer is drawn into the screen, where the film would overwrite it
     const AtEnd pointer_again(unscare_mouse);
     clock.end_ms = film.end_ms();
     clock.time_ms = 0;
@@ -58,7 +58,7 @@ void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
             target.show(*frame);
             shown = frame->number;
         } else {
-            rest(1); // the picture stands
+            rest(1); // the frame has not changed
         }
     }
     clock.playing = false;
@@ -68,11 +68,11 @@ void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
 
 void play_film(const std::string& path, int effect) {
     FilmClock clock;
-    const AtEnd input_discarded([] { // the key or click that ended the film is not for the screens that follow
+    const AtEnd input_discarded([] { // the next screen must not get the key or click that ended the film
         clear_keybuf();
         mouse_b = 0;
     });
-    // Heard or not: films play once per run, and their sounds are long.
+    // Even if it was not heard: films play once per run, and their sounds are large.
     const AtEnd sound_dropped([effect, volume_before = sfx_volume] {
         if (effect == no_effect || !sound_on)
             return;

@@ -12,7 +12,7 @@ constexpr int widen_5_bits(int value) {
     return value * 255 / 31;
 }
 
-// Each reads the library's shifts once per row: to the compiler, every byte written might be one of theirs.
+// They read the library's shifts once per row: the compiler must assume that every byte written could change them.
 using RowConverter = void (*)(const std::uint8_t* source, unsigned char* target, int width);
 
 void copy_8(const std::uint8_t* source, unsigned char* target, int width) {
@@ -41,7 +41,7 @@ void convert_24(const std::uint8_t* source, unsigned char* target, int width) {
     }
 }
 
-/// The display's usual layout is the frame's own but for the unused byte.
+/// The usual layout of the display differs from the frame's only in the unused byte.
 void copy_32(const std::uint8_t* source, unsigned char* target, int width) {
     constexpr std::uint32_t colour_bits = 0xFFFFFF;
     for (int x = 0; x < width; ++x, source += 4, target += 4) {

@@ -26,8 +26,8 @@ void FilmScreen::show(const platform::AviFrame& frame) {
     blit(picture_.get(), screen, place_.x, place_.y, place_.x, place_.y, place_.width, place_.height);
 }
 
-// The picture has the screen's depth, so that only the film's pixels are converted, and the rim stays black whatever
-// the film's colour table holds.
+// The picture has the screen's depth: only the film's pixels are converted, and the border stays black whatever the
+// film's colour table holds.
 void FilmScreen::convert(const platform::AviFrame& frame) {
     PALETTE palette;
     if (frame.bits == 8) {

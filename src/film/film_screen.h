@@ -1,4 +1,4 @@
-// A film's pictures on their way to the screen.
+// Shows a film's frames on the screen.
 #pragma once
 
 #include "core/handles.h"
@@ -9,13 +9,13 @@
 
 namespace vcc {
 
-/// Shows frames centred on a black screen; of a film larger than the screen its middle.
+/// Shows frames centred on a black screen, or the middle of frames larger than the screen.
 class FilmScreen {
 public:
-    /// Blackens the screen. `first` is the film's first frame: every further one has its size and depth.
+    /// Blackens the screen. `first` is the film's first frame; all others have its size and depth.
     explicit FilmScreen(const platform::AviFrame& first);
 
-    /// False when there is no screen, or no memory for the pictures: show() must not be called then.
+    /// False without a screen or without memory for the pictures; show() must not be called then.
     bool ready() const { return surface_ != nullptr; }
 
     void show(const platform::AviFrame& frame);
@@ -23,9 +23,9 @@ public:
 private:
     void convert(const platform::AviFrame& frame);
 
-    BitmapPtr picture_, surface_; // the second may be a part of the first
+    BitmapPtr picture_, surface_; // the surface may be part of the picture
     FilmPlace place_;
-    bool in_place_ = false; // frames are decoded straight into the picture
+    bool in_place_ = false; // frames are decoded directly into the picture
 };
 
 } // namespace vcc

@@ -1,4 +1,4 @@
-// Whether a player can choose anything on a screen.
+// Whether the player can choose anything on a screen.
 #pragma once
 
 #include "screen/slot.h"
@@ -7,7 +7,7 @@
 
 namespace vcc {
 
-/// Why none of the set's slots can be chosen, with the set's file; empty when one can be.
+/// Why none of the set's slots can be chosen, naming the set's file; empty if one can be.
 std::string why_nothing_can_be_chosen(const SlotSet& set);
 
 } // namespace vcc

@@ -35,7 +35,7 @@ void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look,
     if (look.editable)
         fill_text_box(target, x, field.y, text_width(current_font, character),
                       look.text_colour + insert_colour_step * mode);
-    draw_text(target, x, field.y, character, look.box_colour, false); // its shadow would lie right under it
+    draw_text(target, x, field.y, character, look.box_colour, false); // no shadow: it would touch the next character
 }
 
 } // namespace vcc

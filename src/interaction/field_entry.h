@@ -1,4 +1,4 @@
-// One entry field while the input loop waits on it: keys to text, text to picture.
+// An entry field while the input loop waits on it: from keys to text to pixels.
 #pragma once
 
 #include "interaction/field_draw.h"
@@ -9,14 +9,14 @@
 
 namespace vcc {
 
-/// Edits the edit text of a run's current slot. Fields are drawn without smoothed edges as long as the object lives.
+/// Edits the edit text of a run's current slot. Turns smoothed edges off for its life.
 class FieldEntry {
 public:
     /// Draws the cursor at position 0 in the current font.
     FieldEntry(ScreenRun& run, const Slot& look, bool clear_keyboard);
 
-    /// Applies a key, draws the field and brings what changed to the display. Gives the key back; a finished entry
-    /// gives Enter, so that the last character is never taken for a key or command that has its number.
+    /// Applies a key, draws the field and shows what changed. Returns the key, or Enter for a finished entry: its last
+    /// character must not be taken for the key or command with the same number.
     KeyEvent apply(const KeyEvent& key);
 
 private:

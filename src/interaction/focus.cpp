@@ -95,7 +95,7 @@ Point pointer_place(const Slot& slot, int focus_x, int focus_y) {
         x = column_x(current_font, std::clamp(slot.column, 0, grid_column_limit) + half_length);
         y = row_y(current_font, slot.row) + cell_height(current_font) / 2;
     }
-    // The pointer's picture hangs right of and below its hot spot; it stays on the screen.
+    // Keeps the pointer's picture, which lies right of and below its hot spot, on the screen.
     constexpr int picture = 20;
     return {as_coordinate(std::min<std::int64_t>(x, layout_width - focus_x - picture)),
             as_coordinate(std::min<std::int64_t>(y, layout_height - focus_y - picture))};

@@ -26,7 +26,7 @@ namespace {
 
 constexpr int slots_of_one_page = message_slot::last_line + 1; ///< buttons may be missing
 
-/// The page while it is open. What it changes outside the message set it gives back when it dies.
+/// An open page. Restores at its end what it has changed outside the message set.
 class HelpPage {
 public:
     explicit HelpPage(const HelpRequest& request);
@@ -72,7 +72,7 @@ HelpPage::HelpPage(const HelpRequest& request)
     run_.target = request.target;
     run_.set = request.messages;
     run_.owner = &owner_;
-    // The whole picture, not just the window's area: a page's texts and buttons may reach beyond it.
+    // The whole picture, because texts and buttons may lie outside the window.
     blit(request.target, request.save, 0, 0, 0, 0, request.target->w, request.target->h);
     prepare_slots();
     open();
@@ -118,7 +118,7 @@ void HelpPage::prepare_slots() {
     enable(message_slot::close);
 }
 
-/// Draws the whole set. What follows is drawn on it, so smoothed text must not bring the screen below back.
+/// Draws the whole set. Smoothed text drawn on it later must not restore the background of the screen below.
 void HelpPage::draw_set() {
     run_.fields = draw_slot_set(run_.target, *request_.messages, run_.edit_texts);
     if (anti_aliased_text)
@@ -243,7 +243,7 @@ int HelpPage::run() {
             return *result;
 }
 
-/// Why a message set cannot show a help page; empty when it can.
+/// Why a message set cannot show a help page; empty if it can.
 std::string fault_of(const SlotSet& messages) {
     if (messages.slot_count() < slots_of_one_page)
         return format_text("Help page: the message set has %d slots, %d are needed", messages.slot_count(),

@@ -1,6 +1,6 @@
-// Reading help files. An entry is a line "+NUMBER", header lines of a free label character and a number each (page
-// count, the entries of further pages, font, text colour, window colour, shadow, sound, column, row), and text lines
-// that begin with "-" and one more character. The first other line ends it.
+// Reads help files. An entry consists of a line "+NUMBER", header lines of an arbitrary label character and a number
+// each (page count, entries of further pages, font, text colour, window colour, shadow, sound, column, row), and text
+// lines that begin with "-" and one more character. Any other line ends it.
 #include "core/lines.h"
 #include "core/text.h"
 #include "interaction/help.h"
@@ -23,7 +23,7 @@ public:
     EntryReader(std::string_view text, int line_length)
         : lines_(text), line_length_(static_cast<std::size_t>(std::max(line_length, 1))) {}
 
-    /// Goes to the line after "+number", searching from the current place.
+    /// Searches from the current position for "+number" and goes to the line after it.
     bool find(int number) {
         while (const auto line = lines_.next())
             if (line->starts_with('+') && to_number(*line) == number)
@@ -31,7 +31,7 @@ public:
         return false;
     }
 
-    /// The number of the next header line; `missing` when there is no such line or it has no room for a number.
+    /// The number of the next header line; `missing` if there is no such line or it is too short for a number.
     int header(int missing, std::size_t limit = line_limit) {
         const auto line = lines_.next(limit);
         return line && line->size() > 1 ? to_number(line->substr(1, line_length_ - 1)) : missing;
@@ -49,7 +49,7 @@ public:
         return pages;
     }
 
-    /// Collects text lines from the current place; true when a line of another kind ended them.
+    /// Collects text lines; true if a line of another kind ends them.
     bool text_lines(std::vector<std::string>& texts) {
         while (const auto line = lines_.next()) {
             if (!line->starts_with('-'))
@@ -59,8 +59,8 @@ public:
         return false;
     }
 
-    /// Passes over header lines, whose label may be a "+", too; true with the first text line added. Stops at the next
-    /// entry.
+    /// Skips header lines, whose label may also be "+", and adds the first text line; false if the next entry comes
+    /// first.
     bool first_text_line(std::vector<std::string>& texts) {
         for (long header = 0, headers = 0; const auto line = lines_.next(); ++header) {
             if (line->starts_with('-')) {
@@ -89,7 +89,7 @@ private:
             texts.emplace_back(line.substr(std::min(text_start, line.size())).substr(0, text_length()));
     }
 
-    /// Of a text line, without its first two characters.
+    /// Length of a text line without its first two characters.
     std::size_t text_length() const { return line_length_ - std::min(text_start, line_length_); }
 
     LineReader lines_;

@@ -1,5 +1,6 @@
-// The input loop: frame by frame, until a key, a click, a wheel step or a move onto another slot ends it.
+// The input loop: runs frame by frame until a key, a click, a wheel step or a move onto another slot.
 #include "core/text.h"
+#include "display/buffers.h"
 #include "display/switching.h"
 #include "interaction/field_entry.h"
 #include "interaction/focus.h"
@@ -23,7 +24,7 @@ namespace {
 
 constexpr int switched_out_rest_ms = 10;
 
-/// What the loop has drawn of the pointer's state since it was entered.
+/// How the loop has drawn the current slot since it was entered.
 enum class PointerLook { unknown, over, away };
 
 class InputLoop {
@@ -52,13 +53,13 @@ void InputLoop::report_pointer() {
         run_.owner->pointer_over(run_.current);
 }
 
-/// The highlighted look of an entry field is drawn by others; it shall show the field's text.
+/// Others draw the highlighted look of an entry field, which must show the field's text.
 void InputLoop::copy_field_text() {
     if (is_field() && run_.set->has_toggle(run_.current))
         store_text(run_.set->toggles[index()].text, text_of(slot_.text));
 }
 
-/// Draws the current slot as the pointer comes (with the sound of the highlighted look) or goes, once each time.
+/// Draws the current slot once as the pointer enters (with the sound of the highlighted look) or leaves.
 void InputLoop::show(PointerLook look) {
     if (slot_.toggle == -1 || slot_.toggle == 0 || shown_ == look)
         return;
@@ -74,7 +75,7 @@ void InputLoop::show(PointerLook look) {
     update_screen(run_.target);
 }
 
-/// The pointer may rest on a slot that the focus skips; that is reported once, or keys would never be heard again.
+/// Reports each slot once: on a slot that the focus skips, the loop would otherwise never get to the keys.
 KeyEvent InputLoop::pointer_on_other(int over) {
     if (run_.reported_over == over) {
         show(PointerLook::away);
@@ -86,8 +87,9 @@ KeyEvent InputLoop::pointer_on_other(int over) {
 }
 
 KeyEvent InputLoop::follow_pointer() {
-    const PointerReading reading{held_buttons(), mouse_z, slot_under_pointer(run_.current, run_.set->slots, false)};
-    const PointerNews news = judge_pointer(pointer_memory(), reading, run_.current);
+    const PointerReading reading{mouse_b & key::both_buttons, mouse_z,
+                                 slot_under_pointer(run_.current, run_.set->slots, false)};
+    const PointerNews news = judge_pointer(pointer_memory, reading, run_.current);
     KeyEvent event;
     switch (news.place) {
     case PointerNews::Place::ignored:
@@ -113,7 +115,7 @@ KeyEvent InputLoop::follow_pointer() {
     return {news.code, 0, KeyKind::ending};
 }
 
-/// The display may have lost the picture meanwhile.
+/// Redraws the display at the end, since it may have lost the picture.
 void wait_while_switched_out(BITMAP* target) {
     if (!switched_out)
         return;
@@ -124,15 +126,11 @@ void wait_while_switched_out(BITMAP* target) {
         rest(switched_out_rest_ms);
     if (music)
         resume_music_voice();
-    if (!screen)
-        return;
-    acquire_screen();
-    blit(target, screen, 0, 0, 0, 0, target->w, target->h);
-    release_screen();
+    copy_to_screen(target);
     show_mouse(screen);
 }
 
-/// On a button or label only Left and Right mean something besides the keys that always end the loop.
+/// On a button or label Left and Right end the loop, too.
 KeyEvent key_on_button(KeyEvent event) {
     if (event.kind == KeyKind::editing && (event.code == key::left || event.code == key::right))
         event.kind = KeyKind::ending;

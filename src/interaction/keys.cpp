@@ -16,8 +16,8 @@ struct KeyRow {
     KeyKind kind;
 };
 
-// Shift+Tab comes without a character and the Delete key with character 127 from the X server, so both are listed by
-// key and by character.
+// From the X server Shift+Tab comes without a character and Delete with character 127, so rows match by key or
+// character.
 constexpr KeyRow key_rows[] = {
     {KEY_BACKSPACE, 8, key::backspace, key::backspace, none, KeyKind::editing},
     {KEY_TAB, 9, key::tab, key::tab, none, KeyKind::ending},
@@ -52,7 +52,7 @@ constexpr bool is_letter_or_digit_key(int library_key) {
     return library_key >= KEY_A && library_key <= KEY_9_PAD;
 }
 
-/// Without Num Lock a keypad key comes without a character; it then stands for the key that is printed below its digit.
+/// Without Num Lock a keypad key has no character and stands for the key printed below its digit.
 int without_num_lock(int library_key) {
     constexpr int below_digit[] = {KEY_INSERT, KEY_END,   KEY_DOWN, KEY_PGDN, KEY_LEFT,
                                    KEY_5_PAD,  KEY_RIGHT, KEY_HOME, KEY_UP,   KEY_PGUP};
@@ -72,7 +72,7 @@ int modifier_of(int shifts) {
     return modifier;
 }
 
-/// A character that can be typed: Latin-1 without the control codes; 0 for anything else.
+/// The code if it can be typed (Latin-1 without control codes), else 0.
 int typed(int code) {
     return code >= 32 && code <= 255 ? code : 0;
 }
@@ -88,7 +88,7 @@ KeyEvent translate_plain(int character, int library_key, int modifier) {
     return {typed(character != 0 ? character : library_key), modifier, KeyKind::character};
 }
 
-/// With Ctrl or Alt the library's characters mean nothing (Ctrl+A is 1, Alt+A is 0): only the key counts.
+/// With Ctrl or Alt only the key counts; the library's characters mean nothing (Ctrl+A is 1, Alt+A is 0).
 KeyEvent translate_modified(int library_key, int modifier) {
     const bool ctrl = modifier == key::modifier_ctrl;
     for (const KeyRow& row : key_rows) {
@@ -110,7 +110,7 @@ KeyEvent translate_key(int character, int library_key, int shifts) {
     const int modifier = modifier_of(shifts);
     if (modifier == key::modifier_ctrl || modifier == key::modifier_alt)
         return translate_modified(library_key, modifier);
-    // Some drivers give character 1 for a shifted key that has none.
+    // Some drivers report character 1 for a shifted key that has none.
     if (modifier == key::modifier_shift && character == 1)
         character = 0;
     return translate_plain(character, library_key, modifier);

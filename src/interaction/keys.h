@@ -1,4 +1,4 @@
-// The program's own key codes, and the translation of the library's keys into them.
+// The program's own key codes, and translating the library's keys into them.
 #pragma once
 
 namespace vcc {
@@ -6,7 +6,7 @@ namespace vcc {
 enum class KeyKind {
     character = 0, ///< typed into an entry field, ignored elsewhere
     editing = 1,
-    ending = 2 ///< the input loop returns it at once
+    ending = 2 ///< ends the input loop at once
 };
 
 struct KeyEvent {
@@ -28,10 +28,10 @@ inline constexpr int over_nothing = 997, over_other_slot = 999;
 inline constexpr int modifier_shift = 301, modifier_ctrl = 303, modifier_alt = 101;
 } // namespace key
 
-/// What a key means: character and key number as the library's ureadkey() gives them, and its key_shifts. Pure.
+/// Translates character and key number, as the library's ureadkey() returns them, and its key_shifts. Pure.
 KeyEvent translate_key(int character, int library_key, int shifts);
 
-/// The next waiting key; code 0 when there is none.
+/// The next waiting key; code 0 if there is none.
 KeyEvent read_key();
 
 } // namespace vcc

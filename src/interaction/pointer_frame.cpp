@@ -2,13 +2,11 @@
 
 #include "interaction/keys.h"
 
-#include <allegro.h>
-
 namespace vcc {
 
 namespace {
 
-/// Buttons that have just gone down; none while one that was reported is still held.
+/// Buttons just pressed; none while a reported one is still held.
 int new_buttons(PointerMemory& memory, int held) {
     if (held & memory.reported_buttons)
         return 0;
@@ -45,15 +43,6 @@ PointerNews judge_pointer(PointerMemory& memory, const PointerReading& reading, 
     const PointerNews::Place place = place_of(reading.over, current);
     const bool click = place != PointerNews::Place::away && (buttons & key::left_button) != 0;
     return {place, click ? buttons : 0};
-}
-
-PointerMemory& pointer_memory() {
-    static PointerMemory memory;
-    return memory;
-}
-
-int held_buttons() {
-    return mouse_b & key::both_buttons;
 }
 
 } // namespace vcc

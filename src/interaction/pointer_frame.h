@@ -1,13 +1,14 @@
-// What the pointer does in one frame of the input loop: reading it, and deciding what that means.
+// What the pointer does in one frame of the input loop.
 #pragma once
 
 namespace vcc {
 
-/// What the loop remembers of the pointer; outlives screens.
+/// What the loop remembers of the pointer from frame to frame and screen to screen.
 struct PointerMemory {
-    int reported_buttons = 0; ///< button state that was last reported
-    int wheel = 0;            ///< wheel position up to which steps were reported
+    int reported_buttons = 0; ///< buttons last reported
+    int wheel = 0;            ///< wheel position last reported
 };
+inline PointerMemory pointer_memory; ///< of the one mouse
 
 struct PointerReading {
     int buttons = 0; ///< bit 0 left, bit 1 right
@@ -18,7 +19,7 @@ struct PointerReading {
 /// What a reading means for the current slot.
 struct PointerNews {
     enum class Place {
-        ignored, ///< a right click or wheel step: where the pointer is does not matter
+        ignored, ///< right click or wheel step: the place does not matter
         away,    ///< over no slot, or over the background
         on_current,
         on_other
@@ -27,13 +28,7 @@ struct PointerNews {
     int code = 0; ///< button code, wheel step, or 0
 };
 
-/// Judges one reading and updates the memory: every press is reported once, the wheel one step per frame. Pure.
+/// Interprets a reading and updates the memory: reports each press once, and the wheel one step per frame. Pure.
 PointerNews judge_pointer(PointerMemory& memory, const PointerReading& reading, int current);
-
-/// The memory of the one mouse.
-PointerMemory& pointer_memory();
-
-/// Buttons held now, left and right only.
-int held_buttons();
 
 } // namespace vcc

@@ -30,7 +30,7 @@ Result step_back(ScreenRun& run) {
     return {};
 }
 
-/// Escape and a right click come as one code; the button that is still held, and no other, tells them apart.
+/// Escape and a right click share a code; it is a click if the right button, and no other, is still held.
 Result escape_or_right_click(ScreenRun& run) {
     return mouse_b == key::right_button ? step_back(run) : Result{ScreenResult::menu};
 }
@@ -86,7 +86,7 @@ ScreenResult run_screen(BITMAP*& target, SlotSet& set, const ScreenOwner& owner)
     run.fields = draw_slot_set(target, set, run.edit_texts);
     if (owner.drawn)
         owner.drawn();
-    // Slots may take the focus where nobody sees them.
+    // Slots that take the focus may be invisible.
     if (const std::string why = why_nothing_can_be_chosen(set);
         !why.empty() && std::ranges::any_of(set.slots, is_selectable))
         write_log(why);

@@ -17,13 +17,13 @@ namespace vcc {
 namespace {
 
 constexpr int display_time_unit_ms = 100;
-constexpr int display_time_limit = 100; ///< ten seconds: a record of a damaged file must not stop the program
+constexpr int display_time_limit = 100; ///< ten seconds: a damaged file must not stall the program
 
 Slot& current_slot(ScreenRun& run) {
     return run.set->slots[static_cast<std::size_t>(run.current)];
 }
 
-/// The record that gives an entry field its look while it is edited.
+/// The record that gives an entry field its look during editing.
 const Slot& editing_look(const SlotSet& set, const Slot& slot) {
     if (slot.input_mode != 0 && set.has_toggle(slot.toggle))
         return set.toggles[static_cast<std::size_t>(slot.toggle)];
@@ -44,7 +44,7 @@ int wait_on_slot(ScreenRun& run, bool no_wait) {
     return code;
 }
 
-/// Keys that leave a button's look to what follows; an entry field is drawn anew in any case, without its cursor.
+/// Codes after which a button keeps its look, because what follows draws it.
 bool keeps_look(int code) {
     return code == key::enter || code == key::escape || code == key::alt_x || code == key::left_button ||
            code == key::right_button;
@@ -84,7 +84,7 @@ void navigate(ScreenRun& run, int code) {
     run.direction = move.direction;
     if (!move.place_pointer)
         return;
-    // The pointer only confirms the keyboard's slot here; it never takes the focus elsewhere.
+    // `single`: the pointer cannot take the focus elsewhere.
     if (const int found = pick_focus(*run.set, run.current, run.direction, true); found >= 0) {
         run.current = found;
         place_pointer(current_slot(run));

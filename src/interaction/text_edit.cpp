@@ -30,7 +30,7 @@ EditOutcome type_over(FieldEdit& field, char character, int length) {
     return EditOutcome::changed;
 }
 
-/// The last position keeps its character: what is pushed right falls out in front of it.
+/// The last position keeps its character; the one pushed onto it is lost.
 EditOutcome type_in(FieldEdit& field, char character, int length) {
     const int p = field.cursor;
     if (p + 1 >= length) {

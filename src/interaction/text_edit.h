@@ -1,4 +1,4 @@
-// Editing the text of an entry field: from key and text to text and cursor, without any drawing.
+// Edits the text of an entry field: from key and text to text and cursor, without drawing.
 #pragma once
 
 #include "interaction/keys.h"
@@ -10,14 +10,14 @@ namespace vcc {
 inline int insert_mode = 0; ///< 0 overwrite, 1 insert; outlives fields and screens
 
 struct FieldEdit {
-    std::string text; ///< padded with blanks to the field's length; a longer one is cut by the first change
+    std::string text; ///< padded with blanks to the field's length; the first change cuts a longer one
     int cursor = 0;   ///< 0 to length - 1
 };
 
 enum class EditOutcome {
     ignored,   ///< the key does nothing in this field
     changed,   ///< text, cursor or mode may differ: draw the field again
-    at_edge,   ///< the cursor cannot move further: nothing to draw
+    at_edge,   ///< the cursor cannot move further; nothing to draw
     forbidden, ///< the character is not allowed in a numeric field
     full       ///< the last position was typed over: the entry is finished
 };

@@ -62,7 +62,7 @@ protected:
         test::set_fields(set_.slots[3], {{&Slot::input_mode, 2}, {&Slot::size, 4}});
         set_.toggles = set_.slots;
         set_.toggles[3].back_colour = 13;
-        pointer_memory() = {};
+        pointer_memory = {};
         close_requested = 0;
         point_at_row(below_all)();
         // One event in every other frame: a step that ends empties the keyboard when the next begins.
