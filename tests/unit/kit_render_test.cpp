@@ -22,7 +22,7 @@ void leave_traces() {
     selected_module = Module::battle;
     music_on = sound_on = 0;
     help_line_length = 5;
-    pointer_memory() = {1, 9};
+    pointer_memory = {1, 9};
     for (TextWindow& window : text_windows)
         window.shadow = 9;
     for (const int drawn_on : {screen_buffer, window_copy_buffer, help_save_buffer, info_copy_buffer, text_copy_buffer})

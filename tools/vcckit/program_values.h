@@ -37,7 +37,7 @@ inline auto program_values() {
         std::tie(layout_width, layout_height, module_prefix, language, slot_prefix, text_window_prefix),
         std::tie(fullscreen, mode_range, screen_mode_range, depth_class, settings, theme_loop, number_of_themes,
                  anti_aliased_text, frame_rest),
-        std::tie(pointer_by_keyboard, help_line_length, insert_mode, pointer_memory()),
+        std::tie(pointer_by_keyboard, help_line_length, insert_mode, pointer_memory),
         std::tie(text_on_box, full_redraw, show_slot_pictures, text_windows, current_text_window, dot_spacing),
         std::tie(music_playing, music_volume, current_theme, theme_shown, sfx_volume),
         std::tie(current_font, previous_font, grid_rows, grid_columns));
