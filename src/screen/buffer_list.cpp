@@ -21,7 +21,7 @@ namespace vcc {
 
 namespace {
 
-/// Loading takes seconds; music and background go on between two steps.
+/// Loading takes long: music and backgrounds continue between its steps.
 void show_progress() {
     feed_music();
     show_next_background();
@@ -41,7 +41,7 @@ bool create_work_bitmaps() {
     return true;
 }
 
-/// The pictures of one list by their names. One that the list names again is copied, which costs a tenth of reading it.
+/// Buffers by the pictures in them. A picture that the list names again is copied, ten times as fast as reading it.
 using PicturesRead = std::map<std::string, int>;
 
 BitmapPtr copy_of(BITMAP* picture) {
@@ -72,14 +72,10 @@ bool load_buffer(int number, const std::string& path, PicturesRead& read) {
         return false;
     }
     graphic_buffers[index] = std::move(picture);
-    std::erase_if(read, [number](const auto& each) { return each.second == number; }); // what it held is gone
+    std::erase_if(read, [number](const auto& each) { return each.second == number; }); // its former picture is gone
     read.emplace(path, number);
     show_next_background();
     return true;
-}
-
-bool is_buffer(int number) {
-    return number >= 0 && number < graphic_buffer_count;
 }
 
 } // namespace
@@ -110,7 +106,7 @@ int load_graphic_buffers(const std::string& path) {
             current = number;
             break;
         case '*':
-            if (!is_buffer(number))
+            if (number < 0 || number >= graphic_buffer_count)
                 return 0;
             break;
         default:

@@ -6,12 +6,12 @@
 
 namespace vcc {
 
-/// Creates the work bitmaps, then loads the pictures of a list file into the graphic buffers, showing the rotating
-/// backgrounds and feeding the music on the way. Returns the number of pictures; 0 is failure (a picture that cannot be
-/// loaded is shown and logged here).
+/// Creates the work bitmaps, then loads the pictures of a list file into the graphic buffers; meanwhile shows the
+/// rotating backgrounds and feeds the music. Returns the number of pictures, 0 after a failure (a picture that cannot
+/// be loaded is shown and logged here).
 int load_graphic_buffers(const std::string& path);
 
-/// The picture files that a list names, each once, in the order in which loading comes to them.
+/// The picture files that a list names, each once, in loading order.
 std::vector<std::string> listed_pictures(const std::string& path);
 
 } // namespace vcc

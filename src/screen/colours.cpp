@@ -7,7 +7,7 @@ namespace vcc {
 namespace {
 
 // clang-format off
-// 0xRRGGBB. Entries beyond the last row are ones that no data file uses.
+// 0xRRGGBB. No data file uses entries beyond the last row.
 constexpr auto rgb = std::to_array<std::uint32_t>({
     0x000000, 0x0000AA, 0x00AA00, 0x00AAAA, 0xAA0000, 0xAA00AA, 0xAA5500, 0xAAAAAA, // 0
     0x555555, 0x5555FF, 0x55FF55, 0x55FFFF, 0xFF5555, 0xFF55FF, 0xFFFF55, 0xFBFBFB, // 8

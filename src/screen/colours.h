@@ -1,4 +1,4 @@
-// The colour table: every colour in the data files is an index into it.
+// The colour table. Every colour in the data files is an index into it.
 #pragma once
 
 #include <array>
@@ -14,12 +14,12 @@ inline constexpr int colour_count = 256;
 inline constexpr int line_fallback_colour = 12;
 extern const std::array<Colour, colour_count> colour_table;
 
-/// True for an index 0 to 255.
+/// True for 0 to 255.
 constexpr bool is_colour(int index) {
     return index >= 0 && index < colour_count;
 }
 
-/// Pixel value of an index 0 to 255 in the colour depth now in force.
+/// Pixel value of an index (0 to 255) in the colour depth in force.
 int pixel_of(int index);
 
 } // namespace vcc

@@ -1,8 +1,9 @@
-// Boxes, lines and the copy to the display.
+// Boxes, lines, and copying to the display.
 #include "screen/draw.h"
 
 #include "core/layout.h"
 #include "core/log.h"
+#include "display/buffers.h"
 #include "platform/display.h"
 #include "platform/scaled_display.h"
 #include "screen/colours.h"
@@ -23,9 +24,9 @@ int index_or_pixel(int colour) {
     return is_colour(colour) ? pixel_of(colour) : colour;
 }
 
-/// Rows (or columns) of a band that lie on a picture of the given extent; a data file may ask for any thickness.
+/// Lines of a band that lie on a picture; a data file may ask for any thickness.
 struct BandSpan {
-    int first = 0;        ///< place of line 0
+    int first = 0;        ///< position of line 0
     int from = 0, to = 0; ///< lines to draw, `to` exclusive
 };
 
@@ -46,12 +47,10 @@ void update_screen(BITMAP* source) {
     if (!screen || !source)
         return;
     scare_mouse();
-    acquire_screen();
-    blit(source, screen, 0, 0, 0, 0, layout_width, layout_height);
-    release_screen();
+    copy_to_screen(source);
     unscare_mouse();
-    // Line by line the picture waits in the client's queue, which overflows to the server when it is full: without this
-    // the upper part of a picture can stand over the lower part of the former one for a while.
+    // The client's queue sends itself whenever it is full: without this the display can show the upper part of the new
+    // picture above the lower part of the old one for a while.
     present_screen();
 }
 

@@ -1,4 +1,4 @@
-// Drawing slots, and recording where each slot's entry field lies.
+// Draws slots, and records where each slot's entry field lies.
 #pragma once
 
 #include "core/geometry.h"
@@ -22,23 +22,23 @@ struct FieldPlace {
     int back_colour = 0; ///< as in the slot
 };
 
-/// Pixel position of a text slot: its destination when both coordinates are set, else its cell in the slot's font. Pure
-/// but for the grids.
+/// Pixel position of a text slot: its destination if both coordinates are set, else its cell in the slot's font. Pure
+/// except for the grids.
 struct Point {
     int x = 0, y = 0;
 };
 Point slot_position(const Slot& slot);
 
-/// Draws one record; nothing when the index is outside the records.
+/// Draws one record; nothing for an index outside the records.
 void draw_slot(BITMAP* target, std::span<const Slot> records, int index);
 
 /// Draws all records in order.
 void draw_slots(BITMAP* target, std::span<const Slot> records);
 
-/// Draws every slot of a set and records its field. Only the first slot that has a sound is heard.
+/// Draws every slot of a set and records its field. Plays only the sound of the first slot that has one.
 std::vector<FieldPlace> build_entry_table(BITMAP* target, std::span<const Slot> slots);
 
-/// Draws a whole screen; every edit text becomes `size` - 1 blanks.
+/// Draws a whole screen; sets every edit text to `size` - 1 blanks.
 std::vector<FieldPlace> draw_slot_set(BITMAP* target, const SlotSet& set, std::vector<std::string>& edit_texts);
 
 } // namespace vcc

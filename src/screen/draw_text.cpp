@@ -1,7 +1,7 @@
 // Text: plain, on a box, with a shadow.
 //
-// Smoothed edges are blended into what lies under them, so a text that is drawn again would grow bolder each time.
-// Unless the whole screen is being drawn afresh, its place is first restored from the clean background copy.
+// Smoothed edges are blended into the background, so a text would grow bolder each time it is drawn. Unless the whole
+// screen is being drawn, the background is therefore restored first, from a clean copy.
 #include "display/buffers.h"
 #include "platform/truetype.h"
 #include "screen/colours.h"
@@ -20,7 +20,7 @@ bool hard_edges() {
 
 void restore_background(BITMAP* target, int x, int y, std::string_view text) {
     BITMAP* const clean = graphic_buffer(text_copy_buffer);
-    // One row more than the cell, as the boxes behind texts have it: the descenders of fonts 0 and 4 reach into it.
+    // One row more than the cell, as in the boxes behind texts: the descenders of fonts 0 and 4 reach into it.
     if (clean && !full_redraw)
         blit(clean, target, x, y, x, y, as_coordinate(text_width(current_font, text)), cell_height(current_font) + 1);
 }

@@ -1,4 +1,4 @@
-// Numbers of data files before they are used as coordinates.
+// Limits numbers from data files before they are used as coordinates.
 #pragma once
 
 #include <algorithm>
@@ -6,7 +6,7 @@
 
 namespace vcc {
 
-/// Far outside every screen, yet sums of a few such values never overflow, here or in the graphics library.
+/// Far outside every screen, but sums of a few such values never overflow, here or in the graphics library.
 inline constexpr int coordinate_limit = 32767;
 
 constexpr int as_coordinate(std::int64_t value) {

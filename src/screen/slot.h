@@ -1,4 +1,4 @@
-// The slot: one element of a screen, stored in files exactly as held in memory.
+// The slot: one element of a screen, stored in files exactly as in memory.
 #pragma once
 
 #include <cstddef>
@@ -50,8 +50,7 @@ static_assert(offsetof(Slot, help_file) == 100 && offsetof(Slot, draw_flags) == 
               offsetof(Slot, sound_flags) == 222);
 static_assert(offsetof(Slot, text) == 253 && offsetof(Slot, name) == 344);
 
-/// The slots of one slot file with the parallel records of its toggle file (highlighted and pressed looks; may be
-/// empty).
+/// The slots of a slot file, and the parallel records of its toggle file (highlighted and pressed looks; may be empty).
 struct SlotSet {
     std::vector<Slot> slots;
     std::vector<Slot> toggles;
@@ -63,10 +62,10 @@ struct SlotSet {
     bool has_toggle(int index) const { return index >= 0 && index < toggle_count(); }
 };
 
-/// Characters of the longest entry field: the slot keeps its text.
+/// Characters of the longest entry field, which keeps its text in the slot.
 inline constexpr int field_limit = sizeof(Slot::text) - 1;
 
-/// A text slot's place is a pixel position when both coordinates are set, else a cell of its font's grid.
+/// A text slot is placed in pixels if both coordinates are set, else by a cell of its font's grid.
 inline bool placed_in_pixels(const Slot& slot) {
     return slot.dest_x != 0 && slot.dest_y != 0;
 }

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int status_font = 4;
 
-// Records are used as they lie in the file.
+// Records are used as they are in the file.
 static_assert(std::endian::native == std::endian::little);
 
 void report_unreadable(const std::string& path, const std::string& reason) {
@@ -25,7 +25,7 @@ void report_unreadable(const std::string& path, const std::string& reason) {
     show_status("Fehler beim oeffnen der Datei:", path, status_font);
 }
 
-/// The records of an opened file; `what_is_missing` completes the message when there are none.
+/// The records of an opened file; `what_is_missing` completes the message if there are none.
 std::vector<Slot> take_records(const std::string& path, std::string_view bytes, std::string_view what_is_missing) {
     Result<std::vector<Slot>> records = read_slot_file(bytes);
     if (!records)

@@ -7,13 +7,13 @@
 
 namespace vcc {
 
-/// The bitmap that messages are written on (borrowed; null: messages are dropped).
+/// Sets the bitmap for messages (borrowed); null drops messages.
 void set_status_target(BITMAP* target);
 
-/// Fixes the line's position: column 2 and third row from the bottom of the current font's grid.
+/// Places the line at column 2 and the third row from the bottom of the current font's grid.
 void place_status_line();
 
-/// Writes two texts one after the other in a font; nothing reaches the display until the next update_screen().
+/// Writes two texts in a row in a font; the display shows them after the next update_screen().
 void show_status(std::string_view first, std::string_view second, int font);
 
 } // namespace vcc

@@ -38,7 +38,7 @@ int frame_colour(const TextWindow& window, bool highlighted) {
     return highlighted ? window_of(style_window).title_colour : window.colour;
 }
 
-/// The title, centred over a width in columns; the display shows the whole picture at once.
+/// Draws the title centred over a width in columns, and updates the display.
 void draw_title(BITMAP* target, const TextWindow& window, int left_column, int columns, int y) {
     const int offset = columns / 2 - static_cast<int>(window.title.size()) / 2;
     draw_boxed_text(target, column_x(window.font, left_column + offset), y, window.title, window.title_colour,
@@ -53,14 +53,13 @@ void draw(BITMAP* target, int number) {
         draw_cell_window(target, number, highlighted);
 }
 
-/// Sound, background if the window's style lets it show, window. `restores` is false when the background stays as it
-/// is.
+/// Plays the sound, restores the background (if `restores` and the window's style shows it) and draws the window.
 void open_window(BITMAP* target, int number, BITMAP* background, bool restores) {
     const TextWindow& window = window_of(number);
     play_effect(window.open_sound);
     if (window.style != 0) {
         if (!window.pixel_coords)
-            select_font(window.font); // stays selected: callers write into the window
+            select_font(window.font); // stays selected for callers that write into the window
         if (restores)
             restore_area(target, background, window);
     }

@@ -27,26 +27,26 @@ struct TextWindow {
     int pixel_coords = 0; ///< 0: edges are cells of the font's grid
     int pointer_offset = 0;
     int background_buffer = 0;           ///< graphic buffer from which the area is restored
-    BITMAP* background_bitmap = nullptr; ///< borrowed; the options screen restores the area from it
+    BITMAP* background_bitmap = nullptr; ///< borrowed; the options screen restores the background from it
 };
 
 inline std::array<TextWindow, text_window_count> text_windows;
 inline int current_text_window = 0; ///< the highlighted window
 inline int dot_spacing = 2;         ///< pixels between dots of the dotted style
 
-/// Applies a text-window file in memory to the table; returns the number of "-" lines. `each_line` runs before every
-/// line (may be null).
+/// Applies a text-window file in memory to the table; returns the number of "-" lines. Calls `each_line`, which may be
+/// null, before every line.
 int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows, void (*each_line)());
 
-/// Loads a file into the table; 0 when it cannot be opened or holds no "-" line.
+/// Loads a file into the table; 0 if it cannot be opened or has no "-" line.
 int load_text_windows(const std::string& path);
 
-/// Restores the window's background from its buffer if its style needs it, then draws it. A number outside the table
-/// draws nothing.
+/// Restores the window's background from its buffer if its style needs that, then draws the window. A number outside
+/// the table draws nothing.
 void draw_text_window(BITMAP* target, int number);
 
-/// The same with the background restored from the window's bitmap: pixel windows when `restore` is not 0, cell windows
-/// when it is -1.
+/// The same with the background from the window's bitmap: restored for pixel windows if `restore` is not 0, for cell
+/// windows if it is -1.
 void draw_text_window_from_bitmap(BITMAP* target, int number, int restore);
 
 void draw_cell_window(BITMAP* target, int number, bool highlighted);

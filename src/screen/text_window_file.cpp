@@ -1,5 +1,4 @@
-// The text-window file: one key letter (or two) and a number a line, applied to the window named by the latest "+"
-// line.
+// The text-window file: per line a key of one or two letters and a number, for the window of the latest "+" line.
 #include "core/files.h"
 #include "core/lines.h"
 #include "core/text.h"
@@ -33,7 +32,7 @@ const WindowKey* key_of_line(std::string_view line) {
     return nullptr;
 }
 
-/// Lines that mean nothing: comments, and coordinates that are neither upper left nor lower right.
+/// Comments, and coordinates that are neither upper left nor lower right.
 bool is_ignored(std::string_view line) {
     return !line.empty() && (line[0] == '#' || line[0] == 'x' || line[0] == 'y');
 }

@@ -85,7 +85,7 @@ void draw_window_grid(BITMAP* target, const TextWindow& window, const Rect& area
         return;
     for (int y = area.y1 + spacing; y <= area.y2; y += spacing)
         draw_hline(target, area.x1, y, area.x2, window.colour);
-    if (spacing == 1) // the lines across cover everything
+    if (spacing == 1) // the horizontal lines cover everything
         return;
     for (int x = area.x1 + spacing; x <= area.x2; x += spacing)
         draw_vline(target, x, area.y1, area.y2, window.colour);

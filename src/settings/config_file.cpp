@@ -1,6 +1,6 @@
-// The configuration file on the disk. The graphics library would write it in place, which loses everything when the
-// program is killed or the disk is full at that moment, and it drops blanks and comments that it does not understand.
-// So the changes are put into the file's own text, and the file is replaced in one step.
+// The configuration file on disk. The graphics library would write it in place, which loses everything if the program
+// is killed or the disk is full at that moment, and it drops blanks and comments. So changes are merged into the file's
+// own text, and the file is replaced in one step.
 
 #include "core/files.h"
 #include "core/handles.h"
@@ -21,33 +21,24 @@ namespace {
 
 constexpr const char* temporary_suffix = ".new";
 
-/// The names that one of the library's listing functions hands out, freed at the end.
-class NameList {
-public:
-    NameList() = default;
-    ~NameList() { free_config_entries(&names_); }
-    NameList(const NameList&) = delete;
-    NameList& operator=(const NameList&) = delete;
+/// Takes over the names that one of the library's listing functions returns.
+std::vector<std::string> taken(const char** names, int count) {
+    std::vector<std::string> copies(names, names + (names != nullptr ? std::max(count, 0) : 0));
+    free_config_entries(&names);
+    return copies;
+}
 
-    static NameList sections() {
-        NameList list;
-        list.count_ = list_config_sections(&list.names_);
-        return list;
-    }
-    static NameList keys(const char* section) {
-        NameList list;
-        list.count_ = list_config_entries(section, &list.names_);
-        return list;
-    }
-    std::span<const char* const> names() const {
-        return {names_, names_ != nullptr && count_ > 0 ? static_cast<std::size_t>(count_) : 0};
-    }
+std::vector<std::string> sections() {
+    const char** names = nullptr;
+    const int count = list_config_sections(&names);
+    return taken(names, count);
+}
 
-private:
-    NameList(NameList&&) = default;
-    const char** names_ = nullptr;
-    int count_ = 0;
-};
+std::vector<std::string> keys_of(const char* section) {
+    const char** names = nullptr;
+    const int count = list_config_entries(section, &names);
+    return taken(names, count);
+}
 
 std::string without_brackets(std::string_view section) {
     if (section.starts_with('['))
@@ -57,15 +48,13 @@ std::string without_brackets(std::string_view section) {
     return std::string(section);
 }
 
-/// Everything that the library holds in sections.
+/// All values that the library holds in sections.
 ConfigValues held_values() {
     ConfigValues values;
-    const NameList sections = NameList::sections();
-    for (const char* const section : sections.names()) {
-        const NameList keys = NameList::keys(section);
-        for (const char* const key : keys.names())
-            values.emplace(std::pair{without_brackets(section), key}, get_config_string(section, key, ""));
-    }
+    for (const std::string& section : sections())
+        for (const std::string& key : keys_of(section.c_str()))
+            values.emplace(std::pair{without_brackets(section), key},
+                           get_config_string(section.c_str(), key.c_str(), ""));
     return values;
 }
 
@@ -85,7 +74,7 @@ bool replace_text(const std::string& name, const std::string& text) {
     return false;
 }
 
-/// The library reads and writes its files as UTF-8, whatever it holds.
+/// The library reads and writes its files as UTF-8.
 std::vector<ConfigChange> as_utf8(std::vector<ConfigChange> changes) {
     for (ConfigChange& change : changes) {
         change.section = platform::utf8_from_latin1(change.section);
@@ -96,16 +85,16 @@ std::vector<ConfigChange> as_utf8(std::vector<ConfigChange> changes) {
     return changes;
 }
 
-/// Guards the shared file. Owns the values on which the file and the library last agreed: what the library holds
-/// beside them is to be written, and nothing else is.
+/// Guards the shared file. Owns the values on which the file and the library last agreed; only what the library holds
+/// differently is written.
 class SharedFile {
 public:
-    /// Makes the library hold the file as it is on the disk.
+    /// Loads the file on disk into the library.
     void take_over();
 
-    /// Merges what the library changed into the file, beside what other programs may have written there meanwhile, and
-    /// takes it over again. When that fails, the values live on in memory, and the next write tries again. False while
-    /// the library does not hold this file's values: there is nothing to write then.
+    /// Merges what changed in the library into the file, which other programs may have written meanwhile, and takes it
+    /// over again. If that fails, the values stay in memory for the next write. False if the library does not hold this
+    /// file's values, so that there is nothing to write.
     bool write();
 
 private:
@@ -116,11 +105,12 @@ private:
 
     std::string name() const { return platform::resolve_path(path::settings); }
 
-    std::optional<ConfigValues> agreed_; ///< nothing before the file is taken over
+    std::optional<ConfigValues> agreed_; ///< nothing until the file is taken over
     bool reported_ = false;
 };
 
-/// A module may leave another file selected. It lacks a section that ours had; its values are none of our file's.
+/// A module may leave another file selected: it lacks a section of ours, and its values must not be written to our
+/// file.
 bool SharedFile::is_held(const ConfigValues& held) const {
     return agreed_ && std::ranges::all_of(*agreed_, [&](const auto& entry) {
                const std::string& section = entry.first.first;
@@ -160,15 +150,14 @@ bool SharedFile::merge(const std::vector<ConfigChange>& changes) const {
         return true;
     const auto file = read_file(name());
     if (!file && platform::file_exists(name()))
-        return false; // not readable: replacing it would lose what is in it
+        return false; // unreadable: replacing it would lose its contents
     const std::string before = file ? *file : "";
     const std::string after = apply_changes(before, changes);
     return after == before || replace_text(name(), after);
 }
 
-/// Makes the library hold `text`, without a file that it could damage. It would write its changes into the file that it
-/// has first, in place; it knows that file by its relative name, so there is nothing to write when it does so from
-/// elsewhere.
+/// Loads `text` into the library, without a file that it could damage. The library first writes its changes into its
+/// current file in place; it knows that file by a relative name, which leads nowhere from another folder.
 void SharedFile::hold(const std::string& text) const {
     const platform::FolderVisit elsewhere(platform::folder_of_program(name()));
     set_config_data(text.c_str(), static_cast<int>(text.size()));
@@ -199,12 +188,9 @@ void select_config_file() {
 bool config_flag(const char* section, const char* key) {
     if (const char* const value = get_config_string(section, key, nullptr))
         return std::string_view(value).starts_with("yes");
-    // The library does not tell an empty value from a missing key, its list of keys does.
-    const NameList keys = NameList::keys(section);
-    for (const char* const name : keys.names())
-        if (platform::same_but_for_case(name, key))
-            return false;
-    return true;
+    // The library returns null for an empty value, too; its list of keys has only those that exist.
+    return std::ranges::none_of(keys_of(section),
+                                [&](const std::string& name) { return platform::same_but_for_case(name, key); });
 }
 
 } // namespace vcc

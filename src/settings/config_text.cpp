@@ -21,7 +21,7 @@ bool is_blank_line(std::string_view line) {
     return without_leading_space(line).empty();
 }
 
-/// The section that a line opens, or nothing.
+/// The section that a line opens, if any.
 std::optional<std::string_view> section_of(std::string_view line) {
     const std::string_view rest = without_leading_space(line);
     const std::size_t end = rest.find(']');
@@ -30,7 +30,7 @@ std::optional<std::string_view> section_of(std::string_view line) {
     return rest.substr(1, end - 1);
 }
 
-/// The key of a line as the graphics library reads it: up to a blank, "=" or "#". Empty for comments.
+/// The key of a line as the graphics library reads it: up to white space, "=" or "#". Empty for comments.
 std::string_view key_of(std::string_view line) {
     const std::string_view rest = without_leading_space(line);
     const auto ends = [](char c) { return is_space(c) || c == '=' || c == '#'; };
@@ -39,7 +39,7 @@ std::string_view key_of(std::string_view line) {
 
 using Lines = std::vector<std::string>;
 
-/// Lines without their line feed. A carriage return stays with its line.
+/// The lines without their line feeds; a carriage return stays.
 Lines lines_of(std::string_view text) {
     Lines lines;
     while (!text.empty()) {
@@ -50,7 +50,7 @@ Lines lines_of(std::string_view text) {
     return lines;
 }
 
-/// What stands before the line feeds of the text: a carriage return where its first line has one.
+/// What precedes the line feeds: a carriage return if the first line has one.
 std::string_view line_end_of(std::string_view text) {
     const std::size_t line_feed = text.find('\n');
     return line_feed != std::string_view::npos && line_feed > 0 && text[line_feed - 1] == '\r' ? "\r" : "";
@@ -63,15 +63,11 @@ std::string joined(const Lines& lines) {
     return text;
 }
 
-Lines::difference_type index_after(const Lines& lines, Lines::const_iterator line) {
-    return line - lines.begin() + 1;
-}
-
 void apply_change(Lines& lines, const ConfigChange& change, std::string_view line_end) {
     const std::string value(change.value.value_or(""), 0, change.value.value_or("").find_first_of("\r\n"));
     const std::string entry = change.key + " = " + value + std::string(line_end);
     bool inside = false;
-    std::optional<Lines::difference_type> end_of_section; ///< after its last line that says something
+    std::optional<Lines::difference_type> end_of_section; ///< after its last line that is not blank
     for (auto line = lines.begin(); line != lines.end(); ++line) {
         if (const auto opened = section_of(*line)) {
             inside = same_but_for_case(*opened, change.section);
@@ -83,7 +79,7 @@ void apply_change(Lines& lines, const ConfigChange& change, std::string_view lin
             return;
         }
         if (inside && !is_blank_line(*line))
-            end_of_section = index_after(lines, line);
+            end_of_section = line - lines.begin() + 1;
     }
     if (!change.value)
         return;

@@ -1,11 +1,11 @@
-// The keyboard layout: which mapping file the graphics library reads when the keyboard is installed.
+// The keyboard layout: the mapping file that the graphics library reads when the keyboard is installed.
 #pragma once
 
 #include <string_view>
 
 namespace vcc {
 
-/// Mapping file of a keyboard setting; any value outside 0 to 5 gives the US file.
+/// Mapping file of a keyboard setting; the US file outside 0 to 5.
 std::string_view keyboard_mapping_file(int keyboard);
 
 /// Installs the keyboard, with the installation's list of accents.
@@ -14,7 +14,7 @@ void start_keyboard();
 /// Stores the mapping file of the current setting in the configuration and flushes it.
 void write_keyboard_layout();
 
-/// write_keyboard_layout(), then installs the keyboard again, so that the mapping is in force at once.
+/// The same, then installs the keyboard again, so that the mapping takes effect at once.
 void apply_keyboard_layout();
 
 } // namespace vcc

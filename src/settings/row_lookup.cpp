@@ -23,7 +23,7 @@ bool names_row(const SettingRow& row, std::string_view key) {
         !same_but_for_case(key.substr(key.size() - after.size()), after))
         return false;
     const std::string_view digits = key.substr(before.size(), key.size() - before.size() - after.size());
-    // Comparing with the number written back refuses signs, blanks and leading zeros.
+    // Comparing with the number printed again rejects signs, blanks and leading zeros.
     const int copy = to_number(digits);
     return copy >= 0 && copy < row.copies() && digits == std::to_string(copy);
 }
@@ -50,11 +50,9 @@ std::string values_column(const SettingRow& row) {
 } // namespace
 
 const SettingRow* find_setting_row(std::string_view section, std::string_view key) {
-    const std::string_view base =
-        key.size() > default_suffix.size() &&
-                same_but_for_case(key.substr(key.size() - default_suffix.size()), default_suffix)
-            ? key.substr(0, key.size() - default_suffix.size())
-            : std::string_view();
+    const std::size_t length = key.size() - std::min(default_suffix.size(), key.size());
+    const bool is_default = same_but_for_case(key.substr(length), default_suffix);
+    const std::string_view base = is_default ? key.substr(0, length) : std::string_view();
     for (const SettingRow& row : setting_rows())
         if (same_but_for_case(row.section, section) &&
             (names_row(row, key) || (row.has(KeyUse::reset) && same_but_for_case(row.key, base))))
@@ -65,7 +63,7 @@ const SettingRow* find_setting_row(std::string_view section, std::string_view ke
 std::string settings_table() {
     std::vector<std::string_view> sections;
     for (const SettingRow& row : setting_rows())
-        if (std::find(sections.begin(), sections.end(), row.section) == sections.end())
+        if (std::ranges::find(sections, row.section) == sections.end())
             sections.push_back(row.section);
 
     std::string table;

@@ -1,5 +1,5 @@
-// One row for every key of the shared configuration file. Loading, saving, resetting, single reads and writes, the
-// check of an installation and the table in docs/settings.md all go through these rows.
+// One row per key of the shared configuration file. Loading, saving, resetting, single reads and writes, the check of
+// an installation and the tables in docs/settings.md all use these rows.
 #pragma once
 
 #include "core/installation.h"
@@ -18,19 +18,19 @@
 namespace vcc {
 
 enum class SettingKind {
-    flag, ///< "yes" when the value begins with these three characters, or when the key is missing
+    flag, ///< on if the value begins with "yes" or the key is missing
     number,
     text
 };
 
-/// What becomes of a number outside its row's range when it is loaded or reset.
+/// What replaces a number outside its row's range when it is read.
 enum class Outside {
     nearest,  ///< the nearest end of the range
     standard, ///< the hard default
-    kept      ///< it stays: the end of its range is not known before everything is read
+    kept      ///< unchanged: the range is not known until everything is read
 };
 
-/// What the settings store does with a key; keys without any of these belong to another owner.
+/// What the settings store does with a key; a key without any use belongs to another owner.
 enum class KeyUse : unsigned {
     load = 1,   ///< read into its place by load_settings()
     save = 2,   ///< written from its place by save_settings()
@@ -51,7 +51,7 @@ struct TextPlace {
     std::size_t size = 0; ///< bytes with the terminating zero
 };
 
-/// Where a value lives in memory; nothing for keys that the settings store does not hold.
+/// Where a value is stored in memory; nothing for keys that the settings store does not hold.
 using Place = std::variant<std::monostate, int*, std::int8_t*, TextPlace>;
 
 struct SettingRow {
@@ -60,13 +60,13 @@ struct SettingRow {
     SettingKind kind = SettingKind::number;
     int number = 0;             ///< hard default of a number
     std::string_view text = {}; ///< hard default of a text or flag
-    int min = 0, max = 0;       ///< range of a number that was read, both included; a text's longest length is max
+    int min = 0, max = 0;       ///< range of a number, ends included; max is the longest length of a text
     unsigned uses = 0;          ///< KeyUse values
     Place place = {};
     std::string_view help = {};
     Outside outside = Outside::nearest;
     std::span<const int> numbers = {};            ///< hard defaults of numbered keys
-    std::span<const std::string_view> texts = {}; ///< the same of texts
+    std::span<const std::string_view> texts = {}; ///< of numbered texts
 
     constexpr int standard_number(int copy) const {
         return numbers.empty() ? number : numbers[static_cast<std::size_t>(copy)];
@@ -122,7 +122,7 @@ constexpr SettingRow music(std::string_view key, int module) {
                   "level of the music, 0 off");
 }
 
-/// The upper end is that of the sound set-up's list; load_settings() narrows it to the themes that there are.
+/// The range is that of the sound set-up's list; load_settings() clamps it to the themes that exist.
 constexpr SettingRow theme(std::string_view key, int standard, int module) {
     return outside(Outside::kept, number(sound, key, standard, 0, 10, offered,
                                          &settings.theme[static_cast<std::size_t>(module)], "music theme"));
@@ -170,7 +170,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
     number(sound, "number_of_themes", 0, 0, 11, saved, &number_of_themes,
            "number of music themes, 0 when music is off; written for the modules"),
 
-    // Kept as a signed byte, whatever it is: everything but 0 means full screen.
+    // Stored as a signed byte without a range: any value but 0 is full screen.
     number(graphics, "screen_mode", 0, any_min, any_max, offered, &settings.screen_mode, "0 window, 1 full screen"),
     number(graphics, "screen_mode_range", -1, -1, 3, other_owner, {},
            "what the machine can show: -1 not tried yet, 1 full screen, 2 window, 3 both"),
@@ -202,7 +202,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
     outside(Outside::standard, number(general, "keyboard", 0, 0, 5, offered, &settings.keyboard,
                                       "keyboard layout: 0 US, 1 German, 2 Finnish, 3 French, 4 Italian, 5 UK")),
 
-    // Not used here: the battle module expects to find them.
+    // Not used here; the battle module expects them.
     flag(battle, "ambient_at_all", ensured, "for the battle module"),
     number(battle, "message_max", 1, any_min, any_max, ensured, {}, "for the battle module"),
     flag(battle, "3D_map", ensured, "for the battle module"),
@@ -226,7 +226,7 @@ constexpr bool are_sound() {
             return false;
         if (row.kind == SettingKind::number && row.copies() == 1 && (row.number < row.min || row.number > row.max))
             return false;
-        // A value that is loaded, saved or reset needs a place, and a key that is created must not have one.
+        // A value that is loaded, saved or reset needs a place; a key that is only created must not have one.
         const bool has_place = !std::holds_alternative<std::monostate>(row.place);
         if (has_place != ((row.uses & offered) != 0) || (has_place && row.has(KeyUse::ensure)))
             return false;
@@ -240,16 +240,16 @@ static_assert(are_sound(), "a key appears twice, or a row's range, default, plac
 
 } // namespace rows
 
-/// All rows, in the order in which the settings are read and written.
+/// All rows, in the order in which settings are read and written.
 constexpr std::span<const SettingRow> setting_rows() {
     return rows::all;
 }
 
-/// The row that a key of a configuration file belongs to (also for the numbered keys and for the keys with "_default"
-/// appended); null for a key that nobody here knows. Letter case does not matter.
+/// The row of a key of a configuration file, numbered keys and keys with "_default" appended included; null for an
+/// unknown key. Ignores letter case.
 const SettingRow* find_setting_row(std::string_view section, std::string_view key);
 
-/// The table of docs/settings.md, in Markdown.
+/// The tables of docs/settings.md, in Markdown.
 std::string settings_table();
 
 } // namespace vcc

@@ -14,7 +14,7 @@ namespace vcc {
 
 namespace {
 
-/// A row's names as the library wants them: zero-terminated, a "#" replaced by the number of the copy.
+/// Section and key of a row for the library, with a "#" replaced by the number of the copy.
 struct KeyName {
     explicit KeyName(const SettingRow& row, std::string_view suffix = {}, int copy = 0)
         : section(row.section), key(std::string(row.key).append(suffix)) {
@@ -76,7 +76,7 @@ void write_row(const SettingRow& row) {
         store(row, *std::get<int*>(row.place));
 }
 
-/// Creates a key that another program expects; a value that is there stays. A number of -1 counts as absent.
+/// Creates a key that another program expects, unless it exists. A number of -1 counts as missing.
 void ensure_row(const SettingRow& row) {
     const KeyName name(row);
     if (row.kind == SettingKind::number) {
@@ -94,7 +94,7 @@ void for_rows(KeyUse use, Action action) {
             action(row);
 }
 
-/// The two flags can only switch off what is on; nothing but a new sound set-up switches it on.
+/// The two flags can only switch sound and music off; only a new sound set-up switches them on.
 void obey_sound_flags() {
     if (!read_flag("sound_at_all"))
         disable_sound();
@@ -108,7 +108,7 @@ void store_number_of_themes(int count) {
     flush_settings();
 }
 
-/// Without any theme the choices stay as they are, so that music that is off for one run costs nobody their theme.
+/// Without themes the choices stay, so that one run without music does not reset them.
 void clamp_themes() {
     if (number_of_themes > 0)
         for (int& theme : settings.theme)

@@ -1,4 +1,4 @@
-// The settings of all four programs in memory, and the file that they share.
+// The settings that all four programs share, in memory and in their file.
 #pragma once
 
 #include "core/installation.h"
@@ -18,7 +18,7 @@ struct ModuleVolumes {
     int music = 0;   ///< level 0 to 10
 };
 
-/// Everything that the options screen edits.
+/// What the options screen edits.
 struct Settings {
     std::array<ModuleVolumes, module_count> volumes{};
     std::array<int, module_count> theme{}; ///< 0 to number_of_themes - 1
@@ -35,7 +35,7 @@ struct Settings {
     int keyboard = 0;                      ///< 0 to 5
 };
 
-inline constexpr int font_count = 11; ///< fonts that the settings describe
+inline constexpr int font_count = 11; ///< fonts described by the settings
 
 inline Settings settings;
 inline std::array<int, module_count> theme_loop{}; ///< 1: all themes one after another, 0: the chosen theme repeats
@@ -43,18 +43,17 @@ inline int number_of_themes = 0;                   ///< 0 to 11; 0 when music is
 inline int anti_aliased_text = 1;                  ///< text is drawn with smoothed edges
 inline int frame_rest = 0;                         ///< milliseconds given up per idle frame, 0 to 20
 
-/// Selects data/configs/vcc.cfg as the library's configuration file and reads it. Selecting it again writes unwritten
-/// changes first and shows what others have written meanwhile.
+/// Selects data/configs/vcc.cfg as the library's configuration file and reads it. Selecting it again first writes
+/// pending changes, then reads what other programs have written.
 void select_config_file();
 
-/// Writes what set_config_int() and its companions changed to the disk, in one step: the file is replaced whole or
-/// stays as it was, and whatever else is in it stays, comments too. A file that cannot be written gives one log line a
-/// run; the changes then stay in memory and are tried again. To be called instead of flush_config_file(), and before
-/// allegro_exit() when something may be unwritten. Texts that get_config_string() gave out before are no longer valid.
+/// Writes the changes of set_config_int() and its companions to disk. The file is replaced whole or not at all, and
+/// keeps everything else in it, comments included. If it cannot be written, logs that once per run and keeps the
+/// changes for the next try. Call it instead of flush_config_file(), and before allegro_exit(). Invalidates texts that
+/// get_config_string() has returned.
 void flush_settings();
 
-/// A "yes" or "no" key: true when its first three characters are exactly "yes". A missing key is true, an empty value
-/// false.
+/// A "yes" or "no" key: true if its value begins with "yes" or the key is missing; an empty value is false.
 bool config_flag(const char* section, const char* key);
 
 void load_settings();

@@ -8,7 +8,7 @@
 
 namespace vcc {
 
-/// Names a row by its key. A key without a row of this kind does not compile.
+/// A row, named by its key. A key without a row of this kind does not compile.
 template <SettingKind kind>
 class RowKey {
 public:
@@ -30,12 +30,12 @@ using FlagKey = RowKey<SettingKind::flag>;
 using NumberKey = RowKey<SettingKind::number>;
 using TextKey = RowKey<SettingKind::text>;
 
-// What the selected file holds, or the row's hard default. `copy` counts the keys that a "#" stands for.
+// The value in the selected file, or the row's hard default. `copy` is the number for a "#" in the key.
 bool read_flag(FlagKey name);
 int read_number(NumberKey name, int copy = 0); ///< brought into the row's range
 std::string read_text(TextKey name, int copy = 0);
 
-/// The number as it stands in the file, whatever the row's range is; `suffix` is appended to the key.
+/// The number in the file, not brought into the row's range; `suffix` is appended to the key.
 int stored_number(const SettingRow& row, std::string_view suffix = {}, int copy = 0);
 inline int stored_number(NumberKey name) {
     return stored_number(name.row());
