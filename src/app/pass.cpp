@@ -47,8 +47,7 @@ struct FailureRow {
 constexpr FailureRow failures[] = {
     {LoadFailure::sound, "", "CC:Sound initialization failed!\n", true},
     {LoadFailure::screens, "CC: Error initializing Graphics\n", "Error initializing Graphics\n", true},
-    {LoadFailure::windows, "Error loading transparent Text-Windows!", "Error loading transparent Text-Windows",
-     false},
+    {LoadFailure::windows, "Error loading transparent Text-Windows!", "Error loading transparent Text-Windows", false},
     {LoadFailure::pictures, "CC: Error loading Graphicbuffers!", "Error loading Graphicbuffers\n", false},
 };
 

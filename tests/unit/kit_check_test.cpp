@@ -3,8 +3,8 @@
 #include "game_folder.h"
 #include "names.h"
 #include "report.h"
-#include "source_check.h"
 #include "slot_bytes.h"
+#include "source_check.h"
 
 #include "core/files.h"
 #include "core/text.h"
