@@ -35,8 +35,8 @@ int run_check(const CheckRequest& request);
 /// Says what a code stands for; without a code, lists them all. `markdown`: as the table of docs/faults.md.
 int run_explain(const std::vector<std::string>& codes, bool markdown);
 
-/// Prints the JSON schema of screen sources, for editors.
-int run_schema();
+/// Prints the JSON schema of screen sources, for editors; or the table of fields in docs/formats.md.
+int run_schema(bool fields);
 
 /// Renders a screen of an installation into a PNG file.
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output);
@@ -50,6 +50,16 @@ struct PlayRequest {
 
 /// Visits every slot in the real program on a virtual display.
 int run_play(const PlayRequest& request);
+
+struct EditorRequest {
+    std::string folder;  ///< of the installation
+    std::string screens; ///< of the sources; empty: the usual place
+    int port = 0;        ///< 0: a free one
+    bool browser = true; ///< a browser opens the page
+};
+
+/// Serves the screen editor until it is asked to end.
+int run_edit(const EditorRequest& request);
 
 struct NewRequest {
     std::string name;   ///< folder to make

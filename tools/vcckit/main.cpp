@@ -41,12 +41,13 @@ struct Arguments {
     CheckRequest checking;
     std::vector<std::string> files, codes;
     std::string output, rendered, picture, shown, screen, language = "en";
-    bool markdown = false;
+    bool markdown = false, fields = false;
     RenderRequest request;
     std::vector<std::string> converted;
     ConvertRequest conversion;
     NewRequest project;
     PlayRequest play;
+    EditorRequest edit;
 };
 
 CLI::App& add_command(CLI::App& app, const char* name, const char* purpose, const std::string& lines) {
@@ -205,9 +206,11 @@ CLI::App& add_explain(CLI::App& app, Arguments& given) {
     return command;
 }
 
-CLI::App& add_schema(CLI::App& app) {
-    return add_command(app, "schema", "Prints the JSON schema of screen sources, for editors",
-                       "  vcckit schema > screen.schema.json");
+CLI::App& add_schema(CLI::App& app, Arguments& given) {
+    CLI::App& command = add_command(app, "schema", "Prints the JSON schema of screen sources, for editors",
+                                    "  vcckit schema > screen.schema.json");
+    command.add_flag("--fields", given.fields, "the table of a record's fields, as docs/formats.md has it");
+    return command;
 }
 
 /// The words that may stand in the place of one that nothing knows: commands, or the options of the command.
@@ -250,6 +253,22 @@ CLI::App& add_play(CLI::App& app, Arguments& given) {
     return command;
 }
 
+CLI::App& add_edit(CLI::App& app, Arguments& given) {
+    EditorRequest& request = given.edit;
+    CLI::App& command =
+        add_command(app, "edit", "Edits screens in a browser, with the picture that the program shows",
+                    "  vcckit edit veldor                                opens the page\n"
+                    "  vcckit edit game --screens screens --no-browser   prints its address, and waits");
+    command.add_option("DIR", request.folder, "folder of the installation")->required()->type_name("DIR");
+    command.add_option("--screens", request.screens, "folder of the sources; \"screens\" in or beside DIR without it")
+        ->type_name("DIR");
+    command.add_option("--port", request.port, "port of 127.0.0.1; a free one without it")
+        ->type_name("N")
+        ->check(CLI::Range(0, 65535).description("0 to 65535"));
+    command.add_flag("--no-browser{false}", request.browser, "does not open the page");
+    return command;
+}
+
 /// What the completion of a shell asks: not in the help, for no person types it.
 bool is_completion(int argc, char** argv) {
     return argc > 1 && std::strcmp(argv[1], "__complete") == 0;
@@ -277,8 +296,9 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     const CLI::App& render = add_render(app, given);
     const CLI::App& convert = add_convert(app, given);
     const CLI::App& explain = add_explain(app, given);
-    const CLI::App& schema = add_schema(app);
+    const CLI::App& schema = add_schema(app, given);
     const CLI::App& play = add_play(app, given);
+    const CLI::App& edit = add_edit(app, given);
     add_show(app, given);
     if (is_completion(argc, argv))
         return print_completions(app, {argv + 2, argv + argc});
@@ -304,7 +324,7 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     if (explain.parsed())
         return run_explain(given.codes, given.markdown);
     if (schema.parsed())
-        return run_schema();
+        return run_schema(given.fields);
     if (render.parsed()) {
         given.request.screen = screens.at(given.screen);
         return run_render(given.rendered, given.request, given.picture);
@@ -313,5 +333,7 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
         return run_convert(given.converted, given.conversion);
     if (play.parsed())
         return run_play(given.play);
+    if (edit.parsed())
+        return run_edit(given.edit);
     return run_show(given.shown);
 }

@@ -110,10 +110,19 @@ Renderer::~Renderer() {
 void Renderer::forget() {
     sound_on = 1; // or nothing is released
     release_sound();
+    for (SoundEntry& entry : sound_entries)
+        entry = {};
     release_graphic_buffers();
     for (BitmapPtr& buffer : kept_->as_loaded)
         buffer.reset();
     kept_->fonts = kept_->sounds = kept_->pictures = false;
+}
+
+BITMAP* Renderer::buffer(int number) const {
+    const auto* const changing = std::ranges::find(changing_buffers, number);
+    if (changing == changing_buffers.end())
+        return graphic_buffer(number);
+    return kept_->as_loaded[static_cast<std::size_t>(changing - changing_buffers.begin())].get();
 }
 
 void Renderer::load_sounds_once() {

@@ -57,6 +57,9 @@ public:
     /// of the request's row.
     std::optional<SeenScreen> see(const RenderRequest& request, std::string& fault);
 
+    /// A graphic buffer as it was loaded; null when it is empty, and before the first picture.
+    BITMAP* buffer(int number) const;
+
     /// Loads everything again for the next picture: files that were kept have changed.
     void forget();
 

@@ -1,6 +1,7 @@
 #include "schema.h"
 
 #include "commands.h"
+#include "field_help.h"
 #include "fields.h"
 #include "screen_source.h"
 
@@ -175,8 +176,8 @@ std::string screen_schema() {
     return laid_out(text + "} }");
 }
 
-int run_schema() {
-    std::fputs(screen_schema().c_str(), stdout);
+int run_schema(bool fields) {
+    std::fputs((fields ? field_table() : screen_schema()).c_str(), stdout);
     return exit_clean;
 }
 

@@ -76,6 +76,7 @@ SourceCheck check_source(const std::string& file, std::string_view text, const S
     if (source.screen.name.empty())
         source.screen.name = std::filesystem::path(file).stem().string();
     Faults faults = std::move(source.faults);
+    const bool readable = faults.empty();
     const auto silences = silences_of(text, faults);
     if (faults.empty()) {
         if (!rules.any_name)
@@ -88,7 +89,7 @@ SourceCheck check_source(const std::string& file, std::string_view text, const S
     faults = each_once(faults);
     for (Fault& fault : faults)
         fault.file = file;
-    return {std::move(source.screen), std::move(faults)};
+    return {std::move(source.screen), std::move(faults), readable};
 }
 
 } // namespace vcc::kit

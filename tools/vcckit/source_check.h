@@ -10,8 +10,9 @@
 namespace vcc::kit {
 
 struct SourceCheck {
-    Screen screen; ///< its name filled in; must not be used when there are faults
-    Faults faults; ///< by line, each with a file
+    Screen screen;         ///< its name filled in; must not be packed when there are faults
+    Faults faults;         ///< by line, each with a file
+    bool readable = false; ///< the screen is whole: what there is to tell is about its records
 };
 
 struct SourceRules {

@@ -1,0 +1,252 @@
+#include "serve/document_json.h"
+
+#include "fault_codes.h"
+#include "fields.h"
+#include "latin1.h"
+
+#include "core/text.h"
+#include "interaction/focus.h"
+#include "platform/latin1.h"
+#include "screen/draw_slot.h"
+#include "text/fonts.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace vcc::kit::edit {
+
+using nlohmann::json;
+
+namespace {
+
+json rect_json(int x1, int y1, int x2, int y2) {
+    return json::array({x1, y1, x2 - x1, y2 - y1});
+}
+
+json rect_of_window(const TextWindow& window) {
+    if (window.pixel_coords != 0)
+        return rect_json(window.left, window.top, window.right, window.bottom);
+    return rect_json(column_x(window.font, window.left), row_y(window.font, window.top),
+                     column_x(window.font, window.right), row_y(window.font, window.bottom));
+}
+
+const char* kind_of(const Slot& slot) {
+    if (is_text_window(slot))
+        return "window";
+    if (slot.graphic != 0)
+        return "picture";
+    return slot.input_mode != 0 || !text_of(slot.text).empty() || slot.box_width != 0 ? "text" : "other";
+}
+
+using OwnNames = std::map<Meaning, std::map<std::string, std::int64_t>>;
+
+/// The name that a source would write for a number: one of its own first.
+std::optional<std::string> shown_number(Meaning meaning, std::int32_t number, const OwnNames& names) {
+    if (const auto own = names.find(meaning); own != names.end())
+        for (const auto& [name, value] : own->second)
+            if (value == number)
+                return name;
+    return name_of_number(meaning, number);
+}
+
+json record_json(const Slot& slot, const OwnNames& names, const std::array<TextWindow, text_window_count>& windows) {
+    json values = json::object(), shown = json::object();
+    for (const NumberField& field : number_fields()) {
+        values[std::string(field.name)] = slot.*field.member;
+        if (field.meaning != Meaning::number)
+            if (const auto name = shown_number(field.meaning, slot.*field.member, names))
+                shown[std::string(field.name)] = *name;
+    }
+    for (const TextField& field : text_fields())
+        values[std::string(field.name)] = utf8_of(bytes_of(slot, field).substr(0, bytes_of(slot, field).find('\0')));
+    const Rect area = slot_rect(slot);
+    json frame = rect_json(area.x1, area.y1, area.x2, area.y2);
+    if (is_text_window(slot) && slot.graphic > 0 && slot.graphic < text_window_count)
+        frame = rect_of_window(windows[static_cast<std::size_t>(slot.graphic)]);
+    return {{"values", std::move(values)},
+            {"shown", std::move(shown)},
+            {"rect", std::move(frame)},
+            {"placed", slot.graphic != 0 || placed_in_pixels(slot) ? "pixels" : "cells"},
+            {"cell", {cell_width(slot.font), cell_height(slot.font)}},
+            {"kind", kind_of(slot)},
+            {"text", utf8_of(text_of(slot.text))},
+            {"hidden", is_hidden(slot)},
+            {"selectable", is_selectable(slot)}};
+}
+
+/// A record in each language; null when the set does not have it.
+json languages_json(const Reading& reading, std::vector<Slot> ScreenRecords::*set, int index,
+                    const WindowSets& windows) {
+    json by_language = json::object();
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        const std::vector<Slot>& records = reading.screen.records[i].*set;
+        if (index >= 0 && static_cast<std::size_t>(index) < records.size())
+            by_language[std::string(languages[i].code)] =
+                record_json(records[static_cast<std::size_t>(index)], reading.names, windows[i]);
+    }
+    return by_language;
+}
+
+json repeat_json(const std::optional<RepeatDescription>& repeat) {
+    if (!repeat)
+        return nullptr;
+    return {{"first", repeat->first}, {"count", repeat->count}, {"step", repeat->step}, {"position", repeat->position}};
+}
+
+json slot_json(const RecordDescription& record, const Reading& reading, const WindowSets& windows) {
+    json looks = json::array(), written_looks = json::object();
+    for (const auto& [look, written] : record.looks) {
+        looks.push_back(look);
+        written_looks[look] = written;
+    }
+    const std::vector<Slot>& slots = reading.screen.records[0].slots;
+    const auto index = static_cast<std::size_t>(record.index);
+    const bool there = record.index >= 0 && index < slots.size();
+    const std::string_view name = there ? text_of(slots[index].name) : std::string_view();
+    return {{"index", record.index},
+            {"line", record.line},
+            {"name", utf8_of(name)},
+            {"protected", record.fixed.empty() ? json() : json(record.fixed)},
+            {"repeat", repeat_json(record.repeat)},
+            {"styles", record.styles},
+            {"written", record.written},
+            {"looks", std::move(looks)},
+            {"look_written", std::move(written_looks)},
+            {"activated", there ? slots[index].activated : 0},
+            {"languages", languages_json(reading, &ScreenRecords::slots, record.index, windows)}};
+}
+
+json toggles_json(const Reading& reading, const WindowSets& windows) {
+    json toggles = json::array();
+    const auto& records = reading.screen.records;
+    const std::size_t count = std::max(records[0].toggles.size(), records[1].toggles.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto index = static_cast<int>(i);
+        const auto& described = reading.description.toggles;
+        const auto found = std::ranges::find(described, index, &RecordDescription::index);
+        toggles.push_back({{"index", index},
+                           {"line", found == described.end() ? 0 : found->line},
+                           {"languages", languages_json(reading, &ScreenRecords::toggles, index, windows)}});
+        if (found != described.end()) {
+            toggles.back()["styles"] = found->styles;
+            toggles.back()["repeat"] = repeat_json(found->repeat);
+            toggles.back()["written"] = found->written;
+        }
+    }
+    return toggles;
+}
+
+/// A text as the number that it is.
+json number_or_text(const std::string& text) {
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc{} && end == text.data() + text.size() ? json(number) : json(text);
+}
+
+json values_json(const std::map<std::string, std::string>& values) {
+    json object = json::object();
+    for (const auto& [name, value] : values)
+        object[name] = number_or_text(value);
+    return object;
+}
+
+json styles_json(const Description& description) {
+    json styles = json::array();
+    for (const StyleDescription& style : description.styles) {
+        json looks = json::array();
+        for (const auto& look : style.looks)
+            looks.push_back(look.first);
+        styles.push_back({{"name", style.name},
+                          {"line", style.line},
+                          {"styles", style.styles},
+                          {"written", style.values},
+                          {"looks", std::move(looks)}});
+    }
+    return styles;
+}
+
+json windows_json(const Description& description, const std::array<TextWindow, text_window_count>& windows) {
+    json all = json::array();
+    for (const WindowDescription& window : description.windows) {
+        if (window.number < 0 || window.number >= text_window_count)
+            continue;
+        all.push_back({{"number", window.number},
+                       {"line", window.line},
+                       {"values", values_json(window.values)},
+                       {"rect", rect_of_window(windows[static_cast<std::size_t>(window.number)])}});
+    }
+    return all;
+}
+
+json text_or_null(const std::string& text) {
+    return text.empty() ? json() : json(text);
+}
+
+} // namespace
+
+std::string utf8_of(std::string_view text) {
+    return platform::utf8_from_latin1(text);
+}
+
+int slot_of_fault(const Fault& fault) {
+    constexpr std::string_view slot = "slot ";
+    int index = -1;
+    if (std::string_view(fault.where).starts_with(slot))
+        std::from_chars(fault.where.data() + slot.size(), fault.where.data() + fault.where.size(), index);
+    return index;
+}
+
+json fault_json(const Fault& fault, const std::string& document, int slot) {
+    const std::string code = code_text(fault.code);
+    const FaultRow* const row = find_fault_row(code);
+    // Texts of sources are UTF-8, those of other files are not.
+    const auto text = [](const std::string& told) { return is_utf8(told) ? told : utf8_of(told); };
+    json object{{"code", code},
+                {"problem", text(fault.problem)},
+                {"advice", text(fault.advice)},
+                {"line", fault.line},
+                {"column", fault.column},
+                {"width", fault.width},
+                {"slot", slot >= 0 ? json(slot) : json()},
+                {"where", text(fault.where)},
+                {"field", text(fault.field)},
+                {"file", text(fault.file)},
+                {"document", text_or_null(document)},
+                {"fatal", fault.fatal},
+                {"title", row ? std::string(row->title) : ""},
+                {"explanation", row ? std::string(row->explanation) : ""}};
+    if (!fault.nearest.empty())
+        object["nearest"] = text(fault.nearest);
+    return object;
+}
+
+json document_json(const DocumentState& document, const Reading& reading, const WindowSets& windows) {
+    json conflicts = json::array(), faults = json::array(), slots = json::array(), names = json::object();
+    for (const Conflict& each : document.conflicts)
+        conflicts.push_back({{"line", each.line}, {"base", each.base}, {"mine", each.mine}, {"theirs", each.theirs}});
+    for (const Fault& fault : reading.faults)
+        faults.push_back(fault_json(fault, document.name, slot_of_fault(fault)));
+    for (const RecordDescription& record : reading.description.slots)
+        slots.push_back(slot_json(record, reading, windows));
+    for (const auto& [meaning, own] : reading.names)
+        names[std::string(meaning_word(meaning))] = own;
+    const bool german = document.name.starts_with(languages[1].prefix);
+    return {{"name", document.name},
+            {"kind", document.kind == DocumentKind::screen ? "screen" : "windows"},
+            {"file", document.file},
+            {"text", document.text},
+            {"revision", document.revision},
+            {"dirty", document.dirty},
+            {"undo", text_or_null(document.undo_label)},
+            {"redo", text_or_null(document.redo_label)},
+            {"conflicts", std::move(conflicts)},
+            {"stale", reading.stale},
+            {"names", std::move(names)},
+            {"styles", styles_json(reading.description)},
+            {"windows", windows_json(reading.description, windows[german ? 1 : 0])},
+            {"slots", std::move(slots)},
+            {"toggles", toggles_json(reading, windows)},
+            {"faults", std::move(faults)}};
+}
+
+} // namespace vcc::kit::edit

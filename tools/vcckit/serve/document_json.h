@@ -1,0 +1,44 @@
+// Documents and faults as the page gets them.
+#pragma once
+
+#include "edit/describe.h"
+#include "edit/workspace.h"
+#include "report.h"
+#include "screen_source.h"
+
+#include "screen/text_window.h"
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <map>
+#include <string>
+
+namespace vcc::kit::edit {
+
+using WindowSets = std::array<std::array<TextWindow, text_window_count>, languages.size()>;
+
+/// What a document's working text says, and what is wrong with it. With a text that cannot be packed, screen and
+/// description are those of the last one that could be.
+struct Reading {
+    std::int64_t revision = -1; ///< of the text that was read
+    Screen screen;
+    Description description;
+    std::map<Meaning, std::map<std::string, std::int64_t>> names; ///< of its own
+    bool stale = false;
+    Faults faults;
+};
+
+/// The fonts of the installation must be loaded: frames of texts depend on them.
+nlohmann::json document_json(const DocumentState& document, const Reading& reading, const WindowSets& windows);
+
+/// A fault of a document, or of the file of another kind; `slot` is the slot that it is about, or -1.
+nlohmann::json fault_json(const Fault& fault, const std::string& document, int slot);
+
+/// The slot that a fault of a source is in; -1 when it is in none.
+int slot_of_fault(const Fault& fault);
+
+/// Texts of the program's files, Windows Latin-1, as the page gets them.
+std::string utf8_of(std::string_view text);
+
+} // namespace vcc::kit::edit

@@ -1,0 +1,255 @@
+#include "serve/server.h"
+
+#include "editor_files.h"
+
+#include <httplib.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+
+#include <sys/random.h>
+
+namespace vcc::kit::edit {
+
+using nlohmann::json;
+
+namespace {
+
+constexpr const char* host = "127.0.0.1";
+constexpr std::size_t body_limit = 2u << 20;
+constexpr std::size_t threads = 32; ///< a page has one for its events, and up to five more at a time
+constexpr time_t keep_alive_s = 1;  ///< for as long does the end of the server wait for a silent page
+constexpr std::chrono::seconds comment_time{15};
+
+std::string new_key() {
+    std::array<unsigned char, 16> bytes{};
+    if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
+        return {};
+    std::string key;
+    constexpr std::string_view digits = "0123456789abcdef";
+    for (const unsigned char byte : bytes) {
+        key += digits[byte / digits.size()];
+        key += digits[byte % digits.size()];
+    }
+    return key;
+}
+
+/// For everything that is sent.
+const httplib::Headers safe_headers{
+    {"Content-Security-Policy", "default-src 'self'; img-src 'self' blob: data:; frame-ancestors 'none'"},
+    {"X-Frame-Options", "DENY"},
+    {"X-Content-Type-Options", "nosniff"},
+    {"Cross-Origin-Resource-Policy", "same-origin"},
+    {"Cache-Control", "no-store"},
+    {"Referrer-Policy", "no-referrer"},
+};
+
+using Get = Answer (Session::*)(const Parameters&);
+using Post = Answer (Session::*)(const json&);
+struct GetRow {
+    const char* name;
+    Get answer;
+};
+struct PostRow {
+    const char* name;
+    Post answer;
+};
+constexpr GetRow get_rows[] = {
+    {"document", &Session::document},     {"picture", &Session::picture}, {"picture.png", &Session::picture_png},
+    {"buffer.png", &Session::buffer_png}, {"sound", &Session::sound},
+};
+constexpr PostRow post_rows[] = {
+    {"edit", &Session::edit},       {"undo", &Session::undo},       {"redo", &Session::redo}, {"save", &Session::save},
+    {"resolve", &Session::resolve}, {"recover", &Session::recover}, {"play", &Session::play},
+};
+
+const char* type_of(std::string_view file) {
+    constexpr std::pair<std::string_view, const char*> types[] = {
+        {".html", "text/html; charset=utf-8"},
+        {".js", "text/javascript; charset=utf-8"},
+        {".css", "text/css; charset=utf-8"},
+        {".svg", "image/svg+xml"},
+        {".png", "image/png"},
+        {".json", "application/json"},
+    };
+    for (const auto& [ending, type] : types)
+        if (file.ends_with(ending))
+            return type;
+    return "application/octet-stream";
+}
+
+Parameters parameters_of(const httplib::Request& request) {
+    Parameters parameters;
+    for (const auto& [name, value] : request.params)
+        parameters.emplace(name, value); // the first of several
+    return parameters;
+}
+
+void send(httplib::Response& response, Answer answer) {
+    response.status = answer.status;
+    for (const auto& [name, value] : answer.headers)
+        response.set_header(name, value);
+    response.body = std::move(answer.body);
+    response.set_header("Content-Type", answer.type);
+}
+
+} // namespace
+
+struct Server::Parts {
+    explicit Parts(Session& s) : session(s), key(new_key()) {}
+
+    std::optional<Answer> refuse(const httplib::Request& request) const;
+    Answer answer_get(const std::string& name, const httplib::Request& request);
+    Answer answer_post(const std::string& name, const httplib::Request& request);
+    void send_events(httplib::Response& response);
+    std::string name_in(const httplib::Request& request) const { return request.path.substr(key.size() + 2); }
+
+    Session& session;
+    std::string key;
+    int port = 0;
+    httplib::Server http;
+};
+
+bool same_key(const std::string& one, const std::string& other) {
+    unsigned differences = one.size() == other.size() ? 0 : 1;
+    for (std::size_t i = 0; i < one.size(); ++i)
+        differences |= static_cast<unsigned char>(one[i]) ^
+                       static_cast<unsigned char>(other.empty() ? 0 : other[i % other.size()]);
+    return differences == 0 && !one.empty();
+}
+
+/// Why a request gets nothing, whatever it asks for.
+std::optional<Answer> Server::Parts::refuse(const httplib::Request& request) const {
+    const std::string own = std::string(host) + ":" + std::to_string(port), local = "localhost:" + std::to_string(port);
+    const std::string asked = request.get_header_value("Host");
+    if (request.get_header_value_count("Host") != 1 || (asked != own && asked != local))
+        return refusal(status::forbidden, "this server has another name");
+    if (request.has_header("Origin") && request.get_header_value("Origin") != "http://" + asked)
+        return refusal(status::forbidden, "a page of another origin asks");
+    if (const std::string site = request.get_header_value("Sec-Fetch-Site");
+        !site.empty() && site != "same-origin" && site != "none")
+        return refusal(status::forbidden, "a page of another origin asks");
+    const std::size_t end = request.path.find('/', 1);
+    if (end == std::string::npos || !same_key(key, request.path.substr(1, end - 1)))
+        return refusal(status::forbidden, "the key is wrong: use the address that vcckit edit has printed");
+    if (request.method != "GET" && request.method != "POST")
+        return refusal(status::wrong_method, "GET and POST are answered");
+    if (request.method == "GET")
+        return std::nullopt;
+    const std::string type = request.get_header_value("Content-Type");
+    if (type.substr(0, type.find(';')) != "application/json")
+        return refusal(status::wrong_type, "the body must be application/json");
+    if (request.has_header("Content-Length") && request.get_header_value<std::uint64_t>("Content-Length") > body_limit)
+        return refusal(status::too_large, "the body is larger than 2 MiB");
+    return std::nullopt;
+}
+
+Answer Server::Parts::answer_get(const std::string& name, const httplib::Request& request) {
+    if (name == "project")
+        return session.project();
+    for (const GetRow& row : get_rows)
+        if (name == row.name)
+            return (session.*row.answer)(parameters_of(request));
+    const std::string_view wanted = name.empty() ? std::string_view("index.html") : name;
+    for (const EmbeddedFile& file : editor_files())
+        if (file.path == wanted)
+            return {.type = type_of(file.path), .body = std::string(file.bytes)};
+    return refusal(status::not_found, "there is no " + name);
+}
+
+Answer Server::Parts::answer_post(const std::string& name, const httplib::Request& request) {
+    const auto* const row = std::ranges::find_if(post_rows, [&](const PostRow& each) { return name == each.name; });
+    if (row == std::end(post_rows))
+        return refusal(status::not_found, "there is no " + name);
+    const json body = json::parse(request.body, nullptr, false);
+    if (!body.is_object())
+        return refusal(status::bad_request, "the body is no JSON object");
+    return (session.*row->answer)(body);
+}
+
+void Server::Parts::send_events(httplib::Response& response) {
+    Events& events = session.events();
+    const std::uint64_t listener = events.listen();
+    response.set_chunked_content_provider(
+        "text/event-stream",
+        [&events, listener, begun = false](std::size_t, httplib::DataSink& sink) mutable {
+            // The first answer tells the page that it hears.
+            const auto news = begun ? events.next(listener, comment_time) : std::optional<std::string>(": hello\n\n");
+            begun = true;
+            if (!news) {
+                sink.done();
+                return true;
+            }
+            return sink.write(news->data(), news->size());
+        },
+        [&events, listener](bool) { events.leave(listener); });
+}
+
+Server::Server(Session& session) : parts_(std::make_unique<Parts>(session)) {
+    httplib::Server& http = parts_->http;
+    http.new_task_queue = [] { return new httplib::ThreadPool(threads); };
+    http.set_default_headers(safe_headers);
+    http.set_payload_max_length(body_limit);
+    http.set_keep_alive_timeout(keep_alive_s);
+    http.set_tcp_nodelay(true);
+    http.set_socket_options([](socket_t socket) { // no second server may listen on the same port
+        const int yes = 1;
+        ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
+    http.set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
+        auto refused = parts_->refuse(request);
+        if (!refused)
+            return httplib::Server::HandlerResponse::Unhandled;
+        send(response, std::move(*refused));
+        return httplib::Server::HandlerResponse::Handled;
+    });
+    http.Get(".*", [this](const httplib::Request& request, httplib::Response& response) {
+        const std::string name = parts_->name_in(request);
+        if (name == "events")
+            parts_->send_events(response);
+        else
+            send(response, parts_->answer_get(name, request));
+    });
+    http.Post(".*", [this](const httplib::Request& request, httplib::Response& response) {
+        send(response, parts_->answer_post(parts_->name_in(request), request));
+    });
+    // What the library refuses by itself gets a reason, too.
+    http.set_error_handler(httplib::Server::Handler([](const httplib::Request&, httplib::Response& response) {
+        if (response.body.empty())
+            send(response,
+                 refusal(response.status, response.status == status::too_large ? "the body is larger than 2 MiB"
+                                                                               : "the request cannot be read"));
+    }));
+}
+
+Server::~Server() = default;
+
+std::string Server::bind(int port) {
+    if (parts_->key.empty())
+        return std::string("the system has no random numbers: ") + std::strerror(errno);
+    if (port == 0)
+        parts_->port = std::max(parts_->http.bind_to_any_port(host), 0);
+    else if (parts_->http.bind_to_port(host, port))
+        parts_->port = port;
+    if (parts_->port == 0)
+        return "cannot listen on port " + std::to_string(port) + " of " + host + ": " + std::strerror(errno);
+    return {};
+}
+
+std::string Server::address() const {
+    return "http://" + std::string(host) + ":" + std::to_string(parts_->port) + "/" + parts_->key + "/";
+}
+
+void Server::run() {
+    parts_->http.listen_after_bind();
+}
+
+void Server::stop() {
+    parts_->http.stop();
+}
+
+} // namespace vcc::kit::edit

@@ -1,0 +1,112 @@
+// An installation in the editor: the working texts, the stage that shows them, and the renderer that draws it.
+#pragma once
+
+#include "edit/workspace.h"
+#include "render.h"
+#include "serve/answer.h"
+#include "serve/document_json.h"
+#include "serve/events.h"
+#include "serve/stage.h"
+
+#include "core/result.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace vcc::kit {
+class Library;
+}
+
+namespace vcc::kit::edit {
+
+/// The parameters of a request's address.
+using Parameters = std::map<std::string, std::string>;
+
+/// The stage becomes the working folder of the process. Requests may come from any thread; the graphics library works
+/// for one at a time.
+class Session {
+public:
+    /// `screens` is empty or the folder of the sources.
+    static Result<std::unique_ptr<Session>> open(const std::string& folder, const std::string& screens);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    const std::string& folder() const { return workspace_->folder(); }
+    const std::string& screens_folder() const { return workspace_->screens_folder(); }
+    Events& events() { return events_; }
+
+    // What the page asks for by GET.
+    Answer project();
+    Answer document(const Parameters& parameters);
+    Answer picture(const Parameters& parameters);
+    Answer picture_png(const Parameters& parameters);
+    Answer buffer_png(const Parameters& parameters);
+    Answer sound(const Parameters& parameters);
+
+    // What it asks for by POST, with a body.
+    Answer edit(const nlohmann::json& body);
+    Answer undo(const nlohmann::json& body);
+    Answer redo(const nlohmann::json& body);
+    Answer save(const nlohmann::json& body);
+    Answer resolve(const nlohmann::json& body);
+    Answer recover(const nlohmann::json& body);
+    Answer play(const nlohmann::json& body);
+
+    /// Files of the folders have changed: sources and text windows, or what pictures are made of.
+    void sources_changed();
+    void files_changed(bool kept_ones);
+
+    /// Checks the whole stage behind the changes, until stop().
+    void check_behind();
+    void stop();
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+
+    Session(std::unique_ptr<Workspace> workspace, std::unique_ptr<Stage> stage);
+    Lock lock();
+    void prepare();
+
+    const Reading& read(const DocumentState& document);
+    void read_screen(const DocumentState& document, Reading& reading);
+    void read_windows(const DocumentState& document, Reading& reading);
+    void tell_change(const DocumentState& document);
+    nlohmann::json json_of(const DocumentState& document);
+    Answer changed(const Result<DocumentState>& document);
+    SourceCheck check(const std::string& file, const std::string& text) const;
+
+    struct Drawn {
+        BitmapPtr picture;
+        std::int64_t revision = 0;
+        double milliseconds = 0;
+        std::string fault;
+    };
+    Drawn draw(const RenderRequest& request);
+    nlohmann::json names_json();
+
+    void check_once(Lock& held);
+    nlohmann::json checked_fault_json(const Fault& fault);
+
+    std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<Stage> stage_;
+    std::unique_ptr<Library> library_;
+    std::unique_ptr<Renderer> renderer_;
+    Events events_;
+    std::map<std::string, Reading> readings_; ///< by document
+    WindowSets windows_;
+    bool fonts_ = false; ///< they are loaded
+
+    std::mutex mutex_;
+    std::condition_variable news_;
+    std::atomic<int> waiting_ = 0; ///< requests
+    std::uint64_t changes_ = 1, checked_ = 0;
+    bool stopped_ = false;
+};
+
+} // namespace vcc::kit::edit

@@ -1,0 +1,106 @@
+// Checking the whole stage behind the changes.
+#include "serve/session.h"
+
+#include "check.h"
+#include "packed_screen.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+
+namespace vcc::kit::edit {
+
+using nlohmann::json;
+
+namespace {
+
+constexpr std::chrono::milliseconds quiet_time{300};
+constexpr int most_interruptions = 10; ///< of a check by requests; then they wait
+
+/// The slot whose looks a toggle record is, or -1.
+int slot_of_toggle(const std::vector<Slot>& slots, int record) {
+    const auto index = static_cast<std::size_t>(record);
+    if (index < slots.size() && slots[index].toggle > 0)
+        return record;
+    const auto pressed = std::ranges::find(slots, record, &Slot::activated);
+    return pressed == slots.end() ? -1 : static_cast<int>(pressed - slots.begin());
+}
+
+} // namespace
+
+void Session::check_behind() {
+    Lock held(mutex_);
+    while (!stopped_) {
+        if (changes_ == checked_) {
+            news_.wait(held);
+            continue;
+        }
+        const std::uint64_t seen = changes_;
+        news_.wait_for(held, quiet_time, [&] { return stopped_ || changes_ != seen; });
+        if (!stopped_ && changes_ == seen)
+            check_once(held);
+    }
+}
+
+/// Requests go first: a check that they wait for begins again later.
+void Session::check_once(Lock& held) {
+    for (int interruption = 0; !stopped_; ++interruption) {
+        const std::uint64_t seen = changes_;
+        Installation installation;
+        Faults faults;
+        bool whole = true;
+        for (const Check& each : checks()) {
+            if (waiting_ > 0 && interruption < most_interruptions) {
+                whole = false;
+                break;
+            }
+            each.run(installation, faults);
+        }
+        if (whole) {
+            json told = json::array();
+            for (const Fault& fault : merged(std::move(faults)))
+                if (json placed = checked_fault_json(fault); !placed.is_null())
+                    told.push_back(std::move(placed));
+            checked_ = seen;
+            events_.tell("faults",
+                         json{{"faults", std::move(told)}}.dump(-1, ' ', false, json::error_handler_t::replace));
+            return;
+        }
+        news_.wait_for(held, quiet_time, [&] { return stopped_; });
+        if (changes_ != seen)
+            return; // they begin a new wait
+    }
+}
+
+/// A fault of a packed file, at the document and slot that it comes from; null when its source tells it.
+json Session::checked_fault_json(const Fault& fault) {
+    const std::filesystem::path file(fault.file);
+    const bool toggles = file.extension() == ".tgl", slots = file.extension() == ".slt";
+    for (const DocumentState& document : workspace_->documents()) {
+        const Reading& reading = read(document);
+        if (document.kind == DocumentKind::windows) {
+            if (const std::string stem = file.stem().string();
+                file.extension() == ".tw" && (stem == document.name || stem.ends_with("_" + document.name)))
+                return fault_json(fault, document.name, -1);
+            continue;
+        }
+        for (std::size_t i = 0; i < languages.size() && (slots || toggles); ++i) {
+            if (std::filesystem::path(slot_file_name(languages[i], reading.screen.name)).stem() != file.stem())
+                continue;
+            Fault placed = fault;
+            const int slot = toggles && fault.record >= 0
+                                 ? slot_of_toggle(reading.screen.records[i].slots, fault.record)
+                                 : fault.record;
+            const auto described = std::ranges::find(reading.description.slots, slot, &RecordDescription::index);
+            if (described != reading.description.slots.end())
+                placed.line = described->line;
+            const bool told_already = std::ranges::any_of(reading.faults, [&](const Fault& told) {
+                return told.code == fault.code && told.field == fault.field && slot_of_fault(told) == slot;
+            });
+            return told_already ? json() : fault_json(placed, document.name, slot);
+        }
+    }
+    return fault_json(fault, "", -1);
+}
+
+} // namespace vcc::kit::edit

@@ -1,0 +1,306 @@
+// What the page reads: the installation, documents, pictures and sounds.
+#include "serve/session.h"
+
+#include "field_help.h"
+#include "fields.h"
+#include "names.h"
+
+#include "cc/option_rows.h"
+#include "core/files.h"
+#include "core/version.h"
+#include "display/buffers.h"
+#include "screen/colours.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+
+namespace vcc::kit::edit {
+
+using nlohmann::json;
+
+namespace {
+
+constexpr std::size_t sound_size_limit = 64u << 20;
+
+struct ViewRow {
+    const char* word;
+    RenderedScreen screen;
+    const char* document;
+};
+constexpr ViewRow views[] = {
+    {"menu", RenderedScreen::menu, "vcc"},
+    {"options", RenderedScreen::options, "vcc_options"},
+    {"help", RenderedScreen::help, "mess"},
+    {"message", RenderedScreen::message, "mess"},
+};
+
+constexpr const char* language_names[languages.size()] = {"English", "Deutsch"};
+constexpr const char* module_titles[module_count] = {"HQ", "Factory", "Battle", "Control centre"};
+
+std::string text_of_json(const json& object) {
+    return object.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+std::string parameter(const Parameters& parameters, const char* name) {
+    const auto found = parameters.find(name);
+    return found == parameters.end() ? std::string() : found->second;
+}
+
+/// A number in a request's address; nothing when it is not there. `fault` says when it is none, or out of range.
+std::optional<int> number_parameter(const Parameters& parameters, const char* name, int least, int most,
+                                    std::string& fault) {
+    const std::string text = parameter(parameters, name);
+    if (text.empty())
+        return std::nullopt;
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error == std::errc{} && end == text.data() + text.size() && number >= least && number <= most)
+        return number;
+    fault = std::string(name) + " is " + std::to_string(least) + " to " + std::to_string(most);
+    return std::nullopt;
+}
+
+std::string colour_text(const Colour& colour) {
+    char text[8];
+    std::snprintf(text, sizeof text, "#%02x%02x%02x", unsigned{colour.red}, unsigned{colour.green},
+                  unsigned{colour.blue});
+    return text;
+}
+
+json field_json(const FieldHelp& field, std::string_view meaning) {
+    return {{"name", field.name}, {"kind", word_of(field.kind)},
+            {"meaning", meaning}, {"unit", field.unit},
+            {"min", field.min},   {"max", field.max},
+            {"size", field.max},  {"help", field.help}};
+}
+
+json fields_json() {
+    json fields = json::array();
+    for (const FieldHelp& field : record_field_help()) {
+        const NumberField* const known = find_number_field(field.name);
+        fields.push_back(field_json(field, known ? meaning_word(known->meaning) : "text"));
+    }
+    for (const FieldHelp& field : source_field_help())
+        fields.push_back(field_json(field, field.name == "shadow" ? meaning_word(Meaning::colour) : "source"));
+    return fields;
+}
+
+json window_fields_json() {
+    json fields = json::array();
+    for (const WindowFieldHelp& row : window_field_help()) {
+        json field = field_json(row.field, "window");
+        field["key"] = row.key;
+        fields.push_back(std::move(field));
+    }
+    return fields;
+}
+
+json views_json() {
+    json all = json::array();
+    for (const ViewRow& row : views) {
+        json view{{"view", row.word}, {"document", row.document}};
+        if (row.screen == RenderedScreen::options) {
+            for (const OptionRow& option : option_rows()) {
+                std::string name(option.name);
+                std::ranges::replace(name, '_', ' ');
+                view["rows"].push_back(
+                    {{"number", static_cast<int>(option.row)}, {"name", name}, {"button", option.button}});
+            }
+            for (int module = 0; module < module_count; ++module)
+                view["modules"].push_back({{"number", module}, {"name", module_titles[module]}});
+        }
+        all.push_back(std::move(view));
+    }
+    return all;
+}
+
+std::string png_of(BITMAP& bitmap) {
+    return png_bytes(rgb_of(bitmap));
+}
+
+/// Red, green, blue and 255 of each pixel.
+std::string rgba_of(const BITMAP& picture) {
+    const auto width = static_cast<std::size_t>(picture.w), height = static_cast<std::size_t>(picture.h);
+    std::string bytes(width * height * 4, '\0');
+    auto* out = reinterpret_cast<unsigned char*>(bytes.data());
+    for (std::size_t y = 0; y < height; ++y) {
+        const auto* const line = reinterpret_cast<const std::uint32_t*>(picture.line[y]);
+        for (std::size_t x = 0; x < width; ++x, out += 4) {
+            out[0] = static_cast<unsigned char>(line[x] >> 16);
+            out[1] = static_cast<unsigned char>(line[x] >> 8);
+            out[2] = static_cast<unsigned char>(line[x]);
+            out[3] = 255;
+        }
+    }
+    return bytes;
+}
+
+/// The picture that a request's address asks for; or what is wrong with it.
+Result<RenderRequest> render_request_of(const Parameters& parameters) {
+    RenderRequest request;
+    const std::string view = parameter(parameters, "view"), language = parameter(parameters, "language");
+    const auto* const row = std::ranges::find_if(views, [&](const ViewRow& each) { return view == each.word; });
+    if (row == std::end(views))
+        return Failure{"view is menu, options, help or message"};
+    request.screen = row->screen;
+    const auto* const spoken = std::ranges::find(languages, language, &LanguageRow::code);
+    if (!language.empty() && spoken == languages.end())
+        return Failure{"language is en or de"};
+    request.language = language.empty() ? 0 : static_cast<std::size_t>(spoken - languages.begin());
+    std::string fault;
+    request.row = number_parameter(parameters, "row", 0, 11, fault);
+    request.module = number_parameter(parameters, "module", 0, module_count - 1, fault);
+    request.hover = number_parameter(parameters, "hover", 0, slot_limit - 1, fault);
+    request.pressed = number_parameter(parameters, "pressed", 0, slot_limit - 1, fault);
+    if (!fault.empty())
+        return Failure{fault};
+    return request;
+}
+
+json numbered(const std::string& name, int number) {
+    return {{"name", name}, {"number", number}};
+}
+
+} // namespace
+
+Session::Drawn Session::draw(const RenderRequest& request) {
+    const auto start = std::chrono::steady_clock::now();
+    Drawn drawn;
+    drawn.picture = renderer_->draw(request, drawn.fault);
+    drawn.milliseconds = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    for (const ViewRow& row : views)
+        if (const auto document = workspace_->document(row.document); document && row.screen == request.screen)
+            drawn.revision = document->revision;
+    return drawn;
+}
+
+/// Names that may stand for numbers, with what the installation says of each.
+json Session::names_json() {
+    json names = json::object();
+    for (const Meaning meaning : all_meanings) {
+        if (meaning == Meaning::number)
+            continue;
+        json list = json::array();
+        for (const std::string& name : names_of(meaning)) {
+            const int number = number_of_name(meaning, name).value_or(0);
+            json entry = numbered(name, number);
+            if (meaning == Meaning::colour && is_colour(number))
+                entry["rgb"] = colour_text(colour_table[static_cast<std::size_t>(number)]);
+            if (meaning == Meaning::font)
+                entry["cell"] = {cell_width(number), cell_height(number)};
+            list.push_back(std::move(entry));
+        }
+        names[meaning == Meaning::focus ? "toggle" : std::string(meaning_word(meaning))] = std::move(list);
+    }
+    for (int number = 1; number < sound_entry_count; ++number) {
+        const SoundEntry& entry = sound_entries[static_cast<std::size_t>(number)];
+        if (!entry.file.empty())
+            names["sound"].push_back(numbered(utf8_of(entry.name.empty() ? entry.file : entry.name), number));
+    }
+    json buffers = json::array();
+    for (int number = 0; number < graphic_buffer_count; ++number) {
+        const BITMAP* const bitmap = graphic_buffer(number);
+        if (!bitmap)
+            continue;
+        json entry =
+            numbered(name_of_number(Meaning::buffer, number).value_or("buffer " + std::to_string(number)), number);
+        entry["width"] = bitmap->w;
+        entry["height"] = bitmap->h;
+        buffers.push_back(std::move(entry));
+    }
+    names["buffer"] = std::move(buffers);
+    return names;
+}
+
+Answer Session::project() {
+    const Lock held = lock();
+    json spoken = json::array(), documents = json::array(), colours = json::array();
+    for (std::size_t i = 0; i < languages.size(); ++i)
+        spoken.push_back({{"code", languages[i].code}, {"name", language_names[i]}});
+    for (const DocumentState& document : workspace_->documents())
+        documents.push_back(document.name);
+    for (const Colour& colour : colour_table)
+        colours.push_back(colour_text(colour));
+    const Recovery left = workspace_->recovered();
+    json recovered = nullptr;
+    if (!left.documents.empty())
+        recovered = {{"documents", left.documents}, {"when", left.when}};
+    return {.body = text_of_json({{"folder", folder()},
+                                  {"screens_folder", screens_folder()},
+                                  {"sources_are_made", workspace_->sources_are_made()},
+                                  {"languages", std::move(spoken)},
+                                  {"documents", std::move(documents)},
+                                  {"views", views_json()},
+                                  {"fields", fields_json()},
+                                  {"window_fields", window_fields_json()},
+                                  {"names", names_json()},
+                                  {"colours", std::move(colours)},
+                                  {"recovered", std::move(recovered)},
+                                  {"version", version_text}})};
+}
+
+Answer Session::document(const Parameters& parameters) {
+    const Lock held = lock();
+    const auto document = workspace_->document(parameter(parameters, "name"));
+    if (!document)
+        return refusal(status::not_found, document.reason());
+    return {.body = text_of_json(json_of(*document))};
+}
+
+Answer Session::picture(const Parameters& parameters) {
+    const auto request = render_request_of(parameters);
+    if (!request)
+        return refusal(status::bad_request, request.reason());
+    Drawn drawn;
+    {
+        const Lock held = lock();
+        drawn = draw(*request);
+    }
+    if (!drawn.picture)
+        return refusal(status::refused, drawn.fault);
+    return {.type = "application/octet-stream",
+            .body = rgba_of(*drawn.picture),
+            .headers = {{"X-Revision", std::to_string(drawn.revision)},
+                        {"X-Render-Milliseconds", std::to_string(drawn.milliseconds)}}};
+}
+
+Answer Session::picture_png(const Parameters& parameters) {
+    const auto request = render_request_of(parameters);
+    if (!request)
+        return refusal(status::bad_request, request.reason());
+    const Lock held = lock();
+    const Drawn drawn = draw(*request);
+    if (!drawn.picture)
+        return refusal(status::refused, drawn.fault);
+    return {.type = "image/png", .body = png_of(*drawn.picture)};
+}
+
+Answer Session::buffer_png(const Parameters& parameters) {
+    std::string fault;
+    const auto number = number_parameter(parameters, "number", 0, graphic_buffer_count - 1, fault);
+    if (!number)
+        return refusal(status::bad_request, fault.empty() ? "number is missing" : fault);
+    const Lock held = lock();
+    BITMAP* const bitmap = renderer_->buffer(*number);
+    if (!bitmap)
+        return refusal(status::not_found, "buffer " + std::to_string(*number) + " is empty");
+    return {.type = "image/png", .body = png_of(*bitmap)};
+}
+
+Answer Session::sound(const Parameters& parameters) {
+    std::string fault;
+    const auto number = number_parameter(parameters, "number", 1, sound_entry_count - 1, fault);
+    if (!number)
+        return refusal(status::bad_request, fault.empty() ? "number is missing" : fault);
+    const Lock held = lock();
+    const SoundEntry& entry = sound_entries[static_cast<std::size_t>(*number)];
+    auto bytes = entry.file.empty() ? Failure{"names no file"} : read_file(sound_path(entry), sound_size_limit);
+    if (!bytes)
+        return refusal(status::not_found, "sound " + std::to_string(*number) + " " + bytes.reason());
+    return {.type = "audio/wav", .body = std::move(*bytes)};
+}
+
+} // namespace vcc::kit::edit

@@ -1,0 +1,49 @@
+// An installation as it would be if the working texts were saved: a temporary folder with links to its files, and the
+// packed files of the working texts in their places.
+#pragma once
+
+#include "screen_source.h"
+
+#include "core/result.h"
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+
+namespace vcc::kit::edit {
+
+class Stage {
+public:
+    /// Makes the folder, which is removed with the object. What the program writes into its log stays in there.
+    static Result<std::unique_ptr<Stage>> make(const std::filesystem::path& installation);
+    ~Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    const std::filesystem::path& folder() const { return folder_; }
+
+    /// Puts the slot and toggle files of a screen in place. True when one of them has changed.
+    Result<bool> put(const Screen& screen);
+
+    /// Puts a file in place, named as the program names it. True when it has changed.
+    Result<bool> put_file(const std::string& name, const std::string& bytes);
+
+    /// Lets the links follow what was added to the installation and taken from it.
+    void follow();
+
+private:
+    explicit Stage(std::filesystem::path installation) : installation_(std::move(installation)) {}
+
+    void link_below(const std::filesystem::path& from, const std::filesystem::path& to, int depth);
+    void drop_lost(const std::filesystem::path& folder);
+    std::string place_of(const std::string& name) const;
+    Result<bool> remove_file(const std::string& name);
+
+    std::filesystem::path installation_, folder_;
+    std::map<std::string, std::string> own_; ///< files that are no links: path and bytes
+    std::set<std::string> removed_;          ///< files that the working texts do without
+};
+
+} // namespace vcc::kit::edit
