@@ -2,6 +2,7 @@
 
 #include "edit/field_edit.h"
 #include "edit/source_model.h"
+#include "edit/window_edit.h"
 #include "fixed_slots.h"
 
 #include "screen/slot.h"
@@ -100,12 +101,15 @@ std::string text_of_value(const SourceModel& model, const Node& value) {
 } // namespace
 
 Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules) {
-    if (kind != DocumentKind::screen)
-        return Failure{"text windows are not described yet"};
+    Description out;
+    if (kind == DocumentKind::windows) {
+        for (const WindowPart& window : windows_of(source))
+            out.windows.push_back({window.number, window.line, role_of_fixed_window(window.number), window.values});
+        return out;
+    }
     const auto model = SourceModel::read(source);
     if (!model)
         return Failure{model.reason()};
-    Description out;
     out.slots = describe_records(*model, Address::Of::slot, rules);
     out.toggles = describe_records(*model, Address::Of::toggle, rules);
     if (const Node* const styles = model->root().find("style"))

@@ -40,7 +40,8 @@ struct StyleDescription {
 struct WindowDescription {
     int number = 0;
     int line = 0;
-    std::map<std::string, std::string> values; ///< by field; see window_fields()
+    std::string fixed;                         ///< what the program uses it for; empty: its number is free
+    std::map<std::string, std::string> values; ///< by field, and "title"; see window_fields()
 };
 
 struct Description {

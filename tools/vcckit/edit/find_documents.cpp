@@ -59,8 +59,8 @@ Result<std::vector<Document>> make_sources(const fs::path& folder, const fs::pat
         const auto screen = read_packed_screen(folder.string(), name);
         if (!screen)
             return Failure{screen.reason()};
-        if (const std::string difference = difference_of_structure(*screen); !difference.empty())
-            return Failure{difference + " in screen " + name};
+        if (std::string difference = difference_of_structure(*screen); !difference.empty())
+            return Failure{std::move(difference) += " in screen " + name};
         Document document;
         document.name = name;
         document.file = (screens / (name + ".toml")).string();

@@ -226,7 +226,7 @@ std::string without(const std::string& text, const std::vector<Span>& pieces) {
     return result;
 }
 
-Result<std::string> remove_record(std::string text, const Address& address, const EditRules& rules) {
+Result<std::string> remove_record(const std::string& text, const Address& address, const EditRules& rules) {
     {
         const auto model = SourceModel::read(text);
         const auto subject = model ? model->subject(address) : Result<Subject>(Failure{model.reason()});
@@ -243,7 +243,7 @@ Result<std::string> remove_record(std::string text, const Address& address, cons
         }
     }
     auto split = split_group(text, address);
-    return split ? remove_record(std::move(*split), address, rules) : split;
+    return split ? remove_record(*split, address, rules) : split;
 }
 
 /// Numbers that refer to records.
@@ -349,7 +349,7 @@ std::string why_not_one(const Operation& operation) {
 
 } // namespace
 
-Result<std::string> create_record(std::string text, const Operation& operation) {
+Result<std::string> create_record(const std::string& text, const Operation& operation) {
     const Address what = operation.of.empty() ? Address() : operation.of.front();
     const auto model = SourceModel::read(text);
     if (!model)
@@ -381,7 +381,7 @@ Result<std::string> create_record(std::string text, const Operation& operation) 
     return edits.result();
 }
 
-Result<std::string> copy_record(std::string text, const Operation& operation) {
+Result<std::string> copy_record(const std::string& text, const Operation& operation) {
     if (std::string reason = why_not_one(operation); !reason.empty())
         return Failure{std::move(reason)};
     const auto model = SourceModel::read(text);
@@ -404,7 +404,7 @@ Result<std::string> copy_record(std::string text, const Operation& operation) {
 
 Result<std::string> remove_records(std::string text, const Operation& operation, const EditRules& rules) {
     for (const Address& address : operation.of) {
-        auto next = remove_record(std::move(text), address, rules);
+        auto next = remove_record(text, address, rules);
         if (!next)
             return next;
         text = std::move(*next);
@@ -412,7 +412,7 @@ Result<std::string> remove_records(std::string text, const Operation& operation,
     return text;
 }
 
-Result<std::string> renumber_record(std::string text, const Operation& operation, const EditRules& rules) {
+Result<std::string> renumber_record(const std::string& text, const Operation& operation, const EditRules& rules) {
     if (std::string reason = why_not_one(operation); !reason.empty())
         return Failure{std::move(reason)};
     const auto model = SourceModel::read(text);

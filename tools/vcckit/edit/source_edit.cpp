@@ -5,6 +5,7 @@
 #include "edit/record_edit.h"
 #include "edit/source_model.h"
 #include "edit/text_edits.h"
+#include "edit/window_edit.h"
 
 #include <algorithm>
 #include <set>
@@ -72,18 +73,19 @@ Result<std::string> run_screen(std::string text, const Operation& operation, con
     case Do::resize:
         return move_or_resize(std::move(text), operation);
     case Do::create:
-        return create_record(std::move(text), operation);
+        return create_record(text, operation);
     case Do::copy:
-        return copy_record(std::move(text), operation);
+        return copy_record(text, operation);
     case Do::remove:
         return remove_records(std::move(text), operation, rules);
     case Do::renumber:
-        return renumber_record(std::move(text), operation, rules);
+        return renumber_record(text, operation, rules);
     case Do::split:
         return split_groups(std::move(text), operation);
-    default:
-        return Failure{"this operation is not there yet"};
+    case Do::replace_text:
+        break; // before it comes here
     }
+    return text;
 }
 
 std::string why_not_text(const std::string& text) {
@@ -107,8 +109,8 @@ Result<std::string> apply(const std::string& source, DocumentKind kind, std::spa
         if (operation.what == Do::replace_text) {
             text = operation.text;
         } else {
-            auto next = kind == DocumentKind::screen ? run_screen(text, operation, rules)
-                                                     : Failure{"this operation is not there yet"};
+            auto next =
+                kind == DocumentKind::screen ? run_screen(text, operation, rules) : apply_to_windows(text, operation);
             if (!next)
                 return next;
             if (kind == DocumentKind::screen && *next != text)

@@ -1,0 +1,98 @@
+// Operations on files of text windows.
+#include "edit/describe.h"
+#include "edit/source_edit.h"
+
+#include "core/files.h"
+#include "platform/latin1.h"
+#include "screen/text_window.h"
+
+#include <gtest/gtest.h>
+
+namespace vcc::kit::edit {
+namespace {
+
+using Do = Operation::Do;
+
+Operation operation(Do what, int window, const std::string& field = {}, Value value = std::int64_t{0}) {
+    Operation made;
+    made.what = what;
+    made.of = {{Address::Of::window, window, "", ""}};
+    made.field = field;
+    made.value = std::move(value);
+    return made;
+}
+
+Operation shifted(Do what, int window, int dx, int dy) {
+    Operation made = operation(what, window);
+    made.dx = dx;
+    made.dy = dy;
+    return made;
+}
+
+Operation numbered(Do what, int window, int to, const std::string& text = {}) {
+    Operation made = operation(what, window);
+    made.to = to;
+    made.text = text;
+    return made;
+}
+
+TEST(WindowEdit, ChangesTheLinesThatSayIt) {
+    using namespace std::string_literals;
+    const std::string two = "# all\n#\n# first\n+1\nw1\nxo10 left\nyo 20\nxu30\nyu40\n-1\n#\n# second\n+19\nf4\n-0\n";
+    const auto replaced = [&](const std::string& from, const std::string& to) {
+        std::string text = two;
+        return text.replace(text.find(from), from.size(), to);
+    };
+    const struct {
+        const char* what;
+        Operation operation;
+        std::string after; ///< or, behind a "!", the beginning of the reason
+    } cases[] = {
+        {"number", operation(Do::set, 1, "left", 11), replaced("xo10", "xo11")},
+        {"blank before it", operation(Do::set, 1, "yo", -5), replaced("yo 20", "yo -5")},
+        {"style", operation(Do::set, 1, "style", -1), replaced("-1", "--1")},
+        {"new line", operation(Do::set, 1, "shadow", 8), replaced("-1\n", "-1\ns8\n")},
+        {"new line at the end", operation(Do::set, 19, "font", "mono_14"s), two + "t4\n"},
+        {"title", operation(Do::set, 1, "title", "Ziel"s), replaced("-1\n", "-1\nZiel\n")},
+        {"title like a key", operation(Do::set, 1, "title", "goal"s), "!a title cannot begin with \"g\""},
+        {"unset", operation(Do::unset, 19, "f"), replaced("f4\n", "")},
+        {"style is needed", operation(Do::unset, 1, "-"), "!every window needs its style"},
+        {"move", shifted(Do::move, 1, 5, 0), replaced("xo10 left\nyo 20\nxu30", "xo15 left\nyo 20\nxu35")},
+        {"resize", shifted(Do::resize, 1, 0, -20), replaced("yu40", "yu20")},
+        {"resize to nothing", shifted(Do::resize, 1, 0, -21), "!the window would end before it begins"},
+        {"create", numbered(Do::create, 0, 3, "xo4"), two + "+3\nxo4\n-0\n"},
+        {"create what is there", numbered(Do::create, 0, 19), "!there is a window 19 already"},
+        {"copy", numbered(Do::copy, 19, 4), two + "+4\nf4\n-0\n"},
+        {"remove", operation(Do::remove, 1), "# all\n" + two.substr(two.find("#\n# second"))},
+        {"remove a fixed one", operation(Do::remove, 19), "!the program knows this window by its number"},
+        {"renumber", numbered(Do::renumber, 1, 29), replaced("+1", "+29")},
+        {"beyond the table", numbered(Do::renumber, 1, 30), "!windows are numbered 0 to 29"},
+        {"none", operation(Do::set, 7, "left", 1), "!there is no window 7"},
+    };
+    for (const auto& each : cases) {
+        const auto result = apply(two, DocumentKind::windows, {{each.operation}}, {});
+        const std::string got = result ? *result : "!" + result.reason();
+        EXPECT_EQ(each.after.starts_with('!') ? got.substr(0, each.after.size()) : got, each.after) << each.what;
+    }
+    EXPECT_EQ(*apply("+1\r\n-0", DocumentKind::windows, {{operation(Do::set, 1, "s", 1)}}, {}), "+1\r\n-0\r\ns1");
+}
+
+TEST(WindowEdit, DescribesWhatTheProgramReads) {
+    const std::string text = *read_file(VELDOR_SOURCE_DIR "/game/screens/factory.tw");
+    std::array<TextWindow, text_window_count> windows;
+    const int count = read_text_windows(text, windows, nullptr);
+    const auto description = describe(platform::utf8_from_latin1(text), DocumentKind::windows, {});
+    EXPECT_EQ(static_cast<int>(description->windows.size()), count);
+    for (const WindowDescription& window : description->windows) {
+        const TextWindow& read = windows.at(static_cast<std::size_t>(window.number));
+        const auto value = [&](const char* field) {
+            return window.values.contains(field) ? std::stoi(window.values.at(field)) : 0;
+        };
+        EXPECT_EQ((std::array{value("left"), value("top"), value("right"), value("bottom"), value("style")}),
+                  (std::array{read.left, read.top, read.right, read.bottom, read.style}));
+    }
+    EXPECT_EQ(description->windows.at(2).fixed, "style of highlighted frames and of shadows");
+}
+
+} // namespace
+} // namespace vcc::kit::edit

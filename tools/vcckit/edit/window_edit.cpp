@@ -1,0 +1,420 @@
+#include "edit/window_edit.h"
+
+#include "edit/text_edits.h"
+
+#include "core/installation.h"
+#include "core/lines.h"
+#include "core/text.h"
+#include "screen/limits.h"
+#include "screen/text_window.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace vcc::kit::edit {
+
+namespace {
+
+using Do = Operation::Do;
+
+// In the order in which the program looks for them at the beginning of a line.
+constexpr WindowField fields[] = {
+    {"title_colour", "f", Meaning::colour},
+    {"colour", "c", Meaning::colour},
+    {"left", "xo"},
+    {"top", "yo"},
+    {"right", "xu"},
+    {"bottom", "yu"},
+    {"style", "-"},
+    {"red", "r"},
+    {"green", "g"},
+    {"blue", "b"},
+    {"alpha", "h"},
+    {"open_sound", "o", Meaning::sound},
+    {"close_sound", "e", Meaning::sound},
+    {"shadow", "s"},
+    {"grid", "l"},
+    {"font", "t", Meaning::font},
+    {"pixels", "w"},
+    {"pointer_offset", "m"},
+};
+
+struct FixedWindow {
+    int number;
+    const char* role;
+};
+constexpr FixedWindow fixed_windows[] = {
+    {style_window, "style of highlighted frames and of shadows"},
+    {info_window, "place of the explanation"},
+    {group_window, "display and battle group"},
+    {value_window, "place of the values"},
+    {module_window, "module selector"},
+    {sound_group_window, "sound group"},
+};
+
+const WindowField* field_of_line(std::string_view line) {
+    for (const WindowField& field : fields)
+        if (line.starts_with(field.key))
+            return &field;
+    return nullptr;
+}
+
+const WindowField* find_field(std::string_view name) {
+    for (const WindowField& field : fields)
+        if (field.name == name || field.key == name)
+            return &field;
+    return nullptr;
+}
+
+struct TextLine {
+    Span span; ///< with its end
+    std::string_view text;
+    int window = 0;                     ///< that it belongs to; -1 none
+    bool is_heading = false;            ///< "+3"
+    bool is_comment = false;            ///< also what the program passes over
+    const WindowField* field = nullptr; ///< null: a heading, a comment, or a title
+};
+
+constexpr int no_window = -1;
+
+/// The lines up to where the program ends its reading.
+std::vector<TextLine> lines_of(std::string_view text) {
+    std::vector<TextLine> lines;
+    int window = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find('\n', at), text.size() - 1) + 1;
+        TextLine line;
+        line.span = {at, end};
+        line.text = text.substr(at, end - at);
+        line.text = line.text.substr(0, line.text.find_last_not_of("\r\n") + 1);
+        line.is_heading = line.text.starts_with('+');
+        if (line.is_heading) {
+            const int number = to_number(line.text.substr(1));
+            if (number >= text_window_count)
+                break;
+            window = std::max(number, no_window);
+        }
+        line.window = window;
+        line.field = line.is_heading ? nullptr : field_of_line(line.text);
+        line.is_comment = !line.is_heading && !line.field &&
+                          (line.text.starts_with('#') || line.text.starts_with('x') || line.text.starts_with('y'));
+        lines.push_back(line);
+        at = end;
+    }
+    return lines;
+}
+
+bool is_title(const TextLine& line) {
+    return !line.is_heading && !line.is_comment && !line.field;
+}
+
+/// The number in a line behind its key, as the program reads it: what stands before and behind it stays.
+Span number_in(const TextLine& line) {
+    const std::string_view text = line.text;
+    const std::size_t key = line.is_heading ? 1 : line.field->key.size();
+    const std::size_t begin = std::min(text.find_first_not_of(" \t", key), text.size());
+    std::size_t end = begin + (begin < text.size() && (text[begin] == '-' || text[begin] == '+') ? 1 : 0);
+    end = std::min(text.find_first_not_of("0123456789", end), text.size());
+    return {line.span.begin + begin, line.span.begin + end};
+}
+
+int number_of(const TextLine& line) {
+    return to_number(line.text.substr(line.is_heading ? 1 : line.field->key.size()));
+}
+
+/// Why a text cannot be a title.
+std::string fault_of_title(std::string_view title) {
+    if (title.find_first_of("\r\n") != std::string_view::npos || title.size() >= line_limit)
+        return "a title is one line of less than " + std::to_string(line_limit) + " characters";
+    if (field_of_line(title) || title.starts_with('+') || title.starts_with('#') || title.starts_with('x') ||
+        title.starts_with('y'))
+        return "a title cannot begin with \"" + std::string(title.substr(0, 1)) + "\": that is a key of these files";
+    return {};
+}
+
+/// One window with the lines that belong to it.
+class WindowChange {
+public:
+    WindowChange(std::string_view text, int number)
+        : text_(text), number_(number), edits_(text), lines_(lines_of(text)) {
+        for (const TextLine& line : lines_)
+            if (line.window == number && !(line.is_comment || is_blank(line.text)))
+                last_ = &line;
+    }
+
+    bool is_there() const { return last_ != nullptr; }
+    std::string result() const { return edits_.result(); }
+
+    int value(const WindowField& field) const {
+        const TextLine* const line = line_of(&field);
+        return line ? number_of(*line) : 0;
+    }
+
+    void set(const WindowField& field, std::int64_t number) {
+        const TextLine* const line = line_of(&field);
+        if (!line)
+            add(std::string(field.key) + std::to_string(number));
+        else if (number_of(*line) != number)
+            edits_.replace(number_in(*line), std::to_string(number));
+    }
+
+    void set_title(const std::string& title) {
+        const TextLine* const line = line_of(nullptr);
+        if (!line)
+            add(title);
+        else if (line->text != title)
+            edits_.replace({line->span.begin, line->span.begin + line->text.size()}, title);
+    }
+
+    /// Takes all lines of a field away, or of the title; false when there is none.
+    bool unset(const WindowField* field) {
+        bool found = false;
+        for (const TextLine& line : lines_)
+            if (says(line, field)) {
+                edits_.replace(line.span, "");
+                found = true;
+            }
+        return found;
+    }
+
+    void renumber(int to) {
+        for (const TextLine& line : lines_)
+            if (line.is_heading && line.window == number_)
+                edits_.replace(number_in(line), std::to_string(to));
+    }
+
+    /// Its lines without comments, under another number.
+    std::string copied(int to) const {
+        const std::string end(line_end_of(text_));
+        std::string out = "+" + std::to_string(to) + end;
+        for (const TextLine& line : lines_)
+            if (line.window == number_ && !line.is_heading && !line.is_comment)
+                out += std::string(line.text) + end;
+        return out;
+    }
+
+    /// With the comment above it, but not with the one above the next window.
+    void remove() {
+        for (std::size_t i = 0; i < lines_.size(); ++i) {
+            if (!lines_[i].is_heading || lines_[i].window != number_)
+                continue;
+            std::size_t first = i, end = i + 1;
+            while (first > 0 && lines_[first - 1].is_comment && lines_[first - 1].text != "#")
+                --first;
+            for (std::size_t next = end; next < lines_.size() && !lines_[next].is_heading; ++next)
+                if (!lines_[next].is_comment)
+                    end = next + 1;
+            const bool parted_above = first > 0 && lines_[first - 1].text == "#";
+            const bool parted_below = end == lines_.size() || lines_[end].text == "#";
+            if (parted_above && parted_below)
+                --first;
+            edits_.replace({lines_[first].span.begin, lines_[end - 1].span.end}, "");
+        }
+    }
+
+private:
+    bool says(const TextLine& line, const WindowField* field) const {
+        return line.window == number_ && (field ? line.field == field : is_title(line));
+    }
+
+    /// The line that counts.
+    const TextLine* line_of(const WindowField* field) const {
+        const TextLine* found = nullptr;
+        for (const TextLine& line : lines_)
+            if (says(line, field))
+                found = &line;
+        return found;
+    }
+
+    void add(const std::string& line) {
+        add_lines(edits_, last_ ? last_->span.end : text_.size(), line + std::string(line_end_of(text_)));
+    }
+
+    std::string_view text_;
+    int number_;
+    TextEdits edits_;
+    std::vector<TextLine> lines_;
+    const TextLine* last_ = nullptr; ///< the window's last line that means something
+};
+
+std::string no_such_window(int number) {
+    return "there is no window " + std::to_string(number);
+}
+
+Result<std::string> set_in_window(const std::string& text, int number, const Operation& operation) {
+    WindowChange change(text, number);
+    const auto* const given = std::get_if<std::int64_t>(&operation.value);
+    const auto* const word = std::get_if<std::string>(&operation.value);
+    if (operation.field == "title") {
+        if (!word)
+            return Failure{"a title must be a text"};
+        if (std::string fault = fault_of_title(*word); !fault.empty())
+            return Failure{std::move(fault)};
+        if (is_blank(*word))
+            change.unset(nullptr);
+        else
+            change.set_title(*word);
+        return change.result();
+    }
+    const WindowField* const field = find_field(operation.field);
+    if (!field)
+        return Failure{"there is no field \"" + operation.field + "\" of windows"};
+    const auto named = word ? number_of_name(field->meaning, *word) : std::nullopt;
+    if (!given && !named)
+        return Failure{
+            std::string(field->name) + " must be a number" +
+            (word ? ": there is no " + std::string(meaning_word(field->meaning)) + " \"" + *word + "\"" : "")};
+    const std::int64_t value = given ? *given : *named;
+    if (value < -coordinate_limit || value > coordinate_limit)
+        return Failure{std::string(field->name) + " must be at most " + std::to_string(coordinate_limit)};
+    change.set(*field, value);
+    return change.result();
+}
+
+Result<std::string> unset_in_window(const std::string& text, int number, const Operation& operation) {
+    WindowChange change(text, number);
+    const WindowField* const field = find_field(operation.field);
+    if (!field && operation.field != "title")
+        return Failure{"there is no field \"" + operation.field + "\" of windows"};
+    if (field && field->key == "-")
+        return Failure{"every window needs its style"};
+    if (!change.unset(field))
+        return Failure{operation.field + " is not written there"};
+    return change.result();
+}
+
+Result<std::string> move_window(const std::string& text, int number, const Operation& operation) {
+    WindowChange change(text, number);
+    const std::pair<const char*, int> edges[] = {
+        {"left", operation.dx}, {"top", operation.dy}, {"right", operation.dx}, {"bottom", operation.dy}};
+    std::array<std::int64_t, std::size(edges)> places{};
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const bool first = i < 2;
+        const int distance = first && operation.what == Do::resize ? 0 : edges[i].second;
+        places[i] = std::int64_t{change.value(*find_field(edges[i].first))} + distance;
+        if (places[i] < -coordinate_limit || places[i] > coordinate_limit)
+            return Failure{std::string(edges[i].first) + " would be " + std::to_string(places[i])};
+        if (!first && places[i] < places[i - 2])
+            return Failure{"the window would end before it begins"};
+        if (distance != 0)
+            change.set(*find_field(edges[i].first), places[i]);
+    }
+    return change.result();
+}
+
+std::string why_not_number(std::string_view text, int number) {
+    if (number < 0 || number >= text_window_count)
+        return "windows are numbered 0 to " + std::to_string(text_window_count - 1);
+    return WindowChange(text, number).is_there() ? "there is a window " + std::to_string(number) + " already" : "";
+}
+
+std::string why_fixed(int number) {
+    const std::string role = role_of_fixed_window(number);
+    return role.empty()
+               ? ""
+               : "the program knows this window by its number: window " + std::to_string(number) + " is the " + role;
+}
+
+/// Behind all windows that the program reads.
+std::string with_window(std::string_view text, std::string lines) {
+    const std::vector<TextLine> there = lines_of(text);
+    TextEdits edits(text);
+    add_lines(edits, there.empty() ? 0 : there.back().span.end, std::move(lines));
+    return edits.result();
+}
+
+Result<std::string> create_window(const std::string& text, const Operation& operation) {
+    if (std::string reason = why_not_number(text, operation.to); !reason.empty())
+        return Failure{std::move(reason)};
+    const std::string end(line_end_of(text));
+    std::string lines = "+" + std::to_string(operation.to) + end;
+    bool has_style = false;
+    for (const TextLine& line : lines_of(operation.text)) {
+        if (line.is_heading)
+            return Failure{"the lines of a window have no other window in them"};
+        has_style = has_style || line.text.starts_with('-');
+        lines += std::string(line.text) + end;
+    }
+    return with_window(text, lines + (has_style ? "" : "-0" + end));
+}
+
+Result<std::string> change_window(const std::string& text, int number, const Operation& operation) {
+    WindowChange change(text, number);
+    if (!change.is_there())
+        return Failure{no_such_window(number)};
+    const bool keeps = operation.what != Do::remove && operation.what != Do::renumber;
+    if (std::string reason = keeps ? "" : why_fixed(number); !reason.empty())
+        return Failure{std::move(reason)};
+    const bool renames = operation.what == Do::copy || operation.what == Do::renumber;
+    if (std::string reason = renames ? why_not_number(text, operation.to) : ""; !reason.empty())
+        return Failure{std::move(reason)};
+    switch (operation.what) {
+    case Do::set:
+        return set_in_window(text, number, operation);
+    case Do::unset:
+        return unset_in_window(text, number, operation);
+    case Do::move:
+    case Do::resize:
+        return move_window(text, number, operation);
+    case Do::copy:
+        return with_window(text, change.copied(operation.to));
+    case Do::remove:
+        change.remove();
+        return change.result();
+    case Do::renumber:
+        change.renumber(operation.to);
+        return change.result();
+    default:
+        return Failure{"windows are in no groups"};
+    }
+}
+
+} // namespace
+
+std::span<const WindowField> window_fields() {
+    return fields;
+}
+
+std::string role_of_fixed_window(int number) {
+    const auto* const row = std::ranges::find(fixed_windows, number, &FixedWindow::number);
+    return row == std::end(fixed_windows) ? "" : row->role;
+}
+
+std::vector<WindowPart> windows_of(std::string_view text) {
+    std::vector<WindowPart> windows;
+    for (const TextLine& line : lines_of(text)) {
+        if (line.window == no_window || line.is_comment)
+            continue;
+        auto window = std::ranges::find(windows, line.window, &WindowPart::number);
+        if (window == windows.end()) {
+            if (is_title(line) && is_blank(line.text))
+                continue;
+            window = windows.insert(windows.end(), {line.window, line_at(text, line.span.begin), {}});
+        }
+        if (line.field)
+            window->values[std::string(line.field->name)] = std::to_string(number_of(line));
+        else if (is_title(line) && !is_blank(line.text))
+            window->values["title"] = line.text;
+        else
+            window->values.erase("title"); // a heading begins anew, and a blank line is an empty title
+    }
+    return windows;
+}
+
+Result<std::string> apply_to_windows(const std::string& text, const Operation& operation) {
+    if (operation.what == Do::create)
+        return create_window(text, operation);
+    std::string changed = text;
+    for (const Address& address : operation.of) {
+        if (address.of != Address::Of::window)
+            return Failure{"a file of text windows has nothing but windows"};
+        auto next = change_window(changed, address.index, operation);
+        if (!next)
+            return next;
+        changed = std::move(*next);
+    }
+    return changed;
+}
+
+} // namespace vcc::kit::edit
