@@ -128,8 +128,9 @@ class Browser:
         self.driver.get("about:blank")
 
     def errors(self):
-        """What went wrong in the page since the last time, faults in its scripts among it."""
-        return [entry["message"] for entry in self.driver.get_log("browser") if entry["level"] == "SEVERE"]
+        """What went wrong in the page since the last time, in its scripts or with what it loads; refusals do not count."""
+        return [entry["message"] for entry in self.driver.get_log("browser")
+                if entry["level"] == "SEVERE" and "status of 422" not in entry["message"]]
 
     # looking
 
@@ -143,10 +144,10 @@ class Browser:
         return self.run("return document.querySelector(arguments[0])?.textContent ?? ''", selector)
 
     def button(self, label):
-        """The button with this text, or whose name for screen readers begins with it."""
+        """The first button whose text, or name for screen readers, begins with this."""
         found = self.run("""return [...document.querySelectorAll('button')].find((each) => each.offsetParent &&
-            (each.textContent.trim() === arguments[0] ||
-             (each.getAttribute('aria-label') ?? '').startsWith(arguments[0])))""", label)
+            [each.textContent.trim(), each.getAttribute('aria-label') ?? '']
+              .some((text) => text.startsWith(arguments[0])))""", label)
         assert found, f"there is no button {label!r}"
         return found
 
@@ -192,6 +193,7 @@ class Browser:
             return [box.left, box.top, box.width / 800]""")
         actions.w3c_actions.pointer_action.move_to_location(round(left + (x + 0.5) * scale),
                                                             round(top + (y + 0.5) * scale))
+        actions.w3c_actions.key_action.pause()  # keys and pointer go in step
         return actions
 
     def _actions(self):

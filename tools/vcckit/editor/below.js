@@ -63,3 +63,4 @@ divider.addEventListener('keydown', (event) => {
 });
 on('project document faults selection view list', draw);
 on('source', () => showBelow('source'));
+on('unsaved', () => showBelow('faults'));

@@ -78,8 +78,9 @@ async function sent(request, again = true) {
       const whole = request.operations?.some((each) => each.do === 'replace_text');
       if (again && !whole) return sent(request, false); // operations name records, so they still mean the same
     }
-    say(error.message, 'bad');
-    tell('document', state.documents.get(request.name));
+    const [fault] = error.answer.faults ?? [];
+    say(fault ? `Not saved: ${fault.code} ${fault.where} ${fault.problem}` : error.message, 'bad');
+    tell(fault ? 'unsaved' : 'document');
     return false;
   }
 }

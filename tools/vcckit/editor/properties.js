@@ -130,7 +130,8 @@ function heading(items) {
   return el('div', { class: 'heading' },
     el('div', { class: 'title' }, el('h2', {}, title, ' ', number ?? String(each.index ?? each.name)),
       el('span', { class: 'dim grow' }, each.kind === 'style' ? '' : each.name), lineButton(each)),
-    each.record.protected ? note('locked', `Its number is fixed: ${each.record.protected}`) : null,
+    each.record.protected
+      ? note('locked', `Its number is fixed: the program knows it as the ${each.record.protected}`) : null,
     each.record.styles?.length ? el('p', { class: 'chips' }, 'Styles ', each.record.styles.map(styleChip)) : null,
     each.record.repeat?.count > 1 ? repeatNote(each) : null,
     movedBy(each) !== each ? el('p', { class: 'dim' }, 'Its place is that of ',

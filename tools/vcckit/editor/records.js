@@ -62,7 +62,8 @@ export async function removeSelected() {
   if (!items.length) return;
   const held = items.filter((each) => each.record.protected);
   if (held.length) {
-    say(`Slot ${held[0].index} stays: ${held[0].record.protected}. To take it from sight, set "hidden".`, 'bad');
+    say(`Slot ${held[0].index} stays: the program knows it as the ${held[0].record.protected}. ` +
+      'To take it from sight, set "hidden".', 'bad');
     return;
   }
   const name = items.length === 1 ? `${items[0].kind} ${items[0].index}` : `${items.length} slots`;
@@ -88,7 +89,8 @@ export async function reorder(direction) {
   const each = lead();
   if (each?.kind !== 'slot') return;
   if (each.record.protected) {
-    say(`Slot ${each.index} keeps its number, and with it its place in the order: ${each.record.protected}.`, 'bad');
+    say(`Slot ${each.index} keeps its number, and with it its place in the order: the program knows it as the ` +
+      `${each.record.protected}.`, 'bad');
     return;
   }
   const others = screenDocument().slots.map((slot) => item(keyOf('slot', slot.index)))

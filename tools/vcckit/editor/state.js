@@ -57,7 +57,7 @@ export function windowsDocument() {
 }
 /** The document that undo and the source are about. */
 export function activeDocument() {
-  return lead()?.document ?? (state.list === 'windows' && windowsDocument()) ?? screenDocument();
+  return lead()?.document ?? (state.list === 'windows' ? windowsDocument() : screenDocument());
 }
 
 export const keyOf = (kind, number) => `${kind}:${number}`;
@@ -93,11 +93,12 @@ function windowItem(number) {
     name: record.title || 'text window', line: record.line, rect: record.rect } : null;
 }
 
-/** What can be pointed at on the picture, the lowest first. */
+/** What can be pointed at on the picture, in the order of drawing. */
 export function placedItems() {
   const document = screenDocument();
   if (!document) return [];
-  const items = document.slots.map((each) => item(keyOf('slot', each.index)));
+  const numbers = document.slots.map((each) => each.index).sort((a, b) => a - b);
+  const items = numbers.map((index) => item(keyOf('slot', index)));
   if (state.list === 'windows') {
     for (const each of windowsDocument()?.windows ?? []) items.push(item(keyOf('window', each.number)));
   }

@@ -1,0 +1,376 @@
+"""The screen editor in a real browser: mouse, keys, files on disk, a tool that is killed.
+
+VELDOR_KEEP_PICTURES=1 puts the pictures that are taken in place of those of the documents.
+"""
+
+import json
+import os
+import random
+import shutil
+import subprocess
+import threading
+from contextlib import ExitStack
+
+import numpy as np
+import pytest
+from PIL import Image
+
+from support.desktop import Desktop, wait_until
+from support.editor import VCCKIT, Browser, Editor, settle
+from support.installation import PROJECT
+
+pytestmark = pytest.mark.linux
+
+FACTORY = "slot:5"
+FACTORY_PLACE = [34, 236, 216, 42]
+FACTORY_MIDDLE = 142, 257
+
+
+@pytest.fixture(scope="module")
+def browser(tmp_path_factory):
+    one = Browser(tmp_path_factory.mktemp("profile"))
+    yield one
+    one.close()
+
+
+@pytest.fixture
+def project(installation, tmp_path):
+    """A copy of the built-in installation with its sources; make(...) starts editors on it."""
+    screens = tmp_path / "screens"
+    shutil.copytree(PROJECT / "game/screens", screens)
+    with ExitStack() as stack:
+        class Project:
+            folder = installation.folder
+
+            def source(self, name="vcc.toml"):
+                return screens / name
+
+            def start(self, environment=None):
+                editor = Editor(installation.folder, screens, tmp_path / "state", environment)
+                stack.callback(editor.stop)
+                return editor.start()
+
+            def bytes(self):
+                """Everything that an editor may write."""
+                return {path: path.read_bytes() for folder in (screens, installation.path("tools"))
+                        for path in folder.rglob("*") if path.is_file()}
+
+        yield Project()
+
+
+@pytest.fixture
+def editor(project):
+    return project.start()
+
+
+@pytest.fixture
+def page(browser, editor):
+    """The editor's page, and no fault in its scripts until the test ends."""
+    browser.resize(1280, 800)
+    browser.open(editor)
+    yield browser
+    faults = browser.errors()
+    browser.leave()
+    assert faults == []
+
+
+def choose_factory(page):
+    page.click_at(*FACTORY_MIDDLE)
+    assert page.selection() == [FACTORY]
+
+
+def save(page):
+    wait_until(lambda: not page.all("dialog"), "the dialog to close")
+    page.keys("ctrl+s")
+    wait_until(lambda: page.run("return document.querySelector('#bar .state').disabled"), "everything to be saved")
+
+
+# the picture
+
+def test_what_is_dragged_looks_as_the_program_draws_what_is_saved(page, project, editor, tmp_path):
+    page.drag(FACTORY_MIDDLE, (443, 290), held="ctrl")
+    page.wait_for_picture()
+    assert page.frame(FACTORY) == [335, 269, 216, 42]
+    save(page)
+
+    rendered = tmp_path / "rendered.png"
+    subprocess.run([VCCKIT, "render", project.folder, "--screen", "menu", "-o", rendered], check=True)
+    assert editor.get("picture.png?view=menu&language=en") == (200, rendered.read_bytes())
+    assert np.array_equal(page.canvas(), np.asarray(Image.open(rendered).convert("RGB")))
+
+    # the packed files are those of the source, in which one place has changed and nothing else
+    packed = {path: data for path, data in project.bytes().items() if path.suffix in (".slt", ".tgl")}
+    subprocess.run([VCCKIT, "pack", "-q", project.source(), "-o", project.folder], check=True)
+    assert all(path.read_bytes() == data for path, data in packed.items())
+    before = (PROJECT / "game/screens/vcc.toml").read_text().splitlines()
+    after = project.source().read_text().splitlines()
+    assert [line for line in after if line not in before] == ["dest_y = 269", "dest_x = 335"]
+
+
+def test_german_text_and_the_way_back_to_the_first_byte(page, project):
+    before = project.bytes()
+    page.click_at(60, 582)
+    assert page.selection() == ["slot:18"]
+    page.press("Texts")
+    page.type_into(page.all('[data-cell="18-de"]')[0], "Zentrale für Veldor")
+    page.wait_for_picture()
+    page.press("DE")
+    page.wait_for_picture()
+    save(page)
+    assert 'text = { en = "Veldor Control Centre  1.2.8", de = "Zentrale für Veldor" }' in project.source().read_text()
+    page.drag((60, 582), (160, 540))
+    page.click_at(*FACTORY_MIDDLE)
+    page.keys("right", "right", "shift+down")
+    page.wait_for_frame(FACTORY, (36, 246))
+    assert project.bytes() != before
+
+    undo = 'return document.querySelector("#bar [aria-label^=Undo]")'
+    while page.run(undo):
+        page.keys("ctrl+z")
+        page.wait_for_picture()
+    save(page)
+    assert project.bytes() == before
+
+
+def test_keys_alone_move_a_slot_and_save_it(page, project):
+    page.keys("ctrl+f")
+    page.driver.switch_to.active_element.send_keys("Factory")
+    page.keys("enter")
+    wait_until(lambda: page.selection() == ["slot:5"], "the slot that was looked for")
+    page.keys("enter", "up", "left", "left", "shift+right")
+    page.wait_for_frame(FACTORY, (42, 235))
+    page.keys("enter")  # to its properties
+    field = page.driver.switch_to.active_element
+    assert field.get_attribute("id") == "field-dest_x"
+    page.keys("up", "tab", "tab")
+    page.wait_for_frame(FACTORY, (43, 235))
+    save(page)
+    assert "dest_x = 43" in project.source().read_text()
+
+
+def test_overlapping_slots_take_turns_and_fixed_ones_stay(page, project):
+    """Six previews lie in one place. The program knows five of them by number."""
+    seen = []
+    for _ in range(6):
+        page.click_at(600, 500)
+        seen += page.selection()
+        settle(0.02)
+    assert seen == [f"slot:{number}" for number in (17, 16, 11, 10, 9, 8)]
+    page.keys("delete")
+    assert "stays" in wait_until(lambda: page.text(".toast.bad"), "the reason")
+    page.click_at(*FACTORY_MIDDLE)
+    page.keys("ctrl+d")
+    copied = wait_until(lambda: page.selection() if page.selection() != [FACTORY] else None, "the copy")
+    assert page.frame(copied[0]) == [42, 244, 216, 42]
+    page.keys("delete")
+    wait_until(lambda: page.frame(copied[0]) is None, "the copy to go")
+
+
+# faults
+
+def test_a_fault_comes_goes_and_leads_to_its_field(page):
+    choose_factory(page)
+    page.type_into(page.all("#field-display_time")[0], "900")
+    wait_until(lambda: "VK113" in page.text(".faults"), "the fault")
+    page.click_at(60, 582)
+    page.all(".faults li")[0].click()
+    wait_until(lambda: page.selection() == [FACTORY], "the slot of the fault")
+    wait_until(lambda: page.driver.switch_to.active_element.get_attribute("id") == "field-display_time",
+               "its field")
+    page.keys("ctrl+z")
+    wait_until(lambda: "clean" in page.text(".faults"), "no fault")
+
+
+def test_a_source_that_cannot_be_packed_is_not_saved(page, project):
+    before = project.bytes()
+    page.press("Source")
+    area = page.all(".source textarea")[0]
+    page.run("arguments[0].focus(); arguments[0].setSelectionRange(0, 0)", area)
+    page.keys("[", "slot")
+    page.press("Faults")
+    wait_until(lambda: "VK001" in page.text(".faults"), "the fault")
+    page.keys("ctrl+s")
+    wait_until(lambda: page.text(".toast.bad"), "the reason")
+    assert project.bytes() == before
+    assert page.frame(FACTORY) == FACTORY_PLACE  # the last good picture stays
+
+
+# who may ask
+
+FOREIGN = [
+    # what is asked with, what is wrong, status
+    ({"key": "0" * 32}, "the key", 403),
+    ({"key": ""}, "no key", 403),
+    ({"Origin": "http://example.com"}, "a page of another site", 403),
+    ({"Origin": "null"}, "a page of no site", 403),
+    ({"Host": "example.com"}, "a name that leads here", 403),
+    ({"Content-Type": "text/plain"}, "a form's type", 415),
+    ({"body": b"x" * 3_000_000}, "a body that is too large", 413),
+]
+
+
+def test_foreign_requests_are_refused_and_change_nothing(project, editor):
+    before = editor.document("vcc")
+    body = json.dumps({"name": "vcc", "revision": before["revision"], "label": "", "merge": "", "operations": [
+        {"do": "move", "of": [{"slot": 5}], "dx": 9, "dy": 9}]})
+    for change, what, status in FOREIGN:
+        headers = {"Content-Type": "application/json"} | {k: v for k, v in change.items() if k not in ("key", "body")}
+        path = editor.path("edit") if "key" not in change else f"/{change['key']}/edit"
+        connection = editor.connect()
+        connection.request("POST", path, change.get("body", body), headers)
+        answer = connection.getresponse()
+        assert answer.status == status, what
+        assert json.loads(answer.read())["error"], what
+        connection.close()
+    assert editor.document("vcc") == before
+
+
+def test_a_second_editor_is_told(editor):
+    done = editor.run_another()
+    assert done.returncode == 2
+    assert str(editor.process.pid) in done.stderr
+
+
+# what is lost, and what not
+
+def test_killed_while_saving_nothing_is_lost(project):
+    """Fifty saves, and the tool dies in the middle of some. The last change that it took is always there."""
+    editor, place, killed = project.start(), 0, 0
+    dice = random.Random(15)
+    whole = {}
+    for round_number in range(50):
+        place = 100 + round_number
+        status, answer = editor.edit("vcc", {"do": "set", "of": [{"slot": 5}], "field": "dest_x", "language": "",
+                                             "value": place})
+        assert status == 200, answer
+        whole[round_number] = answer["text"]
+        if round_number % 10 != 5:
+            assert editor.post("save", {})[0] == 200
+            continue
+        timer = threading.Timer(dice.uniform(0.0, 0.04), editor.kill)
+        timer.start()
+        try:
+            editor.post("save", {})
+        except (ConnectionError, OSError, json.JSONDecodeError, Exception):
+            pass
+        timer.join()
+        killed += 1
+        assert project.source().read_text() in whole.values()  # one of the texts, and all of it
+        editor = project.start()
+        left = json.loads(editor.get("project")[1])["recovered"]
+        if left:
+            assert editor.post("recover", {"take": True})[0] == 200
+        assert editor.document("vcc")["text"] == whole[round_number]
+    assert killed == 5
+    assert f"dest_x = {place}" in project.source().read_text()
+    assert not [path for path in project.bytes() if path.suffix not in (".toml", ".tw", ".slt", ".tgl", ".ini", ".eng",
+                                                                         ".ger", ".buf", ".snd")]
+
+
+def test_unsaved_changes_are_offered_after_the_tool_was_killed(page, project, editor):
+    choose_factory(page)
+    page.keys("right", "right", "right")
+    page.wait_for_frame(FACTORY, (37, 236))
+    page.driver.refresh()
+    wait_until(lambda: page.frame(FACTORY) == [37, *FACTORY_PLACE[1:]], "the change after a reload")
+    editor.kill()
+    page.leave()
+    page.errors()  # of the connection
+    page.open(project.start())
+    assert "Unsaved changes" in page.text("dialog")
+    assert page.frame(FACTORY) == FACTORY_PLACE
+    page.press("Take them back")
+    page.wait_for_frame(FACTORY, (37, 236))
+    save(page)
+    assert "dest_x = 37" in project.source().read_text()
+
+
+# the same file in a text editor
+
+def test_changes_on_disk_show_and_conflicts_are_asked_about(page, project):
+    source = project.source()
+    source.write_text(source.read_text().replace("dest_y = 236", "dest_y = 240"))
+    page.wait_for_frame(FACTORY, (34, 240))
+    # other lines than those that were changed here: both count
+    choose_factory(page)
+    page.keys("down")
+    page.wait_for_frame(FACTORY, (34, 241))
+    source.write_text(source.read_text().replace("dest_y = 286", "dest_y = 290"))
+    page.wait_for_frame("slot:7", (34, 290))
+    assert page.frame(FACTORY)[:2] == [34, 241]
+    # the same line
+    source.write_text(source.read_text().replace("dest_y = 240", "dest_y = 250"))
+    wait_until(lambda: page.all("#banner-conflict"), "the question")
+    page.press("Decide")
+    versions = [each.text for each in page.all(".version pre")]
+    assert "dest_y = 241" in versions[0] and "dest_y = 250" in versions[1] and "dest_y = 240" in versions[2]
+    page.press("The file’s")
+    page.wait_for_frame(FACTORY, (34, 250))
+    wait_until(lambda: not page.all("#banner-conflict"), "the answer")
+
+
+def test_play_starts_the_program(browser, project):
+    with Desktop((1024, 768)) as desktop:
+        editor = project.start({"DISPLAY": desktop.name})
+        browser.open(editor)
+        browser.press("Play")
+        wait_until(lambda: desktop.find_window("Veldor"), "the program's window", 20)
+        browser.leave()
+        for process in children_of(editor.process.pid):
+            os.kill(process, 15)
+
+
+def children_of(parent):
+    found = subprocess.run(["pgrep", "-P", str(parent)], capture_output=True, text=True, check=False)
+    return [int(line) for line in found.stdout.split()]
+
+
+# the pictures of the documents
+
+def menu(page):
+    choose_factory(page)
+
+
+def options_in_german(page):
+    page.press("Options")
+    page.press("DE")
+    page.wait_for_picture()
+    page.press("Texts")
+    page.keys("g")
+    page.click_at(260, 105)
+
+
+def piece_of_a_picture(page):
+    choose_factory(page)
+    page.press("Choose the piece")
+    wait_until(lambda: page.text(".buffer-bar output").startswith("216"), "the picture of the buffer")
+
+
+def faults_and_source(page):
+    choose_factory(page)
+    page.type_into(page.all("#field-dest_x")[0], "700")
+    page.wait_for_picture()
+    page.press("line ")
+
+
+PICTURES = [
+    # file, what is shown, light or dark
+    ("editor-menu", menu, "dark"), ("editor-options", options_in_german, "light"),
+    ("editor-piece", piece_of_a_picture, "dark"), ("editor-source", faults_and_source, "light"),
+]
+
+
+@pytest.mark.parametrize("name, prepare, scheme", PICTURES, ids=[row[0] for row in PICTURES])
+def test_the_pictures_are_those_of_the_documents(page, tmp_path, name, prepare, scheme):
+    page.resize(1280, 800, scheme)
+    prepare(page)
+    page.wait_for_picture()
+    settle(0.5)  # the small pictures of the looks come last
+    taken, kept = tmp_path / f"{name}.png", PROJECT / f"docs/pictures/{name}.png"
+    page.driver.save_screenshot(str(taken))
+    if os.environ.get("VELDOR_KEEP_PICTURES"):
+        Image.open(taken).convert("RGB").quantize(255).save(kept, optimize=True)
+    new, old = (np.asarray(Image.open(path).convert("RGB"), np.int16) for path in (taken, kept))
+    assert new.shape == old.shape == (800, 1280, 3)
+    alike = (np.abs(new - old).max(axis=2) <= 24).mean()
+    assert alike >= 0.95, f"{alike:.1%} is as it was"
