@@ -121,6 +121,9 @@ class Browser:
     def open(self, editor):
         self.errors()
         self.driver.get(editor.address)
+        self.wait_until_ready()
+
+    def wait_until_ready(self):
         wait_until(lambda: self.run("return document.documentElement.dataset.ready"), "the page")
         self.wait_for_picture()
 
@@ -128,7 +131,7 @@ class Browser:
         self.driver.get("about:blank")
 
     def errors(self):
-        """What went wrong in the page since the last time, in its scripts or with what it loads; refusals do not count."""
+        """What went wrong in the page since the last time, in its scripts or with what it loads; but no refusals."""
         return [entry["message"] for entry in self.driver.get_log("browser")
                 if entry["level"] == "SEVERE" and "status of 422" not in entry["message"]]
 
@@ -208,8 +211,8 @@ class Browser:
         if held:
             actions.key_down(CHANGED_KEYS[held])
         actions.click_and_hold()
-        for step in range(1, 6):
-            self._to(actions, *(round(a + (b - a) * step / 5) for a, b in zip(start, end, strict=True)))
+        for step in range(1, 4):
+            self._to(actions, *(round(a + (b - a) * step / 3) for a, b in zip(start, end, strict=True)))
         actions.release()
         if held:
             actions.key_up(CHANGED_KEYS[held])

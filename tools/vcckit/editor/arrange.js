@@ -13,8 +13,8 @@ export function movedBy(each) {
 /** Pixels of one unit of an item's place, across and down. */
 export function unitOf(each) {
   if (each.kind === 'slot') return each.shown.placed === 'cells' ? each.shown.cell : [1, 1];
-  if (Number(each.record.values.w)) return [1, 1];
-  const font = Number(each.record.values.t ?? 0);
+  if (Number(each.record.values.pixels)) return [1, 1];
+  const font = Number(each.record.values.font ?? 0);
   return state.project.names.font.find((one) => one.number === font)?.cell ?? [8, 14];
 }
 

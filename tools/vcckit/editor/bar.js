@@ -9,7 +9,9 @@ import { flushSource } from './source.js';
 import { activeDocument, on, showView, state, viewOf } from './state.js';
 
 const bar = find('bar');
-const viewNames = { menu: 'Menu', options: 'Options', help: 'Help', message: 'Message' };
+const viewNames = { menu: 'Menu', options: 'Options', help: 'Help', message: 'Message',
+  vcc_options_info: 'Explanations' };
+const hasOptions = () => Boolean(viewOf(state.view)?.rows);
 const undoButton = iconButton('undo', 'Undo', () => undo());
 const redoButton = iconButton('redo', 'Redo', () => redo());
 const saveButton = el('button', { type: 'button', class: 'primary state', on: { click: () => saveAll() } }, 'Save');
@@ -51,7 +53,7 @@ function draw() {
   parts.languages.show(state.language);
   parts.looks.show(state.preview);
   parts.looks.hidden = state.view === 'help' || state.view === 'message';
-  parts.row.hidden = parts.module.hidden = state.view !== 'options';
+  parts.row.hidden = parts.module.hidden = !hasOptions();
   parts.row.value = state.row ?? '';
   if (state.module === null) state.module = viewOf('options')?.modules?.[0]?.number ?? null;
   parts.module.value = state.module ?? '';

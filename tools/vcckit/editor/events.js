@@ -1,6 +1,7 @@
 // What happens elsewhere: another page's change, a file on disk, faults of the whole installation.
 import { getJson } from './api.js';
 import { banner } from './messages.js';
+import { load as loadAll } from './project.js';
 import { refresh } from './picture.js';
 import { adopt, state, tell } from './state.js';
 
@@ -36,9 +37,7 @@ async function load(name) {
 /** Everything anew: pictures or sounds have changed, or the connection was lost meanwhile. */
 async function reload() {
   try {
-    state.project = await getJson('project');
-    const revisions = await Promise.all(state.project.documents.map((name) => getJson('document', { name })));
-    state.documents = new Map(revisions.map((each) => [each.name, each]));
+    await loadAll();
     tell('project');
     refresh({ always: true });
   } catch { /* the stream tells when the tool is back */ }

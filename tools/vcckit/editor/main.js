@@ -8,12 +8,12 @@ import './status.js';
 import './keys.js';
 import './conflict.js';
 import './pointer.js';
-import { getJson } from './api.js';
 import { find } from './dom.js';
 import { listen } from './events.js';
 import { banner } from './messages.js';
 import { layOut } from './picture.js';
 import { showTheme } from './preferences.js';
+import { load } from './project.js';
 import { offerRecovery } from './recover.js';
 import { on, state, tell, viewOf } from './state.js';
 
@@ -36,9 +36,7 @@ function comeBack() {
 async function start() {
   showTheme();
   try {
-    state.project = await getJson('project');
-    const documents = await Promise.all(state.project.documents.map((name) => getJson('document', { name })));
-    state.documents = new Map(documents.map((each) => [each.name, each]));
+    await load();
   } catch (error) {
     banner('start', `The project cannot be shown: ${error.message}`, [], 'bad');
     return;

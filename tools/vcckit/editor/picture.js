@@ -17,10 +17,10 @@ let pixels = null;
 
 /** What a picture of the view is asked for with; the renderer's own words. */
 export function request(change = {}) {
-  const options = state.view === 'options';
+  const { picture, rows: options } = viewOf(state.view);
   const index = lead()?.kind === 'slot' ? lead().index : null;
   const about = state.view === 'help' ? state.about : null;
-  return { view: state.view, language: state.language, row: options ? state.row : null,
+  return { view: picture ?? state.view, language: state.language, row: options ? state.row : null,
     module: options ? state.module : null, hover: about ?? (state.preview === 'hover' ? index : null),
     pressed: state.preview === 'pressed' ? index : null, ...change };
 }
@@ -68,7 +68,10 @@ export async function rgba(wish) {
 }
 
 /** Whether what is shown is drawn from the newest of everything. */
-export const isCurrent = () => !fetching && !wished && shownFor.startsWith(JSON.stringify(request()) + revisionOfAll());
+export function isCurrent() {
+  return Boolean(state.project) && !fetching && !wished &&
+    shownFor.startsWith(JSON.stringify(request()) + revisionOfAll());
+}
 
 export const pictureAddress = () => address('picture.png', request());
 

@@ -90,7 +90,7 @@ function windowItem(number) {
   const document = windowsDocument();
   const record = document?.windows.find((each) => each.number === number);
   return record ? { key: keyOf('window', number), kind: 'window', document, record, index: number,
-    name: record.title || 'text window', line: record.line, rect: record.rect } : null;
+    name: record.values.title || 'text window', line: record.line, rect: record.rect } : null;
 }
 
 /** What can be pointed at on the picture, in the order of drawing. */

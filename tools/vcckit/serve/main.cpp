@@ -53,6 +53,10 @@ sigset_t block_requests() {
 }
 
 int serve(Session& session, int port, bool browser, const sigset_t& requests) {
+    // Watched from here on: what changes as soon as the address is known counts, and so does what came before.
+    Changes changes({session.folder(), session.screens_folder()},
+                    [&](const std::set<std::string>& changed) { follow(session, changed); });
+    session.sources_changed();
     Server server(session);
     if (const std::string reason = server.bind(port); !reason.empty())
         return complain(reason);
@@ -61,8 +65,6 @@ int serve(Session& session, int port, bool browser, const sigset_t& requests) {
     if (browser)
         if (const std::string reason = start_process({"xdg-open", server.address()}, "/"); !reason.empty())
             complain(reason); // the address can be opened by hand
-    Changes changes({session.folder(), session.screens_folder()},
-                    [&](const std::set<std::string>& changed) { follow(session, changed); });
     std::thread watcher([&] { changes.run(); }), checker([&] { session.check_behind(); }),
         answers([&] { server.run(); });
     int signal = 0;
