@@ -16,7 +16,6 @@ const list = el('ul', { role: 'listbox', tabIndex: 0, 'aria-label': 'Slots', 'ar
 panel.append(el('div', { class: 'list-head' }, tabs, el('div', { class: 'list-find' }, search,
   iconButton('plus', 'New slot (N)', () => createSlot()))), list);
 
-const kinds = { text: 'text', picture: 'picture', window: 'window', other: 'other' };
 const kindWords = { text: 'text', picture: 'picture', window: 'shows a text window', other: 'other' };
 
 function matches(each, words) {
@@ -29,34 +28,55 @@ function shownItems() {
   return listKeys().map((key) => item(key)).filter((each) => each && matches(each, words));
 }
 
+let rows = new Map(); // key to {element, looks}; a row is made anew only when it looks different
+let order = '';
+
 function draw() {
   if (!state.project) return;
   tabs.show(state.list);
   const faulty = new Set(allFaults().map((each) => `${each.document}/${each.slot}`));
-  list.replaceChildren(...shownItems().map((each) => row(each, faulty)));
-  const lead = list.querySelector('.lead');
-  list.setAttribute('aria-activedescendant', lead?.id ?? '');
-  lead?.scrollIntoView({ block: 'nearest' });
+  const next = new Map();
+  for (const each of shownItems()) {
+    const looks = looksOf(each, faulty);
+    const old = rows.get(each.key);
+    const same = old && JSON.stringify(old.looks) === JSON.stringify(looks);
+    const made = same ? old : { element: row(each.key, looks), looks };
+    if (old && !same) old.element.replaceWith(made.element);
+    next.set(each.key, made);
+  }
+  rows = next;
+  const keys = [...rows.keys()].join(' ');
+  if (keys !== order) list.replaceChildren(...[...rows.values()].map(({ element }) => element));
+  order = keys;
+  list.setAttribute('aria-activedescendant', list.querySelector('.lead')?.id ?? '');
 }
 
-function row(each, faulty) {
-  const chosen = state.selection.includes(each.key);
-  const kind = each.kind === 'slot' ? kinds[each.shown.kind] : each.kind === 'window' ? 'window' : 'style';
-  const isButton = each.kind === 'slot' && each.shown.selectable;
-  const name = each.name || (each.shown?.text ? `“${each.shown.text.trim()}”` : '');
-  const classes = [each.shown?.hidden && 'unseen', each.key === state.selection.at(-1) && 'lead',
-    each.kind === 'slot' && faulty.has(`${each.document.name}/${each.index}`) && 'faulty'].filter(Boolean).join(' ');
-  const element = el('li', { role: 'option', id: `item-${each.key.replace(/\W/g, '-')}`, class: classes,
-    'aria-selected': String(chosen), title: hint(each),
+function looksOf(each, faulty) {
+  const kind = each.kind === 'slot' ? each.shown.kind : each.kind === 'window' ? 'window' : 'style';
+  const isButton = each.kind === 'slot' && each.shown.selectable && kind !== 'window';
+  return {
+    icon: isButton ? 'button' : kind,
+    index: each.kind === 'style' ? null : each.kind === 'toggle' ? `T${each.index}` : String(each.index),
+    name: each.name || (each.shown?.text ? `“${each.shown.text.trim()}”` : ''),
+    classes: [each.shown?.hidden && 'unseen', each.key === state.selection.at(-1) && 'lead',
+      each.kind === 'slot' && faulty.has(`${each.document.name}/${each.index}`) && 'faulty'].filter(Boolean).join(' '),
+    chosen: state.selection.includes(each.key),
+    locked: Boolean(each.record.protected),
+    hint: hint(each),
+  };
+}
+
+function row(key, looks) {
+  const element = el('li', { role: 'option', id: `item-${key.replace(/\W/g, '-')}`, class: looks.classes,
+    'aria-selected': String(looks.chosen), title: looks.hint,
     on: {
-      click: (event) => choose(each.key, event),
-      pointerenter: () => { state.hovered = each.key; tell('hovered'); },
+      click: (event) => choose(key, event),
+      pointerenter: () => { state.hovered = key; tell('hovered'); },
       pointerleave: () => { state.hovered = null; tell('hovered'); },
     } },
-  icon(isButton && kind !== 'window' ? 'button' : kind), each.kind === 'style' ? null
-    : el('span', { class: 'index' }, each.kind === 'toggle' ? `T${each.index}` : String(each.index)),
-  el('span', { class: 'name' }, name), each.record.protected ? icon('locked') : null);
-  element.dataset.key = each.key;
+  icon(looks.icon), looks.index === null ? null : el('span', { class: 'index' }, looks.index),
+  el('span', { class: 'name' }, looks.name), looks.locked ? icon('locked') : null);
+  element.dataset.key = key;
   return element;
 }
 
@@ -114,3 +134,4 @@ on('hovered', () => {
   for (const element of list.children) element.classList.toggle('hovered', element.dataset.key === state.hovered);
 });
 on('project document selection view list faults', draw);
+on('selection list project', () => list.querySelector('.lead')?.scrollIntoView({ block: 'nearest' }));
