@@ -25,15 +25,20 @@ Written written_in(const std::vector<Layer>& layers, const char* own) {
     return written;
 }
 
-std::map<std::string, Written> looks_of(const SourceModel& model, const Address& address, const char* own) {
+std::map<std::string, Written> looks_of_record(const SourceModel& model, const RecordTable& record) {
     std::map<std::string, Written> looks;
-    for (const char* look : {"highlight", "pressed"}) {
-        Address at = address;
-        at.look = look;
-        const auto subject = model.subject(at);
-        if (subject && !subject->layers.empty())
-            looks[look] = written_in(subject->layers, own);
-    }
+    for (const char* look : {"highlight", "pressed"})
+        if (const Subject subject = model.record_subject(record, look); !subject.layers.empty())
+            looks[look] = written_in(subject.layers, "slot");
+    return looks;
+}
+
+std::map<std::string, Written> looks_of_style(const SourceModel& model, const std::string& style) {
+    std::map<std::string, Written> looks;
+    for (const char* look : {"highlight", "pressed"})
+        if (const auto subject = model.subject({Address::Of::style, 0, style, look});
+            subject && !subject->layers.empty())
+            looks[look] = written_in(subject->layers, "style");
     return looks;
 }
 
@@ -74,7 +79,7 @@ RecordDescription describe_record(const SourceModel& model, const RecordTable& r
     out.written = written_in(model.layers_of(*record.table), slot ? "slot" : "toggle");
     if (slot) {
         out.fixed = role_of_fixed_slot(model.screen(rules.screen), out.index);
-        out.looks = looks_of(model, {Address::Of::slot, out.index, "", ""}, "slot");
+        out.looks = looks_of_record(model, record);
     }
     return out;
 }
@@ -123,7 +128,7 @@ Result<Description> describe(const std::string& source, DocumentKind kind, const
             for (const Member& field : member.value.members)
                 if (!is_structure(field.key))
                     style.values[field.key] = text_of_value(*model, field.value);
-            style.looks = looks_of(*model, {Address::Of::style, 0, member.key, ""}, "style");
+            style.looks = looks_of_style(*model, member.key);
             out.styles.push_back(std::move(style));
         }
     return out;

@@ -1,0 +1,125 @@
+// Operations on sources: what they leave is a source again, which reads as its own tree says; or they are refused.
+// An input is operations of a few bytes each; behind a byte 0 its own source, else they work on a built-in one.
+#include "edit/source_edit.h"
+#include "edit/describe.h"
+#include "edit/source_tree.h"
+#include "source_values.h"
+#include "world.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace vcc::kit::edit;
+
+constexpr std::string_view seed = R"([names.colour]
+gold = 164
+[style.a]
+row = 4
+text = { en = "A", de = "B" }
+highlight = { row = 5, fore_colour = "gold" }
+[style.b]
+style = "a"
+pressed.src_x = 9
+[[slot]]
+index = 1 # one
+style = ["a", "b"]
+text.en = "x"
+text.de = 'y'
+activated = 9
+[slot.highlight]
+back_colour = 3
+
+# group
+[[slot]]
+index = 5
+repeat = { count = 3, step = 2, dest_y = 26 }
+text = ["OFF", { en = "Low", de = "Leise" }, "MAX"]
+dest_y = 0x20
+graphic = 1
+pressed = { index = 20 }
+
+[[toggle]]
+index = 1
+copy = 1)";
+
+constexpr std::array<const char*, 12> fields{"row",     "text",  "dest_x",    "action",       "hidden", "shadow",
+                                             "padding", "style", "highlight", "repeat.count", "toggle", "index"};
+constexpr std::array<const char*, 4> languages{"", "en", "de", "fr"}, looks{"", "highlight", "pressed", "x"},
+    texts{"a", "gold", "\xc3\xa4\"\\", "b, a"};
+
+/// Bytes off the front of the input; zeros behind its end.
+class Bytes {
+public:
+    explicit Bytes(std::string_view input) : rest_(input) {}
+    bool empty() const { return rest_.empty(); }
+    std::string_view rest() const { return rest_; }
+    int next() {
+        const int byte = rest_.empty() ? 0 : static_cast<unsigned char>(rest_.front());
+        rest_.remove_prefix(rest_.empty() ? 0 : 1);
+        return byte;
+    }
+    template <class Table>
+    auto of(const Table& table) {
+        return table[static_cast<std::size_t>(next()) % table.size()];
+    }
+
+private:
+    std::string_view rest_;
+};
+
+Operation operation_of(Bytes& bytes, int what) {
+    Operation operation;
+    operation.what = static_cast<Operation::Do>((what - 1) % 9);
+    Address address;
+    address.of = static_cast<Address::Of>(bytes.next() % 4);
+    address.index = bytes.next() % 24;
+    address.style = bytes.of(texts);
+    address.look = bytes.of(looks);
+    operation.of.push_back(address);
+    operation.field = bytes.of(fields);
+    operation.language = bytes.of(languages);
+    const int kind = bytes.next();
+    if (kind % 3 == 0)
+        operation.value = std::int64_t{kind} - 100;
+    else if (kind % 3 == 1)
+        operation.value = kind % 2 == 0;
+    else
+        operation.value = std::string(bytes.of(texts));
+    operation.dx = bytes.next() - 128;
+    operation.dy = bytes.next() - 128;
+    operation.to = bytes.next();
+    operation.text = bytes.of(std::array{"", "row = 1\n", "text = \"a\"", "x"});
+    return operation;
+}
+
+} // namespace
+
+void vcc::fuzz::one_input(std::string_view input) {
+    Bytes bytes(input);
+    std::vector<Operation> operations;
+    while (!bytes.empty() && operations.size() < 8) {
+        const int what = bytes.next();
+        if (what == 0)
+            break;
+        operations.push_back(operation_of(bytes, what));
+    }
+    const bool own = !bytes.empty();
+    const std::string source(own ? bytes.rest() : seed);
+    for (const DocumentKind kind : {DocumentKind::screen, DocumentKind::windows}) {
+        std::string text = source;
+        for (const Operation& operation : operations) {
+            const auto next = apply(text, kind, std::array{operation}, {"vcc"});
+            if (next)
+                text = *next;
+            else
+                require(!next.reason().empty());
+        }
+        const auto description = describe(text, kind, {"vcc"});
+        require(text == source || kind == DocumentKind::windows || description);
+        for (std::size_t i = 0; description && i < description->slots.size(); ++i)
+            require(description->slots[i].line >= 1);
+    }
+}
