@@ -38,6 +38,7 @@ install(FILES "${packaging}/veldor.6" DESTINATION "${CMAKE_INSTALL_MANDIR}/man6"
 
 # the tool for those who make installations
 install(TARGETS vcckit RUNTIME)
+install(TARGETS vcckit-edit RUNTIME DESTINATION libexec/veldor) # edit_command_linux.cpp looks there
 install(FILES docs/vcckit.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 install(FILES "${packaging}/vcckit.bash"
   DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vcckit)

@@ -104,6 +104,8 @@ def test_the_desktop_finds_program_icon_and_tool(player):
         icon = installed / f"share/icons/hicolor/{size}x{size}/apps/{values['Icon']}.png"
         assert f"{size} x {size}" in run("file", icon)
     assert "clean" in run(installed / "bin/vcckit", "check", player.root / GAME)
+    edited = subprocess.run([installed / "bin/vcckit", "edit", "/nowhere"], capture_output=True, text=True)
+    assert edited.returncode == 2 and "/nowhere" in edited.stderr, "the editor is not there"
     for file in ("man/man1/vcckit.1", "bash-completion/completions/vcckit", "zsh/vendor-completions/_vcckit",
                  "fish/vendor_completions.d/vcckit.fish"):
         assert (installed / "share" / file).exists()

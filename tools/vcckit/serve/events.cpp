@@ -6,16 +6,29 @@ namespace {
 
 constexpr std::size_t event_limit = 1000; ///< of a listener that does not take them
 
+std::string as_sent(const std::string& event, const std::string& data) {
+    return "event: " + event + "\ndata: " + data + "\n\n";
+}
+
 } // namespace
 
-void Events::tell(const std::string& event, const std::string& data) {
-    const std::lock_guard lock(mutex_);
+void Events::send(const std::string& event) {
     for (auto& [listener, events] : waiting_) {
         if (events.size() == event_limit)
             events.pop_front();
-        events.push_back("event: " + event + "\ndata: " + data + "\n\n");
+        events.push_back(event);
     }
     news_.notify_all();
+}
+
+void Events::tell(const std::string& event, const std::string& data) {
+    const std::lock_guard lock(mutex_);
+    send(as_sent(event, data));
+}
+
+void Events::tell_state(const std::string& event, const std::string& data) {
+    const std::lock_guard lock(mutex_);
+    send(states_[event] = as_sent(event, data));
 }
 
 void Events::close() {
@@ -26,7 +39,9 @@ void Events::close() {
 
 std::uint64_t Events::listen() {
     const std::lock_guard lock(mutex_);
-    waiting_[++last_];
+    std::deque<std::string>& events = waiting_[++last_];
+    for (const auto& [name, event] : states_)
+        events.push_back(event);
     return last_;
 }
 

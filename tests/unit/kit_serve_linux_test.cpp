@@ -1,0 +1,298 @@
+// The server of the screen editor: what it refuses, what it shows, and what it leaves alone.
+#include "game_folder.h"
+#include "serve/changes.h"
+#include "serve/operation_json.h"
+#include "serve/server.h"
+#include "serve/session.h"
+
+#include <httplib.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <optional>
+#include <thread>
+
+namespace vcc::kit::edit {
+namespace {
+
+namespace fs = std::filesystem;
+using httplib::Headers;
+using nlohmann::json;
+
+const std::string en = test::english_stem;
+
+/// A served installation with its sources in the folder screens.
+class Serve : public test::GameFolder {
+protected:
+    Serve() {
+        fs::copy(VELDOR_SOURCE_DIR "/game/screens", "screens");
+        ::setenv("XDG_STATE_HOME", (folder.path() / "state").c_str(), 1);
+        session_ = std::move(Session::open(folder.path().string(), "")).value_or(nullptr);
+    }
+    void SetUp() override {
+        ASSERT_TRUE(session_);
+        server_.emplace(*session_);
+        ASSERT_EQ(server_->bind(0), "");
+        const std::string address = server_->address();
+        const std::size_t path = address.find('/', 7);
+        origin_ = address.substr(0, path);
+        base_ = address.substr(path);
+        host_ = origin_.substr(7);
+        threads_.emplace_back([this] { server_->run(); });
+        threads_.emplace_back([this] { session_->check_behind(); });
+        client_.emplace(origin_);
+    }
+    ~Serve() override {
+        session_->stop();
+        server_->stop();
+        for (std::thread& thread : threads_)
+            thread.join();
+        server_.reset();
+        session_.reset();
+    }
+
+    json get(const std::string& name) {
+        const auto response = client_->Get(base_ + name);
+        return response ? json::parse(response->body, nullptr, false) : json();
+    }
+    httplib::Result post(const std::string& name, const json& body) {
+        return client_->Post(base_ + name, body.dump(), "application/json");
+    }
+    std::string picture(const std::string& query) {
+        const auto response = client_->Get(base_ + "picture?" + query);
+        return response && response->status == 200 ? response->body : "";
+    }
+    json edit(const json& operation) {
+        const std::int64_t revision = get("document?name=vcc")["revision"];
+        const auto response =
+            post("edit", {{"name", "vcc"}, {"revision", revision}, {"operations", json::array({operation})}});
+        return response && response->status == 200 ? json::parse(response->body) : json();
+    }
+
+    /// What an editor may write: sources, packed files, settings and logs.
+    std::string files() const {
+        std::string all;
+        for (const char* const place : {"screens", "tools", "data"})
+            for (const auto& each : fs::recursive_directory_iterator(folder.path() / place))
+                if (each.is_regular_file())
+                    all += each.path().string() + "\n" + read_file(each.path().string()).value_or("");
+        return all;
+    }
+
+    std::unique_ptr<Session> session_;
+    std::optional<Server> server_;
+    std::optional<httplib::Client> client_;
+    std::string origin_, base_, host_;
+    std::vector<std::thread> threads_;
+};
+
+TEST_F(Serve, RefusedRequestsSayWhyAndChangeNothing) {
+    const std::string before = files();
+    const json document = get("document?name=vcc");
+    const std::string json_type = "application/json";
+    const std::string save = base_ + "save", edit_path = base_ + "edit";
+    const std::string key = base_.substr(1, base_.size() - 2), wrong_key = std::string(key.size(), '0');
+    const auto change = [](const char* what, json value) {
+        json body{{"name", "vcc"},
+                  {"revision", 1},
+                  {"operations", {{{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 1}, {"dy", 0}}}}};
+        body[json::json_pointer(what)] = std::move(value);
+        return body.dump();
+    };
+    const struct {
+        const char *method, *why;
+        std::string path;
+        Headers headers;
+        std::string body, type;
+        int status;
+    } requests[] = {
+        // who asks
+        {"GET", "key", "/", {}, "", "", 403},
+        {"GET", "key", "/" + wrong_key + "/project", {}, "", "", 403},
+        {"GET", "key", "/" + key.substr(0, 31) + "/project", {}, "", "", 403},
+        {"GET", "key", "/" + key + "0/project", {}, "", "", 403},
+        {"GET", "key", "/" + key, {}, "", "", 403},
+        {"GET", "key", "//" + key + "/project", {}, "", "", 403},
+        {"POST", "key", "/" + wrong_key + "/save", {}, "{}", json_type, 403},
+        {"GET", "another name", base_ + "project", {{"Host", "evil.example"}}, "", "", 403},
+        {"GET", "another name", base_ + "project", {{"Host", "127.0.0.1:1"}}, "", "", 403},
+        {"POST", "origin", save, {{"Origin", "https://evil.example"}}, "{}", json_type, 403},
+        {"POST", "origin", save, {{"Origin", "null"}}, "{}", json_type, 403},
+        {"POST", "origin", save, {{"Origin", "http://127.0.0.1:1"}}, "{}", json_type, 403},
+        {"GET", "origin", base_ + "project", {{"Sec-Fetch-Site", "cross-site"}}, "", "", 403},
+        // how
+        {"PUT", "GET and POST", save, {}, "{}", json_type, 405},
+        {"DELETE", "GET and POST", save, {}, "{}", json_type, 405},
+        {"OPTIONS", "GET and POST", save, {}, "", "", 405},
+        {"POST", "application/json", save, {}, "{}", "text/plain", 415},
+        {"POST", "application/json", save, {}, "{}", "application/x-www-form-urlencoded", 415},
+        {"POST", "2 MiB", save, {}, std::string((2u << 20) + 1, ' '), json_type, 413},
+        {"GET", "there is no save", save, {}, "", "", 404},
+        {"POST", "there is no project", base_ + "project", {}, "{}", json_type, 404},
+        // where
+        {"GET", "there is no", base_ + "../../etc/passwd", {}, "", "", 404},
+        {"GET", "there is no", base_ + "%2e%2e%2f%2e%2e%2fetc%2fpasswd", {}, "", "", 404},
+        {"GET", "no document", base_ + "document?name=../screens/vcc", {}, "", "", 404},
+        {"GET", "no document", base_ + "document", {}, "", "", 404},
+        {"GET", "view is", base_ + "picture?view=attic", {}, "", "", 400},
+        {"GET", "language is", base_ + "picture?view=menu&language=fr", {}, "", "", 400},
+        {"GET", "hover is", base_ + "picture?view=menu&hover=200", {}, "", "", 400},
+        {"GET", "hover is", base_ + "picture?view=menu&hover=5x", {}, "", "", 400},
+        {"GET", "row is", base_ + "picture?view=options&row=-1", {}, "", "", 400},
+        {"GET", "no option row", base_ + "picture?view=options&row=10", {}, "", "", 422},
+        {"GET", "no slot", base_ + "picture.png?view=menu&pressed=199", {}, "", "", 422},
+        {"GET", "number is", base_ + "buffer.png?number=25", {}, "", "", 400},
+        {"GET", "empty", base_ + "buffer.png?number=9", {}, "", "", 404},
+        {"GET", "number is", base_ + "sound?number=99999999999", {}, "", "", 400},
+        {"GET", "names no file", base_ + "sound?number=150", {}, "", "", 404},
+        // what
+        {"POST", "no JSON object", save, {}, "{", json_type, 400},
+        {"POST", "no JSON object", save, {}, "[]", json_type, 400},
+        {"POST", "no JSON object", save, {}, std::string(100'000, '['), json_type, 400},
+        {"POST", "name is", base_ + "undo", {}, "{}", json_type, 400},
+        {"POST", "nothing to undo", base_ + "undo", {}, R"({"name":"vcc"})", json_type, 422},
+        {"POST", "no document", base_ + "redo", {}, R"({"name":"attic"})", json_type, 422},
+        {"POST", "take is", base_ + "recover", {}, R"({"take":1})", json_type, 400},
+        {"POST", "choice is", base_ + "resolve", {}, R"({"name":"vcc","conflict":0})", json_type, 400},
+        {"POST", "conflict is", base_ + "resolve", {}, R"({"name":"vcc","conflict":-1})", json_type, 400},
+        {"POST", "no program", base_ + "play", {}, "{}", json_type, 422},
+        {"POST", "has changed", edit_path, {}, change("/revision", 2), json_type, 409},
+        {"POST", "revision is", edit_path, {}, change("/revision", 1.5), json_type, 400},
+        {"POST", "revision is", edit_path, {}, change("/revision", 18446744073709551615u), json_type, 400},
+        {"POST", "no document", edit_path, {}, change("/name", "attic"), json_type, 404},
+        {"POST", "name is", edit_path, {}, change("/name", 7), json_type, 400},
+        {"POST", "label is", edit_path, {}, change("/label", std::string(201, 'x')), json_type, 400},
+        {"POST", "operations is", edit_path, {}, change("/operations", json::array()), json_type, 400},
+        {"POST", "operations is", edit_path, {}, change("/operations", "move"), json_type, 400},
+        {"POST", "known \"do\"", edit_path, {}, change("/operations/0/do", "shake"), json_type, 400},
+        {"POST", "known \"do\"", edit_path, {}, change("/operations/0", json::array()), json_type, 400},
+        {"POST", "of is", edit_path, {}, change("/operations/0/of", json::array()), json_type, 400},
+        {"POST", "slot is", edit_path, {}, change("/operations/0/of/0/slot", 200), json_type, 400},
+        {"POST", "slot is", edit_path, {}, change("/operations/0/of/0/slot", "5"), json_type, 400},
+        {"POST", "look is", edit_path, {}, change("/operations/0/of/0/look", "shiny"), json_type, 400},
+        {"POST", "dx is", edit_path, {}, change("/operations/0/dx", 1001), json_type, 400},
+        {"POST", "field is", edit_path, {}, change("/operations/0/do", "set"), json_type, 400},
+        {"POST", "text is", edit_path, {}, change("/operations/0/do", "replace_text"), json_type, 400},
+        {"POST", "to is", edit_path, {}, change("/operations/0/do", "renumber"), json_type, 400},
+        {"POST", "slot", edit_path, {}, change("/operations/0/of/0/slot", 199), json_type, 422},
+    };
+    for (const auto& [method, why, path, headers, body, type, wanted] : requests) {
+        httplib::Request request;
+        request.method = method;
+        request.path = path;
+        request.headers = headers;
+        request.body = body;
+        if (!type.empty())
+            request.set_header("Content-Type", type);
+        httplib::Client client(origin_); // a connection of its own: the server may end it
+        const auto response = client.send(request);
+        ASSERT_TRUE(response) << method << " " << path;
+        EXPECT_EQ(response->status, wanted) << method << " " << path << " " << body.substr(0, 200);
+        const json answer = json::parse(response->body, nullptr, false);
+        EXPECT_NE(answer.value("error", "").find(why), std::string::npos) << path << ": " << response->body;
+        EXPECT_EQ(response->get_header_value("X-Frame-Options"), "DENY") << path;
+    }
+    EXPECT_EQ(get("document?name=vcc"), document);
+    EXPECT_TRUE(files() == before) << "a file has changed";
+}
+
+TEST_F(Serve, ChangeShowsInThePictureAndNowhereElseUntilItIsSaved) {
+    const std::string before = files(), shown = picture("view=menu");
+    ASSERT_EQ(shown.size(), 800u * 600 * 4);
+    json moved = edit({{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 20}, {"dy", 0}});
+    ASSERT_TRUE(moved.is_object());
+    EXPECT_TRUE(moved["dirty"].get<bool>());
+    const std::string changed = picture("view=menu");
+    EXPECT_TRUE(changed != shown);
+    EXPECT_TRUE(files() == before) << "the stage has written through a link";
+    EXPECT_EQ(picture("view=menu&hover=5").size(), shown.size());
+    EXPECT_TRUE(picture("view=menu") == changed) << "the pointer has left something behind";
+
+    // What is drawn is what is saved.
+    const auto saved = post("save", json::object());
+    ASSERT_TRUE(saved && saved->status == 200);
+    const auto records = read_slot_file(folder.read(en + "vcc.slt"));
+    ASSERT_TRUE(records);
+    const auto slot = std::ranges::find_if(moved["slots"], [](const json& each) { return each["index"] == 5; });
+    EXPECT_EQ((*records)[5].dest_x, (*slot)["languages"]["en"]["values"]["dest_x"]);
+    EXPECT_TRUE(picture("view=menu") == changed);
+
+    ASSERT_EQ(post("undo", {{"name", "vcc"}})->status, 200);
+    EXPECT_TRUE(picture("view=menu") == shown);
+    ASSERT_EQ(post("save", json::object())->status, 200);
+    EXPECT_TRUE(files() == before);
+}
+
+TEST_F(Serve, FaultKeepsTheLastGoodPictureAndIsTold) {
+    const std::string shown = picture("view=menu"), text = get("document?name=vcc")["text"];
+    const json broken = edit({{"do", "replace_text"}, {"text", text + "\n[[slot]]\nindex = 500\n"}});
+    ASSERT_TRUE(broken.is_object());
+    EXPECT_TRUE(broken["stale"].get<bool>());
+    ASSERT_EQ(broken["faults"].size(), 1u);
+    EXPECT_EQ(broken["faults"][0]["code"], "VK006");
+    EXPECT_FALSE(broken["slots"].empty());
+    EXPECT_TRUE(picture("view=menu") == shown);
+    const auto refused = post("save", json::object());
+    EXPECT_EQ(refused->status, 422);
+    EXPECT_EQ(json::parse(refused->body)["faults"].size(), 1u);
+
+    // What only the records are told of shows, as it would in a drag.
+    const json covered = edit({{"do", "replace_text"}, {"text", text}});
+    EXPECT_FALSE(covered["stale"].get<bool>());
+    const json over = edit({{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 0}, {"dy", 10}});
+    EXPECT_FALSE(over["stale"].get<bool>());
+    ASSERT_FALSE(over["faults"].empty());
+    EXPECT_TRUE(over["faults"][0]["slot"] == 5 || over["faults"][0]["slot"] == 7);
+    EXPECT_TRUE(picture("view=menu") != shown);
+}
+
+TEST_F(Serve, PagesAreToldOfChangesFilesAndFaults) {
+    Changes changes({session_->folder()}, [this](const std::set<std::string>& changed) {
+        session_->sources_changed();
+        for (const std::string& path : changed)
+            if (path.ends_with(".pcx"))
+                session_->files_changed(true);
+    });
+    std::thread watcher([&] { changes.run(); });
+    const std::uint64_t page = session_->events().listen();
+    const auto told = [&](const std::string& what) {
+        std::string all;
+        for (int tries = 0; tries < 20 && all.find(what) == std::string::npos; ++tries)
+            all += session_->events().next(page, std::chrono::milliseconds(500)).value_or("");
+        return all.find(what) != std::string::npos;
+    };
+    EXPECT_TRUE(told("event: faults\ndata: {\"faults\":[]}"));
+    edit({{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 1}, {"dy", 0}});
+    EXPECT_TRUE(told("event: document\ndata: {\"name\":\"vcc\",\"revision\":2}"));
+
+    std::string text = folder.read("screens/vcc_options.toml");
+    folder.write("screens/vcc_options.toml", text + "\n# a line\n");
+    EXPECT_TRUE(told("{\"name\":\"vcc_options\",\"revision\":2}"));
+
+    const std::string shown = picture("view=menu");
+    fs::copy_file(folder.path() / "images/options.pcx", folder.path() / "images/menu.pcx",
+                  fs::copy_options::overwrite_existing);
+    EXPECT_TRUE(told("event: files"));
+    EXPECT_TRUE(picture("view=menu") != shown);
+    fs::remove(folder.path() / "images/menu.pcx");
+    EXPECT_TRUE(told("menu.pcx cannot be read"));
+
+    // A page that comes later hears what is so.
+    const std::uint64_t late = session_->events().listen();
+    EXPECT_NE(session_->events().next(late, std::chrono::milliseconds(0)).value_or("").find("menu.pcx cannot be read"),
+              std::string::npos);
+    changes.stop();
+    watcher.join();
+}
+
+TEST(ServedKey, IsComparedWhole) {
+    EXPECT_TRUE(same_key("0123", "0123"));
+    for (const char* other : {"", "012", "0124", "01230", "1123"})
+        EXPECT_FALSE(same_key("0123", other)) << other;
+    EXPECT_FALSE(same_key("", ""));
+}
+
+} // namespace
+} // namespace vcc::kit::edit
