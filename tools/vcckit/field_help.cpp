@@ -80,13 +80,14 @@ constexpr WindowFieldHelp window_fields[] = {
     {"r", {"red", number, "", 0, 255, "of a translucent fill"}},
     {"g", {"green", number, "", 0, 255, "of a translucent fill"}},
     {"b", {"blue", number, "", 0, 255, "of a translucent fill"}},
-    {"h", {"opacity", number, "", 0, 255, "of a translucent fill"}},
+    {"h", {"alpha", number, "", 0, 255, "of a translucent fill"}},
     {"f", {"title_colour", number, "", 0, 255, "of the title"}},
     {"s", {"shadow", number, "pixels", 0, 100, "width of a translucent window's shadow"}},
     {"l", {"grid", number, "pixels", 0, 800, "distance of grid lines, 0 for none"}},
     {"o", {"open_sound", number, "", 0, 189, "effect when the window opens"}},
     {"e", {"close_sound", number, "", 0, 189, "stored only"}},
-    {"m", {"pointer", number, "pixels", 0, 800, "the pointer goes this far right of the left edge; 0: it stays"}},
+    {"m",
+     {"pointer_offset", number, "pixels", 0, 800, "the pointer goes this far right of the left edge; 0: it stays"}},
     {"", {"title", text, "characters", 0, 243, "cannot begin with a letter of the other lines"}},
 };
 

@@ -6,7 +6,7 @@ import { showKeys } from './keys.js';
 import { say } from './messages.js';
 import { isDark, prefer } from './preferences.js';
 import { flushSource } from './source.js';
-import { activeDocument, on, showView, state, viewOf } from './state.js';
+import { activeDocument, helpSlots, on, showView, state, viewOf } from './state.js';
 
 const bar = find('bar');
 const viewNames = { menu: 'Menu', options: 'Options', help: 'Help', message: 'Message',
@@ -55,7 +55,6 @@ function draw() {
   parts.looks.hidden = state.view === 'help' || state.view === 'message';
   parts.row.hidden = parts.module.hidden = !hasOptions();
   parts.row.value = state.row ?? '';
-  if (state.module === null) state.module = viewOf('options')?.modules?.[0]?.number ?? null;
   parts.module.value = state.module ?? '';
   drawAbout();
   const document = activeDocument();
@@ -78,11 +77,8 @@ function draw() {
 function drawAbout() {
   parts.about.hidden = state.view !== 'help';
   if (state.view !== 'help') return;
-  const menu = state.documents.get(viewOf('menu')?.document);
-  const slots = (menu?.slots ?? []).filter((each) => each.languages[state.language].values.help_number > 0);
-  parts.about.replaceChildren(...slots.map((each) => el('option', { value: each.index },
+  parts.about.replaceChildren(...helpSlots().map((each) => el('option', { value: each.index },
     `${each.index} ${each.name}`)));
-  if (!slots.some((each) => each.index === state.about)) state.about = slots[0]?.index ?? null;
   parts.about.value = state.about ?? '';
 }
 

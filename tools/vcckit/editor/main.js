@@ -15,7 +15,7 @@ import { layOut } from './picture.js';
 import { showTheme } from './preferences.js';
 import { load } from './project.js';
 import { offerRecovery } from './recover.js';
-import { on, state, tell, viewOf } from './state.js';
+import { completeView, on, state, tell, viewOf } from './state.js';
 
 const PLACE = 'veldor-screens-place'; // where this tab was, for a reload
 const remembered = ['view', 'language', 'row', 'module', 'about', 'list', 'selection'];
@@ -31,6 +31,7 @@ function comeBack() {
   } catch { /* begins at the menu */ }
   if (!viewOf(state.view)) state.view = state.project.views[0].view;
   if (!Array.isArray(state.selection)) state.selection = [];
+  completeView();
 }
 
 async function start() {

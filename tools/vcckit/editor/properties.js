@@ -28,9 +28,9 @@ const groups = [
 const pictureFirst = [1, 2, 4, 3, 5, 0, 6].map((number) => groups[number]);
 const windowGroups = [
   { title: 'Place', rows: [['left', 'top'], ['right', 'bottom'], ['pixels', 'font']] },
-  { title: 'Looks', rows: [['title'], ['style'], ['colour', 'title_colour'], ['red', 'green'], ['blue', 'opacity'],
+  { title: 'Looks', rows: [['title'], ['style'], ['colour', 'title_colour'], ['red', 'green'], ['blue', 'alpha'],
     ['shadow', 'grid']] },
-  { title: 'Behaviour', rows: [['open_sound'], ['close_sound'], ['pointer']] },
+  { title: 'Behaviour', rows: [['open_sound'], ['close_sound'], ['pointer_offset']] },
 ];
 // Entries of a source that are changed in another way: by gestures, by the looks, or in the source itself.
 const elsewhere = new Set(['index', 'highlight', 'pressed', 'copy']);

@@ -90,7 +90,8 @@ function windowItem(number) {
   const document = windowsDocument();
   const record = document?.windows.find((each) => each.number === number);
   return record ? { key: keyOf('window', number), kind: 'window', document, record, index: number,
-    name: record.values.title || 'text window', line: record.line, rect: record.rect } : null;
+    name: record.values.title || 'text window', line: record.line,
+    rect: record.rect[2] > 0 && record.rect[3] > 0 ? record.rect : null } : null;
 }
 
 /** What can be pointed at on the picture, in the order of drawing. */
@@ -131,9 +132,24 @@ export function showList(name) {
   tell('list');
 }
 
+/** Slots of the menu that have a help page. */
+export function helpSlots() {
+  const menu = state.documents.get(viewOf('menu')?.document);
+  return (menu?.slots ?? []).filter((each) => each.languages[state.language].values.help_number > 0);
+}
+
+/** What a view cannot be drawn without: a module for options, a slot of the menu for help. */
+export function completeView() {
+  const { modules } = viewOf(state.view) ?? {};
+  if (modules && state.module === null) state.module = modules[0]?.number ?? null;
+  if (state.view === 'help' && !helpSlots().some((each) => each.index === state.about))
+    state.about = helpSlots()[0]?.index ?? null;
+}
+
 export function showView(change) {
   const other = change.view && change.view !== state.view;
   Object.assign(state, change);
+  completeView();
   if (other) {
     state.selection = [];
     state.look = '';
