@@ -173,9 +173,10 @@ def test_overlapping_slots_take_turns_and_fixed_ones_stay(page, project):
     page.keys("delete")
     assert "stays" in wait_until(lambda: page.text(".toast.bad"), "the reason")
     page.click_at(*FACTORY_MIDDLE)
-    page.keys("ctrl+d")
+    page.drag(FACTORY_MIDDLE, (442, 257), held="alt")
     copied = wait_until(lambda: page.selection() if page.selection() != [FACTORY] else None, "the copy")
-    assert page.frame(copied[0]) == [42, 244, 216, 42]
+    page.wait_for_picture()
+    assert page.frame(copied[0]) == [334, 236, 216, 42] and page.frame(FACTORY) == FACTORY_PLACE
     page.keys("delete")
     wait_until(lambda: page.frame(copied[0]) is None, "the copy to go")
 

@@ -170,6 +170,8 @@ function dragging(copying) {
   let items = null;
   let follow = null;
   let copied = null;
+  let cancelled = false;
+  let latest = null;
   const rects = new Map();
   const ghost = el('div', { class: 'ghost' });
   const guides = [el('div', { class: 'guide' }), el('div', { class: 'guide' })];
@@ -193,7 +195,7 @@ function dragging(copying) {
 
   /** Pixels that everything moves by: whole units of what is moved, after snapping. */
   function distance(event, at) {
-    let way = [at.x - gesture.from.x, at.y - gesture.from.y];
+    let way = [at.x - event.from.x, at.y - event.from.y];
     if (event.shiftKey) way = Math.abs(way[0]) > Math.abs(way[1]) ? [way[0], 0] : [0, way[1]];
     const whole = around(items.map((each) => each.rect));
     guides.forEach((guide) => { guide.hidden = true; });
@@ -223,33 +225,39 @@ function dragging(copying) {
 
   return {
     async move(event, at) {
-      if (!items) {
-        if (copying && !copied) copied = copySelected({ by: [0, 0] });
-        if (copied) {
-          const mine = gesture;
-          await copied;
-          if (gesture !== mine || items) return;
-        }
-        start();
+      latest = { shiftKey: event.shiftKey, ctrlKey: event.ctrlKey, at, from: gesture.from };
+      if (!items && copying) { // the copies are what is moved, even when they come after the button is up
+        copied ??= copySelected({ by: [0, 0] });
+        await copied;
+        if (cancelled) return;
       }
-      if (!items.length) return;
-      const [dx, dy] = distance(event, at);
-      moveFrames(new Map([...rects].map(([key, [x, y, w, h]]) => [key, [x + dx, y + dy, w, h]])));
-      showGhost(ghost, at, `dx ${signed(dx)}  dy ${signed(dy)}\n${placeText(dx, dy)}`);
-      follow.want([dx, dy, 0, 0]);
+      if (!items) start();
+      if (items.length) moveTo(latest);
     },
     async end() {
+      await copied;
       clear();
       await follow?.done();
       if (!gesture) moveFrames(new Map());
     },
     async cancel() {
+      cancelled = true;
+      await copied;
       clear();
       await follow?.done();
       moveFrames(new Map());
       if (follow?.changed) await undo(items[0].document.name);
+      if (copied) await undo();
     },
   };
+
+  function moveTo(how) {
+    const { at } = how;
+    const [dx, dy] = distance(how, at);
+    moveFrames(new Map([...rects].map(([key, [x, y, w, h]]) => [key, [x + dx, y + dy, w, h]])));
+    showGhost(ghost, at, `dx ${signed(dx)}  dy ${signed(dy)}\n${placeText(dx, dy)}`);
+    follow.want([dx, dy, 0, 0]);
+  }
 
   function placeText(dx, dy) {
     const each = lead();

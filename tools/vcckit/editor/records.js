@@ -83,27 +83,27 @@ export function split(each) {
 
 /**
  * Slots are drawn in the order of their numbers. Forward: a free number above the next slot that overlaps this one;
- * where there is none, the two change places.
+ * where there is none, the two change places. Slot 0 is the background of every screen and stays below.
  */
 export async function reorder(direction) {
   const each = lead();
-  if (each?.kind !== 'slot') return;
+  if (each?.kind !== 'slot' || each.index === 0) return;
   if (each.record.protected) {
     say(`Slot ${each.index} keeps its number, and with it its place in the order: the program knows it as the ` +
       `${each.record.protected}.`, 'bad');
     return;
   }
   const others = screenDocument().slots.map((slot) => item(keyOf('slot', slot.index)))
-    .filter((other) => direction * (other.index - each.index) > 0 && meets(other.rect, each.rect))
+    .filter((other) => other.index > 0 && direction * (other.index - each.index) > 0 && meets(other.rect, each.rect))
     .sort((a, b) => direction * (a.index - b.index));
   const next = others[0];
   if (!next) {
-    say(direction > 0 ? 'No slot covers this one.' : 'This one covers no slot.');
+    say(direction > 0 ? 'No slot covers this one.' : 'This one covers nothing but the background.');
     return;
   }
   const used = usedNumbers();
-  const bound = others[1]?.index ?? (direction > 0 ? LAST + 1 : -1);
-  for (let to = next.index + direction; to !== bound && to >= 0 && to <= LAST; to += direction)
+  const bound = others[1]?.index ?? (direction > 0 ? LAST + 1 : 0);
+  for (let to = next.index + direction; to !== bound && to > 0 && to <= LAST; to += direction)
     if (!used.has(to)) return void await renumber(each, to);
   const spare = freeAbove(highest(), used) ?? freeAbove(0, used);
   if (next.record.protected || spare === null) {
