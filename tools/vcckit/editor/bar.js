@@ -41,7 +41,7 @@ function build() {
   bar.replaceChildren(el('span', { class: 'brand' }, 'Veldor screens'), parts.views, parts.row, parts.module,
     parts.about, parts.languages, parts.looks,
     el('span', { class: 'folder grow', title: `${project.folder}\nSources: ${project.screens_folder}` },
-      project.folder),
+      project.folder.split('/').pop()),
     undoButton, redoButton, saveButton, playButton,
     iconButton('day', 'Light or dark', () => prefer({ theme: isDark() ? 'light' : 'dark' })),
     iconButton('keys', 'Keys (?)', showKeys));

@@ -33,7 +33,8 @@ export function shownSource() {
       area.scrollTop = keep[2];
     }
   }
-  fileName.textContent = document.file;
+  fileName.textContent = document.file.split('/').slice(-2).join('/');
+  fileName.title = document.file;
   drawNumbers(document);
   if (wish?.line) goTo(wish);
 }
