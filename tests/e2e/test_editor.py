@@ -378,7 +378,7 @@ PICTURES = [
 def keep(taken, kept):
     """With few colours, which take less room; their errors are spread."""
     picture = Image.open(taken).convert("RGB")
-    picture.quantize(palette=picture.quantize(255), dither=Image.Dither.FLOYDSTEINBERG).save(kept, optimize=True)
+    picture.quantize(palette=picture.quantize(256), dither=Image.Dither.FLOYDSTEINBERG).save(kept, optimize=True)
 
 
 @pytest.mark.parametrize("name, prepare, scheme", PICTURES, ids=[row[0] for row in PICTURES])
