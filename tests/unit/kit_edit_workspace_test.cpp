@@ -148,6 +148,17 @@ TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {
     EXPECT_TRUE(workspace->save(check));
 }
 
+TEST_F(Workspaces, BothSidesAreKeptLineByLine) {
+    const auto workspace = open();
+    Operation unended;
+    unended.what = Operation::Do::replace_text;
+    unended.text = menu + "row = 5";
+    ASSERT_TRUE(workspace->edit("vcc", 1, "", "", std::array{unended}));
+    folder.write("game/screens/vcc.toml", menu + "column = 6");
+    workspace->take_disk_changes();
+    EXPECT_EQ(workspace->resolve("vcc", 0, Choice::both)->text, menu + "row = 5\ncolumn = 6");
+}
+
 TEST_F(Workspaces, TheSecondEditorIsTold) {
     const auto workspace = open();
     const pid_t child = ::fork();

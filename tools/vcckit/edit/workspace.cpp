@@ -90,8 +90,6 @@ Failure unknown_document(const std::string& name) {
 
 namespace {
 
-constexpr const char* undecided = "an earlier session left unsaved changes: take them or drop them first";
-
 /// Where the sources of an installation are when nobody says so.
 std::string usual_screens(const fs::path& folder) {
     std::error_code error;
@@ -147,6 +145,10 @@ bool Workspace::sources_are_made() const {
     return std::ranges::any_of(parts_->documents, [](const Document& document) { return !document.on_disk; });
 }
 
+const std::string& Workspace::trouble() const {
+    return parts_->journal.trouble();
+}
+
 std::vector<DocumentState> Workspace::documents() const {
     std::vector<DocumentState> states;
     for (const Document& document : parts_->documents)
@@ -167,7 +169,7 @@ Result<DocumentState> Workspace::edit(const std::string& name, std::int64_t revi
     if (!document)
         return unknown_document(name);
     if (!parts_->offered.empty())
-        return Failure{undecided};
+        return Failure{undecided_reason};
     if (revision != document->revision)
         return Failure{stale_reason};
     auto text = apply(document->text, document->kind, operations, rules_of(*document));

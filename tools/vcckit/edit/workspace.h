@@ -48,6 +48,7 @@ struct Saved {
 using CheckSource = std::function<SourceCheck(const std::string& file, const std::string& text)>;
 
 inline constexpr const char* stale_reason = "the document has changed since";
+inline constexpr const char* undecided_reason = "an earlier session left unsaved changes: take them or drop them first";
 
 /// One user at a time: calls must not run at the same time. Nothing here needs the graphics library but the check that
 /// save() is given.
@@ -62,6 +63,9 @@ public:
     const std::string& folder() const;         ///< of the installation
     const std::string& screens_folder() const; ///< of the sources; need not exist yet
     bool sources_are_made() const;             ///< by unpacking; not on disk yet
+
+    /// Why unsaved changes would not outlive a crash; empty while they would.
+    const std::string& trouble() const;
 
     std::vector<DocumentState> documents() const;
     Result<DocumentState> document(const std::string& name) const;

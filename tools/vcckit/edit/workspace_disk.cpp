@@ -1,4 +1,5 @@
 // What changes on disk, and what an earlier session left: merged with the working texts.
+#include "edit/text_edits.h"
 #include "edit/workspace_parts.h"
 
 #include "core/files.h"
@@ -68,8 +69,10 @@ Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t co
     std::string text = document->text;
     if (choice == Choice::theirs)
         text.replace(chosen.mine.begin, size, chosen.theirs);
-    else if (choice == Choice::both)
-        text.insert(chosen.mine.end, chosen.theirs);
+    else if (choice == Choice::both) {
+        const bool unended = size > 0 && text[chosen.mine.end - 1] != '\n';
+        text.insert(chosen.mine.end, (unended ? std::string(line_end_of(text)) : "") + chosen.theirs);
+    }
     if (text != document->text)
         parts_->change(*document, std::move(text), "Change on disk", "");
     else

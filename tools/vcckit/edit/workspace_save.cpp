@@ -2,37 +2,42 @@
 #include "edit/workspace_parts.h"
 #include "packed_screen.h"
 
-#include "platform/files.h"
-
-#include <set>
+#include <map>
 
 namespace vcc::kit::edit {
 
 namespace {
 
-/// Puts a document's files into the set. The reason of a failure; `saved` gets the faults of a source.
-std::string stage(const Document& document, const std::string& folder, const CheckSource& check, FileSet& files,
-                  Saved& saved, std::set<std::string>& screens) {
-    const auto bytes = bytes_of_text(document.text, document.kind);
-    if (!bytes)
-        return document.name + " has a character outside Windows Latin-1";
-    if (document.kind == DocumentKind::screen) {
-        const SourceCheck checked = check(document.file, document.text);
-        if (!checked.faults.empty()) {
-            saved.faults.insert(saved.faults.end(), checked.faults.begin(), checked.faults.end());
-            return {};
-        }
-        if (!screens.insert(checked.screen.name).second)
-            return document.file + " makes the same screen as another source: " + checked.screen.name;
-        if (std::string reason = write_packed_screen(checked.screen, folder, files, saved.files); !reason.empty())
+/// A document on its way to disk.
+struct Leaving {
+    Document* document = nullptr;
+    std::string bytes; ///< of its file
+    Screen screen;     ///< of a source
+};
+
+/// Whether two sources make the same screen; the reason then.
+std::string fault_of_screens(const std::vector<Leaving>& leaving) {
+    std::map<std::string, std::string> files;
+    for (const Leaving& each : leaving)
+        if (each.document->kind == DocumentKind::screen)
+            if (const auto [other, added] = files.emplace(each.screen.name, each.document->file); !added)
+                return each.document->file + " makes the same screen as " + other->second;
+    return {};
+}
+
+/// Puts the files of a document into the set, their names to `written`. The reason of a failure.
+std::string stage(const Leaving& leaving, const std::string& folder, FileSet& files,
+                  std::vector<std::string>& written) {
+    const Document& document = *leaving.document;
+    if (document.kind == DocumentKind::screen)
+        if (std::string reason = write_packed_screen(leaving.screen, folder, files, written); !reason.empty())
             return reason;
-    }
     std::vector<std::string> names = document.copies;
     names.insert(names.begin(), document.file);
     for (const std::string& name : names) {
-        if (std::string reason = files.write(name, *bytes); !reason.empty())
+        if (std::string reason = files.write(name, leaving.bytes); !reason.empty())
             return reason;
-        saved.files.push_back(name);
+        written.push_back(name);
     }
     return {};
 }
@@ -41,39 +46,50 @@ std::string stage(const Document& document, const std::string& folder, const Che
 
 Result<Saved> Workspace::save(const CheckSource& check) {
     if (!parts_->offered.empty())
-        return Failure{"an earlier session left unsaved changes: take them or drop them first"};
+        return Failure{undecided_reason};
     take_disk_changes();
-    for (const Document& document : parts_->documents)
+    Saved saved;
+    std::vector<Leaving> leaving;
+    for (Document& document : parts_->documents) {
         if (!document.conflicts.empty())
             return Failure{document.name + " was changed on disk in the same lines: choose which to keep"};
-    Saved saved;
-    FileSet files;
-    std::set<std::string> screens;
-    std::vector<Document*> dirty;
-    for (Document& document : parts_->documents) {
         if (!document.dirty())
             continue;
-        dirty.push_back(&document);
-        if (std::string reason = stage(document, parts_->folder, check, files, saved, screens); !reason.empty())
-            return Failure{std::move(reason)};
+        auto bytes = bytes_of_text(document.text, document.kind);
+        if (!bytes)
+            return Failure{document.name + " has a character outside Windows Latin-1"};
+        SourceCheck checked;
+        if (document.kind == DocumentKind::screen)
+            checked = check(document.file, document.text);
+        saved.faults.insert(saved.faults.end(), checked.faults.begin(), checked.faults.end());
+        leaving.push_back({&document, std::move(*bytes), std::move(checked.screen)});
     }
-    if (!saved.faults.empty()) {
-        saved.files.clear();
+    if (!saved.faults.empty())
         return saved;
-    }
-    // From here on an end of the process may leave some of the files new and some old.
-    for (Document* const document : dirty) {
-        parts_->journal.note_saving(document->name, document->file, document->text);
-        document->packed_files_old = true;
-    }
-    if (std::string reason = files.commit(); !reason.empty())
+    if (std::string reason = fault_of_screens(leaving); !reason.empty())
         return Failure{std::move(reason)};
-    for (Document* const document : dirty) {
-        document->disk = document->base = document->text;
-        document->on_disk = true;
-        document->packed_files_old = false;
-        document->history.end_row();
-        ++document->revision;
+
+    // From here on an end of the process may leave some of the files new and some old.
+    for (const Leaving& each : leaving) {
+        parts_->journal.note_saving(each.document->name, each.document->file, each.document->text);
+        each.document->packed_files_old = true;
+    }
+    FileSet files;
+    std::string reason;
+    for (const Leaving& each : leaving)
+        if (reason.empty())
+            reason = stage(each, parts_->folder, files, saved.files);
+    if (reason.empty())
+        reason = files.commit();
+    if (!reason.empty())
+        return Failure{std::move(reason)};
+    for (const Leaving& each : leaving) {
+        Document& document = *each.document;
+        document.disk = document.base = document.text;
+        document.on_disk = true;
+        document.packed_files_old = false;
+        document.history.end_row();
+        ++document.revision;
     }
     parts_->restart_journal();
     return saved;
