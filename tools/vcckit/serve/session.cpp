@@ -58,6 +58,8 @@ Result<std::unique_ptr<Session>> Session::open(const std::string& folder, const 
     auto workspace = Workspace::open(folder, screens);
     if (!workspace)
         return Failure{workspace.reason()};
+    if (!(*workspace)->trouble().empty())
+        complain("unsaved changes would not outlive a crash: " + (*workspace)->trouble());
     auto stage = Stage::make((*workspace)->folder());
     if (!stage)
         return Failure{stage.reason()};
