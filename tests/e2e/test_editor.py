@@ -208,6 +208,9 @@ def test_a_source_that_cannot_be_packed_is_not_saved(page, project):
     wait_until(lambda: page.text(".toast.bad"), "the reason")
     assert project.bytes() == before
     assert page.frame(FACTORY) == FACTORY_PLACE  # the last good picture stays
+    assert page.all("#banner-stale")
+    page.keys("ctrl+z")
+    wait_until(lambda: not page.all("#banner-stale"), "the source as it was")
 
 
 # who may ask

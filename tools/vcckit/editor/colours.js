@@ -5,10 +5,10 @@ import { state } from './state.js';
 import { namesFor, setValue, writtenFor } from './values.js';
 
 const ACROSS = 16;
-export const rgbOf = (number) => state.project.colours[number] ?? null;
+const rgbOf = (number) => state.project.colours[number] ?? null;
 const nameOf = (number, document) => namesFor('colour', document).find((each) => each.number === number)?.name;
 
-export function swatch(number, properties = {}) {
+function swatch(number, properties = {}) {
   const element = el('span', { class: 'swatch', ...properties });
   const colour = rgbOf(number);
   if (colour) element.style.background = colour;

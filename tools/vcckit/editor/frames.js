@@ -91,7 +91,7 @@ function showHandles(element, wanted) {
 }
 
 /** Brings what is chosen into view. */
-export function reveal() {
+function reveal() {
   const viewport = find('viewport');
   const each = selected().at(-1);
   if (!each?.rect) return;

@@ -1,5 +1,5 @@
 // The screen as the program draws it: asked for after every change, one request at a time, the newest wish wins.
-import { address, get } from './api.js';
+import { get } from './api.js';
 import { find } from './dom.js';
 import { clamp } from './geometry.js';
 import { preferences, prefer } from './preferences.js';
@@ -72,8 +72,6 @@ export function isCurrent() {
   return Boolean(state.project) && !fetching && !wished &&
     shownFor.startsWith(JSON.stringify(request()) + revisionOfAll());
 }
-
-export const pictureAddress = () => address('picture.png', request());
 
 /** The colour of a pixel as "#rrggbb", when there is a picture. */
 export function colourAt(x, y) {

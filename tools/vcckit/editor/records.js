@@ -138,7 +138,7 @@ function windowKeys() {
   return windows.sort((a, b) => a.number - b.number).map((each) => keyOf('window', each.number));
 }
 /** Toggle records with a table of their own; the looks of slots are shown with their slots. */
-export function ownToggles() {
+function ownToggles() {
   return screenDocument().toggles.filter((each) => each.line > 0);
 }
 

@@ -2,7 +2,8 @@
 import { el, find } from './dom.js';
 import { cellOfGrid } from './rulers.js';
 import { colourAt } from './picture.js';
-import { on, selected, state } from './state.js';
+import { banner } from './messages.js';
+import { on, screenDocument, selected, state } from './state.js';
 import { swatchOf } from './colours.js';
 
 const pointer = el('span');
@@ -21,6 +22,8 @@ on('pointer', (at) => {
   pointer.replaceChildren(`x ${x}  y ${y}   cell ${Math.floor(x / w)}, ${Math.floor(y / h)}   `,
     ...(colour ? [swatchOf(colour), colour] : []));
 });
+on('document view project', () => banner('stale', screenDocument()?.stale
+  ? 'The source has a fault that forbids packing it: the picture is the last one without.' : ''));
 on('selection document view', () => {
   const items = selected();
   const [each] = items;

@@ -2,8 +2,6 @@
 import { edit } from './edits.js';
 import { state } from './state.js';
 
-export const fieldNamed = (name) => state.project.fields.find((each) => each.name === name);
-
 /** The values that are shown: of the slot itself, or of its highlighted or pressed look. */
 function valuesOf(each, language) {
   if (each.kind === 'window') return each.record.values;
@@ -59,7 +57,7 @@ function shownOf(each, language) {
 }
 
 /** The toggle record that a slot's look is. */
-export function lookRecord(each, look) {
+function lookRecord(each, look) {
   const index = look === 'highlight' ? each.index : each.record.activated;
   return index === null || index === undefined || (look === 'pressed' && !index) ? null
     : each.document.toggles.find((one) => one.index === index) ?? null;
@@ -91,7 +89,7 @@ export function valueOf(items, field) {
 }
 export const valueIn = (each, field, language) => valuesOf(each, language)[field];
 
-export function addressFor(each) {
+function addressFor(each) {
   if (each.kind === 'style') return { style: each.name, ...(state.look && { look: state.look }) };
   if (each.kind === 'slot' && state.look) return { slot: each.index, look: state.look };
   return { [each.kind]: each.index };
