@@ -6,6 +6,7 @@
 #include "serve/start_process.h"
 
 #include "core/text.h"
+#include "platform/process.h"
 
 #include <csignal>
 #include <cstdio>
@@ -82,6 +83,7 @@ int serve(Session& session, int port, bool browser, const sigset_t& requests) {
 int main(int argc, char** argv) {
     if (argc != 5)
         return complain("vcckit-edit is started by vcckit edit");
+    vcc::platform::prepare_heap(); // each picture takes and gives back megabytes
     const sigset_t requests = block_requests();
     const auto session = Session::open(argv[1], argv[2]);
     if (!session)

@@ -79,7 +79,7 @@ Result<Address> address_of(const json& object) {
         }
         if (object.contains("look")) {
             const auto look = word_entry(object, "look");
-            if (!look || (*look != "" && *look != "highlight" && *look != "pressed"))
+            if (!look || (!look->empty() && *look != "highlight" && *look != "pressed"))
                 return wrong("look", "is highlight or pressed");
             address.look = *look;
         }

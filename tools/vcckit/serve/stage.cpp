@@ -6,10 +6,15 @@
 #include "platform/files.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <fstream>
+#include <string_view>
 
+#include <signal.h>
 #include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace vcc::kit::edit {
 
@@ -23,6 +28,26 @@ std::string toggle_file_name(const std::string& slot_file) {
     return fs::path(slot_file).replace_extension(".tgl").string();
 }
 
+constexpr std::string_view name_begins = "vcckit-edit-"; ///< the number of the process follows, and a dash
+
+/// Takes away what editors of the same user have left that were killed.
+void remove_lost_stages(const fs::path& place) {
+    std::error_code error;
+    for (fs::directory_iterator each(place, error), end; !error && each != end; each.increment(error)) {
+        const std::string name = each->path().filename().string();
+        if (!name.starts_with(name_begins))
+            continue;
+        int process = 0;
+        const auto [rest, fault] =
+            std::from_chars(name.data() + name_begins.size(), name.data() + name.size(), process);
+        struct stat status {};
+        const bool ours =
+            ::lstat(each->path().c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
+        if (ours && fault == std::errc{} && *rest == '-' && ::kill(process, 0) != 0 && errno == ESRCH)
+            fs::remove_all(each->path(), error);
+    }
+}
+
 /// What the program writes.
 bool is_log(const fs::path& name) {
     return name.parent_path() == "data/logfiles";
@@ -32,8 +57,11 @@ bool is_log(const fs::path& name) {
 
 Result<std::unique_ptr<Stage>> Stage::make(const fs::path& installation) {
     std::error_code error;
-    const fs::path place = fs::temp_directory_path(error);
-    std::string name = ((error ? fs::path("/tmp") : place) / "vcckit-edit-XXXXXX").string();
+    fs::path place = fs::temp_directory_path(error);
+    if (error)
+        place = "/tmp";
+    remove_lost_stages(place);
+    std::string name = (place / (std::string(name_begins) + std::to_string(::getpid()) + "-XXXXXX")).string();
     if (::mkdtemp(name.data()) == nullptr)
         return Failure{"cannot make the folder " + name + ": " + std::strerror(errno)};
     std::unique_ptr<Stage> stage(new Stage(installation));
