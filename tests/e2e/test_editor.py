@@ -297,6 +297,8 @@ def test_unsaved_changes_are_offered_after_the_tool_was_killed(page, project, ed
     page.open(project.start())
     assert "Unsaved changes" in page.text("dialog")
     assert page.frame(FACTORY) == FACTORY_PLACE
+    page.keys("escape")
+    page.press("Decide")
     page.press("Take them back")
     page.wait_for_frame(FACTORY, (37, 236))
     save(page)
