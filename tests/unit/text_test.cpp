@@ -24,6 +24,7 @@ protected:
         ASSERT_TRUE(load_fonts("fonts"));
         configure_fonts();
     }
+    void TearDown() override { release_fonts(); } // Windows removes no folder with an open file in it
 };
 
 TEST_F(Fonts, GridsComeFromTheTableAndSizesFromTheSettings) {
