@@ -1,6 +1,6 @@
 ; The installer for Windows. makensis -DVERSION=1.2.8 -DFOLDER=<installed tree> -DICON=<veldor.ico> -DTARGET=<file>
-Unicode true
 SetCompressor zlib ; sounds hardly get smaller with anything slower
+Target amd64-unicode
 Name "Veldor"
 OutFile "${TARGET}"
 Icon "${ICON}"

@@ -2,6 +2,7 @@
 
 #include <allegro.h>
 #include <allegro/internal/aintern.h>
+#include <winalleg.h>
 
 namespace vcc::platform {
 
@@ -17,7 +18,13 @@ void keep_pointer_in_picture() {
 }
 
 void take_display_events() {} // the library is woken by each event
-void flush_display() {}       // drawing goes straight to the surface
+
+// Drawing goes straight to the surface. Wine shows what was drawn last only when a thread asks for messages; elsewhere
+// this takes a microsecond.
+void flush_display() {
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 0, 0);
+}
+
 void take_keyboard_focus() {} // a new full-screen window comes to the front with the keyboard
 
 // The system puts accents together by itself.

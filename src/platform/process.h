@@ -1,5 +1,8 @@
-// The process as the system sees it: how it gets its memory, and how it is asked to end.
+// The process as the system sees it: what it is told at its start, how it gets its memory, how it is asked to end.
 #pragma once
+
+#include <string>
+#include <vector>
 
 namespace vcc::platform {
 
@@ -12,5 +15,9 @@ void prepare_heap();
 /// before other threads exist: they inherit that the signals are blocked. Without memory for the thread, requests end
 /// the process as before.
 void take_termination_requests(void (*ask)());
+
+/// The words of the command line without the program's name; on Windows in UTF-8, as main() does not get them, and a
+/// console shows UTF-8 from then on.
+std::vector<std::string> command_line(int argc, const char* const* argv);
 
 } // namespace vcc::platform

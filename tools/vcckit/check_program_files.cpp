@@ -55,14 +55,14 @@ void check_picture_file(const PictureRow& row, Faults& faults) {
 
 std::int64_t file_size(const std::string& path) {
     std::error_code error;
-    const auto size = std::filesystem::file_size(platform::resolve_path(path), error);
+    const auto size = std::filesystem::file_size(platform::system_path(platform::resolve_path(path)), error);
     return error ? 0 : static_cast<std::int64_t>(size);
 }
 
 /// Bytes of the file as its RIFF header tells; a program that writes without going back leaves 0.
 std::int64_t announced_size(const std::string& path) {
     std::array<unsigned char, 8> header{};
-    std::ifstream file(platform::resolve_path(path), std::ios::binary);
+    std::ifstream file(platform::system_path(platform::resolve_path(path)), std::ios::binary);
     if (!file.read(reinterpret_cast<char*>(header.data()), header.size()))
         return 0;
     const std::int64_t rest = header[4] | header[5] << 8 | header[6] << 16 | std::int64_t{header[7]} << 24;

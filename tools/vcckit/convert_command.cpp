@@ -4,6 +4,7 @@
 #include "installation.h"
 #include "new_file.h"
 
+#include "platform/files.h"
 #include "platform/letter_case.h"
 
 #include <cstdio>
@@ -52,19 +53,20 @@ std::optional<Job> job_of(const std::string& source, const std::string& output) 
     }
     Job job{source, output, media->kind()};
     std::error_code error;
-    const bool into_folder = fs::is_directory(output, error);
+    const bool into_folder = fs::is_directory(platform::system_path(output), error);
     if (output.empty() || into_folder) {
-        const fs::path folder = into_folder ? fs::path(output) : fs::path(source).parent_path();
+        const fs::path folder =
+            into_folder ? platform::system_path(output) : platform::system_path(source).parent_path();
         for (const TargetRow& row : targets)
             if (row.kind == job.kind)
-                job.target = (folder / fs::path(source).stem()).string() + row.ending;
-    } else if (const TargetRow* row = row_of_ending(fs::path(output).extension().string())) {
+                job.target = platform::name_of(folder / platform::system_path(source).stem()) + row.ending;
+    } else if (const TargetRow* row = row_of_ending(platform::name_of(platform::system_path(output).extension()))) {
         job.kind = row->kind;
     } else {
         complain(output + ": is no folder, and ends neither in .pcx nor in .wav nor in .avi");
         return std::nullopt;
     }
-    if (fs::equivalent(job.source, job.target, error)) {
+    if (fs::equivalent(platform::system_path(job.source), platform::system_path(job.target), error)) {
         complain(source + ": would be replaced by its own conversion: give another name with -o");
         return std::nullopt;
     }
@@ -78,7 +80,7 @@ std::optional<Job> job_of(const std::string& source, const std::string& output) 
 /// Every input has to be usable, and no two may become the same file, before the first one is converted.
 std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources, const std::string& output) {
     std::error_code error;
-    if (sources.size() > 1 && !output.empty() && !fs::is_directory(output, error)) {
+    if (sources.size() > 1 && !output.empty() && !fs::is_directory(platform::system_path(output), error)) {
         complain(output + ": is no folder, and one file cannot take " + std::to_string(sources.size()));
         return std::nullopt;
     }
@@ -165,7 +167,8 @@ int run_convert(const std::vector<std::string>& sources, const ConvertRequest& r
             continue;
         }
         std::printf("%s: %s\n", job.target.c_str(), done.what.c_str());
-        if (job.kind == MediaKind::sound && fs::path(job.target).filename().string().size() > listed_name_limit)
+        if (job.kind == MediaKind::sound &&
+            platform::name_of(platform::system_path(job.target).filename()).size() > listed_name_limit)
             complain(job.target + ": tools/vcc.snd takes names of at most 20 characters");
     }
     return status;

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 std::string FileSet::write(const std::string& name, std::string_view bytes) {
     const std::string path = platform::resolve_path(name);
     std::error_code error;
-    if (const fs::path folder = fs::path(path).parent_path(); !folder.empty())
+    if (const fs::path folder = platform::system_path(path).parent_path(); !folder.empty())
         fs::create_directories(folder, error);
     if (error)
         return "cannot write " + path + ": " + error.message();
@@ -34,7 +34,7 @@ std::string FileSet::commit() {
             return file->reason();
     std::error_code ignored;
     for (const std::string& path : removed_)
-        fs::remove(path, ignored);
+        fs::remove(platform::system_path(path), ignored);
     files_.clear();
     removed_.clear();
     return {};

@@ -4,12 +4,12 @@
 #include "nearest.h"
 
 #include "core/version.h"
+#include "platform/process.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <map>
 #include <span>
 #include <string>
@@ -270,8 +270,8 @@ CLI::App& add_edit(CLI::App& app, Arguments& given) {
 }
 
 /// What the completion of a shell asks: not in the help, for no person types it.
-bool is_completion(int argc, char** argv) {
-    return argc > 1 && std::strcmp(argv[1], "__complete") == 0;
+bool is_completion(const std::vector<std::string>& words) {
+    return !words.empty() && words[0] == "__complete";
 }
 
 int print_completions(const CLI::App& app, const std::vector<std::string>& words) {
@@ -286,6 +286,7 @@ int print_completions(const CLI::App& app, const std::vector<std::string>& words
 int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     CLI::App app{"Makes, unmakes, checks and shows the files of a Veldor installation.", "vcckit"};
     app.require_subcommand(1);
+    app.allow_windows_style_options(false); // "/" begins a folder's name on every system
     app.set_version_flag("--version", std::string("vcckit ") + vcc::version_text);
     app.footer(examples);
     Arguments given;
@@ -300,12 +301,12 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     const CLI::App& play = add_play(app, given);
     const CLI::App& edit = add_edit(app, given);
     add_show(app, given);
-    if (is_completion(argc, argv))
-        return print_completions(app, {argv + 2, argv + argc});
+    const std::vector<std::string> words = vcc::platform::command_line(argc, argv);
+    if (is_completion(words))
+        return print_completions(app, {words.begin() + 1, words.end()});
     try {
-        app.parse(argc, argv);
+        app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::ParseError& error) {
-        const std::vector<std::string> words(argv + 1, argv + argc);
         if (const std::string told = error.get_exit_code() == 0 ? "" : suggestion(app, words); !told.empty()) {
             std::fprintf(stderr, "%s\nRun \"vcckit --help\" for more.\n", told.c_str());
             return exit_unusable;

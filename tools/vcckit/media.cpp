@@ -2,6 +2,8 @@
 
 #include "new_file.h"
 
+#include "platform/files.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <string_view>
@@ -25,8 +27,9 @@ double seconds(std::int64_t time, AVRational base) {
 
 std::unique_ptr<Media> Media::open(const std::string& path, std::string& fault) {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) { // opening a pipe would wait for its other end
-        fault = std::filesystem::exists(path, error) ? "is no file" : "does not exist";
+    if (!std::filesystem::is_regular_file(platform::system_path(path),
+                                          error)) { // opening a pipe would wait for its other end
+        fault = std::filesystem::exists(platform::system_path(path), error) ? "is no file" : "does not exist";
         return nullptr;
     }
     const MediaFunctions* const ffmpeg = media_functions();

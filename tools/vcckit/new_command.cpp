@@ -38,13 +38,14 @@ constexpr ModuleRow modules[] = {
 };
 
 bool is_installation(const fs::path& folder) {
-    return std::ranges::all_of(std::array{path::sound_setup, path::settings, path::buffer_list},
-                               [&](const char* file) { return platform::file_exists((folder / file).string()); });
+    return std::ranges::all_of(std::array{path::sound_setup, path::settings, path::buffer_list}, [&](const char* file) {
+        return platform::file_exists(platform::name_of(folder / file));
+    });
 }
 
 /// Beside the tool, as it is installed and as it is built.
 std::optional<fs::path> built_in_installation() {
-    const fs::path tool = fs::path(platform::program_path()).parent_path();
+    const fs::path tool = platform::system_path(platform::program_path()).parent_path();
     std::error_code error;
     for (const char* place : {"../lib/games/veldor", "../../veldor"})
         if (is_installation(tool / place))
@@ -90,7 +91,8 @@ std::string own_settings(const std::string& built_in) {
 
 class Project {
 public:
-    explicit Project(const fs::path& folder) : folder_(folder), unfinished_(folder.string() + ".new") {
+    explicit Project(const fs::path& folder)
+        : folder_(folder), unfinished_(platform::system_path(platform::name_of(folder) + ".new")) {
         std::error_code ignored;
         fs::remove_all(unfinished_, ignored);
     }
@@ -106,10 +108,10 @@ public:
         std::error_code error;
         fs::create_directories(path.parent_path(), error);
         if (error) {
-            complain("cannot make " + path.parent_path().string() + ": " + error.message());
+            complain("cannot make " + platform::name_of(path.parent_path()) + ": " + error.message());
             return false;
         }
-        NewFile file(path.string());
+        NewFile file(platform::name_of(path));
         if (file.stream() && file.write(bytes.data(), bytes.size()) && file.commit())
             return true;
         complain(file.reason());
@@ -121,7 +123,7 @@ public:
         std::error_code error;
         fs::rename(unfinished_, folder_, error);
         if (error)
-            complain("cannot make " + folder_.string() + ": " + error.message());
+            complain("cannot make " + platform::name_of(folder_) + ": " + error.message());
         return !error;
     }
 
@@ -138,7 +140,7 @@ bool is_plain(const std::string& name) {
 /// The folder's name and the installation that it builds on, or what stands against them.
 std::string fault_of(const NewRequest& request, const fs::path& folder, const std::optional<fs::path>& base) {
     std::error_code error;
-    if (!is_plain(folder.filename().string()))
+    if (!is_plain(platform::name_of(folder.filename())))
         return request.name + ": a name has letters, digits, - and _, and begins with a letter";
     if (fs::exists(folder, error) && !fs::is_empty(folder, error))
         return request.name + ": exists already";
@@ -163,17 +165,17 @@ bool add_files(Project& project, const NewRequest& request, const std::string& t
         }
         if (!name.ends_with(".png") && !name.ends_with(".flac")) {
             fill_in(bytes, "@TITLE@", title);
-            fill_in(bytes, "@BASE@", base.string());
+            fill_in(bytes, "@BASE@", platform::name_of(base));
             fill_in(bytes, "@MODULE@", request.module);
             fill_in(bytes, "@ENTRY@", module == std::end(modules) ? "" : module->entry);
         }
         if (!project.add(name, bytes))
             return false;
     }
-    const auto sounds = read_file((base / path::sound_setup).string());
-    const auto settings = read_file((base / path::settings).string());
+    const auto sounds = read_file(platform::name_of(base / path::sound_setup));
+    const auto settings = read_file(platform::name_of(base / path::settings));
     if (!sounds || !settings) {
-        complain("cannot read the sound set-up and the settings in " + base.string());
+        complain("cannot read the sound set-up and the settings in " + platform::name_of(base));
         return false;
     }
     return project.add(std::string("files/") + path::sound_setup, own_sound_setup(*sounds, title)) &&
@@ -184,15 +186,16 @@ bool add_files(Project& project, const NewRequest& request, const std::string& t
 
 int run_new(const NewRequest& request) {
     std::error_code error;
-    const fs::path folder = fs::absolute(request.name, error).lexically_normal();
-    const auto base = request.base.empty() ? built_in_installation()
-                                           : std::optional(fs::absolute(request.base, error).lexically_normal());
+    const fs::path folder = fs::absolute(platform::system_path(request.name), error).lexically_normal();
+    const auto base = request.base.empty()
+                          ? built_in_installation()
+                          : std::optional(fs::absolute(platform::system_path(request.base), error).lexically_normal());
     if (const std::string fault = fault_of(request, folder, base); !fault.empty()) {
         complain(fault);
         return exit_unusable;
     }
     Project project(folder);
-    if (!add_files(project, request, title_of(folder.filename().string()), *base) || !project.finish())
+    if (!add_files(project, request, title_of(platform::name_of(folder.filename())), *base) || !project.finish())
         return exit_unusable;
     std::printf("%s: made from %s\n\n"
                 "  cd %s\n"

@@ -37,7 +37,7 @@ void take_request(int signal) {
 
 NewFile::NewFile(std::string path) : path_(std::move(path)), temporary_(path_ + ".new") {
     std::error_code error;
-    const std::filesystem::file_status there = std::filesystem::status(path_, error);
+    const std::filesystem::file_status there = std::filesystem::status(platform::system_path(path_), error);
     if (std::filesystem::is_directory(there)) {
         errno = EISDIR;
         fail();
@@ -47,7 +47,7 @@ NewFile::NewFile(std::string path) : path_(std::move(path)), temporary_(path_ + 
         reason_ = "cannot write " + path_ + ": is no file"; // a device or a pipe would be gone
         return;
     }
-    file_.reset(std::fopen(temporary_.c_str(), "wb"));
+    file_.reset(platform::open_file(temporary_, "wb"));
     made_ = file_ != nullptr;
     if (!file_)
         fail();
@@ -57,7 +57,7 @@ NewFile::~NewFile() {
     file_.reset();
     std::error_code ignored;
     if (made_)
-        std::filesystem::remove(temporary_, ignored);
+        std::filesystem::remove(platform::system_path(temporary_), ignored);
 }
 
 bool NewFile::fail() {

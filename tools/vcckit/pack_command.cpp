@@ -89,7 +89,8 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
         sources.push_back({file, std::move(*text)});
     }
     if (!is_installation(request.installation)) {
-        complain(request.installation + (fs::exists(request.installation) ? " is no installation" : " does not exist") +
+        complain(request.installation +
+                 (fs::exists(platform::system_path(request.installation)) ? " is no installation" : " does not exist") +
                  ": there is neither tools/language.ini nor tools/vcc.buf nor data/configs/vcc.cfg in it");
         return exit_unusable;
     }
@@ -119,7 +120,7 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
         tell(checked, sources);
     for (const std::string& name : written)
         if (!request.json && !request.quiet)
-            std::printf("wrote %s\n", (fs::path(request.installation) / name).string().c_str());
+            std::printf("wrote %s\n", platform::name_of(platform::system_path(request.installation) / name).c_str());
     return faults.empty() ? exit_clean : exit_faults;
 }
 
@@ -127,7 +128,7 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
 std::optional<std::string> source_beside(const fs::path& slot_file, const std::string& name) {
     const fs::path installation = fs::absolute(slot_file).parent_path() / "../../..";
     for (const char* folder : {"screens", "../screens"}) {
-        const auto text = read_file((installation / folder / (name + ".toml")).lexically_normal().string());
+        const auto text = read_file(platform::name_of((installation / folder / (name + ".toml")).lexically_normal()));
         if (text)
             return *text;
     }
@@ -136,14 +137,15 @@ std::optional<std::string> source_beside(const fs::path& slot_file, const std::s
 
 /// The fonts with which the source was packed: it may align texts.
 bool describes_with_fonts(const std::string& source, const Screen& screen, const fs::path& slot_file) {
-    const platform::FolderVisit visit((fs::absolute(slot_file).parent_path() / "../../..").lexically_normal().string());
+    const platform::FolderVisit visit(
+        platform::name_of((fs::absolute(slot_file).parent_path() / "../../..").lexically_normal()));
     const Library library;
     return describes(source, screen, load_measuring_fonts() ? measure_of_loaded_fonts() : TextMeasure{});
 }
 
 /// Empty when a source cannot say it.
 std::string screen_name(const std::string& slot_file) {
-    std::string name = fs::path(slot_file).stem().string();
+    std::string name = platform::name_of(platform::system_path(slot_file).stem());
     for (const LanguageRow& language : languages)
         if (platform::same_but_for_case(name.substr(0, language.prefix.size()), language.prefix)) {
             name.erase(0, language.prefix.size());
@@ -169,8 +171,9 @@ int run_pack(const PackRequest& request) {
 bool is_unpacked(const std::string& output, const std::vector<std::string>& files) {
     std::error_code error; // a file that is not there is none of them
     return std::ranges::any_of(files, [&](const std::string& file) {
-        return fs::equivalent(output, file, error) ||
-               fs::equivalent(output, fs::path(file).replace_extension(".tgl"), error);
+        const fs::path slots = platform::system_path(file), written = platform::system_path(output);
+        return fs::equivalent(written, slots, error) ||
+               fs::equivalent(written, fs::path(slots).replace_extension(".tgl"), error);
     });
 }
 
@@ -195,8 +198,8 @@ int run_unpack(const std::vector<std::string>& files, const std::string& output)
         return exit_unusable;
     }
     // With its own source beside it a screen keeps names and comments.
-    std::string source = source_beside(files.front(), screen.name).value_or("");
-    if (source.empty() || !describes_with_fonts(source, screen, files.front()))
+    std::string source = source_beside(platform::system_path(files.front()), screen.name).value_or("");
+    if (source.empty() || !describes_with_fonts(source, screen, platform::system_path(files.front())))
         source = write_screen_source(screen);
     if (output.empty() || output == "-")
         return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;

@@ -13,8 +13,9 @@ namespace fs = std::filesystem;
 
 bool is_installation(const std::string& folder) {
     constexpr const char* signs[] = {path::language_choice, path::buffer_list, path::settings};
-    return std::ranges::any_of(
-        signs, [&](const char* sign) { return platform::file_exists((fs::path(folder) / sign).string()); });
+    return std::ranges::any_of(signs, [&](const char* sign) {
+        return platform::file_exists(platform::name_of(platform::system_path(folder) / sign));
+    });
 }
 
 std::string slot_file_name(const LanguageRow& language, std::string_view screen) {
@@ -30,12 +31,12 @@ std::string write_packed_screen(const Screen& screen, const std::string& install
         const std::string toggles = slots.substr(0, slots.size() - 4) + ".tgl";
         const auto write = [&](const std::string& name, const std::vector<Slot>& content) {
             written.push_back(name);
-            return files.write((fs::path(installation) / name).string(), slot_file_bytes(content));
+            return files.write(platform::name_of(platform::system_path(installation) / name), slot_file_bytes(content));
         };
         if (std::string reason = write(slots, records.slots); !reason.empty())
             return reason;
         if (!records.has_toggle_file)
-            files.remove((fs::path(installation) / toggles).string());
+            files.remove(platform::name_of(platform::system_path(installation) / toggles));
         else if (std::string reason = write(toggles, records.toggles); !reason.empty())
             return reason;
     }
@@ -58,7 +59,7 @@ std::string read_records(const std::string& path, std::vector<Slot>& records) {
 } // namespace
 
 Result<ScreenRecords> read_packed_records(const std::string& slot_file) {
-    const std::string toggle_file = fs::path(slot_file).replace_extension(".tgl").string();
+    const std::string toggle_file = platform::name_of(platform::system_path(slot_file).replace_extension(".tgl"));
     ScreenRecords records;
     records.has_toggle_file = platform::file_exists(toggle_file);
     std::string reason = read_records(slot_file, records.slots);
@@ -73,7 +74,8 @@ Result<Screen> read_packed_screen(const std::string& installation, const std::st
     Screen screen;
     screen.name = name;
     for (std::size_t i = 0; i < languages.size(); ++i) {
-        auto records = read_packed_records((fs::path(installation) / slot_file_name(languages[i], name)).string());
+        auto records = read_packed_records(
+            platform::name_of(platform::system_path(installation) / slot_file_name(languages[i], name)));
         if (!records)
             return Failure{records.reason()};
         screen.records[i] = std::move(*records);

@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "display/picture.h"
+#include "platform/files.h"
 
 #include <png.h>
 
@@ -29,7 +30,7 @@ bool fits(std::int64_t width, std::int64_t height, std::string& fault) {
 
 std::string first_bytes(const std::string& path) {
     std::string bytes(picture_header_size, '\0');
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(platform::system_path(path), std::ios::binary);
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     bytes.resize(static_cast<std::size_t>(file.gcount()));
     return bytes;

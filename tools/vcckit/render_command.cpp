@@ -11,7 +11,7 @@ namespace vcc::kit {
 
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output) {
     const bool to_stdout = output == "-";
-    const std::string target = std::filesystem::absolute(output).string();
+    const std::string target = platform::whole_name(output);
     const platform::FolderVisit visit(folder);
     if (!visit.entered()) {
         std::fprintf(stderr, "vcckit: %s is no folder\n", folder.c_str());

@@ -4,6 +4,8 @@
 #include "nearest.h"
 #include "silence.h"
 
+#include "platform/files.h"
+
 #include <algorithm>
 #include <filesystem>
 
@@ -74,7 +76,7 @@ void check_name(const ScreenSource& source, Faults& faults) {
 SourceCheck check_source(const std::string& file, std::string_view text, const SourceRules& rules) {
     ScreenSource source = read_screen_source(text, rules.fonts ? measure_of_loaded_fonts() : TextMeasure{});
     if (source.screen.name.empty())
-        source.screen.name = std::filesystem::path(file).stem().string();
+        source.screen.name = platform::name_of(platform::system_path(file).stem());
     Faults faults = std::move(source.faults);
     const bool readable = faults.empty();
     const auto silences = silences_of(text, faults);

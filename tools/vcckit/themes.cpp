@@ -84,7 +84,7 @@ bool fades_out(std::span<const float> samples, std::size_t window) {
 
 bool is_cut(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
-    const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
+    const FilePtr file(platform::open_file(platform::resolve_path(path), "rb"));
     std::array<std::uint8_t, 4> length{};
     // The header's length of the data stands right before them.
     if (header.data_offset == 0 || !file ||
@@ -102,7 +102,7 @@ std::string loop_fault(const std::string& path) {
     const long frames = header.data_length / (long{header.bits} / 8 * header.channels);
     if (frames < header.rate)
         return "is shorter than a second";
-    const FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
+    const FilePtr file(platform::open_file(platform::resolve_path(path), "rb"));
     if (!file)
         return "cannot be read";
     const long quiet_frames = std::min(frames, static_cast<long>(quiet_seconds * header.rate));

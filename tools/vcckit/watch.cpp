@@ -1,5 +1,7 @@
 #include "watch.h"
 
+#include "platform/files.h"
+
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -15,17 +17,18 @@ void note(Snapshot& snapshot, const fs::path& path) {
     std::error_code error;
     if (const auto extension = path.extension(); extension == ".new" || extension == ".tmp")
         return;
-    if (path.string().find("data/logfiles") != std::string::npos || !fs::is_regular_file(path, error))
+    if (path.generic_u8string().find(u8"data/logfiles") != std::u8string::npos || !fs::is_regular_file(path, error))
         return;
     const auto time = fs::last_write_time(path, error).time_since_epoch().count();
-    snapshot[path.string()] = {static_cast<std::int64_t>(time), fs::file_size(path, error)};
+    snapshot[platform::name_of(path)] = {static_cast<std::int64_t>(time), fs::file_size(path, error)};
 }
 
 } // namespace
 
 Snapshot snapshot_of(const std::vector<std::string>& paths) {
     Snapshot snapshot;
-    for (const std::string& path : paths) {
+    for (const std::string& name : paths) {
+        const fs::path path = platform::system_path(name);
         std::error_code error;
         if (!fs::is_directory(path, error)) {
             note(snapshot, path);
