@@ -9,14 +9,6 @@ from support import menu
 from support.desktop import wait_until
 
 
-def walk_to(robot, button):
-    robot.move(700, 50)  # over nothing, so that the first key starts at the top
-    for _ in range(list(menu.TOPS).index(button) + 1):
-        robot.key("Down")
-    menu.wait_for_look(robot, button, menu.POINTED_AT)
-    robot.key("Return")
-
-
 def enter_and_return(robot, button, way=menu.choose):
     menu.enter(robot, button, way)
     robot.move(700, 50)
@@ -25,7 +17,7 @@ def enter_and_return(robot, button, way=menu.choose):
 
 
 def test_modules_are_called_with_the_display_and_the_version(robot):
-    for button, way in (("HQ", walk_to), ("Factory", menu.choose), ("Battle", walk_to)):
+    for button, way in (("HQ", menu.walk_to), ("Factory", menu.choose), ("Battle", menu.walk_to)):
         enter_and_return(robot, button, way)
     robot.installation.write("module_result.txt", "255")
     enter_and_return(robot, "HQ")  # leaves full screen behind, and is believed
@@ -64,7 +56,7 @@ def test_keys_and_wheel_move_from_button_to_button(robot):
 @pytest.mark.parametrize("leave", [
     lambda robot: menu.choose(robot, "Leave"),
     lambda robot: robot.key("x", "Alt_L"),
-    lambda robot: robot.desktop.close_window(robot.window()),
+    lambda robot: robot.close_window(),
 ], ids=["button", "Alt+X", "window closed"])
 def test_leaving_takes_more_than_escape(robot, leave):
     robot.key("Escape")
@@ -88,17 +80,13 @@ def test_backgrounds_go_on_in_turn_from_pass_to_pass(robot):
     assert robot.shows(f"images/morv{shown_before % 4 + 1}.pcx", share=0.9)
 
 
-def fills_the_desktop(robot):
-    return any(window.get_geometry().width == 1024 for window, _ in robot.desktop.windows())
-
-
 @pytest.mark.linux
 def test_keys_are_heard_after_full_screen_without_a_window_manager(make_robot):
     player = make_robot().start()
     player.desktop.focus(X.PointerRoot)
     for full in (True, False):
         player.key("w", "Alt_L")
-        wait_until(lambda full=full: fills_the_desktop(player) == full, "full screen" if full else "a window")
+        wait_until(lambda full=full: player.fills_the_desktop() == full, "full screen" if full else "a window")
         time.sleep(0.5)
     wait_until(lambda: player.key("x", "Alt_L") or not player.running(), "the end")
 
@@ -112,7 +100,7 @@ def test_alt_w_changes_between_window_and_full_screen(make_robot, offered):
     for full in (offered == 3, False):
         player.key("w", "Alt_L")
         player.forget_window()
-        wait_until(lambda: fills_the_desktop(player) == full, "full screen" if full else "a window")
+        wait_until(lambda: player.fills_the_desktop() == full, "full screen" if full else "a window")
         player.wait_for_menu()
     menu.enter(player, "Factory")
     assert player.installation.module_calls() == [("factory", offered, 0, offered, 0, 128)]

@@ -73,7 +73,7 @@ def test_every_option_by_mouse(options, button, column, mode):
         click(options, place(option), button)
     accept(options)
     assert stored(options) == {name: row[column] for name, row in OPTIONS.items()}
-    menu.enter(options, "Factory")
+    menu.enter(options, "Factory", menu.walk_to)
     assert options.installation.module_calls() == [("factory", 3, mode, 3, 0, 128)]
 
 

@@ -23,6 +23,15 @@ def choose(robot, button):
     robot.click(*middle(button))
 
 
+def walk_to(robot, button):
+    """By keys, which are heard in full screen as well."""
+    robot.key("Home")
+    for _ in range(list(TOPS).index(button)):
+        robot.key("Down")
+    wait_for_look(robot, button, POINTED_AT)
+    robot.key("Return")
+
+
 def enter(robot, button, way=choose):
     """Into the module that the button stands for, once more when the program did not listen yet."""
     calls = len(robot.installation.module_calls())

@@ -42,6 +42,7 @@ class Robot:
         self.key, self.wheel = self.desktop.key, self.desktop.wheel
 
     def __enter__(self):
+        self.system.end()  # what ran without a desktop
         self.desktop.__enter__()
         return self
 
@@ -106,6 +107,19 @@ class Robot:
         if named or self.scale != 0:
             return named  # the others are parts of the window manager's frame
         return candidates[-1] if candidates else None
+
+    def fills_the_desktop(self):
+        """Whether the program is in full screen."""
+        if self.system.has_own_desktop:  # whose size is that of the mode
+            return self.desktop.find_window(TITLE).get_geometry().width == 800
+        return any(window.get_geometry().width == 1024 for window, _ in self.desktop.windows())
+
+    def close_window(self):
+        """What the window's close button does."""
+        if self.system.has_own_desktop:
+            self.click(*self.system.close_button)
+        else:
+            self.desktop.close_window(self.window())
 
     def forget_window(self):
         """After a mode switch."""

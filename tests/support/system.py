@@ -19,7 +19,7 @@ ctl.!default { type null }
 class Linux:
     installation, folder_prefix = "build/release/veldor", "e2e-"
     name, program, library = "linux", "vcc", ".so"
-    window_titles, has_inner_window = ("Veldor CC", "vcc"), True
+    window_titles, has_inner_window, has_own_desktop = ("Veldor CC", "vcc"), True, False
     compiler = ["cc", "-shared", "-fPIC"]
     wrapper = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command that becomes the program
     slowness = 10 if wrapper else 1
@@ -39,7 +39,8 @@ class Wine:
 
     installation, folder_prefix = "build/windows/veldor", "Übung 日本 "
     name, program, library = "windows", "vcc.exe", ".dll"
-    window_titles, has_inner_window = ("Default - Wine desktop",), False
+    window_titles, has_inner_window, has_own_desktop = ("Default - Wine desktop",), False, True
+    close_button = 792, -11  # in the frame of the program's window
     compiler = ["x86_64-w64-mingw32-gcc", "-shared", "-static", "-s"]
     wrapper = ["/usr/lib/wine/wine64"]
     slowness = 5
@@ -54,8 +55,9 @@ class Wine:
 
     def environment(self):
         # Without winedbg a program that crashes ends at once.
-        return {"LD_PRELOAD": str(self.prefix / "plain_warp.so"), "WINEPREFIX": str(self.prefix), "WINEARCH": "win64", "WINEDEBUG": "-all", "HOME": str(self.prefix),
-                "WINEDLLOVERRIDES": "mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d"}
+        return {"WINEPREFIX": str(self.prefix), "WINEARCH": "win64", "WINEDEBUG": "-all", "HOME": str(self.prefix),
+                "WINEDLLOVERRIDES": "mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d",
+                "LD_PRELOAD": str(self.prefix / "plain_warp.so")}
 
     def run(self, *command, **options):
         """A program of Windows without a window, to its end."""
