@@ -42,7 +42,6 @@ class Robot:
         self.key, self.wheel = self.desktop.key, self.desktop.wheel
 
     def __enter__(self):
-        self.system.end()  # what ran without a desktop
         self.desktop.__enter__()
         return self
 
@@ -63,6 +62,7 @@ class Robot:
         if not self.installation.path("alsa.conf").exists():
             self.installation.write("alsa.conf", NO_SOUND)
         silent = {"ALSA_CONFIG_PATH": "alsa.conf"}  # a list of names: the folder's may have a blank in it
+        self.system.end()  # what runs without this desktop
         with open(self.installation.path("stderr.txt"), "wb") as errors:
             self._program = subprocess.Popen(
                 self.system.command(arguments, program), cwd=self.installation.folder, stdout=errors,
