@@ -77,13 +77,13 @@ public:
             before_.insert(line);
     }
 
-    /// Copies the files of one folder, all but one; a file that is the same (by size and time) is left alone, and so is
-    /// one that is in use.
-    void copy_files(const fs::path& folder, const wchar_t* except = L"") {
+    /// Copies the files of one folder, all but some; a file that is the same (by size and time) is left alone, and so
+    /// is one that is in use.
+    void copy_files(const fs::path& folder, const std::set<fs::path>& except = {}) {
         std::error_code error;
         fs::create_directories(places_.own / folder, error);
         for (const auto& entry : fs::directory_iterator(places_.system / folder, error))
-            if (entry.is_regular_file(error) && entry.path().filename() != except)
+            if (entry.is_regular_file(error) && !except.contains(entry.path().filename()))
                 copy(folder / entry.path().filename());
     }
 
@@ -141,9 +141,9 @@ void prepare(const Places& places) {
     std::error_code error;
     fs::create_directories(places.own / L"data" / L"logfiles", error);
     Folder folder(places);
-    folder.copy_files(L"", L"veldor.exe");
-    folder.copy_files(L"tools", L"language.ini");
-    folder.copy_files(fs::path(L"data") / L"configs", L"vcc.cfg");
+    folder.copy_files(L"", {L"veldor.exe", L"uninstall.exe"});
+    folder.copy_files(L"tools", {L"language.ini"});
+    folder.copy_files(fs::path(L"data") / L"configs", {L"vcc.cfg"});
     folder.copy_files(L"data");
     for (const auto& entry : fs::directory_iterator(places.system, error))
         if (const fs::path name = entry.path().filename();

@@ -4,6 +4,7 @@ that for Windows under Wine. The installation under test (VELDOR_INSTALLATION) d
 import os
 import shlex
 import shutil
+import signal
 import subprocess
 from pathlib import Path
 
@@ -21,6 +22,7 @@ class Linux:
     name, program, library = "linux", "vcc", ".so"
     window_titles, has_inner_window, has_own_desktop = ("Veldor CC", "vcc"), True, False
     compiler = ["cc", "-shared", "-fPIC"]
+    end_signal = signal.SIGTERM
     wrapper = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command that becomes the program
     slowness = 10 if wrapper else 1
 
@@ -42,6 +44,7 @@ class Wine:
     window_titles, has_inner_window, has_own_desktop = ("Default - Wine desktop",), False, True
     close_button = 792, -11  # in the frame of the program's window
     compiler = ["x86_64-w64-mingw32-gcc", "-shared", "-static", "-s"]
+    end_signal = signal.SIGINT  # which Wine makes Ctrl+C of
     wrapper = ["/usr/lib/wine/wine64"]
     slowness = 5
     server = "/usr/lib/wine/wineserver64"
@@ -59,9 +62,10 @@ class Wine:
                 "WINEDLLOVERRIDES": "mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d",
                 "LD_PRELOAD": str(self.prefix / "plain_warp.so")}
 
-    def run(self, *command, **options):
-        """A program of Windows without a window, to its end."""
-        return subprocess.run([*self.wrapper, *map(str, command)], env=os.environ | self.environment(),
+    def run(self, *command, display="", **options):
+        """A program of Windows without a window of its own, to its end."""
+        return subprocess.run([*self.wrapper, *map(str, command)],
+                              env=os.environ | self.environment() | {"DISPLAY": display},
                               timeout=120, check=False, **options)
 
     def end(self):

@@ -1,6 +1,8 @@
 """The program for Windows beside the one for Linux, and what only it has: its tool, its icon, its installer."""
 
 import filecmp
+import getpass
+import shutil
 import subprocess
 
 import numpy as np
@@ -8,9 +10,9 @@ import pytest
 
 from support import menu
 from support.desktop import wait_until
-from support.installation import CONFIG, PROJECT, Installation
+from support.installation import CONFIG, PROJECT, Installation, built_installation
 from support.robot import Robot
-from support.system import Linux, Wine
+from support.system import NO_SOUND, Linux, Wine
 
 WINE = Wine()
 
@@ -69,21 +71,61 @@ def test_a_desktop_without_the_full_screen_mode_gets_its_window(make_robot):
     assert robot.installation.settings()["VELDOR_GRAPHICS"]["screen_mode_range"] == "2"
 
 
+def version_texts(program):
+    """The version resource: pairs of names and values, in UTF-16."""
+    data = program.read_bytes().decode("utf-16-le", "replace")
+    names = "FileDescription", "FileVersion", "InternalName", "OriginalFilename", "ProductName", "ProductVersion"
+    after = {name: data[data.index(name) + len(name):].lstrip("\0") for name in names}
+    return {name: text[:text.index("\0")] for name, text in after.items()}
+
+
+@pytest.mark.parametrize("name", ["vcc", "vcckit", "veldor"])
+def test_programs_say_what_they_are(name):
+    program = built_installation(WINE) / f"{name}.exe"
+    texts = version_texts(program)
+    version = WINE.run(built_installation(WINE) / "vcckit.exe", "--version", capture_output=True, text=True).stdout
+    assert texts["FileVersion"] == texts["ProductVersion"] == version.split()[1]
+    assert (texts["ProductName"], texts["OriginalFilename"]) == ("Veldor", f"{name}.exe")
+    sections = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", program], capture_output=True, text=True).stdout
+    assert "Windows CUI" in sections if name == "vcckit" else "Windows GUI" in sections
+    assert b"\x89PNG" in program.read_bytes(), "no icon of 256 pixels"
+
+
+def test_the_end_of_the_session_saves_the_settings(make_robot):
+    robot = make_robot()
+    robot.installation.set("VELDOR_BATTLE", "battle_hq_ip", "from last time")
+    robot.start("/N")
+    WINE.run("wineboot", "--end-session", display=robot.desktop.name)
+    robot.wait_for_end()  # Wine kills what has answered
+    assert robot.installation.settings()["VELDOR_BATTLE"]["battle_hq_ip"] == "N/A"
+    assert robot.installation.log_messages() == [] and "Shutting down Allegro" not in robot.errors()
+
+
 def test_the_installer_gives_every_player_a_folder(make_robot):
     """Installed, played, removed: what is the player's stays."""
     [setup] = (PROJECT / "out/package").glob("*_setup.exe")
     drive = WINE.prefix / "drive_c"
-    system = drive / "Program Files/Veldor"
+    system, own = drive / "Program Files/Veldor", drive / "users" / getpass.getuser() / "AppData/Roaming/Veldor"
+    shutil.rmtree(own, ignore_errors=True)
     assert WINE.run(setup, "/S").returncode == 0
     assert (system / "vcc.exe").exists()
     assert list(drive.rglob("Start Menu/Programs/Veldor/Veldor.lnk")), "nothing in the start menu"
 
     robot = make_robot()
-    robot.start(menu=False, program=system / "veldor.exe")
-    robot.wait_for_menu(60)
+    silent = WINE.prefix / "alsa.conf"
+    silent.write_text(NO_SOUND)
+    robot.start("no", "films", program=system / "veldor.exe", environment={"ALSA_CONFIG_PATH": str(silent)})
     robot.key("x", "Alt_L")
     assert robot.wait_for_end() == 0
-    [own] = drive.rglob("AppData/Roaming/Veldor")
-    assert (own / "data/configs/vcc.cfg").exists() and (own / "data/logfiles").is_dir()
-    WINE.run(system / "uninstall.exe", "/S", "_?=C:\\Program Files\\Veldor")
-    assert not (system / "vcc.exe").exists() and (own / "data/configs/vcc.cfg").exists()
+    copied, linked = {path.name for path in own.iterdir() if not path.is_symlink()}, own / "images"
+    assert copied >= {"vcc.exe", "hq.dll", "alleg44.dll", "data", "tools", "installed.txt"}
+    assert not copied & {"veldor.exe", "uninstall.exe"}
+    assert (linked / "menu.pcx").exists() and (own / "data/configs/vcc.cfg").exists()
+    assert (own / "tools/language.ini").read_text().strip() == "1"
+
+    (own / "data/configs/vcc.cfg").write_text("[VELDOR_VCC]\n")  # of the player
+    (system / "my notes.txt").write_text("mine")
+    assert WINE.run(system / "uninstall.exe", "/S", "_?=C:\\Program Files\\Veldor").returncode == 0
+    assert [path.name for path in system.iterdir() if path.name != "uninstall.exe"] == ["my notes.txt"]
+    assert (own / "data/configs/vcc.cfg").read_text() == "[VELDOR_VCC]\n"
+    assert not list(drive.rglob("Start Menu/Programs/Veldor"))
