@@ -27,7 +27,7 @@ def test_films_run_in_turn_in_the_middle_of_the_screen(make_robot):
         make_film(player.installation, film, 2)
     player.start(menu=False)
     for film in COLOURS:
-        wait_until(lambda: shows_film(player, film), film)
+        wait_until(lambda: shows_film(player, film), film, 10 * player.system.slowness)
         inside, outside = [(80, 60), (719, 60), (80, 539), (719, 539)], [(79, 60), (720, 60), (80, 59), (719, 540)]
         assert len({player.pixel(*place) for place in inside}) == 1
         assert {player.pixel(*place) for place in outside} == {(0, 0, 0)}
@@ -41,9 +41,9 @@ def test_a_key_and_a_click_skip_a_film_and_nothing_else(make_robot):
     for film in COLOURS:
         make_film(player.installation, film, 20)
     player.start(menu=False)
-    wait_until(lambda: shows_film(player, STUDIO), "the first film")
+    wait_until(lambda: shows_film(player, STUDIO), "the first film", 10 * player.system.slowness)
     player.key("Return")
-    wait_until(lambda: shows_film(player, INTRO), "the second film", 5)
+    wait_until(lambda: shows_film(player, INTRO), "the second film", 5 * player.system.slowness)
     player.click(142, 207)  # where the menu will have a button
     player.wait_for_menu(timeout_s=8)
     player.standing_picture(still_s=0.5)
@@ -55,7 +55,7 @@ def test_a_film_that_cannot_be_shown_is_logged(make_robot, installation, content
     installation.remove(STUDIO) if content is None else installation.write(STUDIO, content)
     make_film(installation, INTRO, 2)
     player = make_robot(films=True).start(menu=False)
-    wait_until(lambda: shows_film(player, INTRO), "the second film")
+    wait_until(lambda: shows_film(player, INTRO), "the second film", 10 * player.system.slowness)
     player.wait_for_menu()
     messages = installation.log_messages()
     assert len(messages) == 1 and STUDIO in messages[0] and messages[0].startswith("Error ")
