@@ -121,7 +121,7 @@ def test_the_installer_gives_every_player_a_folder(make_robot):
     assert copied >= {"vcc.exe", "hq.dll", "alleg44.dll", "data", "tools", "installed.txt"}
     assert not copied & {"veldor.exe", "uninstall.exe"}
     assert (linked / "menu.pcx").exists() and (own / "data/configs/vcc.cfg").exists()
-    assert (own / "tools/language.ini").read_text().strip() == "1"
+    assert (own / "tools/language.ini").read_text().startswith("1")
 
     (own / "data/configs/vcc.cfg").write_text("[VELDOR_VCC]\n")  # of the player
     (system / "my notes.txt").write_text("mine")
