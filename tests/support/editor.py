@@ -148,11 +148,9 @@ class Browser:
 
     def button(self, label):
         """The first button whose text, or name for screen readers, begins with this."""
-        found = self.run("""return [...document.querySelectorAll('button')].find((each) => each.offsetParent &&
-            [each.textContent.trim(), each.getAttribute('aria-label') ?? '']
-              .some((text) => text.startsWith(arguments[0])))""", label)
-        assert found, f"there is no button {label!r}"
-        return found
+        return wait_until(lambda: self.run("""return [...document.querySelectorAll('button')].find((each) =>
+            each.offsetParent && [each.textContent.trim(), each.getAttribute('aria-label') ?? '']
+              .some((text) => text.startsWith(arguments[0])))""", label), f"a button {label!r}")
 
     def frame(self, key):
         """Left, top, width, height of a frame in pixels of the picture; None when there is none."""
