@@ -148,12 +148,11 @@ Result<bool> Stage::put(const Screen& screen) {
     for (std::size_t i = 0; i < languages.size(); ++i) {
         const ScreenRecords& records = screen.records[i];
         const std::string name = slot_file_name(languages[i], screen.name);
-        const auto slots = put_file(name, slot_file_bytes(records.slots));
+        auto slots = put_file(name, slot_file_bytes(records.slots));
         if (!slots)
             return slots;
-        const auto toggles = records.has_toggle_file
-                                 ? put_file(toggle_file_name(name), slot_file_bytes(records.toggles))
-                                 : remove_file(toggle_file_name(name));
+        auto toggles = records.has_toggle_file ? put_file(toggle_file_name(name), slot_file_bytes(records.toggles))
+                                               : remove_file(toggle_file_name(name));
         if (!toggles)
             return toggles;
         changed = changed || *slots || *toggles;
