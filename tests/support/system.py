@@ -4,7 +4,6 @@ that for Windows under Wine. The installation under test (VELDOR_INSTALLATION) d
 import os
 import shlex
 import shutil
-import signal
 import subprocess
 from pathlib import Path
 
@@ -22,7 +21,6 @@ class Linux:
     name, program, library = "linux", "vcc", ".so"
     window_titles, has_inner_window, has_own_desktop = ("Veldor CC", "vcc"), True, False
     compiler = ["cc", "-shared", "-fPIC"]
-    end_signal = signal.SIGTERM
     wrapper = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command that becomes the program
     slowness = 10 if wrapper else 1
 
@@ -44,7 +42,6 @@ class Wine:
     window_titles, has_inner_window, has_own_desktop = ("Default - Wine desktop",), False, True
     close_button = 792, -11  # in the frame of the program's window
     compiler = ["x86_64-w64-mingw32-gcc", "-shared", "-static", "-s"]
-    end_signal = signal.SIGINT  # which Wine makes Ctrl+C of
     wrapper = ["/usr/lib/wine/wine64"]
     slowness = 5
     server = "/usr/lib/wine/wineserver64"
