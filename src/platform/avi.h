@@ -1,4 +1,4 @@
-// AVI films, frame by frame, by time: what the film player needs of a decoder.
+// Decodes AVI films: the frames that the film player asks for by time.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ enum class AviError { none, bad_format, memory, file, no_video, audio_format, vi
 struct AviFrame {
     int width = 0;            ///< pixels
     int height = 0;           ///< pixels
-    std::int64_t number = -1; ///< place in the film: the same number, the same picture
+    std::int64_t number = -1; ///< in the film; the same number means the same picture
     int bits = 0;             ///< per pixel: 8, 16 (5-5-5), 24 (blue, green, red) or 32 (blue, green, red, unused)
     std::span<const std::uint8_t> colour_table;
     std::span<const std::uint8_t> rows;
@@ -29,12 +29,11 @@ public:
     /// Time in milliseconds at which the last frame ends.
     virtual int end_ms() const = 0;
 
-    /// The frame that belongs to a film time, or null when there is none (past the end, decoding error). Going back in
-    /// time works.
+    /// The frame at a film time, which may go back; null if there is none (past the end, decoding error).
     virtual const AviFrame* frame_at(int time_ms) = 0;
 };
 
-/// A film, or null and why there is none.
+/// A film, or null and the error.
 struct OpenedFilm {
     std::unique_ptr<AviFilm> film;
     AviError error = AviError::none;

@@ -19,24 +19,20 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t header_limit = 1u << 20; // bytes that are searched for the header lists
+constexpr std::size_t header_limit = 1u << 20; // bytes searched for the header lists
 constexpr std::chrono::seconds open_limit{5};
-constexpr std::chrono::milliseconds catch_up_limit{500}; // a film that costs more lags, but can still be skipped
+constexpr std::chrono::milliseconds catch_up_limit{500}; // slower films lag, but can still be skipped
 constexpr std::size_t colour_table_size = 1024;
 
 const FfmpegFunctions* ffmpeg = nullptr; // set before the first film is made
 
-struct FormatCloser {
-    void operator()(AVFormatContext* format) const noexcept { ffmpeg->avformat_close_input(&format); }
-};
-struct CodecCloser {
-    void operator()(AVCodecContext* codec) const noexcept { ffmpeg->avcodec_free_context(&codec); }
-};
-struct FrameCloser {
-    void operator()(AVFrame* frame) const noexcept { ffmpeg->av_frame_free(&frame); }
-};
-struct PacketCloser {
-    void operator()(AVPacket* packet) const noexcept { ffmpeg->av_packet_free(&packet); }
+/// Calls the library's function that takes the address of a pointer.
+template <auto release>
+struct Closer {
+    template <class Object>
+    void operator()(Object* object) const noexcept {
+        (ffmpeg->*release)(&object);
+    }
 };
 struct ScalerCloser {
     void operator()(SwsContext* scaler) const noexcept { ffmpeg->sws_freeContext(scaler); }
@@ -58,8 +54,7 @@ AviError error_of(int code, AviError otherwise) {
     }
 }
 
-// Frames of these formats are handed on as they are; every other becomes 32 bits, which most screens show without
-// converting once more.
+// Frames of these formats are passed on unchanged; others are converted to 32 bits, which most screens show directly.
 struct DirectFormat {
     AVPixelFormat format;
     int bits;
@@ -83,7 +78,7 @@ class FfmpegFilm final : public AviFilm {
 public:
     FfmpegFilm(std::string path, const AviHeader& header) : path_(std::move(path)), header_(header) {}
 
-    /// Opens the file and its decoder at the beginning of the film, as often as it is called.
+    /// Opens the file and its decoder, or opens them again, at the beginning of the film.
     AviError rewind();
 
     int end_ms() const override { return avi_frame_time_ms(header_, end_); }
@@ -102,10 +97,11 @@ private:
     const std::string path_;
     const AviHeader header_;
     Clock::time_point deadline_{};
-    std::unique_ptr<AVFormatContext, FormatCloser> format_;
-    std::unique_ptr<AVCodecContext, CodecCloser> codec_;
-    std::unique_ptr<AVFrame, FrameCloser> decoded_{ffmpeg->av_frame_alloc()}, spare_{ffmpeg->av_frame_alloc()};
-    std::unique_ptr<AVPacket, PacketCloser> packet_{ffmpeg->av_packet_alloc()};
+    std::unique_ptr<AVFormatContext, Closer<&FfmpegFunctions::avformat_close_input>> format_;
+    std::unique_ptr<AVCodecContext, Closer<&FfmpegFunctions::avcodec_free_context>> codec_;
+    std::unique_ptr<AVFrame, Closer<&FfmpegFunctions::av_frame_free>> decoded_{ffmpeg->av_frame_alloc()},
+        spare_{ffmpeg->av_frame_alloc()};
+    std::unique_ptr<AVPacket, Closer<&FfmpegFunctions::av_packet_free>> packet_{ffmpeg->av_packet_alloc()};
     std::unique_ptr<SwsContext, ScalerCloser> scaler_;
     int stream_ = -1;
     std::int64_t end_ = std::numeric_limits<std::int32_t>::max(); // number of the frame after the last
@@ -182,14 +178,14 @@ AviError FfmpegFilm::open_decoder() {
     return AviError::none;
 }
 
-// Gives the decoder the next packet of the film, or tells it that there is none left.
+// Sends the decoder the film's next packet, or the end.
 bool FfmpegFilm::feed_decoder() {
     while (!drained_) {
         if (ffmpeg->av_read_frame(format_.get(), packet_.get()) < 0) {
             drained_ = true;
             return ffmpeg->avcodec_send_packet(codec_.get(), nullptr) >= 0;
         }
-        // An empty packet repeats the frame before it; the decoder would take it for the end.
+        // An empty packet repeats the previous frame; the decoder would take it for the end.
         const bool usable = packet_->stream_index == stream_ && packet_->size > 0;
         const bool sent = usable && ffmpeg->avcodec_send_packet(codec_.get(), packet_.get()) >= 0;
         ffmpeg->av_packet_unref(packet_.get());
@@ -209,7 +205,7 @@ bool FfmpegFilm::decode_next() {
         if (result == AVERROR_EOF || Clock::now() > deadline_ || !feed_decoder())
             return false;
     }
-    // A frame's time is its number in the stream. A decoder that does not tell goes on by one.
+    // The timestamp is the frame's number in the stream; without one, frames are counted.
     const std::int64_t told = spare_->best_effort_timestamp;
     number_ = told != AV_NOPTS_VALUE && told > number_ ? told : std::max(number_ + 1, std::int64_t{header_.start});
     std::swap(decoded_, spare_);
@@ -243,7 +239,7 @@ bool FfmpegFilm::convert() {
     const bool fits = decoded_->width == header_.width && decoded_->height == header_.height;
     const int bits = fits ? direct_bits(decoded_->format).value_or(32) : 32;
     if (frame_.bits != 0 && frame_.bits != bits)
-        return false; // the depth of a film does not change
+        return false; // a film has one depth
     frame_.width = header_.width;
     frame_.height = header_.height;
     frame_.bits = bits;

@@ -17,10 +17,10 @@ std::uint32_t number_at(std::string_view bytes, std::size_t offset) {
 }
 
 struct Chunk {
-    std::string_view name, data; // the data are cut to what the file holds
+    std::string_view name, data; // the data end with the file at the latest
 };
 
-// Takes the next chunk off the beginning of `rest`; false at its end.
+// Removes the next chunk from `rest`; false at its end.
 bool take_chunk(std::string_view& rest, Chunk& chunk) {
     if (rest.size() < chunk_head)
         return false;
@@ -92,7 +92,7 @@ AviHeader read_avi_header(std::string_view bytes) {
                 continue;
             const Stream stream = read_stream(chunk.data.substr(4));
             if (stream.is("auds") && !std::exchange(audio, true) && stream.format.size() < sound_format_size) {
-                header.error = AviError::audio_format; // the sound is asked first
+                header.error = AviError::audio_format; // audio errors take precedence
                 return header;
             }
             if (stream.is("vids") && !std::exchange(video, true))
@@ -110,7 +110,7 @@ std::int64_t avi_frame_number(const AviHeader& header, int time_ms) {
 }
 
 int avi_frame_time_ms(const AviHeader& header, std::int64_t frame) {
-    // In floating point, since 64 bits do not hold every product; exact for films of any sensible length.
+    // In floating point, because the product can exceed 64 bits; exact for films of any sensible length.
     const double time = static_cast<double>(frame) * 1000.0 * header.scale / header.rate;
     return static_cast<int>(std::min(time, static_cast<double>(std::numeric_limits<int>::max())));
 }

@@ -1,4 +1,4 @@
-// The header lists of an AVI file: what must be known of its streams before a decoder is asked.
+// The header lists of an AVI file, checked before a decoder sees the file.
 #pragma once
 
 #include "platform/avi.h"
@@ -15,7 +15,7 @@ struct AviHeader {
     std::uint32_t scale = 1;         ///< a frame lasts scale / rate seconds; neither is 0
     std::uint32_t rate = 25;
     std::uint32_t start = 0;  ///< number of the first frame
-    std::uint32_t length = 0; ///< frames; 0 when the header does not tell
+    std::uint32_t length = 0; ///< frames; 0 if unknown
 };
 
 /// Reads the header lists from the beginning of a file. The first video and the first audio stream count. Pure.
@@ -27,7 +27,7 @@ struct AviHeader {
 ///         "strf"                video: 40 bytes or more, width at 4, height at 8 (negative: top row first)
 AviHeader read_avi_header(std::string_view bytes);
 
-/// Number of the frame that belongs to a time, and time (clamped to the range of int) at which a frame begins. Pure.
+/// Number of the frame at a time, and the time at which a frame begins (clamped to the range of int). Pure.
 std::int64_t avi_frame_number(const AviHeader& header, int time_ms);
 int avi_frame_time_ms(const AviHeader& header, std::int64_t frame);
 

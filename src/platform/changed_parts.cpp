@@ -15,7 +15,7 @@ constexpr std::size_t index(int number) {
     return static_cast<std::size_t>(number);
 }
 
-/// Joins a run of changed tiles with the part right above it that is exactly as wide.
+/// Joins a run of changed tiles with an equally wide part directly above it.
 void add_run(std::vector<Area>& parts, const Area& run) {
     const auto above = std::ranges::find_if(
         parts, [&](const Area& part) { return part.y2 == run.y1 && part.x1 == run.x1 && part.x2 == run.x2; });
@@ -72,7 +72,7 @@ std::vector<Area> ShownPicture::take_changes(PixelRows picture, Area area) {
             add_run(parts, run);
     }
     const bool whole_picture = area == Area{0, 0, size_.width, size_.height};
-    if (!known_) // what was remembered was never shown
+    if (!known_) // the remembered picture was never shown
         parts = {area};
     else if (parts.size() > most_parts)
         parts = {all};

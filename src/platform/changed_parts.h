@@ -1,4 +1,4 @@
-// Which parts of a picture differ from what was shown before.
+// Finds the parts of a picture that differ from what was shown last.
 #pragma once
 
 #include "platform/picture_place.h"
@@ -12,12 +12,11 @@ namespace vcc::platform {
 /// Remembers a picture as it was last shown.
 class ShownPicture {
 public:
-    /// Forgets everything: all of the picture counts as changed until it has been taken over.
+    /// Forgets the picture: all of it counts as changed until it has been taken over.
     void reset(Size size, int bytes_per_pixel);
 
-    /// The parts of an area in which the picture differs from the remembered one, which then is as the picture. They
-    /// do not overlap and are made of whole tiles, cut to the area; a picture that has changed nearly everywhere gives
-    /// one part.
+    /// The parts of an area in which the picture differs from the remembered one, which is then updated. They do not
+    /// overlap and consist of whole tiles, cut to the area; a picture changed nearly everywhere gives one part.
     std::vector<Area> take_changes(PixelRows picture, Area area);
 
 private:
@@ -29,7 +28,7 @@ private:
     std::vector<std::uint8_t> pixels_;
 };
 
-/// Adds an area to a short list of areas; areas that hardly cost more together are joined.
+/// Adds an area to a short list; joins areas that cost hardly more together.
 void add_area(std::vector<Area>& areas, Area area);
 
 } // namespace vcc::platform

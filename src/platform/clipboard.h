@@ -1,4 +1,4 @@
-// Text on the desktop's clipboard.
+// The text on the desktop's clipboard.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@ namespace vcc::platform {
 enum class ClipboardState {
     closed, ///< the clipboard cannot be opened (no display, no answer)
     empty,  ///< it holds no text
-    locked, ///< it holds a text that cannot be read
+    locked, ///< its text cannot be read
     text
 };
 
@@ -18,7 +18,7 @@ struct ClipboardText {
     std::string text; ///< Latin-1, at most 4096 bytes; only with ClipboardState::text
 };
 
-/// Asks the owner of the clipboard for its text; waits at most 500 ms.
+/// Asks the clipboard's owner for its text; waits at most 500 ms.
 ClipboardText read_clipboard();
 
 } // namespace vcc::platform

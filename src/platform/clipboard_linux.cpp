@@ -26,7 +26,7 @@ struct PropertyFreer {
     void operator()(unsigned char* data) const noexcept { XFree(data); }
 };
 
-/// Waits for the owner's answer to a conversion into `target`; false at the deadline.
+/// Waits for the owner to convert the text to `target`; false at the deadline.
 bool await_answer(Display* display, Atom target, Clock::time_point deadline, XSelectionEvent& answer) {
     for (;;) {
         while (XPending(display) > 0) {
@@ -45,7 +45,7 @@ bool await_answer(Display* display, Atom target, Clock::time_point deadline, XSe
     }
 }
 
-/// The text that the owner left in our window's property.
+/// The text that the owner has stored in our window's property.
 ClipboardText read_answer(Display* display, Window window, Atom property, Atom utf8) {
     Atom type = None;
     int format = 0;
@@ -55,7 +55,7 @@ ClipboardText read_answer(Display* display, Window window, Atom property, Atom u
     const int status = XGetWindowProperty(display, window, property, 0, text_limit_words, True, AnyPropertyType, &type,
                                           &format, &count, &left, &raw);
     const std::unique_ptr<unsigned char, PropertyFreer> data(raw);
-    // A text too large for one property comes in pieces under another type; nothing that long is of use here.
+    // A text too large for one property has another type and comes in pieces; nothing that long is of use here.
     if (status != Success || format != 8 || !data || (type != utf8 && type != XA_STRING))
         return {ClipboardState::locked, {}};
     const std::string bytes(reinterpret_cast<const char*>(data.get()), count);

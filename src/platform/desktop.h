@@ -1,4 +1,4 @@
-// What an X11 desktop offers: its monitors, its window manager. The caller holds the display's lock.
+// An X11 desktop: its monitors and window manager. The caller holds the display's lock.
 #pragma once
 
 #include "platform/picture_place.h"
@@ -8,10 +8,10 @@ namespace vcc::platform {
 /// The desktop with all of its monitors.
 Area whole_desktop();
 
-/// What a new window may take: the monitor that the pointer is on, without the desktop's bars.
+/// Room for a new window: the monitor under the pointer without the desktop's bars.
 Size room_for_window();
 
-/// Whether a window manager is there that shows a window full screen when asked.
+/// Whether a window manager is running that can show a window full screen.
 bool manager_shows_full_screen();
 
 } // namespace vcc::platform

@@ -13,7 +13,7 @@ namespace vcc::platform {
 
 namespace {
 
-/// A property of the root window as the window manager keeps it there: numbers, or names as numbers. Empty without it.
+/// A property that the window manager keeps on the root window: numbers or atoms. Empty if it is missing.
 std::vector<unsigned long> root_property(const char* name, Atom wanted_type) {
     constexpr long longest = 4096;
     Atom type = None;
@@ -31,14 +31,14 @@ std::vector<unsigned long> root_property(const char* name, Atom wanted_type) {
     return values;
 }
 
-/// A monitor as libXinerama has it.
+/// As libXinerama declares it.
 struct Monitor {
     int number;
     short x, y, width, height;
 };
 
-/// The monitors, from a library that is loaded for this one question: linked, it would slow every start. It stays: it
-/// leaves functions with the connection to the display.
+/// The monitors, from a library loaded only for this: linked, it would slow down every start. It is never closed,
+/// because the connection to the display keeps functions of it.
 std::span<Monitor> monitors() {
     static const SharedLibrary& library = *new SharedLibrary(load_system_library("Xinerama", 1));
     const auto query = reinterpret_cast<Monitor* (*)(Display*, int*)>(library.symbol("XineramaQueryScreens"));
@@ -65,7 +65,7 @@ Area monitor_with_pointer(const Area& desktop) {
     return found;
 }
 
-/// The desktop without its bars, on the workspace that is shown.
+/// The desktop without its bars on the current workspace.
 Area work_area(const Area& desktop) {
     const std::vector<unsigned long> areas = root_property("_NET_WORKAREA", XA_CARDINAL);
     const std::vector<unsigned long> current = root_property("_NET_CURRENT_DESKTOP", XA_CARDINAL);
@@ -88,7 +88,7 @@ Size room_for_window() {
     const Area desktop = whole_desktop();
     const Area monitor = monitor_with_pointer(desktop);
     const Area free = shared(monitor, work_area(desktop));
-    const Area& room = free.empty() ? monitor : free; // a window manager may say anything
+    const Area& room = free.empty() ? monitor : free; // a window manager may report anything
     return {room.x2 - room.x1, room.y2 - room.y1};
 }
 

@@ -1,6 +1,5 @@
-// The program's window as the desktop sees it: shown or not, free in its size, or full screen. The library's own way
-// gives each mode a window of its size anew, and full screen one that the window manager knows nothing of. The caller
-// holds the display's lock.
+// The program's window on the desktop: hidden, of any size, or full screen. (The library itself gives each mode a
+// window of its size, and full screen one that bypasses the window manager.) The caller holds the display's lock.
 #pragma once
 
 #include "platform/picture_place.h"
@@ -10,16 +9,16 @@ namespace vcc::platform {
 
 class DesktopWindow {
 public:
-    /// Shows the window for a picture. The first time it is as many times as large as fit on the desktop; later it has
-    /// the size that the player gave it.
+    /// Shows the window for a picture: the first time at start_step() times its size, later at the size that the player
+    /// has chosen.
     void show(Size picture, bool full_screen);
     void hide();
     bool is_shown() const { return shown_; }
 
-    /// Waits until the window is on the screen, but not for ever: the player may have it start as an icon.
+    /// Waits until the window is on the screen, but at most half a second: it may start as an icon.
     Size size_on_screen() const;
 
-    /// True when a window manager is asked for full screen, and gives the window the keyboard.
+    /// True if the window manager shows full screen, and gives the window the keyboard.
     bool is_managed() const { return managed_; }
 
     void configured(const XConfigureEvent& event);
@@ -32,11 +31,11 @@ private:
     bool shown_ = false;
     bool placed_ = false; ///< the window has got its first size
     bool full_ = false, managed_ = false;
-    Area windowed_; ///< the window's place when it last was not full screen
+    Area windowed_; ///< the window's place when last not full screen
 };
 
-/// As long as it lives, the library resizes, maps and unmaps windows that nobody sees in place of the program's and of
-/// the one in it that shows the picture.
+/// While it lives, the library resizes, maps and unmaps invisible windows instead of the program's window and the
+/// picture's window in it.
 class WindowStandIn {
 public:
     WindowStandIn();

@@ -22,7 +22,7 @@ void move_and_resize(const Area& area) {
                       static_cast<unsigned>(area.y2 - area.y1));
 }
 
-/// Of a window that is not shown: its state when it will be.
+/// For a hidden window: sets the state in which it will appear.
 void name_full_screen(bool wanted) {
     const Atom state = atom("_NET_WM_STATE_FULLSCREEN");
     if (wanted)
@@ -32,7 +32,7 @@ void name_full_screen(bool wanted) {
         XDeleteProperty(_xwin.display, _xwin.wm_window, atom("_NET_WM_STATE"));
 }
 
-/// Of a window that is shown.
+/// For a visible window.
 void ask_for_full_screen(bool wanted) {
     constexpr long remove = 0, add = 1, from_program = 1;
     XEvent event{};
@@ -66,7 +66,7 @@ void DesktopWindow::show(Size picture, bool full_screen) {
         placed_ = true;
     }
     set_hints();
-    XDefineCursor(_xwin.display, _xwin.wm_window, _xwin.cursor); // hidden beside the picture, too
+    XDefineCursor(_xwin.display, _xwin.wm_window, _xwin.cursor); // the hidden cursor, also beside the picture
     set_full_screen(full_screen);
     if (!shown_)
         XMapWindow(_xwin.display, _xwin.wm_window);
@@ -117,14 +117,14 @@ void DesktopWindow::configured(const XConfigureEvent& event) {
     if (event.window == _xwin.wm_window && !full_)
         windowed_ = {event.x, event.y, event.x + event.width, event.y + event.height};
     else if (event.window == XDefaultRootWindow(_xwin.display) && unmanaged_full)
-        cover_desktop(); // a monitor has come or gone
+        cover_desktop(); // a monitor was added or removed
 }
 
 WindowStandIn::WindowStandIn() : managed_(_xwin.wm_window), picture_(_xwin.window) {
-    // A window below one that is not mapped can be mapped, and stays invisible.
+    // Windows inside an unmapped one stay invisible when mapped.
     const auto make = [](Window parent) {
         XSetWindowAttributes attributes{};
-        attributes.event_mask = StructureNotifyMask; // the library waits until it is mapped
+        attributes.event_mask = StructureNotifyMask; // the library waits for the window to be mapped
         return XCreateWindow(_xwin.display, parent, 0, 0, 1, 1, 0, CopyFromParent, InputOnly, CopyFromParent,
                              CWEventMask, &attributes);
     };

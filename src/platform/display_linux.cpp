@@ -13,15 +13,15 @@ namespace vcc::platform {
 
 namespace {
 
-constexpr const char* compose_variable = "XCOMPOSEFILE"; ///< programs that we start must not inherit it
+constexpr const char* compose_variable = "XCOMPOSEFILE"; ///< not for programs that we start
 
 bool player_has_a_compose_list() {
     const char* const home = std::getenv("HOME");
     return std::getenv(compose_variable) || (home && file_exists(std::string(home) + "/.XCompose"));
 }
 
-/// Runs `use` on the library's connection to the display, if there is one. The library's thread uses the same
-/// connection: while the screen is ours, it waits.
+/// Runs `use` on the library's connection to the display, if there is one. Acquiring the screen keeps the library's
+/// thread off the connection.
 template <class Use>
 void with_display(Use use) {
     if (!_xwin.display || !screen)
@@ -33,7 +33,7 @@ void with_display(Use use) {
 
 } // namespace
 
-void keep_pointer_in_picture() {} // unless a hardware cursor is asked for, it is there
+void keep_pointer_in_picture() {} // the X11 drivers do so by default
 
 void take_display_events() {
     with_display([](Display* display) {
@@ -43,7 +43,7 @@ void take_display_events() {
 }
 
 // The library leaves its requests in the client's queue until its thread next reads events, up to 10 ms later. vsync()
-// empties the queue as well, but then sleeps until the next turn of its 70 Hz counter.
+// flushes the queue too, but then sleeps until the next tick of its 70 Hz counter.
 void flush_display() {
     with_display([](Display* display) {
         show_scaled_drawing();
@@ -51,14 +51,14 @@ void flush_display() {
     });
 }
 
-// A window that goes away hands its focus to its parent, for the full-screen window the root. RevertToParent would
-// remember None after that, and a program without a window manager would hear no key any more.
+// A window that disappears passes its focus to its parent, in full screen the root window. With RevertToParent the next
+// step is None, and without a window manager no key would reach the program any more.
 void take_keyboard_focus() {
     if (full_screen_is_managed())
         return;
     with_display([](Display* display) {
         XWindowAttributes attributes;
-        // Asking for a window that is not (or no longer) shown would end the program.
+        // Focusing a window that is not viewable would end the program.
         if (XGetWindowAttributes(display, _xwin.window, &attributes) && attributes.map_state == IsViewable)
             XSetInputFocus(display, _xwin.window, RevertToPointerRoot, CurrentTime);
         XFlush(display);

@@ -1,4 +1,4 @@
-// Opening a document with the desktop's associated program.
+// Opens documents with their associated programs.
 #pragma once
 
 #include <string>
@@ -13,8 +13,8 @@ inline constexpr int document_access_denied = 5;
 inline constexpr int document_no_association = 31;
 inline constexpr int document_opened = 42;
 
-/// Opens the file with its associated program. A viewer that stays open is not waited for: after at most 1500 ms
-/// without an exit status the call counts as success. Never blocks longer than that.
+/// Opens a file with its associated program. Waits at most 1500 ms for its exit status; a viewer that is still open
+/// then counts as success.
 int open_document(const std::string& path);
 
 } // namespace vcc::platform

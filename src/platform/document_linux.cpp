@@ -18,8 +18,8 @@ namespace {
 constexpr int wait_limit_ms = 1500;
 constexpr int report_descriptor = 3; ///< where the watcher writes the opener's exit status
 
-/// What the opener (xdg-open) answers with, as this program's result numbers. 126 and 127 are a shell's for a program
-/// that cannot be run or found.
+/// The result number for an exit status of the opener (xdg-open). Shells return 126 and 127 for a program that cannot
+/// be run or found.
 int result_of_exit_status(int status) {
     switch (status) {
     case 0:
@@ -35,18 +35,18 @@ int result_of_exit_status(int status) {
     }
 }
 
-/// Runs in a copy of this process that init adopts: starts the opener, waits for it as long as it runs, reports its
-/// exit status. Only calls that are safe after fork() in a process with threads.
+/// Runs in a child process adopted by init: starts the opener, waits for it and reports its exit status. Uses only
+/// calls that are safe after fork() in a process with threads.
 [[noreturn]] void watch_opener(const char* path, int report) {
     if (report != report_descriptor)
         ::dup2(report, report_descriptor);
-    // A viewer that outlives us must not keep our connection to the display open.
+    // A viewer that outlives us must not keep our connection to the display.
     ::close_range(report_descriptor + 1, ~0U, 0);
     ::setsid();
     const pid_t opener = ::fork();
     if (opener == 0) {
         ::close(report_descriptor);
-        sigset_t none; // the opener can be asked to end
+        sigset_t none; // signals can end the opener
         ::sigemptyset(&none);
         ::sigprocmask(SIG_SETMASK, &none, nullptr);
         const int nothing = ::open("/dev/null", O_RDWR);
@@ -63,7 +63,7 @@ int result_of_exit_status(int status) {
     ::_exit(written == 1 ? 0 : 1);
 }
 
-/// Waits for the watcher's report; a viewer that is still open at the limit counts as success.
+/// Waits for the watcher's report; a viewer still open at the limit counts as success.
 int await_report(int report) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + std::chrono::milliseconds(wait_limit_ms);
@@ -72,7 +72,7 @@ int await_report(int report) {
         if (left <= 0)
             return document_opened;
         pollfd waiting{report, POLLIN, 0};
-        const int ready = ::poll(&waiting, 1, static_cast<int>(left)); // a signal (the timer's) may end it early
+        const int ready = ::poll(&waiting, 1, static_cast<int>(left)); // a signal (of the timer) may interrupt it
         if (ready <= 0)
             continue;
         unsigned char status = 0;
@@ -100,7 +100,7 @@ int open_document(const std::string& name) {
         return document_no_memory;
     const pid_t child = ::fork();
     if (child == 0) {
-        // The child leaves at once and its own child is adopted by init: no zombie stays with us.
+        // The child exits at once, so init adopts its own child and no zombie remains.
         const pid_t watcher = ::fork();
         if (watcher == 0)
             watch_opener(path.c_str(), report[1]);

@@ -9,7 +9,7 @@ namespace vcc::platform {
 namespace {
 
 struct FfmpegLibraries {
-    // The versions whose headers this program was built with: other ones have other structures.
+    // The versions that this program was built with: others have other structures.
     SharedLibrary util = load_system_library("avutil", LIBAVUTIL_VERSION_MAJOR);
     SharedLibrary codec = load_system_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
     SharedLibrary format = load_system_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
@@ -17,7 +17,7 @@ struct FfmpegLibraries {
 };
 
 std::optional<FfmpegFunctions> load_functions() {
-    static const auto* const libraries = new FfmpegLibraries; // never closed: that would only delay the program's end
+    static const auto* const libraries = new FfmpegLibraries; // never closed, which would only delay the program's end
     FfmpegFunctions functions;
     bool complete = true;
 #define VELDOR_FIND(library, function) complete = libraries->library.find(#function, functions.function) && complete

@@ -1,5 +1,5 @@
-// The functions of the film libraries that we call, found when the first film opens. Linked the usual way, the
-// libraries bring some 140 others with them, and most of the time from the program's start to its menu.
+// The functions of the film libraries, looked up when the first film opens. Linked as usual, the libraries would bring
+// some 140 others with them and take most of the time from the program's start to its menu.
 #pragma once
 
 extern "C" {
@@ -8,7 +8,7 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
-// Library (by its name here) and function. The lists of functions must follow what avi_ffmpeg.cpp calls.
+// Library (by its member name) and function: everything that avi_ffmpeg.cpp calls.
 #define VELDOR_FFMPEG_FUNCTIONS(row)                                                                                   \
     row(util, av_dict_free);                                                                                           \
     row(util, av_dict_set);                                                                                            \
@@ -44,8 +44,8 @@ struct FfmpegFunctions {
 #undef VELDOR_DECLARE
 };
 
-/// The functions, or null when a library or a function is missing. The first call loads the libraries, which takes
-/// about a tenth of a second; they stay loaded.
+/// The functions, or null if a library or a function is missing. The first call loads the libraries, which takes about
+/// a tenth of a second; they stay loaded.
 const FfmpegFunctions* ffmpeg_functions();
 
 } // namespace vcc::platform

@@ -17,8 +17,8 @@ bool exists(const std::string& name) {
     return fs::exists(system_path(name), error);
 }
 
-/// The entry of a folder that matches without regard to case; of several the first by byte order, so that the answer
-/// does not depend on the file system. Empty without one.
+/// The entry of a folder that matches without regard to case; of several the first in byte order, whatever the file
+/// system's order. Empty if there is none.
 std::string entry_like(const std::string& folder, std::string_view wanted) {
     std::string found;
     std::error_code error;
@@ -76,7 +76,7 @@ std::string folder_of_program(std::string_view path) {
     const std::size_t last = path.find_last_of("\\/:");
     if (last == std::string_view::npos || path[last] == ':')
         return {};
-    // The root of a drive keeps its separator: without it the name would mean the drive's current folder.
+    // The root of a drive keeps its separator; without it, the name means the drive's current folder.
     const bool root = last == 0 || ends_folder(path[last - 1]) || path[last - 1] == ':';
     return std::string(path.substr(0, root ? last + 1 : last));
 }

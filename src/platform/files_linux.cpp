@@ -45,20 +45,20 @@ std::string program_path() {
     return error ? std::string() : path.string();
 }
 
-// A descriptor leads back even when the folder was renamed or its parents cannot be searched.
+// A descriptor leads back even if the folder is renamed or its parents cannot be searched.
 FolderVisit::FolderVisit(const std::string& folder) : origin_(::open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     entered_ = origin_ >= 0 && ::chdir(folder.c_str()) == 0;
 }
 
 FolderVisit::~FolderVisit() {
     if (entered_ && ::fchdir(static_cast<int>(origin_)) != 0)
-        std::abort(); // every file name of the program would from now on mean another file
+        std::abort(); // all file names of the program would mean other files
     if (origin_ >= 0)
         ::close(static_cast<int>(origin_));
 }
 
 bool replace_file(const std::string& temporary, const std::string& name) {
-    // A name that is a link keeps being one: the file that it leads to is replaced.
+    // A link stays a link: the file behind it is replaced.
     std::error_code error;
     const fs::path real = fs::weakly_canonical(name, error);
     const std::string target = error ? name : real.string();
@@ -73,7 +73,7 @@ bool replace_file(const std::string& temporary, const std::string& name) {
     }
     if (!sync_to_disk(temporary) || ::rename(temporary.c_str(), target.c_str()) != 0)
         return false;
-    // Until the folder is on the disk too, a power failure may bring the old file back, whole.
+    // Until the folder is on disk too, a power failure may bring back the old file, whole.
     const std::string folder = folder_of_program(target);
     sync_to_disk(folder.empty() ? "." : folder);
     return true;

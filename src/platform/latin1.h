@@ -1,4 +1,4 @@
-// The desktop's UTF-8 and this program's texts.
+// Conversion between the desktop's UTF-8 and the program's texts.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@ namespace vcc::platform {
 
 struct Utf8Character {
     char32_t code = 0;
-    std::size_t size = 0; ///< bytes; 0 when the text does not begin with a character
+    std::size_t size = 0; ///< bytes; 0 if the text does not begin with a character
 };
 
 /// The first character of a UTF-8 text; no overlong forms, no surrogates, nothing above U+10FFFF. Pure.

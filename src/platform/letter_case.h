@@ -1,4 +1,4 @@
-// Names that count as the same whatever the case of their letters (A to Z only, so that no locale matters).
+// Comparing names without regard to letter case (A to Z only, in every locale).
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,4 @@
-// Where a picture of a fixed size lies in a window of any size, and which of its pixels lie where. Values in, values
-// out: nothing here knows a display.
+// Places a picture of a fixed size in a window of any size, and converts between their pixels. Values in, values out.
 #pragma once
 
 #include <algorithm>
@@ -12,7 +11,7 @@ struct Size {
     constexpr bool operator==(const Size&) const = default;
 };
 
-/// Pixels from x1 to x2 and from y1 to y2, the ends excluded.
+/// Pixels from x1 to x2 and y1 to y2, ends excluded.
 struct Area {
     int x1 = 0, y1 = 0, x2 = 0, y2 = 0;
 
@@ -30,7 +29,7 @@ constexpr Area joined(const Area& a, const Area& b) {
 
 enum class Fit {
     aspect,     ///< as large as the window allows
-    whole_steps ///< the largest whole multiple; a window that is smaller than the picture is fitted as above
+    whole_steps ///< the largest whole multiple; as above if the window is smaller than the picture
 };
 
 struct PicturePlace {
@@ -40,25 +39,24 @@ struct PicturePlace {
     constexpr bool operator==(const PicturePlace&) const = default;
 };
 
-/// The picture's place in the middle of the window, with its aspect kept. Sizes are at least 1.
+/// The picture's place, centred in the window with its aspect ratio kept. Sizes are at least 1.
 PicturePlace place_picture(Size window, Size picture, Fit fit);
 
-/// How many times as large as the picture a new window is: the largest whole step that fits in four fifths of the
-/// room, at least 1.
+/// Size of a new window as a multiple of the picture: the largest whole number that fits into four fifths of the room,
+/// at least 1.
 int start_step(Size room, Size picture);
 
-/// The picture's pixel under the middle of a shown one, `at` pixels from the shown edge; a place outside is moved to
-/// the nearest pixel.
+/// The picture's pixel under the middle of a shown pixel, `at` pixels from the shown edge; clamped to the picture.
 constexpr int picture_pixel(int at, int shown, int picture) {
     return std::clamp(static_cast<int>((2LL * at + 1) * picture / (2LL * shown)), 0, picture - 1);
 }
 
-/// The shown pixel in the middle of one of the picture's; picture_pixel() leads back, unless the picture is reduced.
+/// The shown pixel in the middle of a picture's pixel; the inverse of picture_pixel() unless the picture is reduced.
 constexpr int shown_pixel(int at, int shown, int picture) {
     return static_cast<int>((2LL * at + 1) * shown / (2LL * picture));
 }
 
-/// The shown pixels that take anything from an area of the picture.
+/// The shown pixels that depend on an area of the picture.
 Area shown_area(const Area& area, Size shown, Size picture);
 
 } // namespace vcc::platform

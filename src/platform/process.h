@@ -1,4 +1,4 @@
-// The process as the system sees it: what it is told at its start, how it gets its memory, how it is asked to end.
+// The process: its command line, its memory, and requests to end it.
 #pragma once
 
 #include <string>
@@ -6,14 +6,13 @@
 
 namespace vcc::platform {
 
-/// Lets the pictures, nearly 2 MB each, come from one heap of large pages that keeps what is freed: the system then has
-/// a few pages to hand out at every start and pass instead of ten thousand. Call once, before other threads exist.
+/// Allocates pictures, nearly 2 MB each, from one heap of large pages that keeps freed memory: the system then provides
+/// a few pages at every start and pass instead of ten thousand. Call once, before other threads exist.
 void prepare_heap();
 
-/// From now on a request to end from outside (the session ends, somebody presses Ctrl+C, the system shuts down) calls
-/// `ask`, once and on a thread of its own, instead of ending the process; a second request ends it at once. Call once,
-/// before other threads exist: they inherit that the signals are blocked. Without memory for the thread, requests end
-/// the process as before.
+/// From now on the first request to end (end of session, Ctrl+C, system shutdown) calls `ask` on a thread of its own
+/// instead of ending the process; the second ends it at once. Call once, before other threads exist, because they
+/// inherit the blocked signals. If the thread cannot be created, requests end the process as before.
 void take_termination_requests(void (*ask)());
 
 /// The words of the command line without the program's name; on Windows in UTF-8, as main() does not get them, and a

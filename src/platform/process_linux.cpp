@@ -16,10 +16,10 @@ namespace vcc::platform {
 
 namespace {
 
-constexpr int heap_size = 96 << 20; ///< bytes of address space; what is not used costs nothing
+constexpr int heap_size = 96 << 20; ///< bytes of address space; unused parts cost nothing
 constexpr int own_mapping_size = 32 << 20;
 
-// The graphics library's own handler shuts it down in the middle of whatever it was doing, and may abort in that.
+// The graphics library's own handler would shut the library down in the middle of anything, and may abort.
 void wait_for_requests(const sigset_t& requests, void (*ask)()) {
     int number = 0;
     if (::sigwait(&requests, &number) != 0)
@@ -42,12 +42,12 @@ void prepare_heap() {
                                           Row{M_TRIM_THRESHOLD, 2 * heap_size}, Row{M_TOP_PAD, heap_size}})
         mallopt(parameter, value);
     auto* const begin = static_cast<char*>(sbrk(0));
-    void* volatile block = std::malloc(1 << 20); // makes the heap grow by all of its padding
+    void* volatile block = std::malloc(1 << 20); // grows the heap by its whole padding
     std::free(block);
     const auto grown = static_cast<char*>(sbrk(0)) - begin;
     const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
     const auto to_page = static_cast<std::ptrdiff_t>((page - reinterpret_cast<std::uintptr_t>(begin) % page) % page);
-    if (grown > to_page) // a wish: without it the heap has pages of the usual size
+    if (grown > to_page) // best effort: else the heap has pages of the usual size
         madvise(begin + to_page, static_cast<std::size_t>(grown - to_page), MADV_HUGEPAGE);
 }
 
@@ -55,7 +55,7 @@ void take_termination_requests(void (*ask)()) {
     sigset_t all;
     sigset_t before;
     ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &before); // the thread inherits it
+    ::pthread_sigmask(SIG_SETMASK, &all, &before); // inherited by the thread
     sigset_t requests;
     ::sigemptyset(&requests);
     for (const int number : {SIGTERM, SIGINT, SIGHUP})

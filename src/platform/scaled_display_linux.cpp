@@ -13,7 +13,7 @@ namespace vcc::platform {
 
 namespace {
 
-/// The window without a screen stays for the next mode, but not for ever: the program may have gone to no mode at all.
+/// A window without a screen waits this long for the next mode: there may be none.
 constexpr int turns_without_screen = 30; ///< of 10 ms
 
 struct ScaledDisplay {
@@ -29,12 +29,12 @@ struct ScaledDisplay {
     void note(bool laid_out) { out_of_memory = out_of_memory || !laid_out; }
 };
 
-/// Lives as long as the process: the library keeps our functions.
+/// Never deleted, because the library keeps our functions.
 ScaledDisplay* display;
 
 GFX_DRIVER window_driver, full_screen_driver;
 
-// What the library calls with its lock held.
+// The library calls these with its lock held.
 
 void redraw(int x, int y, int width, int height) {
     display->shown.changed({x, y, x + width, y + height});
@@ -43,7 +43,7 @@ void redraw(int x, int y, int width, int height) {
 void read_events() {
     if (!_xwin.display)
         return;
-    if (!display->window.is_shown()) { // the library's own driver may be in charge
+    if (!display->window.is_shown()) { // the library's own driver may be in use
         _xwin_private_handle_input();
         return;
     }
@@ -60,7 +60,7 @@ void read_events() {
 
 // The drivers.
 
-/// The library draws some shapes by requests of the server, at its own size and past everything here, when it may.
+/// If allowed, the library lets the server draw some shapes, at its own size and past everything here.
 void draw_in_memory_only() {
     _xwin.drawing_mode_ok = FALSE;
 }
@@ -74,7 +74,7 @@ BITMAP* open_screen(GFX_DRIVER& driver, Size size, Size virtual_size, int depth,
         bitmap = _xwin_create_screen(&driver, size.width, size.height, virtual_size.width, virtual_size.height, depth,
                                      FALSE);
     }
-    if (!bitmap) { // the library's own driver is next
+    if (!bitmap) { // the library tries its own driver next
         display->window.hide();
         ShownScreen::give_back_window();
         return nullptr;
@@ -104,21 +104,21 @@ void show_and_wait() {
     _xwin_vsync();
 }
 
-/// A copy of the library's driver with the functions that differ, put before it.
+/// Copies the library's driver, replaces some of its functions and registers it before the original.
 void put_before(GFX_DRIVER& ours, int id, BITMAP* (*open)(int, int, int, int, int)) {
     ours = *library_driver(id);
     ours.init = open;
     ours.exit = close_screen;
     ours.vsync = show_and_wait;
     ours.drawing_mode = draw_in_memory_only;
-    ours.set_mouse_sprite = nullptr; // the pointer is a part of the picture
+    ours.set_mouse_sprite = nullptr; // the pointer is part of the picture
     ours.show_mouse = nullptr;
     ours.hide_mouse = nullptr;
     ours.move_mouse = nullptr;
     register_driver(ours);
 }
 
-/// Why the picture cannot be scaled on this display.
+/// Why the picture cannot be scaled on this display; empty if it can.
 std::string obstacle() {
     if (!library_driver(GFX_XWINDOWS) || !library_driver(GFX_XWINDOWS_FULLSCREEN))
         return "the graphics library has no drivers for this display";
@@ -146,7 +146,7 @@ std::string show_scaled(Fit fit) {
         return reason;
     display = new ScaledDisplay(fit);
 #ifdef ALLEGRO_XWINDOWS_WITH_XCURSOR
-    _xwin.support_argb_cursor = 0; // the library would place a pointer of the server's in the picture's own pixels
+    _xwin.support_argb_cursor = 0; // the library would place the server's pointer by the picture's own pixels
 #endif
     _xwin_window_redrawer = redraw;
     _xwin_input_handler = read_events;

@@ -1,5 +1,5 @@
-// Reading the display's events in place of the library, which would take them for those of a window of its own size.
-// The caller holds the display's lock.
+// Reads the display's events for the library, which would take them for those of a window of its own size. The caller
+// holds the display's lock.
 #pragma once
 
 #include "platform/desktop_window.h"
@@ -15,8 +15,8 @@ class ScaledEvents {
 public:
     ScaledEvents(DesktopWindow& window, ShownScreen& shown) : window_(window), shown_(shown), pointer_(shown) {}
 
-    /// Hands all waiting events on: to the library what it knows to handle, and to window and picture what is theirs.
-    /// Answers the window's size as last told, `known` when nothing is told.
+    /// Passes all waiting events on to the library, the window, the picture or the pointer. Returns the window's latest
+    /// size, or `known` if no event tells it.
     Size read(Size known);
 
 private:

@@ -4,9 +4,9 @@ namespace vcc::platform {
 
 namespace {
 
-constexpr std::size_t most_events = 200; ///< in one reading
+constexpr std::size_t most_events = 200; ///< per call
 
-/// A held key is told as released and pressed at the same moment; the library's keys are to stay down.
+/// A held key repeats as a release and a press at the same time; for the library the key stays down.
 bool is_repeat(const XEvent& event, const XEvent& next) {
     return event.type == KeyRelease && next.type == KeyPress && event.xkey.keycode == next.xkey.keycode &&
            event.xkey.time == next.xkey.time;

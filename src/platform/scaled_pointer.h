@@ -1,5 +1,4 @@
-// The pointer over a picture that is shown at another size: the library is told of the picture's own pixels. The caller
-// holds the display's lock.
+// The pointer over a scaled picture: tells the library the picture's own pixels. The caller holds the display's lock.
 #pragma once
 
 #include "platform/shown_screen.h"
@@ -16,12 +15,12 @@ public:
     void entered(const XCrossingEvent& event);
     void left(const XCrossingEvent& event);
 
-    /// For a while after the program has placed the pointer or asked for its motion, the library takes motion as
-    /// relative; then the desktop's pointer comes to where the program has its own. To be called every 10 ms.
+    /// For a while after the program has placed the pointer or asked for its motion, motion counts as relative; then
+    /// the desktop's pointer is moved to the program's. Call every 10 ms.
     void tick();
 
 private:
-    /// Pixels from the shown picture's corner; in the bars outside of it.
+    /// Pixels from the shown picture's corner; outside the picture in the bars.
     struct Spot {
         int x = 0, y = 0;
     };
@@ -36,8 +35,8 @@ private:
     int buttons_ = 0;
     Spot last_;
     unsigned relative_events_ = 0;
-    int discarded_ = 0;            ///< events after a warp; 0 when there was none
-    long rest_x_ = 0, rest_y_ = 0; ///< relative motion that is less than a pixel of the picture, times the shown size
+    int discarded_ = 0;            ///< events since a warp; 0 without a warp
+    long rest_x_ = 0, rest_y_ = 0; ///< relative motion below one picture pixel, times the shown size
 };
 
 } // namespace vcc::platform

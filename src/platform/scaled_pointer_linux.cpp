@@ -7,9 +7,9 @@ namespace vcc::platform {
 
 namespace {
 
-constexpr int ticks_until_absolute = 200; ///< as in the library: two seconds
+constexpr int ticks_until_absolute = 200; ///< two seconds, as in the library
 constexpr int most_discarded = 16;
-constexpr unsigned warp_bit = 4; ///< in relative motion four events of eight bring the pointer back to the middle
+constexpr unsigned warp_bit = 4; ///< in relative motion, four of eight events warp the pointer to the middle
 
 /// By the server's button number.
 constexpr std::array<int, 10> button_bits{0, 1, 4, 2, 0, 0, 0, 0, 8, 16};
@@ -18,7 +18,7 @@ int scroll(int by) {
     return _xwin_mouse_extended_range ? by : 0;
 }
 
-/// Whole pixels of the picture in a distance; what is left over is kept for the next.
+/// Whole picture pixels in a distance; keeps the remainder for the next one.
 int picture_steps(int by, int shown, int picture, long& rest) {
     rest += static_cast<long>(by) * picture;
     const long steps = rest / shown;

@@ -10,7 +10,7 @@ namespace vcc::platform {
 namespace {
 
 constexpr int channels = 4;
-constexpr unsigned whole = 256; ///< weight of a pixel that is covered wholly
+constexpr unsigned whole = 256; ///< weight of a wholly covered pixel
 
 using Bytes = std::uint8_t;
 
@@ -26,7 +26,7 @@ constexpr Bytes mixed(unsigned a, unsigned b, unsigned weight) {
     return static_cast<Bytes>((a * (whole - weight) + b * weight + whole / 2) / whole);
 }
 
-// The compiler turns these two loops into vector instructions: they are most of the work.
+// Most of the work: the compiler vectorizes these two loops.
 
 /// Each pixel of a row mixed with the next one.
 void mix_neighbours(const Bytes* __restrict row, const std::uint16_t* __restrict weights, Bytes* __restrict to,
@@ -76,7 +76,7 @@ Scaler::Enlarged Scaler::enlarged(int picture, int shown) {
     axis.pick.resize(index(shown));
     axis.weight.resize(index(picture));
     for (int i = 0; i < shown; ++i) {
-        // In parts of 1 / shown of a pixel, this one covers [begin, begin + picture).
+        // In units of 1 / shown of a picture pixel, this one covers [begin, begin + picture).
         const long long begin = 1LL * i * picture;
         const auto first = static_cast<int>(begin / shown);
         const long long in_second = begin + picture - (first + 1LL) * shown;
@@ -183,7 +183,7 @@ void Scaler::mix(PixelRows picture, PixelRows shown, Area area) const {
     const int from = pixel_of(across_.pick[index(area.x1)], picture_.width);
     const int end = std::min(picture_.width, pixel_of(across_.pick[index(area.x2 - 1)], picture_.width) + 2);
 
-    // Rows of the picture that are widened already; two are needed at a time, an even and an odd one.
+    // The latest widened rows of the picture, an even and an odd one.
     std::vector<std::uint32_t> scratch(2 * index(picture_.width) + 3 * index(count));
     std::uint32_t* const picks = scratch.data(); ///< a row's pixels, then its edges
     std::uint32_t* const lines = picks + index(2 * picture_.width);

@@ -1,5 +1,5 @@
-// Showing a picture larger or smaller: whole steps repeat its pixels, any other size gives each shown pixel the exact
-// shares of the pixels that it covers. Values in, values out.
+// Enlarges or reduces a picture: whole steps repeat its pixels; at any other size each shown pixel mixes the pixels
+// that it covers by their exact shares. Values in, values out.
 #pragma once
 
 #include "platform/picture_place.h"
@@ -10,14 +10,14 @@
 
 namespace vcc::platform {
 
-/// How a pixel holds its colour: four bytes, one of them a channel each, or two bytes with three fields.
+/// How a pixel stores its colour: four bytes with one per channel, or two bytes with three fields.
 struct PixelFormat {
     int bytes = 4;                              ///< 4 or 2
     std::uint32_t red = 0, green = 0, blue = 0; ///< masks of the fields; used with two bytes only
     constexpr bool operator==(const PixelFormat&) const = default;
 };
 
-/// True for a format that the scaler can work with.
+/// Whether the scaler supports a format.
 bool is_scalable(const PixelFormat& format);
 
 /// The rows of a picture in memory.
@@ -26,23 +26,23 @@ struct PixelRows {
     std::ptrdiff_t pitch = 0; ///< bytes from one row to the next
 };
 
-/// Scales one picture size to another; holds what can be computed beforehand.
+/// Scales one picture size to another, with everything precomputed that can be.
 class Scaler {
 public:
     Scaler() = default;
     Scaler(Size picture, Size shown, PixelFormat format);
 
-    /// Fills an area of the shown picture, in its pixels, from a picture of which shown_area() names that area.
+    /// Fills an area of the shown picture, in shown pixels, from the picture.
     void scale(PixelRows picture, PixelRows shown, Area area) const;
 
 private:
-    /// One axis of a picture that is not reduced. A shown pixel covers one of the picture's pixels or lies on the edge
-    /// between two: pick[shown] is a pixel's number, or the picture's extent plus the number of the edge's first pixel.
+    /// One axis of an enlarged picture. A shown pixel lies in one picture pixel or on the edge between two: pick[shown]
+    /// is the pixel's number, or the picture's extent plus the number of the edge's first pixel.
     struct Enlarged {
         std::vector<std::uint16_t> pick;
-        std::vector<std::uint16_t> weight; ///< by an edge's first pixel: the share of the second, in 256ths
+        std::vector<std::uint16_t> weight; ///< by an edge's first pixel: the second pixel's share in 256ths
     };
-    /// One axis of a picture that is reduced: a shown pixel covers several.
+    /// One axis of a reduced picture: a shown pixel covers several.
     struct Reduced {
         struct Cover {
             int first = 0, count = 0;
@@ -64,12 +64,12 @@ private:
 
     Size picture_;
     PixelFormat format_;
-    int step_ = 0; ///< of a whole step, else 0
+    int step_ = 0; ///< the whole step, else 0
     bool reduces_ = false;
     Enlarged across_, down_;
     Reduced across_reduced_, down_reduced_;
-    std::vector<std::uint16_t> edge_weights_; ///< across_.weight once for each of a colour's four bytes
-    std::vector<std::uint32_t> unpack_;       ///< by pixel of two bytes: its colour as four
+    std::vector<std::uint16_t> edge_weights_; ///< across_.weight, repeated for a colour's four bytes
+    std::vector<std::uint32_t> unpack_;       ///< four-byte colour by two-byte pixel
     std::vector<std::uint16_t> pack_;         ///< by channel and byte: its field
 };
 

@@ -14,7 +14,7 @@ namespace {
 constexpr int size_of_all = 2 << 20; ///< bytes, about
 constexpr int strips = 8;            ///< in all rows
 
-/// Memory for the segment, attached here; false when there is none, and the segment then has no address.
+/// Allocates a segment and attaches it here; false, and no address, if there is no memory.
 bool make_segment(XShmSegmentInfo& segment, std::size_t bytes) {
     segment.shmid = ::shmget(IPC_PRIVATE, bytes, IPC_CREAT | 0600);
     if (segment.shmid == -1)
@@ -26,7 +26,7 @@ bool make_segment(XShmSegmentInfo& segment, std::size_t bytes) {
     return attached;
 }
 
-/// The segment then goes with the last one who is attached.
+/// Frees the segment when the last process detaches.
 void give_up_name(const XShmSegmentInfo& segment) {
     if (segment.shmid != -1)
         ::shmctl(segment.shmid, IPC_RMID, nullptr);
@@ -108,7 +108,7 @@ int SharedRows::longest_strip() const {
 PixelRows SharedRows::next(const Area& strip) {
     const int count = strip.y2 - strip.y1;
     if (free_ + count > image_->height) {
-        // Each event and answer says which request the server has come to; often it has said so already.
+        // Events and replies tell which request the server has reached; often that is known already.
         if (XLastKnownRequestProcessed(_xwin.display) < last_request_)
             XSync(_xwin.display, False);
         free_ = 0;

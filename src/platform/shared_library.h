@@ -1,5 +1,4 @@
-// Libraries that are loaded while the program runs: game modules at hand-off, FFmpeg with the first film, what the
-// first window needs to know the monitors.
+// Libraries loaded at run time: game modules at hand-off, FFmpeg with the first film, Xinerama with the first window.
 #pragma once
 
 #include <memory>
@@ -8,7 +7,7 @@
 
 namespace vcc::platform {
 
-/// Owns one loaded library; closed by the destructor. Pointers to its symbols die with it.
+/// Owns a loaded library. Pointers to its symbols die with it.
 class SharedLibrary {
 public:
     SharedLibrary() = default;
@@ -18,7 +17,7 @@ public:
     /// The address of an exported symbol (C linkage), or null.
     void* symbol(const char* name) const;
 
-    /// Sets `function` to an exported function; false, and null, when there is none.
+    /// Sets `function` to an exported function; to null, and returns false, if there is none.
     template <class Function>
     bool find(const char* name, Function*& function) const {
         function = reinterpret_cast<Function*>(symbol(name));
@@ -37,17 +36,17 @@ private:
     std::unique_ptr<void, Closer> handle_;
 };
 
-/// Loads the game module `name` (without extension: "hq" is hq.so here, hq.dll on Windows) from the working folder.
-/// Empty on failure, and `error` says why.
+/// Loads the game module `name` ("hq" is hq.so on Linux, hq.dll on Windows) from the working folder. Empty after a
+/// failure, with the reason in `error`.
 SharedLibrary load_module(std::string_view name, std::string& error);
 
 /// The file name that load_module() looks for.
 std::string module_file_name(std::string_view name);
 
-/// What the bytes of every library of this system begin with.
+/// The first bytes of every library of this system.
 std::string_view module_file_magic();
 
-/// Loads a library that the system has ("avutil") in a major version; empty when it is not there.
+/// Loads a major version of a system library ("avutil"); empty if it is missing.
 SharedLibrary load_system_library(const char* name, int version);
 
 } // namespace vcc::platform

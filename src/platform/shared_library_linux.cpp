@@ -10,7 +10,7 @@ namespace vcc::platform {
 
 namespace {
 
-// A leak report names functions by the mappings that exist at exit, so a checked build keeps its modules mapped.
+// Leak reports need the mappings at exit to name functions, so sanitized builds keep modules mapped.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr int module_flags = RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE;
 #else
@@ -33,7 +33,7 @@ SharedLibrary load_module(std::string_view name, std::string& error) {
     std::error_code ignored;
     if (const auto status = std::filesystem::status(path, ignored);
         std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-        error = path + ": is no file"; // the loader would wait for a pipe
+        error = path + ": is no file"; // the loader would block on a pipe
         return {};
     }
     SharedLibrary library(::dlopen(path.c_str(), module_flags));

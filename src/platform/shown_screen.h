@@ -1,4 +1,4 @@
-// The library's screen as a window shows it, at any size. The caller holds the display's lock.
+// Shows the library's screen in a window at any size. The caller holds the display's lock.
 #pragma once
 
 #include "platform/changed_parts.h"
@@ -15,28 +15,28 @@ class ShownScreen {
 public:
     using Redraw = void (*)(int x, int y, int width, int height);
 
-    /// `redraw` is the library's own way to show a part of its screen, at its own size.
+    /// `redraw` is the library's function that shows a part of its screen at its own size.
     ShownScreen(Fit fit, Redraw redraw) : fit_(fit), redraw_(redraw) {}
 
-    /// The library has a new screen, and the window this size. Answers as lay_out().
+    /// For a new screen of the library in a window of this size. Returns the same as lay_out().
     bool open(Size window);
     void close();
-    /// Leaves the picture's window as the library expects it.
+    /// Restores the picture's window as the library expects it.
     static void give_back_window();
     bool is_open() const { return open_; }
 
-    /// The window has got another size. False when there is no memory for a picture of that size: it is then shown at
-    /// its own.
+    /// For a new size of the window. False if there is no memory for a picture of that size, which is then shown at its
+    /// own.
     bool lay_out(Size window);
     Size window() const { return window_; }
     Size picture() const;
     const PicturePlace& place() const { return place_; }
 
-    /// A part of the library's screen has changed.
+    /// Notes a changed part of the library's screen.
     void changed(const Area& area);
-    /// A part of the shown picture is to be shown again.
+    /// Notes a part of the shown picture that must be shown again.
     void uncovered(const Area& area);
-    /// Shows what is to be shown.
+    /// Shows what was noted.
     void present();
 
 private:
@@ -50,7 +50,7 @@ private:
     Size window_;
     PicturePlace place_;
     std::unique_ptr<SharedRows> rows_; ///< null: the picture is shown at its own size
-    Size scaled_;                      ///< the size that these are for
+    Size scaled_;                      ///< the size of the scaled picture
     Scaler scaler_;
     ShownPicture shown_;
     std::vector<Area> changed_;   ///< of the library's screen

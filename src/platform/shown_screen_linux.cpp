@@ -22,7 +22,7 @@ Size ShownScreen::picture() const {
 bool ShownScreen::open(Size window) {
     open_ = true;
     place_ = {0, 0, picture()};
-    // Nothing is painted into the picture's place while its size changes: the new picture comes at once.
+    // Without a background the window does not flash while its size changes.
     XSetWindowBackgroundPixmap(_xwin.display, _xwin.window, None);
     return lay_out(window);
 }

@@ -1,15 +1,13 @@
 #include "platform/truetype_draw.h"
 
+#include "platform/picture_place.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 
 namespace vcc::platform {
 namespace {
-
-struct Area {
-    int x1, y1, x2, y2; // the last two are outside
-};
 
 Area drawable(const BITMAP* target) {
     if (!target->clip)
@@ -18,36 +16,20 @@ Area drawable(const BITMAP* target) {
             std::min(target->cb, target->h)};
 }
 
-// Bytes of a pixel in memory, and how pixels of the depth are mixed.
-struct Depth32 {
-    static constexpr int bytes = 4;
-    static constexpr auto mix = mix_32;
-};
-struct Depth24 {
-    static constexpr int bytes = 3;
-    static constexpr auto mix = mix_32;
-};
-struct Depth16 {
-    static constexpr int bytes = 2;
-    static constexpr auto mix = mix_16;
-};
-struct Depth15 {
-    static constexpr int bytes = 2;
-    static constexpr auto mix = mix_15;
-};
+using Mix = std::uint32_t (*)(std::uint32_t paper, std::uint32_t ink, std::uint32_t coverage);
 
-template <class Depth>
+template <int bytes, Mix mix>
 void mix_row(unsigned char* pixels, const std::uint8_t* coverage, int count, std::uint32_t ink) {
-    for (int i = 0; i < count; ++i, pixels += Depth::bytes) {
+    for (int i = 0; i < count; ++i, pixels += bytes) {
         if (coverage[i] == 0)
             continue;
         std::uint32_t pixel = ink;
         if (coverage[i] != 255) {
             pixel = 0;
-            std::memcpy(&pixel, pixels, Depth::bytes);
-            pixel = Depth::mix(pixel, ink, coverage[i]);
+            std::memcpy(&pixel, pixels, bytes);
+            pixel = mix(pixel, ink, coverage[i]);
         }
-        std::memcpy(pixels, &pixel, Depth::bytes);
+        std::memcpy(pixels, &pixel, bytes);
     }
 }
 
@@ -57,20 +39,18 @@ void solid_row(unsigned char* pixels, const std::uint8_t* coverage, int count, s
             pixels[i] = static_cast<unsigned char>(ink);
 }
 
-using RowWriter = void (*)(unsigned char*, const std::uint8_t*, int, std::uint32_t);
-
 struct DepthRow {
     int depth;
-    int bytes;
-    RowWriter write;
-    std::uint32_t (*mix)(std::uint32_t, std::uint32_t, std::uint32_t);
+    int bytes; ///< of a pixel in memory
+    void (*write)(unsigned char* pixels, const std::uint8_t* coverage, int count, std::uint32_t ink);
+    Mix mix;
 };
 constexpr DepthRow depth_rows[] = {
-    {32, 4, mix_row<Depth32>, mix_32}, {24, 3, mix_row<Depth24>, mix_32}, {16, 2, mix_row<Depth16>, mix_16},
-    {15, 2, mix_row<Depth15>, mix_15}, {8, 1, solid_row, nullptr},
+    {32, 4, mix_row<4, mix_32>, mix_32}, {24, 3, mix_row<3, mix_32>, mix_32}, {16, 2, mix_row<2, mix_16>, mix_16},
+    {15, 2, mix_row<2, mix_15>, mix_15}, {8, 1, solid_row, nullptr},
 };
 
-// The display's own memory is reached through the library only.
+// The display's own memory can only be reached through the library.
 void draw_through_library(BITMAP* target, const GlyphPicture& glyph, const Area& part, int left, int top, int colour,
                           const DepthRow& depth) {
     for (int y = part.y1; y < part.y2; ++y)
@@ -89,14 +69,9 @@ void draw_through_library(BITMAP* target, const GlyphPicture& glyph, const Area&
 
 void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int colour) {
     const int left = x + glyph.left, top = y + glyph.top;
-    const Area area = drawable(target);
-    const Area part{std::max(area.x1, left), std::max(area.y1, top), std::min(area.x2, left + glyph.width),
-                    std::min(area.y2, top + glyph.height)};
-    if (part.x1 >= part.x2 || part.y1 >= part.y2)
-        return;
-    const auto depth =
-        std::ranges::find(depth_rows, bitmap_color_depth(target), [](const DepthRow& row) { return row.depth; });
-    if (depth == std::end(depth_rows))
+    const Area part = shared(drawable(target), {left, top, left + glyph.width, top + glyph.height});
+    const auto depth = std::ranges::find(depth_rows, bitmap_color_depth(target), &DepthRow::depth);
+    if (part.empty() || depth == std::end(depth_rows))
         return;
     if (!is_memory_bitmap(target)) {
         draw_through_library(target, glyph, part, left, top, colour, *depth);

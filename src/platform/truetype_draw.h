@@ -1,4 +1,4 @@
-// Glyph pictures and their way into bitmaps of every depth.
+// Glyph pictures, and drawing them into bitmaps of every depth.
 #pragma once
 
 #include <allegro.h>
@@ -8,7 +8,7 @@
 
 namespace vcc::platform {
 
-/// One character as coverage values, 0 (nothing) to 255 (all of the pixel).
+/// A character as coverage values, 0 (none) to 255 (all of the pixel).
 struct GlyphPicture {
     int width = 0, height = 0; ///< pixels
     int left = 0;              ///< columns from the pen to the first column
@@ -16,8 +16,7 @@ struct GlyphPicture {
     std::vector<std::uint8_t> coverage;
 };
 
-/// Mixes `ink` into `paper` by coverage / 255 in each of the fields that the masks name. The order of the colours in a
-/// pixel does not matter. Pure.
+/// Mixes `ink` into `paper` by coverage / 255 in each field of the masks, whatever the order of the colours. Pure.
 template <std::uint32_t... field_masks>
 constexpr std::uint32_t mix_fields(std::uint32_t paper, std::uint32_t ink, std::uint32_t coverage) {
     const auto mix = [&](std::uint64_t mask) {
@@ -37,8 +36,8 @@ constexpr std::uint32_t mix_15(std::uint32_t paper, std::uint32_t ink, std::uint
     return mix_fields<0x1F, 0x3E0, 0x7C00>(paper, ink, coverage);
 }
 
-/// Draws a glyph whose pen stands at (x, y) (y is the top of its cell), inside the target's clipping rectangle. In
-/// targets of 8 bits, which cannot be mixed, a pixel that is at least half covered takes the colour.
+/// Draws a glyph with its pen at (x, y), y being the top of its cell, inside the target's clipping rectangle. At 8
+/// bits, where colours cannot be mixed, pixels at least half covered take the colour.
 void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int colour);
 
 } // namespace vcc::platform

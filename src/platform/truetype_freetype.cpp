@@ -40,8 +40,8 @@ struct FaceCloser {
 };
 using FacePtr = std::unique_ptr<std::remove_pointer_t<FT_Face>, FaceCloser>;
 
-// Hard edges come from outlines fitted to whole pixels in both directions, smoothed ones from outlines fitted in height
-// only, which keeps the shapes and the horizontal strokes sharp.
+// Hard edges need outlines hinted in both directions. Smoothed ones are hinted vertically only, which keeps the shapes
+// and sharp horizontal strokes.
 constexpr FT_Int32 hard_load = FT_LOAD_TARGET_MONO | FT_LOAD_RENDER;
 constexpr FT_Int32 smooth_load = FT_LOAD_TARGET_LIGHT | FT_LOAD_RENDER;
 
@@ -52,7 +52,7 @@ std::uint8_t coverage_at(const FT_Bitmap& bitmap, int x, int y) {
     return row[x];
 }
 
-// Takes the row with the least ink out of the upper half: the gap below an accent, where there is one.
+// Removes the row with the least ink from the upper half: the gap below an accent, if there is one.
 void drop_faintest_row(GlyphPicture& picture) {
     const auto row_at = [&](int y) {
         return picture.coverage.begin() + static_cast<std::ptrdiff_t>(y) * picture.width;
@@ -75,11 +75,11 @@ public:
     void set_extra_spacing(int spacing_px) override { spacing_ = std::clamp(spacing_px, -20, 100); }
     void set_fixed_advance(int advance_px) override { fixed_advance_ = std::clamp(advance_px, 0, 400); }
     int text_length(std::string_view text) const override;
-    void text_out(BITMAP* target, std::string_view text, int x, int y, int colour, int background) override {
-        draw(target, text, x, y, colour, background, hard_load, hard_);
+    void text_out(BITMAP* target, std::string_view text, int x, int y, int colour) override {
+        draw(target, text, x, y, colour, hard_load, hard_);
     }
-    void text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour, int background) override {
-        draw(target, text, x, y, colour, background, smooth_load, smooth_);
+    void text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour) override {
+        draw(target, text, x, y, colour, smooth_load, smooth_);
     }
 
 private:
@@ -91,8 +91,7 @@ private:
     int face_advance(unsigned char character) const;
     int descent() const;
     int advance(unsigned char character) const;
-    void draw(BITMAP* target, std::string_view text, int x, int y, int colour, int background, FT_Int32 load,
-              Cache& cache) const;
+    void draw(BITMAP* target, std::string_view text, int x, int y, int colour, FT_Int32 load, Cache& cache) const;
 
     FacePtr face_;
     int height_ = 0;   // of the cell, pixels
@@ -108,7 +107,7 @@ void FreeTypeFont::set_size(int height_px) {
     if (height_px == height_)
         return;
     height_ = height_px;
-    // Fitted outlines exist for whole sizes of the em only: take the largest whose face still fits the height.
+    // Hinting needs a whole em size: the largest whose face fits the height.
     const long units = std::max<long>(face_->units_per_EM, 1), face_units = face_->ascender - face_->descender;
     const long em = face_units > 0 ? (2L * height_ + 1) * units / (2 * face_units) : height_;
     FT_Set_Pixel_Sizes(face_.get(), 0, static_cast<FT_UInt>(std::clamp(em, 1L, 400L)));
@@ -126,7 +125,7 @@ FT_UInt FreeTypeFont::index_of(unsigned char character) const {
     return FT_Get_Char_Index(face_.get(), is_control(code) ? FT_ULong{' '} : code);
 }
 
-// One advance for both ways of drawing, so that a text is as long in either: the designed one, rounded.
+// The designed advance, rounded, for both ways of drawing, so that a text is equally long in both.
 int FreeTypeFont::face_advance(unsigned char character) const {
     FT_Fixed advance_16_16 = 0;
     if (FT_Get_Advance(face_.get(), index_of(character), FT_LOAD_NO_HINTING, &advance_16_16) != 0)
@@ -136,7 +135,7 @@ int FreeTypeFont::face_advance(unsigned char character) const {
 
 constexpr std::array<unsigned char, 6> descenders{'g', 'j', 'p', 'Q', '(', '|'};
 
-// Rows below the baseline that the usual descenders take.
+// Rows that common descenders take below the baseline.
 int FreeTypeFont::descent() const {
     int rows = 0;
     for (const FT_Int32 load : {hard_load, smooth_load})
@@ -161,8 +160,8 @@ GlyphPicture FreeTypeFont::render(FT_Int32 load, unsigned char character) const 
     const int width = static_cast<int>(bitmap.width), rows = static_cast<int>(bitmap.rows);
     if (width == 0 || rows == 0)
         return picture;
-    // Callers restore and fill the text's box only, so nothing may stick out of it: an overhang to the left moves the
-    // character right, an accent above the cell comes closer to its letter, what hangs out below moves up.
+    // Callers restore and fill only the text's box, so nothing may protrude: a character that overhangs to the left
+    // moves right, an accent above the cell comes closer to its letter, a descender below the cell moves up.
     picture.width = width;
     picture.height = rows;
     picture.left = std::max(slot->bitmap_left, 0);
@@ -192,13 +191,10 @@ int FreeTypeFont::text_length(std::string_view text) const {
     return std::max(length, 0);
 }
 
-void FreeTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, int background, FT_Int32 load,
+void FreeTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, FT_Int32 load,
                         Cache& cache) const {
     if (!target)
         return;
-    const int length = text_length(text);
-    if (background != -1 && length > 0)
-        rectfill(target, x, y, x + length - 1, y + height_ - 1, background);
     for (const char character : text) {
         const auto code = static_cast<unsigned char>(character);
         const int in_cell = fixed_advance_ > 0 ? std::max(0, (fixed_advance_ - advances_[code]) / 2) : 0;

@@ -10,7 +10,7 @@ namespace vcc::platform {
 namespace {
 
 GFX_DRIVER window_driver, full_screen_driver;
-bool refused; ///< for the screen that is open
+bool refused; ///< for the open screen
 
 BITMAP* open_guarded(int id, int w, int h, int vw, int vh, int depth) {
     const DisplayLock lock;
@@ -18,7 +18,7 @@ BITMAP* open_guarded(int id, int w, int h, int vw, int vh, int depth) {
     BITMAP* const bitmap = library_driver(id)->init(w, h, vw, vh, depth);
     refused = bitmap && trap.refused();
     if (refused)
-        _xwin.use_shm = 0; // the image stays where it is, but is sent
+        _xwin.use_shm = 0; // the image stays in place, but is sent
     return bitmap;
 }
 

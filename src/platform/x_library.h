@@ -1,5 +1,5 @@
-// The graphics library's X11 side: its state, and what its shared library exports without declaring it.
-// For the *_linux.cpp files of this folder only.
+// The graphics library's X11 side: its state, and functions that it exports without declaring them. Only for the
+// *_linux.cpp files of this folder.
 #pragma once
 
 #include <allegro.h>
@@ -21,7 +21,7 @@ extern int _xwin_mouse_extended_range;
 
 namespace vcc::platform {
 
-/// As long as it lives, the library's thread leaves the connection to the display alone; it can be held more than once.
+/// While it lives, the library's thread does not use the connection to the display. Can be nested.
 class DisplayLock {
 public:
     DisplayLock() { _xwin_lock(nullptr); }
@@ -30,13 +30,13 @@ public:
     DisplayLock& operator=(const DisplayLock&) = delete;
 };
 
-/// The library's own driver of a GFX_ number, or null.
+/// The library's own driver with a GFX_ number, or null.
 const GFX_DRIVER* library_driver(int id);
 
-/// Puts a driver before all others with its number; it must live as long as the process.
+/// Registers a driver before all others with its number; it must live as long as the process.
 void register_driver(GFX_DRIVER& driver);
 
-/// As long as it lives, a request that the display server refuses does not end the program. Needs the lock.
+/// While it lives, a request that the display server refuses does not end the program. Needs the lock.
 class RequestTrap {
 public:
     RequestTrap();
@@ -44,7 +44,7 @@ public:
     RequestTrap(const RequestTrap&) = delete;
     RequestTrap& operator=(const RequestTrap&) = delete;
 
-    /// Waits for the server; whether it has refused anything.
+    /// Waits for the server; true if it has refused a request.
     bool refused() const;
 
 private:

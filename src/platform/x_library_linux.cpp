@@ -25,7 +25,7 @@ void register_driver(GFX_DRIVER& driver) {
 }
 
 RequestTrap::RequestTrap() {
-    XSync(_xwin.display, False); // errors of earlier requests are not ours
+    XSync(_xwin.display, False); // errors of earlier requests do not count
     request_refused = false;
     before_ = XSetErrorHandler(note_refusal);
 }
