@@ -130,7 +130,7 @@ constexpr SettingRow theme(std::string_view key, int standard, int module) {
 
 constexpr SettingRow loop(std::string_view key, int module) {
     return number(sound, key, 1, 0, 1, offered, &theme_loop[static_cast<std::size_t>(module)],
-                  "1 all themes one after another, 0 the chosen one again and again");
+                  "1 all themes in turn, 0 the chosen one repeatedly");
 }
 
 inline constexpr std::array<std::string_view, font_count> font_names{"arial.ttf", "arial.ttf", "cour.ttf", "cour.ttf",
@@ -173,15 +173,15 @@ inline constexpr auto all = std::to_array<SettingRow>({
     // Stored as a signed byte without a range: any value but 0 is full screen.
     number(graphics, "screen_mode", 0, any_min, any_max, offered, &settings.screen_mode, "0 window, 1 full screen"),
     number(graphics, "screen_mode_range", -1, -1, 3, other_owner, {},
-           "what the machine can show: -1 not tried yet, 1 full screen, 2 window, 3 both"),
+           "display modes of the machine: -1 not probed yet, 1 full screen, 2 window, 3 both"),
     number(graphics, "resolution", 3, 0, 4, kept, &settings.resolution,
            "0 320x200, 1 640x400, 2 640x480, 3 800x600, 4 1024x768; shown only"),
     number(graphics, "bitmap_depth", 0, 0, 3, offered, &settings.bitmap_depth,
            "0 32 bit, 1 24 bit, 2 16 bit, 3 15 bit"),
     {graphics, "aa_at_all", SettingKind::flag, 0, "yes", 0, 1, loaded, &settings.anti_aliased,
-     "no: the edges of texts are not smoothed"},
+     "no: text edges are not smoothed"},
     number(graphics, "frame_rest", 0, 0, 20, loaded, &frame_rest,
-           "milliseconds given up in every frame without input; 0 lets other programs run, no more"),
+           "milliseconds to sleep in every frame without input; 0 only yields to other programs"),
     outside(
         Outside::standard,
         number(
@@ -196,7 +196,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
     text(battle, "player_name", "Player1", 15, kept, TextPlace{settings.player_name, sizeof settings.player_name},
          "the player's name"),
     text(battle, "ip_address", ".", 15, kept, TextPlace{settings.ip_address, sizeof settings.ip_address},
-         "the player's network address, \".\" when there is none"),
+         "the player's network address, \".\" if there is none"),
     text(battle, "battle_hq_ip", "N/A", 15, other_owner, {}, "address of the HQ; written at every start"),
 
     outside(Outside::standard, number(general, "keyboard", 0, 0, 5, offered, &settings.keyboard,

@@ -130,10 +130,10 @@ def test_a_loop_has_to_run_into_itself(tmp_path):
 
 
 FILMS = [
-    # size, frames a second, name, what is told
-    ("1280x720", 30, "a.mp4", "2.0 s of 800 x 450 pixels, 30 frames a second"),
-    ("640x480", 24, "a.mkv", "2.0 s of 640 x 480 pixels, 24 frames a second"),
-    ("320x240", 100, "a.mov", "2.0 s of 320 x 240 pixels, 60 frames a second"),
+    # size, frames per second, name, what is told
+    ("1280x720", 30, "a.mp4", "2.0 s of 800 x 450 pixels, 30 frames per second"),
+    ("640x480", 24, "a.mkv", "2.0 s of 640 x 480 pixels, 24 frames per second"),
+    ("320x240", 100, "a.mov", "2.0 s of 320 x 240 pixels, 60 frames per second"),
 ]
 
 
@@ -161,18 +161,18 @@ def frames_of(film):
 
 BROKEN = [
     # name, how it is made, what is told
-    ("cut.png", lambda path: cut(path), "is damaged, or cut off"),
-    ("cut.jpg", lambda path: cut(path), "is damaged, or cut off"),
-    ("cut.bmp", lambda path: cut(path), "is damaged, or cut off"),
-    ("cut.pcx", lambda path: cut(path), "is damaged, or cut off"),
-    ("cut.flac", lambda path: cut(path), "is damaged, or cut off"),
-    ("cut.wav", lambda path: cut(path), "is cut off"),
-    ("cut.avi", lambda path: cut(path), "is damaged, or cut off"),
-    ("text.txt", lambda path: path.write_text("no picture"), "is no picture, sound or film that FFmpeg knows"),
-    ("text.png", lambda path: path.write_text("no picture"), "is damaged, or cut off"),
-    ("empty.ogg", lambda path: path.write_text(""), "is no picture, sound or film that FFmpeg knows"),
+    ("cut.png", lambda path: cut(path), "is damaged or truncated"),
+    ("cut.jpg", lambda path: cut(path), "is damaged or truncated"),
+    ("cut.bmp", lambda path: cut(path), "is damaged or truncated"),
+    ("cut.pcx", lambda path: cut(path), "is damaged or truncated"),
+    ("cut.flac", lambda path: cut(path), "is damaged or truncated"),
+    ("cut.wav", lambda path: cut(path), "is truncated"),
+    ("cut.avi", lambda path: cut(path), "is damaged or truncated"),
+    ("text.txt", lambda path: path.write_text("no picture"), "is not a picture, sound or film that FFmpeg knows"),
+    ("text.png", lambda path: path.write_text("no picture"), "is damaged or truncated"),
+    ("empty.ogg", lambda path: path.write_text(""), "is not a picture, sound or film that FFmpeg knows"),
     ("wide.png", lambda path: Image.new("RGB", (4097, 2)).save(path), "has 4097 x 2 pixels, and the program takes at"),
-    ("folder.png", lambda path: path.mkdir(), "is no file"),
+    ("folder.png", lambda path: path.mkdir(), "is not a file"),
     ("absent.png", lambda path: None, "does not exist"),
 ]
 

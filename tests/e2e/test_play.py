@@ -50,8 +50,8 @@ FAULTS = [
     # what is broken, the status, what is told
     ("no program", 2, "has no program"),
     ("no slots", 2, "the slot files cannot be loaded"),
-    ("a program that ends", 2, "the main menu does not come: the program has ended"),
-    ("a module that crashes", 1, "the main menu after the module hq does not come: the program has ended"),
+    ("a program that ends", 2, "the main menu does not appear: the program has ended"),
+    ("a module that crashes", 1, "the main menu after the module hq does not appear: the program has ended"),
 ]
 
 

@@ -73,7 +73,7 @@ TEST_F(Check, FaultsOfRecordsAreFoundInTheirPlace) {
         const char* told;
     } damages[] = {
         {menu, 1, &Slot::graphic, 9, "graphic: there is no text window 9"},
-        {menu, 3, &Slot::dest_x, 700, "reaches outside the screen"},
+        {menu, 3, &Slot::dest_x, 700, "extends outside the screen"},
         {menu, 3, &Slot::action, 77, "action: there is no action 77"},
         {menu, 3, &Slot::help_number, 41, "help_number: help/menu_en.hlp has no entry 41"},
         {menu, 3, &Slot::sound_act, 9, "sound_act: there is no sound 9"},
@@ -88,15 +88,15 @@ TEST_F(Check, FaultsOfRecordsAreFoundInTheirPlace) {
         {options, 28, &Slot::action, 23, "action: the value button has no value"},
         {options, 44, &Slot::box_width, 20, "text: \"Name\" is "},
         {options, 45, &Slot::box_width, 60, "size: 15 characters are wider"},
-        {options, 59, &Slot::action, 4, "action: the record stands for value 4"},
-        {options, 61, &Slot::row, 20, "the value record does not lie under"},
+        {options, 59, &Slot::action, 4, "action: the record has value 4"},
+        {options, 61, &Slot::row, 20, "the value record is not at the position"},
         {"vcc_options.tgl", 22, &Slot::sound, 12, "sound: "},
     };
     for (const auto& [file, index, field, value, told] : damages)
         change(file, index, told, [field = field, value = value](Slot& slot) { slot.*field = value; });
-    change(options, 63, "draw_flags: the keyboard can reach", [](Slot& slot) { slot.draw_flags[2] = ' '; });
+    change(options, 63, "draw_flags: the value record takes the focus", [](Slot& slot) { slot.draw_flags[2] = ' '; });
     change(options, 86, "the theme loop button is missing", [](Slot& slot) { slot = {}; });
-    change("mess.slt", 20, "name: has no zero byte", [](Slot& slot) { slot.name[31] = 'x'; });
+    change("mess.slt", 20, "name: has no terminating zero", [](Slot& slot) { slot.name[31] = 'x'; });
     told_.push_back(de + "vcc.slt: slot 3: action: is 2, in the other language 77");
     expect_told();
 }
@@ -110,17 +110,17 @@ TEST_F(Check, FaultsOfOtherFilesAreFoundInTheirPlace) {
     replace(settings, "frame_rest =", "frame_rests =", R"(.*vcc.cfg:\d+: frame_rests: no such key)");
     replace(settings, "hq_theme = 4", "hq_theme = 9", ".*vcc.cfg: hq_theme: there is no theme 9");
     replace(settings, "[VELDOR_VCC]", "[VELDOR_VC]", R"(.*vcc.cfg:\d+: there is no section \[VELDOR_VC\])");
-    replace(settings, "", "a = 1\n", ".*vcc.cfg:1: a: stands before the first section");
+    replace(settings, "", "a = 1\n", ".*vcc.cfg:1: a: is before the first section");
     replace("help/menu_en.hlp", "+2\nP1", "+2\nP2\nQ99", R"(help/menu_en.hlp:\d+: \+2: page 99 is missing)");
     replace("help/menu_de.hlp", "X17", "X-1", R"(help/menu_de.hlp:\d+: \+1: its text begins outside)");
     replace("help/options_en.hlp", "W33", "W333", R"(help/options_en.hlp:\d+: \+1: there is no window colour)");
     const std::string texts = "tools/language/german/txt/screen_texts.ger", place = R"(.*screen_texts.ger:\d+: )";
     replace(texts, "in der Schlacht\n", "in der Schlacht?\n", place + R"(\+222: ".*" is 7 pixels too wide)");
     replace(texts, "+50\n", "+140\n", place + R"(\+140: there is no such text)");
-    replace(texts, "+63\n", "+62\n", place + R"(\+62: is given a second time)");
+    replace(texts, "+63\n", "+62\n", place + R"(\+62: is given twice)");
     replace(texts, "LANG\n", std::string(90, 'x') + "\n", place + R"(\+72: has 90 characters)");
-    replace("tools/language.ini", "1", "3", "tools/language.ini:1: names no language");
-    replace("tools/vcc.buf", "+6", "+23", R"(tools/vcc.buf:\d+: buffer 23 is one that the program makes)");
+    replace("tools/language.ini", "1", "3", "tools/language.ini:1: does not choose a language");
+    replace("tools/vcc.buf", "+6", "+23", R"(tools/vcc.buf:\d+: buffer 23 is created by the program)");
     replace("tools/vcc.snd", "+199", "+198", R"(tools/vcc.snd:\d+: theme out of order)");
     replace("tools/vcc.snd", "+181", "+183", R"(tools/vcc.snd: \+181: is missing)");
     replace("sounds/theme04.wav", "\1", "\3", R"(tools/vcc.snd:\d+: sounds/theme04.wav is not PCM)");
@@ -141,12 +141,12 @@ TEST_F(Check, MissingAndCutFilesAreFound) {
     replace("data/configs/it.cfg", "", "= 5", "data/configs/it.cfg:1: neither a section nor key = value");
     replace("data/configs/fr.cfg", "", "[key_ascii]\nkey1 = a", R"(data/configs/fr.cfg:2: key1: "a" is not a number)");
     cut(battle, 1, battle + ": is not a library");
-    cut("images/Zentrik.avi", 100000, "images/Zentrik.avi: ends before its film");
-    cut("images/morv2.pcx", 20000, "images/morv2.pcx: ends in the middle of the picture");
-    cut("sounds/theme06.wav", 12044, R"(tools/vcc.snd:\d+: sounds/theme06.wav ends before its sound)");
+    cut("images/Zentrik.avi", 100000, "images/Zentrik.avi: is truncated");
+    cut("images/morv2.pcx", 20000, "images/morv2.pcx: is truncated");
+    cut("sounds/theme06.wav", 12044, R"(tools/vcc.snd:\d+: sounds/theme06.wav is truncated)");
     cut(en + "vcc.slt", 1000, en + R"(vcc.slt: \d+ records announced, but)");
     cut(en + "vcc_options.slt", 0, en + "vcc_options.slt: is empty");
-    replace(de + "vcc.slt", "menu_de", "menu_den", de + "vcc.slt: has 1 bytes behind its last record");
+    replace(de + "vcc.slt", "menu_de", "menu_den", de + "vcc.slt: has 1 bytes after its last record");
     replace("tools/vcc.buf", "+8", "+25", R"(tools/vcc.buf:\d+: there is no graphic buffer 25)");
     expect_told();
 }
@@ -217,7 +217,7 @@ TEST_F(Check, WhatPassedInSilenceIsToldOnce) {
         records.at(20).box_width = records.at(20).box_height = 0;
         folder.write(language + menu, slot_file_bytes(records));
     }
-    told_.push_back(en + menu + ", " + de + menu + ": slots 8 to 11, 16: VK201 the preview that the pointer brings up");
+    told_.push_back(en + menu + ", " + de + menu + ": slots 8 to 11, 16: VK201 the preview shown by the pointer");
     told_.push_back(de + menu + ": slot 20: VK126 text: \"The same words\" is the text of both languages");
     replace("help/menu_en.hlp", "-_Help", "-_" + std::string(66, 'a'),
             R"(help/menu_en.hlp:10: VK426 \+1: the text is 66)");

@@ -28,7 +28,7 @@ TEST(Describe, SaysWhichTableAFieldComesFrom) {
     EXPECT_EQ(leave.written.at("dest_x"), "style button");
     EXPECT_FALSE(leave.written.contains("fore_colour"));
     EXPECT_EQ(leave.looks.at("pressed").at("src_x"), "style button");
-    EXPECT_EQ(leave.fixed, "slot over which the pointer brings up preview 11");
+    EXPECT_EQ(leave.fixed, "slot on which the pointer shows preview 11");
     EXPECT_EQ(slot(menu, 19).fixed, "");
     EXPECT_EQ(menu.styles.at(0).values.at("help_file"), R"({ en = "help/menu_en.hlp", de = "help/menu_de.hlp" })");
     EXPECT_EQ(menu.styles.at(0).line, 14);

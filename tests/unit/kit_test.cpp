@@ -86,7 +86,7 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
         {slot + "text = { raw = \"00\" }",
          ":3:8: VK018 slot 3: text: raw must be 91 bytes, two hexadecimal digits each"},
         {slot + "align = \"middle\"", ":3:9: VK004 slot 3: align: unknown word \"middle\""},
-        {slot + "align = \"left\"", ":3:9: VK021 slot 3: align: there is nothing to align the text in"},
+        {slot + "align = \"left\"", ":3:9: VK021 slot 3: align: the text has no width to be aligned in"},
         // what is kept from the TOML reader
         {std::string(33, '.'), ":1:33: VK002 a key of more than 32 parts"},
         {"text = \"\"\"a\\\n\n  \u00fc\"\"\"", ":3:3: VK002 U+00FC behind a backslash"},

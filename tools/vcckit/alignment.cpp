@@ -24,7 +24,7 @@ int offset_of(Align align, int room, int padding) {
 }
 
 void set_place(Slot& slot, int x, int y) {
-    // A place in pixels counts only when neither coordinate is 0.
+    // A position in pixels counts only if neither coordinate is 0.
     slot.dest_x = std::max(x, 1);
     slot.dest_y = std::max(y, 1);
     slot.column = slot.row = 0;
@@ -55,9 +55,9 @@ Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& m
     if (slot.graphic != 0)
         return fail("only a text can be aligned", "a picture is placed by dest_x and dest_y");
     if (slot.font < 0 || slot.font >= font_count)
-        return out; // told where the font is checked
+        return out; // reported where the font is checked
     if (slot.box_width <= 0)
-        return fail("there is nothing to align the text in", "give the record a box_width");
+        return fail("the text has no width to be aligned in", "give the record a box_width");
     if (!measure.usable)
         return fail("the text cannot be measured",
                     "the fonts of the installation cannot be loaded: vcckit check says why");
@@ -65,7 +65,7 @@ Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& m
     trim_right(text);
     const int room = slot.box_width - measure.width(slot.font, text);
     if (room < 2 * alignment.padding_x)
-        return fail("the text is wider than its box", "shorten it, widen the box or lessen the padding");
+        return fail("the text is wider than its box", "shorten it, widen the box or reduce the padding");
     const auto [x, y] = measure.position(slot);
     const int shift = offset_of(alignment.align, room, alignment.padding_x);
     if (slot.box_height <= 0) {
@@ -76,13 +76,13 @@ Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& m
         const int blank = std::max(measure.width(slot.font, " "), 1);
         const std::string moved = with_blanks(text, (shift + blank / 2) / blank);
         if (moved.size() >= sizeof slot.text)
-            return fail("there is no room for the blanks before the text", "shorten the text, or narrow the box");
+            return fail("the blanks before the text do not fit", "shorten the text, or narrow the box");
         store_text(out.slot.text, moved);
         return out;
     }
     const int below = slot.box_height - measure.height(slot.font);
     if (below < 2 * alignment.padding_y)
-        return fail("the text is taller than its box", "raise box_height or lessen the padding");
+        return fail("the text is taller than its box", "increase box_height or reduce the padding");
     out.has_plate = true;
     out.plate = slot;
     store_text(out.plate.text, "");

@@ -1,4 +1,4 @@
-// Texts that do not stick to the corner of their box: where the packer puts them.
+// Aligned texts: where the packer places them in their boxes.
 #pragma once
 
 #include "screen/slot.h"
@@ -12,16 +12,16 @@ namespace vcc::kit {
 
 enum class Align { none, left, centre, right };
 
-/// What a source says of a text in its box. `padding` keeps the text away from the edges, in pixels.
+/// The alignment of a text in its box, as a source gives it. `padding` is the distance from the edges in pixels.
 struct Alignment {
     Align align = Align::none;
     int padding_x = 0, padding_y = 0;
-    Place place; ///< line 0: nothing is said
+    Place place; ///< line 0: not given
 
     bool wanted() const { return place.line > 0; }
 };
 
-/// The fonts of an installation, as far as alignment needs them; `usable` is false when they cannot be loaded.
+/// The font metrics of an installation that alignment needs; `usable` is false if the fonts cannot be loaded.
 struct TextMeasure {
     bool usable = false;
     std::function<int(int font, std::string_view text)> width; ///< pixels
@@ -29,20 +29,20 @@ struct TextMeasure {
     std::function<std::pair<int, int>(const Slot&)> position;  ///< pixels of its corner
 };
 
-/// The measure of the fonts that are loaded.
+/// Metrics of the loaded fonts.
 TextMeasure measure_of_loaded_fonts();
 
-/// What the packer makes of an aligned record.
+/// The result of aligning a record.
 struct Aligned {
     Slot slot{};
-    bool has_plate = false; ///< the box became a record of its own, under the text
+    bool has_plate = false; ///< the box as a record of its own, under the text
     Slot plate{};
-    std::string fault, advice; ///< when there is one, the records must not be used
+    std::string fault, advice; ///< if there is one, the records must not be used
 };
 
-/// A text without a box is placed to the pixel between the edges that `box_width` gives. So is a label's text with a
-/// box, which becomes a plate. A text and a box that can be selected are one record and have one corner: blanks before
-/// the text move it, to the nearest blank's width, and it stays at the top. Pure.
+/// Places a text without a box to the pixel between the edges that `box_width` gives; likewise the text of a label with
+/// a box, which becomes a plate. Text and box of a selectable slot are one record with one corner: blanks before the
+/// text move it, to the nearest blank's width, and it stays at the top. Pure.
 Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& measure, bool selectable);
 
 } // namespace vcc::kit

@@ -18,7 +18,7 @@ constexpr Check all_checks[] = {
     {"value entries", check_values},
     {"overlaps", check_overlaps},
     {"help pages", check_help},
-    {"texts of the program", check_program_texts},
+    {"texts that the program writes", check_program_texts},
     {"texts of the screens", check_screen_texts},
     {"languages", check_languages},
     {"files that nothing reads", check_unread},

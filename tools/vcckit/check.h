@@ -14,20 +14,20 @@ struct Check {
     void (*run)(Installation&, Faults&);
 };
 
-/// Every check, readers first: what they read is what the others look at.
+/// All checks; the readers come first, because the others check what they read.
 std::span<const Check> checks();
 
-/// Runs all checks on the working folder. `progress` is told each subject before it begins.
+/// Runs all checks on the working folder. Calls `progress` with each subject before it begins.
 Faults check_installation(const std::function<void(std::string_view subject)>& progress);
 
-// Parts of the checks, for one screen. An empty installation leaves out what concerns other files.
+// Parts of the checks, for one screen. An empty installation skips what concerns other files.
 void check_records_of(const Installation& installation, const LanguageFiles& language, const ScreenFiles& screen,
                       Faults& faults);
 void check_overlaps_of(const ScreenFiles& screen, Faults& faults);
-/// The fault is told of the second language.
+/// Reports faults for the second language.
 void check_translation_of(const ScreenFiles& first, const ScreenFiles& other, Faults& faults);
 
-// The checks that look at several files together.
+// Checks of several files together.
 void check_program_files(Installation& installation, Faults& faults);
 void check_records(Installation& installation, Faults& faults);
 void check_fixed_slots(Installation& installation, Faults& faults);
@@ -37,9 +37,9 @@ void check_help(Installation& installation, Faults& faults);
 void check_program_texts(Installation& installation, Faults& faults);
 void check_screen_texts(Installation& installation, Faults& faults);
 void check_languages(Installation& installation, Faults& faults);
-void check_unread(Installation& installation, Faults& faults); ///< last: it knows what the others have read
+void check_unread(Installation& installation, Faults& faults); ///< last, because it needs what the others have read
 
-/// What the lines of a help file say by themselves.
+/// Checks the lines of a help file on their own.
 void check_help_text(const std::string& path, std::string_view text, Faults& faults);
 
 } // namespace vcc::kit

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* clear_line = "\r\x1b[K";
 
-/// A comment in the line above silences a fault of a text file.
+/// A comment in the line above silences a fault in a text file.
 bool is_silenced_there(const Fault& fault, Installation& files) {
     if (fault.line == 0)
         return false;
@@ -28,7 +28,7 @@ bool is_silenced_there(const Fault& fault, Installation& files) {
 int check_once(const CheckRequest& request, const std::set<FaultCode>& ignored) {
     const platform::FolderVisit visit(request.folder);
     if (!visit.entered()) {
-        std::fprintf(stderr, "vcckit: %s is no folder\n", request.folder.c_str());
+        std::fprintf(stderr, "vcckit: %s is not a folder\n", request.folder.c_str());
         return exit_unusable;
     }
     Faults faults;

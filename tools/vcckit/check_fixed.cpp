@@ -1,4 +1,4 @@
-// Slots that the program knows by their numbers.
+// Slots that the program addresses by number.
 #include "check.h"
 
 #include "fields.h"
@@ -22,8 +22,8 @@ struct FixedSlot {
     ScreenKind screen;
     int first, count, step;
     Form form;
-    int action;        ///< of the first, one more for each further one; -1: any
-    bool needs_toggle; ///< the program reads the toggle record of the same number
+    int action;        ///< of the first, plus one for each further slot; -1: any
+    bool needs_toggle; ///< the program uses the toggle record of the same number
     const char* role;
 };
 
@@ -58,13 +58,9 @@ struct NeededAction {
     const char* what;
 };
 constexpr NeededAction needed_actions[] = {
-    {menu, 2, "enter the HQ"},
-    {menu, 3, "enter the Factory"},
-    {menu, 4, "enter the Battle module"},
-    {menu, 5, "open the options"},
-    {menu, 1, "leave the program"},
-    {options, 6, "accept the options"},
-    {options, 30, "give the options up"},
+    {menu, 2, "enter the HQ"},           {menu, 3, "enter the Factory"}, {menu, 4, "enter the Battle module"},
+    {menu, 5, "open the options"},       {menu, 1, "leave the program"}, {options, 6, "accept the options"},
+    {options, 30, "cancel the options"},
 };
 
 bool is_gap(const Slot& slot) {
@@ -72,20 +68,20 @@ bool is_gap(const Slot& slot) {
     return same(gap_slot()) || same(empty_slot()) || same(Slot{});
 }
 
-/// What a slot is instead of its form; empty when it has that form.
+/// Why a slot does not have a form; empty if it has.
 std::string fault_of_form(Form form, const Slot& slot) {
     const bool text = slot.graphic == 0;
     switch (form) {
     case Form::selectable:
         return slot.toggle == -1 ? "cannot be selected" : "";
     case Form::field:
-        return slot.input_mode == 0 ? "is no entry field" : slot.toggle == -1 ? "cannot be selected" : "";
+        return slot.input_mode == 0 ? "is not an entry field" : slot.toggle == -1 ? "cannot be selected" : "";
     case Form::picture:
-        return text || is_text_window(slot) ? "is no picture slot" : "";
+        return text || is_text_window(slot) ? "is not a picture slot" : "";
     case Form::text:
-        return !text ? "is no text slot" : "";
+        return !text ? "is not a text slot" : "";
     case Form::window:
-        return text || !is_text_window(slot) ? "is no text window" : "";
+        return text || !is_text_window(slot) ? "is not a text window" : "";
     case Form::any:
         break;
     }
@@ -99,7 +95,7 @@ void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step,
                           std::move(advice)});
     };
     if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)])) {
-        report(fixed_slot_missing, "", "is missing", "put it at this number, where the program looks for it");
+        report(fixed_slot_missing, "", "is missing", "give it this number: the program looks for it there");
         return;
     }
     const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
@@ -109,7 +105,7 @@ void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step,
         report(fixed_slot_action, "action", "has action " + std::to_string(slot.action),
                "it must be " + std::to_string(row.action + step));
     if (row.needs_toggle && !screen.toggles_lost && !screen.set.has_toggle(index))
-        report(fixed_slot_toggle, "", "has no toggle record", "add one: its other look is there");
+        report(fixed_slot_toggle, "", "has no toggle record", "add one for its other look");
 }
 
 void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
@@ -121,23 +117,23 @@ void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
 void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
     const int index = value_record(value);
     if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)]))
-        return; // told by the fixed slots
+        return; // reported with the fixed slots
     const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
     const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
     const auto report = [&](FaultCode code, const char* field, const std::string& problem, std::string advice) {
         faults.push_back({code, screen.slot_file, 0, index, field, problem, std::move(advice)});
     };
     if (record.action != value)
-        report(value_record_value, "action", "the record stands for value " + std::to_string(record.action),
-               "the record behind value button " + std::to_string(value_button(value)) + " must say " +
+        report(value_record_value, "action", "the record has value " + std::to_string(record.action),
+               "the record after value button " + std::to_string(value_button(value)) + " must say " +
                    std::to_string(value));
     if (!skipped_by_focus(record))
         report(value_record_focus, "draw_flags",
-               "the keyboard can reach the value record, and its value is then taken for an action",
-               "set focus_skip: the third character is x");
+               "the value record takes the focus, and its value would be carried out as an action",
+               "set focus_skip: the third character of draw_flags is x");
     const Point over = slot_position(button), under = slot_position(record);
     if (over.x != under.x || over.y != under.y)
-        report(value_record_place, "", "the value record does not lie under its button",
+        report(value_record_place, "", "the value record is not at the position of its button",
                "the pointer would reach it beside slot " + std::to_string(value_button(value)));
 }
 
@@ -153,9 +149,9 @@ std::string role_of_fixed_slot(std::string_view screen, int index) {
                 return row.role;
     for (const menu_slot::Preview& preview : menu_slot::previews)
         if (file->kind == menu && preview.picture == index)
-            return "preview that the pointer brings up over slot " + std::to_string(preview.slot);
+            return "preview shown with the pointer on slot " + std::to_string(preview.slot);
         else if (file->kind == menu && preview.slot == index)
-            return "slot over which the pointer brings up preview " + std::to_string(preview.picture);
+            return "slot on which the pointer shows preview " + std::to_string(preview.picture);
     for (const OptionRow& row : option_rows())
         if (file->kind == options && row.button == index)
             return "option button";
@@ -171,8 +167,8 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
             for (const menu_slot::Preview& preview : menu_slot::previews)
                 check_fixed_slot(
                     screen_of(language, menu),
-                    {menu, preview.picture, 1, 1, Form::any, any_action, false, "preview that the pointer brings up"},
-                    0, faults);
+                    {menu, preview.picture, 1, 1, Form::any, any_action, false, "preview shown by the pointer"}, 0,
+                    faults);
         if (screen_of(language, options).set.slot_count() > 0)
             check_option_buttons(screen_of(language, options), faults);
         for (const NeededAction& needed : needed_actions) {
@@ -192,14 +188,14 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
                 language.windows_described[static_cast<std::size_t>(window)] &&
                 language.windows[static_cast<std::size_t>(window)].pixel_coords == 0)
                 faults.push_back({window_in_cells, language.window_file, 0, -1, "+" + std::to_string(window),
-                                  "the help window counts in cells", "give it w1 and edges in pixels"});
+                                  "the help window is placed in cells", "add w1, and give its edges in pixels"});
         }
     }
     for (const int window : {info_window, group_window, value_window, module_window, sound_group_window, style_window})
         for (const LanguageFiles& language : installation.by_language)
             if (language.windows_usable && !language.windows_described[static_cast<std::size_t>(window)])
                 faults.push_back({window_missing, language.window_file, 0, -1, "+" + std::to_string(window),
-                                  "is missing", "describe it: the program reads its place"});
+                                  "is missing", "describe it: the program uses its position"});
 }
 
 void check_values(Installation& installation, Faults& faults) {
@@ -216,7 +212,7 @@ void check_values(Installation& installation, Faults& faults) {
             const int value = has_record ? screen.set.slots[static_cast<std::size_t>(index) + 1].action : -1;
             if (value < 0 || value >= values)
                 faults.push_back({value_button_alone, screen.slot_file, 0, index, "action",
-                                  "the value button has no value record behind it",
+                                  "the value button has no value record after it",
                                   "the next record's action must be 0 to " + std::to_string(values - 1)});
         }
     }

@@ -1,4 +1,4 @@
-// A help file line by line: what the program cuts, misreads or takes for something else.
+// Checks a help file line by line for what the program cuts or misreads.
 #include "check.h"
 
 #include "latin1.h"
@@ -17,7 +17,7 @@ namespace {
 
 using enum FaultCode;
 
-/// The labels that a header line may have, in order; the numbers of further pages come behind the first.
+/// The labels of header lines in order; the numbers of further pages follow the first.
 struct HeaderRow {
     std::string_view labels;
     std::string_view what;
@@ -27,7 +27,7 @@ constexpr HeaderRow headers[] = {{"p", "number of pages"}, {"f", "font"},    {"c
                                  {"x", "column"},          {"y", "row"}};
 constexpr HeaderRow further_page{"nq", "number of a further page"};
 
-/// Walks the header of each entry, which the program reads by the order of its lines.
+/// Follows the header lines of each entry, whose order alone matters to the program.
 class HeaderWalk {
 public:
     void begin(std::string_view line) {
@@ -37,7 +37,7 @@ public:
         done_ = false;
     }
 
-    /// What is wrong with a line; empty when nothing is, or when it does not belong to a header.
+    /// What is wrong with a line; empty if nothing is, or if it does not belong to a header.
     std::string take(std::string_view line) {
         if (done_ || line.empty() || line[0] == '-' || line[0] == '#') {
             done_ = true;
@@ -47,8 +47,8 @@ public:
         const bool fits = row.labels.find(static_cast<char>(std::tolower(static_cast<unsigned char>(line[0])))) !=
                           std::string_view::npos;
         if (!fits) {
-            done_ = true; // the lines behind it are out of order, too
-            return "\"" + std::string(line) + "\" stands where the " + std::string(row.what) + " is read";
+            done_ = true; // the lines after it are out of order, too
+            return "\"" + std::string(line) + "\" is in the place of the " + std::string(row.what) + " is read";
         }
         if (further_ > 0)
             --further_;
@@ -63,7 +63,7 @@ public:
 private:
     std::string entry_;
     std::size_t row_ = 0;
-    int further_ = 0; ///< pages whose numbers are still to come
+    int further_ = 0; ///< pages whose numbers are still missing
     bool done_ = true;
 };
 
@@ -77,7 +77,7 @@ int first_line_beyond_ascii(std::string_view text) {
 void check_help_text(const std::string& path, std::string_view text, Faults& faults) {
     if (is_utf8(text) && std::ranges::any_of(text, [](char c) { return c < 0; }))
         faults.push_back({help_utf8, path, first_line_beyond_ascii(text), -1, "", "the file is UTF-8",
-                          "save it in Windows Latin-1, or its letters beyond ASCII are shown as two"});
+                          "save it as Windows Latin-1, or each letter beyond ASCII shows as two"});
     LineReader lines(text);
     HeaderWalk header;
     while (const auto line = lines.next()) {

@@ -1,4 +1,4 @@
-// Pictures, films, modules, keyboard mappings and the other files that the program opens by their names.
+// Pictures, films, modules, keyboard mappings and other files with fixed names.
 #include "check.h"
 
 #include "config_walk.h"
@@ -59,7 +59,7 @@ std::int64_t file_size(const std::string& path) {
     return error ? 0 : static_cast<std::int64_t>(size);
 }
 
-/// Bytes of the file as its RIFF header tells; a program that writes without going back leaves 0.
+/// Size of the file according to its RIFF header; 0 from programs that do not write it.
 std::int64_t announced_size(const std::string& path) {
     std::array<unsigned char, 8> header{};
     std::ifstream file(platform::system_path(platform::resolve_path(path)), std::ios::binary);
@@ -71,12 +71,12 @@ std::int64_t announced_size(const std::string& path) {
 
 void check_film(const char* path, Faults& faults) {
     if (!platform::file_exists(path)) {
-        faults.push_back(
-            {file_missing, path, 0, -1, "", "does not exist", "put the film there: the player is told at every start"});
+        faults.push_back({file_missing, path, 0, -1, "", "does not exist",
+                          "add the film: without it the log has an entry at every start"});
         return;
     }
     if (announced_size(path) > file_size(path))
-        faults.push_back({file_cut, path, 0, -1, "", "ends before its film does", "write the file again"});
+        faults.push_back({file_cut, path, 0, -1, "", "is truncated", "create the file again"});
     const auto film = platform::open_avi(path).film;
     const platform::AviFrame* frame = film ? film->frame_at(0) : nullptr;
     if (!frame)
@@ -85,7 +85,7 @@ void check_film(const char* path, Faults& faults) {
     else if (frame->width > picture_width || frame->height > picture_height)
         faults.push_back({film_size, path, 0, -1, "",
                           "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
-                          "make it 800 x 600: only its middle is shown"});
+                          "make it 800 x 600 pixels: only its middle is shown"});
 }
 
 void check_presence(const std::string& path, const char* advice, Faults& faults) {
@@ -93,11 +93,11 @@ void check_presence(const std::string& path, const char* advice, Faults& faults)
         faults.push_back({file_missing, path, 0, -1, "", "does not exist", advice});
 }
 
-/// Looks at the module's bytes only: what it does when it is loaded is the game's business.
+/// Inspects the module's bytes without loading it, which would run its code.
 void check_module(const std::string& name, Faults& faults) {
     constexpr std::size_t size_limit = 256u << 20;
     const std::string path = platform::module_file_name(name);
-    check_presence(path, "put the game module there, or it cannot be entered", faults);
+    check_presence(path, "add the game module, or the player cannot start it", faults);
     const auto bytes = read_file(path, size_limit);
     if (!bytes)
         return;
@@ -108,9 +108,9 @@ void check_module(const std::string& name, Faults& faults) {
             {module_unfit, path, 0, -1, name, "has no such entry", "sdk/veldor_module.h declares the entries"});
 }
 
-/// An empty mapping is the library's own one. Only the first fault is told: a wrong file has one in every line.
+/// An empty mapping means the library's own. Reports only the first fault: a wrong file has one in every line.
 void check_keyboard(const std::string& path, Faults& faults) {
-    check_presence(path, "put the keyboard mapping there, or its layout cannot be chosen", faults);
+    check_presence(path, "add the keyboard mapping, or its layout does not work", faults);
     const auto text = read_file(path);
     if (!text)
         return;
@@ -118,7 +118,7 @@ void check_keyboard(const std::string& path, Faults& faults) {
     walk_config(path, *text, found, [&](const ConfigEntry& entry) {
         if (!entry.key.empty() && !entry.section.empty() && !whole_number(entry.value))
             found.push_back({keyboard_mapping, path, entry.line, -1, entry.key,
-                             "\"" + entry.value + "\" is not a number", "keys stand for codes of characters"});
+                             "\"" + entry.value + "\" is not a number", "keys have the codes of characters"});
     });
     if (!found.empty())
         faults.push_back(found.front());
@@ -135,10 +135,10 @@ void check_program_files(Installation&, Faults& faults) {
         check_module(module, faults);
     for (const std::string_view keyboard : path::keyboards)
         check_keyboard(std::string(keyboard), faults);
-    check_presence(with_slashes(path::manual), "put the manual there, or it cannot be opened", faults);
+    check_presence(with_slashes(path::manual), "add the manual, or the player cannot open it", faults);
     if (!file_exists(path::log_folder, FA_DIREC | FA_ARCH | FA_RDONLY | FA_HIDDEN, nullptr))
         faults.push_back({log_folder_missing, path::log_folder, 0, -1, "", "is missing",
-                          "make the folder: the program cannot log without it"});
+                          "create the folder: the program cannot write its log without it"});
 }
 
 } // namespace vcc::kit

@@ -1,4 +1,4 @@
-// Every record of every slot and toggle file by itself, and against what its numbers refer to.
+// Checks every record of every slot and toggle file, alone and against what its numbers refer to.
 #include "check.h"
 
 #include "fields.h"
@@ -22,7 +22,7 @@ namespace {
 
 using enum FaultCode;
 
-/// One record with everything that a check may need, and a short way to report.
+/// A record with everything that a check may need, and a shortcut to report faults.
 struct Subject {
     const Installation& installation;
     const LanguageFiles& language;
@@ -69,7 +69,7 @@ void check_place(const Subject& at) {
     if (!at.is_text())
         return;
     if ((at.slot.dest_x == 0) != (at.slot.dest_y == 0)) {
-        at.report(half_a_place, at.slot.dest_x == 0 ? "dest_x" : "dest_y", "is 0, so the other one does not count",
+        at.report(half_a_place, at.slot.dest_x == 0 ? "dest_x" : "dest_y", "is 0, so the other one is ignored",
                   "set both, or neither and use column and row");
         return;
     }
@@ -115,12 +115,12 @@ void check_buffer(const Subject& at) {
     if (found == at.installation.buffers.end()) {
         if (!made)
             at.report(buffer_empty, "buffer", "no picture is loaded into buffer " + number(at.slot.buffer),
-                      "tools/vcc.buf names the pictures");
+                      "tools/vcc.buf lists the pictures");
         return;
     }
     const BITMAP* const picture = found->second.get();
     if (!picture)
-        return; // told where the list is checked
+        return; // reported where the list is checked
     if (background && (picture->w < picture_width || picture->h < picture_height))
         at.report(background_small, "buffer",
                   "the background in buffer " + number(at.slot.buffer) + " is smaller than the screen",
@@ -129,13 +129,11 @@ void check_buffer(const Subject& at) {
         return;
     if (at.slot.src_x < 0 || at.slot.box_width <= at.slot.src_x || at.slot.box_width > picture->w)
         at.report(piece_outside, "src_x, box_width",
-                  "columns " + number(at.slot.src_x) + " to " + number(at.slot.box_width) +
-                      " are no piece of the picture",
+                  "columns " + number(at.slot.src_x) + " to " + number(at.slot.box_width) + " are outside the picture",
                   "it is " + number(picture->w) + " pixels wide; box_width is the right edge, exclusive");
     if (at.slot.src_y < 0 || at.slot.box_height <= at.slot.src_y || at.slot.box_height > picture->h)
         at.report(piece_outside, "src_y, box_height",
-                  "rows " + number(at.slot.src_y) + " to " + number(at.slot.box_height) +
-                      " are no piece of the picture",
+                  "rows " + number(at.slot.src_y) + " to " + number(at.slot.box_height) + " are outside the picture",
                   "it is " + number(picture->h) + " pixels high; box_height is the bottom edge, exclusive");
 }
 
@@ -153,7 +151,7 @@ void check_sounds(const Subject& at) {
         if (at.installation.listed_sounds && sound != 0 &&
             (sound < 0 || sound >= first_theme_entry || !at.installation.sounds.contains(sound)))
             at.report(sound_unknown, field, "there is no sound " + number(sound),
-                      "tools/vcc.snd names the sounds; 0 is none");
+                      "tools/vcc.snd lists the sounds; 0 is none");
     };
     check("sound", at.slot.sound);
     if (!at.is_toggle)
@@ -161,7 +159,7 @@ void check_sounds(const Subject& at) {
     constexpr int longest_display_time = 50;
     if (at.slot.display_time < 0 || at.slot.display_time > longest_display_time)
         at.report(press_time, "display_time",
-                  number(at.slot.display_time) + " tenths of a second are no time for a pressed look", "0 to 50");
+                  number(at.slot.display_time) + " tenths of a second are no duration of a pressed look", "0 to 50");
 }
 
 bool is_value_record(const Subject& at) {
@@ -194,7 +192,7 @@ void check_extent(const Subject& at) {
     }
     if (area.x1 < 0 || area.x2 > picture_width || area.y1 < 0 || area.y2 > picture_height)
         at.report(outside_screen, "",
-                  "reaches outside the screen: " + number(area.x1) + "," + number(area.y1) + " to " + number(area.x2) +
+                  "extends outside the screen: " + number(area.x1) + "," + number(area.y1) + " to " + number(area.x2) +
                       "," + number(area.y2),
                   "the screen is 800 x 600 pixels");
 }
@@ -212,7 +210,7 @@ void check_text(const Subject& at) {
     if (at.slot.input_mode == 0 || at.is_toggle)
         return;
     if (at.slot.box_width == 0)
-        at.report(field_without_box, "box_width", "a field without a box cannot be edited", "give it a width");
+        at.report(field_without_box, "box_width", "an entry field without a box cannot be edited", "give it a width");
     if (at.slot.size < 1 || at.slot.size > static_cast<int>(sizeof at.slot.text) - 1)
         at.report(field_size, "size", "a field cannot hold " + number(at.slot.size) + " characters", "1 to 90");
     else if (at.slot.size * cell_width(at.slot.font) > at.slot.box_width)
@@ -236,7 +234,7 @@ void check_look(const Subject& at) {
         at.report(text_tall, "box_height",
                   "the text is " + number(cell_height(at.slot.font)) + " pixels high, its box " +
                       number(at.slot.box_height),
-                  "raise the box to the height of the font");
+                  "make the box as high as the font");
     if (at.slot.fore_colour == at.slot.back_colour)
         at.report(text_unseen, "fore_colour", "the text has the colour of its box",
                   "change fore_colour or back_colour");
@@ -245,7 +243,7 @@ void check_look(const Subject& at) {
 void check_ends(const Subject& at) {
     for (const TextField& field : text_fields())
         if (bytes_of(at.slot, field).back() != '\0')
-            at.report(text_unended, std::string(field.name), "has no zero byte at its end",
+            at.report(text_unended, std::string(field.name), "has no terminating zero",
                       std::to_string(field.size - 1) + " characters fit; shorten it");
     if (!at.is_toggle && at.slot.help_number < 0)
         at.report(help_negative, "help_number", "there is no help entry " + number(at.slot.help_number), "0 is none");
@@ -256,7 +254,7 @@ constexpr void (*record_checks[])(const Subject&) = {
     check_sounds, check_action,  check_extent, check_text,   check_look,      check_ends,
 };
 
-/// Names are often the same in every language; what has two words of letters hardly is.
+/// Names are often the same in all languages; texts of two or more words rarely are.
 bool has_two_words(std::string_view text) {
     const auto is_letter = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0 || c < 0; };
     int words = 0;
@@ -268,7 +266,7 @@ bool has_two_words(std::string_view text) {
     return words > 1;
 }
 
-/// A slot that the player can press. Some are hidden in the file and shown by the program.
+/// Whether the player can press a slot. The program shows some that the file hides.
 bool can_be_pressed(ScreenKind kind, const Slot& slot, int index) {
     constexpr int paging_back = 33, paging_forward = 35;
     if (skipped_by_focus(slot))
@@ -307,7 +305,7 @@ void check_records(Installation& installation, Faults& faults) {
                 language.windows_described[i] && sound != 0 && !installation.sounds.contains(sound))
                 faults.push_back({sound_unknown, language.window_file, 0, -1,
                                   "+" + number(static_cast<long long>(i)) + ": o", "there is no sound " + number(sound),
-                                  "tools/vcc.snd names the sounds; 0 is none"});
+                                  "tools/vcc.snd lists the sounds; 0 is none"});
     for (const LanguageFiles& language : installation.by_language)
         for (const ScreenFiles& screen : language.screens)
             check_records_of(installation, language, screen, faults);
@@ -323,7 +321,7 @@ void check_overlaps_of(const ScreenFiles& screen, Faults& faults) {
             const Rect one = slot_rect(a), other = slot_rect(b);
             if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
                 faults.push_back({slots_overlap, screen.slot_file, 0, i, "", "overlaps slot " + number(j),
-                                  "move one of them: the pointer reaches only the first there"});
+                                  "move one of them: where they overlap, the pointer reaches only the first"});
         }
     }
 }

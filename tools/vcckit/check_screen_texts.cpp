@@ -1,4 +1,4 @@
-// The files that replace texts of the screens: numbers that exist, texts that fit where the program writes them.
+// Files that translate texts of the screens: unknown numbers, and texts that do not fit.
 #include "check.h"
 
 #include "cc/option_rows.h"
@@ -22,7 +22,7 @@ struct Place {
     int window; ///< the text ends where this text window ends
 };
 
-/// Where a text is written; nothing for those that are not written into a slot of these screens.
+/// Where a text is written; nothing if not into a slot of these screens.
 std::optional<Place> place_of(int number) {
     namespace first = screen_text_number;
     constexpr int value_groups[] = {first::volumes,    first::screen_mode,  first::resolution,    first::depth,
@@ -45,7 +45,7 @@ int right_edge(const LanguageFiles& language, int window) {
     return at.pixel_coords ? at.right : at.right * cell_width(at.font);
 }
 
-/// Pixels that a text lacks; nothing when it fits or its place is not known.
+/// Pixels by which a text is too wide; nothing if it fits or its place is unknown.
 std::optional<int> missing_room(const LanguageFiles& language, const Place& place, const std::string& text) {
     const SlotSet& set = screen_of(language, place.screen).set;
     if (!language.windows_usable || !set.has_slot(place.slot))
@@ -80,14 +80,13 @@ void check_screen_texts(Installation& installation, Faults& faults) {
             "tools/language/" + std::string(languages[i].folder) + "/txt/" + std::string(languages[i].screen_texts);
         const auto& text = installation.text_file(file);
         if (!text)
-            continue; // it need not be there
+            continue; // it is optional
         std::set<int> seen;
         for (const Translation& translation : read_translations(*text)) {
             check_text(installation.by_language[i], file, translation, faults);
             if (!seen.insert(translation.number).second)
                 faults.push_back({screen_text_twice, file, translation.line, -1,
-                                  "+" + std::to_string(translation.number), "is given a second time",
-                                  "the last one counts"});
+                                  "+" + std::to_string(translation.number), "is given twice", "the last one counts"});
         }
     }
 }

@@ -1,4 +1,4 @@
-// Help pages, the texts that the program fills in, and both languages side by side.
+// Help pages, texts that the program writes, and comparison of both languages.
 #include "check.h"
 
 #include "fields.h"
@@ -75,8 +75,7 @@ private:
             report(help_unended, path, text, number, "its text runs to the end of the file",
                    "end it with a line # or the next entry");
         if (entry.lines.empty())
-            report(help_empty, path, text, number, "has no text",
-                   "after seven header lines every text line begins with -");
+            report(help_empty, path, text, number, "has no text", "after seven header lines, text lines begin with -");
         if (entry.font < 0 || entry.font >= font_count)
             report(help_value, path, text, number, "there is no font " + std::to_string(entry.font),
                    "fonts are 0 to 10");
@@ -89,7 +88,7 @@ private:
                    "colours are 0 to 255");
         if (installation_.listed_sounds && entry.sound != 0 && !installation_.sounds.contains(entry.sound))
             report(help_value, path, text, number, "there is no sound " + std::to_string(entry.sound),
-                   "tools/vcc.snd names the sounds; 0 is none");
+                   "tools/vcc.snd lists the sounds; 0 is none");
         look_at_lines(path, text, number, entry, entry.lines);
         for (const int page : entry.pages) {
             if (page == number)
@@ -111,9 +110,9 @@ private:
         const int bottom = (entry.row + static_cast<int>(lines.size())) * cell_height(entry.font);
         if (x < inside.x1 || entry.row * cell_height(entry.font) < inside.y1)
             report(help_outside, path, text, number, "its text begins outside the help window",
-                   "columns and rows count in its font");
+                   "columns and rows are cells of its font");
         if (bottom > inside.y2)
-            report(help_outside, path, text, number, "its text reaches below the help window", "begin a further page");
+            report(help_outside, path, text, number, "its text extends below the help window", "begin another page");
         for (const std::string& line : lines)
             if (x + text_width(entry.font, line) > inside.x2) {
                 report(help_outside, path, text, number, "\"" + line + "\" is wider than the help window",
@@ -126,7 +125,7 @@ private:
         const ScreenFiles& pages = screen_of(language_, ScreenKind::message);
         const int number = pages.set.slots.empty() ? -1 : pages.set.slots[0].graphic;
         if (number < 0 || number >= text_window_count || !language_.windows_described[static_cast<std::size_t>(number)])
-            return {0, 0, picture_width, picture_height}; // told where the windows are checked
+            return {0, 0, picture_width, picture_height}; // reported where the windows are checked
         const TextWindow& at = language_.windows[static_cast<std::size_t>(number)];
         return {at.left, at.top, at.right, at.bottom};
     }
@@ -136,7 +135,7 @@ private:
     Faults& faults_;
     std::set<std::string> read_;
     std::set<std::pair<std::string, int>> seen_;
-    std::set<std::pair<std::string, std::string>> missing_; ///< told once a screen
+    std::set<std::pair<std::string, std::string>> missing_; ///< reported once per screen
 };
 
 void check_label(const ScreenFiles& screen, int index, std::string_view label, int right, Faults& faults) {
@@ -157,7 +156,7 @@ int right_edge(const LanguageFiles& language, int window) {
     return at.pixel_coords ? at.right : at.right * cell_width(at.font);
 }
 
-/// Fields that must be the same in every language: they are what the program does, not what the player reads.
+/// Fields that must be the same in all languages, because they say what a slot does.
 constexpr std::string_view common_fields[] = {"input_mode", "toggle",      "activated", "graphic",
                                               "action",     "help_number", "sound",     "sound_act"};
 
@@ -170,7 +169,7 @@ void compare_records(const std::vector<Slot>& first, const std::vector<Slot>& ot
             if (one != two)
                 faults.push_back({languages_differ, file, 0, static_cast<int>(i), std::string(name),
                                   "is " + std::to_string(two) + ", in the other language " + std::to_string(one),
-                                  "languages differ in texts and places only"});
+                                  "languages may differ only in texts and positions"});
         }
 }
 
@@ -237,12 +236,12 @@ void check_languages(Installation& installation, Faults& faults) {
                 faults.push_back({window_missing, other.window_file, 0, -1, "+" + std::to_string(window),
                                   "is described in one language only", "describe it in both"});
         if (!installation.text_file(first.message_file) || !installation.text_file(other.message_file))
-            continue; // told where the files are read
+            continue; // reported where the files are read
         std::vector<int> missing;
         std::ranges::set_symmetric_difference(first.messages, other.messages, std::back_inserter(missing));
         for (const int message : missing)
             faults.push_back({message_missing, other.message_file, 0, -1, "+" + std::to_string(message),
-                              "is there in one language only", "add it to both"});
+                              "exists in one language only", "add it to both"});
     }
 }
 

@@ -1,4 +1,4 @@
-// Files that lie beside those of the control centre, and that nothing of it reads.
+// Files of an installation that the control centre does not read.
 #include "check.h"
 
 #include "core/files.h"
@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// One name for one file, whatever way it is written.
+/// The same name for a file however it is written.
 std::string plain_name(std::string_view name) {
     std::string plain = fs::path(with_slashes(name)).lexically_normal().generic_string();
     std::ranges::transform(plain, plain.begin(),
@@ -46,7 +46,7 @@ std::set<std::string> names_of_files(const Installation& installation) {
     return names;
 }
 
-/// What the game modules hold: a name in it is a file that the module may read.
+/// The bytes of the game modules: a file that they name may be read by a module.
 std::string bytes_of_modules() {
     constexpr std::size_t size_limit = 256u << 20;
     std::string bytes;
@@ -58,7 +58,7 @@ std::string bytes_of_modules() {
 } // namespace
 
 void check_unread(Installation& installation, Faults& faults) {
-    constexpr std::size_t most_named = 3; // one by one: more are one line
+    constexpr std::size_t most_named = 3; // one by one; more of them share a line
     const std::set<std::string> known = names_of_files(installation);
     const std::string modules = bytes_of_modules();
     std::map<std::string, std::vector<std::string>> unread; ///< names by folder
@@ -80,7 +80,7 @@ void check_unread(Installation& installation, Faults& faults) {
         if (names.size() <= most_named) {
             for (const std::string& name : names)
                 faults.push_back({FaultCode::file_unread, format_text("%s/%s", folder.c_str(), name.c_str()), 0, -1, "",
-                                  "nothing reads this file", "name it where it is wanted, or take it away"});
+                                  "nothing reads this file", "refer to it where it is used, or remove it"});
             continue;
         }
         std::string list;
@@ -88,7 +88,7 @@ void check_unread(Installation& installation, Faults& faults) {
             list += names[i] + ", ";
         faults.push_back({FaultCode::file_unread, folder, 0, -1, "",
                           "nothing reads " + std::to_string(names.size()) + " of its files: " + list + "...",
-                          "name them where they are wanted, or take them away"});
+                          "refer to them where they are used, or remove them"});
     }
 }
 

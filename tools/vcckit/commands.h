@@ -1,4 +1,4 @@
-// What the command line can do. Every command returns the exit status.
+// The commands of the tool. Each returns the exit status.
 #pragma once
 
 #include "render.h"
@@ -17,10 +17,10 @@ struct PackRequest {
     bool any_name = false, json = false, quiet = false, watch = false;
 };
 
-/// Makes the slot and toggle files of screen sources: of all of them, or, when one has a fault, of none.
+/// Makes the slot and toggle files of all screen sources, or of none if one has a fault.
 int run_pack(const PackRequest& request);
 
-/// Writes the source of a slot file, or of one in each language; to standard output without a name.
+/// Writes the source of one slot file, or of one per language; to standard output without a name.
 int run_unpack(const std::vector<std::string>& files, const std::string& output);
 
 struct CheckRequest {
@@ -29,23 +29,23 @@ struct CheckRequest {
     bool json = false, watch = false;
 };
 
-/// Checks an installation and writes the faults to standard output, as text or as JSON.
+/// Checks an installation and prints the faults as text or JSON.
 int run_check(const CheckRequest& request);
 
-/// Says what a code stands for; without a code, lists them all. `markdown`: as the table of docs/faults.md.
+/// Explains codes; without a code, lists them all. `markdown`: the table of docs/faults.md.
 int run_explain(const std::vector<std::string>& codes, bool markdown);
 
 /// Prints the JSON schema of screen sources, for editors; or the table of fields in docs/formats.md.
 int run_schema(bool fields);
 
-/// Renders a screen of an installation into a PNG file.
+/// Renders a screen of an installation to a PNG file.
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output);
 
 struct PlayRequest {
     std::string folder;   ///< of the installation
     std::string pictures; ///< folder
-    std::string language; ///< code; empty: every one
-    bool films = false;   ///< the films of the start are shown
+    std::string language; ///< code; empty: all
+    bool films = false;   ///< show the films at the start
 };
 
 /// Visits every slot in the real program on a virtual display.
@@ -62,24 +62,24 @@ struct EditorRequest {
 int run_edit(const EditorRequest& request);
 
 struct NewRequest {
-    std::string name;   ///< folder to make
+    std::string name;   ///< folder to create
     std::string module; ///< hq, factory, battle or none
-    std::string base;   ///< installation to build on; empty: the one that belongs to the tool
+    std::string base;   ///< installation to build on; empty: the built-in one
 };
 
-/// Makes a folder of sources that an installation can be put together from.
+/// Creates a folder of sources for an installation.
 int run_new(const NewRequest& request);
 
 struct ConvertRequest {
     std::string output; ///< file, folder, or empty: beside the source
-    int bits = 24;      ///< of a pixel: 8 or 24
-    bool loop = false;  ///< sounds must run into themselves
+    int bits = 24;      ///< per pixel: 8 or 24
+    bool loop = false;  ///< sounds must loop without a seam
 };
 
-/// Makes PCX, WAV and AVI files from what other programs write.
+/// Converts files of other formats to PCX, WAV and AVI.
 int run_convert(const std::vector<std::string>& sources, const ConvertRequest& request);
 
-/// Prints a file of an installation readably.
+/// Prints a file of an installation as readable text.
 int run_show(const std::string& file);
 
 } // namespace vcc::kit

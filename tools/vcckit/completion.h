@@ -1,4 +1,4 @@
-// What a shell may offer for an unfinished command line, taken from the command line's own description.
+// Completions of an unfinished command line, from the description of the commands.
 #pragma once
 
 #include <span>
@@ -11,9 +11,9 @@ class App;
 
 namespace vcc::kit {
 
-/// One line for each candidate, "candidate TAB description", whatever has been typed of the last word; then what files
-/// may stand there: ":folders", ":files" (any) or ":files toml slt" by their endings. `words` are those behind the
-/// tool's name; the last one, which may be empty, is completed.
+/// A line "candidate TAB description" per candidate, whatever has been typed of the last word; then the kind of files
+/// that fit: ":folders", ":files" (any) or ":files toml slt" (by extension). `words` are those after the tool's name;
+/// the last one, which may be empty, is to be completed.
 std::vector<std::string> completions(const CLI::App& app, std::span<const std::string> words);
 
 } // namespace vcc::kit

@@ -44,7 +44,7 @@ void walk_config(const std::string& file, std::string_view text, Faults& faults,
         }
         const std::string key = trimmed(entry.substr(0, equals));
         if (!seen.insert(std::string(section).append("\n").append(key)).second)
-            report(FaultCode::setting_twice, key, "is given a second time", "the first one counts");
+            report(FaultCode::setting_twice, key, "is given twice", "the first one counts");
         take({section, key, trimmed(entry.substr(equals + 1)), lines.line_number()});
     }
 }

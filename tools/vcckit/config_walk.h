@@ -1,4 +1,4 @@
-// The entries of a configuration file, one after another, with what is wrong in its form.
+// Reads the entries of a configuration file in order and reports faults in its form.
 #pragma once
 
 #include "report.h"
@@ -17,12 +17,11 @@ struct ConfigEntry {
     int line = 0;
 };
 
-/// Calls `take` for every section and every key = value of the text; reports lines that are neither, and keys that are
-/// given twice.
+/// Calls `take` for every section and every key = value of the text; reports other lines and duplicate keys.
 void walk_config(const std::string& file, std::string_view text, Faults& faults,
                  const std::function<void(const ConfigEntry&)>& take);
 
-/// The value as a number; nothing when it is none, or none that fits.
+/// The value as a number; nothing if it is not one, or out of range.
 std::optional<int> whole_number(std::string_view value);
 
 } // namespace vcc::kit

@@ -1,4 +1,4 @@
-// Pictures, sounds and films from what other programs write to what the control centre takes.
+// Converts pictures, sounds and films of other formats to those of the control centre.
 #pragma once
 
 #include "media.h"
@@ -16,25 +16,25 @@ struct Image {
     std::vector<std::uint8_t> rgba;
 };
 
-/// The bytes of a PCX file: `bits` a pixel, 8 or 24. What is less than half opaque becomes magenta, which the program
-/// takes for transparent; an opaque colour so near to it that few bits would make it the same loses a little of its
-/// likeness. With 8 bits a picture of more colours than the palette holds gets the best 255. Pure.
+/// The bytes of a PCX file with `bits` (8 or 24) per pixel. Pixels less than half opaque become magenta, the
+/// transparent colour; opaque colours that 15 or 16 bits would turn into it are changed slightly. With 8 bits a picture
+/// of too many colours gets the best 255. Pure.
 std::string pcx_bytes(const Image& image, int bits);
 
-/// What became of a file. Without a fault the target is there, and `what` describes it.
+/// The result of a conversion. Without a fault the target has been written, and `what` describes it.
 struct Conversion {
-    std::string fault; ///< "is damaged, or cut off"; the target is then unchanged
+    std::string fault; ///< "is damaged or truncated"; the target is then unchanged
     std::string what;  ///< "800 x 600 pixels of 24 bits"
-    bool seam = false; ///< the fault is that of a loop's seam
+    bool seam = false; ///< the fault is the seam of a loop
 };
 
-/// Told how much is done, 0 to 1.
+/// Called with the share that is done, 0 to 1.
 using Progress = std::function<void(double share)>;
 
 /// `bits` are 8 or 24.
 Conversion convert_picture(const std::string& source, const std::string& target, int bits);
 
-/// To PCM of 16 bits, mono or stereo. A `loop` is refused when its end does not run into its beginning.
+/// To 16-bit PCM, mono or stereo. Refuses a `loop` whose end does not run into its beginning.
 Conversion convert_sound(const std::string& source, const std::string& target, bool loop, const Progress& progress);
 
 /// To a silent AVI film of at most 800 x 600 pixels.

@@ -1,4 +1,4 @@
-// Converting: which input becomes what under which name, and how it is told.
+// The command convert: what each input becomes under which name, and reporting it.
 #include "commands.h"
 #include "convert.h"
 #include "installation.h"
@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t listed_name_limit = 20; ///< characters of a file's name in the sound set-up
+constexpr std::size_t listed_name_limit = 20; ///< characters of a file name in the sound set-up
 
 struct TargetRow {
     MediaKind kind;
@@ -43,7 +43,7 @@ const TargetRow* row_of_ending(const std::string& ending) {
     return nullptr;
 }
 
-/// A name with another ending: "theme.ogg" is "theme.wav" as a sound.
+/// The name with another extension: "theme.ogg" becomes "theme.wav".
 std::optional<Job> job_of(const std::string& source, const std::string& output) {
     std::string fault;
     const auto media = Media::open(source, fault);
@@ -63,7 +63,7 @@ std::optional<Job> job_of(const std::string& source, const std::string& output) 
     } else if (const TargetRow* row = row_of_ending(platform::name_of(platform::system_path(output).extension()))) {
         job.kind = row->kind;
     } else {
-        complain(output + ": is no folder, and ends neither in .pcx nor in .wav nor in .avi");
+        complain(output + ": is not a folder, and does not end in .pcx, .wav or .avi");
         return std::nullopt;
     }
     if (fs::equivalent(platform::system_path(job.source), platform::system_path(job.target), error)) {
@@ -71,17 +71,17 @@ std::optional<Job> job_of(const std::string& source, const std::string& output) 
         return std::nullopt;
     }
     if (job.kind == MediaKind::film && media->kind() == MediaKind::picture) {
-        complain(source + ": is a picture, and no film");
+        complain(source + ": is a picture, not a film");
         return std::nullopt;
     }
     return job;
 }
 
-/// Every input has to be usable, and no two may become the same file, before the first one is converted.
+/// Checks before the first conversion that all inputs are usable and no two become the same file.
 std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources, const std::string& output) {
     std::error_code error;
     if (sources.size() > 1 && !output.empty() && !fs::is_directory(platform::system_path(output), error)) {
-        complain(output + ": is no folder, and one file cannot take " + std::to_string(sources.size()));
+        complain(output + ": is not a folder, and one file cannot hold " + std::to_string(sources.size()));
         return std::nullopt;
     }
     std::vector<Job> jobs;
@@ -101,7 +101,7 @@ std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources,
     return sound ? std::optional(std::move(jobs)) : std::nullopt;
 }
 
-/// One line that is written again and again on a terminal, and nothing elsewhere.
+/// A progress line on a terminal; nothing elsewhere.
 class ProgressLine {
 public:
     ProgressLine(std::size_t number, std::size_t count, const std::string& name)
@@ -147,7 +147,7 @@ Conversion convert(const Job& job, const ConvertRequest& request, const Progress
 
 int run_convert(const std::vector<std::string>& sources, const ConvertRequest& request) {
     const InterruptionGuard guard;
-    const Library library; // reads the sounds whose seam is looked at
+    const Library library; // reads the sounds whose seam is checked
     const auto jobs = jobs_of(sources, request.output);
     if (!jobs)
         return exit_unusable;
@@ -162,7 +162,7 @@ int run_convert(const std::vector<std::string>& sources, const ConvertRequest& r
         if (interrupted())
             break;
         if (!done.fault.empty()) {
-            complain(job.source + ": " + done.fault + (done.seam ? ": without --loop it is converted as it is" : ""));
+            complain(job.source + ": " + done.fault + (done.seam ? ": without --loop it is converted anyway" : ""));
             status = std::max(status, done.seam ? exit_faults : exit_unusable);
             continue;
         }

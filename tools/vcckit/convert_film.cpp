@@ -16,7 +16,7 @@ constexpr AVRational usual_rate{25, 1};
 constexpr double fastest = 60, slowest = 1;
 constexpr double longest_gap = 60;                               ///< seconds without a new picture
 constexpr std::int64_t size_limit = (std::int64_t{1} << 31) - 1; ///< bytes of an AVI file without extensions
-constexpr int quality = 3;                                       ///< of the coder: 1 best, 31 worst
+constexpr int quality = 3;                                       ///< of the encoder: 1 best, 31 worst
 constexpr int key_frame_distance = 12;
 
 struct OutputDeleter {
@@ -46,10 +46,10 @@ int even(double pixels) {
 
 struct Form {
     int width, height; ///< pixels
-    AVRational rate;   ///< frames a second
+    AVRational rate;   ///< frames per second
 };
 
-/// As large as the film is, at most as large as the display, with square pixels.
+/// The size of the film, at most that of the display, with square pixels.
 Form form_of(const Media& media, const AVFrame& frame) {
     const AVRational aspect = media.sample_aspect_ratio();
     double width = frame.width;
@@ -69,10 +69,10 @@ class FilmWriter {
 public:
     explicit FilmWriter(NewFile& file) : file_(file) {}
 
-    /// Empty, or why not.
+    /// Empty, or the reason of a failure.
     std::string begin(const Form& form);
 
-    /// Shows a frame until the next one, which comes at `until` seconds: often, once, or not at all.
+    /// Writes a frame as often as it is shown until the next one at `until` seconds, perhaps never.
     std::string show(const AVFrame& frame, double until);
     std::string end();
 
@@ -168,7 +168,7 @@ std::string FilmWriter::show(const AVFrame& frame, double until) {
         if (!encode(picture_.get()))
             return cannot_write();
     }
-    return bytes_->pos > size_limit ? "is longer than an AVI file holds" : "";
+    return bytes_->pos > size_limit ? "is too long for an AVI file" : "";
 }
 
 std::string FilmWriter::end() {
@@ -178,18 +178,18 @@ std::string FilmWriter::end() {
     return bytes_->error < 0 ? cannot_write() : "";
 }
 
-/// The film that `media` has, frame by frame; empty, or why not.
+/// Writes the film of `media` frame by frame; empty, or the reason of a failure.
 std::string write_film(Media& media, FilmWriter& writer, Conversion& done, const Progress& progress) {
     const AVFrame* frame = media.next_frame();
     if (frame == nullptr)
-        return media.fault().empty() ? "holds no picture" : media.fault();
+        return media.fault().empty() ? "has no picture" : media.fault();
     const Form form = form_of(media, *frame);
     std::string fault = writer.begin(form);
     double length = 1 / av_q2d(form.rate);
     for (double time = 0; fault.empty() && frame != nullptr;) {
         if (interrupted())
-            return "is not done";
-        const AVFrame& shown = *frame; // until the next one comes
+            return "was interrupted";
+        const AVFrame& shown = *frame; // until the next one
         progress(media.share_done(shown));
         frame = media.next_frame();
         if (!media.fault().empty())
@@ -202,7 +202,7 @@ std::string write_film(Media& media, FilmWriter& writer, Conversion& done, const
     }
     if (fault.empty())
         fault = writer.end();
-    done.what = format_text("%.1f s of %d x %d pixels, %.4g frames a second",
+    done.what = format_text("%.1f s of %d x %d pixels, %.4g frames per second",
                             static_cast<double>(writer.frames()) / av_q2d(form.rate), form.width, form.height,
                             av_q2d(form.rate));
     return fault;
@@ -225,7 +225,7 @@ Conversion convert_film(const std::string& source, const std::string& target, co
         done.fault = write_film(*media, writer, done, progress);
     }
     if (done.fault.empty() && media->has_sound())
-        done.what += "; its sound is left out: vcckit convert " + source + " -o NAME.wav";
+        done.what += "; without its sound: vcckit convert " + source + " -o NAME.wav";
     if (done.fault.empty() && !interrupted() && !file.commit())
         done.fault = file.reason();
     return done;

@@ -17,14 +17,14 @@ constexpr Colour mask{255, 0, 255};
 constexpr int opaque = 128; ///< and above
 constexpr std::size_t rgba_size = 4, palette_size = 256;
 
-/// A colour that 15 or 16 bits, or a palette, would make the mask.
+/// A colour that 15 or 16 bits, or a palette, would turn into the mask colour.
 bool is_taken_for_mask(const Colour& colour) {
     return colour[0] >= 248 && colour[1] < 8 && colour[2] >= 248;
 }
 
 struct Pixels {
-    std::vector<Colour> colours; ///< those that are not drawn are the mask
-    bool masked = false;         ///< there are such
+    std::vector<Colour> colours; ///< the mask colour for pixels that are not drawn
+    bool masked = false;         ///< there are such pixels
 };
 
 Pixels pixels_of(const Image& image) {
@@ -35,7 +35,7 @@ Pixels pixels_of(const Image& image) {
         has_alpha = has_alpha || image.rgba[at] < opaque;
     for (std::size_t at = 0; at + 3 < image.rgba.size(); at += rgba_size) {
         Colour colour{image.rgba[at], image.rgba[at + 1], image.rgba[at + 2]};
-        // In a picture without transparency the mask was meant.
+        // Without transparency, the mask colour is intended.
         const bool clear = image.rgba[at + 3] < opaque || (!has_alpha && colour == mask);
         if (clear)
             colour = mask;
@@ -53,10 +53,10 @@ void add_word(std::string& bytes, int word) {
 }
 
 std::string header_of(const Image& image, int planes, int bytes_per_line) {
-    std::string bytes{10, 5, 1, 8}; // PCX, version with palette, runs, bits of a sample
+    std::string bytes{10, 5, 1, 8}; // PCX, version with palette, run-length coding, bits per sample
     for (const int edge : {0, 0, image.width - 1, image.height - 1, 72, 72})
         add_word(bytes, edge);
-    bytes.resize(65); // a palette of 16 colours, which nothing reads
+    bytes.resize(65); // a palette of 16 colours, which is not used
     bytes += static_cast<char>(planes);
     add_word(bytes, bytes_per_line);
     add_word(bytes, 1); // colours, not greys
@@ -64,7 +64,7 @@ std::string header_of(const Image& image, int planes, int bytes_per_line) {
     return bytes;
 }
 
-/// Runs of at most 63 bytes, none of them across the line's end.
+/// Run-length codes a line; runs have at most 63 bytes.
 void add_line(std::string& bytes, std::span<const std::uint8_t> line) {
     constexpr std::uint8_t run_mark = 0xC0;
     constexpr std::size_t longest_run = 63;

@@ -13,13 +13,13 @@ namespace {
 
 constexpr int lowest_rate = 1000, highest_rate = 192000, usual_rate = 48000;
 constexpr int sample_size = 2;
-constexpr std::int64_t size_limit = (std::int64_t{1} << 31) - 1024; ///< bytes of sound that a WAV header counts safely
+constexpr std::int64_t size_limit = (std::int64_t{1} << 31) - 1024; ///< bytes of sound; safe for a WAV header
 
 class WavWriter {
 public:
     WavWriter(NewFile& file, int rate, int channels) : file_(file), rate_(rate), channels_(channels) {}
 
-    /// Before the first sample, and again when the length is known.
+    /// Written before the first sample, and again when the length is known.
     bool write_header() {
         std::string bytes = "RIFF";
         add(bytes, static_cast<std::uint32_t>(36 + size_), 4);
@@ -56,7 +56,7 @@ private:
     std::int64_t size_ = 0;
 };
 
-/// Frames of any kind to samples of 16 bits, both channels of a pair together.
+/// Converts frames of any format to interleaved 16-bit samples.
 class Resampler {
 public:
     Resampler(const AVFrame& first, int rate, int channels) : channels_(channels) {
@@ -75,7 +75,7 @@ public:
 
     bool usable() const { return resampler_ != nullptr; }
 
-    /// Without a frame: what is left. Number of samples of each channel, below 0 on failure.
+    /// Without a frame: the rest. Returns the number of samples per channel, below 0 after a failure.
     int convert(const AVFrame* frame) {
         const MediaFunctions& ffmpeg = *media_functions();
         const int given = frame != nullptr ? frame->nb_samples : 0;
@@ -100,11 +100,11 @@ bool same_form(const AVFrame& frame, const AVFrame& other) {
            frame.ch_layout.nb_channels == other.ch_layout.nb_channels;
 }
 
-/// Everything from the first frame on; empty, or why not.
+/// Converts all frames from the first on; empty, or the reason of a failure.
 std::string write_sound(Media& media, NewFile& file, Conversion& done, const Progress& progress) {
     const AVFrame* frame = media.next_frame();
     if (frame == nullptr || frame->nb_samples == 0)
-        return media.fault().empty() ? "holds no sound" : media.fault();
+        return media.fault().empty() ? "has no sound" : media.fault();
     const int rate =
         frame->sample_rate >= lowest_rate && frame->sample_rate <= highest_rate ? frame->sample_rate : usual_rate;
     const int channels = std::min(frame->ch_layout.nb_channels, 2);
@@ -120,16 +120,16 @@ std::string write_sound(Media& media, NewFile& file, Conversion& done, const Pro
         return file.reason();
     for (; frame != nullptr; frame = media.next_frame()) {
         if (interrupted())
-            return "is not done";
+            return "was interrupted";
         if (!same_form(*frame, form))
-            return "changes its rate or its channels on the way";
+            return "changes its sample rate or channels";
         const int count = resampler.convert(frame);
         if (count < 0)
             return "cannot be converted";
         if (!writer.write(resampler.samples(), count))
             return file.reason();
         if (writer.size() > size_limit)
-            return "is longer than a WAV file holds";
+            return "is too long for a WAV file";
         progress(media.share_done(*frame));
     }
     if (!media.fault().empty())
@@ -149,8 +149,8 @@ Conversion convert_sound(const std::string& source, const std::string& target, b
     const auto media = Media::open(source, done.fault);
     if (!media || !media->choose(AVMEDIA_TYPE_AUDIO, done.fault))
         return done;
-    if (is_cut(source)) { // FFmpeg takes what there is of it
-        done.fault = "is cut off";
+    if (is_cut(source)) { // FFmpeg accepts truncated files
+        done.fault = "is truncated";
         return done;
     }
     NewFile file(target);

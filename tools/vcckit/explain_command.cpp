@@ -1,4 +1,4 @@
-// What the codes of faults stand for.
+// The command explain.
 #include "commands.h"
 #include "fault_codes.h"
 
@@ -8,7 +8,7 @@ namespace vcc::kit {
 
 namespace {
 
-/// A cell of a Markdown table: one line, and no bar that would end it.
+/// A cell of a Markdown table: one line, with bars escaped.
 std::string cell(std::string_view text) {
     std::string out;
     for (const char c : text) {

@@ -31,17 +31,17 @@ const TextField* find_text_field(std::string_view name);
 
 inline constexpr std::size_t field_count = 30;
 
-/// The number of a field, number fields first; nothing when there is no such field.
+/// The number of a field, number fields first; nothing if there is no such field.
 std::optional<std::size_t> field_number(std::string_view name);
 
 /// The bytes of a text field in a record.
 std::span<char> bytes_of(Slot& slot, const TextField& field);
 std::string_view bytes_of(const Slot& slot, const TextField& field);
 
-/// What a record is before its source says anything: empty and inert.
+/// A record before its source sets anything: empty and inert.
 Slot empty_slot();
 
-/// What stands in the gaps between the records of a source: empty, inert and hidden.
+/// A record in a gap between those of a source: empty, inert and hidden.
 Slot gap_slot();
 
 } // namespace vcc::kit

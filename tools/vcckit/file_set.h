@@ -1,4 +1,4 @@
-// Files that are written together: all of them, or none.
+// Writes several files together: all of them, or none.
 #pragma once
 
 #include "new_file.h"
@@ -10,18 +10,18 @@
 
 namespace vcc::kit {
 
-/// Collects what is to be written beside its place, and puts everything in place at once. What is not committed leaves
-/// no trace. A name that exists in other letter case means that file.
+/// Writes files beside their places and then moves all of them into place. Without commit() no trace remains. A name
+/// that exists in other letter case means that file.
 class FileSet {
 public:
-    /// Writes a file beside its place, making its folder. The reason when that failed, else an empty text.
+    /// Writes a file beside its place and creates its folder. Returns the reason of a failure, else an empty text.
     std::string write(const std::string& name, std::string_view bytes);
 
-    /// Marks a file that may or may not be there; commit() removes it.
+    /// Marks a file, which need not exist, for removal by commit().
     void remove(const std::string& name);
 
-    /// Puts all files in place. The reason when one could not be; those before it are then in place. A request to end
-    /// the process waits until all is done.
+    /// Moves all files into place. Returns the reason of a failure; the files before it are then in place. Requests to
+    /// end the process wait until then.
     std::string commit();
 
 private:
@@ -29,7 +29,7 @@ private:
     std::vector<std::string> removed_;
 };
 
-/// One file by itself; the reason when it could not be written.
+/// Writes a single file; returns the reason of a failure.
 std::string write_whole_file(const std::string& name, std::string_view bytes);
 
 } // namespace vcc::kit

@@ -1,4 +1,4 @@
-// Slots that the program knows by their numbers.
+// Slots that the program addresses by number.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace vcc::kit {
 
-/// What the program takes a slot of a screen for ("module selector"); empty when its number is free.
+/// What the program uses a slot of a screen for ("module selector"); empty if its number is free.
 std::string role_of_fixed_slot(std::string_view screen, int index);
 
 } // namespace vcc::kit

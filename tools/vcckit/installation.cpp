@@ -16,7 +16,7 @@ namespace vcc::kit {
 Library::Library(int depth) {
     set_uformat(U_ASCII);
     install_allegro(SYSTEM_NONE, &errno, nullptr);
-    // The order of the colours in a pixel is that of the display, where shadows take plain pixel values.
+    // Uses the display's order of colours in a pixel, because shadows are pixel values.
     _rgb_r_shift_15 = 10, _rgb_g_shift_15 = 5, _rgb_b_shift_15 = 0;
     _rgb_r_shift_16 = 11, _rgb_g_shift_16 = 5, _rgb_b_shift_16 = 0;
     _rgb_r_shift_24 = 16, _rgb_g_shift_24 = 8, _rgb_b_shift_24 = 0;

@@ -1,4 +1,4 @@
-// A whole installation in memory, read with the program's own readers from the working folder, without a display.
+// A whole installation in memory, read from the working folder with the program's own readers, without a display.
 #pragma once
 
 #include "report.h"
@@ -19,7 +19,7 @@
 
 namespace vcc::kit {
 
-/// The graphics library without a driver, working in an installation's folder; the fonts are released at the end.
+/// Runs the graphics library without a driver in an installation's folder; releases the fonts at the end.
 class Library {
 public:
     /// `depth` in bits: 15, 16, 24 or 32.
@@ -32,8 +32,8 @@ public:
 struct ScreenFiles {
     ScreenKind kind = ScreenKind::menu;
     std::string slot_file, toggle_file;
-    SlotSet set;               ///< empty when the file cannot be used
-    bool toggles_lost = false; ///< the toggle file cannot be used: told once, not for every slot
+    SlotSet set;               ///< empty if the file is unusable
+    bool toggles_lost = false; ///< the toggle file is unusable, which is reported once, not per slot
 };
 
 struct LanguageFiles {
@@ -47,14 +47,14 @@ struct LanguageFiles {
 
 struct Installation {
     std::array<LanguageFiles, languages.size()> by_language;
-    std::map<int, BitmapPtr> buffers;       ///< pictures of the buffer list
-    std::set<int> sounds;                   ///< entries that the sound set-up names a file for
-    std::map<int, std::string> themes;      ///< theme number from 0, path of its file
-    std::map<int, std::string> theme_names; ///< as players see them
-    std::set<std::string> named;            ///< files that lists and settings name, but for texts
-    bool listed_buffers = false;            ///< the buffer list could be read
-    bool listed_sounds = false;             ///< the sound set-up could be read
-    bool fonts = false;                     ///< all eleven fonts are loaded and have their sizes
+    std::map<int, BitmapPtr> buffers;                              ///< pictures of the buffer list
+    std::set<int> sounds;                                          ///< entries that the sound set-up names a file for
+    std::map<int, std::string> themes;                             ///< theme number from 0, path of its file
+    std::map<int, std::string> theme_names;                        ///< as players see them
+    std::set<std::string> named;                                   ///< files named by lists and settings, except texts
+    bool listed_buffers = false;                                   ///< the buffer list could be read
+    bool listed_sounds = false;                                    ///< the sound set-up could be read
+    bool fonts = false;                                            ///< all eleven fonts are loaded and have their sizes
     mutable std::map<std::string, Result<std::string>> text_files; ///< what text_file() has read
 
     /// The bytes of a text file, read once.
@@ -65,10 +65,10 @@ inline const ScreenFiles& screen_of(const LanguageFiles& language, ScreenKind ki
     return language.screens[static_cast<std::size_t>(kind)];
 }
 
-/// Loads settings and fonts of the working folder, telling nothing; false when the fonts cannot be loaded.
+/// Loads settings and fonts of the working folder without reports; false if the fonts cannot be loaded.
 bool load_measuring_fonts();
 
-// Readers, each for its own files; they report what is wrong with a file by itself.
+// Readers; each reports the faults of its own files.
 void read_settings(Installation& installation, Faults& faults);
 void read_fonts(Installation& installation, Faults& faults);
 void read_buffers(Installation& installation, Faults& faults);

@@ -10,7 +10,7 @@ namespace vcc::kit {
 
 namespace {
 
-/// What the bytes 0x80 to 0x9F stand for; 0 for the five that stand for nothing.
+/// The characters of the bytes 0x80 to 0x9F; 0 for the five that are undefined.
 constexpr std::array<char32_t, 32> upper_controls{0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
                                                   0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,

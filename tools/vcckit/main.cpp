@@ -1,4 +1,4 @@
-// vcckit: the tool for the people who make or change an installation. Here is its command line.
+// vcckit: the tool for people who make or change an installation. This is its command line.
 #include "commands.h"
 #include "completion.h"
 #include "nearest.h"
@@ -62,13 +62,13 @@ CLI::App& add_new(CLI::App& app, Arguments& given) {
         add_command(app, "new", "Makes a folder of sources for an installation of your own",
                     "  vcckit new lantern                                screens, a picture, a theme, a Makefile\n"
                     "  vcckit new lantern --module hq                    with the source of a game module");
-    command.add_option("NAME", request.name, "folder to make; its name is the first title")
+    command.add_option("NAME", request.name, "folder to create; its name becomes the title")
         ->required()
         ->type_name("NAME");
     command.add_option("--module", request.module, "source of a game module")
         ->type_name("MODULE")
         ->check(CLI::IsMember({"hq", "factory", "battle"}));
-    command.add_option("--base", request.base, "installation to build on; the built-in one without it")
+    command.add_option("--base", request.base, "installation to build on (default: the built-in one)")
         ->type_name("DIR");
     return command;
 }
@@ -78,7 +78,7 @@ std::string unknown_word(const std::string& kind, const std::string& word, const
 }
 
 void add_ignore(CLI::App& command, std::vector<std::string>& codes) {
-    command.add_option("--ignore", codes, "code of a fault that is not told, or several with commas")
+    command.add_option("--ignore", codes, "code of a fault to ignore, or several separated by commas")
         ->type_name("CODE")
         ->take_all()
         ->expected(1);
@@ -92,11 +92,11 @@ CLI::App& add_pack(CLI::App& app, Arguments& given) {
     PackRequest& request = given.packing;
     command.add_option("SOURCE", request.sources, "screen sources")->required()->type_name("FILE.toml");
     command.add_option("-o,--output", request.installation, "folder of the installation")->required()->type_name("DIR");
-    command.add_flag("--any-name", request.any_name, "packs screens that the program does not read");
+    command.add_flag("--any-name", request.any_name, "packs screens that the program does not read, too");
     add_ignore(command, request.ignored);
-    command.add_flag("--json", request.json, "one JSON object for machines");
+    command.add_flag("--json", request.json, "prints one JSON object");
     command.add_flag("--watch", request.watch, "packs again after every change of a source");
-    command.add_flag("-q,--quiet", request.quiet, "does not say what was written");
+    command.add_flag("-q,--quiet", request.quiet, "does not list the files written");
     return command;
 }
 
@@ -107,11 +107,11 @@ CLI::App& add_unpack(CLI::App& app, Arguments& given) {
                     "  vcckit unpack e_vcc.slt g_vcc.slt -o vcc.toml     both languages in one source");
     command
         .add_option("FILE", given.files,
-                    "slot file, and that of the second language; toggle files beside them are read as well")
+                    "slot file, and that of the second language; toggle files beside them are read, too")
         ->required()
         ->expected(1, 2)
         ->type_name("FILE.slt");
-    command.add_option("-o,--output", given.output, "source to write; standard output without it")
+    command.add_option("-o,--output", given.output, "source to write (default: standard output)")
         ->type_name("FILE.toml");
     return command;
 }
@@ -119,13 +119,13 @@ CLI::App& add_unpack(CLI::App& app, Arguments& given) {
 CLI::App& add_check(CLI::App& app, Arguments& given) {
     CLI::App& command =
         add_command(app, "check", "Reads a whole installation as the program would and reports every fault",
-                    "  vcckit check veldor                               everything that is wrong with it\n"
-                    "  vcckit check veldor --ignore VK302                but for files that only a module reads\n"
+                    "  vcckit check veldor                               every fault in it\n"
+                    "  vcckit check veldor --ignore VK302                except files that only a module reads\n"
                     "  vcckit check veldor --json | jq '.faults[].file'");
     CheckRequest& request = given.checking;
     command.add_option("DIR", request.folder, "folder of the installation")->required()->type_name("DIR");
     add_ignore(command, request.ignored);
-    command.add_flag("--json", request.json, "one JSON object for machines");
+    command.add_flag("--json", request.json, "prints one JSON object");
     command.add_flag("--watch", request.watch, "checks again after every change of a file");
     return command;
 }
@@ -133,41 +133,43 @@ CLI::App& add_check(CLI::App& app, Arguments& given) {
 CLI::App& add_render(CLI::App& app, Arguments& given) {
     RenderRequest& request = given.request;
     CLI::App& command =
-        add_command(app, "render", "Draws a screen into a PNG file, without a display",
-                    "  vcckit render veldor --screen menu -o menu.png    the very picture that the program shows\n"
+        add_command(app, "render", "Renders a screen into a PNG file, without a display",
+                    "  vcckit render veldor --screen menu -o menu.png    exactly as the program shows it\n"
                     "  vcckit render veldor --screen options --language de --row 5 --hover 58 -o depth.png\n"
                     "  vcckit render veldor --screen help --hover 5 -o help.png");
     command.add_option("DIR", given.rendered, "folder of the installation")->required()->type_name("DIR");
-    command.add_option("--screen", given.screen, "help is that of a menu slot; message says that there is no help")
+    command
+        .add_option("--screen", given.screen,
+                    "help: the page of a menu slot; message: the page for a slot without help")
         ->required()
         ->type_name("SCREEN")
         ->check(CLI::IsMember({"menu", "options", "help", "message"}));
     command.add_option("--language", given.language, "English or German")
         ->type_name("CODE")
         ->check(CLI::IsMember({"en", "de"}));
-    command.add_option("--row", request.row, "options: number of the option whose values are shown")
+    command.add_option("--row", request.row, "options: number of the option whose values to show")
         ->type_name("N")
         ->check(CLI::IsMember({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 11}));
     command.add_option("--module", request.module, "options: 0 HQ, 1 Factory, 2 Battle, 3 control centre")
         ->type_name("M")
         ->check(CLI::IsMember({0, 1, 2, 3}));
-    command.add_option("--hover", request.hover, "slot under the pointer; help: the slot that it is about")
+    command.add_option("--hover", request.hover, "slot under the pointer; help: the slot whose page to show")
         ->type_name("SLOT")
         ->check(CLI::Range(0, 199).description("0 to 199"));
-    command.add_option("--pressed", request.pressed, "menu, options: slot whose pressed look is shown")
+    command.add_option("--pressed", request.pressed, "menu, options: slot to show pressed")
         ->type_name("SLOT")
         ->check(CLI::Range(0, 199).description("0 to 199"));
-    command.add_option("--depth", request.depth, "bits of a pixel")
+    command.add_option("--depth", request.depth, "bits per pixel")
         ->type_name("BITS")
         ->check(CLI::IsMember({15, 16, 24, 32}));
-    command.add_option("-o,--output", given.picture, "PNG file to write; - is standard output")
+    command.add_option("-o,--output", given.picture, "PNG file to write; - for standard output")
         ->required()
         ->type_name("FILE.png");
     return command;
 }
 
 CLI::App& add_show(CLI::App& app, Arguments& given) {
-    CLI::App& command = add_command(app, "show", "Prints a file of an installation readably",
+    CLI::App& command = add_command(app, "show", "Prints a file of an installation as readable text",
                                     "  vcckit show veldor/images/menu.pcx\n"
                                     "  vcckit show veldor/tools/language/english/e_vcc.slt");
     command
@@ -181,39 +183,39 @@ CLI::App& add_show(CLI::App& app, Arguments& given) {
 CLI::App& add_convert(CLI::App& app, Arguments& given) {
     ConvertRequest& request = given.conversion;
     CLI::App& command =
-        add_command(app, "convert", "Makes PCX pictures, WAV sounds and AVI films from those of other programs",
+        add_command(app, "convert", "Converts pictures, sounds and films of other formats to PCX, WAV and AVI",
                     "  vcckit convert menu.png -o veldor/images          alpha becomes the transparent colour\n"
                     "  vcckit convert --loop theme.ogg -o veldor/sounds/theme00.wav\n"
                     "  vcckit convert intro.mp4 -o veldor/images/VELDOR_Intro.avi");
     command.add_option("INPUT", given.converted, "pictures, sounds and films of any format")
         ->required()
         ->type_name("FILE");
-    command.add_option("-o,--output", request.output, "file or folder to write; without it beside the input")
+    command.add_option("-o,--output", request.output, "file or folder to write (default: beside the input)")
         ->type_name("FILE|DIR");
-    command.add_option("--bits", request.bits, "pictures: bits of a pixel, 24 unless told otherwise")
+    command.add_option("--bits", request.bits, "pictures: bits per pixel (default: 24)")
         ->type_name("BITS")
         ->check(CLI::IsMember({8, 24}));
-    command.add_flag("--loop", request.loop, "sounds: refuse one whose end does not run into its beginning");
+    command.add_flag("--loop", request.loop, "sounds: refuses one whose end does not run into its beginning");
     return command;
 }
 
 CLI::App& add_explain(CLI::App& app, Arguments& given) {
-    CLI::App& command = add_command(app, "explain", "Says what the code of a fault stands for, with an example",
+    CLI::App& command = add_command(app, "explain", "Explains the code of a fault, with an example",
                                     "  vcckit explain VK117\n"
                                     "  vcckit explain                                    lists all codes");
     command.add_option("CODE", given.codes, "codes of faults")->type_name("CODE");
-    command.add_flag("--markdown", given.markdown, "the table of all codes, as docs/faults.md has it");
+    command.add_flag("--markdown", given.markdown, "prints the table of docs/faults.md");
     return command;
 }
 
 CLI::App& add_schema(CLI::App& app, Arguments& given) {
     CLI::App& command = add_command(app, "schema", "Prints the JSON schema of screen sources, for editors",
                                     "  vcckit schema > screen.schema.json");
-    command.add_flag("--fields", given.fields, "the table of a record's fields, as docs/formats.md has it");
+    command.add_flag("--fields", given.fields, "prints the table of record fields of docs/formats.md");
     return command;
 }
 
-/// The words that may stand in the place of one that nothing knows: commands, or the options of the command.
+/// Names an unknown command or option, and the nearest known one; empty if all are known.
 std::string suggestion(const CLI::App& app, std::span<const std::string> words) {
     std::vector<std::string> known;
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
@@ -240,36 +242,35 @@ CLI::App& add_play(CLI::App& app, Arguments& given) {
     PlayRequest& request = given.play;
     request.pictures = "played";
     CLI::App& command = add_command(
-        app, "play", "Visits every slot in the real program on a virtual display, and keeps pictures",
+        app, "play", "Visits every slot in the real program on a virtual display and saves pictures",
         "  vcckit play veldor                                both languages; pictures in the folder played\n"
         "  vcckit play veldor --language de -o pictures");
     command.add_option("DIR", request.folder, "folder of the installation")->required()->type_name("DIR");
-    command.add_option("-o,--output", request.pictures, "folder for the pictures; \"played\" without it")
-        ->type_name("DIR");
-    command.add_option("--language", request.language, "English or German; both without it")
+    command.add_option("-o,--output", request.pictures, "folder for the pictures (default: played)")->type_name("DIR");
+    command.add_option("--language", request.language, "English or German (default: both)")
         ->type_name("CODE")
         ->check(CLI::IsMember({"en", "de"}));
-    command.add_flag("--films", request.films, "show the films of the start, too");
+    command.add_flag("--films", request.films, "shows the films at the start, too");
     return command;
 }
 
 CLI::App& add_edit(CLI::App& app, Arguments& given) {
     EditorRequest& request = given.edit;
     CLI::App& command =
-        add_command(app, "edit", "Edits screens in a browser, with the picture that the program shows",
+        add_command(app, "edit", "Edits screens in a browser, exactly as the program shows them",
                     "  vcckit edit veldor                                opens the page\n"
                     "  vcckit edit game --screens screens --no-browser   prints its address, and waits");
     command.add_option("DIR", request.folder, "folder of the installation")->required()->type_name("DIR");
-    command.add_option("--screens", request.screens, "folder of the sources; \"screens\" in or beside DIR without it")
+    command.add_option("--screens", request.screens, "folder of the sources (default: screens in or beside DIR)")
         ->type_name("DIR");
-    command.add_option("--port", request.port, "port of 127.0.0.1; a free one without it")
+    command.add_option("--port", request.port, "port of 127.0.0.1 (default: a free one)")
         ->type_name("N")
         ->check(CLI::Range(0, 65535).description("0 to 65535"));
     command.add_flag("--no-browser{false}", request.browser, "does not open the page");
     return command;
 }
 
-/// What the completion of a shell asks: not in the help, for no person types it.
+/// The call of a shell's completion; not in the help, because nobody types it.
 bool is_completion(const std::vector<std::string>& words) {
     return !words.empty() && words[0] == "__complete";
 }
@@ -282,9 +283,9 @@ int print_completions(const CLI::App& app, const std::vector<std::string>& words
 
 } // namespace
 
-// The set-up of the command line throws only on a mistake of ours.
+// Setting up the command line throws only for a bug in it.
 int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
-    CLI::App app{"Makes, unmakes, checks and shows the files of a Veldor installation.", "vcckit"};
+    CLI::App app{"Makes, unpacks, checks and shows the files of a Veldor installation.", "vcckit"};
     app.require_subcommand(1);
     app.allow_windows_style_options(false); // "/" begins a folder's name on every system
     app.set_version_flag("--version", std::string("vcckit ") + vcc::version_text);

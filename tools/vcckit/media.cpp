@@ -27,9 +27,9 @@ double seconds(std::int64_t time, AVRational base) {
 
 std::unique_ptr<Media> Media::open(const std::string& path, std::string& fault) {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(platform::system_path(path),
-                                          error)) { // opening a pipe would wait for its other end
-        fault = std::filesystem::exists(platform::system_path(path), error) ? "is no file" : "does not exist";
+    const auto file = platform::system_path(path);
+    if (!std::filesystem::is_regular_file(file, error)) { // opening a pipe would block
+        fault = std::filesystem::exists(file, error) ? "is not a file" : "does not exist";
         return nullptr;
     }
     const MediaFunctions* const ffmpeg = media_functions();
@@ -38,7 +38,7 @@ std::unique_ptr<Media> Media::open(const std::string& path, std::string& fault) 
                 ": install libavformat, libavcodec, libswresample and libswscale";
         return nullptr;
     }
-    fault = "is no picture, sound or film that FFmpeg knows";
+    fault = "is not a picture, sound or film that FFmpeg knows";
     AVFormatContext* input = ffmpeg->avformat_alloc_context();
     if (input == nullptr)
         return nullptr;
@@ -66,7 +66,7 @@ std::unique_ptr<Media> Media::open(const std::string& path, std::string& fault) 
     if (media->pictures_ >= 0 && (input->streams[media->pictures_]->disposition & AV_DISPOSITION_ATTACHED_PIC) != 0)
         media->pictures_ = -1; // the cover of a song
     media->sound_ = best(AVMEDIA_TYPE_AUDIO);
-    // FFmpeg would show a text as a film of a terminal.
+    // FFmpeg would decode a text as a film of a terminal.
     if (media->kind() == MediaKind::none || std::string_view(input->iformat->name) == "tty")
         return nullptr;
     fault.clear();
@@ -92,21 +92,21 @@ bool Media::choose(AVMediaType type, std::string& fault) {
     const AVCodec* decoder = ffmpeg.avcodec_find_decoder(stream().codecpar->codec_id);
     codec_.reset(decoder != nullptr ? ffmpeg.avcodec_alloc_context3(decoder) : nullptr);
     if (!codec_ || ffmpeg.avcodec_parameters_to_context(codec_.get(), stream().codecpar) < 0) {
-        fault = "is coded in a way that FFmpeg does not know here";
+        fault = "has a coding that this FFmpeg does not support";
         return false;
     }
-    codec_->thread_count = 0; // as many as there are processors
+    codec_->thread_count = 0; // one per processor
     codec_->max_pixels = pixel_limit;
     codec_->err_recognition = AV_EF_EXPLODE | AV_EF_CRCCHECK | AV_EF_BITSTREAM | AV_EF_BUFFER;
     codec_->pkt_timebase = stream().time_base;
     if (ffmpeg.avcodec_open2(codec_.get(), decoder, nullptr) < 0) {
-        fault = "is too large, or coded in a way that FFmpeg does not know here";
+        fault = "is too large, or has a coding that this FFmpeg does not support";
         return false;
     }
     return true;
 }
 
-/// Gives the decoder the next packet, or tells it that there is none left; false on damage.
+/// Sends the decoder the next packet, or the end; false if the file is damaged.
 bool Media::feed_decoder() {
     const MediaFunctions& ffmpeg = *media_functions();
     for (;;) {
@@ -115,7 +115,7 @@ bool Media::feed_decoder() {
             return ffmpeg.avcodec_send_packet(codec_.get(), nullptr) >= 0;
         if (read < 0)
             return false;
-        // An empty packet repeats the frame before it; the decoder would take it for the end.
+        // An empty packet repeats the previous frame; the decoder would take it for the end.
         const bool usable = packet_->stream_index == chosen_ && packet_->size > 0;
         const bool damaged = usable && ((packet_->flags & AV_PKT_FLAG_CORRUPT) != 0 ||
                                         ffmpeg.avcodec_send_packet(codec_.get(), packet_.get()) < 0);
@@ -136,7 +136,7 @@ const AVFrame* Media::next_frame() {
                                  ? frame_->decode_error_flags != 0 || (frame_->flags & AV_FRAME_FLAG_CORRUPT) != 0
                                  : result != AVERROR(EAGAIN) || !feed_decoder();
         if (damaged) {
-            fault_ = "is damaged, or cut off";
+            fault_ = "is damaged or truncated";
             return nullptr;
         }
         if (result >= 0)

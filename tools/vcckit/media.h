@@ -12,30 +12,30 @@ enum class MediaKind { none, picture, sound, film };
 
 class Media {
 public:
-    /// Opens a file; null with the reason in `fault` when it is no such file.
+    /// Opens a file; null with the reason in `fault` if it has no known format.
     static std::unique_ptr<Media> open(const std::string& path, std::string& fault);
 
-    /// A film may have sound, too.
+    /// A film may also have sound.
     MediaKind kind() const;
     bool has_sound() const { return sound_ >= 0; }
 
-    /// Decodes the pictures or the sound from here on; false with the reason in `fault`. Once, before the first frame.
+    /// Chooses to decode the pictures or the sound; false with the reason in `fault`. Call once, before the first
+    /// frame.
     bool choose(AVMediaType type, std::string& fault);
 
-    /// The next frame; null at the end, and on damage, which fault() then tells. The frame before it stays valid, the
-    /// ones before that do not.
+    /// The next frame; null at the end or if the file is damaged, see fault(). Only the frame before it stays valid.
     const AVFrame* next_frame();
     const std::string& fault() const { return fault_; }
 
     const AVStream& stream() const { return *input_->streams[chosen_]; }
     const AVCodecContext& codec() const { return *codec_; }
-    AVRational frame_rate() const;          ///< 0/1 when it is not known
-    AVRational sample_aspect_ratio() const; ///< 0/1 when it is not known
+    AVRational frame_rate() const;          ///< 0/1 if unknown
+    AVRational sample_aspect_ratio() const; ///< 0/1 if unknown
 
-    /// Seconds from the beginning, or below 0 when the frame does not tell.
+    /// Seconds from the beginning; below 0 if unknown.
     double time_of(const AVFrame& frame) const;
 
-    /// 0 to 1: how much of the file has been decoded, as far as it can be told.
+    /// Decoded share of the file, 0 to 1, if known.
     double share_done(const AVFrame& frame) const;
 
 private:

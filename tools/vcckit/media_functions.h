@@ -1,5 +1,5 @@
-// The functions of FFmpeg that converting calls, found when the first file is converted: linked the usual way, the
-// libraries would take longer to load than most commands run.
+// The FFmpeg functions for converting, looked up with the first file: linked as usual, the libraries would take longer
+// to load than most commands run.
 #pragma once
 
 extern "C" {
@@ -71,10 +71,10 @@ struct MediaFunctions {
 #undef VELDOR_DECLARE
 };
 
-/// The functions, or null when a library or a function is missing. The libraries stay loaded.
+/// The functions, or null if a library or a function is missing. The libraries stay loaded.
 const MediaFunctions* media_functions();
 
-// Owners of the libraries' objects. None is made before media_functions() has given the functions.
+// Owners of the libraries' objects, usable after media_functions() has succeeded.
 struct MediaDeleter {
     void operator()(AVFormatContext* input) const noexcept { media_functions()->avformat_close_input(&input); }
     void operator()(AVCodecContext* codec) const noexcept { media_functions()->avcodec_free_context(&codec); }

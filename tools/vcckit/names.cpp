@@ -13,7 +13,7 @@ using enum Meaning;
 
 struct NameRow {
     Meaning meaning;
-    std::string_view name; ///< of a single number, or of the first of `count`, which are called name_0, name_1 ...
+    std::string_view name; ///< of one number, or of the first of `count` numbers named name_0, name_1 ...
     std::int32_t first;
     std::int32_t count;
 };
@@ -48,7 +48,7 @@ constexpr NameRow rows[] = {
     {colour, "amber", 160, 12},
     {colour, "copper", 172, 4},
 
-    // by face and height in the built-in installation
+    // face and height in the built-in installation
     {font, "sans_12", 0, 1},
     {font, "sans_13", 1, 1},
     {font, "mono_11", 2, 1},
@@ -108,7 +108,7 @@ std::vector<std::string> names_of(Meaning meaning) {
 std::string permitted_values(Meaning meaning) {
     switch (meaning) {
     case colour:
-        return "colours are 0 to 255, black to white, and ramps as steel_0 to steel_15";
+        return "colours are 0 to 255, black to white, or ramps such as steel_0 to steel_15";
     case font:
         return "fonts are 0 to 10, or their names from sans_12 to mono_20_b";
     case action:

@@ -1,4 +1,4 @@
-// Names that may stand for numbers in a screen source.
+// Names for numbers in screen sources.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@
 
 namespace vcc::kit {
 
-/// What a number of a slot record means, and so which names may stand for it.
+/// What a number of a slot record means, which decides the names for it.
 enum class Meaning { number, colour, font, action, sound, buffer, input, focus };
 
 inline constexpr std::array all_meanings{Meaning::number, Meaning::colour, Meaning::font,  Meaning::action,
@@ -20,7 +20,7 @@ inline constexpr std::array all_meanings{Meaning::number, Meaning::colour, Meani
 std::string_view meaning_word(Meaning meaning);
 std::optional<Meaning> meaning_of_word(std::string_view word);
 
-/// The number that a built-in name stands for.
+/// The number of a built-in name.
 std::optional<std::int32_t> number_of_name(Meaning meaning, std::string_view name);
 
 /// The built-in name of a number, if it has one.
@@ -29,7 +29,7 @@ std::optional<std::string> name_of_number(Meaning meaning, std::int32_t number);
 /// Every name of a meaning.
 std::vector<std::string> names_of(Meaning meaning);
 
-/// What may stand for a meaning, in words: "fonts are 0 to 10, or ..."
+/// The valid values of a meaning, in words: "fonts are 0 to 10, or ..."
 std::string permitted_values(Meaning meaning);
 
 } // namespace vcc::kit

@@ -15,7 +15,7 @@ char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// Changes, insertions, deletions and swaps of neighbours that turn one word into the other.
+/// Number of changes, insertions, deletions and swaps of neighbours that turn one word into the other.
 std::size_t distance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> before(b.size() + 1), last(b.size() + 1), row(b.size() + 1);
     for (std::size_t j = 0; j <= b.size(); ++j)

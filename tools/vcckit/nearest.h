@@ -1,4 +1,4 @@
-// The word that somebody meant.
+// Guesses the word that somebody meant.
 #pragma once
 
 #include <span>
@@ -7,8 +7,8 @@
 
 namespace vcc::kit {
 
-/// The word with the fewest letters to change, add, leave out or swap, the first of several; empty when even that one
-/// is too far away: more than a third of the longer word's letters. Letter case does not count. Pure.
+/// The word with the fewest letters to change, add, remove or swap, the first of several; empty if these are more than
+/// a third of the longer word's letters. Ignores letter case. Pure.
 std::string nearest_word(std::string_view word, std::span<const std::string> words);
 
 } // namespace vcc::kit

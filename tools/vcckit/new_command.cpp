@@ -1,4 +1,4 @@
-// A new project: a folder of sources from which "make" puts an installation together.
+// The command new: a folder of sources from which "make" builds an installation.
 #include "commands.h"
 #include "new_file.h"
 #include "template_files.h"
@@ -43,7 +43,7 @@ bool is_installation(const fs::path& folder) {
     });
 }
 
-/// Beside the tool, as it is installed and as it is built.
+/// Beside the tool, installed or in the build folder.
 std::optional<fs::path> built_in_installation() {
     const fs::path tool = platform::system_path(platform::program_path()).parent_path();
     std::error_code error;
@@ -73,7 +73,7 @@ std::string own_sound_setup(const std::string& built_in, const std::string& titl
     return setup + "+190\n\xA7" + title.substr(0, theme_name_limit) + "\n-theme00.wav\n";
 }
 
-/// The built-in settings, with the one theme that there is for every module.
+/// The built-in settings, with the only theme for every module.
 std::string own_settings(const std::string& built_in) {
     std::string settings;
     for (std::size_t at = 0; at < built_in.size();) {
@@ -118,7 +118,7 @@ public:
         return false;
     }
 
-    /// Puts the folder in its place.
+    /// Moves the folder into place.
     bool finish() {
         std::error_code error;
         fs::rename(unfinished_, folder_, error);
@@ -137,18 +137,18 @@ bool is_plain(const std::string& name) {
                name, [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-' || c == '_'; });
 }
 
-/// The folder's name and the installation that it builds on, or what stands against them.
+/// Checks the folder's name and the installation to build on.
 std::string fault_of(const NewRequest& request, const fs::path& folder, const std::optional<fs::path>& base) {
     std::error_code error;
     if (!is_plain(platform::name_of(folder.filename())))
-        return request.name + ": a name has letters, digits, - and _, and begins with a letter";
+        return request.name + ": a name consists of letters, digits, - and _, and begins with a letter";
     if (fs::exists(folder, error) && !fs::is_empty(folder, error))
         return request.name + ": exists already";
     if (!base)
-        return "the built-in installation is not beside this tool: --base names its folder";
+        return "the built-in installation is not beside this tool: give its folder with --base";
     if (!is_installation(*base))
-        return base->string() + ": is no installation: it has no " + path::sound_setup + ", no " + path::buffer_list +
-               " or no " + path::settings;
+        return base->string() + ": is not an installation: it has no " + path::sound_setup + ", no " +
+               path::buffer_list + " or no " + path::settings;
     if (!fs::exists(*base / "vcc", error) && !fs::exists(*base / "vcc.exe", error))
         return base->string() + ": has no program vcc";
     return {};

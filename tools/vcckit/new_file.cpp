@@ -15,7 +15,7 @@ namespace vcc::kit {
 namespace {
 
 volatile std::sig_atomic_t request = 0;
-int guards = 0; ///< that live; those within another change nothing
+int guards = 0; ///< alive; nested ones change nothing
 
 constexpr int requests[] = {
     SIGINT,
@@ -44,7 +44,7 @@ NewFile::NewFile(std::string path) : path_(std::move(path)), temporary_(path_ + 
         return;
     }
     if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there)) {
-        reason_ = "cannot write " + path_ + ": is no file"; // a device or a pipe would be gone
+        reason_ = "cannot write " + path_ + ": is not a file"; // a device or a pipe would be gone
         return;
     }
     file_.reset(platform::open_file(temporary_, "wb"));

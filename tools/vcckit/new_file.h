@@ -1,4 +1,4 @@
-// Files that come into being whole or not at all, and commands that may be broken off.
+// Files that are written whole or not at all, and commands that can be interrupted.
 #pragma once
 
 #include "core/handles.h"
@@ -8,8 +8,8 @@
 
 namespace vcc::kit {
 
-/// Written beside its name and put there by commit(). What is not committed is removed again, and the file that had
-/// the name before stays as it was.
+/// Written beside its place and moved there by commit(). Without commit() it is removed, and a former file of the name
+/// stays unchanged.
 class NewFile {
 public:
     explicit NewFile(std::string path);
@@ -17,18 +17,18 @@ public:
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
 
-    /// Null when the file cannot be written; reason() then says why.
+    /// Null if the file cannot be written; see reason().
     std::FILE* stream() const { return file_.get(); }
 
     bool write(const void* bytes, std::size_t count);
 
-    /// The name that the file has until then.
+    /// The file's name until commit().
     const std::string& temporary_name() const { return temporary_; }
 
-    /// False when something could not be written.
+    /// False if writing fails.
     bool flush();
 
-    /// Ends the writing; false when the file did not reach its place.
+    /// Moves the file into place; false if that fails.
     bool commit();
 
     /// "cannot write images/menu.pcx: No space left on device".
@@ -42,9 +42,9 @@ private:
     bool made_ = false;
 };
 
-/// As long as it lives, a request to end the process (Ctrl+C, SIGTERM, SIGHUP) only makes interrupted() true, so that
-/// what is begun can be taken back; a second one ends the process. Afterwards the process ends as the first one asked:
-/// with several guards, when the outermost one goes.
+/// While it lives, the first request to end the process (Ctrl+C, SIGTERM, SIGHUP) only makes interrupted() true, so
+/// that the work can be undone; a second one ends the process. At its end (with nested guards, that of the outermost)
+/// the process ends by the first request.
 class InterruptionGuard {
 public:
     InterruptionGuard();

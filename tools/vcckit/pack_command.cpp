@@ -1,4 +1,4 @@
-// Packing and unpacking: screen sources to slot and toggle files, and back.
+// The commands pack and unpack: screen sources to slot and toggle files, and back.
 #include "commands.h"
 
 #include "file_set.h"
@@ -69,7 +69,7 @@ void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& so
                      sum == 1 ? "fault" : "faults");
 }
 
-/// Tells of sources that make the files of an earlier one; true when there is none.
+/// Reports sources for the same screen; true if there are none.
 bool makes_each_screen_once(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
     for (std::size_t i = 0; i < checked.size(); ++i)
         for (std::size_t j = 0; j < i; ++j)
@@ -89,9 +89,10 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
         sources.push_back({file, std::move(*text)});
     }
     if (!is_installation(request.installation)) {
-        complain(request.installation +
-                 (fs::exists(platform::system_path(request.installation)) ? " is no installation" : " does not exist") +
-                 ": there is neither tools/language.ini nor tools/vcc.buf nor data/configs/vcc.cfg in it");
+        complain(
+            request.installation +
+            (fs::exists(platform::system_path(request.installation)) ? " is not an installation" : " does not exist") +
+            ": it has no tools/language.ini, tools/vcc.buf or data/configs/vcc.cfg");
         return exit_unusable;
     }
     const std::vector<SourceCheck> checked = check_all(sources, request, ignored);
@@ -100,7 +101,7 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
     Faults faults;
     for (const SourceCheck& each : checked)
         faults.insert(faults.end(), each.faults.begin(), each.faults.end());
-    const InterruptionGuard guard; // what is written beside its place is taken away again
+    const InterruptionGuard guard; // removes files that are not yet in place
     FileSet files;
     std::vector<std::string> written;
     std::string reason;
@@ -124,7 +125,7 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
     return faults.empty() ? exit_clean : exit_faults;
 }
 
-/// The source of a screen that lies with its installation: in a folder "screens" within or beside it.
+/// The source of a screen in a folder "screens" within or beside its installation.
 std::optional<std::string> source_beside(const fs::path& slot_file, const std::string& name) {
     const fs::path installation = fs::absolute(slot_file).parent_path() / "../../..";
     for (const char* folder : {"screens", "../screens"}) {
@@ -135,7 +136,7 @@ std::optional<std::string> source_beside(const fs::path& slot_file, const std::s
     return std::nullopt;
 }
 
-/// The fonts with which the source was packed: it may align texts.
+/// The fonts for the source, which may align texts.
 bool describes_with_fonts(const std::string& source, const Screen& screen, const fs::path& slot_file) {
     const platform::FolderVisit visit(
         platform::name_of((fs::absolute(slot_file).parent_path() / "../../..").lexically_normal()));
@@ -143,7 +144,7 @@ bool describes_with_fonts(const std::string& source, const Screen& screen, const
     return describes(source, screen, load_measuring_fonts() ? measure_of_loaded_fonts() : TextMeasure{});
 }
 
-/// Empty when a source cannot say it.
+/// Empty if a source cannot describe it.
 std::string screen_name(const std::string& slot_file) {
     std::string name = platform::name_of(platform::system_path(slot_file).stem());
     for (const LanguageRow& language : languages)
@@ -167,9 +168,9 @@ int run_pack(const PackRequest& request) {
     watch(request.sources, [&] { pack_once(request, ignored); });
 }
 
-/// Whether the output is one of the files that are read.
+/// Whether the output is one of the inputs.
 bool is_unpacked(const std::string& output, const std::vector<std::string>& files) {
-    std::error_code error; // a file that is not there is none of them
+    std::error_code error; // a missing file is not an input
     return std::ranges::any_of(files, [&](const std::string& file) {
         const fs::path slots = platform::system_path(file), written = platform::system_path(output);
         return fs::equivalent(written, slots, error) ||
@@ -177,7 +178,7 @@ bool is_unpacked(const std::string& output, const std::vector<std::string>& file
     });
 }
 
-/// One file stands for both languages.
+/// A single file counts for both languages.
 int run_unpack(const std::vector<std::string>& files, const std::string& output) {
     if (is_unpacked(output, files)) {
         complain(output + ": would be replaced by its own source: give another name with -o");
@@ -197,7 +198,7 @@ int run_unpack(const std::vector<std::string>& files, const std::string& output)
         complain(difference + ": unpack each file by itself");
         return exit_unusable;
     }
-    // With its own source beside it a screen keeps names and comments.
+    // A source beside the screen keeps names and comments.
     std::string source = source_beside(platform::system_path(files.front()), screen.name).value_or("");
     if (source.empty() || !describes_with_fonts(source, screen, platform::system_path(files.front())))
         source = write_screen_source(screen);

@@ -45,7 +45,7 @@ std::string write_packed_screen(const Screen& screen, const std::string& install
 
 namespace {
 
-/// The reason begins with the file's name.
+/// The reason begins with the file name.
 std::string read_records(const std::string& path, std::vector<Slot>& records) {
     const auto bytes = read_file(path);
     if (!bytes)
@@ -53,7 +53,7 @@ std::string read_records(const std::string& path, std::vector<Slot>& records) {
     auto read = read_slot_file(*bytes);
     const std::string fault = fault_of_slot_file(*bytes, read);
     records = std::move(read).value_or({});
-    return fault.empty() ? "" : path + " is no slot file: " + fault;
+    return fault.empty() ? "" : path + " is not a slot file: " + fault;
 }
 
 } // namespace

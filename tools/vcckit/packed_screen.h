@@ -11,18 +11,18 @@
 
 namespace vcc::kit {
 
-/// Whether a folder is an installation, or the beginning of one.
+/// Whether a folder is an installation, complete or not.
 bool is_installation(const std::string& folder);
 
-/// Puts the files of a screen into the set; their names relative to the installation go to `written`. The reason of a
-/// failure, else an empty text.
+/// Adds the files of a screen to the set, and their names relative to the installation to `written`. Returns the reason
+/// of a failure, else an empty text.
 std::string write_packed_screen(const Screen& screen, const std::string& installation, FileSet& files,
                                 std::vector<std::string>& written);
 
-/// The records of a slot file and of the toggle file of the same name, when there is one.
+/// The records of a slot file and of its toggle file, if there is one.
 Result<ScreenRecords> read_packed_records(const std::string& slot_file);
 
-/// The screen of that name. Fails when a language has no such file, or a file cannot be used.
+/// The screen of that name. Fails if a language lacks it or a file is unusable.
 Result<Screen> read_packed_screen(const std::string& installation, const std::string& name);
 
 /// "tools/language/english/e_vcc.slt"

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t colour_count = std::size_t{1} << 18;
 
-/// From 6 bits of a part to 8.
+/// From 6 bits per component to 8.
 std::uint8_t widened(std::uint32_t part) {
     return static_cast<std::uint8_t>(part << 2 | part >> 4);
 }
@@ -27,8 +27,8 @@ using Colours = std::span<Counted>;
 
 struct Box {
     Colours colours;
-    int shift = 0;           ///< of the part that varies most
-    std::uint64_t worth = 0; ///< how much a cut gains
+    int shift = 0;           ///< of the component that varies most
+    std::uint64_t worth = 0; ///< gain of a cut
 };
 
 Box box_of(Colours colours) {
@@ -46,7 +46,7 @@ Box box_of(Colours colours) {
     return box;
 }
 
-/// Where half of the pixels are on each side; never at an end.
+/// The position with half of the pixels on each side; never an end.
 std::size_t middle_of(Colours colours) {
     std::uint64_t all = 0, before = 0;
     for (const Counted& each : colours)

@@ -11,11 +11,11 @@ namespace vcc::kit {
 
 using Colour = std::array<std::uint8_t, 3>; ///< red, green, blue, 0 to 255
 
-/// A colour as palettes of the graphics library keep it, with 6 bits of each part. Pure.
+/// A colour as in palettes of the graphics library, with 6 bits per component. Pure.
 std::uint32_t palette_colour(const Colour& colour);
 
-/// At most `most` colours of 6 bits a part that stand for those of the pixels: the very same ones when they are that
-/// few, else those of a median cut. Pure.
+/// At most `most` colours of 6 bits per component for the pixels: their own if they are few enough, else those of a
+/// median cut. Pure.
 std::vector<Colour> best_palette(std::span<const Colour> pixels, std::size_t most);
 
 /// The nearest colour of a palette for every palette_colour(). Pure.

@@ -56,10 +56,10 @@ std::string fault_of_picture(std::string_view bytes) {
         return "has four planes: save it without alpha";
     if (bits != 8 || (planes != 1 && planes != 3))
         return "has " + std::to_string(planes) + (planes == 1 ? " plane of " : " planes of ") + std::to_string(bits) +
-               (bits == 1 ? " bit" : " bits") + ": save it with 8 bits and a palette, or 24 bits";
+               (bits == 1 ? " bit" : " bits") + ": save it with 8 bits and a palette, or with 24 bits";
     if (header.width < 1 || header.height < 1 || header.width > picture_limit || header.height > picture_limit)
         return "is " + std::to_string(header.width) + " x " + std::to_string(header.height) + " pixels, at most " +
-               std::to_string(picture_limit) + " a side can be read";
+               std::to_string(picture_limit) + " per side can be read";
     return unfit_picture;
 }
 
@@ -71,7 +71,7 @@ PictureCheck check_picture(const std::string& path) {
     if (!check.bitmap)
         check.fault = fault_of_picture(*bytes);
     else if (!pcx_is_complete(*bytes))
-        check = {std::move(check.bitmap), "ends in the middle of the picture", FaultCode::file_cut};
+        check = {std::move(check.bitmap), "is truncated", FaultCode::file_cut};
     return check;
 }
 

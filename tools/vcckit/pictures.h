@@ -1,4 +1,4 @@
-// PCX pictures: whether one is whole.
+// Checks PCX pictures.
 #pragma once
 
 #include "core/handles.h"
@@ -10,8 +10,8 @@
 namespace vcc::kit {
 
 struct PictureCheck {
-    BitmapPtr bitmap;                               ///< as the program would load it; null when it would refuse it
-    std::string fault;                              ///< empty when nothing is wrong
+    BitmapPtr bitmap;                               ///< as the program loads it; null if it refuses it
+    std::string fault;                              ///< empty without a fault
     FaultCode code = FaultCode::picture_unreadable; ///< of the fault
     std::string advice = "vcckit convert makes a PCX picture of 8 or 24 bits";
 };
@@ -21,7 +21,7 @@ PictureCheck check_picture(const std::string& path);
 /// Why the program refuses the bytes of a picture. Pure.
 std::string fault_of_picture(std::string_view bytes);
 
-/// True when the run-length data hold every line that the header announces. Pure.
+/// True if the run-length data contain all lines that the header announces. Pure.
 bool pcx_is_complete(std::string_view bytes);
 
 } // namespace vcc::kit

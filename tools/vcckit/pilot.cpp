@@ -9,7 +9,7 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr int press_frame = 6; ///< the pointer has been noticed by then
+constexpr int press_frame = 6; ///< enough to notice the pointer
 constexpr int release_frame = 8;
 constexpr int last_frame = 14;
 constexpr int settle_frames = 12; ///< after the last step
@@ -44,8 +44,8 @@ int Pilot::read_key() {
     return KEY_F1 << ascii_bits;
 }
 
-/// Called once per frame, and whenever the program empties the keyboard. A key that is waiting is therefore offered at
-/// every other call: once for the emptying, once for the reader.
+/// Called once per frame, and whenever the program empties the keyboard. So a waiting key is offered at every other
+/// call: for emptying, then for reading.
 bool Pilot::next_frame() {
     if (close_requested)
         return false;

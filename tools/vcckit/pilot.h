@@ -1,4 +1,4 @@
-// A player without a display: keys and pointer come from a list of steps, and the picture is taken when they are done.
+// A player without a display: performs a list of keys and pointer moves, then takes the picture.
 #pragma once
 
 #include "core/handles.h"
@@ -10,12 +10,12 @@ namespace vcc::kit {
 
 struct Step {
     enum class Kind { point, left_click, right_click, help_key } kind;
-    /// Where to point, asked when the step comes: records move while the program runs. Null for a key.
+    /// Where to point, asked at the step itself, because records move. Null for a key.
     std::function<void(int& x, int& y)> place;
 };
 
-/// Installed for the life of the object as the library's keyboard. Takes the steps one by one, then waits for the
-/// picture on the display to be still, keeps a copy, and leaves the program.
+/// Acts as the library's keyboard for its life. Performs the steps, waits until the picture on the display no longer
+/// changes, copies it, and leaves the program.
 class Pilot {
 public:
     explicit Pilot(std::vector<Step> steps);
@@ -23,7 +23,7 @@ public:
     Pilot(const Pilot&) = delete;
     Pilot& operator=(const Pilot&) = delete;
 
-    /// The picture; null when the program ended by itself before it was taken.
+    /// The picture; null if the program ended before it was taken.
     BitmapPtr take_picture() { return std::move(picture_); }
 
 private:

@@ -1,4 +1,4 @@
-// Playing an installation: the real program on a virtual desktop, and a picture of everything that it shows.
+// The command play: plays an installation in the real program on a virtual desktop and saves pictures of all it shows.
 #include "commands.h"
 #include "file_set.h"
 #include "installation.h"
@@ -27,7 +27,7 @@ void complain(const std::string& text) {
     std::fprintf(stderr, "vcckit: %s\n", text.c_str());
 }
 
-/// A copy to play with, since the program writes settings and logs; gone with the object.
+/// A temporary copy to play, because the program writes settings and logs.
 class PlayedCopy {
 public:
     PlayedCopy() = default;
@@ -39,7 +39,7 @@ public:
     PlayedCopy(const PlayedCopy&) = delete;
     PlayedCopy& operator=(const PlayedCopy&) = delete;
 
-    /// Empty, or why it could not be made.
+    /// Empty, or why it could not be created.
     std::string make(const fs::path& installation) {
         std::error_code error;
         const fs::path folder = fs::temp_directory_path(error) / ("vcckit-" + std::to_string(std::random_device{}()));
@@ -61,12 +61,12 @@ public:
     }
 
 private:
-    /// Points and pictures are those of screens that are not scaled.
+    /// Positions and pictures assume an unscaled screen.
     void keep_own_size() const {
         const std::string name = platform::resolve_path((game() / path::settings).string());
         std::ifstream file(name, std::ios::binary);
         if (!file)
-            return; // unscaled without settings
+            return; // without settings it is unscaled
         const std::string text{std::istreambuf_iterator<char>(file), {}};
         const ConfigChange change{"VELDOR_GRAPHICS", "display_scale", "0"};
         std::ofstream(name, std::ios::binary) << apply_changes(text, {&change, 1});
@@ -80,7 +80,7 @@ bool is_picture_of_ours(const std::string& name) {
            std::isdigit(static_cast<unsigned char>(name[5])) != 0 && name[6] == '-' && name.ends_with(".png");
 }
 
-/// Takes away what an earlier run has left in the folder.
+/// Removes the pictures of an earlier run from the folder.
 bool prepare_pictures(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
@@ -94,7 +94,7 @@ bool prepare_pictures(const fs::path& folder) {
     return true;
 }
 
-/// The last lines of what the program printed.
+/// The last lines of the program's output.
 void tell_output(const fs::path& output) {
     std::ifstream file(output);
     for (std::string line; std::getline(file, line);)
@@ -104,14 +104,14 @@ void tell_output(const fs::path& output) {
 struct Journey {
     std::size_t language;
     VisitPlan plan;
-    bool films; ///< begins with them
+    bool films; ///< starts with them
 };
 
-/// The languages that are wanted; nothing with the reason in `fault`.
+/// Plans for the requested languages; nothing with the reason in `fault`.
 std::optional<std::vector<Journey>> plan_journeys(const PlayRequest& request, const PlayedCopy& copy,
                                                   std::string& fault) {
     const platform::FolderVisit inside(copy.game().string());
-    const Library library; // one for all: the sound of a second one would not start
+    const Library library; // shared: a second one would not start its sound
     std::vector<Journey> journeys;
     for (std::size_t language = 0; language < languages.size(); ++language) {
         if (!request.language.empty() && request.language != languages[language].code)

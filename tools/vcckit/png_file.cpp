@@ -22,7 +22,7 @@ RgbPicture rgb_of(BITMAP& bitmap) {
 }
 
 double share_alike(const RgbPicture& one, const RgbPicture& other) {
-    constexpr int near = 10; // what 15 bits lose, widened in one way or another
+    constexpr int near = 10; // differences that 15 bits lose
     if (one.width != other.width || one.height != other.height || one.rgb.empty())
         return 0;
     std::size_t alike = 0;

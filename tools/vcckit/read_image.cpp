@@ -41,7 +41,7 @@ std::optional<Image> read_png(const std::string& path, std::string& fault) {
     png.version = PNG_IMAGE_VERSION;
     const std::unique_ptr<png_image, decltype(&png_image_free)> owned(&png, png_image_free);
     if (png_image_begin_read_from_file(&png, path.c_str()) == 0) {
-        fault = "is damaged, or cut off";
+        fault = "is damaged or truncated";
         return std::nullopt;
     }
     if (!fits(png.width, png.height, fault))
@@ -51,11 +51,11 @@ std::optional<Image> read_png(const std::string& path, std::string& fault) {
     image.rgba.resize(pixel_count(image.width, image.height) * channels);
     if (png_image_finish_read(&png, nullptr, image.rgba.data(), 0, nullptr) != 0)
         return image;
-    fault = "is damaged, or cut off";
+    fault = "is damaged or truncated";
     return std::nullopt;
 }
 
-/// A PCX picture with a plane of opacity, which no other reader here takes.
+/// A PCX picture with an alpha plane, which no other reader here supports.
 std::optional<Image> read_pcx_of_four_planes(const std::string& path, std::string& fault) {
     constexpr std::uint8_t run_mark = 0xC0;
     const auto file = read_file(path, picture_file_limit * channels);
@@ -80,7 +80,7 @@ std::optional<Image> read_pcx_of_four_planes(const std::string& path, std::strin
                     const bool repeated = at < bytes.size() && bytes[at] >= run_mark;
                     run = repeated ? bytes[at++] & ~run_mark : 1;
                     if (at >= bytes.size() || run == 0) {
-                        fault = "is damaged, or cut off";
+                        fault = "is damaged or truncated";
                         return std::nullopt;
                     }
                     value = bytes[at++];
@@ -100,7 +100,7 @@ std::optional<Image> read_by_ffmpeg(const std::string& path, std::string& fault)
         return std::nullopt;
     const AVFrame* const frame = media->next_frame();
     if (frame == nullptr) {
-        fault = media->fault().empty() ? "holds no picture" : media->fault();
+        fault = media->fault().empty() ? "has no picture" : media->fault();
         return std::nullopt;
     }
     if (!fits(frame->width, frame->height, fault))
@@ -111,7 +111,7 @@ std::optional<Image> read_by_ffmpeg(const std::string& path, std::string& fault)
         AV_PIX_FMT_RGBA, SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT, nullptr, nullptr, nullptr));
     Image image{frame->width, frame->height, {}};
     const std::size_t size = pixel_count(image.width, image.height) * channels;
-    constexpr std::size_t overrun = 64; // that the scaler may write behind the last line
+    constexpr std::size_t overrun = 64; // the scaler may write past the last line
     image.rgba.resize(size + overrun);
     std::uint8_t* const planes[4] = {image.rgba.data(), nullptr, nullptr, nullptr};
     const int strides[4] = {image.width * static_cast<int>(channels), 0, 0, 0};

@@ -7,7 +7,7 @@
 
 namespace vcc::kit {
 
-/// A PNG, JPEG, BMP, PCX or other picture, or the first frame of a film; nothing with the reason in `fault`.
+/// Reads a PNG, JPEG, BMP, PCX or other picture, or the first frame of a film; nothing with the reason in `fault`.
 std::optional<Image> read_image(const std::string& path, std::string& fault);
 
 } // namespace vcc::kit

@@ -36,19 +36,19 @@ void read_fonts(Installation& installation, Faults& faults) {
         all = false;
         faults.push_back({platform::file_exists(name) ? FaultCode::font_unreadable : FaultCode::file_missing, name, 0,
                           -1, key, platform::file_exists(name) ? "is not a font" : "does not exist",
-                          "put the font there, or change the key in data/configs/vcc.cfg", true});
+                          "add the font, or change the key in data/configs/vcc.cfg", true});
     }
     if (all && load_fonts(path::fonts))
         installation.fonts = true;
-    configure_fonts(); // cells are known even without faces
+    configure_fonts(); // cells are known without faces, too
 }
 
 bool load_measuring_fonts() {
     Installation installation;
-    Faults not_told; // vcckit check tells them
+    Faults not_told; // vcckit check reports them
     read_settings(installation, not_told);
     bool there = platform::init_truetype();
-    for (int n = 0; n < font_count; ++n) // or the loader would write into the log
+    for (int n = 0; n < font_count; ++n) // otherwise the loader would write to the log
         there = there && platform::file_exists(std::string(path::fonts) + "/" + read_text("font#_name", n));
     const bool loaded = there && load_fonts(path::fonts);
     configure_fonts();
@@ -59,7 +59,7 @@ void read_buffers(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(path::buffer_list);
     if (!text) {
         faults.push_back({file_missing, path::buffer_list, 0, -1, "", text.reason(),
-                          "write the list: docs/formats.md describes it", true});
+                          "write the list; docs/formats.md describes it", true});
         return;
     }
     installation.listed_buffers = true;
@@ -78,14 +78,14 @@ void read_buffers(Installation& installation, Faults& faults) {
             if (number < 0 || number >= graphic_buffer_count) {
                 report(buffer_unknown, "there is no graphic buffer " + std::to_string(number), "buffers are 0 to 24",
                        number < 0);
-                installation.listed_buffers = false; // what follows is not known
+                installation.listed_buffers = false; // the rest is unknown
                 return;
             }
             continue;
         }
         if (key == '*') {
             if (const int checked = to_number(line->substr(1)); checked < 0 || checked >= graphic_buffer_count) {
-                report(buffer_unknown, "there is no graphic buffer " + std::to_string(checked), "take the line out",
+                report(buffer_unknown, "there is no graphic buffer " + std::to_string(checked), "remove the line",
                        true);
                 installation.listed_buffers = false;
                 return;
@@ -93,14 +93,14 @@ void read_buffers(Installation& installation, Faults& faults) {
             continue;
         }
         if (key == '\0') {
-            report(buffer_line_empty, "the line is empty, and is taken for the name of a picture", "take the line out",
+            report(buffer_line_empty, "the line is empty, and counts as the name of a picture", "remove the line",
                    true);
             continue;
         }
         const std::string path(*line);
         installation.named.insert(path);
         if (made_by_program(number))
-            report(buffer_taken, "buffer " + std::to_string(number) + " is one that the program makes", "use 0 to 20");
+            report(buffer_taken, "buffer " + std::to_string(number) + " is created by the program", "use 0 to 20");
         if (installation.buffers.contains(number))
             report(buffer_taken, "buffer " + std::to_string(number) + " gets a second picture",
                    "give every picture its own \"+\"");
@@ -108,14 +108,14 @@ void read_buffers(Installation& installation, Faults& faults) {
         if (!picture.bitmap)
             report(picture.code, path + " " + picture.fault, picture.advice, true);
         else if (!picture.fault.empty())
-            report(picture.code, path + " " + picture.fault, "write the picture again");
+            report(picture.code, path + " " + picture.fault, "create the picture again");
         installation.buffers[number] = std::move(picture.bitmap);
     }
     for (const int needed : {screen_buffer, backdrop_buffer}) {
         const auto found = installation.buffers.find(needed);
         const bool there = found != installation.buffers.end() && found->second;
         if (found != installation.buffers.end() && !there)
-            continue; // told above
+            continue; // reported above
         if (!there || found->second->w < picture_width || found->second->h < picture_height)
             faults.push_back({buffer_missing, path::buffer_list, 0, -1, "+" + std::to_string(needed),
                               there ? "the picture is smaller than 800 x 600" : "no picture for this buffer",

@@ -37,12 +37,12 @@ public:
                 return;
             }
             if (step.action == SetupAction::none && !line->empty() && (*line)[0] != '#' && (*line)[0] != '+')
-                report(sound_line, "the line is passed over", "lines begin with #, +, &, $, *, - or the section sign");
+                report(sound_line, "the line is ignored", "lines begin with #, +, &, $, *, - or the section sign");
             take(step);
         }
         line_ = 0;
         if (!installed_)
-            report(sound_entry_missing, "no \"*\" line", "without it the sound system is not started");
+            report(sound_entry_missing, "no \"*\" line", "without it the sound system does not start");
     }
 
 private:
@@ -61,7 +61,7 @@ private:
         case SetupAction::set_name:
             name_ = step.value.substr(0, name_limit);
             if (step.value.size() > name_limit)
-                report(sound_name_long, "the name is longer than 20 characters", "it will be cut");
+                report(sound_name_long, "the name is longer than 20 characters", "it is cut");
             break;
         case SetupAction::refuse_theme:
             report(FaultCode::theme_order, "theme out of order",
@@ -83,23 +83,21 @@ private:
         const std::string path = (directory_.empty() ? "" : directory_ + "/") + std::string(step.value);
         installation_.named.insert(path);
         if (step.value.size() > name_limit)
-            report(sound_name_long, "the file name is longer than 20 characters",
-                   "it will be cut, and the file not be found");
+            report(sound_name_long, "the file name is longer than 20 characters", "it is cut, and the file not found");
         if (!installation_.sounds.insert(state_.entry).second)
-            report(sound_entry_twice, "entry " + std::to_string(state_.entry) + " is given a second time",
+            report(sound_entry_twice, "entry " + std::to_string(state_.entry) + " is given twice",
                    "the last one counts");
         if (state_.entry == 0)
             report(sound_entry_unknown, "entry 0 is never played", "use 1 to 189");
         if (!platform::file_exists(path)) {
-            report(file_missing, path + " does not exist", "put the file there, or take the entry out");
+            report(file_missing, path + " does not exist", "add the file, or remove the entry");
             return;
         }
         if (step.action == SetupAction::load_effect) {
             if (const auto effect = load_effect_file(path); !effect)
-                report(sound_unreadable, path + " " + effect.reason(),
-                       "convert it to that: otherwise the whole sound stays off");
+                report(sound_unreadable, path + " " + effect.reason(), "convert it: otherwise all sound stays off");
             else if (is_cut(path))
-                report(file_cut, path + " ends before its sound does", "write the file again");
+                report(file_cut, path + " is truncated", "create the file again");
             return;
         }
         installation_.themes[state_.entry - first_theme_entry] = path;
@@ -108,10 +106,9 @@ private:
             report(FaultCode::theme_order, "entries from 190 on are music themes",
                    "its name line begins with the section sign");
         if (const std::string fault = loop_fault(path); !fault.empty())
-            report(theme_seam, path + " " + fault,
-                   "make it PCM that runs into itself: a theme is played again and again");
+            report(theme_seam, path + " " + fault, "make it PCM that loops: its end must run into its beginning");
         else if (is_cut(path))
-            report(file_cut, path + " ends before its sound does", "write the file again");
+            report(file_cut, path + " is truncated", "create the file again");
     }
 
     Installation& installation_;
@@ -122,7 +119,7 @@ private:
     std::string directory_, name_;
 };
 
-/// The themes that the settings begin with.
+/// The themes chosen by the settings.
 void check_chosen_themes(const Installation& installation, Faults& faults) {
     for (const SettingRow& row : setting_rows()) {
         const auto* place = std::get_if<int*>(&row.place);
@@ -143,7 +140,7 @@ void read_sounds(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(path::sound_setup);
     if (!text) {
         faults.push_back({file_missing, path::sound_setup, 0, -1, "", text.reason(),
-                          "write the list, or there is no sound: docs/formats.md describes it"});
+                          "write the list, or there is no sound; docs/formats.md describes it"});
         return;
     }
     SetupWalk(installation, faults).run(*text);
@@ -151,7 +148,7 @@ void read_sounds(Installation& installation, Faults& faults) {
     for (const int sound : {film_sound, film_sound + 1})
         if (installation.listed_sounds && !installation.sounds.contains(sound))
             faults.push_back({sound_entry_missing, path::sound_setup, 0, -1, "+" + std::to_string(sound), "is missing",
-                              "add the entry: a film of the start is played with it"});
+                              "add the entry: it is the sound of a film"});
     if (installation.listed_sounds && installation.themes.empty())
         faults.push_back(
             {sound_entry_missing, path::sound_setup, 0, -1, "+190", "is missing", "add a theme, or there is no music"});

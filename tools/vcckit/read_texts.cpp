@@ -22,13 +22,13 @@ namespace {
 
 using enum FaultCode;
 
-/// Sections in which nobody but the control centre has keys.
+/// Sections with keys of the control centre only.
 bool all_keys_are_known(std::string_view section) {
     constexpr std::string_view known[] = {"VELDOR_SOUND", "VELDOR_GRAPHICS", "VELDOR_GENERAL"};
     return std::ranges::any_of(known, [&](std::string_view name) { return same_but_for_case(name, section); });
 }
 
-/// What is wrong with a value; empty when nothing is.
+/// What is wrong with a value; empty if nothing is.
 std::string fault_of_value(const SettingRow& row, std::string_view value) {
     if (row.kind == SettingKind::flag)
         return value == "yes" || value == "no" ? "" : "is neither yes nor no";
@@ -44,7 +44,7 @@ std::string fault_of_value(const SettingRow& row, std::string_view value) {
                : "";
 }
 
-/// A section of the settings that nobody reads is most likely misspelt. Modules name their own differently.
+/// Reports unknown sections, which are most likely misspelt; those of modules have other names.
 bool is_misspelt(std::string_view section) {
     constexpr std::string_view ours = "VELDOR_";
     return same_but_for_case(section.substr(0, ours.size()), ours) &&
@@ -63,19 +63,19 @@ void check_setting(const ConfigEntry& entry, Faults& faults) {
         return;
     }
     if (entry.section.empty())
-        report(setting_without_section, "stands before the first section", "put it below its [section]");
+        report(setting_without_section, "is before the first section", "move it below its [section]");
     const SettingRow* row = find_setting_row(entry.section, entry.key);
     if (!row) {
         if (all_keys_are_known(entry.section))
-            report(setting_unknown, "no such key in [" + entry.section + "]", "correct its spelling, or take it out");
+            report(setting_unknown, "no such key in [" + entry.section + "]", "correct its spelling, or remove it");
         return;
     }
     if (const std::string fault = fault_of_value(*row, entry.value); !fault.empty())
         report(FaultCode::setting_value, "\"" + entry.value + "\" " + fault,
-               "docs/settings.md lists what the key takes");
+               "docs/settings.md lists the values of the key");
 }
 
-/// Ranges of the numbers in a text-window file; `measure` is an edge, which may be cells or pixels.
+/// Ranges of the numbers in a text-window file; `measure` is an edge in cells or pixels.
 struct WindowRange {
     std::string_view key;
     int TextWindow::*member;
@@ -85,14 +85,14 @@ struct WindowRange {
 constexpr int any_low = std::numeric_limits<int>::min(), any_high = std::numeric_limits<int>::max();
 constexpr WindowRange window_ranges[] = {
     {"f", &TextWindow::title_colour, 0, colour_count - 1, "0 to 255 is allowed"},
-    {"c", &TextWindow::colour, any_low, colour_count - 1, "0 to 255 is allowed; below 0 there is no fill"},
+    {"c", &TextWindow::colour, any_low, colour_count - 1, "0 to 255 are possible; below 0 there is no fill"},
     {"-", &TextWindow::style, any_low, any_high, ""},
     {"r", &TextWindow::red, 0, 255, "0 to 255 is allowed"},
     {"g", &TextWindow::green, 0, 255, "0 to 255 is allowed"},
     {"b", &TextWindow::blue, 0, 255, "0 to 255 is allowed"},
     {"h", &TextWindow::alpha, 0, 255, "0 to 255 is allowed"},
-    {"s", &TextWindow::shadow, 0, 100, "0 to 100 pixels are allowed"},
-    {"l", &TextWindow::grid, any_low, picture_width, "0 to 800 pixels are allowed"},
+    {"s", &TextWindow::shadow, 0, 100, "0 to 100 pixels are possible"},
+    {"l", &TextWindow::grid, any_low, picture_width, "0 to 800 pixels are possible"},
     {"t", &TextWindow::font, 0, font_count - 1, "fonts are 0 to 10"},
 };
 
@@ -111,15 +111,15 @@ void check_window_edges(const Installation&, const std::string& file, int number
     const int height =
         cells && cell_height(window.font) > 0 ? picture_height / cell_height(window.font) : picture_height;
     if (window.left < 0 || window.right > width)
-        report("xo, xu", "reaches outside the screen", cells ? "columns count in the font of t" : "keep to 0 to 800");
+        report("xo, xu", "extends outside the screen", cells ? "columns are cells of font t" : "keep to 0 to 800");
     if (window.top < 0 || window.bottom > height)
-        report("yo, yu", "reaches outside the screen", cells ? "rows count in the font of t" : "keep to 0 to 600");
+        report("yo, yu", "extends outside the screen", cells ? "rows are cells of font t" : "keep to 0 to 600");
     for (const int sound : {window.open_sound, window.close_sound})
         if (sound < 0 || sound > 200)
             report("o, e", "sound " + std::to_string(sound) + " is outside 0 to 200", "0 is no sound");
 }
 
-/// Walks the file once more for what the program's reader passes over.
+/// Reads the file again for what the program's reader ignores.
 void check_window_lines(const std::string& file, const std::string& text, LanguageFiles& language, Faults& faults) {
     LineReader lines(text);
     int number = 0;
@@ -132,7 +132,7 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
             if (number < 0 || number >= text_window_count) {
                 report(window_number, "+", "there is no window " + std::to_string(number), "windows are 0 to 29");
                 if (number >= text_window_count)
-                    return; // the program stops reading here
+                    return; // the program stops here
                 number = -1;
             }
             continue;
@@ -152,7 +152,7 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
         }
         if ((*line)[0] == 'x' || (*line)[0] == 'y')
             if (line->size() < 2 || ((*line)[1] != 'o' && (*line)[1] != 'u'))
-                report(window_line, std::string(line->substr(0, 2)), "the line is passed over",
+                report(window_line, std::string(line->substr(0, 2)), "the line is ignored",
                        "edges are xo, yo, xu and yu");
     }
 }
@@ -197,8 +197,8 @@ void read_messages(Installation& installation, Faults& faults) {
     const auto& chosen = installation.text_file(choice);
     if (!chosen || (!chosen->starts_with('1') && !chosen->starts_with('2')))
         faults.push_back({FaultCode::language_choice, choice, 1, -1, "",
-                          chosen ? "names no language" : "cannot be read",
-                          "its first character is 1 for English, 2 for German"});
+                          chosen ? "does not choose a language" : "cannot be read",
+                          "its first character must be 1 for English or 2 for German"});
     for (std::size_t i = 0; i < languages.size(); ++i) {
         LanguageFiles& language = installation.by_language[i];
         language.message_file =
@@ -225,11 +225,11 @@ void read_messages(Installation& installation, Faults& faults) {
                 if (index < 0 || index >= message_limit)
                     report(message_number, "there is no message " + std::to_string(index), "messages are 0 to 299");
                 else if (!language.messages.insert(index).second)
-                    report(message_twice, "message " + std::to_string(index) + " is given a second time",
+                    report(message_twice, "message " + std::to_string(index) + " is given twice",
                            "the last one counts");
             } else if (index < 0) {
                 report(FaultCode::message_line, "a text before the first message number",
-                       "a line +0 to +299 goes before it");
+                       "put a line +0 to +299 before it");
             } else if (filled) {
                 report(FaultCode::message_line, "message " + std::to_string(index) + " has a second line",
                        "only its last line is kept");

@@ -24,13 +24,13 @@ struct Line {
 };
 using Lines = std::vector<Line>;
 
-/// What a number is called, or the number.
+/// The name of a number, or the number.
 std::string number_text(std::int32_t number, Meaning meaning);
 
-/// A text as a source writes it, or all its bytes when something stands behind its end.
+/// A text as in a source, or all its bytes if data follow the terminating zero.
 std::string field_text(std::string_view bytes);
 
-/// One value, or a table by language where the languages differ.
+/// A value, or a table by language if the languages differ.
 std::string by_language(const std::array<std::string, languages.size()>& values);
 
 /// The lines for every field that differs from a base.

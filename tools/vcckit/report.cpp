@@ -12,7 +12,7 @@ namespace vcc::kit {
 
 namespace {
 
-/// What came from a file must not steer a terminal.
+/// Text from a file must not control the terminal.
 std::string harmless(std::string text) {
     for (char& c : text)
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
@@ -114,7 +114,7 @@ std::string advice_text(const Fault& fault) {
     return "did you mean " + fault.nearest + "?" + (fault.advice.empty() ? "" : " " + utf8(fault.advice));
 }
 
-/// Faults of both languages that are one: everything but the file's language is the same.
+/// Whether two faults differ only in the language of the file.
 bool same_but_for_language(const Fault& a, const Fault& b) {
     const auto bare = [](const std::string& file) {
         const std::size_t name = file.rfind('/') + 1;
@@ -147,7 +147,7 @@ std::string text_of_fault(const Fault& fault, bool colours) {
     field += fault.field.empty() ? "" : utf8(harmless(fault.field)) + ": ";
     std::string text = c.place + utf8(place_text(fault)) + ":" + c.end + " " + c.code + code_text(fault.code) + c.end +
                        " " + field + utf8(harmless(fault.problem));
-    // A source's advice stands under its excerpt.
+    // The advice on a source follows its excerpt.
     if (fault.column == 0 && !(fault.advice.empty() && fault.nearest.empty()))
         text += " - " + advice_text(fault);
     return text;
@@ -209,7 +209,7 @@ std::string sum_of(const Faults& faults) {
 
 std::string json_of_faults(const Faults& faults, std::string_view key, const std::string& subject,
                            const std::optional<std::vector<std::string>>& written) {
-    // The subject comes from the command line, which is UTF-8 unless the system is an old one.
+    // The subject comes from the command line, usually in UTF-8.
     std::string json = "{\"" + std::string(key) + "\": " + (is_utf8(subject) ? quoted_utf8(subject) : quoted(subject)) +
                        ", \"faults\": [";
     for (const Fault& fault : faults) {

@@ -15,11 +15,10 @@ struct RgbPicture {
     bool operator==(const RgbPicture&) const = default;
 };
 
-/// The share of pixels, 0 to 1, in which two pictures agree as far as 15 bits tell them apart; 0 when their sizes
-/// differ. Pure.
+/// The share of pixels, 0 to 1, that are equal in both pictures at 15 bits; 0 if their sizes differ. Pure.
 double share_alike(const RgbPicture& one, const RgbPicture& other);
 
-/// The picture as a PNG file of 8 bits per colour; empty when there is no memory for it. Pure.
+/// The picture as a PNG file of 8 bits per colour; empty if memory runs out. Pure.
 std::string png_bytes(const RgbPicture& picture);
 
 } // namespace vcc::kit

@@ -26,7 +26,7 @@ std::string definition_of(Meaning meaning) {
     return std::string(meaning_word(meaning)) + "_value";
 }
 
-/// A value may stand alone, in a table by language, or in a list for repeated records.
+/// A value alone, in a table by language, or in a list for repeated records.
 std::string value_definition(std::string_view name, const std::string& plain) {
     const std::string base = std::string(name) + "_plain", by_language = std::string(name) + "_by_language";
     std::string languages_text, needed;
@@ -42,7 +42,7 @@ std::string value_definition(std::string_view name, const std::string& plain) {
            reference(base) + ", " + reference(by_language) + "] } }] }";
 }
 
-/// Own names may stand there as well, so the known ones are offered, not demanded.
+/// Offers the built-in names, but allows others, which a source may define.
 std::string number_definition(Meaning meaning) {
     std::string names;
     for (const std::string& name : names_of(meaning))
@@ -104,7 +104,7 @@ std::string names_definition() {
     return text + "\n      }\n    }";
 }
 
-/// JSON without blanks that count, one entry in a line.
+/// Formats JSON with one entry per line.
 std::string laid_out(const std::string& json) {
     std::string out;
     std::size_t depth = 0;

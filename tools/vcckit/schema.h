@@ -5,7 +5,7 @@
 
 namespace vcc::kit {
 
-/// The schema, which editors of TOML take: what may stand where, with the names that stand for numbers.
+/// The schema for TOML editors: what is valid where, with the names for numbers.
 std::string screen_schema();
 
 } // namespace vcc::kit

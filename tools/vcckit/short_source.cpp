@@ -15,11 +15,11 @@ namespace {
 
 constexpr int longest_step = 8; ///< between the records of a repetition
 
-/// A slot and its looks. Looks are changes to the slot, so that those of a row of slots are the same.
+/// A slot and its looks, which are stored as changes to the slot, so that a row of slots shares them.
 struct Described {
     Versions slot{};
     std::optional<Lines> highlight, pressed;
-    bool states_toggle = false; ///< its toggle is not what a highlight brings with it
+    bool states_toggle = false; ///< its toggle is not the default of a highlight
 };
 
 /// Records that one table describes.
@@ -97,7 +97,7 @@ private:
                     slot, [i](const Slot& each) { return each.toggle != static_cast<std::int32_t>(i); });
             }
         }
-        // Pressed looks are what no slot is highlighted with.
+        // Pressed looks are records that no slot uses as highlight.
         for (auto& described : slots_) {
             if (!described)
                 continue;
@@ -112,7 +112,7 @@ private:
         }
     }
 
-    /// Rows of slots differ in their places and count something up; other differences would be an accident.
+    /// Slots of a row differ in position and in numbers that count up; other differences are coincidence.
     static bool may_step(const NumberField& field, std::int64_t step) {
         constexpr std::int32_t Slot::*places[] = {&Slot::column,    &Slot::row,        &Slot::dest_x, &Slot::dest_y,
                                                   &Slot::box_width, &Slot::box_height, &Slot::src_x,  &Slot::src_y};
@@ -121,7 +121,7 @@ private:
                (step == 1 && std::ranges::find(counts, field.member) != std::end(counts));
     }
 
-    /// Whether the record that lies `steps` further on can be described by the same table.
+    /// Whether the same table can describe the record `steps` further on.
     bool continues(std::size_t first, const Run& run, int steps) const {
         const std::size_t at = first + static_cast<std::size_t>(run.step) * static_cast<std::size_t>(steps);
         if (at >= slots_.size() || !slots_[at] || done_.contains(at))
@@ -205,7 +205,7 @@ private:
         return slot.toggle == -1 ? "label" : slot.action != 0 ? "option" : "text";
     }
 
-    /// The letters of draw_flags by their names, where they say no more.
+    /// The letters of draw_flags by their names, if that is all they contain.
     static void name_flags(const Versions& slot, Lines& lines) {
         const auto line = std::ranges::find(lines, "draw_flags", &Line::key);
         if (line == lines.end())
@@ -268,7 +268,7 @@ private:
 
     const Screen& screen_;
     std::vector<std::optional<Described>> slots_;
-    std::set<std::size_t> looks_, done_; ///< toggle records that slots describe; slots that are written
+    std::set<std::size_t> looks_, done_; ///< toggle records described by slots; slots already written
     std::vector<Entry> entries_;
 };
 

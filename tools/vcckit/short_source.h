@@ -1,4 +1,4 @@
-// A screen source as a person would write it: with looks, repeated records and styles.
+// Writes a screen source as a person would: with looks, repeated records and styles.
 #pragma once
 
 #include "screen_source.h"
@@ -7,7 +7,7 @@
 
 namespace vcc::kit {
 
-/// The tables of a source for these records. Whether it describes every byte of them is for the caller to see.
+/// The tables of a source for these records. The caller checks whether it describes every byte.
 std::string short_source(const Screen& screen);
 
 } // namespace vcc::kit

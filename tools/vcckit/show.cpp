@@ -22,7 +22,7 @@ namespace {
 
 std::string utf8(std::string_view latin1) {
     std::string text(latin1);
-    for (char& c : text) // a file must not steer a terminal
+    for (char& c : text) // a file must not control the terminal
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
             c = c == '\t' ? ' ' : '?';
     return platform::utf8_from_latin1(text);
@@ -33,7 +33,7 @@ std::string shown_number(const NumberField& field, std::int32_t value) {
     return std::to_string(value) + (name && *name != std::to_string(value) ? " " + *name : "");
 }
 
-/// Every field that is not as in an empty record.
+/// All fields that differ from an empty record.
 std::string shown_records(const std::string&, std::string_view bytes, std::string& fault) {
     const Result<std::vector<Slot>> read = read_slot_file(bytes);
     if (fault = fault_of_slot_file(bytes, read); !fault.empty())
@@ -72,7 +72,7 @@ constexpr KeyMeaning sound_keys[] = {{"+", "entry"},  {"&", "effect"}, {"\xA7", 
 constexpr KeyMeaning message_keys[] = {{"+", "message"}, {"#", "comment"}, {"", "text"}};
 constexpr KeyMeaning help_keys[] = {{"+", "entry"}, {"-", "text"}, {"#", "comment"}, {"", "header"}};
 
-/// Every line with its number and what its key means; a key may stand for all lines that begin otherwise.
+/// All lines with their numbers and the meanings of their keys; one key may stand for all other lines.
 std::string shown_lines(std::string_view bytes, std::span<const KeyMeaning> keys) {
     std::string text;
     LineReader lines(bytes);
@@ -114,20 +114,20 @@ std::string shown_sound(const std::string& path, std::string_view, std::string& 
     const std::string loop = loop_fault(path);
     return format_text("WAV sound, %d Hz, %d bits, %s, %.2f s, %ld bytes from byte %ld on\nas a theme: %s\n",
                        header.rate, header.bits, header.channels == 1 ? "mono" : "stereo", seconds, header.data_length,
-                       header.data_offset, loop.empty() ? "runs into itself" : loop.c_str());
+                       header.data_offset, loop.empty() ? "loops without a seam" : loop.c_str());
 }
 
 std::string shown_film(const std::string&, std::string_view bytes, std::string& fault) {
     const platform::AviHeader header = platform::read_avi_header(bytes);
     if (header.error != platform::AviError::none) {
-        fault = "is no AVI film that the program can show";
+        fault = "is not an AVI film that the program can show";
         return {};
     }
-    return format_text("AVI film, %d x %d pixels, %.2f frames a second, %u frames\n", header.width, header.height,
+    return format_text("AVI film, %d x %d pixels, %.2f frames per second, %u frames\n", header.width, header.height,
                        static_cast<double>(header.rate) / header.scale, header.length);
 }
 
-/// Settings with what the program makes of them.
+/// Settings with their effect in the program.
 std::string shown_settings(const std::string&, std::string_view bytes, std::string&) {
     std::string text, section;
     LineReader lines(bytes);
@@ -151,7 +151,7 @@ std::string shown_settings(const std::string&, std::string_view bytes, std::stri
     return text;
 }
 
-/// In any letter case: files copied from other systems may be written in capitals.
+/// In any letter case, because files copied from other systems may have capitals.
 bool has_ending(std::string_view path, std::string_view ending) {
     return path.size() >= ending.size() &&
            platform::same_but_for_case(path.substr(path.size() - ending.size()), ending);
@@ -184,7 +184,7 @@ std::string shown_file(const std::string& path, std::string_view bytes, std::str
             std::string text = format.show(path, bytes, fault);
             return fault.empty() ? text : std::string();
         }
-    fault = "has no ending of a known format";
+    fault = "has no known extension";
     return {};
 }
 

@@ -6,8 +6,8 @@
 
 namespace vcc::kit {
 
-/// The text, in UTF-8, or nothing with the reason in `fault`. `path` names the file; its ending tells the format, as
-/// far as the bytes do not.
+/// The text in UTF-8; nothing with the reason in `fault`. The bytes, or else the extension of `path`, decide the
+/// format.
 std::string shown_file(const std::string& path, std::string_view bytes, std::string& fault);
 
 } // namespace vcc::kit

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view mark = "# vcckit: ignore ", separators = " ,\t\r";
 
-/// Runs a function for every word, with its offset.
+/// Calls a function with every word and its offset.
 template <class Each>
 void for_each_word(std::string_view text, Each each) {
     std::size_t at = 0;

@@ -58,8 +58,8 @@ DIGI_DRIVER driver() {
 void install_silent_sound() {
     static DIGI_DRIVER card = driver();
     remove_sound();
-    reserve_voices(-1, -1); // what an earlier set-up has asked for is more than the silence has
-    // The library chooses among its own cards only, so this one takes the place of its silence.
+    reserve_voices(-1, -1); // the silence has fewer voices than an earlier set-up may have reserved
+    // The library only chooses among its own drivers, so this one replaces its silent driver.
     if (install_sound(DIGI_NONE, MIDI_NONE, nullptr) == 0)
         digi_driver = &card;
 }

@@ -19,7 +19,7 @@ std::string fault_of_slot_file(std::string_view bytes, const Result<std::vector<
         return bytes.empty() ? "is empty" : "is too short for a record count";
     const std::size_t used = records ? count_size + records->size() * sizeof(Slot) : bytes.size();
     return bytes.size() == used ? records.reason()
-                                : "has " + std::to_string(bytes.size() - used) + " bytes behind its last record";
+                                : "has " + std::to_string(bytes.size() - used) + " bytes after its last record";
 }
 
 } // namespace vcc::kit

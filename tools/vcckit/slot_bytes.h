@@ -9,17 +9,17 @@
 
 namespace vcc::kit {
 
-/// A screen in one language: what its two files hold.
+/// A screen in one language: the contents of its two files.
 struct ScreenRecords {
     std::vector<Slot> slots;
     std::vector<Slot> toggles;
-    bool has_toggle_file = false; ///< a toggle file may exist and hold no record
+    bool has_toggle_file = false; ///< a toggle file may exist without records
 };
 
 std::string slot_file_bytes(const std::vector<Slot>& records);
 
-/// What is wrong with a file: what the program's reader says, and what it passes over (a file without a count, bytes
-/// behind the last record). Empty when nothing is.
+/// What is wrong with a file: what the program's reader reports, and what it ignores (a file without a count, bytes
+/// after the last record). Empty if nothing is.
 std::string fault_of_slot_file(std::string_view bytes, const Result<std::vector<Slot>>& records);
 
 } // namespace vcc::kit

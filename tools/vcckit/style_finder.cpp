@@ -20,7 +20,7 @@ Lines shared(const Lines& a, const Lines& b) {
     return out;
 }
 
-/// Lines that an entry loses to a style; 0 when it lacks one of the keys, for which the style would then speak.
+/// Number of lines that a style saves in an entry; 0 if the entry lacks one of the keys, which the style would set.
 std::size_t lines_saved(const Entry& entry, const Lines& style) {
     std::size_t saved = 0;
     for (const Line& line : style) {

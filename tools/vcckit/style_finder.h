@@ -1,4 +1,4 @@
-// Lines that several tables share, moved into styles.
+// Moves lines that several tables share into styles.
 #pragma once
 
 #include "record_lines.h"
@@ -8,10 +8,10 @@
 
 namespace vcc::kit {
 
-/// A table of a source on its way to be written.
+/// A table of a source to be written.
 struct Entry {
     std::string heading; ///< "[[slot]]"
-    std::string kind;    ///< what it shows, a name for its style: "button"
+    std::string kind;    ///< what it shows, as a name for its style: "button"
     Lines own;           ///< lines that no style takes: index, repeat
     Lines lines;         ///< fields and looks
     std::vector<std::string> styles;
@@ -22,7 +22,7 @@ struct Style {
     Lines lines;
 };
 
-/// Takes out of the entries what makes the source shorter as a style. An entry whose value differs keeps its own.
+/// Moves lines from the entries into styles where that shortens the source. An entry keeps values that differ.
 std::vector<Style> find_styles(std::vector<Entry>& entries);
 
 } // namespace vcc::kit

@@ -1,4 +1,4 @@
-// The files that a new project begins with: those of template/, built into the tool.
+// The files of a new project: those of template/, built into the tool.
 #pragma once
 
 #include "embedded_file.h"

@@ -14,11 +14,11 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr long joint_frames = 512;       ///< looked at on each side of the joint
-constexpr double quiet_seconds = 1.5;    ///< a longer silence at either end is heard as a gap
-constexpr double fading_seconds = 4;     ///< before the end, in which a fade is looked for
+constexpr long joint_frames = 512;       ///< checked on each side of the joint
+constexpr double quiet_seconds = 1.5;    ///< longer silence at either end sounds like a gap
+constexpr double fading_seconds = 4;     ///< before the end, searched for a fade
 constexpr float quiet_level = 0.002f;    ///< about -54 dB
-constexpr double least_bend = 4.0 / 128; ///< smaller bends cannot be heard as a click
+constexpr double least_bend = 4.0 / 128; ///< smaller bends are inaudible
 
 /// Frames [first, first + count) of a file, interleaved, -1 to 1; fewer at the end of the file.
 std::vector<float> read_frames(std::FILE* file, const WavHeader& header, long first, long count) {
@@ -64,7 +64,7 @@ double joint_ratio(std::span<const float> end, std::span<const float> beginning)
     double joint = 0, beside = 0;
     for (std::size_t i = 2; i < around.size(); ++i) {
         const double bend = std::abs(around[i] - 2 * around[i - 1] + around[i - 2]);
-        const bool at_joint = i >= end.size() && i < end.size() + 2; // touches samples of both sides
+        const bool at_joint = i >= end.size() && i < end.size() + 2; // uses samples of both sides
         (at_joint ? joint : beside) = std::max(at_joint ? joint : beside, bend);
     }
     return joint / std::max(beside, least_bend);
@@ -86,7 +86,7 @@ bool is_cut(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
     const FilePtr file(platform::open_file(platform::resolve_path(path), "rb"));
     std::array<std::uint8_t, 4> length{};
-    // The header's length of the data stands right before them.
+    // The header's data length directly precedes the data.
     if (header.data_offset == 0 || !file ||
         std::fseek(file.get(), header.data_offset - static_cast<long>(length.size()), SEEK_SET) != 0 ||
         std::fread(length.data(), 1, length.size(), file.get()) != length.size())

@@ -10,7 +10,7 @@ namespace vcc::kit {
 
 namespace {
 
-/// A screen's name has nothing else that a text could not hold.
+/// A screen name has no other characters to escape.
 std::string quoted_name(std::string_view name) {
     std::string text = "\"";
     for (const char c : name)
@@ -100,7 +100,7 @@ std::string write_plain_source(const Screen& screen) {
 }
 
 std::string write_screen_source(const Screen& screen) {
-    // Whatever records hold, the plain source describes them; the short one is taken where it does as well.
+    // The plain source describes any record; the short one is used if it does so, too.
     std::string source = heading_of(screen) + short_source(screen);
     return describes(source, screen) ? source : write_plain_source(screen);
 }

@@ -1,4 +1,4 @@
-// A display that nobody sees, and a program on it: what it shows is looked at, and it gets real pointer and key events.
+// A virtual display with a program on it, which gets real pointer and key events.
 #pragma once
 
 #include "rgb_picture.h"
@@ -17,19 +17,19 @@ public:
 
     virtual ~VirtualDesktop() = default;
 
-    /// Starts a program in a folder, without sound; what it prints goes to the file `output`. It ends with the desktop
-    /// at the latest.
+    /// Starts a program in a folder, without sound; its output goes to the file `output`. It ends with the desktop at
+    /// the latest.
     virtual bool start(const std::string& folder, const std::string& program, const std::vector<std::string>& arguments,
                        const std::string& output) = 0;
     virtual bool running() = 0;
 
-    /// The program's exit status, 128 and the signal's number when it was ended by one; nothing while it runs.
+    /// The program's exit status, or 128 plus the number of the signal that ended it; nothing while it runs.
     virtual std::optional<int> exit_status() = 0;
 
-    /// What the program shows, the inner 800 x 600 pixels of its window; an empty picture without a window.
+    /// The inner 800 x 600 pixels of the program's window; an empty picture without a window.
     virtual RgbPicture look() = 0;
 
-    // Places in that picture; buttons are 1 left, 3 right; keys have their names in the X library ("Escape").
+    // Positions in that picture; buttons 1 left, 3 right; keys by their names in the X library ("Escape").
     virtual void move(int x, int y) = 0;
     virtual void click(int button) = 0;
     virtual void press_key(const char* name) = 0;

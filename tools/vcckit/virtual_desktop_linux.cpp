@@ -1,4 +1,4 @@
-// The virtual display is Xvfb's; pointer and keys are those of its XTEST extension.
+// The virtual display is Xvfb; pointer and keys come from its XTEST extension.
 #include "virtual_desktop.h"
 
 #include <array>
@@ -27,11 +27,11 @@ constexpr int shown_width = 800, shown_height = 600;
 constexpr int start_limit_ms = 10'000;
 constexpr std::chrono::milliseconds end_limit{3000}, key_time{30}, button_time{80};
 
-/// Sound goes nowhere: the machine may have no card, and nobody listens.
+/// Discards sound: the machine may have no card.
 constexpr const char* silent_setup =
     "</usr/share/alsa/alsa.conf>\npcm.!default { type null }\nctl.!default { type null }\n";
 
-/// A child process, ended with the object.
+/// A child process; the destructor ends it.
 class Child {
 public:
     Child() = default;
@@ -108,7 +108,7 @@ struct Pipe {
     }
 };
 
-/// The first line that comes through a pipe; empty when none comes in time.
+/// The first line from a pipe; empty if none arrives in time.
 std::string read_line(int from) {
     std::string line;
     pollfd waiting{from, POLLIN, 0};
@@ -125,7 +125,7 @@ struct DisplayCloser {
     void operator()(Display* display) const noexcept { XCloseDisplay(display); }
 };
 
-/// Windows come and go while they are asked about.
+/// Windows may vanish while they are queried.
 int ignore_error(Display*, XErrorEvent*) {
     return 0;
 }
@@ -154,7 +154,7 @@ private:
     Child server_;
     std::string name_;
     std::unique_ptr<Display, DisplayCloser> display_;
-    Child program_; // ends before the display goes
+    Child program_; // ends before the display
     Window focused_ = None;
 };
 
@@ -188,7 +188,7 @@ std::optional<XDesktop::Place> XDesktop::place() {
     }
     if (children != nullptr)
         XFree(children);
-    if (found && found->window != focused_) { // there is no window manager that would
+    if (found && found->window != focused_) { // because there is no window manager
         focused_ = found->window;
         XSetInputFocus(display_.get(), focused_, RevertToPointerRoot, CurrentTime);
     }
@@ -259,7 +259,7 @@ std::unique_ptr<VirtualDesktop> VirtualDesktop::open(std::string& fault) {
     const std::string name = ":" + answer;
     Display* const display = answer.empty() ? nullptr : XOpenDisplay(name.c_str());
     if (display == nullptr) {
-        std::this_thread::sleep_for(key_time); // until it is known how it ended
+        std::this_thread::sleep_for(key_time); // until its exit status is known
         fault = server.status() == 127 ? "Xvfb is not installed: install the package xvfb" : "Xvfb does not start";
         return nullptr;
     }

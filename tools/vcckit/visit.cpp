@@ -15,16 +15,15 @@ namespace {
 
 using std::chrono::steady_clock;
 
-// Action codes of what is clicked here.
+// Action codes of the slots clicked here.
 constexpr int leave_action = 1, first_module_action = 2, last_module_action = 4, options_action = 5,
               first_selector_action = 31, last_selector_action = 34;
 constexpr int left_button = 1, right_button = 3;
 
 constexpr std::chrono::milliseconds start_limit{60'000}, screen_limit{20'000}, change_limit{5000}, end_limit{20'000},
     settle_limit{1500}, still_time{120}, look_time{60}, step{15};
-constexpr std::chrono::milliseconds placed_time{
-    500}; ///< a pass places the pointer, and takes no other place for a while
-constexpr std::chrono::milliseconds module_time{1500}; ///< the pass is torn down, the library loaded
+constexpr std::chrono::milliseconds placed_time{500};  ///< a pass places the pointer and ignores it for a while
+constexpr std::chrono::milliseconds module_time{1500}; ///< time to tear down the pass and load the library
 constexpr std::chrono::milliseconds film_time{5000};
 constexpr double same_screen = 0.95; ///< the rest may be the pointer, and what it shows
 
@@ -32,7 +31,7 @@ bool is_value(int slot) {
     return slot >= options_slot::first_value && slot < options_slot::first_value + 2 * options_slot::value_count;
 }
 
-/// A slot in the name of a file, and in a line.
+/// A slot in a file name, and in a message.
 std::string word_of(const std::string& screen, const SeenSlot& slot) {
     std::string word = format_text("%s-%02d-", screen.c_str(), slot.number);
     for (const char c : slot.name) {
@@ -88,7 +87,7 @@ bool Visit::wait_until(const std::function<bool()>& condition, Milliseconds limi
     return true;
 }
 
-/// The picture once it no longer changes; where something always moves, after a while.
+/// The picture once it no longer changes, or after a while.
 RgbPicture Visit::settled() {
     std::this_thread::sleep_for(look_time);
     RgbPicture last = desktop_.look();
@@ -115,13 +114,13 @@ void Visit::point_at(const SeenSlot& slot) {
     std::this_thread::sleep_for(look_time);
 }
 
-/// Waits for a screen; the pointer goes out of its way.
+/// Waits for a screen, with the pointer out of the way.
 bool Visit::arrive(const RgbPicture& wanted, const std::string& what) {
     const bool there =
         wait_until([&] { return !desktop_.running() || share_alike(desktop_.look(), wanted) >= same_screen; },
                    reached_menu_ ? screen_limit : start_limit);
     if (!there || !desktop_.running()) {
-        fault(what + (desktop_.running() ? " does not come" : " does not come: the program has ended"));
+        fault(what + (desktop_.running() ? " does not appear" : " does not appear: the program has ended"));
         return false;
     }
     std::this_thread::sleep_for(placed_time);
@@ -175,7 +174,7 @@ void Visit::visit_help(const std::string& screen, const SeenSlot& slot) {
     const auto differs = [&] { return share_alike(desktop_.look(), before) < same_screen; };
     desktop_.press_key("F1");
     if (!wait_until(differs, change_limit)) {
-        fault(text_of_slot(screen, slot) + ": F1 opens no page");
+        fault(text_of_slot(screen, slot) + ": F1 does not open a page");
         return;
     }
     stop(word_of(screen, slot) + "-help", "its help page");

@@ -1,4 +1,4 @@
-// A visit to every slot of an installation's screens, in the real program on a virtual desktop.
+// Visits every slot of an installation's screens in the real program on a virtual desktop.
 #pragma once
 
 #include "render.h"
@@ -11,35 +11,35 @@
 
 namespace vcc::kit {
 
-/// The values that an option shows when it is pointed at or, for some, clicked, and what else comes with them.
+/// The values that an option shows when pointed at or, for some, clicked, and what appears with them.
 struct VisitedOption {
     int button = 0;
     bool by_click = false;
     std::vector<SeenSlot> values;
 };
 
-/// Where the slots are, as the program's own readers and drawing tell it.
+/// The positions of slots, from the program's own readers and drawing.
 struct VisitPlan {
     SeenScreen menu, options;
     std::vector<VisitedOption> rows;
 };
 
-/// The plan for an installation, the working folder, in a language; nothing with the reason in `fault`.
+/// The plan for the installation in the working folder in a language; nothing with the reason in `fault`.
 std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault);
 
 class Visit {
 public:
-    /// Gets every stop: a word for its file, and what the picture shows.
+    /// Called at every stop with a word for its file and what the picture shows.
     using Keep = std::function<void(const std::string& name, const std::string& text, const RgbPicture& picture)>;
 
     /// `desktop` runs the program.
     Visit(VirtualDesktop& desktop, const VisitPlan& plan, Keep keep)
         : desktop_(desktop), plan_(plan), keep_(std::move(keep)) {}
 
-    /// From the films or the menu until the program has left; ends early when a screen does not come.
+    /// Plays from the films or the menu until the program has left; stops early if a screen does not appear.
     void run(bool films);
 
-    /// The menu was seen.
+    /// Whether the menu has appeared.
     bool reached_menu() const { return reached_menu_; }
     const std::vector<std::string>& faults() const { return faults_; }
 
