@@ -48,7 +48,7 @@ public:
                           std::string_view::npos;
         if (!fits) {
             done_ = true; // the lines after it are out of order, too
-            return "\"" + std::string(line) + "\" is in the place of the " + std::string(row.what) + " is read";
+            return "\"" + std::string(line) + "\" stands where the " + std::string(row.what) + " is read";
         }
         if (further_ > 0)
             --further_;

@@ -234,7 +234,7 @@ inline constexpr FaultRow rows[] = {
     {field_wide, "An entry field wider than its box", "box_width must have room for size cells of the font.",
      "size = 15\nbox_width = 60"},
     {text_unended, "An unterminated text field", "The last byte of a text field must be zero.",
-     "name: has no zero byte at its end"},
+     "name: has no terminating zero"},
     {help_negative, "A help entry below 0", "Help entries are above 0; 0 means no help.", "help_number = -1"},
     {slots_overlap, "Overlapping slots", "Where two slots overlap, the pointer reaches only the first.",
      "dest_y = 330"},
