@@ -142,7 +142,7 @@ def test_films(tmp_path, size, rate, name, told):
     sound = ["-f", "lavfi", "-i", "sine=441:d=2"]
     ffmpeg("-f", "lavfi", "-i", f"testsrc=size={size}:rate={rate}:duration=2", *sound, tmp_path / name)
     done = convert(tmp_path, name)
-    assert done.returncode == 0 and done.stdout.startswith(f"a.avi: {told}; its sound is left out"), done.stderr
+    assert done.returncode == 0 and done.stdout.startswith(f"a.avi: {told}; without its sound"), done.stderr
     shown = subprocess.run([VCCKIT, "show", tmp_path / "a.avi"], capture_output=True, text=True).stdout
     frames = 2 * min(rate, 60)
     assert f"{frames} frames" in shown
@@ -207,9 +207,9 @@ def test_a_batch_goes_into_a_folder_and_never_over_itself(tmp_path):
     assert {path.name for path in (tmp_path / "out").iterdir()} == {"a.pcx", "b.pcx", "c.wav"}
     for arguments, told in ((["c.wav"], "would be replaced by its own conversion"),
                             (["a.png", "out/a.pcx", "-o", "."], "would become ./a.pcx, as a.png does"),
-                            (["a.png", "b.bmp", "-o", "typo"], "typo: is no folder"),
-                            (["a.png", "-o", "a.gif"], "a.gif: is no folder, and ends"),
-                            (["a.png", "-o", "a.avi"], "is a picture, and no film")):
+                            (["a.png", "b.bmp", "-o", "typo"], "typo: is not a folder"),
+                            (["a.png", "-o", "a.gif"], "a.gif: is not a folder, and does not end"),
+                            (["a.png", "-o", "a.avi"], "is a picture, not a film")):
         before = sorted(tmp_path.rglob("*"))
         done = convert(tmp_path, *arguments)
         assert done.returncode == 2 and told in done.stderr, done.stderr

@@ -168,7 +168,7 @@ int run_play(const PlayRequest& request) {
     const InterruptionGuard guard;
     std::error_code error;
     if (!fs::is_directory(request.folder, error)) {
-        complain(request.folder + " is no folder");
+        complain(request.folder + " is not a folder");
         return exit_unusable;
     }
     if (!fs::exists(fs::path(request.folder) / "vcc", error)) {

@@ -14,7 +14,7 @@ int run_render(const std::string& folder, const RenderRequest& request, const st
     const std::string target = platform::whole_name(output);
     const platform::FolderVisit visit(folder);
     if (!visit.entered()) {
-        std::fprintf(stderr, "vcckit: %s is no folder\n", folder.c_str());
+        std::fprintf(stderr, "vcckit: %s is not a folder\n", folder.c_str());
         return exit_unusable;
     }
     const Library library(request.depth);

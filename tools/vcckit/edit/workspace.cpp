@@ -108,10 +108,10 @@ Result<std::unique_ptr<Workspace>> Workspace::open(const std::string& folder, co
     std::error_code error;
     const fs::path whole = fs::canonical(folder, error);
     if (error || !is_installation(whole.string()))
-        return Failure{folder + (error ? " does not exist" : " is no installation") +
+        return Failure{folder + (error ? " does not exist" : " is not an installation") +
                        ": there is neither tools/language.ini nor tools/vcc.buf nor data/configs/vcc.cfg in it"};
     if (!screens.empty() && !fs::is_directory(screens, error))
-        return Failure{screens + " is no folder"};
+        return Failure{screens + " is not a folder"};
     auto parts = std::make_unique<Parts>();
     parts->folder = whole.string();
     parts->screens = screens.empty() ? usual_screens(whole) : fs::canonical(screens, error).string();
