@@ -1,4 +1,4 @@
-# What "cmake --install" puts under the prefix, and the Debian package: the installation with the program in
+# What "cmake --install" puts under the prefix and into the Debian package: the installation with the program in
 # lib/games/veldor, a launcher that gives every player a folder of their own, and what a desktop shows. On Windows the
 # package is the installation's folder.
 include(GNUInstallDirs)
@@ -61,7 +61,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# loaded with the first film, the first conversion or the first window: no linker names them
+# loaded at run time with the first film, conversion or window, so no linker names them
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "libavformat59, libavcodec59, libavutil57, libswresample4, libswscale6, libxinerama1")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)

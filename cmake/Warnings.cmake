@@ -1,5 +1,4 @@
-# Every target of ours links `veldor_warnings`: the warnings that must stay silent, and the sanitizers when they are
-# asked for.
+# Every target links `veldor_warnings`: the warnings that must stay silent, and the sanitizers if they are enabled.
 add_library(veldor_warnings INTERFACE)
 target_compile_options(veldor_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

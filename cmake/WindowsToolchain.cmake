@@ -1,5 +1,5 @@
-# 64-bit Windows programs made on Debian, with the libraries of packaging/windows/libraries. The "posix" compiler has
-# std::thread; "-static" takes what belongs to the compiler into each program, so that no DLL of it is needed.
+# 64-bit Windows programs built on Debian, with the libraries of packaging/windows/libraries. The "posix" compiler has
+# std::thread; "-static" links the compiler's libraries into each program, so that none of its DLLs is needed.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER /usr/bin/x86_64-w64-mingw32-gcc-posix)

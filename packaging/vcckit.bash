@@ -1,4 +1,4 @@
-# bash completion for vcckit: the tool itself says what may stand at a place.
+# bash completion for vcckit: the tool itself says what fits at a place.
 _vcckit()
 {
     local current=${COMP_WORDS[COMP_CWORD]} line file endings=

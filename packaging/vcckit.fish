@@ -1,4 +1,4 @@
-# fish completion for vcckit: the tool itself says what may stand at a place.
+# fish completion for vcckit: the tool itself says what fits at a place.
 function __vcckit_offered
     set -l words (commandline -opc)
     set -l current (commandline -ct)

@@ -1,5 +1,5 @@
 #compdef vcckit
-# zsh completion for vcckit: the tool itself says what may stand at a place.
+# zsh completion for vcckit: the tool itself says what fits at a place.
 local line
 local -a offered
 for line in "${(@f)$(${~words[1]} __complete "${(@)words[2,CURRENT]}" 2>/dev/null)}"; do

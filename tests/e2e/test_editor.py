@@ -381,7 +381,7 @@ PICTURES = [
 
 
 def keep(taken, kept):
-    """With few colours, which take less room; their errors are spread."""
+    """With few colours and dithering, which make a small file."""
     picture = Image.open(taken).convert("RGB")
     picture.quantize(palette=picture.quantize(256), dither=Image.Dither.FLOYDSTEINBERG).save(kept, optimize=True)
 

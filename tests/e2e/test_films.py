@@ -1,4 +1,4 @@
-"""The films before the menu: where and when they are drawn, how they are skipped, and what is said of damaged ones."""
+"""The films before the menu: where and when frames are drawn, how films are skipped, messages about damaged ones."""
 
 import subprocess
 

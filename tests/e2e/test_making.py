@@ -33,7 +33,7 @@ def steps():
 
 @pytest.fixture(scope="module")
 def made(tmp_path_factory):
-    """The folder in which all steps have been gone."""
+    """The folder in which all steps have been run."""
     folder = tmp_path_factory.mktemp("making")
     script = "set -euo pipefail\n" + "".join(f"echo step {number} >&2\n{commands}" for number, commands, _ in steps())
     tools = folder / "bin"

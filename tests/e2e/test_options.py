@@ -1,4 +1,4 @@
-"""The options screen: every setting changed with the mouse, accepted or not, and found in the configuration file."""
+"""The options screen: every setting changed with the mouse, accepted or cancelled, then read from the settings file."""
 
 import os
 import random

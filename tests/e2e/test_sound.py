@@ -1,4 +1,4 @@
-"""What is heard: the theme of the control centre, its level, its pauses, and effects over it."""
+"""What a player hears: the theme, its level, its pauses, and effects over it."""
 
 import time
 import wave

@@ -1,4 +1,4 @@
-"""How the program starts: on which desktop, with which settings and arguments, and what it says of what is missing."""
+"""How the program starts: desktops, settings, arguments, and messages about missing files."""
 
 import os
 import signal

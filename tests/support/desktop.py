@@ -1,4 +1,4 @@
-"""A virtual desktop of a test's own: an X server, real pointer and key events, pictures of what it shows."""
+"""A private virtual desktop: an X server, real pointer and key events, pictures of what it shows."""
 
 import os
 import subprocess

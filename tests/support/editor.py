@@ -238,5 +238,5 @@ class Browser:
 
 
 def settle(seconds=0.2):
-    """For what must not happen."""
+    """Watches for what must not happen."""
     time.sleep(seconds)

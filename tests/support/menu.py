@@ -24,7 +24,7 @@ def choose(robot, button):
 
 
 def walk_to(robot, button):
-    """By keys, which are heard in full screen as well."""
+    """By keys, which also work in full screen."""
     robot.key("Home")
     for _ in range(list(TOPS).index(button)):
         robot.key("Down")

@@ -1,4 +1,4 @@
-"""A sound card of the tests' own: a private PulseAudio with one silent output, and what a program played through it."""
+"""A private sound card: PulseAudio with one silent output, and a recording of what a program played through it."""
 
 import os
 import subprocess

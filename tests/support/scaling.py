@@ -20,7 +20,7 @@ def _resized(picture, shown):
 
 
 def scaled(picture, width, height):
-    """In double precision; every shown pixel has the exact shares of those that it covers."""
+    """In double precision; every shown pixel takes exact shares of the source pixels that it covers."""
     rows = _resized(picture.astype(np.float64), height)
     return _resized(rows.transpose(1, 0, 2), width).transpose(1, 0, 2)
 

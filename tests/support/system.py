@@ -1,5 +1,5 @@
-"""What differs between the systems for one who starts the program and looks at it: the real program of this system, or
-that for Windows under Wine. The installation under test (VELDOR_INSTALLATION) decides."""
+"""What differs between the systems for a test that starts the program and looks at it: the program of this system, or
+the one for Windows under Wine. The installation under test (VELDOR_INSTALLATION) decides."""
 
 import os
 import shlex
@@ -9,7 +9,7 @@ from pathlib import Path
 
 
 PROJECT = Path(__file__).resolve().parents[2]
-# A card that takes everything and is not heard.
+# A silent sound card.
 NO_SOUND = """</usr/share/alsa/alsa.conf>
 pcm.!default { type null }
 ctl.!default { type null }

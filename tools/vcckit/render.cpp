@@ -36,7 +36,7 @@ namespace {
 constexpr std::array changing_buffers{screen_buffer, window_copy_buffer, help_save_buffer, info_copy_buffer,
                                       text_copy_buffer};
 
-/// Stands in for the display; taken away before the library notices at its end.
+/// Stands in for the display; removed before the library shuts down.
 class StandInDisplay {
 public:
     explicit StandInDisplay(BITMAP* picture) {
@@ -49,7 +49,7 @@ public:
     StandInDisplay& operator=(const StandInDisplay&) = delete;
 };
 
-/// The settings of the installation, without the file: nothing that the program changes reaches it.
+/// The settings of the installation, without the file: no change of the program reaches it.
 void take_settings(int depth) {
     const std::string text = platform::latin1_from_utf8(read_file(path::settings).value_or(""));
     set_config_data((text + "\n").c_str(), static_cast<int>(text.size()) + 1);
@@ -68,7 +68,7 @@ BitmapPtr copy_of(BITMAP* bitmap) {
     return copy;
 }
 
-/// A pressed look would only cost time.
+/// Pressed looks only take time.
 void hurry(SlotSet& set) {
     for (Slot& slot : set.slots)
         slot.display_time = 0;

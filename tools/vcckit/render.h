@@ -34,15 +34,15 @@ struct SeenSlot {
     std::string name; ///< its text, or its name in the source; Windows Latin-1
 };
 
-/// What a player has before them.
+/// What a player sees.
 struct SeenScreen {
     RgbPicture picture;
     std::vector<SeenSlot> slots;
 };
 
-/// Draws pictures of the installation that is the working folder. What costs time - fonts, pictures, sounds - is loaded
-/// with the first one and kept; everything else is read again for each, and nothing of one shows in another. One at a
-/// time in a process; the graphics library must run, in the depth of the requests.
+/// Draws pictures of the installation in the working folder. Fonts, pictures and sounds, which take time, are loaded
+/// with the first picture and kept; everything else is read again for each one, so that no picture affects another. One
+/// object at a time in a process; the graphics library must be running in the depth of the requests.
 class Renderer {
 public:
     Renderer();
@@ -60,7 +60,7 @@ public:
     /// A graphic buffer as it was loaded; null when it is empty, and before the first picture.
     BITMAP* buffer(int number) const;
 
-    /// Loads everything again for the next picture: files that were kept have changed.
+    /// Loads everything again for the next picture, after a kept file has changed.
     void forget();
 
 private:
@@ -73,7 +73,7 @@ private:
     std::unique_ptr<Kept> kept_;
 };
 
-/// One picture by itself.
+/// A single picture.
 BitmapPtr render_screen(const RenderRequest& request, std::string& fault);
 
 } // namespace vcc::kit

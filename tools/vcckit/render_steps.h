@@ -1,4 +1,4 @@
-// What a player would do to see a picture.
+// What a player does to see a picture.
 #pragma once
 
 #include "pilot.h"
@@ -12,10 +12,10 @@
 
 namespace vcc::kit {
 
-/// A place in a slot that the pointer can be at, pixels.
+/// A place inside a slot for the pointer, pixels.
 Point place_in(const Slot& slot);
 
-/// Why there is no such picture of the screens that are loaded; empty when there is one.
+/// Why the loaded screens have no such picture; empty if they have.
 std::string fault_of(const RenderRequest& request);
 
 /// The steps from the menu to the picture; those of the pressed look draw on `target`. The request has no fault.

@@ -18,16 +18,16 @@ namespace {
 
 using enum FaultCode;
 
-// What a table may say besides fields. Styles serve slots and toggle records.
+// What a table may contain besides fields. Styles apply to slots and toggle records.
 constexpr std::array<std::string_view, 5> slot_entries{"index", "style", "repeat", "highlight", "pressed"};
 constexpr std::array<std::string_view, 4> toggle_entries{"index", "style", "repeat", "copy"};
 constexpr std::array<std::string_view, 3> style_entries{"style", "highlight", "pressed"};
 constexpr std::array<std::string_view, 1> pressed_entries{"index"};
 
-/// The pressed look that a slot asked for; its place in the toggle set may have to be found.
+/// The pressed look of a slot; its place in the toggle set may still be open.
 struct PressedLook {
     std::size_t slot = 0;
-    std::int32_t index = 0; ///< 0: wherever there is room
+    std::int32_t index = 0; ///< 0: the first free one
     SourceRecord record;
 };
 
@@ -70,7 +70,7 @@ private:
             each(*table.as_table());
     }
 
-    /// A smallest number of records, 0 without the key.
+    /// The minimum number of records, 0 without the key.
     std::size_t count_of(const char* key) {
         const toml::node* const node = source_.get(key);
         if (!node)
@@ -94,7 +94,7 @@ private:
         return out;
     }
 
-    /// The styles that a table names, each before the table that builds on it, then the table itself.
+    /// The styles of a table, each after those that it builds on, then the table itself.
     void collect(const toml::table& table, Tables& out, std::set<const toml::table*>& open) {
         if (!open.insert(&table).second) {
             values_.fail(style_circle, *table.get("style"), "style", "it builds on itself");
@@ -130,7 +130,7 @@ private:
         return names;
     }
 
-    /// What a table is called in messages: a style by its name, a record by its number.
+    /// The name of a table in messages: a style's name, a record's number.
     std::string name_of(const toml::table& table) const {
         if (const toml::table* const styles = source_["style"].as_table())
             for (const auto& [name, style] : *styles)
@@ -146,7 +146,7 @@ private:
         return layers;
     }
 
-    /// The tables under a key of all layers; `key = false` drops those of the layers before.
+    /// The tables under a key in all layers; `key = false` drops those of earlier layers.
     Tables looks_of(const Tables& layers, const char* key) {
         Tables looks;
         for (const toml::table* layer : layers) {
@@ -177,7 +177,7 @@ private:
         values_.where = record_;
     }
 
-    /// Runs a function for every record that a table stands for, with its index.
+    /// Calls a function with the index of every record that a table describes.
     template <class Each>
     void repeat(const toml::table& table, const char* kind, Each each) {
         values_.where = record_ = kind;
@@ -254,7 +254,7 @@ private:
         });
     }
 
-    /// Where a pressed look goes: its own index, else the one that `activated` names, else 0.
+    /// The index of a pressed look: its own, else that of `activated`, else 0.
     std::int32_t pressed_index(const Tables& pressed, const Slot& slot, const toml::table& table) {
         for (auto look = pressed.rbegin(); look != pressed.rend(); ++look) {
             const toml::node* const node = (*look)->get("index");

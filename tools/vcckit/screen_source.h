@@ -1,4 +1,4 @@
-// Screen sources: one readable file a screen, with the texts of all languages side by side.
+// Screen sources: one readable file per screen, with the texts of all languages side by side.
 #pragma once
 
 #include "alignment.h"
@@ -16,7 +16,7 @@
 namespace vcc::kit {
 
 struct Screen {
-    std::string name; ///< of the files; empty: the source does not say
+    std::string name; ///< of the files; empty if the source has none
     std::array<ScreenRecords, languages.size()> records;
 };
 
@@ -27,7 +27,7 @@ struct ScreenSource {
     Faults faults;    ///< mistakes by line, without a file; when there is one, the screen must not be used
 };
 
-/// Whether a source may call a screen so: a file name without folder and extension.
+/// Whether this can be a screen's name: a file name without folder and extension.
 bool is_screen_name(std::string_view name);
 
 /// Builds the records that a source describes. docs/formats.md describes sources. Without a usable measure a source

@@ -18,7 +18,7 @@ constexpr const char *slots = "slots", *toggles = "toggles"; ///< stand for file
 ScreenFiles files_of(const Screen& screen, std::size_t language) {
     ScreenFiles files;
     const auto* const row = std::ranges::find(screen_files, screen.name, &ScreenFile::name);
-    // The numbers and actions of other screens mean what their module says, as they do on a help page.
+    // On other screens, as on help pages, numbers and actions mean what their module says.
     files.kind = row == screen_files.end() ? ScreenKind::message : row->kind;
     files.slot_file = slots;
     files.toggle_file = toggles;
@@ -26,7 +26,7 @@ ScreenFiles files_of(const Screen& screen, std::size_t language) {
     return files;
 }
 
-/// Moves a fault from a record to the place in the source that it comes from.
+/// Moves a fault from a record to its place in the source.
 Fault at_source(const Fault& fault, const ScreenPlaces& places) {
     const auto& records = fault.file == toggles ? places.toggles : places.slots;
     const auto record = static_cast<std::size_t>(std::max(fault.record, 0));
@@ -37,7 +37,7 @@ Fault at_source(const Fault& fault, const ScreenPlaces& places) {
 }
 
 Faults faults_of_records(const ScreenSource& source, bool fonts) {
-    Installation nothing; // what other files hold is not looked at
+    Installation nothing; // other files are not read
     nothing.fonts = fonts;
     Faults faults;
     std::array<ScreenFiles, languages.size()> screens;

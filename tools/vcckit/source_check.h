@@ -1,4 +1,4 @@
-// Checking a screen source: mistakes of the text, and what its records would be told of, at the source's lines.
+// Checks a screen source: mistakes in the text, and faults of its records at the lines that describe them.
 #pragma once
 
 #include "screen_source.h"
@@ -12,16 +12,16 @@ namespace vcc::kit {
 struct SourceCheck {
     Screen screen;         ///< its name filled in; must not be packed when there are faults
     Faults faults;         ///< by line, each with a file
-    bool readable = false; ///< the screen is whole: what there is to tell is about its records
+    bool readable = false; ///< the screen is complete: all faults are about its records
 };
 
 struct SourceRules {
     bool any_name = false;       ///< the screen may be one that the program does not read
     bool fonts = false;          ///< the fonts of the installation are loaded
-    std::set<FaultCode> ignored; ///< not told
+    std::set<FaultCode> ignored; ///< not reported
 };
 
-/// Checks a source, which lies in `file`. What its records need of other files is for vcckit check to say.
+/// Checks the source in `file`. What its records need from other files is left to vcckit check.
 SourceCheck check_source(const std::string& file, std::string_view text, const SourceRules& rules);
 
 } // namespace vcc::kit

@@ -1,4 +1,4 @@
-// Where in a screen source the parts of a record are written.
+// Places of a record's parts in a screen source.
 #pragma once
 
 #include "fields.h"
@@ -11,7 +11,7 @@
 
 namespace vcc::kit {
 
-/// Line and column count from 1, columns in characters; line 0 is nowhere, width 0 reaches to the end of the line.
+/// Line and column count from 1, columns in characters; line 0: nowhere; width 0: to the end of the line.
 struct Place {
     int line = 0, column = 0, width = 0;
 };
@@ -21,7 +21,7 @@ struct RecordPlaces {
     Place whole;       ///< its heading
     std::array<Place, field_count> fields{};
 
-    /// The place of the first of some field names ("src_x, box_width") that is written somewhere, else the heading.
+    /// The place of the first of these field names ("src_x, box_width") that is written, else the heading.
     const Place& of(std::string_view names) const;
 };
 
@@ -30,11 +30,11 @@ struct ScreenPlaces {
     std::vector<RecordPlaces> slots, toggles;
 };
 
-/// A mistake in a source; its file is filled in by whoever knows it.
+/// A mistake in a source; the caller fills in the file.
 Fault source_fault(FaultCode code, const Place& place, std::string where, std::string_view field, std::string problem,
                    std::string advice = {}, std::string nearest = {});
 
-/// By line and column, each once: most mistakes are met once a language, and those of a style once a record.
+/// By line and column, without repetitions: most mistakes occur once per language, those of a style once per record.
 Faults each_once(const Faults& faults);
 
 } // namespace vcc::kit

@@ -13,7 +13,7 @@ namespace vcc::kit {
 namespace {
 
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-constexpr int most_dots = 32; ///< of a line outside texts; a key has one table a dot, and tables end recursively
+constexpr int most_dots = 32; ///< of a line outside texts; each dot of a key is a table, freed recursively
 
 constexpr bool is_blank_beyond_ascii(char32_t c) {
     return c == 0x85 || c == 0xA0 || c == 0x1680 || c == 0x180E || (c >= 0x2000 && c <= 0x200B) || c == 0x2028 ||
@@ -78,7 +78,7 @@ private:
         return {};
     }
 
-    /// Whether a heading goes on as one can: the TOML reader takes it for granted that a name follows the brackets.
+    /// Whether a heading is well formed so far: the TOML reader assumes that a name follows the brackets.
     bool continues_heading(char32_t c) {
         const bool blank = c == ' ' || c == '\t';
         if (heading_ == Heading::none) {
@@ -134,7 +134,7 @@ private:
 
     void take_in_line(char32_t c) {
         if (c == '\n')
-            ended_ = true; // the TOML reader stops here as well, and says so
+            ended_ = true; // the TOML reader stops here, too, and reports it
         else if (escaped_)
             escaped_ = false;
         else if (inside_ == Inside::text && c == '\\')
@@ -178,13 +178,13 @@ private:
 
     std::string_view rest_;
     Inside inside_ = Inside::nothing;
-    bool word_ = false;    ///< the reader may be looking through a number, to its next blank, bracket's end or comma
+    bool word_ = false;    ///< the reader may be inside a number, which ends at a blank, a closing bracket or a comma
     bool in_word_ = false; ///< the text began there
     bool escaped_ = false, joining_ = false, ended_ = false;
-    enum class Heading { none, bracket, name }; ///< what a heading waits for: one more bracket, or a name
+    enum class Heading { none, bracket, name }; ///< what must come next in a heading
     Heading heading_ = Heading::none;
     bool at_line_start_ = true;
-    int depth_ = 0; ///< brackets that are open
+    int depth_ = 0; ///< open brackets
     int line_ = 1, column_ = 0, dots_ = 0;
 };
 

@@ -41,7 +41,7 @@ std::optional<std::string> from_hex(std::string_view hex) {
     return out;
 }
 
-/// A number that somebody put into quotes.
+/// A number in quotes.
 bool is_number(std::string_view text) {
     return !text.empty() && text.find_first_not_of("+-0123456789") == std::string_view::npos;
 }

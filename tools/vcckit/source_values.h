@@ -26,7 +26,7 @@ struct Repetition {
     int step = 1; ///< between the indices
 };
 
-/// A record on its way from the source.
+/// A record being built from the source.
 struct SourceRecord {
     Slot slot{};
     RecordPlaces places;
