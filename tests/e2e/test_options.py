@@ -2,6 +2,7 @@
 
 import os
 import random
+import shutil
 import signal
 import time
 
@@ -169,6 +170,19 @@ def test_every_row_lights_up_with_the_line_to_its_value(options):
             assert line == (LIT if entry == value else RESTING), (name, entry)
         marked = picture[height(7 + 2 * value) - 6:height(7 + 2 * value) + 6, 536:700].reshape(-1, 3).astype(int)
         assert (abs(marked - LIT).sum(axis=1) < 60).sum() > 20, f"{name}: the value's text is not marked"
+
+
+def test_settings_that_cannot_be_written_are_kept_for_the_next_try(options):
+    before, in_the_way = stored(options), options.installation.path("data/configs/vcc.cfg.new")
+    (in_the_way / "folder").mkdir(parents=True)
+    click(options, place("delay"))
+    accept(options)
+    assert stored(options) == before
+    shutil.rmtree(in_the_way)
+    options.key("x", "Alt_L")
+    assert options.wait_for_end() == 0
+    assert stored(options) == before | {"delay": OPTIONS["delay"][4]}
+    assert options.installation.log_messages() == ["Cannot write data/configs/vcc.cfg"]
 
 
 @pytest.mark.linux  # processes that can be killed at any moment

@@ -101,6 +101,17 @@ def test_the_end_of_the_session_saves_the_settings(make_robot):
     assert robot.installation.log_messages() == [] and "Shutting down Allegro" not in robot.errors()
 
 
+def test_without_the_film_library_the_menu_comes(make_robot):
+    robot = make_robot(films=True)
+    [library] = robot.installation.folder.glob("avcodec-*.dll")
+    robot.installation.remove(library.name)
+    robot.start(menu=False)
+    robot.wait_for_menu(60)
+    messages = robot.installation.log_messages()
+    assert len(messages) == 2 and all(message.startswith("Error ") for message in messages), messages
+    assert "Zentrik.avi" in messages[0] and "VELDOR_Intro.avi" in messages[1]
+
+
 def test_the_installer_gives_every_player_a_folder(make_robot):
     """Installed, played, removed: what is the player's stays."""
     [setup] = (PROJECT / "out/package").glob("*_setup.exe")
