@@ -25,7 +25,7 @@ bool ask_once() {
     return ask != nullptr;
 }
 
-// Ctrl+C and the closing of a console that the program was started from. The system ends the process after a second
+// Ctrl+C and the closing of the console that the program was started from. The system ends the process after a second
 // one.
 BOOL WINAPI on_console_event(DWORD) {
     return ask_once();
@@ -54,6 +54,7 @@ void prepare_heap() {} // large pages need a right there that players do not hav
 
 void take_termination_requests(void (*ask)()) {
     ask_to_end = ask;
+    AttachConsole(ATTACH_PARENT_PROCESS); // a program with windows has no console by itself; fails without one
     SetConsoleCtrlHandler(on_console_event, TRUE);
     win_set_msg_pre_proc(on_window_message);
 }

@@ -101,6 +101,19 @@ def test_the_end_of_the_session_saves_the_settings(make_robot):
     assert robot.installation.log_messages() == [] and "Shutting down Allegro" not in robot.errors()
 
 
+def test_ctrl_c_in_its_console_leaves_as_the_close_button_does(make_robot):
+    robot = make_robot()
+    robot.installation.set("VELDOR_BATTLE", "battle_hq_ip", "from last time")
+    console = robot.installation.path("ctrl_c.exe")
+    source = PROJECT / "tests/support/ctrl_c.c"
+    subprocess.run(["x86_64-w64-mingw32-gcc", "-O1", "-Wall", "-Wextra", "-o", console, source], check=True)
+    robot.start("/N", program=console)
+    robot.installation.write("press", "")
+    assert robot.wait_for_end(40) == 0
+    assert robot.installation.settings()["VELDOR_BATTLE"]["battle_hq_ip"] == "N/A"
+    assert robot.installation.log_messages() == []
+
+
 def test_without_the_film_library_the_menu_comes(make_robot):
     robot = make_robot(films=True)
     [library] = robot.installation.folder.glob("avcodec-*.dll")
