@@ -343,8 +343,13 @@ private:
     bool lit_; ///< a slot that is highlighted by the toggle record of its number
 };
 
-std::string why_not_one(const Operation& operation) {
-    return operation.of.size() == 1 && operation.of.front().look.empty() ? "" : "this is for one record at a time";
+/// What the operation is about, when it is about one record or style; lives in the model.
+Result<Subject> only_subject(const Result<SourceModel>& model, const Operation& operation) {
+    if (operation.of.size() != 1 || !operation.of.front().look.empty())
+        return Failure{"this is for one record at a time"};
+    if (!model)
+        return Failure{model.reason()};
+    return model->subject(operation.of.front());
 }
 
 } // namespace
@@ -382,10 +387,8 @@ Result<std::string> create_record(const std::string& text, const Operation& oper
 }
 
 Result<std::string> copy_record(const std::string& text, const Operation& operation) {
-    if (std::string reason = why_not_one(operation); !reason.empty())
-        return Failure{std::move(reason)};
     const auto model = SourceModel::read(text);
-    const auto subject = model ? model->subject(operation.of.front()) : Result<Subject>(Failure{model.reason()});
+    const auto subject = only_subject(model, operation);
     if (!subject)
         return Failure{subject.reason()};
     if (!subject->record || pieces_of(*subject->home).empty())
@@ -413,10 +416,8 @@ Result<std::string> remove_records(std::string text, const Operation& operation,
 }
 
 Result<std::string> renumber_record(const std::string& text, const Operation& operation, const EditRules& rules) {
-    if (std::string reason = why_not_one(operation); !reason.empty())
-        return Failure{std::move(reason)};
     const auto model = SourceModel::read(text);
-    const auto subject = model ? model->subject(operation.of.front()) : Result<Subject>(Failure{model.reason()});
+    const auto subject = only_subject(model, operation);
     if (!subject)
         return Failure{subject.reason()};
     if (!subject->record)
