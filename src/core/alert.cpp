@@ -18,7 +18,7 @@ std::string without_line_end(std::string_view text) {
 } // namespace
 
 void show_alert(std::string_view line1, std::string_view line2, std::string_view line3) {
-    if (gfx_driver == nullptr)
+    if (gfx_driver == nullptr || close_requested)
         return;
     const std::string lines[3] = {without_line_end(line1), without_line_end(line2), without_line_end(line3)};
     const auto shown = [](const std::string& line) { return line.empty() ? nullptr : line.c_str(); };

@@ -1,12 +1,16 @@
 // Messages that the player must confirm.
 #pragma once
 
+#include <atomic>
 #include <string_view>
 
 namespace vcc {
 
+/// Not 0 once the program has been asked to close; it then leaves as with Alt+X, and no alert holds it up.
+inline std::atomic<int> close_requested = 0;
+
 /// Shows the library's alert box with up to three lines and a single button "OK" (shortcut C), and waits until it is
-/// pressed. Does nothing without a graphics mode.
+/// pressed. Does nothing without a graphics mode or after a request to close: callers log what they show.
 void show_alert(std::string_view line1, std::string_view line2 = {}, std::string_view line3 = {});
 
 /// The library's own message box, for the time before a graphics mode exists.

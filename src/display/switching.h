@@ -1,6 +1,8 @@
 // Switching to another program and back, and requests to close.
 #pragma once
 
+#include "core/alert.h"
+
 #include <atomic>
 
 namespace vcc {
@@ -13,10 +15,8 @@ void install_display_switching();
 void on_switch_in();
 void on_switch_out();
 
-/// Not 0 once the program has been asked to close; it then leaves as with Alt+X.
-inline std::atomic<int> close_requested = 0;
-
-/// Asks the program to close, from any thread. A module or an alert that has the keyboard sees Escape and returns.
+/// Sets `close_requested` (core/alert.h), from any thread. A module or an alert that has the keyboard sees Escape and
+/// returns.
 void request_close();
 
 /// Has the window's close button call request_close().

@@ -140,9 +140,13 @@ def test_a_module_that_cannot_be_entered(robot, content):
 
 
 @pytest.mark.linux  # tests/windows has the end of a session
-@pytest.mark.parametrize("place", ["films", "menu", "module"])
-def test_a_signal_to_end_leaves_as_the_close_button_does(make_robot, place):
-    player = make_robot(films=place == "films").start(menu=place != "films")
+@pytest.mark.parametrize("place", ["films", "menu", "module", "alert"])
+def test_a_signal_to_end_leaves_as_the_close_button_does(make_robot, installation, place):
+    if place == "alert":  # the first of two
+        installation.write("images/widgets.pcx", b"\x0a\x05")
+    player = make_robot(films=place == "films").start(menu=place in ("menu", "module"))
+    if place == "alert":
+        wait_until(lambda: menu.alert_length(player) == len(NO_PICTURE), "the first alert", 10)
     if place == "films":
         player.window()
     if place == "module":
