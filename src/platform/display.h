@@ -6,6 +6,10 @@
 
 namespace vcc::platform {
 
+/// Ends the process at once when the display server goes away, after a call of `note` in whatever thread noticed it.
+/// Call before the library's start.
+void end_with_display(void (*note)());
+
 /// Makes every graphics driver draw the mouse pointer into the picture, so that hiding and saving it work alike on all
 /// systems. Call after the library's start and before the first mode is set.
 void keep_pointer_in_picture();

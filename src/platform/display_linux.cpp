@@ -6,8 +6,11 @@
 #include <allegro.h>
 #include <xalleg.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
+
+#include <unistd.h>
 
 namespace vcc::platform {
 
@@ -31,7 +34,23 @@ void with_display(Use use) {
     release_screen();
 }
 
+void (*note_lost_display)();
+
+// By default the X library leaves by exit(), which shuts the graphics library down in a thread that holds its lock.
+int leave_now(Display*) {
+    static std::atomic_flag leaving;
+    while (leaving.test_and_set())
+        ::pause(); // another thread is leaving
+    note_lost_display();
+    ::_exit(EXIT_FAILURE);
+}
+
 } // namespace
+
+void end_with_display(void (*note)()) {
+    note_lost_display = note;
+    XSetIOErrorHandler(leave_now);
+}
 
 void keep_pointer_in_picture() {} // the X11 drivers do so by default
 

@@ -93,7 +93,7 @@ def test_keys_are_heard_after_full_screen_without_a_window_manager(make_robot):
 
 @pytest.mark.parametrize("offered", [3, 2], ids=["both", "window only"])
 def test_alt_w_changes_between_window_and_full_screen(make_robot, offered):
-    player = make_robot(window_manager=True)
+    player = make_robot(window_manager="openbox")
     player.installation.set("VELDOR_GRAPHICS", "screen_mode_range", offered)
     player.installation.use_recording_modules()
     player.start()
@@ -108,7 +108,7 @@ def test_alt_w_changes_between_window_and_full_screen(make_robot, offered):
 
 @pytest.mark.linux
 def test_nothing_happens_while_another_program_has_the_keyboard(make_robot):
-    player = make_robot(window_manager=True).start()
+    player = make_robot(window_manager="openbox").start()
     other = player.desktop.open_other_window()
     player.standing_picture(still_s=0.5)  # the program hears of it
     player.move(*menu.middle("HQ"))

@@ -91,7 +91,7 @@ class Player:
 @pytest.fixture
 def make_player(make_robot):
     def make(start=True, **options):
-        player = Player(make_robot(**{"window_manager": True, "scale": 1} | options))
+        player = Player(make_robot(**{"window_manager": "openbox", "scale": 1} | options))
         player.installation.use_obedient_modules()
         player.installation.set("VELDOR_GRAPHICS", "screen_mode_range", 3)
         if start:
@@ -241,7 +241,7 @@ def test_a_display_that_a_module_leaves_behind_is_set_again(make_player, own_men
 
 
 def test_without_a_window_manager(make_player, own_menu):
-    player = make_player(size=(1300, 1000), window_manager=False)
+    player = make_player(size=(1300, 1000), window_manager=None)
     player.resize(900, 700)
     player.switch_mode()
     player.desktop.resize_screen(1100, 800)  # a monitor goes away
@@ -305,7 +305,7 @@ def preloaded(tmp_path):
 def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, options, reason):
     if "server_environment" in options:
         options = {"server_environment": preloaded(options["server_environment"])}
-    player = make_player(start=False, window_manager=False, **options)
+    player = make_player(start=False, window_manager=None, **options)
     player.robot.scale = 0  # its windows are the library's
     readable = options.get("depth", 24) == 24
     player.robot.start(menu=readable)
@@ -333,6 +333,6 @@ def test_without_memory_for_it_the_picture_has_its_own_size(make_player, preload
 
 
 def test_an_unknown_scale_counts_as_none(make_player):
-    player = make_player(scale=3, size=(1300, 1000), window_manager=False)
+    player = make_player(scale=3, size=(1300, 1000), window_manager=None)
     assert player.robot.window().get_wm_normal_hints().max_width == 800
     assert player.installation.log_messages() == []

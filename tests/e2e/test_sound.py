@@ -25,7 +25,7 @@ def write_tone(installation, name, hz, seconds=3):
 @pytest.fixture
 def sounding(make_robot):
     """A robot whose themes are tones, and a recording in which its theme is heard: theme n has 400 + 100 n Hz."""
-    robot = make_robot(window_manager=True)
+    robot = make_robot(window_manager="openbox")
     robot.installation.use_recording_modules()
     for theme in range(11):
         write_tone(robot.installation, f"sounds/theme{theme:02}.wav", 400 + 100 * theme)

@@ -2,7 +2,9 @@
 
 import os
 import subprocess
+import tempfile
 import time
+from pathlib import Path
 
 import numpy as np
 from Xlib import X, XK, display, protocol
@@ -10,6 +12,14 @@ from Xlib.error import BadDrawable, BadWindow
 from Xlib.ext import damage, xtest
 
 SETTLE_S = 0.03
+I3_SETTINGS = Path(__file__).with_name("i3.conf")
+MANAGERS = {
+    "openbox": ["openbox", "--sm-disable"],
+    "i3": ["i3", "-c", str(I3_SETTINGS)],
+    "xfwm4": ["dbus-run-session", "xfwm4"],
+    "kwin": ["dbus-run-session", "kwin_x11"],
+    "mutter": ["dbus-run-session", "mutter", "--x11", "--sm-disable"],
+}
 
 
 def wait_until(condition, what, timeout_s=10.0, step_s=0.01):
@@ -35,14 +45,14 @@ def stop(process, timeout_s=3):
 
 
 class Desktop:
-    """`with Desktop((1024, 768), depth=24, window_manager=True) as desktop:`"""
+    """`with Desktop((1024, 768), depth=24, window_manager="openbox") as desktop:`"""
 
-    def __init__(self, size=(1024, 768), depth=24, window_manager=False, server=(), server_environment=None):
+    def __init__(self, size=(1024, 768), depth=24, window_manager=None, server=(), server_environment=None):
         """`server` are more arguments of the X server, `server_environment` more of its environment."""
         self.depth = depth
         self._server_arguments, self._server_environment = server, server_environment or {}
         self._screen = f"{size[0]}x{size[1]}x{depth}"
-        self._window_manager_wanted = window_manager
+        self._manager_name = window_manager
         self._window_manager = self._display = None
 
     def __enter__(self):
@@ -62,22 +72,36 @@ class Desktop:
         protocol.display.Display.event_classes = dict(protocol.event.event_class)
         self._display = display.Display(self.name)
         self.root = self._display.screen().root
-        if self._window_manager_wanted:
+        if self._manager_name:
+            self._home = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)  # no settings of the user's
+            home = {"HOME": self._home.name, "XDG_RUNTIME_DIR": self._home.name}
             self._window_manager = subprocess.Popen(
-                ["openbox", "--sm-disable"], env=os.environ | {"DISPLAY": self.name}, stderr=subprocess.DEVNULL)
+                MANAGERS[self._manager_name], env=os.environ | home | {"DISPLAY": self.name},
+                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             check = self._display.intern_atom("_NET_SUPPORTING_WM_CHECK")
             wait_until(lambda: self.root.get_full_property(check, X.AnyPropertyType), "the window manager")
             wait_until(self._window_gets_mapped, "the window manager to take a window")
         return self
+
+    def is_up(self):
+        return self._display is not None
+
+    def crash(self):
+        """Ends the server, as a crash or the end of the session does."""
+        self._server.kill()
+        self._server.wait()
+        self._display = None
 
     def __exit__(self, *_):
         if self._display:
             self._display.close()
         stop(self._window_manager)
         stop(self._server)
+        if self._manager_name:
+            self._home.cleanup()
 
     def _window_gets_mapped(self):
-        """Openbox announces itself before it is ready, and a window mapped in between stays hidden for ever."""
+        """A manager announces itself before it is ready, and a window mapped in between stays hidden for ever."""
         window = self._open_window()
         time.sleep(0.1)
         mapped = window.get_attributes().map_state == X.IsViewable

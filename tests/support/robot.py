@@ -26,7 +26,7 @@ SLOWNESS = SYSTEM.slowness
 
 
 class Robot:
-    def __init__(self, installation=None, size=(1024, 768), depth=24, window_manager=False, films=False, scale=0,
+    def __init__(self, installation=None, size=(1024, 768), depth=24, window_manager=None, films=False, scale=0,
                  server=(), server_environment=None):
         """`scale` is the setting display_scale, None leaves the installation's own; `server` are more arguments of the
         X server."""
@@ -194,6 +194,8 @@ class Robot:
         return self.standing_picture()
 
     def save_picture(self, name):
+        if not self.desktop.is_up():
+            return None
         PICTURES.mkdir(parents=True, exist_ok=True)
         path = PICTURES / f"{name}.png"
         Image.fromarray(self.desktop.picture()).save(path)

@@ -59,7 +59,7 @@ def test_a_desktop_without_the_full_screen_mode_gets_its_window(make_robot):
     quiet = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
     WINE.run("reg", "delete", *desktop, "/f", **quiet)
     try:
-        robot = make_robot(window_manager=True)
+        robot = make_robot(window_manager="openbox")
         robot.installation.remove(CONFIG)
         robot.start("no", "films", menu=False)
         wait_until(lambda: robot.desktop.find_window("Veldor CC"), "the window", 30)
