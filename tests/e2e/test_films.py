@@ -6,6 +6,8 @@ import pytest
 
 from support.desktop import wait_until
 
+pytestmark = pytest.mark.windows
+
 STUDIO, INTRO = "images/Zentrik.avi", "images/VELDOR_Intro.avi"
 COLOURS = {STUDIO: (255, 0, 0), INTRO: (0, 0, 255)}
 

@@ -3,10 +3,13 @@
 import time
 
 import numpy as np
+import pytest
 from PIL import Image
 
 from support import menu
 from support.desktop import wait_until
+
+pytestmark = pytest.mark.windows
 
 FACTORY, OPTIONS = (140, 257), (140, 357)
 CLOSE, BACK, NEXT = (618, 492), (370, 492), (494, 492)

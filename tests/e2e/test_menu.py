@@ -8,6 +8,8 @@ from Xlib import X
 from support import menu
 from support.desktop import wait_until
 
+pytestmark = pytest.mark.windows
+
 
 def enter_and_return(robot, button, way=menu.choose):
     menu.enter(robot, button, way)

@@ -12,6 +12,8 @@ from support import menu
 from support.desktop import wait_until
 from support.installation import CELL_HEIGHT, CELL_WIDTH
 
+pytestmark = pytest.mark.windows
+
 ACCEPT, CANCEL, RESET = (80, 540), (199, 540), (318, 540)
 LOOP_BUTTON = 67 * CELL_WIDTH + 20, 29 * CELL_HEIGHT + 6
 NAME, ADDRESS = (140, 36 * CELL_HEIGHT + 6), (380, 36 * CELL_HEIGHT + 6)

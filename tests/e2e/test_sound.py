@@ -46,6 +46,7 @@ def wait_for_silence(recording, silent=True):
     wait_until(lambda: (loudness(last(recording, 0.4)) < 0.0005) == silent, what)
 
 
+@pytest.mark.windows  # the others need the focus of another window, which Wine's desktop keeps
 def test_the_chosen_theme_goes_on_without_a_gap(sounding):
     robot, recording = sounding
     start = len(recording.samples())
@@ -81,6 +82,7 @@ def test_f12_modules_and_other_programs_silence_the_theme(sounding):
     assert main_tone_hz(last(recording, 0.5)) == pytest.approx(600, abs=5)
 
 
+@pytest.mark.windows
 def test_levels_are_heard(sounding):
     robot, recording = sounding
     before = loudness(last(recording, 0.5))
@@ -91,6 +93,7 @@ def test_levels_are_heard(sounding):
     wait_until(lambda: loudness(last(recording, 0.5)) == pytest.approx(2 * before, rel=0.1), "music twice as loud")
 
 
+@pytest.mark.windows
 def test_the_program_goes_on_when_the_card_goes_away(make_robot):
     robot = make_robot()
     robot.installation.use_recording_modules()

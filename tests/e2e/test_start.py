@@ -13,6 +13,7 @@ from support.installation import CONFIG
 from support.robot import MENU_PICTURE
 
 
+@pytest.mark.windows
 def test_first_start_writes_what_it_found_and_two_arguments_skip_the_films(make_robot):
     player = make_robot(films=True)
     player.installation.remove(CONFIG)
@@ -27,7 +28,6 @@ def test_first_start_writes_what_it_found_and_two_arguments_skip_the_films(make_
     assert not any("Zentrik" in line for line in player.installation.log_messages())
 
 
-@pytest.mark.linux  # other desktops
 @pytest.mark.parametrize("size, settings, call", [
     ((800, 600), {"screen_mode_range": -1}, ("factory", 1, 255, 1, 0, 128)),
     ((1024, 768), {"screen_mode_range": 3, "screen_mode": 1}, ("factory", 3, 255, 3, 0, 128)),
@@ -42,7 +42,6 @@ def test_display_set_up(make_robot, size, settings, call):
     assert player.installation.module_calls() == [call]
 
 
-@pytest.mark.linux
 def test_a_desktop_that_is_too_small(make_robot):
     player = make_robot(size=(640, 480)).start(menu=False)
     window = wait_until(lambda: next((w for w, _ in player.desktop.windows()), None), "the message box")
@@ -52,7 +51,6 @@ def test_a_desktop_that_is_too_small(make_robot):
     assert player.installation.log_messages() == ["Wrong desktop resolution!\n800x600 is minimum"]
 
 
-@pytest.mark.linux
 def test_without_a_display(make_robot):
     player = make_robot()
     player.desktop.name = ":4711"
@@ -61,6 +59,7 @@ def test_without_a_display(make_robot):
     assert player.errors() and len(player.installation.log_messages()) == 1
 
 
+@pytest.mark.windows
 def test_address_from_the_clipboard(make_robot):
     player = make_robot()
     player.installation.set("VELDOR_BATTLE", "battle_hq_ip", "from last time")
@@ -80,23 +79,30 @@ NO_POINTER, NO_SETUP = "VCC: Error loading mousepointer!", "Error opening Sound-
 NO_STREAM = ["Error (1) detecting wav stream", "Error loading audio stream file: sounds/theme02.wav (theme:2)"]
 
 
-@pytest.mark.parametrize("file, content, ends, alerts, logged", [
+# a file, what it contains (cut at a number of bytes), whether the program ends, what it says and logs
+FAULTY_FILES = [
     ("fonts/cour.ttf", None, True, [], ["Error in module:VELDOR_VCC while loading font:fonts/cour.ttf"]),
-    ("tools/language/english/e_vcc.slt", None, True, [f"CC: {NO_SCREENS}"], [NO_SCREENS, f"CC: {NO_SCREENS}"]),
     ("tools/language/english/e_mess.slt", b"\x05\x00", True, [f"CC: {NO_SCREENS}"], [NO_SCREENS, f"CC: {NO_SCREENS}"]),
     ("tools/language/english/e_factory.tw", None, True, [f"{NO_WINDOWS}!"], [NO_WINDOWS]),
     ("tools/vcc.buf", None, True, [f"CC: {NO_BUFFERS}!"], [NO_BUFFERS]),
     ("images/widgets.pcx", b"\x0a\x05", True, [NO_PICTURE, f"CC: {NO_BUFFERS}!"], [NO_PICTURE, NO_BUFFERS]),
-    ("images/options.pcx", 20000, False, [], ["Picture is incomplete: images/options.pcx"]),
     ("images/morv3.pcx", None, False, [], ["Error initializing display background nr: 3"]),
-    ("images/pointer.pcx", None, False, [NO_POINTER], [NO_POINTER]),
     ("tools/vcc.snd", None, False, [NO_SETUP], [NO_SETUP, "Sound initialization failed!"]),
     ("tools/vcc.snd", b"", False, [], ["Sound initialization failed!"]),
-    ("alsa.conf", b"", False, ["Error initialising sound"], ["Error initialising sound: "]),
     ("sounds/sfx_click.wav", None, False, [], ["Error loading sound nr:2"]),
     ("sounds/theme03.wav", None, False, [], ["Error loading music theme nr:193"]),
     ("sounds/theme02.wav", b"RIFF but no more", False, NO_STREAM, NO_STREAM),
-])
+]
+FAULTY_FILES_ON_BOTH_SYSTEMS = [
+    ("tools/language/english/e_vcc.slt", None, True, [f"CC: {NO_SCREENS}"], [NO_SCREENS, f"CC: {NO_SCREENS}"]),
+    ("images/options.pcx", 20000, False, [], ["Picture is incomplete: images/options.pcx"]),
+    ("images/pointer.pcx", None, False, [NO_POINTER], [NO_POINTER]),
+    ("alsa.conf", b"", False, ["Error initialising sound"], ["Error initialising sound: "]),
+]
+
+
+@pytest.mark.parametrize("file, content, ends, alerts, logged", [
+    *FAULTY_FILES, *(pytest.param(*row, marks=pytest.mark.windows) for row in FAULTY_FILES_ON_BOTH_SYSTEMS)])
 def test_files_that_fail(make_robot, installation, file, content, ends, alerts, logged):
     if isinstance(content, int):  # the file is cut there
         content = installation.path(file).read_bytes()[:content]
@@ -113,7 +119,6 @@ def test_files_that_fail(make_robot, installation, file, content, ends, alerts, 
     assert all(any(text in line for line in following) for text in logged), messages
 
 
-@pytest.mark.linux
 def test_a_pipe_in_a_modules_place_is_not_waited_for(robot):
     robot.installation.remove("hq.so")
     os.mkfifo(robot.installation.path("hq.so"))
@@ -122,6 +127,7 @@ def test_a_pipe_in_a_modules_place_is_not_waited_for(robot):
     robot.wait_for_menu()
 
 
+@pytest.mark.windows
 @pytest.mark.parametrize("content", [None, b"not a library", b""], ids=["missing", "broken", "without its entry"])
 def test_a_module_that_cannot_be_entered(robot, content):
     installation = robot.installation
@@ -139,7 +145,6 @@ def test_a_module_that_cannot_be_entered(robot, content):
     menu.enter(robot, "Battle")
 
 
-@pytest.mark.linux  # tests/windows has the end of a session
 @pytest.mark.parametrize("place", ["films", "menu", "module", "alert"])
 def test_a_signal_to_end_leaves_as_the_close_button_does(make_robot, installation, place):
     if place == "alert":  # the first of two
@@ -157,7 +162,6 @@ def test_a_signal_to_end_leaves_as_the_close_button_does(make_robot, installatio
     assert "Shutting down Allegro" not in player.errors()
 
 
-@pytest.mark.linux
 def test_a_second_signal_ends_a_module_that_does_not_listen(robot):
     robot.installation.hold_modules()
     menu.enter(robot, "HQ")

@@ -14,6 +14,8 @@ from support.installation import CONFIG, PROJECT, Installation, built_installati
 from support.robot import Robot
 from support.system import NO_SOUND, Linux, Wine
 
+pytestmark = pytest.mark.windows
+
 WINE = Wine()
 
 
