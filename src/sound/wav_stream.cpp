@@ -97,10 +97,13 @@ void WavStream::read_at(long position, std::span<unsigned char> target) {
 
 void WavStream::prime(bool loop_all) {
     pause();
+    for (int half = 0; half < stream_halves; ++half) {
+        const Refill filled = refill(loop_all);
+        pause(); // the library starts a stopped voice when it gets a buffer back
+        if (filled != Refill::filled)
+            break;
+    }
     voice_set_position(stream_->voice, 0);
-    for (int half = 0; half < stream_halves; ++half)
-        if (refill(loop_all) != Refill::filled)
-            return;
 }
 
 void WavStream::set_volume(int volume) {

@@ -15,6 +15,7 @@ AUDIOSTREAM device;
 std::string halves[2];
 int playing_half = 0;
 std::string heard;
+bool voice_runs = false; ///< the library's view: it starts a stopped voice when it gets a buffer back
 
 } // namespace
 
@@ -23,6 +24,7 @@ AUDIOSTREAM* play_audio_stream(int length, int bits, int stereo, int, int, int) 
     device = {};
     device.bufcount = device.active = 1;
     playing_half = 0;
+    voice_runs = true;
     for (std::string& half : halves)
         half.assign(static_cast<std::size_t>(length * bits / 8 * (stereo != 0 ? 2 : 1)), '?');
     return &device;
@@ -38,9 +40,14 @@ void* get_audio_stream_buffer(AUDIOSTREAM* stream) {
 }
 void free_audio_stream_buffer(AUDIOSTREAM* stream) {
     stream->bufnum = 1 - stream->bufnum;
+    voice_runs = true;
 }
-void voice_start(int) {}
-void voice_stop(int) {}
+void voice_start(int) {
+    voice_runs = true;
+}
+void voice_stop(int) {
+    voice_runs = false;
+}
 void voice_set_position(int, int) {}
 void voice_set_priority(int, int) {}
 }
@@ -115,7 +122,8 @@ TEST_F(MusicTest, RepeatJoinsEndAndStartWithoutLosingASample) {
             while (expected.size() < 6 * half_frames * frame_size)
                 expected += expected;
             expected.resize(6 * half_frames * frame_size);
-            EXPECT_TRUE(heard == risen(expected, frame_size)) << channels << " channels, " << frames << " frames";
+            EXPECT_TRUE(heard == risen(expected, frame_size))
+                << channels << " channels, " << frames << " frames";
         }
 }
 
@@ -158,9 +166,9 @@ TEST_F(MusicTest, MusicThatThePlayerStoppedWaitsForHim) {
     resume_music_voice(); // back from another window
     EXPECT_FALSE(music_voice_running());
     ASSERT_TRUE(start_theme(1, 100));
-    EXPECT_FALSE(music_voice_running());
+    EXPECT_FALSE(music_voice_running() || voice_runs);
     toggle_music();
-    EXPECT_TRUE(music_voice_running());
+    EXPECT_TRUE(music_voice_running() && voice_runs);
 }
 
 TEST_F(MusicTest, FailuresSwitchMusicOff) {
