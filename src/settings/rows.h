@@ -4,6 +4,7 @@
 
 #include "core/installation.h"
 #include "settings/settings.h"
+#include "sound/music.h"
 
 #include <algorithm>
 #include <array>
@@ -167,6 +168,8 @@ inline constexpr auto all = std::to_array<SettingRow>({
     loop("factory_theme_loop", factory_module),
     theme("battle_theme", 1, battle_module),
     loop("battle_theme_loop", battle_module),
+    number(sound, "theme_fade_in", 0, 0, 1000, loaded, &theme_fade_in,
+           "milliseconds in which a theme rises from silence when it begins; 0: at its full level at once"),
     number(sound, "number_of_themes", 0, 0, 11, saved, &number_of_themes,
            "number of music themes, 0 when music is off; written for the modules"),
 
@@ -175,7 +178,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
     number(graphics, "screen_mode_range", -1, -1, 3, other_owner, {},
            "display modes of the machine: -1 not probed yet, 1 full screen, 2 window, 3 both"),
     number(graphics, "resolution", 3, 0, 4, kept, &settings.resolution,
-           "0 320x200, 1 640x400, 2 640x480, 3 800x600, 4 1024x768; shown only"),
+           "0 320x200, 1 640x400, 2 640x480, 3 800x600, 4 1024x768; this program is always 800x600"),
     number(graphics, "bitmap_depth", 0, 0, 3, offered, &settings.bitmap_depth,
            "0 32 bit, 1 24 bit, 2 16 bit, 3 15 bit"),
     {graphics, "aa_at_all", SettingKind::flag, 0, "yes", 0, 1, loaded, &settings.anti_aliased,
@@ -185,7 +188,10 @@ inline constexpr auto all = std::to_array<SettingRow>({
     outside(
         Outside::standard,
         number(
-            graphics, "display_scale", 0, 0, 2, other_owner, {},
+            graphics,
+            "display_scale", 0, 0,
+            2,
+            other_owner, {},
             "size of the picture (X11): 0 always 800x600, 1 as large as window or monitor allow, 2 the same in whole "
             "steps; anything else counts as 0")),
 

@@ -23,7 +23,7 @@ struct Settings {
     std::array<ModuleVolumes, module_count> volumes{};
     std::array<int, module_count> theme{}; ///< 0 to number_of_themes - 1
     std::int8_t screen_mode = 0;           ///< 0 window, non-zero full screen
-    int resolution = 0;                    ///< 0 to 4; shown only
+    int resolution = 0;                    ///< 0 to 4; for other programs
     int bitmap_depth = 0;                  ///< 0 32-bit, 1 24-bit, 2 16-bit, 3 15-bit
     int anti_aliased = 0;                  ///< copy of anti_aliased_text
     int brontar_anim = 0;                  ///< 0, 1

@@ -33,7 +33,7 @@ bool open_theme(int theme, int volume) {
         return false;
     }
     streaming_theme = theme_shown = theme; // if all themes play in turn, the next one follows it
-    music_stream->prime(theme_order().loop_all);
+    music_stream->prime(theme_order().loop_all, theme_fade_in);
     resume_music_voice();
     return true;
 }

@@ -5,6 +5,7 @@ namespace vcc {
 
 inline int music_playing = 1; ///< 1: the music voice runs; 0: the player has stopped it
 inline int music_volume = 75; ///< playback volume, 0 to 255
+inline int theme_fade_in = 0; ///< milliseconds in which a theme rises from silence when it begins
 inline int current_theme = 0; ///< theme that the screens consider playing; -1: no music is to be fed
 inline int theme_shown = 0;   ///< theme that the refill is streaming in loop-all mode
 

@@ -16,7 +16,6 @@ namespace {
 constexpr int centre_pan = 128;
 constexpr int music_priority = 255; // many effects at once must not take the music's voice
 constexpr int stream_halves = 2;
-constexpr int fade_in_ms = 200; // themes are loops: the end of the piece rings on in their first sample
 
 void report(const char* alert_text, const std::string& log_text) {
     show_alert(alert_text);
@@ -76,9 +75,8 @@ void WavStream::fill(const RefillPlan& plan, std::span<unsigned char> buffer) {
         buffer[at] = buffer[at - period];
     const auto silence = buffer.subspan(tail + wrap + repeat);
     std::fill(silence.begin(), silence.end(), silent_byte(header_.bits));
-    if (!begun_)
-        fade_in(buffer, header_.bits, header_.bits / 8 * header_.channels, header_.rate * fade_in_ms / 1000);
-    begun_ = true;
+    fade_in(buffer, header_.bits, header_.bits / 8 * header_.channels,
+            header_.rate * std::exchange(fade_in_ms_, 0) / 1000);
     if (header_.bits == 16)
         flip_sign_bits(buffer);
 }
@@ -95,7 +93,8 @@ void WavStream::read_at(long position, std::span<unsigned char> target) {
     std::fill(missing.begin(), missing.end(), silent_byte(header_.bits));
 }
 
-void WavStream::prime(bool loop_all) {
+void WavStream::prime(bool loop_all, int fade_in_ms) {
+    fade_in_ms_ = fade_in_ms;
     pause();
     for (int half = 0; half < stream_halves; ++half) {
         const Refill filled = refill(loop_all);

@@ -33,8 +33,8 @@ public:
     bool paused() const { return paused_; }
 
     /// Fills all buffers before the first sample is heard, so that a late first poll cannot lose the beginning of the
-    /// theme. Leaves the stream paused.
-    void prime(bool loop_all);
+    /// theme, which rises from silence in `fade_in_ms`. Leaves the stream paused.
+    void prime(bool loop_all, int fade_in_ms);
 
 private:
     WavStream(const WavHeader& header, FilePtr file, AudioStreamPtr stream);
@@ -48,7 +48,7 @@ private:
     RefillState state_;
     long file_position_ = -1; ///< data byte at which the file stands; -1: unknown
     bool paused_ = false;
-    bool begun_ = false; ///< the first buffer, with the fade-in, has been filled
+    int fade_in_ms_ = 0; ///< of the next buffer
 };
 
 } // namespace vcc

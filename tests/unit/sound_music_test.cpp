@@ -84,6 +84,7 @@ protected:
         sound_on = music_on = music_playing = 1;
         current_theme = -1;
         theme_shown = 0;
+        theme_fade_in = 200;
         for (int theme = 0; theme < 3; ++theme)
             add_theme(theme, theme_data(theme, 500));
     }
@@ -117,12 +118,13 @@ TEST_F(MusicTest, RepeatJoinsEndAndStartWithoutLosingASample) {
             const auto frame_size = static_cast<std::size_t>(channels);
             const std::string data = theme_data(0, frames * frame_size);
             add_theme(0, data, 8, channels);
+            theme_fade_in = channels == 1 ? 200 : 0;
             play(0, 6);
             std::string expected = data;
             while (expected.size() < 6 * half_frames * frame_size)
                 expected += expected;
             expected.resize(6 * half_frames * frame_size);
-            EXPECT_TRUE(heard == risen(expected, frame_size))
+            EXPECT_TRUE(heard == (theme_fade_in != 0 ? risen(expected, frame_size) : expected))
                 << channels << " channels, " << frames << " frames";
         }
 }

@@ -36,7 +36,7 @@ inline auto program_values() {
         std::tie(cc_screen, theme_display_live, depth_at_menu, selected_module, option_row, marked_value, info_row),
         std::tie(layout_width, layout_height, module_prefix, language, slot_prefix, text_window_prefix),
         std::tie(fullscreen, mode_range, screen_mode_range, depth_class, settings, theme_loop, number_of_themes,
-                 anti_aliased_text, frame_rest),
+                 anti_aliased_text, frame_rest, theme_fade_in),
         std::tie(pointer_by_keyboard, help_line_length, insert_mode, pointer_memory),
         std::tie(text_on_box, full_redraw, show_slot_pictures, text_windows, current_text_window, dot_spacing),
         std::tie(music_playing, music_volume, current_theme, theme_shown, sfx_volume),
