@@ -121,13 +121,10 @@ bool SharedFile::is_held(const ConfigValues& held) const {
 
 void SharedFile::take_over() {
     const std::string text = read_file(name()).value_or("");
-    const std::string apart = with_sections_apart(text);
-    if (apart == text || replace_text(name(), apart)) {
+    if (const std::string apart = with_sections_apart(text); apart == text)
         set_config_file(name().c_str());
-    } else {
-        report_failure();
-        hold(platform::latin1_from_utf8(apart));
-    }
+    else
+        hold(platform::latin1_from_utf8(apart)); // the file itself changes with the next value
     agreed_ = held_values();
 }
 
@@ -152,7 +149,7 @@ bool SharedFile::merge(const std::vector<ConfigChange>& changes) const {
     if (!file && platform::file_exists(name()))
         return false; // unreadable: replacing it would lose its contents
     const std::string before = file ? *file : "";
-    const std::string after = apply_changes(before, changes);
+    const std::string after = with_sections_apart(apply_changes(before, changes));
     return after == before || replace_text(name(), after);
 }
 

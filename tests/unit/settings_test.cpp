@@ -55,6 +55,16 @@ TEST_F(Store, HostileValuesAreBroughtIntoRangeAndTheFileKeepsThem) {
     EXPECT_EQ(file(), std::string(text).replace(text.find("themes = 9"), 10, "themes = 2"));
 }
 
+TEST_F(Store, ReadingTheFileLeavesItAlone) {
+    const std::string text = "[a]\nx = 1\n[b]\ny = \n";
+    begin(text);
+    EXPECT_FALSE(config_flag("b", "y"));
+    EXPECT_EQ(file(), text);
+    set_config_int("b", "y", 3);
+    flush_settings();
+    EXPECT_EQ(file(), "[a]\nx = 1\n\n[b]\ny = 3\n");
+}
+
 TEST_F(Store, WithoutMusicNobodyLosesTheirTheme) {
     begin("[VELDOR_GENERAL]\nmusic_at_all = no\n[VELDOR_SOUND]\nhq_theme = 99\nnumber_of_themes = 11\n");
     load_settings();
