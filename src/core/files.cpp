@@ -21,7 +21,7 @@ Result<std::string> read_file(std::string_view name, std::size_t size_limit) {
     // A folder or a pipe would open too, and a pipe would block.
     std::error_code error;
     if (const auto file = platform::system_path(path); !std::filesystem::is_regular_file(file, error))
-        return std::filesystem::exists(file, error) ? unreadable() : Failure{"does not exist"};
+        return std::filesystem::exists(file, error) ? unreadable() : Failure{std::string(missing_file)};
     const FilePtr file(platform::open_file(path, "rb"));
     if (!file)
         return unreadable();

@@ -3,7 +3,6 @@
 #include "core/files.h"
 #include "core/log.h"
 #include "core/text.h"
-#include "platform/files.h"
 #include "screen/status_line.h"
 
 #include <bit>
@@ -30,8 +29,8 @@ std::vector<Slot> take_records(const std::string& path, std::string_view bytes, 
     Result<std::vector<Slot>> records = read_slot_file(bytes);
     if (!records)
         write_log(format_text("%s: %s", path.c_str(), records.reason().c_str()));
-    else if (bytes.size() < sizeof(std::int32_t))
-        write_log(format_text("%s: ends before its number of records", path.c_str()));
+    else if (records->empty())
+        write_log(format_text("%s: has no records", path.c_str()));
     if (!records || records->empty())
         show_status("Datei ja!", what_is_missing, status_font);
     return std::move(records).value_or({});
@@ -74,7 +73,7 @@ int load_toggles(const std::string& slot_path, SlotSet& set) {
     const std::string path = replace_extension(slot_path, ".tgl");
     const auto bytes = read_file(path);
     if (!bytes) {
-        if (platform::file_exists(path)) // a set without toggles has no such file
+        if (bytes.reason() != missing_file) // a set without toggles has no such file
             report_unreadable(path, bytes.reason());
         return 0;
     }

@@ -4,7 +4,6 @@
 #include "core/lines.h"
 #include "core/log.h"
 #include "core/text.h"
-#include "platform/files.h"
 
 #include <algorithm>
 #include <array>
@@ -131,7 +130,7 @@ void load_screen_texts(const std::string& path) {
     translations.fill(std::nullopt);
     const auto file = read_file(path);
     if (!file) {
-        if (platform::file_exists(path))
+        if (file.reason() != missing_file)
             write_log(format_text("%s %s", path.c_str(), file.reason().c_str()));
         return;
     }

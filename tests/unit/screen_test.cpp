@@ -38,6 +38,10 @@ TEST_F(ScreenWorld, DamagedSlotFilesAreLoggedAndTheOtherFileIsLoaded) {
     folder.write("short.slt", "\1\2");
     load_slot_set("short.slt", set);
     EXPECT_TRUE(logged("short.slt"));
+    folder.write("empty.slt", file_of(0, 0));
+    std::filesystem::create_directory("empty.tgl");
+    load_slot_set("empty.slt", set);
+    EXPECT_TRUE(logged("empty.slt: has no records") && logged("empty.tgl: cannot be read")) << folder.log();
     load_slot_set("nowhere.slt", set);
     EXPECT_TRUE(logged("nowhere.slt"));
     EXPECT_FALSE(logged("nowhere.tgl")) << "a set may have none";
