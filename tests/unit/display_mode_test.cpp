@@ -138,6 +138,7 @@ TEST_F(GraphicsMode, ConfiguredModeIsSetWithoutProbingOrAsksForIt) {
         const char *tried, *logged;
     } cases[] = {{3, 1, 2, "F16 ", ""},
                  {99, -1, 1, "F24 ", ""},
+                 {3, 256, 1, "W24 ", ""}, // a signed byte, as everywhere
                  {2, 1, 0, "W32 ", ""},
                  {99, 1, 0, "F32- ", "Error 5: Desktop 32/1280/1024 Request 32/-1/3"},
                  {2, 0, 7, "", "Error 6: Desktop 32/1280/1024 Request 0/0/2"}};
