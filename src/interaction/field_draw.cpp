@@ -29,12 +29,13 @@ void draw_field(BITMAP* target, const FieldPlace& field, const FieldLook& look, 
 
 void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text, int cursor,
                  int mode) {
+    if (!look.editable)
+        return;
     const std::size_t before = std::min(static_cast<std::size_t>(cursor), text.size());
     const std::string_view character = before < text.size() ? text.substr(before, 1) : std::string_view(" ");
     const int x = field.x + text_width(current_font, text.substr(0, before));
-    if (look.editable)
-        fill_text_box(target, x, field.y, text_width(current_font, character),
-                      look.text_colour + insert_colour_step * mode);
+    fill_text_box(target, x, field.y, text_width(current_font, character),
+                  look.text_colour + insert_colour_step * mode);
     draw_text(target, x, field.y, character, look.box_colour, false); // no shadow: it would touch the next character
 }
 

@@ -1,5 +1,6 @@
 #include "interaction/field_entry.h"
 
+#include "display/buffers.h"
 #include "screen/status_line.h"
 #include "settings/settings.h"
 #include "text/fonts.h"
@@ -33,6 +34,7 @@ FieldEntry::FieldEntry(ScreenRun& run, const Slot& look, bool clear_keyboard)
 }
 
 KeyEvent FieldEntry::apply(const KeyEvent& key) {
+    const std::string before = edit_.text;
     const EditOutcome outcome =
         edit_field(edit_, key, place_.size, place_.input_mode == numeric_field, look_.editable, insert_mode);
     run_.edit_texts[current_of(run_)] = edit_.text;
@@ -43,10 +45,19 @@ KeyEvent FieldEntry::apply(const KeyEvent& key) {
     }
     if (outcome == EditOutcome::forbidden)
         show_status("Nur ", "numerische Zeichen zugelassen!", status_font);
+    if (edit_.text.size() < before.size())
+        restore_background(before);
     draw();
     if (outcome != EditOutcome::ignored)
         update_screen(run_.target);
     return outcome == EditOutcome::full ? KeyEvent{key::enter, 0, KeyKind::ending} : key;
+}
+
+/// A text longer than the field stood on the screen's background as well.
+void FieldEntry::restore_background(const std::string& text) {
+    if (BITMAP* const clean = graphic_buffer(run_.set->slots.front().buffer))
+        blit(clean, run_.target, place_.x, place_.y, place_.x, place_.y, text_width(slot_.font, text),
+             cell_height(slot_.font) + 1);
 }
 
 void FieldEntry::draw() {

@@ -20,6 +20,7 @@ public:
     KeyEvent apply(const KeyEvent& key);
 
 private:
+    void restore_background(const std::string& text);
     void draw();
 
     SwitchSet<int> hard_edges_;

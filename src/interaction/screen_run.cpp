@@ -6,6 +6,7 @@
 #include "interaction/focus.h"
 #include "interaction/keys.h"
 #include "interaction/pointer_frame.h"
+#include "screen/draw.h"
 #include "sound/music.h"
 
 #include <algorithm>
@@ -86,6 +87,7 @@ ScreenResult run_screen(BITMAP*& target, SlotSet& set, const ScreenOwner& owner)
     run.fields = draw_slot_set(target, set, run.edit_texts);
     if (owner.drawn)
         owner.drawn();
+    update_screen(target);
     // Slots that take the focus may be invisible.
     if (const std::string why = why_nothing_can_be_chosen(set);
         !why.empty() && std::ranges::any_of(set.slots, is_selectable))

@@ -37,6 +37,8 @@ int wait_on_slot(ScreenRun& run, bool no_wait) {
     const bool is_field = slot.input_mode != 0;
     if (is_field)
         edit_text = text_of(slot.text);
+    if (slot.toggle == 0)
+        update_screen(run.target); // no look of this slot will send what was drawn before
     select_font(look.font);
     const int code = await_input(run, look, true, no_wait);
     if (is_field)

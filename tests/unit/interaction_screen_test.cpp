@@ -1,4 +1,5 @@
 // The input loop, one step, a whole screen and a help page, with simulated keys and pointer on a display in memory.
+#include "display/buffers.h"
 #include "display/switching.h"
 #include "interaction/help.h"
 #include "interaction/keys.h"
@@ -94,6 +95,27 @@ TEST_F(Screen, EnterActivatesTheSlotThatIsPointedAt) {
     owner_.activated = [](int slot) { return std::optional(ScreenResult{slot}); };
     // '-' has the number of Alt+X
     EXPECT_EQ(run({point_at_row(2), rest, press('-', KEY_MINUS), press(13, KEY_ENTER)}), 2);
+}
+
+TEST_F(Screen, WhatIsDrawnIsShownWhateverTheCurrentSlotIs) {
+    set_.slots[1].toggle = 0; // it has no look of its own
+    set_.slots[2].back_colour = 12;
+    set_.toggles[2].back_colour = 13;
+    std::vector<int> seen;
+    const Event look = [&] { seen.push_back(display_.at(10, 14 * 2 + 5)); };
+    run({look, point_at_row(2), rest, look, point_at_row(1), rest, look, close_window});
+    EXPECT_EQ(seen, (std::vector{pixel_of(12), pixel_of(13), pixel_of(12)}));
+}
+
+TEST_F(Screen, WhatATextLeavesOutsideItsFieldIsWipedWhenItIsCut) {
+    set_.slots[0].buffer = 4;
+    graphic_buffers[4].reset(create_bitmap(800, 600));
+    clear_to_color(graphic_buffers[4].get(), pixel_of(13));
+    store_text(set_.slots[3].text, "much too long");
+    const auto behind = [this] { return display_.at(60, 14 * 3 + 5); };
+    run({point_at_row(3), rest, [&] { EXPECT_EQ(behind(), 0); }, press('a', KEY_A), rest,
+         [&] { EXPECT_EQ(behind(), pixel_of(13)); }, close_window});
+    graphic_buffers[4].reset();
 }
 
 TEST_F(Screen, NothingToSelectLeavesWithALogLine) {

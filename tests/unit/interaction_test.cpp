@@ -161,6 +161,9 @@ TEST_F(FieldDrawing, TheCursorHasNoShadowBesideIt) {
     draw_cursor(picture.get(), {.x = 100, .y = 100, .size = 5}, {14, 1, true, 12}, "abc", 1, 0);
     EXPECT_GT(count(pixel_of(1)), 0);
     EXPECT_EQ(count(pixel_of(12)), 0);
+    wipe();
+    draw_cursor(picture.get(), {.x = 100, .y = 100, .size = 5}, {14, 1, false, -1}, "abc", 0, 0);
+    EXPECT_EQ(ink(), 0) << "a field that takes no keys shows its whole text";
 }
 
 TEST(HelpFile, EntriesAreReadWithTheirHeaderOrItsDefaults) {
