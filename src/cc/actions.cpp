@@ -63,7 +63,6 @@ void show_changed_row(BITMAP* target, const OptionRow& option, int direction) {
         restore_buttons(target);
     if (option.row == Row::depth && sound_on)
         sfx_allowed = 1;
-    update_screen(target);
 }
 
 bool may_step(const OptionRow& option, bool forward) {
@@ -124,10 +123,8 @@ void choose_value(BITMAP* target, const OptionRow& option, int value) {
             set_music_volume(music_volume);
     }
     show_changed_row(target, option, 1);
-    if (option.row == Row::depth) {
+    if (option.row == Row::depth)
         show_explanation(target, Row::depth);
-        update_screen(target);
-    }
 }
 
 template <std::size_t N>
@@ -164,16 +161,22 @@ Result take_address(BITMAP*&) {
 }
 
 Result show_manual(BITMAP*& target) {
-    open_manual(target);
+    if (needs_met(Needs::music)) {
+        hide_loop_button();
+        if (cc_screen == CcScreen::options && option_row == Row::theme)
+            show_row_panel(target, *find_row(Row::theme)); // the button is drawn away
+    }
+    open_manual();
+    draw_module_marker(target);
     return {};
 }
 
 template <Module Which>
 Result select(BITMAP*& target) {
-    hide_loop_button();
+    if (selected_module != Which || option_row != Row::theme)
+        hide_loop_button();
     select_module(target, Which);
     refresh_module_rows(target);
-    update_screen(target);
     return {};
 }
 
@@ -210,15 +213,15 @@ Result reset(BITMAP*& target) {
         return ScreenResult::leave;
     if (sound_on) {
         option_row = Row::effects;
-        show_explanation(target, option_row);
-        show_row_panel(target, *find_row(option_row));
-        restore_buttons(target);
         sfx_volume = selected_volumes().effects * volume_step;
-        if (music_on && selected_theme() < number_of_themes)
-            play_selected_theme();
     }
+    show_explanation(target, option_row);
+    if (const OptionRow* option = find_row(option_row))
+        show_option(target, *option);
+    restore_buttons(target);
+    if (needs_met(Needs::music) && selected_theme() < number_of_themes)
+        play_selected_theme();
     draw_module_marker(target);
-    update_screen(target);
     return {};
 }
 
@@ -294,14 +297,17 @@ std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& run
     const bool releases = stepped || (action != std::end(actions) && action->releases);
     if (cc_screen == CcScreen::options && releases && slot.activated != 0)
         draw_slot(target, running.slots, slot.activated);
+    Result result;
     if (action != std::end(actions))
-        return action->act(target);
-    if (stepped)
+        result = action->act(target);
+    else if (stepped)
         step_forward(target, *stepped, slot);
     else if (const OptionRow* chosen = row_of_choose_code(slot.action);
              chosen && options_set.has_slot(index + 1)) // the last record has no value after it
         choose_value(target, *chosen, option_slot(index + 1).action);
-    return {};
+    if (!result)
+        update_screen(target);
+    return result;
 }
 
 void step_back(BITMAP* target, const SlotSet& running, int index) {
@@ -317,6 +323,7 @@ void step_back(BITMAP* target, const SlotSet& running, int index) {
         play_effect(button.sound_act);
     if (may_step(*option, false))
         step_value(target, *option, false);
+    update_screen(target);
 }
 
 } // namespace vcc

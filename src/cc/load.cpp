@@ -134,8 +134,13 @@ void prepare_background_copies() {
     assign(info_window, info_copy_buffer);
 }
 
+void keep_text_background(const SlotSet& set) {
+    if (anti_aliased_text)
+        copy_picture(graphic_buffer(set.slots.front().buffer), graphic_buffer(text_copy_buffer));
+}
+
 bool reload_pictures(BITMAP*& target) {
-    if (load_graphic_buffers(path::buffer_list) == 0 || !graphic_buffer(screen_buffer)) {
+    if (!load_pictures()) {
         show_alert("VCC: Error loading Graphicbuffers!");
         write_log("VCC: Error loading Graphicbuffers\n");
         target = nullptr;
@@ -144,6 +149,7 @@ bool reload_pictures(BITMAP*& target) {
     target = graphic_buffer(screen_buffer);
     set_status_target(target);
     prepare_background_copies();
+    keep_text_background(options_set);
     install_mouse_and_pointer();
     Slot& label = option_slot(options_slot::loop_label);
     hide(label);

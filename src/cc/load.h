@@ -2,6 +2,8 @@
 // folder must be the installation, its settings the library's configuration, and a colour depth must be set.
 #pragma once
 
+#include "screen/slot.h"
+
 #include <allegro.h>
 
 #include <functional>
@@ -48,6 +50,9 @@ void fill_fields();
 /// Copies the background picture to the buffers from which text windows restore their background. Call before the
 /// screens run and whenever the graphic buffers have been loaded again.
 void prepare_background_copies();
+
+/// Keeps the set's background, to be restored under smoothed text.
+void keep_text_background(const SlotSet& set);
 
 /// Loads the pictures again after a change of the colour depth, installs the pointer again and shows the options screen
 /// on the new screen picture. False after a failure, which is shown and logged; `target` is then null.

@@ -1,6 +1,5 @@
 #include "cc/manual.h"
 
-#include "cc/options_view.h"
 #include "core/alert.h"
 #include "core/clock.h"
 #include "core/installation.h"
@@ -56,18 +55,14 @@ const char* manual_file() {
     return language == german && platform::file_exists(path::german_manual) ? path::german_manual : path::manual;
 }
 
-void open_manual(BITMAP* target) {
-    const bool music = needs_met(Needs::music);
-    if (music) {
-        hide_loop_button();
-        if (music_playing)
-            pause_music_voice();
-    }
+void open_manual() {
+    const bool music = sound_on && music_on && music_playing;
+    if (music)
+        pause_music_voice();
     const char* const manual = manual_file();
     report(manual, open_with_retries([&] { return platform::open_document(manual); }, wait_ms));
-    if (music && music_playing)
+    if (music)
         resume_music_voice();
-    draw_module_marker(target);
 }
 
 } // namespace vcc

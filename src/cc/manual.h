@@ -1,8 +1,6 @@
 // The game's manual.
 #pragma once
 
-#include <allegro.h>
-
 #include <initializer_list>
 
 namespace vcc {
@@ -11,7 +9,7 @@ namespace vcc {
 const char* manual_file();
 
 /// Opens the manual with the program associated with it; failures are shown and logged.
-void open_manual(BITMAP* target);
+void open_manual();
 
 /// Opens a document, with retries for missing files. `open` returns a result number, `wait` takes milliseconds. Returns
 /// the number to report, or 33 if there is nothing to report. Pure except for the two calls.

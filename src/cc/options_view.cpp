@@ -17,6 +17,8 @@ namespace vcc {
 
 namespace {
 
+constexpr std::size_t label_length = 30;
+
 bool is_entry(int value) {
     return value >= 0 && value < value_entry_limit;
 }
@@ -150,17 +152,11 @@ bool is_lacking(const OptionRow& option, int value) {
     return option.row == Row::depth && depth < depth_class.size() && !depth_class[depth];
 }
 
-/// A resolution that other programs may use, but never this one.
-bool is_without_effect(const OptionRow& option, int value) {
-    constexpr int drawn_size = 3; // 800 x 600
-    return option.row == Row::resolution && value != drawn_size;
-}
-
 /// Gives an entry its normal look, or grey.
 void rest_value(const OptionRow* option, int value) {
     const int index = value_button(value);
     give_normal_look(index);
-    if (option && (is_lacking(*option, value) || is_without_effect(*option, value)))
+    if (option && is_lacking(*option, value))
         option_slot(index).fore_colour = disabled_colour;
 }
 
@@ -202,6 +198,7 @@ void prepare_entry(int value, Entry state, int choose_code) {
 }
 
 void write_label(int value, std::string_view label) {
+    label = label.substr(0, label_length); // more would reach beyond the value window, where nothing wipes it away
     for (int index : {value_button(value), value_record(value)}) {
         store_text(option_slot(index).text, label);
         store_text(option_toggle(index).text, label);
@@ -251,8 +248,6 @@ void show_value_panel(BITMAP* target, const OptionRow& option) {
         prepare_entry(i, entry_of(option, i, offered), option.choose_code);
     for (int i = 0; i < offered; ++i) {
         write_label(i, value_label(option, i));
-        if (is_without_effect(option, i))
-            option_slot(value_button(i)).fore_colour = option_slot(value_record(i)).fore_colour = disabled_colour;
         draw_option_slot(target, value_button(i));
     }
     for (int i = offered; i < value_entry_limit; ++i) {

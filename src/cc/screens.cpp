@@ -8,7 +8,6 @@
 #include "cc/theme_player.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
-#include "interaction/focus.h"
 #include "interaction/help.h"
 #include "interaction/screen_run.h"
 #include "screen/draw.h"
@@ -25,12 +24,6 @@ namespace vcc {
 namespace {
 
 constexpr int clear_colour = 7;
-
-/// Keeps the set's background, to be restored under smoothed text.
-void keep_text_background(const SlotSet& set) {
-    if (anti_aliased_text)
-        copy_picture(graphic_buffer(set.slots.front().buffer), graphic_buffer(text_copy_buffer));
-}
 
 void open_help(BITMAP* target, SlotSet& set, int current) {
     const SwitchSet quiet(theme_display_live, 0);
@@ -99,6 +92,7 @@ ScreenResult run_options(BITMAP*& target) {
     hide_loop_button();
     selected_module = Module::hq;
     option_row = first_option_row();
+    first_slot = 0;
     keep_text_background(options_set);
     const ScreenResult next = run_set(target, options_set);
     return target ? after_options(target, next) : next;
@@ -106,8 +100,8 @@ ScreenResult run_options(BITMAP*& target) {
 
 void menu_pointer_over(BITMAP* target, int slot) {
     const auto found = std::ranges::find(menu_slot::previews, slot, &menu_slot::Preview::slot);
-    if (found == menu_slot::previews.end() || slot_under_pointer(slot, menu_set.slots, false) != slot)
-        return; // the pointer is not on the button: the preview stays
+    if (found == menu_slot::previews.end())
+        return;
     const EffectsHeld held;
     draw_slot(target, menu_set.slots, found->picture);
 }

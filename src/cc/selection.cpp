@@ -5,6 +5,7 @@
 #include "cc/sets.h"
 #include "cc/theme_player.h"
 #include "display/graphics_mode.h"
+#include "interaction/focus.h"
 #include "settings/keyboard_layout.h"
 #include "settings/settings.h"
 #include "sound/sound.h"
@@ -109,15 +110,25 @@ void point_at_values(BITMAP* target) {
         draw_lit_module_marker(target);
 }
 
+/// Whether a slot is current only because the screen opened with it: the player has neither pointed nor moved to one.
+bool opened_with(int index) {
+    if (first_slot == 0)
+        first_slot = index;
+    if (first_slot != index || slot_under_pointer(index, options_set.slots, false) == index)
+        first_slot = -1;
+    return first_slot == index;
+}
+
 } // namespace
 
 void point_at_option(BITMAP* target, int index) {
     const EffectsHeld held;
+    const bool untouched = opened_with(index);
     if (index >= options_slot::first_selector && index <= options_slot::selector_end) {
         draw_highlighted(target, selector_button());
         refresh_module_rows(target);
     } else if (const OptionRow* option = row_of_button(index)) {
-        if (option->shown_when_pointed_at)
+        if (option->shown_when_pointed_at && (!untouched || option->row == option_row))
             point_at_row(target, *option);
     } else if (std::ranges::find(options_slot::resting, index) != options_slot::resting.end()) {
         draw_module_marker(target);

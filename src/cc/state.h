@@ -33,6 +33,7 @@ inline int depth_at_menu = 0;      ///< `bitmap_depth` when the main menu was la
 // The options screen.
 inline Module selected_module = Module::hq; ///< whose sound rows are shown
 inline Row option_row = Row::effects;       ///< whose values are shown
+inline int first_slot = 0;                  ///< current since the screen opened; 0 not yet known, -1 no more
 inline int marked_value = 0;                ///< value whose entry is marked in the value panel
 inline Row info_row = Row::none;            ///< whose explanation the box shows
 

@@ -8,6 +8,7 @@
 #include "cc/theme_player.h"
 #include "core/text.h"
 #include "display/graphics_mode.h"
+#include "platform/document.h"
 #include "sound/music.h"
 #include "sound/sound.h"
 #include "support/screen_world.h"
@@ -28,6 +29,12 @@ void* get_audio_stream_buffer(AUDIOSTREAM*) {
 }
 
 namespace vcc {
+
+/// The desktop opens everything.
+int platform::open_document(const std::string&) {
+    return document_opened;
+}
+
 namespace {
 
 class Actions : public test::ScreenWorld {
@@ -47,9 +54,35 @@ protected:
         screen_mode_range = ModeRange::both;
         selected_module = Module::control_centre;
         current_theme = -1;
+        first_slot = -1;
     }
 
     /// A left click on a slot that carries `code`; the record behind it carries `value`.
+    /// Lays the value buttons out in rows of 20 pixels; a marked value has `colour`.
+    void lay_out_values(int colour) {
+        for (int i = 0; i < value_entry_limit; ++i) {
+            Slot& button = option_slot(value_button(i));
+            button.font = 6;
+            button.dest_x = 500;
+            button.dest_y = 100 + 20 * i;
+            option_toggle(value_record(i)) = button;
+            option_toggle(value_record(i)).fore_colour = colour;
+        }
+    }
+    /// The values that are drawn in a colour.
+    std::vector<int> values_in(int colour) const {
+        std::vector<int> values;
+        for (int i = 0; i < value_entry_limit; ++i) {
+            const BitmapPtr row(create_sub_bitmap(target, 500, 100 + 20 * i, 200, 20));
+            bool found = false;
+            for (int at = 0; at < 200 * 20 && !found; ++at)
+                found = getpixel(row.get(), at % 200, at / 200) == pixel_of(colour);
+            if (found)
+                values.push_back(i);
+        }
+        return values;
+    }
+
     std::optional<ScreenResult> click(int code, int value = 0) {
         options_set.slots[22].action = code;
         options_set.slots[23].action = value;
@@ -162,15 +195,61 @@ TEST_F(Actions, AResetExplainsTheRowThatItMarks) {
 TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
     std::filesystem::create_directories("images");
     PALETTE palette{};
+    clear_to_color(picture.get(), 0xFFFFFF);
     save_pcx("images/a.pcx", picture.get(), palette);
-    folder.write("tools/vcc.buf", "images/a.pcx\n");
+    folder.write("tools/vcc.buf", "+0\nimages/a.pcx\n");
+    const SwitchSet smooth(anti_aliased_text, 1);
+    const SwitchSet silent(sound_on, 0);
+    option_row = Row::message_delay;
+    lay_out_values(12);
+    for (int i = 0; i < value_entry_limit; ++i)
+        option_slot(value_button(i)).fore_colour = option_slot(value_button(i)).back_colour = 13;
     set_color_depth(16);
     EXPECT_EQ(click(50), std::nullopt);
     EXPECT_EQ(bitmap_color_depth(target), 16);
+    EXPECT_EQ(values_in(12), std::vector{1}) << "the value is marked";
+    EXPECT_EQ(values_in(0), std::vector<int>()) << "smoothed text stands on its background";
     folder.write("tools/vcc.buf", "");
     set_color_depth(32);
     EXPECT_EQ(click(50), ScreenResult::leave) << "they cannot be loaded";
     EXPECT_EQ(target, nullptr);
+}
+
+TEST_F(Actions, AResetWithoutSoundMarksTheValueOfTheCurrentRow) {
+    sound_on = 0;
+    option_row = Row::message_delay;
+    settings.message_delay = 3;
+    lay_out_values(12);
+    show_row_panel(target, *find_row(option_row));
+    EXPECT_EQ(values_in(12), std::vector{3});
+    clear_bitmap(target); // as the window under the values would
+    click(50);
+    EXPECT_EQ(values_in(12), std::vector{1});
+}
+
+TEST_F(Actions, TheLoopButtonWorksOrIsDrawnAway) {
+    point_at_option(target, 26);
+    EXPECT_EQ(options_set.slots[86].toggle, 86);
+    click(34);
+    EXPECT_EQ(options_set.slots[86].toggle, 86) << "the module is selected already";
+    Slot& button = options_set.slots[86];
+    button.dest_x = button.dest_y = 300;
+    button.box_width = button.box_height = 20;
+    button.fore_colour = button.back_colour = 12;
+    text_windows[value_window] = {};
+    text_windows[value_window].colour = 13;
+    text_windows[value_window].right = text_windows[value_window].bottom = 60;
+    draw_option_slot(target, 86);
+    ASSERT_EQ(at(310, 310), pixel_of(12));
+    click(18);
+    EXPECT_NE(at(310, 310), pixel_of(12)) << "the manual hides it";
+}
+
+TEST_F(Actions, EveryResolutionIsShownLikeOtherValues) {
+    lay_out_values(12);
+    click(12);
+    EXPECT_EQ(values_in(disabled_colour), std::vector<int>());
+    EXPECT_FALSE(values_in(0).empty());
 }
 
 TEST_F(Actions, AButtonWithoutPressedLookDrawsNothingForIt) {
@@ -203,8 +282,14 @@ TEST_F(Actions, WithoutSoundTheFirstRowIsOneThatTheMachineOffers) {
         screen_mode_range = range;
         selected_module = Module::hq;
         option_row = first_option_row();
+        first_slot = 0;
         select_module(target, Module::control_centre);
+        mouse_x = 700;
+        on_pointer_over(target, 29); // current, though nobody points at it
         EXPECT_EQ(option_row, first);
+        on_pointer_over(target, 36); // by a key
+        on_pointer_over(target, 29);
+        EXPECT_EQ(option_row, Row::screen_mode);
     }
 }
 

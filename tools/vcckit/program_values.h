@@ -33,7 +33,8 @@ inline auto sound_values() {
 inline auto program_values() {
     return std::tuple_cat(
         sound_values(),
-        std::tie(cc_screen, theme_display_live, depth_at_menu, selected_module, option_row, marked_value, info_row),
+        std::tie(cc_screen, theme_display_live, depth_at_menu, selected_module, option_row, first_slot, marked_value,
+                 info_row),
         std::tie(layout_width, layout_height, module_prefix, language, slot_prefix, text_window_prefix),
         std::tie(fullscreen, mode_range, screen_mode_range, depth_class, settings, theme_loop, number_of_themes,
                  anti_aliased_text, frame_rest, theme_fade_in),
