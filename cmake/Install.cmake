@@ -61,10 +61,10 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# loaded at run time with the first film, conversion or window, so no linker names them
+# loaded at run time with the first film or window, so no linker names them
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "libavformat59, libavcodec59, libavutil57, libswresample4, libswscale6, libxinerama1")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)
+    "libavformat59, libavcodec59, libavutil57, libswscale6, libxinerama1")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, xdg-utils") # ffmpeg: what vcckit convert uses
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "make, xvfb") # what vcckit new and vcckit play use
 set(CPACK_DEBIAN_COMPRESSION_TYPE zstd) # sounds hardly get smaller with anything slower
 include(CPack)

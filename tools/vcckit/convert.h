@@ -23,21 +23,21 @@ std::string pcx_bytes(const Image& image, int bits);
 
 /// The result of a conversion. Without a fault the target has been written, and `what` describes it.
 struct Conversion {
-    std::string fault; ///< "is damaged or truncated"; the target is then unchanged
-    std::string what;  ///< "800 x 600 pixels of 24 bits"
-    bool seam = false; ///< the fault is the seam of a loop
+    std::string fault{}; ///< "is damaged or truncated"; the target is then unchanged
+    std::string what{};  ///< "800 x 600 pixels of 24 bits"
+    bool seam = false;   ///< the fault is the seam of a loop
 };
 
 /// Called with the share that is done, 0 to 1.
 using Progress = std::function<void(double share)>;
 
 /// `bits` are 8 or 24.
-Conversion convert_picture(const std::string& source, const std::string& target, int bits);
+Conversion convert_picture(const Media& media, const std::string& target, int bits);
 
 /// To 16-bit PCM, mono or stereo. Refuses a `loop` whose end does not run into its beginning.
-Conversion convert_sound(const std::string& source, const std::string& target, bool loop, const Progress& progress);
+Conversion convert_sound(const Media& media, const std::string& target, bool loop, const Progress& progress);
 
 /// To a silent AVI film of at most 800 x 600 pixels.
-Conversion convert_film(const std::string& source, const std::string& target, const Progress& progress);
+Conversion convert_film(const Media& media, const std::string& target, const Progress& progress);
 
 } // namespace vcc::kit

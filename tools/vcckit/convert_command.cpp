@@ -28,7 +28,8 @@ struct TargetRow {
 constexpr TargetRow targets[] = {{MediaKind::picture, ".pcx"}, {MediaKind::sound, ".wav"}, {MediaKind::film, ".avi"}};
 
 struct Job {
-    std::string source, target;
+    Media source;
+    std::string target;
     MediaKind kind = MediaKind::none; ///< of the target
 };
 
@@ -46,12 +47,12 @@ const TargetRow* row_of_ending(const std::string& ending) {
 /// The name with another extension: "theme.ogg" becomes "theme.wav".
 std::optional<Job> job_of(const std::string& source, const std::string& output) {
     std::string fault;
-    const auto media = Media::open(source, fault);
+    const auto media = read_media(source, fault);
     if (!media) {
         complain(source + ": " + fault);
         return std::nullopt;
     }
-    Job job{source, output, media->kind()};
+    Job job{*media, output, media->kind};
     std::error_code error;
     const bool into_folder = fs::is_directory(platform::system_path(output), error);
     if (output.empty() || into_folder) {
@@ -66,11 +67,11 @@ std::optional<Job> job_of(const std::string& source, const std::string& output) 
         complain(output + ": is not a folder, and does not end in .pcx, .wav or .avi");
         return std::nullopt;
     }
-    if (fs::equivalent(platform::system_path(job.source), platform::system_path(job.target), error)) {
+    if (fs::equivalent(platform::system_path(source), platform::system_path(job.target), error)) {
         complain(source + ": would be replaced by its own conversion: give another name with -o");
         return std::nullopt;
     }
-    if (job.kind == MediaKind::film && media->kind() == MediaKind::picture) {
+    if (job.kind == MediaKind::film && media->kind == MediaKind::picture) {
         complain(source + ": is a picture, not a film");
         return std::nullopt;
     }
@@ -91,7 +92,7 @@ std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources,
         sound = sound && job;
         for (const Job& other : jobs) {
             if (job && other.target == job->target) {
-                complain(source + ": would become " + job->target + ", as " + other.source + " does");
+                complain(source + ": would become " + job->target + ", as " + other.source.path + " does");
                 sound = false;
             }
         }
@@ -116,7 +117,7 @@ public:
     ProgressLine& operator=(const ProgressLine&) = delete;
 
     void show(double share) {
-        const int percent = static_cast<int>(share * 100);
+        const int percent = static_cast<int>(std::min(share, 1.0) * 100);
         if (!wanted_ || percent == shown_)
             return;
         shown_ = percent;
@@ -156,13 +157,14 @@ int run_convert(const std::vector<std::string>& sources, const ConvertRequest& r
         const Job& job = (*jobs)[i];
         Conversion done;
         {
-            ProgressLine line(i + 1, jobs->size(), job.source);
+            ProgressLine line(i + 1, jobs->size(), job.source.path);
             done = convert(job, request, [&](double share) { line.show(share); });
         }
         if (interrupted())
             break;
         if (!done.fault.empty()) {
-            complain(job.source + ": " + done.fault + (done.seam ? ": without --loop it is converted anyway" : ""));
+            complain(job.source.path + ": " + done.fault +
+                     (done.seam ? ": without --loop it is converted anyway" : ""));
             status = std::max(status, done.seam ? exit_faults : exit_unusable);
             continue;
         }

@@ -125,9 +125,9 @@ std::string pcx_bytes(const Image& image, int bits) {
     return bytes;
 }
 
-Conversion convert_picture(const std::string& source, const std::string& target, int bits) {
+Conversion convert_picture(const Media& media, const std::string& target, int bits) {
     Conversion done;
-    const auto image = read_image(source, done.fault);
+    const auto image = read_image(media, done.fault);
     if (!image)
         return done;
     const std::string bytes = pcx_bytes(*image, bits);

@@ -1,57 +1,32 @@
-// Pictures, sounds and films of any format that FFmpeg reads, decoded frame by frame.
+// Pictures, sounds and films of any format that FFmpeg reads: what its program ffprobe tells of them, and what its
+// program ffmpeg makes of them.
 #pragma once
 
-#include "media_functions.h"
+#include "run_program.h"
 
-#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace vcc::kit {
 
 enum class MediaKind { none, picture, sound, film };
 
-class Media {
-public:
-    /// Opens a file; null with the reason in `fault` if it has no known format.
-    static std::unique_ptr<Media> open(const std::string& path, std::string& fault);
-
-    /// A film may also have sound.
-    MediaKind kind() const;
-    bool has_sound() const { return sound_ >= 0; }
-
-    /// Chooses to decode the pictures or the sound; false with the reason in `fault`. Call once, before the first
-    /// frame.
-    bool choose(AVMediaType type, std::string& fault);
-
-    /// The next frame; null at the end or if the file is damaged, see fault(). Only the frame before it stays valid.
-    const AVFrame* next_frame();
-    const std::string& fault() const { return fault_; }
-
-    const AVStream& stream() const { return *input_->streams[chosen_]; }
-    const AVCodecContext& codec() const { return *codec_; }
-    AVRational frame_rate() const;          ///< 0/1 if unknown
-    AVRational sample_aspect_ratio() const; ///< 0/1 if unknown
-
-    /// Seconds from the beginning; below 0 if unknown.
-    double time_of(const AVFrame& frame) const;
-
-    /// Decoded share of the file, 0 to 1, if known.
-    double share_done(const AVFrame& frame) const;
-
-private:
-    template <class Object>
-    using Owned = std::unique_ptr<Object, MediaDeleter>;
-
-    Media() = default;
-    bool feed_decoder();
-
-    Owned<AVFormatContext> input_;
-    Owned<AVCodecContext> codec_;
-    Owned<AVFrame> frame_, before_;
-    Owned<AVPacket> packet_;
-    std::string fault_;
-    int pictures_ = -1, sound_ = -1, chosen_ = -1; ///< streams
-    bool still_ = false;                           ///< the format holds one picture
+struct Media {
+    std::string path;
+    MediaKind kind = MediaKind::none;
+    int pictures = -1, sound = -1; ///< streams; -1 without any. A film may also have sound
+    int width = 0, height = 0;     ///< pixels of the pictures as they are stored, not turned
+    int rate = 0, channels = 0;    ///< of the sound
+    double seconds = 0;            ///< 0 if unknown
 };
+
+/// Nothing with the reason in `fault` if the file has no known format.
+std::optional<Media> read_media(const std::string& path, std::string& fault);
+
+/// Runs ffmpeg on one stream of a file, with options that blanks separate, to a target ("pipe:1"); see run_program().
+/// Returns why it failed.
+std::string run_ffmpeg(const Media& media, int stream, const std::string& options, const std::string& target,
+                       bool with_errors, const TakeOutput& take);
 
 } // namespace vcc::kit

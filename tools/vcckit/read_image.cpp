@@ -2,11 +2,9 @@
 
 #include "core/files.h"
 #include "display/picture.h"
-#include "platform/files.h"
 
 #include <png.h>
 
-#include <fstream>
 #include <memory>
 #include <string_view>
 
@@ -28,42 +26,26 @@ bool fits(std::int64_t width, std::int64_t height, std::string& fault) {
     return false;
 }
 
-std::string first_bytes(const std::string& path) {
-    std::string bytes(picture_header_size, '\0');
-    std::ifstream file(platform::system_path(path), std::ios::binary);
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return bytes;
-}
-
-std::optional<Image> read_png(const std::string& path, std::string& fault) {
+std::optional<Image> read_png(std::string_view bytes, std::string& fault) {
     png_image png{};
     png.version = PNG_IMAGE_VERSION;
     const std::unique_ptr<png_image, decltype(&png_image_free)> owned(&png, png_image_free);
-    if (png_image_begin_read_from_file(&png, path.c_str()) == 0) {
-        fault = "is damaged or truncated";
-        return std::nullopt;
-    }
-    if (!fits(png.width, png.height, fault))
+    fault = "is damaged or truncated";
+    if (png_image_begin_read_from_memory(&png, bytes.data(), bytes.size()) == 0 || !fits(png.width, png.height, fault))
         return std::nullopt;
     png.format = PNG_FORMAT_RGBA;
     Image image{static_cast<int>(png.width), static_cast<int>(png.height), {}};
     image.rgba.resize(pixel_count(image.width, image.height) * channels);
-    if (png_image_finish_read(&png, nullptr, image.rgba.data(), 0, nullptr) != 0)
-        return image;
-    fault = "is damaged or truncated";
-    return std::nullopt;
+    if (png_image_finish_read(&png, nullptr, image.rgba.data(), 0, nullptr) == 0)
+        return std::nullopt;
+    fault.clear();
+    return image;
 }
 
 /// A PCX picture with an alpha plane, which no other reader here supports.
-std::optional<Image> read_pcx_of_four_planes(const std::string& path, std::string& fault) {
+std::optional<Image> read_pcx_of_four_planes(std::string_view file, std::string& fault) {
     constexpr std::uint8_t run_mark = 0xC0;
-    const auto file = read_file(path, picture_file_limit * channels);
-    if (!file) {
-        fault = "cannot be read";
-        return std::nullopt;
-    }
-    const std::span bytes(reinterpret_cast<const std::uint8_t*>(file->data()), file->size());
+    const std::span bytes(reinterpret_cast<const std::uint8_t*>(file.data()), file.size());
     const PictureHeader header = read_picture_header(bytes);
     if (!fits(header.width, header.height, fault))
         return std::nullopt;
@@ -94,46 +76,38 @@ std::optional<Image> read_pcx_of_four_planes(const std::string& path, std::strin
     return image;
 }
 
-std::optional<Image> read_by_ffmpeg(const std::string& path, std::string& fault) {
-    const auto media = Media::open(path, fault);
-    if (!media || !media->choose(AVMEDIA_TYPE_VIDEO, fault))
-        return std::nullopt;
-    const AVFrame* const frame = media->next_frame();
-    if (frame == nullptr) {
-        fault = media->fault().empty() ? "has no picture" : media->fault();
+/// By way of a PNG picture, turned as its Exif data say.
+std::optional<Image> read_by_ffmpeg(const Media& media, std::string& fault) {
+    if (media.pictures < 0) {
+        fault = "has no picture";
         return std::nullopt;
     }
-    if (!fits(frame->width, frame->height, fault))
+    if (media.width > 0 && !fits(media.width, media.height, fault)) // known before all of it is decoded
         return std::nullopt;
-    const MediaFunctions& ffmpeg = *media_functions();
-    const std::unique_ptr<SwsContext, MediaDeleter> scaler(ffmpeg.sws_getCachedContext(
-        nullptr, frame->width, frame->height, static_cast<AVPixelFormat>(frame->format), frame->width, frame->height,
-        AV_PIX_FMT_RGBA, SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT, nullptr, nullptr, nullptr));
-    Image image{frame->width, frame->height, {}};
-    const std::size_t size = pixel_count(image.width, image.height) * channels;
-    constexpr std::size_t overrun = 64; // the scaler may write past the last line
-    image.rgba.resize(size + overrun);
-    std::uint8_t* const planes[4] = {image.rgba.data(), nullptr, nullptr, nullptr};
-    const int strides[4] = {image.width * static_cast<int>(channels), 0, 0, 0};
-    if (scaler && ffmpeg.sws_scale(scaler.get(), frame->data, frame->linesize, 0, frame->height, planes, strides) > 0) {
-        image.rgba.resize(size);
-        return image;
-    }
-    fault = "has pixels of a kind that cannot be converted";
-    return std::nullopt;
+    std::string png;
+    fault = run_ffmpeg(media, media.pictures,
+                       "-vf scale=flags=bicubic+accurate_rnd+full_chroma_int,format=rgba -frames:v 1 -c:v png "
+                       "-compression_level 0 -f image2pipe",
+                       "pipe:1", false, [&](std::string_view piece) {
+                           png += piece;
+                           return true;
+                       });
+    if (fault.empty() && png.empty())
+        fault = "has no picture";
+    return fault.empty() ? read_png(png, fault) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<Image> read_image(const std::string& path, std::string& fault) {
-    const std::string beginning = first_bytes(path);
-    if (beginning.starts_with("\x89PNG"))
-        return read_png(path, fault);
+std::optional<Image> read_image(const Media& media, std::string& fault) {
+    const std::string bytes = read_file(media.path, picture_file_limit * 2).value_or({});
+    if (bytes.starts_with("\x89PNG"))
+        return read_png(bytes, fault);
     constexpr std::size_t bits_place = 3, planes_place = 65;
-    if (beginning.size() == picture_header_size && beginning.front() == 10 && beginning[bits_place] == 8 &&
-        beginning[planes_place] == static_cast<char>(channels))
-        return read_pcx_of_four_planes(path, fault);
-    return read_by_ffmpeg(path, fault);
+    if (bytes.size() > picture_header_size && bytes.front() == 10 && bytes[bits_place] == 8 &&
+        bytes[planes_place] == static_cast<char>(channels))
+        return read_pcx_of_four_planes(bytes, fault);
+    return read_by_ffmpeg(media, fault);
 }
 
 } // namespace vcc::kit

@@ -8,6 +8,6 @@
 namespace vcc::kit {
 
 /// Reads a PNG, JPEG, BMP, PCX or other picture, or the first frame of a film; nothing with the reason in `fault`.
-std::optional<Image> read_image(const std::string& path, std::string& fault);
+std::optional<Image> read_image(const Media& media, std::string& fault);
 
 } // namespace vcc::kit

@@ -15,7 +15,7 @@ namespace vcc::kit {
 namespace {
 
 constexpr long joint_frames = 512;       ///< checked on each side of the joint
-constexpr double quiet_seconds = 1.5;    ///< longer silence at either end sounds like a gap
+constexpr double quiet_seconds = 0.05;   ///< longer silence at either end sounds like a gap
 constexpr double fading_seconds = 4;     ///< before the end, searched for a fade
 constexpr float quiet_level = 0.002f;    ///< about -54 dB
 constexpr double least_bend = 4.0 / 128; ///< smaller bends are inaudible

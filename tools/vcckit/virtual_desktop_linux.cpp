@@ -1,22 +1,18 @@
 // The virtual display is Xvfb; pointer and keys come from its XTEST extension.
 #include "virtual_desktop.h"
 
-#include <array>
-#include <cerrno>
+#include "child.h"
+
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <thread>
-#include <utility>
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace vcc::kit {
@@ -25,88 +21,11 @@ namespace {
 
 constexpr int shown_width = 800, shown_height = 600;
 constexpr int start_limit_ms = 10'000;
-constexpr std::chrono::milliseconds end_limit{3000}, key_time{30}, button_time{80};
+constexpr std::chrono::milliseconds key_time{30}, button_time{80};
 
 /// Discards sound: the machine may have no card.
 constexpr const char* silent_setup =
     "</usr/share/alsa/alsa.conf>\npcm.!default { type null }\nctl.!default { type null }\n";
-
-/// A child process; the destructor ends it.
-class Child {
-public:
-    Child() = default;
-    explicit Child(pid_t id) : id_(id) {}
-    ~Child() { stop(); }
-    Child(Child&& other) noexcept : id_(std::exchange(other.id_, -1)), status_(other.status_) {}
-    Child& operator=(Child&& other) noexcept {
-        std::swap(id_, other.id_);
-        std::swap(status_, other.status_);
-        return *this;
-    }
-
-    bool started() const { return id_ > 0; }
-    bool running() {
-        if (id_ <= 0)
-            return false;
-        int status = 0;
-        if (::waitpid(id_, &status, WNOHANG) != id_)
-            return true;
-        status_ = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-        id_ = -1;
-        return false;
-    }
-    std::optional<int> status() { return running() ? std::nullopt : status_; }
-
-private:
-    void stop() {
-        if (!running())
-            return;
-        ::kill(id_, SIGTERM);
-        for (const auto end = std::chrono::steady_clock::now() + end_limit;
-             running() && std::chrono::steady_clock::now() < end;)
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        if (running()) {
-            ::kill(id_, SIGKILL);
-            ::waitpid(id_, nullptr, 0);
-        }
-    }
-
-    pid_t id_ = -1;
-    std::optional<int> status_;
-};
-
-/// Starts a program that ends with this one at the latest; `prepare` runs in the child.
-template <class Prepare>
-Child spawn(std::vector<std::string> words, const Prepare& prepare) {
-    std::vector<char*> arguments;
-    arguments.reserve(words.size() + 1);
-    for (std::string& word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    const pid_t parent = ::getpid(), id = ::fork();
-    if (id != 0)
-        return Child(id);
-    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-    if (::getppid() == parent && prepare())
-        ::execvp(arguments.front(), arguments.data());
-    ::_exit(127);
-}
-
-struct Pipe {
-    std::array<int, 2> ends{-1, -1};
-    Pipe() { [[maybe_unused]] const int result = ::pipe2(ends.data(), O_CLOEXEC); }
-    ~Pipe() {
-        for (const int end : ends)
-            if (end >= 0)
-                ::close(end);
-    }
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
-    void close_writing() {
-        ::close(ends[1]);
-        ends[1] = -1;
-    }
-};
 
 /// The first line from a pipe; empty if none arrives in time.
 std::string read_line(int from) {
@@ -260,7 +179,8 @@ std::unique_ptr<VirtualDesktop> VirtualDesktop::open(std::string& fault) {
     Display* const display = answer.empty() ? nullptr : XOpenDisplay(name.c_str());
     if (display == nullptr) {
         std::this_thread::sleep_for(key_time); // until its exit status is known
-        fault = server.status() == 127 ? "Xvfb is not installed: install the package xvfb" : "Xvfb does not start";
+        fault = server.status() == no_such_program ? "Xvfb is not installed: install the package xvfb"
+                                                   : "Xvfb does not start";
         return nullptr;
     }
     XSetErrorHandler(ignore_error);
