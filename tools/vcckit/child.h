@@ -12,22 +12,22 @@
 
 namespace vcc::kit {
 
-inline constexpr int no_such_program = 127; ///< the exit status if it cannot be started, as shells have it
-
 /// A child process; the destructor ends it.
 class Child {
 public:
     Child() = default;
-    explicit Child(pid_t id) : id_(id) {}
+    Child(pid_t id, int error) : id_(id), error_(error) {}
     ~Child() { stop(); }
-    Child(Child&& other) noexcept : id_(std::exchange(other.id_, -1)), status_(other.status_) {}
+    Child(Child&& other) noexcept : id_(std::exchange(other.id_, -1)), error_(other.error_), status_(other.status_) {}
     Child& operator=(Child&& other) noexcept {
         std::swap(id_, other.id_);
+        std::swap(error_, other.error_);
         std::swap(status_, other.status_);
         return *this;
     }
 
-    bool started() const { return id_ > 0; }
+    /// Why it could not be started, as in errno; 0 if it was.
+    int error() const { return error_; }
     bool running() { return !ended(false); }
 
     /// The exit status, or 128 plus the number of the signal that ended it; nothing while it runs.
@@ -36,11 +36,15 @@ public:
     /// The same, when it has ended.
     std::optional<int> wait() { return ended(true) ? status_ : std::nullopt; }
 
+    /// Lets it outlive this object.
+    pid_t release() { return std::exchange(id_, -1); }
+
 private:
     bool ended(bool wait);
     void stop();
 
     pid_t id_ = -1;
+    int error_ = 0;
     std::optional<int> status_;
 };
 

@@ -51,13 +51,23 @@ Child spawn(std::vector<std::string> words, const std::function<bool()>& prepare
     for (std::string& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
+    Pipe failure; // says nothing, and is closed, when the program begins
     const pid_t parent = ::getpid(), id = ::fork();
-    if (id != 0)
-        return Child(id);
-    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-    if (::getppid() == parent && prepare())
-        ::execvp(arguments.front(), arguments.data());
-    ::_exit(no_such_program);
+    if (id == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+        if (::getppid() == parent && prepare())
+            ::execvp(arguments.front(), arguments.data());
+        const int error = errno;
+        ::_exit(::write(failure.ends[1], &error, sizeof error) > 0 ? 1 : 2);
+    }
+    int error = id < 0 ? errno : 0;
+    failure.close_writing();
+    while (id > 0 && ::read(failure.ends[0], &error, sizeof error) < 0 && errno == EINTR) {
+    }
+    Child child(id, error);
+    if (error != 0)
+        child.wait();
+    return child;
 }
 
 Pipe::Pipe() {

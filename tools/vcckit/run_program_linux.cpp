@@ -31,8 +31,7 @@ std::optional<int> run_program(const std::vector<std::string>& words, bool with_
         if (!take(std::string_view(piece).substr(0, static_cast<std::size_t>(count))))
             return 128 + SIGTERM;
     }
-    const std::optional<int> status = child.started() ? child.wait() : std::nullopt;
-    return status == no_such_program ? std::nullopt : status;
+    return child.error() == 0 ? child.wait() : std::nullopt;
 }
 
 } // namespace vcc::kit

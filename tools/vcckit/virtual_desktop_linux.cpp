@@ -89,7 +89,7 @@ bool XDesktop::start(const std::string& folder, const std::string& program, cons
                ::chdir(folder.c_str()) == 0 && ::setenv("DISPLAY", name_.c_str(), 1) == 0 &&
                ::setenv("ALSA_CONFIG_PATH", card.c_str(), 1) == 0;
     });
-    return program_.started();
+    return program_.error() == 0;
 }
 
 /// The program's window is the newest that is large enough.
@@ -178,9 +178,7 @@ std::unique_ptr<VirtualDesktop> VirtualDesktop::open(std::string& fault) {
     const std::string name = ":" + answer;
     Display* const display = answer.empty() ? nullptr : XOpenDisplay(name.c_str());
     if (display == nullptr) {
-        std::this_thread::sleep_for(key_time); // until its exit status is known
-        fault = server.status() == no_such_program ? "Xvfb is not installed: install the package xvfb"
-                                                   : "Xvfb does not start";
+        fault = server.error() != 0 ? "Xvfb is not installed: install the package xvfb" : "Xvfb does not start";
         return nullptr;
     }
     XSetErrorHandler(ignore_error);
