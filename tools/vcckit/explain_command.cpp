@@ -1,6 +1,7 @@
 // The command explain.
 #include "commands.h"
 #include "fault_codes.h"
+#include "lines.h"
 
 #include <cstdio>
 
@@ -22,11 +23,8 @@ std::string cell(std::string_view text) {
 
 std::string code_cell(std::string_view text) {
     std::string out;
-    while (!text.empty()) {
-        const std::size_t end = text.find('\n');
-        out += (out.empty() ? "`" : "<br>`") + cell(text.substr(0, end)) + "`";
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    }
+    for (const std::string_view line : lines_of(text))
+        out += (out.empty() ? "`" : "<br>`") + cell(line) + "`";
     return out.empty() ? "an empty line" : out;
 }
 
@@ -40,11 +38,8 @@ void print_markdown() {
 void print_row(const FaultRow& row) {
     std::printf("%s: %s\n\n%s\n\nExample:\n", code_text(row.code).c_str(), std::string(row.title).c_str(),
                 std::string(row.explanation).c_str());
-    for (std::string_view rest = row.example; !rest.empty();) {
-        const std::size_t end = rest.find('\n');
-        std::printf("    %s\n", std::string(rest.substr(0, end)).c_str());
-        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    }
+    for (const std::string_view line : lines_of(row.example))
+        std::printf("    %s\n", std::string(line).c_str());
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The command new: a folder of sources from which "make" builds an installation.
 #include "commands.h"
+#include "lines.h"
 #include "new_file.h"
 #include "template_files.h"
 
@@ -76,15 +77,12 @@ std::string own_sound_setup(const std::string& built_in, const std::string& titl
 /// The built-in settings, with the only theme for every module.
 std::string own_settings(const std::string& built_in) {
     std::string settings;
-    for (std::size_t at = 0; at < built_in.size();) {
-        const std::size_t end = std::min(built_in.find('\n', at), built_in.size());
-        const std::string line = built_in.substr(at, end - at);
-        const std::string key = line.substr(0, line.find(' '));
+    for (const std::string_view each : lines_of(built_in)) {
+        const std::string line(each), key = line.substr(0, line.find(' '));
         if (key.ends_with("_theme") || key.ends_with("_theme_default"))
             settings += key + " = 0\n";
         else
             settings += (key == "number_of_themes" ? key + " = 1" : line) + "\n";
-        at = end + 1;
     }
     return settings;
 }

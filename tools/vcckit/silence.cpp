@@ -1,5 +1,6 @@
 #include "silence.h"
 
+#include "lines.h"
 #include "nearest.h"
 #include "source_place.h"
 
@@ -27,16 +28,6 @@ std::string nearest_code(std::string_view word) {
     for (const FaultRow& row : fault_rows)
         codes.push_back(code_text(row.code));
     return nearest_word(word, codes);
-}
-
-std::vector<std::string_view> lines_of(std::string_view text) {
-    std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return lines;
 }
 
 bool is_blank(std::string_view text) {
