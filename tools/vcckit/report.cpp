@@ -1,12 +1,14 @@
 #include "report.h"
 
 #include "latin1.h"
+#include "lines.h"
 
 #include "platform/latin1.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <utility>
+
+#include <nlohmann/json.hpp>
 
 namespace vcc::kit {
 
@@ -23,28 +25,6 @@ std::string harmless(std::string text) {
 /// Names and texts of an installation are Windows Latin-1, those of a source are UTF-8 already.
 std::string utf8(const std::string& text) {
     return is_utf8(text) ? text : platform::utf8_from_latin1(text);
-}
-
-std::string quoted_utf8(const std::string& name) {
-    std::string text = "\"";
-    for (const char c : name) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            text += '\\';
-            text += c;
-        } else if (byte < 0x20) {
-            char escape[8] = {};
-            std::snprintf(escape, sizeof escape, "\\u%04x", byte);
-            text += escape;
-        } else {
-            text += c;
-        }
-    }
-    return text + '"';
-}
-
-std::string quoted(const std::string& latin1) {
-    return quoted_utf8(utf8(latin1));
 }
 
 /// "slot 3", "slots 8 to 11, 16"
@@ -90,13 +70,10 @@ const Colours& colours_of(const Fault& fault, bool colours) {
 }
 
 std::string_view line_of(std::string_view text, int line) {
-    for (; line > 1; --line) {
-        const std::size_t end = text.find('\n');
-        if (end == std::string_view::npos)
-            return {};
-        text.remove_prefix(end + 1);
-    }
-    text = text.substr(0, text.find('\n'));
+    const std::vector<std::string_view> lines = lines_of(text);
+    if (line < 1 || static_cast<std::size_t>(line) > lines.size())
+        return {};
+    text = lines[static_cast<std::size_t>(line) - 1];
     return text.ends_with('\r') ? text.substr(0, text.size() - 1) : text;
 }
 
@@ -209,41 +186,36 @@ std::string sum_of(const Faults& faults) {
 
 std::string json_of_faults(const Faults& faults, std::string_view key, const std::string& subject,
                            const std::optional<std::vector<std::string>>& written) {
-    // The subject comes from the command line, usually in UTF-8.
-    std::string json = "{\"" + std::string(key) + "\": " + (is_utf8(subject) ? quoted_utf8(subject) : quoted(subject)) +
-                       ", \"faults\": [";
+    using Json = nlohmann::ordered_json;
+    const auto texts = [](const std::vector<std::string>& names) {
+        Json list = Json::array();
+        for (const std::string& name : names)
+            list.push_back(utf8(name));
+        return list;
+    };
+    Json told{{std::string(key), utf8(subject)}, {"faults", Json::array()}};
     for (const Fault& fault : faults) {
-        json += (&fault == &faults.front() ? "\n" : ",\n");
-        json += "  {\"code\": \"" + code_text(fault.code) + "\", \"file\": " + quoted(fault.file);
-        for (const std::string& file : fault.more_files)
-            json += (&file == &fault.more_files.front() ? ", \"more_files\": [" : ", ") + quoted(file);
-        json += fault.more_files.empty() ? "" : "]";
-        if (fault.line > 0)
-            json += ", \"line\": " + std::to_string(fault.line);
-        if (fault.column > 0)
-            json += ", \"column\": " + std::to_string(fault.column);
-        if (fault.record >= 0)
-            json += ", \"record\": " + std::to_string(fault.record);
-        for (const int& record : fault.more_records)
-            json += (&record == &fault.more_records.front() ? ", \"more_records\": [" : ", ") + std::to_string(record);
-        json += fault.more_records.empty() ? "" : "]";
-        if (!fault.where.empty())
-            json += ", \"where\": " + quoted(fault.where);
-        if (!fault.field.empty())
-            json += ", \"field\": " + quoted(fault.field);
-        json += ", \"problem\": " + quoted(fault.problem) + ", \"advice\": " + quoted(fault.advice);
-        if (!fault.nearest.empty())
-            json += ", \"nearest\": " + quoted(fault.nearest);
-        json += std::string(", \"fatal\": ") + (fault.fatal ? "true" : "false") + "}";
+        Json entry{{"code", code_text(fault.code)}, {"file", utf8(fault.file)}};
+        const auto add = [&](const char* name, bool known, const Json& value) {
+            if (known)
+                entry[name] = value;
+        };
+        add("more_files", !fault.more_files.empty(), texts(fault.more_files));
+        add("line", fault.line > 0, fault.line);
+        add("column", fault.column > 0, fault.column);
+        add("record", fault.record >= 0, fault.record);
+        add("more_records", !fault.more_records.empty(), fault.more_records);
+        add("where", !fault.where.empty(), utf8(fault.where));
+        add("field", !fault.field.empty(), utf8(fault.field));
+        add("problem", true, utf8(fault.problem));
+        add("advice", true, utf8(fault.advice));
+        add("nearest", !fault.nearest.empty(), utf8(fault.nearest));
+        add("fatal", true, fault.fatal);
+        told["faults"].push_back(std::move(entry));
     }
-    json += faults.empty() ? "]" : "\n]";
-    if (written) {
-        json += ", \"written\": [";
-        for (const std::string& name : *written)
-            json += (&name == &written->front() ? "" : ", ") + quoted(name);
-        json += "]";
-    }
-    return json + "}\n";
+    if (written)
+        told["written"] = texts(*written);
+    return told.dump(2) + "\n";
 }
 
 } // namespace vcc::kit

@@ -6,20 +6,35 @@
 #include "screen_source.h"
 
 #include <cstdio>
-#include <iterator>
 #include <string_view>
 #include <vector>
+
+#include <nlohmann/json.hpp>
 
 namespace vcc::kit {
 
 namespace {
 
-std::string quoted(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
+using Json = nlohmann::ordered_json;
+
+Json operator""_json_text(const char* text, std::size_t size) {
+    return Json::parse(std::string_view(text, size));
 }
 
-std::string reference(std::string_view definition) {
-    return "{ \"$ref\": \"#/definitions/" + std::string(definition) + "\" }";
+Json reference(std::string_view definition) {
+    return {{"$ref", "#/definitions/" + std::string(definition)}};
+}
+
+Json any_of(const std::vector<Json>& choices) {
+    return {{"anyOf", choices}};
+}
+
+Json object_of(Json properties, const std::vector<std::string>& required = {}) {
+    Json object{{"type", "object"}, {"additionalProperties", false}};
+    if (!required.empty())
+        object["required"] = required;
+    object["properties"] = std::move(properties);
+    return object;
 }
 
 std::string definition_of(Meaning meaning) {
@@ -27,153 +42,102 @@ std::string definition_of(Meaning meaning) {
 }
 
 /// A value alone, in a table by language, or in a list for repeated records.
-std::string value_definition(std::string_view name, const std::string& plain) {
-    const std::string base = std::string(name) + "_plain", by_language = std::string(name) + "_by_language";
-    std::string languages_text, needed;
+void define_value(Json& definitions, const std::string& name, Json plain) {
+    const std::string base = name + "_plain", by_language = name + "_by_language";
+    Json languages_shown;
+    std::vector<std::string> codes;
     for (const LanguageRow& language : languages) {
-        const std::string separator = languages_text.empty() ? "" : ", ";
-        languages_text += separator + quoted(language.code) + ": " + reference(base);
-        needed += separator + quoted(language.code);
+        languages_shown[std::string(language.code)] = reference(base);
+        codes.emplace_back(language.code);
     }
-    return "    " + quoted(base) + ": " + plain + ",\n    " + quoted(by_language) +
-           ": { \"type\": \"object\", \"additionalProperties\": false, \"required\": [" + needed +
-           "], \"properties\": { " + languages_text + " } },\n    " + quoted(name) + ": { \"anyOf\": [" +
-           reference(base) + ", " + reference(by_language) + ", { \"type\": \"array\", \"items\": { \"anyOf\": [" +
-           reference(base) + ", " + reference(by_language) + "] } }] }";
+    definitions[base] = std::move(plain);
+    definitions[by_language] = object_of(std::move(languages_shown), codes);
+    const std::vector<Json> single{reference(base), reference(by_language)};
+    definitions[name] = any_of({single[0], single[1], {{"type", "array"}, {"items", any_of(single)}}});
 }
 
 /// Offers the built-in names, but allows others, which a source may define.
-std::string number_definition(Meaning meaning) {
-    std::string names;
-    for (const std::string& name : names_of(meaning))
-        names += (names.empty() ? "" : ", ") + quoted(name);
-    std::string plain = "{ \"anyOf\": [{ \"type\": \"integer\" }, ";
-    if (!names.empty())
-        plain += "{ \"enum\": [" + names + "] }, ";
-    return value_definition(definition_of(meaning), plain + "{ \"type\": \"string\" }] }");
+Json number_or_name(Meaning meaning) {
+    std::vector<Json> choices{{{"type", "integer"}}, {{"type", "string"}}};
+    if (const std::vector<std::string> names = names_of(meaning); !names.empty())
+        choices.insert(choices.begin() + 1, Json{{"enum", names}});
+    return any_of(choices);
 }
 
-std::string field_properties() {
-    std::string text;
+/// A table of fields, and more entries.
+Json table(const Json& more, const std::vector<std::string>& required = {}) {
+    Json properties;
     for (const NumberField& field : number_fields())
-        text += "        " + quoted(field.name) + ": " + reference(definition_of(field.meaning)) + ",\n";
+        properties[std::string(field.name)] = reference(definition_of(field.meaning));
     for (const TextField& field : text_fields())
-        text += "        " + quoted(field.name) + ": " + reference("text_value") + ",\n";
-    return text +
-           "        \"hidden\": { \"type\": \"boolean\" },\n"
-           "        \"focus_skip\": { \"type\": \"boolean\" },\n"
-           "        \"shadow\": { \"anyOf\": [{ \"type\": \"boolean\" }, " +
-           reference(definition_of(Meaning::colour)) +
-           "] },\n"
-           "        \"align\": { \"enum\": [\"left\", \"centre\", \"center\", \"right\"] },\n"
-           "        \"padding\": { \"anyOf\": [{ \"type\": \"integer\", \"minimum\": 0, \"maximum\": 800 }, "
-           "{ \"type\": \"array\", \"minItems\": 2, \"maxItems\": 2, \"items\": { \"type\": \"integer\" } }] }";
+        properties[std::string(field.name)] = reference("text_value");
+    for (const char* const flag : {"hidden", "focus_skip"})
+        properties[flag] = {{"type", "boolean"}};
+    properties["shadow"] = any_of({{{"type", "boolean"}}, reference(definition_of(Meaning::colour))});
+    properties["align"] = R"({"enum": ["left", "centre", "center", "right"]})"_json_text;
+    properties["padding"] = R"({"anyOf": [{"type": "integer", "minimum": 0, "maximum": 800},
+        {"type": "array", "minItems": 2, "maxItems": 2, "items": {"type": "integer"}}]})"_json_text;
+    properties.update(more);
+    return object_of(std::move(properties), required);
 }
 
-std::string table_definition(std::string_view name, const std::string& more, std::string_view required = "") {
-    return "    " + quoted(name) + ": {\n      \"type\": \"object\", \"additionalProperties\": false," +
-           (required.empty() ? "" : " \"required\": [" + quoted(required) + "],") + "\n      \"properties\": {\n" +
-           field_properties() + more + "\n      }\n    }";
+Json joined(Json first, const Json& second) {
+    first.update(second);
+    return first;
 }
 
-constexpr const char* style_entry =
-    ",\n        \"style\": { \"anyOf\": [{ \"type\": \"string\" }, { \"type\": \"array\", \"items\": { \"type\": "
-    "\"string\" } }] }";
-constexpr const char* look_entries =
-    ",\n        \"highlight\": { \"anyOf\": [{ \"const\": false }, { \"$ref\": \"#/definitions/look\" }] }"
-    ",\n        \"pressed\": { \"anyOf\": [{ \"const\": false }, { \"$ref\": \"#/definitions/pressed_look\" }] }";
-constexpr const char* record_entries = ",\n        \"index\": { \"$ref\": \"#/definitions/index\" }"
-                                       ",\n        \"repeat\": { \"$ref\": \"#/definitions/repeat\" }";
-
-std::string repeat_definition() {
-    std::string text =
-        "    \"repeat\": {\n      \"type\": \"object\", \"additionalProperties\": false, \"required\": "
-        "[\"count\"],\n      \"properties\": {\n        \"count\": { \"type\": \"integer\", \"minimum\": "
-        "1, \"maximum\": 200 },\n        \"step\": { \"type\": \"integer\" }";
+Json repeat_table() {
+    Json properties = R"({"count": {"type": "integer", "minimum": 1, "maximum": 200},
+        "step": {"type": "integer"}})"_json_text;
     for (const NumberField& field : number_fields())
-        text += ",\n        " + quoted(field.name) + ": { \"type\": \"integer\" }";
-    return text + "\n      }\n    }";
+        properties[std::string(field.name)] = {{"type", "integer"}};
+    return object_of(std::move(properties), {"count"});
 }
 
-std::string names_definition() {
-    std::string text = "    \"names\": {\n      \"type\": \"object\", \"additionalProperties\": false,\n      "
-                       "\"properties\": {";
+Json names_table() {
+    Json properties;
     for (const Meaning meaning : all_meanings)
-        text += (meaning == all_meanings.front() ? "\n        " : ",\n        ") + quoted(meaning_word(meaning)) +
-                ": { \"type\": \"object\", \"additionalProperties\": { \"type\": \"integer\" } }";
-    return text + "\n      }\n    }";
-}
-
-/// Formats JSON with one entry per line.
-std::string laid_out(const std::string& json) {
-    std::string out;
-    std::size_t depth = 0;
-    bool in_text = false;
-    const auto new_line = [&] { out += "\n" + std::string(2 * depth, ' '); };
-    for (std::size_t i = 0; i < json.size(); ++i) {
-        const char c = json[i];
-        if (c == '"' && (i == 0 || json[i - 1] != '\\'))
-            in_text = !in_text;
-        const bool blank = !in_text && (c == ' ' || c == '\n');
-        if (in_text || c == '"' || (!blank && std::string_view("{[}],:").find(c) == std::string_view::npos)) {
-            out += c;
-        } else if (c == '{' || c == '[') {
-            out += c;
-            ++depth;
-            new_line();
-        } else if (c == '}' || c == ']') {
-            --depth;
-            new_line();
-            out += c;
-        } else if (c == ',') {
-            out += c;
-            new_line();
-        } else if (c == ':') {
-            out += ": ";
-        }
-    }
-    return out + "\n";
+        properties[std::string(meaning_word(meaning))] =
+            R"({"type": "object", "additionalProperties": {"type": "integer"}})"_json_text;
+    return object_of(std::move(properties));
 }
 
 } // namespace
 
 std::string screen_schema() {
-    std::vector<std::string> definitions;
-    definitions.reserve(std::size(all_meanings) + 4);
+    const Json style = R"({"style": {"anyOf": [{"type": "string"},
+        {"type": "array", "items": {"type": "string"}}]}})"_json_text;
+    const Json looks = R"({"highlight": {"anyOf": [{"const": false}, {"$ref": "#/definitions/look"}]},
+        "pressed": {"anyOf": [{"const": false}, {"$ref": "#/definitions/pressed_look"}]}})"_json_text;
+    const Json record{{"index", reference("index")}, {"repeat", reference("repeat")}};
+    Json definitions;
     for (const Meaning meaning : all_meanings)
-        definitions.push_back(number_definition(meaning));
-    definitions.push_back(value_definition(
-        "text_value",
-        "{ \"anyOf\": [{ \"type\": \"string\" }, { \"type\": \"object\", \"additionalProperties\": false, "
-        "\"required\": "
-        "[\"raw\"], \"properties\": { \"raw\": { \"type\": \"string\", \"pattern\": \"^([0-9a-fA-F]{2})*$\" } } }] }"));
-    definitions.emplace_back("\"index\": { \"anyOf\": [{ \"type\": \"integer\", \"minimum\": 0, \"maximum\": 199 }, "
-                             "{ \"type\": \"string\" }] }");
-    definitions.push_back(repeat_definition());
-    definitions.push_back(names_definition());
-    definitions.push_back(table_definition("look", ""));
-    definitions.push_back(
-        table_definition("pressed_look", ",\n        \"index\": { \"$ref\": \"#/definitions/index\" }"));
-    definitions.push_back(table_definition("style", std::string(style_entry) + look_entries));
-    definitions.push_back(table_definition("slot", std::string(record_entries) + style_entry + look_entries, "index"));
-    definitions.push_back(table_definition("toggle",
-                                           std::string(record_entries) + style_entry +
-                                               ",\n        \"copy\": " + reference(definition_of(Meaning::number)),
-                                           "index"));
-    std::string text =
-        "{\n  \"$schema\": \"http://json-schema.org/draft-07/schema#\",\n  \"title\": \"Veldor screen source\",\n  "
-        "\"type\": \"object\",\n  \"additionalProperties\": false,\n  \"properties\": {\n"
-        "    \"name\": { \"type\": \"string\", \"description\": \"vcc, vcc_options, vcc_options_info or mess\" },\n"
-        "    \"slot_count\": { \"type\": \"integer\", \"minimum\": 0, \"maximum\": 200 },\n"
-        "    \"toggle_count\": { \"type\": \"integer\", \"minimum\": 0, \"maximum\": 200 },\n"
-        "    \"names\": { \"$ref\": \"#/definitions/names\" },\n"
-        "    \"style\": { \"type\": \"object\", \"additionalProperties\": { \"$ref\": \"#/definitions/style\" } },\n"
-        "    \"slot\": { \"type\": \"array\", \"items\": { \"$ref\": \"#/definitions/slot\" } },\n"
-        "    \"toggle\": { \"type\": \"array\", \"items\": { \"$ref\": \"#/definitions/toggle\" } }\n  },\n"
-        "  \"definitions\": {\n";
-    for (const std::string& definition : definitions)
-        text += definition + (&definition == &definitions.back() ? "\n" : ",\n");
-    return laid_out(text + "} }");
+        define_value(definitions, definition_of(meaning), number_or_name(meaning));
+    define_value(definitions, "text_value",
+                 R"({"anyOf": [{"type": "string"}, {"type": "object", "additionalProperties": false,
+                     "required": ["raw"],
+                     "properties": {"raw": {"type": "string", "pattern": "^([0-9a-fA-F]{2})*$"}}}]})"_json_text);
+    definitions["index"] = R"({"anyOf": [{"type": "integer", "minimum": 0, "maximum": 199},
+        {"type": "string"}]})"_json_text;
+    definitions["repeat"] = repeat_table();
+    definitions["names"] = names_table();
+    definitions["look"] = table(Json::object());
+    definitions["pressed_look"] = table({{"index", reference("index")}});
+    definitions["style"] = table(joined(style, looks));
+    definitions["slot"] = table(joined(joined(record, style), looks), {"index"});
+    definitions["toggle"] =
+        table(joined(joined(record, style), {{"copy", reference(definition_of(Meaning::number))}}), {"index"});
+    Json schema = R"({"$schema": "http://json-schema.org/draft-07/schema#", "title": "Veldor screen source",
+        "type": "object", "additionalProperties": false, "properties": {
+            "name": {"type": "string", "description": "vcc, vcc_options, vcc_options_info or mess"},
+            "slot_count": {"type": "integer", "minimum": 0, "maximum": 200},
+            "toggle_count": {"type": "integer", "minimum": 0, "maximum": 200},
+            "names": {"$ref": "#/definitions/names"},
+            "style": {"type": "object", "additionalProperties": {"$ref": "#/definitions/style"}},
+            "slot": {"type": "array", "items": {"$ref": "#/definitions/slot"}},
+            "toggle": {"type": "array", "items": {"$ref": "#/definitions/toggle"}}}})"_json_text;
+    schema["definitions"] = std::move(definitions);
+    return schema.dump(2) + "\n";
 }
 
 int run_schema(bool fields) {
