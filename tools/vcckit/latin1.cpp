@@ -68,6 +68,10 @@ bool is_utf8(std::string_view text) {
     return true;
 }
 
+std::string as_utf8(const std::string& text) {
+    return is_utf8(text) ? text : platform::utf8_from_latin1(text);
+}
+
 std::string code_point_name(char32_t code) {
     char name[16] = {};
     std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(code));

@@ -16,6 +16,9 @@ std::string to_toml_text(std::string_view latin1);
 
 bool is_utf8(std::string_view text);
 
+/// The text in UTF-8: names and texts of an installation are Windows Latin-1, those of a source are UTF-8 already.
+std::string as_utf8(const std::string& text);
+
 /// "U+00FC"
 std::string code_point_name(char32_t code);
 

@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <utility>
 
-#include <nlohmann/json.hpp>
-
 namespace vcc::kit {
 
 namespace {
@@ -20,11 +18,6 @@ std::string harmless(std::string text) {
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
             c = '?';
     return text;
-}
-
-/// Names and texts of an installation are Windows Latin-1, those of a source are UTF-8 already.
-std::string utf8(const std::string& text) {
-    return is_utf8(text) ? text : platform::utf8_from_latin1(text);
 }
 
 /// "slot 3", "slots 8 to 11, 16"
@@ -87,8 +80,8 @@ std::size_t bytes_of_characters(std::string_view text, int characters) {
 
 std::string advice_text(const Fault& fault) {
     if (fault.nearest.empty())
-        return utf8(fault.advice);
-    return "did you mean " + fault.nearest + "?" + (fault.advice.empty() ? "" : " " + utf8(fault.advice));
+        return as_utf8(fault.advice);
+    return "did you mean " + fault.nearest + "?" + (fault.advice.empty() ? "" : " " + as_utf8(fault.advice));
 }
 
 /// Whether two faults differ only in the language of the file.
@@ -120,10 +113,10 @@ std::string with_slashes(std::string_view path) {
 
 std::string text_of_fault(const Fault& fault, bool colours) {
     const Colours& c = colours_of(fault, colours);
-    std::string field = fault.where.empty() ? "" : utf8(harmless(fault.where)) + ": ";
-    field += fault.field.empty() ? "" : utf8(harmless(fault.field)) + ": ";
-    std::string text = c.place + utf8(place_text(fault)) + ":" + c.end + " " + c.code + code_text(fault.code) + c.end +
-                       " " + field + utf8(harmless(fault.problem));
+    std::string field = fault.where.empty() ? "" : as_utf8(harmless(fault.where)) + ": ";
+    field += fault.field.empty() ? "" : as_utf8(harmless(fault.field)) + ": ";
+    std::string text = c.place + as_utf8(place_text(fault)) + ":" + c.end + " " + c.code + code_text(fault.code) +
+                       c.end + " " + field + as_utf8(harmless(fault.problem));
     // The advice on a source follows its excerpt.
     if (fault.column == 0 && !(fault.advice.empty() && fault.nearest.empty()))
         text += " - " + advice_text(fault);
@@ -182,40 +175,6 @@ std::string sum_of(const Faults& faults) {
     if (faults.empty())
         return "clean";
     return std::to_string(faults.size()) + (faults.size() == 1 ? " fault" : " faults");
-}
-
-std::string json_of_faults(const Faults& faults, std::string_view key, const std::string& subject,
-                           const std::optional<std::vector<std::string>>& written) {
-    using Json = nlohmann::ordered_json;
-    const auto texts = [](const std::vector<std::string>& names) {
-        Json list = Json::array();
-        for (const std::string& name : names)
-            list.push_back(utf8(name));
-        return list;
-    };
-    Json told{{std::string(key), utf8(subject)}, {"faults", Json::array()}};
-    for (const Fault& fault : faults) {
-        Json entry{{"code", code_text(fault.code)}, {"file", utf8(fault.file)}};
-        const auto add = [&](const char* name, bool known, const Json& value) {
-            if (known)
-                entry[name] = value;
-        };
-        add("more_files", !fault.more_files.empty(), texts(fault.more_files));
-        add("line", fault.line > 0, fault.line);
-        add("column", fault.column > 0, fault.column);
-        add("record", fault.record >= 0, fault.record);
-        add("more_records", !fault.more_records.empty(), fault.more_records);
-        add("where", !fault.where.empty(), utf8(fault.where));
-        add("field", !fault.field.empty(), utf8(fault.field));
-        add("problem", true, utf8(fault.problem));
-        add("advice", true, utf8(fault.advice));
-        add("nearest", !fault.nearest.empty(), utf8(fault.nearest));
-        add("fatal", true, fault.fatal);
-        told["faults"].push_back(std::move(entry));
-    }
-    if (written)
-        told["written"] = texts(*written);
-    return told.dump(2) + "\n";
 }
 
 } // namespace vcc::kit
