@@ -1,17 +1,20 @@
-# What "cmake --install" puts under the prefix and into the Debian package: the installation with the program in
-# lib/games/veldor, a launcher that gives every player a folder of their own, and what a desktop shows. On Windows the
-# package is the installation's folder.
+# What "cmake --install" puts under the prefix and into the Debian packages: the installation with the program in
+# lib/games/veldor, a launcher that gives every player a folder of their own, and what a desktop shows; for makers of
+# installations the tool, in a package of its own. On Windows the package is the installation's folder.
 include(GNUInstallDirs)
 set(VELDOR_FOLDER "lib/games/veldor") # one level below lib: its modules are no libraries for ldconfig
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME game)
 if(WIN32)
   set(VELDOR_FOLDER "veldor")
 else()
   set(VELDOR_SETTINGS game/install)
+  install(TARGETS vcc hq factory battle DESTINATION "${VELDOR_FOLDER}") # which strips them
 endif()
 set(packaging "${CMAKE_CURRENT_SOURCE_DIR}/packaging")
 
 # Settings come from the sources: those in the build folder are what somebody played with.
 install(DIRECTORY "${VELDOR_INSTALLATION}/" DESTINATION "${VELDOR_FOLDER}" USE_SOURCE_PERMISSIONS
+  REGEX "/veldor/(vcc|hq\\.so|factory\\.so|battle\\.so)$" EXCLUDE
   REGEX "/data/logfiles/." EXCLUDE
   REGEX "/data/configs/vcc\\.[^/]*$" EXCLUDE
   REGEX "/tools/language\\.ini$" EXCLUDE
@@ -27,44 +30,99 @@ if(WIN32)
   return()
 endif()
 
-file(RELATIVE_PATH VELDOR_FROM_BIN "/${CMAKE_INSTALL_BINDIR}" "/${VELDOR_FOLDER}")
-configure_file("${packaging}/veldor.in" "${CMAKE_CURRENT_BINARY_DIR}/packaging/veldor" @ONLY)
-install(PROGRAMS "${CMAKE_CURRENT_BINARY_DIR}/packaging/veldor" TYPE BIN)
+# veldor_install_compressed(SOURCE NAME FOLDER...): a manual page or a list of changes, as Debian wants them
+function(veldor_install_compressed source name folder)
+  set(file "${CMAKE_CURRENT_BINARY_DIR}/packaging/${name}.gz")
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${source}")
+  file(MAKE_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/packaging")
+  execute_process(COMMAND gzip -9nc "${source}" OUTPUT_FILE "${file}" COMMAND_ERROR_IS_FATAL ANY)
+  install(FILES "${file}" DESTINATION "${folder}" ${ARGN})
+endfunction()
 
-install(FILES "${packaging}/veldor.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
-install(FILES game/images/icon.png DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps" RENAME veldor.png)
-install(FILES game/images/icon-48.png DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/48x48/apps" RENAME veldor.png)
-install(FILES "${packaging}/veldor.6" DESTINATION "${CMAKE_INSTALL_MANDIR}/man6")
+set(bin games) # where Debian has the programs of games
+file(RELATIVE_PATH VELDOR_FROM_BIN "/${bin}" "/${VELDOR_FOLDER}")
+configure_file("${packaging}/veldor.in" "${CMAKE_CURRENT_BINARY_DIR}/packaging/veldor" @ONLY)
+install(PROGRAMS "${CMAKE_CURRENT_BINARY_DIR}/packaging/veldor" DESTINATION "${bin}")
+
+# what a desktop shows, with icons in more sizes than are drawn
+set(share "${CMAKE_INSTALL_DATADIR}")
+install(FILES "${packaging}/veldor.desktop" DESTINATION "${share}/applications")
+install(FILES "${packaging}/org.veldor.Veldor.metainfo.xml" DESTINATION "${share}/metainfo")
+set(images "${CMAKE_CURRENT_SOURCE_DIR}/game/images")
+set(icons "${CMAKE_CURRENT_BINARY_DIR}/packaging/icons")
+set(sizes 16 24 32 48 64 128 256)
+list(TRANSFORM sizes REPLACE "(.+)" "${icons}/\\1.png" OUTPUT_VARIABLE icon_files)
+add_custom_command(OUTPUT ${icon_files}
+  COMMAND /usr/bin/python3 "${packaging}/make-icons" "${images}/icon.png" "${images}/icon-48.png" "${icons}" ${sizes}
+  DEPENDS "${packaging}/make-icons" "${images}/icon.png" "${images}/icon-48.png" COMMENT "Making icons" VERBATIM)
+add_custom_target(icons ALL DEPENDS ${icon_files})
+foreach(size ${sizes})
+  install(FILES "${icons}/${size}.png" DESTINATION "${share}/icons/hicolor/${size}x${size}/apps" RENAME veldor.png)
+endforeach()
+
+set(documents "${share}/doc/veldor")
+veldor_install_compressed("${packaging}/veldor.6" veldor.6 "${CMAKE_INSTALL_MANDIR}/man6")
+set(package veldor)
+configure_file("${packaging}/changelog.in" "${CMAKE_CURRENT_BINARY_DIR}/packaging/changelog" @ONLY)
+veldor_install_compressed("${CMAKE_CURRENT_BINARY_DIR}/packaging/changelog" changelog "${documents}")
+veldor_install_compressed("${CMAKE_CURRENT_SOURCE_DIR}/CHANGELOG.md" NEWS "${documents}")
+install(FILES "${packaging}/lintian-overrides" DESTINATION "${share}/lintian/overrides" RENAME veldor)
+install(FILES "${packaging}/copyright" DESTINATION "${documents}")
+install(FILES "${packaging}/fonts-liberation.copyright" DESTINATION "${documents}" RENAME copyright.fonts-liberation)
 
 # the tool for those who make installations
-install(TARGETS vcckit RUNTIME)
-install(TARGETS vcckit-edit RUNTIME DESTINATION libexec/veldor) # edit_command_linux.cpp looks there
-install(FILES docs/vcckit.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-install(FILES "${packaging}/vcckit.bash"
-  DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vcckit)
-install(FILES "${packaging}/vcckit.fish" DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
-install(FILES "${packaging}/vcckit.zsh" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions" RENAME _vcckit)
-
-install(FILES "${packaging}/copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor")
-install(FILES "${packaging}/fonts-liberation.copyright"
-  DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veldor" RENAME copyright.fonts-liberation)
+if(TARGET vcckit)
+  set(tools COMPONENT tools)
+  set(documents "${share}/doc/veldor-tools")
+  install(TARGETS vcckit RUNTIME ${tools})
+  install(TARGETS vcckit-edit RUNTIME DESTINATION libexec/veldor ${tools}) # edit_command_linux.cpp looks there
+  veldor_install_compressed("${CMAKE_CURRENT_SOURCE_DIR}/docs/vcckit.1" vcckit.1 "${CMAKE_INSTALL_MANDIR}/man1"
+    ${tools})
+  install(FILES "${packaging}/vcckit.bash" DESTINATION "${share}/bash-completion/completions" RENAME vcckit ${tools})
+  install(FILES "${packaging}/vcckit.fish" DESTINATION "${share}/fish/vendor_completions.d" ${tools})
+  install(FILES "${packaging}/vcckit.zsh" DESTINATION "${share}/zsh/vendor-completions" RENAME _vcckit ${tools})
+  set(package veldor-tools)
+  configure_file("${packaging}/changelog.in" "${CMAKE_CURRENT_BINARY_DIR}/packaging/tools/changelog" @ONLY)
+  veldor_install_compressed("${CMAKE_CURRENT_BINARY_DIR}/packaging/tools/changelog" tools/changelog "${documents}"
+    ${tools})
+  install(FILES "${packaging}/copyright" DESTINATION "${documents}" ${tools})
+  # what the tool's faults and its manual page name
+  install(DIRECTORY docs DESTINATION "${documents}" ${tools}
+    FILES_MATCHING PATTERN "*.md" PATTERN "*.json" PATTERN "*.png" PATTERN "architecture.md" EXCLUDE
+    REGEX "/pictures/(films|menu|options)\\.png$" EXCLUDE) # those of the readme
+endif()
 
 set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_NAME veldor)
-set(CPACK_PACKAGE_CONTACT "The Veldor developers <veldor@localhost>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "game of walking machines: control centre")
-set(CPACK_PACKAGE_DESCRIPTION
-"The control centre of Veldor plays the intro films, leads to headquarters, factory and battle,
-and holds the settings that they share, in English and German.")
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL game tools)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_THREADS 0) # for the compression
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION games)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "The Veldor developers <veldor@example.org>") # a domain that is nobody's
+set(CPACK_PACKAGE_CONTACT "${CPACK_DEBIAN_PACKAGE_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "game of walking machines")
+
+set(CPACK_DEBIAN_GAME_PACKAGE_NAME veldor)
+set(CPACK_DEBIAN_GAME_PACKAGE_SECTION games)
+set(CPACK_DEBIAN_GAME_DESCRIPTION
+"The control centre of Veldor plays the intro films, leads to headquarters,
+factory and battle, and holds the settings that they share, in English and
+German.")
 # loaded at run time with the first film or window, so no linker names them
-set(CPACK_DEBIAN_PACKAGE_DEPENDS
+set(CPACK_DEBIAN_GAME_PACKAGE_DEPENDS
     "libavformat59, libavcodec59, libavutil57, libswscale6, libxinerama1")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, xdg-utils") # ffmpeg: what vcckit convert uses
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "make, xvfb") # what vcckit new and vcckit play use
-set(CPACK_DEBIAN_COMPRESSION_TYPE zstd) # sounds hardly get smaller with anything slower
+set(CPACK_DEBIAN_GAME_PACKAGE_RECOMMENDS xdg-utils)
+
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME veldor-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION
+"The tool for making installations packs screens from readable sources, checks
+installations, converts pictures, films and sounds, plays every slot of a
+screen, and has a screen editor in the browser.")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "veldor (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS ffmpeg) # what vcckit convert uses
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS "make, xvfb") # what vcckit new and vcckit play use
 include(CPack)

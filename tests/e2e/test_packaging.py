@@ -1,4 +1,4 @@
-"""The Debian package, unpacked by dpkg under a folder of its own and played by an ordinary user."""
+"""The Debian packages of program and tool, unpacked by dpkg under a folder of their own, played by an ordinary user."""
 
 import os
 import re
@@ -24,10 +24,13 @@ def run(*command):
 
 
 @pytest.fixture(scope="module")
-def package():
+def packages():
+    """{name: file}"""
     with tempfile.TemporaryDirectory() as folder:
-        run("cpack", "--config", built_installation().parent / "CPackConfig.cmake", "-B", folder)
-        yield next(Path(folder).glob("*.deb"))
+        # what players get is compressed for a minute
+        run("cpack", "--config", built_installation().parent / "CPackConfig.cmake", "-B", folder, "-D",
+            "CPACK_DEBIAN_COMPRESSION_TYPE=gzip")
+        yield {path.name.split("_")[0]: path for path in Path(folder).glob("*.deb")}
 
 
 class Player(Robot):
@@ -35,7 +38,7 @@ class Player(Robot):
 
     system = SYSTEM
 
-    def __init__(self, package):
+    def __init__(self, packages):
         super().__init__(installation=self, scale=None)
         self.root = Path(tempfile.mkdtemp())
         self.root.chmod(0o755)
@@ -46,7 +49,7 @@ class Player(Robot):
         self.home = self.root / "player"
         self.home.mkdir()
         self.home.chmod(0o777)
-        self.dpkg("--unpack", package)
+        self.dpkg("--unpack", *packages.values())
 
     def dpkg(self, *arguments):
         # the libraries are those of this machine, and no script of the package must run against it
@@ -63,7 +66,7 @@ class Player(Robot):
     def start(self, language="en_GB.UTF-8"):
         self._window = None
         self._program = subprocess.Popen(
-            [*AS_PLAYER, self.root / "usr/bin/veldor", "no", "films"], cwd="/", stderr=subprocess.DEVNULL,
+            [*AS_PLAYER, self.root / "usr/games/veldor", "no", "films"], cwd="/", stderr=subprocess.DEVNULL,
             env={"PATH": os.environ["PATH"], "DISPLAY": self.desktop.name, "HOME": str(self.home), "LANG": language,
                  "ALSA_CONFIG_PATH": str(self.root / "alsa.conf")})
         return self.wait_for_menu()
@@ -77,38 +80,53 @@ class Player(Robot):
 
 
 @pytest.fixture
-def player(package):
-    with Player(package) as player:
+def player(packages):
+    with Player(packages) as player:
         yield player
     shutil.rmtree(player.root, ignore_errors=True)
 
 
-def test_what_the_package_says(package):
+NEEDED = {"veldor": {"liballegro4.4", "libfreetype6", "libx11-6", "libc6"},
+          "veldor-tools": {"veldor", "libpng16-16", "libcpp-httplib0.11", "libc6"}}
+
+
+def test_what_the_packages_say(packages):
     version = re.search(r"project\(veldor VERSION ([0-9.]+)", (PROJECT / "CMakeLists.txt").read_text())[1]
-    fields = dict(re.findall(r"(?m)^(\S+): (.*)$", run("dpkg", "--field", package)))
-    assert fields["Package"] == "veldor" and fields["Version"] == version
-    needed = [each.split()[0] for each in fields["Depends"].split(", ")]
-    assert {"liballegro4.4", "libfreetype6", "libx11-6", "libc6"} <= set(needed)
-    assert "install ok installed" in run("dpkg-query", "-W", "-f=${Status}\n", *needed)
-    contents = run("dpkg", "--contents", package).splitlines()
-    assert all(line.split()[1] == "root/root" and line[8] != "w" for line in contents if line[0] != "l")
-    assert not any("logfiles/" in line and not line.endswith("/") for line in contents), "a log is in the package"
+    assert packages.keys() == NEEDED.keys()
+    for name, package in packages.items():
+        fields = dict(re.findall(r"(?m)^(\S+): (.*)$", run("dpkg", "--field", package)))
+        assert fields["Package"] == name and fields["Version"] == version
+        needed = {each.split()[0] for each in fields["Depends"].split(", ")}
+        assert NEEDED[name] <= needed and ("libcpp-httplib0.11" in needed) == (name == "veldor-tools")
+        assert "install ok installed" in run("dpkg-query", "-W", "-f=${Status}\n", *needed - {"veldor"})
+        contents = run("dpkg", "--contents", package).splitlines()
+        assert all(line.split()[1] == "root/root" and line[8] != "w" for line in contents if line[0] != "l")
+        assert not any("logfiles/" in line and not line.endswith("/") for line in contents), "a log is in the package"
+
+
+def test_checkers_find_nothing(packages, player):
+    assert run("lintian", "--fail-on", "none", "--allow-root", *packages.values()) == ""
+    share = player.root / "usr/share"
+    run("desktop-file-validate", share / "applications/veldor.desktop")
+    run("appstreamcli", "validate", "--no-net", *(share / "metainfo").iterdir())
 
 
 def test_the_desktop_finds_program_icon_and_tool(player):
     installed = player.root / "usr"
     entry = (installed / "share/applications/veldor.desktop").read_text()
     values = dict(line.split("=", 1) for line in entry.splitlines()[1:])
-    assert (installed / "bin" / values["Exec"]).exists()
-    for size in (48, 256):
+    assert (installed / "games" / values["Exec"]).exists()
+    for size in (16, 24, 32, 48, 64, 128, 256):
         icon = installed / f"share/icons/hicolor/{size}x{size}/apps/{values['Icon']}.png"
         assert f"{size} x {size}" in run("file", icon)
     assert "clean" in run(installed / "bin/vcckit", "check", player.root / GAME)
     edited = subprocess.run([installed / "bin/vcckit", "edit", "/nowhere"], capture_output=True, text=True)
     assert edited.returncode == 2 and "/nowhere" in edited.stderr, "the editor is not there"
-    for file in ("man/man1/vcckit.1", "bash-completion/completions/vcckit", "zsh/vendor-completions/_vcckit",
-                 "fish/vendor_completions.d/vcckit.fish"):
+    for file in ("man/man6/veldor.6.gz", "man/man1/vcckit.1.gz", "bash-completion/completions/vcckit",
+                 "zsh/vendor-completions/_vcckit", "fish/vendor_completions.d/vcckit.fish"):
         assert (installed / "share" / file).exists()
+    for page in set(re.findall(r"docs/\w+\.md", (PROJECT / "docs/vcckit.1").read_text())) | {"docs/faults.md"}:
+        assert (installed / "share/doc/veldor-tools" / page).exists()
 
 
 def test_a_player_without_rights_plays_and_keeps_settings(player):
@@ -140,6 +158,6 @@ def test_an_upgrade_and_removal_leave_what_is_the_players(player):
     player.start().leave()
     assert player.path("vcc").read_bytes() == (player.root / GAME / "vcc").read_bytes()
     assert not player.path("gone.so").is_symlink() and player.path("mine.txt").exists()
-    player.dpkg("--remove", "veldor")
+    player.dpkg("--remove", "veldor-tools", "veldor")
     assert not player.files()
     assert player.path(CONFIG).exists()
