@@ -3,6 +3,7 @@
 #include "file_set.h"
 #include "installation.h"
 #include "new_file.h"
+#include "temporary_folder.h"
 #include "visit.h"
 
 #include "core/installation.h"
@@ -12,10 +13,10 @@
 
 #include <cctype>
 #include <cstdio>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 
 namespace vcc::kit {
 
@@ -30,31 +31,19 @@ void complain(const std::string& text) {
 /// A temporary copy to play, because the program writes settings and logs.
 class PlayedCopy {
 public:
-    PlayedCopy() = default;
-    ~PlayedCopy() {
-        std::error_code ignored;
-        if (!folder_.empty())
-            fs::remove_all(folder_, ignored);
-    }
-    PlayedCopy(const PlayedCopy&) = delete;
-    PlayedCopy& operator=(const PlayedCopy&) = delete;
-
     /// Empty, or why it could not be created.
     std::string make(const fs::path& installation) {
+        if (std::string fault = folder_.make(); !fault.empty())
+            return fault;
         std::error_code error;
-        const fs::path folder = fs::temp_directory_path(error) / ("vcckit-" + std::to_string(std::random_device{}()));
-        if (error || !fs::create_directory(folder, error))
-            return "cannot make the folder " + folder.string() + ": " + error.message();
-        folder_ = folder;
-        fs::permissions(folder_, fs::perms::owner_all, error);
         fs::copy(installation, game(), fs::copy_options::recursive, error);
         if (error)
             return "cannot copy " + installation.string() + ": " + error.message();
         keep_own_size();
         return {};
     }
-    fs::path game() const { return folder_ / "game"; }
-    fs::path output() const { return folder_ / "output.txt"; }
+    fs::path game() const { return folder_.path() / "game"; }
+    fs::path output() const { return folder_.path() / "output.txt"; }
 
     void choose_language(std::size_t index) const {
         std::ofstream(platform::resolve_path((game() / path::language_choice).string())) << index + 1 << '\n';
@@ -72,7 +61,7 @@ private:
         std::ofstream(name, std::ios::binary) << apply_changes(text, {&change, 1});
     }
 
-    fs::path folder_;
+    TemporaryFolder folder_;
 };
 
 bool is_picture_of_ours(const std::string& name) {
@@ -94,11 +83,18 @@ bool prepare_pictures(const fs::path& folder) {
     return true;
 }
 
-/// The last lines of the program's output.
-void tell_output(const fs::path& output) {
-    std::ifstream file(output);
-    for (std::string line; std::getline(file, line);)
-        complain("the program: " + line);
+/// What the program has said, or the last lines of its log.
+void tell_lines(const std::string& who, const fs::path& name) {
+    constexpr std::size_t most = 5;
+    std::ifstream file(platform::resolve_path(name.string()));
+    std::deque<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        lines.push_back(line);
+        if (lines.size() > most)
+            lines.pop_front();
+    }
+    for (const std::string& line : lines)
+        complain(who + line);
 }
 
 struct Journey {
@@ -145,11 +141,13 @@ int play(const Journey& journey, const PlayedCopy& copy, const fs::path& picture
             format_text("%s-%03d-%s.png", std::string(languages[journey.language].code).c_str(), ++count, name.c_str());
         const std::string path = (pictures / file).string();
         if (picture.width == 0) // the program has ended
-            return;
-        if (fault.empty())
-            fault = write_whole_file(path, png_bytes(picture));
+            return true;
+        fault = write_whole_file(path, png_bytes(picture));
+        if (!fault.empty())
+            return false;
         std::printf("%s  %s\n", path.c_str(), text.c_str());
         std::fflush(stdout);
+        return true;
     };
     Visit visit(*desktop, journey.plan, keep);
     visit.run(journey.films);
@@ -158,7 +156,9 @@ int play(const Journey& journey, const PlayedCopy& copy, const fs::path& picture
     if (!fault.empty())
         complain(fault);
     if (!visit.reached_menu())
-        tell_output(copy.output());
+        tell_lines("the program: ", copy.output());
+    if (!visit.reached_menu() || !visit.faults().empty())
+        tell_lines("its log: ", copy.game() / path::log);
     return !visit.reached_menu() || !fault.empty() ? exit_unusable : visit.faults().empty() ? exit_clean : exit_faults;
 }
 

@@ -7,6 +7,7 @@
 #include "core/log.h"
 
 #include <algorithm>
+#include <iterator>
 #include <thread>
 
 namespace vcc::kit {
@@ -18,6 +19,7 @@ using std::chrono::steady_clock;
 // Action codes of the slots clicked here.
 constexpr int leave_action = 1, first_module_action = 2, last_module_action = 4, options_action = 5,
               first_selector_action = 31, last_selector_action = 34;
+constexpr int ending_actions[] = {6, 30, 998}; ///< of the options screen: accept, cancel, back
 constexpr int left_button = 1, right_button = 3;
 
 constexpr std::chrono::milliseconds start_limit{60'000}, screen_limit{20'000}, change_limit{5000}, end_limit{20'000},
@@ -80,7 +82,7 @@ std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault) {
 bool Visit::wait_until(const std::function<bool()>& condition, Milliseconds limit) {
     const auto end = steady_clock::now() + limit;
     while (!condition()) {
-        if (steady_clock::now() > end || interrupted())
+        if (steady_clock::now() > end || is_over())
             return false;
         std::this_thread::sleep_for(step);
     }
@@ -106,7 +108,16 @@ RgbPicture Visit::settled() {
 }
 
 void Visit::stop(const std::string& name, const std::string& text) {
-    keep_(name, text, settled());
+    kept_ = keep_(name, text, settled()) && kept_;
+}
+
+void Visit::fault(const std::string& text) {
+    faults_.push_back(text);
+    kept_ = keep_("fault", text, desktop_.look()) && kept_;
+}
+
+bool Visit::is_over() const {
+    return interrupted() || !kept_;
 }
 
 void Visit::point_at(const SeenSlot& slot) {
@@ -132,7 +143,7 @@ void Visit::run(bool films) {
     if (films)
         watch_films();
     reached_menu_ = arrive(plan_.menu.picture, "the main menu");
-    if (reached_menu_ && visit_menu())
+    if (reached_menu_ && visit_menu() && !is_over())
         leave();
 }
 
@@ -140,7 +151,7 @@ void Visit::watch_films() {
     wait_until([&] { return desktop_.look().width > 0 || !desktop_.running(); }, start_limit);
     for (const Film& film : vcc::films) {
         std::this_thread::sleep_for(film_time);
-        keep_("film", film.path, desktop_.look());
+        kept_ = keep_("film", film.path, desktop_.look()) && kept_;
         desktop_.press_key("space");
     }
 }
@@ -150,18 +161,33 @@ bool Visit::visit_menu() {
     for (const SeenSlot& slot : plan_.menu.slots)
         visit_slot("menu", slot);
     for (const SeenSlot& slot : plan_.menu.slots) {
-        if (interrupted())
+        if (is_over())
             return false;
-        if (slot.action >= first_module_action && slot.action <= last_module_action && !visit_module(slot))
-            return false;
-        if (slot.action == options_action && !visit_options(slot))
-            return false;
+        if (slot.action >= first_module_action && slot.action <= last_module_action) {
+            if (!visit_module(slot))
+                return false;
+        } else if (slot.action == options_action) {
+            if (!visit_options(slot))
+                return false;
+        } else if (slot.action != leave_action) {
+            click_idle(slot);
+        }
     }
     return true;
 }
 
+/// A button of the menu that leads nowhere: the menu stays as it is.
+void Visit::click_idle(const SeenSlot& slot) {
+    point_at(slot);
+    const RgbPicture before = settled();
+    desktop_.click(left_button);
+    stop(word_of("menu", slot) + "-clicked", "clicked");
+    if (share_alike(desktop_.look(), before) < 1)
+        fault(text_of_slot("menu", slot) + ": a click leaves something in the picture");
+}
+
 void Visit::visit_slot(const std::string& screen, const SeenSlot& slot) {
-    if (interrupted() || !desktop_.running())
+    if (is_over() || !desktop_.running())
         return;
     point_at(slot);
     stop(word_of(screen, slot), text_of_slot(screen, slot));
@@ -195,12 +221,16 @@ bool Visit::visit_module(const SeenSlot& button) {
     return arrive(plan_.menu.picture, "the main menu after the module " + name);
 }
 
-bool Visit::visit_options(const SeenSlot& button) {
+bool Visit::enter_options(const SeenSlot& button) {
     point_at(button);
     desktop_.click(left_button);
     std::this_thread::sleep_for(look_time);
     desktop_.move(picture_width - 1, picture_height - 1);
-    if (!arrive(plan_.options.picture, "the options screen"))
+    return arrive(plan_.options.picture, "the options screen");
+}
+
+bool Visit::visit_options(const SeenSlot& button) {
+    if (!enter_options(button))
         return false;
     stop("options", "the options screen");
     for (const SeenSlot& slot : plan_.options.slots) {
@@ -215,7 +245,22 @@ bool Visit::visit_options(const SeenSlot& button) {
             visit_values(*row);
     }
     desktop_.press_key("Escape");
-    return arrive(plan_.menu.picture, "the main menu after the options screen");
+    return arrive(plan_.menu.picture, "the main menu after the options screen") && click_endings(button);
+}
+
+/// Every button that ends the options screen.
+bool Visit::click_endings(const SeenSlot& button) {
+    for (const SeenSlot& slot : plan_.options.slots) {
+        if (std::ranges::find(ending_actions, slot.action) == std::end(ending_actions))
+            continue;
+        if (is_over() || !enter_options(button))
+            return false;
+        point_at(slot);
+        desktop_.click(left_button);
+        if (!arrive(plan_.menu.picture, "the main menu after " + text_of_slot("options", slot)))
+            return false;
+    }
+    return true;
 }
 
 void Visit::visit_values(const VisitedOption& row) {
@@ -226,7 +271,7 @@ void Visit::visit_values(const VisitedOption& row) {
         desktop_.click(right_button);
     }
     for (const SeenSlot& value : row.values) {
-        if (interrupted() || !desktop_.running())
+        if (is_over() || !desktop_.running())
             return;
         point_at(value);
         stop(word_of(word_of("options", *button) + "-value", value), "a value of slot " + std::to_string(row.button));

@@ -29,8 +29,9 @@ std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault);
 
 class Visit {
 public:
-    /// Called at every stop with a word for its file and what the picture shows.
-    using Keep = std::function<void(const std::string& name, const std::string& text, const RgbPicture& picture)>;
+    /// Called at every stop with a word for its file and what the picture shows; false if it cannot be kept, which ends
+    /// the visit.
+    using Keep = std::function<bool(const std::string& name, const std::string& text, const RgbPicture& picture)>;
 
     /// `desktop` runs the program.
     Visit(VirtualDesktop& desktop, const VisitPlan& plan, Keep keep)
@@ -50,6 +51,9 @@ private:
     bool visit_menu();
     bool visit_module(const SeenSlot& button);
     bool visit_options(const SeenSlot& button);
+    bool enter_options(const SeenSlot& button);
+    bool click_endings(const SeenSlot& button);
+    void click_idle(const SeenSlot& slot);
     void visit_slot(const std::string& screen, const SeenSlot& slot);
     void visit_help(const std::string& screen, const SeenSlot& slot);
     void visit_values(const VisitedOption& row);
@@ -60,13 +64,15 @@ private:
     RgbPicture settled();
     bool arrive(const RgbPicture& wanted, const std::string& what);
     bool wait_until(const std::function<bool()>& condition, Milliseconds limit);
-    void fault(const std::string& text) { faults_.push_back(text); }
+    void fault(const std::string& text);
+    bool is_over() const;
 
     VirtualDesktop& desktop_;
     const VisitPlan& plan_;
     Keep keep_;
     std::vector<std::string> faults_;
     bool reached_menu_ = false;
+    bool kept_ = true; ///< all pictures so far
 };
 
 } // namespace vcc::kit
