@@ -124,5 +124,5 @@ installations, converts pictures, films and sounds, plays every slot of a
 screen, and has a screen editor in the browser.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "veldor (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS ffmpeg) # what vcckit convert uses
-set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS "make, xvfb") # what vcckit new and vcckit play use
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS "make, xvfb, zip") # what vcckit new, play and export use
 include(CPack)

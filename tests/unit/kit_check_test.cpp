@@ -1,5 +1,6 @@
 // Checking an installation: the sources of the built-in one are clean, and every kind of fault is found where it is.
 #include "check.h"
+#include "fields.h"
 #include "game_folder.h"
 #include "names.h"
 #include "report.h"
@@ -51,8 +52,9 @@ protected:
 
     void expect_told() const {
         const Library library;
+        Installation installation;
         std::string found = "\n";
-        for (const Fault& fault : check_installation({}))
+        for (const Fault& fault : check_installation(installation, {}))
             found += std::regex_replace(text_of_fault(fault, false), std::regex(" VK\\d{3} "), " ") + "\n";
         EXPECT_EQ(found == "\n", told_.empty()) << found;
         for (const std::string& each : told_)
@@ -63,6 +65,7 @@ protected:
 };
 
 TEST_F(Check, SourcesOfTheBuiltInInstallationAreClean) {
+    fs::rename("images/Zentrik.avi", "images/ZENTRIK.AVI");
     expect_told(); // nothing
 }
 
@@ -120,6 +123,12 @@ TEST_F(Check, FaultsOfOtherFilesAreFoundInTheirPlace) {
     replace(texts, "in der Schlacht\n", "in der Schlacht?\n", place + R"(\+222: ".*" is 7 pixels too wide)");
     replace(texts, "+50\n", "+140\n", place + R"(\+140: there is no such text)");
     replace(texts, "+63\n", "+62\n", place + R"(\+62: is given twice)");
+    replace("tools/language/english/txt/messages.eng", "+0\n", "+0\n\xC3\xA9",
+            "tools/language/english/txt/messages.eng:\\d+: the file is UTF-8");
+    replace("help/menu_de.hlp", "-_Help", "-The manual",
+            R"(help/menu_de.hlp:10: \+1: "-The manual" is shown without its first letter)");
+    replace("help/options_de.hlp", "C15", "C33",
+            R"(help/options_de.hlp:1: \+1: its text has the colour of its window)");
     replace(texts, "LANG\n", std::string(90, 'x') + "\n", place + R"(\+72: has 90 characters)");
     replace("tools/language.ini", "1", "3", "tools/language.ini:1: does not choose a language");
     replace("tools/vcc.buf", "+6", "+23", R"(tools/vcc.buf:\d+: buffer 23 is created by the program)");
@@ -132,10 +141,17 @@ TEST_F(Check, FaultsOfOtherFilesAreFoundInTheirPlace) {
 
 TEST_F(Check, MissingAndCutFilesAreFound) {
     const std::string hq = platform::module_file_name("hq"), battle = platform::module_file_name("battle");
-    remove("images/morv3.pcx", "images/morv3.pcx: cannot be read");
-    remove("images/widgets.pcx", R"(tools/vcc.buf:\d+: images/widgets.pcx cannot be read)");
+    remove("images/morv3.pcx", "images/morv3.pcx: does not exist");
+    fs::copy("images/widgets.pcx", "images/widget.pcx");
+    remove("images/widgets.pcx",
+           R"(tools/vcc.buf:\d+: images/widgets.pcx does not exist - did you mean images/widget.pcx\?)");
+    folder.write("fonts/cour.ttf", "x");
+    told_.emplace_back("fonts/cour.ttf: font2_name, font3_name, font4_name, font5_name, font7_name, font9_name, "
+                       "font10_name: is not a font");
+    folder.write(de + "factory.tw", "+1\nw1\n-0\n");
+    told_.push_back(de + R"(factory.tw: \+19, \+21, \+22, \+23, \+24, \+25: are missing)");
     remove("images/VELDOR_Intro.avi", "images/VELDOR_Intro.avi: does not exist");
-    remove("fonts/courbd.ttf", "fonts/courbd.ttf: font6_name: does not exist");
+    remove("fonts/courbd.ttf", "fonts/courbd.ttf: font6_name, font8_name: does not exist");
     remove("sounds/theme04.wav", R"(tools/vcc.snd:\d+: sounds/theme04.wav does not exist)");
     remove("data/configs/de.cfg", "data/configs/de.cfg: does not exist");
     remove(de + "vcc_options.tgl", de + "vcc_options.tgl: does not exist");
@@ -177,11 +193,18 @@ TEST_F(Check, MistakesOfASourceAreToldOnceAtTheirLine) {
         {"vcc", box + "fore_colour = 1\ntext = \"Leave\"", "9:15 VK118 "},
         {"vcc", box + "text = \"a\\n\"", "9:8 VK119 "},
         {"vcc", slot + "text = \"Leave the game\"", "5:8 VK126 "},
+        {"vcc", slot + "text = { en = \"Storm Fleet\", de = \"Storm Fleet\" }", ""},
+        {"vcc", slot + "toggle = 0\naction = \"manual\"", "6:10 VK127 "},
+        {"vcc_options", slot + "toggle = 0\naction = \"options\"", "6:10 VK127 "},
+        {"vcc", slot + "toggle = 0", "1:1 VK128 "},
+        {"vcc", slot + "display_time = 100", ""},
+        {"vcc", slot + "display_time = 101", "5:16 VK113 "},
         // silenced, and not
         {"vcc", slot + "font = 11 # vcckit: ignore VK101", ""},
         {"vcc", "# vcckit: ignore VK101, VK103\n" + slot + "font = 11", ""},
         {"vcc", slot + "# vcckit: ignore VK101\nrow = 1\nfont = 11", "7:8 VK101 "},
         {"vcc", slot + "# vcckit: ignore VK10", "5:18 VK022 VK010"},
+        {"vcc", slot + "# vcckit: ignore", "5:1 VK022 "},
     };
     const Library library;
     ASSERT_TRUE(load_measuring_fonts());
@@ -213,7 +236,7 @@ TEST_F(Check, WhatPassedInSilenceIsToldOnce) {
     for (const std::string& language : {en, de}) {
         std::vector<Slot> records = read_slot_file(folder.read(language + menu)).value_or({});
         for (const int preview : {8, 9, 10, 16, 11})
-            records.at(static_cast<std::size_t>(preview)) = {};
+            records.at(static_cast<std::size_t>(preview)) = gap_slot();
         store_text(records.at(20).text, "The same words");
         records.at(20).graphic = 0;
         records.at(20).box_width = records.at(20).box_height = 0;
@@ -240,7 +263,8 @@ TEST_F(Check, WhatPassedInSilenceIsToldOnce) {
     told_.push_back("images/morv2.pcx: VK304 is a PNG file under the name of a PCX");
 
     const Library library;
-    const Faults faults = check_installation({});
+    Installation installation;
+    const Faults faults = check_installation(installation, {});
     for (const std::string& each : told_)
         EXPECT_EQ(std::ranges::count_if(faults,
                                         [&](const Fault& fault) {
@@ -253,6 +277,27 @@ TEST_F(Check, WhatPassedInSilenceIsToldOnce) {
         EXPECT_TRUE(std::ranges::any_of(told_, [&](const std::string& each) {
             return std::regex_search(text_of_fault(fault, false), std::regex("^" + each));
         })) << text_of_fault(fault, false);
+}
+
+TEST_F(Check, FaultsAreToldAtTheLinesOfSourcesBeside) {
+    std::string source = *read_file(VELDOR_SOURCE_DIR "/game/screens/vcc.toml");
+    source += "[[slot]]\nindex = 30\ntext = { en = \"Storm Fleet\", de = \"Storm Fleet\" }\n"
+              "[[slot]]\nindex = 31\ntext = \"Storm Fleet\"\n";
+    const Screen packed = read_screen_source(source).screen;
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        folder.write((i == 0 ? en : de) + "vcc.slt", slot_file_bytes(packed.records[i].slots));
+        folder.write((i == 0 ? en : de) + "vcc.tgl", slot_file_bytes(packed.records[i].toggles));
+    }
+    folder.write("help/menu_de.hlp", "");
+    folder.write("screens/vcc.toml", source);
+    const auto last = std::to_string(std::ranges::count(source, '\n'));
+    told_ = {"screens/vcc.toml:" + last + ":8: slot 31: text: \"Storm Fleet\" is the text of both languages",
+             R"(screens/vcc.toml:\d+:\d+: slot 3: help_number: help/menu_de.hlp has no entry 1)"};
+    expect_told();
+    const Library library;
+    Installation installation;
+    for (const Fault& fault : check_installation(installation, {}))
+        EXPECT_EQ(fault.file, "screens/vcc.toml");
 }
 
 TEST(Faults, AreToldToMachinesAsJson) {

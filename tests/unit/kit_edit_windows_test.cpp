@@ -2,7 +2,6 @@
 #include "edit/describe.h"
 #include "edit/source_edit.h"
 #include "edit/window_edit.h"
-#include "field_help.h"
 
 #include "core/files.h"
 #include "platform/latin1.h"
@@ -96,14 +95,6 @@ TEST(WindowEdit, DescribesWhatTheProgramReads) {
                   (std::array{read.left, read.top, read.right, read.bottom, read.style}));
     }
     EXPECT_EQ(description->windows.at(2).fixed, "style of highlighted frames and of shadows");
-}
-
-TEST(WindowEdit, HelpKnowsEveryFieldByItsName) {
-    for (const WindowField& field : window_fields()) {
-        const auto help = std::ranges::find(window_field_help(), field.key, &WindowFieldHelp::key);
-        ASSERT_NE(help, window_field_help().end()) << field.key;
-        EXPECT_EQ(help->field.name, field.name);
-    }
 }
 
 } // namespace

@@ -66,8 +66,8 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
         {"[[slot]]\nindex = 200", ":2:9: VK006 slot 200: index: must be 0 to 199"},
         {"[[slot]]\nrow = 1", ":1:1: VK007 slot: index: is missing"},
         {slot + slot, ":3:1: VK008 slot 3: slot 3 is described twice"},
-        {slot + "style = \"a\"", ":3:9: VK009 style: there is no [style.a]"},
-        {slot + "style = \"a\"\n[style.a]\nstyle = \"a\"", ":5:9: VK010 style: it builds on itself"},
+        {slot + "style = \"a\"", ":3:9: VK009 slot 3: style: there is no [style.a]"},
+        {slot + "style = \"a\"\n[style.a]\nstyle = \"a\"", ":5:9: VK010 style a: style: it builds on itself"},
         {slot + "repeat = { count = 0 }", ":3:20: VK015 slot: repeat.count: must be 1 to 200"},
         {"[[toggle]]\nindex = 1\ncopy = 7", ":3:8: VK019 toggle 1: copy: there is no such slot"},
         {"slots = 1", ":1:1: VK003 unknown entry \"slots\""},
@@ -82,6 +82,8 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
          ":3:8: VK011 slot 3: name: is 32 characters long, 31 fit"},
         {slot + "text = \"\u2713\"", ":3:8: VK012 slot 3: text: has a character outside Windows Latin-1"},
         {slot + "text = { en = \"a\" }", ":3:8: VK013 slot 3: text: has no value for the language \"de\""},
+        {slot + "text = { english = \"a\" }", ":3:10: VK013 slot 3: text: \"english\" is no language"},
+        {"language = \"fr\"", ":1:12: VK004 language: unknown language \"fr\""},
         {slot + "text = [\"a\", \"b\"]", ":3:8: VK014 slot 3: text: has 2 values for 1 records"},
         {slot + "text = { raw = \"00\" }",
          ":3:8: VK018 slot 3: text: raw must be 91 bytes, two hexadecimal digits each"},
@@ -187,6 +189,17 @@ TEST(Unpack, StylesRepeatsAndLooksAreFoundAgain) {
         EXPECT_LE(std::ranges::count(written, '\n'), most_lines) << name;
         EXPECT_TRUE(describes(written, screen)) << name;
     }
+}
+
+TEST(Unpack, OneLanguageSaysWhichAndDescribesNoOther) {
+    Screen screen = screen_of("language = \"de\"\n[[slot]]\nindex = 0\ntext = { de = \"B\" }\n");
+    EXPECT_TRUE(screen.describes(1));
+    EXPECT_FALSE(screen.describes(0));
+    const std::string written = write_screen_source(screen);
+    EXPECT_TRUE(written.starts_with("language = \"de\"\n")) << written;
+    EXPECT_TRUE(describes("[[slot]]\nindex = 0\ntext = { en = \"A\", de = \"B\" }\n", screen)) << "one for both";
+    screen.language.reset();
+    EXPECT_FALSE(describes(written, screen)) << "the other language is missing";
 }
 
 TEST(SlotBytes, CountMustFitTheFile) {

@@ -21,6 +21,7 @@ constexpr Check all_checks[] = {
     {"texts that the program writes", check_program_texts},
     {"texts of the screens", check_screen_texts},
     {"languages", check_languages},
+    {"encodings", check_encoding},
     {"files that nothing reads", check_unread},
 };
 
@@ -30,14 +31,14 @@ std::span<const Check> checks() {
     return all_checks;
 }
 
-Faults check_installation(const std::function<void(std::string_view subject)>& progress) {
-    Installation installation;
+Faults check_installation(Installation& installation, const std::function<void(std::string_view subject)>& progress) {
     Faults faults;
     for (const Check& check : all_checks) {
         if (progress)
             progress(check.subject);
         check.run(installation, faults);
     }
+    trace_to_sources(installation, faults);
     return merged(std::move(faults));
 }
 

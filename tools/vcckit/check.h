@@ -17,8 +17,13 @@ struct Check {
 /// All checks; the readers come first, because the others check what they read.
 std::span<const Check> checks();
 
-/// Runs all checks on the working folder. Calls `progress` with each subject before it begins.
-Faults check_installation(const std::function<void(std::string_view subject)>& progress);
+/// Runs all checks on the working folder, and names the lines of the sources that lie beside it. Calls `progress` with
+/// each subject before it begins.
+Faults check_installation(Installation& installation, const std::function<void(std::string_view subject)>& progress);
+
+/// Moves faults of packed records to the lines of the sources that describe them: those in "screens" in the working
+/// folder or beside it. Drops what such a source says on purpose.
+void trace_to_sources(const Installation& installation, Faults& faults);
 
 // Parts of the checks, for one screen. An empty installation skips what concerns other files.
 void check_records_of(const Installation& installation, const LanguageFiles& language, const ScreenFiles& screen,
@@ -37,7 +42,8 @@ void check_help(Installation& installation, Faults& faults);
 void check_program_texts(Installation& installation, Faults& faults);
 void check_screen_texts(Installation& installation, Faults& faults);
 void check_languages(Installation& installation, Faults& faults);
-void check_unread(Installation& installation, Faults& faults); ///< last, because it needs what the others have read
+void check_encoding(Installation& installation, Faults& faults); ///< after all that read texts
+void check_unread(Installation& installation, Faults& faults);   ///< last, because it needs what the others have read
 
 /// Checks the lines of a help file on their own.
 void check_help_text(const std::string& path, std::string_view text, Faults& faults);

@@ -7,8 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
-
-#include <unistd.h>
+#include <filesystem>
 
 namespace vcc::kit {
 
@@ -17,7 +16,7 @@ namespace {
 constexpr const char* clear_line = "\r\x1b[K";
 
 /// A comment in the line above silences a fault in a text file.
-bool is_silenced_there(const Fault& fault, Installation& files) {
+bool is_silenced_there(const Fault& fault, const Installation& files) {
     if (fault.line == 0)
         return false;
     const auto& text = files.text_file(fault.file);
@@ -31,30 +30,35 @@ int check_once(const CheckRequest& request, const std::set<FaultCode>& ignored) 
         std::fprintf(stderr, "vcckit: %s is not a folder\n", request.folder.c_str());
         return exit_unusable;
     }
-    Faults faults;
-    const bool progress = ::isatty(STDERR_FILENO) != 0;
-    {
-        const Library library;
-        std::size_t done = 0;
-        faults = check_installation([&](std::string_view subject) {
-            if (progress)
-                std::fprintf(stderr, "%s[%zu/%zu] %.*s", clear_line, ++done, checks().size(),
-                             static_cast<int>(subject.size()), subject.data());
-        });
-    }
+    const bool progress = is_terminal(stderr);
+    const Library library;
+    Installation files;
+    std::size_t done = 0;
+    Faults faults = check_installation(files, [&](std::string_view subject) {
+        if (progress)
+            std::fprintf(stderr, "%s[%zu/%zu] %.*s", clear_line, ++done, checks().size(),
+                         static_cast<int>(subject.size()), subject.data());
+    });
     if (progress)
         std::fputs(clear_line, stderr);
-    Installation files;
     std::erase_if(faults,
                   [&](const Fault& fault) { return ignored.contains(fault.code) || is_silenced_there(fault, files); });
-    if (request.json) {
-        std::fputs(json_of_faults(faults, "installation", request.folder).c_str(), stdout);
-    } else {
-        const bool colours = ::isatty(STDOUT_FILENO) != 0;
-        for (const Fault& fault : faults)
-            std::printf("%s\n", text_of_fault(fault, colours).c_str());
-        std::printf("%s: %s\n", request.folder.c_str(), sum_of(faults).c_str());
+    const bool colours = wants_colours(stdout);
+    std::string told;
+    for (Fault& fault : faults) {
+        const std::string source = fault.file;
+        if (fault.column > 0) // of a source beside the installation: its name as seen from here
+            fault.file =
+                with_slashes(platform::name_of((platform::system_path(request.folder) / source).lexically_normal()));
+        told += text_of_fault(fault, colours) + "\n";
+        if (fault.column > 0)
+            told += excerpt_of_fault(fault, *files.text_file(source), colours);
     }
+    if (request.json)
+        told = json_of_faults(faults, "installation", request.folder);
+    else
+        told += request.folder + ": " + sum_of(faults) + "\n";
+    std::fputs(told.c_str(), stdout);
     if (std::ranges::any_of(faults, &Fault::fatal))
         return exit_unusable;
     return faults.empty() ? exit_clean : exit_faults;

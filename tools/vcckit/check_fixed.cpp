@@ -51,6 +51,19 @@ constexpr FixedSlot fixed_slots[] = {
     {message, message_slot::forward, 1, 1, Form::any, any_action, true, "page-forward button"},
 };
 
+struct FixedWindow {
+    int number;
+    const char* role;
+};
+constexpr FixedWindow fixed_windows[] = {
+    {style_window, "style of highlighted frames and of shadows"},
+    {info_window, "place of the explanation"},
+    {group_window, "display and battle group"},
+    {value_window, "place of the values"},
+    {module_window, "module selector"},
+    {sound_group_window, "sound group"},
+};
+
 /// What a player must be able to do on a screen.
 struct NeededAction {
     ScreenKind screen;
@@ -158,6 +171,18 @@ std::string role_of_fixed_slot(std::string_view screen, int index) {
     return {};
 }
 
+bool is_action_of(ScreenKind screen, int action) {
+    const auto is_of_menu = [action](const NeededAction& row) { return row.screen == menu && row.action == action; };
+    constexpr int options_action = 5;
+    return screen == menu ? std::ranges::any_of(needed_actions, is_of_menu)
+                          : screen != options || action != options_action;
+}
+
+std::string role_of_fixed_window(int number) {
+    const auto* const row = std::ranges::find(fixed_windows, number, &FixedWindow::number);
+    return row == std::end(fixed_windows) ? "" : row->role;
+}
+
 void check_fixed_slots(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language) {
         for (const FixedSlot& row : fixed_slots)
@@ -191,11 +216,16 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
                                   "the help window is placed in cells", "add w1, and give its edges in pixels"});
         }
     }
-    for (const int window : {info_window, group_window, value_window, module_window, sound_group_window, style_window})
-        for (const LanguageFiles& language : installation.by_language)
-            if (language.windows_usable && !language.windows_described[static_cast<std::size_t>(window)])
-                faults.push_back({window_missing, language.window_file, 0, -1, "+" + std::to_string(window),
-                                  "is missing", "describe it: the program uses its position"});
+    for (const LanguageFiles& language : installation.by_language) {
+        std::string missing;
+        for (const FixedWindow& window : fixed_windows)
+            if (language.windows_usable && !language.windows_described[static_cast<std::size_t>(window.number)])
+                missing += (missing.empty() ? "+" : ", +") + std::to_string(window.number);
+        if (!missing.empty())
+            faults.push_back({window_missing, language.window_file, 0, -1, missing,
+                              missing.find(',') == std::string::npos ? "is missing" : "are missing",
+                              "describe it: the program uses its position"});
+    }
 }
 
 void check_values(Installation& installation, Faults& faults) {

@@ -1,8 +1,6 @@
 // Checks a help file line by line for what the program cuts or misreads.
 #include "check.h"
 
-#include "latin1.h"
-
 #include "core/installation.h"
 #include "core/lines.h"
 #include "core/text.h"
@@ -10,6 +8,8 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <set>
+#include <string>
 
 namespace vcc::kit {
 
@@ -67,18 +67,16 @@ private:
     bool done_ = true;
 };
 
-int first_line_beyond_ascii(std::string_view text) {
-    const auto* const found = std::ranges::find_if(text, [](char c) { return c < 0; });
-    return 1 + static_cast<int>(std::count(text.begin(), found, '\n'));
+/// Whether a text line begins without the character that the program drops.
+bool loses_its_first_letter(std::string_view line) {
+    return line.size() > 1 && (std::isalnum(static_cast<unsigned char>(line[1])) != 0 || line[1] < 0);
 }
 
 } // namespace
 
 void check_help_text(const std::string& path, std::string_view text, Faults& faults) {
-    if (is_utf8(text) && std::ranges::any_of(text, [](char c) { return c < 0; }))
-        faults.push_back({help_utf8, path, first_line_beyond_ascii(text), -1, "", "the file is UTF-8",
-                          "save it as Windows Latin-1, or each letter beyond ASCII shows as two"});
     LineReader lines(text);
+    std::set<std::string> told; ///< entries that lose letters
     HeaderWalk header;
     while (const auto line = lines.next()) {
         const int number = lines.line_number();
@@ -91,6 +89,10 @@ void check_help_text(const std::string& path, std::string_view text, Faults& fau
                               "the text is " + std::to_string(line->size() - 2) + " characters long, " +
                                   std::to_string(help_line_standard - 2) + " are shown",
                               "break the line earlier"});
+        if (line->starts_with('-') && loses_its_first_letter(*line) && told.insert(header.entry()).second)
+            faults.push_back({help_letter, path, number, -1, header.entry(),
+                              "\"" + std::string(*line) + "\" is shown without its first letter",
+                              "put a blank after the -: the program drops two characters"});
         if (std::string problem = header.take(*line); !problem.empty())
             faults.push_back({help_header, path, number, -1, header.entry(), std::move(problem),
                               "header lines are p, n for each further page, f, c, w, h, s, x, y, in this order"});

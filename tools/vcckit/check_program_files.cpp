@@ -46,11 +46,13 @@ void check_picture_file(const PictureRow& row, Faults& faults) {
     const PictureCheck picture = check_picture(row.path);
     const std::string fault = picture.fault.empty() ? fault_of_size(row, *picture.bitmap) : picture.fault;
     const FaultCode code = picture.fault.empty() ? FaultCode::picture_size : picture.code;
-    if (!fault.empty())
-        faults.push_back({code, row.path, 0, -1, "", fault,
-                          row.min_width == row.max_width
-                              ? "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"
-                              : "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
+    if (fault.empty())
+        return;
+    faults.push_back({code, row.path, 0, -1, "", fault,
+                      row.min_width == row.max_width
+                          ? "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"
+                          : "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
+    faults.back().nearest = picture.nearest;
 }
 
 std::int64_t file_size(const std::string& path) {
@@ -77,7 +79,7 @@ void check_film(const char* path, Faults& faults) {
     }
     if (announced_size(path) > file_size(path))
         faults.push_back({file_cut, path, 0, -1, "", "is truncated", "create the file again"});
-    const auto film = platform::open_avi(path).film;
+    const auto film = platform::open_avi(platform::resolve_path(path)).film;
     const platform::AviFrame* frame = film ? film->frame_at(0) : nullptr;
     if (!frame)
         faults.push_back(

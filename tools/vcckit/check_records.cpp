@@ -2,6 +2,7 @@
 #include "check.h"
 
 #include "fields.h"
+#include "fixed_slots.h"
 #include "names.h"
 
 #include "cc/option_rows.h"
@@ -156,10 +157,21 @@ void check_sounds(const Subject& at) {
     check("sound", at.slot.sound);
     if (!at.is_toggle)
         check("sound_act", at.slot.sound_act);
-    constexpr int longest_display_time = 50;
-    if (at.slot.display_time < 0 || at.slot.display_time > longest_display_time)
+    const Field& time = *find_number_field("display_time");
+    if (at.slot.display_time < time.min || at.slot.display_time > time.max)
         at.report(press_time, "display_time",
-                  number(at.slot.display_time) + " tenths of a second are no duration of a pressed look", "0 to 50");
+                  number(at.slot.display_time) + " tenths of a second are no duration of a pressed look",
+                  range_of(time));
+}
+
+/// Whether the player can press a slot. The program shows some that the file hides.
+bool can_be_pressed(ScreenKind kind, const Slot& slot, int index) {
+    constexpr int paging_back = 33, paging_forward = 35;
+    if (skipped_by_focus(slot))
+        return false;
+    if (kind == ScreenKind::message)
+        return index == 13 || index == paging_back || index == paging_forward;
+    return slot.toggle != -1 && !is_hidden(slot);
 }
 
 bool is_value_record(const Subject& at) {
@@ -167,12 +179,25 @@ bool is_value_record(const Subject& at) {
            at.index <= value_record(value_entry_limit - 1) && at.index % 2 == value_record(0) % 2;
 }
 
+/// The program gives it the action of its option.
+bool is_value_button(const Subject& at) {
+    return at.screen.kind == ScreenKind::options && at.index >= value_button(0) &&
+           at.index <= value_button(value_entry_limit - 1);
+}
+
 void check_action(const Subject& at) {
     if (at.is_toggle || at.slot.toggle == -1 || at.screen.kind == ScreenKind::message || is_value_record(at))
         return;
-    if (at.slot.action != 0 && !name_of_number(Meaning::action, at.slot.action))
+    const auto name = name_of_number(Meaning::action, at.slot.action);
+    if (!name)
         at.report(action_unknown, "action", "there is no action " + number(at.slot.action),
                   "docs/formats.md lists the actions");
+    else if (at.slot.action == 0 && at.slot.input_mode == 0 && !is_value_button(at) &&
+             can_be_pressed(at.screen.kind, at.slot, at.index))
+        at.report(action_none, "action", "the button does nothing", "give it an action, or toggle = \"inert\"");
+    else if (at.slot.action != 0 && !is_action_of(at.screen.kind, at.slot.action))
+        at.report(action_elsewhere, "action", "\"" + *name + "\" is an action of another screen",
+                  "docs/formats.md lists the actions of each");
 }
 
 void check_extent(const Subject& at) {
@@ -241,7 +266,7 @@ void check_look(const Subject& at) {
 }
 
 void check_ends(const Subject& at) {
-    for (const TextField& field : text_fields())
+    for (const Field& field : text_fields())
         if (bytes_of(at.slot, field).back() != '\0')
             at.report(text_unended, std::string(field.name), "has no terminating zero",
                       std::to_string(field.size - 1) + " characters fit; shorten it");
@@ -264,16 +289,6 @@ bool has_two_words(std::string_view text) {
         inside = is_letter(c);
     }
     return words > 1;
-}
-
-/// Whether the player can press a slot. The program shows some that the file hides.
-bool can_be_pressed(ScreenKind kind, const Slot& slot, int index) {
-    constexpr int paging_back = 33, paging_forward = 35;
-    if (skipped_by_focus(slot))
-        return false;
-    if (kind == ScreenKind::message)
-        return index == 13 || index == paging_back || index == paging_forward;
-    return slot.toggle != -1 && !is_hidden(slot);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "check.h"
 
 #include "fields.h"
+#include "fixed_slots.h"
 
 #include "cc/option_rows.h"
 #include "core/lines.h"
@@ -86,6 +87,8 @@ private:
         if (!is_colour(entry.window_colour))
             report(help_value, path, text, number, "there is no window colour " + std::to_string(entry.window_colour),
                    "colours are 0 to 255");
+        if (entry.text_colour == entry.window_colour)
+            report(help_unseen, path, text, number, "its text has the colour of its window", "change C or W");
         if (installation_.listed_sounds && entry.sound != 0 && !installation_.sounds.contains(entry.sound))
             report(help_value, path, text, number, "there is no sound " + std::to_string(entry.sound),
                    "tools/vcc.snd lists the sounds; 0 is none");
@@ -164,7 +167,7 @@ void compare_records(const std::vector<Slot>& first, const std::vector<Slot>& ot
                      Faults& faults) {
     for (std::size_t i = 0; i < std::min(first.size(), other.size()); ++i)
         for (const std::string_view name : common_fields) {
-            const NumberField* field = find_number_field(name);
+            const Field* field = find_number_field(name);
             const int one = first[i].*field->member, two = other[i].*field->member;
             if (one != two)
                 faults.push_back({languages_differ, file, 0, static_cast<int>(i), std::string(name),
@@ -230,11 +233,17 @@ void check_languages(Installation& installation, Faults& faults) {
             compare_records(a.set.slots, b.set.slots, b.slot_file, faults);
             compare_records(a.set.toggles, b.set.toggles, b.toggle_file, faults);
         }
-        for (std::size_t window = 0; window < text_window_count; ++window)
-            if (first.windows_usable && other.windows_usable &&
-                first.windows_described[window] != other.windows_described[window])
-                faults.push_back({window_missing, other.window_file, 0, -1, "+" + std::to_string(window),
-                                  "is described in one language only", "describe it in both"});
+        std::string alone;
+        for (int window = 0; window < text_window_count; ++window)
+            if (const auto at = static_cast<std::size_t>(window);
+                first.windows_usable && other.windows_usable && role_of_fixed_window(window).empty() &&
+                first.windows_described[at] != other.windows_described[at])
+                alone += (alone.empty() ? "+" : ", +") + std::to_string(window);
+        if (!alone.empty())
+            faults.push_back({window_missing, other.window_file, 0, -1, alone,
+                              alone.find(',') == std::string::npos ? "is described in one language only"
+                                                                   : "are described in one language only",
+                              "describe it in both"});
         if (!installation.text_file(first.message_file) || !installation.text_file(other.message_file))
             continue; // reported where the files are read
         std::vector<int> missing;

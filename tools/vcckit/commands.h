@@ -20,8 +20,9 @@ struct PackRequest {
 /// Makes the slot and toggle files of all screen sources, or of none if one has a fault.
 int run_pack(const PackRequest& request);
 
-/// Writes the source of one slot file, or of one per language; to standard output without a name.
-int run_unpack(const std::vector<std::string>& files, const std::string& output);
+/// Writes the source of one slot file, or of one per language; to standard output without a name. `force`: replaces a
+/// file that says something else.
+int run_unpack(std::vector<std::string> files, const std::string& output, bool force);
 
 struct CheckRequest {
     std::string folder;
@@ -60,6 +61,15 @@ struct EditorRequest {
 
 /// Serves the screen editor until it is asked to end.
 int run_edit(const EditorRequest& request);
+
+struct ExportRequest {
+    std::string folder;  ///< of the installation
+    std::string output;  ///< zip
+    std::string windows; ///< folder of the program for Windows; empty: a zip for Linux
+};
+
+/// Makes a zip for players, without log and personal settings.
+int run_export(const ExportRequest& request);
 
 struct NewRequest {
     std::string name;   ///< folder to create

@@ -1,5 +1,7 @@
 #include "completion.h"
 
+#include "fault_codes.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -37,6 +39,9 @@ void offer_values(const CLI::App& command, const CLI::Option& option, std::vecto
             lines.push_back(candidate(value, ""));
         return;
     }
+    if (type == "CODE") // of faults; that of a language has braces
+        for (const FaultRow& row : fault_rows)
+            lines.push_back(candidate(code_text(row.code), std::string(row.title)));
     if (type.find("DIR") != std::string::npos)
         lines.emplace_back(":folders");
     if (const auto file = type.find("FILE"); file != std::string::npos) {

@@ -60,6 +60,8 @@ enum class FaultCode {
     help_negative = 124,
     slots_overlap = 125,
     text_untranslated = 126,
+    action_elsewhere = 127,
+    action_none = 128,
 
     fixed_slot_missing = 201,
     fixed_slot_form = 202,
@@ -122,8 +124,10 @@ enum class FaultCode {
     help_page_missing = 424,
     help_outside = 425,
     help_line_cut = 426,
-    help_utf8 = 427,
+    text_utf8 = 427,
     help_header = 428,
+    help_letter = 429,
+    help_unseen = 430,
 
     settings_line = 501,
     setting_twice = 502,
@@ -216,8 +220,8 @@ inline constexpr FaultRow rows[] = {
     {window_unknown, "A text window that does not exist", "The text-window file of the language describes the windows.",
      "graphic = 9\ntext = \"TEXT-WIN\""},
     {sound_unknown, "A sound that does not exist", "tools/vcc.snd numbers the sounds; 0 is none.", "sound_act = 99"},
-    {press_time, "A pressed look of impossible duration", "display_time is in tenths of a second, 0 to 50.",
-     "display_time = 900"},
+    {press_time, "A pressed look of impossible duration",
+     "display_time is in tenths of a second; docs/formats.md gives its range.", "display_time = 900"},
     {action_unknown, "An action that does not exist", "docs/formats.md lists the actions.", "action = 77"},
     {outside_screen, "A slot that extends outside the screen", "The screen is 800 x 600 pixels.", "dest_x = 790"},
     {text_wide, "A text wider than its box", "The text extends beyond the box: shorten it, or widen the box.",
@@ -240,6 +244,14 @@ inline constexpr FaultRow rows[] = {
      "dest_y = 330"},
     {text_untranslated, "The same text in both languages",
      "If that is intended, write both in the source: { en = \"Name\", de = \"Name\" }.", "text = \"Leave the game\""},
+
+    {action_elsewhere, "An action of another screen",
+     "The menu has leave, hq, factory, battle and options; all others belong to the options screen, and options only "
+     "to "
+     "the menu.",
+     "action = \"manual\" on the menu"},
+    {action_none, "A button that does nothing",
+     "It can be chosen, and nothing happens: give it an action, or toggle = \"inert\".", "toggle = \"plain\""},
 
     // screens as a whole
     {fixed_slot_missing, "A slot that the program needs is missing",
@@ -349,10 +361,15 @@ inline constexpr FaultRow rows[] = {
     {help_outside, "A help text outside its window", "Begin another page, or break the line earlier.", "X-1"},
     {help_line_cut, "A help line too long", "Only 65 characters of a text line are shown.",
      "-.a line of seventy characters"},
-    {help_utf8, "A help file in UTF-8", "Help files are Windows Latin-1: save the file in that encoding.",
+    {text_utf8, "A text file in UTF-8",
+     "Help files, messages, texts of screens, text windows and the sound set-up are Windows Latin-1: save the file in "
+     "that encoding.",
      "-.FÃ¼r den Kommandanten"},
     {help_header, "An unexpected letter in a help header",
      "The order of header lines is fixed: P, Q for each further page, F, C, W, S, T, X, Y.", "+1\nP1\nZ5"},
+    {help_letter, "A help line without its first letter", "The character after the - is not shown: put a blank there.",
+     "-The manual"},
+    {help_unseen, "A help text in the colour of its window", "Nobody can read it: change C or W.", "C33\nW33"},
 
     // settings
     {settings_line, "A line that is not a setting", "Lines are [section], key = value, or comments beginning with #.",

@@ -41,9 +41,9 @@ std::string FileSet::commit() {
 }
 
 std::string write_whole_file(const std::string& name, std::string_view bytes) {
-    FileSet files;
-    std::string reason = files.write(name, bytes);
-    return reason.empty() ? files.commit() : reason;
+    NewFile file(platform::resolve_path(name)); // in a folder that exists
+    const bool written = file.stream() && file.write(bytes.data(), bytes.size()) && file.commit();
+    return written ? "" : file.reason();
 }
 
 } // namespace vcc::kit

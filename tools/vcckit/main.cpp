@@ -9,7 +9,9 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <map>
 #include <span>
 #include <string>
@@ -41,13 +43,14 @@ struct Arguments {
     CheckRequest checking;
     std::vector<std::string> files, codes;
     std::string output, rendered, picture, shown, screen, language = "en";
-    bool markdown = false, fields = false;
+    bool markdown = false, fields = false, force = false;
     RenderRequest request;
     std::vector<std::string> converted;
     ConvertRequest conversion;
     NewRequest project;
     PlayRequest play;
     EditorRequest edit;
+    ExportRequest exporting;
 };
 
 CLI::App& add_command(CLI::App& app, const char* name, const char* purpose, const std::string& lines) {
@@ -113,6 +116,7 @@ CLI::App& add_unpack(CLI::App& app, Arguments& given) {
         ->type_name("FILE.slt");
     command.add_option("-o,--output", given.output, "source to write (default: standard output)")
         ->type_name("FILE.toml");
+    command.add_flag("--force", given.force, "replaces a source that says something else");
     return command;
 }
 
@@ -215,27 +219,37 @@ CLI::App& add_schema(CLI::App& app, Arguments& given) {
     return command;
 }
 
-/// Names an unknown command or option, and the nearest known one; empty if all are known.
+/// Names an unknown option among words, and the nearest known one; empty if all are known.
+std::string unknown_option(const CLI::App& app, const std::string& kind, std::span<const std::string> words) {
+    std::vector<std::string> known;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames())
+            known.push_back("--" + name);
+        for (const std::string& name : option->get_snames())
+            known.push_back("-" + name);
+    }
+    for (const std::string& word : words) {
+        if (word == "--")
+            break;
+        if (word.size() < 2 || word[0] != '-' || (word[1] >= '0' && word[1] <= '9'))
+            continue;
+        const std::string name = word[1] == '-' ? word.substr(0, word.find('=')) : word.substr(0, 2);
+        if (std::ranges::find(known, name) == known.end())
+            return unknown_word(kind, name, nearest_word(name, known));
+    }
+    return {};
+}
+
+/// Names an unknown command or option; empty if all are known.
 std::string suggestion(const CLI::App& app, std::span<const std::string> words) {
     std::vector<std::string> known;
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
         known.push_back(command->get_name());
     if (words.empty() || words[0].starts_with('-'))
-        return {};
+        return unknown_option(app, "option", words.first(words.empty() ? 0 : 1));
     if (std::ranges::find(known, words[0]) == known.end())
         return unknown_word("command", words[0], nearest_word(words[0], known));
-    std::vector<std::string> options;
-    for (const CLI::Option* option : app.get_subcommand(words[0])->get_options())
-        for (const std::string& name : option->get_lnames())
-            options.push_back("--" + name);
-    for (const std::string& word : words.subspan(1)) {
-        const std::string name = word.substr(0, word.find('='));
-        if (name == "--")
-            break;
-        if (name.starts_with("--") && std::ranges::find(options, name) == options.end())
-            return unknown_word("option of " + words[0], name, nearest_word(name, options));
-    }
-    return {};
+    return unknown_option(*app.get_subcommand(words[0]), "option of " + words[0], words.subspan(1));
 }
 
 CLI::App& add_play(CLI::App& app, Arguments& given) {
@@ -270,15 +284,75 @@ CLI::App& add_edit(CLI::App& app, Arguments& given) {
     return command;
 }
 
+CLI::App& add_export(CLI::App& app, Arguments& given) {
+    ExportRequest& request = given.exporting;
+    CLI::App& command = add_command(app, "export", "Makes a zip for players, without log and personal settings",
+                                    "  vcckit export game -o lantern.zip                 for Linux\n"
+                                    "  vcckit export game --windows veldor_win64 -o lantern_windows.zip");
+    command.add_option("DIR", request.folder, "folder of the installation")->required()->type_name("DIR");
+    command.add_option("--windows", request.windows, "for Windows, with the program of this folder")->type_name("DIR");
+    command.add_option("-o,--output", request.output, "zip to write; its name is that of the folder in it")
+        ->required()
+        ->type_name("FILE.zip");
+    return command;
+}
+
 /// The call of a shell's completion; not in the help, because nobody types it.
 bool is_completion(const std::vector<std::string>& words) {
     return !words.empty() && words[0] == "__complete";
+}
+
+/// "help" and "help COMMAND" are the option --help.
+std::vector<std::string> with_help_as_option(std::vector<std::string> words) {
+    if (!words.empty() && words[0] == "help") {
+        words.erase(words.begin());
+        words.emplace_back("--help");
+    }
+    return words;
+}
+
+/// The status of a command, which has failed if its output could not be written.
+int after_output(int status) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return status;
+    std::fprintf(stderr, "vcckit: cannot write to standard output: %s\n", std::strerror(errno));
+    return exit_unusable;
 }
 
 int print_completions(const CLI::App& app, const std::vector<std::string>& words) {
     for (const std::string& line : completions(app, words))
         std::printf("%s\n", line.c_str());
     return exit_clean;
+}
+
+int run(const CLI::App& app, Arguments& given) {
+    const std::string command = app.get_subcommands().front()->get_name();
+    given.request.language = given.language == "de" ? 1 : 0;
+    if (command == "new")
+        return run_new(given.project);
+    if (command == "pack")
+        return run_pack(given.packing);
+    if (command == "unpack")
+        return run_unpack(given.files, given.output, given.force);
+    if (command == "check")
+        return run_check(given.checking);
+    if (command == "explain")
+        return run_explain(given.codes, given.markdown);
+    if (command == "schema")
+        return run_schema(given.fields);
+    if (command == "render") {
+        given.request.screen = screens.at(given.screen);
+        return run_render(given.rendered, given.request, given.picture);
+    }
+    if (command == "convert")
+        return run_convert(given.converted, given.conversion);
+    if (command == "play")
+        return run_play(given.play);
+    if (command == "edit")
+        return run_edit(given.edit);
+    if (command == "export")
+        return run_export(given.exporting);
+    return run_show(given.shown);
 }
 
 } // namespace
@@ -291,18 +365,10 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     app.set_version_flag("--version", std::string("vcckit ") + vcc::version_text);
     app.footer(examples);
     Arguments given;
-    const CLI::App& make_new = add_new(app, given);
-    const CLI::App& pack = add_pack(app, given);
-    const CLI::App& unpack = add_unpack(app, given);
-    const CLI::App& check = add_check(app, given);
-    const CLI::App& render = add_render(app, given);
-    const CLI::App& convert = add_convert(app, given);
-    const CLI::App& explain = add_explain(app, given);
-    const CLI::App& schema = add_schema(app, given);
-    const CLI::App& play = add_play(app, given);
-    const CLI::App& edit = add_edit(app, given);
-    add_show(app, given);
-    const std::vector<std::string> words = vcc::platform::command_line(argc, argv);
+    for (const auto add : {add_new, add_pack, add_unpack, add_check, add_render, add_convert, add_explain, add_schema,
+                           add_play, add_edit, add_export, add_show})
+        add(app, given);
+    const std::vector<std::string> words = with_help_as_option(vcc::platform::command_line(argc, argv));
     if (is_completion(words))
         return print_completions(app, {words.begin() + 1, words.end()});
     try {
@@ -312,30 +378,7 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
             std::fprintf(stderr, "%s\nRun \"vcckit --help\" for more.\n", told.c_str());
             return exit_unusable;
         }
-        return app.exit(error) == 0 ? exit_clean : exit_unusable;
+        return after_output(app.exit(error) == 0 ? exit_clean : exit_unusable);
     }
-    given.request.language = given.language == "de" ? 1 : 0;
-    if (make_new.parsed())
-        return run_new(given.project);
-    if (pack.parsed())
-        return run_pack(given.packing);
-    if (unpack.parsed())
-        return run_unpack(given.files, given.output);
-    if (check.parsed())
-        return run_check(given.checking);
-    if (explain.parsed())
-        return run_explain(given.codes, given.markdown);
-    if (schema.parsed())
-        return run_schema(given.fields);
-    if (render.parsed()) {
-        given.request.screen = screens.at(given.screen);
-        return run_render(given.rendered, given.request, given.picture);
-    }
-    if (convert.parsed())
-        return run_convert(given.converted, given.conversion);
-    if (play.parsed())
-        return run_play(given.play);
-    if (edit.parsed())
-        return run_edit(given.edit);
-    return run_show(given.shown);
+    return after_output(run(app, given));
 }

@@ -56,7 +56,7 @@ std::vector<SourceCheck> check_all(const std::vector<Source>& sources, const Pac
 }
 
 void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
-    const bool colours = ::isatty(STDERR_FILENO) != 0;
+    const bool colours = wants_colours(stderr);
     std::size_t sum = 0;
     for (std::size_t i = 0; i < checked.size(); ++i)
         for (const Fault& fault : checked[i].faults) {
@@ -73,7 +73,9 @@ void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& so
 bool makes_each_screen_once(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
     for (std::size_t i = 0; i < checked.size(); ++i)
         for (std::size_t j = 0; j < i; ++j)
-            if (platform::same_but_for_case(checked[i].screen.name, checked[j].screen.name)) {
+            if (const Screen& one = checked[i].screen, &other = checked[j].screen;
+                platform::same_but_for_case(one.name, other.name) &&
+                (!one.language || !other.language || one.language == other.language)) {
                 complain(sources[i].file + ": makes the same screen as " + sources[j].file);
                 return false;
             }
@@ -144,15 +146,26 @@ bool describes_with_fonts(const std::string& source, const Screen& screen, const
     return describes(source, screen, load_measuring_fonts() ? measure_of_loaded_fonts() : TextMeasure{});
 }
 
+/// The language that the name of a slot file begins with.
+std::optional<std::size_t> language_of(const std::string& slot_file) {
+    const std::string name = platform::name_of(platform::system_path(slot_file).filename());
+    for (std::size_t i = 0; i < languages.size(); ++i)
+        if (platform::same_but_for_case(name.substr(0, languages[i].prefix.size()), languages[i].prefix))
+            return i;
+    return std::nullopt;
+}
+
 /// Empty if a source cannot describe it.
 std::string screen_name(const std::string& slot_file) {
     std::string name = platform::name_of(platform::system_path(slot_file).stem());
-    for (const LanguageRow& language : languages)
-        if (platform::same_but_for_case(name.substr(0, language.prefix.size()), language.prefix)) {
-            name.erase(0, language.prefix.size());
-            break;
-        }
+    if (const auto language = language_of(slot_file))
+        name.erase(0, languages[*language].prefix.size());
     return is_screen_name(name) ? name : "";
+}
+
+/// Whether a file may be replaced: there is none, or it says the same.
+bool may_be_replaced(const std::string& output, const std::string& source) {
+    return !platform::file_exists(output) || read_file(output).value_or("") == source;
 }
 
 } // namespace
@@ -178,14 +191,29 @@ bool is_unpacked(const std::string& output, const std::vector<std::string>& file
     });
 }
 
-/// A single file counts for both languages.
-int run_unpack(const std::vector<std::string>& files, const std::string& output) {
+/// The files in the order of the languages; a file whose name says none counts as it is given.
+std::string sort_by_language(std::vector<std::string>& files) {
+    if (files.size() < 2 || !language_of(files[0]) || !language_of(files[1]))
+        return {};
+    if (language_of(files[0]) == language_of(files[1]))
+        return files[0] + " and " + files[1] + ": are of the same language";
+    std::ranges::sort(files, {}, language_of);
+    return {};
+}
+
+int run_unpack(std::vector<std::string> files, const std::string& output, bool force) {
+    if (std::string fault = sort_by_language(files); !fault.empty()) {
+        complain(fault);
+        return exit_unusable;
+    }
     if (is_unpacked(output, files)) {
         complain(output + ": would be replaced by its own source: give another name with -o");
         return exit_unusable;
     }
     Screen screen;
     screen.name = screen_name(files.front());
+    if (files.size() == 1)
+        screen.language = language_of(files.front());
     for (std::size_t i = 0; i < languages.size(); ++i) {
         auto records = read_packed_records(files[std::min(i, files.size() - 1)]);
         if (!records) {
@@ -204,6 +232,10 @@ int run_unpack(const std::vector<std::string>& files, const std::string& output)
         source = write_screen_source(screen);
     if (output.empty() || output == "-")
         return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;
+    if (!force && !may_be_replaced(output, source)) {
+        complain(output + ": exists, and says something else: --force replaces it");
+        return exit_unusable;
+    }
     const std::string reason = write_whole_file(output, source);
     if (!reason.empty())
         complain(reason);

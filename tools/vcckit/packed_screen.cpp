@@ -26,6 +26,8 @@ std::string slot_file_name(const LanguageRow& language, std::string_view screen)
 std::string write_packed_screen(const Screen& screen, const std::string& installation, FileSet& files,
                                 std::vector<std::string>& written) {
     for (std::size_t i = 0; i < languages.size(); ++i) {
+        if (!screen.describes(i))
+            continue;
         const ScreenRecords& records = screen.records[i];
         const std::string slots = slot_file_name(languages[i], screen.name);
         const std::string toggles = slots.substr(0, slots.size() - 4) + ".tgl";

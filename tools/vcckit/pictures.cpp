@@ -1,12 +1,20 @@
 #include "pictures.h"
 
+#include "nearest.h"
+#include "report.h"
+
 #include "core/files.h"
 #include "display/picture.h"
+#include "platform/files.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <span>
 
 namespace vcc::kit {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -14,6 +22,19 @@ constexpr std::size_t picture_size_limit = 64u << 20;
 
 std::uint8_t byte_at(std::string_view bytes, std::size_t at) {
     return static_cast<std::uint8_t>(bytes[at]);
+}
+
+/// A file of the same folder with a similar name.
+std::string nearest_file(const std::string& path) {
+    const std::string plain = with_slashes(path), folder = plain.substr(0, plain.rfind('/') + 1);
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator file(platform::system_path(platform::resolve_path(folder)), error), end;
+         !error && file != end; file.increment(error))
+        names.push_back(platform::name_of(file->path().filename()));
+    std::ranges::sort(names);
+    const std::string nearest = nearest_word(plain.substr(folder.size()), names);
+    return nearest.empty() ? "" : folder + nearest;
 }
 
 } // namespace
@@ -65,8 +86,10 @@ std::string fault_of_picture(std::string_view bytes) {
 
 PictureCheck check_picture(const std::string& path) {
     const auto bytes = read_file(path, picture_size_limit);
+    if (!bytes && !platform::file_exists(path))
+        return {nullptr, bytes.reason(), FaultCode::file_missing, "add the picture", nearest_file(path)};
     if (!bytes)
-        return {nullptr, "cannot be read"};
+        return {nullptr, bytes.reason()};
     PictureCheck check{load_picture(path).value_or(nullptr), ""};
     if (!check.bitmap)
         check.fault = fault_of_picture(*bytes);

@@ -14,6 +14,7 @@ struct PictureCheck {
     std::string fault;                              ///< empty without a fault
     FaultCode code = FaultCode::picture_unreadable; ///< of the fault
     std::string advice = "vcckit convert makes a PCX picture of 8 or 24 bits";
+    std::string nearest{}; ///< of a missing file: one that may be meant
 };
 
 PictureCheck check_picture(const std::string& path);

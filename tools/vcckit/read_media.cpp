@@ -11,6 +11,8 @@
 #include "settings/values.h"
 #include "text/fonts.h"
 
+#include <algorithm>
+
 namespace vcc::kit {
 
 namespace {
@@ -34,6 +36,10 @@ void read_fonts(Installation& installation, Faults& faults) {
         if (platform::load_truetype_font(platform::resolve_path(name)))
             continue;
         all = false;
+        if (const auto told = std::ranges::find(faults, name, &Fault::file); told != faults.end()) {
+            told->field += ", " + key; // the font of several numbers
+            continue;
+        }
         faults.push_back({platform::file_exists(name) ? FaultCode::font_unreadable : FaultCode::file_missing, name, 0,
                           -1, key, platform::file_exists(name) ? "is not a font" : "does not exist",
                           "add the font, or change the key in data/configs/vcc.cfg", true});
@@ -105,9 +111,10 @@ void read_buffers(Installation& installation, Faults& faults) {
             report(buffer_taken, "buffer " + std::to_string(number) + " gets a second picture",
                    "give every picture its own \"+\"");
         PictureCheck picture = check_picture(path);
-        if (!picture.bitmap)
+        if (!picture.bitmap) {
             report(picture.code, path + " " + picture.fault, picture.advice, true);
-        else if (!picture.fault.empty())
+            faults.back().nearest = picture.nearest;
+        } else if (!picture.fault.empty())
             report(picture.code, path + " " + picture.fault, "create the picture again");
         installation.buffers[number] = std::move(picture.bitmap);
     }

@@ -1,6 +1,7 @@
 // Settings, message files and text-window files, line by line.
 #include "config_walk.h"
 #include "installation.h"
+#include "window_fields.h"
 
 #include "core/lines.h"
 #include "core/text.h"
@@ -75,27 +76,6 @@ void check_setting(const ConfigEntry& entry, Faults& faults) {
                "docs/settings.md lists the values of the key");
 }
 
-/// Ranges of the numbers in a text-window file; `measure` is an edge in cells or pixels.
-struct WindowRange {
-    std::string_view key;
-    int TextWindow::*member;
-    int min, max;
-    const char* allowed;
-};
-constexpr int any_low = std::numeric_limits<int>::min(), any_high = std::numeric_limits<int>::max();
-constexpr WindowRange window_ranges[] = {
-    {"f", &TextWindow::title_colour, 0, colour_count - 1, "0 to 255 is allowed"},
-    {"c", &TextWindow::colour, any_low, colour_count - 1, "0 to 255 are possible; below 0 there is no fill"},
-    {"-", &TextWindow::style, any_low, any_high, ""},
-    {"r", &TextWindow::red, 0, 255, "0 to 255 is allowed"},
-    {"g", &TextWindow::green, 0, 255, "0 to 255 is allowed"},
-    {"b", &TextWindow::blue, 0, 255, "0 to 255 is allowed"},
-    {"h", &TextWindow::alpha, 0, 255, "0 to 255 is allowed"},
-    {"s", &TextWindow::shadow, 0, 100, "0 to 100 pixels are possible"},
-    {"l", &TextWindow::grid, any_low, picture_width, "0 to 800 pixels are possible"},
-    {"t", &TextWindow::font, 0, font_count - 1, "fonts are 0 to 10"},
-};
-
 void check_window_edges(const Installation&, const std::string& file, int number, const TextWindow& window,
                         Faults& faults) {
     const auto report = [&](const char* field, std::string problem, const char* advice) {
@@ -124,8 +104,9 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
     LineReader lines(text);
     int number = 0;
     while (const auto line = lines.next()) {
-        const auto report = [&](FaultCode code, std::string field, std::string problem, const char* advice) {
-            faults.push_back({code, file, lines.line_number(), -1, std::move(field), std::move(problem), advice});
+        const auto report = [&](FaultCode code, std::string field, std::string problem, std::string_view advice) {
+            faults.push_back(
+                {code, file, lines.line_number(), -1, std::move(field), std::move(problem), std::string(advice)});
         };
         if (line->starts_with('+')) {
             number = to_number(line->substr(1));
@@ -141,13 +122,13 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
             continue;
         if (line->starts_with('-'))
             language.windows_described.set(static_cast<std::size_t>(number));
-        for (const WindowRange& range : window_ranges) {
-            if (!line->starts_with(range.key))
+        for (const WindowField& field : window_fields()) {
+            if (field.key.empty() || !line->starts_with(field.key))
                 continue;
-            const int value = to_number(line->substr(range.key.size()));
-            if (value < range.min || value > range.max)
-                report(FaultCode::window_value, std::string(range.key), std::to_string(value) + " is out of range",
-                       range.allowed);
+            const int value = to_number(line->substr(field.key.size()));
+            if (!field.allowed.empty() && ((value < field.min && !field.any_below) || value > field.max))
+                report(FaultCode::window_value, std::string(field.key), std::to_string(value) + " is out of range",
+                       field.allowed);
             break;
         }
         if ((*line)[0] == 'x' || (*line)[0] == 'y')

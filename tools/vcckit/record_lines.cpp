@@ -60,14 +60,14 @@ std::string by_language(const std::array<std::string, languages.size()>& values)
 
 Lines changes(const Versions& versions, const Versions& base) {
     Lines lines;
-    for (const NumberField& field : number_fields()) {
+    for (const Field& field : number_fields()) {
         const auto equal = [&field](const Slot& a, const Slot& b) { return a.*field.member == b.*field.member; };
         if (!std::ranges::equal(versions, base, equal))
             lines.push_back(line_for(field.name, versions, [&field](const Slot& slot) {
                 return number_text(slot.*field.member, field.meaning);
             }));
     }
-    for (const TextField& field : text_fields()) {
+    for (const Field& field : text_fields()) {
         const auto equal = [&field](const Slot& a, const Slot& b) { return bytes_of(a, field) == bytes_of(b, field); };
         if (!std::ranges::equal(versions, base, equal))
             lines.push_back(line_for(field.name, versions,

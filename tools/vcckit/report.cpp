@@ -6,7 +6,11 @@
 #include "platform/latin1.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
+
+#include <unistd.h>
 
 namespace vcc::kit {
 
@@ -109,6 +113,16 @@ std::string with_slashes(std::string_view path) {
     std::string result(path);
     std::ranges::replace(result, '\\', '/');
     return result;
+}
+
+bool is_terminal(std::FILE* stream) {
+    const char* const terminal = std::getenv("TERM");
+    return ::isatty(::fileno(stream)) != 0 && (!terminal || std::string_view(terminal) != "dumb");
+}
+
+bool wants_colours(std::FILE* stream) {
+    const char* const refused = std::getenv("NO_COLOR");
+    return is_terminal(stream) && (!refused || *refused == '\0');
 }
 
 std::string text_of_fault(const Fault& fault, bool colours) {

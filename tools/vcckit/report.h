@@ -3,6 +3,7 @@
 
 #include "fault_codes.h"
 
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,6 +39,12 @@ std::string text_of_fault(const Fault& fault, bool colours);
 
 /// The lines below a fault of a source: the line itself, carets under the fault, the advice. `source` is UTF-8.
 std::string excerpt_of_fault(const Fault& fault, std::string_view source, bool colours);
+
+/// Whether somebody reads what is written there, on a terminal that understands more than lines.
+bool is_terminal(std::FILE* stream);
+
+/// Whether a stream's text may have colours: NO_COLOR in the environment refuses them.
+bool wants_colours(std::FILE* stream);
 
 /// Merges faults with one cause: those that differ only in their record or their file's language, and duplicates. Keeps
 /// the order.

@@ -1,7 +1,6 @@
 #include "schema.h"
 
 #include "commands.h"
-#include "field_help.h"
 #include "fields.h"
 #include "screen_source.h"
 
@@ -64,19 +63,46 @@ Json number_or_name(Meaning meaning) {
     return any_of(choices);
 }
 
+Json number_in_range(const Field& field) {
+    return {{"type", "integer"}, {"minimum", field.min}, {"maximum", field.max}};
+}
+
+/// A number that is the same for all languages and repetitions, or its name.
+Json plain_number(const Json& number = {{"type", "integer"}}) {
+    return any_of({number, {{"type", "string"}}});
+}
+
+/// What a source may write for a field; null for what only some tables have.
+Json value_of(const Field& field) {
+    switch (field.form) {
+    case FieldForm::number:
+        return reference(definition_of(field.meaning));
+    case FieldForm::text:
+        return reference("text_value");
+    case FieldForm::word:
+        return reference("align_value");
+    case FieldForm::flag:
+        return {{"type", "boolean"}};
+    case FieldForm::shadow:
+        return any_of({{{"type", "boolean"}}, reference(definition_of(field.meaning))});
+    case FieldForm::plain:
+        if (field.name == "padding")
+            return any_of({number_in_range(field),
+                           {{"type", "array"}, {"minItems", 2}, {"maxItems", 2}, {"items", number_in_range(field)}}});
+        break;
+    case FieldForm::styles:
+    case FieldForm::look:
+        break;
+    }
+    return {};
+}
+
 /// A table of fields, and more entries.
 Json table(const Json& more, const std::vector<std::string>& required = {}) {
     Json properties;
-    for (const NumberField& field : number_fields())
-        properties[std::string(field.name)] = reference(definition_of(field.meaning));
-    for (const TextField& field : text_fields())
-        properties[std::string(field.name)] = reference("text_value");
-    for (const char* const flag : {"hidden", "focus_skip"})
-        properties[flag] = {{"type", "boolean"}};
-    properties["shadow"] = any_of({{{"type", "boolean"}}, reference(definition_of(Meaning::colour))});
-    properties["align"] = R"({"enum": ["left", "centre", "center", "right"]})"_json_text;
-    properties["padding"] = R"({"anyOf": [{"type": "integer", "minimum": 0, "maximum": 800},
-        {"type": "array", "minItems": 2, "maxItems": 2, "items": {"type": "integer"}}]})"_json_text;
+    for (const Field& field : all_fields())
+        if (Json value = value_of(field); !value.is_null())
+            properties[std::string(field.name)] = std::move(value);
     properties.update(more);
     return object_of(std::move(properties), required);
 }
@@ -87,10 +113,10 @@ Json joined(Json first, const Json& second) {
 }
 
 Json repeat_table() {
-    Json properties = R"({"count": {"type": "integer", "minimum": 1, "maximum": 200},
-        "step": {"type": "integer"}})"_json_text;
-    for (const NumberField& field : number_fields())
-        properties[std::string(field.name)] = {{"type", "integer"}};
+    Json properties{{"count", plain_number({{"type", "integer"}, {"minimum", 1}, {"maximum", 200}})},
+                    {"step", plain_number()}};
+    for (const Field& field : number_fields())
+        properties[std::string(field.name)] = plain_number();
     return object_of(std::move(properties), {"count"});
 }
 
@@ -117,8 +143,9 @@ std::string screen_schema() {
                  R"({"anyOf": [{"type": "string"}, {"type": "object", "additionalProperties": false,
                      "required": ["raw"],
                      "properties": {"raw": {"type": "string", "pattern": "^([0-9a-fA-F]{2})*$"}}}]})"_json_text);
-    definitions["index"] = R"({"anyOf": [{"type": "integer", "minimum": 0, "maximum": 199},
-        {"type": "string"}]})"_json_text;
+    define_value(definitions, "align_value", R"({"enum": ["left", "centre", "center", "right"]})"_json_text);
+    definitions["index"] = plain_number(number_in_range(*find_field("index")));
+    definitions["count"] = plain_number({{"type", "integer"}, {"minimum", 0}, {"maximum", 200}});
     definitions["repeat"] = repeat_table();
     definitions["names"] = names_table();
     definitions["look"] = table(Json::object());
@@ -130,8 +157,9 @@ std::string screen_schema() {
     Json schema = R"({"$schema": "http://json-schema.org/draft-07/schema#", "title": "Veldor screen source",
         "type": "object", "additionalProperties": false, "properties": {
             "name": {"type": "string", "description": "vcc, vcc_options, vcc_options_info or mess"},
-            "slot_count": {"type": "integer", "minimum": 0, "maximum": 200},
-            "toggle_count": {"type": "integer", "minimum": 0, "maximum": 200},
+            "language": {"enum": ["en", "de"]},
+            "slot_count": {"$ref": "#/definitions/count"},
+            "toggle_count": {"$ref": "#/definitions/count"},
             "names": {"$ref": "#/definitions/names"},
             "style": {"type": "object", "additionalProperties": {"$ref": "#/definitions/style"}},
             "slot": {"type": "array", "items": {"$ref": "#/definitions/slot"}},

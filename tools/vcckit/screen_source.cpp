@@ -96,22 +96,25 @@ private:
 
     /// The styles of a table, each after those that it builds on, then the table itself.
     void collect(const toml::table& table, Tables& out, std::set<const toml::table*>& open) {
+        values_.where = name_of(table);
         if (!open.insert(&table).second) {
             values_.fail(style_circle, *table.get("style"), "style", "it builds on itself");
             return;
         }
         if (const toml::node* const node = table.get("style")) {
-            if (const toml::array* const list = node->as_array())
-                for (const toml::node& name : *list)
-                    collect_style(name, out, open);
-            else
-                collect_style(*node, out, open);
+            const toml::array* const list = node->as_array();
+            for (std::size_t i = 0; list && i < list->size(); ++i)
+                collect_style(table, *list->get(i), out, open);
+            if (!list)
+                collect_style(table, *node, out, open);
         }
         out.push_back(&table);
         open.erase(&table);
     }
 
-    void collect_style(const toml::node& name, Tables& out, std::set<const toml::table*>& open) {
+    void collect_style(const toml::table& user, const toml::node& name, Tables& out,
+                       std::set<const toml::table*>& open) {
+        values_.where = name_of(user);
         const auto text = name.value<std::string>();
         const toml::table* const style = text ? source_["style"][*text].as_table() : nullptr;
         if (!style)
@@ -139,7 +142,9 @@ private:
         return record_;
     }
 
-    Tables layers_of(const toml::table& table) {
+    Tables layers_of(const toml::table& table, const std::string& kind) {
+        const auto index = table["index"].value_exact<std::int64_t>();
+        record_ = index ? kind + " " + std::to_string(*index) : kind;
         Tables layers;
         std::set<const toml::table*> open;
         collect(table, layers, open);
@@ -222,7 +227,7 @@ private:
     }
 
     void add_slots(const toml::table& table) {
-        const Tables layers = layers_of(table);
+        const Tables layers = layers_of(table, "slot");
         repeat(table, "slot", [&](std::size_t index) {
             SourceRecord record = begin_record(table);
             apply_layers(record, layers, slot_entries);
@@ -272,7 +277,7 @@ private:
     }
 
     void add_toggles(const toml::table& table) {
-        const Tables layers = layers_of(table);
+        const Tables layers = layers_of(table, "toggle");
         repeat(table, "toggle", [&](std::size_t index) {
             SourceRecord record = begin_record(table);
             if (const toml::node* const node = table.get("copy")) {
@@ -398,14 +403,24 @@ SourceNames read_names(const toml::table& source, Faults& faults) {
 }
 
 void check_top_level(const toml::table& source, Faults& faults) {
-    static const std::vector<std::string> known{"name",   "names",      "style",       "slot",
-                                                "toggle", "slot_count", "toggle_count"};
+    static const std::vector<std::string> known{"name", "language", "names",      "style",
+                                                "slot", "toggle",   "slot_count", "toggle_count"};
     for (const auto& [key, node] : source)
         if (std::ranges::find(known, key.str()) == known.end())
-            faults.push_back(source_fault(unknown_entry, place_of(key.source()), "", "",
-                                          "unknown entry \"" + std::string(key.str()) + "\"",
-                                          "a source has name, names, style, slot, toggle, slot_count and toggle_count",
-                                          nearest_word(key.str(), known)));
+            faults.push_back(source_fault(
+                unknown_entry, place_of(key.source()), "", "", "unknown entry \"" + std::string(key.str()) + "\"",
+                "a source has name, language, names, style, slot, toggle, slot_count and toggle_count",
+                nearest_word(key.str(), known)));
+}
+
+std::optional<std::size_t> read_language(const toml::node& node, Faults& faults) {
+    const auto code = node.value_exact<std::string>();
+    for (std::size_t i = 0; i < languages.size(); ++i)
+        if (code == languages[i].code)
+            return i;
+    faults.push_back(source_fault(code ? unknown_name : wrong_kind, place_of(node.source()), "", "language",
+                                  code ? "unknown language \"" + *code + "\"" : "must be a text", "en or de"));
+    return std::nullopt;
 }
 
 } // namespace
@@ -441,9 +456,13 @@ ScreenSource read_screen_source(std::string_view text, const TextMeasure& measur
             out.faults.push_back(source_fault(bad_screen_name, out.name_place, "", "name",
                                               "must be a file name without folder and extension"));
     }
+    if (const toml::node* const language = source.get("language"))
+        out.screen.language = read_language(*language, out.faults);
     const SourceNames names = read_names(source, out.faults);
-    for (std::size_t i = 0; i < languages.size(); ++i)
-        out.screen.records[i] = Builder(source, languages[i].code, names, measure, out.faults).build(out.places[i]);
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        const LanguageRow& language = languages[out.screen.language.value_or(i)];
+        out.screen.records[i] = Builder(source, language.code, names, measure, out.faults).build(out.places[i]);
+    }
     out.faults = each_once(out.faults);
     return out;
 }

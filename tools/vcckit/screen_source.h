@@ -9,6 +9,8 @@
 #include "core/installation.h"
 
 #include <array>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,8 +18,11 @@
 namespace vcc::kit {
 
 struct Screen {
-    std::string name; ///< of the files; empty if the source has none
+    std::string name;                    ///< of the files; empty if the source has none
+    std::optional<std::size_t> language; ///< the only one that it describes; the records of the others are the same
     std::array<ScreenRecords, languages.size()> records;
+
+    bool describes(std::size_t which) const { return !language || *language == which; }
 };
 
 struct ScreenSource {

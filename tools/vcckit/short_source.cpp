@@ -113,7 +113,7 @@ private:
     }
 
     /// Slots of a row differ in position and in numbers that count up; other differences are coincidence.
-    static bool may_step(const NumberField& field, std::int64_t step) {
+    static bool may_step(const Field& field, std::int64_t step) {
         constexpr std::int32_t Slot::*places[] = {&Slot::column,    &Slot::row,        &Slot::dest_x, &Slot::dest_y,
                                                   &Slot::box_width, &Slot::box_height, &Slot::src_x,  &Slot::src_y};
         constexpr std::int32_t Slot::*counts[] = {&Slot::action, &Slot::activated, &Slot::help_number};
@@ -131,7 +131,7 @@ private:
             a.states_toggle != b.states_toggle)
             return false;
         const std::size_t second = first + static_cast<std::size_t>(run.step);
-        for (const NumberField& field : number_fields()) {
+        for (const Field& field : number_fields()) {
             if (field.member == &Slot::toggle && !a.states_toggle)
                 continue;
             for (std::size_t i = 0; i < languages.size(); ++i) {
@@ -161,7 +161,7 @@ private:
         return best;
     }
 
-    std::string text_list(const Run& run, const TextField& field) const {
+    std::string text_list(const Run& run, const Field& field) const {
         std::string list = "[";
         for (int i = 0; i < run.count; ++i) {
             const auto& each = slots_[run.first + static_cast<std::size_t>(i) * static_cast<std::size_t>(run.step)];
@@ -173,7 +173,7 @@ private:
         return list + "]";
     }
 
-    bool text_differs(const Run& run, const TextField& field) const {
+    bool text_differs(const Run& run, const Field& field) const {
         for (int i = 1; i < run.count; ++i) {
             const auto& each = slots_[run.first + static_cast<std::size_t>(i) * static_cast<std::size_t>(run.step)];
             for (std::size_t k = 0; k < languages.size(); ++k)
@@ -188,7 +188,7 @@ private:
         if (run.step != 1)
             steps.push_back({"step", std::to_string(run.step)});
         const Versions &a = slots_[run.first]->slot, &b = slots_[run.first + static_cast<std::size_t>(run.step)]->slot;
-        for (const NumberField& field : number_fields()) {
+        for (const Field& field : number_fields()) {
             if (field.member == &Slot::toggle && !slots_[run.first]->states_toggle)
                 continue;
             if (const std::int64_t each = std::int64_t{b[0].*field.member} - a[0].*field.member; each != 0)
@@ -241,7 +241,7 @@ private:
             std::erase_if(entry.lines, [](const Line& line) { return line.key == "toggle"; });
         else if (first.highlight && std::ranges::find(entry.lines, "toggle", &Line::key) == entry.lines.end())
             entry.lines.push_back({"toggle", "\"inert\""}); // or the highlight would bring its own
-        for (const TextField& field : text_fields())
+        for (const Field& field : text_fields())
             if (text_differs(run, field)) {
                 std::erase_if(entry.lines, [&](const Line& line) { return line.key == field.name; });
                 entry.lines.push_back({std::string(field.name), text_list(run, field)});

@@ -28,7 +28,7 @@ std::string utf8(std::string_view latin1) {
     return platform::utf8_from_latin1(text);
 }
 
-std::string shown_number(const NumberField& field, std::int32_t value) {
+std::string shown_number(const Field& field, std::int32_t value) {
     const auto name = name_of_number(field.meaning, value);
     return std::to_string(value) + (name && *name != std::to_string(value) ? " " + *name : "");
 }
@@ -43,10 +43,10 @@ std::string shown_records(const std::string&, std::string_view bytes, std::strin
     std::string text = std::to_string(records.size()) + " records\n";
     for (std::size_t i = 0; i < records.size(); ++i) {
         text += "\n" + std::to_string(i) + "\n";
-        for (const NumberField& field : number_fields())
+        for (const Field& field : number_fields())
             if (records[i].*field.member != empty.*field.member)
                 text += "  " + std::string(field.name) + " = " + shown_number(field, records[i].*field.member) + "\n";
-        for (const TextField& field : text_fields())
+        for (const Field& field : text_fields())
             if (const std::string_view value = cut_at(bytes_of(records[i], field), '\0'); !value.empty())
                 text += "  " + std::string(field.name) + " = \"" + utf8(value) + "\"\n";
     }

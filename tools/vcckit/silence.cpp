@@ -10,7 +10,7 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr std::string_view mark = "# vcckit: ignore ", separators = " ,\t\r";
+constexpr std::string_view mark = "# vcckit: ignore", separators = " ,\t\r";
 
 /// Calls a function with every word and its offset.
 template <class Each>
@@ -55,8 +55,9 @@ std::vector<Silence> silences_of(std::string_view text, Faults& faults) {
     const std::vector<std::string_view> lines = lines_of(text);
     const auto is_heading = [&](std::size_t at) { return at < lines.size() && lines[at].starts_with('['); };
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::size_t at = lines[i].find(mark);
-        if (at == std::string_view::npos)
+        const std::size_t at = lines[i].find(mark), after = at + mark.size();
+        if (at == std::string_view::npos ||
+            (after < lines[i].size() && separators.find(lines[i][after]) == std::string_view::npos))
             continue;
         const int line = static_cast<int>(i) + 1;
         Silence silence{line, line, {}};
@@ -69,14 +70,17 @@ std::vector<Silence> silences_of(std::string_view text, Faults& faults) {
                 silence.last_line = static_cast<int>(next);
             }
         }
-        const std::size_t begin = at + mark.size();
-        for_each_word(lines[i].substr(begin), [&](std::string_view word, std::size_t offset) {
+        if (lines[i].substr(after).find_first_not_of(separators) == std::string_view::npos)
+            faults.push_back(source_fault(FaultCode::unknown_code,
+                                          {line, static_cast<int>(at) + 1, static_cast<int>(mark.size())}, "", "",
+                                          "the comment names no code", "vcckit explain lists the codes"));
+        for_each_word(lines[i].substr(after), [&](std::string_view word, std::size_t offset) {
             if (const FaultRow* const row = find_fault_row(word))
                 silence.codes.insert(row->code);
             else
                 faults.push_back(source_fault(
                     FaultCode::unknown_code,
-                    {line, static_cast<int>(begin + offset) + 1, static_cast<int>(word.size())}, "", "",
+                    {line, static_cast<int>(after + offset) + 1, static_cast<int>(word.size())}, "", "",
                     "there is no fault " + std::string(word), "vcckit explain lists the codes", nearest_code(word)));
         });
         silences.push_back(silence);

@@ -14,6 +14,8 @@ namespace vcc::kit {
 /// Line and column count from 1, columns in characters; line 0: nowhere; width 0: to the end of the line.
 struct Place {
     int line = 0, column = 0, width = 0;
+
+    bool operator==(const Place&) const = default;
 };
 
 struct RecordPlaces {

@@ -14,19 +14,6 @@ namespace {
 
 using enum FaultCode;
 
-/// Readable entries that set one character of draw_flags.
-struct FlagRow {
-    std::string_view key;
-    std::size_t position;
-    char letter;
-};
-constexpr std::array<FlagRow, 3> flags{{{"hidden", 0, 'n'}, {"shadow", 1, 's'}, {"focus_skip", 2, 'x'}}};
-
-bool is_language_table(const toml::table& table) {
-    return std::any_of(languages.begin(), languages.end(),
-                       [&table](const LanguageRow& language) { return table.contains(language.code); });
-}
-
 std::optional<std::string> from_hex(std::string_view hex) {
     if (hex.size() % 2 != 0)
         return std::nullopt;
@@ -50,15 +37,16 @@ std::string quoted(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
 
+/// What every table of fields may contain; the rest depends on the table.
+bool stands_everywhere(const Field& field) {
+    return field.member || field.size > 0 || field.letter != '\0' || field.name == "align" || field.name == "padding";
+}
+
 std::vector<std::string> known_entries(std::span<const std::string_view> others) {
     std::vector<std::string> known(others.begin(), others.end());
-    for (const NumberField& field : number_fields())
-        known.emplace_back(field.name);
-    for (const TextField& field : text_fields())
-        known.emplace_back(field.name);
-    for (const FlagRow& flag : flags)
-        known.emplace_back(flag.key);
-    known.insert(known.end(), {"align", "padding"});
+    for (const Field& field : all_fields())
+        if (stands_everywhere(field))
+            known.emplace_back(field.name);
     return known;
 }
 
@@ -98,7 +86,7 @@ const toml::node* SourceValues::choose(const toml::node& node, std::string_view 
                 return nullptr;
             }
             chosen = list->get(static_cast<std::size_t>(repetition_index));
-        } else if (const toml::table* const table = chosen->as_table(); table && is_language_table(*table)) {
+        } else if (const toml::table* const table = chosen->as_table(); table && !table->contains("raw")) {
             for (const auto& [key, value] : *table)
                 if (std::none_of(languages.begin(), languages.end(),
                                  [name = key.str()](const LanguageRow& row) { return row.code == name; })) {
@@ -183,10 +171,10 @@ void SourceValues::apply_steps(SourceRecord& record, const toml::table& table) {
     for (const auto& [key, node] : *steps) {
         if (key.str() == "count" || key.str() == "step")
             continue;
-        const NumberField* const field = find_number_field(key.str());
+        const Field* const field = find_number_field(key.str());
         if (!field) {
             std::vector<std::string> known{"count", "step"};
-            for (const NumberField& each : number_fields())
+            for (const Field& each : number_fields())
                 known.emplace_back(each.name);
             fail_at(unknown_entry, place_of(key.source()), "repeat", quoted(key.str()) + " is no number field", "",
                     nearest_word(key.str(), known));
@@ -204,7 +192,7 @@ void SourceValues::apply_steps(SourceRecord& record, const toml::table& table) {
     }
 }
 
-void SourceValues::set_number(SourceRecord& record, const NumberField& field, const toml::node& node) {
+void SourceValues::set_number(SourceRecord& record, const Field& field, const toml::node& node) {
     if (const auto value = integer(node, field.meaning, field.name)) {
         record.slot.*field.member = *value;
         const toml::node* const chosen = choose(node, field.name);
@@ -212,7 +200,7 @@ void SourceValues::set_number(SourceRecord& record, const NumberField& field, co
     }
 }
 
-void SourceValues::set_text(SourceRecord& record, const TextField& field, const toml::node& node) {
+void SourceValues::set_text(SourceRecord& record, const Field& field, const toml::node& node) {
     const toml::node* const chosen = choose(node, field.name);
     if (!chosen)
         return;
@@ -247,13 +235,13 @@ void SourceValues::set_text(SourceRecord& record, const TextField& field, const 
 }
 
 bool SourceValues::set_flag(SourceRecord& record, std::string_view key, const toml::node& node) {
-    const auto row = std::find_if(flags.begin(), flags.end(), [key](const FlagRow& flag) { return flag.key == key; });
-    if (row == flags.end())
+    const Field* const row = find_field(key);
+    if (!row || row->letter == '\0')
         return false;
     bool on = true;
     if (const auto answer = node.value_exact<bool>()) {
         on = *answer;
-    } else if (key == "shadow") {
+    } else if (row->form == FieldForm::shadow) {
         if (const auto colour = integer(node, Meaning::colour, key)) {
             store_text(record.slot.sound_flags, std::to_string(*colour));
             note_place(record, "sound_flags", node);
@@ -297,11 +285,12 @@ bool SourceValues::set_alignment(Alignment& alignment, std::string_view key, con
         return false;
     alignment.place = place_of(node.source());
     const auto pixels = [&](const toml::node& at) {
+        const Field& padding = *find_field("padding");
         const auto number = at.value_exact<std::int64_t>();
-        if (!number || *number < 0 || *number > 800)
-            fail(number ? out_of_range : wrong_kind, at, key, "must be 0 to 800 pixels",
+        if (!number || *number < padding.min || *number > padding.max)
+            fail(number ? out_of_range : wrong_kind, at, key, "must be " + range_of(padding),
                  "one number, or [x, y] for each direction");
-        return static_cast<int>(std::clamp<std::int64_t>(number.value_or(0), 0, 800));
+        return static_cast<int>(std::clamp(number.value_or(0), padding.min, padding.max));
     };
     const toml::array* const pair = node.as_array();
     if (pair && pair->size() != 2) {
@@ -318,9 +307,9 @@ void SourceValues::apply(SourceRecord& record, const toml::table& table, std::sp
     for (const auto& [key, node] : table) {
         if (std::find(others.begin(), others.end(), key.str()) != others.end())
             continue;
-        if (const NumberField* const field = find_number_field(key.str()))
+        if (const Field* const field = find_number_field(key.str()))
             set_number(record, *field, node);
-        else if (const TextField* const text = find_text_field(key.str()))
+        else if (const Field* const text = find_text_field(key.str()))
             set_text(record, *text, node);
         else
             later.emplace_back(&key, &node);

@@ -64,8 +64,8 @@ public:
 private:
     const toml::node* choose(const toml::node& node, std::string_view field);
     void fail_name(const toml::node& node, Meaning meaning, std::string_view field, const std::string& name);
-    void set_number(SourceRecord& record, const NumberField& field, const toml::node& node);
-    void set_text(SourceRecord& record, const TextField& field, const toml::node& node);
+    void set_number(SourceRecord& record, const Field& field, const toml::node& node);
+    void set_text(SourceRecord& record, const Field& field, const toml::node& node);
     bool set_flag(SourceRecord& record, std::string_view key, const toml::node& node);
     bool set_alignment(Alignment& alignment, std::string_view key, const toml::node& node);
 

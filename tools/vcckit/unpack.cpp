@@ -71,6 +71,8 @@ std::string heading_of(const Screen& screen) {
     std::string out;
     if (!screen.name.empty())
         out += "name = " + quoted_name(screen.name) + "\n";
+    if (screen.language)
+        out += "language = " + quoted_name(languages[*screen.language].code) + "\n";
     const ScreenRecords& first = screen.records[0];
     if (first.has_toggle_file && first.toggles.empty())
         out += "toggle_count = 0\n";
@@ -81,10 +83,12 @@ std::string heading_of(const Screen& screen) {
 
 bool describes(std::string_view source, const Screen& screen, const TextMeasure& measure) {
     const ScreenSource read = read_screen_source(source, measure);
-    if (!read.faults.empty())
+    if (!read.faults.empty() || (read.screen.language && read.screen.language != screen.language))
         return false;
     for (std::size_t i = 0; i < languages.size(); ++i) {
         const ScreenRecords &a = read.screen.records[i], &b = screen.records[i];
+        if (!screen.describes(i))
+            continue;
         if (slot_file_bytes(a.slots) != slot_file_bytes(b.slots) || a.has_toggle_file != b.has_toggle_file ||
             slot_file_bytes(a.toggles) != slot_file_bytes(b.toggles))
             return false;

@@ -1,6 +1,5 @@
 #include "edit/field_edit.h"
 
-#include "fields.h"
 #include "record_lines.h"
 
 #include <algorithm>
@@ -11,13 +10,6 @@ namespace {
 
 /// Values as the source writes them, by repetition and language.
 using Matrix = std::vector<std::array<std::string, languages.size()>>;
-
-constexpr std::pair<std::string_view, FieldForm> other_fields[] = {
-    {"hidden", FieldForm::flag},    {"focus_skip", FieldForm::flag}, {"shadow", FieldForm::shadow},
-    {"align", FieldForm::word},     {"padding", FieldForm::plain},   {"style", FieldForm::styles},
-    {"highlight", FieldForm::look}, {"pressed", FieldForm::look},    {"index", FieldForm::plain},
-    {"copy", FieldForm::plain},
-};
 
 bool varies(FieldForm form) {
     return form == FieldForm::number || form == FieldForm::text || form == FieldForm::word;
@@ -57,8 +49,8 @@ int base_position(const Subject& subject, int position) {
     return subject.look.empty() ? position_of(subject.base.front()) : position;
 }
 
-std::optional<std::int64_t> number_without_step(const SourceModel& model, const Subject& subject,
-                                                const FieldInfo& field, std::size_t language, int position) {
+std::optional<std::int64_t> number_without_step(const SourceModel& model, const Subject& subject, const Field& field,
+                                                std::size_t language, int position) {
     if (const Node* const leaf = present_leaf(subject, field.name, language, position))
         return model.number(*leaf, field.meaning);
     if (!subject.base.empty()) {
@@ -71,14 +63,11 @@ std::optional<std::int64_t> number_without_step(const SourceModel& model, const 
     if (field.name != "toggle")
         return 0;
     const bool lit = subject.record && subject.record->kind == Address::Of::slot &&
-                     std::ranges::any_of(subject.layers, [](const Layer& layer) {
-                         const Node* const look = layer.table->find("highlight");
-                         return look && look->is_table();
-                     });
+                     !model.record_subject(*subject.record, "highlight").layers.empty();
     return lit ? subject.record->index_of(position) : -1;
 }
 
-std::string raw_text(const SourceModel& model, const Subject& subject, const FieldInfo& field, std::size_t language,
+std::string raw_text(const SourceModel& model, const Subject& subject, const Field& field, std::size_t language,
                      int position) {
     if (const Node* const leaf = present_leaf(subject, field.name, language, position))
         return std::string(model.text_at(leaf->span));
@@ -100,7 +89,7 @@ std::string compressed(const Matrix& matrix) {
 }
 
 /// What is typed in stands in for a value of the same spelling.
-std::string checked_name(const SourceModel& model, const FieldInfo& field, const std::string& name) {
+std::string checked_name(const SourceModel& model, const Field& field, const std::string& name) {
     if (model.number_of(field.meaning, name))
         return {};
     return "there is no " + std::string(meaning_word(field.meaning)) + " \"" + name + "\"";
@@ -113,7 +102,7 @@ struct Wanted {
     std::string text;                   ///< as the source writes it, in a place where nothing was
 };
 
-Wanted wanted_number(const SourceModel& model, const FieldInfo& field, const Value& value) {
+Wanted wanted_number(const SourceModel& model, const Field& field, const Value& value) {
     if (const auto* const name = std::get_if<std::string>(&value)) {
         std::string reason = checked_name(model, field, *name);
         return {std::move(reason), model.number_of(field.meaning, *name), quoted_text(*name).value_or("")};
@@ -126,14 +115,14 @@ Wanted wanted_number(const SourceModel& model, const FieldInfo& field, const Val
     return {"", *number, model.written(*number, field.meaning)};
 }
 
-Wanted wanted_plain(const FieldInfo& field, const Value& value) {
+Wanted wanted_plain(const Field& field, const Value& value) {
     const auto* const number = std::get_if<std::int64_t>(&value);
     if (!number || *number < INT32_MIN || *number > INT32_MAX)
         return {std::string(field.name) + " must be a number", {}, ""};
     return {"", {}, std::to_string(*number)};
 }
 
-Wanted wanted_text(const FieldInfo& field, const Value& value) {
+Wanted wanted_text(const Field& field, const Value& value) {
     const auto* const text = std::get_if<std::string>(&value);
     if (!text)
         return {std::string(field.name) + " must be a text", {}, ""};
@@ -143,14 +132,14 @@ Wanted wanted_text(const FieldInfo& field, const Value& value) {
     return {"", {}, std::move(*quoted)};
 }
 
-Wanted wanted_shadow(const SourceModel& model, const FieldInfo& field, const Value& value) {
+Wanted wanted_shadow(const SourceModel& model, const Field& field, const Value& value) {
     if (const auto* const flag = std::get_if<bool>(&value))
         return {"", {}, *flag ? "true" : "false"};
     return wanted_number(model, {field.name, FieldForm::number, Meaning::colour}, value);
 }
 
 /// "button, wide": a list when there are several.
-Wanted wanted_styles(const SourceModel& model, const FieldInfo& field, const Value& value) {
+Wanted wanted_styles(const SourceModel& model, const Field& field, const Value& value) {
     const auto* const text = std::get_if<std::string>(&value);
     if (!text)
         return {std::string(field.name) + " must be the name of a style", {}, ""};
@@ -173,7 +162,7 @@ Wanted wanted_styles(const SourceModel& model, const FieldInfo& field, const Val
     return {"", {}, list + "]"};
 }
 
-Wanted wanted_value(const SourceModel& model, const FieldInfo& field, const Value& value) {
+Wanted wanted_value(const SourceModel& model, const Field& field, const Value& value) {
     const auto* const flag = std::get_if<bool>(&value);
     switch (field.form) {
     case FieldForm::number:
@@ -212,7 +201,7 @@ void replace_value(TextEdits& edits, const Span& span, std::string text) {
 /// A field of one table on its way to a new value.
 class FieldChange {
 public:
-    FieldChange(TextEdits& edits, const SourceModel& model, const Subject& subject, const FieldInfo& field)
+    FieldChange(TextEdits& edits, const SourceModel& model, const Subject& subject, const Field& field)
         : edits_(edits), model_(model), subject_(subject), field_(field) {}
 
     std::string set(const LanguageSet& in, const Wanted& wanted) {
@@ -380,7 +369,7 @@ private:
     TextEdits& edits_;
     const SourceModel& model_;
     const Subject& subject_;
-    const FieldInfo& field_;
+    const Field& field_;
     std::optional<std::int64_t> base_; ///< number fields: the number to write
     std::string text_;                 ///< the same as the source writes it
 
@@ -430,7 +419,7 @@ std::string set_repeat(TextEdits& edits, const Subject& subject, std::string_vie
 }
 
 /// Why a subject does not take a field that records know.
-std::string misfit(const Subject& subject, const FieldInfo& field) {
+std::string misfit(const Subject& subject, const Field& field) {
     const bool pressed = subject.look == "pressed";
     if (field.name == "index" && !pressed)
         return "a record gets another number by renumbering it";
@@ -446,22 +435,11 @@ std::string misfit(const Subject& subject, const FieldInfo& field) {
 
 } // namespace
 
-std::optional<FieldInfo> field_info(std::string_view name) {
-    if (const NumberField* const number = find_number_field(name))
-        return FieldInfo{number->name, FieldForm::number, number->meaning};
-    if (const TextField* const text = find_text_field(name))
-        return FieldInfo{text->name, FieldForm::text};
-    for (const auto& [field, form] : other_fields)
-        if (field == name)
-            return FieldInfo{field, form};
-    return std::nullopt;
-}
-
 std::string set_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
                       std::optional<std::size_t> language, const Value& value) {
     if (const auto entry = repeat_entry(field))
         return set_repeat(edits, subject, *entry, value);
-    const auto info = field_info(field);
+    const Field* const info = find_field(field);
     if (!info)
         return unknown_field(field);
     if (std::string reason = misfit(subject, *info); !reason.empty())
@@ -479,7 +457,7 @@ std::string set_field(TextEdits& edits, const SourceModel& model, const Subject&
 std::string unset_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
                         std::optional<std::size_t> language) {
     const auto entry = repeat_entry(field);
-    const auto info = field_info(field);
+    const Field* const info = find_field(field);
     if (!entry && !info && field != "repeat")
         return unknown_field(field);
     const Node* const table = entry && subject.own ? look_table(*subject.own, "repeat") : subject.own;
@@ -518,7 +496,7 @@ std::string unset_field(TextEdits& edits, const SourceModel& model, const Subjec
 
 std::string shift_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
                         const LanguageSet& in, const std::set<int>& positions, std::int64_t distance) {
-    const auto info = field_info(field);
+    const Field* const info = find_field(field);
     if (!info || info->form != FieldForm::number)
         return unknown_field(field);
     return FieldChange(edits, model, subject, *info).shift(in, positions, distance);
@@ -526,7 +504,7 @@ std::string shift_field(TextEdits& edits, const SourceModel& model, const Subjec
 
 std::optional<std::int64_t> present_number(const SourceModel& model, const Subject& subject, std::string_view field,
                                            std::size_t language) {
-    const auto info = field_info(field);
+    const Field* const info = find_field(field);
     const auto step = own_step(subject, field);
     if (!info || !step)
         return std::nullopt;
@@ -544,7 +522,7 @@ std::string present_text(const SourceModel& model, const Subject& subject, std::
 
 std::string value_at(const SourceModel& model, const Subject& subject, std::string_view field, int position,
                      std::int64_t add) {
-    const auto info = field_info(field);
+    const Field* const info = find_field(field);
     std::array<std::string, languages.size()> values;
     for (std::size_t i = 0; info && i < languages.size(); ++i) {
         const auto number = add == 0 ? std::nullopt : number_without_step(model, subject, *info, i, position);

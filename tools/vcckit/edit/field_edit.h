@@ -4,6 +4,7 @@
 
 #include "edit/source_model.h"
 #include "edit/text_edits.h"
+#include "fields.h"
 
 #include <optional>
 #include <set>
@@ -11,27 +12,6 @@
 #include <string_view>
 
 namespace vcc::kit::edit {
-
-/// How a field is written.
-enum class FieldForm {
-    number, ///< or a name; by language, in lists
-    text,   ///< by language, in lists
-    word,   ///< `align`: by language, in lists
-    plain,  ///< a number for all languages and repetitions
-    flag,   ///< true or false for all of them
-    shadow, ///< true, false or a colour for all of them
-    styles, ///< names of styles
-    look,   ///< true for a look without changes, false for none
-};
-
-struct FieldInfo {
-    std::string_view name;
-    FieldForm form = FieldForm::number;
-    Meaning meaning = Meaning::number;
-};
-
-/// Nothing for a name that no field of a record, style or look has. The name is the caller's.
-std::optional<FieldInfo> field_info(std::string_view name);
 
 /// All take the language by its number in vcc::languages, nothing for every language, and give the reason why nothing
 /// changes, else an empty text.

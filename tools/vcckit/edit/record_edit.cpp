@@ -125,7 +125,7 @@ private:
 
     /// A field that the record says: its entry of a list, and what the group adds.
     std::string leave_list(const Node& table, const Member& member, bool of_record) {
-        const auto field = field_info(member.key);
+        const Field* const field = find_field(member.key);
         if (!field ||
             (field->form != FieldForm::number && field->form != FieldForm::text && field->form != FieldForm::word))
             return {};
@@ -164,8 +164,9 @@ private:
     std::string move_pressed() {
         const Node* const own = look_table(*record_.table, "pressed");
         const Node* const place = own ? own->find("index") : nullptr;
-        if (place && place->kind == Node::Kind::number && position_ != 0)
-            edits_.replace(place->span, std::to_string(place->number + std::int64_t{position_} * record_.step));
+        const auto number = place ? model_.number(*place, Meaning::number) : std::nullopt;
+        if (number && position_ != 0)
+            edits_.replace(place->span, std::to_string(*number + std::int64_t{position_} * record_.step));
         return {};
     }
 
@@ -177,9 +178,13 @@ private:
 };
 
 /// Whether two sources describe the same records; also when one has mistakes, which then only the other may not.
+/// Aligned texts are measured in letters: what is the same with these is so with any font.
 bool same_records(const std::string& before, const std::string& after) {
-    const ScreenSource old = read_screen_source(before);
-    return !old.faults.empty() || describes(after, old.screen);
+    const TextMeasure letters{true, [](int, std::string_view text) { return static_cast<int>(text.size()); },
+                              [](int) { return 1; },
+                              [](const Slot& slot) { return std::pair(slot.dest_x, slot.dest_y); }};
+    const ScreenSource old = read_screen_source(before, letters);
+    return !old.faults.empty() || describes(after, old.screen, letters);
 }
 
 Result<std::string> split_group(const std::string& text, const Address& address) {
@@ -282,8 +287,9 @@ private:
                 return true;
         return false;
     }
-    bool is_moved(const Node* number) const {
-        return number && number->kind == Node::Kind::number && is_moved(number->number);
+    bool is_moved(const Node* node) const {
+        const auto number = node ? model_.number(*node, Meaning::number) : std::nullopt;
+        return number && is_moved(*number);
     }
 
     /// How many records of a table have the number of a moved one.
@@ -332,8 +338,9 @@ private:
     }
 
     void shift(const Node& table, std::string_view field) {
-        const Node* const number = table.find(field);
-        edits_.replace(number->span, std::to_string(number->number + distance_));
+        const Node& node = *table.find(field);
+        if (const auto number = model_.number(node, Meaning::number))
+            edits_.replace(node.span, std::to_string(*number + distance_));
     }
 
     TextEdits& edits_;

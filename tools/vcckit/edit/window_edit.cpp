@@ -1,6 +1,8 @@
 #include "edit/window_edit.h"
 
 #include "edit/text_edits.h"
+#include "fixed_slots.h"
+#include "window_fields.h"
 
 #include "core/installation.h"
 #include "core/lines.h"
@@ -18,51 +20,16 @@ namespace {
 
 using Do = Operation::Do;
 
-// In the order in which the program looks for them at the beginning of a line.
-constexpr WindowField fields[] = {
-    {"title_colour", "f", Meaning::colour},
-    {"colour", "c", Meaning::colour},
-    {"left", "xo"},
-    {"top", "yo"},
-    {"right", "xu"},
-    {"bottom", "yu"},
-    {"style", "-"},
-    {"red", "r"},
-    {"green", "g"},
-    {"blue", "b"},
-    {"alpha", "h"},
-    {"open_sound", "o", Meaning::sound},
-    {"close_sound", "e", Meaning::sound},
-    {"shadow", "s"},
-    {"grid", "l"},
-    {"font", "t", Meaning::font},
-    {"pixels", "w"},
-    {"pointer_offset", "m"},
-};
-
-struct FixedWindow {
-    int number;
-    const char* role;
-};
-constexpr FixedWindow fixed_windows[] = {
-    {style_window, "style of highlighted frames and of shadows"},
-    {info_window, "place of the explanation"},
-    {group_window, "display and battle group"},
-    {value_window, "place of the values"},
-    {module_window, "module selector"},
-    {sound_group_window, "sound group"},
-};
-
 const WindowField* field_of_line(std::string_view line) {
-    for (const WindowField& field : fields)
-        if (line.starts_with(field.key))
+    for (const WindowField& field : window_fields())
+        if (!field.key.empty() && line.starts_with(field.key))
             return &field;
     return nullptr;
 }
 
 const WindowField* find_field(std::string_view name) {
-    for (const WindowField& field : fields)
-        if (field.name == name || field.key == name)
+    for (const WindowField& field : window_fields())
+        if (!field.key.empty() && (field.name == name || field.key == name))
             return &field;
     return nullptr;
 }
@@ -371,15 +338,6 @@ Result<std::string> change_window(const std::string& text, int number, const Ope
 }
 
 } // namespace
-
-std::span<const WindowField> window_fields() {
-    return fields;
-}
-
-std::string role_of_fixed_window(int number) {
-    const auto* const row = std::ranges::find(fixed_windows, number, &FixedWindow::number);
-    return row == std::end(fixed_windows) ? "" : row->role;
-}
 
 std::vector<WindowPart> windows_of(std::string_view text) {
     std::vector<WindowPart> windows;

@@ -14,15 +14,6 @@
 
 namespace vcc::kit::edit {
 
-struct WindowField {
-    std::string_view name; ///< "left"
-    std::string_view key;  ///< "xo"
-    Meaning meaning = Meaning::number;
-};
-
-/// All but the title, which is a line without a key.
-std::span<const WindowField> window_fields();
-
 struct WindowPart {
     int number = 0;
     int line = 0;                              ///< of the first "+" line, from 1; 1 for window 0 without one
@@ -32,10 +23,7 @@ struct WindowPart {
 /// The windows that a text describes, in its order. Pure.
 std::vector<WindowPart> windows_of(std::string_view text);
 
-/// What the program uses a window for; empty when its number is free.
-std::string role_of_fixed_window(int number);
-
-/// The text after one operation; fields are named as in window_fields() or by their keys. Pure.
+/// The text after one operation; fields are named as in window_fields.h or by their keys. Pure.
 Result<std::string> apply_to_windows(const std::string& text, const Operation& operation);
 
 } // namespace vcc::kit::edit

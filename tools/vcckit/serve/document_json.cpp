@@ -51,13 +51,13 @@ std::optional<std::string> shown_number(Meaning meaning, std::int32_t number, co
 
 json record_json(const Slot& slot, const OwnNames& names, const std::array<TextWindow, text_window_count>& windows) {
     json values = json::object(), shown = json::object();
-    for (const NumberField& field : number_fields()) {
+    for (const Field& field : number_fields()) {
         values[std::string(field.name)] = slot.*field.member;
         if (field.meaning != Meaning::number)
             if (const auto name = shown_number(field.meaning, slot.*field.member, names))
                 shown[std::string(field.name)] = *name;
     }
-    for (const TextField& field : text_fields())
+    for (const Field& field : text_fields())
         values[std::string(field.name)] = utf8_of(bytes_of(slot, field).substr(0, bytes_of(slot, field).find('\0')));
     const Rect area = slot_rect(slot);
     json frame = rect_json(area.x1, area.y1, area.x2, area.y2);

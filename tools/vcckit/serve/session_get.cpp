@@ -1,9 +1,9 @@
 // What the page reads: the installation, documents, pictures and sounds.
 #include "serve/session.h"
 
-#include "field_help.h"
 #include "fields.h"
 #include "names.h"
+#include "window_fields.h"
 
 #include "cc/option_rows.h"
 #include "core/files.h"
@@ -70,30 +70,47 @@ std::string colour_text(const Colour& colour) {
     return text;
 }
 
-json field_json(const FieldHelp& field, std::string_view meaning) {
-    return {{"name", field.name}, {"kind", word_of(field.kind)},
-            {"meaning", meaning}, {"unit", field.unit},
-            {"min", field.min},   {"max", field.max},
-            {"size", field.max},  {"help", field.help}};
+template <typename Row>
+json field_json(const Row& field, std::string_view kind, std::string_view meaning) {
+    return {{"name", field.name}, {"kind", kind},     {"meaning", meaning}, {"unit", field.unit},
+            {"min", field.min},   {"max", field.max}, {"size", field.max},  {"help", field.help}};
+}
+
+std::string_view kind_of(FieldForm form) {
+    switch (form) {
+    case FieldForm::number:
+    case FieldForm::plain:
+        return "number";
+    case FieldForm::text:
+    case FieldForm::styles:
+        return "text";
+    case FieldForm::word:
+        return "choice";
+    case FieldForm::flag:
+    case FieldForm::shadow:
+    case FieldForm::look:
+        break;
+    }
+    return "flag";
 }
 
 json fields_json() {
     json fields = json::array();
-    for (const FieldHelp& field : record_field_help()) {
-        const NumberField* const known = find_number_field(field.name);
-        fields.push_back(field_json(field, known ? meaning_word(known->meaning) : "text"));
+    for (const Field& field : all_fields()) {
+        const bool number = field.member || field.form == FieldForm::shadow;
+        fields.push_back(field_json(field, kind_of(field.form),
+                                    number           ? meaning_word(field.meaning)
+                                    : field.size > 0 ? "text"
+                                                     : "source"));
     }
-    for (const FieldHelp& field : source_field_help())
-        fields.push_back(field_json(field, field.name == "shadow" ? meaning_word(Meaning::colour) : "source"));
     return fields;
 }
 
 json window_fields_json() {
     json fields = json::array();
-    for (const WindowFieldHelp& row : window_field_help()) {
-        json field = field_json(row.field, "window");
-        field["key"] = row.key;
-        fields.push_back(std::move(field));
+    for (const WindowField& row : window_fields()) {
+        fields.push_back(field_json(row, row.key.empty() ? "text" : "number", "window"));
+        fields.back()["key"] = row.key;
     }
     return fields;
 }
