@@ -101,6 +101,22 @@ def save(page):
 
 # the picture
 
+def test_another_style_leaves_the_further_ones(page, project):
+    text = project.source().read_text()
+    head, tail = text.split("index = 5\n", 1)
+    tail = tail.replace('style = "button"', 'style = ["button", "further"]', 1)
+    styles = "[style.further]\nreserved = 1\n\n[style.other]\nreserved = 2\n\n"
+    project.source().write_text(f"{styles}{head}index = 5\n{tail}")
+    choose_factory(page)
+    wait_until(lambda: "further" in page.text("#properties"), "the styles of the slot")
+    page.run("""const field = document.querySelector('[data-field="style"]');
+      const list = field.matches('select') ? field : field.querySelector('select');
+      list.value = 'other';
+      list.dispatchEvent(new Event('change', { bubbles: true }));""")
+    save(page)
+    assert 'style = ["other", "further"]' in project.source().read_text()
+
+
 def test_what_is_dragged_looks_as_the_program_draws_what_is_saved(page, project, editor, tmp_path):
     page.drag(FACTORY_MIDDLE, (443, 290), held="ctrl")
     page.wait_for_picture()

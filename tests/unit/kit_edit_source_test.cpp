@@ -385,6 +385,26 @@ TEST(SourceEdit, RenumberingTakesAlongWhatRefersToTheRecord) {
          {whole(Do::renumber, {slot(7)}, 9)},
          "[[slot]]\nindex = 7" + group.substr(group.find("\nrepeat"))},
         {"taken", one + lit, {whole(Do::renumber, {slot(1)}, 4)}, "!slot 4 is described in line 8"},
+        {"slot whose style is lit, but not the slot",
+         styled + "highlight = false\n" + lit,
+         {whole(Do::renumber, {slot(1)}, 30)},
+         "[style.a]\nrow = 4\ntext = { en = \"A\", de = \"B\" }\nhighlight = { row = 5 }\n[[slot]]\nindex = 30\n"
+         "style = \"a\"\nhighlight = false\n\n[[toggle]]\nindex = 1\ncopy = 30\n\n[[slot]]\nindex = 4\n"
+         "activated = 1\n"},
+        {"record and group by names of the source's own",
+         "names.number = { first = 5, rows = 3 }\n[[slot]]\nindex = \"first\"\nrepeat = { count = \"rows\" }\n",
+         {whole(Do::renumber, {slot(7)}, 9)},
+         "names.number = { first = 5, rows = 3 }\n[[slot]]\nindex = 7\nrepeat = { count = \"rows\" }\n"},
+    });
+}
+
+TEST(SourceEdit, GroupsWithAlignedTextsAreSplitOnlyIntoTheSameRecords) {
+    expect_cases({
+        {"one place for all pressed looks",
+         "[style.a]\npressed = { index = 20 }\n" + group +
+             "style = \"a\"\nalign = \"centre\"\nbox_width = 90\ntext = \"A\"\n",
+         {whole(Do::split, {slot(5)})},
+         "!the group cannot be written out"},
     });
 }
 
@@ -429,7 +449,7 @@ void expect_only_change(const GameScreen& screen, const ScreenSource& before, st
     EXPECT_EQ(unchanged(*edited, change_between(screen.text, *edited)), screen.text) << where << ": undone";
     const ScreenSource after = read_screen_source(*edited);
     ASSERT_TRUE(after.faults.empty()) << where << ": " << text_of_fault(after.faults.front(), false);
-    const NumberField* const number = find_number_field(field);
+    const Field* const number = find_number_field(field);
     for (std::size_t i = 0; i < languages.size(); ++i) {
         const auto &old = before.screen.records[i].slots, &now = after.screen.records[i].slots;
         const auto line_of = [&](std::size_t n) { return before.places[i].slots[n].whole.line; };

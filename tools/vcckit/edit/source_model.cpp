@@ -25,20 +25,20 @@ std::optional<std::int64_t> plain_number(const Node* node) {
     return node && node->kind == Node::Kind::number ? std::optional(node->number) : std::nullopt;
 }
 
-/// A small plain number, or what stands for it.
-int small_number(const Node* node, int otherwise) {
-    const auto number = plain_number(node);
+/// A small number, by name, too; or what stands for it.
+int small_number(const SourceModel& model, const Node* node, int otherwise) {
+    const auto number = node ? model.number(*node, Meaning::number) : std::nullopt;
     return number && *number >= -slot_limit && *number <= slot_limit ? static_cast<int>(*number) : otherwise;
 }
 
-std::optional<RecordTable> record_of(const Node& table, Address::Of kind) {
-    const auto index = plain_number(table.find("index"));
-    if (!index || *index < 0 || *index >= slot_limit)
+std::optional<RecordTable> record_of(const SourceModel& model, const Node& table, Address::Of kind) {
+    const int index = small_number(model, table.find("index"), -1);
+    if (index < 0 || index >= slot_limit)
         return std::nullopt;
-    RecordTable record{&table, kind, static_cast<int>(*index)};
+    RecordTable record{&table, kind, index};
     if (const Node* const repeat = look_table(table, "repeat")) {
-        record.count = std::max(1, small_number(repeat->find("count"), 1));
-        record.step = small_number(repeat->find("step"), 1);
+        record.count = std::max(1, small_number(model, repeat->find("count"), 1));
+        record.step = small_number(model, repeat->find("step"), 1);
     }
     return record;
 }
@@ -131,7 +131,7 @@ std::vector<RecordTable> SourceModel::tables(Address::Of kind) const {
     std::vector<RecordTable> out;
     if (const Node* const list = root_.find(key_of(kind)))
         for (const Node& table : list->items)
-            if (const auto record = record_of(table, kind))
+            if (const auto record = record_of(*this, table, kind))
                 out.push_back(*record);
     return out;
 }
@@ -187,9 +187,8 @@ Subject SourceModel::record_subject(const RecordTable& record, const std::string
     if (!look.empty()) {
         subject.base.push_back(record_subject(record, ""));
         subject.layers = looks_of(subject.layers, look);
-    } else if (const auto copied = plain_number(record.table->find("copy"));
-               copied && record.kind == Address::Of::toggle) {
-        if (const auto slot = find(Address::Of::slot, static_cast<int>(std::clamp<std::int64_t>(*copied, -1, 1000))))
+    } else if (record.kind == Address::Of::toggle) {
+        if (const auto slot = find(Address::Of::slot, small_number(*this, record.table->find("copy"), -1)))
             subject.base.push_back(record_subject(*slot, ""));
     }
     subject.own = look.empty() ? record.table : look_table(*record.table, look);

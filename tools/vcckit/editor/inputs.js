@@ -5,7 +5,7 @@ import { colourInput } from './colours.js';
 import { el, iconButton } from './dom.js';
 import { clamp } from './geometry.js';
 import { soundButton } from './sounds.js';
-import { namesFor, setValue, unsetValue, writtenFor } from './values.js';
+import { chooseStyle, namesFor, setValue, unsetValue, writtenFor } from './values.js';
 
 // Fields of text windows that are more than plain numbers.
 const windowMeanings = { colour: 'colour', title_colour: 'colour', font: 'font', open_sound: 'sound',
@@ -30,8 +30,11 @@ function flag(items, field, value, language) {
 }
 
 function choice(items, field, value, language) {
-  const send = () => (select.value ? setValue(items, field.name, select.value, language)
-    : unsetValue(items, field.name));
+  const send = () => {
+    if (field.name === 'style') chooseStyle(items, select.value);
+    else if (select.value) setValue(items, field.name, select.value, language);
+    else unsetValue(items, field.name);
+  };
   const select = el('select', { on: { change: send } },
     ['', ...choices[field.name](items)].map((each) => el('option', { value: each }, each || '–')));
   select.value = value.mixed ? '' : value.value ?? '';

@@ -114,6 +114,17 @@ export function unsetValue(items, field) {
   return edit(items[0].document.name, `Take back ${field} of ${nameOf(items)}`,
     [{ do: 'unset', of: items.map(addressFor), field, language: '' }]);
 }
+/** Puts a style, or none, in place of the first one of each item; further ones stay. */
+export function chooseStyle(items, name) {
+  const changes = items.map((each) => {
+    const before = each.record.styles ?? [];
+    const styles = [...new Set([name, ...before.slice(1)])].filter(Boolean);
+    const common = { of: [addressFor(each)], field: 'style', language: '' };
+    if (styles.length) return { do: 'set', ...common, value: styles.join(', ') };
+    return before.length ? { do: 'unset', ...common } : null;
+  }).filter(Boolean);
+  return edit(items[0].document.name, `Change style of ${nameOf(items)}`, changes);
+}
 /** Languages in which a field is set when nothing else is said: where they differ, the one that is shown. */
 export const usualLanguage = (items, field) => (valueOf(items, field).differs ? state.language : '');
 
