@@ -98,3 +98,41 @@ def test_the_table_lists_the_slots_that_the_program_knows(installation, screen):
         if fault["file"] == name and fault["problem"].endswith("is missing"):
             missing.update([fault["record"], *fault.get("more_records", [])])
     assert missing == slots_of_the_table()[screen]
+
+
+def test_names_with_blanks_any_format_and_what_is_taken_away(tmp_path):
+    base = built_installation()
+    subprocess.run([VCCKIT, "new", "Storm_Fleet", "--base", base], cwd=tmp_path, check=True)
+    project, game = tmp_path / "Storm_Fleet", tmp_path / "Storm_Fleet/game"
+    tower, film = project / "pictures/my tower.png", project / "films/Zentrik.mp4"
+    for folder in (project / "modules", film.parent):
+        folder.mkdir()
+    Image.new("RGB", (40, 30), "red").save(tower)
+    Image.new("RGB", (800, 600), "navy").save(project / "pictures/far away.jpg")
+    with open(project / "files/tools/vcc.buf", "a") as buffers:
+        buffers.write("+9\nimages/my tower.pcx\n+10\nimages/far away.pcx\n")
+    subprocess.run(["ffmpeg", "-loglevel", "error", "-f", "lavfi", "-i", "testsrc=d=1:s=320x240", film], check=True)
+    (project / "modules/hq.c").write_text("#include <stdint.h>\nconst char picture[] = \"hq.pcx\";\n"
+                                          "uint8_t hq(uint8_t mode, int32_t v) { return mode; }\n")
+
+    def make(*targets):  # the tool is not on the path
+        return subprocess.run(["make", *targets], cwd=project, capture_output=True, text=True, timeout=120)
+
+    done = make("check")
+    assert done.returncode == 0 and "game: clean" in done.stdout, done.stdout + done.stderr
+    assert (game / "images/Zentrik.avi").read_bytes() != (base / "images/Zentrik.avi").read_bytes()
+    assert (game / "hq.so").read_bytes() != (base / "hq.so").read_bytes()
+    kept = {path: path.stat().st_mtime_ns for path in (game / "images").iterdir()}
+    assert make().returncode == 0
+    assert {path: path.stat().st_mtime_ns for path in (game / "images").iterdir()} == kept, "only what has changed"
+
+    tower.unlink()
+    film.unlink()
+    (project / "screens/vcc.toml").unlink()
+    assert make().returncode == 0
+    assert not (game / "images/my tower.pcx").exists() and (game / "images/far away.pcx").exists()
+    for name in ("images/Zentrik.avi", "tools/language/german/g_vcc.slt"):
+        assert (game / name).read_bytes() == (base / name).read_bytes(), name
+    (project / "pictures/far away.png").write_bytes((project / "pictures/far away.jpg").read_bytes())
+    done = make()
+    assert done.returncode != 0 and "is made of another source, too" in done.stderr

@@ -277,11 +277,11 @@ TEST_F(Serve, PagesAreToldOfChangesFilesAndFaults) {
     EXPECT_TRUE(told("event: files"));
     EXPECT_TRUE(picture("view=menu") != shown);
     fs::remove(folder.path() / "images/menu.pcx");
-    EXPECT_TRUE(told("menu.pcx cannot be read"));
+    EXPECT_TRUE(told("menu.pcx does not exist"));
 
     // A page that comes later hears what is so.
     const std::uint64_t late = session_->events().listen();
-    EXPECT_NE(session_->events().next(late, std::chrono::milliseconds(0)).value_or("").find("menu.pcx cannot be read"),
+    EXPECT_NE(session_->events().next(late, std::chrono::milliseconds(0)).value_or("").find("menu.pcx does not exist"),
               std::string::npos);
     changes.stop();
     watcher.join();

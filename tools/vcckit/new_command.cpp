@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "lines.h"
 #include "new_file.h"
+#include "schema.h"
 #include "template_files.h"
 
 #include "core/files.h"
@@ -161,8 +162,11 @@ bool add_files(Project& project, const NewRequest& request, const std::string& t
                 continue;
             name = "modules/" + (name == "module.cpp.in" ? request.module + ".cpp" : name);
         }
+        if (name == "gitignore")
+            name = ".gitignore";
         if (!name.ends_with(".png") && !name.ends_with(".flac")) {
             fill_in(bytes, "@TITLE@", title);
+            fill_in(bytes, "@TOOL@", platform::program_path());
             fill_in(bytes, "@BASE@", platform::name_of(base));
             fill_in(bytes, "@MODULE@", request.module);
             fill_in(bytes, "@ENTRY@", module == std::end(modules) ? "" : module->entry);
@@ -176,7 +180,8 @@ bool add_files(Project& project, const NewRequest& request, const std::string& t
         complain("cannot read the sound set-up and the settings in " + platform::name_of(base));
         return false;
     }
-    return project.add(std::string("files/") + path::sound_setup, own_sound_setup(*sounds, title)) &&
+    return project.add("screens/screen.schema.json", screen_schema()) &&
+           project.add(std::string("files/") + path::sound_setup, own_sound_setup(*sounds, title)) &&
            project.add(std::string("files/") + path::settings, own_settings(*settings));
 }
 
