@@ -42,7 +42,6 @@ StillSound::StillSound() {
     sound_directory = "sounds";
     sound_entries[first_theme_entry].file = "theme00.wav";
     sound_on = music_on = number_of_themes = music_playing = 1;
-    sfx_allowed = 1;
     offer_buffers(false);
     current_theme = 0;
     start_theme(0, music_volume);

@@ -61,8 +61,6 @@ void show_changed_row(BITMAP* target, const OptionRow& option, int direction) {
     show_option(target, option, direction);
     if (option.group == Group::sound)
         restore_buttons(target);
-    if (option.row == Row::depth && sound_on)
-        sfx_allowed = 1;
 }
 
 bool may_step(const OptionRow& option, bool forward) {

@@ -81,13 +81,7 @@ bool fail(const LoadHooks& hooks, LoadFailure failure) {
 bool load_sounds() {
     if (!read_flag("sound_at_all"))
         disable_sound();
-    if (!sound_on)
-        return true;
-    if (read_sound_setup(path::sound_setup) == 0)
-        return false;
-    if (sound_on)
-        enable_sound();
-    return true;
+    return !sound_on || read_sound_setup(path::sound_setup) != 0;
 }
 
 bool load_screens(const LoadHooks& hooks) {

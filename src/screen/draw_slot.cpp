@@ -10,6 +10,7 @@
 #include "text/fonts.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace vcc {
 
@@ -18,7 +19,7 @@ namespace {
 constexpr int edit_text_size = 255; ///< with a terminating zero
 
 void play_draw_sound(const Slot& slot) {
-    if (sfx_allowed && slot.sound_flags[0] != 'n')
+    if (sfx_allowed() && slot.sound_flags[0] != 'n')
         play_effect(slot.sound);
 }
 
@@ -88,16 +89,15 @@ void draw_slots(BITMAP* target, std::span<const Slot> records) {
 std::vector<FieldPlace> build_entry_table(BITMAP* target, std::span<const Slot> slots) {
     std::vector<FieldPlace> places;
     places.reserve(slots.size());
+    std::optional<EffectsHeld> rest_held;
     for (const Slot& slot : slots) {
         select_font(slot.font);
         const auto [x, y] = slot_position(slot);
         places.push_back({x, y, std::clamp(slot.size, 0, field_limit), slot.input_mode, slot.back_colour});
         draw_slot(target, std::span(&slot, 1), 0);
-        if (slot.sound != 0)
-            sfx_allowed = 0;
+        if (slot.sound != 0 && !rest_held)
+            rest_held.emplace(); // only the first slot with a sound is heard
     }
-    if (sound_on)
-        sfx_allowed = 1;
     return places;
 }
 

@@ -66,7 +66,7 @@ void stop_music() {
 }
 
 void set_music_volume(int volume) {
-    if (music_on != 0 && sound_on != 0 && sfx_allowed != 0 && music_stream)
+    if (music_on != 0 && sound_on != 0 && sfx_allowed() && music_stream)
         music_stream->set_volume(volume);
 }
 

@@ -20,20 +20,14 @@ SoundEntry* entry_of_effect(int number) {
 void disable_sound() {
     sound_on = 0;
     music_on = 0;
-    sfx_allowed = 0;
     stop_music();
     remove_sound(); // the library ignores install_sound() while a sound system is installed
     install_sound(DIGI_NONE, MIDI_NONE, nullptr);
 }
 
-void enable_sound() {
-    sound_on = 1;
-    sfx_allowed = 1;
-}
-
 void play_effect(int number) {
     const SoundEntry* const entry = entry_of_effect(number);
-    if (sound_on == 0 || sfx_allowed == 0 || entry == nullptr || !entry->sample)
+    if (sound_on == 0 || !sfx_allowed() || entry == nullptr || !entry->sample)
         return;
     play_sample(entry->sample.get(), std::clamp(sfx_volume, 0, 255), centre_pan, own_pitch, FALSE);
 }

@@ -10,7 +10,6 @@ namespace vcc {
 
 inline int sound_on = 1;     ///< sound is in use
 inline int music_on = 0;     ///< the number of themes, 0 off; -1 marks a failed theme while the set-up file is read
-inline int sfx_allowed = 1;  ///< effects may play now; cleared while screens redraw
 inline int sfx_volume = 128; ///< playback volume of effects, 0 to 255
 
 inline constexpr int sound_entry_count = 201; ///< entries 0 to 189 are effects, 190 to 200 music themes
@@ -34,9 +33,6 @@ int read_sound_setup(const std::string& path);
 /// Switches sound off and installs the library's sound system without a driver.
 void disable_sound();
 
-/// Marks sound as in use and effects as allowed.
-void enable_sound();
-
 /// Plays an effect once at sfx_volume; does nothing if sound is off or held, the number is not 1 to 200, or the entry
 /// has no sample.
 void play_effect(int number);
@@ -53,22 +49,22 @@ std::string sound_path(const SoundEntry& entry);
 /// Releases all effects and the music stream; does nothing while sound is off.
 void release_sound();
 
-/// Holds effects off for its life; the outermost object sets sfx_allowed to 1 at its end.
+/// Holds effects off for its life, while screens redraw.
 class EffectsHeld {
 public:
-    EffectsHeld() {
-        ++depth_;
-        sfx_allowed = 0;
-    }
-    ~EffectsHeld() {
-        if (--depth_ == 0)
-            sfx_allowed = 1;
-    }
+    EffectsHeld() { ++depth_; }
+    ~EffectsHeld() { --depth_; }
     EffectsHeld(const EffectsHeld&) = delete;
     EffectsHeld& operator=(const EffectsHeld&) = delete;
 
 private:
+    friend bool sfx_allowed();
     static inline int depth_ = 0;
 };
+
+/// Whether effects may play now.
+inline bool sfx_allowed() {
+    return EffectsHeld::depth_ == 0;
+}
 
 } // namespace vcc

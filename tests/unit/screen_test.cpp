@@ -8,6 +8,11 @@
 #include <climits>
 #include <cstring>
 
+static int samples_played = 0;
+int play_sample(const SAMPLE*, int, int, int, int) {
+    return samples_played++;
+}
+
 namespace vcc::test {
 namespace {
 
@@ -179,10 +184,12 @@ TEST_F(Slots, OfWholeSetsRecordTheirPlacesAndOnlyTheFirstSoundIsHeard) {
     slot.sound = 7;
     const Slot field = make_slot("", {{&Slot::font, 10}, {&Slot::column, 2}, {&Slot::row, 3}, {&Slot::size, 12}});
     std::vector<std::string> edit_texts{"left over"};
-    sound_on = 0;
-    sfx_allowed = 1;
+    sound_on = 1;
+    sound_entries[7].sample.reset(create_sample(8, FALSE, 8000, 1));
+    draw_slot_set(picture.get(), {{slot, slot}, {}}, edit_texts);
+    EXPECT_EQ(samples_played, 1);
+    sound_entries[7].sample.reset();
     const auto places = draw_slot_set(picture.get(), {{slot, field}, {}}, edit_texts);
-    EXPECT_EQ(sfx_allowed, 0); // held from the slot with a sound on
     EXPECT_EQ((std::array{places[1].x, places[1].y, places[1].size}), (std::array{28, 60, 12})); // cells of 14 x 20
     EXPECT_EQ(edit_texts, (std::vector<std::string>{"", std::string(11, ' ')}));
 }

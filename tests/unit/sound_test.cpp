@@ -27,7 +27,7 @@ protected:
     }
     int read(const std::string& text) const {
         sound_entries = {};
-        enable_sound();
+        sound_on = 1;
         folder.write("vcc.snd", text);
         return read_sound_setup("vcc.snd");
     }

@@ -27,7 +27,7 @@ namespace vcc::kit {
 
 /// What the sound set-up leaves behind.
 inline auto sound_values() {
-    return std::tie(sound_on, music_on, sfx_allowed);
+    return std::tie(sound_on, music_on);
 }
 
 inline auto program_values() {
