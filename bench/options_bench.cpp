@@ -1,8 +1,7 @@
 // The options screen.
 #include "cc/connectors.h"
 #include "cc/option_rows.h"
-#include "cc/options_view.h"
-#include "cc/selection.h"
+#include "cc/options_screen.h"
 #include "cc/sets.h"
 #include "figure.h"
 #include "screen/draw.h"
@@ -17,11 +16,11 @@ namespace {
 /// Everything that opening the screen draws, and the copy to the display.
 void options_redraw(benchmark::State& state) {
     std::vector<std::string> edit_texts;
-    option_row = Row::message_delay;
+    options_screen.option_row = Row::message_delay;
     measure(state, no_limit, 1, [&] {
         benchmark::DoNotOptimize(draw_slot_set(target(), options_set, edit_texts));
-        select_module(target(), Module::hq);
-        selected_module = Module::control_centre;
+        options_screen.select_module(target(), Module::hq);
+        options_screen.selected_module = Module::control_centre;
         update_screen(target());
     });
 }
@@ -34,18 +33,19 @@ void option_row_change(benchmark::State& state) {
     std::size_t turn = 0;
     measure(state, no_limit, 1, [&] {
         const OptionRow& option = *rows[turn++ % 2];
-        option_row = option.row;
-        show_explanation(target(), option.row);
-        option.set(stepped_value(option.get(), offered_values(option), option.stepping, true));
-        show_row_panel(target(), option);
+        const Module module = options_screen.selected_module;
+        options_screen.option_row = option.row;
+        options_screen.explain(target(), option.row);
+        option.set(module, stepped_value(option.get(module), offered_values(option), option.rules.stepping, true));
+        options_screen.draw_row(target(), option);
         update_screen(target());
     });
 }
 VELDOR_FIGURE(option_row_change);
 
 void connectors(benchmark::State& state) {
-    option_row = Row::message_delay;
-    measure(state, no_limit, 1, [] { draw_connectors(target()); });
+    options_screen.option_row = Row::message_delay;
+    measure(state, no_limit, 1, [] { draw_connectors(target(), options_screen); });
 }
 VELDOR_FIGURE(connectors);
 

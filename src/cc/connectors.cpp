@@ -1,5 +1,6 @@
 #include "cc/connectors.h"
 
+#include "cc/option_looks.h"
 #include "cc/sets.h"
 #include "screen/draw.h"
 #include "screen/text_window.h"
@@ -128,7 +129,7 @@ int window_x(int window, int column) {
     return column_x(text_windows[static_cast<std::size_t>(window)].font, column);
 }
 
-ConnectorLayout layout_now() {
+ConnectorLayout layout_of(const OptionsState& state) {
     ConnectorLayout at;
     for (std::size_t i = 0; i < 4; ++i) {
         at.selector_y[i] = button_height(options_slot::first_selector + static_cast<int>(i));
@@ -146,12 +147,12 @@ ConnectorLayout layout_now() {
     at.sound_right = window_x(sound_group_window, text_windows[sound_group_window].right);
     at.group_right = window_x(group_window, text_windows[group_window].right);
     at.value_left = window_x(value_window, text_windows[value_window].left);
-    if (const OptionRow* option = find_row(option_row)) {
+    if (const OptionRow* option = find_row(state.option_row)) {
         at.group = option->group;
         at.button_y = button_height(option->button);
     }
-    at.module = selected_module;
-    at.marked_value = marked_value;
+    at.module = state.selected_module;
+    at.marked_value = state.marked_value;
     return at;
 }
 
@@ -179,13 +180,13 @@ std::vector<Band> connector_bands(const ConnectorLayout& layout) {
     return bands.take();
 }
 
-void draw_connectors(BITMAP* target) {
+void draw_connectors(BITMAP* target, const OptionsState& state) {
     const EffectsHeld held;
     draw_text_window_from_bitmap(target, value_window, -1);
     give_buttons_normal_look();
     const int resting = option_slot(options_slot::connector_colours).back_colour;
     const int lit = option_toggle(options_slot::connector_colours).fore_colour;
-    for (const Band& band : connector_bands(layout_now())) {
+    for (const Band& band : connector_bands(layout_of(state))) {
         const int colour = band.lit ? lit : resting;
         if (band.horizontal)
             draw_hband(target, band.from, band.at, band.to, colour, band_thickness, 0, 0);

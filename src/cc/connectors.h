@@ -45,7 +45,7 @@ struct ConnectorLayout {
 /// The bands in drawing order. Pure.
 std::vector<Band> connector_bands(const ConnectorLayout& layout);
 
-/// Draws them for the current selection.
-void draw_connectors(BITMAP* target);
+/// Draws them for what the screen shows.
+void draw_connectors(BITMAP* target, const OptionsState& state);
 
 } // namespace vcc

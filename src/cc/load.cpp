@@ -1,6 +1,7 @@
 #include "cc/load.h"
 
-#include "cc/options_view.h"
+#include "cc/option_looks.h"
+#include "cc/options_screen.h"
 #include "cc/sets.h"
 #include "cc/theme_player.h"
 #include "core/alert.h"
@@ -57,18 +58,16 @@ void set_up_drawing() {
 }
 
 void setup_cc_screens() {
-    answer_for_theme_order();
-    selected_module = Module::control_centre; // the first buffer of music already depends on its loop
+    set_theme_order_source([] { return theme_order_of(options_screen.selected_module); });
+    options_screen.selected_module = Module::control_centre; // the first buffer of music already depends on its loop
     load_settings();
     write_keyboard_layout();
     if (!sound_on)
         disable_sound_controls();
-    if (!needs_met(Needs::music))
-        disable_music_controls();
     fill_fields();
     if (sound_on)
         sfx_volume = settings.volumes[cc_module].effects * volume_step;
-    play_selected_theme();
+    options_screen.play_theme();
 }
 
 bool fail(const LoadHooks& hooks, LoadFailure failure) {

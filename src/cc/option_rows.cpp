@@ -38,6 +38,16 @@ int offered_values(const OptionRow& option) {
     return option.labels.empty() ? std::clamp(number_of_themes, 0, value_entry_limit) : option.offered;
 }
 
+Entry entry_of(const OptionRow& option, int value) {
+    if (option.rules.entry)
+        return option.rules.entry(value);
+    return value < offered_values(option) ? Entry::choosable : Entry::hidden;
+}
+
+bool is_choice(const OptionRow& option, int value) {
+    return value >= 0 && value < (option.labels.empty() ? number_of_themes : option.labels.count);
+}
+
 std::string_view value_label(const OptionRow& option, int value) {
     if (!option.labels.empty())
         return value >= 0 && value < option.labels.count ? screen_text(option.labels.first + value)

@@ -1,16 +1,33 @@
-// The options, one row each: button, setting, values, labels, explanation and action codes. Stepping, choosing, the
-// value panel, the pointer's behaviour and the explanation box all read these rows.
+// The options, one row each: button, setting, values, labels, explanation, action codes, and what is special about
+// them. Stepping, choosing, the value panel, the pointer's behaviour and the explanation box all read these rows.
 #pragma once
 
-#include "cc/state.h"
 #include "core/installation.h"
 
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string_view>
 
 namespace vcc {
+
+/// The options by their numbers; 10 is not used.
+enum class Row : int {
+    none = -1,
+    effects = 0,
+    music = 1,
+    theme = 2,
+    screen_mode = 3,
+    resolution = 4,
+    depth = 5,
+    animations = 6,
+    sprite_speed = 7,
+    message_delay = 8,
+    message_detail = 9,
+    keyboard = 11,
+    loop_theme = 86 ///< not an option, but it has an explanation
+};
 
 inline constexpr int value_entry_limit = options_slot::value_count;
 
@@ -38,10 +55,35 @@ enum class Stepping {
     flip  ///< 0 becomes 1, anything else 0
 };
 
-/// Reads and writes an option's setting.
+/// How the value panel shows an entry.
+enum class Entry {
+    choosable, ///< a click chooses its value
+    shown,     ///< a click does nothing
+    grey,      ///< shown, but greyed out
+    hidden,
+    as_it_was
+};
+
+/// Reads and writes an option's setting, for the sound options that of a module.
 struct OptionValue {
-    int (*get)();
-    void (*set)(int value);
+    int (*get)(Module module);
+    void (*set)(Module module, int value);
+};
+
+/// What only some options do; null: nothing.
+struct OptionRules {
+    Needs needs = Needs::nothing; ///< what must be in use, or the row does nothing
+    Stepping stepping = Stepping::wrap;
+    void (*apply)(Module module) = nullptr;   ///< puts a new value into effect
+    void (*settle)(int direction) = nullptr;  ///< before the row is shown; direction (+1, -1) of the step
+    bool (*may_step)(bool forward) = nullptr; ///< another condition than `needs`
+    bool (*may_choose)() = nullptr;           ///< the same for the value buttons
+    Entry (*entry)(int value) = nullptr;      ///< how the panel shows its entries; null: the offered ones as choosable
+    bool shown_when_pointed_at = true;        ///< pointing at the button shows the row
+    bool presses_twice = false;               ///< a step shows the button's pressed look once more
+    bool presses_in_vain = false;             ///< a right click shows it even if the option cannot be stepped
+    bool loops = false;                       ///< has the loop-theme button and label
+    bool explained_when_chosen = false;       ///< choosing a value shows the explanation again
 };
 
 struct OptionRow {
@@ -49,18 +91,28 @@ struct OptionRow {
     std::string_view name; ///< of its actions: step_NAME and choose_NAME
     int button;            ///< slot of the option's button
     Group group;
-    int step_code;                ///< action code of the button
-    int choose_code;              ///< action code of the value buttons
-    Needs needs = Needs::nothing; ///< what must be in use, or the row does nothing
-    Stepping stepping = Stepping::wrap;
-    int offered = 0; ///< values that are shown and can be reached; 0: as many as there are themes
-    ValueLabels labels = {};
+    int step_code;   ///< action code of the button
+    int choose_code; ///< action code of the value buttons
+    int explanation; ///< number of its first line among the texts of the screens
+    ValueLabels labels;
+    int offered; ///< values that are shown and can be reached; 0: as many as there are themes
     OptionValue value;
-    int explanation;                   ///< number of its first line among the texts of the screens
-    bool shown_when_pointed_at = true; ///< pointing at the button shows the row
+    OptionRules rules = {};
 
-    int get() const { return value.get(); }
-    void set(int number) const { value.set(number); }
+    int get(Module module) const { return value.get(module); }
+    void set(Module module, int number) const { value.set(module, number); }
+    constexpr bool of_sound() const { return group == Group::sound; } ///< goes with the module selector
+};
+
+/// What the options screen shows.
+struct OptionsState {
+    Module selected_module = Module::hq; ///< whose sound rows are shown
+    Row option_row = Row::effects;       ///< whose values are shown
+    int marked_value = 0;                ///< value whose entry is marked in the value panel
+    Row info_row = Row::none;            ///< whose explanation the box shows
+
+    /// Slot of the selected module's selector button.
+    int selector_button() const { return options_slot::first_selector + static_cast<int>(selected_module); }
 };
 
 std::span<const OptionRow> option_rows();
@@ -71,13 +123,14 @@ const OptionRow* row_of_button(int slot);
 const OptionRow* row_of_step_code(int code);
 const OptionRow* row_of_choose_code(int code);
 
-/// The rows of a module's sound, which go with the module selector.
-constexpr bool is_sound_row(Row row) {
-    return row <= Row::theme;
-}
-
 /// Number of values that a row offers now, 0 to 11.
 int offered_values(const OptionRow& option);
+
+/// How the panel shows an entry of a row now.
+Entry entry_of(const OptionRow& option, int value);
+
+/// Whether a value can be chosen: any theme that exists, and any other value that has a label.
+bool is_choice(const OptionRow& option, int value);
 
 /// Label of a value: from the row's list, or the theme's name. Empty outside the list.
 std::string_view value_label(const OptionRow& option, int value);

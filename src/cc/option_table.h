@@ -3,130 +3,109 @@
 #pragma once
 
 #include "cc/option_rows.h"
+#include "cc/theme_player.h"
+#include "display/graphics_mode.h"
+#include "settings/keyboard_layout.h"
 #include "settings/settings.h"
+#include "sound/music.h"
+#include "sound/sound.h"
 #include "text/screen_texts.h"
 
 namespace vcc {
 
+namespace text = screen_text_number;
+
 template <int Settings::*member>
-inline constexpr OptionValue value_of{[] { return settings.*member; }, [](int value) { settings.*member = value; }};
+inline constexpr OptionValue value_of{[](Module) { return settings.*member; },
+                                      [](Module, int value) { settings.*member = value; }};
+template <int ModuleVolumes::*member>
+inline constexpr OptionValue volume_of{
+    [](Module module) { return settings.volumes[index_of(module)].*member; },
+    [](Module module, int value) { settings.volumes[index_of(module)].*member = value; }};
+
+/// By the modes that this machine offers; `as_it_was` if they are unknown.
+inline Entry screen_mode_entry(int value) {
+    switch (screen_mode_range) {
+    case ModeRange::both:
+        return value < 2 ? Entry::choosable : Entry::hidden;
+    case ModeRange::window_only:
+        return value == 0 ? Entry::shown : Entry::hidden;
+    case ModeRange::full_screen_only:
+        return value == 1 ? Entry::shown : Entry::hidden;
+    default:
+        return Entry::as_it_was;
+    }
+}
+
+/// A depth that the display does not offer is grey.
+inline Entry depth_entry(int value) {
+    const auto depth = static_cast<std::size_t>(value);
+    if (depth >= depth_class.size())
+        return Entry::hidden;
+    return depth_class[depth] ? Entry::choosable : Entry::grey;
+}
+
+inline void settle_depth(int direction) {
+    settings.bitmap_depth = settled_depth(settings.bitmap_depth, direction, depth_class);
+}
+
+inline bool may_step_depth(bool forward) {
+    return (settings.bitmap_depth != 0 || !depth_class[0]) &&
+           (!forward || screen_mode_range > ModeRange::full_screen_only);
+}
+
+/// Its values are described in cc/option_rows.h.
+constexpr OptionRow option(Row row, std::string_view name, int button, Group group, int step_code, int choose_code,
+                           int explanation, ValueLabels labels, int offered, OptionValue value,
+                           OptionRules rules = {}) {
+    return {row, name, button, group, step_code, choose_code, explanation, labels, offered, value, rules};
+}
 
 inline constexpr OptionRow option_table[] = {
-    {.row = Row::effects,
-     .name = "effects_volume",
-     .button = 22,
-     .group = Group::sound,
-     .step_code = 7,
-     .choose_code = 20,
-     .needs = Needs::sound,
-     .offered = 11,
-     .labels = {screen_text_number::volumes, 11},
-     .value = {[] { return selected_volumes().effects; }, [](int value) { selected_volumes().effects = value; }},
-     .explanation = explanation_number(0)},
-    {.row = Row::music,
-     .name = "music_volume",
-     .button = 24,
-     .group = Group::sound,
-     .step_code = 8,
-     .choose_code = 21,
-     .needs = Needs::music,
-     .offered = 11,
-     .labels = {screen_text_number::volumes, 11},
-     .value = {[] { return selected_volumes().music; }, [](int value) { selected_volumes().music = value; }},
-     .explanation = explanation_number(1)},
-    {.row = Row::theme,
-     .name = "theme",
-     .button = 26,
-     .group = Group::sound,
-     .step_code = 9,
-     .choose_code = 22,
-     .needs = Needs::music,
-     .value = {[] { return selected_theme(); }, [](int value) { selected_theme() = value; }},
-     .explanation = explanation_number(2)},
-    {.row = Row::screen_mode,
-     .name = "screen_mode",
-     .button = 29,
-     .group = Group::display,
-     .step_code = 10,
-     .choose_code = 23,
-     .stepping = Stepping::flip,
-     .offered = 2,
-     .labels = {screen_text_number::screen_mode, 2},
-     .value = {[] { return settings.screen_mode != 0 ? 1 : 0; },
-               [](int value) { settings.screen_mode = static_cast<std::int8_t>(value); }},
-     .explanation = explanation_number(3)},
-    {.row = Row::resolution,
-     .name = "resolution",
-     .button = 31,
-     .group = Group::display,
-     .step_code = 12,
-     .choose_code = 24,
-     .offered = 5,
-     .labels = {screen_text_number::resolution, 5},
-     .value = value_of<&Settings::resolution>,
-     .explanation = explanation_number(4),
-     .shown_when_pointed_at = false},
-    {.row = Row::depth,
-     .name = "bitmap_depth",
-     .button = 33,
-     .group = Group::display,
-     .step_code = 11,
-     .choose_code = 25,
-     .offered = 3,
-     .labels = {screen_text_number::depth, 4},
-     .value = value_of<&Settings::bitmap_depth>,
-     .explanation = explanation_number(5)},
-    {.row = Row::animations,
-     .name = "brontar_anim",
-     .button = 36,
-     .group = Group::battle,
-     .step_code = 13,
-     .choose_code = 26,
-     .stepping = Stepping::flip,
-     .offered = 2,
-     .labels = {screen_text_number::animations, 2},
-     .value = value_of<&Settings::brontar_anim>,
-     .explanation = explanation_number(6)},
-    {.row = Row::sprite_speed,
-     .name = "sprite_speed",
-     .button = 38,
-     .group = Group::battle,
-     .step_code = 14,
-     .choose_code = 27,
-     .offered = 4,
-     .labels = {screen_text_number::sprite_speed, 4},
-     .value = value_of<&Settings::sprite_speed>,
-     .explanation = explanation_number(7)},
-    {.row = Row::message_delay,
-     .name = "message_delay",
-     .button = 40,
-     .group = Group::battle,
-     .step_code = 15,
-     .choose_code = 28,
-     .offered = 4,
-     .labels = {screen_text_number::message_delay, 4},
-     .value = value_of<&Settings::message_delay>,
-     .explanation = explanation_number(8)},
-    {.row = Row::message_detail,
-     .name = "message_detail",
-     .button = 42,
-     .group = Group::battle,
-     .step_code = 16,
-     .choose_code = 29,
-     .offered = 4,
-     .labels = {screen_text_number::message_detail, 4},
-     .value = value_of<&Settings::message_detail>,
-     .explanation = explanation_number(9)},
-    {.row = Row::keyboard,
-     .name = "keyboard",
-     .button = 48,
-     .group = Group::display,
-     .step_code = 19,
-     .choose_code = 37,
-     .offered = 2,
-     .labels = {screen_text_number::keyboard, 6},
-     .value = value_of<&Settings::keyboard>,
-     .explanation = explanation_number(10)},
+    option(Row::effects, "effects_volume", 22, Group::sound, 7, 20, explanation_number(0), {text::volumes, 11}, 11,
+           volume_of<&ModuleVolumes::effects>,
+           {.needs = Needs::sound,
+            .apply = [](Module module) { sfx_volume = settings.volumes[index_of(module)].effects * volume_step; },
+            .presses_twice = true}),
+    option(Row::music, "music_volume", 24, Group::sound, 8, 21, explanation_number(1), {text::volumes, 11}, 11,
+           volume_of<&ModuleVolumes::music>,
+           {.needs = Needs::music,
+            .apply =
+                [](Module module) {
+                    set_music_volume(music_volume = settings.volumes[index_of(module)].music * volume_step);
+                }}),
+    option(Row::theme, "theme", 26, Group::sound, 9, 22, explanation_number(2), {}, 0,
+           {[](Module module) { return settings.theme[index_of(module)]; },
+            [](Module module, int value) { settings.theme[index_of(module)] = value; }},
+           {.needs = Needs::music, .apply = [](Module module) { play_theme_of(module); }, .loops = true}),
+    option(Row::screen_mode, "screen_mode", 29, Group::display, 10, 23, explanation_number(3), {text::screen_mode, 2},
+           2,
+           {[](Module) { return settings.screen_mode != 0 ? 1 : 0; },
+            [](Module, int value) { settings.screen_mode = static_cast<std::int8_t>(value); }},
+           {.stepping = Stepping::flip,
+            .may_step = [](bool) { return screen_mode_range == ModeRange::both; },
+            .may_choose = [] { return screen_mode_range == ModeRange::both; },
+            .entry = screen_mode_entry}),
+    option(Row::resolution, "resolution", 31, Group::display, 12, 24, explanation_number(4), {text::resolution, 5}, 5,
+           value_of<&Settings::resolution>, {.shown_when_pointed_at = false}),
+    option(Row::depth, "bitmap_depth", 33, Group::display, 11, 25, explanation_number(5), {text::depth, 4}, 3,
+           value_of<&Settings::bitmap_depth>,
+           {.settle = settle_depth,
+            .may_step = may_step_depth,
+            .entry = depth_entry,
+            .presses_in_vain = true,
+            .explained_when_chosen = true}),
+    option(Row::animations, "brontar_anim", 36, Group::battle, 13, 26, explanation_number(6), {text::animations, 2}, 2,
+           value_of<&Settings::brontar_anim>, {.stepping = Stepping::flip}),
+    option(Row::sprite_speed, "sprite_speed", 38, Group::battle, 14, 27, explanation_number(7), {text::sprite_speed, 4},
+           4, value_of<&Settings::sprite_speed>),
+    option(Row::message_delay, "message_delay", 40, Group::battle, 15, 28, explanation_number(8),
+           {text::message_delay, 4}, 4, value_of<&Settings::message_delay>),
+    option(Row::message_detail, "message_detail", 42, Group::battle, 16, 29, explanation_number(9),
+           {text::message_detail, 4}, 4, value_of<&Settings::message_detail>),
+    option(Row::keyboard, "keyboard", 48, Group::display, 19, 37, explanation_number(10), {text::keyboard, 6}, 2,
+           value_of<&Settings::keyboard>,
+           {.apply = [](Module) { apply_keyboard_layout(); }, .settle = [](int) { write_keyboard_layout(); }}),
 };
 
 } // namespace vcc

@@ -2,8 +2,8 @@
 
 #include "cc/actions.h"
 #include "cc/load.h"
-#include "cc/options_view.h"
-#include "cc/selection.h"
+#include "cc/option_looks.h"
+#include "cc/options_screen.h"
 #include "cc/sets.h"
 #include "cc/theme_player.h"
 #include "display/buffers.h"
@@ -26,7 +26,7 @@ namespace {
 constexpr int clear_colour = 7;
 
 void open_help(BITMAP* target, SlotSet& set, int current) {
-    const SwitchSet quiet(theme_display_live, 0);
+    const SwitchSet quiet(options_screen.theme_display_live, 0);
     const SwitchSet up(cc_screen, CcScreen::help);
     const SwitchSet whole(full_redraw, anti_aliased_text ? 1 : full_redraw);
     show_help({target, graphic_buffer(help_save_buffer), &message_set, &set.slots[static_cast<std::size_t>(current)],
@@ -36,7 +36,7 @@ void open_help(BITMAP* target, SlotSet& set, int current) {
 ScreenResult run_set(BITMAP*& target, SlotSet& set) {
     ScreenOwner owner;
     if (cc_screen == CcScreen::options)
-        owner.drawn = [&] { select_module(target, Module::control_centre); };
+        owner.drawn = [&] { options_screen.select_module(target, Module::control_centre); };
     owner.activated = [&](int slot) { return carry_out_action(target, set, slot); };
     owner.help = [&](int slot) { open_help(target, set, slot); };
     owner.right_click = [&](int slot) { step_back(target, set, slot); };
@@ -46,8 +46,8 @@ ScreenResult run_set(BITMAP*& target, SlotSet& set) {
 }
 
 ScreenResult run_menu(BITMAP*& target) {
-    theme_display_live = 0;
-    depth_at_menu = settings.bitmap_depth;
+    options_screen.theme_display_live = 0;
+    options_screen.depth_at_menu = settings.bitmap_depth;
     keep_text_background(menu_set);
     return run_set(target, menu_set);
 }
@@ -65,34 +65,31 @@ bool change_depth(BITMAP*& target) {
 void restart_cc_music() {
     if (!needs_met(Needs::music))
         return;
-    theme_display_live = 0;
+    options_screen.theme_display_live = 0;
     sfx_volume = settings.volumes[cc_module].effects * volume_step;
-    if (play_selected_theme())
-        show_loop_label(selected_module, settings.theme[cc_module] + 1);
+    if (options_screen.play_theme())
+        show_loop_label(Module::control_centre, settings.theme[cc_module] + 1);
 }
 
 /// Applies what the options screen has changed; returns the next state.
 ScreenResult after_options(BITMAP*& target, ScreenResult next) {
     load_settings();
-    if (settings.bitmap_depth != depth_at_menu) {
+    if (settings.bitmap_depth != options_screen.depth_at_menu) {
         if (!change_depth(target))
             return ScreenResult::leave;
     } else if (other_display_mode_chosen() && mode_range == ModeRange::both) {
         switch_display_mode(true);
     }
-    select_module(target, Module::control_centre);
+    options_screen.select_module(target, Module::control_centre);
     restart_cc_music();
     apply_keyboard_layout();
     fill_fields();
-    give_normal_look(selector_button());
+    give_normal_look(options_screen.selector_button());
     return next;
 }
 
 ScreenResult run_options(BITMAP*& target) {
-    hide_loop_button();
-    selected_module = Module::hq;
-    option_row = first_option_row();
-    first_slot = 0;
+    options_screen.open();
     keep_text_background(options_set);
     const ScreenResult next = run_set(target, options_set);
     return target ? after_options(target, next) : next;
@@ -111,16 +108,16 @@ void menu_pointer_over(BITMAP* target, int slot) {
 ModuleChoice run_cc_screens(BITMAP* target) {
     prepare_background_copies();
     help_line_length = help_line_standard;
-    current_theme = settings.theme[cc_module]; // another theme may have begun while the pictures were loaded
-    select_module(target, Module::control_centre);
+    themes.shown = settings.theme[cc_module]; // another theme may have begun while the pictures were loaded
+    options_screen.select_module(target, Module::control_centre);
     if (needs_met(Needs::music)) {
         show_loop_label(Module::control_centre, settings.theme[cc_module] + 1);
         const EffectsHeld held;
-        show_row_panel(target, *find_row(Row::theme));
+        options_screen.draw_row(target, *find_row(Row::theme));
     }
     clear_to_colour(target, clear_colour);
     for (ScreenResult state = ScreenResult::menu;;) {
-        theme_display_live = 1;
+        options_screen.theme_display_live = 1;
         switch (state) {
         case ScreenResult::menu:
             cc_screen = CcScreen::menu;
@@ -144,15 +141,15 @@ void on_pointer_over(BITMAP* target, int slot) {
     if (cc_screen == CcScreen::menu)
         menu_pointer_over(target, slot);
     else if (cc_screen == CcScreen::options)
-        point_at_option(target, slot);
+        options_screen.point(target, slot);
 }
 
 void follow_music(BITMAP* target) {
     if (!needs_met(Needs::music) || !music_voice_running())
         return;
-    if (notice_theme() && music_on && theme_display_live && cc_screen == CcScreen::options &&
-        option_row == Row::theme) {
-        show_row_panel(target, *find_row(Row::theme));
+    if (notice_theme(options_screen.selected_module) && music_on && options_screen.theme_display_live &&
+        cc_screen == CcScreen::options && options_screen.option_row == Row::theme) {
+        options_screen.draw_row(target, *find_row(Row::theme));
         update_screen(target);
     }
     if (!music_on)

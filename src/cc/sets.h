@@ -7,6 +7,9 @@
 
 namespace vcc {
 
+enum class CcScreen : int { help = -1, menu, options };
+inline CcScreen cc_screen = CcScreen::menu; ///< the current screen
+
 inline SlotSet menu_set, options_set, info_set, message_set;
 
 /// Loads the four sets of the current language; 0, or 45 if one of them failed (logged). The options set then has a
@@ -22,11 +25,6 @@ inline Slot& option_slot(int index) {
 }
 inline Slot& option_toggle(int index) {
     return options_set.toggles[static_cast<std::size_t>(index)];
-}
-
-/// Gives a slot the colour of its resting look, which back_colour holds.
-inline void give_normal_look(int index) {
-    option_slot(index).fore_colour = option_slot(index).back_colour;
 }
 
 } // namespace vcc

@@ -1,45 +1,57 @@
 #include "cc/theme_player.h"
 
-#include "cc/options_view.h"
-#include "cc/theme_rule.h"
-#include "sound/music.h"
+#include "settings/settings.h"
 #include "sound/sound.h"
 
 namespace vcc {
 
 namespace {
 
-Themes next(ThemeEvent event) {
-    return next_themes({theme_shown, current_theme, selected_theme()}, event, selected_loop() == 1, number_of_themes);
+int theme_after(int theme, int theme_count) {
+    return theme < 0 || theme >= theme_count - 1 ? 0 : theme + 1;
+}
+
+Themes next(Module module, ThemeEvent event) {
+    const std::size_t index = index_of(module);
+    return next_themes(themes, settings.theme[index], event, theme_loop[index] == 1, number_of_themes);
 }
 
 } // namespace
 
-void answer_for_theme_order() {
-    set_theme_order_source([] { return ThemeOrder{selected_loop() == 1, next(ThemeEvent::ended).streaming}; });
+Themes next_themes(const Themes& now, int stored, ThemeEvent event, bool loop_all, int theme_count) {
+    switch (event) {
+    case ThemeEvent::wanted:
+        return {stored, stored};
+    case ThemeEvent::ended:
+        return {loop_all ? theme_after(now.streaming, theme_count) : now.streaming, now.shown};
+    case ThemeEvent::looked:
+        return loop_all ? Themes{now.streaming, now.streaming} : now;
+    }
+    return now;
 }
 
-bool play_selected_theme() {
-    if (!needs_met(Needs::music))
+ThemeOrder theme_order_of(Module module) {
+    return {theme_loop[index_of(module)] == 1, next(module, ThemeEvent::ended).streaming};
+}
+
+bool play_theme_of(Module module) {
+    if (!sound_on || !music_on)
         return false;
-    music_volume = selected_volumes().music * volume_step;
-    const Themes themes = next(ThemeEvent::wanted);
-    if (!start_theme(themes.streaming, music_volume)) {
-        disable_music_controls();
+    music_volume = settings.volumes[index_of(module)].music * volume_step;
+    const Themes wanted = next(module, ThemeEvent::wanted);
+    if (!start_theme(wanted.streaming, music_volume))
         return false;
-    }
-    current_theme = themes.shown;
+    themes.shown = wanted.shown;
     set_music_volume(music_volume);
     return true;
 }
 
-bool notice_theme() {
+bool notice_theme(Module module) {
     feed_music();
-    const Themes themes = next(ThemeEvent::looked);
-    if (themes.shown == current_theme)
+    const int shown = next(module, ThemeEvent::looked).shown;
+    if (shown == themes.shown)
         return false;
-    current_theme = themes.shown;
-    selected_theme() = themes.stored;
+    themes.shown = settings.theme[index_of(module)] = shown;
     return true;
 }
 

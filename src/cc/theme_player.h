@@ -1,17 +1,30 @@
-// The music of the screens: carries out the theme rule.
+// The music of the screens: which theme plays next, one rule for all events, and what carries it out.
 #pragma once
+
+#include "core/installation.h"
+#include "sound/music.h"
 
 namespace vcc {
 
-/// Tells the music what follows at the end of a theme, by the theme-loop flag of the selected module.
-void answer_for_theme_order();
+enum class ThemeEvent {
+    wanted, ///< the stored theme is to play: stepped to, chosen, looped, reset, restored, or of another module
+    ended,  ///< the theme has been heard to its end
+    looked  ///< the screens check what plays, once per frame
+};
 
-/// Plays the theme of the selected module at its music level and makes it current; looping through all themes goes on
-/// from it. False without sound or music, and after a failure, which disables the music controls.
-bool play_selected_theme();
+/// The themes after the event; `stored` is the setting of the selected module. With `loop_all` all `theme_count` themes
+/// play in turn, without it the stored one repeats. Pure.
+Themes next_themes(const Themes& now, int stored, ThemeEvent event, bool loop_all, int theme_count);
 
-/// Feeds the music. If all themes play in turn, stores the one that is heard as the selected module's; true if that is
-/// another one.
-bool notice_theme();
+/// What follows at the end of a theme, by the module's theme-loop flag.
+ThemeOrder theme_order_of(Module module);
+
+/// Plays the module's theme at its music level and makes it current; looping through all themes goes on from it. False
+/// without sound or music, and after a failure.
+bool play_theme_of(Module module);
+
+/// Feeds the music. If all themes play in turn, stores the one that is heard as the module's; true if that is another
+/// one.
+bool notice_theme(Module module);
 
 } // namespace vcc

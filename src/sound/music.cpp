@@ -11,11 +11,10 @@ namespace vcc {
 namespace {
 
 std::unique_ptr<WavStream> music_stream;
-int streaming_theme = 0; // theme of music_stream
 ThemeOrderSource theme_order_source = nullptr;
 
 ThemeOrder theme_order() {
-    return theme_order_source != nullptr ? theme_order_source() : ThemeOrder{false, streaming_theme};
+    return theme_order_source != nullptr ? theme_order_source() : ThemeOrder{false, themes.streaming};
 }
 
 bool open_theme(int theme, int volume) {
@@ -32,20 +31,20 @@ bool open_theme(int theme, int volume) {
         music_on = 0;
         return false;
     }
-    streaming_theme = theme_shown = theme; // if all themes play in turn, the next one follows it
+    themes.streaming = theme; // if all themes play in turn, the next one follows it
     music_stream->prime(theme_order().loop_all, theme_fade_in);
     resume_music_voice();
     return true;
 }
 
 void start_following_theme(int next) {
-    theme_shown = next;
+    themes.streaming = next;
     stop_music(); // or start_theme() would not start the same theme again
     start_theme(next, music_volume);
 }
 
 bool music_wanted() {
-    return sound_on != 0 && music_on != 0 && music_playing != 0 && current_theme >= 0;
+    return sound_on != 0 && music_on != 0 && music_playing != 0 && themes.shown >= 0;
 }
 
 } // namespace
@@ -55,7 +54,7 @@ void set_theme_order_source(ThemeOrderSource source) {
 }
 
 bool start_theme(int theme, int volume) {
-    if (theme == streaming_theme && music_stream)
+    if (theme == themes.streaming && music_stream)
         return true;
     stop_music();
     return open_theme(theme, volume);
@@ -73,11 +72,11 @@ void set_music_volume(int volume) {
 int feed_music() {
     // A paused voice has no position, so the library would take both halves for played.
     if (sound_on == 0 || music_on == 0 || music_playing == 0 || !music_stream || music_stream->paused())
-        return theme_shown;
+        return themes.streaming;
     const ThemeOrder order = theme_order();
     if (music_stream->refill(order.loop_all) == WavStream::Refill::finished)
         start_following_theme(order.next);
-    return theme_shown;
+    return themes.streaming;
 }
 
 void install_music_feeding() {

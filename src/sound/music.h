@@ -6,8 +6,16 @@ namespace vcc {
 inline int music_playing = 1; ///< 1: the music voice runs; 0: the player has stopped it
 inline int music_volume = 75; ///< playback volume, 0 to 255
 inline int theme_fade_in = 0; ///< milliseconds in which a theme rises from silence when it begins
-inline int current_theme = 0; ///< theme that the screens consider playing; -1: no music is to be fed
-inline int theme_shown = 0;   ///< theme that the refill is streaming in loop-all mode
+
+/// Theme numbers.
+struct Themes {
+    int streaming = 0; ///< what is heard
+    int shown = 0;     ///< what the screens consider playing; -1: no music is to be fed
+
+    bool operator==(const Themes&) const = default;
+};
+inline Themes themes;
+inline int &theme_shown = themes.streaming, &current_theme = themes.shown; // by the names of the music's callers
 
 /// What follows at the end of a theme; the owner of the settings answers this at every refill.
 struct ThemeOrder {

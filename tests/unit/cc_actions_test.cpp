@@ -1,11 +1,10 @@
 // What the action codes make of the settings, by left click, right click and choice, with sound and display as they
 // may be.
 #include "cc/actions.h"
-#include "cc/options_view.h"
+#include "cc/option_looks.h"
+#include "cc/options_screen.h"
 #include "cc/screens.h"
-#include "cc/selection.h"
 #include "cc/sets.h"
-#include "cc/theme_player.h"
 #include "core/text.h"
 #include "display/graphics_mode.h"
 #include "platform/document.h"
@@ -52,9 +51,10 @@ protected:
         sound_on = music_on = 1;
         cc_screen = CcScreen::options;
         screen_mode_range = ModeRange::both;
-        selected_module = Module::control_centre;
+        options_screen.selected_module = Module::control_centre;
         current_theme = -1;
-        first_slot = -1;
+        for (int moved_to : {1, 2})
+            options_screen.point(target, moved_to);
     }
 
     /// A left click on a slot that carries `code`; the record behind it carries `value`.
@@ -98,13 +98,13 @@ TEST_F(Actions, EveryRowStepsRoundAndTakesAChoice) {
         if (option.row == Row::depth)
             continue; // follows the display, see below
         const int top = offered_values(option) - 1;
-        option.set(top);
+        option.set(Module::control_centre, top);
         click(option.step_code);
-        EXPECT_EQ(option.get(), 0) << "row " << option.name;
+        EXPECT_EQ(option.get(Module::control_centre), 0) << "row " << option.name;
         step_back(picture.get(), options_set, 22);
-        EXPECT_EQ(option.get(), top) << "row " << option.name;
+        EXPECT_EQ(option.get(Module::control_centre), top) << "row " << option.name;
         click(option.choose_code, 0);
-        EXPECT_EQ(option.get(), 0) << "row " << option.name;
+        EXPECT_EQ(option.get(Module::control_centre), 0) << "row " << option.name;
     }
 }
 
@@ -112,13 +112,13 @@ TEST_F(Actions, ConditionsThatAreNotMetChangeNothing) {
     screen_mode_range = ModeRange::window_only;
     for (Row row : {Row::effects, Row::music, Row::theme, Row::screen_mode}) {
         const OptionRow& option = *find_row(row);
-        option.set(1);
+        option.set(Module::control_centre, 1);
         const SwitchSet unmet(row == Row::effects ? sound_on : music_on, 0);
         click(option.step_code);
-        EXPECT_EQ(option.get(), 1) << "row " << option.name;
+        EXPECT_EQ(option.get(Module::control_centre), 1) << "row " << option.name;
         step_back(picture.get(), options_set, 22);
         click(option.choose_code, 0);
-        EXPECT_EQ(option.get(), 1) << "row " << option.name;
+        EXPECT_EQ(option.get(Module::control_centre), 1) << "row " << option.name;
     }
 }
 
@@ -165,9 +165,9 @@ TEST_F(Actions, ThemesPlayAndLoop) {
 TEST_F(Actions, SelectingAModuleShowsAndPlaysItsSettings) {
     settings.volumes[factory_module] = {6, 2};
     settings.theme[factory_module] = 7;
-    option_row = Row::depth;
+    options_screen.option_row = Row::depth;
     click(32);
-    EXPECT_EQ(marked_value, 6) << "of the effects, the module's first row";
+    EXPECT_EQ(options_screen.marked_value, 6) << "of the effects, the module's first row";
     EXPECT_EQ(sfx_volume, 150);
     EXPECT_EQ(music_volume, 50);
     EXPECT_EQ(current_theme, 7);
@@ -177,19 +177,19 @@ TEST_F(Actions, SelectingAModuleShowsAndPlaysItsSettings) {
 
 TEST_F(Actions, PanelShowsWhatTheMachineOffers) {
     number_of_themes = 1;
-    show_value_panel(picture.get(), *find_row(Row::theme));
+    options_screen.draw_row(picture.get(), *find_row(Row::theme));
     EXPECT_TRUE(is_hidden(options_set.slots[58]));
     screen_mode_range = ModeRange::full_screen_only;
-    show_value_panel(picture.get(), *find_row(Row::screen_mode));
+    options_screen.draw_row(picture.get(), *find_row(Row::screen_mode));
     EXPECT_TRUE(is_hidden(options_set.slots[56])) << "full screen only";
     EXPECT_FALSE(is_hidden(options_set.slots[58]));
 }
 
 TEST_F(Actions, AResetExplainsTheRowThatItMarks) {
-    option_row = info_row = Row::depth;
+    options_screen.option_row = options_screen.info_row = Row::depth;
     click(50);
-    EXPECT_EQ(option_row, Row::effects);
-    EXPECT_EQ(info_row, Row::effects);
+    EXPECT_EQ(options_screen.option_row, Row::effects);
+    EXPECT_EQ(options_screen.info_row, Row::effects);
 }
 
 TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
@@ -200,7 +200,7 @@ TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
     folder.write("tools/vcc.buf", "+0\nimages/a.pcx\n");
     const SwitchSet smooth(anti_aliased_text, 1);
     const SwitchSet silent(sound_on, 0);
-    option_row = Row::message_delay;
+    options_screen.option_row = Row::message_delay;
     lay_out_values(12);
     for (int i = 0; i < value_entry_limit; ++i)
         option_slot(value_button(i)).fore_colour = option_slot(value_button(i)).back_colour = 13;
@@ -217,10 +217,10 @@ TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
 
 TEST_F(Actions, AResetWithoutSoundMarksTheValueOfTheCurrentRow) {
     sound_on = 0;
-    option_row = Row::message_delay;
+    options_screen.option_row = Row::message_delay;
     settings.message_delay = 3;
     lay_out_values(12);
-    show_row_panel(target, *find_row(option_row));
+    options_screen.draw_row(target, *find_row(options_screen.option_row));
     EXPECT_EQ(values_in(12), std::vector{3});
     clear_bitmap(target); // as the window under the values would
     click(50);
@@ -228,7 +228,7 @@ TEST_F(Actions, AResetWithoutSoundMarksTheValueOfTheCurrentRow) {
 }
 
 TEST_F(Actions, TheLoopButtonWorksOrIsDrawnAway) {
-    point_at_option(target, 26);
+    options_screen.point(target, 26);
     EXPECT_EQ(options_set.slots[86].toggle, 86);
     click(34);
     EXPECT_EQ(options_set.slots[86].toggle, 86) << "the module is selected already";
@@ -262,14 +262,14 @@ TEST_F(Actions, AButtonWithoutPressedLookDrawsNothingForIt) {
     step_back(target, options_set, 22);
     EXPECT_EQ(at(799, 599), 0);
     options_set.slots[22].activated = 0;
-    select_module(target, Module::factory);
+    options_screen.select_module(target, Module::factory);
     EXPECT_EQ(at(799, 599), 0);
 }
 
 TEST_F(Actions, ADepthThatTheDisplayLacksStaysGrey) {
     depth_class = {0, 0, 1};
     settings.bitmap_depth = 1;
-    point_at_option(target, 33);
+    options_screen.point(target, 33);
     EXPECT_EQ(settings.bitmap_depth, 2);
     for (int lacking : {56, 58})
         EXPECT_EQ(options_set.slots[static_cast<std::size_t>(lacking)].fore_colour, disabled_colour) << lacking;
@@ -280,60 +280,58 @@ TEST_F(Actions, WithoutSoundTheFirstRowIsOneThatTheMachineOffers) {
     for (const auto& [range, first] :
          {std::pair(ModeRange::both, Row::screen_mode), {ModeRange::window_only, Row::depth}}) {
         screen_mode_range = range;
-        selected_module = Module::hq;
-        option_row = first_option_row();
-        first_slot = 0;
-        select_module(target, Module::control_centre);
+        options_screen.open();
+        options_screen.select_module(target, Module::control_centre);
         mouse_x = 700;
         on_pointer_over(target, 29); // current, though nobody points at it
-        EXPECT_EQ(option_row, first);
+        EXPECT_EQ(options_screen.option_row, first);
         on_pointer_over(target, 36); // by a key
         on_pointer_over(target, 29);
-        EXPECT_EQ(option_row, Row::screen_mode);
+        EXPECT_EQ(options_screen.option_row, Row::screen_mode);
     }
 }
 
 TEST_F(Actions, EveryScreenModeButZeroIsFullScreen) {
     for (int mode : {1, 5, 255}) {
         settings.screen_mode = static_cast<std::int8_t>(mode);
-        EXPECT_EQ(find_row(Row::screen_mode)->get(), 1) << mode;
+        EXPECT_EQ(find_row(Row::screen_mode)->get(Module::control_centre), 1) << mode;
     }
 }
 
 TEST_F(Actions, TheThemeThatStreamsDecidesWhetherOneStarts) {
     settings.theme[cc_module] = 2;
-    ASSERT_TRUE(play_selected_theme());
+    ASSERT_TRUE(options_screen.play_theme());
     start_theme(3, music_volume); // the end of theme 2, while a button shows its pressed look
     EXPECT_EQ(current_theme, 2);
     const int before = streams_opened;
-    ASSERT_TRUE(play_selected_theme());
+    ASSERT_TRUE(options_screen.play_theme());
     EXPECT_EQ(streams_opened, before + 1) << "theme 3 would stream on";
 }
 
 TEST_F(Actions, TheThemePanelStaysOnTheOptionsScreen) {
-    option_row = Row::theme;
-    settings.theme[cc_module] = marked_value = 2;
-    ASSERT_TRUE(play_selected_theme());
+    options_screen.option_row = Row::theme;
+    settings.theme[cc_module] = options_screen.marked_value = 2;
+    ASSERT_TRUE(options_screen.play_theme());
     theme_shown = 3; // the next one
-    theme_display_live = 1;
+    options_screen.theme_display_live = 1;
     cc_screen = CcScreen::menu;
     follow_music(target);
     EXPECT_EQ(settings.theme[cc_module], 3);
-    EXPECT_EQ(marked_value, 2) << "no panel on the menu";
+    EXPECT_EQ(options_screen.marked_value, 2) << "no panel on the menu";
 }
 
 TEST_F(Actions, PointingShowsRows) {
     on_pointer_over(picture.get(), 26);
-    EXPECT_EQ(option_row, Row::theme);
+    EXPECT_EQ(options_screen.option_row, Row::theme);
     EXPECT_EQ(options_set.slots[86].toggle, 86);
     on_pointer_over(picture.get(), 48);
     EXPECT_EQ(options_set.slots[86].toggle, -1) << "the loop button belongs to the theme row";
     music_on = 0;
     on_pointer_over(picture.get(), 26);
-    EXPECT_EQ(option_row, Row::keyboard);
+    EXPECT_EQ(options_screen.option_row, Row::keyboard);
     cc_screen = CcScreen::help;
     on_pointer_over(picture.get(), 22);
-    EXPECT_EQ(option_row, Row::keyboard) << "nothing under a help page";
+    EXPECT_EQ(options_screen.option_row, Row::keyboard) << "nothing under a help page";
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "cc/connectors.h"
 #include "cc/manual.h"
 #include "cc/option_rows.h"
-#include "cc/theme_rule.h"
+#include "cc/theme_player.h"
 #include "core/installation.h"
 #include "sound/sound.h"
 #include "text/language.h"
@@ -38,24 +38,26 @@ TEST(ThemeRule, SaysWhatPlaysWhatIsShownAndWhatIsStored) {
     const struct {
         ThemeEvent event;
         bool loop_all;
-        Themes now, next;
+        Themes now;
+        int stored;
+        Themes next;
     } table[] = {
-        {wanted, false, {1, 1, 4}, {4, 4, 4}}, // chosen, stepped to, of another module, reset
-        {wanted, true, {1, 1, 4}, {4, 4, 4}},
-        {wanted, true, {3, 2, 2}, {2, 2, 2}}, // ended while a button was pressed that wants the one before
-        {wanted, true, {3, 3, 3}, {3, 3, 3}}, // heard already: it goes on
-        {ended, false, {2, 2, 2}, {2, 2, 2}}, // repeats
-        {ended, false, {2, 2, 5}, {2, 2, 5}},
-        {ended, true, {2, 2, 2}, {3, 2, 2}}, // the next one, which the screens do not know yet
-        {ended, true, {10, 10, 10}, {0, 10, 10}},
-        {ended, true, {-1, 0, 0}, {0, 0, 0}},
-        {looked, true, {3, 2, 2}, {3, 3, 3}}, // now they do
-        {looked, true, {3, 3, 3}, {3, 3, 3}},
-        {looked, false, {3, 2, 2}, {3, 2, 2}}, // a repeated theme changes no setting
+        {wanted, false, {1, 1}, 4, {4, 4}}, // chosen, stepped to, of another module, reset
+        {wanted, true, {1, 1}, 4, {4, 4}},
+        {wanted, true, {3, 2}, 2, {2, 2}}, // ended while a button was pressed that wants the one before
+        {wanted, true, {3, 3}, 3, {3, 3}}, // heard already: it goes on
+        {ended, false, {2, 2}, 2, {2, 2}}, // repeats
+        {ended, false, {2, 2}, 5, {2, 2}},
+        {ended, true, {2, 2}, 2, {3, 2}}, // the next one, which the screens do not know yet
+        {ended, true, {10, 10}, 10, {0, 10}},
+        {ended, true, {-1, 0}, 0, {0, 0}},
+        {looked, true, {3, 2}, 2, {3, 3}}, // now they do
+        {looked, true, {3, 3}, 3, {3, 3}},
+        {looked, false, {3, 2}, 2, {3, 2}}, // a repeated theme changes no setting
     };
     for (const auto& row : table)
-        EXPECT_EQ(next_themes(row.now, row.event, row.loop_all, 11), row.next) << &row - table;
-    EXPECT_EQ(next_themes({0, 0, 0}, ended, true, 1), Themes{}) << "one theme restarts";
+        EXPECT_EQ(next_themes(row.now, row.stored, row.event, row.loop_all, 11), row.next) << &row - table;
+    EXPECT_EQ(next_themes({0, 0}, 0, ended, true, 1), Themes{}) << "one theme restarts";
 }
 
 TEST(ValueLabels, ComeFromTheListOrTheThemes) {

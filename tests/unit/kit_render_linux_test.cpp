@@ -18,8 +18,8 @@ namespace {
 void leave_traces() {
     text_on_box = full_redraw = pointer_by_keyboard = insert_mode = 1;
     show_slot_pictures = 0;
-    info_row = option_row = Row::keyboard;
-    selected_module = Module::battle;
+    options_screen.info_row = options_screen.option_row = Row::keyboard;
+    options_screen.selected_module = Module::battle;
     music_on = sound_on = 0;
     help_line_length = 5;
     pointer_memory = {1, 9};

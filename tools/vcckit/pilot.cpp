@@ -1,6 +1,6 @@
 #include "pilot.h"
 
-#include "cc/state.h"
+#include "cc/sets.h"
 #include "display/switching.h"
 
 #include <utility>

@@ -2,8 +2,8 @@
 // were its first.
 #pragma once
 
-#include "cc/option_rows.h"
-#include "cc/state.h"
+#include "cc/options_screen.h"
+#include "cc/sets.h"
 #include "core/layout.h"
 #include "core/log.h"
 #include "display/graphics_mode.h"
@@ -32,15 +32,13 @@ inline auto sound_values() {
 
 inline auto program_values() {
     return std::tuple_cat(
-        sound_values(),
-        std::tie(cc_screen, theme_display_live, depth_at_menu, selected_module, option_row, first_slot, marked_value,
-                 info_row),
+        sound_values(), std::tie(cc_screen, options_screen),
         std::tie(layout_width, layout_height, module_prefix, language, slot_prefix, text_window_prefix),
         std::tie(fullscreen, mode_range, screen_mode_range, depth_class, settings, theme_loop, number_of_themes,
                  anti_aliased_text, frame_rest, theme_fade_in),
         std::tie(pointer_by_keyboard, help_line_length, insert_mode, pointer_memory),
         std::tie(text_on_box, full_redraw, show_slot_pictures, text_windows, current_text_window, dot_spacing),
-        std::tie(music_playing, music_volume, current_theme, theme_shown, sfx_volume),
+        std::tie(music_playing, music_volume, themes, sfx_volume),
         std::tie(current_font, previous_font, grid_rows, grid_columns));
 }
 

@@ -76,7 +76,7 @@ void options_steps(const RenderRequest& request, std::vector<Step>& steps) {
         steps.push_back(at_slot(left_click, options_set, options_slot::first_selector + *request.module));
     if (request.row) {
         const OptionRow* row = find_row(static_cast<Row>(*request.row));
-        if (row->shown_when_pointed_at) {
+        if (row->rules.shown_when_pointed_at) {
             steps.push_back(at_slot(point, options_set, row->button));
         } else { // on the way there another row is shown; then one step forward and one back
             steps.push_back(at_slot(point, options_set, find_row(Row::screen_mode)->button));

@@ -74,7 +74,7 @@ std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault) {
         if (!shown)
             return std::nullopt;
         std::erase_if(shown->slots, always_there);
-        plan.rows.push_back({row.button, !row.shown_when_pointed_at, std::move(shown->slots)});
+        plan.rows.push_back({row.button, !row.rules.shown_when_pointed_at, std::move(shown->slots)});
     }
     return plan;
 }
