@@ -15,6 +15,7 @@
 #include "platform/process.h"
 #include "screen/draw.h"
 #include "settings/keyboard_layout.h"
+#include "settings/settings.h"
 #include "settings/values.h"
 #include "sound/music.h"
 #include "text/fonts.h"

@@ -12,6 +12,7 @@
 #include "display/mode_rules.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
+#include "settings/settings.h"
 #include "sound/sound.h"
 
 #include <algorithm>

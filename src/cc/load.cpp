@@ -17,6 +17,7 @@
 #include "screen/status_line.h"
 #include "screen/text_window.h"
 #include "settings/keyboard_layout.h"
+#include "settings/settings.h"
 #include "settings/values.h"
 #include "sound/sound.h"
 #include "text/fonts.h"

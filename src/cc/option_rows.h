@@ -12,7 +12,7 @@
 
 namespace vcc {
 
-/// The options by their numbers; 10 is not used.
+/// The options by their numbers; 10 is not used. One without a name here is written as Row{12}.
 enum class Row : int {
     none = -1,
     effects = 0,

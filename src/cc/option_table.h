@@ -1,5 +1,5 @@
-// The table of options. A new option needs a row here, a key in settings/rows.h, its place in settings/settings.h, and
-// a button in the screen's source.
+// The table of options. A new option needs a row here, its setting in settings/rows.h, its texts in
+// text/screen_texts.cpp, and a button in the screen's source.
 #pragma once
 
 #include "cc/option_rows.h"
@@ -12,8 +12,6 @@
 #include "text/screen_texts.h"
 
 namespace vcc {
-
-namespace text = screen_text_number;
 
 template <int Settings::*member>
 inline constexpr OptionValue value_of{[](Module) { return settings.*member; },
@@ -62,12 +60,12 @@ constexpr OptionRow option(Row row, std::string_view name, int button, Group gro
 }
 
 inline constexpr OptionRow option_table[] = {
-    option(Row::effects, "effects_volume", 22, Group::sound, 7, 20, explanation_number(0), {text::volumes, 11}, 11,
+    option(Row::effects, "effects_volume", 22, Group::sound, 7, 20, explanation_number(0), {0, 11}, 11,
            volume_of<&ModuleVolumes::effects>,
            {.needs = Needs::sound,
             .apply = [](Module module) { sfx_volume = settings.volumes[index_of(module)].effects * volume_step; },
             .presses_twice = true}),
-    option(Row::music, "music_volume", 24, Group::sound, 8, 21, explanation_number(1), {text::volumes, 11}, 11,
+    option(Row::music, "music_volume", 24, Group::sound, 8, 21, explanation_number(1), {0, 11}, 11,
            volume_of<&ModuleVolumes::music>,
            {.needs = Needs::music,
             .apply =
@@ -78,32 +76,31 @@ inline constexpr OptionRow option_table[] = {
            {[](Module module) { return settings.theme[index_of(module)]; },
             [](Module module, int value) { settings.theme[index_of(module)] = value; }},
            {.needs = Needs::music, .apply = [](Module module) { play_theme_of(module); }, .loops = true}),
-    option(Row::screen_mode, "screen_mode", 29, Group::display, 10, 23, explanation_number(3), {text::screen_mode, 2},
-           2,
+    option(Row::screen_mode, "screen_mode", 29, Group::display, 10, 23, explanation_number(3), {20, 2}, 2,
            {[](Module) { return settings.screen_mode != 0 ? 1 : 0; },
             [](Module, int value) { settings.screen_mode = static_cast<std::int8_t>(value); }},
            {.stepping = Stepping::flip,
             .may_step = [](bool) { return screen_mode_range == ModeRange::both; },
             .may_choose = [] { return screen_mode_range == ModeRange::both; },
             .entry = screen_mode_entry}),
-    option(Row::resolution, "resolution", 31, Group::display, 12, 24, explanation_number(4), {text::resolution, 5}, 5,
+    option(Row::resolution, "resolution", 31, Group::display, 12, 24, explanation_number(4), {30, 5}, 5,
            value_of<&Settings::resolution>, {.shown_when_pointed_at = false}),
-    option(Row::depth, "bitmap_depth", 33, Group::display, 11, 25, explanation_number(5), {text::depth, 4}, 3,
+    option(Row::depth, "bitmap_depth", 33, Group::display, 11, 25, explanation_number(5), {40, 4}, 3,
            value_of<&Settings::bitmap_depth>,
            {.settle = settle_depth,
             .may_step = may_step_depth,
             .entry = depth_entry,
             .presses_in_vain = true,
             .explained_when_chosen = true}),
-    option(Row::animations, "brontar_anim", 36, Group::battle, 13, 26, explanation_number(6), {text::animations, 2}, 2,
+    option(Row::animations, "brontar_anim", 36, Group::battle, 13, 26, explanation_number(6), {50, 2}, 2,
            value_of<&Settings::brontar_anim>, {.stepping = Stepping::flip}),
-    option(Row::sprite_speed, "sprite_speed", 38, Group::battle, 14, 27, explanation_number(7), {text::sprite_speed, 4},
-           4, value_of<&Settings::sprite_speed>),
-    option(Row::message_delay, "message_delay", 40, Group::battle, 15, 28, explanation_number(8),
-           {text::message_delay, 4}, 4, value_of<&Settings::message_delay>),
-    option(Row::message_detail, "message_detail", 42, Group::battle, 16, 29, explanation_number(9),
-           {text::message_detail, 4}, 4, value_of<&Settings::message_detail>),
-    option(Row::keyboard, "keyboard", 48, Group::display, 19, 37, explanation_number(10), {text::keyboard, 6}, 2,
+    option(Row::sprite_speed, "sprite_speed", 38, Group::battle, 14, 27, explanation_number(7), {60, 4}, 4,
+           value_of<&Settings::sprite_speed>),
+    option(Row::message_delay, "message_delay", 40, Group::battle, 15, 28, explanation_number(8), {70, 4}, 4,
+           value_of<&Settings::message_delay>),
+    option(Row::message_detail, "message_detail", 42, Group::battle, 16, 29, explanation_number(9), {80, 4}, 4,
+           value_of<&Settings::message_detail>),
+    option(Row::keyboard, "keyboard", 48, Group::display, 19, 37, explanation_number(10), {90, 6}, 2,
            value_of<&Settings::keyboard>,
            {.apply = [](Module) { apply_keyboard_layout(); }, .settle = [](int) { write_keyboard_layout(); }}),
 };

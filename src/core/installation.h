@@ -56,9 +56,6 @@ inline constexpr std::array<LanguageRow, 2> languages{{{"en", "english", "e_", "
 /// The programs that share the settings, as an index into their volumes and themes.
 enum class Module : int { hq, factory, battle, control_centre };
 inline constexpr int module_count = 4;
-constexpr std::size_t index_of(Module module) {
-    return static_cast<std::size_t>(module);
-}
 
 /// Libraries of the game modules by module number. Each exports an entry of its own name.
 inline constexpr std::array<const char*, 3> module_names{"hq", "factory", "battle"};

@@ -2,6 +2,7 @@
 
 #include "core/installation.h"
 #include "platform/display.h"
+#include "settings/settings.h"
 #include "settings/values.h"
 
 #include <allegro.h>

@@ -23,18 +23,18 @@ struct Group {
     std::array<std::string_view, 11> texts;
 };
 constexpr Group groups[] = {
-    {n::volumes,
+    {0,
      11,
      {"OFF", "Level 1", "Level 2", "Level 3", "Level 4", "Level 5", "Level 6", "Level 7", "Level 8", "Level 9",
       "Level MAX"}},
-    {n::screen_mode, 2, {"Windowed", "Fullscreen"}},
-    {n::resolution, 5, {"320x200", "640x400", "640x480", "800x600", "1024x768"}},
-    {n::depth, 4, {"32 Bit", "24 Bit", "16 Bit", "15 Bit"}},
-    {n::animations, 2, {"OFF", "ON"}},
-    {n::sprite_speed, 4, {"SLOW", "MEDIUM", "FAST", "MAXIMUM"}},
-    {n::message_delay, 4, {"SHORT", "MEDIUM", "LONG", "MAXIMUM"}},
-    {n::message_detail, 4, {"LOW", "MEDIUM", "HIGH", "MAXIMUM"}},
-    {n::keyboard, 6, {"US", "German", "Finnish", "France", "Italy", "UK"}},
+    {20, 2, {"Windowed", "Fullscreen"}},
+    {30, 5, {"320x200", "640x400", "640x480", "800x600", "1024x768"}},
+    {40, 4, {"32 Bit", "24 Bit", "16 Bit", "15 Bit"}},
+    {50, 2, {"OFF", "ON"}},
+    {60, 4, {"SLOW", "MEDIUM", "FAST", "MAXIMUM"}},
+    {70, 4, {"SHORT", "MEDIUM", "LONG", "MAXIMUM"}},
+    {80, 4, {"LOW", "MEDIUM", "HIGH", "MAXIMUM"}},
+    {90, 6, {"US", "German", "Finnish", "France", "Italy", "UK"}},
     {n::themes, 11, {}},                                       // named by the sound set-up
     {n::loop_all, 2, {"Loop All Themes", "Loop Theme %2.2d"}}, // %2.2d: the number of the theme
     {n::no_help, 2, {"N O   H E L P   A V A I L A B L E!", "Error:N O   H E L P   A V A I L A B L E!"}},

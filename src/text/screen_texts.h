@@ -11,13 +11,11 @@
 
 namespace vcc {
 
-/// First numbers of groups of texts, 0 to 299 as the files have it.
+/// Numbers of texts, 0 to 299 as the files have it. The options state those of their labels.
 namespace screen_text_number {
-inline constexpr int volumes = 0, screen_mode = 20, resolution = 30, depth = 40, animations = 50, sprite_speed = 60,
-                     message_delay = 70, message_detail = 80, keyboard = 90, themes = 100, loop_all = 120,
-                     loop_one = 121, no_help = 122, no_help_file = 123, manual_headline = 130, manual_no_memory = 131,
-                     manual_missing = 132, manual_locked = 133, manual_no_reader = 134, manual_no_reader_2 = 135,
-                     explanations = 150;
+inline constexpr int themes = 100, loop_all = 120, loop_one = 121, no_help = 122, no_help_file = 123,
+                     manual_headline = 130, manual_no_memory = 131, manual_missing = 132, manual_locked = 133,
+                     manual_no_reader = 134, manual_no_reader_2 = 135, explanations = 150;
 } // namespace screen_text_number
 
 inline constexpr int explanation_lines = info_slot::line_count;

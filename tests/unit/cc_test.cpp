@@ -69,6 +69,14 @@ TEST(ValueLabels, ComeFromTheListOrTheThemes) {
             EXPECT_EQ(value_label(*find_row(number), outside), "");
 }
 
+TEST(Options, HaveATextForEveryValueAndAnExplanation) {
+    for (const OptionRow& option : option_rows()) {
+        for (int value = 0; value < option.labels.count; ++value)
+            EXPECT_NE(value_label(option, value), "") << option.name;
+        EXPECT_NE(screen_text(option.explanation), "") << option.name;
+    }
+}
+
 using Translated = test::FolderTest;
 
 TEST_F(Translated, TextsAndManualFollowTheLanguage) {

@@ -91,8 +91,8 @@ TEST_F(Language, TextsOfTheScreensAreReplacedOneByOne) {
                  "lost\n# note\n+50\nAUS\n+121\nNur Thema %2.2d %s\n+150\n\n+140\nlost\n+-1\nlost\n+51\n" +
                      std::string(120, 'x'));
     load_language();
-    EXPECT_EQ(screen_text(number::animations), "AUS");
-    EXPECT_EQ(screen_text(number::animations + 1), std::string(screen_text_length, 'x'));
+    EXPECT_EQ(screen_text(50), "AUS");
+    EXPECT_EQ(screen_text(51), std::string(screen_text_length, 'x'));
     EXPECT_EQ(screen_text(number::explanations), "");
     EXPECT_EQ(screen_text(number::explanations + 1), "for the currently chosen");
     EXPECT_EQ(numbered_screen_text(number::loop_one, 7), "Nur Thema 07 %s");
@@ -103,7 +103,7 @@ TEST_F(Language, TextsOfTheScreensAreReplacedOneByOne) {
     EXPECT_TRUE(logged("1 texts are cut to 89 characters"));
     std::filesystem::remove("tools/language/german/txt/screen_texts.ger");
     load_language();
-    EXPECT_EQ(screen_text(number::animations), "OFF");
+    EXPECT_EQ(screen_text(50), "OFF");
     EXPECT_EQ(numbered_screen_text(number::loop_one, 11), "Loop Theme 11");
 }
 

@@ -25,18 +25,16 @@ struct Place {
 /// Where a text is written; nothing if not into a slot of these screens.
 std::optional<Place> place_of(int number) {
     namespace first = screen_text_number;
-    constexpr int value_groups[] = {first::volumes,    first::screen_mode,  first::resolution,    first::depth,
-                                    first::animations, first::sprite_speed, first::message_delay, first::message_detail,
-                                    first::keyboard,   first::themes};
     if (number >= first::explanations)
         return Place{ScreenKind::info, info_slot::first_line + (number - first::explanations) % info_slot::line_count,
                      info_window};
     if (number == first::loop_all || number == first::loop_one)
         return Place{ScreenKind::options, options_slot::loop_label, value_window};
-    const auto* const group = std::ranges::upper_bound(value_groups, number) - 1;
-    const int value = number - *group;
-    if (value < value_entry_limit)
-        return Place{ScreenKind::options, value_button(value), value_window};
+    for (const OptionRow& row : option_rows()) {
+        const int value = number - (row.labels.empty() ? first::themes : row.labels.first);
+        if (value >= 0 && value < (row.labels.empty() ? value_entry_limit : row.labels.count))
+            return Place{ScreenKind::options, value_button(value), value_window};
+    }
     return std::nullopt;
 }
 
