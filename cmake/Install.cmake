@@ -111,9 +111,9 @@ set(CPACK_DEBIAN_GAME_DESCRIPTION
 "The control centre of Veldor plays the intro films, leads to headquarters,
 factory and battle, and holds the settings that they share, in English and
 German.")
-# loaded at run time with the first film or window, so no linker names them
+# loaded at run time with the first film or window, so no linker names them; the last show why the program cannot start
 set(CPACK_DEBIAN_GAME_PACKAGE_DEPENDS
-    "libavformat59, libavcodec59, libavutil57, libswscale6, libxinerama1")
+    "libavformat59, libavcodec59, libavutil57, libswscale6, libxinerama1, x11-utils | zenity | kdialog")
 set(CPACK_DEBIAN_GAME_PACKAGE_RECOMMENDS xdg-utils)
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME veldor-tools)

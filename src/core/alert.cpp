@@ -1,5 +1,7 @@
 #include "core/alert.h"
 
+#include "platform/message.h"
+
 #include <allegro.h>
 
 #include <string>
@@ -26,7 +28,8 @@ void show_alert(std::string_view line1, std::string_view line2, std::string_view
 }
 
 void show_message_box(std::string_view text) {
-    allegro_message("%s\n", std::string(text).c_str());
+    if (!platform::show_message(std::string(text)))
+        allegro_message("%s\n", std::string(text).c_str());
 }
 
 } // namespace vcc

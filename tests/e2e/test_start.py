@@ -51,6 +51,16 @@ def test_a_desktop_that_is_too_small(make_robot):
     assert player.installation.log_messages() == ["Wrong desktop resolution!\n800x600 is minimum"]
 
 
+def test_a_message_without_the_librarys_box(make_robot):
+    player = make_robot(size=(640, 480))
+    box = player.installation.path("bin/kdialog")
+    player.installation.write("bin/kdialog", '#!/bin/sh\n/bin/echo "$@" > shown\nexit 1\n')
+    box.chmod(0o755)
+    player.start(menu=False, environment={"PATH": str(box.parent), "ALSA_CONFIG_PATH": "alsa.conf"})
+    assert player.wait_for_end() == 0
+    assert player.installation.read("shown") == "--title=Veldor --error Wrong desktop resolution!\n800x600 is minimum\n"
+
+
 def test_without_a_display(make_robot):
     player = make_robot()
     player.desktop.name = ":4711"
