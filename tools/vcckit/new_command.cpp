@@ -153,6 +153,11 @@ std::string fault_of(const NewRequest& request, const fs::path& folder, const st
     return {};
 }
 
+std::string windows_of(const fs::path& installation, const LanguageRow& language) {
+    const fs::path folder = installation / "tools/language" / std::string(language.folder);
+    return platform::name_of(folder / (std::string(language.prefix) + path::text_windows));
+}
+
 bool add_files(Project& project, const NewRequest& request, const std::string& title, const fs::path& base) {
     const auto* const module = std::ranges::find(modules, request.module, &ModuleRow::name);
     for (const EmbeddedFile& file : template_files()) {
@@ -180,6 +185,11 @@ bool add_files(Project& project, const NewRequest& request, const std::string& t
         complain("cannot read the sound set-up and the settings in " + platform::name_of(base));
         return false;
     }
+    // Text windows that are the same in all languages, as one source.
+    const auto windows = read_file(windows_of(base, languages.front()));
+    if (windows && read_file(windows_of(base, languages.back())).value_or("") == *windows &&
+        !project.add(std::string("screens/") + path::text_windows, *windows))
+        return false;
     return project.add("screens/screen.schema.json", screen_schema()) &&
            project.add(std::string("files/") + path::sound_setup, own_sound_setup(*sounds, title)) &&
            project.add(std::string("files/") + path::settings, own_settings(*settings));

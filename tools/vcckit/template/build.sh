@@ -65,6 +65,12 @@ find files -type f | sed 's,^files/,,' | while IFS= read -r target; do
   make_it "files/$target" "$target" cp "files/$target" "game/$target"
 done
 
+if [ -f screens/factory.tw ]; then # text windows, for both languages
+  for target in tools/language/english/e_factory.tw tools/language/german/g_factory.tw; do
+    make_it screens/factory.tw "$target" cp screens/factory.tw "game/$target"
+  done
+fi
+
 convert_all pictures images pcx
 convert_all sounds sounds wav
 convert_all films images avi
