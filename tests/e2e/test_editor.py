@@ -7,10 +7,13 @@ import json
 import os
 import random
 import shutil
+import socket
 import subprocess
 import threading
+import time
 from contextlib import ExitStack
 from http.client import HTTPException
+from urllib.parse import urlparse
 
 import numpy as np
 import pytest
@@ -91,6 +94,7 @@ def page_for_pictures(browser, tmp_path_factory):
 def choose_factory(page):
     page.click_at(*FACTORY_MIDDLE)
     assert page.selection() == [FACTORY]
+    wait_until(lambda: page.text("#properties h2") == "Slot 5", "its properties")
 
 
 def save(page):
@@ -179,13 +183,13 @@ def test_keys_alone_move_a_slot_and_save_it(page, project):
 
 
 def test_overlapping_slots_take_turns_and_fixed_ones_stay(page, project):
-    """Six previews lie in one place. The program knows five of them by number."""
+    """Six previews lie in one place. The program knows five of them by number. Only Ctrl goes below the first."""
     seen = []
-    for _ in range(6):
-        page.click_at(600, 500)
+    for held in (None, None, "ctrl", "ctrl", "ctrl", "ctrl", "ctrl"):
+        page.click_at(600, 500, held)
         seen += page.selection()
         settle(0.02)
-    assert seen == [f"slot:{number}" for number in (17, 16, 11, 10, 9, 8)]
+    assert seen == [f"slot:{number}" for number in (17, 17, 16, 11, 10, 9, 8)]
     page.keys("delete")
     assert "stays" in wait_until(lambda: page.text(".toast.bad"), "the reason")
     page.click_at(*FACTORY_MIDDLE)
@@ -193,8 +197,9 @@ def test_overlapping_slots_take_turns_and_fixed_ones_stay(page, project):
     copied = wait_until(lambda: page.selection() if page.selection() != [FACTORY] else None, "the copy")
     page.wait_for_picture()
     assert page.frame(copied[0]) == [334, 236, 216, 42] and page.frame(FACTORY) == FACTORY_PLACE
-    page.keys("delete")
+    page.keys("ctrl+z")  # the copy and its way are one step
     wait_until(lambda: page.frame(copied[0]) is None, "the copy to go")
+    assert page.run('return document.querySelector("#bar [aria-label^=\\"Nothing to undo\\"]")')
 
 
 # faults
@@ -345,12 +350,18 @@ def test_changes_on_disk_show_and_conflicts_are_asked_about(page, project):
     wait_until(lambda: not page.all("#banner-conflict"), "the answer")
 
 
-def test_play_starts_the_program(browser, project):
+def test_play_starts_the_program_once_or_says_why_not(browser, project):
+    blind = project.start({"DISPLAY": ":999"})
+    status, answer = blind.post("play", {})
+    assert status == 422 and "ended at once" in answer["error"]
+    blind.stop()
     with Desktop((1024, 768)) as desktop:
         editor = project.start({"DISPLAY": desktop.name})
         browser.open(editor)
         browser.press("Play")
         wait_until(lambda: desktop.find_window("Veldor"), "the program's window", 20)
+        status, answer = editor.post("play", {})
+        assert status == 422 and "runs already" in answer["error"]
         browser.leave()
         for process in children_of(editor.process.pid):
             os.kill(process, 15)
@@ -359,6 +370,198 @@ def test_play_starts_the_program(browser, project):
 def children_of(parent):
     found = subprocess.run(["pgrep", "-P", str(parent)], capture_output=True, text=True, check=False)
     return [int(line) for line in found.stdout.split()]
+
+
+def test_what_is_typed_into_the_source_keeps_what_others_write(page, project):
+    """Also the ends of its lines, and what is typed in a field when it is saved."""
+    source = project.source()
+    text = source.read_bytes().replace(b"\n", b"\r\n")
+    source.write_bytes(text)
+    page.press("Source")
+    area = page.all(".source textarea")[0]
+    wait_until(lambda: project_text(page) == text.decode(), "the new ends of lines")
+    page.run("arguments[0].focus(); arguments[0].setSelectionRange(0, 0)", area)
+    page.keys("#")
+    source.write_bytes(text.replace(b"dest_y = 286", b"dest_y = 290"))
+    for letter in " typed on":
+        page.keys(letter)
+        settle(0.1)
+    page.keys("enter")
+    page.wait_for_frame("slot:7", (34, 290))
+    choose_factory(page)
+    field = page.all("#field-dest_x")[0]
+    field.click()
+    page.keys("ctrl+a", "4", "4")
+    save(page)
+    expected = b"# typed on\r\n" + text.replace(b"dest_y = 286", b"dest_y = 290")
+    saved = source.read_bytes()
+    assert saved.replace(b"dest_x = 44\r\n", b"") == expected
+    assert b"dest_x = 44" in saved
+
+
+def project_text(page):
+    return page.run("return import('./state.js').then(({ state }) => state.documents.get('vcc').text)")
+
+
+def test_a_page_comes_back_to_the_next_editor(page, project, editor):
+    choose_factory(page)
+    page.keys("right", "down")
+    page.wait_for_frame(FACTORY, (35, 237))
+    editor.kill()
+    wait_until(lambda: page.all("#banner-offline"), "the page to notice")
+    assert "vcckit edit" in page.text("#banner-offline")
+    page.errors()  # of the connection
+    assert project.start().address == editor.address
+    wait_until(lambda: "Unsaved changes" in page.text("dialog"), "the page to come back", 20)
+    page.press("Take them back")
+    page.wait_for_frame(FACTORY, (35, 237))
+    page.keys("escape")
+    choose_factory(page)
+    page.errors()
+    page.keys("ctrl+z", "ctrl+z")  # every step
+    page.wait_for_frame(FACTORY, tuple(FACTORY_PLACE[:2]))
+
+
+def test_one_change_is_one_request(page, editor):
+    choose_factory(page)
+    settle(0.6)  # the small pictures of the looks
+    page.run("performance.clearResourceTimings()")
+    page.keys("right")
+    page.wait_for_frame(FACTORY, (35, 236))
+    page.wait_for_picture()
+    asked = page.run("return performance.getEntriesByType('resource').map((each) => each.name.split('/').pop())")
+    assert [name for name in asked if name.startswith(("document", "edit")) or "keep" in name] == ["edit"], asked
+
+
+def test_many_tabs_and_slow_strangers_leave_the_server_free(page, project, editor):
+    first = page.driver.current_window_handle
+    strangers = [socket.create_connection(("127.0.0.1", urlparse(editor.address).port)) for _ in range(64)]
+    for each in strangers:
+        each.sendall(b"GET /wrong/ HTTP/1.1\r\nHost: 127.0.0.1\r\n")
+    for _ in range(7):
+        page.driver.switch_to.new_window("tab")
+        page.driver.get(editor.address)
+        page.wait_until_ready()
+    for handle in page.driver.window_handles:
+        if handle != first:
+            page.driver.switch_to.window(handle)
+            page.driver.close()
+    page.driver.switch_to.window(first)
+    for each in strangers:
+        each.close()
+    connection = editor.connect()
+    connection.request("POST", editor.path("save"), (b" " * 65536 for _ in range(64)),
+                       {"Content-Type": "application/json"}, encode_chunked=True)
+    assert connection.getresponse().status == 413
+    connection.close()
+
+
+def test_a_link_to_everything_does_not_hold_the_editor(project):
+    (project.folder / "rootlink").symlink_to("/")
+    (project.folder / "tools/language/loop").symlink_to(project.folder)
+    editor = project.start()
+    assert editor.get("picture?view=menu")[0] == 200
+    begun = time.monotonic()
+    editor.stop()
+    assert time.monotonic() - begun < 1.0
+
+
+# what misleads
+
+def test_controls_say_what_they_do(page, project):
+    # nothing is chosen: there is no slot whose looks could be shown, and F6 goes on
+    assert page.run("return document.querySelectorAll('#bar .segments button:disabled').length") == 2
+    assert [page.keys("f6") or page.focused() for _ in range(3)] == ["items", "below", "viewport"]
+    # a text is changed in the language that is shown
+    page.click_at(60, 582)
+    page.press("DE")
+    before = project_text(page)
+    page.type_into(page.all("#field-text")[0], "Zentrale")
+    page.wait_for_picture()
+    changed = [line for line in project_text(page).splitlines() if line not in before.splitlines()]
+    assert changed == ['text = { en = "Veldor Control Centre  1.2.8", de = "Zentrale" }']
+    # the focus comes back to where a colour was chosen
+    page.all("#field-fore_colour")[0].find_element("xpath", "../button").click()
+    page.keys("right", "enter")
+    page.wait_for_picture()
+    wait_until(lambda: page.run("return document.activeElement.dataset.field") == "fore_colour table", "the focus")
+    # the chosen one of a few looks chosen under the pointer, too
+    chosen = page.button("DE")
+    page._actions().move_to_element(chosen).perform()
+    settle(0.3)
+    assert page.run("const style = (one) => getComputedStyle(one).backgroundColor;"
+                    "return style(arguments[0]) === style(document.querySelector('#bar [aria-checked=true]'))", chosen)
+    # another list is another choice
+    page.press("Windows")
+    assert page.selection() == [] and page.all("#items li")
+    # Tab leaves the picture behind the last slot
+    page.press("Slots")
+    page.run("document.getElementById('viewport').focus()")
+    page.keys("shift+tab")
+    assert page.selection() == [page.all("#items li")[-1].get_attribute("data-key")]
+    page.keys("tab")
+    assert page.focused() != "viewport"
+
+
+def test_a_picture_that_fails_and_a_folder_that_is_away_are_told(page, project):
+    buffers = project.folder / "tools/vcc.buf"
+    kept = buffers.read_bytes()
+    buffers.unlink()
+    wait_until(lambda: page.all("#banner-picture"), "the older picture to be told")
+    buffers.write_bytes(kept)
+    wait_until(lambda: not page.all("#banner-picture"), "the picture")
+    project.folder.rename(project.folder.with_name("away"))
+    choose_factory(page)
+    page.keys("right")
+    wait_until(lambda: "moved away" in page.text("#banner-notices"), "the notice")
+    page.keys("ctrl+s")
+    wait_until(lambda: "moved away" in page.text(".toast.bad"), "the reason")
+    assert not project.folder.exists()
+    project.folder.with_name("away").rename(project.folder)
+    page.keys("right")
+    wait_until(lambda: not page.all("#banner-notices"), "the folder to be back")
+    save(page)
+
+
+def test_an_evening_of_a_maker(browser, tmp_path, request):
+    """A new project, a window moved, a second screen made from what is installed; make keeps both."""
+    subprocess.run([VCCKIT, "new", "lantern", "--base", built_installation()], cwd=tmp_path, check=True,
+                   stdout=subprocess.DEVNULL)
+    folder = tmp_path / "lantern"
+    make = ["make", "-s", f"VCCKIT={VCCKIT}"]
+    subprocess.run(make, cwd=folder, check=True)
+    editor = Editor(folder / "game", folder / "screens", tmp_path / "state").start()
+    request.addfinalizer(editor.stop)
+    browser.resize(1280, 800)
+    browser.open(editor)
+    browser.press("Options")
+    assert len(browser.all("#items li")) > 50
+    browser.driver.save_screenshot(str(tmp_path / "options.png"))
+    assert "no source yet" in browser.text("#properties")
+    browser.press("Windows")
+    browser.all("#items li")[3].click()
+    browser.keys("f6", "f6", "f6", "f6")
+    browser.run("document.getElementById('viewport').focus()")
+    browser.keys("right")
+    browser.press("Help")
+    browser.press("DE")
+    browser.press("Slots")
+    browser.all("#items li")[-1].click()
+    browser.run("document.getElementById('viewport').focus()")
+    browser.keys("down")
+    browser.wait_for_picture()
+    save(browser)
+    windows, help_pages = folder / "screens/factory.tw", folder / "screens/mess.toml"
+    assert help_pages.exists() and not (folder / "screens/vcc_options.toml").exists()
+    browser.leave()
+    editor.stop()
+    installed = [folder / f"game/tools/language/{each}_factory.tw" for each in ("english/e", "german/g")]
+    packed = (folder / "game/tools/language/german/g_mess.slt").read_bytes()
+    shutil.rmtree(folder / "game")
+    shutil.rmtree(folder / ".made")
+    subprocess.run(make, cwd=folder, check=True)
+    assert all(each.read_bytes() == windows.read_bytes() for each in installed)
+    assert (folder / "game/tools/language/german/g_mess.slt").read_bytes() == packed
 
 
 # the pictures of the documents

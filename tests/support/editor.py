@@ -200,8 +200,17 @@ class Browser:
     def _actions(self):
         return ActionChains(self.driver, duration=10)
 
-    def click_at(self, x, y):
-        self._to(self._actions(), x, y).click().perform()
+    def click_at(self, x, y, held=None):
+        actions = self._to(self._actions(), x, y)
+        if held:
+            actions.key_down(CHANGED_KEYS[held])
+        actions.click()
+        if held:
+            actions.key_up(CHANGED_KEYS[held])
+        actions.perform()
+
+    def focused(self):
+        return self.run("return document.activeElement.id || document.activeElement.closest('[id]')?.id")
 
     def drag(self, start, end, held=None):
         """Presses, moves in a few steps and lets go, with a key held that says how."""

@@ -58,7 +58,7 @@ void expect_same(const std::string& source) {
     const auto tree = read_source_tree(source);
     ASSERT_TRUE(tree) << tree.reason() << "\n" << source;
     const toml::parse_result parsed = toml::parse(source);
-    expect_same(source, parsed.table(), *tree, "");
+    expect_same(source, parsed.table(), **tree, "");
 }
 
 TEST(SourceTree, SaysWhatTheReaderOfTomlSays) {

@@ -1,5 +1,5 @@
-// Documents of an installation: history, journal, disk, two editors.
-#include "edit/journal.h"
+// Documents of an installation: history, unsaved work, disk, two editors.
+#include "edit/unsaved.h"
 #include "edit/workspace.h"
 #include "packed_screen.h"
 #include "unpack.h"
@@ -13,6 +13,7 @@
 #include <csignal>
 #include <filesystem>
 
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -128,7 +129,7 @@ TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {
     edit(*workspace, 5);
     folder.write("game/screens/vcc.toml", "# new\n" + menu);
     folder.write("game/screens/more.toml", "");
-    EXPECT_EQ(workspace->take_disk_changes(), (std::vector<std::string>{"vcc", "more"}));
+    EXPECT_EQ(workspace->take_disk_changes(), (std::vector<std::string>{"more", "vcc"}));
     EXPECT_EQ(state(*workspace).text, "# new\n" + menu_with(5));
     EXPECT_TRUE(state(*workspace).conflicts.empty());
     EXPECT_TRUE(workspace->take_disk_changes().empty());
@@ -157,6 +158,30 @@ TEST_F(Workspaces, BothSidesAreKeptLineByLine) {
     folder.write("game/screens/vcc.toml", menu + "column = 6");
     workspace->take_disk_changes();
     EXPECT_EQ(workspace->resolve("vcc", 0, Choice::both)->text, menu + "row = 5\ncolumn = 6");
+    const auto back = workspace->undo("vcc");
+    EXPECT_EQ(back->text, menu + "row = 5");
+    ASSERT_EQ(back->conflicts.size(), 1U) << "the question comes back";
+    EXPECT_EQ(back->conflicts[0].theirs, "column = 6");
+    EXPECT_TRUE(workspace->redo("vcc")->conflicts.empty());
+    ASSERT_TRUE(workspace->undo("vcc") && workspace->resolve("vcc", 0, Choice::theirs) && workspace->save(check));
+
+    const std::string saved = state(*workspace).text;
+    edit(*workspace, 8);
+    folder.write("game/screens/vcc.toml", saved + "\nrow = 9\n");
+    workspace->take_disk_changes();
+    ASSERT_EQ(state(*workspace).conflicts.size(), 1U);
+    EXPECT_FALSE(workspace->resolve("vcc", 0, Choice::both)) << "one key twice is no TOML";
+    EXPECT_EQ(state(*workspace).conflicts.size(), 1U);
+}
+
+TEST_F(Workspaces, UnsavedWorkThatCannotBeKeptIsTold) {
+    folder.write("state", "a file where the folder should be");
+    const auto workspace = open();
+    edit(*workspace, 5);
+    EXPECT_NE(workspace->trouble().find("unsaved.json"), std::string::npos);
+    fs::remove("state");
+    edit(*workspace, 6);
+    EXPECT_EQ(workspace->trouble(), "");
 }
 
 TEST_F(Workspaces, TheSecondEditorIsTold) {
@@ -175,6 +200,7 @@ TEST_F(Workspaces, TheSecondEditorIsTold) {
 TEST_F(Workspaces, WhatACrashLeftIsOfferedAndMerged) {
     {
         const auto workspace = open();
+        edit(*workspace, 4);
         edit(*workspace, 5);
         edit(*workspace, 6, "", "mess");
         EXPECT_TRUE(workspace->undo("mess"));
@@ -187,10 +213,11 @@ TEST_F(Workspaces, WhatACrashLeftIsOfferedAndMerged) {
     ASSERT_TRUE(workspace->recover(true));
     EXPECT_EQ(state(*workspace).text, "# new\n" + menu_with(5));
     EXPECT_TRUE(workspace->recovered().documents.empty());
-    EXPECT_EQ(workspace->undo("vcc")->text, "# new\n" + menu);
-    EXPECT_TRUE(workspace->redo("vcc"));
     ASSERT_TRUE(workspace->save(check));
-    EXPECT_FALSE(fs::exists(state_folder(workspace->screens_folder()) + "/journal"));
+    EXPECT_FALSE(fs::exists(state_folder(workspace->screens_folder()) + "/unsaved.json"));
+    EXPECT_EQ(workspace->undo("vcc")->text, menu_with(5)) << "the change on disk";
+    EXPECT_EQ(workspace->undo("vcc")->text, menu_with(4)) << "and every step before the crash";
+    EXPECT_EQ(workspace->undo("vcc")->text, menu);
 }
 
 TEST_F(Workspaces, WhatIsDroppedIsNotOfferedAgain) {
@@ -200,23 +227,129 @@ TEST_F(Workspaces, WhatIsDroppedIsNotOfferedAgain) {
     EXPECT_TRUE(open()->recovered().documents.empty());
 }
 
-TEST_F(Workspaces, SourcesAreMadeWhereThereAreNone) {
+TEST_F(Workspaces, AScreenWithoutASourceGetsOneWithItsFirstChange) {
     {
         const auto workspace = open();
         edit(*workspace, 5);
         edit(*workspace, 5, "", "mess");
         ASSERT_TRUE(workspace->save(check));
     }
-    fs::remove_all("game/screens");
+    fs::remove("game/screens/mess.toml");
+    folder.write("game/tools/language/english/e_factory.tw", "+1\n-1\n");
+    folder.write("game/tools/language/german/g_factory.tw", "+1\n-1\n");
+    fs::remove("game/screens/factory.tw");
     const auto workspace = open();
-    EXPECT_TRUE(workspace->sources_are_made());
-    const Screen screen = *read_packed_screen("game", "vcc");
-    EXPECT_TRUE(describes(state(*workspace).text, screen));
-    EXPECT_EQ(workspace->documents().size(), 2U);
-    EXPECT_FALSE(fs::exists("game/screens"));
+    EXPECT_TRUE(describes(state(*workspace, "mess").text, *read_packed_screen("game", "mess")));
+    EXPECT_TRUE(workspace->save(check)->files.empty()) << "nothing is written unasked";
+    edit(*workspace, 7, "", "mess");
+    Operation move;
+    move.what = Operation::Do::set;
+    move.of = {{Address::Of::window, 1, "", ""}};
+    move.field = "left";
+    move.value = std::int64_t{9};
+    ASSERT_TRUE(workspace->edit("factory", state(*workspace, "factory").revision, "", "", std::array{move}));
     ASSERT_TRUE(workspace->save(check));
-    EXPECT_EQ(*read_file("game/screens/vcc.toml"), state(*workspace).text);
-    EXPECT_FALSE(workspace->sources_are_made());
+    EXPECT_EQ(*read_file("game/screens/mess.toml"), state(*workspace, "mess").text);
+    for (const char* file :
+         {"screens/factory.tw", "tools/language/english/e_factory.tw", "tools/language/german/g_factory.tw"})
+        EXPECT_EQ(*read_file("game/" + std::string(file)), "+1\n-1\nxo9\n") << file;
+    EXPECT_EQ(read_packed_screen("game", "mess")->records[1].slots.at(1).row, 7);
+    // Without its source again, it is what is installed.
+    fs::remove("game/screens/mess.toml");
+    EXPECT_EQ(workspace->take_disk_changes(), std::vector<std::string>{"mess"});
+    EXPECT_TRUE(state(*workspace, "mess").made);
+    EXPECT_FALSE(state(*workspace, "mess").dirty);
+}
+
+TEST_F(Workspaces, AWholeTextIsMergedWithWhatHasChangedSince) {
+    const auto workspace = open();
+    Operation typed;
+    typed.what = Operation::Do::replace_text;
+    typed.text = menu + "row = 5\n";
+    typed.base = menu;
+    folder.write("game/screens/vcc.toml", "# new\n" + menu);
+    workspace->take_disk_changes();
+    EXPECT_EQ(workspace->edit("vcc", 1, "", "", std::array{typed})->text, "# new\n" + menu_with(5));
+    typed.text = menu + "row = 6\n"; // typed on without having seen the other line
+    typed.base = menu + "row = 5\n";
+    EXPECT_EQ(workspace->edit("vcc", 1, "", "", std::array{typed})->text, "# new\n" + menu_with(6));
+    typed.text = menu;
+    typed.base = menu_with(7);
+    EXPECT_EQ(workspace->edit("vcc", 1, "", "", std::array{typed})->conflicts.size(), 1U);
+}
+
+TEST_F(Workspaces, FilesThatGoTakeTheirDocumentsAlongUnlessTheyWereChanged) {
+    const auto workspace = open();
+    folder.write("game/screens/more.toml", "broken");
+    workspace->take_disk_changes();
+    fs::remove("game/screens/more.toml");
+    EXPECT_EQ(workspace->take_disk_changes(), std::vector<std::string>{"more"});
+    EXPECT_FALSE(workspace->document("more"));
+    edit(*workspace, 5);
+    fs::rename("game/screens/vcc.toml", "game/screens/menu.toml");
+    workspace->take_disk_changes();
+    EXPECT_TRUE(state(*workspace).conflicts.at(0).removed);
+    EXPECT_FALSE(workspace->save(check));
+    EXPECT_TRUE(workspace->resolve("vcc", 0, Choice::theirs)->gone);
+    EXPECT_TRUE(workspace->save(check));
+    EXPECT_FALSE(fs::exists("game/screens/vcc.toml"));
+    EXPECT_EQ(state(*workspace, "menu").text, menu);
+
+    edit(*workspace, 5, "", "mess");
+    fs::rename("game", "moved");
+    EXPECT_NE(workspace->save(check).reason().find("moved away"), std::string::npos);
+    EXPECT_TRUE(workspace->take_disk_changes().empty());
+    EXPECT_FALSE(fs::exists("game"));
+    fs::rename("moved", "game");
+    EXPECT_TRUE(workspace->save(check));
+}
+
+TEST_F(Workspaces, LinksDoNotLeadOut) {
+    folder.write("outside/link.toml", "");
+    folder.write("outside/e_vcc.slt", "not ours");
+    fs::create_symlink("../../outside/link.toml", "game/screens/link.toml");
+    fs::create_directories("game/tools/language/english");
+    fs::create_symlink("../../../../outside/e_vcc.slt", "game/tools/language/english/e_vcc.slt");
+    const auto workspace = open();
+    EXPECT_FALSE(workspace->document("link"));
+    edit(*workspace, 5);
+    EXPECT_NE(workspace->save(check).reason().find("leads out"), std::string::npos);
+    EXPECT_EQ(*read_file("outside/e_vcc.slt"), "not ours");
+    EXPECT_EQ(*read_file("game/screens/vcc.toml"), menu);
+}
+
+/// Another program that writes a source just when it is read and written here.
+TEST_F(Workspaces, WhatIsWrittenWhileSavingIsNotLost) {
+    const auto workspace = open();
+    const std::string file = path("game/screens/vcc.toml");
+    for (int round = 0; round < 60; ++round) {
+        const std::string mark = "# outside " + std::to_string(round) + "\n";
+        edit(*workspace, 100 + round);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::usleep(static_cast<useconds_t>(round * 100));
+            const std::string text = mark + *read_file(file);
+            const int descriptor = ::open(file.c_str(), O_WRONLY | O_TRUNC);
+            const bool slowly = round % 3 == 0;
+            const std::size_t half = slowly ? text.size() / 2 : text.size();
+            bool good = ::write(descriptor, text.data(), half) > 0;
+            if (slowly)
+                ::usleep(2000);
+            good = ::write(descriptor, text.data() + half, text.size() - half) >= 0 && good;
+            ::_exit(good ? 0 : 1);
+        }
+        auto saved = workspace->save(check);
+        ::waitpid(child, nullptr, 0);
+        workspace->take_disk_changes();
+        const DocumentState now = state(*workspace);
+        std::string all = now.text;
+        for (const Conflict& conflict : now.conflicts)
+            all += conflict.theirs;
+        EXPECT_NE(all.find(mark), std::string::npos) << round << saved.reason() << "\n" << now.text;
+        while (!state(*workspace).conflicts.empty())
+            ASSERT_TRUE(workspace->resolve("vcc", 0, Choice::mine));
+        ASSERT_TRUE(workspace->save(check)) << round;
+    }
 }
 
 TEST_F(Workspaces, KilledWhileSavingLosesNothing) {
@@ -253,35 +386,18 @@ TEST_F(Workspaces, KilledWhileSavingLosesNothing) {
         EXPECT_NE(file.path().extension(), ".new") << file.path();
 }
 
-TEST(Journal, IsReadUpToTheTear) {
-    const fs::path file = fs::temp_directory_path() / ("journal-" + std::to_string(::getpid()));
-    Journal journal(file.string());
-    std::vector<std::pair<std::size_t, std::string>> whole; ///< size of the file, and the text by then
-    std::string text = "begin\n";
-    for (int i = 0; i < 5; ++i) {
-        const std::string next = text + std::string(static_cast<std::size_t>(i), 'x') + "line\n";
-        journal.note("vcc", "vcc.toml", text, next);
-        whole.emplace_back(journal.size(), text = next);
-    }
-    const std::string bytes = *read_file(file.string());
-    fs::remove(file);
-    for (std::size_t size = 0; size <= bytes.size(); ++size) {
-        const JournalContents contents = read_journal(bytes.substr(0, size));
-        std::string wanted;
-        for (const auto& [end, then] : whole)
-            wanted = size >= end ? then : wanted;
-        if (wanted.empty())
-            EXPECT_TRUE(contents.empty() || contents.at("vcc").text == "begin\n") << size;
-        else
-            EXPECT_EQ(contents.at("vcc").text, wanted) << size;
-    }
-    for (std::size_t at = 0; at < bytes.size(); ++at) { // and whatever a byte becomes, it is no other text
-        std::string other = bytes;
-        other[at] = static_cast<char>(other[at] ^ 0x55);
-        for (const auto& [name, document] : read_journal(other))
-            EXPECT_TRUE(document.text == "begin\n" ||
-                        std::ranges::any_of(whole, [&](const auto& each) { return each.second == document.text; }))
-                << at;
+TEST_F(Workspaces, AFileOfUnsavedWorkThatIsDamagedIsNotTaken) {
+    edit(*open(), 5);
+    const std::string file = state_folder(path("game/screens")) + "/unsaved.json", whole = *read_file(file);
+    ASSERT_EQ(work_of_text(whole).at("vcc").text, menu_with(5));
+    for (std::size_t size = 0; size < whole.size(); ++size)
+        EXPECT_TRUE(work_of_text(whole.substr(0, size)).empty()) << size;
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        std::string other = whole;
+        other[at] = '9';
+        for (auto& [name, document] : work_of_text(other)) // may be another text, but never one that the steps miss
+            while (document.history.undoable())
+                document.text = document.history.undo(document.text);
     }
 }
 

@@ -225,6 +225,50 @@ TEST_F(Serve, ChangeShowsInThePictureAndNowhereElseUntilItIsSaved) {
     EXPECT_TRUE(files() == before);
 }
 
+TEST_F(Serve, TheFrameOfATextIsItsBox) {
+    int boxes = 0;
+    for (const json& slot : get("document?name=vcc_options")["slots"]) {
+        const json& shown = slot["languages"]["en"];
+        const json& values = shown["values"];
+        EXPECT_EQ(shown["boxed"], values["graphic"] == 0 && values["box_width"] != 0 && values["box_height"] != 0);
+        if (!shown["boxed"].get<bool>())
+            continue;
+        ++boxes;
+        EXPECT_EQ(shown["rect"][2], values["box_width"]) << slot["index"];
+        EXPECT_EQ(shown["rect"][3], values["box_height"]) << slot["index"];
+    }
+    EXPECT_GT(boxes, 0);
+}
+
+/// An edit is answered with what differs, and with the part of the picture that differs.
+TEST_F(Serve, AnEditIsAnsweredWithWhatDiffers) {
+    const json whole = get("document?name=vcc");
+    const auto first = client_->Get(base_ + "picture?view=menu&language=en&keep=1");
+    const auto answer =
+        post("edit", {{"name", "vcc"},
+                      {"revision", whole["revision"]},
+                      {"view", {{"view", "menu"}, {"language", "en"}}},
+                      {"have", std::stoi(first->get_header_value("X-Number"))},
+                      {"operations", {{{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 20}, {"dy", 0}}}}});
+    ASSERT_EQ(answer->status, 200);
+    const std::size_t end = answer->body.find('\n');
+    const json told = json::parse(answer->body.substr(0, end)), now = get("document?name=vcc");
+    EXPECT_EQ(told["since"], whole["revision"]);
+    EXPECT_LT(end, 20'000U) << "of " << now.dump().size();
+    for (const auto& [name, list] : told["lists"].items())
+        for (const auto& [index, record] : list["changed"].items())
+            EXPECT_EQ(record, now[name][std::stoul(index)]);
+    const std::vector<int> rect = told["picture"]["rect"];
+    const std::string pixels = answer->body.substr(end + 1), after = picture("view=menu&language=en");
+    ASSERT_EQ(pixels.size(), 4U * static_cast<unsigned>(rect[2] * rect[3]));
+    EXPECT_LT(rect[2] * rect[3], 300 * 100);
+    std::string patched = first->body;
+    for (int y = 0; y < rect[3]; ++y)
+        patched.replace(4U * static_cast<unsigned>((rect[1] + y) * 800 + rect[0]), 4U * static_cast<unsigned>(rect[2]),
+                        pixels, 4U * static_cast<unsigned>(y * rect[2]), 4U * static_cast<unsigned>(rect[2]));
+    EXPECT_TRUE(patched == after);
+}
+
 TEST_F(Serve, FaultKeepsTheLastGoodPictureAndIsTold) {
     const std::string shown = picture("view=menu"), text = get("document?name=vcc")["text"];
     const json broken = edit({{"do", "replace_text"}, {"text", text + "\n[[slot]]\nindex = 500\n"}});
@@ -249,12 +293,7 @@ TEST_F(Serve, FaultKeepsTheLastGoodPictureAndIsTold) {
 }
 
 TEST_F(Serve, PagesAreToldOfChangesFilesAndFaults) {
-    Changes changes({session_->folder()}, [this](const std::set<std::string>& changed) {
-        session_->sources_changed();
-        for (const std::string& path : changed)
-            if (path.ends_with(".pcx"))
-                session_->files_changed(true);
-    });
+    Changes changes({session_->folder()}, [this](const std::set<std::string>& changed) { session_->follow(changed); });
     std::thread watcher([&] { changes.run(); });
     const std::uint64_t page = session_->events().listen();
     const auto told = [&](const std::string& what) {
@@ -265,11 +304,11 @@ TEST_F(Serve, PagesAreToldOfChangesFilesAndFaults) {
     };
     EXPECT_TRUE(told("event: faults\ndata: {\"faults\":[]}"));
     edit({{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 1}, {"dy", 0}});
-    EXPECT_TRUE(told("event: document\ndata: {\"name\":\"vcc\",\"revision\":2}"));
+    EXPECT_TRUE(told("event: document\ndata: {\"name\":\"vcc\",\"page\":\"\",\"revision\":2}"));
 
     std::string text = folder.read("screens/vcc_options.toml");
     folder.write("screens/vcc_options.toml", text + "\n# a line\n");
-    EXPECT_TRUE(told("{\"name\":\"vcc_options\",\"revision\":2}"));
+    EXPECT_TRUE(told("{\"name\":\"vcc_options\",\"page\":\"\",\"revision\":2}"));
 
     const std::string shown = picture("view=menu");
     fs::copy_file(folder.path() / "images/options.pcx", folder.path() / "images/menu.pcx",

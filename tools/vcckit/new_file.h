@@ -22,6 +22,7 @@ public:
 
     bool write(const void* bytes, std::size_t count);
 
+    const std::string& name() const { return path_; }
     /// The file's name until commit().
     const std::string& temporary_name() const { return temporary_; }
 

@@ -115,6 +115,8 @@ Result<Description> describe(const std::string& source, DocumentKind kind, const
     const auto model = SourceModel::read(source);
     if (!model)
         return Failure{model.reason()};
+    for (const auto& [key, number] : model->names())
+        out.names[key.first][key.second] = number;
     out.slots = describe_records(*model, Address::Of::slot, rules);
     out.toggles = describe_records(*model, Address::Of::toggle, rules);
     if (const Node* const styles = model->root().find("style"))

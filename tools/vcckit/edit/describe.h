@@ -2,6 +2,7 @@
 #pragma once
 
 #include "edit/source_edit.h"
+#include "names.h"
 
 #include <map>
 #include <optional>
@@ -48,6 +49,7 @@ struct Description {
     std::vector<RecordDescription> slots, toggles; ///< in the order of the text
     std::vector<StyleDescription> styles;
     std::vector<WindowDescription> windows;
+    std::map<Meaning, std::map<std::string, std::int64_t>> names; ///< that it gives to numbers
 };
 
 /// Fails when the text cannot be read as TOML. Pure.

@@ -1,6 +1,7 @@
 // Which documents an installation has, and their texts.
 #include "edit/workspace_parts.h"
 
+#include "edit/source_model.h"
 #include "latin1.h"
 #include "packed_screen.h"
 #include "unpack.h"
@@ -24,100 +25,117 @@ std::optional<std::string> bytes_of_text(const std::string& text, DocumentKind k
     return kind == DocumentKind::windows ? to_latin1(text) : text;
 }
 
-Result<Document> read_document(const std::string& file, DocumentKind kind) {
-    const auto bytes = read_file(file, document_limit);
-    if (!bytes)
-        return Failure{file + " " + bytes.reason()};
-    Document document;
-    document.name = fs::path(file).stem().string();
-    document.file = file;
-    document.kind = kind;
-    document.text = document.disk = document.base = text_of_bytes(*bytes, kind);
-    document.on_disk = true;
-    return document;
+std::string screen_of(const Document& document) {
+    const auto model = SourceModel::read(document.text);
+    return model ? model->screen(document.name) : document.name;
 }
+
+namespace {
 
 std::vector<std::string> source_files(const std::string& screens) {
     std::vector<std::string> files;
     std::error_code error;
     for (fs::directory_iterator entry(screens, error), end; !error && entry != end; entry.increment(error))
-        if (entry->is_regular_file(error) && entry->path().extension() == ".toml")
+        if (std::error_code ignored; entry->is_regular_file(ignored) && entry->path().extension() == ".toml")
             files.push_back(entry->path().string());
     std::ranges::sort(files);
     return files;
 }
 
-namespace {
-
-/// Sources for an installation that has none, from its packed files.
-Result<std::vector<Document>> make_sources(const fs::path& folder, const fs::path& screens) {
-    std::vector<Document> documents;
-    for (const ScreenFile& row : screen_files) {
-        const std::string name(row.name);
-        if (!platform::file_exists((folder / slot_file_name(languages[0], name)).string()))
-            continue;
-        const auto screen = read_packed_screen(folder.string(), name);
-        if (!screen)
-            return Failure{screen.reason()};
-        if (std::string difference = difference_of_structure(*screen); !difference.empty())
-            return Failure{std::move(difference) += " in screen " + name};
-        Document document;
-        document.name = name;
-        document.file = (screens / (name + ".toml")).string();
-        document.text = document.disk = document.base = write_screen_source(*screen);
-        documents.push_back(std::move(document));
-    }
-    return documents;
-}
-
-/// A file of text windows among the sources serves both languages; else each language has its own.
-std::string add_windows(const fs::path& folder, const fs::path& screens, std::vector<Document>& documents) {
-    std::vector<std::string> installed;
-    installed.reserve(languages.size());
-    for (const LanguageRow& language : languages) {
-        fs::path file = folder / "tools/language" / language.folder / language.prefix;
-        installed.push_back(platform::resolve_path((file += path::text_windows).string()));
-    }
-    const fs::path shared = screens / path::text_windows;
-    if (fs::exists(shared)) {
-        auto document = read_document(shared.string(), DocumentKind::windows);
-        if (!document)
-            return document.reason();
-        document->copies = installed;
-        documents.push_back(std::move(*document));
-        return {};
-    }
-    for (const std::string& file : installed) {
-        if (!platform::file_exists(file))
-            continue;
-        auto document = read_document(file, DocumentKind::windows);
-        if (!document)
-            return document.reason();
-        documents.push_back(std::move(*document));
-    }
-    return {};
+bool is_below(const fs::path& file, const fs::path& folder) {
+    return std::ranges::mismatch(folder, file).in1 == folder.end();
 }
 
 } // namespace
 
-Result<std::vector<Document>> find_documents(const std::string& folder, const std::string& screens) {
-    std::vector<Document> documents;
-    for (const std::string& file : source_files(screens)) {
-        auto document = read_document(file, DocumentKind::screen);
-        if (!document)
-            return Failure{document.reason()};
-        documents.push_back(std::move(*document));
+bool Workspace::Parts::holds(const std::string& file) const {
+    std::error_code error;
+    const fs::path real = fs::weakly_canonical(file, error);
+    return !error && (is_below(real, folder) || is_below(real, screens));
+}
+
+Result<std::optional<std::string>> Workspace::Parts::text_on_disk(Document& document) const {
+    std::error_code error;
+    document.on_disk = fs::exists(document.file, error);
+    if (!document.on_disk && !error)
+        return document.made ? made_text(document) : std::nullopt;
+    auto bytes = error ? Result<std::string>(Failure{error.message()}) : read_file(document.file, document_limit);
+    if (!bytes)
+        return Failure{document.file + " " + bytes.reason()};
+    document.made = false;
+    return std::optional(text_of_bytes(*bytes, document.kind));
+}
+
+std::optional<std::string> Workspace::Parts::made_text(const Document& document) const {
+    if (document.kind == DocumentKind::windows) { // one for both languages, when they say the same
+        if (document.copies.empty())
+            return std::nullopt;
+        const auto english = read_file(document.copies.front(), document_limit),
+                   german = read_file(document.copies.back(), document_limit);
+        return english && german && *english == *german ? std::optional(text_of_bytes(*english, document.kind))
+                                                        : std::nullopt;
     }
-    if (documents.empty()) {
-        auto made = make_sources(folder, screens);
-        if (!made)
-            return made;
-        documents = std::move(*made);
+    const auto packed = read_packed_screen(folder, document.name);
+    if (!packed || !difference_of_structure(*packed).empty())
+        return std::nullopt; // check tells what is wrong with it
+    return write_screen_source(*packed);
+}
+
+/// A file of text windows among the sources serves both languages; else each language has its own.
+std::string Workspace::Parts::add_windows() {
+    Document shared;
+    shared.file = (fs::path(screens) / path::text_windows).string();
+    shared.kind = DocumentKind::windows;
+    for (const LanguageRow& language : languages) {
+        fs::path file = fs::path(folder) / "tools/language" / language.folder / language.prefix;
+        shared.copies.push_back(platform::resolve_path((file += path::text_windows).string()));
     }
-    if (std::string reason = add_windows(folder, screens, documents); !reason.empty())
-        return Failure{std::move(reason)};
+    if (std::string reason = add_document(shared); !reason.empty() || find(fs::path(shared.file).stem().string()))
+        return reason;
+    for (const std::string& file : shared.copies) {
+        Document installed;
+        installed.file = file;
+        installed.kind = DocumentKind::windows;
+        if (std::string reason = add_document(std::move(installed)); !reason.empty())
+            return reason;
+    }
+    return {};
+}
+
+/// Adds a document when there is something to read.
+std::string Workspace::Parts::add_document(Document document) {
+    document.name = fs::path(document.file).stem().string();
+    if (find(document.name) || !holds(document.file))
+        return {};
+    document.made = document.kind == DocumentKind::screen || !document.copies.empty();
+    auto text = text_on_disk(document);
+    if (!text)
+        return text.reason();
+    if (*text) {
+        document.text = document.disk = std::move(**text);
+        document.revision = newest;
+        documents.push_back(std::move(document));
+    }
+    return {};
+}
+
+std::string Workspace::Parts::add_documents() {
+    std::string reason;
+    std::vector<std::string> files = source_files(screens);
+    for (const ScreenFile& row : screen_files)
+        files.push_back((fs::path(screens) / (std::string(row.name) + ".toml")).string());
+    for (const std::string& file : files) {
+        Document document;
+        document.file = file;
+        const bool is_made_elsewhere = !fs::exists(file) && std::ranges::find(documents, fs::path(file).stem().string(),
+                                                                              screen_of) != documents.end();
+        if (std::string fault = is_made_elsewhere ? "" : add_document(std::move(document)); !fault.empty())
+            reason = std::move(fault);
+    }
+    if (std::string fault = add_windows(); !fault.empty())
+        reason = std::move(fault);
     std::ranges::sort(documents, {}, &Document::name);
-    return documents;
+    return reason;
 }
 
 } // namespace vcc::kit::edit

@@ -35,7 +35,7 @@ long holder_of(int descriptor) {
 } // namespace
 
 Result<FolderLock> FolderLock::take(const std::string& folder) {
-    FolderLock lock(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    FolderLock lock(folder, ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (lock.descriptor_ < 0)
         return Failure{folder + ": " + std::strerror(errno)};
     if (::flock(lock.descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
@@ -43,6 +43,13 @@ Result<FolderLock> FolderLock::take(const std::string& folder) {
     const long holder = holder_of(lock.descriptor_);
     return Failure{folder + " is open in another editor" +
                    (holder > 0 ? ", process " + std::to_string(holder) : std::string())};
+}
+
+bool FolderLock::is_in_place() const {
+    struct stat held {
+    }, named{};
+    return ::fstat(descriptor_, &held) == 0 && ::stat(folder_.c_str(), &named) == 0 && held.st_ino == named.st_ino &&
+           held.st_dev == named.st_dev;
 }
 
 FolderLock::~FolderLock() {

@@ -16,16 +16,24 @@ public:
     static Result<FolderLock> take(const std::string& folder);
 
     ~FolderLock();
-    FolderLock(FolderLock&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
+    FolderLock(FolderLock&& other) noexcept
+        : folder_(std::move(other.folder_)), descriptor_(std::exchange(other.descriptor_, -1)) {}
     FolderLock& operator=(FolderLock&& other) noexcept {
+        std::swap(folder_, other.folder_);
         std::swap(descriptor_, other.descriptor_);
         return *this;
     }
+    const std::string& folder() const { return folder_; }
+    /// Whether the folder has still its name.
+    bool is_in_place() const;
+
     FolderLock(const FolderLock&) = delete;
     FolderLock& operator=(const FolderLock&) = delete;
 
 private:
-    explicit FolderLock(int descriptor) : descriptor_(descriptor) {}
+    FolderLock(std::string folder, int descriptor) : folder_(std::move(folder)), descriptor_(descriptor) {}
+
+    std::string folder_;
     int descriptor_;
 };
 

@@ -38,25 +38,17 @@ std::string unchanged(std::string text, const Change& change) {
 }
 
 void History::note(std::string_view before, std::string_view after, const std::string& label,
-                   const std::string& merge_key) {
+                   const std::string& merge_key, std::optional<MergeConflict> resolved) {
     const bool goes_on = !merge_key.empty() && merge_key == row_ && done_ > 0;
     steps_.resize(done_);
     if (goes_on) {
         Step& step = steps_.back();
         step.change = change_between(unchanged(std::string(before), step.change), after);
     } else {
-        steps_.push_back({change_between(before, after), label});
+        steps_.push_back({change_between(before, after), label, std::move(resolved)});
         ++done_;
     }
     row_ = merge_key;
-}
-
-std::string History::undo_label() const {
-    return done_ > 0 ? steps_[done_ - 1].label : "";
-}
-
-std::string History::redo_label() const {
-    return done_ < steps_.size() ? steps_[done_].label : "";
 }
 
 std::string History::undo(std::string text) {
@@ -67,6 +59,23 @@ std::string History::undo(std::string text) {
 std::string History::redo(std::string text) {
     row_.clear();
     return changed(std::move(text), steps_[done_++].change);
+}
+
+bool History::fits(std::string text) const {
+    const auto is_at = [&](const Change& change, const std::string& part) {
+        return change.at <= text.size() && text.compare(change.at, part.size(), part) == 0;
+    };
+    if (done_ > steps_.size())
+        return false;
+    std::string now = text;
+    for (std::size_t i = done_; i < steps_.size(); text = changed(std::move(text), steps_[i++].change))
+        if (!is_at(steps_[i].change, steps_[i].change.before))
+            return false;
+    text = std::move(now);
+    for (std::size_t i = done_; i > 0; text = unchanged(std::move(text), steps_[--i].change))
+        if (!is_at(steps_[i - 1].change, steps_[i - 1].change.after))
+            return false;
+    return true;
 }
 
 } // namespace vcc::kit::edit

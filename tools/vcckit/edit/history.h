@@ -1,6 +1,9 @@
 // Undo and redo without limit. A step is kept as what differs, so that thousands of them take little memory.
 #pragma once
 
+#include "edit/merge.h"
+
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,13 +25,24 @@ std::string unchanged(std::string text, const Change& change);
 
 class History {
 public:
+    struct Step {
+        Change change;
+        std::string label;
+        std::optional<MergeConflict> resolved; ///< that this step has decided, as it was before
+    };
+
+    History() = default;
+    /// As it was kept.
+    History(std::vector<Step> steps, std::size_t done) : steps_(std::move(steps)), done_(done) {}
+
     /// Notes a step that has been taken; what was undone is gone. Steps with the same merge key, not empty, one after
     /// the other become one; undo() and redo() end such a row.
-    void note(std::string_view before, std::string_view after, const std::string& label, const std::string& merge_key);
+    void note(std::string_view before, std::string_view after, const std::string& label, const std::string& merge_key,
+              std::optional<MergeConflict> resolved = {});
 
-    /// Of the step that undo() or redo() would take; empty without one.
-    std::string undo_label() const;
-    std::string redo_label() const;
+    /// The step that undo() or redo() would take; null without one.
+    const Step* undoable() const { return done_ > 0 ? &steps_[done_ - 1] : nullptr; }
+    const Step* redoable() const { return done_ < steps_.size() ? &steps_[done_] : nullptr; }
 
     /// The text before or after that step; there must be one.
     std::string undo(std::string text);
@@ -37,14 +51,16 @@ public:
     /// The next step stands by itself, whatever its merge key.
     void end_row() { row_.clear(); }
 
+    const std::vector<Step>& steps() const { return steps_; }
+    std::size_t done() const { return done_; } ///< steps that are not undone
+
+    /// Whether the steps lead to this text, and from it.
+    bool fits(std::string text) const;
+
 private:
-    struct Step {
-        Change change;
-        std::string label;
-    };
     std::vector<Step> steps_;
-    std::size_t done_ = 0; ///< steps that are not undone
-    std::string row_;      ///< merge key of the latest step
+    std::size_t done_ = 0;
+    std::string row_; ///< merge key of the latest step
 };
 
 } // namespace vcc::kit::edit

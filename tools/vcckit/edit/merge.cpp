@@ -20,95 +20,34 @@ Lines lines_of(std::string_view text) {
 }
 
 constexpr int none = -1;
-constexpr int most_differences = 2000; ///< with more, all between the equal beginnings and ends counts as changed
+constexpr std::size_t most_compared = 25'000'000; ///< pairs of lines; with more, all between the equal ends has changed
 
-/// For every line of `a` the line of `b` that it is equal to, ascending, by the shortest edit script (Myers 1986).
-class Matching {
-public:
-    Matching(const Lines& a, const Lines& b) : a_(a), b_(b), match_(a.size(), none) {
-        const std::size_t shorter = std::min(a.size(), b.size());
-        std::size_t head = 0, tail = 0;
-        while (head < shorter && a[head] == b[head])
-            ++head;
-        while (tail < shorter - head && a[a.size() - 1 - tail] == b[b.size() - 1 - tail])
-            ++tail;
-        for (std::size_t i = 0; i < head; ++i)
-            match_[i] = static_cast<int>(i);
-        for (std::size_t i = 0; i < tail; ++i)
-            match_[a.size() - 1 - i] = static_cast<int>(b.size() - 1 - i);
-        first_ = static_cast<int>(head);
-        rows_ = static_cast<int>(a.size() - head - tail);
-        columns_ = static_cast<int>(b.size() - head - tail);
-        if (rows_ > 0 && columns_ > 0)
-            search();
-    }
-
-    std::vector<int> take() { return std::move(match_); }
-
-private:
-    bool same(int row, int column) const {
-        return a_[static_cast<std::size_t>(first_ + row)] == b_[static_cast<std::size_t>(first_ + column)];
-    }
-
-    /// How far the paths with so many differences reach, by diagonal: rows, at index diagonal + differences.
-    using Reach = std::vector<int>;
-
-    /// The start of the last run of equal lines on a diagonal: one step from a path with one difference less.
-    static int row_from(const Reach& before, int differences, int diagonal) {
-        const auto at = [&](int d) { return before[static_cast<std::size_t>(d + differences - 1)]; };
-        if (diagonal == -differences)
-            return at(diagonal + 1);
-        if (diagonal == differences || at(diagonal - 1) >= at(diagonal + 1))
-            return at(diagonal - 1) + 1;
-        return at(diagonal + 1);
-    }
-
-    void search() {
-        std::vector<Reach> reaches;
-        const int limit = std::min(rows_ + columns_, most_differences);
-        for (int differences = 0; differences <= limit; ++differences) {
-            Reach reach(static_cast<std::size_t>(2 * differences + 1), 0);
-            for (int diagonal = -differences; diagonal <= differences; diagonal += 2) {
-                int row = differences == 0 ? 0 : row_from(reaches.back(), differences, diagonal);
-                while (row < rows_ && row - diagonal < columns_ && row - diagonal >= 0 && same(row, row - diagonal))
-                    ++row;
-                reach[static_cast<std::size_t>(diagonal + differences)] = row;
-                if (row >= rows_ && row - diagonal >= columns_) {
-                    trace(reaches, differences, diagonal);
-                    return;
-                }
-            }
-            // Diagonals between those that were visited are never asked for.
-            reaches.push_back(std::move(reach));
-        }
-    }
-
-    /// Goes back along the path that reached the end.
-    void trace(const std::vector<Reach>& reaches, int differences, int diagonal) {
-        int row = rows_;
-        for (; differences >= 0; --differences) {
-            const int start = differences == 0
-                                  ? 0
-                                  : row_from(reaches[static_cast<std::size_t>(differences - 1)], differences, diagonal);
-            while (row > start) {
-                --row;
-                match_[static_cast<std::size_t>(first_ + row)] = first_ + row - diagonal;
-            }
-            if (differences == 0)
-                return;
-            const Reach& before = reaches[static_cast<std::size_t>(differences - 1)];
-            const auto at = [&](int d) { return before[static_cast<std::size_t>(d + differences - 1)]; };
-            const bool down =
-                diagonal != -differences && (diagonal == differences || at(diagonal - 1) >= at(diagonal + 1));
-            row = down ? start - 1 : start;
-            diagonal += down ? -1 : 1;
-        }
-    }
-
-    const Lines &a_, &b_;
-    std::vector<int> match_;
-    int first_ = 0, rows_ = 0, columns_ = 0;
-};
+/// For every line of `a` the line of `b` that it is equal to, ascending: as many as possible.
+std::vector<int> matching(const Lines& a, const Lines& b) {
+    std::vector<int> match(a.size(), none);
+    const std::size_t shorter = std::min(a.size(), b.size());
+    std::size_t head = 0, tail = 0;
+    for (; head < shorter && a[head] == b[head]; ++head)
+        match[head] = static_cast<int>(head);
+    for (; tail < shorter - head && a[a.size() - 1 - tail] == b[b.size() - 1 - tail]; ++tail)
+        match[a.size() - 1 - tail] = static_cast<int>(b.size() - 1 - tail);
+    const std::size_t rows = a.size() - head - tail, columns = b.size() - head - tail, pitch = columns + 1;
+    if (rows * columns > most_compared)
+        return match;
+    // How many lines match from a pair of lines on.
+    std::vector<int> common((rows + 1) * pitch, 0);
+    for (std::size_t i = rows; i-- > 0;)
+        for (std::size_t j = columns; j-- > 0;)
+            common[i * pitch + j] = a[head + i] == b[head + j]
+                                        ? common[(i + 1) * pitch + j + 1] + 1
+                                        : std::max(common[(i + 1) * pitch + j], common[i * pitch + j + 1]);
+    for (std::size_t i = 0, j = 0; i < rows && j < columns;)
+        if (a[head + i] == b[head + j])
+            match[head + i++] = static_cast<int>(head + j++);
+        else
+            common[(i + 1) * pitch + j] >= common[i * pitch + j + 1] ? ++i : ++j;
+    return match;
+}
 
 std::string joined(const Lines& lines, int begin, int end) {
     std::string text;
@@ -128,7 +67,7 @@ public:
         : base_(lines_of(base)), mine_(lines_of(mine)), theirs_(lines_of(theirs)) {}
 
     Merged run() {
-        const std::vector<int> in_mine = Matching(base_, mine_).take(), in_theirs = Matching(base_, theirs_).take();
+        const std::vector<int> in_mine = matching(base_, mine_), in_theirs = matching(base_, theirs_);
         Front front;
         for (int i = 0; i < static_cast<int>(base_.size()); ++i) {
             const int m = in_mine[static_cast<std::size_t>(i)], t = in_theirs[static_cast<std::size_t>(i)];
@@ -176,7 +115,7 @@ private:
             last.base += base;
             last.theirs += theirs;
         } else {
-            out_.conflicts.push_back({{begin, out_.text.size()}, std::move(base), std::move(theirs)});
+            out_.conflicts.push_back({{begin, out_.text.size()}, std::move(base), std::move(theirs), false});
         }
     }
 

@@ -13,6 +13,7 @@ namespace vcc::kit::edit {
 struct MergeConflict {
     Span mine; ///< bytes of the merged text
     std::string base, theirs;
+    bool removed = false; ///< the file is gone, and all lines are mine
 };
 
 struct Merged {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -38,6 +39,7 @@ struct Operation {
     int dx = 0, dy = 0;   ///< move, resize: in the units that place the record, pixels or cells
     int to = 0;           ///< create, copy, renumber: the new index
     std::string text;     ///< create: the lines of the new table; replace_text: the new source
+    std::optional<std::string> base; ///< replace_text: what the new source was made from, when that may be an older one
 };
 
 } // namespace vcc::kit::edit

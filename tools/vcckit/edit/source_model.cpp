@@ -118,7 +118,7 @@ Result<SourceModel> SourceModel::read(const std::string& source) {
         return Failure{tree.reason()};
     SourceModel model(source);
     model.root_ = std::move(*tree);
-    if (const Node* const kinds = model.root_.find("names"))
+    if (const Node* const kinds = model.root_->find("names"))
         for (const Member& kind : kinds->members)
             if (const auto meaning = meaning_of_word(kind.key))
                 for (const Member& name : kind.value.members)
@@ -129,7 +129,7 @@ Result<SourceModel> SourceModel::read(const std::string& source) {
 
 std::vector<RecordTable> SourceModel::tables(Address::Of kind) const {
     std::vector<RecordTable> out;
-    if (const Node* const list = root_.find(key_of(kind)))
+    if (const Node* const list = root_->find(key_of(kind)))
         for (const Node& table : list->items)
             if (const auto record = record_of(*this, table, kind))
                 out.push_back(*record);
@@ -145,13 +145,13 @@ std::optional<RecordTable> SourceModel::find(Address::Of kind, int index) const 
 }
 
 const Node* SourceModel::style(std::string_view name) const {
-    const Node* const styles = root_.find("style");
+    const Node* const styles = root_->find("style");
     const Node* const style = styles ? styles->find(name) : nullptr;
     return style && style->is_table() ? style : nullptr;
 }
 
 std::string SourceModel::screen(const std::string& otherwise) const {
-    const Node* const name = root_.find("name");
+    const Node* const name = root_->find("name");
     return name && name->kind == Node::Kind::text ? name->text : otherwise;
 }
 

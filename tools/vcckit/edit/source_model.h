@@ -9,6 +9,7 @@
 
 #include <array>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -61,7 +62,10 @@ public:
     static Result<SourceModel> read(const std::string& source);
 
     const std::string& source() const { return *source_; }
-    const Node& root() const { return root_; }
+    const Node& root() const { return *root_; }
+
+    /// The names that the source gives to numbers.
+    const std::map<std::pair<Meaning, std::string>, std::int64_t>& names() const { return names_; }
 
     /// All tables of records of a kind, in the order of the text; those without a usable index are left out.
     std::vector<RecordTable> tables(Address::Of kind) const;
@@ -86,7 +90,7 @@ private:
     explicit SourceModel(const std::string& source) : source_(&source) {}
 
     const std::string* source_;
-    Node root_;
+    std::shared_ptr<const Node> root_;
     std::map<std::pair<Meaning, std::string>, std::int64_t> names_;
 };
 

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <deque>
+#include <mutex>
 #include <utility>
 
 namespace vcc::kit::edit {
@@ -349,15 +351,25 @@ const Node* Node::find(std::string_view key) const {
     return found == members.end() ? nullptr : &found->value;
 }
 
-Result<Node> read_source_tree(std::string_view source) {
+Result<std::shared_ptr<const Node>> read_source_tree(std::string_view source) {
+    static std::mutex mutex;
+    static std::deque<std::pair<std::string, std::shared_ptr<const Node>>> kept;
+    constexpr std::size_t most_kept = 4;
+    const std::lock_guard held(mutex);
+    if (const auto known =
+            std::ranges::find(kept, source, [](const auto& each) -> std::string_view { return each.first; });
+        known != kept.end())
+        return known->second;
     if (const auto fault = fault_of_source_text(source))
         return Failure{at_line(fault->line, fault->problem)};
     if (const toml::parse_result parsed = toml::parse(source); !parsed)
         return Failure{at_line(place_of(parsed.error().source()).line, parsed.error().description())};
-    Node root;
-    if (!TreeReader(source).read(root))
+    auto root = std::make_shared<Node>();
+    if (!TreeReader(source).read(*root))
         return Failure{"the source is written in a way that cannot be edited part by part"};
-    return root;
+    kept.emplace_front(source, root);
+    kept.resize(std::min(kept.size(), most_kept));
+    return std::shared_ptr<const Node>(std::move(root));
 }
 
 int line_at(std::string_view source, std::size_t byte) {

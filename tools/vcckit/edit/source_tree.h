@@ -4,6 +4,7 @@
 #include "core/result.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,8 +57,9 @@ struct Member {
     Node value;
 };
 
-/// The tree of a source that TOML's own reader accepts. The reason names the line of the first mistake.
-Result<Node> read_source_tree(std::string_view source);
+/// The tree of a source that TOML's own reader accepts. The reason names the line of the first mistake. The trees of
+/// the last few texts are kept, because one edit asks for them several times; from any thread.
+Result<std::shared_ptr<const Node>> read_source_tree(std::string_view source);
 
 /// The number of the line that a byte is in, from 1.
 int line_at(std::string_view source, std::size_t byte);

@@ -29,8 +29,6 @@ Span moved(Span span, const Change& change) {
     return {std::min(span.begin, change.at), beyond(std::max(span.end, end))};
 }
 
-constexpr std::size_t journal_limit = 32u << 20; ///< bytes; a longer one begins anew
-
 } // namespace
 
 void Workspace::Parts::show(Document& document, std::string text) {
@@ -39,28 +37,38 @@ void Workspace::Parts::show(Document& document, std::string text) {
         conflict.mine = moved(conflict.mine, change);
     document.text.swap(text);
     ++document.revision;
-    if (!offered.empty())
-        return; // the journal has to keep that; what changed is on disk
-    if (journal.trouble().empty() && journal.size() < journal_limit)
-        journal.note(document.name, document.file, text, document.text);
-    else
-        restart_journal();
 }
 
 void Workspace::Parts::change(Document& document, std::string text, const std::string& label,
-                              const std::string& merge_key) {
-    document.history.note(document.text, text, label, merge_key);
+                              const std::string& merge_key, std::optional<MergeConflict> resolved) {
+    document.history.note(document.text, text, label, merge_key, std::move(resolved));
     show(document, std::move(text));
 }
 
-void Workspace::Parts::restart_journal() {
+void Workspace::Parts::bring_in(Document& document, const std::string& base, const std::string& other,
+                                const std::string& label, const std::string& merge_key) {
+    Merged merged = merge(base, document.text, other);
+    if (merged.text != document.text)
+        change(document, std::move(merged.text), label, merge_key);
+    else
+        ++document.revision;
+    document.conflicts.insert(document.conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
+}
+
+void Workspace::Parts::keep() {
     if (!offered.empty())
-        return;
-    JournalContents contents;
-    for (const Document& document : documents)
-        if (document.text != document.base || document.packed_files_old)
-            contents[document.name] = {document.file, document.base, document.text, document.packed_files_old};
-    journal.replace(contents);
+        return; // the file has to keep that; what is done until then is on disk
+    UnsavedWork work;
+    for (const Document& each : documents)
+        if (each.text != each.disk || each.packed_files_old || !each.conflicts.empty())
+            work[each.name] = {each.file, each.disk, each.text, each.packed_files_old, each.conflicts, each.history};
+    std::error_code error;
+    if (unsaved.empty())
+        trouble = "there is neither XDG_STATE_HOME nor HOME to keep unsaved changes in";
+    else if (!work.empty())
+        trouble = put_quickly(unsaved, text_of_work(work));
+    else
+        trouble = (fs::remove(unsaved, error), error) ? "cannot remove " + unsaved + ": " + error.message() : "";
 }
 
 DocumentState state_of(const Document& document) {
@@ -71,12 +79,15 @@ DocumentState state_of(const Document& document) {
     state.text = document.text;
     state.revision = document.revision;
     state.dirty = document.dirty();
-    state.undo_label = document.history.undo_label();
-    state.redo_label = document.history.redo_label();
+    state.made = document.made;
+    if (const History::Step* const step = document.history.undoable())
+        state.undo_label = step->label;
+    if (const History::Step* const step = document.history.redoable())
+        state.redo_label = step->label;
     for (const MergeConflict& conflict : document.conflicts)
         state.conflicts.push_back({line_at(document.text, conflict.mine.begin), conflict.base,
                                    document.text.substr(conflict.mine.begin, conflict.mine.end - conflict.mine.begin),
-                                   conflict.theirs});
+                                   conflict.theirs, conflict.removed});
     return state;
 }
 
@@ -123,12 +134,10 @@ Result<std::unique_ptr<Workspace>> Workspace::open(const std::string& folder, co
             return Failure{lock.reason()};
         parts->locks.push_back(std::move(*lock));
     }
-    auto documents = find_documents(parts->folder, parts->screens);
-    if (!documents)
-        return Failure{documents.reason()};
-    parts->documents = std::move(*documents);
+    if (std::string reason = parts->add_documents(); !reason.empty())
+        return Failure{std::move(reason)};
     const std::string state = state_folder(parts->screens);
-    parts->journal = Journal(state.empty() ? "" : state + "/journal");
+    parts->unsaved = state.empty() ? "" : state + "/unsaved.json";
     parts->read_offer();
     return std::unique_ptr<Workspace>(new Workspace(std::move(parts)));
 }
@@ -141,12 +150,12 @@ const std::string& Workspace::screens_folder() const {
     return parts_->screens;
 }
 
-bool Workspace::sources_are_made() const {
-    return std::ranges::any_of(parts_->documents, [](const Document& document) { return !document.on_disk; });
+const std::string& Workspace::trouble() const {
+    return parts_->trouble;
 }
 
-const std::string& Workspace::trouble() const {
-    return parts_->journal.trouble();
+std::string Workspace::away() const {
+    return parts_->why_away();
 }
 
 std::vector<DocumentState> Workspace::documents() const {
@@ -170,13 +179,27 @@ Result<DocumentState> Workspace::edit(const std::string& name, std::int64_t revi
         return unknown_document(name);
     if (!parts_->offered.empty())
         return Failure{undecided_reason};
+    // A whole text may be older than what others have written since: both are kept.
+    const Operation* const whole = operations.size() == 1 ? operations.data() : nullptr;
+    if (whole && whole->what == Operation::Do::replace_text && whole->base) {
+        if (whole->text.size() > document_limit)
+            return Failure{"the text would be longer than " + std::to_string(document_limit) + " bytes"};
+        Merged merged = merge(*whole->base, whole->text, document->text);
+        if (merged.text != document->text)
+            parts_->change(*document, std::move(merged.text), label, merge_key);
+        document->conflicts.insert(document->conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
+        parts_->keep();
+        return state_of(*document);
+    }
     if (revision != document->revision)
         return Failure{stale_reason};
     auto text = apply(document->text, document->kind, operations, rules_of(*document));
     if (!text)
         return Failure{text.reason()};
-    if (*text != document->text)
+    if (*text != document->text) {
         parts_->change(*document, std::move(*text), label.empty() ? label_of(operations) : label, merge_key);
+        parts_->keep();
+    }
     return state_of(*document);
 }
 
@@ -184,9 +207,14 @@ Result<DocumentState> Workspace::undo(const std::string& name) {
     Document* const document = parts_->find(name);
     if (!document)
         return unknown_document(name);
-    if (document->history.undo_label().empty())
+    const History::Step* const step = document->history.undoable();
+    if (!step)
         return Failure{"there is nothing to undo"};
+    const auto resolved = step->resolved;
     parts_->show(*document, document->history.undo(document->text));
+    if (resolved)
+        document->conflicts.push_back(*resolved);
+    parts_->keep();
     return state_of(*document);
 }
 
@@ -194,9 +222,13 @@ Result<DocumentState> Workspace::redo(const std::string& name) {
     Document* const document = parts_->find(name);
     if (!document)
         return unknown_document(name);
-    if (document->history.redo_label().empty())
+    const History::Step* const step = document->history.redoable();
+    if (!step)
         return Failure{"there is nothing to redo"};
+    if (const auto& resolved = step->resolved)
+        std::erase_if(document->conflicts, [&](const MergeConflict& each) { return each.mine == resolved->mine; });
     parts_->show(*document, document->history.redo(document->text));
+    parts_->keep();
     return state_of(*document);
 }
 

@@ -1,4 +1,4 @@
-// The documents that an editor has open: their working texts in memory, history, journal, and the way back to disk.
+// The documents that an editor has open: their working texts in memory, history, and the way back to disk.
 #pragma once
 
 #include "edit/operation.h"
@@ -19,6 +19,7 @@ namespace vcc::kit::edit {
 struct Conflict {
     int line = 0; ///< in the working text, from 1
     std::string base, mine, theirs;
+    bool removed = false; ///< the file is gone
 };
 
 enum class Choice { mine, theirs, both };
@@ -29,6 +30,8 @@ struct DocumentState {
     std::string text; ///< UTF-8
     std::int64_t revision = 0;
     bool dirty = false; ///< saving would write it
+    bool made = false;  ///< from installed files: its source is written with the first change
+    bool gone = false;  ///< there is no such document any more
     std::string undo_label, redo_label;
     std::vector<Conflict> conflicts;
 };
@@ -55,32 +58,36 @@ inline constexpr const char* undecided_reason = "an earlier session left unsaved
 class Workspace {
 public:
     /// Opens an installation. Its sources lie in `screens`; when that is empty, in FOLDER/screens or else
-    /// ../screens beside it; when there are none, they are made from the packed files and written with the first save.
+    /// ../screens beside it. A screen without a source gets one, made from its packed files, with its first change.
     /// Fails when another editor has the folder (the reason says which process).
     static Result<std::unique_ptr<Workspace>> open(const std::string& folder, const std::string& screens = {});
     ~Workspace();
 
     const std::string& folder() const;         ///< of the installation
     const std::string& screens_folder() const; ///< of the sources; need not exist yet
-    bool sources_are_made() const;             ///< by unpacking; not on disk yet
 
     /// Why unsaved changes would not outlive a crash; empty while they would.
     const std::string& trouble() const;
+    /// Why nothing can be read and saved now; empty while it can.
+    std::string away() const;
 
     std::vector<DocumentState> documents() const;
     Result<DocumentState> document(const std::string& name) const;
 
     /// Applies operations to a text of the given revision. Changes with the same merge key, not empty, one after the
-    /// other are undone together. The reason is stale_reason when the document has another revision.
+    /// other are undone together. The reason is stale_reason when the document has another revision, which does not
+    /// matter to a whole text that says what it was made from: what has changed since is merged with it.
     Result<DocumentState> edit(const std::string& name, std::int64_t revision, const std::string& label,
                                const std::string& merge_key, std::span<const Operation> operations);
     Result<DocumentState> undo(const std::string& name);
     Result<DocumentState> redo(const std::string& name);
 
-    /// Writes all dirty documents with the packed files of both languages: all, or with any fault none.
+    /// Writes all dirty documents with the packed files of both languages: all, or with any fault none. What others
+    /// write into the sources meanwhile is merged, too, and written again.
     Result<Saved> save(const CheckSource& check);
 
-    /// Reads what has changed on disk, and merges it with the working texts. The names of the documents that changed.
+    /// Reads what has changed on disk, and merges it with the working texts. The names of the documents that changed,
+    /// came or went.
     std::vector<std::string> take_disk_changes();
     Result<DocumentState> resolve(const std::string& name, std::size_t conflict, Choice choice);
 
@@ -90,6 +97,7 @@ public:
 
 private:
     struct Parts;
+    Result<bool> save_once(const CheckSource& check, Saved& saved);
     explicit Workspace(std::unique_ptr<Parts> parts);
     std::unique_ptr<Parts> parts_;
 };

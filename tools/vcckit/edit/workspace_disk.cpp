@@ -7,54 +7,74 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <set>
+#include <utility>
 
 namespace vcc::kit::edit {
 
 namespace fs = std::filesystem;
 
 void Workspace::Parts::take(Document& document, std::string disk) {
-    Merged merged = merge(document.disk, document.text, disk);
-    const bool settled = document.conflicts.empty();
+    std::erase_if(document.conflicts, [](const MergeConflict& each) { return each.removed; });
+    bring_in(document, document.disk, disk, "Change on disk");
     document.disk = std::move(disk);
-    document.packed_files_old = document.kind == DocumentKind::screen || !document.copies.empty();
-    if (merged.text != document.text)
-        change(document, std::move(merged.text), "Change on disk", "");
-    else
-        ++document.revision;
-    document.conflicts.insert(document.conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
-    if (settled && document.conflicts.empty())
-        document.base = document.disk;
+    document.packed_files_old = !document.made && (document.kind == DocumentKind::screen || !document.copies.empty());
+}
+
+std::string Workspace::Parts::why_away() const {
+    for (const FolderLock& lock : locks)
+        if (!lock.is_in_place())
+            return lock.folder() + " has been moved away: nothing is read and written until it is back";
+    return {};
+}
+
+/// One document; whether it has changed.
+bool Workspace::Parts::follow(Document& document) {
+    const bool was_there = document.on_disk;
+    auto text = text_on_disk(document);
+    if (!text) // not now
+        return false;
+    if (!*text && was_there) {
+        if (document.text != document.disk || !document.conflicts.empty()) {
+            document.conflicts = {{{0, document.text.size()}, document.disk, "", true}};
+            ++document.revision;
+            return true;
+        }
+        document.made = true;
+        *text = made_text(document); // when there is nothing to make it from, it goes
+    }
+    if (!*text || (**text == document.disk && document.on_disk == was_there))
+        return false;
+    take(document, std::move(**text));
+    return true;
 }
 
 std::vector<std::string> Workspace::take_disk_changes() {
-    std::vector<std::string> changed;
+    if (!parts_->why_away().empty())
+        return {};
+    std::set<std::string> before, changed;
     for (Document& document : parts_->documents) {
-        std::error_code error;
-        const bool is_there = fs::exists(document.file, error);
-        const auto bytes = read_file(document.file, document_limit);
-        if (error || (is_there && !bytes)) // not now
-            continue;
-        const std::string text = bytes ? text_of_bytes(*bytes, document.kind) : document.disk;
-        if (is_there == document.on_disk && text == document.disk)
-            continue;
-        document.on_disk = is_there;
-        if (text != document.disk)
-            parts_->take(document, text);
-        else
-            ++document.revision;
-        changed.push_back(document.name);
+        before.insert(document.name);
+        if (parts_->follow(document))
+            changed.insert(document.name);
     }
-    for (const std::string& file : source_files(parts_->screens)) {
-        if (parts_->find(fs::path(file).stem().string()))
-            continue;
-        if (auto document = read_document(file, DocumentKind::screen)) {
-            changed.push_back(document->name);
-            document->packed_files_old = true;
-            parts_->documents.push_back(std::move(*document));
+    std::erase_if(parts_->documents, [&](const Document& document) {
+        const bool is_lost = document.made && document.text == document.disk && !parts_->made_text(document);
+        if (is_lost) {
+            parts_->newest = std::max(parts_->newest, document.revision + 1);
+            changed.insert(document.name);
         }
-    }
-    std::ranges::sort(parts_->documents, {}, &Document::name);
-    return changed;
+        return is_lost;
+    });
+    parts_->add_documents(); // what cannot be read is not there yet
+    for (Document& document : parts_->documents)
+        if (!before.contains(document.name)) {
+            document.packed_files_old = document.kind == DocumentKind::screen && !document.made;
+            changed.insert(document.name);
+        }
+    if (!changed.empty())
+        parts_->keep();
+    return {changed.begin(), changed.end()};
 }
 
 Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t conflict, Choice choice) {
@@ -63,42 +83,37 @@ Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t co
         return unknown_document(name);
     if (conflict >= document->conflicts.size())
         return Failure{name + " has no such conflict"};
-    const MergeConflict chosen = document->conflicts[conflict];
-    document->conflicts.erase(document->conflicts.begin() + static_cast<std::ptrdiff_t>(conflict));
+    MergeConflict chosen = document->conflicts[conflict];
+    if (chosen.removed && choice == Choice::theirs) {
+        document->text = document->disk;
+        document->made = true;
+        document->conflicts.clear();
+        ++document->revision;
+        take_disk_changes(); // it goes, or is made from what is installed
+        parts_->keep();
+        const auto left = this->document(name);
+        DocumentState gone;
+        gone.name = name;
+        gone.gone = true;
+        return left ? left : Result<DocumentState>(gone);
+    }
     const std::size_t size = chosen.mine.end - chosen.mine.begin;
     std::string text = document->text;
-    if (choice == Choice::theirs)
+    if (choice == Choice::theirs) {
         text.replace(chosen.mine.begin, size, chosen.theirs);
-    else if (choice == Choice::both) {
+    } else if (choice == Choice::both && !chosen.removed) {
         const bool unended = size > 0 && text[chosen.mine.end - 1] != '\n';
         text.insert(chosen.mine.end, (unended ? std::string(line_end_of(text)) : "") + chosen.theirs);
+        if (document->kind == DocumentKind::screen && read_source_tree(document->text) && !read_source_tree(text))
+            return Failure{"both together are no source: choose one of them, and write the other where it belongs"};
     }
-    if (text != document->text)
-        parts_->change(*document, std::move(text), "Change on disk", "");
-    else
-        ++document->revision;
-    if (document->conflicts.empty()) {
-        document->base = document->disk;
-        parts_->restart_journal();
-    }
+    document->conflicts.erase(document->conflicts.begin() + static_cast<std::ptrdiff_t>(conflict));
+    parts_->change(*document, std::move(text), "Decide between here and the file", "", std::move(chosen));
+    parts_->keep();
     return state_of(*document);
 }
 
 namespace {
-
-/// What a save that was broken off has left beside the files.
-void remove_leftovers(const Document& document, const std::string& folder) {
-    std::vector<std::string> files = document.copies;
-    files.push_back(document.file);
-    for (const LanguageRow& language : languages)
-        for (const char* extension : {".slt", ".tgl"})
-            files.push_back((fs::path(folder) / "tools/language" / language.folder /
-                             (std::string(language.prefix) + document.name + extension))
-                                .string());
-    std::error_code ignored;
-    for (const std::string& file : files)
-        fs::remove(file + ".new", ignored);
-}
 
 std::int64_t time_of(const std::string& file) {
     std::error_code error;
@@ -111,23 +126,31 @@ std::int64_t time_of(const std::string& file) {
 
 } // namespace
 
-void Workspace::Parts::read_offer() {
-    const auto bytes =
-        journal.path().empty() ? Result<std::string>(Failure{""}) : read_file(journal.path(), std::size_t{1} << 30U);
-    offered_when = time_of(journal.path());
-    for (auto& [name, left] : bytes ? read_journal(*bytes) : JournalContents()) {
-        Document* const document = find(name);
-        if (document && left.saving) {
-            document->packed_files_old = true;
-            remove_leftovers(*document, folder);
-        }
-        if (left.text != (document ? document->disk : left.base))
-            if (const Merged merged = merge(left.base, left.text, document ? document->disk : left.base);
-                !document || merged.text != document->disk || !merged.conflicts.empty())
-                offered[name] = left;
+/// What a save that was broken off has left beside the files goes, but not what another program has written.
+void Workspace::Parts::clear_up(Document& document, const UnsavedDocument& left) {
+    document.packed_files_old = true;
+    const auto other = read_file(document.file + ".new", document_limit);
+    if (other && left.text != left.disk) {
+        const std::string text = text_of_bytes(*other, document.kind);
+        if (!text.empty() && text != left.disk && !left.text.starts_with(text))
+            bring_in(document, left.disk, text, "Change on disk");
     }
-    if (offered.empty())
-        restart_journal(); // until then it stays as it is
+    std::error_code ignored;
+    for (const std::string& file : files_of(document))
+        fs::remove(file + ".new", ignored);
+}
+
+void Workspace::Parts::read_offer() {
+    const auto bytes = unsaved.empty() ? Result<std::string>(Failure{""}) : read_file(unsaved, std::size_t{1} << 30U);
+    offered_when = time_of(unsaved);
+    for (auto& [name, left] : bytes ? work_of_text(*bytes) : UnsavedWork()) {
+        Document* const document = find(name);
+        if (document && left.saving)
+            clear_up(*document, left);
+        if (left.text != (document ? document->disk : left.disk) || !left.conflicts.empty())
+            offered[name] = std::move(left);
+    }
+    keep(); // with an offer the file stays as it is
 }
 
 Recovery Workspace::recovered() const {
@@ -141,27 +164,25 @@ Recovery Workspace::recovered() const {
 Result<std::vector<DocumentState>> Workspace::recover(bool take) {
     if (parts_->offered.empty())
         return Failure{"nothing was left to recover"};
-    const JournalContents offered = std::move(parts_->offered);
+    UnsavedWork offered = std::move(parts_->offered);
     parts_->offered.clear();
-    for (const auto& [name, left] : take ? offered : JournalContents()) {
-        if (!parts_->find(name)) { // its file is gone
-            Document document;
-            document.name = name;
-            document.file = left.file;
-            document.text = document.disk = document.base = left.base;
-            parts_->documents.push_back(std::move(document));
-            std::ranges::sort(parts_->documents, {}, &Document::name);
+    for (auto& [name, left] : take ? offered : UnsavedWork()) {
+        Document* document = parts_->find(name);
+        if (!document) { // its file is gone
+            document = &parts_->documents.emplace_back();
+            document->name = name;
+            document->file = left.file;
+            document->disk = left.disk;
         }
-        Document& document = *parts_->find(name);
-        Merged merged = merge(left.base, left.text, document.disk);
-        document.history.note(document.text, merged.text, "Recover unsaved changes", "");
-        document.text = std::move(merged.text);
-        document.conflicts = std::move(merged.conflicts);
-        if (!document.conflicts.empty())
-            document.base = left.base;
-        ++document.revision;
+        // As it was then; what the file holds now comes in as a change on disk.
+        std::string disk = std::exchange(document->disk, std::move(left.disk));
+        document->text = std::move(left.text);
+        document->history = std::move(left.history);
+        document->conflicts = std::move(left.conflicts);
+        parts_->take(*document, std::move(disk));
+        std::ranges::sort(parts_->documents, {}, &Document::name);
     }
-    parts_->restart_journal();
+    parts_->keep();
     return documents();
 }
 

@@ -1,10 +1,19 @@
 // The way of documents to disk.
+#include "edit/exchange.h"
 #include "edit/workspace_parts.h"
 #include "packed_screen.h"
 
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <map>
+#include <memory>
+
+#include <unistd.h>
 
 namespace vcc::kit::edit {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -13,6 +22,7 @@ struct Leaving {
     Document* document = nullptr;
     std::string bytes; ///< of its file
     Screen screen;     ///< of a source
+    std::unique_ptr<NewFile> file;
 };
 
 /// Whether two sources make the same screen; the reason then.
@@ -25,36 +35,90 @@ std::string fault_of_screens(const std::vector<Leaving>& leaving) {
     return {};
 }
 
-/// Puts the files of a document into the set, their names to `written`. The reason of a failure.
-std::string stage(const Leaving& leaving, const std::string& folder, FileSet& files,
-                  std::vector<std::string>& written) {
+/// Puts the files of a document beside their places, and their names to `written`. The reason of a failure.
+std::string stage(Leaving& leaving, const std::string& folder, FileSet& files, std::vector<std::string>& written) {
     const Document& document = *leaving.document;
     if (document.kind == DocumentKind::screen)
         if (std::string reason = write_packed_screen(leaving.screen, folder, files, written); !reason.empty())
             return reason;
-    std::vector<std::string> names = document.copies;
-    names.insert(names.begin(), document.file);
-    for (const std::string& name : names) {
+    for (const std::string& name : document.copies)
         if (std::string reason = files.write(name, leaving.bytes); !reason.empty())
             return reason;
-        written.push_back(name);
-    }
+    std::error_code error;
+    const fs::path path = fs::weakly_canonical(document.file, error); // a link stays a link
+    fs::create_directories(path.parent_path(), error);
+    leaving.file = std::make_unique<NewFile>(error ? document.file : path.string());
+    if (!leaving.file->stream() || !leaving.file->write(leaving.bytes.data(), leaving.bytes.size()) ||
+        !leaving.file->flush() || ::fsync(::fileno(leaving.file->stream())) != 0)
+        return leaving.file->reason().empty() ? "cannot write " + document.file + ": " + std::strerror(errno)
+                                              : leaving.file->reason();
+    written.insert(written.end(), document.copies.begin(), document.copies.end());
+    written.push_back(document.file);
     return {};
 }
 
 } // namespace
 
+std::vector<std::string> Workspace::Parts::files_of(const Document& document) const {
+    std::vector<std::string> files = document.copies;
+    files.push_back(document.file);
+    for (const LanguageRow& language : languages)
+        if (const fs::path slots = fs::path(folder) / slot_file_name(language, screen_of(document));
+            document.kind == DocumentKind::screen)
+            for (const char* extension : {".slt", ".tgl"})
+                files.push_back(fs::path(slots).replace_extension(extension).string());
+    return files;
+}
+
+/// Puts a document's file in place; what another program has written into it since it was read comes in.
+Result<bool> Workspace::Parts::put(Document& document, NewFile& file) {
+    const auto before = exchange(file.temporary_name(), file.name());
+    if (!before)
+        return Failure{before.reason()};
+    const std::string text = document.text;
+    const std::string other = *before ? text_of_bytes(**before, document.kind) : document.disk;
+    if (other != document.disk && other != text)
+        bring_in(document, document.disk, other, "Change on disk");
+    document.disk = text;
+    document.on_disk = true;
+    document.made = document.packed_files_old = false;
+    document.history.end_row();
+    ++document.revision;
+    return document.text != text || !document.conflicts.empty();
+}
+
 Result<Saved> Workspace::save(const CheckSource& check) {
+    Saved saved;
+    constexpr int rounds = 10; ///< for as often does another program come in between
+    for (int round = 0; round < rounds; ++round) {
+        const auto again = save_once(check, saved);
+        if (!again)
+            return Failure{again.reason()};
+        if (!*again)
+            break;
+    }
+    return saved;
+}
+
+/// Whether there is something to save again.
+Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
     if (!parts_->offered.empty())
         return Failure{undecided_reason};
+    if (std::string reason = parts_->why_away(); !reason.empty())
+        return Failure{std::move(reason)};
     take_disk_changes();
-    Saved saved;
     std::vector<Leaving> leaving;
     for (Document& document : parts_->documents) {
         if (!document.conflicts.empty())
-            return Failure{document.name + " was changed on disk in the same lines: choose which to keep"};
+            return Failure{document.name + (document.conflicts.front().removed
+                                                ? " was changed here, and its file is gone: choose what counts"
+                                                : " was changed on disk in the same lines: choose which to keep")};
         if (!document.dirty())
             continue;
+        for (const std::string& file : parts_->files_of(document))
+            if (!parts_->holds(file))
+                return Failure{file +
+                               " is a link that leads out of the installation and its sources: nothing is written"};
         auto bytes = bytes_of_text(document.text, document.kind);
         if (!bytes)
             return Failure{document.name + " has a character outside Windows Latin-1"};
@@ -62,37 +126,36 @@ Result<Saved> Workspace::save(const CheckSource& check) {
         if (document.kind == DocumentKind::screen)
             checked = check(document.file, document.text);
         saved.faults.insert(saved.faults.end(), checked.faults.begin(), checked.faults.end());
-        leaving.push_back({&document, std::move(*bytes), std::move(checked.screen)});
+        leaving.push_back({&document, std::move(*bytes), std::move(checked.screen), nullptr});
     }
-    if (!saved.faults.empty())
-        return saved;
+    if (!saved.faults.empty() || leaving.empty())
+        return false;
     if (std::string reason = fault_of_screens(leaving); !reason.empty())
         return Failure{std::move(reason)};
 
     // From here on an end of the process may leave some of the files new and some old.
-    for (const Leaving& each : leaving) {
-        parts_->journal.note_saving(each.document->name, each.document->file, each.document->text);
-        each.document->packed_files_old = true;
-    }
-    FileSet files;
-    std::string reason;
     for (const Leaving& each : leaving)
+        each.document->packed_files_old = true;
+    parts_->keep();
+    FileSet files;
+    saved.files.clear();
+    std::string reason;
+    for (Leaving& each : leaving)
         if (reason.empty())
             reason = stage(each, parts_->folder, files, saved.files);
     if (reason.empty())
         reason = files.commit();
+    bool again = false;
+    for (const Leaving& each : leaving) {
+        const auto changed = reason.empty() ? parts_->put(*each.document, *each.file) : Result<bool>(Failure{reason});
+        if (!changed)
+            reason = changed.reason();
+        again = again || (changed && *changed);
+    }
+    parts_->keep();
     if (!reason.empty())
         return Failure{std::move(reason)};
-    for (const Leaving& each : leaving) {
-        Document& document = *each.document;
-        document.disk = document.base = document.text;
-        document.on_disk = true;
-        document.packed_files_old = false;
-        document.history.end_row();
-        ++document.revision;
-    }
-    parts_->restart_journal();
-    return saved;
+    return again;
 }
 
 } // namespace vcc::kit::edit

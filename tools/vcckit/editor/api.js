@@ -18,10 +18,17 @@ export async function get(path, parameters = {}) {
 }
 export const getJson = async (path, parameters) => (await get(path, parameters)).json();
 
+/** What this page is called in what the server tells of changes. */
+export const pageName = Math.random().toString(36).slice(2);
+
 export async function post(path, body) {
-  const response = await fetch(path, { method: 'POST', cache: 'no-store', body: JSON.stringify(body),
+  const response = await fetch(path, { method: 'POST', cache: 'no-store',
+    body: JSON.stringify({ ...body, page: pageName }),
     headers: { 'Content-Type': 'application/json' } });
-  return (await answerOf(response)).json();
+  const bytes = new Uint8ClampedArray(await (await answerOf(response)).arrayBuffer());
+  const end = bytes.indexOf(10); // behind the first line are pixels
+  const text = new TextDecoder().decode(end < 0 ? bytes : bytes.subarray(0, end));
+  return Object.assign(JSON.parse(text), { pixels: bytes.slice(end + 1) });
 }
 
 /** A path with those parameters that have a value. */

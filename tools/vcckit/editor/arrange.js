@@ -21,7 +21,7 @@ export function unitOf(each) {
 /** The sides by which an item can be resized. */
 export function canResize(each) {
   const thing = movedBy(each);
-  if (thing.kind === 'slot' && thing.shown.kind !== 'text' && thing.shown.kind !== 'picture') return [];
+  if (thing.kind === 'slot' && thing.shown.kind !== 'picture' && !thing.shown.boxed) return [];
   return ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
 }
 
@@ -102,17 +102,9 @@ export function resizeOperations(each, { left = 0, top = 0, right = 0, bottom = 
     return operations;
   }
   if (each.kind === 'slot' && each.shown.kind === 'text') {
-    const [cell, unit] = [each.shown.values, unitOf(each)];
-    const pixels = { x: right - left * unit[0], y: bottom - top * unit[1] }; // boxes are in pixels
-    if (pixels.x && !cell.box_width) {
-      operations.push(set(of, 'box_width', Math.max(each.rect[2] + pixels.x, 1)));
-      pixels.x = 0;
-    }
-    if (pixels.y && !cell.box_height) {
-      operations.push(set(of, 'box_height', Math.max(each.rect[3] + pixels.y, 1)));
-      pixels.y = 0;
-    }
-    if (pixels.x || pixels.y) operations.push({ do: 'resize', of, dx: pixels.x, dy: pixels.y });
+    const unit = unitOf(each); // boxes are in pixels
+    const [dx, dy] = [right - left * unit[0], bottom - top * unit[1]];
+    if (dx || dy) operations.push({ do: 'resize', of, dx, dy });
     return operations;
   }
   if (right - left || bottom - top) operations.push({ do: 'resize', of, dx: right - left, dy: bottom - top });

@@ -1,22 +1,15 @@
 // The bar at the top: which screen, which language, which look; undo, redo, save, play.
-import { post } from './api.js';
-import { el, find, iconButton, segments } from './dom.js';
-import { isBusy, redo, save, undo } from './edits.js';
-import { showKeys } from './keys.js';
-import { say } from './messages.js';
-import { isDark, prefer } from './preferences.js';
-import { flushSource } from './source.js';
-import { activeDocument, helpSlots, on, showView, state, viewOf } from './state.js';
+import { commandButton, commandIcon, hintOf } from './commands.js';
+import { el, find, segments } from './dom.js';
+import { isBusy } from './edits.js';
+import { activeDocument, helpSlots, lead, on, showView, state, viewOf } from './state.js';
 
 const bar = find('bar');
 const viewNames = { menu: 'Menu', options: 'Options', help: 'Help', message: 'Message',
   vcc_options_info: 'Explanations' };
 const hasOptions = () => Boolean(viewOf(state.view)?.rows);
-const undoButton = iconButton('undo', 'Undo', () => undo());
-const redoButton = iconButton('redo', 'Redo', () => redo());
-const saveButton = el('button', { type: 'button', class: 'primary state', on: { click: () => saveAll() } }, 'Save');
-const playButton = el('button', { type: 'button', title: 'Start the program on what is saved (F5)',
-  on: { click: () => playNow() } }, 'Play');
+const buttons = { undo: commandIcon('undo'), redo: commandIcon('redo') };
+const saveButton = commandButton('save', { class: 'primary state' }, 'Save');
 let parts = {};
 
 function build() {
@@ -42,9 +35,8 @@ function build() {
     parts.about, parts.languages, parts.looks,
     el('span', { class: 'folder grow', title: `${project.folder}\nSources: ${project.screens_folder}` },
       project.folder.split('/').pop()),
-    undoButton, redoButton, saveButton, playButton,
-    iconButton('day', 'Light or dark', () => prefer({ theme: isDark() ? 'light' : 'dark' })),
-    iconButton('keys', 'Keys (?)', showKeys));
+    buttons.undo, buttons.redo, saveButton, commandButton('play', {}, 'Play'), commandIcon('day'),
+    commandIcon('keys'));
 }
 
 function draw() {
@@ -52,19 +44,19 @@ function draw() {
   parts.views.show(state.view);
   parts.languages.show(state.language);
   parts.looks.show(state.preview);
+  for (const button of [...parts.looks.children].slice(1)) button.disabled = lead()?.kind !== 'slot';
   parts.looks.hidden = state.view === 'help' || state.view === 'message';
   parts.row.hidden = parts.module.hidden = !hasOptions();
   parts.row.value = state.row ?? '';
   parts.module.value = state.module ?? '';
   drawAbout();
   const document = activeDocument();
-  const label = (button, what, key, text) => {
-    button.disabled = !text && !isBusy();
-    button.title = text ? `${what}: ${text} (${key})` : `Nothing to ${what.toLowerCase()} (${key})`;
+  for (const [what, button] of Object.entries(buttons)) {
+    const step = document?.[what];
+    button.disabled = !step && !isBusy();
+    button.title = step ? hintOf(what).replace(' (', `: ${step} (`) : `Nothing to ${what}`;
     button.setAttribute('aria-label', button.title);
-  };
-  label(undoButton, 'Undo', 'Ctrl+Z', document?.undo);
-  label(redoButton, 'Redo', 'Ctrl+Y', document?.redo);
+  }
   const dirty = [...state.documents.values()].filter((each) => each.dirty).map((each) => each.name);
   saveButton.disabled = !dirty.length && !isBusy();
   saveButton.classList.toggle('dirty', dirty.length > 0);
@@ -80,21 +72,6 @@ function drawAbout() {
   parts.about.replaceChildren(...helpSlots().map((each) => el('option', { value: each.index },
     `${each.index} ${each.name}`)));
   parts.about.value = state.about ?? '';
-}
-
-export async function saveAll() {
-  await flushSource();
-  return save();
-}
-
-export async function playNow() {
-  if ([...state.documents.values()].some((each) => each.dirty) && !await saveAll()) return;
-  try {
-    await post('play', {});
-    say('The program starts.');
-  } catch (error) {
-    say(error.message, 'bad');
-  }
 }
 
 on('project', build);

@@ -33,6 +33,7 @@ export function colourInput(items, field, value, language) {
     'aria-label': `Colour table for ${field.name}`, on: { click: () => openTable(button, current, document, (number) =>
       setValue(items, field.name, writtenFor('colour', number, document), language)) } },
   swatch(value.mixed ? -1 : current));
+  button.dataset.field = `${field.name} table`; // the focus comes back here
   return el('div', { class: 'with-button first' }, button, input);
 }
 

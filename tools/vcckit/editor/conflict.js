@@ -15,6 +15,12 @@ function ask(document) {
   open = true;
   const [conflict] = document.conflicts;
   const choose = (choice) => () => resolve(document.name, 0, choice);
+  if (conflict.removed) {
+    dialog(`${document.file} is gone`, el('p', {}, 'It was changed here and not saved. Kept, it is written with the ' +
+      'next save.'), [{ label: 'Later' }, { label: 'Let it go', run: choose('theirs') },
+      { label: 'Keep it', run: choose('mine'), primary: true }], { closed() { open = false; } });
+    return;
+  }
   dialog(`${document.name}, line ${conflict.line}: changed here and in the file`, [
     el('p', {}, 'Both texts are safe until you choose.', document.conflicts.length > 1
       ? ` ${document.conflicts.length - 1} more after this one.` : ''),
@@ -26,7 +32,8 @@ function ask(document) {
 
 function draw() {
   const document = [...state.documents.values()].find((each) => each.conflicts.length);
-  banner('conflict', document && `${document.file} was changed in the same lines as here.`,
+  banner('conflict', document && (document.conflicts[0].removed ? `${document.file} is gone, and was changed here.`
+    : `${document.file} was changed in the same lines as here.`),
     document ? [el('button', { type: 'button', on: { click: () => ask(document) } }, 'Decide')] : []);
 }
 on('document project', draw);

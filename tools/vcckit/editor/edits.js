@@ -1,7 +1,9 @@
 // Changes on their way to the server: in order, one at a time. What belongs to the same gesture and still waits is
 // joined, so that a drag never runs behind the pointer.
-import { post, Refusal } from './api.js';
+import { getJson, post, Refusal } from './api.js';
 import { say } from './messages.js';
+import { arrive, wishAlong } from './picture.js';
+import { flushSource } from './source.js';
 import { activeDocument, adopt, state, tell } from './state.js';
 
 const waiting = [];
@@ -29,7 +31,22 @@ function nothing(what) {
   return Promise.resolve(false);
 }
 
-export const save = () => ask({ path: 'save' });
+/** Saves, with what is being typed. */
+export async function saveAll() {
+  const active = document.activeElement;
+  if (active.matches('input:not([type="checkbox"])')) active.dispatchEvent(new Event('change', { bubbles: true }));
+  await flushSource();
+  return ask({ path: 'save' });
+}
+export async function playNow() {
+  if ([...state.documents.values()].some((each) => each.dirty) && !await saveAll()) return;
+  try {
+    await post('play', {});
+    say('The program has started.');
+  } catch (error) {
+    say(error.message, 'bad');
+  }
+}
 export const resolve = (name, conflict, choice) => ask({ path: 'resolve', name, conflict, choice });
 export const recover = (take) => ask({ path: 'recover', take });
 export const isBusy = () => busy || waiting.length > 0;
@@ -52,20 +69,29 @@ async function work() {
   tell('queue');
 }
 
-const bodies = {
-  edit: (r) => ({ name: r.name, revision: state.documents.get(r.name).revision, label: r.label, merge: r.merge,
-    operations: r.operations }),
-  undo: (r) => ({ name: r.name }),
-  redo: (r) => ({ name: r.name }),
-  save: () => ({}),
-  resolve: (r) => ({ name: r.name, conflict: r.conflict, choice: r.choice }),
-  recover: (r) => ({ take: r.take }),
-};
+/** What a request says; one about a document asks for the picture along with it. */
+const bodyOf = ({ path, done, settle, ...request }) => (request.name ? { ...request, ...wishAlong(),
+  revision: state.documents.get(request.name)?.revision ?? 0 } : request);
+
+/** A document of which only what is different has come. */
+async function whole({ since, lists = {}, lines, picture, pixels, ...rest }) {
+  if (since === undefined) return rest;
+  const known = state.documents.get(rest.name);
+  if (known?.revision !== since) return getJson('document', { name: rest.name });
+  const document = { ...known, ...rest };
+  for (const [name, { size, changed }] of Object.entries(lists)) {
+    document[name] = known[name].slice(0, size);
+    for (const [index, record] of Object.entries(changed)) document[name][index] = record;
+  }
+  if (lines) document.text = known.text.split('\n').toSpliced(lines.at, lines.count, ...lines.lines).join('\n');
+  return document;
+}
 
 async function sent(request, again = true) {
   try {
-    const answer = await post(request.path, bodies[request.path](request));
-    for (const document of answer.documents ?? [answer]) adopt(document);
+    const answer = await post(request.path, bodyOf(request));
+    if (answer.picture) arrive(answer.picture, answer.pixels);
+    for (const document of answer.documents ?? [await whole(answer)]) adopt(document);
     if (request.path === 'save') sayWhatIsSaved(answer.saved ?? []);
     return true;
   } catch (error) {
@@ -75,8 +101,7 @@ async function sent(request, again = true) {
     }
     if (error.status === 409 && error.answer.document) {
       adopt(error.answer.document);
-      const whole = request.operations?.some((each) => each.do === 'replace_text');
-      if (again && !whole) return sent(request, false); // operations name records, so they still mean the same
+      if (again) return sent(request, false); // operations name records, so they still mean the same
     }
     const [fault] = error.answer.faults ?? [];
     say(fault ? `Not saved: ${fault.code} ${fault.where} ${fault.problem}` : error.message, 'bad');
@@ -87,7 +112,7 @@ async function sent(request, again = true) {
 
 function sayWhatIsSaved(files) {
   const names = files.map((each) => each.split('/').pop());
-  say(names.length ? `Saved ${names.join(', ')}.` : 'Everything was saved.');
+  say(names.length ? `Saved ${names.join(', ')}.` : 'There was nothing to save.');
 }
 
 function joined(before, more) {

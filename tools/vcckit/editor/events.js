@@ -1,23 +1,26 @@
 // What happens elsewhere: another page's change, a file on disk, faults of the whole installation.
-import { getJson } from './api.js';
+import { getJson, pageName } from './api.js';
 import { banner } from './messages.js';
 import { load as loadAll } from './project.js';
 import { refresh } from './picture.js';
+import { offerRecovery } from './recover.js';
 import { adopt, state, tell } from './state.js';
 
 let wasLost = false;
+let stream = null;
 
-export function listen() {
-  const stream = new EventSource('events');
+function listen() {
+  stream = new EventSource('events');
   stream.addEventListener('document', (event) => {
-    const { name, revision } = JSON.parse(event.data);
-    if ((state.documents.get(name)?.revision ?? -1) < revision) load(name);
+    const { name, revision, page } = JSON.parse(event.data);
+    if (page !== pageName && (state.documents.get(name)?.revision ?? -1) < revision) load(name);
   });
   stream.addEventListener('files', () => reload());
   stream.addEventListener('faults', (event) => {
     state.faults = JSON.parse(event.data).faults;
     tell('faults');
   });
+  stream.addEventListener('notices', (event) => banner('notices', JSON.parse(event.data).notices.join(' '), [], 'bad'));
   stream.addEventListener('open', () => {
     banner('offline');
     if (wasLost) reload();
@@ -25,9 +28,21 @@ export function listen() {
   });
   stream.addEventListener('error', () => {
     wasLost = true;
-    banner('offline', 'The tool does not answer. This page shows what it knew; changes are not taken until it is back.',
-      [], 'bad');
+    banner('offline', 'The tool does not answer, and takes no changes. Start vcckit edit on this folder again: this ' +
+      'page comes back by itself, with what was not saved.', [], 'bad');
+    if (stream.readyState === EventSource.CLOSED) setTimeout(listen, 2000);
   });
+}
+
+/** A browser has few connections to one server: a tab that is not seen hears nothing, and looks later. */
+export function listenWhileSeen() {
+  const follow = () => {
+    if (!document.hidden) return listen();
+    stream?.close();
+    wasLost = true;
+  };
+  document.addEventListener('visibilitychange', follow);
+  listen();
 }
 
 async function load(name) {
@@ -37,8 +52,9 @@ async function load(name) {
 /** Everything anew: pictures or sounds have changed, or the connection was lost meanwhile. */
 async function reload() {
   try {
-    await loadAll();
+    const isNew = await loadAll();
     tell('project');
     refresh({ always: true });
+    if (isNew) offerRecovery(state.project.recovered);
   } catch { /* the stream tells when the tool is back */ }
 }

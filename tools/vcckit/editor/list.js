@@ -1,6 +1,6 @@
 // The list at the left: slots, text windows or styles, as a listbox that arrow keys go through.
-import { el, find, icon, iconButton, segments } from './dom.js';
-import { createSlot, listKeys } from './records.js';
+import { el, find, icon, segments } from './dom.js';
+import { listKeys } from './records.js';
 import { allFaults, item, on, select, showList, state, tell } from './state.js';
 
 const panel = find('items');
@@ -8,13 +8,15 @@ const tabs = segments('Kind of list', [
   { value: 'slots', label: 'Slots', title: 'Slots of this screen' },
   { value: 'windows', label: 'Windows', title: 'Text windows of all screens' },
   { value: 'styles', label: 'Styles', title: 'Styles of this screen' },
-], (value) => { showList(value); });
+], (value) => {
+  select([]); // what is chosen is in the list that is shown
+  showList(value);
+});
 const search = el('input', { type: 'search', placeholder: 'Find', 'aria-label': 'Find by number, name or text',
   class: 'grow', on: { input: () => draw() } });
 const list = el('ul', { role: 'listbox', tabIndex: 0, 'aria-label': 'Slots', 'aria-multiselectable': 'true' });
 
-panel.append(el('div', { class: 'list-head' }, tabs, el('div', { class: 'list-find' }, search,
-  iconButton('plus', 'New slot (N)', () => createSlot()))), list);
+panel.append(el('div', { class: 'list-head' }, tabs, el('div', { class: 'list-find' }, search)), list);
 
 const kindWords = { text: 'text', picture: 'picture', window: 'shows a text window', other: 'other' };
 
@@ -57,7 +59,7 @@ function looksOf(each, faulty) {
   return {
     icon: isButton ? 'button' : kind,
     index: each.kind === 'style' ? null : each.kind === 'toggle' ? `T${each.index}` : String(each.index),
-    name: each.name || (each.shown?.text ? `“${each.shown.text.trim()}”` : ''),
+    name: each.name || (each.shown?.text.trim() ? `“${each.shown.text.trim()}”` : `(${kindWords[kind] ?? kind})`),
     classes: [each.shown?.hidden && 'unseen', each.key === state.selection.at(-1) && 'lead',
       each.kind === 'slot' && faulty.has(`${each.document.name}/${each.index}`) && 'faulty'].filter(Boolean).join(' '),
     chosen: state.selection.includes(each.key),

@@ -1,5 +1,5 @@
 // A slot's looks beside each other as the program draws them: at rest, under the pointer, pressed.
-import { el } from './dom.js';
+import { el, segments } from './dom.js';
 import { clamp } from './geometry.js';
 import { request, rgba } from './picture.js';
 import { HEIGHT, on, select, state, WIDTH } from './state.js';
@@ -7,27 +7,30 @@ import { hasLook } from './values.js';
 
 const MARGIN = 4;
 const looks = [
-  { look: '', title: 'normal', of: () => ({ hover: null, pressed: null }) },
-  { look: 'highlight', title: 'pointer over', of: (index) => ({ hover: index, pressed: null }) },
-  { look: 'pressed', title: 'pressed', of: (index) => ({ hover: null, pressed: index }) },
+  { look: '', label: 'Normal', of: () => ({ hover: null, pressed: null }) },
+  { look: 'highlight', label: 'Pointer over', title: 'What is different while the pointer is over it',
+    of: (index) => ({ hover: index, pressed: null }) },
+  { look: 'pressed', label: 'Pressed', title: 'What is different while it is pressed',
+    of: (index) => ({ hover: null, pressed: index }) },
 ];
 let timer = 0;
 let kept = { key: '', canvases: [] };
 
-/** The row of pictures; it fills itself a moment after the last change. */
+/** The looks to choose from; their pictures come a moment after the last change. */
 export function looksOf(each) {
-  if (!each.shown.selectable || state.view === 'help') return null;
   const key = `${state.view} ${each.key}`;
-  const shown = looks.filter(({ look }) => !look || hasLook(each, look));
-  if (shown.length < 2) return null;
-  if (kept.key !== key || kept.canvases.length !== shown.length)
-    kept = { key, canvases: shown.map(() => el('canvas', { width: 1, height: 1 })) };
-  const row = el('div', { class: 'looks' }, shown.map(({ look, title }, i) =>
-    el('button', { type: 'button', 'aria-pressed': String(state.look === look), tabIndex: -1,
-      on: { click: () => select(state.selection, { look }) } }, kept.canvases[i], title)));
+  const there = looks.filter(({ look }) => !look || hasLook(each, look));
+  const drawn = each.shown.selectable && state.view !== 'help' && there.length > 1 ? there : [];
+  if (kept.key !== key || kept.canvases.length !== drawn.length)
+    kept = { key, canvases: drawn.map(() => el('canvas', { width: 1, height: 1 })) };
+  const group = segments('Look that is changed', looks.map((row) => ({ value: row.look, title: row.title,
+    label: el('span', {}, kept.canvases[drawn.indexOf(row)], row.look && !hasLook(each, row.look) ? `${row.label} –`
+      : row.label) })), (look) => select(state.selection, { look }));
+  group.classList.add('looks');
+  group.show(state.look);
   clearTimeout(timer);
-  timer = setTimeout(() => fill(each, shown, kept.canvases), 250);
-  return row;
+  if (drawn.length) timer = setTimeout(() => fill(each, drawn, kept.canvases), 250);
+  return group;
 }
 
 async function fill(each, shown, canvases) {
@@ -38,9 +41,9 @@ async function fill(each, shown, canvases) {
   const height = clamp(h + 2 * MARGIN, 1, HEIGHT - top);
   for (const [i, { of }] of shown.entries()) {
     try {
-      const { data } = await rgba(request(of(each.index)));
+      const { pixels } = await rgba(request(of(each.index)));
       Object.assign(canvases[i], { width, height });
-      canvases[i].getContext('2d').putImageData(data, -left, -top);
+      canvases[i].getContext('2d').putImageData(new ImageData(pixels, WIDTH, HEIGHT), -left, -top);
     } catch { /* a fault is told with the picture itself */ }
   }
 }

@@ -9,7 +9,7 @@ import './keys.js';
 import './conflict.js';
 import './pointer.js';
 import { find } from './dom.js';
-import { listen } from './events.js';
+import { listenWhileSeen } from './events.js';
 import { banner } from './messages.js';
 import { layOut } from './picture.js';
 import { showTheme } from './preferences.js';
@@ -46,7 +46,7 @@ async function start() {
   layOut();
   for (const topic of ['project', 'list', 'view', 'selection']) tell(topic);
   on('view selection list', remember);
-  listen();
+  listenWhileSeen();
   find('viewport').focus();
   offerRecovery(state.project.recovered);
   document.documentElement.dataset.ready = 'yes';

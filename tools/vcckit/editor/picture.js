@@ -2,18 +2,21 @@
 import { get } from './api.js';
 import { find } from './dom.js';
 import { clamp } from './geometry.js';
+import { banner } from './messages.js';
 import { preferences, prefer } from './preferences.js';
 import { HEIGHT, lead, on, screenDocument, state, tell, viewOf, WIDTH } from './state.js';
 
 const canvas = find('picture');
-const context = canvas.getContext('2d', { alpha: false });
+const context = canvas.getContext('2d', { alpha: false, willReadFrequently: true });
 const viewport = find('viewport');
 const surface = find('surface');
 
 let wished = null;
 let fetching = false;
 let shownFor = '';
-let pixels = null;
+let number = 0; // of the picture that is shown; the server sends what differs from it
+let along = ''; // what was asked for along with a change
+let arrived = null;
 
 /** What a picture of the view is asked for with; the renderer's own words. */
 export function request(change = {}) {
@@ -32,11 +35,30 @@ function revisionOfAll() {
 
 export function refresh({ always = false } = {}) {
   if (!state.project || !viewOf(state.view)) return;
+  if (always) number = 0; // another process may have begun to count anew
   const wish = request();
   const key = JSON.stringify(wish) + revisionOfAll() + (always ? performance.now() : '');
+  if (arrived?.wish === JSON.stringify(wish)) {
+    show(key, arrived);
+    return;
+  }
   if (key === shownFor || key === wished?.key) return;
   wished = { key, wish };
   if (!fetching) work();
+}
+
+/** What a change is sent with, so that the picture comes along. */
+export function wishAlong() {
+  const view = request();
+  along = { wish: JSON.stringify(view), have: number, began: performance.now() };
+  return { view, have: number };
+}
+/** The picture that has come along with a change; it is shown when the documents are known that it is drawn from. */
+export function arrive({ fault, rect, ...picture }, pixels) {
+  arrived = null;
+  // What does not fit is asked for by itself, and so is a fault, which is told then.
+  if (fault || along.have !== number || along.wish !== JSON.stringify(request())) return;
+  arrived = { ...along, ...picture, rect, pixels };
 }
 
 async function work() {
@@ -46,25 +68,34 @@ async function work() {
     wished = null;
     const began = performance.now();
     try {
-      const image = await rgba(wish);
-      context.putImageData(image.data, 0, 0);
-      pixels = image.data.data;
-      shownFor = key;
-      canvas.dataset.revision = image.revision;
-      tell('picture', { rendering: image.rendering, whole: performance.now() - began });
+      const image = await rgba({ ...wish, keep: 1 });
+      if (image.number > number) show(key, { began, ...image }); // else a newer one has come along with a change
     } catch (error) {
+      banner('picture', `The picture is an older one: ${error.message}`, [], 'bad');
       tell('picture', { fault: error.message });
     }
   }
   fetching = false;
 }
 
+function show(key, picture) {
+  const [x, y, width, height] = picture.rect;
+  if (width > 0) context.putImageData(new ImageData(picture.pixels, width, height), x, y);
+  arrived = null;
+  wished = null;
+  number = picture.number;
+  shownFor = key;
+  canvas.dataset.revision = picture.revision;
+  banner('picture');
+  tell('picture', { rendering: picture.milliseconds, whole: performance.now() - picture.began });
+}
+
 /** The pixels of a view, with what the renderer needed for them. */
 export async function rgba(wish) {
   const response = await get('picture', { ...wish, revision: screenDocument()?.revision });
-  const bytes = new Uint8ClampedArray(await response.arrayBuffer());
-  return { data: new ImageData(bytes, WIDTH, HEIGHT), revision: response.headers.get('X-Revision') ?? '',
-    rendering: Number(response.headers.get('X-Render-Milliseconds')) };
+  const told = (name) => Number(response.headers.get(name));
+  return { pixels: new Uint8ClampedArray(await response.arrayBuffer()), rect: [0, 0, WIDTH, HEIGHT],
+    number: told('X-Number'), revision: told('X-Revision'), milliseconds: told('X-Render-Milliseconds') };
 }
 
 /** Whether what is shown is drawn from the newest of everything. */
@@ -75,9 +106,9 @@ export function isCurrent() {
 
 /** The colour of a pixel as "#rrggbb", when there is a picture. */
 export function colourAt(x, y) {
-  if (!pixels || x < 0 || y < 0 || x >= WIDTH || y >= HEIGHT) return null;
-  const at = (Math.floor(y) * WIDTH + Math.floor(x)) * 4;
-  return `#${[...pixels.slice(at, at + 3)].map((part) => part.toString(16).padStart(2, '0')).join('')}`;
+  if (!shownFor || x < 0 || y < 0 || x >= WIDTH || y >= HEIGHT) return null;
+  const parts = [...context.getImageData(x, y, 1, 1).data.slice(0, 3)];
+  return `#${parts.map((part) => part.toString(16).padStart(2, '0')).join('')}`;
 }
 
 // zoom

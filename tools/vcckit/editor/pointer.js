@@ -103,7 +103,7 @@ function pressing(event) {
   const keys = keysAt(at.x, at.y);
   const chosen = keys.find((key) => state.selection.includes(key));
   if (event.shiftKey) return { click: () => toggle(keys), ...rubberBand(at, true) };
-  if (chosen) return { click: () => select(below(keys)), ...dragging(event.altKey) };
+  if (chosen) return { click: () => select(event.ctrlKey ? below(keys) : keys[0]), ...dragging(event.altKey) };
   const top = keys[0];
   if (!top || isBackground(item(top).rect)) return { click: () => select(top ?? []), ...rubberBand(at, false) };
   select(top);
@@ -144,9 +144,11 @@ function put(element, [x, y, w, h]) {
 
 // dragging
 
+/** Everything of a gesture is one step of undo. */
+const nextMerge = () => `drag ${Date.now()} ${number += 1}`;
+
 /** Sends what a gesture has come to, one step at a time: `operations(from, to)` by document. */
-function follower(label, operations) {
-  const merge = `drag ${Date.now()} ${number += 1}`;
+function follower(label, operations, merge = nextMerge()) {
   let sent = [0, 0, 0, 0];
   let wanted = sent;
   let running = null;
@@ -172,6 +174,7 @@ function dragging(copying) {
   let copied = null;
   let cancelled = false;
   let latest = null;
+  const merge = nextMerge();
   const rects = new Map();
   const ghost = el('div', { class: 'ghost' });
   const guides = [el('div', { class: 'guide' }), el('div', { class: 'guide' })];
@@ -189,7 +192,7 @@ function dragging(copying) {
     }
     others.push([0, 0, WIDTH, HEIGHT]);
     follow = follower(`Move ${describe(items)}`, ([dx, dy]) => moveOperations(items.map((each) =>
-      ({ item: each, dx: dx / unitOf(each)[0], dy: dy / unitOf(each)[1] }))));
+      ({ item: each, dx: dx / unitOf(each)[0], dy: dy / unitOf(each)[1] }))), merge);
     find('frames').append(ghost, ...guides);
   }
 
@@ -227,7 +230,7 @@ function dragging(copying) {
     async move(event, at) {
       latest = { shiftKey: event.shiftKey, ctrlKey: event.ctrlKey, at, from: gesture.from };
       if (!items && copying) { // the copies are what is moved, even when they come after the button is up
-        copied ??= copySelected({ by: [0, 0] });
+        copied ??= copySelected({ by: [0, 0], merge });
         await copied;
         if (cancelled) return;
       }
@@ -246,8 +249,7 @@ function dragging(copying) {
       clear();
       await follow?.done();
       moveFrames(new Map());
-      if (follow?.changed) await undo(items[0].document.name);
-      if (copied) await undo();
+      if (copied || follow?.changed) await undo(items?.[0].document.name);
     },
   };
 

@@ -1,11 +1,11 @@
 // Properties of what is chosen, in groups. Names, units, ranges and help come from the tool.
-import { el, find, icon, segments } from './dom.js';
+import { el, find, icon } from './dom.js';
 import { inputFor } from './inputs.js';
 import { looksOf } from './looks.js';
 import { movedBy } from './arrange.js';
 import { renumber, split } from './records.js';
-import { on, select, selected, state, tell } from './state.js';
-import { hasLook, isOwn, originOf, setValue, unsetValue, usualLanguage, valueOf } from './values.js';
+import { on, screenDocument, select, selected, state, tell } from './state.js';
+import { hasLook, isOwn, isSpoken, originOf, setValue, unsetValue, usualLanguage, valueOf } from './values.js';
 import { edit } from './edits.js';
 
 const panel = find('properties');
@@ -85,15 +85,17 @@ function sameKind(items) {
 
 function nothing() {
   return el('div', { class: 'empty' }, el('p', {}, 'Nothing is chosen.'),
-    el('p', { class: 'dim' }, 'Click into the picture or the list. A second click at the same place takes what lies ',
-      'under it, Shift adds, dragging draws a band around several.'),
+    screenDocument()?.made ? note('locked', 'This screen has no source yet: it is shown as it is installed. The ' +
+      `first change that is saved makes ${screenDocument().file}.`) : null,
+    el('p', { class: 'dim' }, 'Click into the picture or the list. Ctrl takes what lies under it, Shift adds, ',
+      'dragging draws a band around several.'),
     el('p', { class: 'dim' }, el('kbd', {}, '?'), ' shows all keys.'));
 }
 
 function propertiesOf(items) {
   const [each] = items;
   const parts = [heading(items)];
-  if (each.kind === 'slot' && items.length === 1) parts.push(looksOf(each), lookTabs(each));
+  if (each.kind === 'slot' && items.length === 1) parts.push(looksOf(each));
   if (state.look && each.kind === 'slot' && !items.every((one) => hasLook(one, state.look)))
     return [...parts, lookToMake(items)];
   const fields = fieldsOf(items);
@@ -162,16 +164,6 @@ function repeatNote(each) {
 
 // looks
 
-const lookWords = { '': 'Normal', highlight: 'Pointer over', pressed: 'Pressed' };
-function lookTabs(each) {
-  const group = segments('Look that is changed', Object.entries(lookWords).map(([value, label]) => ({
-    value, label: value && !hasLook(each, value) ? `${label} –` : label,
-    title: value ? `What is different while ${value === 'pressed' ? 'it is pressed' : 'the pointer is over it'}` : '',
-  })), (value) => select(state.selection, { look: value }));
-  group.show(state.look);
-  group.classList.add('wide');
-  return group;
-}
 function lookToMake(items) {
   const of = items.map((each) => ({ slot: each.index }));
   return el('div', { class: 'empty' }, el('p', {}, state.look === 'pressed' ? 'It has no look while it is pressed.'
@@ -202,16 +194,17 @@ function cell(items, field) {
   const element = el('div', { class: `field kind-${field.kind} ${own ? 'own' : inherited ? 'inherited' : 'unsaid'}`,
     on: { pointerenter: () => showHelp(field, origins), focusin: () => showHelp(field, origins) } },
   el('div', { class: 'label' }, el('label', { for: id }, field.name),
-    value.differs ? languageBadge(items, field) : null,
-    inherited ? el('span', { class: 'origin', title: `Said by ${inherited}; a change here is this record's own` },
+    isSpoken(items, field.name) ? languageBadge(items, field, value.differs) : null,
+    inherited && field.kind !== 'flag' ? el('span', { class: 'origin',
+      title: `Said by ${inherited}; a change here is this record's own` },
       inherited) : null,
     own && items[0].kind !== 'window' ? takeBack(items, field) : null), input);
   return element;
 }
 
-function languageBadge(items, field) {
-  return el('button', { type: 'button', class: 'badge', title:
-    `Differs between languages: a change is made to ${state.language} only. Click to give all languages this value.`,
+function languageBadge(items, field, differs) {
+  return el('button', { type: 'button', class: 'badge', title: `${differs ? 'Differs between' : 'The same in all'} ` +
+    `languages: a change is made to ${state.language} only. Click to give all languages this value.`,
   on: { click: () => setValue(items, field.name, valueOf(items, field.name).value, '') } }, state.language);
 }
 function takeBack(items, field) {
@@ -227,6 +220,10 @@ function showHelp(field, origins) {
   const from = origins[0] ? `said by ${isOwn(origins[0]) ? 'this record' : origins[0]}` : 'not written: the default';
   help.replaceChildren(el('b', {}, field.name), facts ? ` (${facts})` : '', `: ${field.help || '–'} `,
     el('span', { class: 'dim' }, from));
+}
+
+export function focusProperties() {
+  (panel.querySelector('[data-first]') ?? body.querySelector('input, select, button'))?.focus();
 }
 
 /** Puts the cursor into a field; faults lead here. */

@@ -27,7 +27,7 @@ function full() {
 }
 
 /** Copies what is chosen to free numbers behind the last one, moved by pixels, and chooses the copies. */
-export async function copySelected({ by = [8, 8] } = {}) {
+export async function copySelected({ by = [8, 8], merge = '' } = {}) {
   const items = chosenSlots();
   if (!items.length) return;
   const used = usedNumbers();
@@ -44,7 +44,7 @@ export async function copySelected({ by = [8, 8] } = {}) {
       operations.push({ do: 'move', of: [{ slot: to }], dx: Math.ceil(by[0] / w), dy: Math.ceil(by[1] / h) });
   }
   const name = items.length === 1 ? `slot ${items[0].index}` : `${items.length} slots`;
-  if (await edit(items[0].document.name, `Copy ${name}`, operations)) select(copies);
+  if (await edit(items[0].document.name, `Copy ${name}`, operations, merge)) select(copies);
 }
 
 /** A new text slot in the middle of the picture or at a place. */
@@ -117,12 +117,14 @@ export async function reorder(direction) {
     select(keyOf('slot', next.index));
 }
 
-/** The next or previous item of the list, round and round. */
+/** The next or previous item of the list; false behind the last one, where the focus goes on. */
 export function step(direction) {
   const keys = listKeys();
-  if (!keys.length) return;
   const at = keys.indexOf(state.selection.at(-1));
-  select(keys[at < 0 ? (direction > 0 ? 0 : keys.length - 1) : (at + direction + keys.length) % keys.length]);
+  const next = at < 0 && direction < 0 ? keys.length - 1 : at + direction;
+  if (!keys[next]) return false;
+  select(keys[next]);
+  return true;
 }
 
 export function listKeys() {

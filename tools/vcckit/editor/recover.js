@@ -14,7 +14,7 @@ export function offerRecovery(recovered) {
   const when = new Date(recovered.when * 1000).toLocaleString();
   banner('recover');
   dialog('Unsaved changes', el('p', {}, `The editor ended without saving ${recovered.documents.join(', ')}. `,
-    `The last change was made ${when}. Taken back, every step can still be undone.`),
+    `The last change was made ${when}. Taken back, every step of it can be undone.`),
   [{ label: 'Drop them', run: answer(false) }, { label: 'Take them back', run: answer(true), primary: true }],
   { closed() {
     if (answered) return;

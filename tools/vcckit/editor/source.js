@@ -11,9 +11,31 @@ const fileName = el('span', { class: 'dim' });
 export const source = el('div', { class: 'source' }, numbers, area);
 source.extra = [fileName];
 
-let shown = { name: '', text: null }; // of which document, and the text that the server has
+// Of which document, and the text that what is typed is based on: the server brings both together.
+let shown = { name: '', text: null };
 let timer = 0;
 let wish = null;
+
+// A text area has only one kind of line end; the source keeps its own.
+const plain = (text) => text.replace(/\r\n?/g, '\n');
+
+/** What is typed, with the line ends of the text that it was made from; new lines end as its first one does. */
+function withEnds(base, typed) {
+  const ends = base.match(/\r\n?|\n/g) ?? [];
+  if (ends.every((end) => end === '\n')) return typed;
+  const before = plain(base);
+  const shorter = Math.min(before.length, typed.length);
+  let [head, tail] = [0, 0];
+  while (head < shorter && before[head] === typed[head]) head += 1;
+  while (tail < shorter - head && before.at(-1 - tail) === typed.at(-1 - tail)) tail += 1;
+  const count = (text) => text.split('\n').length - 1;
+  const [above, below, all] = [count(before.slice(0, head)), count(before.slice(before.length - tail)), count(typed)];
+  let number = -1;
+  return typed.replace(/\n/g, () => {
+    number += 1;
+    return number < above ? ends[number] : number >= all - below ? ends.at(number - all) : ends[0];
+  });
+}
 
 function documentToShow() {
   return state.documents.get(wish?.name) ?? activeDocument();
@@ -22,18 +44,19 @@ function documentToShow() {
 export function shownSource() {
   const document = documentToShow();
   if (!document) return;
-  const unsent = area.value !== shown.text && shown.text !== null;
+  const unsent = shown.text !== null && area.value !== plain(shown.text);
   if (document.name !== shown.name && unsent) send();
   if (document.name !== shown.name || (document.text !== shown.text && !unsent)) {
     const keep = document.name === shown.name ? [area.selectionStart, area.selectionEnd, area.scrollTop] : null;
-    area.value = document.text;
+    area.value = plain(document.text);
     shown = { name: document.name, text: document.text };
     if (keep) {
       area.setSelectionRange(keep[0], keep[1]);
       area.scrollTop = keep[2];
     }
   }
-  fileName.textContent = document.file.split('/').slice(-2).join('/');
+  fileName.textContent = document.file.split('/').slice(-2).join('/') +
+    (document.made ? ' – written with the first change' : '');
   fileName.title = document.file;
   drawNumbers(document);
   if (wish?.line) goTo(wish);
@@ -67,12 +90,12 @@ function goTo({ line, column = 0, width = 0 }) {
 
 async function send() {
   clearTimeout(timer);
-  const { name, text } = shown;
-  const mine = area.value;
-  if (text === null || mine === text) return;
-  shown = { name, text: mine };
-  const kept = await edit(name, 'Edit the source', [{ do: 'replace_text', of: [], text: mine }], `source ${name}`);
-  if (!kept && shown.name === name) shown.text = state.documents.get(name)?.text ?? null;
+  const { name, text: base } = shown;
+  if (base === null || area.value === plain(base)) return;
+  const text = withEnds(base, area.value);
+  shown = { name, text };
+  const kept = await edit(name, 'Edit the source', [{ do: 'replace_text', base, text }], `source ${name}`);
+  if (!kept && shown.name === name && shown.text === text) shown.text = base; // it goes along the next time
 }
 
 area.addEventListener('input', () => {

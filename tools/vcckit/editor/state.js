@@ -17,12 +17,14 @@ export const state = {
   selection: [], ///< keys such as "slot:3"; the last one is the leading one
   hovered: null,
   faults: [], ///< of the whole installation
-  online: true,
 };
 
 const listeners = new Map();
 
-/** Topics: project, document, view, selection, hovered, faults, online, list, preferences. */
+/**
+ * Topics: project, document, view, selection, hovered, faults, list, preferences, zoom, picture, pointer, queue; source
+ * (a place in a source is to be shown), unsaved (a fault forbids to save).
+ */
 export function on(topics, run) {
   for (const topic of topics.split(' ')) {
     if (!listeners.has(topic)) listeners.set(topic, []);
@@ -159,7 +161,7 @@ export function showView(change) {
   if (other) tell('selection');
 }
 
-function keepWhatIsThere() {
+export function keepWhatIsThere() {
   if (!state.project) return;
   const kept = state.selection.filter((key) => item(key));
   if (kept.length === state.selection.length) return;

@@ -126,7 +126,9 @@ export function chooseStyle(items, name) {
   return edit(items[0].document.name, `Change style of ${nameOf(items)}`, changes);
 }
 /** Languages in which a field is set when nothing else is said: where they differ, the one that is shown. */
-export const usualLanguage = (items, field) => (valueOf(items, field).differs ? state.language : '');
+export const usualLanguage = (items, field) => (isSpoken(items, field) ? state.language : '');
+/** Texts are always changed in one language, also while they are the same in all. */
+export const isSpoken = (items, field) => field === 'text' || valueOf(items, field).differs;
 
 /** [{name, number}] for a meaning: those of the tool, and the document's own. */
 export function namesFor(meaning, document) {

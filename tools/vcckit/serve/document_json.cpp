@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <sstream>
 
 namespace vcc::kit::edit {
 
@@ -61,6 +62,9 @@ json record_json(const Slot& slot, const OwnNames& names, const std::array<TextW
         values[std::string(field.name)] = utf8_of(bytes_of(slot, field).substr(0, bytes_of(slot, field).find('\0')));
     const Rect area = slot_rect(slot);
     json frame = rect_json(area.x1, area.y1, area.x2, area.y2);
+    const bool boxed = slot.graphic == 0 && slot.box_width != 0 && slot.box_height != 0;
+    if (boxed) // what is seen and resized, not what is pointed at
+        frame = json::array({slot_position(slot).x, slot_position(slot).y, slot.box_width, slot.box_height});
     if (is_text_window(slot) && slot.graphic > 0 && slot.graphic < text_window_count)
         frame = rect_of_window(windows[static_cast<std::size_t>(slot.graphic)]);
     return {{"values", std::move(values)},
@@ -69,6 +73,7 @@ json record_json(const Slot& slot, const OwnNames& names, const std::array<TextW
             {"placed", slot.graphic != 0 || placed_in_pixels(slot) ? "pixels" : "cells"},
             {"cell", {cell_width(slot.font), cell_height(slot.font)}},
             {"kind", kind_of(slot)},
+            {"boxed", boxed},
             {"text", utf8_of(text_of(slot.text))},
             {"hidden", is_hidden(slot)},
             {"selectable", is_selectable(slot)}};
@@ -82,7 +87,7 @@ json languages_json(const Reading& reading, std::vector<Slot> ScreenRecords::*se
         const std::vector<Slot>& records = reading.screen.records[i].*set;
         if (index >= 0 && static_cast<std::size_t>(index) < records.size())
             by_language[std::string(languages[i].code)] =
-                record_json(records[static_cast<std::size_t>(index)], reading.names, windows[i]);
+                record_json(records[static_cast<std::size_t>(index)], reading.description.names, windows[i]);
     }
     return by_language;
 }
@@ -223,12 +228,16 @@ json fault_json(const Fault& fault, const std::string& document, int slot) {
 json document_json(const DocumentState& document, const Reading& reading, const WindowSets& windows) {
     json conflicts = json::array(), faults = json::array(), slots = json::array(), names = json::object();
     for (const Conflict& each : document.conflicts)
-        conflicts.push_back({{"line", each.line}, {"base", each.base}, {"mine", each.mine}, {"theirs", each.theirs}});
+        conflicts.push_back({{"line", each.line},
+                             {"base", each.base},
+                             {"mine", each.mine},
+                             {"theirs", each.theirs},
+                             {"removed", each.removed}});
     for (const Fault& fault : reading.faults)
         faults.push_back(fault_json(fault, document.name, slot_of_fault(fault)));
     for (const RecordDescription& record : reading.description.slots)
         slots.push_back(slot_json(record, reading, windows));
-    for (const auto& [meaning, own] : reading.names)
+    for (const auto& [meaning, own] : reading.description.names)
         names[std::string(meaning_word(meaning))] = own;
     const bool german = document.name.starts_with(languages[1].prefix);
     return {{"name", document.name},
@@ -237,6 +246,7 @@ json document_json(const DocumentState& document, const Reading& reading, const 
             {"text", document.text},
             {"revision", document.revision},
             {"dirty", document.dirty},
+            {"made", document.made},
             {"undo", text_or_null(document.undo_label)},
             {"redo", text_or_null(document.redo_label)},
             {"conflicts", std::move(conflicts)},
@@ -247,6 +257,51 @@ json document_json(const DocumentState& document, const Reading& reading, const 
             {"slots", std::move(slots)},
             {"toggles", toggles_json(reading, windows)},
             {"faults", std::move(faults)}};
+}
+
+namespace {
+
+std::vector<std::string> lines_of(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text + "\n");
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+json lines_json(const std::string& before, const std::string& now) {
+    const std::vector<std::string> old = lines_of(before), lines = lines_of(now);
+    const auto head = std::ranges::mismatch(old, lines).in1 - old.begin();
+    const auto most = static_cast<std::ptrdiff_t>(std::min(old.size(), lines.size())) - head;
+    std::ptrdiff_t tail = 0;
+    while (tail < most && old.end()[-1 - tail] == lines.end()[-1 - tail])
+        ++tail;
+    return {{"at", head},
+            {"count", static_cast<std::ptrdiff_t>(old.size()) - head - tail},
+            {"lines", std::vector<std::string>(lines.begin() + head, lines.end() - tail)}};
+}
+
+} // namespace
+
+json difference_json(const json& before, const json& now) {
+    json out{{"name", now["name"]}, {"revision", now["revision"]}, {"since", before["revision"]}};
+    for (const auto& [key, value] : now.items()) {
+        const json& old = before[key];
+        if (value == old)
+            continue;
+        if (key == "text") {
+            out["lines"] = lines_json(old, value);
+        } else if (value.is_array() && value.size() > 1) {
+            json changed = json::object();
+            for (std::size_t i = 0; i < value.size(); ++i)
+                if (i >= old.size() || old[i] != value[i])
+                    changed[std::to_string(i)] = value[i];
+            out["lists"][key] = {{"size", value.size()}, {"changed", std::move(changed)}};
+        } else {
+            out[key] = value;
+        }
+    }
+    return out;
 }
 
 } // namespace vcc::kit::edit

@@ -24,13 +24,15 @@ struct Reading {
     std::int64_t revision = -1; ///< of the text that was read
     Screen screen;
     Description description;
-    std::map<Meaning, std::map<std::string, std::int64_t>> names; ///< of its own
     bool stale = false;
     Faults faults;
 };
 
 /// The fonts of the installation must be loaded: frames of texts depend on them.
 nlohmann::json document_json(const DocumentState& document, const Reading& reading, const WindowSets& windows);
+
+/// What is different for a page that has the document as it was: lists by index, the text by lines. Pure.
+nlohmann::json difference_json(const nlohmann::json& before, const nlohmann::json& now);
 
 /// A fault of a document, or of the file of another kind; `slot` is the slot that it is about, or -1.
 nlohmann::json fault_json(const Fault& fault, const std::string& document, int slot);

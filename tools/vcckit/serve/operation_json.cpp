@@ -172,6 +172,7 @@ Result<Operation> operation_of(const json& object) {
             fault = "text is a text of at most 1 MiB";
         else
             operation.text = std::move(text).value_or("");
+        operation.base = text_entry(object, "base");
     }
     if (!fault.empty())
         return Failure{std::string(row->word) + ": " + fault};

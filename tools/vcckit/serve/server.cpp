@@ -1,6 +1,9 @@
 #include "serve/server.h"
 
+#include "edit/unsaved.h"
 #include "editor_files.h"
+
+#include "core/files.h"
 
 #include <httplib.h>
 #include <nlohmann/json.hpp>
@@ -10,6 +13,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <sstream>
 
 #include <sys/random.h>
 
@@ -21,8 +25,10 @@ namespace {
 
 constexpr const char* host = "127.0.0.1";
 constexpr std::size_t body_limit = 2u << 20;
-constexpr std::size_t threads = 32; ///< a page has one for its events, and up to five more at a time
-constexpr time_t keep_alive_s = 1;  ///< for as long does the end of the server wait for a silent page
+constexpr std::size_t drain_limit = 64u << 20; ///< is read and forgotten, so that the answer is heard
+constexpr const char* too_large_reason = "the body is larger than 2 MiB";
+constexpr std::size_t threads = 256; ///< one for each connection, also of somebody who is slow and has no key
+constexpr time_t keep_alive_s = 1;   ///< for as long does the end of the server wait for a silent page
 constexpr std::chrono::seconds comment_time{15};
 
 std::string new_key() {
@@ -104,7 +110,7 @@ struct Server::Parts {
 
     std::optional<Answer> refuse(const httplib::Request& request) const;
     Answer answer_get(const std::string& name, const httplib::Request& request);
-    Answer answer_post(const std::string& name, const httplib::Request& request);
+    Answer answer_post(const std::string& name, const httplib::ContentReader& reader);
     void send_events(httplib::Response& response);
     std::string name_in(const httplib::Request& request) const { return request.path.substr(key.size() + 2); }
 
@@ -159,11 +165,22 @@ Answer Server::Parts::answer_get(const std::string& name, const httplib::Request
     return refusal(status::not_found, "there is no " + name);
 }
 
-Answer Server::Parts::answer_post(const std::string& name, const httplib::Request& request) {
+Answer Server::Parts::answer_post(const std::string& name, const httplib::ContentReader& reader) {
+    std::string text;
+    std::size_t sent = 0;
+    const bool is_whole = reader([&](const char* bytes, std::size_t size) {
+        if ((sent += size) <= body_limit) // a body in chunks does not say how large it is
+            text.append(bytes, size);
+        return sent <= drain_limit;
+    });
+    if (sent > body_limit)
+        return refusal(status::too_large, too_large_reason);
+    if (!is_whole)
+        return refusal(status::bad_request, "the request cannot be read");
     const auto* const row = std::ranges::find_if(post_rows, [&](const PostRow& each) { return name == each.name; });
     if (row == std::end(post_rows))
         return refusal(status::not_found, "there is no " + name);
-    const json body = json::parse(request.body, nullptr, false);
+    const json body = json::parse(text, nullptr, false);
     if (!body.is_object())
         return refusal(status::bad_request, "the body is no JSON object");
     return (session.*row->answer)(body);
@@ -191,7 +208,7 @@ Server::Server(Session& session) : parts_(std::make_unique<Parts>(session)) {
     httplib::Server& http = parts_->http;
     http.new_task_queue = [] { return new httplib::ThreadPool(threads); };
     http.set_default_headers(safe_headers);
-    http.set_payload_max_length(body_limit);
+    http.set_payload_max_length(drain_limit);
     http.set_keep_alive_timeout(keep_alive_s);
     http.set_tcp_nodelay(true);
     http.set_socket_options([](socket_t socket) { // no second server may listen on the same port
@@ -212,29 +229,41 @@ Server::Server(Session& session) : parts_(std::make_unique<Parts>(session)) {
         else
             send(response, parts_->answer_get(name, request));
     });
-    http.Post(".*", [this](const httplib::Request& request, httplib::Response& response) {
-        send(response, parts_->answer_post(parts_->name_in(request), request));
+    http.Post(".*", [this](const httplib::Request& request, httplib::Response& response,
+                           const httplib::ContentReader& reader) {
+        send(response, parts_->answer_post(parts_->name_in(request), reader));
     });
     // What the library refuses by itself gets a reason, too.
     http.set_error_handler(httplib::Server::Handler([](const httplib::Request&, httplib::Response& response) {
         if (response.body.empty())
             send(response,
-                 refusal(response.status, response.status == status::too_large ? "the body is larger than 2 MiB"
-                                                                               : "the request cannot be read"));
+                 refusal(response.status,
+                         response.status == status::too_large ? too_large_reason : "the request cannot be read"));
     }));
 }
 
 Server::~Server() = default;
 
-std::string Server::bind(int port) {
+std::string Server::bind(int port, const std::string& memory) {
     if (parts_->key.empty())
         return std::string("the system has no random numbers: ") + std::strerror(errno);
-    if (port == 0)
+    const std::string file = memory + "/address";
+    std::istringstream kept(memory.empty() ? "" : read_file(file).value_or(""));
+    int before = 0;
+    if (std::string key; kept >> before >> key && key.size() == parts_->key.size() && before > 0 && before < 65536 &&
+                         key.find_first_not_of("0123456789abcdef") == std::string::npos) {
+        parts_->key = key;
+        if (port == 0 && parts_->http.bind_to_port(host, before))
+            parts_->port = before;
+    }
+    if (port == 0 && parts_->port == 0)
         parts_->port = std::max(parts_->http.bind_to_any_port(host), 0);
-    else if (parts_->http.bind_to_port(host, port))
+    else if (port != 0 && parts_->http.bind_to_port(host, port))
         parts_->port = port;
     if (parts_->port == 0)
         return "cannot listen on port " + std::to_string(port) + " of " + host + ": " + std::strerror(errno);
+    if (!memory.empty()) // without it, the next address is another one
+        put_quickly(file, std::to_string(parts_->port) + " " + parts_->key + "\n", 0600);
     return {};
 }
 

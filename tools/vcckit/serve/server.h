@@ -15,8 +15,9 @@ public:
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
-    /// Takes a port of 127.0.0.1; 0 is any free one. Empty, or why that is impossible.
-    std::string bind(int port);
+    /// Takes a port of 127.0.0.1; 0 is any free one. Port and key are kept in a folder, when there is one, and taken
+    /// again the next time, so that a page that is still open comes back. Empty, or why that is impossible.
+    std::string bind(int port, const std::string& memory = {});
 
     /// Where the page is, with the key: "http://127.0.0.1:4711/0123456789abcdef0123456789abcdef/".
     std::string address() const;

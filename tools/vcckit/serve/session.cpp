@@ -2,7 +2,6 @@
 
 #include "installation.h"
 #include "latin1.h"
-#include "source_values.h"
 
 #include "platform/files.h"
 
@@ -21,21 +20,6 @@ Answer refusal(int status, const std::string& reason) {
 
 namespace {
 
-/// The names that a source gives to numbers.
-std::map<Meaning, std::map<std::string, std::int64_t>> names_in(const std::string& text) {
-    std::map<Meaning, std::map<std::string, std::int64_t>> names;
-    const toml::parse_result source = toml::parse(text);
-    const toml::table* const tables = source ? source.table()["names"].as_table() : nullptr;
-    if (!tables)
-        return names;
-    for (const auto& [word, table] : *tables)
-        if (const auto meaning = meaning_of_word(word.str()); meaning && table.is_table())
-            for (const auto& [name, number] : *table.as_table())
-                if (const auto value = number.value<std::int64_t>())
-                    names[*meaning][std::string(name.str())] = *value;
-    return names;
-}
-
 /// A window file of its own belongs to the language in whose folder it is; one among the sources to both.
 bool serves(const DocumentState& document, const fs::path& installation, const LanguageRow& language) {
     const auto file_of = [&](const LanguageRow& row) {
@@ -48,6 +32,13 @@ bool serves(const DocumentState& document, const fs::path& installation, const L
     return file_of(language) == document.file;
 }
 
+/// What is loaded once: fonts, pictures, sounds and their lists, settings.
+bool is_kept(const fs::path& installation, const fs::path& path) {
+    const std::string name = path.lexically_relative(installation).generic_string();
+    return !name.starts_with("..") && !name.starts_with("tools/language/") && !name.starts_with("help/") &&
+           path.extension() != ".toml";
+}
+
 void complain(const std::string& reason) {
     std::fprintf(stderr, "vcckit: %s\n", reason.c_str());
 }
@@ -58,8 +49,6 @@ Result<std::unique_ptr<Session>> Session::open(const std::string& folder, const 
     auto workspace = Workspace::open(folder, screens);
     if (!workspace)
         return Failure{workspace.reason()};
-    if (!(*workspace)->trouble().empty())
-        complain("unsaved changes would not outlive a crash: " + (*workspace)->trouble());
     auto stage = Stage::make((*workspace)->folder());
     if (!stage)
         return Failure{stage.reason()};
@@ -92,6 +81,24 @@ void Session::prepare() {
         read(document);
     renderer_ = std::make_unique<Renderer>();
     draw({}); // sounds and pictures are known from here on
+    tell_notices();
+}
+
+/// What is not as it should be, until it is.
+void Session::tell_notices() {
+    json notices = json::array();
+    if (!workspace_->trouble().empty())
+        notices.push_back("Unsaved changes would not outlive a crash: " + workspace_->trouble());
+    for (const std::string& each : {workspace_->away(), stage_->left_out()})
+        if (!each.empty())
+            notices.push_back(each);
+    const std::string told = json{{"notices", notices}}.dump(-1, ' ', false, json::error_handler_t::replace);
+    if (told == notices_)
+        return;
+    notices_ = told;
+    for (const json& each : notices)
+        complain(each);
+    events_.tell_state("notices", told);
 }
 
 SourceCheck Session::check(const std::string& file, const std::string& text) const {
@@ -118,7 +125,6 @@ void Session::read_screen(const DocumentState& document, Reading& reading) {
     reading.stale = !checked.readable;
     if (reading.stale)
         return;
-    reading.names = names_in(document.text);
     reading.description = std::move(described).value_or({});
     if (const auto put = stage_->put(checked.screen); !put)
         complain(put.reason());
@@ -152,39 +158,66 @@ void Session::read_windows(const DocumentState& document, Reading& reading) {
     }
 }
 
-json Session::json_of(const DocumentState& document) {
-    return document_json(document, read(document), windows_);
+const json& Session::json_of(const DocumentState& document) {
+    return told_[document.name] = document_json(document, read(document), windows_);
 }
 
-void Session::tell_change(const DocumentState& document) {
+/// `page` has asked for it, and knows.
+void Session::tell_change(const DocumentState& document, const std::string& page) {
     ++changes_;
     news_.notify_all();
-    events_.tell("document", json{{"name", document.name}, {"revision", document.revision}}.dump());
+    events_.tell("document", json{{"name", document.name}, {"revision", document.revision}, {"page", page}}.dump());
+    tell_notices();
 }
 
-void Session::sources_changed() {
+void Session::follow(const std::set<std::string>& paths) {
     const Lock held = lock();
-    for (const std::string& name : workspace_->take_disk_changes())
-        if (const auto document = workspace_->document(name)) {
+    sources_changed(workspace_->take_disk_changes());
+    bool kept = false, others = false;
+    for (const std::string& path : paths) {
+        const bool source = fs::path(path).parent_path() == screens_folder() || stage_->is_in_step(path);
+        others = others || !source;
+        kept = kept || (!source && is_kept(folder(), path));
+    }
+    if (others)
+        files_changed(kept);
+}
+
+void Session::sources_changed(const std::vector<std::string>& names) {
+    bool other_ones = false;
+    for (const std::string& name : names) {
+        const auto document = workspace_->document(name);
+        other_ones = other_ones || !document || !readings_.contains(name);
+        if (!document) {
+            readings_.erase(name);
+        } else {
             read(*document);
             tell_change(*document);
         }
+    }
+    if (other_ones) {
+        stage_->begin_anew();
+        for (auto& [name, reading] : readings_)
+            reading.revision = -1;
+        files_changed(false);
+    }
+    tell_notices();
 }
 
 void Session::files_changed(bool kept_ones) {
-    const Lock held = lock();
     stage_->follow();
     if (kept_ones) {
         fonts_ = load_measuring_fonts();
         renderer_->forget();
         for (auto& [name, reading] : readings_)
             reading.revision = -1; // aligned texts may be elsewhere
-        for (const DocumentState& document : workspace_->documents())
-            read(document);
     }
+    for (const DocumentState& document : workspace_->documents())
+        read(document);
     ++changes_;
     news_.notify_all();
     events_.tell("files", "{}");
+    tell_notices();
 }
 
 void Session::stop() {

@@ -11,10 +11,13 @@
 #include "core/result.h"
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -26,6 +29,12 @@ namespace vcc::kit::edit {
 
 /// The parameters of a request's address.
 using Parameters = std::map<std::string, std::string>;
+
+/// A picture that a page shows: of the next one it gets only what differs.
+struct ShownPicture {
+    std::uint64_t number = 0;
+    std::string rgba;
+};
 
 /// The stage becomes the working folder of the process. Requests may come from any thread; the graphics library works
 /// for one at a time.
@@ -58,9 +67,8 @@ public:
     Answer recover(const nlohmann::json& body);
     Answer play(const nlohmann::json& body);
 
-    /// Files of the folders have changed: sources and text windows, or what pictures are made of.
-    void sources_changed();
-    void files_changed(bool kept_ones);
+    /// Files of the folders have changed: sources, or what pictures are made of.
+    void follow(const std::set<std::string>& paths);
 
     /// Checks the whole stage behind the changes, until stop().
     void check_behind();
@@ -76,9 +84,13 @@ private:
     const Reading& read(const DocumentState& document);
     void read_screen(const DocumentState& document, Reading& reading);
     void read_windows(const DocumentState& document, Reading& reading);
-    void tell_change(const DocumentState& document);
-    nlohmann::json json_of(const DocumentState& document);
-    Answer changed(const Result<DocumentState>& document);
+    void tell_change(const DocumentState& document, const std::string& page = {});
+    void tell_notices();
+    void sources_changed(const std::vector<std::string>& names);
+    void files_changed(bool kept_ones);
+    const nlohmann::json& json_of(const DocumentState& document);
+    Answer changed(const Result<DocumentState>& document, const nlohmann::json& body);
+    std::string add_picture(const nlohmann::json& body, nlohmann::json& told);
     SourceCheck check(const std::string& file, const std::string& text) const;
 
     struct Drawn {
@@ -89,6 +101,7 @@ private:
     };
     Drawn draw(const RenderRequest& request);
     nlohmann::json names_json();
+    std::uint64_t keep_shown(const std::string& rgba);
 
     void check_once(Lock& held);
     nlohmann::json checked_fault_json(const Fault& fault);
@@ -98,9 +111,17 @@ private:
     std::unique_ptr<Library> library_;
     std::unique_ptr<Renderer> renderer_;
     Events events_;
-    std::map<std::string, Reading> readings_; ///< by document
+    std::map<std::string, Reading> readings_;    ///< by document
+    std::map<std::string, nlohmann::json> told_; ///< documents as pages got them last
+    std::deque<ShownPicture> shown_;             ///< pictures that pages have got, the newest first
+    std::uint64_t last_shown_ = 0;
     WindowSets windows_;
-    bool fonts_ = false; ///< they are loaded
+    bool fonts_ = false;  ///< they are loaded
+    std::string notices_; ///< that were told
+    std::mutex player_mutex_;
+    int player_ = 0; ///< process of the program that was started
+    const std::int64_t session_ =
+        std::chrono::system_clock::now().time_since_epoch().count(); ///< another one each time
 
     std::mutex mutex_;
     std::condition_variable news_;

@@ -3,10 +3,12 @@
 
 #include "fields.h"
 #include "names.h"
+#include "serve/operation_json.h"
 #include "window_fields.h"
 
 #include "cc/option_rows.h"
 #include "core/files.h"
+#include "core/geometry.h"
 #include "core/version.h"
 #include "display/buffers.h"
 #include "screen/colours.h"
@@ -16,6 +18,7 @@
 #include <algorithm>
 #include <charconv>
 #include <chrono>
+#include <cstring>
 
 namespace vcc::kit::edit {
 
@@ -155,6 +158,26 @@ std::string rgba_of(const BITMAP& picture) {
     return bytes;
 }
 
+/// The smallest rectangle with all pixels that differ; without any an empty one.
+Rect part_that_differs(const std::string& before, const std::string& now, int width) {
+    const std::size_t pitch = 4 * static_cast<std::size_t>(width);
+    Rect part{width, static_cast<int>(now.size() / pitch), 0, 0};
+    for (std::size_t at = 0; at < now.size(); at += pitch) {
+        if (std::memcmp(before.data() + at, now.data() + at, pitch) == 0)
+            continue;
+        const auto begin = now.begin() + static_cast<std::ptrdiff_t>(at),
+                   end = begin + static_cast<std::ptrdiff_t>(pitch);
+        const auto first = std::mismatch(begin, end, before.begin() + static_cast<std::ptrdiff_t>(at)).first - begin;
+        std::ptrdiff_t last = end - begin;
+        while (begin[last - 1] == before[at + static_cast<std::size_t>(last) - 1])
+            --last;
+        const int y = static_cast<int>(at / pitch);
+        part = {std::min(part.x1, static_cast<int>(first / 4)), std::min(part.y1, y),
+                std::max(part.x2, static_cast<int>((last + 3) / 4)), y + 1};
+    }
+    return part.x1 < part.x2 ? part : Rect{};
+}
+
 /// The picture that a request's address asks for; or what is wrong with it.
 Result<RenderRequest> render_request_of(const Parameters& parameters) {
     RenderRequest request;
@@ -245,9 +268,9 @@ Answer Session::project() {
     json recovered = nullptr;
     if (!left.documents.empty())
         recovered = {{"documents", left.documents}, {"when", left.when}};
-    return {.body = text_of_json({{"folder", folder()},
+    return {.body = text_of_json({{"session", session_},
+                                  {"folder", folder()},
                                   {"screens_folder", screens_folder()},
-                                  {"sources_are_made", workspace_->sources_are_made()},
                                   {"languages", std::move(spoken)},
                                   {"documents", std::move(documents)},
                                   {"views", views_json()},
@@ -267,20 +290,61 @@ Answer Session::document(const Parameters& parameters) {
     return {.body = text_of_json(json_of(*document))};
 }
 
+std::uint64_t Session::keep_shown(const std::string& rgba) {
+    constexpr std::size_t most = 4; ///< pages that are drawn in at the same time
+    shown_.push_front({++last_shown_, rgba});
+    if (shown_.size() > most)
+        shown_.pop_back();
+    return last_shown_;
+}
+
+/// The picture that a change asks for along with itself: what it is to `told`, and those of its pixels that the page
+/// does not have.
+std::string Session::add_picture(const json& body, json& told) {
+    if (!body.contains("view") || !body["view"].is_object())
+        return {};
+    Parameters parameters;
+    for (const auto& [name, value] : body["view"].items())
+        if (!value.is_null())
+            parameters[name] = value.is_string() ? value.get<std::string>() : value.dump();
+    const auto request = render_request_of(parameters);
+    const Drawn drawn = request ? draw(*request) : Drawn{.picture = nullptr, .fault = request.reason()};
+    if (!drawn.picture) {
+        told["picture"] = {{"fault", drawn.fault}};
+        return {};
+    }
+    const std::string rgba = rgba_of(*drawn.picture);
+    const auto have = body.contains("have") ? number_entry(body, "have", 0, INT64_MAX) : std::nullopt;
+    const auto known = std::ranges::find_if(
+        shown_, [&](const ShownPicture& each) { return have && each.number == static_cast<std::uint64_t>(*have); });
+    const Rect part = known == shown_.end() || known->rgba.size() != rgba.size()
+                          ? Rect{0, 0, drawn.picture->w, drawn.picture->h}
+                          : part_that_differs(known->rgba, rgba, drawn.picture->w);
+    told["picture"] = {{"number", keep_shown(rgba)},
+                       {"rect", {part.x1, part.y1, part.x2 - part.x1, part.y2 - part.y1}},
+                       {"revision", drawn.revision},
+                       {"milliseconds", drawn.milliseconds}};
+    std::string pixels;
+    const auto at = [&](int x, int y) { return 4 * (static_cast<std::size_t>(y) * drawn.picture->w + x); };
+    for (int y = part.y1; y < part.y2; ++y)
+        pixels.append(rgba, at(part.x1, y), at(part.x2, y) - at(part.x1, y));
+    return pixels;
+}
+
 Answer Session::picture(const Parameters& parameters) {
     const auto request = render_request_of(parameters);
     if (!request)
         return refusal(status::bad_request, request.reason());
-    Drawn drawn;
-    {
-        const Lock held = lock();
-        drawn = draw(*request);
-    }
+    const Lock held = lock();
+    const Drawn drawn = draw(*request);
     if (!drawn.picture)
         return refusal(status::refused, drawn.fault);
+    std::string rgba = rgba_of(*drawn.picture);
+    const std::uint64_t number = parameters.contains("keep") ? keep_shown(rgba) : 0;
     return {.type = "application/octet-stream",
-            .body = rgba_of(*drawn.picture),
+            .body = std::move(rgba),
             .headers = {{"X-Revision", std::to_string(drawn.revision)},
+                        {"X-Number", std::to_string(number)},
                         {"X-Render-Milliseconds", std::to_string(drawn.milliseconds)}}};
 }
 

@@ -24,12 +24,22 @@ Answer no_name() {
 } // namespace
 
 /// A document after a change that was asked for, for everybody.
-Answer Session::changed(const Result<DocumentState>& document) {
+Answer Session::changed(const Result<DocumentState>& document, const json& body) {
+    tell_notices();
     if (!document)
         return refusal(status::refused, document.reason());
-    Answer answer{.body = text_of_json(json_of(*document))};
-    tell_change(*document);
-    return answer;
+    if (document->gone) {
+        sources_changed({document->name});
+        return {.body = text_of_json({{"documents", json::array()}}) + "\n"};
+    }
+    const json before = std::move(told_[document->name]);
+    const json& now = json_of(*document);
+    const bool is_known = body.contains("view") && body.contains("revision") && !before.is_null() &&
+                          before["revision"] == body["revision"];
+    json told = is_known ? difference_json(before, now) : now;
+    const std::string pixels = add_picture(body, told);
+    tell_change(*document, text_entry(body, "page").value_or(""));
+    return {.type = "application/octet-stream", .body = text_of_json(told) + "\n" + pixels};
 }
 
 Answer Session::edit(const json& body) {
@@ -40,11 +50,12 @@ Answer Session::edit(const json& body) {
     const auto before = workspace_->document(request->name);
     if (!before)
         return refusal(status::not_found, before.reason());
-    if (before->revision != request->revision)
+    if (before->revision != request->revision && !request->operations.front().base)
         return {.status = status::out_of_date,
                 .body = text_of_json({{"error", stale_reason}, {"document", json_of(*before)}})};
     return changed(
-        workspace_->edit(request->name, request->revision, request->label, request->merge_key, request->operations));
+        workspace_->edit(request->name, request->revision, request->label, request->merge_key, request->operations),
+        body);
 }
 
 Answer Session::undo(const json& body) {
@@ -52,7 +63,7 @@ Answer Session::undo(const json& body) {
     if (!name)
         return no_name();
     const Lock held = lock();
-    return changed(workspace_->undo(*name));
+    return changed(workspace_->undo(*name), body);
 }
 
 Answer Session::redo(const json& body) {
@@ -60,10 +71,10 @@ Answer Session::redo(const json& body) {
     if (!name)
         return no_name();
     const Lock held = lock();
-    return changed(workspace_->redo(*name));
+    return changed(workspace_->redo(*name), body);
 }
 
-Answer Session::save(const json&) {
+Answer Session::save(const json& body) {
     const Lock held = lock();
     const auto saved =
         workspace_->save([this](const std::string& file, const std::string& text) { return check(file, text); });
@@ -80,8 +91,11 @@ Answer Session::save(const json&) {
     }
     json documents = json::array();
     for (const DocumentState& document : workspace_->documents()) {
+        if (const auto told = told_.find(document.name);
+            told != told_.end() && told->second.value("revision", std::int64_t{-1}) == document.revision)
+            continue;
         documents.push_back(json_of(document));
-        tell_change(document);
+        tell_change(document, text_entry(body, "page").value_or(""));
     }
     return {.body = text_of_json({{"saved", saved->files}, {"documents", std::move(documents)}})};
 }
@@ -98,7 +112,7 @@ Answer Session::resolve(const json& body) {
     for (const auto& [word, chosen] : choices)
         if (choice && *choice == word) {
             const Lock held = lock();
-            return changed(workspace_->resolve(*name, static_cast<std::size_t>(*conflict), chosen));
+            return changed(workspace_->resolve(*name, static_cast<std::size_t>(*conflict), chosen), body);
         }
     return refusal(status::bad_request, "choice is mine, theirs or both");
 }
@@ -122,8 +136,15 @@ Answer Session::play(const json&) {
     const std::string program = platform::resolve_path((std::filesystem::path(folder()) / "vcc").string());
     if (!platform::file_exists(program))
         return refusal(status::refused, folder() + " has no program vcc: a copy of it there runs the installation");
-    if (const std::string reason = start_process({program}, folder()); !reason.empty())
-        return refusal(status::refused, reason);
+    const std::lock_guard held(player_mutex_); // edits go on
+    if (player_ > 0 && runs(player_))
+        return refusal(status::refused, "the program runs already: leave it first");
+    const auto started = start_process({program}, folder());
+    if (!started)
+        return refusal(status::refused, started.reason());
+    if (*started == 0) // it says why in its log
+        return refusal(status::refused, "the program ended at once: is there a display? (DISPLAY)");
+    player_ = *started;
     return {.body = text_of_json({{"started", true}})};
 }
 

@@ -1,14 +1,15 @@
 #include "serve/stage.h"
 
+#include "edit/unsaved.h"
 #include "packed_screen.h"
 #include "slot_bytes.h"
 
+#include "core/files.h"
 #include "platform/files.h"
 
 #include <cerrno>
 #include <charconv>
 #include <cstring>
-#include <fstream>
 #include <string_view>
 
 #include <signal.h>
@@ -22,7 +23,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int depth_limit = 16; ///< of folders: one may be a link to one above it
+constexpr int depth_limit = 16;             ///< of folders in one another
+constexpr std::size_t count_limit = 20'000; ///< of files and folders
 
 std::string toggle_file_name(const std::string& slot_file) {
     return fs::path(slot_file).replace_extension(".tgl").string();
@@ -30,8 +32,15 @@ std::string toggle_file_name(const std::string& slot_file) {
 
 constexpr std::string_view name_begins = "vcckit-edit-"; ///< the number of the process follows, and a dash
 
-/// Takes away what editors of the same user have left that were killed.
-void remove_lost_stages(const fs::path& place) {
+fs::path place_of_stages() {
+    std::error_code error;
+    const fs::path place = fs::temp_directory_path(error);
+    return error ? fs::path("/tmp") : place;
+}
+
+/// Takes away what editors of the same user have left that were killed; or what this one has.
+void remove_stages(bool own) {
+    const fs::path place = place_of_stages();
     std::error_code error;
     for (fs::directory_iterator each(place, error), end; !error && each != end; each.increment(error)) {
         const std::string name = each->path().filename().string();
@@ -43,7 +52,8 @@ void remove_lost_stages(const fs::path& place) {
         struct stat status {};
         const bool ours =
             ::lstat(each->path().c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
-        if (ours && fault == std::errc{} && *rest == '-' && ::kill(process, 0) != 0 && errno == ESRCH)
+        const bool over = own ? process == ::getpid() : ::kill(process, 0) != 0 && errno == ESRCH;
+        if (ours && fault == std::errc{} && *rest == '-' && over)
             fs::remove_all(each->path(), error);
     }
 }
@@ -56,12 +66,9 @@ bool is_log(const fs::path& name) {
 } // namespace
 
 Result<std::unique_ptr<Stage>> Stage::make(const fs::path& installation) {
-    std::error_code error;
-    fs::path place = fs::temp_directory_path(error);
-    if (error)
-        place = "/tmp";
-    remove_lost_stages(place);
-    std::string name = (place / (std::string(name_begins) + std::to_string(::getpid()) + "-XXXXXX")).string();
+    remove_stages(false);
+    std::string name =
+        (place_of_stages() / (std::string(name_begins) + std::to_string(::getpid()) + "-XXXXXX")).string();
     if (::mkdtemp(name.data()) == nullptr)
         return Failure{"cannot make the folder " + name + ": " + std::strerror(errno)};
     std::unique_ptr<Stage> stage(new Stage(installation));
@@ -76,35 +83,62 @@ Stage::~Stage() {
         fs::remove_all(folder_, ignored);
 }
 
-void Stage::follow() {
-    drop_lost(folder_);
-    link_below(installation_, folder_, 0);
+void Stage::remove_own() {
+    remove_stages(true);
 }
 
-/// Takes away links that lead nowhere.
-void Stage::drop_lost(const fs::path& folder) {
+void Stage::follow() {
+    // Links that lead nowhere go.
     std::error_code error;
-    for (fs::recursive_directory_iterator each(folder, error), end; !error && each != end; each.increment(error)) {
+    for (fs::recursive_directory_iterator each(folder_, error), end; !error && each != end; each.increment(error)) {
         std::error_code ignored;
         if (each->is_symlink(ignored) && !fs::exists(each->path(), ignored))
             fs::remove(each->path(), ignored);
     }
+    count_ = 0;
+    left_out_.clear();
+    link_below("", 0);
 }
 
-void Stage::link_below(const fs::path& from, const fs::path& to, int depth) {
+void Stage::link_below(const fs::path& name, int depth) {
     std::error_code error;
-    fs::create_directory(to, error);
-    if (depth == depth_limit)
-        return;
-    for (fs::directory_iterator each(from, error), end; !error && each != end; each.increment(error)) {
+    fs::create_directory(folder_ / name, error);
+    for (fs::directory_iterator each(installation_ / name, error), end; !error && each != end; each.increment(error)) {
         std::error_code ignored;
-        const fs::path place = to / each->path().filename();
-        if (each->is_directory(ignored))
-            link_below(each->path(), place, depth + 1);
-        else if (!fs::exists(fs::symlink_status(place, ignored)) && !removed_.contains(place.string()) &&
-                 !is_log(place.lexically_relative(folder_)))
+        const fs::path next = name / each->path().filename(), place = folder_ / next;
+        if (depth == depth_limit || ++count_ > count_limit) {
+            left_out_ =
+                "the picture is made without all of the installation: " +
+                (depth == depth_limit ? next.string() + " lies in more than " + std::to_string(depth_limit) + " folders"
+                                      : "it has more than " + std::to_string(count_limit) + " files");
+            return;
+        }
+        // A folder behind a link is one link, so that the stage ends; but those of the languages take our files.
+        const bool is_own = next == "tools" || next == "tools/language" || next.parent_path() == "tools/language";
+        if (each->is_directory(ignored) && (is_own || !each->is_symlink(ignored)))
+            link_below(next, depth + 1);
+        else if (!fs::exists(fs::symlink_status(place, ignored)) && !removed_.contains(place.string()) && !is_log(next))
             fs::create_symlink(each->path(), place, ignored);
     }
+}
+
+void Stage::begin_anew() {
+    std::error_code ignored;
+    for (const auto& [place, bytes] : own_)
+        fs::remove(place, ignored);
+    own_.clear();
+    removed_.clear();
+    follow();
+}
+
+bool Stage::is_in_step(const fs::path& file) const {
+    const fs::path place = folder_ / file.lexically_relative(installation_);
+    const auto own = own_.find(place.string());
+    std::error_code error;
+    if (own == own_.end())
+        return removed_.contains(place.string()) && !fs::exists(file, error);
+    const auto bytes = read_file(file.string());
+    return bytes && *bytes == own->second;
 }
 
 std::string Stage::place_of(const std::string& name) const {
@@ -116,17 +150,9 @@ Result<bool> Stage::put_file(const std::string& name, const std::string& bytes) 
     const auto known = own_.find(place);
     if (known != own_.end() && known->second == bytes)
         return false;
-    std::error_code error;
-    fs::create_directories(fs::path(place).parent_path(), error);
-    // In one step, and in the place of a link, not through it. It need not reach the disk.
-    const std::string temporary = place + ".new";
-    std::ofstream(temporary, std::ios::binary) << bytes << std::flush;
-    if (fs::file_size(temporary, error) == bytes.size() && !error)
-        fs::rename(temporary, place, error);
-    else if (!error)
-        error = std::make_error_code(std::errc::no_space_on_device);
-    if (error)
-        return Failure{"cannot write " + place + ": " + error.message()};
+    // In the place of a link, not through it.
+    if (std::string reason = put_quickly(place, bytes); !reason.empty())
+        return Failure{std::move(reason)};
     own_[place] = bytes;
     removed_.erase(place);
     return true;

@@ -19,6 +19,8 @@ public:
     /// Makes the folder, which is removed with the object. What the program writes into its log stays in there.
     static Result<std::unique_ptr<Stage>> make(const std::filesystem::path& installation);
     ~Stage();
+    /// Takes the folder of this process away, at its end.
+    static void remove_own();
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
@@ -33,17 +35,27 @@ public:
     /// Lets the links follow what was added to the installation and taken from it.
     void follow();
 
+    /// Drops all files that are put in place.
+    void begin_anew();
+
+    /// Whether a file of the installation holds the same bytes as the one that is put in its place.
+    bool is_in_step(const std::filesystem::path& file) const;
+
+    /// What is left out because the installation is too large; empty while it is not.
+    const std::string& left_out() const { return left_out_; }
+
 private:
     explicit Stage(std::filesystem::path installation) : installation_(std::move(installation)) {}
 
-    void link_below(const std::filesystem::path& from, const std::filesystem::path& to, int depth);
-    void drop_lost(const std::filesystem::path& folder);
+    void link_below(const std::filesystem::path& name, int depth);
     std::string place_of(const std::string& name) const;
     Result<bool> remove_file(const std::string& name);
 
     std::filesystem::path installation_, folder_;
     std::map<std::string, std::string> own_; ///< files that are no links: path and bytes
     std::set<std::string> removed_;          ///< files that the working texts do without
+    std::string left_out_;
+    std::size_t count_ = 0; ///< of what the folder holds
 };
 
 } // namespace vcc::kit::edit

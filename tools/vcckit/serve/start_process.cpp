@@ -2,6 +2,7 @@
 
 #include "child.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <thread>
@@ -13,7 +14,9 @@
 
 namespace vcc::kit::edit {
 
-std::string start_process(const std::vector<std::string>& command, const std::string& folder) {
+using namespace std::chrono_literals;
+
+Result<int> start_process(const std::vector<std::string>& command, const std::string& folder) {
     Child child = spawn(command, [&] {
         ::prctl(PR_SET_PDEATHSIG, 0);
         ::setsid();
@@ -28,9 +31,22 @@ std::string start_process(const std::vector<std::string>& command, const std::st
                ::chdir(folder.c_str()) == 0;
     });
     if (child.error() != 0)
-        return "cannot start " + command.front() + ": " + std::strerror(child.error());
-    std::thread([id = child.release()] { ::waitpid(id, nullptr, 0); }).detach();
-    return {};
+        return Failure{"cannot start " + command.front() + ": " + std::strerror(child.error())};
+    const pid_t id = child.release();
+    for (auto waited = 0ms; waited < 700ms; waited += 20ms) { // one without a display ends at once
+        std::this_thread::sleep_for(20ms);
+        int status = 0;
+        if (::waitpid(id, &status, WNOHANG) != id)
+            continue;
+        if (WIFEXITED(status) && WEXITSTATUS(status) == 0)
+            return 0;
+        return Failure{command.front() + " ended at once: is there a display? (DISPLAY)"};
+    }
+    return id;
+}
+
+bool runs(int process) {
+    return ::waitpid(process, nullptr, WNOHANG) == 0;
 }
 
 } // namespace vcc::kit::edit

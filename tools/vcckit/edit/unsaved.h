@@ -1,0 +1,34 @@
+// Unsaved work on disk, so that an end of the process at any moment loses none.
+#pragma once
+
+#include "edit/history.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vcc::kit::edit {
+
+/// What is kept of a document that is not saved.
+struct UnsavedDocument {
+    std::string file, disk, text; ///< `disk`: what the file held when it was last read or written
+    bool saving = false;          ///< a save had begun: its packed files may be of either text
+    std::vector<MergeConflict> conflicts;
+    History history;
+};
+
+using UnsavedWork = std::map<std::string, UnsavedDocument>; ///< by the document's name
+
+/// A text that holds the work, and back: nothing that is not whole. Pure.
+std::string text_of_work(const UnsavedWork& work);
+UnsavedWork work_of_text(std::string_view text);
+
+/// The folder for what an editor remembers of a folder of sources; empty when the user has no place for such things.
+std::string state_folder(const std::string& screens);
+
+/// Puts a file in place in one step, which outlives the process, though not a loss of power in the next seconds. Makes
+/// its folder. The reason of a failure, else an empty text.
+std::string put_quickly(const std::string& path, std::string_view bytes, unsigned mode = 0666);
+
+} // namespace vcc::kit::edit
