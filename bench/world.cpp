@@ -3,6 +3,7 @@
 #include "cc/load.h"
 #include "core/installation.h"
 #include "display/buffers.h"
+#include "settings/config_file.h"
 #include "settings/settings.h"
 #include "sound/sound.h"
 #include "text/fonts.h"

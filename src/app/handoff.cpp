@@ -7,6 +7,7 @@
 #include "display/pointer.h"
 #include "display/switching.h"
 #include "platform/shared_library.h"
+#include "settings/config_file.h"
 #include "settings/settings.h"
 #include "veldor_module.h"
 

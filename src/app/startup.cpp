@@ -14,6 +14,7 @@
 #include "platform/files.h"
 #include "platform/process.h"
 #include "screen/draw.h"
+#include "settings/config_file.h"
 #include "settings/keyboard_layout.h"
 #include "settings/settings.h"
 #include "settings/values.h"

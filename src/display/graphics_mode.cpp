@@ -8,6 +8,7 @@
 #include "display/mode_rules.h"
 #include "display/switching.h"
 #include "platform/display.h"
+#include "settings/config_file.h"
 #include "settings/settings.h"
 #include "settings/values.h"
 

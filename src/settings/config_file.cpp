@@ -1,6 +1,7 @@
 // The configuration file on disk. The graphics library would write it in place, which loses everything if the program
 // is killed or the disk is full at that moment, and it drops blanks and comments. So changes are merged into the file's
 // own text, and the file is replaced in one step.
+#include "settings/config_file.h"
 
 #include "core/files.h"
 #include "core/handles.h"
@@ -10,7 +11,8 @@
 #include "platform/latin1.h"
 #include "platform/letter_case.h"
 #include "settings/config_text.h"
-#include "settings/settings.h"
+
+#include <allegro.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -89,7 +91,7 @@ std::vector<ConfigChange> as_utf8(std::vector<ConfigChange> changes) {
 /// differently is written.
 class SharedFile {
 public:
-    /// Loads the file on disk into the library.
+    /// Reads the file on disk into the library.
     void take_over();
 
     /// Merges what changed in the library into the file, which other programs may have written meanwhile, and takes it
@@ -97,15 +99,22 @@ public:
     /// file's values, so that there is nothing to write.
     bool write();
 
+    void note_change() { changed_ = true; }
+
+    /// Whether write() has something to do: a noted change, or a file that others have written.
+    bool is_stale() const { return changed_ || !agreed_ || read_file(name()).value_or("") != text_; }
+
 private:
     bool is_held(const ConfigValues& held) const;
-    bool merge(const std::vector<ConfigChange>& changes) const;
+    void take_over(const std::string& text);
     void hold(const std::string& text) const;
     void report_failure();
 
     std::string name() const { return platform::resolve_path(path::settings); }
 
     std::optional<ConfigValues> agreed_; ///< nothing until the file is taken over
+    std::string text_;                   ///< of the file then
+    bool changed_ = false;               ///< the library may hold more
     bool reported_ = false;
 };
 
@@ -120,37 +129,36 @@ bool SharedFile::is_held(const ConfigValues& held) const {
 }
 
 void SharedFile::take_over() {
-    const std::string text = read_file(name()).value_or("");
+    take_over(read_file(name()).value_or(""));
+}
+
+void SharedFile::take_over(const std::string& text) {
+    text_ = text;
     if (const std::string apart = with_sections_apart(text); apart == text)
         set_config_file(name().c_str());
     else
         hold(platform::latin1_from_utf8(apart)); // the file itself changes with the next value
     agreed_ = held_values();
+    changed_ = false;
 }
 
 bool SharedFile::write() {
     const ConfigValues held = agreed_ ? held_values() : ConfigValues();
     if (!is_held(held))
         return false;
-    if (merge(as_utf8(changes_between(*agreed_, held)))) {
+    const auto file = read_file(name());
+    const bool unreadable = !file && platform::file_exists(name()); // replacing it would lose its contents
+    const std::string before = file ? *file : "";
+    const std::vector<ConfigChange> changes = as_utf8(changes_between(*agreed_, held));
+    const std::string after = changes.empty() ? before : with_sections_apart(apply_changes(before, changes));
+    if (after == before || (!unreadable && replace_text(name(), after))) {
         hold("\n");
-        take_over();
+        take_over(after);
     } else {
         report_failure();
         hold(apply_changes("", changes_between({}, held)));
     }
     return true;
-}
-
-bool SharedFile::merge(const std::vector<ConfigChange>& changes) const {
-    if (changes.empty())
-        return true;
-    const auto file = read_file(name());
-    if (!file && platform::file_exists(name()))
-        return false; // unreadable: replacing it would lose its contents
-    const std::string before = file ? *file : "";
-    const std::string after = with_sections_apart(apply_changes(before, changes));
-    return after == before || replace_text(name(), after);
 }
 
 /// Loads `text` into the library, without a file that it could damage. The library first writes its changes into its
@@ -170,8 +178,16 @@ SharedFile shared_file;
 
 } // namespace
 
+void set_config_value(const std::string& section, const std::string& key, const std::string& value) {
+    const char* const held = get_config_string(section.c_str(), key.c_str(), nullptr);
+    if (held && held == value) // setting it again would still have the library write the file
+        return;
+    set_config_string(section.c_str(), key.c_str(), value.c_str());
+    shared_file.note_change();
+}
+
 void flush_settings() {
-    if (!shared_file.write())
+    if (shared_file.is_stale() && !shared_file.write())
         flush_config_file();
 }
 

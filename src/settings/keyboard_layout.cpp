@@ -2,6 +2,7 @@
 
 #include "core/installation.h"
 #include "platform/display.h"
+#include "settings/config_file.h"
 #include "settings/settings.h"
 #include "settings/values.h"
 
@@ -22,7 +23,7 @@ void start_keyboard() {
 }
 
 void write_keyboard_layout() {
-    write_text("keyboard", std::string(keyboard_mapping_file(settings.keyboard)));
+    write_text({rows::library, "keyboard"}, std::string(keyboard_mapping_file(settings.keyboard)));
     flush_settings();
 }
 

@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <limits>
 #include <span>
-#include <string>
 #include <string_view>
 #include <variant>
 
@@ -68,7 +67,7 @@ enum class Outside {
     kept      ///< unchanged: the range is not known until everything is read
 };
 
-/// What the settings store does with a key; a key without any use belongs to another owner.
+/// What the settings store does with a key; a key without any use is read or written on its own.
 enum class KeyUse : unsigned {
     load = 1,   ///< read into its place by load_settings()
     save = 2,   ///< written from its place by save_settings()
@@ -89,7 +88,7 @@ struct TextPlace {
     std::size_t size = 0; ///< bytes with the terminating zero
 };
 
-/// Where a value is stored in memory; nothing for keys that the settings store does not hold.
+/// Where a value is stored in memory; nothing for a key on its own or one that is only created.
 using Place = std::variant<std::monostate, int*, std::int8_t*, TextPlace>;
 
 struct SettingRow {
@@ -122,7 +121,7 @@ namespace rows {
 inline constexpr std::string_view general = "VELDOR_GENERAL", sound = "VELDOR_SOUND", graphics = "VELDOR_GRAPHICS",
                                   battle = "VELDOR_BATTLE", fonts = font_section, library = "system";
 
-inline constexpr unsigned other_owner = 0;
+inline constexpr unsigned on_its_own = 0;
 inline constexpr unsigned kept = KeyUse::load | KeyUse::save;
 inline constexpr unsigned offered = kept | KeyUse::reset;
 inline constexpr unsigned loaded = static_cast<unsigned>(KeyUse::load);
@@ -185,9 +184,9 @@ constexpr SettingRow numbered(SettingRow row, std::span<const int> numbers,
 }
 
 inline constexpr auto all = std::to_array<SettingRow>({
-    flag(general, "sound_at_all", other_owner, "no: the program uses no sound"),
-    flag(general, "music_at_all", other_owner, "no: no music is played"),
-    flag(general, "intro_at_all", other_owner, "no: no films at the start"),
+    flag(general, "sound_at_all", on_its_own, "no: the program uses no sound"),
+    flag(general, "music_at_all", on_its_own, "no: no music is played"),
+    flag(general, "intro_at_all", on_its_own, "no: no films at the start"),
 
     effects("vcc_snd_volume", cc_module),
     theme("vcc_theme", 2, cc_module),
@@ -212,7 +211,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
 
     // Stored as a signed byte without a range: any value but 0 is full screen.
     number(graphics, "screen_mode", 0, any_min, any_max, offered, &settings.screen_mode, "0 window, 1 full screen"),
-    number(graphics, "screen_mode_range", -1, -1, 3, other_owner, {},
+    number(graphics, "screen_mode_range", -1, -1, 3, on_its_own, {},
            "display modes of the machine: -1 not probed yet, 1 full screen, 2 window, 3 both"),
     number(graphics, "resolution", 3, 0, 4, kept, &settings.resolution,
            "0 320x200, 1 640x400, 2 640x480, 3 800x600, 4 1024x768; this program is always 800x600"),
@@ -228,7 +227,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
             graphics,
             "display_scale", 0, 0,
             2,
-            other_owner, {},
+            on_its_own, {},
             "size of the picture (X11): 0 always 800x600, 1 as large as window or monitor allow, 2 the same in whole "
             "steps; anything else counts as 0")),
 
@@ -240,7 +239,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
          "the player's name"),
     text(battle, "ip_address", ".", 15, kept, TextPlace{settings.ip_address, sizeof settings.ip_address},
          "the player's network address, \".\" if there is none"),
-    text(battle, "battle_hq_ip", "N/A", 15, other_owner, {}, "address of the HQ; written at every start"),
+    text(battle, "battle_hq_ip", "N/A", 15, on_its_own, {}, "address of the HQ; written at every start"),
 
     outside(Outside::standard, number(general, "keyboard", 0, 0, 5, offered, &settings.keyboard,
                                       "keyboard layout: 0 US, 1 German, 2 Finnish, 3 French, 4 Italian, 5 UK")),
@@ -253,16 +252,16 @@ inline constexpr auto all = std::to_array<SettingRow>({
     number(battle, "maxmap_x", 34, any_min, any_max, ensured, {}, "for the battle module"),
     number(battle, "maxmap_y", 34, any_min, any_max, ensured, {}, "for the battle module"),
 
-    numbered(text(fonts, "font#_name", {}, any_max, other_owner, {}, "file of a font in fonts/"), {}, font_names),
-    numbered(number(fonts, "font#_height", 0, 1, 200, other_owner, {}, "height of a font in pixels"), font_heights),
-    numbered(number(fonts, "font#_space", 0, -20, 100, other_owner, {}, "pixels added after every character of a font"),
+    numbered(text(fonts, "font#_name", {}, any_max, on_its_own, {}, "file of a font in fonts/"), {}, font_names),
+    numbered(number(fonts, "font#_height", 0, 1, 200, on_its_own, {}, "height of a font in pixels"), font_heights),
+    numbered(number(fonts, "font#_space", 0, -20, 100, on_its_own, {}, "pixels added after every character of a font"),
              font_spaces),
 
-    text(library, "keyboard", "", any_max, other_owner, {},
+    text(library, "keyboard", "", any_max, on_its_own, {},
          "mapping file of the keyboard layout; written from the setting above"),
 });
 
-constexpr bool are_sound() {
+constexpr bool are_valid() {
     for (std::size_t i = 0; i < all.size(); ++i) {
         const SettingRow& row = all[i];
         if (row.section.empty() || row.key.empty() || row.help.empty() || row.min > row.max)
@@ -279,7 +278,7 @@ constexpr bool are_sound() {
     }
     return true;
 }
-static_assert(are_sound(), "a key appears twice, or a row's range, default, place or help is missing");
+static_assert(are_valid(), "a key appears twice, or a row's range, default, place or help is missing");
 
 } // namespace rows
 
@@ -287,12 +286,5 @@ static_assert(are_sound(), "a key appears twice, or a row's range, default, plac
 constexpr std::span<const SettingRow> setting_rows() {
     return rows::all;
 }
-
-/// The row of a key of a configuration file, numbered keys and keys with "_default" appended included; null for an
-/// unknown key. Ignores letter case.
-const SettingRow* find_setting_row(std::string_view section, std::string_view key);
-
-/// The tables of docs/settings.md, in Markdown.
-std::string settings_table();
 
 } // namespace vcc

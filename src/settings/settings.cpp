@@ -1,61 +1,21 @@
 #include "settings/settings.h"
 
 #include "core/text.h"
+#include "settings/config_file.h"
 #include "settings/keyboard_layout.h"
 #include "settings/values.h"
 #include "sound/sound.h"
 
-#include <allegro.h>
-
 #include <algorithm>
-#include <cstring>
 
 namespace vcc {
 
 namespace {
 
-/// Section and key of a row for the library, with a "#" replaced by the number of the copy.
-struct KeyName {
-    explicit KeyName(const SettingRow& row, std::string_view suffix = {}, int copy = 0)
-        : section(row.section), key(std::string(row.key).append(suffix)) {
-        if (const std::size_t mark = key.find('#'); mark != std::string::npos)
-            key.replace(mark, 1, std::to_string(copy));
-    }
-    std::string section, key;
-};
-
-int in_range(const SettingRow& row, int value) {
-    if (row.outside == Outside::kept || (value >= row.min && value <= row.max))
-        return value;
-    return row.outside == Outside::standard ? row.number : std::clamp(value, row.min, row.max);
-}
-
-bool stored_flag(const SettingRow& row, std::string_view suffix = {}) {
-    const KeyName name(row, suffix);
-    return config_flag(name.section.c_str(), name.key.c_str());
-}
-
-std::string stored_text(const SettingRow& row, std::string_view suffix = {}, int copy = 0) {
-    const KeyName name(row, suffix, copy);
-    const std::string standard(row.standard_text(copy));
-    return get_config_string(name.section.c_str(), name.key.c_str(), standard.c_str());
-}
-
-void store(const SettingRow& row, int value) {
-    const KeyName name(row);
-    set_config_int(name.section.c_str(), name.key.c_str(), value);
-}
-
-void store(const SettingRow& row, const std::string& value) {
-    const KeyName name(row);
-    set_config_string(name.section.c_str(), name.key.c_str(), value.c_str());
-}
-
 void read_row(const SettingRow& row, std::string_view suffix) {
     if (const TextPlace* const place = std::get_if<TextPlace>(&row.place)) {
-        const std::string value = stored_text(row, suffix);
-        std::memset(place->text, 0, place->size);
-        std::memcpy(place->text, value.data(), std::min(value.size(), place->size - 1));
+        const std::string value = stored_text(row, suffix).substr(0, place->size - 1);
+        std::ranges::fill(std::ranges::copy(value, place->text).out, place->text + place->size, '\0');
     } else if (row.kind == SettingKind::flag) {
         *std::get<int*>(row.place) = stored_flag(row, suffix) ? 1 : 0;
     } else {
@@ -74,17 +34,6 @@ void write_row(const SettingRow& row) {
         store(row, **byte);
     else
         store(row, *std::get<int*>(row.place));
-}
-
-/// Creates a key that another program expects, unless it exists. A number of -1 counts as missing.
-void ensure_row(const SettingRow& row) {
-    const KeyName name(row);
-    if (row.kind == SettingKind::number) {
-        if (get_config_int(name.section.c_str(), name.key.c_str(), -1) == -1)
-            store(row, row.number);
-    } else if (get_config_string(name.section.c_str(), name.key.c_str(), nullptr) == nullptr) {
-        store(row, std::string(row.text));
-    }
 }
 
 template <typename Action>
@@ -117,31 +66,6 @@ void clamp_themes() {
 
 } // namespace
 
-bool read_flag(FlagKey name) {
-    return stored_flag(name.row());
-}
-
-int read_number(NumberKey name, int copy) {
-    return in_range(name.row(), stored_number(name.row(), {}, copy));
-}
-
-std::string read_text(TextKey name, int copy) {
-    return stored_text(name.row(), {}, copy);
-}
-
-int stored_number(const SettingRow& row, std::string_view suffix, int copy) {
-    const KeyName name(row, suffix, copy);
-    return get_config_int(name.section.c_str(), name.key.c_str(), row.standard_number(copy));
-}
-
-void write_number(NumberKey name, int value) {
-    store(name.row(), value);
-}
-
-void write_text(TextKey name, const std::string& value) {
-    store(name.row(), value);
-}
-
 void load_settings() {
     obey_sound_flags();
     if (music_on != 0)
@@ -169,7 +93,7 @@ void save_settings() {
     for_rows(KeyUse::save, write_row);
     write_keyboard_layout();
     // These reach the disk with the next flush.
-    for_rows(KeyUse::ensure, ensure_row);
+    for_rows(KeyUse::ensure, ensure);
 }
 
 } // namespace vcc

@@ -1,5 +1,6 @@
 // The configuration file: read, saved, read again. What is in force is always in its range.
 #include "settings/settings.h"
+#include "settings/config_file.h"
 #include "settings/config_text.h"
 #include "settings/rows.h"
 #include "sound/sound.h"

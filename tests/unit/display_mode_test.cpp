@@ -4,6 +4,7 @@
 #include "display/switching.h"
 #include "folder_test.h"
 #include "platform/display.h"
+#include "settings/config_file.h"
 #include "settings/settings.h"
 
 #include <vector>

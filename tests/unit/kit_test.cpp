@@ -2,6 +2,7 @@
 #include "fields.h"
 #include "names.h"
 #include "screen_source.h"
+#include "setting_rows.h"
 #include "unpack.h"
 
 #include "core/files.h"
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <fstream>
 #include <random>
 
 namespace vcc::kit {
@@ -215,6 +218,16 @@ TEST(Names, EveryNumberComesBackFromItsName) {
             const auto name = name_of_number(meaning, number);
             EXPECT_TRUE(!name || number_of_name(meaning, *name) == number) << number;
         }
+}
+
+TEST(SettingRows, AreTheTableOfTheDocument) {
+    const std::string name = VELDOR_SOURCE_DIR "/docs/settings.md";
+    const std::string document = read_file(name).value_or("");
+    const std::size_t table = document.find("## `[");
+    if (std::getenv("VELDOR_WRITE_DOCS") != nullptr)
+        std::ofstream(name, std::ios::binary) << document.substr(0, table) << settings_table();
+    else
+        EXPECT_EQ(document.substr(table), settings_table()) << "run this test with VELDOR_WRITE_DOCS=1 to renew it";
 }
 
 } // namespace

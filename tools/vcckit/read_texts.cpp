@@ -1,6 +1,7 @@
 // Settings, message files and text-window files, line by line.
 #include "config_walk.h"
 #include "installation.h"
+#include "setting_rows.h"
 #include "window_fields.h"
 
 #include "core/lines.h"
@@ -8,7 +9,6 @@
 #include "platform/latin1.h"
 #include "platform/letter_case.h"
 #include "screen/colours.h"
-#include "settings/rows.h"
 #include "text/fonts.h"
 #include "text/language.h"
 

@@ -1,6 +1,7 @@
 #include "show.h"
 
 #include "fields.h"
+#include "setting_rows.h"
 #include "slot_bytes.h"
 
 #include "core/lines.h"
@@ -10,7 +11,6 @@
 #include "platform/avi_header.h"
 #include "platform/latin1.h"
 #include "platform/letter_case.h"
-#include "settings/rows.h"
 #include "sound/wav_header.h"
 #include "themes.h"
 

@@ -1,12 +1,13 @@
+#include "setting_rows.h"
+
 #include "core/text.h"
 #include "platform/letter_case.h"
-#include "settings/rows.h"
 
 #include <algorithm>
 #include <limits>
 #include <vector>
 
-namespace vcc {
+namespace vcc::kit {
 
 using platform::same_but_for_case;
 
@@ -79,4 +80,4 @@ std::string settings_table() {
     return table;
 }
 
-} // namespace vcc
+} // namespace vcc::kit
