@@ -1,6 +1,7 @@
 // Drawing: the menu, the copy to the display, text.
 #include "cc/sets.h"
-#include "core/layout.h"
+#include "core/installation.h"
+#include "core/scope.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "figure.h"
@@ -69,8 +70,8 @@ constexpr std::string_view line = "The quick Brontar walks over 12 lazy mud hole
 void draw_line(benchmark::State& state, bool smoothed) {
     const FontSelection font(4);
     const SwitchSet smooth(anti_aliased_text, smoothed ? 1 : 0);
-    const SwitchSet fresh(full_redraw, 1); // without the restoring of the background
-    const int width = cell_width(current_font), height = cell_height(current_font);
+    const SwitchSet fresh(drawing.full_redraw, 1); // without the restoring of the background
+    const int width = cell_width(drawing.current_font), height = cell_height(drawing.current_font);
     const BitmapPtr sprite(create_bitmap(width, height));
     clear_to_color(sprite.get(), bitmap_mask_color(sprite.get()));
     textout_ex(sprite.get(), ::font, "B", 0, 0, makecol(255, 255, 255), -1);

@@ -54,7 +54,7 @@ const char* enter_world() {
     _rgb_r_shift_32 = 16; // as the display has it
     _rgb_g_shift_32 = 8;
     _rgb_b_shift_32 = 0;
-    stand_in.reset(create_bitmap(picture_width, picture_height));
+    stand_in.reset(create_bitmap(layout_width, layout_height));
     screen = stand_in.get();
     sound_on = music_on = 0;
     select_config_file();
@@ -64,7 +64,7 @@ const char* enter_world() {
     if (!load_installation({.failed = [](LoadFailure) {}, .before_pictures = {}}))
         return "the screens, text windows or pictures cannot be loaded";
     prepare_background_copies();
-    blit(graphic_buffer(backdrop_buffer), graphic_buffer(text_copy_buffer), 0, 0, 0, 0, picture_width, picture_height);
+    blit(graphic_buffer(backdrop_buffer), graphic_buffer(text_copy_buffer), 0, 0, 0, 0, layout_width, layout_height);
     return nullptr;
 }
 

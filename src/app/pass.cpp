@@ -1,7 +1,6 @@
 #include "app/pass.h"
 
 #include "cc/load.h"
-#include "cc/screens.h"
 #include "cc/sets.h"
 #include "core/alert.h"
 #include "core/installation.h"
@@ -32,7 +31,7 @@ void begin() {
     read_pass_pictures_ahead();
     if (const int missing = load_backgrounds())
         write_log(format_text("Error initializing display background nr: %d\n", missing));
-    position_mouse(picture_width / 2, picture_height / 2);
+    position_mouse(layout_width / 2, layout_height / 2);
     set_window_title(format_text("Veldor CC v%s", version_string(version_number).c_str()).c_str());
     module_prefix = "CC ";
 }

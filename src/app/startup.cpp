@@ -102,8 +102,4 @@ void shut_down() {
     allegro_exit();
 }
 
-std::string version_string(int number) {
-    return format_text("%d.%d.%d", number / 100, number % 100 / 10, number % 10);
-}
-
 } // namespace vcc

@@ -1,7 +1,7 @@
 // Prepares the process once per run, from the working folder to the fonts.
 #pragma once
 
-#include "core/installation.h"
+#include "cc/screens.h"
 
 #include <span>
 #include <string>
@@ -28,8 +28,5 @@ bool start_up(Session& session);
 
 /// Shuts the font and graphics libraries down.
 void shut_down();
-
-/// A version as players read it: 128 is 1.2.8.
-std::string version_string(int number);
 
 } // namespace vcc

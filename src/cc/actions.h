@@ -1,7 +1,7 @@
 // What slots of the control centre's screens do when activated: one row per action code, and two codes per option row.
 #pragma once
 
-#include "core/installation.h"
+#include "interaction/screen_run.h"
 #include "screen/slot.h"
 
 #include <allegro.h>

@@ -5,7 +5,7 @@
 #include "cc/sets.h"
 #include "cc/theme_player.h"
 #include "core/alert.h"
-#include "core/layout.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "core/text.h"
 #include "display/buffers.h"
@@ -45,17 +45,12 @@ bool load_font_files() {
 
 namespace {
 
-constexpr int clean_dot_spacing = 2;
 constexpr std::size_t field_text_length = 15;
 
 void set_up_drawing() {
-    dot_spacing = clean_dot_spacing;
-    show_slot_pictures = 1;
-    layout_width = picture_width;
-    layout_height = picture_height;
     configure_fonts();
     select_font(0);
-    previous_font = 0;
+    drawing.previous_font = 0;
 }
 
 void setup_cc_screens() {
@@ -98,7 +93,7 @@ bool load_pictures() {
     if (load_graphic_buffers(path::buffer_list) == 0)
         return false;
     const BITMAP* picture = graphic_buffer(screen_buffer);
-    return picture && picture->w >= picture_width && picture->h >= picture_height;
+    return picture && picture->w >= layout_width && picture->h >= layout_height;
 }
 
 bool load_installation(const LoadHooks& hooks) {

@@ -6,6 +6,7 @@
 #include "cc/options_screen.h"
 #include "cc/sets.h"
 #include "cc/theme_player.h"
+#include "core/scope.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
 #include "interaction/help.h"
@@ -28,7 +29,7 @@ constexpr int clear_colour = 7;
 void open_help(BITMAP* target, SlotSet& set, int current) {
     const SwitchSet quiet(options_screen.theme_display_live, 0);
     const SwitchSet up(cc_screen, CcScreen::help);
-    const SwitchSet whole(full_redraw, anti_aliased_text ? 1 : full_redraw);
+    const SwitchSet whole(drawing.full_redraw, anti_aliased_text ? 1 : drawing.full_redraw);
     show_help({target, graphic_buffer(help_save_buffer), &message_set, &set.slots[static_cast<std::size_t>(current)],
                [target] { follow_music(target); }});
 }
@@ -107,7 +108,6 @@ void menu_pointer_over(BITMAP* target, int slot) {
 
 ModuleChoice run_cc_screens(BITMAP* target) {
     prepare_background_copies();
-    help_line_length = help_line_standard;
     themes.shown = settings.theme[cc_module]; // another theme may have begun while the pictures were loaded
     options_screen.select_module(target, Module::control_centre);
     if (needs_met(Needs::music)) {

@@ -7,6 +7,9 @@
 
 namespace vcc {
 
+/// Where the player goes from the screens.
+enum class ModuleChoice : int { none = -1, hq, factory, battle, leave = leave_code };
+
 /// Runs the screens from the main menu until the player picks a module or leaves. Needs load_installation() first.
 ModuleChoice run_cc_screens(BITMAP* target);
 

@@ -1,5 +1,6 @@
 #include "core/alert.h"
 
+#include "core/closing.h"
 #include "platform/message.h"
 
 #include <allegro.h>

@@ -1,13 +1,9 @@
 // Messages that the player must confirm.
 #pragma once
 
-#include <atomic>
 #include <string_view>
 
 namespace vcc {
-
-/// Not 0 once the program has been asked to close; it then leaves as with Alt+X, and no alert holds it up.
-inline std::atomic<int> close_requested = 0;
 
 /// Shows the library's alert box with up to three lines and a single button "OK" (shortcut C), and waits until it is
 /// pressed. Does nothing without a graphics mode or after a request to close: callers log what they show.

@@ -25,17 +25,4 @@ using ModeListPtr = std::unique_ptr<GFX_MODE_LIST, Release<destroy_gfx_mode_list
 using AudioStreamPtr = std::unique_ptr<AUDIOSTREAM, Release<stop_audio_stream>>;
 using FilePtr = std::unique_ptr<std::FILE, Release<std::fclose>>;
 
-/// Runs a task at the end of its scope.
-template <typename Task>
-class AtEnd {
-public:
-    explicit AtEnd(Task task) : task_(task) {}
-    ~AtEnd() { task_(); }
-    AtEnd(const AtEnd&) = delete;
-    AtEnd& operator=(const AtEnd&) = delete;
-
-private:
-    Task task_;
-};
-
 } // namespace vcc

@@ -7,7 +7,7 @@
 
 namespace vcc {
 
-inline constexpr int picture_width = 800, picture_height = 600; ///< pixels: the display, every screen and background
+inline constexpr int layout_width = 800, layout_height = 600; ///< pixels: the display, every screen and background
 
 namespace path {
 inline constexpr const char* settings = "data/configs/vcc.cfg";
@@ -62,12 +62,6 @@ inline constexpr std::array<const char*, 3> module_names{"hq", "factory", "battl
 
 inline constexpr int leave_code = 45; ///< leave the program; also: the screens cannot be loaded
 
-/// Where the player goes from the screens.
-enum class ModuleChoice : int { none = -1, hq, factory, battle, leave = leave_code };
-
-/// What a screen ends with: the next state.
-enum class ScreenResult : int { menu = 0, options = 1, hq = 2, factory = 3, battle = 4, leave = leave_code };
-
 enum class ScreenKind : int { menu, options, info, message };
 
 struct ScreenFile {
@@ -104,7 +98,7 @@ namespace info_slot {
 inline constexpr int first_line = 1, line_count = 12;
 } // namespace info_slot
 
-inline constexpr int help_line_standard = 67; ///< characters shown of a help line
+inline constexpr int help_line_length = 67; ///< characters shown of a help line
 
 namespace message_slot {
 inline constexpr int window = 0, first_line = 2, missing_file = 4, missing_entry = 5, last_line = 9, first_button = 10;

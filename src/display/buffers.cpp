@@ -12,13 +12,13 @@ void copy_to_screen(BITMAP* picture) {
     if (!picture || !screen)
         return;
     acquire_screen();
-    blit(picture, screen, 0, 0, 0, 0, picture_width, picture_height);
+    blit(picture, screen, 0, 0, 0, 0, layout_width, layout_height);
     release_screen();
 }
 
 void copy_picture(BITMAP* from, BITMAP* to) {
     if (from && to)
-        blit(from, to, 0, 0, 0, 0, picture_width, picture_height);
+        blit(from, to, 0, 0, 0, 0, layout_width, layout_height);
 }
 
 void show_buffer_zero() {

@@ -28,7 +28,7 @@ struct Setup {
 bool set_mode(bool full, int depth) {
     if (depth != 0)
         set_color_depth(depth);
-    return set_gfx_mode(full ? GFX_AUTODETECT_FULLSCREEN : GFX_AUTODETECT_WINDOWED, picture_width, picture_height, 0,
+    return set_gfx_mode(full ? GFX_AUTODETECT_FULLSCREEN : GFX_AUTODETECT_WINDOWED, layout_width, layout_height, 0,
                         0) == 0;
 }
 
@@ -180,13 +180,13 @@ void switch_display_mode(bool toggle) {
 void ensure_display(int depth, const std::string& culprit) {
     const int bits = screen != nullptr ? bitmap_color_depth(screen) : 0;
     const int width = screen != nullptr ? SCREEN_W : 0, height = screen != nullptr ? SCREEN_H : 0;
-    if (width == picture_width && height == picture_height && bits >= 15 && bits == get_color_depth())
+    if (width == layout_width && height == layout_height && bits >= 15 && bits == get_color_depth())
         return;
     const bool full = fullscreen == full_screen;
     if (!set_mode(full, depth) && set_mode(!full, depth))
         fullscreen = full ? windowed : full_screen;
     write_log(format_text("%s has left a display of %d x %d at %d bits: %d x %d at %d bits %s", culprit.c_str(), width,
-                          height, bits, picture_width, picture_height, depth,
+                          height, bits, layout_width, layout_height, depth,
                           screen != nullptr ? "is set again" : "cannot be set again"));
 }
 

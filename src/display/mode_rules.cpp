@@ -45,7 +45,7 @@ std::string error_line(int number, const Desktop& desktop, int requested_depth, 
 }
 
 std::optional<ModeFailure> desktop_failure(const Desktop& desktop) {
-    if (desktop.size_known() && (desktop.width < picture_width || desktop.height < picture_height))
+    if (desktop.size_known() && (desktop.width < layout_width || desktop.height < layout_height))
         return desktop_size;
     if (!desktop.is_exact() && desktop.depth < 15)
         return desktop_depth;
@@ -55,8 +55,8 @@ std::optional<ModeFailure> desktop_failure(const Desktop& desktop) {
 int best_listed_depth(std::span<const ListedMode> modes, bool centred) {
     int best = 0;
     for (const ListedMode& mode : modes) {
-        const bool exact = mode.width == picture_width && mode.height == picture_height;
-        const bool roomy = mode.width >= picture_width && mode.height >= picture_height;
+        const bool exact = mode.width == layout_width && mode.height == layout_height;
+        const bool roomy = mode.width >= layout_width && mode.height >= layout_height;
         if (exact || (centred && roomy))
             best = std::max(best, mode.depth);
     }

@@ -19,7 +19,7 @@ struct Desktop {
     int width = 0, height = 0, depth = 0;
 
     constexpr bool size_known() const { return width != 0 && height != 0; }
-    constexpr bool is_exact() const { return width == picture_width && height == picture_height; }
+    constexpr bool is_exact() const { return width == layout_width && height == layout_height; }
 };
 
 enum class ModeFailure {

@@ -1,6 +1,7 @@
 #include "display/switching.h"
 
 #include "core/alert.h"
+#include "core/closing.h"
 #include "core/log.h"
 #include "display/graphics_mode.h"
 #include "platform/display.h"

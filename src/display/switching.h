@@ -1,8 +1,6 @@
 // Switching to another program and back, and requests to close.
 #pragma once
 
-#include "core/alert.h"
-
 #include <atomic>
 
 namespace vcc {
@@ -15,7 +13,7 @@ void install_display_switching();
 void on_switch_in();
 void on_switch_out();
 
-/// Sets `close_requested` (core/alert.h), from any thread. A module or an alert that has the keyboard sees Escape and
+/// Sets `close_requested` (core/closing.h), from any thread. A module or an alert that has the keyboard sees Escape and
 /// returns.
 void request_close();
 

@@ -1,8 +1,9 @@
 #include "film/film.h"
 
 #include "core/clock.h"
-#include "core/handles.h"
+#include "core/closing.h"
 #include "core/log.h"
+#include "core/scope.h"
 #include "display/switching.h"
 #include "film/film_rules.h"
 #include "film/film_screen.h"

@@ -1,6 +1,6 @@
 #include "film/film_screen.h"
 
-#include "core/layout.h"
+#include "core/installation.h"
 
 namespace vcc {
 

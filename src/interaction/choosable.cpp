@@ -11,7 +11,7 @@ namespace {
 
 bool reaches_the_picture(const Slot& slot) {
     const auto [x1, y1, x2, y2] = slot_rect(slot);
-    return x1 < picture_width && y1 < picture_height && x2 >= 0 && y2 >= 0;
+    return x1 < layout_width && y1 < layout_height && x2 >= 0 && y2 >= 0;
 }
 
 bool has_a_picture(const Slot& slot) {

@@ -1,6 +1,7 @@
 #include "interaction/field_entry.h"
 
 #include "display/buffers.h"
+#include "interaction/player_input.h"
 #include "screen/status_line.h"
 #include "settings/settings.h"
 #include "text/fonts.h"
@@ -29,14 +30,14 @@ FieldEntry::FieldEntry(ScreenRun& run, const Slot& look, bool clear_keyboard)
       clear_keyboard_(clear_keyboard) {
     look_.editable = look_.editable && place_.size > 0;
     place_.size = std::clamp(place_.size, 1, field_limit);
-    draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, insert_mode);
+    draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, player_input.insert_mode);
     update_screen(run_.target);
 }
 
 KeyEvent FieldEntry::apply(const KeyEvent& key) {
     const std::string before = edit_.text;
-    const EditOutcome outcome =
-        edit_field(edit_, key, place_.size, place_.input_mode == numeric_field, look_.editable, insert_mode);
+    const EditOutcome outcome = edit_field(edit_, key, place_.size, place_.input_mode == numeric_field, look_.editable,
+                                           player_input.insert_mode);
     run_.edit_texts[current_of(run_)] = edit_.text;
     if (outcome == EditOutcome::at_edge) {
         if (clear_keyboard_)
@@ -63,7 +64,7 @@ void FieldEntry::restore_background(const std::string& text) {
 void FieldEntry::draw() {
     select_font(slot_.font);
     draw_field(run_.target, place_, look_, edit_.text);
-    draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, insert_mode);
+    draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, player_input.insert_mode);
 }
 
 } // namespace vcc

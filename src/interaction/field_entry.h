@@ -1,6 +1,7 @@
 // An entry field while the input loop waits on it: from keys to text to pixels.
 #pragma once
 
+#include "core/scope.h"
 #include "interaction/field_draw.h"
 #include "interaction/keys.h"
 #include "interaction/screen_run.h"

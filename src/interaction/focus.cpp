@@ -1,6 +1,6 @@
 #include "interaction/focus.h"
 
-#include "core/layout.h"
+#include "core/installation.h"
 #include "core/text.h"
 #include "screen/draw.h"
 #include "screen/limits.h"
@@ -88,12 +88,12 @@ Point pointer_place(const Slot& slot, int focus_x, int focus_y) {
         x = slot.dest_x + (std::int64_t{slot.box_width} - slot.src_x) / 2;
         y = slot.dest_y + (std::int64_t{slot.box_height} - slot.src_y) / 2;
     } else if (slot.box_width != 0 && slot.box_height != 0) {
-        x = column_x(current_font, slot.column) + slot.box_width / 2;
-        y = row_y(current_font, slot.row) + slot.box_height / 2;
+        x = column_x(drawing.current_font, slot.column) + slot.box_width / 2;
+        y = row_y(drawing.current_font, slot.row) + slot.box_height / 2;
     } else {
         const int half_length = static_cast<int>(text_of(slot.text).size()) / 2;
-        x = column_x(current_font, std::clamp(slot.column, 0, grid_column_limit) + half_length);
-        y = row_y(current_font, slot.row) + cell_height(current_font) / 2;
+        x = column_x(drawing.current_font, std::clamp(slot.column, 0, grid_column_limit) + half_length);
+        y = row_y(drawing.current_font, slot.row) + cell_height(drawing.current_font) / 2;
     }
     // Keeps the pointer's picture, which lies right of and below its hot spot, on the screen.
     constexpr int picture = 20;

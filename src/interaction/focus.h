@@ -9,8 +9,6 @@
 
 namespace vcc {
 
-inline int pointer_by_keyboard = 0; ///< the pointer was last placed by keyboard navigation
-
 /// The area in which the pointer is on a slot; also for inert slots, which are never hit.
 Rect slot_rect(const Slot& slot);
 

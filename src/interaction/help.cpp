@@ -2,10 +2,11 @@
 
 #include "core/files.h"
 #include "core/installation.h"
-#include "core/layout.h"
 #include "core/log.h"
+#include "core/scope.h"
 #include "core/text.h"
 #include "display/buffers.h"
+#include "interaction/help_file.h"
 #include "interaction/keys.h"
 #include "interaction/screen_run.h"
 #include "screen/draw.h"
@@ -56,7 +57,7 @@ private:
     TextWindow& window_;
     SwitchSet<int> window_colour_;
     SwitchSet<int> text_window_{current_text_window, 0};
-    SwitchSet<int> full_redraw_{full_redraw, full_redraw};
+    SwitchSet<int> full_redraw_{drawing.full_redraw, drawing.full_redraw};
     ScreenOwner owner_;
     ScreenRun run_;
     std::string file_; ///< the help file's bytes; empty when it is missing
@@ -122,7 +123,7 @@ void HelpPage::prepare_slots() {
 void HelpPage::draw_set() {
     run_.fields = draw_slot_set(run_.target, *request_.messages, run_.edit_texts);
     if (anti_aliased_text)
-        full_redraw = 1;
+        drawing.full_redraw = 1;
 }
 
 void HelpPage::show_message(int index, std::string_view text) {
@@ -138,7 +139,7 @@ void HelpPage::show_message(int index, std::string_view text) {
 
 void HelpPage::open() {
     if (anti_aliased_text)
-        full_redraw = 1;
+        drawing.full_redraw = 1;
     if (request_.requester->help_number > 0) {
         if (auto bytes = read_file(text_of(request_.requester->help_file))) {
             file_ = std::move(*bytes);
@@ -152,7 +153,7 @@ void HelpPage::open() {
 }
 
 void HelpPage::open_entry() {
-    auto found = read_help_entry(file_, request_.requester->help_number, help_line_length);
+    auto found = read_help_entry(file_, request_.requester->help_number);
     if (!found)
         return;
     entry_ = std::move(*found);
@@ -170,10 +171,10 @@ void HelpPage::open_entry() {
 
 void HelpPage::draw_lines(std::span<const std::string> lines) {
     const FontSelection font(entry_.font);
-    const int x = column_x(current_font, entry_.column);
+    const int x = column_x(drawing.current_font, entry_.column);
     int row = std::clamp(entry_.row, 0, grid_row_limit);
     for (const std::string& line : lines) {
-        const int y = row_y(current_font, row++);
+        const int y = row_y(drawing.current_font, row++);
         if (entry_.shadow_colour != 0)
             draw_text(run_.target, x + 1, y + 1, line, entry_.shadow_colour, false);
         draw_text(run_.target, x, y, line, entry_.text_colour, false);
@@ -200,7 +201,7 @@ void HelpPage::turn(int step) {
     if (page_ == last)
         disable(message_slot::forward);
     draw_slots(run_.target, request_.messages->slots);
-    const auto lines = read_help_page(file_, entry_.pages[page_], help_line_length);
+    const auto lines = read_help_page(file_, entry_.pages[page_]);
     draw_lines(lines ? *lines : std::vector{std::string(screen_text(screen_text_number::no_help))});
     update_screen(run_.target);
 }
@@ -263,7 +264,7 @@ int show_help(const HelpRequest& request) {
         write_log(fault);
         return key::escape;
     }
-    const FontSelection keep_font(current_font);
+    const FontSelection keep_font(drawing.current_font);
     return HelpPage(request).run();
 }
 

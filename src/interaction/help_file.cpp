@@ -1,9 +1,8 @@
-// Reads help files. An entry consists of a line "+NUMBER", header lines of an arbitrary label character and a number
-// each (page count, entries of further pages, font, text colour, window colour, shadow, sound, column, row), and text
-// lines that begin with "-" and one more character. Any other line ends it.
+#include "interaction/help_file.h"
+
+#include "core/installation.h"
 #include "core/lines.h"
 #include "core/text.h"
-#include "interaction/help.h"
 #include "text/fonts.h"
 
 #include <algorithm>
@@ -14,14 +13,14 @@ namespace vcc {
 
 namespace {
 
+constexpr std::size_t line_length = help_line_length;
 constexpr int page_limit = 9;
 constexpr int look_headers = 7; ///< font, text colour, window colour, shadow, sound, column, row
 constexpr std::size_t text_start = 2;
 
 class EntryReader {
 public:
-    EntryReader(std::string_view text, int line_length)
-        : lines_(text), line_length_(static_cast<std::size_t>(std::max(line_length, 1))) {}
+    explicit EntryReader(std::string_view text) : lines_(text) {}
 
     /// Searches from the current position for "+number" and goes to the line after it.
     bool find(int number) {
@@ -34,15 +33,14 @@ public:
     /// The number of the next header line; `missing` if there is no such line or it is too short for a number.
     int header(int missing, std::size_t limit = line_limit) {
         const auto line = lines_.next(limit);
-        return line && line->size() > 1 ? to_number(line->substr(1, line_length_ - 1)) : missing;
+        return line && line->size() > 1 ? to_number(line->substr(1, line_length - 1)) : missing;
     }
 
     std::vector<int> pages(int number) {
-        const std::size_t limit = std::max<std::size_t>(line_length_ - 1, 1);
-        const int count = header(1, limit);
+        const int count = header(1, line_length - 1);
         std::vector<int> pages{number};
         for (int page = 2; page <= count && !at_end(); ++page) {
-            const int further = header(0, limit);
+            const int further = header(0, line_length - 1);
             if (page <= page_limit)
                 pages.push_back(further);
         }
@@ -86,20 +84,16 @@ private:
 
     void keep(std::vector<std::string>& texts, std::string_view line) const {
         if (texts.size() < grid_row_limit)
-            texts.emplace_back(line.substr(std::min(text_start, line.size())).substr(0, text_length()));
+            texts.emplace_back(line.substr(std::min(text_start, line.size())).substr(0, line_length - text_start));
     }
 
-    /// Length of a text line without its first two characters.
-    std::size_t text_length() const { return line_length_ - std::min(text_start, line_length_); }
-
     LineReader lines_;
-    std::size_t line_length_;
 };
 
 } // namespace
 
-std::optional<HelpEntry> read_help_entry(std::string_view text, int number, int line_length) {
-    EntryReader reader(text, line_length);
+std::optional<HelpEntry> read_help_entry(std::string_view text, int number) {
+    EntryReader reader(text);
     if (!reader.find(number))
         return std::nullopt;
     HelpEntry entry;
@@ -111,8 +105,8 @@ std::optional<HelpEntry> read_help_entry(std::string_view text, int number, int 
     return entry;
 }
 
-std::optional<std::vector<std::string>> read_help_page(std::string_view text, int number, int line_length) {
-    EntryReader reader(text, line_length);
+std::optional<std::vector<std::string>> read_help_page(std::string_view text, int number) {
+    EntryReader reader(text);
     std::vector<std::string> texts;
     if (!reader.find(number) || !reader.first_text_line(texts))
         return std::nullopt;

@@ -1,10 +1,12 @@
 // The input loop: runs frame by frame until a key, a click, a wheel step or a move onto another slot.
+#include "core/closing.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/switching.h"
 #include "interaction/field_entry.h"
 #include "interaction/focus.h"
 #include "interaction/keys.h"
+#include "interaction/player_input.h"
 #include "interaction/pointer_frame.h"
 #include "interaction/screen_run.h"
 #include "platform/display.h"
@@ -89,13 +91,13 @@ KeyEvent InputLoop::pointer_on_other(int over) {
 KeyEvent InputLoop::follow_pointer() {
     const PointerReading reading{mouse_b & key::both_buttons, mouse_z,
                                  slot_under_pointer(run_.current, run_.set->slots, false)};
-    const PointerNews news = judge_pointer(pointer_memory, reading, run_.current);
+    const PointerNews news = judge_pointer(player_input.pointer, reading, run_.current);
     KeyEvent event;
     switch (news.place) {
     case PointerNews::Place::ignored:
         break;
     case PointerNews::Place::away:
-        pointer_by_keyboard = 0;
+        player_input.pointer_by_keyboard = 0;
         run_.reported_over = -1;
         show(PointerLook::away);
         return {key::over_nothing, 0, KeyKind::character};

@@ -1,14 +1,9 @@
 // What the pointer does in one frame of the input loop.
 #pragma once
 
-namespace vcc {
+#include "interaction/player_input.h"
 
-/// What the loop remembers of the pointer from frame to frame and screen to screen.
-struct PointerMemory {
-    int reported_buttons = 0; ///< buttons last reported
-    int wheel = 0;            ///< wheel position last reported
-};
-inline PointerMemory pointer_memory; ///< of the one mouse
+namespace vcc {
 
 struct PointerReading {
     int buttons = 0; ///< bit 0 left, bit 1 right

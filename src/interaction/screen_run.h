@@ -14,6 +14,9 @@
 
 namespace vcc {
 
+/// What a screen ends with: the next state.
+enum class ScreenResult : int { menu = 0, options = 1, hq = 2, factory = 3, battle = 4, leave = leave_code };
+
 /// What a screen asks of its owner. Every function may be empty.
 struct ScreenOwner {
     std::function<void()> drawn; ///< after the whole screen has been drawn for the first time

@@ -4,6 +4,7 @@
 #include "interaction/focus.h"
 #include "interaction/focus_move.h"
 #include "interaction/keys.h"
+#include "interaction/player_input.h"
 #include "interaction/screen_run.h"
 #include "screen/draw.h"
 #include "sound/sound.h"
@@ -81,7 +82,7 @@ int accept(ScreenRun& run) {
 
 void navigate(ScreenRun& run, int code) {
     const FocusMove move =
-        move_focus(code, run.current, run.direction, run.set->slot_count(), pointer_by_keyboard != 0);
+        move_focus(code, run.current, run.direction, run.set->slot_count(), player_input.pointer_by_keyboard != 0);
     run.current = move.current;
     run.direction = move.direction;
     if (!move.place_pointer)
@@ -91,7 +92,7 @@ void navigate(ScreenRun& run, int code) {
         run.current = found;
         place_pointer(current_slot(run));
     }
-    pointer_by_keyboard = 1;
+    player_input.pointer_by_keyboard = 1;
 }
 
 } // namespace
@@ -101,7 +102,7 @@ int pressed_look_ms(const Slot& slot) {
 }
 
 int interaction_step(ScreenRun& run, bool no_wait) {
-    const FontSelection keep_font(current_font);
+    const FontSelection keep_font(drawing.current_font);
     const int focus = pick_focus(*run.set, run.current, run.direction, false);
     if (!run.set->has_slot(focus)) {
         run.current = 0;

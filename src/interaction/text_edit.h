@@ -7,8 +7,6 @@
 
 namespace vcc {
 
-inline int insert_mode = 0; ///< 0 overwrite, 1 insert; outlives fields and screens
-
 struct FieldEdit {
     std::string text; ///< padded with blanks to the field's length; the first change cuts a longer one
     int cursor = 0;   ///< 0 to length - 1

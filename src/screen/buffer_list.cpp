@@ -30,7 +30,7 @@ void show_progress() {
 bool create_work_bitmaps() {
     for (const int number : {window_copy_buffer, info_copy_buffer, help_save_buffer, text_copy_buffer}) {
         BitmapPtr& buffer = graphic_buffers[static_cast<std::size_t>(number)];
-        buffer.reset(create_bitmap(picture_width, picture_height));
+        buffer.reset(create_bitmap(layout_width, layout_height));
         if (!buffer) {
             write_log(format_text("no memory for graphic buffer %d", number));
             return false;

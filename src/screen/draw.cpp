@@ -1,7 +1,7 @@
 // Boxes, lines, and copying to the display.
 #include "screen/draw.h"
 
-#include "core/layout.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "display/buffers.h"
 #include "platform/display.h"
@@ -65,7 +65,7 @@ void present_screen() {
 }
 
 void fill_text_box(BITMAP* target, int x, int y, int width, int colour) {
-    const int height = text_box_height(current_font);
+    const int height = text_box_height(drawing.current_font);
     if (width == 0 || height == 0)
         return;
     x = as_coordinate(x);
@@ -108,7 +108,8 @@ void draw_vband(BITMAP* target, int x, int y1, int y2, int colour, int thickness
 
 void draw_slot_box(BITMAP* target, const Slot* slots, int index) {
     const Slot& slot = slots[index];
-    draw_slot_box_at(target, column_x(current_font, slot.column), row_y(current_font, slot.row), slots, index);
+    draw_slot_box_at(target, column_x(drawing.current_font, slot.column), row_y(drawing.current_font, slot.row), slots,
+                     index);
 }
 
 void draw_slot_box_at(BITMAP* target, int x, int y, const Slot* slots, int index) {

@@ -2,29 +2,13 @@
 #pragma once
 
 #include "screen/slot.h"
+#include "text/drawing.h"
 
 #include <allegro.h>
 
 #include <string_view>
 
 namespace vcc {
-
-inline int text_on_box = 0; ///< text is being drawn on a filled box: hard edges, no background restore
-inline int full_redraw = 0; ///< a whole screen is being drawn on a fresh background: no background restore
-
-/// Sets a variable for the life of the object, then restores its value.
-template <typename Value>
-class SwitchSet {
-public:
-    SwitchSet(Value& which, Value value) : which_(which), before_(which) { which_ = value; }
-    ~SwitchSet() { which_ = before_; }
-    SwitchSet(const SwitchSet&) = delete;
-    SwitchSet& operator=(const SwitchSet&) = delete;
-
-private:
-    Value& which_;
-    Value before_;
-};
 
 /// Copies the whole 800 x 600 picture to the display with the pointer hidden, and sends it at once.
 void update_screen(BITMAP* source);

@@ -1,5 +1,6 @@
 #include "screen/draw_slot.h"
 
+#include "core/scope.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "screen/draw.h"
@@ -45,7 +46,7 @@ bool wants_hard_edges(const Slot& slot) {
 }
 
 void draw_slot_text(BITMAP* target, const Slot& slot) {
-    const SwitchSet on_box(text_on_box, anti_aliased_text && wants_hard_edges(slot) ? 1 : text_on_box);
+    const SwitchSet on_box(drawing.text_on_box, anti_aliased_text && wants_hard_edges(slot) ? 1 : drawing.text_on_box);
     const FontSelection selection(slot.font);
     const auto [x, y] = slot_position(slot);
     const std::string_view text = text_of(slot.text);
@@ -102,7 +103,7 @@ std::vector<FieldPlace> build_entry_table(BITMAP* target, std::span<const Slot> 
 }
 
 std::vector<FieldPlace> draw_slot_set(BITMAP* target, const SlotSet& set, std::vector<std::string>& edit_texts) {
-    const SwitchSet whole(full_redraw, anti_aliased_text ? 1 : full_redraw);
+    const SwitchSet whole(drawing.full_redraw, anti_aliased_text ? 1 : drawing.full_redraw);
     std::vector<FieldPlace> places = build_entry_table(target, set.slots);
     edit_texts.clear();
     for (const Slot& slot : set.slots)

@@ -12,7 +12,7 @@
 
 namespace vcc {
 
-inline int show_slot_pictures = 0; ///< picture slots are drawn
+inline constexpr bool show_slot_pictures = true; ///< picture slots are drawn
 
 /// Where a slot's entry field lies and how it is edited.
 struct FieldPlace {

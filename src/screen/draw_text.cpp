@@ -2,6 +2,7 @@
 //
 // Smoothed edges are blended into the background, so a text would grow bolder each time it is drawn. Unless the whole
 // screen is being drawn, the background is therefore restored first, from a clean copy.
+#include "core/scope.h"
 #include "display/buffers.h"
 #include "platform/truetype.h"
 #include "screen/colours.h"
@@ -15,14 +16,15 @@ namespace vcc {
 namespace {
 
 bool hard_edges() {
-    return !anti_aliased_text || text_on_box;
+    return !anti_aliased_text || drawing.text_on_box;
 }
 
 void restore_background(BITMAP* target, int x, int y, std::string_view text) {
     BITMAP* const clean = graphic_buffer(text_copy_buffer);
     // One row more than the cell, as in the boxes behind texts: the descenders of fonts 0 and 4 reach into it.
-    if (clean && !full_redraw)
-        blit(clean, target, x, y, x, y, as_coordinate(text_width(current_font, text)), cell_height(current_font) + 1);
+    if (clean && !drawing.full_redraw)
+        blit(clean, target, x, y, x, y, as_coordinate(text_width(drawing.current_font, text)),
+             cell_height(drawing.current_font) + 1);
 }
 
 } // namespace
@@ -30,7 +32,7 @@ void restore_background(BITMAP* target, int x, int y, std::string_view text) {
 void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update) {
     x = as_coordinate(x);
     y = as_coordinate(y);
-    platform::TrueTypeFont* const face = font_face(current_font);
+    platform::TrueTypeFont* const face = font_face(drawing.current_font);
     if (face && is_colour(colour)) {
         if (hard_edges()) {
             face->text_out(target, text, x, y, pixel_of(colour));
@@ -44,15 +46,15 @@ void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, 
 }
 
 void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int colour, int box_colour, bool update) {
-    fill_text_box(target, x, y, text_width(current_font, text), box_colour);
-    const SwitchSet on_box(text_on_box, anti_aliased_text ? 1 : text_on_box);
+    fill_text_box(target, x, y, text_width(drawing.current_font, text), box_colour);
+    const SwitchSet on_box(drawing.text_on_box, anti_aliased_text ? 1 : drawing.text_on_box);
     draw_text(target, x, y, text, colour, update);
 }
 
 void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_pixel, bool update) {
     x = as_coordinate(x);
     y = as_coordinate(y);
-    platform::TrueTypeFont* const face = font_face(current_font);
+    platform::TrueTypeFont* const face = font_face(drawing.current_font);
     if (face && is_colour(colour)) {
         const bool hard = hard_edges();
         if (!hard)
@@ -68,7 +70,7 @@ void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int c
 }
 
 int text_cell_width(std::string_view text) {
-    return as_coordinate(static_cast<int>(text.size())) * cell_width(current_font);
+    return as_coordinate(static_cast<int>(text.size())) * cell_width(drawing.current_font);
 }
 
 } // namespace vcc

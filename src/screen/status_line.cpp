@@ -1,6 +1,6 @@
 #include "screen/status_line.h"
 
-#include "core/layout.h"
+#include "core/installation.h"
 #include "screen/draw.h"
 #include "text/fonts.h"
 
@@ -25,21 +25,21 @@ void set_status_target(BITMAP* target) {
 }
 
 void place_status_line() {
-    status_x = column_x(current_font, text_column);
-    status_y = row_y(current_font, grid_rows - rows_from_bottom);
+    status_x = column_x(drawing.current_font, text_column);
+    status_y = row_y(drawing.current_font, drawing.grid_rows - rows_from_bottom);
 }
 
 void show_status(std::string_view first, std::string_view second, int font) {
     if (!status_target)
         return;
     const FontSelection selection(font);
-    const int first_width = text_width(current_font, first);
-    if (first_width + text_width(current_font, second) >= layout_width) {
+    const int first_width = text_width(drawing.current_font, first);
+    if (first_width + text_width(drawing.current_font, second) >= layout_width) {
         write_text(status_x, "Message was too long!");
         return;
     }
-    fill_text_box(status_target, column_x(current_font, left_column), status_y,
-                  column_x(current_font, grid_columns - 2), line_colour);
+    fill_text_box(status_target, column_x(drawing.current_font, left_column), status_y,
+                  column_x(drawing.current_font, drawing.grid_columns - 2), line_colour);
     write_text(status_x, first);
     write_text(status_x + first_width, second);
 }

@@ -31,8 +31,8 @@ struct TextWindow {
 };
 
 inline std::array<TextWindow, text_window_count> text_windows;
-inline int current_text_window = 0; ///< the highlighted window
-inline int dot_spacing = 2;         ///< pixels between dots of the dotted style
+inline int current_text_window = 0;   ///< the highlighted window
+inline constexpr int dot_spacing = 2; ///< pixels between dots of the dotted style
 
 /// Applies a text-window file in memory to the table; returns the number of "-" lines. Calls `each_line`, which may be
 /// null, before every line.

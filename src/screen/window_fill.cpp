@@ -35,11 +35,10 @@ int first_multiple(int from, int step) {
 }
 
 void draw_dots(BITMAP* target, const Rect& area, int pixel) {
-    const int step = std::max(dot_spacing, 1);
     const int left = std::max(area.x1, 0), top = std::max(area.y1, 0);
     const int right = std::min(area.x2, target->w), bottom = std::min(area.y2, target->h);
-    for (int y = first_multiple(top, step); y < bottom; y += step)
-        for (int x = first_multiple(left, step); x < right; x += step)
+    for (int y = first_multiple(top, dot_spacing); y < bottom; y += dot_spacing)
+        for (int x = first_multiple(left, dot_spacing); x < right; x += dot_spacing)
             putpixel(target, x, y, pixel);
 }
 

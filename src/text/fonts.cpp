@@ -1,7 +1,6 @@
 #include "text/fonts.h"
 
 #include "core/installation.h"
-#include "core/layout.h"
 #include "core/log.h"
 #include "platform/files.h"
 #include "platform/truetype.h"
@@ -59,8 +58,8 @@ int columns_of(const FontRow& metrics) {
 }
 
 void use_grid(const FontRow& metrics) {
-    grid_rows = rows_of(metrics);
-    grid_columns = columns_of(metrics);
+    drawing.grid_rows = rows_of(metrics);
+    drawing.grid_columns = columns_of(metrics);
 }
 
 } // namespace
@@ -95,20 +94,20 @@ void configure_fonts() {
                 face->set_fixed_advance(row.cell_width - standard_number("font#_space", n));
         }
         fonts[i].metrics = &row;
-        current_font = n;
+        drawing.current_font = n;
         use_grid(row);
     }
 }
 
 void select_font(int n) {
-    previous_font = current_font;
-    if (n == current_font)
+    drawing.previous_font = drawing.current_font;
+    if (n == drawing.current_font)
         return;
     if (is_font(n) && font(n).metrics) {
-        current_font = n;
+        drawing.current_font = n;
         use_grid(*font(n).metrics);
     } else {
-        current_font = fallback_font;
+        drawing.current_font = fallback_font;
     }
 }
 

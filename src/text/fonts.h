@@ -2,6 +2,7 @@
 #pragma once
 
 #include "settings/settings.h"
+#include "text/drawing.h"
 
 #include <string>
 #include <string_view>
@@ -14,11 +15,6 @@ class TrueTypeFont;
 
 inline constexpr int fallback_font = 4; ///< stands in for any number outside 0 to 10
 inline constexpr int grid_row_limit = 200, grid_column_limit = 266;
-
-inline int current_font = 0;  ///< font that text drawing uses
-inline int previous_font = 0; ///< font that was current before the last select_font()
-inline int grid_rows = 0;     ///< rows of the current font's grid
-inline int grid_columns = 0;  ///< columns of the current font's grid, one more than fit
 
 /// Loads the eleven font files that the settings name from a folder. False after a failure, which is logged here;
 /// callers need no reason.
@@ -37,7 +33,7 @@ void release_fonts();
 /// Selects a font for the life of the object, then the one that was current before.
 class FontSelection {
 public:
-    explicit FontSelection(int n) : before_(current_font) { select_font(n); }
+    explicit FontSelection(int n) : before_(drawing.current_font) { select_font(n); }
     ~FontSelection() { select_font(before_); }
     FontSelection(const FontSelection&) = delete;
     FontSelection& operator=(const FontSelection&) = delete;

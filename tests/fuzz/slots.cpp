@@ -9,7 +9,6 @@ void vcc::fuzz::one_input(std::string_view input) {
     for (const std::size_t number : {3u, 5u})
         if (!graphic_buffers[number])
             graphic_buffers[number].reset(create_bitmap(400, 300));
-    show_slot_pictures = 1;
     SlotSet set;
     set.slots = read_slot_file(input).value_or({});
     set.toggles = set.slots;

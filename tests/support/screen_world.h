@@ -40,8 +40,7 @@ protected:
         select_font(0);
         picture.reset(create_bitmap(800, 600));
         wipe();
-        anti_aliased_text = text_on_box = full_redraw = 0;
-        show_slot_pictures = 1;
+        anti_aliased_text = drawing.text_on_box = drawing.full_redraw = 0;
         text_windows = {};
         current_text_window = 0;
     }

@@ -5,6 +5,7 @@
 #include "cc/options_screen.h"
 #include "cc/screens.h"
 #include "cc/sets.h"
+#include "core/scope.h"
 #include "core/text.h"
 #include "display/graphics_mode.h"
 #include "platform/document.h"

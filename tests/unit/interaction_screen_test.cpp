@@ -1,8 +1,10 @@
 // The input loop, one step, a whole screen and a help page, with simulated keys and pointer on a display in memory.
+#include "core/closing.h"
 #include "display/buffers.h"
 #include "display/switching.h"
 #include "interaction/help.h"
 #include "interaction/keys.h"
+#include "interaction/player_input.h"
 #include "interaction/pointer_frame.h"
 #include "interaction/screen_run.h"
 #include "screen/colours.h"
@@ -63,7 +65,7 @@ protected:
         test::set_fields(set_.slots[3], {{&Slot::input_mode, 2}, {&Slot::size, 4}});
         set_.toggles = set_.slots;
         set_.toggles[3].back_colour = 13;
-        pointer_memory = {};
+        player_input.pointer = {};
         close_requested = 0;
         point_at_row(below_all)();
         // One event in every other frame: a step that ends empties the keyboard when the next begins.

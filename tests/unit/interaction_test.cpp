@@ -1,7 +1,7 @@
 // The rules of interaction: keys, editing, focus, what the pointer means, help files.
 #include "interaction/field_draw.h"
 #include "interaction/focus.h"
-#include "interaction/help.h"
+#include "interaction/help_file.h"
 #include "interaction/keys.h"
 #include "interaction/pointer_frame.h"
 #include "interaction/text_edit.h"
@@ -171,7 +171,7 @@ TEST(HelpFile, EntriesAreReadWithTheirHeaderOrItsDefaults) {
     constexpr std::string_view text = "#comment\n+7\n-Second\n#\n"
                                       "+12\nP3\nn7\nn99\nf5\nc3\nw1\ns8\nS0\nx10\ny4\n-xHello\n-\n- World\nend\n"
                                       "+20\np1\nf\n";
-    const auto entry = read_help_entry(text, 12, 67), cut_off = read_help_entry(text, 20, 67);
+    const auto entry = read_help_entry(text, 12), cut_off = read_help_entry(text, 20);
     ASSERT_TRUE(entry && cut_off);
     EXPECT_EQ(entry->pages, (std::vector{12, 7, 99}));
     EXPECT_EQ((std::vector{entry->font, entry->text_colour, entry->window_colour, entry->shadow_colour, entry->sound,
@@ -180,9 +180,9 @@ TEST(HelpFile, EntriesAreReadWithTheirHeaderOrItsDefaults) {
     EXPECT_EQ(entry->lines, (std::vector<std::string>{"Hello", "", "World"}));
     EXPECT_EQ(cut_off->font, 4);
     EXPECT_FALSE(cut_off->complete);
-    EXPECT_EQ(read_help_page(text, 12, 67), entry->lines);
-    EXPECT_FALSE(read_help_page("+1\np\nf\nc\nw\ns\nS\nx\ny\n+2\np\n-xOther\n#\n", 1, 67)) << "the next entry's text";
-    EXPECT_EQ(read_help_page("+1\n+1\n+5\n+3\n+1\n+8\n+0\n+10\n+4\n-xHello\n#\n", 1, 67),
+    EXPECT_EQ(read_help_page(text, 12), entry->lines);
+    EXPECT_FALSE(read_help_page("+1\np\nf\nc\nw\ns\nS\nx\ny\n+2\np\n-xOther\n#\n", 1)) << "the next entry's text";
+    EXPECT_EQ(read_help_page("+1\n+1\n+5\n+3\n+1\n+8\n+0\n+10\n+4\n-xHello\n#\n", 1),
               std::vector<std::string>{"Hello"});
 }
 
@@ -191,12 +191,11 @@ TEST(HelpFile, LimitsHold) {
     text += "-x" + std::string(100, 'a') + "\n";
     for (int line = 0; line < 1000; ++line)
         text += "-xa\n";
-    const auto entry = read_help_entry(text, 1, 67);
+    const auto entry = read_help_entry(text, 1);
     ASSERT_TRUE(entry);
     EXPECT_EQ(entry->pages.size(), 9u);
     ASSERT_EQ(entry->lines.size(), 200u);
     EXPECT_EQ(entry->lines.front().size(), 65u) << "67 characters with the two that are dropped";
-    EXPECT_EQ(read_help_page("+1\np\n-xText\n#\n", 1, 1), std::vector<std::string>{""}) << "a line of one character";
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "screen_source.h"
 
 #include "core/text.h"
-#include "interaction/help.h"
+#include "interaction/help_file.h"
 #include "platform/latin1.h"
 #include "text/language.h"
 
@@ -46,9 +46,9 @@ TEST_F(FormatExample, ListsMessagesAndSettings) {
 
 TEST_F(FormatExample, Help) {
     const std::string text = example("hlp");
-    const auto entry = read_help_entry(text, 1, help_line_length);
+    const auto entry = read_help_entry(text, 1);
     ASSERT_TRUE(entry && entry->complete);
-    EXPECT_EQ(read_help_page(text, entry->pages.at(1), help_line_length), std::vector<std::string>{"Second page"});
+    EXPECT_EQ(read_help_page(text, entry->pages.at(1)), std::vector<std::string>{"Second page"});
 }
 
 TEST_F(FormatExample, ScreenSource) {

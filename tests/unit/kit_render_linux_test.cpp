@@ -5,6 +5,7 @@
 #include "render.h"
 
 #include "display/buffers.h"
+#include "interaction/player_input.h"
 
 #include <algorithm>
 #include <random>
@@ -16,13 +17,11 @@ namespace {
 
 /// What a screen that ends in the middle of its work could leave behind.
 void leave_traces() {
-    text_on_box = full_redraw = pointer_by_keyboard = insert_mode = 1;
-    show_slot_pictures = 0;
+    drawing.text_on_box = drawing.full_redraw = player_input.pointer_by_keyboard = player_input.insert_mode = 1;
     options_screen.info_row = options_screen.option_row = Row::keyboard;
     options_screen.selected_module = Module::battle;
     music_on = sound_on = 0;
-    help_line_length = 5;
-    pointer_memory = {1, 9};
+    player_input.pointer = {1, 9};
     for (TextWindow& window : text_windows)
         window.shadow = 9;
     for (const int drawn_on : {screen_buffer, window_copy_buffer, help_save_buffer, info_copy_buffer, text_copy_buffer})

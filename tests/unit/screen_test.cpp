@@ -1,4 +1,5 @@
 // Slot files; how boxes, lines, texts, slots and the status line are drawn.
+#include "core/scope.h"
 #include "screen/slot_file.h"
 #include "screen/status_line.h"
 #include "sound/sound.h"
@@ -104,7 +105,7 @@ TEST_F(ScreenWorld, SmoothedTextDrawnTwiceLooksAsIfDrawnOnce) {
         const std::vector once(pixels().begin(), pixels().end());
         draw_text(picture.get(), 50, 60, text, 15, false);
         EXPECT_TRUE(std::ranges::equal(pixels(), once)) << "font " << font;
-        const SwitchSet whole(full_redraw, 1); // no restore: the edges grow bolder
+        const SwitchSet whole(drawing.full_redraw, 1); // no restore: the edges grow bolder
         draw_text(picture.get(), 50, 60, text, 15, false);
         EXPECT_FALSE(std::ranges::equal(pixels(), once)) << "font " << font;
     }

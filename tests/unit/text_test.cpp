@@ -42,15 +42,15 @@ TEST_F(Fonts, GridsComeFromTheTableAndSizesFromTheSettings) {
 
 TEST_F(Fonts, SelectionRemembersOneFontAndFallsBackKeepingTheGrid) {
     select_font(0);
-    EXPECT_EQ(previous_font, 10);
-    EXPECT_EQ(std::pair(grid_rows, grid_columns), std::pair(54, 101));
+    EXPECT_EQ(drawing.previous_font, 10);
+    EXPECT_EQ(std::pair(drawing.grid_rows, drawing.grid_columns), std::pair(54, 101));
     for (const int wrong : {11, -1}) {
         select_font(0);
         select_font(wrong);
-        EXPECT_EQ(std::pair(current_font, grid_rows), std::pair(4, 54));
+        EXPECT_EQ(std::pair(drawing.current_font, drawing.grid_rows), std::pair(4, 54));
     }
     { const FontSelection title(10); }
-    EXPECT_EQ(current_font, 4);
+    EXPECT_EQ(drawing.current_font, 4);
 }
 
 using Language = test::FolderTest;

@@ -84,10 +84,10 @@ void check_help_text(const std::string& path, std::string_view text, Faults& fau
             header.begin(*line);
             continue;
         }
-        if (line->starts_with('-') && line->size() > help_line_standard)
+        if (line->starts_with('-') && line->size() > help_line_length)
             faults.push_back({help_line_cut, path, number, -1, header.entry(),
                               "the text is " + std::to_string(line->size() - 2) + " characters long, " +
-                                  std::to_string(help_line_standard - 2) + " are shown",
+                                  std::to_string(help_line_length - 2) + " are shown",
                               "break the line earlier"});
         if (line->starts_with('-') && loses_its_first_letter(*line) && told.insert(header.entry()).second)
             faults.push_back({help_letter, path, number, -1, header.entry(),

@@ -6,7 +6,6 @@
 
 #include "core/files.h"
 #include "core/installation.h"
-#include "core/layout.h"
 #include "platform/avi.h"
 #include "platform/files.h"
 #include "platform/shared_library.h"
@@ -31,7 +30,7 @@ std::vector<PictureRow> picture_rows() {
     std::vector<PictureRow> rows;
     rows.reserve(path::backgrounds.size() + 1);
     for (const char* background : path::backgrounds)
-        rows.push_back({with_slashes(background), picture_width, picture_height, picture_width, picture_height});
+        rows.push_back({with_slashes(background), layout_width, layout_height, layout_width, layout_height});
     rows.push_back({std::string(path::pointer_folder) + path::pointer_file, 1, 1, 64, 64});
     return rows;
 }
@@ -84,7 +83,7 @@ void check_film(const char* path, Faults& faults) {
     if (!frame)
         faults.push_back(
             {film_unreadable, path, 0, -1, "", "cannot be shown", "it must be an AVI film with a video stream"});
-    else if (frame->width > picture_width || frame->height > picture_height)
+    else if (frame->width > layout_width || frame->height > layout_height)
         faults.push_back({film_size, path, 0, -1, "",
                           "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
                           "make it 800 x 600 pixels: only its middle is shown"});

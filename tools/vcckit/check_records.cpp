@@ -76,7 +76,7 @@ void check_place(const Subject& at) {
     }
     if (at.slot.dest_x != 0)
         return;
-    const int columns = picture_width / cell_width(at.slot.font), rows = picture_height / cell_height(at.slot.font);
+    const int columns = layout_width / cell_width(at.slot.font), rows = layout_height / cell_height(at.slot.font);
     if (at.slot.column < 0 || at.slot.column >= columns)
         at.report(outside_grid, "column", number(at.slot.column) + " is outside the grid",
                   "font " + number(at.slot.font) + " has columns 0 to " + number(columns - 1));
@@ -122,7 +122,7 @@ void check_buffer(const Subject& at) {
     const BITMAP* const picture = found->second.get();
     if (!picture)
         return; // reported where the list is checked
-    if (background && (picture->w < picture_width || picture->h < picture_height))
+    if (background && (picture->w < layout_width || picture->h < layout_height))
         at.report(background_small, "buffer",
                   "the background in buffer " + number(at.slot.buffer) + " is smaller than the screen",
                   "it must be 800 x 600 pixels");
@@ -215,7 +215,7 @@ void check_extent(const Subject& at) {
             return;
         }
     }
-    if (area.x1 < 0 || area.x2 > picture_width || area.y1 < 0 || area.y2 > picture_height)
+    if (area.x1 < 0 || area.x2 > layout_width || area.y1 < 0 || area.y2 > layout_height)
         at.report(outside_screen, "",
                   "extends outside the screen: " + number(area.x1) + "," + number(area.y1) + " to " + number(area.x2) +
                       "," + number(area.y2),

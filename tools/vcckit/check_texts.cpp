@@ -8,7 +8,7 @@
 #include "core/lines.h"
 #include "core/text.h"
 #include "display/buffers.h"
-#include "interaction/help.h"
+#include "interaction/help_file.h"
 #include "screen/colours.h"
 #include "screen/draw_slot.h"
 #include "text/fonts.h"
@@ -21,8 +21,6 @@ namespace vcc::kit {
 namespace {
 
 using enum FaultCode;
-
-constexpr int help_length = help_line_standard;
 
 int line_of_entry(const std::string& text, int number) {
     LineReader lines(text);
@@ -55,7 +53,7 @@ public:
         }
         if (read_.insert(path).second)
             check_help_text(path, *text, faults_);
-        const auto entry = read_help_entry(*text, slot.help_number, help_length);
+        const auto entry = read_help_entry(*text, slot.help_number);
         if (!entry)
             report(help_missing, "help_number", path + " has no entry " + std::to_string(slot.help_number),
                    "add the entry, or set help_number to 0");
@@ -96,7 +94,7 @@ private:
         for (const int page : entry.pages) {
             if (page == number)
                 continue;
-            const auto lines = read_help_page(text, page, help_length);
+            const auto lines = read_help_page(text, page);
             if (lines)
                 look_at_lines(path, text, page, entry, *lines);
             else
@@ -128,7 +126,7 @@ private:
         const ScreenFiles& pages = screen_of(language_, ScreenKind::message);
         const int number = pages.set.slots.empty() ? -1 : pages.set.slots[0].graphic;
         if (number < 0 || number >= text_window_count || !language_.windows_described[static_cast<std::size_t>(number)])
-            return {0, 0, picture_width, picture_height}; // reported where the windows are checked
+            return {0, 0, layout_width, layout_height}; // reported where the windows are checked
         const TextWindow& at = language_.windows[static_cast<std::size_t>(number)];
         return {at.left, at.top, at.right, at.bottom};
     }

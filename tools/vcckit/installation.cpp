@@ -3,7 +3,7 @@
 #include "slot_bytes.h"
 
 #include "core/files.h"
-#include "core/layout.h"
+#include "core/installation.h"
 #include "platform/files.h"
 #include "platform/truetype.h"
 #include "text/fonts.h"
@@ -24,8 +24,6 @@ Library::Library(int depth) {
     set_color_depth(depth);
     set_color_conversion(COLORCONV_TOTAL);
     set_config_data("\n", 1); // or the library looks for a file of its own
-    layout_width = picture_width;
-    layout_height = picture_height;
 }
 
 Library::~Library() {

@@ -1,6 +1,7 @@
 #include "pilot.h"
 
 #include "cc/sets.h"
+#include "core/closing.h"
 #include "display/switching.h"
 
 #include <utility>

@@ -123,7 +123,7 @@ void read_buffers(Installation& installation, Faults& faults) {
         const bool there = found != installation.buffers.end() && found->second;
         if (found != installation.buffers.end() && !there)
             continue; // reported above
-        if (!there || found->second->w < picture_width || found->second->h < picture_height)
+        if (!there || found->second->w < layout_width || found->second->h < layout_height)
             faults.push_back({buffer_missing, path::buffer_list, 0, -1, "+" + std::to_string(needed),
                               there ? "the picture is smaller than 800 x 600" : "no picture for this buffer",
                               needed == screen_buffer ? "every screen is drawn into it"

@@ -87,9 +87,8 @@ void check_window_edges(const Installation&, const std::string& file, int number
     if (window.top >= window.bottom)
         report("yo, yu", "the bottom edge is not below the top edge", "correct yo or yu");
     const bool cells = window.pixel_coords == 0;
-    const int width = cells && cell_width(window.font) > 0 ? picture_width / cell_width(window.font) : picture_width;
-    const int height =
-        cells && cell_height(window.font) > 0 ? picture_height / cell_height(window.font) : picture_height;
+    const int width = cells && cell_width(window.font) > 0 ? layout_width / cell_width(window.font) : layout_width;
+    const int height = cells && cell_height(window.font) > 0 ? layout_height / cell_height(window.font) : layout_height;
     if (window.left < 0 || window.right > width)
         report("xo, xu", "extends outside the screen", cells ? "columns are cells of font t" : "keep to 0 to 800");
     if (window.top < 0 || window.bottom > height)

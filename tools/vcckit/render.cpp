@@ -182,7 +182,7 @@ BitmapPtr Renderer::draw(const RenderRequest& request, std::string& fault) {
     hurry(menu_set);
     hurry(options_set);
     if (!kept_->display)
-        kept_->display.reset(create_bitmap(picture_width, picture_height));
+        kept_->display.reset(create_bitmap(layout_width, layout_height));
     const StandInDisplay display(kept_->display.get());
     BITMAP* const target = graphic_buffer(screen_buffer);
     std::vector<Step> steps = steps_of(request, target);

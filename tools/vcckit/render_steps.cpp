@@ -33,8 +33,8 @@ Step at_slot(Step::Kind kind, const SlotSet& set, int index) {
 
 Step park_pointer() {
     return {Step::Kind::point, [](int& x, int& y) {
-                x = picture_width - 1;
-                y = picture_height - 1;
+                x = layout_width - 1;
+                y = layout_height - 1;
             }};
 }
 
@@ -92,8 +92,8 @@ void options_steps(const RenderRequest& request, std::vector<Step>& steps) {
 Point place_in(const Slot& slot) {
     const Rect area = slot_rect(slot);
     // A text may be empty, and then has no width; its first cell is as good.
-    return {std::clamp(area.x1 + std::min((area.x2 - area.x1) / 2, 40), 0, picture_width - 1),
-            std::clamp((area.y1 + area.y2) / 2, 0, picture_height - 1)};
+    return {std::clamp(area.x1 + std::min((area.x2 - area.x1) / 2, 40), 0, layout_width - 1),
+            std::clamp((area.y1 + area.y2) / 2, 0, layout_height - 1)};
 }
 
 std::string fault_of(const RenderRequest& request) {

@@ -135,7 +135,7 @@ bool Visit::arrive(const RgbPicture& wanted, const std::string& what) {
         return false;
     }
     std::this_thread::sleep_for(placed_time);
-    desktop_.move(picture_width - 1, picture_height - 1);
+    desktop_.move(layout_width - 1, layout_height - 1);
     return true;
 }
 
@@ -225,7 +225,7 @@ bool Visit::enter_options(const SeenSlot& button) {
     point_at(button);
     desktop_.click(left_button);
     std::this_thread::sleep_for(look_time);
-    desktop_.move(picture_width - 1, picture_height - 1);
+    desktop_.move(layout_width - 1, layout_height - 1);
     return arrive(plan_.options.picture, "the options screen");
 }
 

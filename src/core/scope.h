@@ -1,0 +1,33 @@
+// What lasts as long as a scope.
+#pragma once
+
+namespace vcc {
+
+/// Runs a task at the end of its scope.
+template <typename Task>
+class AtEnd {
+public:
+    explicit AtEnd(Task task) : task_(task) {}
+    ~AtEnd() { task_(); }
+    AtEnd(const AtEnd&) = delete;
+    AtEnd& operator=(const AtEnd&) = delete;
+
+private:
+    Task task_;
+};
+
+/// Sets a variable for the life of the object, then restores its value.
+template <typename Value>
+class SwitchSet {
+public:
+    SwitchSet(Value& which, Value value) : which_(which), before_(which) { which_ = value; }
+    ~SwitchSet() { which_ = before_; }
+    SwitchSet(const SwitchSet&) = delete;
+    SwitchSet& operator=(const SwitchSet&) = delete;
+
+private:
+    Value& which_;
+    Value before_;
+};
+
+} // namespace vcc
