@@ -8,6 +8,7 @@
 #include "screen/colours.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
+#include "screen/draw_text.h"
 #include "settings/settings.h"
 #include "text/fonts.h"
 #include "world.h"

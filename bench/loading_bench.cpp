@@ -2,7 +2,6 @@
 #include "cc/load.h"
 #include "core/files.h"
 #include "core/installation.h"
-#include "core/lines.h"
 #include "display/buffers.h"
 #include "figure.h"
 #include "screen/buffer_list.h"
@@ -15,18 +14,8 @@ namespace vcc::bench {
 
 namespace {
 
-std::vector<std::string> listed_pictures(const char* list) {
-    std::vector<std::string> names;
-    const std::string text = read_file(list).value_or("");
-    LineReader lines(text);
-    while (const auto each = lines.next())
-        if (!each->empty() && std::string_view("#+*").find(each->front()) == std::string_view::npos)
-            names.emplace_back(*each);
-    return names;
-}
-
 void load_buffer_list(benchmark::State& state) {
-    const std::vector<std::string> names = listed_pictures(path::buffer_list);
+    const BufferList list = read_buffer_list(read_file(path::buffer_list).value_or(""));
     PALETTE palette;
     compare(
         state, 1.1,
@@ -35,11 +24,11 @@ void load_buffer_list(benchmark::State& state) {
                 std::abort();
         },
         [&] {
-            for (const std::string& name : names)
-                benchmark::DoNotOptimize(BitmapPtr(load_pcx(name.c_str(), palette)));
+            for (const ListedPicture& picture : list.pictures)
+                benchmark::DoNotOptimize(BitmapPtr(load_pcx(picture.path.c_str(), palette)));
         });
     prepare_background_copies(); // the text windows point into the table
-    state.counters["pictures"] = static_cast<double>(names.size());
+    state.counters["pictures"] = static_cast<double>(list.pictures.size());
 }
 VELDOR_FIGURE(load_buffer_list);
 

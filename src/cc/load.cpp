@@ -16,6 +16,7 @@
 #include "screen/draw_slot.h"
 #include "screen/status_line.h"
 #include "screen/text_window.h"
+#include "screen/text_window_file.h"
 #include "settings/keyboard_layout.h"
 #include "settings/settings.h"
 #include "settings/values.h"

@@ -17,6 +17,7 @@
 #include "settings/settings.h"
 #include "sound/music.h"
 #include "sound/sound.h"
+#include "text/drawing.h"
 
 #include <algorithm>
 

@@ -20,4 +20,17 @@ std::optional<std::string_view> LineReader::next(std::size_t limit) {
     return cut_at(piece, '\0');
 }
 
+std::optional<NumberedLine> NumberedLines::next() {
+    using enum NumberedLine::Kind;
+    const std::optional<std::string_view> line = lines_.next();
+    if (!line)
+        return std::nullopt;
+    if (line->starts_with('#'))
+        return NumberedLine{comment, number_, *line};
+    if (!line->starts_with('+'))
+        return NumberedLine{text, number_, *line};
+    number_ = to_number(line->substr(1));
+    return NumberedLine{number, number_, *line};
+}
+
 } // namespace vcc

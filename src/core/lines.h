@@ -33,4 +33,26 @@ private:
     int line_number_ = 0;
 };
 
+/// A line of a file in which a line "+NUMBER" says what the lines after it belong to.
+struct NumberedLine {
+    enum class Kind { comment, number, text };
+    Kind kind;
+    std::optional<int> number; ///< the latest; nothing before the first
+    std::string_view text;     ///< the whole line
+};
+
+/// Reads such a file; a line that begins with "#" is a comment.
+class NumberedLines {
+public:
+    /// `text` must outlive the reader.
+    explicit NumberedLines(std::string_view text) : lines_(text) {}
+
+    std::optional<NumberedLine> next();
+    int line_number() const { return lines_.line_number(); }
+
+private:
+    LineReader lines_;
+    std::optional<int> number_;
+};
+
 } // namespace vcc

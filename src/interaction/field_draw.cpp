@@ -1,6 +1,7 @@
 #include "interaction/field_draw.h"
 
 #include "screen/draw.h"
+#include "screen/draw_text.h"
 #include "text/fonts.h"
 
 #include <algorithm>

@@ -6,7 +6,6 @@
 #include "interaction/keys.h"
 #include "interaction/screen_run.h"
 #include "interaction/text_edit.h"
-#include "screen/draw.h"
 
 namespace vcc {
 

@@ -11,6 +11,7 @@
 #include "interaction/screen_run.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
+#include "screen/draw_text.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"
 #include "sound/sound.h"

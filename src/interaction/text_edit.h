@@ -2,6 +2,7 @@
 #pragma once
 
 #include "interaction/keys.h"
+#include "text/drawing.h"
 
 #include <string>
 

@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <initializer_list>
 #include <map>
-#include <string_view>
 #include <utility>
 
 namespace vcc {
@@ -80,52 +79,54 @@ bool load_buffer(int number, const std::string& path, PicturesRead& read) {
 
 } // namespace
 
+BufferList read_buffer_list(std::string_view text) {
+    const auto is_buffer = [](int number) { return number >= 0 && number < graphic_buffer_count; };
+    BufferList list;
+    NumberedLines lines(text);
+    while (const auto line = lines.next()) {
+        const int at = lines.line_number(), number = line->number.value_or(0);
+        if (line->kind == NumberedLine::Kind::number) {
+            if (!is_buffer(number)) {
+                list.unknown = {at, '+', number};
+                break;
+            }
+        } else if (line->text.starts_with('*')) {
+            if (const int checked = to_number(line->text.substr(1)); !is_buffer(checked)) {
+                list.unknown = {at, '*', checked};
+                break;
+            }
+        } else if (line->kind == NumberedLine::Kind::text) {
+            list.pictures.push_back({at, number, std::string(line->text)});
+        }
+    }
+    return list;
+}
+
 int load_graphic_buffers(const std::string& path) {
     if (!create_work_bitmaps())
         return 0;
     const auto text = read_file(path);
     if (!text)
         return 0;
-    LineReader lines(*text);
+    const BufferList list = read_buffer_list(*text);
     PicturesRead read;
-    int current = 0, count = 0;
-    while (const auto line = lines.next()) {
-        const char key = line->empty() ? '\0' : line->front();
-        const int number = key == '\0' ? 0 : to_number(line->substr(1));
-        switch (key) {
-        case '#':
-            break;
-        case '+':
-            if (number >= graphic_buffer_count)
-                return count;
-            if (number < 0) {
-                write_log(
-                    format_text("%s:%d: there is no graphic buffer %d", path.c_str(), lines.line_number(), number));
-                return 0;
-            }
-            current = number;
-            break;
-        case '*':
-            if (number < 0 || number >= graphic_buffer_count)
-                return 0;
-            break;
-        default:
-            if (!load_buffer(current, std::string(*line), read))
-                return 0;
-            ++count;
-        }
+    for (const ListedPicture& picture : list.pictures)
+        if (!load_buffer(picture.buffer, picture.path, read))
+            return 0;
+    if (list.unknown && list.unknown->fails_list()) {
+        if (list.unknown->key == '+')
+            write_log(format_text("%s:%d: there is no graphic buffer %d", path.c_str(), list.unknown->line,
+                                  list.unknown->number));
+        return 0;
     }
-    return count;
+    return static_cast<int>(list.pictures.size());
 }
 
 std::vector<std::string> listed_pictures(const std::string& path) {
     std::vector<std::string> paths;
-    const auto text = read_file(path);
-    LineReader lines(text ? *text : std::string_view());
-    while (const auto line = lines.next())
-        if (!line->empty() && std::string_view("#+*").find(line->front()) == std::string_view::npos &&
-            std::ranges::find(paths, *line) == paths.end())
-            paths.emplace_back(*line);
+    for (ListedPicture& picture : read_buffer_list(read_file(path).value_or("")).pictures)
+        if (!picture.path.empty() && std::ranges::find(paths, picture.path) == paths.end())
+            paths.push_back(std::move(picture.path));
     return paths;
 }
 

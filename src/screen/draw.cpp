@@ -1,4 +1,3 @@
-// Boxes, lines, and copying to the display.
 #include "screen/draw.h"
 
 #include "core/installation.h"

@@ -1,12 +1,10 @@
-// Drawing primitives. Coordinates are pixels of the target; colours are indices into the colour table.
+// Boxes, lines, and copying to the display. Coordinates are pixels of the target; colours are indices into the colour
+// table.
 #pragma once
 
 #include "screen/slot.h"
-#include "text/drawing.h"
 
 #include <allegro.h>
-
-#include <string_view>
 
 namespace vcc {
 
@@ -20,19 +18,8 @@ void present_screen();
 /// Places the mouse pointer, clamped to the picture: outside it keys would not reach the program.
 void put_pointer(int x, int y);
 
-/// Draw text in the current font; an index outside the table draws nothing. With `update`, update_screen() follows in
-/// any case.
-void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update);
-void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int colour, int box_colour, bool update);
-/// Draws text with a one-pixel shadow, which is a pixel value, not an index. `update` has no caller here today.
-void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_pixel, bool update);
-
 /// Draws a box of the current font's text box height; nothing if the width or height is 0.
 void fill_text_box(BITMAP* target, int x, int y, int width, int colour);
-/// Length in characters times the current font's cell width. For texts that must keep to the grid; there are none
-/// today.
-int text_cell_width(std::string_view text);
-
 void fill_rect(BITMAP* target, int x1, int y1, int x2, int y2, int colour); ///< nothing for an index outside the table
 void frame_rect(BITMAP* target, int x1, int y1, int x2, int y2,
                 int colour);                                        ///< an index outside the table is a pixel value

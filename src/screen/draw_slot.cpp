@@ -4,6 +4,7 @@
 #include "core/text.h"
 #include "display/buffers.h"
 #include "screen/draw.h"
+#include "screen/draw_text.h"
 #include "screen/limits.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"

@@ -1,8 +1,8 @@
-// Text: plain, on a box, with a shadow.
-//
 // Smoothed edges are blended into the background, so a text would grow bolder each time it is drawn. Unless the whole
 // screen is being drawn, the background is therefore restored first, from a clean copy.
+#include "screen/draw_text.h"
 #include "core/scope.h"
+
 #include "display/buffers.h"
 #include "platform/truetype.h"
 #include "screen/colours.h"

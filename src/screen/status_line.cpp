@@ -2,6 +2,7 @@
 
 #include "core/installation.h"
 #include "screen/draw.h"
+#include "screen/draw_text.h"
 #include "text/fonts.h"
 
 namespace vcc {

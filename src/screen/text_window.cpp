@@ -3,6 +3,7 @@
 #include "core/geometry.h"
 #include "display/buffers.h"
 #include "screen/draw.h"
+#include "screen/draw_text.h"
 #include "screen/window_fill.h"
 #include "sound/sound.h"
 #include "text/fonts.h"

@@ -7,7 +7,6 @@
 
 #include <array>
 #include <string>
-#include <string_view>
 
 namespace vcc {
 
@@ -33,13 +32,6 @@ struct TextWindow {
 inline std::array<TextWindow, text_window_count> text_windows;
 inline int current_text_window = 0;   ///< the highlighted window
 inline constexpr int dot_spacing = 2; ///< pixels between dots of the dotted style
-
-/// Applies a text-window file in memory to the table; returns the number of "-" lines. Calls `each_line`, which may be
-/// null, before every line.
-int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows, void (*each_line)());
-
-/// Loads a file into the table; 0 if it cannot be opened or has no "-" line.
-int load_text_windows(const std::string& path);
 
 /// Restores the window's background from its buffer if its style needs that, then draws the window. A number outside
 /// the table draws nothing.

@@ -1,9 +1,9 @@
-// The text-window file: per line a key of one or two letters and a number, for the window of the latest "+" line.
+#include "screen/text_window_file.h"
+
 #include "core/files.h"
 #include "core/lines.h"
 #include "core/text.h"
 #include "screen/limits.h"
-#include "screen/text_window.h"
 #include "sound/music.h"
 
 namespace vcc {

@@ -78,19 +78,16 @@ int load_messages(const std::string& path) {
         write_log("Error reading message file");
         return 0;
     }
-    LineReader lines(*file);
-    int index = -1, stored = 0; // no index line yet
-    while (const std::optional<std::string_view> line = lines.next()) {
-        if (line->starts_with('#'))
+    NumberedLines lines(*file);
+    int stored = 0;
+    while (const auto line = lines.next()) {
+        const int index = line->number.value_or(-1);
+        if (index >= message_limit)
+            break;
+        if (line->kind != NumberedLine::Kind::text || index < 0)
             continue;
-        if (line->starts_with('+')) {
-            index = to_number(line->substr(1));
-            if (index >= message_limit)
-                break;
-        } else if (index >= 0) {
-            current_block()[static_cast<std::size_t>(index)] = *line;
-            ++stored;
-        }
+        current_block()[static_cast<std::size_t>(index)] = line->text;
+        ++stored;
     }
     return stored;
 }

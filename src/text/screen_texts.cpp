@@ -107,21 +107,17 @@ bool is_screen_text(int number) {
 
 std::vector<Translation> read_translations(std::string_view file) {
     std::vector<Translation> texts;
-    LineReader lines(file);
-    std::optional<int> number; // none before the first "+"
+    NumberedLines lines(file);
     bool filled = false;
-    while (const std::optional<std::string_view> line = lines.next()) {
-        if (line->starts_with('#'))
-            continue;
-        if (line->starts_with('+')) {
-            number = to_number(line->substr(1));
+    while (const auto line = lines.next()) {
+        if (line->kind == NumberedLine::Kind::number)
             filled = false;
-        } else if (number) {
-            if (filled)
-                texts.pop_back();
-            texts.push_back({lines.line_number(), *number, std::string(*line)});
-            filled = true;
-        }
+        if (line->kind != NumberedLine::Kind::text || !line->number)
+            continue;
+        if (filled)
+            texts.pop_back();
+        texts.push_back({lines.line_number(), *line->number, std::string(line->text)});
+        filled = true;
     }
     return texts;
 }

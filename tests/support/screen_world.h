@@ -3,7 +3,6 @@
 
 #include "display/buffers.h"
 #include "screen/colours.h"
-#include "screen/draw.h"
 #include "screen/draw_slot.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"

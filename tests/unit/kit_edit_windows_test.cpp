@@ -5,7 +5,7 @@
 
 #include "core/files.h"
 #include "platform/latin1.h"
-#include "screen/text_window.h"
+#include "screen/text_window_file.h"
 
 #include <gtest/gtest.h>
 

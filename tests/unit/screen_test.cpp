@@ -1,10 +1,12 @@
 // Slot files; how boxes, lines, texts, slots and the status line are drawn.
 #include "core/scope.h"
+#include "screen/draw_text.h"
 #include "screen/slot_file.h"
 #include "screen/status_line.h"
 #include "sound/sound.h"
 #include "support/screen_world.h"
 #include "support/slots.h"
+#include "text/drawing.h"
 
 #include <climits>
 #include <cstring>

@@ -1,13 +1,12 @@
 // Fonts, and the pictures of the buffer list.
 #include "installation.h"
 
-#include "core/lines.h"
 #include "core/log.h"
-#include "core/text.h"
 #include "display/buffers.h"
 #include "pictures.h"
 #include "platform/files.h"
 #include "platform/truetype.h"
+#include "screen/buffer_list.h"
 #include "settings/values.h"
 #include "text/fonts.h"
 
@@ -69,41 +68,20 @@ void read_buffers(Installation& installation, Faults& faults) {
         return;
     }
     installation.listed_buffers = true;
-    LineReader lines(*text);
-    int number = 0;
-    while (const auto line = lines.next()) {
-        const auto report = [&](FaultCode code, std::string problem, std::string advice, bool fatal = false) {
-            faults.push_back(
-                {code, path::buffer_list, lines.line_number(), -1, "", std::move(problem), std::move(advice), fatal});
+    const BufferList list = read_buffer_list(*text);
+    const auto report_at = [&](int line, FaultCode code, std::string problem, std::string advice, bool fatal) {
+        faults.push_back({code, path::buffer_list, line, -1, "", std::move(problem), std::move(advice), fatal});
+    };
+    for (const auto& [line, number, path] : list.pictures) {
+        const auto report = [&, at = line](FaultCode code, std::string problem, std::string advice,
+                                           bool fatal = false) {
+            report_at(at, code, std::move(problem), std::move(advice), fatal);
         };
-        const char key = line->empty() ? '\0' : line->front();
-        if (key == '#')
-            continue;
-        if (key == '+') {
-            number = to_number(line->substr(1));
-            if (number < 0 || number >= graphic_buffer_count) {
-                report(buffer_unknown, "there is no graphic buffer " + std::to_string(number), "buffers are 0 to 24",
-                       number < 0);
-                installation.listed_buffers = false; // the rest is unknown
-                return;
-            }
-            continue;
-        }
-        if (key == '*') {
-            if (const int checked = to_number(line->substr(1)); checked < 0 || checked >= graphic_buffer_count) {
-                report(buffer_unknown, "there is no graphic buffer " + std::to_string(checked), "remove the line",
-                       true);
-                installation.listed_buffers = false;
-                return;
-            }
-            continue;
-        }
-        if (key == '\0') {
+        if (path.empty()) {
             report(buffer_line_empty, "the line is empty, and counts as the name of a picture", "remove the line",
                    true);
             continue;
         }
-        const std::string path(*line);
         installation.named.insert(path);
         if (made_by_program(number))
             report(buffer_taken, "buffer " + std::to_string(number) + " is created by the program", "use 0 to 20");
@@ -117,6 +95,13 @@ void read_buffers(Installation& installation, Faults& faults) {
         } else if (!picture.fault.empty())
             report(picture.code, path + " " + picture.fault, "create the picture again");
         installation.buffers[number] = std::move(picture.bitmap);
+    }
+    if (list.unknown) {
+        report_at(list.unknown->line, buffer_unknown,
+                  "there is no graphic buffer " + std::to_string(list.unknown->number),
+                  list.unknown->key == '+' ? "buffers are 0 to 24" : "remove the line", list.unknown->fails_list());
+        installation.listed_buffers = false; // the rest is unknown
+        return;
     }
     for (const int needed : {screen_buffer, backdrop_buffer}) {
         const auto found = installation.buffers.find(needed);

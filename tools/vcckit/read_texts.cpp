@@ -9,6 +9,7 @@
 #include "platform/latin1.h"
 #include "platform/letter_case.h"
 #include "screen/colours.h"
+#include "screen/text_window_file.h"
 #include "text/fonts.h"
 #include "text/language.h"
 
@@ -189,24 +190,23 @@ void read_messages(Installation& installation, Faults& faults) {
                 {file_missing, language.message_file, 0, -1, "", "cannot be read", "messages would be empty"});
             continue;
         }
-        LineReader lines(*text);
-        int index = -1;
+        NumberedLines lines(*text);
         bool filled = true;
         while (const auto line = lines.next()) {
             const auto report = [&](FaultCode code, std::string problem, const char* advice) {
                 faults.push_back(
                     {code, language.message_file, lines.line_number(), -1, "", std::move(problem), advice});
             };
-            if (line->starts_with('#'))
-                continue;
-            if (line->starts_with('+')) {
-                index = to_number(line->substr(1));
+            const int index = line->number.value_or(-1);
+            if (line->kind == NumberedLine::Kind::number) {
                 filled = false;
                 if (index < 0 || index >= message_limit)
                     report(message_number, "there is no message " + std::to_string(index), "messages are 0 to 299");
                 else if (!language.messages.insert(index).second)
                     report(message_twice, "message " + std::to_string(index) + " is given twice",
                            "the last one counts");
+            } else if (line->kind == NumberedLine::Kind::comment) {
+                continue;
             } else if (index < 0) {
                 report(FaultCode::message_line, "a text before the first message number",
                        "put a line +0 to +299 before it");

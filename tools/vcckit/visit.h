@@ -4,6 +4,8 @@
 #include "render.h"
 #include "virtual_desktop.h"
 
+#include "text/drawing.h"
+
 #include <chrono>
 #include <functional>
 #include <string>

@@ -1,4 +1,5 @@
 #include "serve/session.h"
+#include "screen/text_window_file.h"
 
 #include "installation.h"
 #include "latin1.h"
