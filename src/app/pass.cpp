@@ -27,7 +27,7 @@ namespace vcc {
 
 namespace {
 
-void begin() {
+void prepare_pass() {
     read_pass_pictures_ahead();
     if (const int missing = load_backgrounds())
         write_log(format_text("Error initializing display background nr: %d\n", missing));
@@ -50,7 +50,7 @@ constexpr FailureRow failures[] = {
     {LoadFailure::pictures, "CC: Error loading Graphicbuffers!", "Error loading Graphicbuffers\n", false},
 };
 
-void tell(Session& session, LoadFailure failure) {
+void report_failure(Session& session, LoadFailure failure) {
     const FailureRow& row = *std::ranges::find(failures, failure, &FailureRow::failure);
     if (row.pending)
         session.pending_error = row.shown.empty() ? row.logged : row.shown;
@@ -90,8 +90,8 @@ void run_screens(Session& session) {
 } // namespace
 
 void run_pass(Session& session) {
-    begin();
-    session.pass_ok = load_installation({.failed = [&](LoadFailure failure) { tell(session, failure); },
+    prepare_pass();
+    session.pass_ok = load_installation({.failed = [&](LoadFailure failure) { report_failure(session, failure); },
                                          .before_pictures =
                                              [&] {
                                                  play_films(session);

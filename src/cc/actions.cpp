@@ -9,7 +9,6 @@
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
-#include "display/mode_rules.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
 #include "settings/settings.h"

@@ -5,7 +5,6 @@
 #include "core/log.h"
 #include "display/buffers.h"
 #include "display/display_scale.h"
-#include "display/mode_rules.h"
 #include "display/switching.h"
 #include "platform/display.h"
 #include "settings/config_file.h"
@@ -82,8 +81,8 @@ int listed_depth() {
 
 /// Sets the mode at the first depth of the table that works; returns that depth, or 0.
 int first_depth_that_works(bool full) {
-    const auto* const found = std::ranges::find_if(depths_to_try, [full](int depth) { return set_mode(full, depth); });
-    return found == depths_to_try.end() ? 0 : *found;
+    const auto* const found = std::ranges::find_if(depths, [full](int depth) { return set_mode(full, depth); });
+    return found == depths.end() ? 0 : *found;
 }
 
 void look_for_full_screen(Setup& setup) {

@@ -1,6 +1,8 @@
 // The graphics mode: always 800 x 600, in a window or full screen, at 32, 24, 16 or 15 bits.
 #pragma once
 
+#include "display/mode_rules.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
@@ -9,15 +11,11 @@ namespace vcc {
 
 inline constexpr std::uint8_t windowed = 0, full_screen = 0xFF;
 
-/// The display modes that the machine offers, as numbered in the settings file and for modules.
-enum class ModeRange : int { untried = -1, none = 0, full_screen_only = 1, window_only = 2, both = 3 };
-
 inline std::uint8_t fullscreen = windowed;               ///< 0 window, 0xFF full screen
 inline ModeRange mode_range = ModeRange::none;           ///< as the latest set-up found it
 inline ModeRange screen_mode_range = ModeRange::untried; ///< the setting of that name
 inline std::array<int, 3> depth_class{}; ///< flags for 32, 24, and 15 or 16 bits; a set-up sets exactly one
 
-enum class SetupResult { ok = 0, fatal = 1, retry = 2 };
 inline constexpr std::int8_t use_configured_mode = 0, probe_machine = -1;
 
 /// Chooses and sets the mode, records it in the settings and installs the display-switch behaviour. Failures are shown
@@ -36,11 +34,5 @@ void ensure_display(int depth, const std::string& culprit);
 /// Sets the mode again in the depth of the setting `bitmap_depth`. True if done: the buffers are released and must be
 /// loaded again, and the pointer installed again. False if that depth is not offered; nothing has changed then.
 bool rebuild_display(bool toggle);
-
-/// Bits per pixel of a bitmap_depth setting; 0 outside 0 to 3.
-constexpr int depth_bits(int bitmap_depth) {
-    constexpr std::array<int, 4> bits{32, 24, 16, 15};
-    return bitmap_depth >= 0 && bitmap_depth < 4 ? bits[static_cast<std::size_t>(bitmap_depth)] : 0;
-}
 
 } // namespace vcc

@@ -64,10 +64,8 @@ int best_listed_depth(std::span<const ListedMode> modes, bool centred) {
 }
 
 std::optional<int> depth_setting(int bits) {
-    for (int setting = 0; setting < 4; ++setting)
-        if (depth_bits(setting) == bits)
-            return setting;
-    return std::nullopt;
+    const auto* const found = std::ranges::find(depths, bits);
+    return found == depths.end() ? std::nullopt : std::optional(static_cast<int>(found - depths.begin()));
 }
 
 } // namespace vcc

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "core/installation.h"
-#include "display/graphics_mode.h"
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,7 +12,17 @@
 
 namespace vcc {
 
-inline constexpr std::array<int, 4> depths_to_try{depth_bits(0), depth_bits(1), depth_bits(2), depth_bits(3)};
+/// The display modes that the machine offers, as numbered in the settings file and for modules.
+enum class ModeRange : int { untried = -1, none = 0, full_screen_only = 1, window_only = 2, both = 3 };
+
+enum class SetupResult { ok = 0, fatal = 1, retry = 2 };
+
+inline constexpr std::array<int, 4> depths{32, 24, 16, 15}; ///< bits, by the setting bitmap_depth and in trying order
+
+/// Bits per pixel of a bitmap_depth setting; 0 outside 0 to 3.
+constexpr int depth_bits(int bitmap_depth) {
+    return bitmap_depth >= 0 && bitmap_depth < 4 ? depths[static_cast<std::size_t>(bitmap_depth)] : 0;
+}
 
 /// The desktop as the library reports it; 0 where unknown.
 struct Desktop {

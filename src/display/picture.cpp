@@ -27,8 +27,8 @@ PictureHeader read_picture_header(std::span<const std::uint8_t> bytes) {
     header.height = word_at(bytes, 10) - word_at(bytes, 6) + 1;
     header.bits = bits_per_plane * planes;
     const auto fits = [](int side) { return side >= 1 && side <= picture_limit; };
-    header.sound = bits_per_plane == 8 && (planes == 1 || planes == 3) && fits(header.width) && fits(header.height) &&
-                   header.bytes_per_line >= header.width;
+    header.readable = bits_per_plane == 8 && (planes == 1 || planes == 3) && fits(header.width) &&
+                      fits(header.height) && header.bytes_per_line >= header.width;
     return header;
 }
 
@@ -41,7 +41,7 @@ Result<BitmapPtr> load_picture(std::string_view path, PALETTE* palette) {
         const std::span bytes(reinterpret_cast<const std::uint8_t*>(file->data()), file->size());
         // The library's reader trusts any size in the header, so the header is checked first.
         const PictureHeader header = read_picture_header(bytes);
-        if (!header.sound)
+        if (!header.readable)
             return Failure{unfit_picture};
         picture = unpack_picture(bytes);
         if (!picture && header.bits == 24) // the library shows as much as there is

@@ -21,8 +21,8 @@ struct PictureHeader {
     int width = 0, height = 0; ///< pixels
     int bits = 0;              ///< 8 or 24
     int bytes_per_line = 0;    ///< of one plane
-    bool sound = false; ///< the library can read it: 8 bits with one or three planes, sides of 1 to 4096 pixels, lines
-                        ///< at least as long as the picture is wide
+    bool readable = false;     ///< by the library: 8 bits with one or three planes, sides of 1 to 4096 pixels, lines
+                               ///< at least as long as the picture is wide
 };
 inline constexpr const char* unfit_picture = "is no picture that the program can read";
 PictureHeader read_picture_header(std::span<const std::uint8_t> bytes);

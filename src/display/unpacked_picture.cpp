@@ -78,8 +78,8 @@ std::size_t UnpackedPicture::size() const {
 
 std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file) {
     UnpackedPicture picture{read_picture_header(file), nullptr};
-    auto& [width, height, bits, plane, sound] = picture.header;
-    if (!sound || bits != 24)
+    auto& [width, height, bits, plane, readable] = picture.header;
+    if (!readable || bits != 24)
         return std::nullopt;
     const std::size_t length = line_size(picture.header), padded_plane = static_cast<std::size_t>(plane);
     std::vector<std::uint8_t> padded(plane > bytes_per_line_limit ? length + store : 0);

@@ -1,6 +1,6 @@
 // The graphics mode on a simulated machine: this program stands in for the library's calls that ask and set it.
 #include "display/buffers.h"
-#include "display/mode_rules.h"
+#include "display/graphics_mode.h"
 #include "display/switching.h"
 #include "folder_test.h"
 #include "platform/display.h"

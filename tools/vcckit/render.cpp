@@ -14,7 +14,6 @@
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
-#include "display/mode_rules.h"
 #include "interaction/focus.h"
 #include "platform/latin1.h"
 #include "screen/status_line.h"

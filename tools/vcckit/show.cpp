@@ -98,7 +98,7 @@ std::string shown_text(const std::string&, std::string_view bytes, std::string&)
 std::string shown_picture(const std::string&, std::string_view bytes, std::string& fault) {
     const PictureHeader header =
         read_picture_header({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
-    if (!header.sound)
+    if (!header.readable)
         fault = unfit_picture;
     return format_text("PCX picture, %d x %d pixels, %d bits\n", header.width, header.height, header.bits);
 }
