@@ -1,9 +1,25 @@
-// Rectangles on the screen.
+// Places on the screen.
 #pragma once
 
 #include <allegro.h>
 
+#include <algorithm>
+#include <cstdint>
+
 namespace vcc {
+
+/// Numbers from data files are cut to this before they are used as coordinates. Far outside every screen, but sums of a
+/// few never overflow, here or in the graphics library.
+inline constexpr int coordinate_limit = 32767;
+
+constexpr int as_coordinate(std::int64_t value) {
+    return static_cast<int>(std::clamp<std::int64_t>(value, -coordinate_limit, coordinate_limit));
+}
+
+/// Pixels.
+struct Point {
+    int x = 0, y = 0;
+};
 
 /// Corners in pixels, edges included.
 struct Rect {

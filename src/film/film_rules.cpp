@@ -3,6 +3,7 @@
 #include "core/geometry.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace vcc {
@@ -106,27 +107,16 @@ void film_palette(const platform::AviFrame& frame, PALETTE palette) {
 }
 
 std::string_view film_error_text(platform::AviError error) {
-    using platform::AviError;
-    switch (error) {
-    case AviError::bad_format:
-        return "Bad AVI file format!";
-    case AviError::memory:
-        return "Memory exhausted!";
-    case AviError::file:
-        return "File does not exist, or error reading from the file!";
-    case AviError::no_video:
-        return "File does not contain a video stream!";
-    case AviError::audio_format:
-        return "Unable to read audio stream format!";
-    case AviError::video_format:
-        return "Unable to read video stream format!";
-    case AviError::decompressor:
-        return "Error initializing video decompressor!";
-    case AviError::none:
-    case AviError::other:
-        break;
-    }
-    return "Unknown error code!";
+    constexpr std::array<std::string_view, 7> texts{"Bad AVI file format!",
+                                                    "Memory exhausted!",
+                                                    "File does not exist, or error reading from the file!",
+                                                    "File does not contain a video stream!",
+                                                    "Unable to read audio stream format!",
+                                                    "Unable to read video stream format!",
+                                                    "Error initializing video decompressor!"};
+    static_assert(static_cast<std::size_t>(platform::AviError::other) == texts.size() + 1);
+    const std::size_t i = static_cast<std::size_t>(error) - 1; // `none` wraps around
+    return i < texts.size() ? texts[i] : "Unknown error code!";
 }
 
 } // namespace vcc

@@ -2,6 +2,7 @@
 
 #include "display/buffers.h"
 #include "interaction/player_input.h"
+#include "screen/draw.h"
 #include "screen/status_line.h"
 #include "settings/settings.h"
 #include "text/fonts.h"

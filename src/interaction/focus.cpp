@@ -1,9 +1,9 @@
 #include "interaction/focus.h"
 
+#include "core/geometry.h"
 #include "core/installation.h"
 #include "core/text.h"
 #include "screen/draw.h"
-#include "screen/limits.h"
 #include "text/fonts.h"
 
 #include <allegro.h>

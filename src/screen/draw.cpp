@@ -1,12 +1,12 @@
 #include "screen/draw.h"
 
+#include "core/geometry.h"
 #include "core/installation.h"
 #include "core/log.h"
 #include "display/buffers.h"
 #include "platform/display.h"
 #include "platform/scaled_display.h"
 #include "screen/colours.h"
-#include "screen/limits.h"
 #include "text/fonts.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 #include "screen/draw_slot.h"
 
+#include "core/geometry.h"
 #include "core/scope.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "screen/draw.h"
 #include "screen/draw_text.h"
-#include "screen/limits.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"
 #include "sound/sound.h"

@@ -22,11 +22,8 @@ struct FieldPlace {
     int back_colour = 0; ///< as in the slot
 };
 
-/// Pixel position of a text slot: its destination if both coordinates are set, else its cell in the slot's font. Pure
-/// except for the grids.
-struct Point {
-    int x = 0, y = 0;
-};
+/// Position of a text slot: its destination if both coordinates are set, else its cell in the slot's font. Pure except
+/// for the grids.
 Point slot_position(const Slot& slot);
 
 /// Draws one record; nothing for an index outside the records.

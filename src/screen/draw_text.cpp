@@ -1,13 +1,13 @@
 // Smoothed edges are blended into the background, so a text would grow bolder each time it is drawn. Unless the whole
 // screen is being drawn, the background is therefore restored first, from a clean copy.
 #include "screen/draw_text.h"
+#include "core/geometry.h"
 #include "core/scope.h"
 
 #include "display/buffers.h"
 #include "platform/truetype.h"
 #include "screen/colours.h"
 #include "screen/draw.h"
-#include "screen/limits.h"
 #include "settings/settings.h"
 #include "text/fonts.h"
 

@@ -1,6 +1,8 @@
 // The slot: one element of a screen, stored in files exactly as in memory.
 #pragma once
 
+#include "core/text.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -85,6 +87,8 @@ inline void show(Slot& slot) {
     slot.draw_flags[0] = ' ';
 }
 /// True when the slot stands for a text window.
-bool is_text_window(const Slot& slot);
+inline bool is_text_window(const Slot& slot) {
+    return slot.graphic != 0 && text_of(slot.text).starts_with("TEXT-WIN");
+}
 
 } // namespace vcc

@@ -1,9 +1,9 @@
 #include "screen/text_window_file.h"
 
 #include "core/files.h"
+#include "core/geometry.h"
 #include "core/lines.h"
 #include "core/text.h"
-#include "screen/limits.h"
 #include "sound/music.h"
 
 namespace vcc {

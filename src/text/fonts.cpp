@@ -16,50 +16,34 @@ namespace vcc {
 
 namespace {
 
-/// What is fixed; file, size and spacing are settings.
-struct FontRow {
-    int cell_width, cell_height; // pixels
-    bool proportional;
-};
-constexpr std::array<FontRow, font_count> font_rows{{
-    {8, 11, true},
-    {9, 13, true},
-    {6, 11, false},
-    {7, 11, false},
-    {7, 12, false},
-    {7, 12, false},
-    {8, 14, false},
-    {10, 16, false},
-    {12, 20, false},
-    {12, 20, false},
-    {14, 20, false},
-}};
+// What is fixed of the fonts; file, size and spacing are settings.
+constexpr std::array<int, font_count> cell_widths{8, 9, 6, 7, 7, 7, 8, 10, 12, 12, 14};
+constexpr std::array<int, font_count> cell_heights{11, 13, 11, 11, 12, 12, 14, 16, 20, 20, 20};
+constexpr std::size_t proportional_fonts = 2; ///< the first ones
 
-struct Font {
-    std::unique_ptr<platform::TrueTypeFont> face;
-    const FontRow* metrics = nullptr; // null until the font is configured
-};
-std::array<Font, font_count> fonts;
+std::array<std::unique_ptr<platform::TrueTypeFont>, font_count> faces;
+bool configured = false; ///< until then all cells are empty
 
 bool is_font(int n) {
     return n >= 0 && n < font_count;
 }
 
-const Font& font(int n) {
-    return fonts[static_cast<std::size_t>(is_font(n) ? n : fallback_font)];
+std::size_t index_of(int n) {
+    return static_cast<std::size_t>(is_font(n) ? n : fallback_font);
 }
 
-int rows_of(const FontRow& metrics) {
-    return std::min(layout_height / metrics.cell_height, grid_row_limit);
+int rows_of(int n) {
+    return configured ? std::min(layout_height / cell_height(n), grid_row_limit) : 0;
 }
 
-int columns_of(const FontRow& metrics) {
-    return std::min(layout_width / metrics.cell_width + 1, grid_column_limit);
+int columns_of(int n) {
+    return configured ? std::min(layout_width / cell_width(n) + 1, grid_column_limit) : 0;
 }
 
-void use_grid(const FontRow& metrics) {
-    drawing.grid_rows = rows_of(metrics);
-    drawing.grid_columns = columns_of(metrics);
+void use_grid(int n) {
+    drawing.current_font = n;
+    drawing.grid_rows = rows_of(n);
+    drawing.grid_columns = columns_of(n);
 }
 
 } // namespace
@@ -70,11 +54,11 @@ bool load_fonts(const std::string& directory) {
         return false;
     }
     for (int n = 0; n < font_count; ++n) {
-        const auto i = static_cast<std::size_t>(n);
+        auto& face = faces[index_of(n)];
         const std::string name = read_text("font#_name", n);
-        fonts[i].face =
+        face =
             platform::load_truetype_font(platform::resolve_path(format_text("%s/%s", directory.c_str(), name.c_str())));
-        if (!fonts[i].face) {
+        if (!face) {
             write_log(format_text("Error in module:%s while loading font:%s/%s", font_section, directory.c_str(),
                                   name.c_str()));
             return false;
@@ -84,45 +68,40 @@ bool load_fonts(const std::string& directory) {
 }
 
 void configure_fonts() {
-    for (int n = 0; n < font_count; ++n) {
-        const auto i = static_cast<std::size_t>(n);
-        const FontRow& row = font_rows[i];
-        if (platform::TrueTypeFont* face = fonts[i].face.get()) {
+    for (int n = 0; n < font_count; ++n)
+        if (platform::TrueTypeFont* const face = font_face(n)) {
             face->set_size(read_number("font#_height", n));
             face->set_extra_spacing(read_number("font#_space", n));
-            if (!row.proportional) // the default spacing is part of the cell, so that text lies in its cells
-                face->set_fixed_advance(row.cell_width - standard_number("font#_space", n));
+            const std::size_t i = index_of(n);
+            if (i >= proportional_fonts) // the default spacing is part of the cell, so that text lies in its cells
+                face->set_fixed_advance(cell_widths[i] - standard_number("font#_space", n));
         }
-        fonts[i].metrics = &row;
-        drawing.current_font = n;
-        use_grid(row);
-    }
+    configured = true;
+    use_grid(font_count - 1);
 }
 
 void select_font(int n) {
     drawing.previous_font = drawing.current_font;
     if (n == drawing.current_font)
         return;
-    if (is_font(n) && font(n).metrics) {
-        drawing.current_font = n;
-        use_grid(*font(n).metrics);
-    } else {
-        drawing.current_font = fallback_font;
-    }
+    if (configured && is_font(n))
+        use_grid(n);
+    else
+        drawing.current_font = fallback_font; // in the grid of the font before: odd on purpose
 }
 
 void release_fonts() {
-    for (Font& each : fonts)
-        each.face.reset();
+    for (auto& face : faces)
+        face.reset();
     platform::exit_truetype();
 }
 
 int cell_width(int n) {
-    return font(n).metrics ? font(n).metrics->cell_width : 0;
+    return configured ? cell_widths[index_of(n)] : 0;
 }
 
 int cell_height(int n) {
-    return font(n).metrics ? font(n).metrics->cell_height : 0;
+    return configured ? cell_heights[index_of(n)] : 0;
 }
 
 int text_box_height(int n) {
@@ -130,17 +109,15 @@ int text_box_height(int n) {
 }
 
 bool proportional(int n) {
-    return font(n).metrics && font(n).metrics->proportional;
+    return configured && index_of(n) < proportional_fonts;
 }
 
 int column_x(int n, int column) {
-    const FontRow* metrics = font(n).metrics;
-    return metrics ? std::clamp(column, 0, std::max(columns_of(*metrics) - 1, 0)) * metrics->cell_width : 0;
+    return std::clamp(column, 0, std::max(columns_of(n) - 1, 0)) * cell_width(n);
 }
 
 int row_y(int n, int row) {
-    const FontRow* metrics = font(n).metrics;
-    return metrics ? std::clamp(row, 0, std::max(rows_of(*metrics) - 1, 0)) * metrics->cell_height : 0;
+    return std::clamp(row, 0, std::max(rows_of(n) - 1, 0)) * cell_height(n);
 }
 
 int text_width(int n, std::string_view text) {
@@ -151,7 +128,7 @@ int text_width(int n, std::string_view text) {
 }
 
 platform::TrueTypeFont* font_face(int n) {
-    return font(n).face.get();
+    return faces[index_of(n)].get();
 }
 
 } // namespace vcc

@@ -4,7 +4,6 @@
 #include "core/installation.h"
 #include "core/lines.h"
 #include "core/log.h"
-#include "core/text.h"
 #include "text/screen_texts.h"
 
 #include <array>

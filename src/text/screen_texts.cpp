@@ -3,7 +3,6 @@
 #include "core/files.h"
 #include "core/lines.h"
 #include "core/log.h"
-#include "core/text.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,6 @@
 // Slot files; how boxes, lines, texts, slots and the status line are drawn.
 #include "core/scope.h"
+#include "screen/draw.h"
 #include "screen/draw_text.h"
 #include "screen/slot_file.h"
 #include "screen/status_line.h"

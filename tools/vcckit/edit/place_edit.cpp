@@ -1,10 +1,9 @@
 #include "edit/place_edit.h"
+#include "core/geometry.h"
 
 #include "edit/field_edit.h"
 #include "edit/source_model.h"
 #include "edit/text_edits.h"
-
-#include "screen/limits.h"
 
 #include <algorithm>
 #include <set>

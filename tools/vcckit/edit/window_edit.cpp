@@ -1,4 +1,5 @@
 #include "edit/window_edit.h"
+#include "core/geometry.h"
 
 #include "edit/text_edits.h"
 #include "fixed_slots.h"
@@ -7,7 +8,6 @@
 #include "core/installation.h"
 #include "core/lines.h"
 #include "core/text.h"
-#include "screen/limits.h"
 #include "screen/text_window.h"
 
 #include <algorithm>
