@@ -87,7 +87,7 @@ bool start_up(Session& session) {
     if (session.intro_on)
         clear_to_colour(screen, 0);
     else
-        show_next_background();
+        show_next_background(); // odd on purpose
     start_clock();
     load_language_files();
     install_input();

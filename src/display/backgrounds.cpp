@@ -19,6 +19,7 @@ std::vector<std::string> background_paths() {
 
 int load_backgrounds() {
     for (std::size_t i = 0; i < pictures.size(); ++i) {
+        // Their palettes in buffer 0: odd on purpose.
         pictures[i] = load_picture(path::backgrounds[i], &buffer_palettes[screen_buffer]).value_or(nullptr);
         if (!pictures[i])
             return static_cast<int>(i) + 1;

@@ -27,7 +27,7 @@ void on_timer(void* clock) {
 void start_sound(int effect) {
     if (effect == no_effect)
         return;
-    current_theme = -1; // feeds no music from now on
+    current_theme = -1; // odd on purpose
     skip_requested();
     if (!sound_on)
         return;

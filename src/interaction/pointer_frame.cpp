@@ -27,7 +27,7 @@ int wheel_step(PointerMemory& memory, int wheel) {
 }
 
 PointerNews::Place place_of(int over, int current) {
-    if (over <= 0)
+    if (over <= 0) // slot 0, too: odd on purpose
         return PointerNews::Place::away;
     return over == current ? PointerNews::Place::on_current : PointerNews::Place::on_other;
 }

@@ -31,7 +31,7 @@ Result step_back(ScreenRun& run) {
     return {};
 }
 
-/// Escape and a right click share a code; it is a click if the right button, and no other, is still held.
+/// Escape and a right click share a code: odd on purpose.
 Result escape_or_right_click(ScreenRun& run) {
     return mouse_b == key::right_button ? step_back(run) : Result{ScreenResult::menu};
 }

@@ -53,7 +53,7 @@ void draw_slot_text(BITMAP* target, const Slot& slot) {
     const std::string_view text = text_of(slot.text);
     draw_slot_box_at(target, x, y, &slot, 0);
     const int shadow = to_number(text_of(slot.sound_flags));
-    if (has_shadow(slot) && anti_aliased_text) {
+    if (has_shadow(slot) && anti_aliased_text) { // a pixel value here, an index below: odd on purpose
         draw_shadow_text(target, x, y, text, slot.fore_colour, shadow, false);
     } else {
         if (has_shadow(slot))

@@ -60,7 +60,7 @@ void open_window(BITMAP* target, int number, BITMAP* background, bool restores) 
     play_effect(window.open_sound);
     if (window.style != 0) {
         if (!window.pixel_coords)
-            select_font(window.font); // stays selected for callers that write into the window
+            select_font(window.font); // stays selected: odd on purpose
         if (restores)
             restore_area(target, background, window);
     }

@@ -56,6 +56,7 @@ void draw_shadow(BITMAP* target, const Rect& area, int width) {
         rectfill(target, x1 + width, y2, x2, y2 + width, ink.pixel());
         rectfill(target, x2, y1 + width, x2 + width, y2 + width, ink.pixel());
     } else {
+        // Pixel values, and only a low byte: odd on purpose.
         fill_strip(target, x1 + width, y2, x2 + width, y2 + width, style.title_colour);
         fill_strip(target, x2, y1 + width, x2 + width, y2 + width, style.title_colour & low_byte);
     }

@@ -87,13 +87,12 @@ void reset_settings() {
 }
 
 void save_settings() {
-    write_keyboard_layout();
+    write_keyboard_layout(); // before and after: odd on purpose
     if (settings.ip_address[0] == '\0')
         store_text(settings.ip_address, ".");
     for_rows(KeyUse::save, write_row);
     write_keyboard_layout();
-    // These reach the disk with the next flush.
-    for_rows(KeyUse::ensure, ensure);
+    for_rows(KeyUse::ensure, ensure); // after the flush: odd on purpose
 }
 
 } // namespace vcc
