@@ -12,7 +12,8 @@ namespace {
 constexpr int fewest_slots = 2;
 
 /// By ScreenKind.
-constexpr std::array<SlotSet*, screen_files.size()> sets{&menu_set, &options_set, &info_set, &message_set};
+constexpr auto sets = std::to_array<SlotSet*>({&menu_set, &options_set, &info_set, &message_set});
+static_assert(sets.size() == screen_files.size());
 
 bool load_set(const ScreenFile& file, SlotSet& set) {
     const std::string path = slot_prefix + std::string(file.name) + ".slt";

@@ -1,8 +1,8 @@
 #include "interaction/screen_run.h"
 
 #include "core/log.h"
+#include "display/buffers.h"
 #include "display/graphics_mode.h"
-#include "interaction/choosable.h"
 #include "interaction/focus.h"
 #include "interaction/keys.h"
 #include "interaction/pointer_frame.h"
@@ -16,6 +16,36 @@ namespace vcc {
 namespace {
 
 using Result = std::optional<ScreenResult>;
+
+bool reaches_the_picture(const Slot& slot) {
+    const auto [x1, y1, x2, y2] = slot_rect(slot);
+    return x1 < layout_width && y1 < layout_height && x2 >= 0 && y2 >= 0;
+}
+
+bool has_a_picture(const Slot& slot) {
+    return slot.graphic == 0 || is_text_window(slot) || graphic_buffer(slot.buffer);
+}
+
+/// Why none of the set's slots can be chosen; empty if one can be.
+std::string why_nothing_can_be_chosen(const SlotSet& set) {
+    int inert = 0, hidden = 0, outside = 0, empty = 0;
+    for (const Slot& slot : set.slots) {
+        if (!is_selectable(slot))
+            ++inert;
+        else if (is_hidden(slot))
+            ++hidden;
+        else if (!reaches_the_picture(slot))
+            ++outside;
+        else if (!has_a_picture(slot))
+            ++empty;
+        else
+            return {};
+    }
+    return format_text(
+        "%s: nothing on it can be chosen: of its %d slots %d take no focus, %d are hidden, %d lie outside "
+        "the picture, %d name a buffer without a picture",
+        set.file.c_str(), set.slot_count(), inert, hidden, outside, empty);
+}
 
 Result activate(ScreenRun& run) {
     return run.owner->activated ? run.owner->activated(run.current) : Result{};
