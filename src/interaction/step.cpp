@@ -2,7 +2,6 @@
 #include "core/clock.h"
 #include "core/text.h"
 #include "interaction/focus.h"
-#include "interaction/focus_move.h"
 #include "interaction/keys.h"
 #include "interaction/player_input.h"
 #include "interaction/screen_run.h"
@@ -19,6 +18,44 @@ namespace {
 
 constexpr int display_time_unit_ms = 100;
 constexpr int display_time_limit = 100; ///< ten seconds: a damaged file must not stall the program
+
+/// Where a navigation key moves the focus, before the search for a selectable slot.
+struct FocusMove {
+    int current = 0;
+    int direction = 1;
+    bool place_pointer = false; ///< the key moved the focus: search from `current` and move the pointer there
+};
+
+/// The focus after a finished entry: the next slot, or slot 0 after the last.
+FocusMove move_to_next(int current, int count) {
+    return {current + 1 < count ? current + 1 : 0, 1, false};
+}
+
+/// The focus after a key in a set of `count` slots. Until the keyboard places the pointer, arrows and End go to slot 0:
+/// odd on purpose.
+FocusMove move_focus(int code, int current, int direction, int count, bool by_keyboard) {
+    const auto go = [&](int to, int new_direction) { return FocusMove{by_keyboard ? to : 0, new_direction, true}; };
+    switch (code) {
+    case key::home:
+        return {0, 1, true};
+    case key::up:
+    case key::left:
+        return go(current > 0 ? current - 1 : count - 1, -1);
+    case key::down:
+    case key::right:
+        return go(move_to_next(current, count).current, 1);
+    case key::end:
+        return go(count - 1, -1);
+    case key::page_up:
+    case key::ctrl_page_up:
+        return {current, -1, false};
+    case key::page_down:
+    case key::ctrl_page_down:
+        return {current, 1, false};
+    default:
+        return {current, direction, false};
+    }
+}
 
 Slot& current_slot(ScreenRun& run) {
     return run.set->slots[static_cast<std::size_t>(run.current)];
