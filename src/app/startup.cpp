@@ -10,6 +10,7 @@
 #include "display/pictures_ahead.h"
 #include "display/pointer.h"
 #include "display/switching.h"
+#include "interaction/keys.h"
 #include "platform/display.h"
 #include "platform/files.h"
 #include "platform/process.h"
@@ -28,8 +29,6 @@
 namespace vcc {
 
 namespace {
-
-constexpr int tick_ms = 5;
 
 bool start_graphics_library() {
     platform::end_with_display([] { write_log("The display server has gone away"); });
@@ -58,8 +57,7 @@ void store_hq_address(std::span<char* const> arguments) {
 }
 
 void start_clock() {
-    install_timer();
-    install_int(on_tick, tick_ms);
+    start_tick();
     install_music_feeding();
     seed_random();
 }
@@ -67,6 +65,7 @@ void start_clock() {
 void install_input() {
     select_config_file();
     start_keyboard();
+    watch_keys();
     install_mouse_and_pointer();
     install_close_button();
 }

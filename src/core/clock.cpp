@@ -1,5 +1,7 @@
 #include "core/clock.h"
 
+#include "core/mouse_buttons.h"
+
 #include <allegro.h>
 
 #include <cstdlib>
@@ -11,10 +13,28 @@ namespace {
 
 IdleTask idle_task{};
 
+constexpr int tick_ms = 5;
+
+void wait(int duration_ms) {
+    if (idle_task.wanted == nullptr || !idle_task.wanted()) {
+        rest(static_cast<unsigned>(duration_ms));
+        return;
+    }
+    // Elapsed time, not a target time, because the counter may wrap.
+    const std::uint32_t start = ms_counter;
+    while (ms_counter - start < static_cast<std::uint32_t>(duration_ms))
+        run_idle_task();
+}
+
 } // namespace
 
 void on_tick() {
-    ms_counter.fetch_add(5, std::memory_order_relaxed);
+    ms_counter.fetch_add(tick_ms, std::memory_order_relaxed);
+}
+
+void start_tick() {
+    install_timer();
+    install_int(on_tick, tick_ms);
 }
 
 void set_idle_task(IdleTask task) {
@@ -29,19 +49,13 @@ void run_idle_task() {
 void wait_ms(int duration_ms) {
     if (duration_ms <= 0)
         return;
-    if (idle_task.wanted == nullptr || !idle_task.wanted()) {
-        rest(static_cast<unsigned>(duration_ms));
-        return;
-    }
-    // Elapsed time, not a target time, because the counter may wrap.
-    const std::uint32_t start = ms_counter;
-    while (ms_counter - start < static_cast<std::uint32_t>(duration_ms))
-        run_idle_task();
+    wait(duration_ms);
+    forget_mouse_buttons();
 }
 
 int skip_requested() {
     run_idle_task();
-    return keypressed() != 0 || mouse_b != 0 ? -1 : 0;
+    return keypressed() != 0 || mouse_button_used() ? -1 : 0;
 }
 
 void seed_random() {

@@ -12,6 +12,9 @@ inline std::atomic<std::uint32_t> ms_counter{0};
 /// Timer callback with a period of 5 ms.
 void on_tick();
 
+/// Installs the library's timer and the tick, if they are not.
+void start_tick();
+
 /// Work that continues while the program waits (the music stream). Its owner installs it once.
 struct IdleTask {
     bool (*wanted)(); ///< true while a wait must keep running the task instead of sleeping
@@ -22,10 +25,10 @@ void set_idle_task(IdleTask task);
 /// Runs the idle task once, wanted or not; does nothing without one.
 void run_idle_task();
 
-/// Waits `duration_ms`: runs the idle task in a loop if it is wanted, otherwise sleeps.
+/// Waits `duration_ms`: runs the idle task in a loop if it is wanted, otherwise sleeps. Clicks meanwhile do not count.
 void wait_ms(int duration_ms);
 
-/// Runs the idle task once, then returns -1 if a key is waiting or a mouse button is held, else 0.
+/// Runs the idle task once, then returns -1 if a key is waiting or a mouse button is or was held, else 0.
 int skip_requested();
 
 /// Seeds the C library's random numbers from the UTC time of day.

@@ -3,6 +3,7 @@
 #include "core/alert.h"
 #include "core/installation.h"
 #include "core/log.h"
+#include "core/mouse_buttons.h"
 #include "display/picture.h"
 
 namespace vcc {
@@ -27,6 +28,7 @@ bool load_mouse_pointer(const std::string& directory, const std::string& file) {
 
 void install_mouse_and_pointer() {
     install_mouse();
+    watch_mouse_buttons();
     if (load_mouse_pointer(path::pointer_folder, path::pointer_file))
         return;
     show_alert(load_failure);

@@ -3,6 +3,7 @@
 #include "core/clock.h"
 #include "core/closing.h"
 #include "core/log.h"
+#include "core/mouse_buttons.h"
 #include "core/scope.h"
 #include "display/switching.h"
 #include "film/film_rules.h"
@@ -72,6 +73,7 @@ void play_film(const std::string& path, int effect) {
     const AtEnd input_discarded([] { // the next screen must not get the key or click that ended the film
         clear_keybuf();
         mouse_b = 0;
+        forget_mouse_buttons();
     });
     // Even if it was not heard: films play once per run, and their sounds are large.
     const AtEnd sound_dropped([effect, volume_before = sfx_volume] {
@@ -100,6 +102,7 @@ void play_film(const std::string& path, int effect) {
     }
     const AtEnd clock_stopped([&clock] { remove_param_int(on_timer, &clock); });
     clear_keybuf();
+    forget_mouse_buttons();
     start_sound(effect);
     play(*film, *target, clock);
 }

@@ -1,5 +1,6 @@
 // The input loop: runs frame by frame until a key, a click, a wheel step or a move onto another slot.
 #include "core/closing.h"
+#include "core/mouse_buttons.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/switching.h"
@@ -89,7 +90,7 @@ KeyEvent InputLoop::pointer_on_other(int over) {
 }
 
 KeyEvent InputLoop::follow_pointer() {
-    const PointerReading reading{mouse_b & key::both_buttons, mouse_z,
+    const PointerReading reading{next_mouse_buttons() & key::both_buttons, mouse_z,
                                  slot_under_pointer(run_.current, run_.set->slots, false)};
     const PointerNews news = judge_pointer(player_input.pointer, reading, run_.current);
     KeyEvent event;
@@ -143,7 +144,7 @@ KeyEvent key_on_button(KeyEvent event) {
 
 int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_wait) {
     if (clear_keyboard)
-        clear_keybuf();
+        forget_keys();
     InputLoop loop(run);
     std::optional<FieldEntry> field;
     if (run.set->slots[static_cast<std::size_t>(run.current)].input_mode != 0)

@@ -1,6 +1,10 @@
 #include "interaction/keys.h"
 
 #include <allegro.h>
+#include <allegro/internal/aintern.h>
+
+#include <deque>
+#include <mutex>
 
 namespace vcc {
 
@@ -104,6 +108,34 @@ KeyEvent translate_modified(int library_key, int modifier) {
     return {typed(code), modifier, KeyKind::character};
 }
 
+/// A key in the library's buffer, which does not keep the modifiers: they may be up again when it is read.
+struct KeyPress {
+    int character, library_key, shifts;
+};
+constexpr std::size_t most_presses = 64; ///< as in the library's buffer
+std::mutex guard;                        // the library's thread notes
+std::deque<KeyPress> presses;
+
+int note(int character, int* library_key) {
+    const std::lock_guard lock(guard);
+    if (presses.size() == most_presses)
+        presses.pop_front();
+    presses.push_back({character, *library_key, _key_shifts});
+    return character;
+}
+
+/// Modifiers that were held with the key; those held now if nobody has noted it.
+int shifts_with(int character, int library_key) {
+    const std::lock_guard lock(guard);
+    while (!presses.empty()) {
+        const KeyPress press = presses.front();
+        presses.pop_front(); // those before it have been read by others
+        if (press.character == character && press.library_key == library_key)
+            return press.shifts;
+    }
+    return key_shifts;
+}
+
 } // namespace
 
 KeyEvent translate_key(int character, int library_key, int shifts) {
@@ -121,7 +153,19 @@ KeyEvent read_key() {
         return {};
     int library_key = 0;
     const int character = ureadkey(&library_key);
-    return translate_key(character, library_key, key_shifts);
+    return translate_key(character, library_key, shifts_with(character, library_key));
+}
+
+void watch_keys() {
+    keyboard_ucallback = note;
+}
+
+void forget_keys() {
+    {
+        const std::lock_guard lock(guard);
+        presses.clear();
+    }
+    clear_keybuf();
 }
 
 } // namespace vcc

@@ -34,4 +34,10 @@ KeyEvent translate_key(int character, int library_key, int shifts);
 /// The next waiting key; code 0 if there is none.
 KeyEvent read_key();
 
+/// From now on read_key() knows the modifiers that were held when a key was pressed.
+void watch_keys();
+
+/// Empties the keyboard's buffer.
+void forget_keys();
+
 } // namespace vcc

@@ -1,6 +1,7 @@
 #include "interaction/screen_run.h"
 
 #include "core/log.h"
+#include "core/mouse_buttons.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
 #include "interaction/focus.h"
@@ -61,9 +62,9 @@ Result step_back(ScreenRun& run) {
     return {};
 }
 
-/// Escape and a right click share a code: odd on purpose.
+/// Escape and a right click share a code: odd on purpose. It is a click if the right button, and no other, is held.
 Result escape_or_right_click(ScreenRun& run) {
-    return mouse_b == key::right_button ? step_back(run) : Result{ScreenResult::menu};
+    return mouse_buttons() == key::right_button ? step_back(run) : Result{ScreenResult::menu};
 }
 
 Result leave(ScreenRun&) {
@@ -110,6 +111,7 @@ void carry_out_common_command(int code) {
 }
 
 ScreenResult run_screen(BITMAP*& target, SlotSet& set, const ScreenOwner& owner) {
+    forget_mouse_buttons(); // of a film or a module
     ScreenRun run;
     run.target = target;
     run.set = &set;

@@ -46,7 +46,8 @@ def test_a_key_and_a_click_skip_a_film_and_nothing_else(make_robot):
     wait_until(lambda: shows_film(player, STUDIO), "the first film", 10 * player.system.slowness)
     player.key("Return")
     wait_until(lambda: shows_film(player, INTRO), "the second film", 5 * player.system.slowness)
-    player.click(142, 207)  # where the menu will have a button
+    player.move(142, 207)  # where the menu will have a button
+    player.desktop.click_at_once()
     player.wait_for_menu(timeout_s=8)
     player.standing_picture(still_s=0.5)
     assert player.installation.module_calls() == []

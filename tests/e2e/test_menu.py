@@ -55,6 +55,27 @@ def test_keys_and_wheel_move_from_button_to_button(robot):
         assert menu.pointed_at(robot) == [button], f"after {step}"
 
 
+@pytest.mark.parametrize("scale", [0, 1])
+def test_clicks_and_keys_of_no_length_are_heard(make_robot, scale):
+    player = make_robot(scale=scale)
+    player.installation.use_recording_modules()
+    player.start()
+    desktop = player.desktop
+    for button in ("Factory", "HQ", "Battle"):  # the first is under the pointer already
+        if button == "Factory":
+            player.move(*menu.middle(button))
+            desktop.click_at_once()
+        else:
+            x, y = player.spot(*menu.middle(button))
+            desktop.click_at_once(x=x, y=y)
+        wait_until(lambda button=button: player.installation.module_calls()[-1:] and
+                   player.installation.module_calls()[-1][0] == button.lower(), f"{button} to be called")
+        player.wait_for_menu()
+    assert len(player.installation.module_calls()) == 3
+    desktop.key_at_once("Alt_L", "x")
+    assert player.wait_for_end() == 0
+
+
 @pytest.mark.parametrize("leave", [
     lambda robot: menu.choose(robot, "Leave"),
     lambda robot: robot.key("x", "Alt_L"),

@@ -248,6 +248,21 @@ class Desktop:
     def release_button(self, button=1):
         self._fake(X.ButtonRelease, button)
 
+    def at_once(self, *events, x=None, y=None):
+        """Moves to a place, if one is given, and sends events (kind, detail), with no time in between."""
+        if x is not None:
+            self.queue(X.MotionNotify, x=x, y=y)
+        for event in events:
+            self.queue(*event)
+        self.send()
+
+    def click_at_once(self, button=1, **place):
+        self.at_once((X.ButtonPress, button), (X.ButtonRelease, button), **place)
+
+    def key_at_once(self, *names):
+        codes = [self.keycode(name) for name in names]
+        self.at_once(*((X.KeyPress, code) for code in codes), *((X.KeyRelease, code) for code in codes[::-1]))
+
     def wheel(self, notches):
         """Positive is away from the player."""
         for _ in range(abs(notches)):

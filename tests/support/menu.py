@@ -33,15 +33,10 @@ def walk_to(robot, button):
 
 
 def enter(robot, button, way=choose):
-    """Into the module that the button stands for, once more when the program did not listen yet."""
+    """Into the module that the button stands for."""
     calls = len(robot.installation.module_calls())
-    for attempt in range(3):
-        way(robot, button)
-        try:
-            return wait_until(lambda: len(robot.installation.module_calls()) > calls, f"a call of {button}", 5)
-        except TimeoutError:
-            if attempt == 2:
-                raise
+    way(robot, button)
+    wait_until(lambda: len(robot.installation.module_calls()) > calls, f"a call of {button}", 5 * robot.system.slowness)
 
 
 def look(robot, button, german=False):

@@ -3,6 +3,7 @@
 #include "core/geometry.h"
 #include "core/lines.h"
 #include "core/log.h"
+#include "core/mouse_buttons.h"
 #include "core/text.h"
 #include "support/allegro_none.h"
 
@@ -65,6 +66,41 @@ TEST(Clock, WaitsBusilyWhileMusicWantsToBeFedAlsoWhenTheCounterWraps) {
     wait_ms(20);
     EXPECT_EQ(ms_counter.load(), 15U);
     set_idle_task({});
+}
+
+/// As the library's thread tells it.
+void buttons(int held, int place = 0) {
+    mouse_b = held;
+    mouse_pos = place;
+    mouse_callback(MOUSE_FLAG_LEFT_DOWN);
+}
+
+TEST(MouseButtons, EveryPressIsSeenAfterTheMoveThatLedToIt) {
+    test::start_library();
+    watch_mouse_buttons();
+    const auto next = [](int count) {
+        std::vector<int> states;
+        while (count-- > 0)
+            states.push_back(next_mouse_buttons());
+        return states;
+    };
+    for (const int held : {1, 0, 1, 0})
+        buttons(held);
+    EXPECT_EQ(next(5), (std::vector{1, 0, 1, 0, 0})) << "a double click at once";
+    buttons(2, 77);
+    mouse_pos = 99;
+    EXPECT_TRUE(mouse_button_used());
+    EXPECT_EQ(next(3), (std::vector{0, 2, 2})) << "the move first, wherever the pointer is by now";
+    buttons(0, 99);
+    buttons(1, 99);
+    forget_mouse_buttons();
+    EXPECT_EQ(next(1), std::vector{1}) << "what is held counts all the same";
+    for (int i = 0; i < 1000; ++i)
+        buttons(i & 1, 99);
+    buttons(0, 99);
+    wait_ms(1);
+    EXPECT_EQ(next(2), (std::vector{0, 0})) << "clicks during a wait do not count";
+    mouse_callback = nullptr;
 }
 
 TEST(Log, AppendsWholeEntriesAndNeverMakesItsFolder) {

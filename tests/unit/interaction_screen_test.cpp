@@ -1,5 +1,6 @@
 // The input loop, one step, a whole screen and a help page, with simulated keys and pointer on a display in memory.
 #include "core/closing.h"
+#include "core/mouse_buttons.h"
 #include "display/buffers.h"
 #include "display/switching.h"
 #include "interaction/help.h"
@@ -12,6 +13,7 @@
 #include "support/stand_in_display.h"
 #include "text/fonts.h"
 
+#include <allegro/internal/aintern.h>
 #include <gtest/gtest.h>
 
 #include <deque>
@@ -37,13 +39,25 @@ namespace {
 
 using Event = std::function<void()>;
 
-Event press(int character, int library_key) {
-    return [=] { waiting_keys.emplace_back(character, library_key); };
+/// All keys are up again before anybody looks.
+Event press(int character, int library_key, int shifts = 0) {
+    return [=]() mutable {
+        _key_shifts = shifts;
+        keyboard_ucallback(character, &library_key);
+        waiting_keys.emplace_back(character, library_key);
+        _key_shifts = 0;
+    };
 }
 Event point_at_row(int row) {
     return [=] {
         mouse_x = 20;
         mouse_y = 14 * row + 5;
+    };
+}
+Event hold(int buttons) {
+    return [=] {
+        mouse_b = buttons;
+        mouse_callback(MOUSE_FLAG_LEFT_DOWN);
     };
 }
 const Event close_window = [] { close_requested = 1; };
@@ -66,6 +80,9 @@ protected:
         set_.toggles = set_.slots;
         set_.toggles[3].back_colour = 13;
         player_input.pointer = {};
+        mouse_b = 0;
+        watch_mouse_buttons();
+        watch_keys();
         close_requested = 0;
         point_at_row(below_all)();
         // One event in every other frame: a step that ends empties the keyboard when the next begins.
@@ -151,13 +168,30 @@ TEST_F(Screen, PointerOnAButtonIsReportedOnce) {
 
 TEST_F(Screen, OnlyTheRightButtonAloneStepsBack) {
     owner_.right_click = [](int) { ADD_FAILURE() << "the middle button is held, too"; };
-    EXPECT_EQ(run({point_at_row(2), rest, [] { mouse_b = 2 | 4; }}), 0);
-    mouse_b = 0;
+    EXPECT_EQ(run({point_at_row(2), rest, hold(2 | 4)}), 0);
+}
+
+TEST_F(Screen, ClicksOfNoLengthAreHeard) {
+    std::vector<int> stepped;
+    owner_.right_click = [&](int slot) { stepped.push_back(slot); };
+    owner_.activated = [](int slot) { return std::optional(ScreenResult{slot}); };
+    const auto click = [](int button) {
+        return [=] {
+            hold(button)();
+            hold(0)();
+        };
+    };
+    EXPECT_EQ(run({point_at_row(2), rest, click(2), rest, rest, click(2), rest, rest, click(1)}), 2);
+    EXPECT_EQ(stepped, (std::vector{2, 2}));
 }
 
 TEST_F(Screen, SkippedSlotUnderThePointerLeavesTheKeysAlive) {
     set_.slots[2].draw_flags[2] = 'x';
     EXPECT_EQ(run({point_at_row(2), rest, press(27, KEY_ESC)}), 0);
+}
+
+TEST_F(Screen, KeysKeepTheModifiersTheyWerePressedWith) {
+    EXPECT_EQ(run({press(0, KEY_X), press(0, KEY_X, KB_ALT_FLAG)}), 45);
 }
 
 TEST_F(Screen, FieldTakesTextAndAFullOneIsFinished) {

@@ -2,6 +2,7 @@
 
 #include "cc/sets.h"
 #include "core/closing.h"
+#include "core/mouse_buttons.h"
 #include "display/switching.h"
 
 #include <utility>
@@ -16,6 +17,12 @@ constexpr int last_frame = 14;
 constexpr int settle_frames = 12; ///< after the last step
 constexpr int left_button = 1, right_button = 2, ascii_bits = 8;
 
+/// As the library tells it.
+void hold(int buttons) {
+    mouse_b = buttons;
+    mouse_callback(MOUSE_FLAG_LEFT_DOWN);
+}
+
 } // namespace
 
 Pilot* Pilot::active_ = nullptr;
@@ -27,6 +34,7 @@ Pilot::Pilot(std::vector<Step> steps) : steps_(std::move(steps)) {
     mouse_y = 300;
     mouse_z = 0;
     mouse_b = 0;
+    watch_mouse_buttons();
     install_keyboard_hooks(key_is_waiting, read_key);
 }
 
@@ -83,9 +91,9 @@ void Pilot::begin(const Step& step) {
         mouse_y = y;
     }
     if (frame_ == press_frame && step.kind != Step::Kind::point)
-        mouse_b = step.kind == Step::Kind::left_click ? left_button : right_button;
+        hold(step.kind == Step::Kind::left_click ? left_button : right_button);
     if (frame_ == release_frame)
-        mouse_b = 0;
+        hold(0);
 }
 
 } // namespace vcc::kit
