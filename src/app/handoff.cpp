@@ -1,5 +1,6 @@
 #include "app/handoff.h"
 
+#include "app/module_state.h"
 #include "core/alert.h"
 #include "core/installation.h"
 #include "core/log.h"
@@ -50,7 +51,10 @@ void run_module(std::size_t module) {
         return;
     }
     const int depth = get_color_depth();
-    fullscreen = display_state(calls[module](entry));
+    const ModuleOutcome outcome = run_restoring_state([&] { return calls[module](entry); });
+    fullscreen = display_state(outcome.result);
+    if (!outcome.left.empty())
+        write_log(format_text("%s has left %s", file.c_str(), outcome.left.c_str()));
     ensure_display(depth, file);
     select_config_file(); // the module may have written the shared file
 }

@@ -10,7 +10,7 @@ namespace vcc::platform {
 /// Call before the library's start.
 void end_with_display(void (*note)());
 
-/// Makes every graphics driver draw the mouse pointer into the picture, so that hiding and saving it work alike on all
+/// Makes every graphics driver draw the mouse's sprite into the picture, so that hiding and saving it work alike on all
 /// systems. Call after the library's start and before the first mode is set.
 void keep_pointer_in_picture();
 

@@ -6,16 +6,31 @@
 
 namespace vcc::platform {
 
+namespace {
+
+int refuse_sprite(BITMAP*, int, int) {
+    return -1;
+}
+
+} // namespace
+
 void end_with_display(void (*)()) {} // no display server
 
-// The list ends with an empty row.
+// Sprites are refused, the system's own cursors are not: a module may ask for one. In full screen the library has no
+// functions for them, but calls them. The list ends with an empty row.
 void keep_pointer_in_picture() {
+    const GFX_DRIVER* window = nullptr;
+    for (const _DRIVER_INFO* row = _gfx_driver_list; row->driver; ++row)
+        if (row->id == GFX_DIRECTX_WIN)
+            window = static_cast<const GFX_DRIVER*>(row->driver);
     for (const _DRIVER_INFO* row = _gfx_driver_list; row->driver; ++row) {
         auto* const driver = static_cast<GFX_DRIVER*>(row->driver);
-        driver->set_mouse_sprite = nullptr;
-        driver->show_mouse = nullptr;
-        driver->hide_mouse = nullptr;
-        driver->move_mouse = nullptr;
+        driver->set_mouse_sprite = refuse_sprite;
+        if (!window || driver->hide_mouse)
+            continue;
+        driver->show_mouse = window->show_mouse;
+        driver->hide_mouse = window->hide_mouse;
+        driver->move_mouse = window->move_mouse;
     }
 }
 

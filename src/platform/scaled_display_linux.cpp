@@ -99,6 +99,20 @@ void close_screen(BITMAP*) {
     _xwin_destroy_screen();
 }
 
+int refuse_sprite(BITMAP*, int, int) {
+    return -1;
+}
+
+/// Hides the server's pointer again, which the library does only where it could also show sprites with it.
+void hide_pointer() {
+#ifdef ALLEGRO_XWINDOWS_WITH_XCURSOR
+    const DisplayLock lock;
+    _xwin.support_argb_cursor = 1;
+    library_driver(GFX_XWINDOWS)->hide_mouse();
+    _xwin.support_argb_cursor = 0;
+#endif
+}
+
 void show_and_wait() {
     show_scaled_drawing();
     _xwin_vsync();
@@ -111,10 +125,8 @@ void put_before(GFX_DRIVER& ours, int id, BITMAP* (*open)(int, int, int, int, in
     ours.exit = close_screen;
     ours.vsync = show_and_wait;
     ours.drawing_mode = draw_in_memory_only;
-    ours.set_mouse_sprite = nullptr; // the pointer is part of the picture
-    ours.show_mouse = nullptr;
-    ours.hide_mouse = nullptr;
-    ours.move_mouse = nullptr;
+    ours.set_mouse_sprite = refuse_sprite; // is part of the picture; a module may ask for the server's own cursors
+    ours.hide_mouse = hide_pointer;
     register_driver(ours);
 }
 

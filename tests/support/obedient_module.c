@@ -1,11 +1,13 @@
 /* A game module that does what it is told, a file at a time: it reads module_order.txt, removes it, obeys, and writes
  * module_state.txt anew: the pointer's place and buttons, the screen's size and depth, and how many orders it has
- * obeyed. Orders: "mode FULL WIDTH HEIGHT DEPTH", "place X Y" (of the pointer), "leave MODE". */
+ * obeyed. Orders: "mode FULL WIDTH HEIGHT DEPTH", "place X Y" (of the pointer), "cursor SHAPE" (of the system's),
+ * "hide" (the pointer), "spoil" (leave everything otherwise than it was), "leave MODE". */
 #include "veldor_module.h"
 
 #include <allegro.h>
 #include <stdio.h>
 #include <string.h>
+#include <unistd.h>
 
 /* Bands in all colours with fine lines and single pixels in between. */
 static void draw_pattern(void) {
@@ -27,6 +29,47 @@ static void draw_pattern(void) {
         putpixel(screen, 300 + i, 200 + i, makecol(255, 0, 255));
 }
 
+static void never(void) {}
+static void never_flags(int flags) {
+    (void)flags;
+}
+static int never_key(int key) {
+    return key;
+}
+
+static void spoil(void) {
+    SAMPLE* tone = create_sample(16, 0, 22050, 22050);
+    for (int i = 0; i < 22050; ++i)
+        ((unsigned short*)tone->data)[i] = i / 50 % 2 ? 0xC000 : 0x4000;
+    play_sample(tone, 255, 128, 1000, TRUE);
+    position_mouse_z(7);
+    poll_mouse();
+    poll_keyboard();
+    set_mouse_range(10, 10, 50, 50);
+    set_mouse_speed(5, 5);
+    BITMAP* arrow = create_bitmap(16, 16);
+    clear_to_color(arrow, makecol(0, 255, 0));
+    set_mouse_sprite(arrow);
+    select_mouse_cursor(MOUSE_CURSOR_BUSY);
+    show_mouse(screen);
+    remove_keyboard();
+    remove_timer();
+    install_timer();
+    install_int(never, 3);
+    mouse_callback = never_flags;
+    keyboard_callback = never_key;
+    set_display_switch_callback(SWITCH_OUT, never);
+    set_close_button_callback(never);
+    set_clip_rect(screen, 100, 100, 300, 300);
+    drawing_mode(DRAW_MODE_XOR, NULL, 0, 0);
+    set_uformat(U_UNICODE);
+    set_color_conversion(COLORCONV_NONE);
+    font = NULL;
+    set_config_data("[mine]\nkey=1\n", 13);
+    if (chdir("/") != 0)
+        return;
+}
+
 static uint8_t serve(uint8_t fullscreen) {
     int obeyed = 0;
     for (;;) {
@@ -42,6 +85,17 @@ static uint8_t serve(uint8_t fullscreen) {
         }
         if (strcmp(order, "leave") == 0)
             return (uint8_t)a;
+        if (strcmp(order, "spoil") == 0) {
+            spoil();
+            return fullscreen;
+        }
+        if (strcmp(order, "cursor") == 0) {
+            enable_hardware_cursor();
+            select_mouse_cursor(a);
+            show_mouse(screen);
+        }
+        if (strcmp(order, "hide") == 0)
+            show_mouse(NULL);
         if (strcmp(order, "place") == 0)
             position_mouse(a, b);
         if (strcmp(order, "mode") == 0) {

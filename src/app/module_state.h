@@ -1,0 +1,19 @@
+// What a module may leave otherwise than it found it, although the control centre's screens need it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace vcc {
+
+struct ModuleOutcome {
+    std::uint8_t result = 0;
+    std::string left; ///< what a module should not leave, in words for the log; empty if there was nothing
+};
+
+/// Runs a module and restores the library's and the process's state before its code is unloaded; see docs/modules.md.
+/// The display's mode stays as the module left it.
+ModuleOutcome run_restoring_state(const std::function<std::uint8_t()>& module);
+
+} // namespace vcc

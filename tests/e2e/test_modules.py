@@ -1,0 +1,73 @@
+"""What modules may do with the process that they share, and leave behind."""
+
+import pytest
+
+from support import menu
+from support.desktop import wait_until
+from support.pulse import RATE, PulseServer, Recording, loudness
+
+ARROW, BUSY = 2, 3  # the library's numbers of the system's pointers
+
+
+@pytest.fixture(params=[0, 1, 2])
+def player(make_robot, request):
+    robot = make_robot(scale=request.param)
+    robot.installation.use_obedient_modules()
+    return robot
+
+
+def enter(player):
+    menu.choose(player, "HQ")
+    wait_until(lambda: player.installation.path("module_state.txt").exists(), "the module")
+
+
+def order(player, text):
+    obeyed = player.installation.module_state()[-1]
+    player.installation.order(text)
+    wait_until(lambda: player.installation.module_state()[-1] > obeyed, f"the order {text} to be obeyed")
+
+
+def leave(player, text="leave 0"):
+    player.installation.order(text)
+    player.installation.path("module_state.txt").unlink()
+    player.wait_for_menu()
+
+
+def test_the_systems_pointer_is_a_modules_to_use(player):
+    player.start()
+    hidden = player.desktop.cursor_is_hidden
+    enter(player)
+    for shape in (ARROW, BUSY):
+        order(player, f"cursor {shape}")
+        wait_until(lambda: not hidden(), "the system's pointer")
+        order(player, "hide")
+        wait_until(hidden, "no pointer of the system's")
+    order(player, f"cursor {BUSY}")
+    leave(player)
+    wait_until(hidden, "the menu's own pointer")
+    player.move(*menu.middle("Options"))
+    menu.wait_for_look(player, "Options", menu.POINTED_AT)
+    assert player.installation.log_messages() == []
+
+
+def test_what_a_module_spoils_is_put_right(player):
+    installation = player.installation
+    installation.set("VELDOR_SOUND", "vcc_music_volume", 0)
+    installation.remove("factory.so")
+    with PulseServer() as pulse, Recording(pulse) as recording:
+        player.start(environment=pulse.environment)
+        enter(player)
+        leave(player, "spoil")
+        wait_until(lambda: loudness(recording.samples()[-RATE // 2:]) < 0.0005, "the module's sound to end")
+        assert menu.pointed_at(player) == []
+        player.move(*menu.middle("Options"))
+        menu.wait_for_look(player, "Options", menu.POINTED_AT)
+        menu.walk_to(player, "Factory")  # is missing: an alert, in the library's font
+        menu.confirm_alert(player, "CC: Error loading module!")
+        player.wait_for_menu()
+        assert player.shows("images/menu.pcx", share=0.7)
+        player.close_window()
+        assert player.wait_for_end() == 0
+    left, missing = installation.log_messages()
+    assert left == "hq.so has left another working folder, timers, sounds, no keyboard, a clipping rectangle"
+    assert missing.startswith("Error loading module factory.so")
