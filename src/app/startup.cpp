@@ -33,7 +33,7 @@ namespace {
 bool start_graphics_library() {
     platform::end_with_display([] { write_log("The display server has gone away"); });
     set_uformat(U_ASCII); // data files and texts are bytes in Latin-1
-    if (allegro_init() == 0) {
+    if (platform::start_library() == 0) {
         platform::keep_pointer_in_picture();
         return true;
     }

@@ -1,5 +1,7 @@
 #include "core/mouse_buttons.h"
 
+#include "platform/display.h"
+
 #include <allegro.h>
 
 #include <deque>
@@ -23,6 +25,7 @@ std::deque<State> noted;
 State seen;
 
 void note(int flags) {
+    platform::end_wait();
     if ((flags & button_flags) == 0)
         return;
     const std::lock_guard lock(guard);

@@ -4,7 +4,7 @@
 
 namespace vcc {
 
-/// From now on every press and release is noted, as the library's mouse callback.
+/// From now on every press and release is noted, as the library's mouse callback, and the mouse ends waits for input.
 void watch_mouse_buttons();
 
 /// The buttons for the next frame of a loop (bit 0 left, bit 1 right, bit 2 middle): each state that was noted, one per

@@ -23,10 +23,12 @@ void register_callback(int direction, void (*callback)(), const char* failure) {
 
 void on_switch_in() {
     switched_out = 0;
+    platform::end_wait();
 }
 
 void on_switch_out() {
     switched_out = 1;
+    platform::end_wait();
 }
 
 void install_display_switching() {

@@ -165,7 +165,10 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_w
             run.owner->every_frame();
         const bool ends = event.kind == KeyKind::ending || no_wait;
         present_screen();
-        rest(key_came || ends ? 0 : static_cast<unsigned>(frame_rest));
+        if (key_came || ends || frame_rest == 0)
+            rest(0);
+        else
+            platform::wait_for_input(frame_rest);
         if (ends)
             return event.code;
     }

@@ -1,5 +1,7 @@
 #include "interaction/keys.h"
 
+#include "platform/display.h"
+
 #include <allegro.h>
 #include <allegro/internal/aintern.h>
 
@@ -121,6 +123,7 @@ int note(int character, int* library_key) {
     if (presses.size() == most_presses)
         presses.pop_front();
     presses.push_back({character, *library_key, _key_shifts});
+    platform::end_wait();
     return character;
 }
 

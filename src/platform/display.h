@@ -14,10 +14,21 @@ void end_with_display(void (*note)());
 /// systems. Call after the library's start and before the first mode is set.
 void keep_pointer_in_picture();
 
+/// The graphics library's start. Its own thread then wakes up when it has something to do, every 10 ms, instead of
+/// every millisecond, and does not wait for the display server each time.
+int start_library();
+
 /// Handles the pointer and key events that the display server has sent. The graphics library's own thread does that
 /// only every 10 ms, which a player can feel. Costs one or two microseconds without events; does nothing without a
 /// display.
 void take_display_events();
+
+/// Sleeps until the display server has sent something or end_wait() is called, but at most `longest_ms`. A call of
+/// end_wait() before the wait ends it, too.
+void wait_for_input(int longest_ms);
+
+/// From any thread: the library's own may have taken an event before the waiting one saw it.
+void end_wait();
 
 /// Sends what has been drawn on the screen to the display server now. Costs a few microseconds if there is nothing to
 /// send; does nothing without a display.

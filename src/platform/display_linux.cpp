@@ -6,9 +6,14 @@
 #include <allegro.h>
 #include <xalleg.h>
 
+#include <array>
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/prctl.h>
 
 #include <unistd.h>
 
@@ -54,11 +59,60 @@ void end_with_display(void (*note)()) {
 
 void keep_pointer_in_picture() {} // the X11 drivers do so by default
 
+namespace {
+
+constexpr unsigned long late_wake_ns = 4'000'000; ///< with the thread's own millisecond half of its 10 ms
+
+/// The library's own asks the server for an answer before it looks. It also ends relative motion in time.
+void read_events() {
+    if (!_xwin.display)
+        return;
+    if (_xwin.mouse_warped || XPending(_xwin.display) > 0)
+        _xwin_private_handle_input();
+    else
+        XFlush(_xwin.display);
+}
+
+} // namespace
+
+int start_library() {
+    ::prctl(PR_SET_TIMERSLACK, late_wake_ns); // inherited by the library's thread
+    const int result = allegro_init();
+    ::prctl(PR_SET_TIMERSLACK, 0UL); // the default
+    if (result == 0 && system_driver->id == SYSTEM_XWINDOWS)
+        _xwin_input_handler = read_events;
+    return result;
+}
+
 void take_display_events() {
     with_display([](Display* display) {
         if (XPending(display) > 0)
             _xwin_handle_input();
     });
+}
+
+namespace {
+
+const int wake_descriptor = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+
+} // namespace
+
+void wait_for_input(int longest_ms) {
+    bool waiting = false;
+    with_display([&](Display* display) { waiting = XQLength(display) > 0; });
+    if (waiting)
+        return;
+    std::array<pollfd, 2> sources{{{wake_descriptor, POLLIN, 0}, {-1, POLLIN, 0}}};
+    if (_xwin.display)
+        sources[1].fd = XConnectionNumber(_xwin.display);
+    if (::poll(sources.data(), sources.size(), longest_ms) > 0 && sources[0].revents != 0) {
+        eventfd_t count = 0;
+        ::eventfd_read(wake_descriptor, &count);
+    }
+}
+
+void end_wait() {
+    ::eventfd_write(wake_descriptor, 1);
 }
 
 // The library leaves its requests in the client's queue until its thread next reads events, up to 10 ms later. vsync()

@@ -34,7 +34,25 @@ void keep_pointer_in_picture() {
     }
 }
 
+int start_library() {
+    return allegro_init();
+}
+
 void take_display_events() {} // the library is woken by each event
+
+namespace {
+
+const HANDLE wake_event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+
+} // namespace
+
+void wait_for_input(int longest_ms) {
+    WaitForSingleObject(wake_event, static_cast<DWORD>(longest_ms));
+}
+
+void end_wait() {
+    SetEvent(wake_event);
+}
 
 // Drawing goes straight to the surface. Wine shows what was drawn last only when a thread asks for messages; elsewhere
 // this takes a microsecond.

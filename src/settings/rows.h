@@ -52,7 +52,7 @@ inline Settings settings;
 inline std::array<int, module_count> theme_loop{}; ///< 1: all themes one after another, 0: the chosen theme repeats
 inline int number_of_themes = 0;                   ///< 0 to 11; 0 when music is off
 inline int anti_aliased_text = 1;                  ///< text is drawn with smoothed edges
-inline int frame_rest = 0;                         ///< milliseconds given up per idle frame, 0 to 20
+inline int frame_rest = 0;                         ///< longest sleep of an idle frame in ms, 0 to 20; 0 only yields
 
 enum class SettingKind {
     flag, ///< on if the value begins with "yes" or the key is missing
@@ -220,12 +220,12 @@ inline constexpr auto all = std::to_array<SettingRow>({
     {graphics, "aa_at_all", SettingKind::flag, 0, "yes", 0, 1, loaded, &settings.anti_aliased,
      "no: text edges are not smoothed"},
     number(graphics, "frame_rest", 0, 0, 20, loaded, &frame_rest,
-           "milliseconds to sleep in every frame without input; 0 only yields to other programs"),
+           "longest sleep in milliseconds while nothing happens, which input ends; 0 only yields to other programs"),
     outside(
         Outside::standard,
         number(
-            graphics,
-            "display_scale", 0, 0,
+            graphics, "display_scale", 0,
+            0,
             2,
             on_its_own, {},
             "size of the picture (X11): 0 always 800x600, 1 as large as window or monitor allow, 2 the same in whole "
