@@ -5,6 +5,7 @@
 #include "core/installation.h"
 #include "core/log.h"
 #include "core/version.h"
+#include "display/graphics_mode.h"
 #include "display/pointer.h"
 #include "display/switching.h"
 #include "platform/shared_library.h"
@@ -51,6 +52,7 @@ void run_module(std::size_t module) {
         return;
     }
     const int depth = get_color_depth();
+    follow_window_manager();
     const ModuleOutcome outcome = run_restoring_state([&] { return calls[module](entry); });
     fullscreen = display_state(outcome.result);
     if (!outcome.left.empty())

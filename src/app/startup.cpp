@@ -6,6 +6,7 @@
 #include "core/clock.h"
 #include "core/log.h"
 #include "display/backgrounds.h"
+#include "display/display_scale.h"
 #include "display/graphics_mode.h"
 #include "display/pictures_ahead.h"
 #include "display/pointer.h"
@@ -34,7 +35,7 @@ bool start_graphics_library() {
     platform::end_with_display([] { write_log("The display server has gone away"); });
     set_uformat(U_ASCII); // data files and texts are bytes in Latin-1
     if (platform::start_library() == 0) {
-        platform::keep_pointer_in_picture();
+        platform::prepare_window();
         return true;
     }
     std::fprintf(stderr, "vcc: no display: %s\n", allegro_error);
@@ -97,6 +98,7 @@ void shut_down() {
     stop_reading_ahead(); // start_up() may have failed before the first pass
     release_fonts();
     release_pointer();
+    remember_window();
     flush_settings(); // allegro_exit() would write the rest in place
     allegro_exit();
 }

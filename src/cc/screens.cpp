@@ -55,6 +55,7 @@ ScreenResult run_menu(BITMAP*& target) {
 }
 
 bool other_display_mode_chosen() {
+    follow_window_manager();
     return (settings.screen_mode != 0) != (fullscreen != windowed);
 }
 

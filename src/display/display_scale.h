@@ -7,4 +7,7 @@ namespace vcc {
 /// the library. If the display cannot scale, one log line says why, and 0 applies. Only the first call has an effect.
 void start_display_scaling();
 
+/// Keeps the window's size, place and state for the next start, unless 0 applies.
+void remember_window();
+
 } // namespace vcc

@@ -7,6 +7,7 @@
 #include "display/display_scale.h"
 #include "display/switching.h"
 #include "platform/display.h"
+#include "platform/scaled_display.h"
 #include "settings/config_file.h"
 #include "settings/settings.h"
 #include "settings/values.h"
@@ -145,6 +146,7 @@ bool change_mode(bool full, int depth, int old_depth) {
 }
 
 void switch_to_depth(bool toggle, int depth, int old_depth) {
+    follow_window_manager();
     const bool full = (fullscreen == full_screen) != toggle;
     if (change_mode(full, depth, old_depth))
         fullscreen = full ? full_screen : windowed;
@@ -169,6 +171,11 @@ SetupResult setup_graphics_mode(std::int8_t mode) {
     if (screen_mode_range != ModeRange::untried && mode != probe_machine)
         return set_configured(setup);
     return probe(setup);
+}
+
+void follow_window_manager() {
+    if (const std::optional<bool> full = platform::shown_in_full_screen())
+        fullscreen = *full ? full_screen : windowed;
 }
 
 void switch_display_mode(bool toggle) {

@@ -22,6 +22,9 @@ inline constexpr std::int8_t use_configured_mode = 0, probe_machine = -1;
 /// and logged.
 SetupResult setup_graphics_mode(std::int8_t mode);
 
+/// Updates `fullscreen`: window managers have commands of their own for full screen.
+void follow_window_manager();
+
 /// Changes to the other mode, or without `toggle` sets the mode of `fullscreen` again; then shows buffer 0. If that
 /// fails, sets the previous mode again, leaves `fullscreen` unchanged and logs it.
 void switch_display_mode(bool toggle);

@@ -39,8 +39,6 @@ void install_display_switching() {
         set_display_switch_mode(SWITCH_BACKGROUND);
     register_callback(SWITCH_IN, on_switch_in, "Could not install SWITCH_IN callback");
     register_callback(SWITCH_OUT, on_switch_out, "Could not install SWITCH_OUT callback");
-    if (full)
-        platform::take_keyboard_focus();
 }
 
 void request_close() {

@@ -2,6 +2,9 @@
 #pragma once
 
 #include "platform/picture_place.h"
+#include "platform/x_library.h"
+
+#include <vector>
 
 namespace vcc::platform {
 
@@ -9,7 +12,10 @@ namespace vcc::platform {
 Area whole_desktop();
 
 /// Room for a new window: the monitor under the pointer without the desktop's bars.
-Size room_for_window();
+Area room_for_window();
+
+/// A window's numbers or atoms of that name; empty if there are none.
+std::vector<unsigned long> window_property(Window window, const char* name, Atom wanted_type);
 
 /// Whether a window manager is running that can show a window full screen.
 bool manager_shows_full_screen();

@@ -11,24 +11,29 @@
 
 namespace vcc::platform {
 
-namespace {
+namespace {} // namespace
 
-/// A property that the window manager keeps on the root window: numbers or atoms. Empty if it is missing.
-std::vector<unsigned long> root_property(const char* name, Atom wanted_type) {
+std::vector<unsigned long> window_property(Window window, const char* name, Atom wanted_type) {
     constexpr long longest = 4096;
     Atom type = None;
     int format = 0;
     unsigned long count = 0, left = 0;
     unsigned char* data = nullptr;
     std::vector<unsigned long> values;
-    if (XGetWindowProperty(_xwin.display, XDefaultRootWindow(_xwin.display), XInternAtom(_xwin.display, name, False), 0,
-                           longest, False, wanted_type, &type, &format, &count, &left, &data) == Success &&
+    if (XGetWindowProperty(_xwin.display, window, XInternAtom(_xwin.display, name, False), 0, longest, False,
+                           wanted_type, &type, &format, &count, &left, &data) == Success &&
         data) {
         if (type == wanted_type && format == 32)
             values.assign(reinterpret_cast<unsigned long*>(data), reinterpret_cast<unsigned long*>(data) + count);
         XFree(data);
     }
     return values;
+}
+
+namespace {
+
+std::vector<unsigned long> root_property(const char* name, Atom wanted_type) {
+    return window_property(XDefaultRootWindow(_xwin.display), name, wanted_type);
 }
 
 /// As libXinerama declares it.
@@ -84,12 +89,11 @@ Area whole_desktop() {
     return {0, 0, root.width, root.height};
 }
 
-Size room_for_window() {
+Area room_for_window() {
     const Area desktop = whole_desktop();
     const Area monitor = monitor_with_pointer(desktop);
     const Area free = shared(monitor, work_area(desktop));
-    const Area& room = free.empty() ? monitor : free; // a window manager may report anything
-    return {room.x2 - room.x1, room.y2 - room.y1};
+    return free.empty() ? monitor : free; // a window manager may report anything
 }
 
 bool manager_shows_full_screen() {

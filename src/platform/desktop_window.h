@@ -9,29 +9,43 @@ namespace vcc::platform {
 
 class DesktopWindow {
 public:
-    /// Shows the window for a picture: the first time at start_step() times its size, later at the size that the player
-    /// has chosen.
-    void show(Size picture, bool full_screen);
+    explicit DesktopWindow(const WindowPlace& first) : first_(first) {}
+
+    /// Opens the window for a picture: the first time where `first` says, or at start_step() times the picture's size,
+    /// later at the size that the player has chosen. It appears with the first reveal().
+    void open(Size picture, bool full_screen);
+    void reveal();
     void hide();
-    bool is_shown() const { return shown_; }
+    bool is_open() const { return open_; }
+    bool is_visible() const { return visible_; }
 
-    /// Waits until the window is on the screen, but at most half a second: it may start as an icon.
-    Size size_on_screen() const;
+    /// For a visible window waits until it is on the screen, but at most half a second: it may start as an icon.
+    Size size() const;
 
-    /// True if the window manager shows full screen, and gives the window the keyboard.
-    bool is_managed() const { return managed_; }
+    /// Full screen as the window manager shows it, which its own commands can change; without one, as it was opened.
+    bool is_full() const { return full_; }
+
+    /// Its area is only known while it is neither maximised nor in full screen.
+    WindowPlace place() const;
 
     void configured(const XConfigureEvent& event);
+    void property_changed(const XPropertyEvent& event);
 
 private:
-    void set_hints() const;
+    void set_first_size(Size picture);
+    void set_hints(bool with_place) const;
     void set_full_screen(bool wanted);
+    void ask_for_full_screen(bool wanted);
     void cover_desktop() const;
 
-    bool shown_ = false;
-    bool placed_ = false; ///< the window has got its first size
-    bool full_ = false, managed_ = false;
-    Area windowed_; ///< the window's place when last not full screen
+    WindowPlace first_;
+    bool open_ = false, visible_ = false;
+    bool full_ = false;
+    bool managed_ = false;       ///< the window manager shows full screen, and gives the window the keyboard
+    bool asked_ = false;         ///< for another state, and the window manager has not answered
+    bool started_full_ = false;  ///< and has not been a window since
+    bool was_maximised_ = false; ///< before full screen
+    Area windowed_;              ///< the window's place when last not full screen
 };
 
 /// While it lives, the library resizes, maps and unmaps invisible windows instead of the program's window and the

@@ -1,5 +1,5 @@
 // What the display server and the graphics library leave to the program: events and drawing without delay, the
-// keyboard's focus and accents, and properties of the full-screen driver.
+// keyboard's accents, and properties of the full-screen driver.
 #pragma once
 
 #include <string>
@@ -10,9 +10,10 @@ namespace vcc::platform {
 /// Call before the library's start.
 void end_with_display(void (*note)());
 
-/// Makes every graphics driver draw the mouse's sprite into the picture, so that hiding and saving it work alike on all
-/// systems. Call after the library's start and before the first mode is set.
-void keep_pointer_in_picture();
+/// Tells the desktop whose the window is, and makes every graphics driver draw the mouse's sprite into the picture, so
+/// that hiding and saving it work alike on all systems. Call after the library's start and before the first mode is
+/// set.
+void prepare_window();
 
 /// The graphics library's start. Its own thread then wakes up when it has something to do, every 10 ms, instead of
 /// every millisecond, and does not wait for the display server each time.
@@ -33,10 +34,6 @@ void end_wait();
 /// Sends what has been drawn on the screen to the display server now. Costs a few microseconds if there is nothing to
 /// send; does nothing without a display.
 void flush_display();
-
-/// Gives the keyboard to the program's full-screen window, if that is visible. Window managers ignore full-screen
-/// windows of the graphics library; one that shows the window full screen itself also gives it the keyboard.
-void take_keyboard_focus();
 
 /// While it lives, opening a keyboard reads dead keys and compose sequences from our list: the system's has thousands
 /// that our texts cannot show, and takes 20 ms to read. The player's own list takes precedence; without our file

@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/scaled_display.h"
+#include "platform/window_identity.h"
 
 #include <allegro.h>
 #include <xalleg.h>
@@ -57,7 +58,9 @@ void end_with_display(void (*note)()) {
     XSetIOErrorHandler(leave_now);
 }
 
-void keep_pointer_in_picture() {} // the X11 drivers do so by default
+void prepare_window() {
+    identify_window(); // the X11 drivers draw the pointer into the picture by default
+}
 
 namespace {
 
@@ -120,20 +123,6 @@ void end_wait() {
 void flush_display() {
     with_display([](Display* display) {
         show_scaled_drawing();
-        XFlush(display);
-    });
-}
-
-// A window that disappears passes its focus to its parent, in full screen the root window. With RevertToParent the next
-// step is None, and without a window manager no key would reach the program any more.
-void take_keyboard_focus() {
-    if (full_screen_is_managed())
-        return;
-    with_display([](Display* display) {
-        XWindowAttributes attributes;
-        // Focusing a window that is not viewable would end the program.
-        if (XGetWindowAttributes(display, _xwin.window, &attributes) && attributes.map_state == IsViewable)
-            XSetInputFocus(display, _xwin.window, RevertToPointerRoot, CurrentTime);
         XFlush(display);
     });
 }

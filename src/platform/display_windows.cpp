@@ -17,8 +17,9 @@ int refuse_sprite(BITMAP*, int, int) {
 void end_with_display(void (*)()) {} // no display server
 
 // Sprites are refused, the system's own cursors are not: a module may ask for one. In full screen the library has no
-// functions for them, but calls them. The list ends with an empty row.
-void keep_pointer_in_picture() {
+// functions for them, but calls them. The list ends with an empty row. Icon and name come with the
+// program's file.
+void prepare_window() {
     const GFX_DRIVER* window = nullptr;
     for (const _DRIVER_INFO* row = _gfx_driver_list; row->driver; ++row)
         if (row->id == GFX_DIRECTX_WIN)
@@ -59,8 +60,6 @@ void end_wait() {
 void flush_display() {
     MsgWaitForMultipleObjects(0, nullptr, FALSE, 0, 0);
 }
-
-void take_keyboard_focus() {} // a new full-screen window comes to the front with the keyboard
 
 // The system puts accents together by itself.
 ComposeList::ComposeList(const std::string&) {}

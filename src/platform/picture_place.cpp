@@ -31,6 +31,18 @@ int start_step(Size room, Size picture) {
     return std::max(1, std::min(room.width * 4 / 5 / picture.width, room.height * 4 / 5 / picture.height));
 }
 
+Area fitted_place(const Area& wanted, const Area& room, const Area& desktop) {
+    const Size size{std::min(wanted.size().width, room.size().width),
+                    std::min(wanted.size().height, room.size().height)};
+    const Area placed{wanted.x1, wanted.y1, wanted.x1 + size.width, wanted.y1 + size.height};
+    const Area seen = shared(placed, desktop);
+    if (!seen.empty() && 2 * seen.pixels() >= placed.pixels())
+        return placed;
+    const int x = room.x1 + (room.size().width - size.width) / 2;
+    const int y = room.y1 + (room.size().height - size.height) / 2;
+    return {x, y, x + size.width, y + size.height};
+}
+
 Area shown_area(const Area& area, Size shown, Size picture) {
     const auto first = [](int at, int size, int source) { return static_cast<int>(1LL * at * size / source); };
     const auto last = [](int at, int size, int source) {

@@ -15,6 +15,7 @@ struct Size {
 struct Area {
     int x1 = 0, y1 = 0, x2 = 0, y2 = 0;
 
+    constexpr Size size() const { return {x2 - x1, y2 - y1}; }
     constexpr bool empty() const { return x1 >= x2 || y1 >= y2; }
     constexpr long pixels() const { return static_cast<long>(x2 - x1) * (y2 - y1); }
     constexpr bool operator==(const Area&) const = default;
@@ -26,6 +27,12 @@ constexpr Area shared(const Area& a, const Area& b) {
 constexpr Area joined(const Area& a, const Area& b) {
     return {std::min(a.x1, b.x1), std::min(a.y1, b.y1), std::max(a.x2, b.x2), std::max(a.y2, b.y2)};
 }
+
+/// A window as it stands on the desktop between two runs of the program.
+struct WindowPlace {
+    Area area; ///< without a frame; empty if it is not known
+    bool maximised = false;
+};
 
 enum class Fit {
     aspect,     ///< as large as the window allows
@@ -45,6 +52,10 @@ PicturePlace place_picture(Size window, Size picture, Fit fit);
 /// Size of a new window as a multiple of the picture: the largest whole number that fits into four fifths of the room,
 /// at least 1.
 int start_step(Size room, Size picture);
+
+/// The place for a new window of this size: the wanted one, but no larger than the room; in its middle if less than
+/// half of it would be on the desktop.
+Area fitted_place(const Area& wanted, const Area& room, const Area& desktop);
 
 /// The picture's pixel under the middle of a shown pixel, `at` pixels from the shown edge; clamped to the picture.
 constexpr int picture_pixel(int at, int shown, int picture) {

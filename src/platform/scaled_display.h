@@ -4,6 +4,7 @@
 
 #include "platform/picture_place.h"
 
+#include <optional>
 #include <string>
 
 namespace vcc::platform {
@@ -11,15 +12,20 @@ namespace vcc::platform {
 /// Puts our drivers before the library's own: windows can then have any size, and full screen is a borderless window of
 /// the window manager. Call after the library's start and before the first mode is set; later calls change nothing.
 /// Returns what prevents it, and the library's own drivers stay; empty if it works.
-std::string show_scaled(Fit fit);
+/// The window starts at `first`.
+std::string show_scaled(Fit fit, const WindowPlace& first);
 
 /// What has since prevented the picture from being shown at its window's size; reported once, else empty.
 std::string scaled_display_trouble();
 
-/// Shows what was drawn now, instead of within 10 ms.
+/// Shows what was drawn now, instead of within 10 ms; the window appears with it.
 void show_scaled_drawing();
 
-/// Whether a window manager handles the full-screen window and its keyboard focus.
-bool full_screen_is_managed();
+/// Whether the picture is shown in full screen, which a window manager can change by itself; nothing if the library
+/// shows it.
+std::optional<bool> shown_in_full_screen();
+
+/// Where the window stands; nothing if the library shows it.
+std::optional<WindowPlace> window_place();
 
 } // namespace vcc::platform

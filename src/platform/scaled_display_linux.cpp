@@ -13,20 +13,26 @@ namespace vcc::platform {
 
 namespace {
 
-/// A window without a screen waits this long for the next mode: there may be none.
-constexpr int turns_without_screen = 30; ///< of 10 ms
+// Turns of 10 ms. A window without a screen waits for the next mode, which may never come; a new one for its first
+// picture, which only this program announces.
+constexpr int turns_without_screen = 30, turns_without_picture = 30;
 
 struct ScaledDisplay {
-    explicit ScaledDisplay(Fit fit) : shown(fit, _xwin_window_redrawer), events(window, shown) {}
+    ScaledDisplay(Fit fit, const WindowPlace& first)
+        : window(first), shown(fit, _xwin_window_redrawer), events(window, shown) {}
 
     DesktopWindow window;
     ShownScreen shown;
     ScaledEvents events;
     std::atomic<bool> out_of_memory = false;
     bool trouble_told = false;
-    int turns = 0; ///< since the last screen was closed
+    int turns = 0; ///< since the latest screen was opened or closed
 
     void note(bool laid_out) { out_of_memory = out_of_memory || !laid_out; }
+    void reveal() {
+        window.reveal();
+        note(shown.lay_out(window.size()));
+    }
 };
 
 /// Never deleted, because the library keeps our functions.
@@ -43,14 +49,18 @@ void redraw(int x, int y, int width, int height) {
 void read_events() {
     if (!_xwin.display)
         return;
-    if (!display->window.is_shown()) { // the library's own driver may be in use
+    if (!display->window.is_open()) { // the library's own driver may be in use
         _xwin_private_handle_input();
         return;
     }
     const Size size = display->events.read(display->shown.window());
+    ++display->turns;
     if (!display->shown.is_open()) {
-        if (++display->turns > turns_without_screen)
+        if (display->turns > turns_without_screen)
             display->window.hide();
+    } else if (!display->window.is_visible()) {
+        if (display->turns > turns_without_picture)
+            display->reveal();
     } else if (size != display->shown.window()) {
         display->note(display->shown.lay_out(size));
     }
@@ -67,7 +77,7 @@ void draw_in_memory_only() {
 
 BITMAP* open_screen(GFX_DRIVER& driver, Size size, Size virtual_size, int depth, bool full_screen) {
     const DisplayLock lock;
-    display->window.show(size, full_screen);
+    display->window.open(size, full_screen);
     BITMAP* bitmap = nullptr;
     {
         const WindowStandIn stand_in;
@@ -80,7 +90,8 @@ BITMAP* open_screen(GFX_DRIVER& driver, Size size, Size virtual_size, int depth,
         return nullptr;
     }
     draw_in_memory_only();
-    display->note(display->shown.open(display->window.size_on_screen()));
+    display->note(display->shown.open(display->window.size()));
+    display->turns = 0;
     return bitmap;
 }
 
@@ -114,7 +125,10 @@ void hide_pointer() {
 }
 
 void show_and_wait() {
-    show_scaled_drawing();
+    {
+        const DisplayLock lock;
+        display->shown.present();
+    }
     _xwin_vsync();
 }
 
@@ -150,13 +164,13 @@ std::string obstacle() {
 
 } // namespace
 
-std::string show_scaled(Fit fit) {
+std::string show_scaled(Fit fit, const WindowPlace& first) {
     if (display || !system_driver || system_driver->id != SYSTEM_XWINDOWS)
         return {};
     const DisplayLock lock;
     if (std::string reason = obstacle(); !reason.empty())
         return reason;
-    display = new ScaledDisplay(fit);
+    display = new ScaledDisplay(fit, first);
 #ifdef ALLEGRO_XWINDOWS_WITH_XCURSOR
     _xwin.support_argb_cursor = 0; // the library would place the server's pointer by the picture's own pixels
 #endif
@@ -178,11 +192,23 @@ void show_scaled_drawing() {
     if (!display)
         return;
     const DisplayLock lock;
+    if (display->shown.is_open() && !display->window.is_visible())
+        display->reveal();
     display->shown.present();
 }
 
-bool full_screen_is_managed() {
-    return display && display->window.is_managed();
+std::optional<bool> shown_in_full_screen() {
+    if (!display || !display->window.is_open())
+        return {};
+    const DisplayLock lock;
+    return display->window.is_full();
+}
+
+std::optional<WindowPlace> window_place() {
+    if (!display || !display->window.is_visible())
+        return {};
+    const DisplayLock lock;
+    return display->window.place();
 }
 
 } // namespace vcc::platform

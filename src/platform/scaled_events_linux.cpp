@@ -1,5 +1,7 @@
 #include "platform/scaled_events.h"
 
+#include "platform/window_identity.h"
+
 namespace vcc::platform {
 
 namespace {
@@ -69,12 +71,17 @@ void ScaledEvents::handle(XEvent& event, Size& size) {
         if (event.xconfigure.window == _xwin.wm_window)
             size = {event.xconfigure.width, event.xconfigure.height};
         break;
+    case PropertyNotify:
+        window_.property_changed(event.xproperty);
+        break;
     case MappingNotify:
         if (event.xmapping.request == MappingKeyboard)
             _xwin_get_keyboard_mapping();
         break;
     case ClientMessage:
-        if (asks_to_close(event.xclient) && _xwin.close_button_callback)
+        if (is_ping(event))
+            answer_ping(event);
+        else if (asks_to_close(event.xclient) && _xwin.close_button_callback)
             _xwin.close_button_callback();
         break;
     default:

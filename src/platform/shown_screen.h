@@ -3,6 +3,7 @@
 
 #include "platform/changed_parts.h"
 #include "platform/picture_place.h"
+#include "platform/reminder.h"
 #include "platform/scaler.h"
 #include "platform/shared_image.h"
 
@@ -36,11 +37,13 @@ public:
     void changed(const Area& area);
     /// Notes a part of the shown picture that must be shown again.
     void uncovered(const Area& area);
-    /// Shows what was noted.
+    /// Shows what was noted, and a while after the last change the whole picture again.
     void present();
 
 private:
     bool is_scaled() const { return rows_ != nullptr; }
+    void show_changes();
+    void show_whole();
     void show(const Area& area);
     PixelRows picture_rows() const;
 
@@ -55,6 +58,7 @@ private:
     ShownPicture shown_;
     std::vector<Area> changed_;   ///< of the library's screen
     std::vector<Area> uncovered_; ///< of the shown picture
+    Reminder reminder_;
 };
 
 } // namespace vcc::platform

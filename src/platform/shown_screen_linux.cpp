@@ -65,10 +65,12 @@ bool ShownScreen::lay_out(Size window) {
 }
 
 void ShownScreen::changed(const Area& area) {
-    if (is_scaled())
+    if (is_scaled()) {
         add_area(changed_, shared(area, {0, 0, picture().width, picture().height}));
-    else
+    } else {
         redraw_(area.x1, area.y1, area.x2 - area.x1, area.y2 - area.y1);
+        reminder_.drawn();
+    }
 }
 
 void ShownScreen::uncovered(const Area& area) {
@@ -87,15 +89,29 @@ PixelRows ShownScreen::picture_rows() const {
 }
 
 void ShownScreen::present() {
-    if (!is_scaled() || (changed_.empty() && uncovered_.empty()))
-        return;
+    if (!changed_.empty() || !uncovered_.empty())
+        show_changes();
+    else if (open_ && reminder_.due())
+        show_whole();
+}
+
+void ShownScreen::show_changes() {
     for (const Area& area : changed_)
         for (const Area& part : shown_.take_changes(picture_rows(), area))
             add_area(uncovered_, shown_area(part, place_.size, picture()));
     for (const Area& area : uncovered_)
         show(area);
+    if (!uncovered_.empty())
+        reminder_.drawn();
     changed_.clear();
     uncovered_.clear();
+}
+
+void ShownScreen::show_whole() {
+    if (is_scaled())
+        show({0, 0, place_.size.width, place_.size.height});
+    else
+        redraw_(0, 0, picture().width, picture().height);
 }
 
 void ShownScreen::show(const Area& area) {

@@ -36,6 +36,9 @@ const GFX_DRIVER* library_driver(int id);
 /// Registers a driver before all others with its number; it must live as long as the process.
 void register_driver(GFX_DRIVER& driver);
 
+/// Gives a window the keyboard; does nothing for one that is not visible, which would end the program.
+void focus_if_viewable(Window window);
+
 /// While it lives, a request that the display server refuses does not end the program. Needs the lock.
 class RequestTrap {
 public:

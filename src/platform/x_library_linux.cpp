@@ -24,6 +24,14 @@ void register_driver(GFX_DRIVER& driver) {
     _unix_register_gfx_driver(driver.id, &driver, TRUE, TRUE);
 }
 
+// A window that disappears passes its focus to its parent, in full screen the root window. With RevertToParent the next
+// step is None, and without a window manager no key would reach the program any more.
+void focus_if_viewable(Window window) {
+    XWindowAttributes attributes;
+    if (XGetWindowAttributes(_xwin.display, window, &attributes) && attributes.map_state == IsViewable)
+        XSetInputFocus(_xwin.display, window, RevertToPointerRoot, CurrentTime);
+}
+
 RequestTrap::RequestTrap() {
     XSync(_xwin.display, False); // errors of earlier requests do not count
     request_refused = false;

@@ -1,10 +1,156 @@
 """The program on the desktops that people use: under their window managers, and when the display server goes away."""
 
-import pytest
-from support.desktop import wait_until
-from support.menu import choose, middle
+import time
 
-pytestmark = pytest.mark.linux
+import numpy as np
+import pytest
+from support.desktop import MANAGERS, wait_until
+from support.menu import choose, middle
+from support.robot import MENU_PICTURE, POINTER_PLACED_S
+from Xlib.error import BadDrawable, BadMatch, BadWindow
+
+
+SIZE = 1920, 1080
+FULL_SCREEN = "_NET_WM_STATE_FULLSCREEN"
+MAXIMISED = "_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ"
+
+
+@pytest.fixture
+def make_player(make_robot):
+    def make(manager, scale, **settings):
+        robot = make_robot(window_manager=manager, scale=scale, size=SIZE)
+        robot.installation.use_obedient_modules()
+        for key, value in ({"screen_mode_range": 3} | settings).items():
+            robot.installation.set("VELDOR_GRAPHICS", key, value)
+        return robot
+    return make
+
+
+def area(robot):
+    """Of the picture on the desktop: x, y, width, height."""
+    left, top, width, height = robot.place()
+    x, y = robot.desktop.origin(robot.window())
+    return x + left, y + top, width, height
+
+
+def is_seen(robot):
+    """Whether the player sees what the window contains: a compositor shows a copy."""
+    x, y, width, height = area(robot)
+    if x < 0 or y < 0 or x + width > SIZE[0] or y + height > SIZE[1]:
+        return False
+    seen = robot.desktop.picture(area=(x, y, width, height)).astype(np.int16)
+    return np.mean(np.abs(seen - robot.shown()).max(axis=2) > 8) < 0.01
+
+
+def wait_for_menu(robot):
+    def is_there():
+        robot.forget_window(0)
+        try:
+            return robot.shows(MENU_PICTURE) and is_seen(robot)
+        except (BadMatch, BadWindow, BadDrawable):  # the window manager is still busy with it
+            return False
+    wait_until(is_there, "the menu on the desktop", 10)
+
+
+def close(robot):
+    robot.close_window()
+    assert robot.wait_for_end() == 0
+
+
+def hears_keys(robot):
+    buttons = 34, 186, 100, 242  # their left parts, which no pointer covers
+    robot.key("Home")
+    before = robot.standing_picture()
+    robot.key("Down")
+    wait_until(lambda: np.abs(robot.picture(buttons).astype(np.int16) - cut(before, buttons)).max() > 50,
+               "another button", 3)
+
+
+def cut(picture, part):
+    x, y, width, height = part
+    return picture[y:y + height, x:x + width]
+
+
+def switch_mode(robot, full):
+    robot.key("w", "Alt_L")
+    wait_until(lambda: fills_the_desktop(robot) == full, f"full screen to be {full}", 5)
+    time.sleep(POINTER_PLACED_S)
+    wait_for_menu(robot)
+
+
+def fills_the_desktop(robot):
+    """A maximised window may do so, too."""
+    def is_full(window, name):
+        geometry = window.get_geometry()
+        full = robot.desktop.has_state(window, FULL_SCREEN) if name else window.get_attributes().override_redirect
+        return full and (geometry.width, geometry.height) == SIZE and name != "mutter guard window"
+    return any(is_full(window, name) for window, name in robot.desktop.windows())
+
+
+@pytest.mark.parametrize("scale", [0, 1])
+@pytest.mark.parametrize("manager", MANAGERS)
+def test_every_start_shows_the_menu(make_player, manager, scale):
+    robot = make_player(manager, scale)
+    for _ in range(10):
+        robot.start(menu=False)
+        wait_for_menu(robot)
+        close(robot)
+    assert robot.installation.log_messages() == []
+
+
+@pytest.mark.parametrize("manager", MANAGERS)
+def test_playing_at_the_pictures_own_size(make_player, manager):
+    robot = make_player(manager, 0)
+    robot.start(menu=False)
+    wait_for_menu(robot)
+    hears_keys(robot)
+    switch_mode(robot, True)
+    hears_keys(robot)
+    for act in (lambda: robot.click(700, 100), lambda: None):
+        other = robot.desktop.open_other_window()  # takes the keyboard
+        act()
+        hears_keys(robot)
+        other.destroy()
+    switch_mode(robot, False)
+    hears_keys(robot)
+    robot.key("x", "Alt_L")
+    assert robot.wait_for_end() == 0
+
+
+@pytest.mark.parametrize("manager", MANAGERS)
+def test_playing_at_any_size(make_player, manager):
+    robot = make_player(manager, 1, screen_mode=1)
+    robot.start(menu=False)
+    wait_until(lambda: fills_the_desktop(robot), "full screen")
+    wait_for_menu(robot)
+    hears_keys(robot)
+    desktop = robot.desktop
+    switch_mode(robot, False)
+    if manager != "i3":  # which tiles
+        x, y, width, height = area(robot)
+        assert (width, height) == (800, 600) and abs(x + 400 - 960) < 60 and abs(y + 300 - 540) < 60
+        desktop.ask_for_state(robot.window(), True, *MAXIMISED)
+        wait_until(lambda: area(robot)[3] > 900, "a maximised window")
+        wait_for_menu(robot)
+        switch_mode(robot, True)
+        switch_mode(robot, False)
+        assert area(robot)[3] > 900
+        desktop.ask_for_state(robot.window(), False, *MAXIMISED)
+        wait_until(lambda: area(robot)[3] == 600, "the window as it was")
+        for size in ((1101, 703), (500, 410), (820, 600)):
+            desktop.configure(robot.window(), width=size[0], height=size[1])
+            wait_until(lambda: robot.window().get_geometry().width == size[0], "another size")
+            wait_for_menu(robot)
+        desktop.ask_for_state(robot.window(), True, FULL_SCREEN)  # not the program's own command
+        wait_until(lambda: fills_the_desktop(robot), "full screen")
+        switch_mode(robot, False)
+    robot.click(*middle("HQ"))
+    wait_until(robot.installation.module_state, "the module")
+    robot.installation.order("leave 0")
+    wait_for_menu(robot)
+    hears_keys(robot)
+    close(robot)
+    assert robot.installation.log_messages() == []
 
 
 def go_to(robot, state):
@@ -30,3 +176,68 @@ def test_the_program_ends_with_its_display(make_robot, state, scale):
     assert robot.wait_for_end(timeout_s=1) == 1
     assert robot.installation.log_messages() == ["The display server has gone away"]
     assert robot.installation.read("data/configs/vcc.cfg") == settings
+
+
+def test_the_window_is_the_programs(make_player):
+    robot = make_player("openbox", 0)
+    robot.start()
+    window, desktop = robot.window(), robot.desktop
+
+    def value(name):
+        return window.get_full_property(desktop.atom(name), 0).value
+
+    assert window.get_wm_class() == ("veldor", "Veldor")
+    assert list(value("_NET_WM_PID")) == [robot.pid] and window.get_wm_client_machine()
+    assert value("_NET_WM_NAME") == window.get_wm_name().encode()
+    icon = np.array(value("_NET_WM_ICON"))
+    assert icon[:2].tolist() == [48, 48] and len(icon) == 2 + 48 * 48 and len(set(icon)) > 500
+    assert desktop.is_alive(window)
+
+
+def test_the_window_comes_back_where_it_was(make_player):
+    robot = make_player("openbox", 1)
+    robot.start()
+    robot.desktop.configure(robot.window(), x=300, y=120, width=1000, height=700)
+    wait_until(lambda: robot.window().get_geometry().width == 1000, "another size")
+    time.sleep(0.2)
+    place = area(robot)
+    close(robot)
+    for maximised in (True, False):
+        robot.start(menu=False)
+        wait_for_menu(robot)
+        assert area(robot) == place
+        robot.desktop.ask_for_state(robot.window(), True, *MAXIMISED)
+        wait_until(lambda: area(robot)[3] > 900, "a maximised window")
+        close(robot)
+        robot.start(menu=False)
+        wait_for_menu(robot)
+        assert area(robot)[3] > 900
+        robot.desktop.ask_for_state(robot.window(), False, *MAXIMISED)
+        wait_until(lambda: area(robot) == place, "the window as it was")
+        close(robot)
+
+
+def test_the_window_appears_with_its_first_picture(make_player):
+    robot = make_player(None, 1)
+
+    def seconds_of_black():
+        robot.start(menu=False)
+        window = wait_until(robot.find_window, "the window", step_s=0.001)
+        since = time.monotonic()
+        wait_until(lambda: robot.desktop.picture(window, (0, 300, 800, 2)).any(), "a picture", step_s=0.001)
+        black = time.monotonic() - since
+        robot.wait_for_menu()
+        close(robot)
+        return black
+
+    assert min(seconds_of_black() for _ in range(3)) < 0.04
+
+
+def test_keys_are_heard_wherever_the_pointer_is(make_player):
+    robot = make_player(None, 0).start()
+    for _ in range(2):  # full screen and back, without a window manager
+        robot.key("w", "Alt_L")
+        time.sleep(1.5)
+    robot.desktop.move(SIZE[0] - 1, SIZE[1] - 1)
+    robot.key("x", "Alt_L")
+    assert robot.wait_for_end() == 0

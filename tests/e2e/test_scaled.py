@@ -6,7 +6,6 @@ import time
 
 import numpy as np
 import pytest
-from Xlib import X
 from support.desktop import wait_until
 from support.installation import PROJECT
 from support.menu import middle
@@ -48,9 +47,7 @@ class Player:
         time.sleep(POINTER_PLACED_S)
 
     def is_full_screen(self):
-        """For the window manager."""
-        states = self.robot.window().get_full_property(self.desktop.atom("_NET_WM_STATE"), X.AnyPropertyType)
-        return states is not None and self.desktop.atom("_NET_WM_STATE_FULLSCREEN") in states.value
+        return self.desktop.has_state(self.robot.window(), "_NET_WM_STATE_FULLSCREEN")
 
     # what it shows
 
@@ -172,6 +169,7 @@ def test_nothing_is_drawn_while_the_menu_stands(make_player):
     player.switch_mode()
     player.menu()
     window = player.robot.window()
+    time.sleep(1.5)  # it is shown again twice, for compositors
     assert player.desktop.count_drawings(window, 1.5) == 0
     assert player.desktop.count_drawings(window, 0.3, lambda: player.robot.move(AWAY[0] + 50, AWAY[1])) > 0
 

@@ -104,10 +104,13 @@ class Desktop:
         """A manager announces itself before it is ready, and a window mapped in between stays hidden for ever."""
         window = self._open_window()
         time.sleep(0.1)
-        mapped = window.get_attributes().map_state == X.IsViewable
-        window.destroy()
-        self._display.sync()
-        return mapped
+        try:
+            return window.get_attributes().map_state == X.IsViewable
+        except BadWindow:  # it takes the window for the previous one, which had the same number
+            return False
+        finally:
+            window.destroy()
+            self.send()
 
     def _open_window(self):
         window = self.root.create_window(0, 0, 60, 40, 0, X.CopyFromParent)
@@ -175,6 +178,31 @@ class Desktop:
         request = 32, [atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]
         window.send_event(protocol.event.ClientMessage(window=window, client_type=atom("WM_PROTOCOLS"), data=request))
         self._display.sync()
+
+    def ask_for_state(self, window, wanted, *states):
+        """What a window manager's own menu does: maximised, full screen."""
+        message = 32, [int(wanted), *map(self.atom, states), *[0] * (2 - len(states)), 2, 0]
+        event = protocol.event.ClientMessage(window=window, client_type=self.atom("_NET_WM_STATE"), data=message)
+        self.root.send_event(event, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.send()
+
+    def has_state(self, window, state):
+        """For the window manager."""
+        states = window.get_full_property(self.atom("_NET_WM_STATE"), X.AnyPropertyType)
+        return states is not None and self.atom(state) in states.value
+
+    def is_alive(self, window):
+        """Whether the program answers the window manager's question."""
+        self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        question = 32, [self.atom("_NET_WM_PING"), 1234, window.id, 0, 0]
+        window.send_event(
+            protocol.event.ClientMessage(window=window, client_type=self.atom("WM_PROTOCOLS"), data=question))
+        self.send()
+        time.sleep(0.3)
+        events = [self._display.next_event() for _ in range(self._display.pending_events())]
+        answers = [event.data[1] for event in events
+                   if event.type & 127 == X.ClientMessage and event.window == self.root]
+        return question[1] in map(list, answers)
 
     # pictures
 

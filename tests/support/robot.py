@@ -121,9 +121,9 @@ class Robot:
         else:
             self.desktop.close_window(self.window())
 
-    def forget_window(self):
+    def forget_window(self, placed_s=0.3):
         """After a mode switch."""
-        time.sleep(0.3)
+        time.sleep(placed_s)
         self._window = None
 
     def place(self, window=None):

@@ -1,5 +1,6 @@
 #include "platform/changed_parts.h"
 #include "platform/picture_place.h"
+#include "platform/reminder.h"
 #include "platform/scaler.h"
 
 #include <gtest/gtest.h>
@@ -195,6 +196,28 @@ TEST(ShownPicture, AreasAreJoinedWhenThatCostsLittle) {
     for (int i = 0; i < 50; ++i)
         add_area(areas, {100 + 30 * i, 100, 101 + 30 * i, 101});
     EXPECT_LE(areas.size(), 16U);
+}
+
+TEST(PicturePlace, AWindowComesBackWhereItIsSeen) {
+    const Area desktop{0, 0, 1920, 1080}, room{0, 30, 1920, 1080};
+    for (const auto& [wanted, place] : {std::pair(Area{100, 200, 1100, 900}, Area{100, 200, 1100, 900}),
+                                        {{1500, 200, 2300, 800}, {1500, 200, 2300, 800}}, // half of it
+                                        {{1600, 200, 2400, 800}, {560, 255, 1360, 855}},
+                                        {{3000, 200, 3800, 800}, {560, 255, 1360, 855}}, // of a monitor that is gone
+                                        {{0, 0, 2560, 1400}, {0, 0, 1920, 1050}}})
+        EXPECT_EQ(fitted_place(wanted, room, desktop), place) << wanted.x1 << ", " << wanted.x2;
+}
+
+TEST(Reminder, ShowsAgainTwiceAfterTheLatestDrawing) {
+    const Reminder::Clock::time_point start{};
+    const auto due = [&](Reminder& reminder, int ms) { return reminder.due(start + std::chrono::milliseconds(ms)); };
+    Reminder reminder;
+    EXPECT_FALSE(due(reminder, 5000)) << "nothing was drawn";
+    reminder.drawn(start);
+    reminder.drawn(start + std::chrono::milliseconds(200));
+    for (const auto& [ms, wanted] :
+         {std::pair(449, false), {450, true}, {460, false}, {1199, false}, {1200, true}, {1210, false}, {9000, false}})
+        EXPECT_EQ(due(reminder, ms), wanted) << ms;
 }
 
 } // namespace
