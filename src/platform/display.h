@@ -16,7 +16,7 @@ void end_with_display(void (*note)());
 void prepare_window();
 
 /// The graphics library's start. Its own thread then wakes up when it has something to do, every 10 ms, instead of
-/// every millisecond, and does not wait for the display server each time.
+/// every millisecond.
 int start_library();
 
 /// Handles the pointer and key events that the display server has sent. The graphics library's own thread does that

@@ -66,24 +66,12 @@ namespace {
 
 constexpr unsigned long late_wake_ns = 4'000'000; ///< with the thread's own millisecond half of its 10 ms
 
-/// The library's own asks the server for an answer before it looks. It also ends relative motion in time.
-void read_events() {
-    if (!_xwin.display)
-        return;
-    if (_xwin.mouse_warped || XPending(_xwin.display) > 0)
-        _xwin_private_handle_input();
-    else
-        XFlush(_xwin.display);
-}
-
 } // namespace
 
 int start_library() {
     ::prctl(PR_SET_TIMERSLACK, late_wake_ns); // inherited by the library's thread
     const int result = allegro_init();
     ::prctl(PR_SET_TIMERSLACK, 0UL); // the default
-    if (result == 0 && system_driver->id == SYSTEM_XWINDOWS)
-        _xwin_input_handler = read_events;
     return result;
 }
 

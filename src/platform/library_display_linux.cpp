@@ -52,9 +52,11 @@ int is_ping_event(Display*, XEvent* event, char*) {
 }
 
 void read_events() {
-    for (XEvent ping; _xwin.display && XCheckIfEvent(_xwin.display, &ping, is_ping_event, nullptr);)
+    if (!_xwin.display)
+        return;
+    for (XEvent ping; XCheckIfEvent(_xwin.display, &ping, is_ping_event, nullptr);)
         answer_ping(ping);
-    _xwin_private_handle_input();
+    read_library_events();
     if (!gfx_driver || !_xwin.ximage)
         return;
     keep_keyboard();

@@ -50,7 +50,7 @@ void read_events() {
     if (!_xwin.display)
         return;
     if (!display->window.is_open()) { // the library's own driver may be in use
-        _xwin_private_handle_input();
+        read_library_events();
         return;
     }
     const Size size = display->events.read(display->shown.window());

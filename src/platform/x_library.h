@@ -36,6 +36,9 @@ const GFX_DRIVER* library_driver(int id);
 /// Registers a driver before all others with its number; it must live as long as the process.
 void register_driver(GFX_DRIVER& driver);
 
+/// Reads the display's events as the library does, without asking the server for an answer each time. Needs the lock.
+void read_library_events();
+
 /// Gives a window the keyboard; does nothing for one that is not visible, which would end the program.
 void focus_if_viewable(Window window);
 

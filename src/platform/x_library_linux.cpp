@@ -24,6 +24,13 @@ void register_driver(GFX_DRIVER& driver) {
     _unix_register_gfx_driver(driver.id, &driver, TRUE, TRUE);
 }
 
+void read_library_events() {
+    if (_xwin.mouse_warped || XPending(_xwin.display) > 0) // it also ends relative motion in time
+        _xwin_private_handle_input();
+    else
+        XFlush(_xwin.display);
+}
+
 // A window that disappears passes its focus to its parent, in full screen the root window. With RevertToParent the next
 // step is None, and without a window manager no key would reach the program any more.
 void focus_if_viewable(Window window) {
