@@ -109,7 +109,8 @@ def test_another_style_leaves_the_further_ones(page, project):
     text = project.source().read_text()
     head, tail = text.split("index = 5\n", 1)
     tail = tail.replace('style = "button"', 'style = ["button", "further"]', 1)
-    styles = "[style.further]\nreserved = 1\n\n[style.other]\nreserved = 2\n\n"
+    button = text.split("[style.button]\n", 1)[1].split("\n\n", 1)[0]
+    styles = f"[style.further]\nreserved = 1\n\n[style.other]\n{button}\n\n"
     project.source().write_text(f"{styles}{head}index = 5\n{tail}")
     choose_factory(page)
     wait_until(lambda: "further" in page.text("#properties"), "the styles of the slot")
