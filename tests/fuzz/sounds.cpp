@@ -11,6 +11,6 @@ void vcc::fuzz::one_input(std::string_view input) {
     const auto stream = WavStream::open("a.wav", 128);
     if (!stream)
         return;
-    stream->prime(false);
+    stream->prime(false, 0);
     stream->refill(true);
 }
