@@ -128,9 +128,9 @@ std::int64_t time_of(const std::string& file) {
 
 /// What a save that was broken off has left beside the files goes, but not what another program has written.
 void Workspace::Parts::clear_up(Document& document, const UnsavedDocument& left) {
-    document.packed_files_old = true;
+    document.packed_files_old = document.packed_files_old || left.saving;
     const auto other = read_file(document.file + ".new", document_limit);
-    if (other && left.text != left.disk) {
+    if (other && left.saving && left.text != left.disk) { // else it has come in
         const std::string text = text_of_bytes(*other, document.kind);
         if (!text.empty() && text != left.disk && !left.text.starts_with(text))
             bring_in(document, left.disk, text, "Change on disk");
@@ -145,7 +145,7 @@ void Workspace::Parts::read_offer() {
     offered_when = time_of(unsaved);
     for (auto& [name, left] : bytes ? work_of_text(*bytes) : UnsavedWork()) {
         Document* const document = find(name);
-        if (document && left.saving)
+        if (document)
             clear_up(*document, left);
         if (left.text != (document ? document->disk : left.disk) || !left.conflicts.empty())
             offered[name] = std::move(left);

@@ -146,11 +146,14 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
     if (reason.empty())
         reason = files.commit();
     bool again = false;
-    for (const Leaving& each : leaving) {
+    for (Leaving& each : leaving) {
         const auto changed = reason.empty() ? parts_->put(*each.document, *each.file) : Result<bool>(Failure{reason});
         if (!changed)
             reason = changed.reason();
-        again = again || (changed && *changed);
+        else if (*changed)
+            again = true; // its temporary file holds what came in, and stays until that is kept
+        else
+            each.file.reset(); // before the note of this save, which would clear it up, goes
     }
     parts_->keep();
     if (!reason.empty())
