@@ -2,8 +2,9 @@
 add_library(veldor_warnings INTERFACE)
 target_compile_options(veldor_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # This compiler sees overlaps in the joining of strings that are not there (its bug 105651).
-  target_compile_options(veldor_warnings INTERFACE -Wno-restrict)
+  # In the joining of strings this compiler sees overlaps and sizes that are not there (its bug 105651).
+  target_compile_options(veldor_warnings INTERFACE -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow
+    -Wno-stringop-overread)
 endif()
 if(VELDOR_SANITIZE)
   target_compile_options(veldor_warnings INTERFACE

@@ -51,8 +51,11 @@ public:
     }
     /// The bytes of a file below the folder; empty when it is missing.
     std::string read(const std::string& name) const {
-        std::ifstream in(folder_ / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
+        std::error_code error;
+        const auto size = std::filesystem::file_size(folder_ / name, error);
+        std::string bytes(error ? 0 : size, '\0');
+        std::ifstream(folder_ / name, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        return bytes;
     }
     std::string log() const {
         std::string text = read("data/logfiles/veldor_log.txt");

@@ -26,7 +26,7 @@ protected:
     Store() {
         flush_settings(); // what an earlier test left unwritten
         sound_on = music_on = 1;
-        for (const std::size_t theme : {0, 1, 3})
+        for (const std::size_t theme : {0U, 1U, 3U})
             sound_entries[first_theme_entry + theme].file = "theme.wav";
         begin("");
     }
@@ -163,13 +163,14 @@ TEST_F(Store, AKilledProgramNeverLeavesPartOfAFile) {
         ASSERT_EQ(::pipe(saved), 0);
         const pid_t writer = ::fork();
         ASSERT_GE(writer, 0);
-        for (int value = last + 1; writer == 0; ++value) { // until it is killed
-            set_config_value("VELDOR_SOUND", "hq_theme", std::to_string(value));
-            set_config_value("VELDOR_BATTLE", "player_name", std::to_string(value));
-            flush_settings();
-            if (::write(saved[1], "x", 1) != 1)
-                ::_exit(1);
-        }
+        if (writer == 0)
+            for (int value = last + 1;; ++value) { // until it is killed
+                set_config_value("VELDOR_SOUND", "hq_theme", std::to_string(value));
+                set_config_value("VELDOR_BATTLE", "player_name", std::to_string(value));
+                flush_settings();
+                if (::write(saved[1], "x", 1) != 1)
+                    ::_exit(1);
+            }
         char first = 0;
         ASSERT_EQ(::read(saved[0], &first, 1), 1);
         ::usleep(static_cast<useconds_t>(random() % 10000));

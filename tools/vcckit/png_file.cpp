@@ -10,12 +10,14 @@ namespace vcc::kit {
 RgbPicture rgb_of(BITMAP& bitmap) {
     RgbPicture picture{bitmap.w, bitmap.h, {}};
     const int depth = bitmap_color_depth(&bitmap);
-    picture.rgb.reserve(static_cast<std::size_t>(bitmap.w) * static_cast<std::size_t>(bitmap.h) * 3);
+    picture.rgb.resize(static_cast<std::size_t>(bitmap.w) * static_cast<std::size_t>(bitmap.h) * 3);
+    std::uint8_t* part = picture.rgb.data();
     for (int y = 0; y < bitmap.h; ++y) {
         for (int x = 0; x < bitmap.w; ++x) {
             const int pixel = getpixel(&bitmap, x, y);
-            for (const int part : {getr_depth(depth, pixel), getg_depth(depth, pixel), getb_depth(depth, pixel)})
-                picture.rgb.push_back(static_cast<std::uint8_t>(part));
+            *part++ = static_cast<std::uint8_t>(getr_depth(depth, pixel));
+            *part++ = static_cast<std::uint8_t>(getg_depth(depth, pixel));
+            *part++ = static_cast<std::uint8_t>(getb_depth(depth, pixel));
         }
     }
     return picture;

@@ -33,7 +33,7 @@ bool is_number(std::string_view text) {
     return !text.empty() && text.find_first_not_of("+-0123456789") == std::string_view::npos;
 }
 
-std::string quoted(std::string_view text) {
+std::string in_quotes(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
 
@@ -90,13 +90,13 @@ const toml::node* SourceValues::choose(const toml::node& node, std::string_view 
             for (const auto& [key, value] : *table)
                 if (std::none_of(languages.begin(), languages.end(),
                                  [name = key.str()](const LanguageRow& row) { return row.code == name; })) {
-                    fail_at(language_missing, place_of(key.source()), field, quoted(key.str()) + " is no language",
+                    fail_at(language_missing, place_of(key.source()), field, in_quotes(key.str()) + " is no language",
                             "languages are en and de");
                     return nullptr;
                 }
             const toml::node* const value = table->get(language_);
             if (!value) {
-                fail(language_missing, *chosen, field, "has no value for the language " + quoted(language_),
+                fail(language_missing, *chosen, field, "has no value for the language " + in_quotes(language_),
                      "write one for en and one for de");
                 return nullptr;
             }
@@ -109,14 +109,14 @@ const toml::node* SourceValues::choose(const toml::node& node, std::string_view 
 
 void SourceValues::fail_name(const toml::node& node, Meaning meaning, std::string_view field, const std::string& name) {
     if (is_number(name)) {
-        fail(wrong_kind, node, field, quoted(name) + " is a text", "write the number without quotes", name);
+        fail(wrong_kind, node, field, in_quotes(name) + " is a text", "write the number without quotes", name);
         return;
     }
     std::vector<std::string> known = names_of(meaning);
     for (const auto& [key, number] : names_)
         if (key.first == meaning)
             known.push_back(key.second);
-    fail(unknown_name, node, field, "unknown " + std::string(meaning_word(meaning)) + " " + quoted(name),
+    fail(unknown_name, node, field, "unknown " + std::string(meaning_word(meaning)) + " " + in_quotes(name),
          permitted_values(meaning), nearest_word(name, known));
 }
 
@@ -176,7 +176,7 @@ void SourceValues::apply_steps(SourceRecord& record, const toml::table& table) {
             std::vector<std::string> known{"count", "step"};
             for (const Field& each : number_fields())
                 known.emplace_back(each.name);
-            fail_at(unknown_entry, place_of(key.source()), "repeat", quoted(key.str()) + " is no number field", "",
+            fail_at(unknown_entry, place_of(key.source()), "repeat", in_quotes(key.str()) + " is no number field", "",
                     nearest_word(key.str(), known));
             continue;
         }
@@ -276,7 +276,7 @@ bool SourceValues::set_alignment(Alignment& alignment, std::string_view key, con
                 return true;
             }
         if (chosen)
-            fail(unknown_name, *chosen, key, word ? "unknown word " + quoted(*word) : "must be a word",
+            fail(unknown_name, *chosen, key, word ? "unknown word " + in_quotes(*word) : "must be a word",
                  "left, centre or right",
                  word ? nearest_word(*word, std::vector<std::string>{"left", "centre", "right"}) : "");
         return true;
@@ -317,7 +317,7 @@ void SourceValues::apply(SourceRecord& record, const toml::table& table, std::sp
     // The readable flags change what draw_flags and sound_flags of the same table say.
     for (const auto& [key, node] : later)
         if (!set_flag(record, key->str(), *node) && !set_alignment(record.alignment, key->str(), *node))
-            fail_at(unknown_entry, place_of(key->source()), "", "unknown field " + quoted(key->str()), "",
+            fail_at(unknown_entry, place_of(key->source()), "", "unknown field " + in_quotes(key->str()), "",
                     nearest_word(key->str(), known_entries(others)));
 }
 

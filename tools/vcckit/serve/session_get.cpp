@@ -325,7 +325,7 @@ std::string Session::add_picture(const json& body, json& told) {
                        {"revision", drawn.revision},
                        {"milliseconds", drawn.milliseconds}};
     std::string pixels;
-    const auto at = [&](int x, int y) { return 4 * (static_cast<std::size_t>(y) * drawn.picture->w + x); };
+    const auto at = [&](int x, int y) { return 4 * static_cast<std::size_t>(y * drawn.picture->w + x); };
     for (int y = part.y1; y < part.y2; ++y)
         pixels.append(rgba, at(part.x1, y), at(part.x2, y) - at(part.x1, y));
     return pixels;
