@@ -39,6 +39,7 @@ export function refresh({ always = false } = {}) {
   const wish = request();
   const key = JSON.stringify(wish) + revisionOfAll() + (always ? performance.now() : '');
   if (arrived?.wish === JSON.stringify(wish)) {
+    wished = null;
     show(key, arrived);
     return;
   }
@@ -82,7 +83,6 @@ function show(key, picture) {
   const [x, y, width, height] = picture.rect;
   if (width > 0) context.putImageData(new ImageData(picture.pixels, width, height), x, y);
   arrived = null;
-  wished = null;
   number = picture.number;
   shownFor = key;
   canvas.dataset.revision = picture.revision;
