@@ -65,15 +65,21 @@ double wanted_channel(const Image& picture, Size shown, int x, int y, std::uint3
     return sum;
 }
 
-/// The largest difference from the reference in double precision, of 255.
-double worst_difference(const Image& picture, const Image& shown) {
-    double worst = 0;
+struct Difference {
+    double worst = 0, mean = 0; ///< of 255
+};
+
+/// From the reference in double precision.
+Difference difference(const Image& picture, const Image& shown) {
+    double worst = 0, sum = 0;
     for (int y = 0; y < shown.size.height; ++y)
         for (int x = 0; x < shown.size.width; ++x)
-            for (const std::uint32_t mask : {shown.format.red, shown.format.green, shown.format.blue})
-                worst = std::max(
-                    worst, 255 * std::abs(shown.channel(x, y, mask) - wanted_channel(picture, shown.size, x, y, mask)));
-    return worst;
+            for (const std::uint32_t mask : {shown.format.red, shown.format.green, shown.format.blue}) {
+                const double more = 255 * (shown.channel(x, y, mask) - wanted_channel(picture, shown.size, x, y, mask));
+                worst = std::max(worst, std::abs(more));
+                sum += more;
+            }
+    return {worst, sum / (3.0 * shown.size.width * shown.size.height)};
 }
 
 class ScaledTo : public testing::TestWithParam<Size> {};
@@ -87,7 +93,9 @@ TEST_P(ScaledTo, EachShownPixelHasTheSharesThatItCovers) {
         Image shown(to, format);
         Scaler(size, to, format).scale(picture.rows(), shown.rows(), {0, 0, to.width, to.height});
         const double level = 255.0 / (format.bytes == 2 ? 31 : 255);
-        EXPECT_LE(worst_difference(picture, shown), whole_step ? 1e-9 : format.bytes == 4 ? 2 : 2 + level / 2);
+        const auto [worst, mean] = difference(picture, shown);
+        EXPECT_LE(worst, whole_step ? 1e-9 : format.bytes == 4 ? 2 : 2 + level / 2);
+        EXPECT_LT(std::abs(mean), format.bytes == 4 ? 0.25 : level / 2) << "the picture is darker or lighter";
     }
 }
 INSTANTIATE_TEST_SUITE_P(Sizes, ScaledTo,
