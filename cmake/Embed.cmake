@@ -1,6 +1,7 @@
-# veldor_embed(OUTPUT NAME FOLDER FILES...): a source that holds the files of a folder, or others given by full path
-# under their bare names, and defines NAME(), which NAME.h declares.
-function(veldor_embed output name folder)
+# veldor_embed(OUTPUT HEADER FOLDER FILES...): a source that holds the files of a folder, or others given by full path
+# under their bare names, and defines NAME(), which HEADER, a path that ends in NAME, declares in HEADER.h.
+function(veldor_embed output header folder)
+  get_filename_component(name "${header}" NAME)
   set(arrays "")
   set(rows "")
   set(number 0)
@@ -19,7 +20,7 @@ function(veldor_embed output name folder)
     string(APPEND rows "    {\"${file}\", {file_${number}, ${length}}},\n")
     math(EXPR number "${number} + 1")
   endforeach()
-  file(CONFIGURE OUTPUT "${output}" @ONLY CONTENT "#include \"${name}.h\"
+  file(CONFIGURE OUTPUT "${output}" @ONLY CONTENT "#include \"${header}.h\"
 
 namespace vcc::kit {
 

@@ -1,5 +1,5 @@
 // PCX pictures, through the check that stands before the library's reader, at two depths.
-#include "pictures.h"
+#include "vcckit/media/pictures.h"
 #include "display/picture.h"
 #include "world.h"
 

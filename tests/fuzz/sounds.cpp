@@ -1,7 +1,7 @@
 // WAV files: header, effect, and the stream with its refills.
-#include "silent_sound.h"
 #include "sound/effect_file.h"
 #include "sound/wav_stream.h"
+#include "vcckit/draw/silent_sound.h"
 #include "world.h"
 
 void vcc::fuzz::one_input(std::string_view input) {

@@ -1,9 +1,9 @@
 // Operations on sources: what they leave is a source again, which reads as its own tree says; or they are refused.
 // An input is operations of a few bytes each; behind a byte 0 its own source, else they work on a built-in one.
-#include "edit/source_edit.h"
-#include "edit/describe.h"
-#include "edit/source_tree.h"
-#include "source_values.h"
+#include "vcckit/edit/source_edit.h"
+#include "vcckit/edit/describe.h"
+#include "vcckit/edit/source_tree.h"
+#include "vcckit/source/source_values.h"
 #include "world.h"
 
 #include <array>

@@ -1,5 +1,5 @@
 // Screen sources: read, and what is sound written as a source again, which must give the same records.
-#include "unpack.h"
+#include "vcckit/source/unpack.h"
 #include "world.h"
 
 void vcc::fuzz::one_input(std::string_view input) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "folder_test.h"
-#include "screen_source.h"
-#include "slot_bytes.h"
+#include "vcckit/record/slot_bytes.h"
+#include "vcckit/source/screen_source.h"
 
 #include "core/files.h"
 #include "platform/shared_library.h"

@@ -1,11 +1,11 @@
 // Checking an installation: the sources of the built-in one are clean, and every kind of fault is found where it is.
-#include "check.h"
-#include "fields.h"
 #include "game_folder.h"
-#include "names.h"
-#include "report.h"
-#include "slot_bytes.h"
-#include "source_check.h"
+#include "vcckit/check/check.h"
+#include "vcckit/check/source_check.h"
+#include "vcckit/faults/report.h"
+#include "vcckit/record/fields.h"
+#include "vcckit/record/names.h"
+#include "vcckit/record/slot_bytes.h"
 
 #include "core/files.h"
 #include "core/text.h"

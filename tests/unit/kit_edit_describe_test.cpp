@@ -1,5 +1,5 @@
 // What an editor is told of a source: who says which field, and where.
-#include "edit/describe.h"
+#include "vcckit/edit/describe.h"
 
 #include "core/files.h"
 

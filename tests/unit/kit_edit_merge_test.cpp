@@ -1,5 +1,5 @@
 // Changes of both sides brought together.
-#include "edit/merge.h"
+#include "vcckit/edit/merge.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // Operations on sources: the exact text that each leaves, and on the built-in screens that nothing else changes.
-#include "edit/describe.h"
-#include "edit/history.h"
-#include "edit/source_edit.h"
-#include "fields.h"
-#include "screen_source.h"
-#include "unpack.h"
+#include "vcckit/edit/describe.h"
+#include "vcckit/edit/history.h"
+#include "vcckit/edit/source_edit.h"
+#include "vcckit/record/fields.h"
+#include "vcckit/source/screen_source.h"
+#include "vcckit/source/unpack.h"
 
 #include "core/files.h"
 #include "core/text.h"

@@ -1,6 +1,6 @@
 // The tree of a source: it says what TOML's own reader says, at the same places.
-#include "edit/source_tree.h"
-#include "source_values.h"
+#include "vcckit/edit/source_tree.h"
+#include "vcckit/source/source_values.h"
 
 #include "core/files.h"
 

@@ -1,7 +1,7 @@
 // Operations on files of text windows.
-#include "edit/describe.h"
-#include "edit/source_edit.h"
-#include "edit/window_edit.h"
+#include "vcckit/edit/describe.h"
+#include "vcckit/edit/source_edit.h"
+#include "vcckit/edit/window_edit.h"
 
 #include "core/files.h"
 #include "platform/latin1.h"

@@ -1,8 +1,8 @@
 // Documents of an installation: history, unsaved work, disk, two editors.
-#include "edit/unsaved.h"
-#include "edit/workspace.h"
-#include "packed_screen.h"
-#include "unpack.h"
+#include "vcckit/edit/unsaved.h"
+#include "vcckit/edit/workspace.h"
+#include "vcckit/source/packed_screen.h"
+#include "vcckit/source/unpack.h"
 
 #include "core/files.h"
 #include "folder_test.h"

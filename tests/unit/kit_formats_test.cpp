@@ -1,7 +1,7 @@
 // The examples of docs/formats.md, given to the readers that they are written for.
 #include "folder_test.h"
-#include "installation.h"
-#include "screen_source.h"
+#include "vcckit/check/installation.h"
+#include "vcckit/source/screen_source.h"
 
 #include "core/text.h"
 #include "interaction/help_file.h"

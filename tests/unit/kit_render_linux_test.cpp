@@ -1,8 +1,8 @@
 // Pictures drawn one after the other in one process.
 #include "game_folder.h"
-#include "installation.h"
-#include "program_values.h"
-#include "render.h"
+#include "vcckit/check/installation.h"
+#include "vcckit/draw/program_values.h"
+#include "vcckit/draw/render.h"
 
 #include "display/buffers.h"
 #include "interaction/player_input.h"

@@ -1,9 +1,9 @@
 // The server of the screen editor: what it refuses, what it shows, and what it leaves alone.
 #include "game_folder.h"
-#include "serve/changes.h"
-#include "serve/operation_json.h"
-#include "serve/server.h"
-#include "serve/session.h"
+#include "vcckit/serve/changes.h"
+#include "vcckit/serve/operation_json.h"
+#include "vcckit/serve/server.h"
+#include "vcckit/serve/session.h"
 
 #include <httplib.h>
 

@@ -1,9 +1,9 @@
 // Screen sources: what they describe, what is wrong with them, and the way back from files.
-#include "fields.h"
-#include "names.h"
-#include "screen_source.h"
-#include "setting_rows.h"
-#include "unpack.h"
+#include "vcckit/record/fields.h"
+#include "vcckit/record/names.h"
+#include "vcckit/record/setting_rows.h"
+#include "vcckit/source/screen_source.h"
+#include "vcckit/source/unpack.h"
 
 #include "core/files.h"
 #include "core/text.h"

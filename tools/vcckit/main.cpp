@@ -1,7 +1,7 @@
 // vcckit: the tool for people who make or change an installation. This is its command line.
-#include "commands.h"
-#include "completion.h"
-#include "nearest.h"
+#include "vcckit/commands/commands.h"
+#include "vcckit/commands/completion.h"
+#include "vcckit/text/nearest.h"
 
 #include "core/version.h"
 #include "platform/process.h"

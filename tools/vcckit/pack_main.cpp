@@ -1,7 +1,7 @@
 // pack_screens INSTALLATION SOURCE...: packs sources of the built-in installation, so that its build does not wait for
 // the whole tool. "vcckit check" looks at the result.
-#include "installation.h"
-#include "packed_screen.h"
+#include "vcckit/check/installation.h"
+#include "vcckit/source/packed_screen.h"
 
 #include "core/files.h"
 #include "platform/files.h"

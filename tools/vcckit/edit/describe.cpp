@@ -1,9 +1,9 @@
-#include "edit/describe.h"
+#include "vcckit/edit/describe.h"
 
-#include "edit/field_edit.h"
-#include "edit/source_model.h"
-#include "edit/window_edit.h"
-#include "fixed_slots.h"
+#include "vcckit/check/fixed_slots.h"
+#include "vcckit/edit/field_edit.h"
+#include "vcckit/edit/source_model.h"
+#include "vcckit/edit/window_edit.h"
 
 #include "screen/slot.h"
 

@@ -1,8 +1,8 @@
 // What is written where in a source: the parts of the text that an editor shows beside the records.
 #pragma once
 
-#include "edit/source_edit.h"
-#include "names.h"
+#include "vcckit/edit/source_edit.h"
+#include "vcckit/record/names.h"
 
 #include <map>
 #include <optional>

@@ -1,6 +1,6 @@
-#include "edit/exchange.h"
+#include "vcckit/edit/exchange.h"
 
-#include "edit/operation.h"
+#include "vcckit/edit/operation.h"
 
 #include "core/files.h"
 

@@ -1,6 +1,6 @@
-#include "edit/field_edit.h"
+#include "vcckit/edit/field_edit.h"
 
-#include "record_lines.h"
+#include "vcckit/source/record_lines.h"
 
 #include <algorithm>
 

@@ -2,9 +2,9 @@
 // repetitions becomes when only one of them changes.
 #pragma once
 
-#include "edit/source_model.h"
-#include "edit/text_edits.h"
-#include "fields.h"
+#include "vcckit/edit/source_model.h"
+#include "vcckit/edit/text_edits.h"
+#include "vcckit/record/fields.h"
 
 #include <optional>
 #include <set>

@@ -1,10 +1,10 @@
 // Which documents an installation has, and their texts.
-#include "edit/workspace_parts.h"
+#include "vcckit/edit/workspace_parts.h"
 
-#include "edit/source_model.h"
-#include "latin1.h"
-#include "packed_screen.h"
-#include "unpack.h"
+#include "vcckit/edit/source_model.h"
+#include "vcckit/source/packed_screen.h"
+#include "vcckit/source/unpack.h"
+#include "vcckit/text/latin1.h"
 
 #include "core/files.h"
 #include "platform/files.h"

@@ -1,4 +1,4 @@
-#include "edit/folder_lock.h"
+#include "vcckit/edit/folder_lock.h"
 
 #include <cerrno>
 #include <cstring>

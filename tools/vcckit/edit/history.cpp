@@ -1,4 +1,4 @@
-#include "edit/history.h"
+#include "vcckit/edit/history.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Undo and redo without limit. A step is kept as what differs, so that thousands of them take little memory.
 #pragma once
 
-#include "edit/merge.h"
+#include "vcckit/edit/merge.h"
 
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-#include "edit/merge.h"
+#include "vcckit/edit/merge.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
-#include "edit/place_edit.h"
+#include "vcckit/edit/place_edit.h"
 #include "core/geometry.h"
 
-#include "edit/field_edit.h"
-#include "edit/source_model.h"
-#include "edit/text_edits.h"
+#include "vcckit/edit/field_edit.h"
+#include "vcckit/edit/source_model.h"
+#include "vcckit/edit/text_edits.h"
 
 #include <algorithm>
 #include <set>

@@ -1,7 +1,7 @@
 // Moving and resizing what records draw.
 #pragma once
 
-#include "edit/operation.h"
+#include "vcckit/edit/operation.h"
 
 #include "core/result.h"
 

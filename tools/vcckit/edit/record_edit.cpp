@@ -1,12 +1,12 @@
-#include "edit/record_edit.h"
+#include "vcckit/edit/record_edit.h"
 
-#include "edit/field_edit.h"
-#include "edit/record_text.h"
-#include "edit/source_model.h"
-#include "edit/text_edits.h"
-#include "fields.h"
-#include "fixed_slots.h"
-#include "unpack.h"
+#include "vcckit/check/fixed_slots.h"
+#include "vcckit/edit/field_edit.h"
+#include "vcckit/edit/record_text.h"
+#include "vcckit/edit/source_model.h"
+#include "vcckit/edit/text_edits.h"
+#include "vcckit/record/fields.h"
+#include "vcckit/source/unpack.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,7 +1,7 @@
 // Whole records: made, copied, taken away, renumbered, and groups written out one by one.
 #pragma once
 
-#include "edit/source_edit.h"
+#include "vcckit/edit/source_edit.h"
 
 #include "core/result.h"
 

@@ -1,4 +1,4 @@
-#include "edit/record_text.h"
+#include "vcckit/edit/record_text.h"
 
 #include <algorithm>
 

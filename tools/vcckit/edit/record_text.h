@@ -1,8 +1,8 @@
 // Where the text of a record or style lies, and where that of another one goes.
 #pragma once
 
-#include "edit/source_model.h"
-#include "edit/text_edits.h"
+#include "vcckit/edit/source_model.h"
+#include "vcckit/edit/text_edits.h"
 
 #include <string>
 #include <vector>

@@ -1,11 +1,11 @@
-#include "edit/source_edit.h"
+#include "vcckit/edit/source_edit.h"
 
-#include "edit/field_edit.h"
-#include "edit/place_edit.h"
-#include "edit/record_edit.h"
-#include "edit/source_model.h"
-#include "edit/text_edits.h"
-#include "edit/window_edit.h"
+#include "vcckit/edit/field_edit.h"
+#include "vcckit/edit/place_edit.h"
+#include "vcckit/edit/record_edit.h"
+#include "vcckit/edit/source_model.h"
+#include "vcckit/edit/text_edits.h"
+#include "vcckit/edit/window_edit.h"
 
 #include <algorithm>
 #include <set>

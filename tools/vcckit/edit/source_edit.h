@@ -1,7 +1,7 @@
 // Changes of a document's text that leave everything else in it as it is: comments, order, layout, line ends.
 #pragma once
 
-#include "edit/operation.h"
+#include "vcckit/edit/operation.h"
 
 #include "core/result.h"
 

@@ -1,7 +1,7 @@
-#include "edit/source_model.h"
+#include "vcckit/edit/source_model.h"
 
-#include "latin1.h"
-#include "record_lines.h"
+#include "vcckit/source/record_lines.h"
+#include "vcckit/text/latin1.h"
 
 #include "platform/latin1.h"
 #include "screen/slot.h"

@@ -1,11 +1,11 @@
 // A source in the terms of screens: records, styles, looks, and which table says a field.
 #pragma once
 
-#include "edit/operation.h"
-#include "edit/source_tree.h"
+#include "vcckit/edit/operation.h"
+#include "vcckit/edit/source_tree.h"
 
 #include "core/installation.h"
-#include "names.h"
+#include "vcckit/record/names.h"
 
 #include <array>
 #include <map>

@@ -1,7 +1,7 @@
-#include "edit/source_tree.h"
+#include "vcckit/edit/source_tree.h"
 
-#include "source_text.h"
-#include "source_values.h"
+#include "vcckit/source/source_text.h"
+#include "vcckit/source/source_values.h"
 
 #include "platform/latin1.h"
 

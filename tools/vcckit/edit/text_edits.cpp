@@ -1,4 +1,4 @@
-#include "edit/text_edits.h"
+#include "vcckit/edit/text_edits.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "edit/unsaved.h"
+#include "vcckit/edit/unsaved.h"
 
-#include "edit/operation.h"
+#include "vcckit/edit/operation.h"
 
 #include "core/handles.h"
 

@@ -1,7 +1,7 @@
 // Unsaved work on disk, so that an end of the process at any moment loses none.
 #pragma once
 
-#include "edit/history.h"
+#include "vcckit/edit/history.h"
 
 #include <map>
 #include <string>

@@ -1,9 +1,9 @@
-#include "edit/window_edit.h"
+#include "vcckit/edit/window_edit.h"
 #include "core/geometry.h"
 
-#include "edit/text_edits.h"
-#include "fixed_slots.h"
-#include "window_fields.h"
+#include "vcckit/check/fixed_slots.h"
+#include "vcckit/edit/text_edits.h"
+#include "vcckit/record/window_fields.h"
 
 #include "core/installation.h"
 #include "core/lines.h"

@@ -1,8 +1,8 @@
 // Changes of text-window files: lines of a key and a number. Texts are the file's in UTF-8.
 #pragma once
 
-#include "edit/operation.h"
-#include "names.h"
+#include "vcckit/edit/operation.h"
+#include "vcckit/record/names.h"
 
 #include "core/result.h"
 

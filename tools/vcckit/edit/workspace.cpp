@@ -1,7 +1,7 @@
-#include "edit/workspace.h"
+#include "vcckit/edit/workspace.h"
 
-#include "edit/workspace_parts.h"
-#include "packed_screen.h"
+#include "vcckit/edit/workspace_parts.h"
+#include "vcckit/source/packed_screen.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,8 +1,8 @@
 // The documents that an editor has open: their working texts in memory, history, and the way back to disk.
 #pragma once
 
-#include "edit/operation.h"
-#include "source_check.h"
+#include "vcckit/check/source_check.h"
+#include "vcckit/edit/operation.h"
 
 #include "core/result.h"
 

@@ -1,6 +1,6 @@
 // What changes on disk, and what an earlier session left: merged with the working texts.
-#include "edit/text_edits.h"
-#include "edit/workspace_parts.h"
+#include "vcckit/edit/text_edits.h"
+#include "vcckit/edit/workspace_parts.h"
 
 #include "core/files.h"
 

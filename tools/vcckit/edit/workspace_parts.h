@@ -1,13 +1,13 @@
 // What a workspace is made of; for its own sources only.
 #pragma once
 
-#include "edit/folder_lock.h"
-#include "edit/history.h"
-#include "edit/merge.h"
-#include "edit/source_edit.h"
-#include "edit/unsaved.h"
-#include "edit/workspace.h"
-#include "new_file.h"
+#include "vcckit/edit/folder_lock.h"
+#include "vcckit/edit/history.h"
+#include "vcckit/edit/merge.h"
+#include "vcckit/edit/source_edit.h"
+#include "vcckit/edit/unsaved.h"
+#include "vcckit/edit/workspace.h"
+#include "vcckit/files/new_file.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 // The way of documents to disk.
-#include "edit/exchange.h"
-#include "edit/workspace_parts.h"
-#include "packed_screen.h"
+#include "vcckit/edit/exchange.h"
+#include "vcckit/edit/workspace_parts.h"
+#include "vcckit/source/packed_screen.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "serve/changes.h"
+#include "vcckit/serve/changes.h"
 
 #include <array>
 #include <cerrno>

@@ -1,8 +1,8 @@
-#include "serve/document_json.h"
+#include "vcckit/serve/document_json.h"
 
-#include "fault_codes.h"
-#include "fields.h"
-#include "latin1.h"
+#include "vcckit/faults/fault_codes.h"
+#include "vcckit/record/fields.h"
+#include "vcckit/text/latin1.h"
 
 #include "core/text.h"
 #include "interaction/focus.h"

@@ -1,10 +1,10 @@
 // Documents and faults as the page gets them.
 #pragma once
 
-#include "edit/describe.h"
-#include "edit/workspace.h"
-#include "report.h"
-#include "screen_source.h"
+#include "vcckit/edit/describe.h"
+#include "vcckit/edit/workspace.h"
+#include "vcckit/faults/report.h"
+#include "vcckit/source/screen_source.h"
 
 #include "screen/text_window.h"
 

@@ -1,4 +1,4 @@
-#include "serve/events.h"
+#include "vcckit/serve/events.h"
 
 namespace vcc::kit::edit {
 

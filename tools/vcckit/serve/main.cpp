@@ -1,10 +1,10 @@
 // vcckit-edit FOLDER SCREENS PORT BROWSER: the screen editor. "vcckit edit" starts it; SCREENS may be empty, BROWSER is
 // 0 or 1.
-#include "edit/unsaved.h"
-#include "serve/changes.h"
-#include "serve/server.h"
-#include "serve/session.h"
-#include "serve/start_process.h"
+#include "vcckit/edit/unsaved.h"
+#include "vcckit/serve/changes.h"
+#include "vcckit/serve/server.h"
+#include "vcckit/serve/session.h"
+#include "vcckit/serve/start_process.h"
 
 #include "core/text.h"
 #include "platform/process.h"

@@ -1,4 +1,4 @@
-#include "serve/operation_json.h"
+#include "vcckit/serve/operation_json.h"
 
 #include "core/installation.h"
 #include "screen/slot.h"

@@ -1,7 +1,7 @@
 // What the page asks for, as it arrives.
 #pragma once
 
-#include "edit/operation.h"
+#include "vcckit/edit/operation.h"
 
 #include "core/result.h"
 

@@ -1,7 +1,7 @@
-#include "serve/server.h"
+#include "vcckit/serve/server.h"
 
-#include "edit/unsaved.h"
-#include "editor_files.h"
+#include "vcckit/edit/unsaved.h"
+#include "vcckit/serve/editor_files.h"
 
 #include "core/files.h"
 

@@ -1,7 +1,7 @@
 // The editor's server: pages on this machine that know the key, and nobody else.
 #pragma once
 
-#include "serve/session.h"
+#include "vcckit/serve/session.h"
 
 #include <memory>
 #include <string>

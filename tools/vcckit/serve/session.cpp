@@ -1,8 +1,8 @@
-#include "serve/session.h"
+#include "vcckit/serve/session.h"
 #include "screen/text_window_file.h"
 
-#include "installation.h"
-#include "latin1.h"
+#include "vcckit/check/installation.h"
+#include "vcckit/text/latin1.h"
 
 #include "platform/files.h"
 

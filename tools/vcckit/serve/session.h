@@ -1,12 +1,12 @@
 // An installation in the editor: the working texts, the stage that shows them, and the renderer that draws it.
 #pragma once
 
-#include "edit/workspace.h"
-#include "render.h"
-#include "serve/answer.h"
-#include "serve/document_json.h"
-#include "serve/events.h"
-#include "serve/stage.h"
+#include "vcckit/draw/render.h"
+#include "vcckit/edit/workspace.h"
+#include "vcckit/serve/answer.h"
+#include "vcckit/serve/document_json.h"
+#include "vcckit/serve/events.h"
+#include "vcckit/serve/stage.h"
 
 #include "core/result.h"
 

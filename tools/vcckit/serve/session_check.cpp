@@ -1,8 +1,8 @@
 // Checking the whole stage behind the changes.
-#include "serve/session.h"
+#include "vcckit/serve/session.h"
 
-#include "check.h"
-#include "packed_screen.h"
+#include "vcckit/check/check.h"
+#include "vcckit/source/packed_screen.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,10 +1,10 @@
 // What the page reads: the installation, documents, pictures and sounds.
-#include "serve/session.h"
+#include "vcckit/serve/session.h"
 
-#include "fields.h"
-#include "names.h"
-#include "serve/operation_json.h"
-#include "window_fields.h"
+#include "vcckit/record/fields.h"
+#include "vcckit/record/names.h"
+#include "vcckit/record/window_fields.h"
+#include "vcckit/serve/operation_json.h"
 
 #include "cc/option_rows.h"
 #include "core/files.h"

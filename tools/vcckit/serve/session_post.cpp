@@ -1,7 +1,7 @@
 // What the page changes.
-#include "serve/operation_json.h"
-#include "serve/session.h"
-#include "serve/start_process.h"
+#include "vcckit/serve/operation_json.h"
+#include "vcckit/serve/session.h"
+#include "vcckit/serve/start_process.h"
 
 #include "platform/files.h"
 

@@ -1,8 +1,8 @@
-#include "serve/stage.h"
+#include "vcckit/serve/stage.h"
 
-#include "edit/unsaved.h"
-#include "packed_screen.h"
-#include "slot_bytes.h"
+#include "vcckit/edit/unsaved.h"
+#include "vcckit/record/slot_bytes.h"
+#include "vcckit/source/packed_screen.h"
 
 #include "core/files.h"
 #include "platform/files.h"

@@ -2,7 +2,7 @@
 // packed files of the working texts in their places.
 #pragma once
 
-#include "screen_source.h"
+#include "vcckit/source/screen_source.h"
 
 #include "core/result.h"
 

@@ -1,6 +1,6 @@
-#include "serve/start_process.h"
+#include "vcckit/serve/start_process.h"
 
-#include "child.h"
+#include "vcckit/files/child.h"
 
 #include <chrono>
 #include <csignal>

@@ -1,0 +1,251 @@
+// Slots that the program addresses by number.
+#include "vcckit/check/check.h"
+
+#include "vcckit/check/fixed_slots.h"
+#include "vcckit/record/fields.h"
+
+#include "cc/option_rows.h"
+#include "core/text.h"
+#include "screen/draw_slot.h"
+#include "text/screen_texts.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vcc::kit {
+
+namespace {
+
+enum class Form { any, selectable, field, picture, text, window };
+
+struct FixedSlot {
+    ScreenKind screen;
+    int first, count, step;
+    Form form;
+    int action;        ///< of the first, plus one for each further slot; -1: any
+    bool needs_toggle; ///< the program uses the toggle record of the same number
+    const char* role;
+};
+
+using enum ScreenKind;
+using enum FaultCode;
+constexpr int any_action = -1;
+
+constexpr FixedSlot fixed_slots[] = {
+    {options, options_slot::first_selector, 4, 1, Form::selectable, 31, true, "module selector"},
+    {options, options_slot::first_marker, 4, 1, Form::any, any_action, true, "module marker"},
+    {options, options_slot::player_name, 1, 1, Form::field, any_action, true, "player's name"},
+    {options, options_slot::ip_address, 1, 1, Form::field, any_action, true, "player's address"},
+    {options, value_button(0), value_entry_limit, 2, Form::text, any_action, true, "value button"},
+    {options, value_record(0), value_entry_limit, 2, Form::text, any_action, true, "value record"},
+    {options, options_slot::first_junction, 4, 1, Form::picture, any_action, false, "junction of the lines"},
+    {options, options_slot::loop_button, 1, 1, Form::text, 38, true, "theme loop button"},
+    {options, options_slot::connector_colours, 1, 1, Form::any, any_action, true, "colours of the lines"},
+    {options, options_slot::loop_label, 1, 1, Form::text, any_action, true, "theme loop label"},
+    {info, info_slot::first_line, explanation_lines, 1, Form::text, any_action, false, "line of the explanation"},
+    {message, message_slot::window, 1, 1, Form::window, any_action, false, "help window"},
+    {message, message_slot::first_line, message_slot::last_line - message_slot::first_line + 1, 1, Form::text,
+     any_action, false, "message line"},
+    {message, message_slot::close, 1, 1, Form::any, any_action, true, "close button"},
+    {message, message_slot::back, 1, 1, Form::any, any_action, true, "page-back button"},
+    {message, message_slot::forward, 1, 1, Form::any, any_action, true, "page-forward button"},
+};
+
+struct FixedWindow {
+    int number;
+    const char* role;
+};
+constexpr FixedWindow fixed_windows[] = {
+    {style_window, "style of highlighted frames and of shadows"},
+    {info_window, "place of the explanation"},
+    {group_window, "display and battle group"},
+    {value_window, "place of the values"},
+    {module_window, "module selector"},
+    {sound_group_window, "sound group"},
+};
+
+/// What a player must be able to do on a screen.
+struct NeededAction {
+    ScreenKind screen;
+    int action;
+    const char* what;
+};
+constexpr NeededAction needed_actions[] = {
+    {menu, 2, "enter the HQ"},           {menu, 3, "enter the Factory"}, {menu, 4, "enter the Battle module"},
+    {menu, 5, "open the options"},       {menu, 1, "leave the program"}, {options, 6, "accept the options"},
+    {options, 30, "cancel the options"},
+};
+
+bool is_gap(const Slot& slot) {
+    const auto same = [&](const Slot& other) { return std::memcmp(&slot, &other, sizeof slot) == 0; };
+    return same(gap_slot()) || same(empty_slot()) || same(Slot{});
+}
+
+/// Why a slot does not have a form; empty if it has.
+std::string fault_of_form(Form form, const Slot& slot) {
+    const bool text = slot.graphic == 0;
+    switch (form) {
+    case Form::selectable:
+        return slot.toggle == -1 ? "cannot be selected" : "";
+    case Form::field:
+        return slot.input_mode == 0 ? "is not an entry field" : slot.toggle == -1 ? "cannot be selected" : "";
+    case Form::picture:
+        return text || is_text_window(slot) ? "is not a picture slot" : "";
+    case Form::text:
+        return !text ? "is not a text slot" : "";
+    case Form::window:
+        return text || !is_text_window(slot) ? "is not a text window" : "";
+    case Form::any:
+        break;
+    }
+    return {};
+}
+
+void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step, Faults& faults) {
+    const int index = row.first + step * row.step;
+    const auto report = [&](FaultCode code, const char* field, const std::string& problem, std::string advice) {
+        faults.push_back({code, screen.slot_file, 0, index, field, std::string("the ") + row.role + " " + problem,
+                          std::move(advice)});
+    };
+    if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)])) {
+        report(fixed_slot_missing, "", "is missing", "give it this number: the program looks for it there");
+        return;
+    }
+    const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
+    if (const std::string fault = fault_of_form(row.form, slot); !fault.empty())
+        report(fixed_slot_form, "", fault, "make it one: the program looks for it at this number");
+    if (row.action != any_action && slot.action != row.action + step)
+        report(fixed_slot_action, "action", "has action " + std::to_string(slot.action),
+               "it must be " + std::to_string(row.action + step));
+    if (row.needs_toggle && !screen.toggles_lost && !screen.set.has_toggle(index))
+        report(fixed_slot_toggle, "", "has no toggle record", "add one for its other look");
+}
+
+void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
+    for (const OptionRow& row : option_rows())
+        check_fixed_slot(screen, {options, row.button, 1, 1, Form::selectable, row.step_code, true, "option button"}, 0,
+                         faults);
+}
+
+void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
+    const int index = value_record(value);
+    if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)]))
+        return; // reported with the fixed slots
+    const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
+    const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
+    const auto report = [&](FaultCode code, const char* field, const std::string& problem, std::string advice) {
+        faults.push_back({code, screen.slot_file, 0, index, field, problem, std::move(advice)});
+    };
+    if (record.action != value)
+        report(value_record_value, "action", "the record has value " + std::to_string(record.action),
+               "the record after value button " + std::to_string(value_button(value)) + " must say " +
+                   std::to_string(value));
+    if (!skipped_by_focus(record))
+        report(value_record_focus, "draw_flags",
+               "the value record takes the focus, and its value would be carried out as an action",
+               "set focus_skip: the third character of draw_flags is x");
+    const Point over = slot_position(button), under = slot_position(record);
+    if (over.x != under.x || over.y != under.y)
+        report(value_record_place, "", "the value record is not at the position of its button",
+               "the pointer would reach it beside slot " + std::to_string(value_button(value)));
+}
+
+} // namespace
+
+std::string role_of_fixed_slot(std::string_view screen, int index) {
+    const auto* const file = std::ranges::find(screen_files, screen, &ScreenFile::name);
+    if (file == screen_files.end())
+        return {};
+    for (const FixedSlot& row : fixed_slots)
+        for (int step = 0; step < row.count; ++step)
+            if (row.screen == file->kind && row.first + step * row.step == index)
+                return row.role;
+    for (const menu_slot::Preview& preview : menu_slot::previews)
+        if (file->kind == menu && preview.picture == index)
+            return "preview shown with the pointer on slot " + std::to_string(preview.slot);
+        else if (file->kind == menu && preview.slot == index)
+            return "slot on which the pointer shows preview " + std::to_string(preview.picture);
+    for (const OptionRow& row : option_rows())
+        if (file->kind == options && row.button == index)
+            return "option button";
+    return {};
+}
+
+bool is_action_of(ScreenKind screen, int action) {
+    const auto is_of_menu = [action](const NeededAction& row) { return row.screen == menu && row.action == action; };
+    constexpr int options_action = 5;
+    return screen == menu ? std::ranges::any_of(needed_actions, is_of_menu)
+                          : screen != options || action != options_action;
+}
+
+std::string role_of_fixed_window(int number) {
+    const auto* const row = std::ranges::find(fixed_windows, number, &FixedWindow::number);
+    return row == std::end(fixed_windows) ? "" : row->role;
+}
+
+void check_fixed_slots(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language) {
+        for (const FixedSlot& row : fixed_slots)
+            for (int step = 0; step < row.count && screen_of(language, row.screen).set.slot_count() > 0; ++step)
+                check_fixed_slot(screen_of(language, row.screen), row, step, faults);
+        if (screen_of(language, menu).set.slot_count() > 0)
+            for (const menu_slot::Preview& preview : menu_slot::previews)
+                check_fixed_slot(
+                    screen_of(language, menu),
+                    {menu, preview.picture, 1, 1, Form::any, any_action, false, "preview shown by the pointer"}, 0,
+                    faults);
+        if (screen_of(language, options).set.slot_count() > 0)
+            check_option_buttons(screen_of(language, options), faults);
+        for (const NeededAction& needed : needed_actions) {
+            const ScreenFiles& screen = screen_of(language, needed.screen);
+            bool found = screen.set.slots.empty();
+            for (const Slot& slot : screen.set.slots)
+                found = found || (slot.action == needed.action && slot.toggle != -1);
+            if (!found)
+                faults.push_back({action_missing, screen.slot_file, 0, -1, "action",
+                                  std::string("no slot lets the player ") + needed.what,
+                                  "give a slot action " + std::to_string(needed.action)});
+        }
+        const ScreenFiles& pages = screen_of(language, message);
+        if (language.windows_usable && !pages.set.slots.empty() && is_text_window(pages.set.slots[0])) {
+            const int window = pages.set.slots[0].graphic;
+            if (window >= 0 && window < text_window_count &&
+                language.windows_described[static_cast<std::size_t>(window)] &&
+                language.windows[static_cast<std::size_t>(window)].pixel_coords == 0)
+                faults.push_back({window_in_cells, language.window_file, 0, -1, "+" + std::to_string(window),
+                                  "the help window is placed in cells", "add w1, and give its edges in pixels"});
+        }
+    }
+    for (const LanguageFiles& language : installation.by_language) {
+        std::string missing;
+        for (const FixedWindow& window : fixed_windows)
+            if (language.windows_usable && !language.windows_described[static_cast<std::size_t>(window.number)])
+                missing += (missing.empty() ? "+" : ", +") + std::to_string(window.number);
+        if (!missing.empty())
+            faults.push_back({window_missing, language.window_file, 0, -1, missing,
+                              missing.find(',') == std::string::npos ? "is missing" : "are missing",
+                              "describe it: the program uses its position"});
+    }
+}
+
+void check_values(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language) {
+        const ScreenFiles& screen = screen_of(language, options);
+        for (int value = 0; value < value_entry_limit; ++value)
+            check_pair(screen, value, faults);
+        for (int index = 0; index < screen.set.slot_count(); ++index) {
+            const OptionRow* row = row_of_choose_code(screen.set.slots[static_cast<std::size_t>(index)].action);
+            if (!row || (index >= value_button(0) && index <= value_record(value_entry_limit - 1)))
+                continue;
+            const int values = row->labels.empty() ? value_entry_limit : row->labels.count;
+            const bool has_record = screen.set.has_slot(index + 1);
+            const int value = has_record ? screen.set.slots[static_cast<std::size_t>(index) + 1].action : -1;
+            if (value < 0 || value >= values)
+                faults.push_back({value_button_alone, screen.slot_file, 0, index, "action",
+                                  "the value button has no value record after it",
+                                  "the next record's action must be 0 to " + std::to_string(values - 1)});
+        }
+    }
+}
+
+} // namespace vcc::kit

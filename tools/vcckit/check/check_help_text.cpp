@@ -1,0 +1,102 @@
+// Checks a help file line by line for what the program cuts or misreads.
+#include "vcckit/check/check.h"
+
+#include "core/installation.h"
+#include "core/lines.h"
+#include "core/text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+#include <set>
+#include <string>
+
+namespace vcc::kit {
+
+namespace {
+
+using enum FaultCode;
+
+/// The labels of header lines in order; the numbers of further pages follow the first.
+struct HeaderRow {
+    std::string_view labels;
+    std::string_view what;
+};
+constexpr HeaderRow headers[] = {{"p", "number of pages"}, {"f", "font"},    {"c", "text colour"},
+                                 {"w", "window colour"},   {"hs", "shadow"}, {"st", "sound"},
+                                 {"x", "column"},          {"y", "row"}};
+constexpr HeaderRow further_page{"nq", "number of a further page"};
+
+/// Follows the header lines of each entry, whose order alone matters to the program.
+class HeaderWalk {
+public:
+    void begin(std::string_view line) {
+        entry_ = std::string(line);
+        row_ = 0;
+        further_ = 0;
+        done_ = false;
+    }
+
+    /// What is wrong with a line; empty if nothing is, or if it does not belong to a header.
+    std::string take(std::string_view line) {
+        if (done_ || line.empty() || line[0] == '-' || line[0] == '#') {
+            done_ = true;
+            return {};
+        }
+        const HeaderRow& row = further_ > 0 ? further_page : headers[row_];
+        const bool fits = row.labels.find(static_cast<char>(std::tolower(static_cast<unsigned char>(line[0])))) !=
+                          std::string_view::npos;
+        if (!fits) {
+            done_ = true; // the lines after it are out of order, too
+            return "\"" + std::string(line) + "\" stands where the " + std::string(row.what) + " is read";
+        }
+        if (further_ > 0)
+            --further_;
+        else if (row_++ == 0)
+            further_ = std::clamp(to_number(line.substr(1)) - 1, 0, 8);
+        done_ = further_ == 0 && row_ == std::size(headers);
+        return {};
+    }
+
+    const std::string& entry() const { return entry_; }
+
+private:
+    std::string entry_;
+    std::size_t row_ = 0;
+    int further_ = 0; ///< pages whose numbers are still missing
+    bool done_ = true;
+};
+
+/// Whether a text line begins without the character that the program drops.
+bool loses_its_first_letter(std::string_view line) {
+    return line.size() > 1 && (std::isalnum(static_cast<unsigned char>(line[1])) != 0 || line[1] < 0);
+}
+
+} // namespace
+
+void check_help_text(const std::string& path, std::string_view text, Faults& faults) {
+    LineReader lines(text);
+    std::set<std::string> told; ///< entries that lose letters
+    HeaderWalk header;
+    while (const auto line = lines.next()) {
+        const int number = lines.line_number();
+        if (line->starts_with('+')) {
+            header.begin(*line);
+            continue;
+        }
+        if (line->starts_with('-') && line->size() > help_line_length)
+            faults.push_back({help_line_cut, path, number, -1, header.entry(),
+                              "the text is " + std::to_string(line->size() - 2) + " characters long, " +
+                                  std::to_string(help_line_length - 2) + " are shown",
+                              "break the line earlier"});
+        if (line->starts_with('-') && loses_its_first_letter(*line) && told.insert(header.entry()).second)
+            faults.push_back({help_letter, path, number, -1, header.entry(),
+                              "\"" + std::string(*line) + "\" is shown without its first letter",
+                              "put a blank after the -: the program drops two characters"});
+        if (std::string problem = header.take(*line); !problem.empty())
+            faults.push_back({help_header, path, number, -1, header.entry(), std::move(problem),
+                              "header lines are p, n for each further page, f, c, w, h, s, x, y, in this order"});
+    }
+}
+
+} // namespace vcc::kit

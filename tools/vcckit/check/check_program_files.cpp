@@ -1,0 +1,145 @@
+// Pictures, films, modules, keyboard mappings and other files with fixed names.
+#include "vcckit/check/check.h"
+
+#include "vcckit/check/config_walk.h"
+#include "vcckit/media/pictures.h"
+
+#include "core/files.h"
+#include "core/installation.h"
+#include "platform/avi.h"
+#include "platform/files.h"
+#include "platform/shared_library.h"
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+
+namespace vcc::kit {
+
+namespace {
+
+using enum FaultCode;
+
+struct PictureRow {
+    std::string path;
+    int min_width, min_height, max_width, max_height;
+};
+
+std::vector<PictureRow> picture_rows() {
+    std::vector<PictureRow> rows;
+    rows.reserve(path::backgrounds.size() + 1);
+    for (const char* background : path::backgrounds)
+        rows.push_back({with_slashes(background), layout_width, layout_height, layout_width, layout_height});
+    rows.push_back({std::string(path::pointer_folder) + path::pointer_file, 1, 1, 64, 64});
+    return rows;
+}
+std::string fault_of_size(const PictureRow& row, const BITMAP& bitmap) {
+    if (bitmap.w >= row.min_width && bitmap.w <= row.max_width && bitmap.h >= row.min_height &&
+        bitmap.h <= row.max_height)
+        return {};
+    return "is " + std::to_string(bitmap.w) + " x " + std::to_string(bitmap.h) + " pixels";
+}
+
+void check_picture_file(const PictureRow& row, Faults& faults) {
+    const PictureCheck picture = check_picture(row.path);
+    const std::string fault = picture.fault.empty() ? fault_of_size(row, *picture.bitmap) : picture.fault;
+    const FaultCode code = picture.fault.empty() ? FaultCode::picture_size : picture.code;
+    if (fault.empty())
+        return;
+    faults.push_back({code, row.path, 0, -1, "", fault,
+                      row.min_width == row.max_width
+                          ? "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"
+                          : "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
+    faults.back().nearest = picture.nearest;
+}
+
+std::int64_t file_size(const std::string& path) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(platform::system_path(platform::resolve_path(path)), error);
+    return error ? 0 : static_cast<std::int64_t>(size);
+}
+
+/// Size of the file according to its RIFF header; 0 from programs that do not write it.
+std::int64_t announced_size(const std::string& path) {
+    std::array<unsigned char, 8> header{};
+    std::ifstream file(platform::system_path(platform::resolve_path(path)), std::ios::binary);
+    if (!file.read(reinterpret_cast<char*>(header.data()), header.size()))
+        return 0;
+    const std::int64_t rest = header[4] | header[5] << 8 | header[6] << 16 | std::int64_t{header[7]} << 24;
+    return rest + static_cast<std::int64_t>(header.size());
+}
+
+void check_film(const char* path, Faults& faults) {
+    if (!platform::file_exists(path)) {
+        faults.push_back({file_missing, path, 0, -1, "", "does not exist",
+                          "add the film: without it the log has an entry at every start"});
+        return;
+    }
+    if (announced_size(path) > file_size(path))
+        faults.push_back({file_cut, path, 0, -1, "", "is truncated", "create the file again"});
+    const auto film = platform::open_avi(platform::resolve_path(path)).film;
+    const platform::AviFrame* frame = film ? film->frame_at(0) : nullptr;
+    if (!frame)
+        faults.push_back(
+            {film_unreadable, path, 0, -1, "", "cannot be shown", "it must be an AVI film with a video stream"});
+    else if (frame->width > layout_width || frame->height > layout_height)
+        faults.push_back({film_size, path, 0, -1, "",
+                          "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
+                          "make it 800 x 600 pixels: only its middle is shown"});
+}
+
+void check_presence(const std::string& path, const char* advice, Faults& faults) {
+    if (!platform::file_exists(path))
+        faults.push_back({file_missing, path, 0, -1, "", "does not exist", advice});
+}
+
+/// Inspects the module's bytes without loading it, which would run its code.
+void check_module(const std::string& name, Faults& faults) {
+    constexpr std::size_t size_limit = 256u << 20;
+    const std::string path = platform::module_file_name(name);
+    check_presence(path, "add the game module, or the player cannot start it", faults);
+    const auto bytes = read_file(path, size_limit);
+    if (!bytes)
+        return;
+    if (!bytes->starts_with(platform::module_file_magic()))
+        faults.push_back({module_unfit, path, 0, -1, "", "is not a library of this system", "build the module again"});
+    else if (bytes->find(std::string(1, '\0') + name + '\0') == std::string::npos)
+        faults.push_back(
+            {module_unfit, path, 0, -1, name, "has no such entry", "sdk/veldor_module.h declares the entries"});
+}
+
+/// An empty mapping means the library's own. Reports only the first fault: a wrong file has one in every line.
+void check_keyboard(const std::string& path, Faults& faults) {
+    check_presence(path, "add the keyboard mapping, or its layout does not work", faults);
+    const auto text = read_file(path);
+    if (!text)
+        return;
+    Faults found;
+    walk_config(path, *text, found, [&](const ConfigEntry& entry) {
+        if (!entry.key.empty() && !entry.section.empty() && !whole_number(entry.value))
+            found.push_back({keyboard_mapping, path, entry.line, -1, entry.key,
+                             "\"" + entry.value + "\" is not a number", "keys have the codes of characters"});
+    });
+    if (!found.empty())
+        faults.push_back(found.front());
+}
+
+} // namespace
+
+void check_program_files(Installation&, Faults& faults) {
+    for (const PictureRow& row : picture_rows())
+        check_picture_file(row, faults);
+    for (const Film& film : films)
+        check_film(film.path, faults);
+    for (const char* module : module_names)
+        check_module(module, faults);
+    for (const std::string_view keyboard : path::keyboards)
+        check_keyboard(std::string(keyboard), faults);
+    check_presence(with_slashes(path::manual), "add the manual, or the player cannot open it", faults);
+    if (!file_exists(path::log_folder, FA_DIREC | FA_ARCH | FA_RDONLY | FA_HIDDEN, nullptr))
+        faults.push_back({log_folder_missing, path::log_folder, 0, -1, "", "is missing",
+                          "create the folder: the program cannot write its log without it"});
+}
+
+} // namespace vcc::kit

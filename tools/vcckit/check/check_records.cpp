@@ -1,0 +1,350 @@
+// Checks every record of every slot and toggle file, alone and against what its numbers refer to.
+#include "vcckit/check/check.h"
+
+#include "vcckit/check/fixed_slots.h"
+#include "vcckit/record/fields.h"
+#include "vcckit/record/names.h"
+
+#include "cc/option_rows.h"
+#include "core/text.h"
+#include "display/buffers.h"
+#include "interaction/focus.h"
+#include "screen/colours.h"
+#include "screen/draw_slot.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace vcc::kit {
+
+namespace {
+
+using enum FaultCode;
+
+/// A record with everything that a check may need, and a shortcut to report faults.
+struct Subject {
+    const Installation& installation;
+    const LanguageFiles& language;
+    const ScreenFiles& screen;
+    const Slot& slot;
+    int index;
+    bool is_toggle;
+    Faults& faults;
+
+    bool is_text() const { return slot.graphic == 0; }
+    bool is_window() const { return slot.graphic != 0 && is_text_window(slot); }
+    bool is_picture() const { return slot.graphic != 0 && !is_text_window(slot); }
+    std::string_view text() const { return text_of(slot.text); }
+
+    void report(FaultCode code, std::string field, std::string problem, std::string advice) const {
+        faults.push_back({code, is_toggle ? screen.toggle_file : screen.slot_file, 0, index, std::move(field),
+                          std::move(problem), std::move(advice)});
+    }
+};
+
+std::string number(long long value) {
+    return std::to_string(value);
+}
+
+void check_font(const Subject& at) {
+    if (at.is_text() && (at.slot.font < 0 || at.slot.font >= font_count))
+        at.report(font_unknown, "font", "there is no font " + number(at.slot.font), "fonts are 0 to 10");
+}
+
+void check_colours(const Subject& at) {
+    if (!at.is_text())
+        return;
+    if (!is_colour(at.slot.fore_colour))
+        at.report(colour_unknown, "fore_colour", "there is no colour " + number(at.slot.fore_colour),
+                  "colours are 0 to 255");
+    if (!is_colour(at.slot.back_colour))
+        at.report(colour_unknown, "back_colour", "there is no colour " + number(at.slot.back_colour),
+                  "colours are 0 to 255");
+    if (const int shadow = to_number(text_of(at.slot.sound_flags)); has_shadow(at.slot) && !is_colour(shadow))
+        at.report(colour_unknown, "sound_flags", "there is no shadow colour " + number(shadow), "colours are 0 to 255");
+}
+
+void check_place(const Subject& at) {
+    if (!at.is_text())
+        return;
+    if ((at.slot.dest_x == 0) != (at.slot.dest_y == 0)) {
+        at.report(half_a_place, at.slot.dest_x == 0 ? "dest_x" : "dest_y", "is 0, so the other one is ignored",
+                  "set both, or neither and use column and row");
+        return;
+    }
+    if (at.slot.dest_x != 0)
+        return;
+    const int columns = layout_width / cell_width(at.slot.font), rows = layout_height / cell_height(at.slot.font);
+    if (at.slot.column < 0 || at.slot.column >= columns)
+        at.report(outside_grid, "column", number(at.slot.column) + " is outside the grid",
+                  "font " + number(at.slot.font) + " has columns 0 to " + number(columns - 1));
+    if (at.slot.row < 0 || at.slot.row >= rows)
+        at.report(outside_grid, "row", number(at.slot.row) + " is outside the grid",
+                  "font " + number(at.slot.font) + " has rows 0 to " + number(rows - 1));
+}
+
+void check_toggle(const Subject& at) {
+    if (at.slot.toggle < -1)
+        at.report(toggle_unknown, "toggle", number(at.slot.toggle) + " means nothing",
+                  "-1 is inert, 0 plain, above 0 highlighted");
+    if (at.is_toggle || at.slot.toggle <= 0 || at.screen.toggles_lost)
+        return;
+    const int looks = at.slot.input_mode == 0 ? at.index : at.slot.toggle;
+    if (!at.screen.set.has_toggle(looks))
+        at.report(highlight_missing, "toggle",
+                  "there is no toggle record " + number(looks) + " with its highlighted look",
+                  "add the record, or set toggle to 0");
+}
+
+void check_activated(const Subject& at) {
+    if (!at.is_toggle && !at.screen.toggles_lost && at.slot.activated != 0 &&
+        !at.screen.set.has_toggle(at.slot.activated))
+        at.report(pressed_missing, "activated",
+                  "there is no toggle record " + number(at.slot.activated) + " with its pressed look",
+                  "add the record, or set activated to 0");
+}
+
+void check_buffer(const Subject& at) {
+    const bool background =
+        at.index == 0 && !at.is_toggle && at.screen.kind != ScreenKind::info && at.screen.kind != ScreenKind::message;
+    if ((!background && !at.is_picture()) || !at.installation.listed_buffers)
+        return;
+    const auto found = at.installation.buffers.find(at.slot.buffer);
+    const bool made = at.slot.buffer >= window_copy_buffer && at.slot.buffer < graphic_buffer_count;
+    if (found == at.installation.buffers.end()) {
+        if (!made)
+            at.report(buffer_empty, "buffer", "no picture is loaded into buffer " + number(at.slot.buffer),
+                      "tools/vcc.buf lists the pictures");
+        return;
+    }
+    const BITMAP* const picture = found->second.get();
+    if (!picture)
+        return; // reported where the list is checked
+    if (background && (picture->w < layout_width || picture->h < layout_height))
+        at.report(background_small, "buffer",
+                  "the background in buffer " + number(at.slot.buffer) + " is smaller than the screen",
+                  "it must be 800 x 600 pixels");
+    if (!at.is_picture())
+        return;
+    if (at.slot.src_x < 0 || at.slot.box_width <= at.slot.src_x || at.slot.box_width > picture->w)
+        at.report(piece_outside, "src_x, box_width",
+                  "columns " + number(at.slot.src_x) + " to " + number(at.slot.box_width) + " are outside the picture",
+                  "it is " + number(picture->w) + " pixels wide; box_width is the right edge, exclusive");
+    if (at.slot.src_y < 0 || at.slot.box_height <= at.slot.src_y || at.slot.box_height > picture->h)
+        at.report(piece_outside, "src_y, box_height",
+                  "rows " + number(at.slot.src_y) + " to " + number(at.slot.box_height) + " are outside the picture",
+                  "it is " + number(picture->h) + " pixels high; box_height is the bottom edge, exclusive");
+}
+
+void check_window(const Subject& at) {
+    if (!at.is_window() || !at.language.windows_usable)
+        return;
+    const int window = at.slot.graphic;
+    if (window < 0 || window >= text_window_count || !at.language.windows_described[static_cast<std::size_t>(window)])
+        at.report(window_unknown, "graphic", "there is no text window " + number(window),
+                  "describe it in " + at.language.window_file);
+}
+
+void check_sounds(const Subject& at) {
+    const auto check = [&](const char* field, int sound) {
+        if (at.installation.listed_sounds && sound != 0 &&
+            (sound < 0 || sound >= first_theme_entry || !at.installation.sounds.contains(sound)))
+            at.report(sound_unknown, field, "there is no sound " + number(sound),
+                      "tools/vcc.snd lists the sounds; 0 is none");
+    };
+    check("sound", at.slot.sound);
+    if (!at.is_toggle)
+        check("sound_act", at.slot.sound_act);
+    const Field& time = *find_number_field("display_time");
+    if (at.slot.display_time < time.min || at.slot.display_time > time.max)
+        at.report(press_time, "display_time",
+                  number(at.slot.display_time) + " tenths of a second are no duration of a pressed look",
+                  range_of(time));
+}
+
+/// Whether the player can press a slot. The program shows some that the file hides.
+bool can_be_pressed(ScreenKind kind, const Slot& slot, int index) {
+    constexpr int paging_back = 33, paging_forward = 35;
+    if (skipped_by_focus(slot))
+        return false;
+    if (kind == ScreenKind::message)
+        return index == 13 || index == paging_back || index == paging_forward;
+    return slot.toggle != -1 && !is_hidden(slot);
+}
+
+bool is_value_record(const Subject& at) {
+    return at.screen.kind == ScreenKind::options && at.index >= value_record(0) &&
+           at.index <= value_record(value_entry_limit - 1) && at.index % 2 == value_record(0) % 2;
+}
+
+/// The program gives it the action of its option.
+bool is_value_button(const Subject& at) {
+    return at.screen.kind == ScreenKind::options && at.index >= value_button(0) &&
+           at.index <= value_button(value_entry_limit - 1);
+}
+
+void check_action(const Subject& at) {
+    if (at.is_toggle || at.slot.toggle == -1 || at.screen.kind == ScreenKind::message || is_value_record(at))
+        return;
+    const auto name = name_of_number(Meaning::action, at.slot.action);
+    if (!name)
+        at.report(action_unknown, "action", "there is no action " + number(at.slot.action),
+                  "docs/formats.md lists the actions");
+    else if (at.slot.action == 0 && at.slot.input_mode == 0 && !is_value_button(at) &&
+             can_be_pressed(at.screen.kind, at.slot, at.index))
+        at.report(action_none, "action", "the button does nothing", "give it an action, or toggle = \"inert\"");
+    else if (at.slot.action != 0 && !is_action_of(at.screen.kind, at.slot.action))
+        at.report(action_elsewhere, "action", "\"" + *name + "\" is an action of another screen",
+                  "docs/formats.md lists the actions of each");
+}
+
+void check_extent(const Subject& at) {
+    if (is_hidden(at.slot) || at.is_window() || !at.installation.fonts)
+        return;
+    Rect area = slot_rect(at.slot);
+    if (at.is_text()) {
+        std::string text(at.text());
+        trim_right(text);
+        area.x2 = area.x1 + text_width(at.slot.font, text);
+        if (at.slot.box_width > 0 && at.slot.box_height > 0) {
+            area.x2 = std::max(area.x2, area.x1 + at.slot.box_width);
+            area.y2 = area.y1 + at.slot.box_height;
+        } else if (text.empty() && at.slot.input_mode == 0) {
+            return;
+        }
+    }
+    if (area.x1 < 0 || area.x2 > layout_width || area.y1 < 0 || area.y2 > layout_height)
+        at.report(outside_screen, "",
+                  "extends outside the screen: " + number(area.x1) + "," + number(area.y1) + " to " + number(area.x2) +
+                      "," + number(area.y2),
+                  "the screen is 800 x 600 pixels");
+}
+
+void check_text(const Subject& at) {
+    if (!at.is_text() || at.slot.font < 0 || at.slot.font >= font_count || !at.installation.fonts)
+        return;
+    std::string text(at.text());
+    trim_right(text);
+    const int width = text_width(at.slot.font, text);
+    if (at.slot.box_width > 0 && width > at.slot.box_width)
+        at.report(text_wide, "text",
+                  "\"" + text + "\" is " + number(width) + " pixels wide, its box " + number(at.slot.box_width),
+                  "shorten the text or widen the box");
+    if (at.slot.input_mode == 0 || at.is_toggle)
+        return;
+    if (at.slot.box_width == 0)
+        at.report(field_without_box, "box_width", "an entry field without a box cannot be edited", "give it a width");
+    if (at.slot.size < 1 || at.slot.size > static_cast<int>(sizeof at.slot.text) - 1)
+        at.report(field_size, "size", "a field cannot hold " + number(at.slot.size) + " characters", "1 to 90");
+    else if (at.slot.size * cell_width(at.slot.font) > at.slot.box_width)
+        at.report(field_wide, "size", number(at.slot.size) + " characters are wider than the box",
+                  "widen the box to " + number(long{at.slot.size} * cell_width(at.slot.font)) + " pixels");
+}
+
+bool has_box(const Slot& slot) {
+    return slot.box_width > 0 && slot.box_height > 0;
+}
+
+void check_look(const Subject& at) {
+    if (!at.is_text())
+        return;
+    if (std::ranges::any_of(at.text(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }))
+        at.report(text_control, "text", "has a line feed or another control character", "a text is one line");
+    const bool shows_text = at.slot.input_mode != 0 || at.text().find_first_not_of(' ') != std::string_view::npos;
+    if (!shows_text || !has_box(at.slot) || at.slot.font < 0 || at.slot.font >= font_count)
+        return;
+    if (at.installation.fonts && cell_height(at.slot.font) > at.slot.box_height)
+        at.report(text_tall, "box_height",
+                  "the text is " + number(cell_height(at.slot.font)) + " pixels high, its box " +
+                      number(at.slot.box_height),
+                  "make the box as high as the font");
+    if (at.slot.fore_colour == at.slot.back_colour)
+        at.report(text_unseen, "fore_colour", "the text has the colour of its box",
+                  "change fore_colour or back_colour");
+}
+
+void check_ends(const Subject& at) {
+    for (const Field& field : text_fields())
+        if (bytes_of(at.slot, field).back() != '\0')
+            at.report(text_unended, std::string(field.name), "has no terminating zero",
+                      std::to_string(field.size - 1) + " characters fit; shorten it");
+    if (!at.is_toggle && at.slot.help_number < 0)
+        at.report(help_negative, "help_number", "there is no help entry " + number(at.slot.help_number), "0 is none");
+}
+
+constexpr void (*record_checks[])(const Subject&) = {
+    check_font,   check_colours, check_place,  check_toggle, check_activated, check_buffer, check_window,
+    check_sounds, check_action,  check_extent, check_text,   check_look,      check_ends,
+};
+
+/// Names are often the same in all languages; texts of two or more words rarely are.
+bool has_two_words(std::string_view text) {
+    const auto is_letter = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0 || c < 0; };
+    int words = 0;
+    bool inside = false;
+    for (const char c : text) {
+        words += !inside && is_letter(c) ? 1 : 0;
+        inside = is_letter(c);
+    }
+    return words > 1;
+}
+
+} // namespace
+
+void check_records_of(const Installation& installation, const LanguageFiles& language, const ScreenFiles& screen,
+                      Faults& faults) {
+    for (const bool toggles : {false, true}) {
+        const std::vector<Slot>& records = toggles ? screen.set.toggles : screen.set.slots;
+        for (std::size_t i = 0; i < records.size(); ++i)
+            for (const auto check : record_checks)
+                check({installation, language, screen, records[i], static_cast<int>(i), toggles, faults});
+    }
+}
+
+void check_translation_of(const ScreenFiles& first, const ScreenFiles& other, Faults& faults) {
+    const auto& slots = other.set.slots;
+    for (std::size_t i = 0; i < std::min(first.set.slots.size(), slots.size()); ++i) {
+        const std::string_view text = text_of(slots[i].text);
+        if (slots[i].graphic == 0 && text == text_of(first.set.slots[i].text) && has_two_words(text))
+            faults.push_back({text_untranslated, other.slot_file, 0, static_cast<int>(i), "text",
+                              "\"" + std::string(text) + "\" is the text of both languages", "translate it"});
+    }
+}
+
+void check_records(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language)
+        for (std::size_t i = 0; i < language.windows.size() && installation.listed_sounds; ++i)
+            if (const int sound = language.windows[i].open_sound;
+                language.windows_described[i] && sound != 0 && !installation.sounds.contains(sound))
+                faults.push_back({sound_unknown, language.window_file, 0, -1,
+                                  "+" + number(static_cast<long long>(i)) + ": o", "there is no sound " + number(sound),
+                                  "tools/vcc.snd lists the sounds; 0 is none"});
+    for (const LanguageFiles& language : installation.by_language)
+        for (const ScreenFiles& screen : language.screens)
+            check_records_of(installation, language, screen, faults);
+}
+
+void check_overlaps_of(const ScreenFiles& screen, Faults& faults) {
+    const std::vector<Slot>& slots = screen.set.slots;
+    for (int i = 0; i < screen.set.slot_count(); ++i) {
+        for (int j = i + 1; j < screen.set.slot_count(); ++j) {
+            const Slot &a = slots[static_cast<std::size_t>(i)], &b = slots[static_cast<std::size_t>(j)];
+            if (!can_be_pressed(screen.kind, a, i) || !can_be_pressed(screen.kind, b, j))
+                continue;
+            const Rect one = slot_rect(a), other = slot_rect(b);
+            if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
+                faults.push_back({slots_overlap, screen.slot_file, 0, i, "", "overlaps slot " + number(j),
+                                  "move one of them: where they overlap, the pointer reaches only the first"});
+        }
+    }
+}
+
+void check_overlaps(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language)
+        for (const ScreenFiles& screen : language.screens)
+            check_overlaps_of(screen, faults);
+}
+
+} // namespace vcc::kit

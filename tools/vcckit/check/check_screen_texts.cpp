@@ -1,0 +1,92 @@
+// Files that translate texts of the screens: unknown numbers, and texts that do not fit.
+#include "vcckit/check/check.h"
+
+#include "cc/option_rows.h"
+#include "core/installation.h"
+#include "screen/draw_slot.h"
+#include "text/fonts.h"
+#include "text/screen_texts.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace vcc::kit {
+
+namespace {
+
+using enum FaultCode;
+
+struct Place {
+    ScreenKind screen;
+    int slot;
+    int window; ///< the text ends where this text window ends
+};
+
+/// Where a text is written; nothing if not into a slot of these screens.
+std::optional<Place> place_of(int number) {
+    namespace first = screen_text_number;
+    if (number >= first::explanations)
+        return Place{ScreenKind::info, info_slot::first_line + (number - first::explanations) % info_slot::line_count,
+                     info_window};
+    if (number == first::loop_all || number == first::loop_one)
+        return Place{ScreenKind::options, options_slot::loop_label, value_window};
+    for (const OptionRow& row : option_rows()) {
+        const int value = number - (row.labels.empty() ? first::themes : row.labels.first);
+        if (value >= 0 && value < (row.labels.empty() ? value_entry_limit : row.labels.count))
+            return Place{ScreenKind::options, value_button(value), value_window};
+    }
+    return std::nullopt;
+}
+
+int right_edge(const LanguageFiles& language, int window) {
+    const TextWindow& at = language.windows[static_cast<std::size_t>(window)];
+    return at.pixel_coords ? at.right : at.right * cell_width(at.font);
+}
+
+/// Pixels by which a text is too wide; nothing if it fits or its place is unknown.
+std::optional<int> missing_room(const LanguageFiles& language, const Place& place, const std::string& text) {
+    const SlotSet& set = screen_of(language, place.screen).set;
+    if (!language.windows_usable || !set.has_slot(place.slot))
+        return std::nullopt;
+    const Slot& slot = set.slots[static_cast<std::size_t>(place.slot)];
+    const int room = slot.box_width > 0 ? slot.box_width : right_edge(language, place.window) - slot_position(slot).x;
+    const int width = text_width(slot.font, text);
+    return width > room ? std::optional(width - room) : std::nullopt;
+}
+
+void check_text(const LanguageFiles& language, const std::string& file, const Translation& text, Faults& faults) {
+    const auto report = [&](FaultCode code, std::string problem, const char* advice) {
+        faults.push_back({code, file, text.line, -1, "+" + std::to_string(text.number), std::move(problem), advice});
+    };
+    if (!is_screen_text(text.number)) {
+        report(screen_text_number, "there is no such text", "docs/formats.md lists the numbers");
+        return;
+    }
+    if (text.text.size() > screen_text_length)
+        report(screen_text_long, "has " + std::to_string(text.text.size()) + " characters", "89 are shown");
+    const std::optional<Place> place = place_of(text.number);
+    if (const auto missing = place ? missing_room(language, *place, text.text) : std::nullopt)
+        report(program_text_wide, "\"" + text.text + "\" is " + std::to_string(*missing) + " pixels too wide",
+               "shorten it");
+}
+
+} // namespace
+
+void check_screen_texts(Installation& installation, Faults& faults) {
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        const std::string file =
+            "tools/language/" + std::string(languages[i].folder) + "/txt/" + std::string(languages[i].screen_texts);
+        const auto& text = installation.text_file(file);
+        if (!text)
+            continue; // it is optional
+        std::set<int> seen;
+        for (const Translation& translation : read_translations(*text)) {
+            check_text(installation.by_language[i], file, translation, faults);
+            if (!seen.insert(translation.number).second)
+                faults.push_back({screen_text_twice, file, translation.line, -1,
+                                  "+" + std::to_string(translation.number), "is given twice", "the last one counts"});
+        }
+    }
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,255 @@
+// Help pages, texts that the program writes, and comparison of both languages.
+#include "vcckit/check/check.h"
+
+#include "vcckit/check/fixed_slots.h"
+#include "vcckit/record/fields.h"
+
+#include "cc/option_rows.h"
+#include "core/lines.h"
+#include "core/text.h"
+#include "display/buffers.h"
+#include "interaction/help_file.h"
+#include "screen/colours.h"
+#include "screen/draw_slot.h"
+#include "text/fonts.h"
+#include "text/screen_texts.h"
+
+#include <algorithm>
+
+namespace vcc::kit {
+
+namespace {
+
+using enum FaultCode;
+
+int line_of_entry(const std::string& text, int number) {
+    LineReader lines(text);
+    while (const auto line = lines.next())
+        if (line->starts_with('+') && to_number(*line) == number)
+            return lines.line_number();
+    return 0;
+}
+
+class HelpCheck {
+public:
+    HelpCheck(const Installation& installation, const LanguageFiles& language, Faults& faults)
+        : installation_(installation), language_(language), faults_(faults) {}
+
+    void look_at(const ScreenFiles& screen, int index) {
+        const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
+        if (slot.help_number <= 0)
+            return;
+        const auto report = [&](FaultCode code, const char* field, std::string problem, std::string advice) {
+            faults_.push_back({code, screen.slot_file, 0, index, field, std::move(problem), std::move(advice)});
+        };
+        const std::string path = with_slashes(text_of(slot.help_file));
+        const auto& text = installation_.text_file(path);
+        if (!text) {
+            if (!missing_.insert({screen.slot_file, path}).second)
+                return;
+            report(file_missing, "help_file", path.empty() ? "no help file is named" : path + " cannot be read",
+                   "name a help file, or set help_number to 0");
+            return;
+        }
+        if (read_.insert(path).second)
+            check_help_text(path, *text, faults_);
+        const auto entry = read_help_entry(*text, slot.help_number);
+        if (!entry)
+            report(help_missing, "help_number", path + " has no entry " + std::to_string(slot.help_number),
+                   "add the entry, or set help_number to 0");
+        else if (seen_.insert({path, slot.help_number}).second)
+            look_at_entry(path, *text, *entry);
+    }
+
+private:
+    void report(FaultCode code, const std::string& path, const std::string& text, int number, std::string problem,
+                std::string advice) {
+        faults_.push_back({code, path, line_of_entry(text, number), -1, "+" + std::to_string(number),
+                           std::move(problem), std::move(advice)});
+    }
+
+    void look_at_entry(const std::string& path, const std::string& text, const HelpEntry& entry) {
+        const int number = entry.pages.front();
+        if (!entry.complete)
+            report(help_unended, path, text, number, "its text runs to the end of the file",
+                   "end it with a line # or the next entry");
+        if (entry.lines.empty())
+            report(help_empty, path, text, number, "has no text", "after seven header lines, text lines begin with -");
+        if (entry.font < 0 || entry.font >= font_count)
+            report(help_value, path, text, number, "there is no font " + std::to_string(entry.font),
+                   "fonts are 0 to 10");
+        for (const int colour : {entry.text_colour, entry.shadow_colour})
+            if (!is_colour(colour))
+                report(help_value, path, text, number, "there is no colour " + std::to_string(colour),
+                       "colours are 0 to 255");
+        if (!is_colour(entry.window_colour))
+            report(help_value, path, text, number, "there is no window colour " + std::to_string(entry.window_colour),
+                   "colours are 0 to 255");
+        if (entry.text_colour == entry.window_colour)
+            report(help_unseen, path, text, number, "its text has the colour of its window", "change C or W");
+        if (installation_.listed_sounds && entry.sound != 0 && !installation_.sounds.contains(entry.sound))
+            report(help_value, path, text, number, "there is no sound " + std::to_string(entry.sound),
+                   "tools/vcc.snd lists the sounds; 0 is none");
+        look_at_lines(path, text, number, entry, entry.lines);
+        for (const int page : entry.pages) {
+            if (page == number)
+                continue;
+            const auto lines = read_help_page(text, page);
+            if (lines)
+                look_at_lines(path, text, page, entry, *lines);
+            else
+                report(help_page_missing, path, text, number,
+                       "page " + std::to_string(page) + " is missing or has no text",
+                       "add the entry, or correct the page count");
+        }
+    }
+
+    void look_at_lines(const std::string& path, const std::string& text, int number, const HelpEntry& entry,
+                       const std::vector<std::string>& lines) {
+        const Rect inside = window();
+        const int x = column_x(entry.font, entry.column);
+        const int bottom = (entry.row + static_cast<int>(lines.size())) * cell_height(entry.font);
+        if (x < inside.x1 || entry.row * cell_height(entry.font) < inside.y1)
+            report(help_outside, path, text, number, "its text begins outside the help window",
+                   "columns and rows are cells of its font");
+        if (bottom > inside.y2)
+            report(help_outside, path, text, number, "its text extends below the help window", "begin another page");
+        for (const std::string& line : lines)
+            if (x + text_width(entry.font, line) > inside.x2) {
+                report(help_outside, path, text, number, "\"" + line + "\" is wider than the help window",
+                       "break the line earlier");
+                break;
+            }
+    }
+
+    Rect window() const {
+        const ScreenFiles& pages = screen_of(language_, ScreenKind::message);
+        const int number = pages.set.slots.empty() ? -1 : pages.set.slots[0].graphic;
+        if (number < 0 || number >= text_window_count || !language_.windows_described[static_cast<std::size_t>(number)])
+            return {0, 0, layout_width, layout_height}; // reported where the windows are checked
+        const TextWindow& at = language_.windows[static_cast<std::size_t>(number)];
+        return {at.left, at.top, at.right, at.bottom};
+    }
+
+    const Installation& installation_;
+    const LanguageFiles& language_;
+    Faults& faults_;
+    std::set<std::string> read_;
+    std::set<std::pair<std::string, int>> seen_;
+    std::set<std::pair<std::string, std::string>> missing_; ///< reported once per screen
+};
+
+void check_label(const ScreenFiles& screen, int index, std::string_view label, int right, Faults& faults) {
+    if (!screen.set.has_slot(index))
+        return;
+    const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
+    const int width = text_width(slot.font, label);
+    const int room = slot.box_width > 0 ? slot.box_width : right - slot_position(slot).x;
+    if (width > room)
+        faults.push_back({program_text_wide, screen.slot_file, 0, index, "",
+                          "the program writes \"" + std::string(label) + "\" here: " + std::to_string(width) +
+                              " pixels, there is room for " + std::to_string(room),
+                          "move it, or use a smaller font"});
+}
+
+int right_edge(const LanguageFiles& language, int window) {
+    const TextWindow& at = language.windows[static_cast<std::size_t>(window)];
+    return at.pixel_coords ? at.right : at.right * cell_width(at.font);
+}
+
+/// Fields that must be the same in all languages, because they say what a slot does.
+constexpr std::string_view common_fields[] = {"input_mode", "toggle",      "activated", "graphic",
+                                              "action",     "help_number", "sound",     "sound_act"};
+
+void compare_records(const std::vector<Slot>& first, const std::vector<Slot>& other, const std::string& file,
+                     Faults& faults) {
+    for (std::size_t i = 0; i < std::min(first.size(), other.size()); ++i)
+        for (const std::string_view name : common_fields) {
+            const Field* field = find_number_field(name);
+            const int one = first[i].*field->member, two = other[i].*field->member;
+            if (one != two)
+                faults.push_back({languages_differ, file, 0, static_cast<int>(i), std::string(name),
+                                  "is " + std::to_string(two) + ", in the other language " + std::to_string(one),
+                                  "languages may differ only in texts and positions"});
+        }
+}
+
+void compare_counts(std::size_t first, std::size_t other, const std::string& file, const char* what, Faults& faults) {
+    if (first != other && first != 0 && other != 0)
+        faults.push_back(
+            {counts_differ, file, 0, -1, "",
+             "has " + std::to_string(other) + " " + what + ", the other language has " + std::to_string(first),
+             "pack both languages from one source"});
+}
+
+} // namespace
+
+void check_help(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language) {
+        HelpCheck check(installation, language, faults);
+        for (const ScreenFiles& screen : language.screens)
+            for (int index = 0; index < screen.set.slot_count(); ++index)
+                check.look_at(screen, index);
+    }
+}
+
+void check_program_texts(Installation& installation, Faults& faults) {
+    for (const LanguageFiles& language : installation.by_language) {
+        const ScreenFiles& screen = screen_of(language, ScreenKind::options);
+        if (!language.windows_usable)
+            continue;
+        const int value_edge = right_edge(language, value_window);
+        for (int value = 0; value < value_entry_limit; ++value) {
+            std::string_view widest;
+            for (const OptionRow& row : option_rows())
+                if (!row.labels.empty() && value < row.offered && value_label(row, value).size() > widest.size())
+                    widest = value_label(row, value);
+            if (const auto name = installation.theme_names.find(value);
+                name != installation.theme_names.end() && name->second.size() > widest.size())
+                widest = name->second;
+            check_label(screen, value_button(value), widest, value_edge, faults);
+        }
+        const ScreenFiles& info = screen_of(language, ScreenKind::info);
+        const int info_edge = right_edge(language, info_window);
+        for (int number = 0; number <= static_cast<int>(Row::loop_theme); ++number) {
+            const std::optional<int> first = explanation_of(Row{number});
+            for (int line = 0; first && line < explanation_lines; ++line)
+                check_label(info, line + 1, screen_text(*first + line), info_edge, faults);
+        }
+    }
+}
+
+void check_languages(Installation& installation, Faults& faults) {
+    const LanguageFiles& first = installation.by_language.front();
+    for (const LanguageFiles& other : installation.by_language) {
+        for (std::size_t kind = 0; kind < screen_files.size(); ++kind) {
+            const ScreenFiles &a = first.screens[kind], &b = other.screens[kind];
+            compare_counts(a.set.slots.size(), b.set.slots.size(), b.slot_file, "slots", faults);
+            compare_counts(a.set.toggles.size(), b.set.toggles.size(), b.toggle_file, "toggle records", faults);
+            if (&first != &other)
+                check_translation_of(a, b, faults);
+            compare_records(a.set.slots, b.set.slots, b.slot_file, faults);
+            compare_records(a.set.toggles, b.set.toggles, b.toggle_file, faults);
+        }
+        std::string alone;
+        for (int window = 0; window < text_window_count; ++window)
+            if (const auto at = static_cast<std::size_t>(window);
+                first.windows_usable && other.windows_usable && role_of_fixed_window(window).empty() &&
+                first.windows_described[at] != other.windows_described[at])
+                alone += (alone.empty() ? "+" : ", +") + std::to_string(window);
+        if (!alone.empty())
+            faults.push_back({window_missing, other.window_file, 0, -1, alone,
+                              alone.find(',') == std::string::npos ? "is described in one language only"
+                                                                   : "are described in one language only",
+                              "describe it in both"});
+        if (!installation.text_file(first.message_file) || !installation.text_file(other.message_file))
+            continue; // reported where the files are read
+        std::vector<int> missing;
+        std::ranges::set_symmetric_difference(first.messages, other.messages, std::back_inserter(missing));
+        for (const int message : missing)
+            faults.push_back({message_missing, other.message_file, 0, -1, "+" + std::to_string(message),
+                              "exists in one language only", "add it to both"});
+    }
+}
+
+} // namespace vcc::kit

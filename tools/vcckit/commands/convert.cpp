@@ -1,0 +1,179 @@
+// The command convert: what each input becomes under which name, and reporting it.
+#include "vcckit/media/convert.h"
+#include "vcckit/check/installation.h"
+#include "vcckit/commands/commands.h"
+#include "vcckit/files/new_file.h"
+
+#include "platform/files.h"
+#include "platform/letter_case.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+
+#include <unistd.h>
+
+namespace vcc::kit {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t listed_name_limit = 20; ///< characters of a file name in the sound set-up
+
+struct TargetRow {
+    MediaKind kind;
+    const char* ending;
+};
+constexpr TargetRow targets[] = {{MediaKind::picture, ".pcx"}, {MediaKind::sound, ".wav"}, {MediaKind::film, ".avi"}};
+
+struct Job {
+    Media source;
+    std::string target;
+    MediaKind kind = MediaKind::none; ///< of the target
+};
+
+void complain(const std::string& text) {
+    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
+}
+
+const TargetRow* row_of_ending(const std::string& ending) {
+    for (const TargetRow& row : targets)
+        if (platform::same_but_for_case(ending, row.ending))
+            return &row;
+    return nullptr;
+}
+
+/// The name with another extension: "theme.ogg" becomes "theme.wav".
+std::optional<Job> job_of(const std::string& source, const std::string& output) {
+    std::string fault;
+    const auto media = read_media(source, fault);
+    if (!media) {
+        complain(source + ": " + fault);
+        return std::nullopt;
+    }
+    Job job{*media, output, media->kind};
+    std::error_code error;
+    const bool into_folder = fs::is_directory(platform::system_path(output), error);
+    if (output.empty() || into_folder) {
+        const fs::path folder =
+            into_folder ? platform::system_path(output) : platform::system_path(source).parent_path();
+        for (const TargetRow& row : targets)
+            if (row.kind == job.kind)
+                job.target = platform::name_of(folder / platform::system_path(source).stem()) + row.ending;
+    } else if (const TargetRow* row = row_of_ending(platform::name_of(platform::system_path(output).extension()))) {
+        job.kind = row->kind;
+    } else {
+        complain(output + ": is not a folder, and does not end in .pcx, .wav or .avi");
+        return std::nullopt;
+    }
+    if (fs::equivalent(platform::system_path(source), platform::system_path(job.target), error)) {
+        complain(source + ": would be replaced by its own conversion: give another name with -o");
+        return std::nullopt;
+    }
+    if (job.kind == MediaKind::film && media->kind == MediaKind::picture) {
+        complain(source + ": is a picture, not a film");
+        return std::nullopt;
+    }
+    return job;
+}
+
+/// Checks before the first conversion that all inputs are usable and no two become the same file.
+std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources, const std::string& output) {
+    std::error_code error;
+    if (sources.size() > 1 && !output.empty() && !fs::is_directory(platform::system_path(output), error)) {
+        complain(output + ": is not a folder, and one file cannot hold " + std::to_string(sources.size()));
+        return std::nullopt;
+    }
+    std::vector<Job> jobs;
+    bool sound = true;
+    for (const std::string& source : sources) {
+        std::optional<Job> job = job_of(source, output);
+        sound = sound && job;
+        for (const Job& other : jobs) {
+            if (job && other.target == job->target) {
+                complain(source + ": would become " + job->target + ", as " + other.source.path + " does");
+                sound = false;
+            }
+        }
+        if (job)
+            jobs.push_back(std::move(*job));
+    }
+    return sound ? std::optional(std::move(jobs)) : std::nullopt;
+}
+
+/// A progress line on a terminal; nothing elsewhere.
+class ProgressLine {
+public:
+    ProgressLine(std::size_t number, std::size_t count, const std::string& name)
+        : begin_("[" + std::to_string(number) + "/" + std::to_string(count) + "] " + name) {
+        show(0);
+    }
+    ~ProgressLine() {
+        if (wanted_)
+            std::fputs("\r\x1b[K", stderr);
+    }
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+
+    void show(double share) {
+        const int percent = static_cast<int>(std::min(share, 1.0) * 100);
+        if (!wanted_ || percent == shown_)
+            return;
+        shown_ = percent;
+        std::fprintf(stderr, "\r\x1b[K%s %d %%", begin_.c_str(), percent);
+        std::fflush(stderr);
+    }
+
+private:
+    bool wanted_ = ::isatty(STDERR_FILENO) != 0;
+    int shown_ = -1;
+    std::string begin_;
+};
+
+Conversion convert(const Job& job, const ConvertRequest& request, const Progress& progress) {
+    switch (job.kind) {
+    case MediaKind::picture:
+        return convert_picture(job.source, job.target, request.bits);
+    case MediaKind::film:
+        return convert_film(job.source, job.target, progress);
+    case MediaKind::sound:
+    case MediaKind::none:
+        break;
+    }
+    return convert_sound(job.source, job.target, request.loop, progress);
+}
+
+} // namespace
+
+int run_convert(const std::vector<std::string>& sources, const ConvertRequest& request) {
+    const InterruptionGuard guard;
+    const Library library; // reads the sounds whose seam is checked
+    const auto jobs = jobs_of(sources, request.output);
+    if (!jobs)
+        return exit_unusable;
+    int status = exit_clean;
+    for (std::size_t i = 0; i < jobs->size() && !interrupted(); ++i) {
+        const Job& job = (*jobs)[i];
+        Conversion done;
+        {
+            ProgressLine line(i + 1, jobs->size(), job.source.path);
+            done = convert(job, request, [&](double share) { line.show(share); });
+        }
+        if (interrupted())
+            break;
+        if (!done.fault.empty()) {
+            complain(job.source.path + ": " + done.fault +
+                     (done.seam ? ": without --loop it is converted anyway" : ""));
+            status = std::max(status, done.seam ? exit_faults : exit_unusable);
+            continue;
+        }
+        std::printf("%s: %s\n", job.target.c_str(), done.what.c_str());
+        if (job.kind == MediaKind::sound &&
+            platform::name_of(platform::system_path(job.target).filename()).size() > listed_name_limit)
+            complain(job.target + ": tools/vcc.snd takes names of at most 20 characters");
+    }
+    return status;
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,245 @@
+// The commands pack and unpack: screen sources to slot and toggle files, and back.
+#include "vcckit/commands/commands.h"
+
+#include "vcckit/check/installation.h"
+#include "vcckit/check/source_check.h"
+#include "vcckit/faults/silence.h"
+#include "vcckit/files/file_set.h"
+#include "vcckit/files/watch.h"
+#include "vcckit/source/packed_screen.h"
+#include "vcckit/source/unpack.h"
+
+#include "core/files.h"
+#include "platform/files.h"
+#include "platform/letter_case.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <set>
+
+#include <unistd.h>
+
+namespace vcc::kit {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void complain(const std::string& text) {
+    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
+}
+
+Result<std::string> read_bytes(const std::string& path) {
+    auto bytes = read_file(path);
+    if (!bytes)
+        complain(path + " " + bytes.reason());
+    return bytes;
+}
+
+struct Source {
+    std::string file, text;
+};
+
+/// Checks all sources with the fonts of the installation.
+std::vector<SourceCheck> check_all(const std::vector<Source>& sources, const PackRequest& request,
+                                   std::set<FaultCode> ignored) {
+    const platform::FolderVisit visit(request.installation);
+    const Library library;
+    const SourceRules rules{request.any_name, load_measuring_fonts(), std::move(ignored)};
+    std::vector<SourceCheck> checked;
+    checked.reserve(sources.size());
+    for (const Source& source : sources)
+        checked.push_back(check_source(source.file, source.text, rules));
+    return checked;
+}
+
+void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
+    const bool colours = wants_colours(stderr);
+    std::size_t sum = 0;
+    for (std::size_t i = 0; i < checked.size(); ++i)
+        for (const Fault& fault : checked[i].faults) {
+            std::fprintf(stderr, "%s\n%s", text_of_fault(fault, colours).c_str(),
+                         excerpt_of_fault(fault, sources[i].text, colours).c_str());
+            ++sum;
+        }
+    if (sum > 0)
+        std::fprintf(stderr, "%zu %s; nothing is written. \"vcckit explain CODE\" tells more.\n", sum,
+                     sum == 1 ? "fault" : "faults");
+}
+
+/// Reports sources for the same screen; true if there are none.
+bool makes_each_screen_once(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
+    for (std::size_t i = 0; i < checked.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            if (const Screen& one = checked[i].screen, &other = checked[j].screen;
+                platform::same_but_for_case(one.name, other.name) &&
+                (!one.language || !other.language || one.language == other.language)) {
+                complain(sources[i].file + ": makes the same screen as " + sources[j].file);
+                return false;
+            }
+    return true;
+}
+
+int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
+    std::vector<Source> sources;
+    for (const std::string& file : request.sources) {
+        auto text = read_bytes(file);
+        if (!text)
+            return exit_unusable;
+        sources.push_back({file, std::move(*text)});
+    }
+    if (!is_installation(request.installation)) {
+        complain(
+            request.installation +
+            (fs::exists(platform::system_path(request.installation)) ? " is not an installation" : " does not exist") +
+            ": it has no tools/language.ini, tools/vcc.buf or data/configs/vcc.cfg");
+        return exit_unusable;
+    }
+    const std::vector<SourceCheck> checked = check_all(sources, request, ignored);
+    if (!makes_each_screen_once(checked, sources))
+        return exit_unusable;
+    Faults faults;
+    for (const SourceCheck& each : checked)
+        faults.insert(faults.end(), each.faults.begin(), each.faults.end());
+    const InterruptionGuard guard; // removes files that are not yet in place
+    FileSet files;
+    std::vector<std::string> written;
+    std::string reason;
+    for (std::size_t i = 0; i < checked.size() && faults.empty() && reason.empty(); ++i)
+        reason = write_packed_screen(checked[i].screen, request.installation, files, written);
+    if (interrupted())
+        return exit_unusable;
+    if (reason.empty() && faults.empty())
+        reason = files.commit();
+    if (!reason.empty()) {
+        complain(reason);
+        return exit_unusable;
+    }
+    if (request.json)
+        std::fputs(json_of_faults(faults, "installation", request.installation, written).c_str(), stdout);
+    else
+        tell(checked, sources);
+    for (const std::string& name : written)
+        if (!request.json && !request.quiet)
+            std::printf("wrote %s\n", platform::name_of(platform::system_path(request.installation) / name).c_str());
+    return faults.empty() ? exit_clean : exit_faults;
+}
+
+/// The source of a screen in a folder "screens" within or beside its installation.
+std::optional<std::string> source_beside(const fs::path& slot_file, const std::string& name) {
+    const fs::path installation = fs::absolute(slot_file).parent_path() / "../../..";
+    for (const char* folder : {"screens", "../screens"}) {
+        const auto text = read_file(platform::name_of((installation / folder / (name + ".toml")).lexically_normal()));
+        if (text)
+            return *text;
+    }
+    return std::nullopt;
+}
+
+/// The fonts for the source, which may align texts.
+bool describes_with_fonts(const std::string& source, const Screen& screen, const fs::path& slot_file) {
+    const platform::FolderVisit visit(
+        platform::name_of((fs::absolute(slot_file).parent_path() / "../../..").lexically_normal()));
+    const Library library;
+    return describes(source, screen, load_measuring_fonts() ? measure_of_loaded_fonts() : TextMeasure{});
+}
+
+/// The language that the name of a slot file begins with.
+std::optional<std::size_t> language_of(const std::string& slot_file) {
+    const std::string name = platform::name_of(platform::system_path(slot_file).filename());
+    for (std::size_t i = 0; i < languages.size(); ++i)
+        if (platform::same_but_for_case(name.substr(0, languages[i].prefix.size()), languages[i].prefix))
+            return i;
+    return std::nullopt;
+}
+
+/// Empty if a source cannot describe it.
+std::string screen_name(const std::string& slot_file) {
+    std::string name = platform::name_of(platform::system_path(slot_file).stem());
+    if (const auto language = language_of(slot_file))
+        name.erase(0, languages[*language].prefix.size());
+    return is_screen_name(name) ? name : "";
+}
+
+/// Whether a file may be replaced: there is none, or it says the same.
+bool may_be_replaced(const std::string& output, const std::string& source) {
+    return !platform::file_exists(output) || read_file(output).value_or("") == source;
+}
+
+} // namespace
+
+int run_pack(const PackRequest& request) {
+    std::set<FaultCode> ignored;
+    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty()) {
+        complain("--ignore: there is no fault " + unknown + "; \"vcckit explain\" lists the codes");
+        return exit_unusable;
+    }
+    if (!request.watch)
+        return pack_once(request, ignored);
+    watch(request.sources, [&] { pack_once(request, ignored); });
+}
+
+/// Whether the output is one of the inputs.
+bool is_unpacked(const std::string& output, const std::vector<std::string>& files) {
+    std::error_code error; // a missing file is not an input
+    return std::ranges::any_of(files, [&](const std::string& file) {
+        const fs::path slots = platform::system_path(file), written = platform::system_path(output);
+        return fs::equivalent(written, slots, error) ||
+               fs::equivalent(written, fs::path(slots).replace_extension(".tgl"), error);
+    });
+}
+
+/// The files in the order of the languages; a file whose name says none counts as it is given.
+std::string sort_by_language(std::vector<std::string>& files) {
+    if (files.size() < 2 || !language_of(files[0]) || !language_of(files[1]))
+        return {};
+    if (language_of(files[0]) == language_of(files[1]))
+        return files[0] + " and " + files[1] + ": are of the same language";
+    std::ranges::sort(files, {}, language_of);
+    return {};
+}
+
+int run_unpack(std::vector<std::string> files, const std::string& output, bool force) {
+    if (std::string fault = sort_by_language(files); !fault.empty()) {
+        complain(fault);
+        return exit_unusable;
+    }
+    if (is_unpacked(output, files)) {
+        complain(output + ": would be replaced by its own source: give another name with -o");
+        return exit_unusable;
+    }
+    Screen screen;
+    screen.name = screen_name(files.front());
+    if (files.size() == 1)
+        screen.language = language_of(files.front());
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        auto records = read_packed_records(files[std::min(i, files.size() - 1)]);
+        if (!records) {
+            complain(records.reason());
+            return exit_unusable;
+        }
+        screen.records[i] = std::move(*records);
+    }
+    if (const std::string difference = difference_of_structure(screen); !difference.empty()) {
+        complain(difference + ": unpack each file by itself");
+        return exit_unusable;
+    }
+    // A source beside the screen keeps names and comments.
+    std::string source = source_beside(platform::system_path(files.front()), screen.name).value_or("");
+    if (source.empty() || !describes_with_fonts(source, screen, platform::system_path(files.front())))
+        source = write_screen_source(screen);
+    if (output.empty() || output == "-")
+        return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;
+    if (!force && !may_be_replaced(output, source)) {
+        complain(output + ": exists, and says something else: --force replaces it");
+        return exit_unusable;
+    }
+    const std::string reason = write_whole_file(output, source);
+    if (!reason.empty())
+        complain(reason);
+    return reason.empty() ? exit_clean : exit_unusable;
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,55 @@
+#include "vcckit/draw/render.h"
+#include "vcckit/draw/rgb_picture.h"
+
+#include <png.h>
+
+#include <cstdlib>
+
+namespace vcc::kit {
+
+RgbPicture rgb_of(BITMAP& bitmap) {
+    RgbPicture picture{bitmap.w, bitmap.h, {}};
+    const int depth = bitmap_color_depth(&bitmap);
+    picture.rgb.resize(static_cast<std::size_t>(bitmap.w) * static_cast<std::size_t>(bitmap.h) * 3);
+    std::uint8_t* part = picture.rgb.data();
+    for (int y = 0; y < bitmap.h; ++y) {
+        for (int x = 0; x < bitmap.w; ++x) {
+            const int pixel = getpixel(&bitmap, x, y);
+            *part++ = static_cast<std::uint8_t>(getr_depth(depth, pixel));
+            *part++ = static_cast<std::uint8_t>(getg_depth(depth, pixel));
+            *part++ = static_cast<std::uint8_t>(getb_depth(depth, pixel));
+        }
+    }
+    return picture;
+}
+
+double share_alike(const RgbPicture& one, const RgbPicture& other) {
+    constexpr int near = 10; // differences that 15 bits lose
+    if (one.width != other.width || one.height != other.height || one.rgb.empty())
+        return 0;
+    std::size_t alike = 0;
+    for (std::size_t at = 0; at + 2 < one.rgb.size(); at += 3)
+        alike += std::abs(one.rgb[at] - other.rgb[at]) <= near &&
+                         std::abs(one.rgb[at + 1] - other.rgb[at + 1]) <= near &&
+                         std::abs(one.rgb[at + 2] - other.rgb[at + 2]) <= near
+                     ? 1
+                     : 0;
+    return static_cast<double>(alike) * 3 / static_cast<double>(one.rgb.size());
+}
+
+std::string png_bytes(const RgbPicture& picture) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(picture.width);
+    image.height = static_cast<png_uint_32>(picture.height);
+    image.format = PNG_FORMAT_RGB;
+    std::string bytes;
+    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+    bytes.resize(size);
+    if (png_image_write_to_memory(&image, bytes.data(), &size, 0, picture.rgb.data(), 0, nullptr) == 0)
+        return {};
+    bytes.resize(size);
+    return bytes;
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,212 @@
+#include "vcckit/draw/render.h"
+
+#include "vcckit/draw/pilot.h"
+#include "vcckit/draw/program_values.h"
+#include "vcckit/draw/render_steps.h"
+#include "vcckit/draw/silent_sound.h"
+
+#include "cc/load.h"
+#include "cc/screens.h"
+#include "cc/sets.h"
+#include "core/files.h"
+#include "core/installation.h"
+#include "core/log.h"
+#include "core/text.h"
+#include "display/buffers.h"
+#include "display/graphics_mode.h"
+#include "interaction/focus.h"
+#include "platform/latin1.h"
+#include "screen/status_line.h"
+#include "settings/values.h"
+#include "sound/music.h"
+#include "sound/sound.h"
+#include "text/fonts.h"
+#include "text/language.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace vcc::kit {
+
+namespace {
+
+/// The buffers that screens are drawn on or copied to.
+constexpr std::array changing_buffers{screen_buffer, window_copy_buffer, help_save_buffer, info_copy_buffer,
+                                      text_copy_buffer};
+
+/// Stands in for the display; removed before the library shuts down.
+class StandInDisplay {
+public:
+    explicit StandInDisplay(BITMAP* picture) {
+        if (picture)
+            clear_bitmap(picture);
+        screen = picture;
+    }
+    ~StandInDisplay() { screen = nullptr; }
+    StandInDisplay(const StandInDisplay&) = delete;
+    StandInDisplay& operator=(const StandInDisplay&) = delete;
+};
+
+/// The settings of the installation, without the file: no change of the program reaches it.
+void take_settings(int depth) {
+    const std::string text = platform::latin1_from_utf8(read_file(path::settings).value_or(""));
+    set_config_data((text + "\n").c_str(), static_cast<int>(text.size()) + 1);
+    write_number("bitmap_depth", depth_setting(depth).value_or(0));
+    mode_range = screen_mode_range = ModeRange{stored_number("screen_mode_range")};
+    if (mode_range < ModeRange::full_screen_only || mode_range > ModeRange::both)
+        mode_range = screen_mode_range = ModeRange::both;
+    fullscreen = windowed;
+    depth_class = depth_flags(depth);
+}
+
+BitmapPtr copy_of(BITMAP* bitmap) {
+    BitmapPtr copy(bitmap ? create_bitmap(bitmap->w, bitmap->h) : nullptr);
+    if (copy)
+        blit(bitmap, copy.get(), 0, 0, 0, 0, bitmap->w, bitmap->h);
+    return copy;
+}
+
+/// Pressed looks only take time.
+void hurry(SlotSet& set) {
+    for (Slot& slot : set.slots)
+        slot.display_time = 0;
+}
+
+std::vector<SeenSlot> seen_slots(const SlotSet& set) {
+    std::vector<SeenSlot> seen;
+    for (const Slot& slot : set.slots) {
+        if (!is_selectable(slot) || is_hidden(slot))
+            continue;
+        const Point place = place_in(slot);
+        const std::string_view text = slot.graphic == 0 ? text_of(slot.text) : text_of(slot.name);
+        seen.push_back({static_cast<int>(&slot - set.slots.data()), place.x, place.y, slot.action, slot.help_number,
+                        std::string(text)});
+    }
+    return seen;
+}
+
+} // namespace
+
+struct Renderer::Kept {
+    Copies<program_values> before; ///< as a picture finds them
+    Copies<sound_values> after_sounds;
+    BitmapPtr display;
+    std::array<BitmapPtr, changing_buffers.size()> as_loaded;
+    bool fonts = false, sounds = false, pictures = false;
+};
+
+Renderer::Renderer() : kept_(std::make_unique<Kept>(Kept{program_values(), {}, {}, {}})) {}
+
+Renderer::~Renderer() {
+    set_status_target(nullptr);
+    free_cc_slot_sets();
+    stop_music();
+    forget();
+    program_values() = kept_->before;
+}
+
+void Renderer::forget() {
+    sound_on = 1; // or nothing is released
+    release_sound();
+    for (SoundEntry& entry : sound_entries)
+        entry = {};
+    release_graphic_buffers();
+    for (BitmapPtr& buffer : kept_->as_loaded)
+        buffer.reset();
+    kept_->fonts = kept_->sounds = kept_->pictures = false;
+}
+
+BITMAP* Renderer::buffer(int number) const {
+    const auto* const changing = std::ranges::find(changing_buffers, number);
+    if (changing == changing_buffers.end())
+        return graphic_buffer(number);
+    return kept_->as_loaded[static_cast<std::size_t>(changing - changing_buffers.begin())].get();
+}
+
+void Renderer::load_sounds_once() {
+    if (!kept_->sounds) {
+        install_silent_sound();
+        load_sounds(); // a failure leaves an installation without sound
+        kept_->after_sounds = sound_values();
+        kept_->sounds = true;
+    }
+    sound_values() = kept_->after_sounds;
+}
+
+std::string Renderer::load_pictures_once() {
+    const auto buffer = [](int number) -> BitmapPtr& { return graphic_buffers[static_cast<std::size_t>(number)]; };
+    if (!kept_->pictures && !load_pictures())
+        return "the pictures of tools/vcc.buf cannot be loaded, or buffer 0 is missing or small";
+    for (std::size_t i = 0; i < changing_buffers.size(); ++i) {
+        BitmapPtr& as_loaded = kept_->as_loaded[i];
+        BITMAP* const used = buffer(changing_buffers[i]).get();
+        if (!kept_->pictures)
+            as_loaded = copy_of(used);
+        else if (as_loaded && used)
+            blit(as_loaded.get(), used, 0, 0, 0, 0, used->w, used->h);
+    }
+    kept_->pictures = true;
+    return {};
+}
+
+/// What a pass of the program loads; the reason of a failure, or nothing.
+std::string Renderer::load(const RenderRequest& request) {
+    program_values() = kept_->before;
+    module_prefix = "vcckit ";
+    take_settings(request.depth);
+    load_language_files(static_cast<int>(request.language) + 1);
+    if (!kept_->fonts && !load_font_files())
+        return "the fonts cannot be loaded";
+    kept_->fonts = true;
+    load_sounds_once();
+    std::string fault;
+    load_screens({.failed =
+                      [&](LoadFailure failure) {
+                          fault = failure == LoadFailure::screens ? "the slot files cannot be loaded"
+                                                                  : "the text windows cannot be loaded";
+                      },
+                  .before_pictures = {}});
+    return fault.empty() ? load_pictures_once() : fault;
+}
+
+BitmapPtr Renderer::draw(const RenderRequest& request, std::string& fault) {
+    set_status_target(nullptr);
+    stop_music();
+    fault = load(request);
+    if (fault.empty())
+        fault = fault_of(request);
+    if (!fault.empty())
+        return nullptr;
+    hurry(menu_set);
+    hurry(options_set);
+    if (!kept_->display)
+        kept_->display.reset(create_bitmap(layout_width, layout_height));
+    const StandInDisplay display(kept_->display.get());
+    BITMAP* const target = graphic_buffer(screen_buffer);
+    std::vector<Step> steps = steps_of(request, target);
+    if (request.screen == RenderedScreen::message)
+        for (Slot& slot : menu_set.slots)
+            slot.help_number = 0; // the page then says that there is no help
+    set_status_target(target);
+    place_status_line();
+    Pilot pilot(std::move(steps));
+    run_cc_screens(target);
+    BitmapPtr picture = pilot.take_picture();
+    if (!picture)
+        fault = "the screen ends by itself; vcckit check tells why";
+    return picture;
+}
+
+std::optional<SeenScreen> Renderer::see(const RenderRequest& request, std::string& fault) {
+    const BitmapPtr picture = draw(request, fault);
+    if (!picture)
+        return std::nullopt;
+    return SeenScreen{rgb_of(*picture), seen_slots(request.screen == RenderedScreen::options ? options_set : menu_set)};
+}
+
+BitmapPtr render_screen(const RenderRequest& request, std::string& fault) {
+    return Renderer().draw(request, fault);
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,43 @@
+// Converts pictures, sounds and films of other formats to those of the control centre.
+#pragma once
+
+#include "vcckit/media/media.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vcc::kit {
+
+/// Red, green, blue and opacity of every pixel, 0 to 255 each, line by line from the top.
+struct Image {
+    int width = 0, height = 0; ///< pixels
+    std::vector<std::uint8_t> rgba;
+};
+
+/// The bytes of a PCX file with `bits` (8 or 24) per pixel. Pixels less than half opaque become magenta, the
+/// transparent colour; opaque colours that 15 or 16 bits would turn into it are changed slightly. With 8 bits a picture
+/// of too many colours gets the best 255. Pure.
+std::string pcx_bytes(const Image& image, int bits);
+
+/// The result of a conversion. Without a fault the target has been written, and `what` describes it.
+struct Conversion {
+    std::string fault{}; ///< "is damaged or truncated"; the target is then unchanged
+    std::string what{};  ///< "800 x 600 pixels of 24 bits"
+    bool seam = false;   ///< the fault is the seam of a loop
+};
+
+/// Called with the share that is done, 0 to 1.
+using Progress = std::function<void(double share)>;
+
+/// `bits` are 8 or 24.
+Conversion convert_picture(const Media& media, const std::string& target, int bits);
+
+/// To 16-bit PCM, mono or stereo. Refuses a `loop` whose end does not run into its beginning.
+Conversion convert_sound(const Media& media, const std::string& target, bool loop, const Progress& progress);
+
+/// To a silent AVI film of at most 800 x 600 pixels.
+Conversion convert_film(const Media& media, const std::string& target, const Progress& progress);
+
+} // namespace vcc::kit

@@ -1,0 +1,84 @@
+#include "vcckit/media/convert.h"
+
+#include "vcckit/files/new_file.h"
+#include "vcckit/media/themes.h"
+
+#include "core/log.h"
+
+#include <algorithm>
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr int lowest_rate = 1000, highest_rate = 192000, usual_rate = 48000;
+constexpr int sample_size = 2;
+constexpr std::size_t size_limit = (std::size_t{1} << 31) - 1024; ///< bytes of sound; safe for a WAV header
+
+std::string wav_header(std::size_t size, int rate, int channels) {
+    std::string bytes;
+    const auto add = [&](std::string_view name, std::size_t number, int count) {
+        bytes += name;
+        for (int i = 0; i < count; ++i)
+            bytes += static_cast<char>(number >> 8 * i & 0xFF);
+    };
+    const auto frame = static_cast<std::size_t>(channels * sample_size), frames = static_cast<std::size_t>(rate);
+    add("RIFF", 36 + size, 4);
+    add("WAVEfmt ", 16, 4);
+    add("", 1, 2); // PCM
+    add("", static_cast<std::size_t>(channels), 2);
+    add("", frames, 4);
+    add("", frames * frame, 4);
+    add("", frame, 2);
+    add("", 16, 2); // bits of a sample
+    add("data", size, 4);
+    return bytes;
+}
+
+} // namespace
+
+Conversion convert_sound(const Media& media, const std::string& target, bool loop, const Progress& progress) {
+    if (media.sound < 0)
+        return {"has no sound"};
+    if (is_cut(media.path)) // FFmpeg accepts truncated files
+        return {"is truncated"};
+    const int rate = media.rate >= lowest_rate && media.rate <= highest_rate ? media.rate : usual_rate;
+    const int channels = std::clamp(media.channels, 1, 2);
+    const double second = double{sample_size} * rate * channels; // bytes
+    NewFile file(target);
+    std::size_t size = 0;
+    const auto write = [&](std::string_view bytes) { return file.write(bytes.data(), bytes.size()); };
+    const auto begin = [&] {
+        return std::fseek(file.stream(), 0, SEEK_SET) == 0 && write(wav_header(size, rate, channels));
+    };
+    if (!file.stream() || !begin()) // again when the length is known
+        return {file.reason()};
+    Conversion done;
+    done.fault = run_ffmpeg(media, media.sound,
+                            "-f s16le -c:a pcm_s16le -ac " + std::to_string(channels) + " -ar " + std::to_string(rate),
+                            "pipe:1", false, [&](std::string_view piece) {
+                                size += piece.size();
+                                if (media.seconds > 0)
+                                    progress(static_cast<double>(size) / second / media.seconds);
+                                return size <= size_limit && write(piece);
+                            });
+    if (size > size_limit)
+        done.fault = "is too long for a WAV file";
+    else if (done.fault.empty() && size == 0)
+        done.fault = "has no sound";
+    else if (done.fault.empty())
+        begin() && file.flush();
+    if (!file.reason().empty())
+        done.fault = file.reason();
+    done.what =
+        format_text("%.1f s of %d Hz, %s", static_cast<double>(size) / second, rate, channels == 1 ? "mono" : "stereo");
+    if (done.fault.empty() && loop) {
+        done.fault = loop_fault(file.temporary_name());
+        done.seam = !done.fault.empty();
+    }
+    if (done.fault.empty() && !interrupted() && !file.commit())
+        done.fault = file.reason();
+    return done;
+}
+
+} // namespace vcc::kit

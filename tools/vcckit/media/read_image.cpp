@@ -1,0 +1,113 @@
+#include "vcckit/media/read_image.h"
+
+#include "core/files.h"
+#include "display/picture.h"
+
+#include <png.h>
+
+#include <memory>
+#include <string_view>
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr std::size_t channels = 4;
+
+std::size_t pixel_count(int width, int height) {
+    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+}
+
+bool fits(std::int64_t width, std::int64_t height, std::string& fault) {
+    if (width >= 1 && width <= picture_limit && height >= 1 && height <= picture_limit)
+        return true;
+    fault = "has " + std::to_string(width) + " x " + std::to_string(height) +
+            " pixels, and the program takes at most " + std::to_string(picture_limit) + " a side";
+    return false;
+}
+
+std::optional<Image> read_png(std::string_view bytes, std::string& fault) {
+    png_image png{};
+    png.version = PNG_IMAGE_VERSION;
+    const std::unique_ptr<png_image, decltype(&png_image_free)> owned(&png, png_image_free);
+    fault = "is damaged or truncated";
+    if (png_image_begin_read_from_memory(&png, bytes.data(), bytes.size()) == 0 || !fits(png.width, png.height, fault))
+        return std::nullopt;
+    png.format = PNG_FORMAT_RGBA;
+    Image image{static_cast<int>(png.width), static_cast<int>(png.height), {}};
+    image.rgba.resize(pixel_count(image.width, image.height) * channels);
+    if (png_image_finish_read(&png, nullptr, image.rgba.data(), 0, nullptr) == 0)
+        return std::nullopt;
+    fault.clear();
+    return image;
+}
+
+/// A PCX picture with an alpha plane, which no other reader here supports.
+std::optional<Image> read_pcx_of_four_planes(std::string_view file, std::string& fault) {
+    constexpr std::uint8_t run_mark = 0xC0;
+    const std::span bytes(reinterpret_cast<const std::uint8_t*>(file.data()), file.size());
+    const PictureHeader header = read_picture_header(bytes);
+    if (!fits(header.width, header.height, fault))
+        return std::nullopt;
+    Image image{header.width, header.height, {}};
+    image.rgba.resize(pixel_count(image.width, image.height) * channels);
+    const auto width = static_cast<std::size_t>(header.width);
+    std::size_t at = picture_header_size;
+    int run = 0;
+    std::uint8_t value = 0;
+    for (std::size_t y = 0; y < static_cast<std::size_t>(header.height); ++y) {
+        for (std::size_t plane = 0; plane < channels; ++plane) {
+            for (std::size_t x = 0; x < static_cast<std::size_t>(header.bytes_per_line); ++x) {
+                if (run == 0) {
+                    const bool repeated = at < bytes.size() && bytes[at] >= run_mark;
+                    run = repeated ? bytes[at++] & ~run_mark : 1;
+                    if (at >= bytes.size() || run == 0) {
+                        fault = "is damaged or truncated";
+                        return std::nullopt;
+                    }
+                    value = bytes[at++];
+                }
+                --run;
+                if (x < width)
+                    image.rgba[(y * width + x) * channels + plane] = value;
+            }
+        }
+    }
+    return image;
+}
+
+/// By way of a PNG picture, turned as its Exif data say.
+std::optional<Image> read_by_ffmpeg(const Media& media, std::string& fault) {
+    if (media.pictures < 0) {
+        fault = "has no picture";
+        return std::nullopt;
+    }
+    if (media.width > 0 && !fits(media.width, media.height, fault)) // known before all of it is decoded
+        return std::nullopt;
+    std::string png;
+    fault = run_ffmpeg(media, media.pictures,
+                       "-vf scale=flags=bicubic+accurate_rnd+full_chroma_int,format=rgba -frames:v 1 -c:v png "
+                       "-compression_level 0 -f image2pipe",
+                       "pipe:1", false, [&](std::string_view piece) {
+                           png += piece;
+                           return true;
+                       });
+    if (fault.empty() && png.empty())
+        fault = "has no picture";
+    return fault.empty() ? read_png(png, fault) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<Image> read_image(const Media& media, std::string& fault) {
+    const std::string bytes = read_file(media.path, picture_file_limit * 2).value_or({});
+    if (bytes.starts_with("\x89PNG"))
+        return read_png(bytes, fault);
+    constexpr std::size_t bits_place = 3, planes_place = 65;
+    if (bytes.size() > picture_header_size && bytes.front() == 10 && bytes[bits_place] == 8 &&
+        bytes[planes_place] == static_cast<char>(channels))
+        return read_pcx_of_four_planes(bytes, fault);
+    return read_by_ffmpeg(media, fault);
+}
+
+} // namespace vcc::kit

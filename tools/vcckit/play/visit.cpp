@@ -1,0 +1,295 @@
+#include "vcckit/play/visit.h"
+
+#include "vcckit/files/new_file.h"
+
+#include "cc/option_rows.h"
+#include "core/installation.h"
+#include "core/log.h"
+
+#include <algorithm>
+#include <iterator>
+#include <thread>
+
+namespace vcc::kit {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+// Action codes of the slots clicked here.
+constexpr int leave_action = 1, first_module_action = 2, last_module_action = 4, options_action = 5,
+              first_selector_action = 31, last_selector_action = 34;
+constexpr int ending_actions[] = {6, 30, 998}; ///< of the options screen: accept, cancel, back
+constexpr int left_button = 1, right_button = 3;
+
+constexpr std::chrono::milliseconds start_limit{60'000}, screen_limit{20'000}, change_limit{5000}, end_limit{20'000},
+    settle_limit{1500}, still_time{120}, look_time{60}, step{15};
+constexpr std::chrono::milliseconds placed_time{500};  ///< a pass places the pointer and ignores it for a while
+constexpr std::chrono::milliseconds module_time{1500}; ///< time to tear down the pass and load the library
+constexpr std::chrono::milliseconds film_time{5000};
+constexpr double same_screen = 0.95; ///< the rest may be the pointer, and what it shows
+
+bool is_value(int slot) {
+    return slot >= options_slot::first_value && slot < options_slot::first_value + 2 * options_slot::value_count;
+}
+
+/// A slot in a file name, and in a message.
+std::string word_of(const std::string& screen, const SeenSlot& slot) {
+    std::string word = format_text("%s-%02d-", screen.c_str(), slot.number);
+    for (const char c : slot.name) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (std::isalnum(byte) != 0 && byte < 0x80)
+            word += static_cast<char>(std::tolower(byte));
+        else if (!word.ends_with('-'))
+            word += '-';
+    }
+    while (word.ends_with('-'))
+        word.pop_back();
+    return word;
+}
+
+std::string text_of_slot(const std::string& screen, const SeenSlot& slot) {
+    return "slot " + std::to_string(slot.number) + " of the " + screen;
+}
+
+} // namespace
+
+std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault) {
+    RenderRequest request;
+    request.language = language;
+    Renderer renderer;
+    auto menu = renderer.see(request, fault);
+    request.screen = RenderedScreen::options;
+    auto options = menu ? renderer.see(request, fault) : std::nullopt;
+    if (!options)
+        return std::nullopt;
+    VisitPlan plan{std::move(*menu), std::move(*options), {}};
+    std::erase_if(plan.options.slots, [](const SeenSlot& slot) { return is_value(slot.number); });
+    const auto always_there = [&](const SeenSlot& slot) {
+        return std::ranges::find(plan.options.slots, slot.number, &SeenSlot::number) != plan.options.slots.end();
+    };
+    for (const OptionRow& row : option_rows()) {
+        request.row = static_cast<int>(row.row);
+        auto shown = renderer.see(request, fault);
+        if (!shown)
+            return std::nullopt;
+        std::erase_if(shown->slots, always_there);
+        plan.rows.push_back({row.button, !row.rules.shown_when_pointed_at, std::move(shown->slots)});
+    }
+    return plan;
+}
+
+bool Visit::wait_until(const std::function<bool()>& condition, Milliseconds limit) {
+    const auto end = steady_clock::now() + limit;
+    while (!condition()) {
+        if (steady_clock::now() > end || is_over())
+            return false;
+        std::this_thread::sleep_for(step);
+    }
+    return true;
+}
+
+/// The picture once it no longer changes, or after a while.
+RgbPicture Visit::settled() {
+    std::this_thread::sleep_for(look_time);
+    RgbPicture last = desktop_.look();
+    auto since = steady_clock::now();
+    wait_until(
+        [&] {
+            RgbPicture now = desktop_.look();
+            if (now != last) {
+                last = std::move(now);
+                since = steady_clock::now();
+            }
+            return steady_clock::now() - since >= still_time;
+        },
+        settle_limit);
+    return last;
+}
+
+void Visit::stop(const std::string& name, const std::string& text) {
+    kept_ = keep_(name, text, settled()) && kept_;
+}
+
+void Visit::fault(const std::string& text) {
+    faults_.push_back(text);
+    kept_ = keep_("fault", text, desktop_.look()) && kept_;
+}
+
+bool Visit::is_over() const {
+    return interrupted() || !kept_;
+}
+
+void Visit::point_at(const SeenSlot& slot) {
+    desktop_.move(slot.x, slot.y);
+    std::this_thread::sleep_for(look_time);
+}
+
+/// Waits for a screen, with the pointer out of the way.
+bool Visit::arrive(const RgbPicture& wanted, const std::string& what) {
+    const bool there =
+        wait_until([&] { return !desktop_.running() || share_alike(desktop_.look(), wanted) >= same_screen; },
+                   reached_menu_ ? screen_limit : start_limit);
+    if (!there || !desktop_.running()) {
+        fault(what + (desktop_.running() ? " does not appear" : " does not appear: the program has ended"));
+        return false;
+    }
+    std::this_thread::sleep_for(placed_time);
+    desktop_.move(layout_width - 1, layout_height - 1);
+    return true;
+}
+
+void Visit::run(bool films) {
+    if (films)
+        watch_films();
+    reached_menu_ = arrive(plan_.menu.picture, "the main menu");
+    if (reached_menu_ && visit_menu() && !is_over())
+        leave();
+}
+
+void Visit::watch_films() {
+    wait_until([&] { return desktop_.look().width > 0 || !desktop_.running(); }, start_limit);
+    for (const Film& film : vcc::films) {
+        std::this_thread::sleep_for(film_time);
+        kept_ = keep_("film", film.path, desktop_.look()) && kept_;
+        desktop_.press_key("space");
+    }
+}
+
+bool Visit::visit_menu() {
+    stop("menu", "the main menu");
+    for (const SeenSlot& slot : plan_.menu.slots)
+        visit_slot("menu", slot);
+    for (const SeenSlot& slot : plan_.menu.slots) {
+        if (is_over())
+            return false;
+        if (slot.action >= first_module_action && slot.action <= last_module_action) {
+            if (!visit_module(slot))
+                return false;
+        } else if (slot.action == options_action) {
+            if (!visit_options(slot))
+                return false;
+        } else if (slot.action != leave_action) {
+            click_idle(slot);
+        }
+    }
+    return true;
+}
+
+/// A button of the menu that leads nowhere: the menu stays as it is.
+void Visit::click_idle(const SeenSlot& slot) {
+    point_at(slot);
+    const RgbPicture before = settled();
+    desktop_.click(left_button);
+    stop(word_of("menu", slot) + "-clicked", "clicked");
+    if (share_alike(desktop_.look(), before) < 1)
+        fault(text_of_slot("menu", slot) + ": a click leaves something in the picture");
+}
+
+void Visit::visit_slot(const std::string& screen, const SeenSlot& slot) {
+    if (is_over() || !desktop_.running())
+        return;
+    point_at(slot);
+    stop(word_of(screen, slot), text_of_slot(screen, slot));
+    if (slot.help_number > 0)
+        visit_help(screen, slot);
+}
+
+void Visit::visit_help(const std::string& screen, const SeenSlot& slot) {
+    const RgbPicture before = settled();
+    const auto differs = [&] { return share_alike(desktop_.look(), before) < same_screen; };
+    desktop_.press_key("F1");
+    if (!wait_until(differs, change_limit)) {
+        fault(text_of_slot(screen, slot) + ": F1 does not open a page");
+        return;
+    }
+    stop(word_of(screen, slot) + "-help", "its help page");
+    desktop_.press_key("Escape");
+    if (!wait_until([&] { return !differs(); }, change_limit))
+        fault(text_of_slot(screen, slot) + ": Escape does not close its help page");
+}
+
+bool Visit::visit_module(const SeenSlot& button) {
+    const std::string name = module_names[static_cast<std::size_t>(button.action - first_module_action)];
+    point_at(button);
+    desktop_.click(left_button);
+    if (!wait_until([&] { return share_alike(desktop_.look(), plan_.menu.picture) < same_screen; }, change_limit))
+        fault(text_of_slot("menu", button) + ": a click does not enter " + name);
+    std::this_thread::sleep_for(module_time);
+    stop("module-" + name, "the module " + name);
+    desktop_.press_key("Escape");
+    return arrive(plan_.menu.picture, "the main menu after the module " + name);
+}
+
+bool Visit::enter_options(const SeenSlot& button) {
+    point_at(button);
+    desktop_.click(left_button);
+    std::this_thread::sleep_for(look_time);
+    desktop_.move(layout_width - 1, layout_height - 1);
+    return arrive(plan_.options.picture, "the options screen");
+}
+
+bool Visit::visit_options(const SeenSlot& button) {
+    if (!enter_options(button))
+        return false;
+    stop("options", "the options screen");
+    for (const SeenSlot& slot : plan_.options.slots) {
+        visit_slot("options", slot);
+        if (slot.action >= first_selector_action && slot.action <= last_selector_action) {
+            point_at(slot);
+            desktop_.click(left_button);
+            stop(word_of("options", slot) + "-chosen", "chosen");
+        }
+        const auto row = std::ranges::find(plan_.rows, slot.number, &VisitedOption::button);
+        if (row != plan_.rows.end())
+            visit_values(*row);
+    }
+    desktop_.press_key("Escape");
+    return arrive(plan_.menu.picture, "the main menu after the options screen") && click_endings(button);
+}
+
+/// Every button that ends the options screen.
+bool Visit::click_endings(const SeenSlot& button) {
+    for (const SeenSlot& slot : plan_.options.slots) {
+        if (std::ranges::find(ending_actions, slot.action) == std::end(ending_actions))
+            continue;
+        if (is_over() || !enter_options(button))
+            return false;
+        point_at(slot);
+        desktop_.click(left_button);
+        if (!arrive(plan_.menu.picture, "the main menu after " + text_of_slot("options", slot)))
+            return false;
+    }
+    return true;
+}
+
+void Visit::visit_values(const VisitedOption& row) {
+    const auto button = std::ranges::find(plan_.options.slots, row.button, &SeenSlot::number);
+    point_at(*button);
+    if (row.by_click) { // one step forward and one back
+        desktop_.click(left_button);
+        desktop_.click(right_button);
+    }
+    for (const SeenSlot& value : row.values) {
+        if (is_over() || !desktop_.running())
+            return;
+        point_at(value);
+        stop(word_of(word_of("options", *button) + "-value", value), "a value of slot " + std::to_string(row.button));
+    }
+}
+
+void Visit::leave() {
+    const auto button = std::ranges::find(plan_.menu.slots, leave_action, &SeenSlot::action);
+    if (button == plan_.menu.slots.end()) {
+        fault("no slot of the menu leaves the program");
+        return;
+    }
+    point_at(*button);
+    desktop_.click(left_button);
+    if (!wait_until([&] { return !desktop_.running(); }, end_limit))
+        fault(text_of_slot("menu", *button) + ": a click does not leave the program");
+    else if (const int status = desktop_.exit_status().value_or(0); status != 0)
+        fault("the program leaves with status " + std::to_string(status));
+}
+
+} // namespace vcc::kit

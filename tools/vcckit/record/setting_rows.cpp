@@ -1,0 +1,83 @@
+#include "vcckit/record/setting_rows.h"
+
+#include "core/text.h"
+#include "platform/letter_case.h"
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+namespace vcc::kit {
+
+using platform::same_but_for_case;
+
+namespace {
+
+constexpr std::string_view default_suffix = "_default";
+
+bool names_row(const SettingRow& row, std::string_view key) {
+    const std::size_t mark = row.key.find('#');
+    if (mark == std::string_view::npos)
+        return same_but_for_case(row.key, key);
+    const std::string_view before = row.key.substr(0, mark), after = row.key.substr(mark + 1);
+    if (key.size() <= before.size() + after.size() || !same_but_for_case(key.substr(0, before.size()), before) ||
+        !same_but_for_case(key.substr(key.size() - after.size()), after))
+        return false;
+    const std::string_view digits = key.substr(before.size(), key.size() - before.size() - after.size());
+    // Comparing with the number printed again rejects signs, blanks and leading zeros.
+    const int copy = to_number(digits);
+    return copy >= 0 && copy < row.copies() && digits == std::to_string(copy);
+}
+
+std::string default_column(const SettingRow& row) {
+    std::string list;
+    for (int copy = 0; copy < row.copies(); ++copy)
+        list += (copy == 0 ? "" : ", ") + (row.kind == SettingKind::number ? std::to_string(row.standard_number(copy))
+                                                                           : std::string(row.standard_text(copy)));
+    return list;
+}
+
+std::string values_column(const SettingRow& row) {
+    constexpr int unlimited = std::numeric_limits<int>::max();
+    if (row.kind == SettingKind::flag)
+        return "yes, no";
+    if (row.max == unlimited)
+        return "any";
+    if (row.kind == SettingKind::text)
+        return "at most " + std::to_string(row.max) + " characters";
+    return std::to_string(row.min) + " to " + std::to_string(row.max);
+}
+
+} // namespace
+
+const SettingRow* find_setting_row(std::string_view section, std::string_view key) {
+    const std::size_t length = key.size() - std::min(default_suffix.size(), key.size());
+    const bool is_default = same_but_for_case(key.substr(length), default_suffix);
+    const std::string_view base = is_default ? key.substr(0, length) : std::string_view();
+    for (const SettingRow& row : setting_rows())
+        if (same_but_for_case(row.section, section) &&
+            (names_row(row, key) || (row.has(KeyUse::reset) && same_but_for_case(row.key, base))))
+            return &row;
+    return nullptr;
+}
+
+std::string settings_table() {
+    std::vector<std::string_view> sections;
+    for (const SettingRow& row : setting_rows())
+        if (std::ranges::find(sections, row.section) == sections.end())
+            sections.push_back(row.section);
+
+    std::string table;
+    for (const std::string_view section : sections) {
+        table += (table.empty() ? "## `[" : "\n## `[") + std::string(section) + "]`\n\n";
+        table += "| Key | Default | Values | Reset value | Meaning |\n|---|---|---|---|---|\n";
+        for (const SettingRow& row : setting_rows())
+            if (row.section == section)
+                table += "| `" + std::string(row.key) + "` | " + default_column(row) + " | " + values_column(row) +
+                         " | " + (row.has(KeyUse::reset) ? "`" + std::string(row.key) + "_default`" : std::string()) +
+                         " | " + std::string(row.help) + " |\n";
+    }
+    return table;
+}
+
+} // namespace vcc::kit

@@ -1,0 +1,88 @@
+#include "vcckit/source/packed_screen.h"
+
+#include "core/files.h"
+#include "platform/files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+namespace vcc::kit {
+
+namespace fs = std::filesystem;
+
+bool is_installation(const std::string& folder) {
+    constexpr const char* signs[] = {path::language_choice, path::buffer_list, path::settings};
+    return std::ranges::any_of(signs, [&](const char* sign) {
+        return platform::file_exists(platform::name_of(platform::system_path(folder) / sign));
+    });
+}
+
+std::string slot_file_name(const LanguageRow& language, std::string_view screen) {
+    return "tools/language/" + std::string(language.folder) + "/" + std::string(language.prefix) + std::string(screen) +
+           ".slt";
+}
+
+std::string write_packed_screen(const Screen& screen, const std::string& installation, FileSet& files,
+                                std::vector<std::string>& written) {
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        if (!screen.describes(i))
+            continue;
+        const ScreenRecords& records = screen.records[i];
+        const std::string slots = slot_file_name(languages[i], screen.name);
+        const std::string toggles = slots.substr(0, slots.size() - 4) + ".tgl";
+        const auto write = [&](const std::string& name, const std::vector<Slot>& content) {
+            written.push_back(name);
+            return files.write(platform::name_of(platform::system_path(installation) / name), slot_file_bytes(content));
+        };
+        if (std::string reason = write(slots, records.slots); !reason.empty())
+            return reason;
+        if (!records.has_toggle_file)
+            files.remove(platform::name_of(platform::system_path(installation) / toggles));
+        else if (std::string reason = write(toggles, records.toggles); !reason.empty())
+            return reason;
+    }
+    return {};
+}
+
+namespace {
+
+/// The reason begins with the file name.
+std::string read_records(const std::string& path, std::vector<Slot>& records) {
+    const auto bytes = read_file(path);
+    if (!bytes)
+        return path + " " + bytes.reason();
+    auto read = read_slot_file(*bytes);
+    const std::string fault = fault_of_slot_file(*bytes, read);
+    records = std::move(read).value_or({});
+    return fault.empty() ? "" : path + " is not a slot file: " + fault;
+}
+
+} // namespace
+
+Result<ScreenRecords> read_packed_records(const std::string& slot_file) {
+    const std::string toggle_file = platform::name_of(platform::system_path(slot_file).replace_extension(".tgl"));
+    ScreenRecords records;
+    records.has_toggle_file = platform::file_exists(toggle_file);
+    std::string reason = read_records(slot_file, records.slots);
+    if (reason.empty() && records.has_toggle_file)
+        reason = read_records(toggle_file, records.toggles);
+    if (!reason.empty())
+        return Failure{std::move(reason)};
+    return records;
+}
+
+Result<Screen> read_packed_screen(const std::string& installation, const std::string& name) {
+    Screen screen;
+    screen.name = name;
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        auto records = read_packed_records(
+            platform::name_of(platform::system_path(installation) / slot_file_name(languages[i], name)));
+        if (!records)
+            return Failure{records.reason()};
+        screen.records[i] = std::move(*records);
+    }
+    return screen;
+}
+
+} // namespace vcc::kit

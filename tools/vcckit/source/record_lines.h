@@ -1,0 +1,42 @@
+// Records as the lines of a source.
+#pragma once
+
+#include "vcckit/source/screen_source.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vcc::kit {
+
+/// One record in every language.
+using Versions = std::array<Slot, languages.size()>;
+
+Versions everywhere(const Slot& slot);
+bool same(const Versions& a, const Versions& b);
+
+/// "dest_x" and "40": a line of a table.
+struct Line {
+    std::string key, value;
+    bool operator==(const Line&) const = default;
+};
+using Lines = std::vector<Line>;
+
+/// The name of a number, or the number.
+std::string number_text(std::int32_t number, Meaning meaning);
+
+/// A text as in a source, or all its bytes if data follow the terminating zero.
+std::string field_text(std::string_view bytes);
+
+/// A value, or a table by language if the languages differ.
+std::string by_language(const std::array<std::string, languages.size()>& values);
+
+/// The lines for every field that differs from a base.
+Lines changes(const Versions& versions, const Versions& base);
+
+/// "{ key = value, key = value }"
+std::string inline_table(const Lines& lines);
+
+} // namespace vcc::kit

@@ -1,0 +1,197 @@
+#include "vcckit/source/source_text.h"
+
+#include "vcckit/faults/source_place.h"
+#include "vcckit/text/latin1.h"
+
+#include "platform/latin1.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vcc::kit {
+
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+constexpr int most_dots = 32; ///< of a line outside texts; each dot of a key is a table, freed recursively
+
+constexpr bool is_blank_beyond_ascii(char32_t c) {
+    return c == 0x85 || c == 0xA0 || c == 0x1680 || c == 0x180E || (c >= 0x2000 && c <= 0x200B) || c == 0x2028 ||
+           c == 0x2029 || c == 0x202F || c == 0x205F || c == 0x2060 || c == 0x3000 || c == 0xFEFF;
+}
+
+class TextScan {
+public:
+    explicit TextScan(std::string_view source) : rest_(source) {
+        if (rest_.starts_with(byte_order_mark))
+            rest_.remove_prefix(byte_order_mark.size());
+    }
+
+    std::optional<Fault> run() {
+        while (!rest_.empty() && !ended_) {
+            const platform::Utf8Character next = platform::first_character(rest_);
+            if (next.size == 0)
+                return fault("the source is not UTF-8", "save it in this encoding");
+            rest_.remove_prefix(next.size);
+            ++column_;
+            if (std::string problem = take(next.code); !problem.empty())
+                return fault(std::move(problem), "");
+            if (next.code == '\n') {
+                ++line_;
+                column_ = 0;
+                at_line_start_ = inside_ == Inside::nothing;
+                dots_ = 0;
+            }
+        }
+        return std::nullopt;
+    }
+
+private:
+    Fault fault(std::string problem, std::string advice) const {
+        return source_fault(FaultCode::unfit_character, {line_, std::max(1, column_), 1}, "", "", std::move(problem),
+                            std::move(advice));
+    }
+
+    enum class Inside { nothing, comment, text, literal, long_text, long_literal };
+
+    std::string take(char32_t c) {
+        if (in_word_ && inside_ != Inside::nothing && inside_ != Inside::comment && c >= 0x80)
+            return code_point_name(c) + " in a text that follows a word: put a blank before the quotation mark";
+        switch (inside_) {
+        case Inside::nothing:
+            return take_outside(c);
+        case Inside::comment:
+            if (c == '\n')
+                inside_ = Inside::nothing;
+            break;
+        case Inside::text:
+        case Inside::literal:
+            take_in_line(c);
+            break;
+        case Inside::long_text:
+            return take_long_text(c);
+        case Inside::long_literal:
+            if (c == '\'')
+                close_long('\'');
+            break;
+        }
+        return {};
+    }
+
+    /// Whether a heading is well formed so far: the TOML reader assumes that a name follows the brackets.
+    bool continues_heading(char32_t c) {
+        const bool blank = c == ' ' || c == '\t';
+        if (heading_ == Heading::none) {
+            if (at_line_start_ && depth_ == 0 && c == '[')
+                heading_ = Heading::bracket;
+            at_line_start_ = at_line_start_ && blank;
+            return true;
+        }
+        if (heading_ == Heading::bracket && c == '[') {
+            heading_ = Heading::name;
+            return true;
+        }
+        heading_ = blank ? Heading::name : Heading::none;
+        const bool letter = (c | 0x20) >= 'a' && (c | 0x20) <= 'z';
+        return blank || letter || (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '"' || c == '\'' || c == ']';
+    }
+
+    std::string take_outside(char32_t c) {
+        if (!continues_heading(c))
+            return "a heading without a name: [[slot]], [style.button] ...";
+        if (c == '[' || c == '{')
+            ++depth_;
+        else if (c == ']' || c == '}')
+            --depth_;
+        constexpr std::u32string_view ends_word = U" \t\r\n]},#", before_value = U"=[{\"'";
+        if (ends_word.find(c) != std::u32string_view::npos)
+            word_ = false;
+        else if (before_value.find(c) == std::u32string_view::npos)
+            word_ = true;
+        if (c == '#')
+            inside_ = Inside::comment;
+        else if (c == '"' || c == '\'')
+            open(static_cast<char>(c));
+        else if (c == '.' && ++dots_ > most_dots)
+            return "a key of more than " + std::to_string(most_dots) + " parts";
+        else if (is_blank_beyond_ascii(c))
+            return code_point_name(c) + " is no blank here: only space and tab are";
+        else if (c >= 0x80)
+            return code_point_name(c) + " outside a text: put it in quotation marks";
+        return {};
+    }
+
+    void open(char quote) {
+        const std::size_t more = quotes_ahead(quote, 2);
+        rest_.remove_prefix(more);
+        column_ += static_cast<int>(more);
+        in_word_ = std::exchange(word_, true);
+        if (more == 2)
+            inside_ = quote == '"' ? Inside::long_text : Inside::long_literal;
+        else if (more == 0)
+            inside_ = quote == '"' ? Inside::text : Inside::literal;
+    }
+
+    void take_in_line(char32_t c) {
+        if (c == '\n')
+            ended_ = true; // the TOML reader stops here, too, and reports it
+        else if (escaped_)
+            escaped_ = false;
+        else if (inside_ == Inside::text && c == '\\')
+            escaped_ = true;
+        else if (c == (inside_ == Inside::text ? U'"' : U'\''))
+            inside_ = Inside::nothing;
+    }
+
+    /// A backslash at the end of a line joins the next one without its leading blanks; that is where the TOML reader
+    /// looks for blanks within a text.
+    std::string take_long_text(char32_t c) {
+        const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+        if ((escaped_ || joining_) && c >= 0x80)
+            return code_point_name(c) +
+                   " behind a backslash or a line that ends in one: write it as \\u and four digits";
+        if (escaped_) {
+            escaped_ = false;
+            joining_ = blank;
+            return {};
+        }
+        joining_ = joining_ && blank;
+        if (c == '\\')
+            escaped_ = true;
+        else if (c == '"')
+            close_long('"');
+        return {};
+    }
+
+    /// Three quotation marks end a long text; up to two before them belong to it.
+    void close_long(char quote) {
+        const std::size_t more = quotes_ahead(quote, 4);
+        rest_.remove_prefix(more);
+        column_ += static_cast<int>(more);
+        if (more >= 2)
+            inside_ = Inside::nothing;
+    }
+
+    std::size_t quotes_ahead(char quote, std::size_t most) const {
+        return std::min(std::min(rest_.find_first_not_of(quote), rest_.size()), most);
+    }
+
+    std::string_view rest_;
+    Inside inside_ = Inside::nothing;
+    bool word_ = false;    ///< the reader may be inside a number, which ends at a blank, a closing bracket or a comma
+    bool in_word_ = false; ///< the text began there
+    bool escaped_ = false, joining_ = false, ended_ = false;
+    enum class Heading { none, bracket, name }; ///< what must come next in a heading
+    Heading heading_ = Heading::none;
+    bool at_line_start_ = true;
+    int depth_ = 0; ///< open brackets
+    int line_ = 1, column_ = 0, dots_ = 0;
+};
+
+} // namespace
+
+std::optional<Fault> fault_of_source_text(std::string_view source) {
+    return TextScan(source).run();
+}
+
+} // namespace vcc::kit
