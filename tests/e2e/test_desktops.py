@@ -1,10 +1,15 @@
 """The program on the desktops that people use: under their window managers, and when the display server goes away."""
 
+import os
+import re
+import subprocess
 import time
+from contextlib import contextmanager
 
 import numpy as np
 import pytest
-from support.desktop import MANAGERS, wait_until
+from PIL import Image
+from support.desktop import MANAGERS, stop, wait_until
 from support.menu import choose, middle
 from support.robot import MENU_PICTURE, POINTER_PLACED_S
 from Xlib.error import BadDrawable, BadMatch, BadWindow
@@ -241,3 +246,54 @@ def test_keys_are_heard_wherever_the_pointer_is(make_player):
     robot.desktop.move(SIZE[0] - 1, SIZE[1] - 1)
     robot.key("x", "Alt_L")
     assert robot.wait_for_end() == 0
+
+
+@contextmanager
+def wayland(desktop, home):
+    """Weston as a window that fills the desktop; gives the name of the X server that it offers."""
+    log = home / "log"
+    weston = subprocess.Popen(
+        ["weston", "--backend=x11-backend.so", "--xwayland", "--no-config", f"--width={SIZE[0]}",
+         f"--height={SIZE[1]}", f"--log={log}"],
+        env=os.environ | {"DISPLAY": desktop.name, "HOME": str(home), "XDG_RUNTIME_DIR": str(home)},
+        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    try:
+        yield wait_until(lambda: log.exists() and re.search(r"listening on display (:\d+)", log.read_text()),
+                         "an X server")[1]
+    finally:
+        stop(weston)
+
+
+def test_playing_on_wayland(make_player, tmp_path):
+    robot = make_player(None, 1)
+    robot.installation.use_recording_modules()
+    tmp_path.chmod(0o700)
+    menu = Image.open(robot.installation.path(MENU_PICTURE)).convert("RGB").crop((0, 0, 800, 600))
+    piece = np.asarray(menu)[60, 100:300].tobytes()  # of the title
+    enlarged = np.asarray(menu.resize((1440, 1080)), np.int16)
+
+    def place_of_the_menu():
+        rows = (row.tobytes().find(piece) for row in robot.desktop.picture())
+        return next(((at // 3 - 100, y - 60) for y, at in enumerate(rows) if at >= 0), None)
+
+    def menu_fills_the_desktop():
+        seen = robot.desktop.picture()[:, 240:1680].astype(np.int16)
+        return np.median(np.abs(seen - enlarged).max(axis=2)) < 10
+
+    with wayland(robot.desktop, tmp_path) as server:
+        robot.desktop.focus(wait_until(lambda: next(robot.desktop.windows(), None), "the desktop")[0])
+        robot.start(menu=False, environment={"DISPLAY": server, "ALSA_CONFIG_PATH": "alsa.conf"})
+        for full in (False, True, False):
+            is_there = menu_fills_the_desktop if full else place_of_the_menu
+            wait_until(is_there, f"the menu, full screen {full}")
+            time.sleep(POINTER_PLACED_S)
+            calls = len(robot.installation.module_calls())
+            robot.key("Home")
+            time.sleep(POINTER_PLACED_S)
+            robot.key("Return")
+            wait_until(lambda: len(robot.installation.module_calls()) > calls, "the module")
+            wait_until(is_there, f"the menu, full screen {full}")
+            time.sleep(POINTER_PLACED_S)
+            robot.key("w", "Alt_L")
+        robot.key("x", "Alt_L")
+        assert robot.wait_for_end() == 0
