@@ -282,7 +282,17 @@ def test_playing_on_wayland(make_player, tmp_path):
 
     with wayland(robot.desktop, tmp_path) as server:
         robot.desktop.focus(wait_until(lambda: next(robot.desktop.windows(), None), "the desktop")[0])
+        for corner in (SIZE[0] - 1, SIZE[1] - 1), (0, 0):  # Weston adds up the pointer's steps, but for the first
+            robot.desktop.move(*corner)
+            time.sleep(0.3)
         robot.start(menu=False, environment={"DISPLAY": server, "ALSA_CONFIG_PATH": "alsa.conf"})
+        left, top = wait_until(place_of_the_menu, "the menu")
+        for x, y in (400, 300), middle("Factory"):
+            time.sleep(POINTER_PLACED_S)
+            robot.desktop.move(left + x, top + y)
+        time.sleep(POINTER_PLACED_S)
+        robot.desktop.click_at_once()
+        wait_until(robot.installation.module_calls, "the module")
         for full in (False, True, False):
             is_there = menu_fills_the_desktop if full else place_of_the_menu
             wait_until(is_there, f"the menu, full screen {full}")
