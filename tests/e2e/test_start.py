@@ -9,8 +9,10 @@ import pytest
 
 from support import menu
 from support.desktop import wait_until
-from support.installation import CONFIG
+from support.installation import CONFIG, PROJECT
 from support.robot import MENU_PICTURE
+
+VCCKIT = PROJECT / "build/release/tools/vcckit/vcckit"
 
 
 @pytest.mark.windows
@@ -180,3 +182,14 @@ def test_a_second_signal_ends_a_module_that_does_not_listen(robot):
     assert robot.running()
     os.kill(robot.pid, signal.SIGTERM)
     assert robot.wait_for_end() == -signal.SIGTERM
+
+
+@pytest.mark.windows
+def test_an_exported_zip_is_played(make_robot, installation, tmp_path, monkeypatch):
+    windows = ["--windows", installation.folder] if installation.system.name == "windows" else []
+    subprocess.run([VCCKIT, "export", PROJECT / "build/release/veldor", "-o", "storm fleet.zip", *windows],
+                   cwd=tmp_path, check=True)
+    subprocess.run(["unzip", "-q", "storm fleet.zip"], cwd=tmp_path, check=True)
+    monkeypatch.setattr(installation, "folder", tmp_path / "storm fleet")
+    player = make_robot().start()
+    assert player.installation.log_messages() == []
