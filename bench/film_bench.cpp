@@ -3,7 +3,7 @@
 #include "core/installation.h"
 #include "figure.h"
 #include "film/film_screen.h"
-#include "platform/avi.h"
+#include "media/avi.h"
 #include "world.h"
 
 namespace vcc::bench {

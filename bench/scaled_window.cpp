@@ -2,8 +2,8 @@
 // milliseconds pass until the display server has drawn one, as the median. The argument is as the setting
 // display_scale.
 #include "core/handles.h"
-#include "platform/display.h"
-#include "platform/scaled_display.h"
+#include "x11/display.h"
+#include "x11/scaled_display.h"
 
 #include <allegro.h>
 #include <xalleg.h>

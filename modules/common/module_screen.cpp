@@ -1,8 +1,8 @@
 #include "module_screen.h"
 
+#include "media/truetype.h"
 #include "platform/files.h"
 #include "platform/latin1.h"
-#include "platform/truetype.h"
 
 #include <allegro.h>
 

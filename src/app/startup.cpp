@@ -12,7 +12,6 @@
 #include "display/pointer.h"
 #include "display/switching.h"
 #include "interaction/keys.h"
-#include "platform/display.h"
 #include "platform/files.h"
 #include "platform/process.h"
 #include "screen/draw.h"
@@ -22,6 +21,7 @@
 #include "settings/values.h"
 #include "sound/music.h"
 #include "text/fonts.h"
+#include "x11/display.h"
 
 #include <allegro.h>
 

@@ -10,7 +10,7 @@
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/pointer.h"
-#include "platform/truetype.h"
+#include "media/truetype.h"
 #include "screen/buffer_list.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"

@@ -1,6 +1,6 @@
 #include "core/mouse_buttons.h"
 
-#include "platform/display.h"
+#include "x11/display.h"
 
 #include <allegro.h>
 

@@ -1,9 +1,9 @@
 #include "display/display_scale.h"
 
 #include "core/log.h"
-#include "platform/library_display.h"
-#include "platform/scaled_display.h"
 #include "settings/values.h"
+#include "x11/library_display.h"
+#include "x11/scaled_display.h"
 
 #include <algorithm>
 

@@ -6,11 +6,11 @@
 #include "display/buffers.h"
 #include "display/display_scale.h"
 #include "display/switching.h"
-#include "platform/display.h"
-#include "platform/scaled_display.h"
 #include "settings/config_file.h"
 #include "settings/settings.h"
 #include "settings/values.h"
+#include "x11/display.h"
+#include "x11/scaled_display.h"
 
 #include <algorithm>
 #include <vector>

@@ -4,7 +4,7 @@
 #include "core/closing.h"
 #include "core/log.h"
 #include "display/graphics_mode.h"
-#include "platform/display.h"
+#include "x11/display.h"
 
 #include <allegro.h>
 

@@ -8,7 +8,7 @@
 #include "display/switching.h"
 #include "film/film_rules.h"
 #include "film/film_screen.h"
-#include "platform/avi.h"
+#include "media/avi.h"
 #include "platform/files.h"
 #include "sound/music.h"
 #include "sound/sound.h"

@@ -1,7 +1,7 @@
 // What can be computed of a film: its clock, its place on the screen, its pixels in the library's formats.
 #pragma once
 
-#include "platform/avi.h"
+#include "media/avi.h"
 
 #include <allegro.h>
 

@@ -3,7 +3,7 @@
 
 #include "core/handles.h"
 #include "film/film_rules.h"
-#include "platform/avi.h"
+#include "media/avi.h"
 
 #include <allegro.h>
 

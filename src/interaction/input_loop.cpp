@@ -10,11 +10,11 @@
 #include "interaction/player_input.h"
 #include "interaction/pointer_frame.h"
 #include "interaction/screen_run.h"
-#include "platform/display.h"
 #include "screen/draw.h"
 #include "settings/settings.h"
 #include "sound/music.h"
 #include "sound/sound.h"
+#include "x11/display.h"
 
 #include <allegro.h>
 

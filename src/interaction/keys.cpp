@@ -1,6 +1,6 @@
 #include "interaction/keys.h"
 
-#include "platform/display.h"
+#include "x11/display.h"
 
 #include <allegro.h>
 #include <allegro/internal/aintern.h>

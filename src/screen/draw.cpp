@@ -4,10 +4,10 @@
 #include "core/installation.h"
 #include "core/log.h"
 #include "display/buffers.h"
-#include "platform/display.h"
-#include "platform/scaled_display.h"
 #include "screen/colours.h"
 #include "text/fonts.h"
+#include "x11/display.h"
+#include "x11/scaled_display.h"
 
 #include <algorithm>
 

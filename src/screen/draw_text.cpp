@@ -5,7 +5,7 @@
 #include "core/scope.h"
 
 #include "display/buffers.h"
-#include "platform/truetype.h"
+#include "media/truetype.h"
 #include "screen/colours.h"
 #include "screen/draw.h"
 #include "settings/settings.h"

@@ -1,10 +1,10 @@
 #include "settings/keyboard_layout.h"
 
 #include "core/installation.h"
-#include "platform/display.h"
 #include "settings/config_file.h"
 #include "settings/settings.h"
 #include "settings/values.h"
+#include "x11/display.h"
 
 #include <allegro.h>
 

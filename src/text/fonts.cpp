@@ -2,8 +2,8 @@
 
 #include "core/installation.h"
 #include "core/log.h"
+#include "media/truetype.h"
 #include "platform/files.h"
-#include "platform/truetype.h"
 #include "settings/values.h"
 
 #include <allegro.h>

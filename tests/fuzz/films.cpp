@@ -1,6 +1,6 @@
 // AVI films: headers, and a few frames.
-#include "platform/avi.h"
-#include "platform/avi_header.h"
+#include "media/avi.h"
+#include "media/avi_header.h"
 #include "world.h"
 
 #include <numeric>

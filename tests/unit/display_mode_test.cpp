@@ -3,9 +3,9 @@
 #include "display/graphics_mode.h"
 #include "display/switching.h"
 #include "folder_test.h"
-#include "platform/display.h"
 #include "settings/config_file.h"
 #include "settings/settings.h"
+#include "x11/display.h"
 
 #include <vector>
 

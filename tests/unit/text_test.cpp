@@ -1,5 +1,5 @@
 #include "folder_test.h"
-#include "platform/truetype.h"
+#include "media/truetype.h"
 #include "text/fonts.h"
 #include "text/language.h"
 #include "text/screen_texts.h"

@@ -4,8 +4,8 @@
 #include "vcckit/source/packed_screen.h"
 
 #include "core/files.h"
+#include "media/truetype.h"
 #include "platform/files.h"
-#include "platform/truetype.h"
 #include "text/fonts.h"
 
 #include <cstdio>

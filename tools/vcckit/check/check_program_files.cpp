@@ -6,7 +6,7 @@
 
 #include "core/files.h"
 #include "core/installation.h"
-#include "platform/avi.h"
+#include "media/avi.h"
 #include "platform/files.h"
 #include "platform/shared_library.h"
 

@@ -4,8 +4,8 @@
 
 #include "core/files.h"
 #include "core/installation.h"
+#include "media/truetype.h"
 #include "platform/files.h"
-#include "platform/truetype.h"
 #include "text/fonts.h"
 
 #include <algorithm>

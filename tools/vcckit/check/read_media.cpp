@@ -3,8 +3,8 @@
 
 #include "core/log.h"
 #include "display/buffers.h"
+#include "media/truetype.h"
 #include "platform/files.h"
-#include "platform/truetype.h"
 #include "screen/buffer_list.h"
 #include "settings/values.h"
 #include "text/fonts.h"

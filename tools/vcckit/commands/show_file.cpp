@@ -8,7 +8,7 @@
 #include "core/log.h"
 #include "core/text.h"
 #include "display/picture.h"
-#include "platform/avi_header.h"
+#include "media/avi_header.h"
 #include "platform/latin1.h"
 #include "platform/letter_case.h"
 #include "sound/wav_header.h"

@@ -3,7 +3,7 @@
 #include "vcckit/files/new_file.h"
 
 #include "core/log.h"
-#include "platform/avi_header.h"
+#include "media/avi_header.h"
 #include "platform/files.h"
 
 #include <array>

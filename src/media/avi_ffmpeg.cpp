@@ -1,0 +1,308 @@
+// AVI films by FFmpeg.
+#include "media/avi.h"
+
+#include "media/avi_header.h"
+#include "media/ffmpeg_functions.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <optional>
+#include <vector>
+
+namespace vcc::platform {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t header_limit = 1u << 20; // bytes searched for the header lists
+constexpr std::chrono::seconds open_limit{5};
+constexpr std::chrono::milliseconds catch_up_limit{500}; // slower films lag, but can still be skipped
+constexpr std::size_t colour_table_size = 1024;
+
+const FfmpegFunctions* ffmpeg = nullptr; // set before the first film is made
+
+/// Calls the library's function that takes the address of a pointer.
+template <auto release>
+struct Closer {
+    template <class Object>
+    void operator()(Object* object) const noexcept {
+        (ffmpeg->*release)(&object);
+    }
+};
+struct ScalerCloser {
+    void operator()(SwsContext* scaler) const noexcept { ffmpeg->sws_freeContext(scaler); }
+};
+
+AviError error_of(int code, AviError otherwise) {
+    switch (code) {
+    case AVERROR_INVALIDDATA:
+    case AVERROR_EOF:
+        return AviError::bad_format;
+    case AVERROR(ENOMEM):
+        return AviError::memory;
+    case AVERROR(ENOENT):
+    case AVERROR(EACCES):
+    case AVERROR(EIO):
+        return AviError::file;
+    default:
+        return otherwise;
+    }
+}
+
+// Frames of these formats are passed on unchanged; others are converted to 32 bits, which most screens show directly.
+struct DirectFormat {
+    AVPixelFormat format;
+    int bits;
+};
+constexpr DirectFormat direct_formats[] = {
+    {AV_PIX_FMT_PAL8, 8},  {AV_PIX_FMT_RGB555LE, 16}, {AV_PIX_FMT_BGR24, 24},
+    {AV_PIX_FMT_BGR0, 32}, {AV_PIX_FMT_BGRA, 32},
+};
+constexpr std::optional<int> direct_bits(int format) {
+    for (const DirectFormat& each : direct_formats)
+        if (each.format == format)
+            return each.bits;
+    return std::nullopt;
+}
+
+constexpr int row_bytes(int width, int bits) {
+    return (width * bits / 8 + 3) / 4 * 4;
+}
+
+class FfmpegFilm final : public AviFilm {
+public:
+    FfmpegFilm(std::string path, const AviHeader& header) : path_(std::move(path)), header_(header) {}
+
+    /// Opens the file and its decoder, or opens them again, at the beginning of the film.
+    AviError rewind();
+
+    int end_ms() const override { return avi_frame_time_ms(header_, end_); }
+    const AviFrame* frame_at(int time_ms) override;
+
+private:
+    AviError open_file();
+    AviError open_decoder();
+    void find_end();
+    bool decode_next(); // false at the end of the file
+    bool feed_decoder();
+    bool convert();
+    void copy_rows(int bits);
+    bool scale_rows();
+
+    const std::string path_;
+    const AviHeader header_;
+    Clock::time_point deadline_{};
+    std::unique_ptr<AVFormatContext, Closer<&FfmpegFunctions::avformat_close_input>> format_;
+    std::unique_ptr<AVCodecContext, Closer<&FfmpegFunctions::avcodec_free_context>> codec_;
+    std::unique_ptr<AVFrame, Closer<&FfmpegFunctions::av_frame_free>> decoded_{ffmpeg->av_frame_alloc()},
+        spare_{ffmpeg->av_frame_alloc()};
+    std::unique_ptr<AVPacket, Closer<&FfmpegFunctions::av_packet_free>> packet_{ffmpeg->av_packet_alloc()};
+    std::unique_ptr<SwsContext, ScalerCloser> scaler_;
+    int stream_ = -1;
+    std::int64_t end_ = std::numeric_limits<std::int32_t>::max(); // number of the frame after the last
+    std::int64_t asked_ = -1, number_ = -1;                       // frame last asked for, frame in decoded_
+    bool converted_ = false, drained_ = false;
+    std::vector<std::uint8_t> rows_;
+    std::array<std::uint8_t, colour_table_size> colour_table_{};
+    AviFrame frame_;
+};
+
+AviError FfmpegFilm::rewind() {
+    if (!decoded_ || !spare_ || !packet_)
+        return AviError::memory;
+    codec_.reset();
+    asked_ = number_ = -1;
+    converted_ = drained_ = false;
+    deadline_ = Clock::now() + open_limit;
+    if (const AviError error = open_file(); error != AviError::none)
+        return error;
+    return open_decoder();
+}
+
+AviError FfmpegFilm::open_file() {
+    AVFormatContext* format = ffmpeg->avformat_alloc_context();
+    if (!format)
+        return AviError::memory;
+    format->interrupt_callback.opaque = this;
+    format->interrupt_callback.callback = [](void* film) {
+        return Clock::now() > static_cast<FfmpegFilm*>(film)->deadline_ ? 1 : 0;
+    };
+    AVDictionary* options = nullptr;
+    ffmpeg->av_dict_set(&options, "protocol_whitelist", "file", 0);
+    const std::string url = "file:" + path_;
+    const int result = ffmpeg->avformat_open_input(&format, url.c_str(), ffmpeg->av_find_input_format("avi"), &options);
+    ffmpeg->av_dict_free(&options);
+    if (result < 0) // the library has freed the context
+        return error_of(result, AviError::other);
+    format_.reset(format);
+    stream_ = -1;
+    for (unsigned i = 0; i < format_->nb_streams && stream_ < 0; ++i)
+        if (format_->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_VIDEO)
+            stream_ = static_cast<int>(i);
+    if (stream_ < 0)
+        return AviError::no_video;
+    for (unsigned i = 0; i < format_->nb_streams; ++i)
+        if (static_cast<int>(i) != stream_)
+            format_->streams[i]->discard = AVDISCARD_ALL;
+    find_end();
+    return AviError::none;
+}
+
+void FfmpegFilm::find_end() {
+    const int indexed = ffmpeg->avformat_index_get_entries_count(format_->streams[stream_]);
+    const std::int64_t length = header_.length != 0 ? header_.length : std::max(indexed, 0);
+    if (length > 0)
+        end_ = std::min<std::int64_t>(end_, std::int64_t{header_.start} + length);
+}
+
+AviError FfmpegFilm::open_decoder() {
+    const AVCodecParameters* parameters = format_->streams[stream_]->codecpar;
+    const AVCodec* decoder = ffmpeg->avcodec_find_decoder(parameters->codec_id);
+    if (!decoder)
+        return AviError::decompressor;
+    codec_.reset(ffmpeg->avcodec_alloc_context3(decoder));
+    if (!codec_)
+        return AviError::memory;
+    if (const int result = ffmpeg->avcodec_parameters_to_context(codec_.get(), parameters); result < 0)
+        return error_of(result, AviError::decompressor);
+    codec_->thread_count = 1;
+    codec_->max_pixels = std::int64_t{avi_size_limit} * avi_size_limit;
+    codec_->pkt_timebase = format_->streams[stream_]->time_base;
+    if (const int result = ffmpeg->avcodec_open2(codec_.get(), decoder, nullptr); result < 0)
+        return result == AVERROR(ENOMEM) ? AviError::memory : AviError::decompressor;
+    return AviError::none;
+}
+
+// Sends the decoder the film's next packet, or the end.
+bool FfmpegFilm::feed_decoder() {
+    while (!drained_) {
+        if (ffmpeg->av_read_frame(format_.get(), packet_.get()) < 0) {
+            drained_ = true;
+            return ffmpeg->avcodec_send_packet(codec_.get(), nullptr) >= 0;
+        }
+        // An empty packet repeats the previous frame; the decoder would take it for the end.
+        const bool usable = packet_->stream_index == stream_ && packet_->size > 0;
+        const bool sent = usable && ffmpeg->avcodec_send_packet(codec_.get(), packet_.get()) >= 0;
+        ffmpeg->av_packet_unref(packet_.get());
+        if (sent)
+            return true;
+        if (Clock::now() > deadline_)
+            return false;
+    }
+    return false;
+}
+
+bool FfmpegFilm::decode_next() {
+    for (;;) {
+        const int result = ffmpeg->avcodec_receive_frame(codec_.get(), spare_.get());
+        if (result >= 0)
+            break;
+        if (result == AVERROR_EOF || Clock::now() > deadline_ || !feed_decoder())
+            return false;
+    }
+    // The timestamp is the frame's number in the stream; without one, frames are counted.
+    const std::int64_t told = spare_->best_effort_timestamp;
+    number_ = told != AV_NOPTS_VALUE && told > number_ ? told : std::max(number_ + 1, std::int64_t{header_.start});
+    std::swap(decoded_, spare_);
+    converted_ = false;
+    return true;
+}
+
+const AviFrame* FfmpegFilm::frame_at(int time_ms) {
+    const std::int64_t wanted = avi_frame_number(header_, std::max(time_ms, 0));
+    if (wanted >= end_ || wanted < std::int64_t{header_.start})
+        return nullptr;
+    if ((wanted < asked_ || !codec_) && rewind() != AviError::none) {
+        codec_.reset();
+        return nullptr;
+    }
+    asked_ = wanted;
+    deadline_ = Clock::now() + catch_up_limit;
+    while (number_ < wanted) {
+        if (decode_next())
+            continue;
+        if (drained_) // shorter than its header says
+            end_ = number_ + 1;
+        break;
+    }
+    if (number_ < 0 || (!converted_ && !convert()))
+        return nullptr;
+    return wanted < end_ ? &frame_ : nullptr;
+}
+
+bool FfmpegFilm::convert() {
+    const bool fits = decoded_->width == header_.width && decoded_->height == header_.height;
+    const int bits = fits ? direct_bits(decoded_->format).value_or(32) : 32;
+    if (frame_.bits != 0 && frame_.bits != bits)
+        return false; // a film has one depth
+    frame_.width = header_.width;
+    frame_.height = header_.height;
+    frame_.bits = bits;
+    frame_.number = number_;
+    rows_.resize(static_cast<std::size_t>(row_bytes(frame_.width, bits)) * static_cast<std::size_t>(frame_.height));
+    frame_.rows = rows_;
+    if (fits && direct_bits(decoded_->format))
+        copy_rows(bits);
+    else if (!scale_rows())
+        return false;
+    converted_ = true;
+    return true;
+}
+
+void FfmpegFilm::copy_rows(int bits) {
+    const auto stride = static_cast<std::size_t>(row_bytes(frame_.width, bits));
+    const auto used = static_cast<std::size_t>(frame_.width * bits / 8);
+    for (int y = 0; y < frame_.height; ++y)
+        std::memcpy(rows_.data() + static_cast<std::size_t>(frame_.height - 1 - y) * stride,
+                    decoded_->data[0] + static_cast<std::ptrdiff_t>(y) * decoded_->linesize[0], used);
+    if (bits == 8) {
+        std::memcpy(colour_table_.data(), decoded_->data[1], colour_table_size);
+        frame_.colour_table = colour_table_;
+    }
+}
+
+bool FfmpegFilm::scale_rows() {
+    scaler_.reset(ffmpeg->sws_getCachedContext(
+        scaler_.release(), decoded_->width, decoded_->height, static_cast<AVPixelFormat>(decoded_->format),
+        frame_.width, frame_.height, AV_PIX_FMT_BGR0, SWS_BILINEAR, nullptr, nullptr, nullptr));
+    if (!scaler_)
+        return false;
+    const int stride = row_bytes(frame_.width, 32);
+    std::uint8_t* const last_row = rows_.data() + static_cast<std::ptrdiff_t>(frame_.height - 1) * stride;
+    std::uint8_t* const planes[4] = {last_row, nullptr, nullptr, nullptr};
+    const int strides[4] = {-stride, 0, 0, 0};
+    return ffmpeg->sws_scale(scaler_.get(), decoded_->data, decoded_->linesize, 0, decoded_->height, planes, strides) >
+           0;
+}
+
+} // namespace
+
+OpenedFilm open_avi(const std::string& path) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored)) // opening a pipe would wait for its other end
+        return {nullptr, AviError::file};
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        return {nullptr, AviError::file};
+    std::string beginning(header_limit, '\0');
+    file.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+    beginning.resize(static_cast<std::size_t>(file.gcount()));
+    const AviHeader header = read_avi_header(beginning);
+    if (header.error != AviError::none)
+        return {nullptr, header.error};
+    ffmpeg = ffmpeg_functions();
+    if (!ffmpeg)
+        return {nullptr, AviError::decompressor};
+    ffmpeg->av_log_set_level(AV_LOG_QUIET);
+    auto film = std::make_unique<FfmpegFilm>(path, header);
+    if (const AviError error = film->rewind(); error != AviError::none)
+        return {nullptr, error};
+    return {std::move(film), AviError::none};
+}
+
+} // namespace vcc::platform

@@ -1,0 +1,228 @@
+// TrueType text by FreeType.
+#include "media/truetype.h"
+
+#include "media/truetype_draw.h"
+#include "platform/files.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_ADVANCES_H
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <limits>
+#include <numeric>
+#include <optional>
+#include <type_traits>
+
+namespace vcc::platform {
+namespace {
+
+FT_Library renderer = nullptr;
+
+// Windows Latin-1 differs from Latin-1 in 0x80 to 0x9F only.
+constexpr std::array<char16_t, 32> windows_characters{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+constexpr FT_ULong unicode_of(unsigned char character) {
+    return character >= 0x80 && character < 0xA0 ? windows_characters[character - 0x80u] : character;
+}
+
+constexpr bool is_control(FT_ULong code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+}
+
+struct FaceCloser {
+    void operator()(FT_Face face) const noexcept { FT_Done_Face(face); }
+};
+using FacePtr = std::unique_ptr<std::remove_pointer_t<FT_Face>, FaceCloser>;
+
+// Hard edges need outlines hinted in both directions. Smoothed ones are hinted vertically only, which keeps the shapes
+// and sharp horizontal strokes.
+constexpr FT_Int32 hard_load = FT_LOAD_TARGET_MONO | FT_LOAD_RENDER;
+constexpr FT_Int32 smooth_load = FT_LOAD_TARGET_LIGHT | FT_LOAD_RENDER;
+
+std::uint8_t coverage_at(const FT_Bitmap& bitmap, int x, int y) {
+    const unsigned char* row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
+    if (bitmap.pixel_mode == FT_PIXEL_MODE_MONO)
+        return (row[x / 8] & (0x80 >> (x % 8))) != 0 ? 255 : 0;
+    return row[x];
+}
+
+// Removes the row with the least ink from the upper half: the gap below an accent, if there is one.
+void drop_faintest_row(GlyphPicture& picture) {
+    const auto row_at = [&](int y) {
+        return picture.coverage.begin() + static_cast<std::ptrdiff_t>(y) * picture.width;
+    };
+    int faintest = 0, least = std::numeric_limits<int>::max();
+    for (int y = 0; y < (picture.height + 1) / 2; ++y)
+        if (const int ink = std::accumulate(row_at(y), row_at(y + 1), 0); ink < least) {
+            faintest = y;
+            least = ink;
+        }
+    picture.coverage.erase(row_at(faintest), row_at(faintest + 1));
+    --picture.height;
+}
+
+class FreeTypeFont final : public TrueTypeFont {
+public:
+    explicit FreeTypeFont(FacePtr face) : face_(std::move(face)) { set_size(12); }
+
+    void set_size(int height_px) override;
+    void set_extra_spacing(int spacing_px) override { spacing_ = std::clamp(spacing_px, -20, 100); }
+    void set_fixed_advance(int advance_px) override { fixed_advance_ = std::clamp(advance_px, 0, 400); }
+    int text_length(std::string_view text) const override;
+    void text_out(BITMAP* target, std::string_view text, int x, int y, int colour) override {
+        draw(target, text, x, y, colour, hard_load, hard_);
+    }
+    void text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour) override {
+        draw(target, text, x, y, colour, smooth_load, smooth_);
+    }
+
+private:
+    using Cache = std::array<std::optional<GlyphPicture>, 256>;
+
+    const GlyphPicture& glyph(Cache& cache, FT_Int32 load, unsigned char character) const;
+    GlyphPicture render(FT_Int32 load, unsigned char character) const;
+    FT_UInt index_of(unsigned char character) const;
+    int face_advance(unsigned char character) const;
+    int descent() const;
+    int advance(unsigned char character) const;
+    void draw(BITMAP* target, std::string_view text, int x, int y, int colour, FT_Int32 load, Cache& cache) const;
+
+    FacePtr face_;
+    int height_ = 0;   // of the cell, pixels
+    int baseline_ = 0; // rows from the top of the cell
+    int spacing_ = 0;
+    int fixed_advance_ = 0;
+    std::array<int, 256> advances_{};
+    Cache hard_, smooth_;
+};
+
+void FreeTypeFont::set_size(int height_px) {
+    height_px = std::clamp(height_px, 1, 200);
+    if (height_px == height_)
+        return;
+    height_ = height_px;
+    // Hinting needs a whole em size: the largest whose face fits the height.
+    const long units = std::max<long>(face_->units_per_EM, 1), face_units = face_->ascender - face_->descender;
+    const long em = face_units > 0 ? (2L * height_ + 1) * units / (2 * face_units) : height_;
+    FT_Set_Pixel_Sizes(face_.get(), 0, static_cast<FT_UInt>(std::clamp(em, 1L, 400L)));
+    const long ppem = face_->size->metrics.y_ppem;
+    const auto ascent = static_cast<int>((2L * face_->ascender * ppem + units) / (2 * units));
+    baseline_ = std::min(ascent, std::max(height_ - descent(), 0));
+    hard_ = {};
+    smooth_ = {};
+    for (int code = 0; code < 256; ++code)
+        advances_[static_cast<std::size_t>(code)] = face_advance(static_cast<unsigned char>(code));
+}
+
+FT_UInt FreeTypeFont::index_of(unsigned char character) const {
+    const FT_ULong code = unicode_of(character);
+    return FT_Get_Char_Index(face_.get(), is_control(code) ? FT_ULong{' '} : code);
+}
+
+// The designed advance, rounded, for both ways of drawing, so that a text is equally long in both.
+int FreeTypeFont::face_advance(unsigned char character) const {
+    FT_Fixed advance_16_16 = 0;
+    if (FT_Get_Advance(face_.get(), index_of(character), FT_LOAD_NO_HINTING, &advance_16_16) != 0)
+        return 0;
+    return static_cast<int>((advance_16_16 + 0x8000) >> 16);
+}
+
+constexpr std::array<unsigned char, 6> descenders{'g', 'j', 'p', 'Q', '(', '|'};
+
+// Rows that common descenders take below the baseline.
+int FreeTypeFont::descent() const {
+    int rows = 0;
+    for (const FT_Int32 load : {hard_load, smooth_load})
+        for (const unsigned char character : descenders)
+            if (FT_Load_Glyph(face_.get(), index_of(character), load) == 0)
+                rows = std::max(rows, static_cast<int>(face_->glyph->bitmap.rows) - face_->glyph->bitmap_top);
+    return rows;
+}
+
+int FreeTypeFont::advance(unsigned char character) const {
+    return (fixed_advance_ > 0 ? fixed_advance_ : advances_[character]) + spacing_;
+}
+
+GlyphPicture FreeTypeFont::render(FT_Int32 load, unsigned char character) const {
+    GlyphPicture picture;
+    if (FT_Load_Glyph(face_.get(), index_of(character), load) != 0)
+        return picture;
+    const FT_GlyphSlot slot = face_->glyph;
+    const FT_Bitmap& bitmap = slot->bitmap;
+    if (bitmap.pixel_mode != FT_PIXEL_MODE_MONO && bitmap.pixel_mode != FT_PIXEL_MODE_GRAY)
+        return picture;
+    const int width = static_cast<int>(bitmap.width), rows = static_cast<int>(bitmap.rows);
+    if (width == 0 || rows == 0)
+        return picture;
+    // Callers restore and fill only the text's box, so nothing may protrude: a character that overhangs to the left
+    // moves right, an accent above the cell comes closer to its letter, a descender below the cell moves up.
+    picture.width = width;
+    picture.height = rows;
+    picture.left = std::max(slot->bitmap_left, 0);
+    picture.coverage.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(rows));
+    for (int y = 0; y < rows; ++y)
+        for (int x = 0; x < width; ++x)
+            picture.coverage.push_back(coverage_at(bitmap, x, y));
+    for (picture.top = baseline_ - slot->bitmap_top; picture.top < 0 && picture.height > 1; ++picture.top)
+        drop_faintest_row(picture);
+    while (picture.height > height_)
+        drop_faintest_row(picture);
+    picture.top = std::clamp(picture.top, 0, height_ - picture.height);
+    return picture;
+}
+
+const GlyphPicture& FreeTypeFont::glyph(Cache& cache, FT_Int32 load, unsigned char character) const {
+    std::optional<GlyphPicture>& entry = cache[character];
+    if (!entry)
+        entry = render(load, character);
+    return *entry;
+}
+
+int FreeTypeFont::text_length(std::string_view text) const {
+    int length = 0;
+    for (const char character : text)
+        length += advance(static_cast<unsigned char>(character));
+    return std::max(length, 0);
+}
+
+void FreeTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, FT_Int32 load,
+                        Cache& cache) const {
+    if (!target)
+        return;
+    for (const char character : text) {
+        const auto code = static_cast<unsigned char>(character);
+        const int in_cell = fixed_advance_ > 0 ? std::max(0, (fixed_advance_ - advances_[code]) / 2) : 0;
+        draw_glyph(target, glyph(cache, load, code), x + in_cell, y, colour);
+        x += advance(code);
+    }
+}
+
+} // namespace
+
+bool init_truetype() {
+    return renderer != nullptr || FT_Init_FreeType(&renderer) == 0;
+}
+
+void exit_truetype() {
+    if (renderer)
+        FT_Done_FreeType(renderer);
+    renderer = nullptr;
+}
+
+std::unique_ptr<TrueTypeFont> load_truetype_font(const std::string& path) {
+    FT_Face opened = nullptr;
+    if (!renderer || !file_exists(path) || FT_New_Face(renderer, path.c_str(), 0, &opened) != 0)
+        return nullptr;
+    FacePtr face(opened);
+    if (!FT_IS_SCALABLE(face.get()) || FT_Select_Charmap(face.get(), FT_ENCODING_UNICODE) != 0)
+        return nullptr;
+    return std::make_unique<FreeTypeFont>(std::move(face));
+}
+
+} // namespace vcc::platform

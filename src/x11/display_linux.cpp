@@ -1,0 +1,134 @@
+#include "x11/display.h"
+
+#include "platform/files.h"
+#include "x11/scaled_display.h"
+#include "x11/window_identity.h"
+
+#include <allegro.h>
+#include <xalleg.h>
+
+#include <array>
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/prctl.h>
+
+#include <unistd.h>
+
+namespace vcc::platform {
+
+namespace {
+
+constexpr const char* compose_variable = "XCOMPOSEFILE"; ///< not for programs that we start
+
+bool player_has_a_compose_list() {
+    const char* const home = std::getenv("HOME");
+    return std::getenv(compose_variable) || (home && file_exists(std::string(home) + "/.XCompose"));
+}
+
+/// Runs `use` on the library's connection to the display, if there is one. Acquiring the screen keeps the library's
+/// thread off the connection.
+template <class Use>
+void with_display(Use use) {
+    if (!_xwin.display || !screen)
+        return;
+    acquire_screen();
+    use(_xwin.display);
+    release_screen();
+}
+
+void (*note_lost_display)();
+
+// By default the X library leaves by exit(), which shuts the graphics library down in a thread that holds its lock.
+int leave_now(Display*) {
+    static std::atomic_flag leaving;
+    while (leaving.test_and_set())
+        ::pause(); // another thread is leaving
+    note_lost_display();
+    ::_exit(EXIT_FAILURE);
+}
+
+} // namespace
+
+void end_with_display(void (*note)()) {
+    note_lost_display = note;
+    XSetIOErrorHandler(leave_now);
+}
+
+void prepare_window() {
+    identify_window(); // the X11 drivers draw the pointer into the picture by default
+}
+
+namespace {
+
+constexpr unsigned long late_wake_ns = 4'000'000; ///< with the thread's own millisecond half of its 10 ms
+
+} // namespace
+
+int start_library() {
+    ::prctl(PR_SET_TIMERSLACK, late_wake_ns); // inherited by the library's thread
+    const int result = allegro_init();
+    ::prctl(PR_SET_TIMERSLACK, 0UL); // the default
+    return result;
+}
+
+void take_display_events() {
+    with_display([](Display* display) {
+        if (XPending(display) > 0)
+            _xwin_handle_input();
+    });
+}
+
+namespace {
+
+const int wake_descriptor = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+
+} // namespace
+
+void wait_for_input(int longest_ms) {
+    bool waiting = false;
+    with_display([&](Display* display) { waiting = XQLength(display) > 0; });
+    if (waiting)
+        return;
+    std::array<pollfd, 2> sources{{{wake_descriptor, POLLIN, 0}, {-1, POLLIN, 0}}};
+    if (_xwin.display)
+        sources[1].fd = XConnectionNumber(_xwin.display);
+    if (::poll(sources.data(), sources.size(), longest_ms) > 0 && sources[0].revents != 0) {
+        eventfd_t count = 0;
+        ::eventfd_read(wake_descriptor, &count);
+    }
+}
+
+void end_wait() {
+    ::eventfd_write(wake_descriptor, 1);
+}
+
+// The library leaves its requests in the client's queue until its thread next reads events, up to 10 ms later. vsync()
+// flushes the queue too, but then sleeps until the next tick of its 70 Hz counter.
+void flush_display() {
+    with_display([](Display* display) {
+        show_scaled_drawing();
+        XFlush(display);
+    });
+}
+
+ComposeList::ComposeList(const std::string& path) {
+    if (player_has_a_compose_list() || !file_exists(path))
+        return;
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(resolve_path(path), error);
+    ours_ = !error && ::setenv(compose_variable, whole.c_str(), 1) == 0;
+}
+
+ComposeList::~ComposeList() {
+    if (ours_)
+        ::unsetenv(compose_variable);
+}
+
+const int full_screen_list_driver = GFX_XWINDOWS_FULLSCREEN;
+const bool full_screen_is_centred = true;
+
+} // namespace vcc::platform

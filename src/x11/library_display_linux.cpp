@@ -1,0 +1,79 @@
+#include "x11/library_display.h"
+
+#include "x11/reminder.h"
+#include "x11/window_identity.h"
+#include "x11/x_library.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vcc::platform {
+
+namespace {
+
+using Clock = Reminder::Clock;
+constexpr std::chrono::seconds settling{1}; ///< of the window manager after a change of mode
+
+void (*show_part)(int x, int y, int width, int height);
+Reminder reminder;
+bool full_screen = false;
+Clock::time_point changed{}; ///< from the window to full screen or back
+
+bool has_keyboard() {
+    Window focus = None;
+    int revert_to = 0;
+    XGetInputFocus(_xwin.display, &focus, &revert_to);
+    return std::ranges::count(std::array{_xwin.window, _xwin.wm_window, _xwin.fs_window}, focus) != 0;
+}
+
+/// Window managers ignore the library's full-screen window: they give the keyboard to another one when the program's
+/// window disappears, or to none when it comes back. In full screen the library takes all keys and clicks, so they are
+/// meant for the program whatever window has the keyboard.
+void keep_keyboard() {
+    const bool full = gfx_driver->id == GFX_XWINDOWS_FULLSCREEN;
+    const Clock::time_point now = Clock::now();
+    if (full != full_screen)
+        changed = now;
+    full_screen = full;
+    const bool wanted = now < changed + settling || (full && (keypressed() != 0 || mouse_b != 0));
+    if (wanted && !has_keyboard())
+        focus_if_viewable(full ? _xwin.window : _xwin.wm_window);
+}
+
+// The library calls these with its lock held.
+
+void redraw(int x, int y, int width, int height) {
+    show_part(x, y, width, height);
+    reminder.drawn();
+}
+
+int is_ping_event(Display*, XEvent* event, char*) {
+    return is_ping(*event);
+}
+
+void read_events() {
+    if (!_xwin.display)
+        return;
+    for (XEvent ping; XCheckIfEvent(_xwin.display, &ping, is_ping_event, nullptr);)
+        answer_ping(ping);
+    read_library_events();
+    if (!gfx_driver || !_xwin.ximage)
+        return;
+    keep_keyboard();
+    if (reminder.due())
+        show_part(0, 0, _xwin.screen_width, _xwin.screen_height);
+    XFlush(_xwin.display);
+}
+
+} // namespace
+
+void tend_library_windows() {
+    if (!system_driver || system_driver->id != SYSTEM_XWINDOWS)
+        return;
+    const DisplayLock lock;
+    show_part = _xwin_window_redrawer;
+    _xwin_window_redrawer = redraw;
+    _xwin_input_handler = read_events;
+}
+
+} // namespace vcc::platform

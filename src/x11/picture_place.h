@@ -1,0 +1,52 @@
+// Places a picture of a fixed size in a window of any size, and converts between their pixels. Values in, values out.
+#pragma once
+
+#include "platform/area.h"
+
+#include <algorithm>
+
+namespace vcc::platform {
+
+/// A window as it stands on the desktop between two runs of the program.
+struct WindowPlace {
+    Area area; ///< without a frame; empty if it is not known
+    bool maximised = false;
+};
+
+enum class Fit {
+    aspect,     ///< as large as the window allows
+    whole_steps ///< the largest whole multiple; as above if the window is smaller than the picture
+};
+
+struct PicturePlace {
+    int x = 0, y = 0; ///< of the picture's corner in the window
+    Size size;
+
+    constexpr bool operator==(const PicturePlace&) const = default;
+};
+
+/// The picture's place, centred in the window with its aspect ratio kept. Sizes are at least 1.
+PicturePlace place_picture(Size window, Size picture, Fit fit);
+
+/// Size of a new window as a multiple of the picture: the largest whole number that fits into four fifths of the room,
+/// at least 1.
+int start_step(Size room, Size picture);
+
+/// The place for a new window of this size: the wanted one, but no larger than the room; in its middle if less than
+/// half of it would be on the desktop.
+Area fitted_place(const Area& wanted, const Area& room, const Area& desktop);
+
+/// The picture's pixel under the middle of a shown pixel, `at` pixels from the shown edge; clamped to the picture.
+constexpr int picture_pixel(int at, int shown, int picture) {
+    return std::clamp(static_cast<int>((2LL * at + 1) * picture / (2LL * shown)), 0, picture - 1);
+}
+
+/// The shown pixel in the middle of a picture's pixel; the inverse of picture_pixel() unless the picture is reduced.
+constexpr int shown_pixel(int at, int shown, int picture) {
+    return static_cast<int>((2LL * at + 1) * shown / (2LL * picture));
+}
+
+/// The shown pixels that depend on an area of the picture.
+Area shown_area(const Area& area, Size shown, Size picture);
+
+} // namespace vcc::platform

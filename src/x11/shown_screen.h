@@ -1,0 +1,64 @@
+// Shows the library's screen in a window at any size. The caller holds the display's lock.
+#pragma once
+
+#include "x11/changed_parts.h"
+#include "x11/picture_place.h"
+#include "x11/reminder.h"
+#include "x11/scaler.h"
+#include "x11/shared_image.h"
+
+#include <memory>
+#include <vector>
+
+namespace vcc::platform {
+
+class ShownScreen {
+public:
+    using Redraw = void (*)(int x, int y, int width, int height);
+
+    /// `redraw` is the library's function that shows a part of its screen at its own size.
+    ShownScreen(Fit fit, Redraw redraw) : fit_(fit), redraw_(redraw) {}
+
+    /// For a new screen of the library in a window of this size. Returns the same as lay_out().
+    bool open(Size window);
+    void close();
+    /// Restores the picture's window as the library expects it.
+    static void give_back_window();
+    bool is_open() const { return open_; }
+
+    /// For a new size of the window. False if there is no memory for a picture of that size, which is then shown at its
+    /// own.
+    bool lay_out(Size window);
+    Size window() const { return window_; }
+    Size picture() const;
+    const PicturePlace& place() const { return place_; }
+
+    /// Notes a changed part of the library's screen.
+    void changed(const Area& area);
+    /// Notes a part of the shown picture that must be shown again.
+    void uncovered(const Area& area);
+    /// Shows what was noted, and a while after the last change the whole picture again.
+    void present();
+
+private:
+    bool is_scaled() const { return rows_ != nullptr; }
+    void show_changes();
+    void show_whole();
+    void show(const Area& area);
+    PixelRows picture_rows() const;
+
+    Fit fit_;
+    Redraw redraw_;
+    bool open_ = false;
+    Size window_;
+    PicturePlace place_;
+    std::unique_ptr<SharedRows> rows_; ///< null: the picture is shown at its own size
+    Size scaled_;                      ///< the size of the scaled picture
+    Scaler scaler_;
+    ShownPicture shown_;
+    std::vector<Area> changed_;   ///< of the library's screen
+    std::vector<Area> uncovered_; ///< of the shown picture
+    Reminder reminder_;
+};
+
+} // namespace vcc::platform

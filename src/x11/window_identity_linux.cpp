@@ -1,0 +1,88 @@
+#include "x11/window_identity.h"
+
+#include "platform/latin1.h"
+
+#include <X11/Xatom.h>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+// icon.bgra: pixels of 32 bits, made from the icon of the desktop's menu.
+asm(".pushsection .rodata\n"
+    "icon_begin: .incbin \"icon.bgra\"\n"
+    "icon_end:\n"
+    ".popsection\n");
+extern "C" const std::uint8_t icon_begin[], icon_end[]; // NOLINT(modernize-avoid-c-arrays)
+
+namespace vcc::platform {
+
+namespace {
+
+constexpr unsigned long icon_side = 48;
+constexpr const char *class_name = "Veldor", *instance_name = "veldor"; ///< the desktop entry names the first
+
+void (*set_library_title)(const char* title);
+
+Atom atom(const char* name) {
+    return XInternAtom(_xwin.display, name, False);
+}
+
+void set_numbers(const char* name, Atom type, const std::vector<unsigned long>& values) {
+    XChangeProperty(_xwin.display, _xwin.wm_window, atom(name), type, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(values.data()), static_cast<int>(values.size()));
+}
+
+void set_icon() {
+    std::vector<unsigned long> values{icon_side, icon_side};
+    for (const std::uint8_t* at = icon_begin; at < icon_end; at += sizeof(std::uint32_t)) {
+        std::uint32_t pixel = 0;
+        std::memcpy(&pixel, at, sizeof pixel);
+        values.push_back(pixel);
+    }
+    set_numbers("_NET_WM_ICON", XA_CARDINAL, values);
+}
+
+void set_title(const char* title) {
+    set_library_title(title);
+    const DisplayLock lock;
+    const std::string name = utf8_from_latin1(title);
+    XChangeProperty(_xwin.display, _xwin.wm_window, atom("_NET_WM_NAME"), atom("UTF8_STRING"), 8, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(name.data()), static_cast<int>(name.size()));
+}
+
+} // namespace
+
+void identify_window() {
+    if (!system_driver || system_driver->id != SYSTEM_XWINDOWS)
+        return;
+    const DisplayLock lock;
+    std::string instance = instance_name, name = class_name;
+    XClassHint class_hint{instance.data(), name.data()};
+    XWMHints hints{}; // without the library's icon
+    hints.flags = InputHint | StateHint;
+    hints.input = True;
+    hints.initial_state = NormalState;
+    // names the machine, too, without which no process number counts
+    XSetWMProperties(_xwin.display, _xwin.wm_window, nullptr, nullptr, nullptr, 0, nullptr, &hints, &class_hint);
+    set_numbers("_NET_WM_PID", XA_CARDINAL, {static_cast<unsigned long>(::getpid())});
+    std::array<Atom, 2> protocols{atom("WM_DELETE_WINDOW"), atom("_NET_WM_PING")};
+    XSetWMProtocols(_xwin.display, _xwin.wm_window, protocols.data(), static_cast<int>(protocols.size()));
+    set_icon();
+    set_library_title = system_driver->set_window_title;
+    system_driver->set_window_title = set_title;
+}
+
+bool is_ping(const XEvent& event) {
+    return event.type == ClientMessage && static_cast<Atom>(event.xclient.data.l[0]) == atom("_NET_WM_PING");
+}
+
+void answer_ping(XEvent event) {
+    event.xclient.window = XDefaultRootWindow(_xwin.display);
+    XSendEvent(_xwin.display, event.xclient.window, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
+}
+
+} // namespace vcc::platform

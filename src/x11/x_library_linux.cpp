@@ -1,0 +1,58 @@
+#include "x11/x_library.h"
+
+namespace vcc::platform {
+
+namespace {
+
+bool request_refused;
+
+int note_refusal(Display*, XErrorEvent*) {
+    request_refused = true;
+    return 0;
+}
+
+} // namespace
+
+const GFX_DRIVER* library_driver(int id) {
+    for (const _DRIVER_INFO* row = _xwin_gfx_driver_list; row->driver; ++row)
+        if (row->id == id)
+            return static_cast<const GFX_DRIVER*>(row->driver);
+    return nullptr;
+}
+
+void register_driver(GFX_DRIVER& driver) {
+    _unix_register_gfx_driver(driver.id, &driver, TRUE, TRUE);
+}
+
+void read_library_events() {
+    if (_xwin.mouse_warped || XPending(_xwin.display) > 0) // it also ends relative motion in time
+        _xwin_private_handle_input();
+    else
+        XFlush(_xwin.display);
+}
+
+// A window that disappears passes its focus to its parent, in full screen the root window. With RevertToParent the next
+// step is None, and without a window manager no key would reach the program any more.
+void focus_if_viewable(Window window) {
+    XWindowAttributes attributes;
+    if (XGetWindowAttributes(_xwin.display, window, &attributes) && attributes.map_state == IsViewable)
+        XSetInputFocus(_xwin.display, window, RevertToPointerRoot, CurrentTime);
+}
+
+RequestTrap::RequestTrap() {
+    XSync(_xwin.display, False); // errors of earlier requests do not count
+    request_refused = false;
+    before_ = XSetErrorHandler(note_refusal);
+}
+
+RequestTrap::~RequestTrap() {
+    XSync(_xwin.display, False);
+    XSetErrorHandler(before_);
+}
+
+bool RequestTrap::refused() const {
+    XSync(_xwin.display, False);
+    return request_refused;
+}
+
+} // namespace vcc::platform

@@ -1,0 +1,109 @@
+#include "folder_test.h"
+#include "media/avi.h"
+#include "support/avi_file.h"
+
+#include <sys/stat.h>
+
+namespace vcc::platform {
+namespace {
+
+using test::AviFile;
+
+class Avi : public test::FolderTest {
+protected:
+    OpenedFilm open(const std::string& bytes) {
+        folder.write("film.avi", bytes);
+        return open_avi("film.avi");
+    }
+};
+
+// A film of `count` frames of 2 x 2 pixels at 24 bits, each filled with its number.
+AviFile numbered(int count) {
+    AviFile film(2, 2, 24);
+    for (int i = 0; i < count; ++i)
+        film.frame(std::string(16, static_cast<char>(i)));
+    return film;
+}
+
+TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
+    const std::string good = numbered(1).bytes();
+    const std::pair<std::string, AviError> cases[] = {
+        {std::string(good).insert(12, AviFile::chunk("JUNK", "odd")), AviError::none}, // a pad byte is passed over
+        {"RIFF", AviError::bad_format},
+        {good.substr(0, 130), AviError::no_video},
+        {good.substr(0, 200), AviError::video_format},
+        {AviFile(0, 2, 24).bytes(), AviError::video_format},
+        {AviFile(4097, 2, 24).bytes(), AviError::video_format},
+        {AviFile(2, static_cast<int>(0x80000000), 24).bytes(), AviError::video_format},
+        {AviFile(2, 2, 24).compression("?!?!").frame("x").bytes(), AviError::decompressor},
+    };
+    for (const auto& [bytes, expected] : cases) {
+        EXPECT_EQ(open(bytes).error, expected) << "film of " << bytes.size() << " bytes";
+    }
+}
+
+TEST_F(Avi, FramesComeByTimeForwardsAndBackwards) {
+    const auto film = open(numbered(50).rate(30000, 1001).bytes()).film;
+    ASSERT_TRUE(film);
+    EXPECT_EQ(film->end_ms(), 1668);
+    for (const auto& [time_ms, number] : {std::pair(0, 0), {33, 0}, {34, 1}, {1001, 30}, {1000, 29}, {1668, 49}}) {
+        const AviFrame* frame = film->frame_at(time_ms);
+        ASSERT_TRUE(frame) << time_ms;
+        EXPECT_EQ(frame->number, number) << time_ms;
+        EXPECT_EQ(frame->rows[0], number) << time_ms;
+    }
+    EXPECT_EQ(film->frame_at(1669), nullptr);
+}
+
+TEST_F(Avi, FilmsOfEveryDepthKeepTheirRowsAndColours) {
+    // Three pixels wide, so that rows are padded.
+    const std::pair<int, std::string> cases[] = {
+        {8, {"\0\0\0\0\1\2\3\0", 8}},
+        {16, {"abcdef\0\0ghijkl\0\0", 16}},
+        {32, "abcdefghijklmnopqrstuvwx"},
+    };
+    for (const auto& [bits, rows] : cases) {
+        const auto film = open(AviFile(3, 2, bits).colour_table(std::string(1024, '\x7F')).frame(rows).bytes()).film;
+        const AviFrame* frame = film ? film->frame_at(0) : nullptr;
+        ASSERT_TRUE(frame) << bits;
+        EXPECT_EQ(std::string(frame->rows.begin(), frame->rows.end()), rows) << bits;
+        EXPECT_TRUE(bits != 8 || frame->colour_table[4] == 0x7F);
+    }
+}
+
+#ifndef _WIN32 // pipes, and the command that makes films
+TEST_F(Avi, APipeIsNoFilm) {
+    ASSERT_EQ(mkfifo("pipe.avi", 0600), 0);
+    EXPECT_EQ(open_avi("pipe.avi").film, nullptr);
+}
+
+TEST_F(Avi, CompressedFilmsAreDecodedWhole) {
+    // Red above blue, green in the last second.
+    const std::string draw = "color=red:s=64x64:d=3,drawbox=y=32:c=blue:t=fill,drawbox=c=lime:t=fill:enable=gte(t\\,2)";
+    for (const char* codec : {"rawvideo -pix_fmt yuv420p", "mjpeg", "mpeg4 -bf 2"}) {
+        const std::string command = "ffmpeg -v quiet -y -f lavfi -i '" + draw + "' -c:v " + codec + " film.avi";
+        ASSERT_EQ(std::system(command.c_str()), 0) << codec;
+        const auto film = open_avi("film.avi").film;
+        for (const int time_ms : {0, 2500, 1500}) {
+            const AviFrame* frame = film ? film->frame_at(time_ms) : nullptr;
+            ASSERT_TRUE(frame && frame->rows.size() == 64 * 64 * 4) << codec << time_ms;
+            const auto top = frame->rows.last(64 * 4), bottom = frame->rows.first(64 * 4); // blue, green, red
+            EXPECT_GT(top[time_ms == 2500 ? 1 : 2], 200) << codec << time_ms;
+            EXPECT_GT(bottom[time_ms == 2500 ? 1 : 0], 200) << codec << time_ms;
+        }
+    }
+}
+#endif
+
+TEST_F(Avi, AFilmEndsWhereItsFramesEndWhateverItsHeaderSays) {
+    const std::string whole = numbered(40).length(0xFFFFFFFF).bytes();
+    const auto film = open(whole.substr(0, whole.size() * 3 / 5)).film;
+    ASSERT_TRUE(film);
+    EXPECT_EQ(film->end_ms(), 0x7FFFFFFF);
+    EXPECT_EQ(film->frame_at(1500), nullptr);
+    EXPECT_LT(film->end_ms(), 1500);
+    EXPECT_TRUE(film->frame_at(200));
+}
+
+} // namespace
+} // namespace vcc::platform
