@@ -134,7 +134,8 @@ void trace_to_sources(const Installation& installation, Faults& faults) {
     for (const char* folder : {"screens", "../screens"})
         for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error))
             if (file->path().extension() == ".toml")
-                trace_to_source(platform::name_of(file->path()), installation, faults);
+                trace_to_source(std::string(folder) + "/" + platform::name_of(file->path().filename()), installation,
+                                faults);
 }
 
 SourceCheck check_source(const std::string& file, std::string_view text, const SourceRules& rules) {
