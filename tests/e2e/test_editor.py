@@ -538,6 +538,8 @@ def test_an_evening_of_a_maker(browser, tmp_path, request):
     assert len(browser.all("#items li")) > 50
     browser.driver.save_screenshot(str(tmp_path / "options.png"))
     assert "no source yet" in browser.text("#properties")
+    assert not browser.run("""return [...document.querySelectorAll('#properties *')].some((each) =>
+        each.clientWidth > 0 && each.scrollWidth > each.clientWidth)"""), "a long name is wrapped"
     browser.press("Windows")
     browser.all("#items li")[3].click()
     browser.keys("f6", "f6", "f6", "f6")
