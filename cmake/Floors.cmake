@@ -13,8 +13,5 @@ function(veldor_floor name)
   target_include_directories(veldor_${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_BINARY_DIR}/generated")
   target_link_libraries(veldor_${name} PUBLIC ${ARGN} PRIVATE veldor_warnings)
   set_target_properties(veldor_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
-  if(VELDOR_SANITIZE)
-    target_compile_options(veldor_${name} PRIVATE -O1) # what draws takes most of the tests' time
-  endif()
   veldor_precompile(veldor_${name} veldor_platform <allegro.h> ${VELDOR_STANDARD_HEADERS})
 endfunction()
