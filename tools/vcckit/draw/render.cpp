@@ -180,6 +180,7 @@ BitmapPtr Renderer::draw(const RenderRequest& request, std::string& fault) {
         return nullptr;
     hurry(menu_set);
     hurry(options_set);
+    frame_rest = 0; // nobody looks on
     if (!kept_->display)
         kept_->display.reset(create_bitmap(layout_width, layout_height));
     const StandInDisplay display(kept_->display.get());
