@@ -14,6 +14,9 @@ Area whole_desktop();
 /// Room for a new window: the monitor under the pointer without the desktop's bars.
 Area room_for_window();
 
+/// How much larger than usual the player wants things to be: 1 if he has not said so.
+double desktop_scale();
+
 /// A window's numbers or atoms of that name; empty if there are none.
 std::vector<unsigned long> window_property(Window window, const char* name, Atom wanted_type);
 

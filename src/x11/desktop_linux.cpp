@@ -4,14 +4,13 @@
 #include "x11/x_library.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <span>
 #include <vector>
 
 #include <X11/Xatom.h>
 
 namespace vcc::platform {
-
-namespace {} // namespace
 
 std::vector<unsigned long> window_property(Window window, const char* name, Atom wanted_type) {
     constexpr long longest = 4096;
@@ -96,9 +95,18 @@ Area room_for_window() {
     return free.empty() ? monitor : free; // a window manager may report anything
 }
 
+double desktop_scale() {
+    constexpr double usual_dots_per_inch = 96;
+    const char* const dots_per_inch = XGetDefault(_xwin.display, "Xft", "dpi");
+    return dots_per_inch ? std::atof(dots_per_inch) / usual_dots_per_inch : 1;
+}
+
 bool manager_shows_full_screen() {
+    XWindowAttributes root;
+    XGetWindowAttributes(_xwin.display, XDefaultRootWindow(_xwin.display), &root);
+    const bool running = root.all_event_masks & SubstructureRedirectMask; // one that was killed leaves its properties
     const Atom wanted = XInternAtom(_xwin.display, "_NET_WM_STATE_FULLSCREEN", False);
-    return std::ranges::count(root_property("_NET_SUPPORTED", XA_ATOM), wanted) != 0;
+    return running && std::ranges::count(root_property("_NET_SUPPORTED", XA_ATOM), wanted) != 0;
 }
 
 } // namespace vcc::platform

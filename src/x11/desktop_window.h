@@ -9,10 +9,10 @@ namespace vcc::platform {
 
 class DesktopWindow {
 public:
-    explicit DesktopWindow(const WindowPlace& first) : first_(first) {}
+    DesktopWindow(Fit fit, const WindowPlace& first) : fit_(fit), first_(first) {}
 
-    /// Opens the window for a picture: the first time where `first` says, or at start_step() times the picture's size,
-    /// later at the size that the player has chosen. It appears with the first reveal().
+    /// Opens the window for a picture: the first time where `first` says, or at first_size(), later at the size that
+    /// the player has chosen. It appears with the first reveal().
     void open(Size picture, bool full_screen);
     void reveal();
     void hide();
@@ -29,6 +29,7 @@ public:
     WindowPlace place() const;
 
     void configured(const XConfigureEvent& event);
+    void reparented();
     void property_changed(const XPropertyEvent& event);
 
 private:
@@ -38,6 +39,7 @@ private:
     void ask_for_full_screen(bool wanted);
     void cover_desktop() const;
 
+    Fit fit_;
     WindowPlace first_;
     bool open_ = false, visible_ = false;
     bool full_ = false;

@@ -95,8 +95,8 @@ void DesktopWindow::set_first_size(Size picture) {
     const Area room = room_for_window();
     Area wanted = first_.area;
     if (wanted.empty()) {
-        const int step = start_step(room.size(), picture);
-        wanted = {room.x2, room.y2, room.x2 + picture.width * step, room.y2 + picture.height * step}; // not yet placed
+        const Size size = first_size(room.size(), picture, desktop_scale(), fit_);
+        wanted = {room.x2, room.y2, room.x2 + size.width, room.y2 + size.height}; // not yet placed
     }
     first_.area = windowed_ = fitted_place(wanted, room, first_.area.empty() ? room : whole_desktop());
     move_and_resize(windowed_);
@@ -119,8 +119,7 @@ void DesktopWindow::reveal() {
 void DesktopWindow::set_full_screen(bool wanted) {
     if (!wanted && !full_ && !asked_)
         return;
-    if (wanted)
-        managed_ = manager_shows_full_screen();
+    managed_ = manager_shows_full_screen() && (wanted || !visible_ || has_state(full_screen_state) || asked_);
     full_ = wanted;
     if (managed_ && visible_) {
         ask_for_full_screen(wanted);
@@ -186,6 +185,15 @@ void DesktopWindow::configured(const XConfigureEvent& event) {
         windowed_ = {event.x, event.y, event.x + event.width, event.y + event.height};
     else if (event.window == XDefaultRootWindow(_xwin.display) && unmanaged_full)
         cover_desktop(); // a monitor was added or removed
+}
+
+/// A window manager has taken the window, or has ended.
+void DesktopWindow::reparented() {
+    if (!full_ || !visible_ || managed_ == manager_shows_full_screen())
+        return;
+    set_full_screen(true);
+    started_full_ = managed_; // for this manager
+    first_.area = windowed_;
 }
 
 void DesktopWindow::property_changed(const XPropertyEvent& event) {

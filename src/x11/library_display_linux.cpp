@@ -60,6 +60,8 @@ void read_events() {
     if (!gfx_driver || !_xwin.ximage)
         return;
     keep_keyboard();
+    if (full_screen)
+        keep_awake();
     if (reminder.due())
         show_part(0, 0, _xwin.screen_width, _xwin.screen_height);
     XFlush(_xwin.display);

@@ -1,5 +1,7 @@
 #include "x11/picture_place.h"
 
+#include <cmath>
+
 namespace vcc::platform {
 
 namespace {
@@ -27,8 +29,12 @@ PicturePlace place_picture(Size window, Size picture, Fit fit) {
     return {(window.width - size.width) / 2, (window.height - size.height) / 2, size};
 }
 
-int start_step(Size room, Size picture) {
-    return std::max(1, std::min(room.width * 4 / 5 / picture.width, room.height * 4 / 5 / picture.height));
+Size first_size(Size room, Size picture, double desktop_scale, Fit fit) {
+    const double largest = std::min(0.8 * room.width / picture.width, 0.8 * room.height / picture.height);
+    double scale = std::max(1.0, std::floor(largest));
+    if (fit == Fit::aspect)
+        scale = std::max(scale, std::min(largest, desktop_scale));
+    return {static_cast<int>(picture.width * scale), static_cast<int>(picture.height * scale)};
 }
 
 Area fitted_place(const Area& wanted, const Area& room, const Area& desktop) {

@@ -28,9 +28,9 @@ struct PicturePlace {
 /// The picture's place, centred in the window with its aspect ratio kept. Sizes are at least 1.
 PicturePlace place_picture(Size window, Size picture, Fit fit);
 
-/// Size of a new window as a multiple of the picture: the largest whole number that fits into four fifths of the room,
-/// at least 1.
-int start_step(Size room, Size picture);
+/// Size of a new window: the largest whole multiple of the picture within four fifths of the room or, if that is more
+/// and Fit::aspect allows it, the enlargement that the player's desktop asks for; never smaller than the picture.
+Size first_size(Size room, Size picture, double desktop_scale, Fit fit);
 
 /// The place for a new window of this size: the wanted one, but no larger than the room; in its middle if less than
 /// half of it would be on the desktop.

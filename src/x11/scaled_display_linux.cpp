@@ -19,7 +19,7 @@ constexpr int turns_without_screen = 30, turns_without_picture = 30;
 
 struct ScaledDisplay {
     ScaledDisplay(Fit fit, const WindowPlace& first)
-        : window(first), shown(fit, _xwin_window_redrawer), events(window, shown) {}
+        : window(fit, first), shown(fit, _xwin_window_redrawer), events(window, shown) {}
 
     DesktopWindow window;
     ShownScreen shown;
@@ -64,6 +64,8 @@ void read_events() {
     } else if (size != display->shown.window()) {
         display->note(display->shown.lay_out(size));
     }
+    if (display->window.is_full())
+        keep_awake();
     display->shown.present();
     XFlush(_xwin.display);
 }

@@ -71,6 +71,9 @@ void ScaledEvents::handle(XEvent& event, Size& size) {
         if (event.xconfigure.window == _xwin.wm_window)
             size = {event.xconfigure.width, event.xconfigure.height};
         break;
+    case ReparentNotify:
+        window_.reparented();
+        break;
     case PropertyNotify:
         window_.property_changed(event.xproperty);
         break;

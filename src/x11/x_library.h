@@ -42,6 +42,10 @@ void read_library_events();
 /// Gives a window the keyboard; does nothing for one that is not visible, which would end the program.
 void focus_if_viewable(Window window);
 
+/// Called often while the program fills the desktop: no screen saver begins, because pads and films are not input to
+/// the display server.
+void keep_awake();
+
 /// While it lives, a request that the display server refuses does not end the program. Needs the lock.
 class RequestTrap {
 public:

@@ -1,5 +1,7 @@
 #include "x11/x_library.h"
 
+#include <chrono>
+
 namespace vcc::platform {
 
 namespace {
@@ -37,6 +39,15 @@ void focus_if_viewable(Window window) {
     XWindowAttributes attributes;
     if (XGetWindowAttributes(_xwin.display, window, &attributes) && attributes.map_state == IsViewable)
         XSetInputFocus(_xwin.display, window, RevertToPointerRoot, CurrentTime);
+}
+
+void keep_awake() {
+    using Clock = std::chrono::steady_clock;
+    static Clock::time_point next{};
+    if (const Clock::time_point now = Clock::now(); now >= next) {
+        XResetScreenSaver(_xwin.display);
+        next = now + std::chrono::seconds(2);
+    }
 }
 
 RequestTrap::RequestTrap() {

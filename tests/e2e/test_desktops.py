@@ -238,6 +238,41 @@ def test_the_window_appears_with_its_first_picture(make_player):
     assert min(seconds_of_black() for _ in range(3)) < 0.04
 
 
+@pytest.mark.parametrize("scale", [0, 1])
+@pytest.mark.parametrize("comes", [True, False])
+def test_a_manager_that_comes_or_goes_in_full_screen(make_player, comes, scale):
+    robot = make_player(None if comes else "openbox", scale)
+    robot.start()
+    robot.key("w", "Alt_L")
+    time.sleep(POINTER_PLACED_S)
+    wait_for_menu(robot)
+    if comes:
+        robot.desktop.start_manager("openbox")
+    else:
+        robot.desktop.kill_manager()
+    time.sleep(0.5)
+    for full in False, True, False:
+        robot.forget_window(0)
+        robot.click(700, 100)
+        hears_keys(robot)
+        switch_mode(robot, full)
+    assert area(robot)[2:] == (800, 600)
+    hears_keys(robot)
+    close(robot) if comes else robot.key("x", "Alt_L")
+    assert robot.wait_for_end() == 0
+
+
+@pytest.mark.parametrize("scale", [0, 1])
+def test_no_screen_saver_begins_in_full_screen(make_player, scale):
+    robot = make_player("openbox", scale).start()
+    for full in False, True:
+        if full:
+            switch_mode(robot, True)
+        time.sleep(3)
+        assert (robot.desktop.idle_s() < 2.5) == full
+    close(robot)
+
+
 def test_keys_are_heard_wherever_the_pointer_is(make_player):
     robot = make_player(None, 0).start()
     for _ in range(2):  # full screen and back, without a window manager

@@ -53,7 +53,7 @@ class Desktop:
         self._server_arguments, self._server_environment = server, server_environment or {}
         self._screen = f"{size[0]}x{size[1]}x{depth}"
         self._manager_name = window_manager
-        self._window_manager = self._display = None
+        self._window_manager = self._home = self._display = None
 
     def __enter__(self):
         reading, writing = os.pipe()
@@ -73,15 +73,21 @@ class Desktop:
         self._display = display.Display(self.name)
         self.root = self._display.screen().root
         if self._manager_name:
-            self._home = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)  # no settings of the user's
-            home = {"HOME": self._home.name, "XDG_RUNTIME_DIR": self._home.name}
-            self._window_manager = subprocess.Popen(
-                MANAGERS[self._manager_name], env=os.environ | home | {"DISPLAY": self.name},
-                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            check = self._display.intern_atom("_NET_SUPPORTING_WM_CHECK")
-            wait_until(lambda: self.root.get_full_property(check, X.AnyPropertyType), "the window manager")
-            wait_until(self._window_gets_mapped, "the window manager to take a window")
+            self.start_manager(self._manager_name)
         return self
+
+    def start_manager(self, name):
+        self._home = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)  # no settings of the user's
+        home = {"HOME": self._home.name, "XDG_RUNTIME_DIR": self._home.name}
+        self._window_manager = subprocess.Popen(MANAGERS[name], env=os.environ | home | {"DISPLAY": self.name},
+                                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        wait_until(lambda: self.root.get_full_property(self.atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType),
+                   "the window manager")
+        wait_until(self._window_gets_mapped, "the window manager to take a window")
+
+    def kill_manager(self):
+        self._window_manager.kill()
+        self._window_manager.wait()
 
     def is_up(self):
         return self._display is not None
@@ -97,7 +103,7 @@ class Desktop:
             self._display.close()
         stop(self._window_manager)
         stop(self._server)
-        if self._manager_name:
+        if self._home:
             self._home.cleanup()
 
     def _window_gets_mapped(self):
@@ -117,6 +123,10 @@ class Desktop:
         window.map()
         self._display.sync()
         return window
+
+    def idle_s(self):
+        """For how long the server has had no input, as screen savers ask."""
+        return self.root.screensaver_query_info().idle / 1000
 
     # windows
 

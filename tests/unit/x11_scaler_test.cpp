@@ -157,14 +157,25 @@ TEST(PicturePlace, KeepsTheAspectInTheMiddle) {
 }
 
 TEST(PicturePlace, ANewWindowTakesFourFifthsOfTheRoom) {
-    for (const auto& [room, step] : {std::pair{Size{1024, 768}, 1},
-                                     {Size{1920, 1080}, 1},
-                                     {Size{2000, 1500}, 2},
-                                     {Size{1999, 1500}, 1},
-                                     {Size{3840, 2160}, 2},
-                                     {Size{640, 480}, 1},
-                                     {Size{7680, 4320}, 5}})
-        EXPECT_EQ(start_step(room, {800, 600}), step) << room.width;
+    struct Row {
+        Size room;
+        double desktop_scale;
+        int aspect_width, whole_width;
+    };
+    for (const auto& [room, desktop_scale, aspect_width, whole_width] : {Row{{1024, 768}, 1, 800, 800},
+                                                                         {{1920, 1080}, 1, 800, 800},
+                                                                         {{2000, 1500}, 1, 1600, 1600},
+                                                                         {{1999, 1500}, 1, 800, 800},
+                                                                         {{3840, 2160}, 1, 1600, 1600},
+                                                                         {{640, 480}, 2, 800, 800},
+                                                                         {{7680, 4320}, 1, 4000, 4000},
+                                                                         {{2560, 1440}, 1.5, 1200, 800},
+                                                                         {{2560, 1440}, 3, 1536, 800},
+                                                                         {{3840, 2160}, 2, 1600, 1600},
+                                                                         {{3840, 2160}, 0, 1600, 1600}}) {
+        EXPECT_EQ(first_size(room, {800, 600}, desktop_scale, Fit::aspect).width, aspect_width) << room.width;
+        EXPECT_EQ(first_size(room, {800, 600}, desktop_scale, Fit::whole_steps).width, whole_width) << room.width;
+    }
 }
 
 TEST(PicturePlace, EveryPixelThatIsPointedAtIsFoundAgain) {
