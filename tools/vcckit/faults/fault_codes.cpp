@@ -11,6 +11,10 @@ std::string code_text(FaultCode code) {
     return text;
 }
 
+std::string no_such_fault(std::string_view code) {
+    return "there is no fault " + std::string(code) + "; \"vcckit explain\" lists the codes";
+}
+
 const FaultRow* find_fault_row(std::string_view code) {
     constexpr std::size_t length = 5;
     if (code.size() != length || (code[0] | 0x20) != 'v' || (code[1] | 0x20) != 'k')
@@ -19,8 +23,8 @@ const FaultRow* find_fault_row(std::string_view code) {
     const char* const end = code.data() + code.size();
     if (std::from_chars(code.data() + 2, end, number).ptr != end)
         return nullptr;
-    const auto found = std::ranges::find(fault_rows, FaultCode{number}, &FaultRow::code);
-    return found == fault_rows.end() ? nullptr : &*found;
+    const auto* const found = std::ranges::find(fault_rows, FaultCode{number}, &FaultRow::code);
+    return found == std::ranges::end(fault_rows) ? nullptr : found;
 }
 
 } // namespace vcc::kit
