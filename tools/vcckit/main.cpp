@@ -77,7 +77,7 @@ CLI::App& add_new(CLI::App& app, Arguments& given) {
 }
 
 std::string unknown_word(const std::string& kind, const std::string& word, const std::string& nearest) {
-    return "vcckit: \"" + word + "\" is no " + kind + (nearest.empty() ? "" : "; did you mean " + nearest + "?");
+    return "\"" + word + "\" is no " + kind + (nearest.empty() ? "" : "; did you mean " + nearest + "?");
 }
 
 void add_ignore(CLI::App& command, std::vector<std::string>& codes) {
@@ -297,11 +297,6 @@ CLI::App& add_export(CLI::App& app, Arguments& given) {
     return command;
 }
 
-/// The call of a shell's completion; not in the help, because nobody types it.
-bool is_completion(const std::vector<std::string>& words) {
-    return !words.empty() && words[0] == "__complete";
-}
-
 /// "help" and "help COMMAND" are the option --help.
 std::vector<std::string> with_help_as_option(std::vector<std::string> words) {
     if (!words.empty() && words[0] == "help") {
@@ -315,45 +310,33 @@ std::vector<std::string> with_help_as_option(std::vector<std::string> words) {
 int after_output(int status) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
         return status;
-    std::fprintf(stderr, "vcckit: cannot write to standard output: %s\n", std::strerror(errno));
-    return exit_unusable;
+    return complain(std::string("cannot write to standard output: ") + std::strerror(errno));
 }
 
-int print_completions(const CLI::App& app, const std::vector<std::string>& words) {
-    for (const std::string& line : completions(app, words))
-        std::printf("%s\n", line.c_str());
-    return exit_clean;
-}
-
-int run(const CLI::App& app, Arguments& given) {
-    const std::string command = app.get_subcommands().front()->get_name();
-    given.request.language = given.language == "de" ? 1 : 0;
-    if (command == "new")
-        return run_new(given.project);
-    if (command == "pack")
-        return run_pack(given.packing);
-    if (command == "unpack")
-        return run_unpack(given.files, given.output, given.force);
-    if (command == "check")
-        return run_check(given.checking);
-    if (command == "explain")
-        return run_explain(given.codes, given.markdown);
-    if (command == "schema")
-        return run_schema(given.fields);
-    if (command == "render") {
-        given.request.screen = screens.at(given.screen);
-        return run_render(given.rendered, given.request, given.picture);
-    }
-    if (command == "convert")
-        return run_convert(given.converted, given.conversion);
-    if (command == "play")
-        return run_play(given.play);
-    if (command == "edit")
-        return run_edit(given.edit);
-    if (command == "export")
-        return run_export(given.exporting);
-    return run_show(given.shown);
-}
+/// A command: how the command line describes it, and what it does.
+struct CommandRow {
+    CLI::App& (*add)(CLI::App& app, Arguments& given);
+    int (*run)(Arguments& given);
+};
+constexpr CommandRow commands[] = {
+    {add_new, [](Arguments& given) { return run_new(given.project); }},
+    {add_pack, [](Arguments& given) { return run_pack(given.packing); }},
+    {add_unpack, [](Arguments& given) { return run_unpack(given.files, given.output, given.force); }},
+    {add_check, [](Arguments& given) { return run_check(given.checking); }},
+    {add_render,
+     [](Arguments& given) {
+         given.request.language = given.language == "de" ? 1 : 0;
+         given.request.screen = screens.at(given.screen);
+         return run_render(given.rendered, given.request, given.picture);
+     }},
+    {add_convert, [](Arguments& given) { return run_convert(given.converted, given.conversion); }},
+    {add_explain, [](Arguments& given) { return run_explain(given.codes, given.markdown); }},
+    {add_schema, [](Arguments& given) { return run_schema(given.fields); }},
+    {add_play, [](Arguments& given) { return run_play(given.play); }},
+    {add_edit, [](Arguments& given) { return run_edit(given.edit); }},
+    {add_export, [](Arguments& given) { return run_export(given.exporting); }},
+    {add_show, [](Arguments& given) { return run_show(given.shown); }},
+};
 
 } // namespace
 
@@ -365,20 +348,21 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
     app.set_version_flag("--version", std::string("vcckit ") + vcc::version_text);
     app.footer(examples);
     Arguments given;
-    for (const auto add : {add_new, add_pack, add_unpack, add_check, add_render, add_convert, add_explain, add_schema,
-                           add_play, add_edit, add_export, add_show})
-        add(app, given);
+    int (*run)(Arguments&) = nullptr;
+    for (const CommandRow& row : commands)
+        row.add(app, given).callback([&run, &row] { run = row.run; });
     const std::vector<std::string> words = with_help_as_option(vcc::platform::command_line(argc, argv));
-    if (is_completion(words))
-        return print_completions(app, {words.begin() + 1, words.end()});
+    if (!words.empty() && words[0] == "__complete") { // by a shell; not in the help, because nobody types it
+        for (const std::string& line : completions(app, std::span(words).subspan(1)))
+            std::printf("%s\n", line.c_str());
+        return exit_clean;
+    }
     try {
         app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::ParseError& error) {
-        if (const std::string told = error.get_exit_code() == 0 ? "" : suggestion(app, words); !told.empty()) {
-            std::fprintf(stderr, "%s\nRun \"vcckit --help\" for more.\n", told.c_str());
-            return exit_unusable;
-        }
+        if (const std::string told = error.get_exit_code() == 0 ? "" : suggestion(app, words); !told.empty())
+            return complain(told + "\nRun \"vcckit --help\" for more.");
         return after_output(app.exit(error) == 0 ? exit_clean : exit_unusable);
     }
-    return after_output(run(app, given));
+    return after_output(run(given));
 }

@@ -26,10 +26,8 @@ bool is_silenced_there(const Fault& fault, const Installation& files) {
 
 int check_once(const CheckRequest& request, const std::set<FaultCode>& ignored) {
     const platform::FolderVisit visit(request.folder);
-    if (!visit.entered()) {
-        std::fprintf(stderr, "vcckit: %s is not a folder\n", request.folder.c_str());
-        return exit_unusable;
-    }
+    if (!visit.entered())
+        return complain(request.folder + " is not a folder");
     const bool progress = is_terminal(stderr);
     const Library library;
     Installation files;
@@ -68,11 +66,8 @@ int check_once(const CheckRequest& request, const std::set<FaultCode>& ignored) 
 
 int run_check(const CheckRequest& request) {
     std::set<FaultCode> ignored;
-    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty()) {
-        std::fprintf(stderr, "vcckit: --ignore: there is no fault %s; \"vcckit explain\" lists the codes\n",
-                     unknown.c_str());
-        return exit_unusable;
-    }
+    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty())
+        return complain("--ignore: " + unknown);
     if (!request.watch)
         return check_once(request, ignored);
     watch({request.folder}, [&] { check_once(request, ignored); });

@@ -2,13 +2,12 @@
 #pragma once
 
 #include "vcckit/draw/render.h"
+#include "vcckit/text/complain.h"
 
 #include <string>
 #include <vector>
 
 namespace vcc::kit {
-
-inline constexpr int exit_clean = 0, exit_faults = 1, exit_unusable = 2;
 
 struct PackRequest {
     std::vector<std::string> sources;

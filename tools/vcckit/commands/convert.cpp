@@ -33,10 +33,6 @@ struct Job {
     MediaKind kind = MediaKind::none; ///< of the target
 };
 
-void complain(const std::string& text) {
-    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
-}
-
 const TargetRow* row_of_ending(const std::string& ending) {
     for (const TargetRow& row : targets)
         if (platform::same_but_for_case(ending, row.ending))

@@ -4,7 +4,6 @@
 #include "platform/files.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 
@@ -21,11 +20,9 @@ int run_edit(const EditorRequest& request) {
             continue;
         ::execl(program.c_str(), program.c_str(), request.folder.c_str(), request.screens.c_str(), port.c_str(),
                 request.browser ? "1" : "0", nullptr);
-        std::fprintf(stderr, "vcckit: cannot start %s: %s\n", program.c_str(), std::strerror(errno));
-        return exit_unusable;
+        return complain("cannot start " + program.string() + ": " + std::strerror(errno));
     }
-    std::fprintf(stderr, "vcckit: the editor vcckit-edit is not beside %s\n", platform::program_path().c_str());
-    return exit_unusable;
+    return complain("the editor vcckit-edit is not beside " + platform::program_path());
 }
 
 } // namespace vcc::kit

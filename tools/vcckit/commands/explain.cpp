@@ -58,8 +58,7 @@ int run_explain(const std::vector<std::string>& codes, bool markdown) {
             print_row(*row);
             continue;
         }
-        std::fprintf(stderr, "vcckit: there is no fault %s; \"vcckit explain\" lists the codes\n", code.c_str());
-        status = exit_unusable;
+        status = complain(no_such_fault(code));
     }
     return status;
 }

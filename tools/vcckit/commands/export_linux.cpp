@@ -24,10 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void complain(const std::string& text) {
-    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
-}
-
 bool is_for_windows(const fs::path& file) {
     return file.extension() == ".exe" || file.extension() == ".dll";
 }
@@ -159,10 +155,8 @@ int run_export(const ExportRequest& request) {
         fault = stage.clean_settings();
     if (fault.empty())
         fault = write_zip(temporary.path(), output);
-    if (!fault.empty()) {
-        complain(fault);
-        return exit_unusable;
-    }
+    if (!fault.empty())
+        return complain(fault);
     std::printf("wrote %s\n", request.output.c_str());
     return exit_clean;
 }

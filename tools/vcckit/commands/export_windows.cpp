@@ -1,13 +1,10 @@
 // Zips are made on Linux, for Windows, too.
 #include "vcckit/commands/commands.h"
 
-#include <cstdio>
-
 namespace vcc::kit {
 
 int run_export(const ExportRequest&) {
-    std::fprintf(stderr, "vcckit: export is not part of the tool for Windows\n");
-    return exit_unusable;
+    return complain("export is not part of the tool for Windows");
 }
 
 } // namespace vcc::kit

@@ -25,10 +25,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t theme_name_limit = 20; ///< characters
 
-void complain(const std::string& text) {
-    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
-}
-
 struct ModuleRow {
     const char* name;
     const char* entry;
@@ -203,10 +199,8 @@ int run_new(const NewRequest& request) {
     const auto base = request.base.empty()
                           ? built_in_installation()
                           : std::optional(fs::absolute(platform::system_path(request.base), error).lexically_normal());
-    if (const std::string fault = fault_of(request, folder, base); !fault.empty()) {
-        complain(fault);
-        return exit_unusable;
-    }
+    if (const std::string fault = fault_of(request, folder, base); !fault.empty())
+        return complain(fault);
     Project project(folder);
     if (!add_files(project, request, title_of(platform::name_of(folder.filename())), *base) || !project.finish())
         return exit_unusable;

@@ -27,10 +27,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void complain(const std::string& text) {
-    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
-}
-
 Result<std::string> read_bytes(const std::string& path) {
     auto bytes = read_file(path);
     if (!bytes)
@@ -90,13 +86,11 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
             return exit_unusable;
         sources.push_back({file, std::move(*text)});
     }
-    if (!is_installation(request.installation)) {
-        complain(
+    if (!is_installation(request.installation))
+        return complain(
             request.installation +
             (fs::exists(platform::system_path(request.installation)) ? " is not an installation" : " does not exist") +
             ": it has no tools/language.ini, tools/vcc.buf or data/configs/vcc.cfg");
-        return exit_unusable;
-    }
     const std::vector<SourceCheck> checked = check_all(sources, request, ignored);
     if (!makes_each_screen_once(checked, sources))
         return exit_unusable;
@@ -113,10 +107,8 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
         return exit_unusable;
     if (reason.empty() && faults.empty())
         reason = files.commit();
-    if (!reason.empty()) {
-        complain(reason);
-        return exit_unusable;
-    }
+    if (!reason.empty())
+        return complain(reason);
     if (request.json)
         std::fputs(json_of_faults(faults, "installation", request.installation, written).c_str(), stdout);
     else
@@ -172,10 +164,8 @@ bool may_be_replaced(const std::string& output, const std::string& source) {
 
 int run_pack(const PackRequest& request) {
     std::set<FaultCode> ignored;
-    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty()) {
-        complain("--ignore: there is no fault " + unknown + "; \"vcckit explain\" lists the codes");
-        return exit_unusable;
-    }
+    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty())
+        return complain("--ignore: " + unknown);
     if (!request.watch)
         return pack_once(request, ignored);
     watch(request.sources, [&] { pack_once(request, ignored); });
@@ -202,44 +192,32 @@ std::string sort_by_language(std::vector<std::string>& files) {
 }
 
 int run_unpack(std::vector<std::string> files, const std::string& output, bool force) {
-    if (std::string fault = sort_by_language(files); !fault.empty()) {
-        complain(fault);
-        return exit_unusable;
-    }
-    if (is_unpacked(output, files)) {
-        complain(output + ": would be replaced by its own source: give another name with -o");
-        return exit_unusable;
-    }
+    if (std::string fault = sort_by_language(files); !fault.empty())
+        return complain(fault);
+    if (is_unpacked(output, files))
+        return complain(output + ": would be replaced by its own source: give another name with -o");
     Screen screen;
     screen.name = screen_name(files.front());
     if (files.size() == 1)
         screen.language = language_of(files.front());
     for (std::size_t i = 0; i < languages.size(); ++i) {
         auto records = read_packed_records(files[std::min(i, files.size() - 1)]);
-        if (!records) {
-            complain(records.reason());
-            return exit_unusable;
-        }
+        if (!records)
+            return complain(records.reason());
         screen.records[i] = std::move(*records);
     }
-    if (const std::string difference = difference_of_structure(screen); !difference.empty()) {
-        complain(difference + ": unpack each file by itself");
-        return exit_unusable;
-    }
+    if (const std::string difference = difference_of_structure(screen); !difference.empty())
+        return complain(difference + ": unpack each file by itself");
     // A source beside the screen keeps names and comments.
     std::string source = source_beside(platform::system_path(files.front()), screen.name).value_or("");
     if (source.empty() || !describes_with_fonts(source, screen, platform::system_path(files.front())))
         source = write_screen_source(screen);
     if (output.empty() || output == "-")
         return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;
-    if (!force && !may_be_replaced(output, source)) {
-        complain(output + ": exists, and says something else: --force replaces it");
-        return exit_unusable;
-    }
+    if (!force && !may_be_replaced(output, source))
+        return complain(output + ": exists, and says something else: --force replaces it");
     const std::string reason = write_whole_file(output, source);
-    if (!reason.empty())
-        complain(reason);
-    return reason.empty() ? exit_clean : exit_unusable;
+    return reason.empty() ? exit_clean : complain(reason);
 }
 
 } // namespace vcc::kit

@@ -24,10 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void complain(const std::string& text) {
-    std::fprintf(stderr, "vcckit: %s\n", text.c_str());
-}
-
 /// A temporary copy to play, because the program writes settings and logs.
 class PlayedCopy {
 public:
@@ -125,16 +121,12 @@ int play(const Journey& journey, const PlayedCopy& copy, const fs::path& picture
     copy.choose_language(journey.language);
     std::string fault;
     const auto desktop = VirtualDesktop::open(fault);
-    if (!desktop) {
-        complain(fault);
-        return exit_unusable;
-    }
+    if (!desktop)
+        return complain(fault);
     const std::vector<std::string> arguments =
         journey.films ? std::vector<std::string>{} : std::vector<std::string>{"without", "films"};
-    if (!desktop->start(copy.game().string(), "./vcc", arguments, copy.output().string())) {
-        complain("the program does not start");
-        return exit_unusable;
-    }
+    if (!desktop->start(copy.game().string(), "./vcc", arguments, copy.output().string()))
+        return complain("the program does not start");
     int count = 0;
     const auto keep = [&](const std::string& name, const std::string& text, const RgbPicture& picture) {
         const std::string file =
@@ -167,28 +159,20 @@ int play(const Journey& journey, const PlayedCopy& copy, const fs::path& picture
 int run_play(const PlayRequest& request) {
     const InterruptionGuard guard;
     std::error_code error;
-    if (!fs::is_directory(request.folder, error)) {
-        complain(request.folder + " is not a folder");
-        return exit_unusable;
-    }
-    if (!fs::exists(fs::path(request.folder) / "vcc", error)) {
-        complain(request.folder + " has no program: put a copy of vcc there");
-        return exit_unusable;
-    }
+    if (!fs::is_directory(request.folder, error))
+        return complain(request.folder + " is not a folder");
+    if (!fs::exists(fs::path(request.folder) / "vcc", error))
+        return complain(request.folder + " has no program: put a copy of vcc there");
     const fs::path pictures = fs::absolute(request.pictures, error);
     PlayedCopy copy;
-    if (const std::string fault = copy.make(request.folder); !fault.empty()) {
-        complain(fault);
-        return exit_unusable;
-    }
+    if (const std::string fault = copy.make(request.folder); !fault.empty())
+        return complain(fault);
     if (!prepare_pictures(pictures))
         return exit_unusable;
     std::string fault;
     const auto journeys = plan_journeys(request, copy, fault);
-    if (!journeys) {
-        complain(fault);
-        return exit_unusable;
-    }
+    if (!journeys)
+        return complain(fault);
     int status = exit_clean;
     for (const Journey& journey : *journeys)
         if (!interrupted())

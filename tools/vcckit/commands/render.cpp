@@ -13,17 +13,13 @@ int run_render(const std::string& folder, const RenderRequest& request, const st
     const bool to_stdout = output == "-";
     const std::string target = platform::whole_name(output);
     const platform::FolderVisit visit(folder);
-    if (!visit.entered()) {
-        std::fprintf(stderr, "vcckit: %s is not a folder\n", folder.c_str());
-        return exit_unusable;
-    }
+    if (!visit.entered())
+        return complain(folder + " is not a folder");
     const Library library(request.depth);
     std::string fault;
     const BitmapPtr picture = render_screen(request, fault);
-    if (!picture) {
-        std::fprintf(stderr, "vcckit: %s\n", fault.c_str());
-        return exit_unusable;
-    }
+    if (!picture)
+        return complain(fault);
     const std::string bytes = png_bytes(rgb_of(*picture));
     if (to_stdout) {
         if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() &&
@@ -33,10 +29,7 @@ int run_render(const std::string& folder, const RenderRequest& request, const st
     } else {
         fault = bytes.empty() ? "there is no memory for the PNG file" : write_whole_file(target, bytes);
     }
-    if (fault.empty())
-        return exit_clean;
-    std::fprintf(stderr, "vcckit: %s\n", fault.c_str());
-    return exit_unusable;
+    return fault.empty() ? exit_clean : complain(fault);
 }
 
 } // namespace vcc::kit

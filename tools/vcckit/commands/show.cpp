@@ -14,10 +14,8 @@ int run_show(const std::string& file) {
     const auto bytes = read_file(file, shown_limit);
     std::string fault = bytes ? "" : "cannot be read";
     const std::string text = bytes ? shown_file(file, *bytes, fault) : "";
-    if (!fault.empty()) {
-        std::fprintf(stderr, "vcckit: %s %s\n", file.c_str(), fault.c_str());
-        return exit_unusable;
-    }
+    if (!fault.empty())
+        return complain(file + " " + fault);
     return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() ? exit_clean : exit_unusable;
 }
 

@@ -43,7 +43,7 @@ std::string take_codes(const std::vector<std::string>& words, std::set<FaultCode
             if (const FaultRow* const row = find_fault_row(word))
                 codes.insert(row->code);
             else if (unknown.empty())
-                unknown = word;
+                unknown = no_such_fault(word);
         });
     return unknown;
 }

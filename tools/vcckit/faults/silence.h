@@ -10,8 +10,8 @@
 
 namespace vcc::kit {
 
-/// Takes the codes of `--ignore`: "VK117" or "VK117,VK302". Returns the first word that is not a code, else an empty
-/// text.
+/// Takes the codes of `--ignore`: "VK117" or "VK117,VK302". Returns the fault of the first word that is not a
+/// code, else an empty text.
 std::string take_codes(const std::vector<std::string>& words, std::set<FaultCode>& codes);
 
 /// A comment "# vcckit: ignore VK117 VK118": at the end of a line it applies to that line, on a line of its own to the

@@ -5,6 +5,7 @@
 #include "vcckit/serve/server.h"
 #include "vcckit/serve/session.h"
 #include "vcckit/serve/start_process.h"
+#include "vcckit/text/complain.h"
 
 #include "core/text.h"
 #include "platform/process.h"
@@ -22,13 +23,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using namespace vcc::kit::edit;
-
-constexpr int unusable = 2;
-
-int complain(const std::string& reason) {
-    std::fprintf(stderr, "vcckit: %s\n", reason.c_str());
-    return unusable;
-}
+using vcc::kit::complain;
 
 /// Requests to end come to one thread.
 sigset_t block_requests() {

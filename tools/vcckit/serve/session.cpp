@@ -2,6 +2,7 @@
 #include "screen/text_window_file.h"
 
 #include "vcckit/check/installation.h"
+#include "vcckit/text/complain.h"
 #include "vcckit/text/latin1.h"
 
 #include "platform/files.h"
@@ -38,10 +39,6 @@ bool is_kept(const fs::path& installation, const fs::path& path) {
     const std::string name = path.lexically_relative(installation).generic_string();
     return !name.starts_with("..") && !name.starts_with("tools/language/") && !name.starts_with("help/") &&
            path.extension() != ".toml";
-}
-
-void complain(const std::string& reason) {
-    std::fprintf(stderr, "vcckit: %s\n", reason.c_str());
 }
 
 } // namespace
