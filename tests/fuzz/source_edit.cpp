@@ -2,8 +2,7 @@
 // An input is operations of a few bytes each; behind a byte 0 its own source, else they work on a built-in one.
 #include "vcckit/edit/source_edit.h"
 #include "vcckit/edit/describe.h"
-#include "vcckit/edit/source_tree.h"
-#include "vcckit/source/source_values.h"
+#include "vcckit/source/source_tree.h"
 #include "world.h"
 
 #include <array>

@@ -1,6 +1,5 @@
-// The tree of a source: it says what TOML's own reader says, at the same places.
-#include "vcckit/edit/source_tree.h"
-#include "vcckit/source/source_values.h"
+// The tree of a source: every part of it is where the tree says.
+#include "vcckit/source/source_tree.h"
 
 #include "core/files.h"
 
@@ -8,61 +7,53 @@
 
 #include <filesystem>
 
-namespace vcc::kit::edit {
+namespace vcc::kit {
 namespace {
 
-std::size_t byte_of(std::string_view source, const toml::source_position& position) {
-    std::size_t at = 0;
-    for (auto line = position.line; line > 1; --line)
-        at = source.find('\n', at) + 1;
-    for (auto column = position.column; column > 1; --column) // columns are characters
-        for (++at; at < source.size() && (static_cast<unsigned char>(source[at]) & 0xC0U) == 0x80U;)
-            ++at;
-    return at;
+std::string_view at(std::string_view source, const Span& span) {
+    return source.substr(span.begin, span.end - span.begin);
 }
 
-void expect_same(std::string_view source, const toml::node& theirs, const Node& ours, const std::string& where) {
-    if (const toml::table* const table = theirs.as_table()) {
-        ASSERT_TRUE(ours.is_table()) << where;
-        EXPECT_EQ(table->size(), ours.members.size()) << where;
-        for (const auto& [key, value] : *table) {
-            const Node* const found = ours.find(key.str());
-            ASSERT_TRUE(found) << where << "." << key.str();
-            expect_same(source, value, *found, where + "." + std::string(key.str()));
-        }
-        if (table->is_inline()) {
-            EXPECT_EQ(byte_of(source, theirs.source().begin), ours.span.begin) << where;
-        }
-    } else if (const toml::array* const list = theirs.as_array()) {
-        ASSERT_EQ(ours.kind, Node::Kind::list) << where;
-        ASSERT_EQ(list->size(), ours.items.size()) << where;
-        for (std::size_t i = 0; i < list->size(); ++i)
-            expect_same(source, *list->get(i), ours.items[i], where + "#" + std::to_string(i));
-    } else {
-        EXPECT_EQ(byte_of(source, theirs.source().begin), ours.span.begin) << where;
-        const auto number = theirs.value_exact<std::int64_t>();
-        const auto flag = theirs.value_exact<bool>();
-        const auto text = theirs.value_exact<std::string>();
-        const Node::Kind kind = number ? Node::Kind::number
-                                : flag ? Node::Kind::flag
-                                : text ? Node::Kind::text
-                                       : Node::Kind::other;
-        EXPECT_EQ(ours.kind, kind) << where;
-        EXPECT_EQ(ours.number, number.value_or(ours.number)) << where;
-        EXPECT_EQ(ours.flag, flag.value_or(false)) << where;
-        EXPECT_EQ(ours.text, text.value_or("")) << where;
+void expect_same_value(const Node& a, const Node& b, const std::string& where) {
+    EXPECT_EQ(a.kind, b.kind) << where;
+    EXPECT_EQ(a.number, b.number) << where;
+    EXPECT_EQ(a.flag, b.flag) << where;
+    EXPECT_EQ(a.text, b.text) << where;
+    EXPECT_EQ(a.items.size(), b.items.size()) << where;
+    EXPECT_EQ(a.members.size(), b.members.size()) << where;
+}
+
+/// Reads each value again by itself, from the bytes that the tree gives for it.
+void expect_in_place(const std::string& source, const Node& node, const std::string& where) {
+    if (node.span.end > node.span.begin) {
+        const SourceTree alone = read_source_tree("x = " + std::string(at(source, node.span)) + "\n");
+        ASSERT_TRUE(alone) << where << ": " << alone.reason();
+        expect_same_value(node, *alone.root->find("x"), where);
     }
+    if (node.heading.end > 0) {
+        EXPECT_NE(at(source, node.heading).find('['), std::string_view::npos) << where;
+    }
+    for (const Member& member : node.members) {
+        const std::string name = where + "." + member.key;
+        if (member.whole.end > 0) {
+            const SourceTree alone = read_source_tree(at(source, member.whole));
+            ASSERT_TRUE(alone) << name << ": " << alone.reason();
+            EXPECT_EQ(member.key_span.begin, member.whole.begin) << name;
+            EXPECT_TRUE(at(source, member.key_span).starts_with(node.prefix)) << name;
+            EXPECT_EQ(member.value.span.end, member.whole.end) << name;
+        }
+        if (member.line.end > 0) {
+            EXPECT_TRUE(member.line.end == source.size() || source[member.line.end - 1] == '\n') << name;
+            EXPECT_TRUE(read_source_tree(at(source, member.line))) << name;
+        }
+        expect_in_place(source, member.value, name);
+    }
+    for (const Node& item : node.items)
+        expect_in_place(source, item, where + "#");
 }
 
-void expect_same(const std::string& source) {
-    const auto tree = read_source_tree(source);
-    ASSERT_TRUE(tree) << tree.reason() << "\n" << source;
-    const toml::parse_result parsed = toml::parse(source);
-    expect_same(source, parsed.table(), **tree, "");
-}
-
-TEST(SourceTree, SaysWhatTheReaderOfTomlSays) {
-    const std::string sources[] = {
+TEST(SourceTree, EveryPartIsWhereTheTreeSays) {
+    std::vector<std::string> sources = {
         "",
         "a = 1",
         "\xEF\xBB\xBF# comment\r\na = 0x1F # behind\r\n\r\n[ b . \"c d\" ]\r\ne.f = [1, 2, # one\r\n 3,]\r\ne.g = "
@@ -72,12 +63,34 @@ TEST(SourceTree, SaysWhatTheReaderOfTomlSays) {
         "[[a.b]]\nc=1\n[[a.b.d]]\ne=1\n[[a.b.d]]\ne=2\n[a]\nf=+5",
         "text = \"M\u00fchle \\u00fc \\t\\\\\" # \u00fc\nnext = [\"\u00df\", \"x\"]\n",
         "date = 2026-11-25 10:00:00\nnumber = 1.5\nname = inf\nlist = []\ntable = {}",
+        "x = { a.b = 1, c = 2, a.\"e,f\" = 3, 'g\"' . h = 4 }\n\"q\\\"\" . r.s = 1\n\"q\\\"\" . t = 2",
     };
-    for (const std::string& source : sources)
-        expect_same(source);
     for (const auto& file : std::filesystem::directory_iterator(VELDOR_SOURCE_DIR "/game/screens"))
         if (file.path().extension() == ".toml")
-            expect_same(*read_file(file.path().string()));
+            sources.push_back(*read_file(file.path().string()));
+    for (const std::string& source : sources) {
+        const SourceTree tree = read_source_tree(source);
+        ASSERT_TRUE(tree) << tree.reason() << "\n" << source;
+        expect_in_place(source, *tree.root, "");
+    }
+}
+
+TEST(SourceTree, TablesKnowHowTheyAreWritten) {
+    const std::string source = "a.b.c = 1 # one\n[d.e]\nf = { g . h = 2 }\n[[i]]\n";
+    const SourceTree tree = read_source_tree(source);
+    ASSERT_TRUE(tree);
+    using Form = Node::Form;
+    const Node &b = *tree.root->table("a")->table("b"), &d = *tree.root->table("d"), &e = *d.table("e");
+    EXPECT_EQ(b.form, Form::dotted);
+    EXPECT_EQ(b.prefix, "a.b.");
+    EXPECT_EQ(tree.root->tail, source.find("[d.e]")); // where the next line goes
+    EXPECT_EQ(d.form, Form::implied);
+    EXPECT_EQ(e.form, Form::section);
+    EXPECT_EQ(at(source, e.heading), "[d.e]\n");
+    EXPECT_EQ(e.tail, source.find("[[i]]"));
+    EXPECT_EQ(e.table("f")->table("g")->prefix, "g . ");
+    EXPECT_EQ(at(source, e.table("f")->table("g")->members.front().whole), "g . h = 2");
+    EXPECT_EQ(at(source, tree.root->find("i")->items.front().heading), "[[i]]\n");
 }
 
 TEST(SourceTree, MistakesAreNamedByTheirLine) {
@@ -86,4 +99,4 @@ TEST(SourceTree, MistakesAreNamedByTheirLine) {
 }
 
 } // namespace
-} // namespace vcc::kit::edit
+} // namespace vcc::kit

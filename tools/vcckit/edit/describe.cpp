@@ -7,6 +7,8 @@
 
 #include "screen/slot.h"
 
+#include <algorithm>
+
 namespace vcc::kit::edit {
 
 namespace {
@@ -42,15 +44,9 @@ std::map<std::string, Written> looks_of_style(const SourceModel& model, const st
     return looks;
 }
 
-/// The names that a table gives under `style`.
-std::vector<std::string> styles_of(const Node& table) {
+std::vector<std::string> names_of(const std::vector<const Node*>& styles) {
     std::vector<std::string> names;
-    if (const Node* const style = table.find("style")) {
-        if (style->kind == Node::Kind::text)
-            names.push_back(style->text);
-        for (const Node& each : style->items)
-            names.push_back(each.text);
-    }
+    std::ranges::transform(styles, std::back_inserter(names), &Node::text);
     return names;
 }
 
@@ -73,7 +69,7 @@ RecordDescription describe_record(const SourceModel& model, const RecordTable& r
     RecordDescription out;
     out.index = record.index();
     out.line = line_of(model, *record.table);
-    out.styles = styles_of(*record.table);
+    out.styles = names_of(styles_of(*record.table));
     if (record.table->find("repeat"))
         out.repeat = RepeatDescription{record.first, record.count, record.step, record.position};
     out.written = written_in(model.layers_of(*record.table), slot ? "slot" : "toggle");
@@ -126,7 +122,7 @@ Result<Description> describe(const std::string& source, DocumentKind kind, const
             StyleDescription style;
             style.name = member.key;
             style.line = line_of(*model, member.value);
-            style.styles = styles_of(member.value);
+            style.styles = names_of(styles_of(member.value));
             for (const Member& field : member.value.members)
                 if (!is_structure(field.key))
                     style.values[field.key] = text_of_value(*model, field.value);

@@ -29,12 +29,7 @@ std::optional<std::int64_t> own_step(const Subject& subject, std::string_view fi
 }
 
 const Node* leaf_at(const Node& value, int count, std::size_t language, int position) {
-    const auto leaves = leaves_of(value, count);
-    if (leaves)
-        for (const Leaf& leaf : *leaves)
-            if (leaf.in[language] && (leaf.position == every_position || leaf.position == position))
-                return leaf.node;
-    return nullptr;
+    return part_of(value, languages[language].code, position, count, "", tell_nobody);
 }
 
 /// The value that counts; null when no layer says the field.
@@ -149,7 +144,7 @@ Wanted wanted_styles(const SourceModel& model, const Field& field, const Value& 
         std::string name = text->substr(at, comma - at);
         name.erase(0, std::min(name.find_first_not_of(' '), name.size()));
         name.erase(name.find_last_not_of(' ') + 1);
-        if (!model.style(name))
+        if (!style_of(model.root(), name))
             return {"there is no [style." + name + "]", {}, ""};
         names.push_back(quoted_text(name).value_or(""));
         at = comma + 1;
@@ -404,7 +399,7 @@ std::string set_repeat(TextEdits& edits, const Subject& subject, std::string_vie
     const Wanted wanted = wanted_plain({entry, FieldForm::plain}, value);
     if (!wanted.reason.empty())
         return wanted.reason;
-    const Node* const repeat = look_table(*subject.own, "repeat");
+    const Node* const repeat = subject.own->table("repeat");
     const std::string line = (entry == "count" ? "{ count = " : "{ count = 1, " + std::string(entry) + " = ");
     if (!repeat)
         return add_member(edits, *subject.own, "repeat", line + wanted.text + " }");
@@ -460,7 +455,7 @@ std::string unset_field(TextEdits& edits, const SourceModel& model, const Subjec
     const Field* const info = find_field(field);
     if (!entry && !info && field != "repeat")
         return unknown_field(field);
-    const Node* const table = entry && subject.own ? look_table(*subject.own, "repeat") : subject.own;
+    const Node* const table = entry && subject.own ? subject.own->table("repeat") : subject.own;
     const std::string_view key = entry ? *entry : field;
     const auto found =
         table ? std::ranges::find(table->members, key, &Member::key) : std::vector<Member>::const_iterator{};

@@ -1,7 +1,7 @@
 // Two changes of one text brought together, line by line.
 #pragma once
 
-#include "vcckit/edit/source_tree.h"
+#include "vcckit/source/source_tree.h"
 
 #include <string>
 #include <string_view>

@@ -78,7 +78,7 @@ public:
         if (model_.record_subject(record_, "pressed").layers.empty())
             return;
         drop(*record_.table, "activated");
-        if (const Node* const own = look_table(*record_.table, "pressed"))
+        if (const Node* const own = record_.table->table("pressed"))
             drop(*own, "index");
     }
 
@@ -106,11 +106,11 @@ private:
             if (std::string reason = leave_list(*record_.table, member, true); !reason.empty())
                 return reason;
         for (const char* look : {"highlight", "pressed"})
-            if (const Node* const table = look_table(*record_.table, look))
+            if (const Node* const table = record_.table->table(look))
                 for (const Member& member : table->members)
                     if (std::string reason = leave_list(*table, member, false); !reason.empty())
                         return reason;
-        if (const Node* const repeat = look_table(*record_.table, "repeat"))
+        if (const Node* const repeat = record_.table->table("repeat"))
             for (const Member& step : repeat->members)
                 if (const auto distance = step_of(record_, step.key); distance && find_number_field(step.key) &&
                                                                       !record_.table->find(step.key) &&
@@ -157,12 +157,12 @@ private:
     }
 
     std::string table_name(const Node& table) const {
-        return look_table(*record_.table, "highlight") == &table ? "highlight" : "pressed";
+        return record_.table->table("highlight") == &table ? "highlight" : "pressed";
     }
 
     /// The toggle record of the pressed look goes along with the index.
     std::string move_pressed() {
-        const Node* const own = look_table(*record_.table, "pressed");
+        const Node* const own = record_.table->table("pressed");
         const Node* const place = own ? own->find("index") : nullptr;
         const auto number = place ? model_.number(*place, Meaning::number) : std::nullopt;
         if (number && position_ != 0)
@@ -374,7 +374,7 @@ Result<std::string> create_record(const std::string& text, const Operation& oper
         const bool bare = !what.style.empty() && std::ranges::all_of(what.style, [](unsigned char c) {
             return c < 0x80 && (std::isalnum(c) || c == '_' || c == '-');
         });
-        if (model->style(what.style) || !quoted)
+        if (style_of(model->root(), what.style) || !quoted)
             return Failure{"there is a [style." + what.style + "] already"};
         const auto slots = model->tables(Of::slot);
         const std::string lines = "[style." + (bare ? what.style : *quoted) + "]" + end + body;

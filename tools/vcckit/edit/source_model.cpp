@@ -7,7 +7,6 @@
 #include "screen/slot.h"
 
 #include <algorithm>
-#include <set>
 
 namespace vcc::kit::edit {
 
@@ -36,44 +35,12 @@ std::optional<RecordTable> record_of(const SourceModel& model, const Node& table
     if (index < 0 || index >= slot_limit)
         return std::nullopt;
     RecordTable record{&table, kind, index};
-    if (const Node* const repeat = look_table(table, "repeat")) {
+    if (const Node* const repeat = table.table("repeat")) {
         record.count = std::max(1, small_number(model, repeat->find("count"), 1));
         record.step = small_number(model, repeat->find("step"), 1);
     }
     return record;
 }
-
-class LayerCollector {
-public:
-    explicit LayerCollector(const SourceModel& model) : model_(model) {}
-
-    void collect(const Node& table, const std::string& name) {
-        // Also a bound: styles that build on one another crosswise have very many paths.
-        if (layers.size() >= limit || !open_.insert(&table).second)
-            return;
-        if (const Node* const style = table.find("style")) {
-            if (style->kind == Node::Kind::text)
-                collect_style(style->text);
-            for (const Node& each : style->items)
-                collect_style(each.text);
-        }
-        layers.push_back({&table, name});
-        open_.erase(&table);
-    }
-
-    std::vector<Layer> layers;
-
-private:
-    static constexpr std::size_t limit = 1000;
-
-    void collect_style(const std::string& name) {
-        if (const Node* const style = model_.style(name))
-            collect(*style, name);
-    }
-
-    const SourceModel& model_;
-    std::set<const Node*> open_;
-};
 
 Result<bool> collect_leaves(const Node& value, int count, Leaf at, std::vector<Leaf>& out) {
     if (value.kind == Node::Kind::list) {
@@ -113,17 +80,12 @@ Result<bool> collect_leaves(const Node& value, int count, Leaf at, std::vector<L
 } // namespace
 
 Result<SourceModel> SourceModel::read(const std::string& source) {
-    auto tree = read_source_tree(source);
+    const SourceTree tree = read_source_tree(source);
     if (!tree)
         return Failure{tree.reason()};
     SourceModel model(source);
-    model.root_ = std::move(*tree);
-    if (const Node* const kinds = model.root_->find("names"))
-        for (const Member& kind : kinds->members)
-            if (const auto meaning = meaning_of_word(kind.key))
-                for (const Member& name : kind.value.members)
-                    if (name.value.kind == Node::Kind::number)
-                        model.names_[{*meaning, name.key}] = name.value.number;
+    model.root_ = tree.root;
+    model.names_ = read_names(*tree.root, tell_nobody);
     return model;
 }
 
@@ -144,39 +106,14 @@ std::optional<RecordTable> SourceModel::find(Address::Of kind, int index) const 
     return std::nullopt;
 }
 
-const Node* SourceModel::style(std::string_view name) const {
-    const Node* const styles = root_->find("style");
-    const Node* const style = styles ? styles->find(name) : nullptr;
-    return style && style->is_table() ? style : nullptr;
-}
-
 std::string SourceModel::screen(const std::string& otherwise) const {
     const Node* const name = root_->find("name");
     return name && name->kind == Node::Kind::text ? name->text : otherwise;
 }
 
-std::vector<Layer> SourceModel::layers_of(const Node& table) const {
-    LayerCollector collector(*this);
-    collector.collect(table, "");
-    return std::move(collector.layers);
+Layers SourceModel::layers_of(const Node& table, const std::string& style) const {
+    return kit::layers_of(*root_, {&table, style}, tell_nobody);
 }
-
-namespace {
-
-/// The looks of all layers; `highlight = false` drops those of the layers before.
-std::vector<Layer> looks_of(const std::vector<Layer>& layers, const std::string& look) {
-    std::vector<Layer> looks;
-    for (const Layer& layer : layers) {
-        const Node* const node = layer.table->find(look);
-        if (node && node->kind == Node::Kind::flag && !node->flag)
-            looks.clear();
-        else if (node && node->is_table())
-            looks.push_back({node, layer.style});
-    }
-    return looks;
-}
-
-} // namespace
 
 Subject SourceModel::record_subject(const RecordTable& record, const std::string& look) const {
     Subject subject;
@@ -186,12 +123,12 @@ Subject SourceModel::record_subject(const RecordTable& record, const std::string
     subject.layers = layers_of(*record.table);
     if (!look.empty()) {
         subject.base.push_back(record_subject(record, ""));
-        subject.layers = looks_of(subject.layers, look);
+        subject.layers = looks_of(subject.layers, look, tell_nobody);
     } else if (record.kind == Address::Of::toggle) {
         if (const auto slot = find(Address::Of::slot, small_number(*this, record.table->find("copy"), -1)))
             subject.base.push_back(record_subject(*slot, ""));
     }
-    subject.own = look.empty() ? record.table : look_table(*record.table, look);
+    subject.own = look.empty() ? record.table : record.table->table(look);
     return subject;
 }
 
@@ -199,18 +136,16 @@ Result<Subject> SourceModel::subject(const Address& address) const {
     if (!address.look.empty() && address.look != "highlight" && address.look != "pressed")
         return Failure{"there is no look \"" + address.look + "\": it is highlight or pressed"};
     if (address.of == Address::Of::style) {
-        const Node* const table = style(address.style);
+        const Node* const table = style_of(*root_, address.style);
         if (!table)
             return Failure{"there is no [style." + address.style + "]"};
         Subject subject;
         subject.home = table;
         subject.look = address.look;
-        subject.layers = layers_of(*table);
+        subject.layers = layers_of(*table, address.style);
         if (!address.look.empty())
-            subject.layers = looks_of(subject.layers, address.look);
-        if (!subject.layers.empty() && subject.layers.back().style.empty())
-            subject.layers.back().style = address.style;
-        subject.own = address.look.empty() ? table : look_table(*table, address.look);
+            subject.layers = looks_of(subject.layers, address.look, tell_nobody);
+        subject.own = address.look.empty() ? table : table->table(address.look);
         return subject;
     }
     if (address.of == Address::Of::window)
@@ -262,13 +197,8 @@ Result<std::vector<Leaf>> leaves_of(const Node& value, int count) {
     return out;
 }
 
-const Node* look_table(const Node& table, std::string_view look) {
-    const Node* const node = table.find(look);
-    return node && node->is_table() ? node : nullptr;
-}
-
 std::optional<std::int64_t> step_of(const RecordTable& record, std::string_view field) {
-    const Node* const repeat = look_table(*record.table, "repeat");
+    const Node* const repeat = record.table->table("repeat");
     const Node* const step = repeat ? repeat->find(field) : nullptr;
     return step ? plain_number(step) : 0;
 }

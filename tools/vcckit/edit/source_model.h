@@ -2,10 +2,10 @@
 #pragma once
 
 #include "vcckit/edit/operation.h"
-#include "vcckit/edit/source_tree.h"
+#include "vcckit/source/source_layers.h"
 
 #include "core/installation.h"
-#include "vcckit/record/names.h"
+#include "core/result.h"
 
 #include <array>
 #include <map>
@@ -29,12 +29,6 @@ struct RecordTable {
     int index() const { return index_of(position); }
 };
 
-/// A table that says fields, and the style that it is; without a style the record itself.
-struct Layer {
-    const Node* table = nullptr;
-    std::string style;
-};
-
 /// Languages are numbered as in vcc::languages.
 using LanguageSet = std::array<bool, languages.size()>;
 inline constexpr int every_position = -1;
@@ -52,7 +46,7 @@ struct Subject {
     const Node* home = nullptr;        ///< the table of the record or style
     std::string look;                  ///< "", "highlight", "pressed"
     const Node* own = nullptr;         ///< the table that takes the fields; null: the look is not written there
-    std::vector<Layer> layers;         ///< the weakest first; the last one is `own`, when it is there
+    Layers layers;                     ///< the weakest first; the last one is `own`, when it is there
     std::vector<Subject> base;         ///< at most one: what the record is a copy of, for fields that no layer says
 };
 
@@ -65,17 +59,16 @@ public:
     const Node& root() const { return *root_; }
 
     /// The names that the source gives to numbers.
-    const std::map<std::pair<Meaning, std::string>, std::int64_t>& names() const { return names_; }
+    const SourceNames& names() const { return names_; }
 
     /// All tables of records of a kind, in the order of the text; those without a usable index are left out.
     std::vector<RecordTable> tables(Address::Of kind) const;
     std::optional<RecordTable> find(Address::Of kind, int index) const;
-    const Node* style(std::string_view name) const;
     /// The screen's name, which the source may say itself.
     std::string screen(const std::string& otherwise) const;
 
     /// A table and the styles that it builds on, the weakest first.
-    std::vector<Layer> layers_of(const Node& table) const;
+    Layers layers_of(const Node& table, const std::string& style = {}) const;
     Result<Subject> subject(const Address& address) const;
     Subject record_subject(const RecordTable& record, const std::string& look) const;
 
@@ -91,14 +84,11 @@ private:
 
     const std::string* source_;
     std::shared_ptr<const Node> root_;
-    std::map<std::pair<Meaning, std::string>, std::int64_t> names_;
+    SourceNames names_;
 };
 
 /// The parts of a value by language and repetition. Fails where a list has another length than the group.
 Result<std::vector<Leaf>> leaves_of(const Node& value, int count);
-
-/// The table that a record or style has under "highlight", "pressed" or "repeat"; null without one.
-const Node* look_table(const Node& table, std::string_view look);
 
 /// What the group adds to a field for each repetition; 0 for none. Nothing when that is no plain number.
 std::optional<std::int64_t> step_of(const RecordTable& record, std::string_view field);

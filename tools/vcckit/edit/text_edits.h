@@ -1,7 +1,7 @@
 // Changes of a source's bytes, collected and made at once; and how members of tables are put in and taken out.
 #pragma once
 
-#include "vcckit/edit/source_tree.h"
+#include "vcckit/source/source_tree.h"
 
 #include "core/result.h"
 

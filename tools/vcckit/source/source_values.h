@@ -1,25 +1,15 @@
 // The values of a screen source: numbers, names, texts, lists for repeated records, tables by language.
 #pragma once
 
-#include "vcckit/faults/report.h"
-#include "vcckit/faults/source_place.h"
 #include "vcckit/record/fields.h"
 #include "vcckit/source/alignment.h"
-#include "vcckit/source/screen_source.h"
+#include "vcckit/source/source_layers.h"
 
-#define TOML_EXCEPTIONS 0
-#include <toml++/toml.h>
-
-#include <map>
 #include <optional>
 #include <span>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace vcc::kit {
-
-using SourceNames = std::map<std::pair<Meaning, std::string>, std::int32_t>;
 
 struct Repetition {
     int count = 1;
@@ -33,8 +23,6 @@ struct SourceRecord {
     Alignment alignment;
 };
 
-Place place_of(const toml::source_region& region);
-
 /// Reads values for one language, and notes every mistake with the record or style that it is in.
 class SourceValues {
 public:
@@ -44,30 +32,35 @@ public:
     std::string where; ///< the record or style being read, for messages
     int repetition_index = 0, repetition_count = 1;
 
-    void fail(FaultCode code, const toml::node& node, std::string_view field, std::string problem,
-              std::string advice = {}, std::string nearest = {});
-    void fail_at(FaultCode code, const Place& place, std::string_view field, std::string problem,
-                 std::string advice = {}, std::string nearest = {});
+    void fail(Mistake mistake);
+    void fail(FaultCode code, const Node& node, std::string_view field, std::string problem, std::string advice = {},
+              std::string nearest = {}) {
+        fail({code, node.place, field, std::move(problem), std::move(advice), std::move(nearest)});
+    }
+    TellMistake teller() {
+        return [this](Mistake mistake) { fail(std::move(mistake)); };
+    }
 
     /// A number, or a name that stands for one.
-    std::optional<std::int32_t> integer(const toml::node& node, Meaning meaning, std::string_view field);
+    std::optional<std::int32_t> integer(const Node& node, Meaning meaning, std::string_view field);
 
     /// The `repeat` table of a record.
-    Repetition repetition(const toml::table& record);
+    Repetition repetition(const Node& record);
 
     /// Sets the fields that a table names; an entry that is neither a field nor among `others` is a mistake.
-    void apply(SourceRecord& record, const toml::table& table, std::span<const std::string_view> others);
+    void apply(SourceRecord& record, const Node& table, std::span<const std::string_view> others);
 
     /// Adds what the `repeat` table adds to number fields for each repetition.
-    void apply_steps(SourceRecord& record, const toml::table& table);
+    void apply_steps(SourceRecord& record, const Node& table);
 
 private:
-    const toml::node* choose(const toml::node& node, std::string_view field);
-    void fail_name(const toml::node& node, Meaning meaning, std::string_view field, const std::string& name);
-    void set_number(SourceRecord& record, const Field& field, const toml::node& node);
-    void set_text(SourceRecord& record, const Field& field, const toml::node& node);
-    bool set_flag(SourceRecord& record, std::string_view key, const toml::node& node);
-    bool set_alignment(Alignment& alignment, std::string_view key, const toml::node& node);
+    const Node* choose(const Node& node, std::string_view field);
+    void fail_name(const Node& node, Meaning meaning, std::string_view field);
+    void set(SourceRecord& record, const Field& field, const Node& node);
+    void set_text(SourceRecord& record, const Field& field, const Node& node);
+    void set_flag(SourceRecord& record, const Field& field, const Node& node);
+    void set_align(Alignment& alignment, const Node& node);
+    void set_padding(Alignment& alignment, const Field& field, const Node& node);
 
     std::string_view language_;
     SourceNames names_;

@@ -1,0 +1,164 @@
+#include "vcckit/source/source_layers.h"
+
+#include "vcckit/text/nearest.h"
+
+#include "core/installation.h"
+
+#include <algorithm>
+#include <set>
+
+namespace vcc::kit {
+
+namespace {
+
+using enum FaultCode;
+
+class LayerCollector {
+public:
+    LayerCollector(const Node& source, const TellMistake& tell) : source_(source), tell_(tell) {}
+
+    void collect(const Layer& layer) {
+        // Also a bound: styles that build on one another crosswise have very many paths.
+        if (layers.size() >= limit)
+            return;
+        if (!open_.insert(layer.table).second) {
+            tell_(
+                {style_circle, layer.table->find("style")->place, "style", "it builds on itself", "", "", layer.style});
+            return;
+        }
+        for (const Node* const name : styles_of(*layer.table))
+            collect_style(*name, layer.style);
+        layers.push_back(layer);
+        open_.erase(layer.table);
+    }
+
+    Layers layers;
+
+private:
+    static constexpr std::size_t limit = 1000;
+
+    void collect_style(const Node& name, const std::string& user) {
+        if (const Node* const style = style_of(source_, name.text); style && name.is_text()) {
+            collect({style, name.text});
+            return;
+        }
+        std::vector<std::string> known;
+        if (const Node* const styles = source_.table("style"))
+            std::ranges::transform(styles->members, std::back_inserter(known), &Member::key);
+        tell_({name.is_text() ? unknown_style : wrong_kind, name.place, "style",
+               name.is_text() ? "there is no [style." + name.text + "]" : "must be the name of a style", "",
+               nearest_word(name.text, known), user});
+    }
+
+    const Node& source_;
+    const TellMistake& tell_;
+    std::set<const Node*> open_;
+};
+
+bool is_language(std::string_view key) {
+    return std::ranges::find(languages, key, &LanguageRow::code) != languages.end();
+}
+
+} // namespace
+
+const Node* style_of(const Node& source, std::string_view name) {
+    const Node* const styles = source.table("style");
+    return styles ? styles->table(name) : nullptr;
+}
+
+std::vector<const Node*> styles_of(const Node& table) {
+    std::vector<const Node*> names;
+    const Node* const style = table.find("style");
+    if (style && style->kind != Node::Kind::list)
+        names.push_back(style);
+    else if (style)
+        std::ranges::transform(style->items, std::back_inserter(names), [](const Node& name) { return &name; });
+    return names;
+}
+
+Layers layers_of(const Node& source, const Layer& table, const TellMistake& tell) {
+    LayerCollector collector(source, tell);
+    collector.collect(table);
+    return std::move(collector.layers);
+}
+
+Layers looks_of(const Layers& layers, std::string_view key, const TellMistake& tell) {
+    Layers looks;
+    for (const Layer& layer : layers) {
+        const Node* const node = layer.table->find(key);
+        if (!node)
+            continue;
+        if (node->kind == Node::Kind::flag && !node->flag)
+            looks.clear();
+        else if (node->is_table())
+            looks.push_back({node, layer.style});
+        else
+            tell({wrong_kind, node->place, key, "must be a table of changes, or false"});
+    }
+    return looks;
+}
+
+const Node* part_of(const Node& value, std::string_view language, int repetition, int count, std::string_view field,
+                    const TellMistake& tell) {
+    const Node* part = &value;
+    for (;;) {
+        if (part->kind == Node::Kind::list) {
+            if (static_cast<int>(part->items.size()) != count) {
+                tell({list_length, part->place, field,
+                      "has " + std::to_string(part->items.size()) + " values for " + std::to_string(count) + " records",
+                      "a list has one value for each repetition"});
+                return nullptr;
+            }
+            part = &part->items[static_cast<std::size_t>(repetition)];
+        } else if (part->is_table() && !part->find("raw")) {
+            for (const Member& member : part->members)
+                if (!is_language(member.key)) {
+                    tell({language_missing, member.place, field, "\"" + member.key + "\" is no language",
+                          "languages are en and de"});
+                    return nullptr;
+                }
+            const Node* const chosen = part->find(language);
+            if (!chosen) {
+                tell({language_missing, part->place, field,
+                      "has no value for the language \"" + std::string(language) + "\"",
+                      "write one for en and one for de"});
+                return nullptr;
+            }
+            part = chosen;
+        } else {
+            return part;
+        }
+    }
+}
+
+SourceNames read_names(const Node& source, const TellMistake& tell) {
+    SourceNames names;
+    const Node* const kinds = source.find("names");
+    if (!kinds)
+        return names;
+    if (!kinds->is_table())
+        tell({wrong_kind, kinds->place, "names", "must be written as [names.colour], [names.sound] ..."});
+    for (const Member& kind : kinds->members) {
+        const auto meaning = meaning_of_word(kind.key);
+        if (!meaning || !kind.value.is_table()) {
+            std::vector<std::string> words;
+            std::string list;
+            for (const Meaning each : all_meanings) {
+                words.emplace_back(meaning_word(each));
+                list += (list.empty() ? "" : ", ") + words.back();
+            }
+            tell({unknown_entry, kind.place, "names", "\"" + kind.key + "\" is none of " + list, "",
+                  nearest_word(kind.key, words)});
+            continue;
+        }
+        for (const Member& name : kind.value.members)
+            if (const Node& value = name.value;
+                value.is_number() && value.number >= INT32_MIN && value.number <= INT32_MAX)
+                names[{*meaning, name.key}] = static_cast<std::int32_t>(value.number);
+            else
+                tell({wrong_kind, value.place, "names", name.key + ": must be a number of 32 bits"});
+    }
+    return names;
+}
+
+} // namespace vcc::kit
