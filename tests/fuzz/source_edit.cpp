@@ -119,6 +119,6 @@ void vcc::fuzz::one_input(std::string_view input) {
         const auto description = describe(text, kind, {"vcc"});
         require(text == source || kind == DocumentKind::windows || description);
         for (std::size_t i = 0; description && i < description->slots.size(); ++i)
-            require(description->slots[i].line >= 1);
+            require(description->slots[i]["line"] >= 1);
     }
 }

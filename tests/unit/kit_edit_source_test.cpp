@@ -486,12 +486,13 @@ TEST(SourceEdit, SplittingTheGroupsLeavesEveryRecordAsItIs) {
     for (const GameScreen& screen : game_screens()) {
         const ScreenSource source = read_screen_source(screen.text);
         const auto description = describe(screen.text, DocumentKind::screen, {});
-        for (const RecordDescription& each : description->slots) {
-            if (!each.repeat || each.repeat->position != 1)
+        for (const auto& each : description->slots) {
+            if (each["repeat"].is_null() || each["repeat"]["position"] != 1)
                 continue;
-            const auto split = apply(screen.text, DocumentKind::screen, {{whole(Do::split, {slot(each.index)})}}, {});
-            ASSERT_TRUE(split) << screen.name << " slot " << each.index << ": " << split.reason();
-            EXPECT_TRUE(describes(*split, source.screen)) << screen.name << " slot " << each.index;
+            const auto split =
+                apply(screen.text, DocumentKind::screen, {{whole(Do::split, {slot(each["index"])})}}, {});
+            ASSERT_TRUE(split) << screen.name << " slot " << each["index"] << ": " << split.reason();
+            EXPECT_TRUE(describes(*split, source.screen)) << screen.name << " slot " << each["index"];
             ++groups;
         }
     }

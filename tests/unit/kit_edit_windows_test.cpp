@@ -1,4 +1,5 @@
 // Operations on files of text windows.
+#include "vcckit/check/fixed_slots.h"
 #include "vcckit/edit/describe.h"
 #include "vcckit/edit/source_edit.h"
 #include "vcckit/edit/window_edit.h"
@@ -86,7 +87,7 @@ TEST(WindowEdit, DescribesWhatTheProgramReads) {
     const int count = read_text_windows(text, windows, nullptr);
     const auto description = describe(platform::utf8_from_latin1(text), DocumentKind::windows, {});
     EXPECT_EQ(static_cast<int>(description->windows.size()), count);
-    for (const WindowDescription& window : description->windows) {
+    for (const WindowPart& window : description->windows) {
         const TextWindow& read = windows.at(static_cast<std::size_t>(window.number));
         const auto value = [&](const char* field) {
             return window.values.contains(field) ? std::stoi(window.values.at(field)) : 0;
@@ -94,7 +95,7 @@ TEST(WindowEdit, DescribesWhatTheProgramReads) {
         EXPECT_EQ((std::array{value("left"), value("top"), value("right"), value("bottom"), value("style")}),
                   (std::array{read.left, read.top, read.right, read.bottom, read.style}));
     }
-    EXPECT_EQ(description->windows.at(2).fixed, "style of highlighted frames and of shadows");
+    EXPECT_EQ(role_of_fixed_window(description->windows.at(2).number), "style of highlighted frames and of shadows");
 }
 
 } // namespace

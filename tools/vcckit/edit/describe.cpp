@@ -1,15 +1,13 @@
 #include "vcckit/edit/describe.h"
 
 #include "vcckit/check/fixed_slots.h"
-#include "vcckit/edit/field_edit.h"
 #include "vcckit/edit/source_model.h"
-#include "vcckit/edit/window_edit.h"
 
 #include "screen/slot.h"
 
-#include <algorithm>
-
 namespace vcc::kit::edit {
+
+using nlohmann::json;
 
 namespace {
 
@@ -18,36 +16,13 @@ bool is_structure(std::string_view key) {
     return key == "index" || key == "repeat" || key == "style" || key == "highlight" || key == "pressed";
 }
 
-Written written_in(const std::vector<Layer>& layers, const char* own) {
-    Written written;
+json written_in(const Layers& layers, const char* own) {
+    json written = json::object();
     for (const Layer& layer : layers)
         for (const Member& member : layer.table->members)
             if (!is_structure(member.key))
                 written[member.key] = layer.style.empty() ? own : "style " + layer.style;
     return written;
-}
-
-std::map<std::string, Written> looks_of_record(const SourceModel& model, const RecordTable& record) {
-    std::map<std::string, Written> looks;
-    for (const char* look : {"highlight", "pressed"})
-        if (const Subject subject = model.record_subject(record, look); !subject.layers.empty())
-            looks[look] = written_in(subject.layers, "slot");
-    return looks;
-}
-
-std::map<std::string, Written> looks_of_style(const SourceModel& model, const std::string& style) {
-    std::map<std::string, Written> looks;
-    for (const char* look : {"highlight", "pressed"})
-        if (const auto subject = model.subject({Address::Of::style, 0, style, look});
-            subject && !subject->layers.empty())
-            looks[look] = written_in(subject->layers, "style");
-    return looks;
-}
-
-std::vector<std::string> names_of(const std::vector<const Node*>& styles) {
-    std::vector<std::string> names;
-    std::ranges::transform(styles, std::back_inserter(names), &Node::text);
-    return names;
 }
 
 /// The first line that a table is written on.
@@ -64,24 +39,45 @@ int line_of(const SourceModel& model, const Node& table) {
     return line_at(model.source(), at);
 }
 
-RecordDescription describe_record(const SourceModel& model, const RecordTable& record, const EditRules& rules) {
+/// What records and styles have in common.
+json describe_table(const SourceModel& model, const Node& table) {
+    json styles = json::array();
+    for (const Node* const style : styles_of(table))
+        styles.push_back(style->text);
+    return {{"line", line_of(model, table)}, {"styles", std::move(styles)}};
+}
+
+void add_looks(json& out, const Layers& layers, bool with_fields) {
+    out["looks"] = json::array();
+    for (const char* const look : {"highlight", "pressed"})
+        if (const Layers looks = looks_of(layers, look, tell_nobody); !looks.empty()) {
+            out["looks"].push_back(look);
+            if (with_fields)
+                out["look_written"][look] = written_in(looks, "slot");
+        }
+}
+
+json describe_record(const SourceModel& model, const RecordTable& record, const EditRules& rules) {
     const bool slot = record.kind == Address::Of::slot;
-    RecordDescription out;
-    out.index = record.index();
-    out.line = line_of(model, *record.table);
-    out.styles = names_of(styles_of(*record.table));
+    const Layers layers = model.layers_of(*record.table);
+    json out = describe_table(model, *record.table);
+    out["index"] = record.index();
+    out["written"] = written_in(layers, slot ? "slot" : "toggle");
+    out["repeat"] = nullptr;
     if (record.table->find("repeat"))
-        out.repeat = RepeatDescription{record.first, record.count, record.step, record.position};
-    out.written = written_in(model.layers_of(*record.table), slot ? "slot" : "toggle");
+        out["repeat"] = {
+            {"first", record.first}, {"count", record.count}, {"step", record.step}, {"position", record.position}};
     if (slot) {
-        out.fixed = role_of_fixed_slot(model.screen(rules.screen), out.index);
-        out.looks = looks_of_record(model, record);
+        const std::string role = role_of_fixed_slot(model.screen(rules.screen), record.index());
+        out["protected"] = role.empty() ? json() : json(role);
+        out["look_written"] = json::object();
+        add_looks(out, layers, true);
     }
     return out;
 }
 
-std::vector<RecordDescription> describe_records(const SourceModel& model, Address::Of kind, const EditRules& rules) {
-    std::vector<RecordDescription> out;
+json describe_records(const SourceModel& model, Address::Of kind, const EditRules& rules) {
+    json out = json::array();
     for (RecordTable record : model.tables(kind))
         for (record.position = 0; record.position < record.count; ++record.position)
             if (record.index() >= 0 && record.index() < slot_limit)
@@ -99,36 +95,35 @@ std::string text_of_value(const SourceModel& model, const Node& value) {
     return out + " }";
 }
 
+json describe_style(const SourceModel& model, const std::string& name, const Node& table) {
+    json out = describe_table(model, table);
+    out["name"] = name;
+    out["written"] = json::object();
+    for (const Member& field : table.members)
+        if (!is_structure(field.key))
+            out["written"][field.key] = text_of_value(model, field.value);
+    add_looks(out, model.layers_of(table, name), false);
+    return out;
+}
+
 } // namespace
 
 Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules) {
     Description out;
     if (kind == DocumentKind::windows) {
-        for (const WindowPart& window : windows_of(source))
-            out.windows.push_back({window.number, window.line, role_of_fixed_window(window.number), window.values});
+        out.windows = windows_of(source);
         return out;
     }
     const auto model = SourceModel::read(source);
     if (!model)
         return Failure{model.reason()};
-    for (const auto& [key, number] : model->names())
-        out.names[key.first][key.second] = number;
+    out.names = model->names();
     out.slots = describe_records(*model, Address::Of::slot, rules);
     out.toggles = describe_records(*model, Address::Of::toggle, rules);
-    if (const Node* const styles = model->root().find("style"))
-        for (const Member& member : styles->members) {
-            if (!member.value.is_table())
-                continue;
-            StyleDescription style;
-            style.name = member.key;
-            style.line = line_of(*model, member.value);
-            style.styles = names_of(styles_of(member.value));
-            for (const Member& field : member.value.members)
-                if (!is_structure(field.key))
-                    style.values[field.key] = text_of_value(*model, field.value);
-            style.looks = looks_of_style(*model, member.key);
-            out.styles.push_back(std::move(style));
-        }
+    if (const Node* const styles = model->root().table("style"))
+        for (const Member& style : styles->members)
+            if (style.value.is_table())
+                out.styles.push_back(describe_style(*model, style.key, style.value));
     return out;
 }
 

@@ -39,18 +39,15 @@ const char* kind_of(const Slot& slot) {
     return slot.input_mode != 0 || !text_of(slot.text).empty() || slot.box_width != 0 ? "text" : "other";
 }
 
-using OwnNames = std::map<Meaning, std::map<std::string, std::int64_t>>;
-
 /// The name that a source would write for a number: one of its own first.
-std::optional<std::string> shown_number(Meaning meaning, std::int32_t number, const OwnNames& names) {
-    if (const auto own = names.find(meaning); own != names.end())
-        for (const auto& [name, value] : own->second)
-            if (value == number)
-                return name;
+std::optional<std::string> shown_number(Meaning meaning, std::int32_t number, const SourceNames& names) {
+    for (const auto& [name, value] : names)
+        if (name.first == meaning && value == number)
+            return name.second;
     return name_of_number(meaning, number);
 }
 
-json record_json(const Slot& slot, const OwnNames& names, const std::array<TextWindow, text_window_count>& windows) {
+json record_json(const Slot& slot, const SourceNames& names, const std::array<TextWindow, text_window_count>& windows) {
     json values = json::object(), shown = json::object();
     for (const Field& field : number_fields()) {
         values[std::string(field.name)] = slot.*field.member;
@@ -80,63 +77,41 @@ json record_json(const Slot& slot, const OwnNames& names, const std::array<TextW
 }
 
 /// A record in each language; null when the set does not have it.
-json languages_json(const Reading& reading, std::vector<Slot> ScreenRecords::*set, int index,
+json languages_json(const Reading& reading, std::vector<Slot> ScreenRecords::*set, std::size_t index,
                     const WindowSets& windows) {
     json by_language = json::object();
     for (std::size_t i = 0; i < languages.size(); ++i) {
         const std::vector<Slot>& records = reading.screen.records[i].*set;
-        if (index >= 0 && static_cast<std::size_t>(index) < records.size())
+        if (index < records.size())
             by_language[std::string(languages[i].code)] =
-                record_json(records[static_cast<std::size_t>(index)], reading.description.names, windows[i]);
+                record_json(records[index], reading.description.names, windows[i]);
     }
     return by_language;
 }
 
-json repeat_json(const std::optional<RepeatDescription>& repeat) {
-    if (!repeat)
-        return nullptr;
-    return {{"first", repeat->first}, {"count", repeat->count}, {"step", repeat->step}, {"position", repeat->position}};
-}
-
-json slot_json(const RecordDescription& record, const Reading& reading, const WindowSets& windows) {
-    json looks = json::array(), written_looks = json::object();
-    for (const auto& [look, written] : record.looks) {
-        looks.push_back(look);
-        written_looks[look] = written;
-    }
+/// What is different from one language to the other, added to what the source says of a record.
+json slot_json(const json& described, const Reading& reading, const WindowSets& windows) {
+    json out = described;
+    const auto index = described["index"].get<std::size_t>();
     const std::vector<Slot>& slots = reading.screen.records[0].slots;
-    const auto index = static_cast<std::size_t>(record.index);
-    const bool there = record.index >= 0 && index < slots.size();
-    const std::string_view name = there ? text_of(slots[index].name) : std::string_view();
-    return {{"index", record.index},
-            {"line", record.line},
-            {"name", utf8_of(name)},
-            {"protected", record.fixed.empty() ? json() : json(record.fixed)},
-            {"repeat", repeat_json(record.repeat)},
-            {"styles", record.styles},
-            {"written", record.written},
-            {"looks", std::move(looks)},
-            {"look_written", std::move(written_looks)},
-            {"activated", there ? slots[index].activated : 0},
-            {"languages", languages_json(reading, &ScreenRecords::slots, record.index, windows)}};
+    out["name"] = index < slots.size() ? utf8_of(text_of(slots[index].name)) : "";
+    out["activated"] = index < slots.size() ? slots[index].activated : 0;
+    out["languages"] = languages_json(reading, &ScreenRecords::slots, index, windows);
+    return out;
 }
 
+/// Toggle records that nothing describes are looks of slots.
 json toggles_json(const Reading& reading, const WindowSets& windows) {
     json toggles = json::array();
     const auto& records = reading.screen.records;
-    const std::size_t count = std::max(records[0].toggles.size(), records[1].toggles.size());
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto index = static_cast<int>(i);
-        const auto& described = reading.description.toggles;
-        const auto found = std::ranges::find(described, index, &RecordDescription::index);
-        toggles.push_back({{"index", index},
-                           {"line", found == described.end() ? 0 : found->line},
-                           {"languages", languages_json(reading, &ScreenRecords::toggles, index, windows)}});
-        if (found != described.end()) {
-            toggles.back()["styles"] = found->styles;
-            toggles.back()["repeat"] = repeat_json(found->repeat);
-            toggles.back()["written"] = found->written;
-        }
+    for (std::size_t i = 0; i < std::max(records[0].toggles.size(), records[1].toggles.size()); ++i) {
+        toggles.push_back({{"index", i}, {"line", 0}});
+        for (const json& described : reading.description.toggles)
+            if (described["index"] == i) {
+                toggles.back() = described;
+                break;
+            }
+        toggles.back()["languages"] = languages_json(reading, &ScreenRecords::toggles, i, windows);
     }
     return toggles;
 }
@@ -155,24 +130,9 @@ json values_json(const std::map<std::string, std::string>& values) {
     return object;
 }
 
-json styles_json(const Description& description) {
-    json styles = json::array();
-    for (const StyleDescription& style : description.styles) {
-        json looks = json::array();
-        for (const auto& look : style.looks)
-            looks.push_back(look.first);
-        styles.push_back({{"name", style.name},
-                          {"line", style.line},
-                          {"styles", style.styles},
-                          {"written", style.values},
-                          {"looks", std::move(looks)}});
-    }
-    return styles;
-}
-
 json windows_json(const Description& description, const std::array<TextWindow, text_window_count>& windows) {
     json all = json::array();
-    for (const WindowDescription& window : description.windows) {
+    for (const WindowPart& window : description.windows) {
         if (window.number < 0 || window.number >= text_window_count)
             continue;
         all.push_back({{"number", window.number},
@@ -235,10 +195,10 @@ json document_json(const DocumentState& document, const Reading& reading, const 
                              {"removed", each.removed}});
     for (const Fault& fault : reading.faults)
         faults.push_back(fault_json(fault, document.name, slot_of_fault(fault)));
-    for (const RecordDescription& record : reading.description.slots)
-        slots.push_back(slot_json(record, reading, windows));
-    for (const auto& [meaning, own] : reading.description.names)
-        names[std::string(meaning_word(meaning))] = own;
+    for (const json& described : reading.description.slots)
+        slots.push_back(slot_json(described, reading, windows));
+    for (const auto& [name, number] : reading.description.names)
+        names[std::string(meaning_word(name.first))][name.second] = number;
     const bool german = document.name.starts_with(languages[1].prefix);
     return {{"name", document.name},
             {"kind", document.kind == DocumentKind::screen ? "screen" : "windows"},
@@ -252,7 +212,7 @@ json document_json(const DocumentState& document, const Reading& reading, const 
             {"conflicts", std::move(conflicts)},
             {"stale", reading.stale},
             {"names", std::move(names)},
-            {"styles", styles_json(reading.description)},
+            {"styles", reading.description.styles},
             {"windows", windows_json(reading.description, windows[german ? 1 : 0])},
             {"slots", std::move(slots)},
             {"toggles", toggles_json(reading, windows)},

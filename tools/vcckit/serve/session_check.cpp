@@ -91,9 +91,9 @@ json Session::checked_fault_json(const Fault& fault) {
             const int slot = toggles && fault.record >= 0
                                  ? slot_of_toggle(reading.screen.records[i].slots, fault.record)
                                  : fault.record;
-            const auto described = std::ranges::find(reading.description.slots, slot, &RecordDescription::index);
-            if (described != reading.description.slots.end())
-                placed.line = described->line;
+            for (const json& described : reading.description.slots)
+                if (described["index"] == slot)
+                    placed.line = described["line"];
             const bool told_already = std::ranges::any_of(reading.faults, [&](const Fault& told) {
                 return told.code == fault.code && told.field == fault.field && slot_of_fault(told) == slot;
             });
