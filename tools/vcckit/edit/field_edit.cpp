@@ -196,8 +196,8 @@ void replace_value(TextEdits& edits, const Span& span, std::string text) {
 /// A field of one table on its way to a new value.
 class FieldChange {
 public:
-    FieldChange(TextEdits& edits, const SourceModel& model, const Subject& subject, const Field& field)
-        : edits_(edits), model_(model), subject_(subject), field_(field) {}
+    FieldChange(Opened& at, const Field& field)
+        : edits_(at.edits), model_(at.model), subject_(at.subject), field_(field) {}
 
     std::string set(const LanguageSet& in, const Wanted& wanted) {
         const Node* const own = subject_.own ? subject_.own->find(field_.name) : nullptr;
@@ -430,36 +430,34 @@ std::string misfit(const Subject& subject, const Field& field) {
 
 } // namespace
 
-std::string set_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
-                      std::optional<std::size_t> language, const Value& value) {
+std::string set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value) {
     if (const auto entry = repeat_entry(field))
-        return set_repeat(edits, subject, *entry, value);
+        return set_repeat(at.edits, at.subject, *entry, value);
     const Field* const info = find_field(field);
     if (!info)
         return unknown_field(field);
-    if (std::string reason = misfit(subject, *info); !reason.empty())
+    if (std::string reason = misfit(at.subject, *info); !reason.empty())
         return reason;
     if (language && !varies(info->form))
         return std::string(field) + " is the same in every language";
-    const Wanted wanted = wanted_value(model, *info, value);
+    const Wanted wanted = wanted_value(at.model, *info, value);
     if (!wanted.reason.empty())
         return wanted.reason;
-    FieldChange change(edits, model, subject, *info);
+    FieldChange change(at, *info);
     change.given_by_number_ = std::holds_alternative<std::int64_t>(value);
     return change.set(chosen(language), wanted);
 }
 
-std::string unset_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
-                        std::optional<std::size_t> language) {
+std::string unset_field(Opened& at, std::string_view field, std::optional<std::size_t> language) {
+    auto& [model, subject, edits] = at;
     const auto entry = repeat_entry(field);
     const Field* const info = find_field(field);
     if (!entry && !info && field != "repeat")
         return unknown_field(field);
     const Node* const table = entry && subject.own ? subject.own->table("repeat") : subject.own;
     const std::string_view key = entry ? *entry : field;
-    const auto found =
-        table ? std::ranges::find(table->members, key, &Member::key) : std::vector<Member>::const_iterator{};
-    if (!table || found == table->members.end())
+    const Member* const found = table ? table->member(key) : nullptr;
+    if (!found)
         return std::string(field) + " is not written there";
     if (info && field == "index" && subject.look != "pressed")
         return "every record says where it stands";
@@ -489,12 +487,12 @@ std::string unset_field(TextEdits& edits, const SourceModel& model, const Subjec
     return {};
 }
 
-std::string shift_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
-                        const LanguageSet& in, const std::set<int>& positions, std::int64_t distance) {
+std::string shift_field(Opened& at, std::string_view field, const LanguageSet& in, const std::set<int>& positions,
+                        std::int64_t distance) {
     const Field* const info = find_field(field);
     if (!info || info->form != FieldForm::number)
         return unknown_field(field);
-    return FieldChange(edits, model, subject, *info).shift(in, positions, distance);
+    return FieldChange(at, *info).shift(in, positions, distance);
 }
 
 std::optional<std::int64_t> present_number(const SourceModel& model, const Subject& subject, std::string_view field,

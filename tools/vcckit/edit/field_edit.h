@@ -3,7 +3,6 @@
 #pragma once
 
 #include "vcckit/edit/source_model.h"
-#include "vcckit/edit/text_edits.h"
 #include "vcckit/record/fields.h"
 
 #include <optional>
@@ -15,15 +14,13 @@ namespace vcc::kit::edit {
 
 /// All take the language by its number in vcc::languages, nothing for every language, and give the reason why nothing
 /// changes, else an empty text.
-std::string set_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
-                      std::optional<std::size_t> language, const Value& value);
-std::string unset_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
-                        std::optional<std::size_t> language);
+std::string set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value);
+std::string unset_field(Opened& at, std::string_view field, std::optional<std::size_t> language);
 
 /// Adds to the written number in the given languages; in a group to what these repetitions have of their own, else to
 /// what all have.
-std::string shift_field(TextEdits& edits, const SourceModel& model, const Subject& subject, std::string_view field,
-                        const LanguageSet& in, const std::set<int>& positions, std::int64_t distance);
+std::string shift_field(Opened& at, std::string_view field, const LanguageSet& in, const std::set<int>& positions,
+                        std::int64_t distance);
 
 /// The number that the subject's record has, with what the group adds. Nothing when it is not to be known.
 std::optional<std::int64_t> present_number(const SourceModel& model, const Subject& subject, std::string_view field,

@@ -3,7 +3,6 @@
 
 #include "vcckit/edit/field_edit.h"
 #include "vcckit/edit/source_model.h"
-#include "vcckit/edit/text_edits.h"
 
 #include <algorithm>
 #include <set>
@@ -43,10 +42,10 @@ constexpr Axis horizontal{"dest_x", "column", "box_width", "src_x"}, vertical{"d
 /// One record with a change of one axis.
 class PlaceChange {
 public:
-    PlaceChange(const SourceModel& model, const Subject& subject, const Axis& axis, std::int64_t distance)
-        : model_(model), subject_(subject), axis_(axis), distance_(distance) {}
+    PlaceChange(Opened& at, const std::set<int>& positions, const Axis& axis, std::int64_t distance)
+        : at_(at), positions_(positions), axis_(axis), distance_(distance) {}
 
-    std::string move(TextEdits& edits, const std::set<int>& positions) const {
+    std::string move() const {
         LanguageSet pixels{}, cells{};
         for (std::size_t i = 0; i < languages.size(); ++i) {
             if (is_window(i))
@@ -61,11 +60,11 @@ public:
                 return std::string(axis_.pixels) +
                        " would be 0: a text is placed in pixels only while both coordinates are not 0";
         }
-        std::string reason = shift(edits, axis_.pixels, pixels, positions);
-        return reason.empty() ? shift(edits, axis_.cells, cells, positions) : reason;
+        std::string reason = shift(axis_.pixels, pixels);
+        return reason.empty() ? shift(axis_.cells, cells) : reason;
     }
 
-    std::string resize(TextEdits& edits, const std::set<int>& positions) const {
+    std::string resize() const {
         for (std::size_t i = 0; i < languages.size(); ++i) {
             if (is_window(i))
                 return window_reason();
@@ -78,17 +77,17 @@ public:
         }
         LanguageSet every;
         every.fill(true);
-        return shift(edits, axis_.extent, every, positions);
+        return shift(axis_.extent, every);
     }
 
 private:
     std::int64_t number(const char* field, std::size_t language) const {
-        return present_number(model_, subject_, field, language).value_or(0);
+        return present_number(at_.model, at_.subject, field, language).value_or(0);
     }
 
     bool is_window(std::size_t language) const {
         return number("graphic", language) != 0 &&
-               present_text(model_, subject_, "text", language).starts_with("TEXT-WIN");
+               present_text(at_.model, at_.subject, "text", language).starts_with("TEXT-WIN");
     }
 
     std::string window_reason() const {
@@ -96,15 +95,14 @@ private:
                ": its place is in the file of text windows";
     }
 
-    std::string shift(TextEdits& edits, const char* field, const LanguageSet& in,
-                      const std::set<int>& positions) const {
+    std::string shift(const char* field, const LanguageSet& in) const {
         if (std::ranges::none_of(in, [](bool chosen) { return chosen; }))
             return {};
-        return shift_field(edits, model_, subject_, field, in, positions, distance_);
+        return shift_field(at_, field, in, positions_, distance_);
     }
 
-    const SourceModel& model_;
-    const Subject& subject_;
+    Opened& at_;
+    const std::set<int>& positions_;
     const Axis& axis_;
     std::int64_t distance_;
 };
@@ -126,18 +124,14 @@ Result<std::string> move_or_resize(std::string text, const Operation& operation)
         for (const auto& [axis, distance] : {std::pair(&horizontal, operation.dx), {&vertical, operation.dy}}) {
             if (distance == 0)
                 continue;
-            const auto model = SourceModel::read(text);
-            const auto subject = model ? model->subject(group.address) : Result<Subject>(Failure{model.reason()});
-            if (!subject)
-                return Failure{subject.reason()};
-            TextEdits edits(text);
-            const PlaceChange change(*model, *subject, *axis, distance);
-            std::string reason = operation.what == Operation::Do::move ? change.move(edits, group.positions)
-                                                                       : change.resize(edits, group.positions);
+            auto at = open(text, group.address);
+            if (!at)
+                return Failure{at.reason()};
+            const PlaceChange change(*at, group.positions, *axis, distance);
+            std::string reason = operation.what == Operation::Do::move ? change.move() : change.resize();
             if (!reason.empty())
                 return Failure{std::move(reason)};
-            if (!edits.empty())
-                text = edits.result();
+            text = at->edits.result();
         }
     return text;
 }

@@ -94,8 +94,7 @@ public:
 
 private:
     void drop(const Node& table, std::string_view key) {
-        const auto found = std::ranges::find(table.members, key, &Member::key);
-        if (found != table.members.end())
+        if (const Member* const found = table.member(key))
             remove_member(edits_, *found);
     }
 
@@ -187,14 +186,16 @@ bool same_records(const std::string& before, const std::string& after) {
     return !old.faults.empty() || describes(after, old.screen, letters);
 }
 
+} // namespace
+
 Result<std::string> split_group(const std::string& text, const Address& address) {
-    const auto model = SourceModel::read(text);
-    const auto subject = model ? model->subject(address) : Result<Subject>(Failure{model.reason()});
-    if (!subject)
-        return Failure{subject.reason()};
-    if (!subject->record || !subject->look.empty())
+    auto at = open(text, address);
+    if (!at)
+        return Failure{at.reason()};
+    auto& [model, subject, edits] = *at;
+    if (!subject.record || !subject.look.empty())
         return Failure{"only groups of records can be written out"};
-    const RecordTable& record = *subject->record;
+    const RecordTable& record = *subject.record;
     if (!record.table->find("repeat"))
         return Failure{name_of(record.kind, address.index) + " is in no group"};
     const std::vector<Span> pieces = pieces_of(*record.table);
@@ -202,12 +203,11 @@ Result<std::string> split_group(const std::string& text, const Address& address)
         return Failure{"the record has no heading of its own"};
     std::string lines;
     for (int position = 0; position < record.count; ++position) {
-        SingleRecord single(*model, *subject, position);
+        SingleRecord single(model, subject, position);
         if (std::string reason = single.make(record.index_of(position)); !reason.empty())
             return Failure{std::move(reason)};
         lines += (position > 0 ? std::string(line_end_of(text)) : "") + single.text();
     }
-    TextEdits edits(text);
     if (pieces.back().end == text.size() && !text.ends_with('\n'))
         lines.resize(lines.size() - line_end_of(text).size());
     edits.replace(pieces.front(), lines);
@@ -218,6 +218,8 @@ Result<std::string> split_group(const std::string& text, const Address& address)
         return Failure{"the group cannot be written out so that each record stays as it is"};
     return result;
 }
+
+namespace {
 
 /// Takes a table and its comment away.
 std::string without(const std::string& text, const std::vector<Span>& pieces) {
@@ -231,32 +233,34 @@ std::string without(const std::string& text, const std::vector<Span>& pieces) {
     return result;
 }
 
+} // namespace
+
 Result<std::string> remove_record(const std::string& text, const Address& address, const EditRules& rules) {
-    {
-        const auto model = SourceModel::read(text);
-        const auto subject = model ? model->subject(address) : Result<Subject>(Failure{model.reason()});
-        if (!subject)
-            return Failure{subject.reason()};
-        if (std::string reason = why_fixed(*model, rules, address); !reason.empty())
-            return Failure{std::move(reason)};
-        if (!address.look.empty())
-            return Failure{"a look is taken away by unsetting it"};
-        if (!subject->record || subject->record->count == 1) {
-            const std::vector<Span> pieces = pieces_of(*subject->home);
-            return pieces.empty() ? Result<std::string>(Failure{"the record has no heading of its own"})
-                                  : without(text, pieces);
-        }
+    const auto at = open(text, address);
+    if (!at)
+        return Failure{at.reason()};
+    if (std::string reason = why_fixed(at->model, rules, address); !reason.empty())
+        return Failure{std::move(reason)};
+    if (!address.look.empty())
+        return Failure{"a look is taken away by unsetting it"};
+    if (at->subject.record && at->subject.record->count > 1) {
+        const auto split = split_group(text, address);
+        return split ? remove_record(*split, address, rules) : split;
     }
-    auto split = split_group(text, address);
-    return split ? remove_record(*split, address, rules) : split;
+    const std::vector<Span> pieces = pieces_of(*at->subject.home);
+    if (pieces.empty())
+        return Failure{"the record has no heading of its own"};
+    return without(text, pieces);
 }
+
+namespace {
 
 /// Numbers that refer to records.
 class Renumbering {
 public:
-    Renumbering(TextEdits& edits, const SourceModel& model, const Subject& moved, int to)
-        : edits_(edits), model_(model), moved_(*moved.record), distance_(to - moved_.index()),
-          lit_(present_number(model, moved, "toggle", 0).value_or(0) > 0) {}
+    Renumbering(Opened& at, int to)
+        : edits_(at.edits), model_(at.model), moved_(*at.subject.record), distance_(to - moved_.index()),
+          lit_(present_number(at.model, at.subject, "toggle", 0).value_or(0) > 0) {}
 
     std::string run() {
         if (std::string reason = why_not(moved_); !reason.empty())
@@ -350,13 +354,11 @@ private:
     bool lit_; ///< a slot that is highlighted by the toggle record of its number
 };
 
-/// What the operation is about, when it is about one record or style; lives in the model.
-Result<Subject> only_subject(const Result<SourceModel>& model, const Operation& operation) {
+/// What the operation is about, when it is about one record or style.
+Result<Opened> open_only(const std::string& text, const Operation& operation) {
     if (operation.of.size() != 1 || !operation.of.front().look.empty())
         return Failure{"this is for one record at a time"};
-    if (!model)
-        return Failure{model.reason()};
-    return model->subject(operation.of.front());
+    return open(text, operation.of.front());
 }
 
 } // namespace
@@ -394,60 +396,37 @@ Result<std::string> create_record(const std::string& text, const Operation& oper
 }
 
 Result<std::string> copy_record(const std::string& text, const Operation& operation) {
-    const auto model = SourceModel::read(text);
-    const auto subject = only_subject(model, operation);
-    if (!subject)
-        return Failure{subject.reason()};
-    if (!subject->record || pieces_of(*subject->home).empty())
+    auto at = open_only(text, operation);
+    if (!at)
+        return Failure{at.reason()};
+    auto& [model, subject, edits] = *at;
+    if (!subject.record || pieces_of(*subject.home).empty())
         return Failure{"only records with a heading of their own can be copied"};
-    const Of kind = subject->record->kind;
-    if (std::string reason = why_not_index(*model, kind, operation.to); !reason.empty())
+    const Of kind = subject.record->kind;
+    if (std::string reason = why_not_index(model, kind, operation.to); !reason.empty())
         return Failure{std::move(reason)};
-    SingleRecord single(*model, *subject, subject->record->position);
+    SingleRecord single(model, subject, subject.record->position);
     if (std::string reason = single.make(operation.to); !reason.empty())
         return Failure{std::move(reason)};
     single.drop_places();
-    TextEdits edits(text);
-    add_record(edits, *model, kind, operation.to, single.text());
+    add_record(edits, model, kind, operation.to, single.text());
     return edits.result();
-}
-
-Result<std::string> remove_records(std::string text, const Operation& operation, const EditRules& rules) {
-    for (const Address& address : operation.of) {
-        auto next = remove_record(text, address, rules);
-        if (!next)
-            return next;
-        text = std::move(*next);
-    }
-    return text;
 }
 
 Result<std::string> renumber_record(const std::string& text, const Operation& operation, const EditRules& rules) {
-    const auto model = SourceModel::read(text);
-    const auto subject = only_subject(model, operation);
-    if (!subject)
-        return Failure{subject.reason()};
-    if (!subject->record)
+    auto at = open_only(text, operation);
+    if (!at)
+        return Failure{at.reason()};
+    if (!at->subject.record)
         return Failure{"a style has no number"};
-    const RecordTable& record = *subject->record;
+    const RecordTable& record = *at->subject.record;
     for (int position = 0; position < record.count; ++position)
-        if (std::string reason = why_fixed(*model, rules, {record.kind, record.index_of(position), "", ""});
+        if (std::string reason = why_fixed(at->model, rules, {record.kind, record.index_of(position), "", ""});
             !reason.empty())
             return Failure{std::move(reason)};
-    TextEdits edits(text);
-    if (std::string reason = Renumbering(edits, *model, *subject, operation.to).run(); !reason.empty())
+    if (std::string reason = Renumbering(*at, operation.to).run(); !reason.empty())
         return Failure{std::move(reason)};
-    return edits.result();
-}
-
-Result<std::string> split_groups(std::string text, const Operation& operation) {
-    for (const Address& address : operation.of) {
-        auto next = split_group(text, address);
-        if (!next)
-            return next;
-        text = std::move(*next);
-    }
-    return text;
+    return at->edits.result();
 }
 
 } // namespace vcc::kit::edit

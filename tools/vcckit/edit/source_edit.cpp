@@ -4,7 +4,6 @@
 #include "vcckit/edit/place_edit.h"
 #include "vcckit/edit/record_edit.h"
 #include "vcckit/edit/source_model.h"
-#include "vcckit/edit/text_edits.h"
 #include "vcckit/edit/window_edit.h"
 
 #include <algorithm>
@@ -28,69 +27,59 @@ Result<std::optional<std::size_t>> language_of(const std::string& code) {
     return Failure{"\"" + code + "\" is no language: there are en and de"};
 }
 
-/// One part of an operation: what it does to the records at one address. The reason when it cannot.
-using Step = std::string (*)(TextEdits& edits, const SourceModel& model, const Subject& subject,
-                             const Operation& operation, std::optional<std::size_t> language);
-
-std::string set_step(TextEdits& edits, const SourceModel& model, const Subject& subject, const Operation& operation,
-                     std::optional<std::size_t> language) {
-    return set_field(edits, model, subject, operation.field, language, operation.value);
-}
-
-std::string unset_step(TextEdits& edits, const SourceModel& model, const Subject& subject, const Operation& operation,
-                       std::optional<std::size_t> language) {
-    return unset_field(edits, model, subject, operation.field, language);
-}
-
-/// Runs a step for each address in turn, each on what the one before has left.
-Result<std::string> run_steps(std::string text, const Operation& operation, Step step) {
+Result<std::string> change_field(const std::string& text, const Address& address, const Operation& operation) {
     const auto language = language_of(operation.language);
-    if (!language)
-        return Failure{language.reason()};
-    for (const Address& address : operation.of) {
-        const auto model = SourceModel::read(text);
-        if (!model)
-            return Failure{model.reason()};
-        const auto subject = model->subject(address);
-        if (!subject)
-            return Failure{subject.reason()};
-        TextEdits edits(text);
-        if (std::string reason = step(edits, *model, *subject, operation, *language); !reason.empty())
-            return Failure{std::move(reason)};
-        if (!edits.empty())
-            text = edits.result();
-    }
-    return text;
+    auto at = language ? open(text, address) : Result<Opened>(Failure{language.reason()});
+    if (!at)
+        return Failure{at.reason()};
+    std::string reason = operation.what == Do::set ? set_field(*at, operation.field, *language, operation.value)
+                                                   : unset_field(*at, operation.field, *language);
+    return reason.empty() ? Result<std::string>(at->edits.result()) : Failure{std::move(reason)};
 }
 
-Result<std::string> run_screen(std::string text, const Operation& operation, const EditRules& rules) {
+/// What an operation does to one address, on what the ones before have left.
+Result<std::string> run_part(const std::string& text, const Address& address, const Operation& operation,
+                             DocumentKind kind, const EditRules& rules) {
+    if (kind == DocumentKind::windows)
+        return change_window(text, address, operation);
+    if (operation.what == Do::remove)
+        return remove_record(text, address, rules);
+    return operation.what == Do::split ? split_group(text, address) : change_field(text, address, operation);
+}
+
+Result<std::string> run(std::string text, DocumentKind kind, const Operation& operation, const EditRules& rules) {
+    const bool screen = kind == DocumentKind::screen;
     switch (operation.what) {
-    case Do::set:
-        return run_steps(std::move(text), operation, set_step);
-    case Do::unset:
-        return run_steps(std::move(text), operation, unset_step);
     case Do::move:
     case Do::resize:
-        return move_or_resize(std::move(text), operation);
+        if (screen)
+            return move_or_resize(std::move(text), operation);
+        break;
     case Do::create:
-        return create_record(text, operation);
+        return screen ? create_record(text, operation) : create_window(text, operation);
     case Do::copy:
-        return copy_record(text, operation);
-    case Do::remove:
-        return remove_records(std::move(text), operation, rules);
+        if (screen)
+            return copy_record(text, operation);
+        break;
     case Do::renumber:
-        return renumber_record(text, operation, rules);
-    case Do::split:
-        return split_groups(std::move(text), operation);
+        if (screen)
+            return renumber_record(text, operation, rules);
+        break;
     case Do::replace_text:
-        break; // before it comes here
+        return operation.text;
+    case Do::set:
+    case Do::unset:
+    case Do::remove:
+    case Do::split:
+        break;
+    }
+    for (const Address& address : operation.of) {
+        auto next = run_part(text, address, operation, kind, rules);
+        if (!next)
+            return next;
+        text = std::move(*next);
     }
     return text;
-}
-
-std::string why_not_text(const std::string& text) {
-    return text.size() > document_limit ? "the text would be longer than " + std::to_string(document_limit) + " bytes"
-                                        : "";
 }
 
 } // namespace
@@ -106,20 +95,15 @@ Result<std::string> apply(const std::string& source, DocumentKind kind, std::spa
         return Failure{"too many operations at once for a source of this size"};
     std::string text = source;
     for (const Operation& operation : operations) {
-        if (operation.what == Do::replace_text) {
-            text = operation.text;
-        } else {
-            auto next =
-                kind == DocumentKind::screen ? run_screen(text, operation, rules) : apply_to_windows(text, operation);
-            if (!next)
-                return next;
-            if (kind == DocumentKind::screen && *next != text)
-                if (const auto tree = read_source_tree(*next); !tree)
-                    return Failure{"the change does not fit into the source as it is written: " + tree.reason()};
-            text = std::move(*next);
-        }
-        if (std::string reason = why_not_text(text); !reason.empty())
-            return Failure{std::move(reason)};
+        auto next = run(text, kind, operation, rules);
+        if (!next)
+            return next;
+        if (kind == DocumentKind::screen && operation.what != Do::replace_text && *next != text)
+            if (const auto tree = read_source_tree(*next); !tree)
+                return Failure{"the change does not fit into the source as it is written: " + tree.reason()};
+        text = std::move(*next);
+        if (text.size() > document_limit)
+            return Failure{"the text would be longer than " + std::to_string(document_limit) + " bytes"};
     }
     return text;
 }

@@ -188,6 +188,16 @@ std::string_view SourceModel::text_at(const Span& span) const {
     return std::string_view(*source_).substr(span.begin, span.end - span.begin);
 }
 
+Result<Opened> open(const std::string& source, const Address& address) {
+    auto model = SourceModel::read(source);
+    if (!model)
+        return Failure{model.reason()};
+    auto subject = model->subject(address);
+    if (!subject)
+        return Failure{subject.reason()};
+    return Opened{std::move(*model), std::move(*subject), TextEdits(source)};
+}
+
 Result<std::vector<Leaf>> leaves_of(const Node& value, int count) {
     std::vector<Leaf> out;
     Leaf whole;

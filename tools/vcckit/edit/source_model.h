@@ -2,6 +2,7 @@
 #pragma once
 
 #include "vcckit/edit/operation.h"
+#include "vcckit/edit/text_edits.h"
 #include "vcckit/source/source_layers.h"
 
 #include "core/installation.h"
@@ -86,6 +87,14 @@ private:
     std::shared_ptr<const Node> root_;
     SourceNames names_;
 };
+
+/// What an address means in a source, and changes of it on their way. The source must outlive it.
+struct Opened {
+    SourceModel model;
+    Subject subject;
+    TextEdits edits;
+};
+Result<Opened> open(const std::string& source, const Address& address);
 
 /// The parts of a value by language and repetition. Fails where a list has another length than the group.
 Result<std::vector<Leaf>> leaves_of(const Node& value, int count);

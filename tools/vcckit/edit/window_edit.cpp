@@ -291,6 +291,8 @@ std::string with_window(std::string_view text, std::string lines) {
     return edits.result();
 }
 
+} // namespace
+
 Result<std::string> create_window(const std::string& text, const Operation& operation) {
     if (std::string reason = why_not_number(text, operation.to); !reason.empty())
         return Failure{std::move(reason)};
@@ -306,7 +308,10 @@ Result<std::string> create_window(const std::string& text, const Operation& oper
     return with_window(text, lines + (has_style ? "" : "-0" + end));
 }
 
-Result<std::string> change_window(const std::string& text, int number, const Operation& operation) {
+Result<std::string> change_window(const std::string& text, const Address& address, const Operation& operation) {
+    if (address.of != Address::Of::window)
+        return Failure{"a file of text windows has nothing but windows"};
+    const int number = address.index;
     WindowChange change(text, number);
     if (!change.is_there())
         return Failure{no_such_window(number)};
@@ -337,8 +342,6 @@ Result<std::string> change_window(const std::string& text, int number, const Ope
     }
 }
 
-} // namespace
-
 std::vector<WindowPart> windows_of(std::string_view text) {
     std::vector<WindowPart> windows;
     for (const TextLine& line : lines_of(text)) {
@@ -358,21 +361,6 @@ std::vector<WindowPart> windows_of(std::string_view text) {
             window->values.erase("title"); // a heading begins anew, and a blank line is an empty title
     }
     return windows;
-}
-
-Result<std::string> apply_to_windows(const std::string& text, const Operation& operation) {
-    if (operation.what == Do::create)
-        return create_window(text, operation);
-    std::string changed = text;
-    for (const Address& address : operation.of) {
-        if (address.of != Address::Of::window)
-            return Failure{"a file of text windows has nothing but windows"};
-        auto next = change_window(changed, address.index, operation);
-        if (!next)
-            return next;
-        changed = std::move(*next);
-    }
-    return changed;
 }
 
 } // namespace vcc::kit::edit

@@ -23,7 +23,9 @@ struct WindowPart {
 /// The windows that a text describes, in its order. Pure.
 std::vector<WindowPart> windows_of(std::string_view text);
 
-/// The text after one operation; fields are named as in window_fields.h or by their keys. Pure.
-Result<std::string> apply_to_windows(const std::string& text, const Operation& operation);
+/// The text with a new window, or with what an operation changes in one; fields are named as in window_fields.h or by
+/// their keys. Pure.
+Result<std::string> create_window(const std::string& text, const Operation& operation);
+Result<std::string> change_window(const std::string& text, const Address& address, const Operation& operation);
 
 } // namespace vcc::kit::edit
