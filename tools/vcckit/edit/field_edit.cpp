@@ -1,6 +1,7 @@
 #include "vcckit/edit/field_edit.h"
 
 #include "vcckit/source/record_lines.h"
+#include "vcckit/text/latin1.h"
 
 #include <algorithm>
 

@@ -1,5 +1,7 @@
 #include "vcckit/edit/merge.h"
 
+#include "vcckit/text/lines.h"
+
 #include <algorithm>
 
 namespace vcc::kit::edit {
@@ -7,17 +9,6 @@ namespace vcc::kit::edit {
 namespace {
 
 using Lines = std::vector<std::string_view>;
-
-/// With their ends; the last one may have none.
-Lines lines_of(std::string_view text) {
-    Lines lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(end);
-    }
-    return lines;
-}
 
 constexpr int none = -1;
 constexpr std::size_t most_compared = 25'000'000; ///< pairs of lines; with more, all between the equal ends has changed
@@ -64,7 +55,7 @@ struct Front {
 class Merger {
 public:
     Merger(std::string_view base, std::string_view mine, std::string_view theirs)
-        : base_(lines_of(base)), mine_(lines_of(mine)), theirs_(lines_of(theirs)) {}
+        : base_(lines_with_ends(base)), mine_(lines_with_ends(mine)), theirs_(lines_with_ends(theirs)) {}
 
     Merged run() {
         const std::vector<int> in_mine = matching(base_, mine_), in_theirs = matching(base_, theirs_);

@@ -7,6 +7,8 @@
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/record/fields.h"
 #include "vcckit/source/unpack.h"
+#include "vcckit/text/latin1.h"
+#include "vcckit/text/lines.h"
 
 #include <algorithm>
 #include <cctype>
@@ -44,15 +46,12 @@ std::string why_fixed(const SourceModel& model, const EditRules& rules, const Ad
 }
 
 /// Lines as somebody gave them, in the line ends of the source.
-std::string lines_of(std::string_view text, std::string_view end) {
+std::string with_line_ends(std::string_view text, std::string_view end) {
     std::string out;
-    while (!text.empty()) {
-        const std::size_t stop = std::min(text.find('\n'), text.size());
-        std::string_view line = text.substr(0, stop);
+    for (std::string_view line : lines_of(text)) {
         if (line.ends_with('\r'))
             line.remove_suffix(1);
-        out += std::string(line) + std::string(end);
-        text.remove_prefix(std::min(stop + 1, text.size()));
+        out.append(line).append(end);
     }
     return out;
 }
@@ -369,7 +368,7 @@ Result<std::string> create_record(const std::string& text, const Operation& oper
     if (!model)
         return Failure{model.reason()};
     const std::string end(line_end_of(text));
-    const std::string body = lines_of(operation.text, end);
+    const std::string body = with_line_ends(operation.text, end);
     TextEdits edits(text);
     if (what.of == Of::style) {
         const auto quoted = quoted_text(what.style);

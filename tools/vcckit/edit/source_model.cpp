@@ -213,26 +213,4 @@ std::optional<std::int64_t> step_of(const RecordTable& record, std::string_view 
     return step ? plain_number(step) : 0;
 }
 
-std::optional<std::string> quoted_text(std::string_view text) {
-    if (!is_utf8(text))
-        return std::nullopt;
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string out = "\"";
-    while (!text.empty()) {
-        const platform::Utf8Character next = platform::first_character(text);
-        if (next.code == '"' || next.code == '\\') {
-            out += '\\';
-            out += static_cast<char>(next.code);
-        } else if (next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0)) {
-            out += "\\u00";
-            out += digits[next.code >> 4U & 15U];
-            out += digits[next.code & 15U];
-        } else {
-            out += text.substr(0, next.size);
-        }
-        text.remove_prefix(next.size);
-    }
-    return out += '"';
-}
-
 } // namespace vcc::kit::edit

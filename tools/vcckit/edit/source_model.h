@@ -102,7 +102,4 @@ Result<std::vector<Leaf>> leaves_of(const Node& value, int count);
 /// What the group adds to a field for each repetition; 0 for none. Nothing when that is no plain number.
 std::optional<std::int64_t> step_of(const RecordTable& record, std::string_view field);
 
-/// A text as a source writes it, in quotes; nothing when it is no UTF-8.
-std::optional<std::string> quoted_text(std::string_view text);
-
 } // namespace vcc::kit::edit

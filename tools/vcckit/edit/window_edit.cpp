@@ -4,6 +4,7 @@
 #include "vcckit/check/fixed_slots.h"
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/record/window_fields.h"
+#include "vcckit/text/lines.h"
 
 #include "core/installation.h"
 #include "core/lines.h"
@@ -49,12 +50,11 @@ constexpr int no_window = -1;
 std::vector<TextLine> lines_of(std::string_view text) {
     std::vector<TextLine> lines;
     int window = 0;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find('\n', at), text.size() - 1) + 1;
+    std::size_t at = 0;
+    for (const std::string_view whole : lines_with_ends(text)) {
         TextLine line;
-        line.span = {at, end};
-        line.text = text.substr(at, end - at);
-        line.text = line.text.substr(0, line.text.find_last_not_of("\r\n") + 1);
+        line.span = {at, at + whole.size()};
+        line.text = whole.substr(0, whole.find_last_not_of("\r\n") + 1);
         line.is_heading = line.text.starts_with('+');
         if (line.is_heading) {
             const int number = to_number(line.text.substr(1));
@@ -67,7 +67,7 @@ std::vector<TextLine> lines_of(std::string_view text) {
         line.is_comment = !line.is_heading && !line.field &&
                           (line.text.starts_with('#') || line.text.starts_with('x') || line.text.starts_with('y'));
         lines.push_back(line);
-        at = end;
+        at = line.span.end;
     }
     return lines;
 }

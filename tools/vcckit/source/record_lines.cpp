@@ -25,6 +25,24 @@ Versions everywhere(const Slot& slot) {
     return versions;
 }
 
+Versions record_at(const Screen& screen, RecordSet set, std::size_t index) {
+    Versions versions{};
+    std::ranges::transform(screen.records, versions.begin(),
+                           [&](const auto& records) { return (records.*set)[index]; });
+    return versions;
+}
+
+bool is_gap(const Versions& versions) {
+    return same(versions, everywhere(gap_slot()));
+}
+
+std::string text_of(const Lines& lines) {
+    std::string text;
+    for (const Line& line : lines)
+        text += line.key + " = " + line.value + "\n";
+    return text;
+}
+
 bool same(const Versions& a, const Versions& b) {
     return std::ranges::equal(a, b, [](const Slot& x, const Slot& y) { return std::memcmp(&x, &y, sizeof x) == 0; });
 }
@@ -39,7 +57,7 @@ std::string field_text(std::string_view bytes) {
     const bool plain =
         text.size() < bytes.size() && bytes.substr(text.size()).find_first_not_of('\0') == std::string_view::npos;
     if (plain)
-        return "\"" + to_toml_text(text) + "\"";
+        return quoted_latin1(text);
     std::string hex;
     for (const char c : bytes) {
         constexpr const char* digits = "0123456789abcdef";

@@ -15,6 +15,9 @@ namespace vcc::kit {
 using Versions = std::array<Slot, languages.size()>;
 
 Versions everywhere(const Slot& slot);
+using RecordSet = std::vector<Slot> ScreenRecords::*;
+Versions record_at(const Screen& screen, RecordSet set, std::size_t index);
+bool is_gap(const Versions& versions);
 bool same(const Versions& a, const Versions& b);
 
 /// "dest_x" and "40": a line of a table.
@@ -32,6 +35,8 @@ std::string field_text(std::string_view bytes);
 
 /// A value, or a table by language if the languages differ.
 std::string by_language(const std::array<std::string, languages.size()>& values);
+
+std::string text_of(const Lines& lines);
 
 /// The lines for every field that differs from a base.
 Lines changes(const Versions& versions, const Versions& base);

@@ -41,25 +41,18 @@ public:
         const std::vector<Style> styles = find_styles(entries_);
         std::string out;
         for (const Style& style : styles) {
-            out += "\n[style." + style.name + "]\n";
-            append(out, style.lines);
+            out += "\n[style." + style.name + "]\n" + text_of(style.lines);
         }
         for (const Entry& entry : entries_) {
-            out += "\n" + entry.heading + "\n";
-            append(out, entry.own);
+            out += "\n" + entry.heading + "\n" + text_of(entry.own);
             if (!entry.styles.empty())
                 out += "style = " + style_text(entry.styles) + "\n";
-            append(out, entry.lines);
+            out += text_of(entry.lines);
         }
         return out;
     }
 
 private:
-    static void append(std::string& out, const Lines& lines) {
-        for (const Line& line : lines)
-            out += line.key + " = " + line.value + "\n";
-    }
-
     static std::string style_text(const std::vector<std::string>& styles) {
         if (styles.size() == 1)
             return "\"" + styles[0] + "\"";
@@ -72,16 +65,8 @@ private:
     std::size_t slot_count() const { return screen_.records[0].slots.size(); }
     std::size_t toggle_count() const { return screen_.records[0].toggles.size(); }
 
-    Versions slot_at(std::size_t index) const { return at(&ScreenRecords::slots, index); }
-    Versions toggle_at(std::size_t index) const { return at(&ScreenRecords::toggles, index); }
-    Versions at(std::vector<Slot> ScreenRecords::*kind, std::size_t index) const {
-        Versions versions{};
-        for (std::size_t i = 0; i < versions.size(); ++i)
-            versions[i] = (screen_.records[i].*kind)[index];
-        return versions;
-    }
-
-    static bool is_gap(const Versions& versions) { return same(versions, everywhere(gap_slot())); }
+    Versions slot_at(std::size_t index) const { return record_at(screen_, &ScreenRecords::slots, index); }
+    Versions toggle_at(std::size_t index) const { return record_at(screen_, &ScreenRecords::toggles, index); }
 
     void describe_slots() {
         slots_.resize(slot_count());
@@ -212,17 +197,14 @@ private:
             return;
         Slot made = empty_slot();
         Lines flags;
-        const auto take = [&](std::size_t position, char letter, const char* name) {
-            if (slot[0].draw_flags[position] != letter)
-                return;
-            for (std::size_t i = 0; i < position; ++i)
+        for (const Field& field : source_fields()) {
+            if (field.letter == '\0' || slot[0].draw_flags[field.position] != field.letter)
+                continue;
+            for (std::size_t i = 0; i < field.position; ++i)
                 made.draw_flags[i] = made.draw_flags[i] == '\0' ? ' ' : made.draw_flags[i];
-            made.draw_flags[position] = letter;
-            flags.push_back({name, "true"});
-        };
-        take(0, 'n', "hidden");
-        take(1, 's', "shadow");
-        take(2, 'x', "focus_skip");
+            made.draw_flags[field.position] = field.letter;
+            flags.push_back({std::string(field.name), "true"});
+        }
         const auto is_made = [&](const Slot& each) {
             return std::equal(std::begin(each.draw_flags), std::end(each.draw_flags), std::begin(made.draw_flags));
         };

@@ -3,6 +3,7 @@
 #include "vcckit/record/fields.h"
 #include "vcckit/source/record_lines.h"
 #include "vcckit/source/short_source.h"
+#include "vcckit/text/latin1.h"
 
 #include <algorithm>
 
@@ -10,28 +11,11 @@ namespace vcc::kit {
 
 namespace {
 
-/// A screen name has no other characters to escape.
-std::string quoted_name(std::string_view name) {
-    std::string text = "\"";
-    for (const char c : name)
-        text += c == '"' ? "\\\"" : std::string(1, c);
-    return text + "\"";
-}
-
-using Records = std::vector<Slot> ScreenRecords::*;
-
-Versions record_at(const Screen& screen, Records kind, std::size_t index) {
-    Versions versions{};
-    for (std::size_t i = 0; i < versions.size(); ++i)
-        versions[i] = (screen.records[i].*kind)[index];
-    return versions;
-}
-
-void write_records(std::string& out, const Screen& screen, Records kind, const char* heading) {
+void write_records(std::string& out, const Screen& screen, RecordSet kind, const char* heading) {
     const std::size_t count = (screen.records[0].*kind).size();
     for (std::size_t index = 0; index < count; ++index) {
         const Versions versions = record_at(screen, kind, index);
-        if (same(versions, everywhere(gap_slot())) && index + 1 < count)
+        if (is_gap(versions) && index + 1 < count)
             continue;
         Lines lines = changes(versions, everywhere(empty_slot()));
         std::string copy;
@@ -39,14 +23,12 @@ void write_records(std::string& out, const Screen& screen, Records kind, const c
             const Versions slot = record_at(screen, &ScreenRecords::slots, index);
             // Gaps are not described, so they cannot be copied.
             Lines shorter = changes(versions, slot);
-            if (!same(slot, everywhere(gap_slot())) && shorter.size() < lines.size()) {
+            if (!is_gap(slot) && shorter.size() < lines.size()) {
                 lines = std::move(shorter);
                 copy = "copy = " + std::to_string(index) + "\n";
             }
         }
-        out += std::string("\n[[") + heading + "]]\nindex = " + std::to_string(index) + "\n" + copy;
-        for (const Line& line : lines)
-            out += line.key + " = " + line.value + "\n";
+        out += std::string("\n[[") + heading + "]]\nindex = " + std::to_string(index) + "\n" + copy + text_of(lines);
     }
 }
 
@@ -70,9 +52,9 @@ namespace {
 std::string heading_of(const Screen& screen) {
     std::string out;
     if (!screen.name.empty())
-        out += "name = " + quoted_name(screen.name) + "\n";
+        out += "name = " + *quoted_text(screen.name) + "\n";
     if (screen.language)
-        out += "language = " + quoted_name(languages[*screen.language].code) + "\n";
+        out += "language = " + *quoted_text(languages[*screen.language].code) + "\n";
     const ScreenRecords& first = screen.records[0];
     if (first.has_toggle_file && first.toggles.empty())
         out += "toggle_count = 0\n";

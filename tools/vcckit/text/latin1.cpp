@@ -40,22 +40,36 @@ std::optional<std::string> to_latin1(std::string_view utf8) {
     return out;
 }
 
-std::string to_toml_text(std::string_view latin1) {
-    std::string out;
+std::optional<std::string> quoted_text(std::string_view utf8) {
+    if (!is_utf8(utf8))
+        return std::nullopt;
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string out = "\"";
+    while (!utf8.empty()) {
+        const platform::Utf8Character next = platform::first_character(utf8);
+        if (next.code == '"' || next.code == '\\') {
+            out += '\\';
+            out += static_cast<char>(next.code);
+        } else if (next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0)) {
+            out += "\\u00";
+            out += digits[next.code >> 4U & 15U];
+            out += digits[next.code & 15U];
+        } else {
+            out += utf8.substr(0, next.size);
+        }
+        utf8.remove_prefix(next.size);
+    }
+    return out += '"';
+}
+
+std::string quoted_latin1(std::string_view latin1) {
+    std::string utf8;
     for (const char c : latin1) {
         const auto byte = static_cast<unsigned char>(c);
-        if (byte == '"' || byte == '\\') {
-            out += '\\';
-            out += c;
-        } else if (byte < 0x20 || byte == 0x7F || (byte >= 0x80 && byte < 0xA0 && upper_controls[byte - 0x80u] == 0)) {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\u%04X", static_cast<unsigned>(byte));
-            out += escape;
-        } else {
-            platform::append_utf8(out, byte >= 0x80 && byte < 0xA0 ? upper_controls[byte - 0x80u] : byte);
-        }
+        const char32_t own = byte >= 0x80 && byte < 0xA0 ? upper_controls[byte - 0x80u] : 0;
+        platform::append_utf8(utf8, own != 0 ? own : byte);
     }
-    return out;
+    return *quoted_text(utf8);
 }
 
 bool is_utf8(std::string_view text) {

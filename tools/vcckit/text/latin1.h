@@ -11,8 +11,11 @@ namespace vcc::kit {
 /// the same number.
 std::optional<std::string> to_latin1(std::string_view utf8);
 
-/// The text as the inside of a quoted TOML string, from which to_latin1() gives the same bytes again.
-std::string to_toml_text(std::string_view latin1);
+/// A text as a source writes it, in quotes; nothing when it is no UTF-8. Pure.
+std::optional<std::string> quoted_text(std::string_view utf8);
+
+/// The same for Windows Latin-1: to_latin1() gives the same bytes again.
+std::string quoted_latin1(std::string_view latin1);
 
 bool is_utf8(std::string_view text);
 
