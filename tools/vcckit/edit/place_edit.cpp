@@ -110,29 +110,26 @@ private:
 } // namespace
 
 Result<std::string> move_or_resize(std::string text, const Operation& operation) {
-    std::vector<Group> groups;
-    {
-        const auto model = SourceModel::read(text);
-        if (!model)
-            return Failure{model.reason()};
-        auto found = groups_of(*model, operation.of);
-        if (!found)
-            return Failure{found.reason()};
-        groups = std::move(*found);
-    }
-    for (const Group& group : groups)
-        for (const auto& [axis, distance] : {std::pair(&horizontal, operation.dx), {&vertical, operation.dy}}) {
-            if (distance == 0)
-                continue;
-            auto at = open(text, group.address);
-            if (!at)
-                return Failure{at.reason()};
+    const auto model = SourceModel::read(text);
+    const auto groups = model ? groups_of(*model, operation.of) : Failure{model.reason()};
+    if (!groups)
+        return Failure{groups.reason()};
+    for (const auto& [axis, distance] : {std::pair(&horizontal, operation.dx), {&vertical, operation.dy}}) {
+        if (distance == 0 || groups->empty())
+            continue;
+        auto at = open(text, groups->front().address);
+        for (const Group& group : *groups) {
+            auto subject = at ? at->model.subject(group.address) : Failure{at.reason()};
+            if (!subject)
+                return Failure{subject.reason()};
+            at->subject = std::move(*subject);
             const PlaceChange change(*at, group.positions, *axis, distance);
             std::string reason = operation.what == Operation::Do::move ? change.move() : change.resize();
             if (!reason.empty())
                 return Failure{std::move(reason)};
-            text = at->edits.result();
         }
+        text = at->edits.result();
+    }
     return text;
 }
 
