@@ -1,5 +1,5 @@
 // Which documents an installation has, and their texts.
-#include "vcckit/edit/workspace_parts.h"
+#include "vcckit/edit/workspace.h"
 
 #include "vcckit/edit/source_model.h"
 #include "vcckit/source/packed_screen.h"
@@ -48,13 +48,13 @@ bool is_below(const fs::path& file, const fs::path& folder) {
 
 } // namespace
 
-bool Workspace::Parts::holds(const std::string& file) const {
+bool Workspace::holds(const std::string& file) const {
     std::error_code error;
     const fs::path real = fs::weakly_canonical(file, error);
-    return !error && (is_below(real, folder) || is_below(real, screens));
+    return !error && (is_below(real, folder_) || is_below(real, screens_));
 }
 
-Result<std::optional<std::string>> Workspace::Parts::text_on_disk(Document& document) const {
+Result<std::optional<std::string>> Workspace::text_on_disk(Document& document) const {
     std::error_code error;
     document.on_disk = fs::exists(document.file, error);
     if (!document.on_disk && !error)
@@ -66,7 +66,7 @@ Result<std::optional<std::string>> Workspace::Parts::text_on_disk(Document& docu
     return std::optional(text_of_bytes(*bytes, document.kind));
 }
 
-std::optional<std::string> Workspace::Parts::made_text(const Document& document) const {
+std::optional<std::string> Workspace::made_text(const Document& document) const {
     if (document.kind == DocumentKind::windows) { // one for both languages, when they say the same
         if (document.copies.empty())
             return std::nullopt;
@@ -75,19 +75,19 @@ std::optional<std::string> Workspace::Parts::made_text(const Document& document)
         return english && german && *english == *german ? std::optional(text_of_bytes(*english, document.kind))
                                                         : std::nullopt;
     }
-    const auto packed = read_packed_screen(folder, document.name);
+    const auto packed = read_packed_screen(folder_, document.name);
     if (!packed || !difference_of_structure(*packed).empty())
         return std::nullopt; // check tells what is wrong with it
     return write_screen_source(*packed);
 }
 
 /// A file of text windows among the sources serves both languages; else each language has its own.
-std::string Workspace::Parts::add_windows() {
+std::string Workspace::add_windows() {
     Document shared;
-    shared.file = (fs::path(screens) / path::text_windows).string();
+    shared.file = (fs::path(screens_) / path::text_windows).string();
     shared.kind = DocumentKind::windows;
     for (const LanguageRow& language : languages) {
-        fs::path file = fs::path(folder) / "tools/language" / language.folder / language.prefix;
+        fs::path file = fs::path(folder_) / "tools/language" / language.folder / language.prefix;
         shared.copies.push_back(platform::resolve_path((file += path::text_windows).string()));
     }
     if (std::string reason = add_document(shared); !reason.empty() || find(fs::path(shared.file).stem().string()))
@@ -103,7 +103,7 @@ std::string Workspace::Parts::add_windows() {
 }
 
 /// Adds a document when there is something to read.
-std::string Workspace::Parts::add_document(Document document) {
+std::string Workspace::add_document(Document document) {
     document.name = fs::path(document.file).stem().string();
     if (find(document.name) || !holds(document.file))
         return {};
@@ -113,28 +113,29 @@ std::string Workspace::Parts::add_document(Document document) {
         return text.reason();
     if (*text) {
         document.text = document.disk = std::move(**text);
-        document.revision = newest;
-        documents.push_back(std::move(document));
+        document.revision = newest_;
+        documents_.push_back(std::move(document));
     }
     return {};
 }
 
-std::string Workspace::Parts::add_documents() {
+std::string Workspace::add_documents() {
     std::string reason;
-    std::vector<std::string> files = source_files(screens);
+    std::vector<std::string> files = source_files(screens_);
     for (const ScreenFile& row : screen_files)
-        files.push_back((fs::path(screens) / (std::string(row.name) + ".toml")).string());
+        files.push_back((fs::path(screens_) / (std::string(row.name) + ".toml")).string());
     for (const std::string& file : files) {
         Document document;
         document.file = file;
-        const bool is_made_elsewhere = !fs::exists(file) && std::ranges::find(documents, fs::path(file).stem().string(),
-                                                                              screen_of) != documents.end();
+        const bool is_made_elsewhere =
+            !fs::exists(file) &&
+            std::ranges::find(documents_, fs::path(file).stem().string(), screen_of) != documents_.end();
         if (std::string fault = is_made_elsewhere ? "" : add_document(std::move(document)); !fault.empty())
             reason = std::move(fault);
     }
     if (std::string fault = add_windows(); !fault.empty())
         reason = std::move(fault);
-    std::ranges::sort(documents, {}, &Document::name);
+    std::ranges::sort(documents_, {}, &Document::name);
     return reason;
 }
 

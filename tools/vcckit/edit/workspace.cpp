@@ -1,6 +1,6 @@
 #include "vcckit/edit/workspace.h"
 
-#include "vcckit/edit/workspace_parts.h"
+#include "vcckit/edit/source_edit.h"
 #include "vcckit/source/packed_screen.h"
 
 #include <algorithm>
@@ -11,9 +11,22 @@ namespace vcc::kit::edit {
 
 namespace fs = std::filesystem;
 
-Document* Workspace::Parts::find(const std::string& name) {
-    const auto found = std::ranges::find(documents, name, &Document::name);
-    return found == documents.end() ? nullptr : &*found;
+namespace {
+
+Failure unknown_document(const std::string& name) {
+    return {"there is no document \"" + name + "\""};
+}
+
+} // namespace
+
+Document* Workspace::find(const std::string& name) {
+    const auto found = std::ranges::find(documents_, name, &Document::name);
+    return found == documents_.end() ? nullptr : &*found;
+}
+
+Result<Document*> Workspace::found(const std::string& name) {
+    Document* const document = find(name);
+    return document ? Result<Document*>(document) : unknown_document(name);
 }
 
 namespace {
@@ -31,7 +44,7 @@ Span moved(Span span, const Change& change) {
 
 } // namespace
 
-void Workspace::Parts::show(Document& document, std::string text) {
+void Workspace::show(Document& document, std::string text) {
     const Change change = change_between(document.text, text);
     for (MergeConflict& conflict : document.conflicts)
         conflict.mine = moved(conflict.mine, change);
@@ -39,14 +52,14 @@ void Workspace::Parts::show(Document& document, std::string text) {
     ++document.revision;
 }
 
-void Workspace::Parts::change(Document& document, std::string text, const std::string& label,
-                              const std::string& merge_key, std::optional<MergeConflict> resolved) {
+void Workspace::change(Document& document, std::string text, const std::string& label, const std::string& merge_key,
+                       std::optional<MergeConflict> resolved) {
     document.history.note(document.text, text, label, merge_key, std::move(resolved));
     show(document, std::move(text));
 }
 
-void Workspace::Parts::bring_in(Document& document, const std::string& base, const std::string& other,
-                                const std::string& label, const std::string& merge_key) {
+void Workspace::bring_in(Document& document, const std::string& base, const std::string& other,
+                         const std::string& label, const std::string& merge_key) {
     Merged merged = merge(base, document.text, other);
     if (merged.text != document.text)
         change(document, std::move(merged.text), label, merge_key);
@@ -55,23 +68,23 @@ void Workspace::Parts::bring_in(Document& document, const std::string& base, con
     document.conflicts.insert(document.conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
 }
 
-void Workspace::Parts::keep() {
-    if (!offered.empty())
+void Workspace::keep() {
+    if (!offered_.empty())
         return; // the file has to keep that; what is done until then is on disk
     UnsavedWork work;
-    for (const Document& each : documents)
+    for (const Document& each : documents_)
         if (each.text != each.disk || each.packed_files_old || !each.conflicts.empty())
             work[each.name] = {each.file, each.disk, each.text, each.packed_files_old, each.conflicts, each.history};
     std::error_code error;
-    if (unsaved.empty())
-        trouble = "there is neither XDG_STATE_HOME nor HOME to keep unsaved changes in";
+    if (unsaved_.empty())
+        trouble_ = "there is neither XDG_STATE_HOME nor HOME to keep unsaved changes in";
     else if (!work.empty())
-        trouble = put_quickly(unsaved, text_of_work(work));
+        trouble_ = put_quickly(unsaved_, text_of_work(work));
     else
-        trouble = (fs::remove(unsaved, error), error) ? "cannot remove " + unsaved + ": " + error.message() : "";
+        trouble_ = (fs::remove(unsaved_, error), error) ? "cannot remove " + unsaved_ + ": " + error.message() : "";
 }
 
-DocumentState state_of(const Document& document) {
+DocumentState Workspace::state_of(const Document& document) {
     DocumentState state;
     state.name = document.name;
     state.file = document.file;
@@ -91,14 +104,6 @@ DocumentState state_of(const Document& document) {
     return state;
 }
 
-EditRules rules_of(const Document& document) {
-    return {document.name};
-}
-
-Failure unknown_document(const std::string& name) {
-    return {"there is no document \"" + name + "\""};
-}
-
 namespace {
 
 /// Where the sources of an installation are when nobody says so.
@@ -112,9 +117,6 @@ std::string usual_screens(const fs::path& folder) {
 
 } // namespace
 
-Workspace::Workspace(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
-Workspace::~Workspace() = default;
-
 Result<std::unique_ptr<Workspace>> Workspace::open(const std::string& folder, const std::string& screens) {
     std::error_code error;
     const fs::path whole = fs::canonical(folder, error);
@@ -123,61 +125,44 @@ Result<std::unique_ptr<Workspace>> Workspace::open(const std::string& folder, co
                        ": there is neither tools/language.ini nor tools/vcc.buf nor data/configs/vcc.cfg in it"};
     if (!screens.empty() && !fs::is_directory(screens, error))
         return Failure{screens + " is not a folder"};
-    auto parts = std::make_unique<Parts>();
-    parts->folder = whole.string();
-    parts->screens = screens.empty() ? usual_screens(whole) : fs::canonical(screens, error).string();
-    for (const std::string& each : std::set{parts->folder, parts->screens}) {
+    std::unique_ptr<Workspace> opened(new Workspace);
+    opened->folder_ = whole.string();
+    opened->screens_ = screens.empty() ? usual_screens(whole) : fs::canonical(screens, error).string();
+    for (const std::string& each : std::set{opened->folder_, opened->screens_}) {
         if (!fs::is_directory(each, error))
             continue;
         auto lock = FolderLock::take(each);
         if (!lock)
             return Failure{lock.reason()};
-        parts->locks.push_back(std::move(*lock));
+        opened->locks_.push_back(std::move(*lock));
     }
-    if (std::string reason = parts->add_documents(); !reason.empty())
+    if (std::string reason = opened->add_documents(); !reason.empty())
         return Failure{std::move(reason)};
-    const std::string state = state_folder(parts->screens);
-    parts->unsaved = state.empty() ? "" : state + "/unsaved.json";
-    parts->read_offer();
-    return std::unique_ptr<Workspace>(new Workspace(std::move(parts)));
-}
-
-const std::string& Workspace::folder() const {
-    return parts_->folder;
-}
-
-const std::string& Workspace::screens_folder() const {
-    return parts_->screens;
-}
-
-const std::string& Workspace::trouble() const {
-    return parts_->trouble;
-}
-
-std::string Workspace::away() const {
-    return parts_->why_away();
+    const std::string state = state_folder(opened->screens_);
+    opened->unsaved_ = state.empty() ? "" : state + "/unsaved.json";
+    opened->read_offer();
+    return opened;
 }
 
 std::vector<DocumentState> Workspace::documents() const {
     std::vector<DocumentState> states;
-    for (const Document& document : parts_->documents)
+    for (const Document& document : documents_)
         states.push_back(state_of(document));
     return states;
 }
 
 Result<DocumentState> Workspace::document(const std::string& name) const {
-    const Document* const document = parts_->find(name);
-    if (!document)
-        return unknown_document(name);
-    return state_of(*document);
+    const auto document = std::ranges::find(documents_, name, &Document::name);
+    return document == documents_.end() ? Result<DocumentState>(unknown_document(name)) : state_of(*document);
 }
 
 Result<DocumentState> Workspace::edit(const std::string& name, std::int64_t revision, const std::string& label,
                                       const std::string& merge_key, std::span<const Operation> operations) {
-    Document* const document = parts_->find(name);
-    if (!document)
-        return unknown_document(name);
-    if (!parts_->offered.empty())
+    const auto there = found(name);
+    if (!there)
+        return Failure{there.reason()};
+    Document* const document = *there;
+    if (!offered_.empty())
         return Failure{undecided_reason};
     // A whole text may be older than what others have written since: both are kept.
     const Operation* const whole = operations.size() == 1 ? operations.data() : nullptr;
@@ -186,50 +171,39 @@ Result<DocumentState> Workspace::edit(const std::string& name, std::int64_t revi
             return Failure{"the text would be longer than " + std::to_string(document_limit) + " bytes"};
         Merged merged = merge(*whole->base, whole->text, document->text);
         if (merged.text != document->text)
-            parts_->change(*document, std::move(merged.text), label, merge_key);
+            change(*document, std::move(merged.text), label, merge_key);
         document->conflicts.insert(document->conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
-        parts_->keep();
+        keep();
         return state_of(*document);
     }
     if (revision != document->revision)
         return Failure{stale_reason};
-    auto text = apply(document->text, document->kind, operations, rules_of(*document));
+    auto text = apply(document->text, document->kind, operations, {document->name});
     if (!text)
         return Failure{text.reason()};
     if (*text != document->text) {
-        parts_->change(*document, std::move(*text), label.empty() ? label_of(operations) : label, merge_key);
-        parts_->keep();
+        change(*document, std::move(*text), label.empty() ? label_of(operations) : label, merge_key);
+        keep();
     }
     return state_of(*document);
 }
 
-Result<DocumentState> Workspace::undo(const std::string& name) {
-    Document* const document = parts_->find(name);
-    if (!document)
-        return unknown_document(name);
-    const History::Step* const step = document->history.undoable();
+Result<DocumentState> Workspace::travel(const std::string& name, bool back) {
+    const auto there = found(name);
+    if (!there)
+        return Failure{there.reason()};
+    Document& document = **there;
+    const History::Step* const step = back ? document.history.undoable() : document.history.redoable();
     if (!step)
-        return Failure{"there is nothing to undo"};
+        return Failure{std::string("there is nothing to ") + (back ? "undo" : "redo")};
     const auto resolved = step->resolved;
-    parts_->show(*document, document->history.undo(document->text));
-    if (resolved)
-        document->conflicts.push_back(*resolved);
-    parts_->keep();
-    return state_of(*document);
-}
-
-Result<DocumentState> Workspace::redo(const std::string& name) {
-    Document* const document = parts_->find(name);
-    if (!document)
-        return unknown_document(name);
-    const History::Step* const step = document->history.redoable();
-    if (!step)
-        return Failure{"there is nothing to redo"};
-    if (const auto& resolved = step->resolved)
-        std::erase_if(document->conflicts, [&](const MergeConflict& each) { return each.mine == resolved->mine; });
-    parts_->show(*document, document->history.redo(document->text));
-    parts_->keep();
-    return state_of(*document);
+    if (resolved && !back)
+        std::erase_if(document.conflicts, [&](const MergeConflict& each) { return each.mine == resolved->mine; });
+    show(document, back ? document.history.undo(document.text) : document.history.redo(document.text));
+    if (resolved && back)
+        document.conflicts.push_back(*resolved);
+    keep();
+    return state_of(document);
 }
 
 } // namespace vcc::kit::edit

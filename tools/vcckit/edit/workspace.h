@@ -2,7 +2,11 @@
 #pragma once
 
 #include "vcckit/check/source_check.h"
+#include "vcckit/edit/document.h"
+#include "vcckit/edit/folder_lock.h"
 #include "vcckit/edit/operation.h"
+#include "vcckit/edit/unsaved.h"
+#include "vcckit/files/new_file.h"
 
 #include "core/result.h"
 
@@ -61,14 +65,13 @@ public:
     /// ../screens beside it. A screen without a source gets one, made from its packed files, with its first change.
     /// Fails when another editor has the folder (the reason says which process).
     static Result<std::unique_ptr<Workspace>> open(const std::string& folder, const std::string& screens = {});
-    ~Workspace();
 
-    const std::string& folder() const;         ///< of the installation
-    const std::string& screens_folder() const; ///< of the sources; need not exist yet
+    const std::string& folder() const { return folder_; }          ///< of the installation
+    const std::string& screens_folder() const { return screens_; } ///< of the sources; need not exist yet
 
     /// Why unsaved changes would not outlive a crash; empty while they would.
-    const std::string& trouble() const;
-    /// Why nothing can be read and saved now; empty while it can.
+    const std::string& trouble() const { return trouble_; }
+    /// Why nothing can be read and written: a folder has been moved away. Empty while both are there.
     std::string away() const;
 
     std::vector<DocumentState> documents() const;
@@ -79,8 +82,8 @@ public:
     /// matter to a whole text that says what it was made from: what has changed since is merged with it.
     Result<DocumentState> edit(const std::string& name, std::int64_t revision, const std::string& label,
                                const std::string& merge_key, std::span<const Operation> operations);
-    Result<DocumentState> undo(const std::string& name);
-    Result<DocumentState> redo(const std::string& name);
+    Result<DocumentState> undo(const std::string& name) { return travel(name, true); }
+    Result<DocumentState> redo(const std::string& name) { return travel(name, false); }
 
     /// Writes all dirty documents with the packed files of both languages: all, or with any fault none. What others
     /// write into the sources meanwhile is merged, too, and written again.
@@ -96,10 +99,58 @@ public:
     Result<std::vector<DocumentState>> recover(bool take);
 
 private:
-    struct Parts;
+    Workspace() = default;
+
+    static DocumentState state_of(const Document& document);
+    Result<DocumentState> travel(const std::string& name, bool back);
     Result<bool> save_once(const CheckSource& check, Saved& saved);
-    explicit Workspace(std::unique_ptr<Parts> parts);
-    std::unique_ptr<Parts> parts_;
+    Document* find(const std::string& name);
+    Result<Document*> found(const std::string& name); ///< or that there is none
+
+    /// Gives a document another text, as a step of its history. Conflicts keep their places.
+    void change(Document& document, std::string text, const std::string& label, const std::string& merge_key,
+                std::optional<MergeConflict> resolved = {});
+    /// The same for a text that the history gave.
+    void show(Document& document, std::string text);
+
+    /// Brings in another text that comes from `base` as the working text does.
+    void bring_in(Document& document, const std::string& base, const std::string& other, const std::string& label,
+                  const std::string& merge_key = {});
+    /// Merges what the file holds now.
+    void take(Document& document, std::string disk);
+    bool follow(Document& document);
+
+    /// What a document's file holds, else the installed files that it is made from; nothing without them. Fails when
+    /// they cannot be read now.
+    Result<std::optional<std::string>> text_on_disk(Document& document) const;
+
+    /// Adds the documents that are not there yet. The reason when a file cannot be read.
+    std::string add_documents();
+    std::string add_windows();
+    std::string add_document(Document document);
+    /// A source for installed files that have none.
+    std::optional<std::string> made_text(const Document& document) const;
+
+    /// Puts a document's file in place. Whether another program has written meanwhile, and it is to be saved again.
+    Result<bool> put(Document& document, NewFile& file);
+    /// Every file that a save of a document writes or removes.
+    std::vector<std::string> files_of(const Document& document) const;
+    /// Whether a file, links followed, lies in one of the two folders.
+    bool holds(const std::string& file) const;
+
+    /// Writes what is not saved to its file.
+    void keep();
+    /// Reads what a session before has left there.
+    void read_offer();
+    void clear_up(Document& document, const UnsavedDocument& left);
+
+    std::string folder_, screens_;
+    std::vector<FolderLock> locks_;
+    std::vector<Document> documents_; ///< by name
+    std::string unsaved_, trouble_;   ///< the file for unsaved work; why it is not written
+    UnsavedWork offered_;             ///< by a session before, not decided on yet
+    std::int64_t offered_when_ = 0;
+    std::int64_t newest_ = 1; ///< revision that no document that went has reached
 };
 
 } // namespace vcc::kit::edit

@@ -1,6 +1,6 @@
 // What changes on disk, and what an earlier session left: merged with the working texts.
 #include "vcckit/edit/text_edits.h"
-#include "vcckit/edit/workspace_parts.h"
+#include "vcckit/edit/workspace.h"
 
 #include "core/files.h"
 
@@ -14,22 +14,22 @@ namespace vcc::kit::edit {
 
 namespace fs = std::filesystem;
 
-void Workspace::Parts::take(Document& document, std::string disk) {
+void Workspace::take(Document& document, std::string disk) {
     std::erase_if(document.conflicts, [](const MergeConflict& each) { return each.removed; });
     bring_in(document, document.disk, disk, "Change on disk");
     document.disk = std::move(disk);
     document.packed_files_old = !document.made && (document.kind == DocumentKind::screen || !document.copies.empty());
 }
 
-std::string Workspace::Parts::why_away() const {
-    for (const FolderLock& lock : locks)
+std::string Workspace::away() const {
+    for (const FolderLock& lock : locks_)
         if (!lock.is_in_place())
             return lock.folder() + " has been moved away: nothing is read and written until it is back";
     return {};
 }
 
 /// One document; whether it has changed.
-bool Workspace::Parts::follow(Document& document) {
+bool Workspace::follow(Document& document) {
     const bool was_there = document.on_disk;
     auto text = text_on_disk(document);
     if (!text) // not now
@@ -50,37 +50,38 @@ bool Workspace::Parts::follow(Document& document) {
 }
 
 std::vector<std::string> Workspace::take_disk_changes() {
-    if (!parts_->why_away().empty())
+    if (!away().empty())
         return {};
     std::set<std::string> before, changed;
-    for (Document& document : parts_->documents) {
+    for (Document& document : documents_) {
         before.insert(document.name);
-        if (parts_->follow(document))
+        if (follow(document))
             changed.insert(document.name);
     }
-    std::erase_if(parts_->documents, [&](const Document& document) {
-        const bool is_lost = document.made && document.text == document.disk && !parts_->made_text(document);
+    std::erase_if(documents_, [&](const Document& document) {
+        const bool is_lost = document.made && document.text == document.disk && !made_text(document);
         if (is_lost) {
-            parts_->newest = std::max(parts_->newest, document.revision + 1);
+            newest_ = std::max(newest_, document.revision + 1);
             changed.insert(document.name);
         }
         return is_lost;
     });
-    parts_->add_documents(); // what cannot be read is not there yet
-    for (Document& document : parts_->documents)
+    add_documents(); // what cannot be read is not there yet
+    for (Document& document : documents_)
         if (!before.contains(document.name)) {
             document.packed_files_old = document.kind == DocumentKind::screen && !document.made;
             changed.insert(document.name);
         }
     if (!changed.empty())
-        parts_->keep();
+        keep();
     return {changed.begin(), changed.end()};
 }
 
 Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t conflict, Choice choice) {
-    Document* const document = parts_->find(name);
-    if (!document)
-        return unknown_document(name);
+    const auto there = found(name);
+    if (!there)
+        return Failure{there.reason()};
+    Document* const document = *there;
     if (conflict >= document->conflicts.size())
         return Failure{name + " has no such conflict"};
     MergeConflict chosen = document->conflicts[conflict];
@@ -90,7 +91,7 @@ Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t co
         document->conflicts.clear();
         ++document->revision;
         take_disk_changes(); // it goes, or is made from what is installed
-        parts_->keep();
+        keep();
         const auto left = this->document(name);
         DocumentState gone;
         gone.name = name;
@@ -108,8 +109,8 @@ Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t co
             return Failure{"both together are no source: choose one of them, and write the other where it belongs"};
     }
     document->conflicts.erase(document->conflicts.begin() + static_cast<std::ptrdiff_t>(conflict));
-    parts_->change(*document, std::move(text), "Decide between here and the file", "", std::move(chosen));
-    parts_->keep();
+    change(*document, std::move(text), "Decide between here and the file", "", std::move(chosen));
+    keep();
     return state_of(*document);
 }
 
@@ -127,7 +128,7 @@ std::int64_t time_of(const std::string& file) {
 } // namespace
 
 /// What a save that was broken off has left beside the files goes, but not what another program has written.
-void Workspace::Parts::clear_up(Document& document, const UnsavedDocument& left) {
+void Workspace::clear_up(Document& document, const UnsavedDocument& left) {
     document.packed_files_old = document.packed_files_old || left.saving;
     const auto other = read_file(document.file + ".new", document_limit);
     if (other && left.saving && left.text != left.disk) { // else it has come in
@@ -140,36 +141,36 @@ void Workspace::Parts::clear_up(Document& document, const UnsavedDocument& left)
         fs::remove(file + ".new", ignored);
 }
 
-void Workspace::Parts::read_offer() {
-    const auto bytes = unsaved.empty() ? Result<std::string>(Failure{""}) : read_file(unsaved, std::size_t{1} << 30U);
-    offered_when = time_of(unsaved);
+void Workspace::read_offer() {
+    const auto bytes = unsaved_.empty() ? Result<std::string>(Failure{""}) : read_file(unsaved_, std::size_t{1} << 30U);
+    offered_when_ = time_of(unsaved_);
     for (auto& [name, left] : bytes ? work_of_text(*bytes) : UnsavedWork()) {
         Document* const document = find(name);
         if (document)
             clear_up(*document, left);
         if (left.text != (document ? document->disk : left.disk) || !left.conflicts.empty())
-            offered[name] = std::move(left);
+            offered_[name] = std::move(left);
     }
     keep(); // with an offer the file stays as it is
 }
 
 Recovery Workspace::recovered() const {
     Recovery recovery;
-    for (const auto& [name, left] : parts_->offered)
+    for (const auto& [name, left] : offered_)
         recovery.documents.push_back(name);
-    recovery.when = recovery.documents.empty() ? 0 : parts_->offered_when;
+    recovery.when = recovery.documents.empty() ? 0 : offered_when_;
     return recovery;
 }
 
 Result<std::vector<DocumentState>> Workspace::recover(bool take) {
-    if (parts_->offered.empty())
+    if (offered_.empty())
         return Failure{"nothing was left to recover"};
-    UnsavedWork offered = std::move(parts_->offered);
-    parts_->offered.clear();
+    UnsavedWork offered = std::move(offered_);
+    offered_.clear();
     for (auto& [name, left] : take ? offered : UnsavedWork()) {
-        Document* document = parts_->find(name);
+        Document* document = find(name);
         if (!document) { // its file is gone
-            document = &parts_->documents.emplace_back();
+            document = &documents_.emplace_back();
             document->name = name;
             document->file = left.file;
             document->disk = left.disk;
@@ -179,10 +180,10 @@ Result<std::vector<DocumentState>> Workspace::recover(bool take) {
         document->text = std::move(left.text);
         document->history = std::move(left.history);
         document->conflicts = std::move(left.conflicts);
-        parts_->take(*document, std::move(disk));
-        std::ranges::sort(parts_->documents, {}, &Document::name);
+        this->take(*document, std::move(disk));
+        std::ranges::sort(documents_, {}, &Document::name);
     }
-    parts_->keep();
+    keep();
     return documents();
 }
 

@@ -1,6 +1,6 @@
 // The way of documents to disk.
 #include "vcckit/edit/exchange.h"
-#include "vcckit/edit/workspace_parts.h"
+#include "vcckit/edit/workspace.h"
 #include "vcckit/source/packed_screen.h"
 
 #include <cerrno>
@@ -59,11 +59,11 @@ std::string stage(Leaving& leaving, const std::string& folder, FileSet& files, s
 
 } // namespace
 
-std::vector<std::string> Workspace::Parts::files_of(const Document& document) const {
+std::vector<std::string> Workspace::files_of(const Document& document) const {
     std::vector<std::string> files = document.copies;
     files.push_back(document.file);
     for (const LanguageRow& language : languages)
-        if (const fs::path slots = fs::path(folder) / slot_file_name(language, screen_of(document));
+        if (const fs::path slots = fs::path(folder_) / slot_file_name(language, screen_of(document));
             document.kind == DocumentKind::screen)
             for (const char* extension : {".slt", ".tgl"})
                 files.push_back(fs::path(slots).replace_extension(extension).string());
@@ -71,7 +71,7 @@ std::vector<std::string> Workspace::Parts::files_of(const Document& document) co
 }
 
 /// Puts a document's file in place; what another program has written into it since it was read comes in.
-Result<bool> Workspace::Parts::put(Document& document, NewFile& file) {
+Result<bool> Workspace::put(Document& document, NewFile& file) {
     const auto before = exchange(file.temporary_name(), file.name());
     if (!before)
         return Failure{before.reason()};
@@ -102,21 +102,21 @@ Result<Saved> Workspace::save(const CheckSource& check) {
 
 /// Whether there is something to save again.
 Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
-    if (!parts_->offered.empty())
+    if (!offered_.empty())
         return Failure{undecided_reason};
-    if (std::string reason = parts_->why_away(); !reason.empty())
+    if (std::string reason = away(); !reason.empty())
         return Failure{std::move(reason)};
     take_disk_changes();
     std::vector<Leaving> leaving;
-    for (Document& document : parts_->documents) {
+    for (Document& document : documents_) {
         if (!document.conflicts.empty())
             return Failure{document.name + (document.conflicts.front().removed
                                                 ? " was changed here, and its file is gone: choose what counts"
                                                 : " was changed on disk in the same lines: choose which to keep")};
         if (!document.dirty())
             continue;
-        for (const std::string& file : parts_->files_of(document))
-            if (!parts_->holds(file))
+        for (const std::string& file : files_of(document))
+            if (!holds(file))
                 return Failure{file +
                                " is a link that leads out of the installation and its sources: nothing is written"};
         auto bytes = bytes_of_text(document.text, document.kind);
@@ -136,18 +136,18 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
     // From here on an end of the process may leave some of the files new and some old.
     for (const Leaving& each : leaving)
         each.document->packed_files_old = true;
-    parts_->keep();
+    keep();
     FileSet files;
     saved.files.clear();
     std::string reason;
     for (Leaving& each : leaving)
         if (reason.empty())
-            reason = stage(each, parts_->folder, files, saved.files);
+            reason = stage(each, folder_, files, saved.files);
     if (reason.empty())
         reason = files.commit();
     bool again = false;
     for (Leaving& each : leaving) {
-        const auto changed = reason.empty() ? parts_->put(*each.document, *each.file) : Result<bool>(Failure{reason});
+        const auto changed = reason.empty() ? put(*each.document, *each.file) : Result<bool>(Failure{reason});
         if (!changed)
             reason = changed.reason();
         else if (*changed)
@@ -155,7 +155,7 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
         else
             each.file.reset(); // before the note of this save, which would clear it up, goes
     }
-    parts_->keep();
+    keep();
     if (!reason.empty())
         return Failure{std::move(reason)};
     return again;
