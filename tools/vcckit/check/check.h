@@ -32,6 +32,9 @@ void check_overlaps_of(const ScreenFiles& screen, Faults& faults);
 /// Reports faults for the second language.
 void check_translation_of(const ScreenFiles& first, const ScreenFiles& other, Faults& faults);
 
+/// Pixels for a text that the program writes into a slot: the width of its box, else up to the edge of a text window.
+int room_in(const LanguageFiles& language, const Slot& slot, int window);
+
 // Checks of several files together.
 void check_program_files(Installation& installation, Faults& faults);
 void check_records(Installation& installation, Faults& faults);

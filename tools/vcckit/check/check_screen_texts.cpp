@@ -38,20 +38,14 @@ std::optional<Place> place_of(int number) {
     return std::nullopt;
 }
 
-int right_edge(const LanguageFiles& language, int window) {
-    const TextWindow& at = language.windows[static_cast<std::size_t>(window)];
-    return at.pixel_coords ? at.right : at.right * cell_width(at.font);
-}
-
 /// Pixels by which a text is too wide; nothing if it fits or its place is unknown.
 std::optional<int> missing_room(const LanguageFiles& language, const Place& place, const std::string& text) {
     const SlotSet& set = screen_of(language, place.screen).set;
     if (!language.windows_usable || !set.has_slot(place.slot))
         return std::nullopt;
     const Slot& slot = set.slots[static_cast<std::size_t>(place.slot)];
-    const int room = slot.box_width > 0 ? slot.box_width : right_edge(language, place.window) - slot_position(slot).x;
-    const int width = text_width(slot.font, text);
-    return width > room ? std::optional(width - room) : std::nullopt;
+    const int missing = text_width(slot.font, text) - room_in(language, slot, place.window);
+    return missing > 0 ? std::optional(missing) : std::nullopt;
 }
 
 void check_text(const LanguageFiles& language, const std::string& file, const Translation& text, Faults& faults) {

@@ -139,22 +139,19 @@ private:
     std::set<std::pair<std::string, std::string>> missing_; ///< reported once per screen
 };
 
-void check_label(const ScreenFiles& screen, int index, std::string_view label, int right, Faults& faults) {
+void check_label(const LanguageFiles& language, ScreenKind kind, int index, std::string_view label, int window,
+                 Faults& faults) {
+    const ScreenFiles& screen = screen_of(language, kind);
     if (!screen.set.has_slot(index))
         return;
     const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
     const int width = text_width(slot.font, label);
-    const int room = slot.box_width > 0 ? slot.box_width : right - slot_position(slot).x;
+    const int room = room_in(language, slot, window);
     if (width > room)
         faults.push_back({program_text_wide, screen.slot_file, 0, index, "",
                           "the program writes \"" + std::string(label) + "\" here: " + std::to_string(width) +
                               " pixels, there is room for " + std::to_string(room),
                           "move it, or use a smaller font"});
-}
-
-int right_edge(const LanguageFiles& language, int window) {
-    const TextWindow& at = language.windows[static_cast<std::size_t>(window)];
-    return at.pixel_coords ? at.right : at.right * cell_width(at.font);
 }
 
 /// Fields that must be the same in all languages, because they say what a slot does.
@@ -184,6 +181,12 @@ void compare_counts(std::size_t first, std::size_t other, const std::string& fil
 
 } // namespace
 
+int room_in(const LanguageFiles& language, const Slot& slot, int window) {
+    const TextWindow& at = language.windows[static_cast<std::size_t>(window)];
+    const int right = at.pixel_coords ? at.right : at.right * cell_width(at.font);
+    return slot.box_width > 0 ? slot.box_width : right - slot_position(slot).x;
+}
+
 void check_help(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language) {
         HelpCheck check(installation, language, faults);
@@ -195,10 +198,8 @@ void check_help(Installation& installation, Faults& faults) {
 
 void check_program_texts(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language) {
-        const ScreenFiles& screen = screen_of(language, ScreenKind::options);
         if (!language.windows_usable)
             continue;
-        const int value_edge = right_edge(language, value_window);
         for (int value = 0; value < value_entry_limit; ++value) {
             std::string_view widest;
             for (const OptionRow& row : option_rows())
@@ -207,14 +208,12 @@ void check_program_texts(Installation& installation, Faults& faults) {
             if (const auto name = installation.theme_names.find(value);
                 name != installation.theme_names.end() && name->second.size() > widest.size())
                 widest = name->second;
-            check_label(screen, value_button(value), widest, value_edge, faults);
+            check_label(language, ScreenKind::options, value_button(value), widest, value_window, faults);
         }
-        const ScreenFiles& info = screen_of(language, ScreenKind::info);
-        const int info_edge = right_edge(language, info_window);
         for (int number = 0; number <= static_cast<int>(Row::loop_theme); ++number) {
             const std::optional<int> first = explanation_of(Row{number});
             for (int line = 0; first && line < explanation_lines; ++line)
-                check_label(info, line + 1, screen_text(*first + line), info_edge, faults);
+                check_label(language, ScreenKind::info, line + 1, screen_text(*first + line), info_window, faults);
         }
     }
 }

@@ -1,6 +1,7 @@
 #include "vcckit/check/installation.h"
 
 #include "vcckit/record/slot_bytes.h"
+#include "vcckit/source/packed_screen.h"
 
 #include "core/files.h"
 #include "core/installation.h"
@@ -37,10 +38,6 @@ const Result<std::string>& Installation::text_file(const std::string& path) cons
 }
 
 namespace {
-
-std::string stem_of(const LanguageRow& language) {
-    return "tools/language/" + std::string(language.folder) + "/" + std::string(language.prefix);
-}
 
 void read_toggles(ScreenFiles& files, Faults& faults) {
     const bool wanted = std::ranges::any_of(files.set.slots, [](const Slot& slot) { return slot.toggle > 0; });
@@ -92,8 +89,8 @@ void read_screens(Installation& installation, Faults& faults) {
         for (const ScreenFile& row : screen_files) {
             ScreenFiles& files = installation.by_language[i].screens[static_cast<std::size_t>(row.kind)];
             files.kind = row.kind;
-            files.slot_file = stem_of(languages[i]) + std::string(row.name) + ".slt";
-            files.toggle_file = stem_of(languages[i]) + std::string(row.name) + ".tgl";
+            files.slot_file = slot_file_name(languages[i], row.name);
+            files.toggle_file = language_file_name(languages[i], std::string(row.name) + ".tgl");
             read_screen(files, row, faults);
         }
     }

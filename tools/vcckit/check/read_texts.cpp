@@ -3,6 +3,7 @@
 #include "vcckit/check/installation.h"
 #include "vcckit/record/setting_rows.h"
 #include "vcckit/record/window_fields.h"
+#include "vcckit/source/packed_screen.h"
 
 #include "core/lines.h"
 #include "core/text.h"
@@ -155,8 +156,7 @@ void read_settings(Installation& installation, Faults& faults) {
 void read_windows(Installation& installation, Faults& faults) {
     for (std::size_t i = 0; i < languages.size(); ++i) {
         LanguageFiles& language = installation.by_language[i];
-        language.window_file = "tools/language/" + std::string(languages[i].folder) + "/" +
-                               std::string(languages[i].prefix) + path::text_windows;
+        language.window_file = language_file_name(languages[i], path::text_windows);
         const auto& text = installation.text_file(language.window_file);
         if (!text || read_text_windows(*text, language.windows, nullptr) == 0) {
             faults.push_back({text ? window_missing : file_missing, language.window_file, 0, -1, "",

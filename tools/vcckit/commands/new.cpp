@@ -2,6 +2,7 @@
 #include "vcckit/commands/commands.h"
 #include "vcckit/commands/template_files.h"
 #include "vcckit/files/new_file.h"
+#include "vcckit/source/packed_screen.h"
 #include "vcckit/source/schema.h"
 #include "vcckit/text/lines.h"
 
@@ -150,8 +151,7 @@ std::string fault_of(const NewRequest& request, const fs::path& folder, const st
 }
 
 std::string windows_of(const fs::path& installation, const LanguageRow& language) {
-    const fs::path folder = installation / "tools/language" / std::string(language.folder);
-    return platform::name_of(folder / (std::string(language.prefix) + path::text_windows));
+    return platform::name_of(installation / language_file_name(language, path::text_windows));
 }
 
 bool add_files(Project& project, const NewRequest& request, const std::string& title, const fs::path& base) {

@@ -87,8 +87,8 @@ std::string Workspace::add_windows() {
     shared.file = (fs::path(screens_) / path::text_windows).string();
     shared.kind = DocumentKind::windows;
     for (const LanguageRow& language : languages) {
-        fs::path file = fs::path(folder_) / "tools/language" / language.folder / language.prefix;
-        shared.copies.push_back(platform::resolve_path((file += path::text_windows).string()));
+        const fs::path file = fs::path(folder_) / language_file_name(language, path::text_windows);
+        shared.copies.push_back(platform::resolve_path(file.string()));
     }
     if (std::string reason = add_document(shared); !reason.empty() || find(fs::path(shared.file).stem().string()))
         return reason;

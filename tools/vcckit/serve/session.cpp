@@ -2,6 +2,7 @@
 #include "screen/text_window_file.h"
 
 #include "vcckit/check/installation.h"
+#include "vcckit/source/packed_screen.h"
 #include "vcckit/text/complain.h"
 #include "vcckit/text/latin1.h"
 
@@ -25,9 +26,7 @@ namespace {
 /// A window file of its own belongs to the language in whose folder it is; one among the sources to both.
 bool serves(const DocumentState& document, const fs::path& installation, const LanguageRow& language) {
     const auto file_of = [&](const LanguageRow& row) {
-        const fs::path name =
-            fs::path("tools/language") / std::string(row.folder) / (std::string(row.prefix) + path::text_windows);
-        return platform::resolve_path((installation / name).string());
+        return platform::resolve_path((installation / language_file_name(row, path::text_windows)).string());
     };
     if (std::ranges::none_of(languages, [&](const LanguageRow& row) { return file_of(row) == document.file; }))
         return true;
@@ -149,8 +148,7 @@ void Session::read_windows(const DocumentState& document, Reading& reading) {
         if (!serves(document, folder(), languages[i]))
             continue;
         windows_[i] = windows;
-        const std::string name = "tools/language/" + std::string(languages[i].folder) + "/" +
-                                 std::string(languages[i].prefix) + path::text_windows;
+        const std::string name = language_file_name(languages[i], path::text_windows);
         if (const auto put = stage_->put_file(name, *bytes); !put)
             complain(put.reason());
     }

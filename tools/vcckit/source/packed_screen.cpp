@@ -18,9 +18,12 @@ bool is_installation(const std::string& folder) {
     });
 }
 
+std::string language_file_name(const LanguageRow& language, std::string_view name) {
+    return "tools/language/" + std::string(language.folder) + "/" + std::string(language.prefix) + std::string(name);
+}
+
 std::string slot_file_name(const LanguageRow& language, std::string_view screen) {
-    return "tools/language/" + std::string(language.folder) + "/" + std::string(language.prefix) + std::string(screen) +
-           ".slt";
+    return language_file_name(language, std::string(screen) + ".slt");
 }
 
 std::string write_packed_screen(const Screen& screen, const std::string& installation, FileSet& files,

@@ -25,6 +25,9 @@ Result<ScreenRecords> read_packed_records(const std::string& slot_file);
 /// The screen of that name. Fails if a language lacks it or a file is unusable.
 Result<Screen> read_packed_screen(const std::string& installation, const std::string& name);
 
+/// "tools/language/english/e_factory.tw"
+std::string language_file_name(const LanguageRow& language, std::string_view name);
+
 /// "tools/language/english/e_vcc.slt"
 std::string slot_file_name(const LanguageRow& language, std::string_view screen);
 
