@@ -84,13 +84,6 @@ std::string compressed(const Matrix& matrix) {
     return list + "]";
 }
 
-/// What is typed in stands in for a value of the same spelling.
-std::string checked_name(const SourceModel& model, const Field& field, const std::string& name) {
-    if (model.number_of(field.meaning, name))
-        return {};
-    return "there is no " + std::string(meaning_word(field.meaning)) + " \"" + name + "\"";
-}
-
 /// A value on its way into the source.
 struct Wanted {
     std::string reason;                 ///< why it cannot be one
@@ -98,51 +91,12 @@ struct Wanted {
     std::string text;                   ///< as the source writes it, in a place where nothing was
 };
 
-Wanted wanted_number(const SourceModel& model, const Field& field, const Value& value) {
-    if (const auto* const name = std::get_if<std::string>(&value)) {
-        std::string reason = checked_name(model, field, *name);
-        return {std::move(reason), model.number_of(field.meaning, *name), quoted_text(*name).value_or("")};
-    }
-    const auto* const number = std::get_if<std::int64_t>(&value);
-    if (!number)
-        return {std::string(field.name) + " must be a number or a name", {}, ""};
-    if (*number < INT32_MIN || *number > INT32_MAX)
-        return {std::to_string(*number) + " does not fit in 32 bits", {}, ""};
-    return {"", *number, model.written(*number, field.meaning)};
-}
-
-Wanted wanted_plain(const Field& field, const Value& value) {
-    const auto* const number = std::get_if<std::int64_t>(&value);
-    if (!number || *number < INT32_MIN || *number > INT32_MAX)
-        return {std::string(field.name) + " must be a number", {}, ""};
-    return {"", {}, std::to_string(*number)};
-}
-
-Wanted wanted_text(const Field& field, const Value& value) {
-    const auto* const text = std::get_if<std::string>(&value);
-    if (!text)
-        return {std::string(field.name) + " must be a text", {}, ""};
-    auto quoted = quoted_text(*text);
-    if (!quoted)
-        return {std::string(field.name) + " must be UTF-8", {}, ""};
-    return {"", {}, std::move(*quoted)};
-}
-
-Wanted wanted_shadow(const SourceModel& model, const Field& field, const Value& value) {
-    if (const auto* const flag = std::get_if<bool>(&value))
-        return {"", {}, *flag ? "true" : "false"};
-    return wanted_number(model, {field.name, FieldForm::number, Meaning::colour}, value);
-}
-
 /// "button, wide": a list when there are several.
-Wanted wanted_styles(const SourceModel& model, const Field& field, const Value& value) {
-    const auto* const text = std::get_if<std::string>(&value);
-    if (!text)
-        return {std::string(field.name) + " must be the name of a style", {}, ""};
+Wanted wanted_styles(const SourceModel& model, const std::string& text) {
     std::vector<std::string> names;
-    for (std::size_t at = 0; at <= text->size();) {
-        const std::size_t comma = std::min(text->find(',', at), text->size());
-        std::string name = text->substr(at, comma - at);
+    for (std::size_t at = 0; at <= text.size();) {
+        const std::size_t comma = std::min(text.find(',', at), text.size());
+        std::string name = text.substr(at, comma - at);
         name.erase(0, std::min(name.find_first_not_of(' '), name.size()));
         name.erase(name.find_last_not_of(' ') + 1);
         if (!style_of(model.root(), name))
@@ -159,30 +113,45 @@ Wanted wanted_styles(const SourceModel& model, const Field& field, const Value& 
 }
 
 Wanted wanted_value(const SourceModel& model, const Field& field, const Value& value) {
+    const auto* const number = std::get_if<std::int64_t>(&value);
+    const auto* const text = std::get_if<std::string>(&value);
     const auto* const flag = std::get_if<bool>(&value);
+    const bool fits = number && *number >= INT32_MIN && *number <= INT32_MAX;
+    const auto wrong = [&](const char* kind) { return Wanted{std::string(field.name) + " must be " + kind, {}, ""}; };
     switch (field.form) {
-    case FieldForm::number:
-        return wanted_number(model, field, value);
-    case FieldForm::text:
-        return wanted_text(field, value);
-    case FieldForm::plain:
-        return wanted_plain(field, value);
     case FieldForm::shadow:
-        return wanted_shadow(model, field, value);
-    case FieldForm::styles:
-        return wanted_styles(model, field, value);
+        if (flag)
+            return {"", {}, *flag ? "true" : "false"};
+        [[fallthrough]];
+    case FieldForm::number:
+        if (const auto named = text ? model.number_of(field.meaning, *text) : std::nullopt)
+            return {"", named, quoted_text(*text).value_or("")};
+        if (text)
+            return {"there is no " + std::string(meaning_word(field.meaning)) + " \"" + *text + "\"", {}, ""};
+        if (!number)
+            return wrong("a number or a name");
+        if (!fits)
+            return {std::to_string(*number) + " does not fit in 32 bits", {}, ""};
+        return {"", *number, model.written(*number, field.meaning)};
+    case FieldForm::plain:
+        return fits ? Wanted{"", {}, std::to_string(*number)} : wrong("a number");
     case FieldForm::word:
-        if (const auto* const word = std::get_if<std::string>(&value);
-            !word || (*word != "left" && *word != "centre" && *word != "right"))
-            return {std::string(field.name) + " must be left, centre or right", {}, ""};
-        return wanted_text(field, value);
+        if (!text || (*text != "left" && *text != "centre" && *text != "right"))
+            return wrong("left, centre or right");
+        [[fallthrough]];
+    case FieldForm::text:
+        if (auto quoted = text ? quoted_text(*text) : std::nullopt)
+            return {"", {}, std::move(*quoted)};
+        return wrong(text ? "UTF-8" : "a text");
+    case FieldForm::styles:
+        return text ? wanted_styles(model, *text) : wrong("the name of a style");
     case FieldForm::flag:
     case FieldForm::look:
-        if (!flag)
-            return {std::string(field.name) + " must be true or false", {}, ""};
-        return {"", {}, *flag ? (field.form == FieldForm::look ? "{}" : "true") : "false"};
+        break;
     }
-    return {"this field is not known", {}, ""};
+    if (!flag)
+        return wrong("true or false");
+    return {"", {}, *flag ? (field.form == FieldForm::look ? "{}" : "true") : "false"};
 }
 
 /// Replaces a value. A text with characters outside ASCII must not touch the word before it.
@@ -392,12 +361,13 @@ std::optional<std::string_view> repeat_entry(std::string_view field) {
     return field.starts_with(beginning) ? std::optional(field.substr(beginning.size())) : std::nullopt;
 }
 
-std::string set_repeat(TextEdits& edits, const Subject& subject, std::string_view entry, const Value& value) {
+std::string set_repeat(Opened& at, std::string_view entry, const Value& value) {
+    auto& [model, subject, edits] = at;
     if (!subject.record || !subject.look.empty())
         return "only records repeat";
     if (entry != "count" && entry != "step" && !find_number_field(entry))
         return unknown_field("repeat." + std::string(entry));
-    const Wanted wanted = wanted_plain({entry, FieldForm::plain}, value);
+    const Wanted wanted = wanted_value(model, {entry, FieldForm::plain}, value);
     if (!wanted.reason.empty())
         return wanted.reason;
     const Node* const repeat = subject.own->table("repeat");
@@ -433,7 +403,7 @@ std::string misfit(const Subject& subject, const Field& field) {
 
 std::string set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value) {
     if (const auto entry = repeat_entry(field))
-        return set_repeat(at.edits, at.subject, *entry, value);
+        return set_repeat(at, *entry, value);
     const Field* const info = find_field(field);
     if (!info)
         return unknown_field(field);
