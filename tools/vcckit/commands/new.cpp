@@ -1,7 +1,8 @@
 // The command new: a folder of sources from which "make" builds an installation.
 #include "vcckit/commands/commands.h"
 #include "vcckit/commands/template_files.h"
-#include "vcckit/files/new_file.h"
+#include "vcckit/files/file_set.h"
+#include "vcckit/files/temporary_folder.h"
 #include "vcckit/source/packed_screen.h"
 #include "vcckit/source/schema.h"
 #include "vcckit/text/lines.h"
@@ -85,48 +86,6 @@ std::string own_settings(const std::string& built_in) {
     return settings;
 }
 
-class Project {
-public:
-    explicit Project(const fs::path& folder)
-        : folder_(folder), unfinished_(platform::system_path(platform::name_of(folder) + ".new")) {
-        std::error_code ignored;
-        fs::remove_all(unfinished_, ignored);
-    }
-    ~Project() {
-        std::error_code ignored;
-        fs::remove_all(unfinished_, ignored);
-    }
-    Project(const Project&) = delete;
-    Project& operator=(const Project&) = delete;
-
-    bool add(const std::string& name, const std::string& bytes) {
-        const fs::path path = unfinished_ / name;
-        std::error_code error;
-        fs::create_directories(path.parent_path(), error);
-        if (error) {
-            complain("cannot make " + platform::name_of(path.parent_path()) + ": " + error.message());
-            return false;
-        }
-        NewFile file(platform::name_of(path));
-        if (file.stream() && file.write(bytes.data(), bytes.size()) && file.commit())
-            return true;
-        complain(file.reason());
-        return false;
-    }
-
-    /// Moves the folder into place.
-    bool finish() {
-        std::error_code error;
-        fs::rename(unfinished_, folder_, error);
-        if (error)
-            complain("cannot make " + platform::name_of(folder_) + ": " + error.message());
-        return !error;
-    }
-
-private:
-    fs::path folder_, unfinished_;
-};
-
 bool is_plain(const std::string& name) {
     return !name.empty() && std::isalpha(static_cast<unsigned char>(name.front())) != 0 &&
            std::ranges::all_of(
@@ -154,7 +113,10 @@ std::string windows_of(const fs::path& installation, const LanguageRow& language
     return platform::name_of(installation / language_file_name(language, path::text_windows));
 }
 
-bool add_files(Project& project, const NewRequest& request, const std::string& title, const fs::path& base) {
+using Files = std::vector<std::pair<std::string, std::string>>; ///< names and bytes
+
+Result<Files> files_of(const NewRequest& request, const std::string& title, const fs::path& base) {
+    Files files;
     const auto* const module = std::ranges::find(modules, request.module, &ModuleRow::name);
     for (const EmbeddedFile& file : template_files()) {
         std::string name(file.path), bytes(file.bytes);
@@ -172,23 +134,37 @@ bool add_files(Project& project, const NewRequest& request, const std::string& t
             fill_in(bytes, "@MODULE@", request.module);
             fill_in(bytes, "@ENTRY@", module == std::end(modules) ? "" : module->entry);
         }
-        if (!project.add(name, bytes))
-            return false;
+        files.emplace_back(std::move(name), std::move(bytes));
     }
     const auto sounds = read_file(platform::name_of(base / path::sound_setup));
     const auto settings = read_file(platform::name_of(base / path::settings));
-    if (!sounds || !settings) {
-        complain("cannot read the sound set-up and the settings in " + platform::name_of(base));
-        return false;
-    }
+    if (!sounds || !settings)
+        return Failure{"cannot read the sound set-up and the settings in " + platform::name_of(base)};
     // Text windows that are the same in all languages, as one source.
     const auto windows = read_file(windows_of(base, languages.front()));
-    if (windows && read_file(windows_of(base, languages.back())).value_or("") == *windows &&
-        !project.add(std::string("screens/") + path::text_windows, *windows))
-        return false;
-    return project.add("screens/screen.schema.json", screen_schema()) &&
-           project.add(std::string("files/") + path::sound_setup, own_sound_setup(*sounds, title)) &&
-           project.add(std::string("files/") + path::settings, own_settings(*settings));
+    if (windows && read_file(windows_of(base, languages.back())).value_or("") == *windows)
+        files.emplace_back(std::string("screens/") + path::text_windows, *windows);
+    files.emplace_back("screens/screen.schema.json", screen_schema());
+    files.emplace_back(std::string("files/") + path::sound_setup, own_sound_setup(*sounds, title));
+    files.emplace_back(std::string("files/") + path::settings, own_settings(*settings));
+    return files;
+}
+
+/// Puts a folder of files in place: whole, or not at all. The reason of a failure.
+std::string write_folder(const fs::path& folder, const Files& files) {
+    const TemporaryFolder unfinished(platform::system_path(platform::name_of(folder) + ".new"));
+    std::error_code error;
+    fs::remove_all(unfinished.path(), error);
+    for (const auto& [name, bytes] : files) {
+        const fs::path path = unfinished.path() / name;
+        fs::create_directories(path.parent_path(), error);
+        if (error)
+            return "cannot make " + platform::name_of(path.parent_path()) + ": " + error.message();
+        if (std::string reason = write_whole_file(platform::name_of(path), bytes); !reason.empty())
+            return reason;
+    }
+    fs::rename(unfinished.path(), folder, error);
+    return error ? "cannot make " + platform::name_of(folder) + ": " + error.message() : "";
 }
 
 } // namespace
@@ -201,9 +177,9 @@ int run_new(const NewRequest& request) {
                           : std::optional(fs::absolute(platform::system_path(request.base), error).lexically_normal());
     if (const std::string fault = fault_of(request, folder, base); !fault.empty())
         return complain(fault);
-    Project project(folder);
-    if (!add_files(project, request, title_of(platform::name_of(folder.filename())), *base) || !project.finish())
-        return exit_unusable;
+    const auto files = files_of(request, title_of(platform::name_of(folder.filename())), *base);
+    if (const std::string reason = files ? write_folder(folder, *files) : files.reason(); !reason.empty())
+        return complain(reason);
     std::printf("%s: made from %s\n\n"
                 "  cd %s\n"
                 "  make          puts the installation together in game/\n"

@@ -3,12 +3,14 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace vcc::kit {
 
 class TemporaryFolder {
 public:
     TemporaryFolder() = default;
+    explicit TemporaryFolder(std::filesystem::path path) : path_(std::move(path)) {}
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
