@@ -133,6 +133,7 @@ Wanted wanted_value(const SourceModel& model, const Field& field, const Value& v
         if (!fits)
             return {std::to_string(*number) + " does not fit in 32 bits", {}, ""};
         return {"", *number, model.written(*number, field.meaning)};
+    case FieldForm::pair:
     case FieldForm::plain:
         return fits ? Wanted{"", {}, std::to_string(*number)} : wrong("a number");
     case FieldForm::word:

@@ -18,9 +18,10 @@ enum class FieldForm {
     number, ///< or a name; by language, in lists
     text,   ///< by language, in lists
     word,   ///< `align`: by language, in lists
-    plain,  ///< a number for all languages and repetitions
+    pair,   ///< `padding`: one number or two, for all languages and repetitions
     flag,   ///< true or false for all of them
     shadow, ///< true, false or a colour for all of them
+    plain,  ///< a number for all of them; this and what follows stand in some tables only
     styles, ///< names of styles
     look,   ///< a table of fields; false for none
 };

@@ -82,6 +82,7 @@ json field_json(const Row& field, std::string_view kind, std::string_view meanin
 std::string_view kind_of(FieldForm form) {
     switch (form) {
     case FieldForm::number:
+    case FieldForm::pair:
     case FieldForm::plain:
         return "number";
     case FieldForm::text:

@@ -83,11 +83,10 @@ Json value_of(const Field& field) {
         return {{"type", "boolean"}};
     case FieldForm::shadow:
         return any_of({{{"type", "boolean"}}, reference(definition_of(field.meaning))});
+    case FieldForm::pair:
+        return any_of({number_in_range(field),
+                       {{"type", "array"}, {"minItems", 2}, {"maxItems", 2}, {"items", number_in_range(field)}}});
     case FieldForm::plain:
-        if (field.name == "padding")
-            return any_of({number_in_range(field),
-                           {{"type", "array"}, {"minItems", 2}, {"maxItems", 2}, {"items", number_in_range(field)}}});
-        break;
     case FieldForm::styles:
     case FieldForm::look:
         break;

@@ -40,7 +40,7 @@ std::string in_quotes(std::string_view text) {
 
 /// What every table of fields may contain; the rest depends on the table.
 bool stands_everywhere(const Field& field) {
-    return field.member || field.size > 0 || field.letter != '\0' || field.name == "align" || field.name == "padding";
+    return field.form < FieldForm::plain;
 }
 
 std::vector<std::string> known_entries(std::span<const std::string_view> others) {
@@ -255,9 +255,10 @@ void SourceValues::set(SourceRecord& record, const Field& field, const Node& nod
     case FieldForm::word:
         set_align(record.alignment, node);
         break;
-    case FieldForm::plain:
+    case FieldForm::pair:
         set_padding(record.alignment, field, node);
         break;
+    case FieldForm::plain:
     case FieldForm::styles:
     case FieldForm::look:
         break;
