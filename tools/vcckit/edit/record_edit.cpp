@@ -185,41 +185,6 @@ bool same_records(const std::string& before, const std::string& after) {
     return !old.faults.empty() || describes(after, old.screen, letters);
 }
 
-} // namespace
-
-Result<std::string> split_group(const std::string& text, const Address& address) {
-    auto at = open(text, address);
-    if (!at)
-        return Failure{at.reason()};
-    auto& [model, subject, edits] = *at;
-    if (!subject.record || !subject.look.empty())
-        return Failure{"only groups of records can be written out"};
-    const RecordTable& record = *subject.record;
-    if (!record.table->find("repeat"))
-        return Failure{name_of(record.kind, address.index) + " is in no group"};
-    const std::vector<Span> pieces = pieces_of(*record.table);
-    if (pieces.empty())
-        return Failure{"the record has no heading of its own"};
-    std::string lines;
-    for (int position = 0; position < record.count; ++position) {
-        SingleRecord single(model, subject, position);
-        if (std::string reason = single.make(record.index_of(position)); !reason.empty())
-            return Failure{std::move(reason)};
-        lines += (position > 0 ? std::string(line_end_of(text)) : "") + single.text();
-    }
-    if (pieces.back().end == text.size() && !text.ends_with('\n'))
-        lines.resize(lines.size() - line_end_of(text).size());
-    edits.replace(pieces.front(), lines);
-    for (auto piece = pieces.begin() + 1; piece != pieces.end(); ++piece)
-        edits.replace(*piece, "");
-    std::string result = edits.result();
-    if (!same_records(text, result))
-        return Failure{"the group cannot be written out so that each record stays as it is"};
-    return result;
-}
-
-namespace {
-
 /// Takes a table and its comment away.
 std::string without(const std::string& text, const std::vector<Span>& pieces) {
     TextEdits edits(text);
@@ -231,28 +196,6 @@ std::string without(const std::string& text, const std::vector<Span>& pieces) {
             result.pop_back();
     return result;
 }
-
-} // namespace
-
-Result<std::string> remove_record(const std::string& text, const Address& address, const EditRules& rules) {
-    const auto at = open(text, address);
-    if (!at)
-        return Failure{at.reason()};
-    if (std::string reason = why_fixed(at->model, rules, address); !reason.empty())
-        return Failure{std::move(reason)};
-    if (!address.look.empty())
-        return Failure{"a look is taken away by unsetting it"};
-    if (at->subject.record && at->subject.record->count > 1) {
-        const auto split = split_group(text, address);
-        return split ? remove_record(*split, address, rules) : split;
-    }
-    const std::vector<Span> pieces = pieces_of(*at->subject.home);
-    if (pieces.empty())
-        return Failure{"the record has no heading of its own"};
-    return without(text, pieces);
-}
-
-namespace {
 
 /// Numbers that refer to records.
 class Renumbering {
@@ -410,6 +353,55 @@ Result<std::string> copy_record(const std::string& text, const Operation& operat
     single.drop_places();
     add_record(edits, model, kind, operation.to, single.text());
     return edits.result();
+}
+
+Result<std::string> split_group(const std::string& text, const Address& address) {
+    auto at = open(text, address);
+    if (!at)
+        return Failure{at.reason()};
+    auto& [model, subject, edits] = *at;
+    if (!subject.record || !subject.look.empty())
+        return Failure{"only groups of records can be written out"};
+    const RecordTable& record = *subject.record;
+    if (!record.table->find("repeat"))
+        return Failure{name_of(record.kind, address.index) + " is in no group"};
+    const std::vector<Span> pieces = pieces_of(*record.table);
+    if (pieces.empty())
+        return Failure{"the record has no heading of its own"};
+    std::string lines;
+    for (int position = 0; position < record.count; ++position) {
+        SingleRecord single(model, subject, position);
+        if (std::string reason = single.make(record.index_of(position)); !reason.empty())
+            return Failure{std::move(reason)};
+        lines += (position > 0 ? std::string(line_end_of(text)) : "") + single.text();
+    }
+    if (pieces.back().end == text.size() && !text.ends_with('\n'))
+        lines.resize(lines.size() - line_end_of(text).size());
+    edits.replace(pieces.front(), lines);
+    for (auto piece = pieces.begin() + 1; piece != pieces.end(); ++piece)
+        edits.replace(*piece, "");
+    std::string result = edits.result();
+    if (!same_records(text, result))
+        return Failure{"the group cannot be written out so that each record stays as it is"};
+    return result;
+}
+
+Result<std::string> remove_record(const std::string& text, const Address& address, const EditRules& rules) {
+    const auto at = open(text, address);
+    if (!at)
+        return Failure{at.reason()};
+    if (std::string reason = why_fixed(at->model, rules, address); !reason.empty())
+        return Failure{std::move(reason)};
+    if (!address.look.empty())
+        return Failure{"a look is taken away by unsetting it"};
+    if (at->subject.record && at->subject.record->count > 1) {
+        const auto split = split_group(text, address);
+        return split ? remove_record(*split, address, rules) : split;
+    }
+    const std::vector<Span> pieces = pieces_of(*at->subject.home);
+    if (pieces.empty())
+        return Failure{"the record has no heading of its own"};
+    return without(text, pieces);
 }
 
 Result<std::string> renumber_record(const std::string& text, const Operation& operation, const EditRules& rules) {
