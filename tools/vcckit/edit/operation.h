@@ -42,4 +42,23 @@ struct Operation {
     std::optional<std::string> base; ///< replace_text: what the new source was made from, when that may be an older one
 };
 
+/// What an operation is called, by pages and in the menu, and what it must have.
+struct OperationRow {
+    Operation::Do what;
+    const char *word, *verb;
+    bool of, field, value, distance, to, text;
+};
+inline constexpr OperationRow operation_rows[] = {
+    {Operation::Do::set, "set", "Set", true, true, true, false, false, false},
+    {Operation::Do::unset, "unset", "Unset", true, true, false, false, false, false},
+    {Operation::Do::move, "move", "Move", true, false, false, true, false, false},
+    {Operation::Do::resize, "resize", "Resize", true, false, false, true, false, false},
+    {Operation::Do::create, "create", "New", false, false, false, false, true, true},
+    {Operation::Do::copy, "copy", "Copy", true, false, false, false, true, false},
+    {Operation::Do::remove, "remove", "Delete", true, false, false, false, false, false},
+    {Operation::Do::renumber, "renumber", "Renumber", true, false, false, false, true, false},
+    {Operation::Do::split, "split", "Write out", true, false, false, false, false, false},
+    {Operation::Do::replace_text, "replace_text", "Change text", false, false, false, false, false, true},
+};
+
 } // namespace vcc::kit::edit

@@ -19,20 +19,12 @@ namespace {
 
 using Of = Address::Of;
 
-std::string kind_name(Of kind) {
-    return kind == Of::toggle ? "toggle" : "slot";
-}
-
-std::string name_of(Of kind, int index) {
-    return (kind == Of::toggle ? "toggle record " : "slot ") + std::to_string(index);
-}
-
 /// Why a record cannot get this number; empty when it can.
 std::string why_not_index(const SourceModel& model, Of kind, int index) {
     if (index < 0 || index >= slot_limit)
         return "numbers are 0 to " + std::to_string(slot_limit - 1);
     if (const auto there = model.find(kind, index))
-        return name_of(kind, index) + " is described in line " +
+        return name_of({kind, index, "", ""}) + " is described in line " +
                std::to_string(line_at(model.source(), std::max(there->table->heading.begin, there->table->span.begin)));
     return {};
 }
@@ -333,7 +325,8 @@ Result<std::string> create_record(const std::string& text, const Operation& oper
     if (std::string reason = why_not_index(*model, what.of, operation.to); !reason.empty())
         return Failure{std::move(reason)};
     add_record(edits, *model, what.of, operation.to,
-               "[[" + kind_name(what.of) + "]]" + end + "index = " + std::to_string(operation.to) + end + body);
+               "[[" + std::string(key_of(what.of)) + "]]" + end + "index = " + std::to_string(operation.to) + end +
+                   body);
     return edits.result();
 }
 
@@ -364,7 +357,7 @@ Result<std::string> split_group(const std::string& text, const Address& address)
         return Failure{"only groups of records can be written out"};
     const RecordTable& record = *subject.record;
     if (!record.table->find("repeat"))
-        return Failure{name_of(record.kind, address.index) + " is in no group"};
+        return Failure{name_of(address) + " is in no group"};
     const std::vector<Span> pieces = pieces_of(*record.table);
     if (pieces.empty())
         return Failure{"the record has no heading of its own"};

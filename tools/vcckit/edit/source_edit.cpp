@@ -108,56 +108,11 @@ Result<std::string> apply(const std::string& source, DocumentKind kind, std::spa
     return text;
 }
 
-namespace {
-
-std::string name_of(const Address& address) {
-    const std::string number = std::to_string(address.index);
-    switch (address.of) {
-    case Address::Of::slot:
-        return "slot " + number;
-    case Address::Of::toggle:
-        return "toggle record " + number;
-    case Address::Of::style:
-        return "style " + address.style;
-    case Address::Of::window:
-        return "window " + number;
-    }
-    return {};
-}
-
-constexpr const char* verb_of(Do what) {
-    switch (what) {
-    case Do::set:
-        return "Set";
-    case Do::unset:
-        return "Unset";
-    case Do::move:
-        return "Move";
-    case Do::resize:
-        return "Resize";
-    case Do::create:
-        return "New";
-    case Do::copy:
-        return "Copy";
-    case Do::remove:
-        return "Delete";
-    case Do::renumber:
-        return "Renumber";
-    case Do::split:
-        return "Write out";
-    case Do::replace_text:
-        return "Change text";
-    }
-    return "Change";
-}
-
-} // namespace
-
 std::string label_of(std::span<const Operation> operations) {
     if (operations.empty())
         return "Change nothing";
     const Operation& first = operations.front();
-    std::string label = verb_of(first.what);
+    std::string label = std::ranges::find(operation_rows, first.what, &OperationRow::what)->verb;
     if (!first.field.empty())
         label += " " + first.field + " of";
     if (first.what == Do::create && first.of.empty())

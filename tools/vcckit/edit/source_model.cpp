@@ -12,10 +12,6 @@ namespace vcc::kit::edit {
 
 namespace {
 
-constexpr const char* key_of(Address::Of kind) {
-    return kind == Address::Of::toggle ? "toggle" : "slot";
-}
-
 bool is_language(std::string_view key) {
     return std::ranges::any_of(languages, [key](const LanguageRow& row) { return row.code == key; });
 }
@@ -78,6 +74,17 @@ Result<bool> collect_leaves(const Node& value, int count, Leaf at, std::vector<L
 }
 
 } // namespace
+
+std::string name_of(const Address& address) {
+    if (address.of == Address::Of::style)
+        return "style " + address.style;
+    const char* const kind = address.of == Address::Of::window ? "window" : key_of(address.of);
+    return kind + std::string(address.of == Address::Of::toggle ? " record " : " ") + std::to_string(address.index);
+}
+
+const char* key_of(Address::Of kind) {
+    return kind == Address::Of::toggle ? "toggle" : "slot";
+}
 
 Result<SourceModel> SourceModel::read(const std::string& source) {
     const SourceTree tree = read_source_tree(source);
@@ -153,8 +160,7 @@ Result<Subject> SourceModel::subject(const Address& address) const {
     const bool toggle = address.of == Address::Of::toggle;
     const auto record = find(address.of, address.index);
     if (!record && toggle && find(Address::Of::slot, address.index))
-        return Failure{"toggle record " + std::to_string(address.index) + " is a look of slot " +
-                       std::to_string(address.index) + ": change it there"};
+        return Failure{name_of(address) + " is a look of slot " + std::to_string(address.index) + ": change it there"};
     if (!record)
         return Failure{"no [[" + std::string(key_of(address.of)) + "]] describes number " +
                        std::to_string(address.index)};

@@ -96,6 +96,12 @@ struct Opened {
 };
 Result<Opened> open(const std::string& source, const Address& address);
 
+/// "slot 3", "toggle record 3", "style button", "window 3"
+std::string name_of(const Address& address);
+
+/// "slot" or "toggle": what such records are called in a source.
+const char* key_of(Address::Of kind);
+
 /// The parts of a value by language and repetition. Fails where a list has another length than the group.
 Result<std::vector<Leaf>> leaves_of(const Node& value, int count);
 

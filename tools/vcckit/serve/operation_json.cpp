@@ -17,26 +17,6 @@ namespace {
 constexpr std::int64_t distance_limit = 1000; ///< pixels or cells of one move
 constexpr std::size_t word_limit = 200;       ///< bytes of a label, a field's or a style's name
 
-/// What an operation must have besides its word.
-struct OperationRow {
-    const char* word;
-    Operation::Do what;
-    bool of, field, value, distance, to, text;
-};
-using enum Operation::Do;
-constexpr OperationRow operation_rows[] = {
-    {"set", set, true, true, true, false, false, false},
-    {"unset", unset, true, true, false, false, false, false},
-    {"move", move, true, false, false, true, false, false},
-    {"resize", resize, true, false, false, true, false, false},
-    {"create", create, false, false, false, false, true, true},
-    {"copy", copy, true, false, false, false, true, false},
-    {"remove", remove, true, false, false, false, false, false},
-    {"renumber", renumber, true, false, false, false, true, false},
-    {"split", split, true, false, false, false, false, false},
-    {"replace_text", replace_text, false, false, false, false, false, true},
-};
-
 struct PlaceRow {
     const char* word;
     Address::Of of;
@@ -168,7 +148,7 @@ Result<Operation> operation_of(const json& object) {
     }
     if (fault.empty() && row->text) {
         auto text = text_entry(object, "text");
-        if (!text && (operation.what == replace_text || object.contains("text")))
+        if (!text && (operation.what == Operation::Do::replace_text || object.contains("text")))
             fault = "text is a text of at most 1 MiB";
         else
             operation.text = std::move(text).value_or("");
