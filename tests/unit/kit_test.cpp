@@ -63,6 +63,18 @@ pressed = { index = 9 }
     EXPECT_EQ(std::pair(plain.toggle, plain.activated), std::pair(-1, 9));
 }
 
+TEST(ScreenSource, StylesThatBuildOnOneAnotherCrosswiseAllCount) {
+    std::string source = "[[slot]]\nindex = 1\nstyle = [\"s0\", \"last\"]\nsize = 7\n"
+                         "[style.last]\ncolumn = 3\n";
+    for (int i = 0; i < 40; ++i) {
+        const std::string next = std::to_string(i + 1);
+        source += "[style.s" + std::to_string(i) + "]\nfont = " + std::to_string(i % 10) + "\nrow = " + next + "\n" +
+                  (i < 39 ? "style = [\"s" + next + "\", \"s" + next + "\"]\n" : "");
+    }
+    const Slot slot = screen_of(source).records[0].slots.at(1);
+    EXPECT_EQ((std::array{slot.size, slot.row, slot.column}), (std::array{7, 1, 3}));
+}
+
 TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
     const std::string slot = "[[slot]]\nindex = 3\n";
     const std::tuple<std::string, std::string> cases[] = {

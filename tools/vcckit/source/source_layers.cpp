@@ -13,30 +13,32 @@ namespace {
 
 using enum FaultCode;
 
+/// Collects from the last layer to the first: of a style that is met several times only the last one counts, and styles
+/// that build on one another crosswise have very many paths.
 class LayerCollector {
 public:
     LayerCollector(const Node& source, const TellMistake& tell) : source_(source), tell_(tell) {}
 
     void collect(const Layer& layer) {
-        // Also a bound: styles that build on one another crosswise have very many paths.
-        if (layers.size() >= limit)
-            return;
-        if (!open_.insert(layer.table).second) {
+        if (open_.contains(layer.table)) {
             tell_(
                 {style_circle, layer.table->find("style")->place, "style", "it builds on itself", "", "", layer.style});
             return;
         }
-        for (const Node* const name : styles_of(*layer.table))
-            collect_style(*name, layer.style);
+        if (!met_.insert(layer.table).second)
+            return;
         layers.push_back(layer);
+        open_.insert(layer.table);
+        std::vector<const Node*> names = styles_of(*layer.table);
+        std::ranges::reverse(names);
+        for (const Node* const name : names)
+            collect_style(*name, layer.style);
         open_.erase(layer.table);
     }
 
     Layers layers;
 
 private:
-    static constexpr std::size_t limit = 1000;
-
     void collect_style(const Node& name, const std::string& user) {
         if (const Node* const style = style_of(source_, name.text); style && name.is_text()) {
             collect({style, name.text});
@@ -52,7 +54,7 @@ private:
 
     const Node& source_;
     const TellMistake& tell_;
-    std::set<const Node*> open_;
+    std::set<const Node*> open_, met_;
 };
 
 bool is_language(std::string_view key) {
@@ -79,6 +81,7 @@ std::vector<const Node*> styles_of(const Node& table) {
 Layers layers_of(const Node& source, const Layer& table, const TellMistake& tell) {
     LayerCollector collector(source, tell);
     collector.collect(table);
+    std::ranges::reverse(collector.layers);
     return std::move(collector.layers);
 }
 
