@@ -48,6 +48,11 @@ index = 4
 style = "button"
 highlight = false
 pressed = { index = 9 }
+[[slot]]
+index = 3
+style = "button"
+highlight = 0
+pressed = 0
 )");
     const auto& [english, german] = screen.records;
     const Slot& mill = english.slots.at(2);
@@ -59,6 +64,7 @@ pressed = { index = 9 }
     EXPECT_EQ(english.toggles.at(2).fore_colour, 14);
     EXPECT_EQ(mill.activated, 5) << "a pressed look without a place lies behind the slots";
     EXPECT_EQ(english.toggles.at(5).back_colour, 164);
+    EXPECT_EQ(std::pair(english.slots.at(3).toggle, english.slots[3].activated), std::pair(-1, 0));
     const Slot& plain = english.slots.at(4);
     EXPECT_EQ(std::pair(plain.toggle, plain.activated), std::pair(-1, 9));
 }

@@ -91,7 +91,7 @@ Layers looks_of(const Layers& layers, std::string_view key, const TellMistake& t
         const Node* const node = layer.table->find(key);
         if (!node)
             continue;
-        if (node->kind == Node::Kind::flag && !node->flag)
+        if ((node->kind == Node::Kind::flag && !node->flag) || (node->is_number() && node->number == 0))
             looks.clear();
         else if (node->is_table())
             looks.push_back({node, layer.style});

@@ -40,7 +40,7 @@ std::vector<const Node*> styles_of(const Node& table);
 /// The styles of a table, each after those that it builds on, then the table itself.
 Layers layers_of(const Node& source, const Layer& table, const TellMistake& tell);
 
-/// The tables under a key in all layers; `key = false` drops those of earlier layers.
+/// The tables under a key in all layers; `key = false`, or 0, drops those of earlier layers.
 Layers looks_of(const Layers& layers, std::string_view key, const TellMistake& tell);
 
 /// The part of a value that holds for a language and a repetition; null if there is none.
