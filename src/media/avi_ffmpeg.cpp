@@ -55,19 +55,20 @@ AviError error_of(int code, AviError otherwise) {
 }
 
 // Frames of these formats are passed on unchanged; others are converted to 32 bits, which most screens show directly.
-struct DirectFormat {
-    AVPixelFormat format;
-    int bits;
-};
-constexpr DirectFormat direct_formats[] = {
-    {AV_PIX_FMT_PAL8, 8},  {AV_PIX_FMT_RGB555LE, 16}, {AV_PIX_FMT_BGR24, 24},
-    {AV_PIX_FMT_BGR0, 32}, {AV_PIX_FMT_BGRA, 32},
-};
 constexpr std::optional<int> direct_bits(int format) {
-    for (const DirectFormat& each : direct_formats)
-        if (each.format == format)
-            return each.bits;
-    return std::nullopt;
+    switch (format) {
+    case AV_PIX_FMT_PAL8:
+        return 8;
+    case AV_PIX_FMT_RGB555LE:
+        return 16;
+    case AV_PIX_FMT_BGR24:
+        return 24;
+    case AV_PIX_FMT_BGR0:
+    case AV_PIX_FMT_BGRA:
+        return 32;
+    default:
+        return std::nullopt;
+    }
 }
 
 constexpr int row_bytes(int width, int bits) {

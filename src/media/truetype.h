@@ -1,11 +1,17 @@
 // TrueType text in bitmaps of the graphics library. Texts are bytes in Windows Latin-1.
 #pragma once
 
+#include "media/truetype_draw.h"
+
 #include <allegro.h>
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+
+struct FT_FaceRec_; // FreeType's font
 
 namespace vcc::platform {
 
@@ -18,26 +24,54 @@ void exit_truetype();
 /// A font file at one size. Caches its glyphs, so that a text costs about as much as one sprite per character.
 class TrueTypeFont {
 public:
-    virtual ~TrueTypeFont() = default;
+    /// Takes over a scalable font.
+    explicit TrueTypeFont(FT_FaceRec_* face) : face_(face) { set_size(12); }
 
     /// Height of the face from ascender to descender in pixels, 1 to 200 (clamped).
-    virtual void set_size(int height_px) = 0;
+    void set_size(int height_px);
 
     /// Pixels added after every character; -20 to 100 (clamped).
-    virtual void set_extra_spacing(int spacing_px) = 0;
+    void set_extra_spacing(int spacing_px);
 
     /// Advance of every character in pixels; 0 restores the face's own advances.
-    virtual void set_fixed_advance(int advance_px) = 0;
+    void set_fixed_advance(int advance_px);
 
     /// Width of a text in pixels, advances and extra spacing included.
-    virtual int text_length(std::string_view text) const = 0;
+    int text_length(std::string_view text) const;
 
     /// Draws with hard edges on what the target holds. (x, y) is the top left corner of the first character's cell,
     /// `colour` a pixel value of the target's depth.
-    virtual void text_out(BITMAP* target, std::string_view text, int x, int y, int colour) = 0;
+    void text_out(BITMAP* target, std::string_view text, int x, int y, int colour);
 
     /// The same with smoothed edges, blended into what the target holds (15, 16, 24 and 32 bits).
-    virtual void text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour) = 0;
+    void text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour);
+
+private:
+    /// The glyphs drawn in one way, with FreeType's flags for it.
+    struct Cache {
+        int flags;
+        std::array<std::optional<GlyphPicture>, 256> glyphs{};
+    };
+    struct Closer {
+        void operator()(FT_FaceRec_* face) const noexcept;
+    };
+
+    GlyphPicture render(int flags, unsigned char character) const;
+    unsigned index_of(unsigned char character) const;
+    int face_advance(unsigned char character) const;
+    int descent() const;
+    int advance(unsigned char character) const;
+    void draw(BITMAP* target, std::string_view text, int x, int y, int colour, Cache& cache) const;
+
+    static const int hard_edges, smooth_edges;
+
+    std::unique_ptr<FT_FaceRec_, Closer> face_;
+    int height_ = 0;   ///< of the cell, pixels
+    int baseline_ = 0; ///< rows from the top of the cell
+    int spacing_ = 0;
+    int fixed_advance_ = 0;
+    std::array<int, 256> advances_{};
+    Cache hard_{hard_edges}, smooth_{smooth_edges};
 };
 
 /// Loads a font file; null if it is missing or no font. Needs init_truetype() first.

@@ -9,6 +9,26 @@
 namespace vcc::platform {
 namespace {
 
+/// Mixes `ink` into `paper` by coverage / 255 in each field of the masks, whatever the order of the colours.
+template <std::uint32_t... field_masks>
+constexpr std::uint32_t mix_fields(std::uint32_t paper, std::uint32_t ink, std::uint32_t coverage) {
+    const auto mix = [&](std::uint64_t mask) {
+        const std::uint64_t unit = mask & (~mask + 1); // the lowest bit of the field
+        const std::uint64_t from = (paper & mask) / unit, to = (ink & mask) / unit;
+        return static_cast<std::uint32_t>((from * (255 - coverage) + to * coverage + 127) / 255 * unit);
+    };
+    return (mix(field_masks) | ...);
+}
+constexpr std::uint32_t mix_32(std::uint32_t paper, std::uint32_t ink, std::uint32_t coverage) {
+    return mix_fields<0xFF, 0xFF00, 0xFF0000>(paper, ink, coverage);
+}
+constexpr std::uint32_t mix_16(std::uint32_t paper, std::uint32_t ink, std::uint32_t coverage) {
+    return mix_fields<0x1F, 0x7E0, 0xF800>(paper, ink, coverage);
+}
+constexpr std::uint32_t mix_15(std::uint32_t paper, std::uint32_t ink, std::uint32_t coverage) {
+    return mix_fields<0x1F, 0x3E0, 0x7C00>(paper, ink, coverage);
+}
+
 Area drawable(const BITMAP* target) {
     if (!target->clip)
         return {0, 0, target->w, target->h};

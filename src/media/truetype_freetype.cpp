@@ -1,4 +1,3 @@
-// TrueType text by FreeType.
 #include "media/truetype.h"
 
 #include "media/truetype_draw.h"
@@ -13,8 +12,6 @@
 #include <initializer_list>
 #include <limits>
 #include <numeric>
-#include <optional>
-#include <type_traits>
 
 namespace vcc::platform {
 namespace {
@@ -34,16 +31,6 @@ constexpr FT_ULong unicode_of(unsigned char character) {
 constexpr bool is_control(FT_ULong code) {
     return code < 0x20 || (code >= 0x7F && code < 0xA0);
 }
-
-struct FaceCloser {
-    void operator()(FT_Face face) const noexcept { FT_Done_Face(face); }
-};
-using FacePtr = std::unique_ptr<std::remove_pointer_t<FT_Face>, FaceCloser>;
-
-// Hard edges need outlines hinted in both directions. Smoothed ones are hinted vertically only, which keeps the shapes
-// and sharp horizontal strokes.
-constexpr FT_Int32 hard_load = FT_LOAD_TARGET_MONO | FT_LOAD_RENDER;
-constexpr FT_Int32 smooth_load = FT_LOAD_TARGET_LIGHT | FT_LOAD_RENDER;
 
 std::uint8_t coverage_at(const FT_Bitmap& bitmap, int x, int y) {
     const unsigned char* row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
@@ -67,42 +54,28 @@ void drop_faintest_row(GlyphPicture& picture) {
     --picture.height;
 }
 
-class FreeTypeFont final : public TrueTypeFont {
-public:
-    explicit FreeTypeFont(FacePtr face) : face_(std::move(face)) { set_size(12); }
+constexpr std::array<unsigned char, 6> descenders{'g', 'j', 'p', 'Q', '(', '|'};
 
-    void set_size(int height_px) override;
-    void set_extra_spacing(int spacing_px) override { spacing_ = std::clamp(spacing_px, -20, 100); }
-    void set_fixed_advance(int advance_px) override { fixed_advance_ = std::clamp(advance_px, 0, 400); }
-    int text_length(std::string_view text) const override;
-    void text_out(BITMAP* target, std::string_view text, int x, int y, int colour) override {
-        draw(target, text, x, y, colour, hard_load, hard_);
-    }
-    void text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour) override {
-        draw(target, text, x, y, colour, smooth_load, smooth_);
-    }
+} // namespace
 
-private:
-    using Cache = std::array<std::optional<GlyphPicture>, 256>;
+// Hard edges need outlines hinted in both directions. Smoothed ones are hinted vertically only, which keeps the shapes
+// and sharp horizontal strokes.
+const int TrueTypeFont::hard_edges = FT_LOAD_TARGET_MONO | FT_LOAD_RENDER;
+const int TrueTypeFont::smooth_edges = FT_LOAD_TARGET_LIGHT | FT_LOAD_RENDER;
 
-    const GlyphPicture& glyph(Cache& cache, FT_Int32 load, unsigned char character) const;
-    GlyphPicture render(FT_Int32 load, unsigned char character) const;
-    FT_UInt index_of(unsigned char character) const;
-    int face_advance(unsigned char character) const;
-    int descent() const;
-    int advance(unsigned char character) const;
-    void draw(BITMAP* target, std::string_view text, int x, int y, int colour, FT_Int32 load, Cache& cache) const;
+void TrueTypeFont::Closer::operator()(FT_FaceRec_* face) const noexcept {
+    FT_Done_Face(face);
+}
 
-    FacePtr face_;
-    int height_ = 0;   // of the cell, pixels
-    int baseline_ = 0; // rows from the top of the cell
-    int spacing_ = 0;
-    int fixed_advance_ = 0;
-    std::array<int, 256> advances_{};
-    Cache hard_, smooth_;
-};
+void TrueTypeFont::set_extra_spacing(int spacing_px) {
+    spacing_ = std::clamp(spacing_px, -20, 100);
+}
 
-void FreeTypeFont::set_size(int height_px) {
+void TrueTypeFont::set_fixed_advance(int advance_px) {
+    fixed_advance_ = std::clamp(advance_px, 0, 400);
+}
+
+void TrueTypeFont::set_size(int height_px) {
     height_px = std::clamp(height_px, 1, 200);
     if (height_px == height_)
         return;
@@ -114,44 +87,42 @@ void FreeTypeFont::set_size(int height_px) {
     const long ppem = face_->size->metrics.y_ppem;
     const auto ascent = static_cast<int>((2L * face_->ascender * ppem + units) / (2 * units));
     baseline_ = std::min(ascent, std::max(height_ - descent(), 0));
-    hard_ = {};
-    smooth_ = {};
+    hard_.glyphs.fill({});
+    smooth_.glyphs.fill({});
     for (int code = 0; code < 256; ++code)
         advances_[static_cast<std::size_t>(code)] = face_advance(static_cast<unsigned char>(code));
 }
 
-FT_UInt FreeTypeFont::index_of(unsigned char character) const {
+unsigned TrueTypeFont::index_of(unsigned char character) const {
     const FT_ULong code = unicode_of(character);
     return FT_Get_Char_Index(face_.get(), is_control(code) ? FT_ULong{' '} : code);
 }
 
 // The designed advance, rounded, for both ways of drawing, so that a text is equally long in both.
-int FreeTypeFont::face_advance(unsigned char character) const {
+int TrueTypeFont::face_advance(unsigned char character) const {
     FT_Fixed advance_16_16 = 0;
     if (FT_Get_Advance(face_.get(), index_of(character), FT_LOAD_NO_HINTING, &advance_16_16) != 0)
         return 0;
     return static_cast<int>((advance_16_16 + 0x8000) >> 16);
 }
 
-constexpr std::array<unsigned char, 6> descenders{'g', 'j', 'p', 'Q', '(', '|'};
-
 // Rows that common descenders take below the baseline.
-int FreeTypeFont::descent() const {
+int TrueTypeFont::descent() const {
     int rows = 0;
-    for (const FT_Int32 load : {hard_load, smooth_load})
+    for (const int flags : {hard_edges, smooth_edges})
         for (const unsigned char character : descenders)
-            if (FT_Load_Glyph(face_.get(), index_of(character), load) == 0)
+            if (FT_Load_Glyph(face_.get(), index_of(character), flags) == 0)
                 rows = std::max(rows, static_cast<int>(face_->glyph->bitmap.rows) - face_->glyph->bitmap_top);
     return rows;
 }
 
-int FreeTypeFont::advance(unsigned char character) const {
+int TrueTypeFont::advance(unsigned char character) const {
     return (fixed_advance_ > 0 ? fixed_advance_ : advances_[character]) + spacing_;
 }
 
-GlyphPicture FreeTypeFont::render(FT_Int32 load, unsigned char character) const {
+GlyphPicture TrueTypeFont::render(int flags, unsigned char character) const {
     GlyphPicture picture;
-    if (FT_Load_Glyph(face_.get(), index_of(character), load) != 0)
+    if (FT_Load_Glyph(face_.get(), index_of(character), flags) != 0)
         return picture;
     const FT_GlyphSlot slot = face_->glyph;
     const FT_Bitmap& bitmap = slot->bitmap;
@@ -177,33 +148,34 @@ GlyphPicture FreeTypeFont::render(FT_Int32 load, unsigned char character) const 
     return picture;
 }
 
-const GlyphPicture& FreeTypeFont::glyph(Cache& cache, FT_Int32 load, unsigned char character) const {
-    std::optional<GlyphPicture>& entry = cache[character];
-    if (!entry)
-        entry = render(load, character);
-    return *entry;
-}
-
-int FreeTypeFont::text_length(std::string_view text) const {
+int TrueTypeFont::text_length(std::string_view text) const {
     int length = 0;
     for (const char character : text)
         length += advance(static_cast<unsigned char>(character));
     return std::max(length, 0);
 }
 
-void FreeTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, FT_Int32 load,
-                        Cache& cache) const {
+void TrueTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, Cache& cache) const {
     if (!target)
         return;
     for (const char character : text) {
         const auto code = static_cast<unsigned char>(character);
         const int in_cell = fixed_advance_ > 0 ? std::max(0, (fixed_advance_ - advances_[code]) / 2) : 0;
-        draw_glyph(target, glyph(cache, load, code), x + in_cell, y, colour);
+        std::optional<GlyphPicture>& glyph = cache.glyphs[code];
+        if (!glyph)
+            glyph = render(cache.flags, code);
+        draw_glyph(target, *glyph, x + in_cell, y, colour);
         x += advance(code);
     }
 }
 
-} // namespace
+void TrueTypeFont::text_out(BITMAP* target, std::string_view text, int x, int y, int colour) {
+    draw(target, text, x, y, colour, hard_);
+}
+
+void TrueTypeFont::text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour) {
+    draw(target, text, x, y, colour, smooth_);
+}
 
 bool init_truetype() {
     return renderer != nullptr || FT_Init_FreeType(&renderer) == 0;
@@ -219,10 +191,10 @@ std::unique_ptr<TrueTypeFont> load_truetype_font(const std::string& path) {
     FT_Face opened = nullptr;
     if (!renderer || !file_exists(path) || FT_New_Face(renderer, path.c_str(), 0, &opened) != 0)
         return nullptr;
-    FacePtr face(opened);
-    if (!FT_IS_SCALABLE(face.get()) || FT_Select_Charmap(face.get(), FT_ENCODING_UNICODE) != 0)
-        return nullptr;
-    return std::make_unique<FreeTypeFont>(std::move(face));
+    if (FT_IS_SCALABLE(opened) && FT_Select_Charmap(opened, FT_ENCODING_UNICODE) == 0)
+        return std::make_unique<TrueTypeFont>(opened);
+    FT_Done_Face(opened);
+    return nullptr;
 }
 
 } // namespace vcc::platform
