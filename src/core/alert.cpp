@@ -27,7 +27,7 @@ void show_alert(std::string_view line1, std::string_view line2, std::string_view
     const std::string lines[3] = {without_line_end(line1), without_line_end(line2), without_line_end(line3)};
     const auto shown = [](const std::string& line) { return line.empty() ? nullptr : line.c_str(); };
     alert(shown(lines[0]), shown(lines[1]), shown(lines[2]), "OK", nullptr, confirm_key, 0);
-    forget_mouse_buttons(); // the box has had its own
+    forget_mouse_buttons(); // those were for the box
 }
 
 void show_message_box(std::string_view text) {

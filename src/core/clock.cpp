@@ -15,17 +15,6 @@ IdleTask idle_task{};
 
 constexpr int tick_ms = 5;
 
-void wait(int duration_ms) {
-    if (idle_task.wanted == nullptr || !idle_task.wanted()) {
-        rest(static_cast<unsigned>(duration_ms));
-        return;
-    }
-    // Elapsed time, not a target time, because the counter may wrap.
-    const std::uint32_t start = ms_counter;
-    while (ms_counter - start < static_cast<std::uint32_t>(duration_ms))
-        run_idle_task();
-}
-
 } // namespace
 
 void on_tick() {
@@ -49,7 +38,13 @@ void run_idle_task() {
 void wait_ms(int duration_ms) {
     if (duration_ms <= 0)
         return;
-    wait(duration_ms);
+    if (idle_task.wanted != nullptr && idle_task.wanted()) {
+        // Elapsed time, not a target time, because the counter may wrap.
+        for (const std::uint32_t start = ms_counter; ms_counter - start < static_cast<std::uint32_t>(duration_ms);)
+            run_idle_task();
+    } else {
+        rest(static_cast<unsigned>(duration_ms));
+    }
     forget_mouse_buttons();
 }
 

@@ -9,8 +9,7 @@ class AtEnd {
 public:
     explicit AtEnd(Task task) : task_(task) {}
     ~AtEnd() { task_(); }
-    AtEnd(const AtEnd&) = delete;
-    AtEnd& operator=(const AtEnd&) = delete;
+    AtEnd& operator=(AtEnd&&) = delete;
 
 private:
     Task task_;
@@ -22,8 +21,7 @@ class SwitchSet {
 public:
     SwitchSet(Value& which, Value value) : which_(which), before_(which) { which_ = value; }
     ~SwitchSet() { which_ = before_; }
-    SwitchSet(const SwitchSet&) = delete;
-    SwitchSet& operator=(const SwitchSet&) = delete;
+    SwitchSet& operator=(SwitchSet&&) = delete;
 
 private:
     Value& which_;

@@ -1,6 +1,8 @@
 #include "core/text.h"
 
+#include <charconv>
 #include <limits>
+#include <system_error>
 
 namespace vcc {
 
@@ -36,18 +38,13 @@ std::string replace_extension(std::string_view name, std::string_view extension)
 }
 
 int to_number(std::string_view text) {
-    constexpr long long highest = std::numeric_limits<int>::max();
-    constexpr long long lowest = std::numeric_limits<int>::min();
-    std::size_t i = 0;
-    while (i < text.size() && (text[i] == ' ' || (text[i] >= '\t' && text[i] <= '\r')))
-        ++i;
-    const bool negative = i < text.size() && text[i] == '-';
-    if (i < text.size() && (text[i] == '-' || text[i] == '+'))
-        ++i;
-    long long value = 0;
-    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i)
-        value = std::min(value * 10 + (text[i] - '0'), highest + 1);
-    return static_cast<int>(std::clamp(negative ? -value : value, lowest, highest));
+    text.remove_prefix(std::min(text.find_first_not_of(white_space), text.size()));
+    if (text.starts_with('+') && !text.starts_with("+-"))
+        text.remove_prefix(1);
+    int value = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc::result_out_of_range)
+        return text.starts_with('-') ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+    return value;
 }
 
 } // namespace vcc

@@ -8,6 +8,8 @@
 
 namespace vcc {
 
+inline constexpr std::string_view white_space = " \t\n\v\f\r"; ///< as the C library's isspace()
+
 /// Pads the text with `fill` to `length` - 1 characters (the length counts a terminating zero); never shortens it.
 void pad_text(std::string& text, int length, char fill);
 

@@ -15,7 +15,7 @@ namespace vcc::platform {
 
 namespace {
 
-constexpr int wait_limit_ms = 1500;
+constexpr std::chrono::milliseconds wait_limit{1500};
 constexpr int report_descriptor = 3; ///< where the watcher writes the opener's exit status
 
 /// The result number for an exit status of the opener (xdg-open). Shells return 126 and 127 for a program that cannot
@@ -66,18 +66,16 @@ int result_of_exit_status(int status) {
 /// Waits for the watcher's report; a viewer still open at the limit counts as success.
 int await_report(int report) {
     using Clock = std::chrono::steady_clock;
-    const auto deadline = Clock::now() + std::chrono::milliseconds(wait_limit_ms);
-    for (;;) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        if (left <= 0)
-            return document_opened;
-        pollfd waiting{report, POLLIN, 0};
-        const int ready = ::poll(&waiting, 1, static_cast<int>(left)); // a signal (of the timer) may interrupt it
-        if (ready <= 0)
-            continue;
-        unsigned char status = 0;
-        return ::read(report, &status, 1) == 1 ? result_of_exit_status(status) : document_no_memory;
-    }
+    const auto left = [deadline = Clock::now() + wait_limit] {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+    };
+    pollfd waiting{report, POLLIN, 0};
+    for (auto ms = left(); ms > 0; ms = left())
+        if (::poll(&waiting, 1, static_cast<int>(ms)) > 0) { // a signal (of the timer) may interrupt it
+            unsigned char status = 0;
+            return ::read(report, &status, 1) == 1 ? result_of_exit_status(status) : document_no_memory;
+        }
+    return document_opened;
 }
 
 } // namespace

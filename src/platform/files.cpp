@@ -1,6 +1,6 @@
 #include "platform/files.h"
 
-#include "platform/letter_case.h"
+#include "platform/latin1.h"
 
 #include <algorithm>
 #include <filesystem>

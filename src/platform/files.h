@@ -45,8 +45,7 @@ class FolderVisit {
 public:
     explicit FolderVisit(const std::string& folder);
     ~FolderVisit();
-    FolderVisit(const FolderVisit&) = delete;
-    FolderVisit& operator=(const FolderVisit&) = delete;
+    FolderVisit& operator=(FolderVisit&&) = delete;
 
     bool entered() const { return entered_; }
 

@@ -1,6 +1,7 @@
-// Conversion between the desktop's UTF-8 and the program's texts.
+// The program's texts: conversion from and to the desktop's UTF-8, and comparison without regard to letter case.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -23,5 +24,15 @@ std::string latin1_from_utf8(std::string_view text);
 
 /// Latin-1 as UTF-8. Pure.
 std::string utf8_from_latin1(std::string_view text);
+
+/// Only A to Z have a lower case, in every locale.
+constexpr char lower_letter(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+constexpr bool same_but_for_case(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return lower_letter(x) == lower_letter(y); });
+}
 
 } // namespace vcc::platform

@@ -9,7 +9,6 @@
 #include "core/log.h"
 #include "platform/files.h"
 #include "platform/latin1.h"
-#include "platform/letter_case.h"
 #include "settings/config_text.h"
 
 #include <allegro.h>
@@ -23,7 +22,7 @@ namespace {
 
 constexpr const char* temporary_suffix = ".new";
 
-/// Takes over the names that one of the library's listing functions returns.
+/// Copies the names from one of the library's listing functions, and frees its own.
 std::vector<std::string> taken(const char** names, int count) {
     std::vector<std::string> copies(names, names + (names != nullptr ? std::max(count, 0) : 0));
     free_config_entries(&names);
@@ -50,7 +49,6 @@ std::string without_brackets(std::string_view section) {
     return std::string(section);
 }
 
-/// All values that the library holds in sections.
 ConfigValues held_values() {
     ConfigValues values;
     for (const std::string& section : sections())
@@ -91,7 +89,6 @@ std::vector<ConfigChange> as_utf8(std::vector<ConfigChange> changes) {
 /// differently is written.
 class SharedFile {
 public:
-    /// Reads the file on disk into the library.
     void take_over();
 
     /// Merges what changed in the library into the file, which other programs may have written meanwhile, and takes it

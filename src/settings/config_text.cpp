@@ -1,6 +1,7 @@
 #include "settings/config_text.h"
 
-#include "platform/letter_case.h"
+#include "core/text.h"
+#include "platform/latin1.h"
 
 #include <algorithm>
 
@@ -10,18 +11,14 @@ using platform::same_but_for_case;
 
 namespace {
 
-bool is_space(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
 std::string_view without_leading_space(std::string_view line) {
-    return line.substr(static_cast<std::size_t>(std::find_if_not(line.begin(), line.end(), is_space) - line.begin()));
+    return line.substr(std::min(line.find_first_not_of(white_space), line.size()));
 }
 
 bool is_blank_line(std::string_view line) {
     return without_leading_space(line).empty();
 }
 
-/// The section that a line opens, if any.
 std::optional<std::string_view> section_of(std::string_view line) {
     const std::string_view rest = without_leading_space(line);
     const std::size_t end = rest.find(']');
@@ -33,8 +30,7 @@ std::optional<std::string_view> section_of(std::string_view line) {
 /// The key of a line as the graphics library reads it: up to white space, "=" or "#". Empty for comments.
 std::string_view key_of(std::string_view line) {
     const std::string_view rest = without_leading_space(line);
-    const auto ends = [](char c) { return is_space(c) || c == '=' || c == '#'; };
-    return rest.substr(0, static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), ends) - rest.begin()));
+    return rest.substr(0, std::min(rest.find_first_of(white_space), rest.find_first_of("=#")));
 }
 
 using Lines = std::vector<std::string>;

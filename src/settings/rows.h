@@ -68,19 +68,14 @@ enum class Outside {
 };
 
 /// What the settings store does with a key; a key without any use is read or written on its own.
-enum class KeyUse : unsigned {
-    load = 1,   ///< read into its place by load_settings()
-    save = 2,   ///< written from its place by save_settings()
-    reset = 4,  ///< read by reset_settings() from the key with "_default" appended
-    ensure = 8, ///< created with its default by save_settings() when it is missing
+struct KeyUse {
+    enum : unsigned {
+        load = 1,  ///< read into its place by load_settings()
+        save = 2,  ///< written from its place by save_settings()
+        reset = 4, ///< read by reset_settings() from the key with "_default" appended
+        ensure = 8 ///< created with its default by save_settings() when it is missing
+    };
 };
-
-constexpr unsigned operator|(KeyUse a, KeyUse b) {
-    return static_cast<unsigned>(a) | static_cast<unsigned>(b);
-}
-constexpr unsigned operator|(unsigned a, KeyUse b) {
-    return a | static_cast<unsigned>(b);
-}
 
 /// A zero-terminated character array of the settings.
 struct TextPlace {
@@ -113,7 +108,7 @@ struct SettingRow {
     }
     constexpr int copies() const { return static_cast<int>(std::max({numbers.size(), texts.size(), std::size_t{1}})); }
 
-    constexpr bool has(KeyUse use) const { return (uses & static_cast<unsigned>(use)) != 0; }
+    constexpr bool has(unsigned use) const { return (uses & use) != 0; }
 };
 
 namespace rows {
@@ -121,12 +116,8 @@ namespace rows {
 inline constexpr std::string_view general = "VELDOR_GENERAL", sound = "VELDOR_SOUND", graphics = "VELDOR_GRAPHICS",
                                   battle = "VELDOR_BATTLE", fonts = font_section, library = "system";
 
-inline constexpr unsigned on_its_own = 0;
-inline constexpr unsigned kept = KeyUse::load | KeyUse::save;
-inline constexpr unsigned offered = kept | KeyUse::reset;
-inline constexpr unsigned loaded = static_cast<unsigned>(KeyUse::load);
-inline constexpr unsigned saved = static_cast<unsigned>(KeyUse::save);
-inline constexpr unsigned ensured = static_cast<unsigned>(KeyUse::ensure);
+inline constexpr unsigned on_its_own = 0, loaded = KeyUse::load, saved = KeyUse::save, ensured = KeyUse::ensure,
+                          kept = loaded | saved, offered = kept | KeyUse::reset;
 
 inline constexpr int any_min = std::numeric_limits<int>::min(), any_max = std::numeric_limits<int>::max();
 

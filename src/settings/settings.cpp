@@ -37,13 +37,13 @@ void write_row(const SettingRow& row) {
 }
 
 template <typename Action>
-void for_rows(KeyUse use, Action action) {
+void for_rows(unsigned use, Action action) {
     for (const SettingRow& row : setting_rows())
         if (row.has(use))
             action(row);
 }
 
-/// The two flags can only switch sound and music off; only a new sound set-up switches them on.
+/// These flags only switch off; it takes a new sound set-up to switch on.
 void obey_sound_flags() {
     if (!read_flag("sound_at_all"))
         disable_sound();

@@ -8,7 +8,7 @@ namespace vcc {
 
 namespace {
 
-/// Section and key of a row for the library, with a "#" replaced by the number of the copy.
+/// For the library: a "#" in the key becomes the number of the copy.
 struct KeyName {
     explicit KeyName(const SettingRow& row, std::string_view suffix = {}, int copy = 0)
         : section(row.section), key(std::string(row.key).append(suffix)) {

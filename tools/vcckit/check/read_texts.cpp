@@ -8,7 +8,6 @@
 #include "core/lines.h"
 #include "core/text.h"
 #include "platform/latin1.h"
-#include "platform/letter_case.h"
 #include "screen/colours.h"
 #include "screen/text_window_file.h"
 #include "text/fonts.h"

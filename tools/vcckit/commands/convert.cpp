@@ -5,7 +5,7 @@
 #include "vcckit/files/new_file.h"
 
 #include "platform/files.h"
-#include "platform/letter_case.h"
+#include "platform/latin1.h"
 
 #include <cstdio>
 #include <filesystem>

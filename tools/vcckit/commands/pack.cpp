@@ -11,7 +11,7 @@
 
 #include "core/files.h"
 #include "platform/files.h"
-#include "platform/letter_case.h"
+#include "platform/latin1.h"
 
 #include <algorithm>
 #include <cstdio>

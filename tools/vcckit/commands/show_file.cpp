@@ -10,7 +10,6 @@
 #include "display/picture.h"
 #include "media/avi_header.h"
 #include "platform/latin1.h"
-#include "platform/letter_case.h"
 #include "sound/wav_header.h"
 #include "vcckit/media/themes.h"
 

@@ -1,7 +1,7 @@
 #include "vcckit/record/setting_rows.h"
 
 #include "core/text.h"
-#include "platform/letter_case.h"
+#include "platform/latin1.h"
 
 #include <algorithm>
 #include <limits>
