@@ -38,7 +38,7 @@ int main(int argc, char* argv[]) {
     using namespace vcc::platform;
     using Milliseconds = std::chrono::duration<double, std::milli>;
     const int scale = argc > 1 ? std::atoi(argv[1]) : 0;
-    if (allegro_init() != 0 || (scale != 0 && !show_scaled(scale == 1 ? Fit::aspect : Fit::whole_steps, {}).empty()))
+    if (allegro_init() != 0 || (scale != 0 && !show_scaled(static_cast<Fit>(scale), {}).empty()))
         return 1;
     set_color_depth(32);
     if (set_gfx_mode(scale == 0 ? GFX_AUTODETECT_WINDOWED : GFX_AUTODETECT_FULLSCREEN, width, height, 0, 0) != 0)

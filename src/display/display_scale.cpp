@@ -2,7 +2,6 @@
 
 #include "core/log.h"
 #include "settings/values.h"
-#include "x11/library_display.h"
 #include "x11/scaled_display.h"
 
 #include <algorithm>
@@ -10,12 +9,6 @@
 namespace vcc {
 
 namespace {
-
-struct ScaleRow {
-    int value;
-    platform::Fit fit;
-};
-constexpr ScaleRow scale_rows[] = {{1, platform::Fit::aspect}, {2, platform::Fit::whole_steps}};
 
 bool started = false;
 
@@ -31,14 +24,9 @@ void start_display_scaling() {
     if (started)
         return;
     started = true;
-    const auto* const row = std::ranges::find(scale_rows, read_number("display_scale"), &ScaleRow::value);
-    if (row != std::end(scale_rows)) {
-        const std::string obstacle = platform::show_scaled(row->fit, remembered_window());
-        if (obstacle.empty())
-            return;
+    const auto fit = static_cast<platform::Fit>(read_number("display_scale"));
+    if (const std::string obstacle = platform::show_scaled(fit, remembered_window()); !obstacle.empty())
         write_log("The picture keeps its size: " + obstacle);
-    }
-    platform::tend_library_windows();
 }
 
 void remember_window() {

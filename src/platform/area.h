@@ -21,6 +21,12 @@ struct Area {
     constexpr bool operator==(const Area&) const = default;
 };
 
+/// An area of a size in the middle of another one.
+constexpr Area centred(Size size, const Area& outer) {
+    const int x = outer.x1 + (outer.size().width - size.width) / 2;
+    const int y = outer.y1 + (outer.size().height - size.height) / 2;
+    return {x, y, x + size.width, y + size.height};
+}
 constexpr Area shared(const Area& a, const Area& b) {
     return {std::max(a.x1, b.x1), std::max(a.y1, b.y1), std::min(a.x2, b.x2), std::min(a.y2, b.y2)};
 }

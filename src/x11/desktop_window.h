@@ -56,8 +56,7 @@ class WindowStandIn {
 public:
     WindowStandIn();
     ~WindowStandIn();
-    WindowStandIn(const WindowStandIn&) = delete;
-    WindowStandIn& operator=(const WindowStandIn&) = delete;
+    WindowStandIn& operator=(WindowStandIn&&) = delete;
 
 private:
     Window managed_, picture_, hidden_;

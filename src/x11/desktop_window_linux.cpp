@@ -1,11 +1,13 @@
 #include "x11/desktop_window.h"
 
-#include "x11/desktop.h"
+#include "platform/shared_library.h"
 
 #include <X11/Xatom.h>
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdlib>
+#include <span>
 #include <thread>
 #include <vector>
 
@@ -18,13 +20,101 @@ constexpr int longest_wait_ms = 500;
 constexpr const char* full_screen_state = "_NET_WM_STATE_FULLSCREEN";
 constexpr std::array maximised_states{"_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ"};
 
-Atom atom(const char* name) {
-    return XInternAtom(_xwin.display, name, False);
+/// A window's numbers or atoms of that name; empty if there are none.
+std::vector<unsigned long> window_property(Window window, const char* name, Atom wanted_type) {
+    constexpr long longest = 4096;
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0, left = 0;
+    unsigned char* data = nullptr;
+    std::vector<unsigned long> values;
+    if (XGetWindowProperty(_xwin.display, window, atom(name), 0, longest, False, wanted_type, &type, &format, &count,
+                           &left, &data) == Success &&
+        data) {
+        if (type == wanted_type && format == 32)
+            values.assign(reinterpret_cast<unsigned long*>(data), reinterpret_cast<unsigned long*>(data) + count);
+        XFree(data);
+    }
+    return values;
 }
 
-void move_and_resize(const Area& area) {
-    XMoveResizeWindow(_xwin.display, _xwin.wm_window, area.x1, area.y1, static_cast<unsigned>(area.x2 - area.x1),
-                      static_cast<unsigned>(area.y2 - area.y1));
+std::vector<unsigned long> root_property(const char* name, Atom wanted_type) {
+    return window_property(XDefaultRootWindow(_xwin.display), name, wanted_type);
+}
+
+/// As libXinerama declares it.
+struct Monitor {
+    int number;
+    short x, y, width, height;
+};
+
+/// The monitors, from a library loaded only for this: linked, it would slow down every start. It is never closed,
+/// because the connection to the display keeps functions of it.
+std::span<Monitor> monitors() {
+    static const SharedLibrary& library = *new SharedLibrary(load_system_library("Xinerama", 1));
+    const auto query = reinterpret_cast<Monitor* (*)(Display*, int*)>(library.symbol("XineramaQueryScreens"));
+    int count = 0;
+    Monitor* const first = query ? query(_xwin.display, &count) : nullptr;
+    return {first, first ? static_cast<std::size_t>(std::max(count, 0)) : 0};
+}
+
+Area monitor_with_pointer(const Area& desktop) {
+    Window window = None;
+    int x = 0, y = 0, ignored = 0;
+    unsigned state = 0;
+    XQueryPointer(_xwin.display, XDefaultRootWindow(_xwin.display), &window, &window, &x, &y, &ignored, &ignored,
+                  &state);
+    Area found = desktop;
+    const std::span<Monitor> all = monitors();
+    for (const Monitor& monitor : all) {
+        const Area area{monitor.x, monitor.y, monitor.x + monitor.width, monitor.y + monitor.height};
+        if (area.x1 <= x && x < area.x2 && area.y1 <= y && y < area.y2)
+            found = area;
+    }
+    if (!all.empty())
+        XFree(all.data());
+    return found;
+}
+
+/// The desktop without its bars on the current workspace.
+Area work_area(const Area& desktop) {
+    const std::vector<unsigned long> areas = root_property("_NET_WORKAREA", XA_CARDINAL);
+    const std::vector<unsigned long> current = root_property("_NET_CURRENT_DESKTOP", XA_CARDINAL);
+    const std::size_t at = 4 * (current.empty() ? 0 : current.front());
+    if (areas.size() < 4 || at > areas.size() - 4)
+        return desktop;
+    const auto number = [&](std::size_t i) { return static_cast<int>(areas[at + i]); };
+    return {number(0), number(1), number(0) + number(2), number(1) + number(3)};
+}
+
+/// The desktop with all of its monitors.
+Area whole_desktop() {
+    XWindowAttributes root;
+    XGetWindowAttributes(_xwin.display, XDefaultRootWindow(_xwin.display), &root);
+    return {0, 0, root.width, root.height};
+}
+
+/// Room for a new window: the monitor under the pointer without the desktop's bars.
+Area room_for_window() {
+    const Area desktop = whole_desktop();
+    const Area monitor = monitor_with_pointer(desktop);
+    const Area free = shared(monitor, work_area(desktop));
+    return free.empty() ? monitor : free; // a window manager may report anything
+}
+
+/// How much larger than usual the player wants things to be: 1 if he has not said so.
+double desktop_scale() {
+    constexpr double usual_dots_per_inch = 96;
+    const char* const dots_per_inch = XGetDefault(_xwin.display, "Xft", "dpi");
+    return dots_per_inch ? std::atof(dots_per_inch) / usual_dots_per_inch : 1;
+}
+
+/// Whether a window manager is running that can show a window full screen.
+bool manager_shows_full_screen() {
+    XWindowAttributes root;
+    XGetWindowAttributes(_xwin.display, XDefaultRootWindow(_xwin.display), &root);
+    const bool running = root.all_event_masks & SubstructureRedirectMask; // one that was killed leaves its properties
+    return running && std::ranges::count(root_property("_NET_SUPPORTED", XA_ATOM), atom(full_screen_state)) != 0;
 }
 
 /// For a hidden window: sets the states in which it will appear.
@@ -34,8 +124,7 @@ void name_states(bool full_screen, bool maximised) {
         states.push_back(atom(full_screen_state));
     if (maximised)
         states.insert(states.end(), {atom(maximised_states[0]), atom(maximised_states[1])});
-    XChangeProperty(_xwin.display, _xwin.wm_window, atom("_NET_WM_STATE"), XA_ATOM, 32, PropModeReplace,
-                    reinterpret_cast<const unsigned char*>(states.data()), static_cast<int>(states.size()));
+    set_property("_NET_WM_STATE", XA_ATOM, states);
 }
 
 /// For a visible window: asks the window manager to change one or two of its states.
@@ -99,7 +188,7 @@ void DesktopWindow::set_first_size(Size picture) {
         wanted = {room.x2, room.y2, room.x2 + size.width, room.y2 + size.height}; // not yet placed
     }
     first_.area = windowed_ = fitted_place(wanted, room, first_.area.empty() ? room : whole_desktop());
-    move_and_resize(windowed_);
+    move_and_resize(_xwin.wm_window, windowed_);
     XWindowAttributes attributes;
     XGetWindowAttributes(_xwin.display, _xwin.wm_window, &attributes);
     XSelectInput(_xwin.display, _xwin.wm_window, attributes.your_event_mask | PropertyChangeMask);
@@ -130,7 +219,7 @@ void DesktopWindow::set_full_screen(bool wanted) {
         XSelectInput(_xwin.display, XDefaultRootWindow(_xwin.display), StructureNotifyMask);
         cover_desktop();
     } else {
-        move_and_resize(windowed_);
+        move_and_resize(_xwin.wm_window, windowed_);
     }
 }
 
@@ -147,7 +236,7 @@ void DesktopWindow::ask_for_full_screen(bool wanted) {
 }
 
 void DesktopWindow::cover_desktop() const {
-    move_and_resize(whole_desktop());
+    move_and_resize(_xwin.wm_window, whole_desktop());
     XRaiseWindow(_xwin.display, _xwin.wm_window);
 }
 
@@ -207,7 +296,8 @@ void DesktopWindow::property_changed(const XPropertyEvent& event) {
     if (managed_)
         full_ = full;
     if (started_full_ && !full_ && !was_maximised_)
-        move_and_resize(first_.area); // not every window manager has a place for a window that it never saw
+        move_and_resize(_xwin.wm_window,
+                        first_.area); // not every window manager has a place for a window that it never saw
     started_full_ = started_full_ && full_;
 }
 

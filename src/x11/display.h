@@ -42,8 +42,7 @@ class ComposeList {
 public:
     explicit ComposeList(const std::string& path);
     ~ComposeList();
-    ComposeList(const ComposeList&) = delete;
-    ComposeList& operator=(const ComposeList&) = delete;
+    ComposeList& operator=(ComposeList&&) = delete;
 
 private:
     bool ours_ = false;

@@ -2,7 +2,6 @@
 
 #include "platform/files.h"
 #include "x11/scaled_display.h"
-#include "x11/window_identity.h"
 
 #include <allegro.h>
 #include <xalleg.h>
@@ -23,6 +22,8 @@ namespace vcc::platform {
 namespace {
 
 constexpr const char* compose_variable = "XCOMPOSEFILE"; ///< not for programs that we start
+constexpr unsigned long late_wake_ns = 4'000'000;        ///< with the thread's own millisecond half of its 10 ms
+const int wake_descriptor = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
 
 bool player_has_a_compose_list() {
     const char* const home = std::getenv("HOME");
@@ -58,16 +59,6 @@ void end_with_display(void (*note)()) {
     XSetIOErrorHandler(leave_now);
 }
 
-void prepare_window() {
-    identify_window(); // the X11 drivers draw the pointer into the picture by default
-}
-
-namespace {
-
-constexpr unsigned long late_wake_ns = 4'000'000; ///< with the thread's own millisecond half of its 10 ms
-
-} // namespace
-
 int start_library() {
     ::prctl(PR_SET_TIMERSLACK, late_wake_ns); // inherited by the library's thread
     const int result = allegro_init();
@@ -81,12 +72,6 @@ void take_display_events() {
             _xwin_handle_input();
     });
 }
-
-namespace {
-
-const int wake_descriptor = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
-
-} // namespace
 
 void wait_for_input(int longest_ms) {
     bool waiting = false;

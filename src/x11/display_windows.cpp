@@ -1,5 +1,7 @@
 #include "x11/display.h"
 
+#include "x11/scaled_display.h"
+
 #include <allegro.h>
 #include <allegro/internal/aintern.h>
 #include <winalleg.h>
@@ -7,6 +9,8 @@
 namespace vcc::platform {
 
 namespace {
+
+const HANDLE wake_event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
 
 int refuse_sprite(BITMAP*, int, int) {
     return -1;
@@ -41,12 +45,6 @@ int start_library() {
 
 void take_display_events() {} // the library is woken by each event
 
-namespace {
-
-const HANDLE wake_event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-
-} // namespace
-
 void wait_for_input(int longest_ms) {
     WaitForSingleObject(wake_event, static_cast<DWORD>(longest_ms));
 }
@@ -64,6 +62,20 @@ void flush_display() {
 // The system puts accents together by itself.
 ComposeList::ComposeList(const std::string&) {}
 ComposeList::~ComposeList() = default;
+
+std::string show_scaled(Fit fit, const WindowPlace&) {
+    return fit == Fit::none ? "" : "on Windows there is no other";
+}
+std::string scaled_display_trouble() {
+    return {};
+}
+void show_scaled_drawing() {}
+std::optional<WindowPlace> window_place() {
+    return {};
+}
+std::optional<bool> shown_in_full_screen() {
+    return {};
+}
 
 const int full_screen_list_driver = GFX_DIRECTX_ACCEL;
 const bool full_screen_is_centred = false;

@@ -1,11 +1,13 @@
 #include "x11/library_display.h"
 
 #include "x11/reminder.h"
-#include "x11/window_identity.h"
 #include "x11/x_library.h"
 
 #include <algorithm>
 #include <array>
+
+#include <sys/ipc.h>
+#include <sys/shm.h>
 
 namespace vcc::platform {
 
@@ -67,15 +69,48 @@ void read_events() {
     XFlush(_xwin.display);
 }
 
+bool refused; ///< for the open screen
+
+template <int id>
+BITMAP* open_guarded(int w, int h, int vw, int vh, int depth) {
+    const DisplayLock lock;
+    const RequestTrap trap;
+    BITMAP* const bitmap = library_driver(id)->init(w, h, vw, vh, depth);
+    refused = bitmap && trap.refused();
+    if (refused)
+        _xwin.use_shm = 0; // the image stays in place, but is sent
+    return bitmap;
+}
+
+template <int id>
+void close_guarded(BITMAP* bitmap) {
+    const DisplayLock lock;
+    library_driver(id)->exit(bitmap);
+    if (!refused)
+        return;
+    ::shmdt(_xwin.shminfo.shmaddr);
+    ::shmctl(_xwin.shminfo.shmid, IPC_RMID, nullptr);
+}
+
+template <int id>
+void guard() {
+    static GFX_DRIVER ours = *library_driver(id);
+    ours.init = open_guarded<id>;
+    ours.exit = close_guarded<id>;
+    register_driver(ours);
+}
+
 } // namespace
 
 void tend_library_windows() {
-    if (!system_driver || system_driver->id != SYSTEM_XWINDOWS)
-        return;
-    const DisplayLock lock;
     show_part = _xwin_window_redrawer;
     _xwin_window_redrawer = redraw;
     _xwin_input_handler = read_events;
+}
+
+void guard_library_drivers() {
+    guard<GFX_XWINDOWS>();
+    guard<GFX_XWINDOWS_FULLSCREEN>();
 }
 
 } // namespace vcc::platform

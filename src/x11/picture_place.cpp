@@ -6,10 +6,6 @@ namespace vcc::platform {
 
 namespace {
 
-constexpr long long rounded_up(long long value, int divisor) {
-    return (value + divisor - 1) / divisor;
-}
-
 /// The other side of a picture with this aspect, rounded to the nearest pixel.
 constexpr int other_side(int side, int aspect_side, int aspect_other) {
     return std::max(1, static_cast<int>((2LL * side * aspect_other + aspect_side) / (2LL * aspect_side)));
@@ -17,7 +13,7 @@ constexpr int other_side(int side, int aspect_side, int aspect_other) {
 
 } // namespace
 
-PicturePlace place_picture(Size window, Size picture, Fit fit) {
+Area place_picture(Size window, Size picture, Fit fit) {
     const int step = std::min(window.width / picture.width, window.height / picture.height);
     Size size = window;
     if (fit == Fit::whole_steps && step >= 1)
@@ -26,7 +22,7 @@ PicturePlace place_picture(Size window, Size picture, Fit fit) {
         size.height = other_side(window.width, picture.width, picture.height);
     else
         size.width = other_side(window.height, picture.height, picture.width);
-    return {(window.width - size.width) / 2, (window.height - size.height) / 2, size};
+    return centred(size, {0, 0, window.width, window.height});
 }
 
 Size first_size(Size room, Size picture, double desktop_scale, Fit fit) {
@@ -44,15 +40,13 @@ Area fitted_place(const Area& wanted, const Area& room, const Area& desktop) {
     const Area seen = shared(placed, desktop);
     if (!seen.empty() && 2 * seen.pixels() >= placed.pixels())
         return placed;
-    const int x = room.x1 + (room.size().width - size.width) / 2;
-    const int y = room.y1 + (room.size().height - size.height) / 2;
-    return {x, y, x + size.width, y + size.height};
+    return centred(size, room);
 }
 
 Area shown_area(const Area& area, Size shown, Size picture) {
     const auto first = [](int at, int size, int source) { return static_cast<int>(1LL * at * size / source); };
     const auto last = [](int at, int size, int source) {
-        return static_cast<int>(rounded_up(1LL * at * size, source));
+        return static_cast<int>((1LL * at * size + source - 1) / source);
     };
     return {first(area.x1, shown.width, picture.width), first(area.y1, shown.height, picture.height),
             last(area.x2, shown.width, picture.width), last(area.y2, shown.height, picture.height)};

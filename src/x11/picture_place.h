@@ -13,20 +13,15 @@ struct WindowPlace {
     bool maximised = false;
 };
 
+/// As the setting `display_scale` counts.
 enum class Fit {
+    none,       ///< the picture keeps its size
     aspect,     ///< as large as the window allows
     whole_steps ///< the largest whole multiple; as above if the window is smaller than the picture
 };
 
-struct PicturePlace {
-    int x = 0, y = 0; ///< of the picture's corner in the window
-    Size size;
-
-    constexpr bool operator==(const PicturePlace&) const = default;
-};
-
 /// The picture's place, centred in the window with its aspect ratio kept. Sizes are at least 1.
-PicturePlace place_picture(Size window, Size picture, Fit fit);
+Area place_picture(Size window, Size picture, Fit fit);
 
 /// Size of a new window: the largest whole multiple of the picture within four fifths of the room or, if that is more
 /// and Fit::aspect allows it, the enlargement that the player's desktop asks for; never smaller than the picture.

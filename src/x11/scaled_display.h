@@ -10,9 +10,9 @@
 namespace vcc::platform {
 
 /// Puts our drivers before the library's own: windows can then have any size, and full screen is a borderless window of
-/// the window manager. Call after the library's start and before the first mode is set; later calls change nothing.
-/// Returns what prevents it, and the library's own drivers stay; empty if it works.
-/// The window starts at `first`.
+/// the window manager. The window starts at `first`. Returns what prevents it, else an empty text; the library's own
+/// drivers then stay, as they do with Fit::none. Call it once, after the library's start and before the first mode is
+/// set.
 std::string show_scaled(Fit fit, const WindowPlace& first);
 
 /// What has since prevented the picture from being shown at its window's size; reported once, else empty.

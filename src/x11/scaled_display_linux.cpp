@@ -1,13 +1,14 @@
 #include "x11/scaled_display.h"
 
 #include "x11/desktop_window.h"
-#include "x11/scaled_events.h"
+#include "x11/library_display.h"
+#include "x11/scaled_pointer.h"
 #include "x11/shared_image.h"
 #include "x11/shown_screen.h"
-#include "x11/unshared_display.h"
 #include "x11/x_library.h"
 
 #include <atomic>
+#include <vector>
 
 namespace vcc::platform {
 
@@ -16,14 +17,15 @@ namespace {
 // Turns of 10 ms. A window without a screen waits for the next mode, which may never come; a new one for its first
 // picture, which only this program announces.
 constexpr int turns_without_screen = 30, turns_without_picture = 30;
+constexpr std::size_t most_events = 200; ///< per call
 
 struct ScaledDisplay {
-    ScaledDisplay(Fit fit, const WindowPlace& first)
-        : window(fit, first), shown(fit, _xwin_window_redrawer), events(window, shown) {}
+    ScaledDisplay(Fit fit, const WindowPlace& first) : window(fit, first), shown(fit, _xwin_window_redrawer) {}
 
     DesktopWindow window;
     ShownScreen shown;
-    ScaledEvents events;
+    ScaledPointer pointer{shown};
+    std::vector<XEvent> events;
     std::atomic<bool> out_of_memory = false;
     bool trouble_told = false;
     int turns = 0; ///< since the latest screen was opened or closed
@@ -33,12 +35,97 @@ struct ScaledDisplay {
         window.reveal();
         note(shown.lay_out(window.size()));
     }
+    Size take_events();
+    void handle(XEvent& event, Size& size);
 };
 
 /// Never deleted, because the library keeps our functions.
 ScaledDisplay* display;
 
-GFX_DRIVER window_driver, full_screen_driver;
+/// A held key repeats as a release and a press at the same time; for the library the key stays down.
+bool is_repeat(const XEvent& event, const XEvent& next) {
+    return event.type == KeyRelease && next.type == KeyPress && event.xkey.keycode == next.xkey.keycode &&
+           event.xkey.time == next.xkey.time;
+}
+
+bool asks_to_close(const XClientMessageEvent& event) {
+    return static_cast<Atom>(event.data.l[0]) == atom("WM_DELETE_WINDOW");
+}
+
+/// Passes all waiting events on to the library, the window, the picture or the pointer: the library would take them for
+/// those of a window of its own size. Returns the window's latest size.
+Size ScaledDisplay::take_events() {
+    Size size = shown.window();
+    if (shown.is_open())
+        pointer.tick();
+    events.clear();
+    while (events.size() < most_events && XPending(_xwin.display) > 0)
+        XNextEvent(_xwin.display, &events.emplace_back());
+    for (std::size_t i = 0; i < events.size(); ++i)
+        if (i + 1 == events.size() || !is_repeat(events[i], events[i + 1]))
+            handle(events[i], size);
+    return size;
+}
+
+void ScaledDisplay::handle(XEvent& event, Size& size) {
+    switch (event.type) {
+    case KeyPress:
+    case KeyRelease:
+        _xwin_keyboard_handler(&event.xkey, FALSE);
+        break;
+    case FocusIn:
+        _switch_in();
+        _xwin_keyboard_focus_handler(&event.xfocus);
+        break;
+    case FocusOut:
+        _switch_out();
+        _xwin_keyboard_focus_handler(&event.xfocus);
+        break;
+    case ButtonPress:
+    case ButtonRelease:
+        pointer.button(event.xbutton, event.type == ButtonPress);
+        break;
+    case MotionNotify:
+        if (shown.is_open())
+            pointer.moved(event.xmotion);
+        break;
+    case EnterNotify:
+        if (shown.is_open())
+            pointer.entered(event.xcrossing);
+        break;
+    case LeaveNotify:
+        pointer.left(event.xcrossing);
+        break;
+    case Expose:
+        if (shown.is_open() && event.xexpose.window == _xwin.window)
+            shown.uncovered({event.xexpose.x, event.xexpose.y, event.xexpose.x + event.xexpose.width,
+                             event.xexpose.y + event.xexpose.height});
+        break;
+    case ConfigureNotify:
+        window.configured(event.xconfigure);
+        if (event.xconfigure.window == _xwin.wm_window)
+            size = {event.xconfigure.width, event.xconfigure.height};
+        break;
+    case ReparentNotify:
+        window.reparented();
+        break;
+    case PropertyNotify:
+        window.property_changed(event.xproperty);
+        break;
+    case MappingNotify:
+        if (event.xmapping.request == MappingKeyboard)
+            _xwin_get_keyboard_mapping();
+        break;
+    case ClientMessage:
+        if (is_ping(event))
+            answer_ping(event);
+        else if (asks_to_close(event.xclient) && _xwin.close_button_callback)
+            _xwin.close_button_callback();
+        break;
+    default:
+        break;
+    }
+}
 
 // The library calls these with its lock held.
 
@@ -53,7 +140,7 @@ void read_events() {
         read_library_events();
         return;
     }
-    const Size size = display->events.read(display->shown.window());
+    const Size size = display->take_events();
     ++display->turns;
     if (!display->shown.is_open()) {
         if (display->turns > turns_without_screen)
@@ -77,14 +164,17 @@ void draw_in_memory_only() {
     _xwin.drawing_mode_ok = FALSE;
 }
 
-BITMAP* open_screen(GFX_DRIVER& driver, Size size, Size virtual_size, int depth, bool full_screen) {
+template <int id>
+GFX_DRIVER driver;
+
+template <int id>
+BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
     const DisplayLock lock;
-    display->window.open(size, full_screen);
+    display->window.open({w, h}, id == GFX_XWINDOWS_FULLSCREEN);
     BITMAP* bitmap = nullptr;
     {
         const WindowStandIn stand_in;
-        bitmap = _xwin_create_screen(&driver, size.width, size.height, virtual_size.width, virtual_size.height, depth,
-                                     FALSE);
+        bitmap = _xwin_create_screen(&driver<id>, w, h, vw, vh, depth, FALSE);
     }
     if (!bitmap) { // the library tries its own driver next
         display->window.hide();
@@ -95,13 +185,6 @@ BITMAP* open_screen(GFX_DRIVER& driver, Size size, Size virtual_size, int depth,
     display->note(display->shown.open(display->window.size()));
     display->turns = 0;
     return bitmap;
-}
-
-BITMAP* open_window(int w, int h, int vw, int vh, int depth) {
-    return open_screen(window_driver, {w, h}, {vw, vh}, depth, false);
-}
-BITMAP* open_full_screen(int w, int h, int vw, int vh, int depth) {
-    return open_screen(full_screen_driver, {w, h}, {vw, vh}, depth, true);
 }
 
 void close_screen(BITMAP*) {
@@ -135,9 +218,10 @@ void show_and_wait() {
 }
 
 /// Copies the library's driver, replaces some of its functions and registers it before the original.
-void put_before(GFX_DRIVER& ours, int id, BITMAP* (*open)(int, int, int, int, int)) {
-    ours = *library_driver(id);
-    ours.init = open;
+template <int id>
+void put_before() {
+    GFX_DRIVER& ours = driver<id> = *library_driver(id);
+    ours.init = open_screen<id>;
     ours.exit = close_screen;
     ours.vsync = show_and_wait;
     ours.drawing_mode = draw_in_memory_only;
@@ -170,16 +254,19 @@ std::string show_scaled(Fit fit, const WindowPlace& first) {
     if (display || !system_driver || system_driver->id != SYSTEM_XWINDOWS)
         return {};
     const DisplayLock lock;
-    if (std::string reason = obstacle(); !reason.empty())
+    std::string reason = fit == Fit::none ? "" : obstacle();
+    if (fit == Fit::none || !reason.empty()) {
+        tend_library_windows();
         return reason;
+    }
     display = new ScaledDisplay(fit, first);
 #ifdef ALLEGRO_XWINDOWS_WITH_XCURSOR
     _xwin.support_argb_cursor = 0; // the library would place the server's pointer by the picture's own pixels
 #endif
     _xwin_window_redrawer = redraw;
     _xwin_input_handler = read_events;
-    put_before(window_driver, GFX_XWINDOWS, open_window);
-    put_before(full_screen_driver, GFX_XWINDOWS_FULLSCREEN, open_full_screen);
+    put_before<GFX_XWINDOWS>();
+    put_before<GFX_XWINDOWS_FULLSCREEN>();
     return {};
 }
 

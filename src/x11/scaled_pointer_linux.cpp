@@ -31,7 +31,7 @@ int picture_steps(int by, int shown, int picture, long& rest) {
 ScaledPointer::Spot ScaledPointer::spot(Window window, int x, int y) const {
     if (window == _xwin.window)
         return {x, y};
-    return {x - shown_.place().x, y - shown_.place().y};
+    return {x - shown_.place().x1, y - shown_.place().y1};
 }
 
 void ScaledPointer::tell(int dx, int dy, int dz, int dw) const {
@@ -40,7 +40,7 @@ void ScaledPointer::tell(int dx, int dy, int dz, int dw) const {
 }
 
 void ScaledPointer::tell_place(Spot at) const {
-    const Size shown = shown_.place().size, picture = shown_.picture();
+    const Size shown = shown_.place().size(), picture = shown_.picture();
     const int dx = picture_pixel(at.x, shown.width, picture.width) - (_mouse_x - scroll(_xwin.scroll_x));
     const int dy = picture_pixel(at.y, shown.height, picture.height) - (_mouse_y - scroll(_xwin.scroll_y));
     if (dx != 0 || dy != 0)
@@ -48,7 +48,7 @@ void ScaledPointer::tell_place(Spot at) const {
 }
 
 void ScaledPointer::tell_motion(Spot by) {
-    const Size shown = shown_.place().size, picture = shown_.picture();
+    const Size shown = shown_.place().size(), picture = shown_.picture();
     const int dx = picture_steps(by.x, shown.width, picture.width, rest_x_);
     const int dy = picture_steps(by.y, shown.height, picture.height, rest_y_);
     if (dx != 0 || dy != 0)
@@ -75,7 +75,7 @@ void ScaledPointer::moved(const XMotionEvent& event) {
     if (same)
         return;
     if (relative_events_++ & warp_bit) {
-        last_ = {shown_.place().size.width / 2, shown_.place().size.height / 2};
+        last_ = {shown_.place().size().width / 2, shown_.place().size().height / 2};
         discarded_ = 1;
         warp(last_);
     }
@@ -116,7 +116,7 @@ void ScaledPointer::tick() {
     if (!_xwin.mouse_warped || _xwin.mouse_warped++ <= ticks_until_absolute)
         return;
     _xwin.mouse_warped = 0;
-    const Size shown = shown_.place().size, picture = shown_.picture();
+    const Size shown = shown_.place().size(), picture = shown_.picture();
     warp({shown_pixel(_mouse_x - scroll(_xwin.scroll_x), shown.width, picture.width),
           shown_pixel(_mouse_y - scroll(_xwin.scroll_y), shown.height, picture.height)});
 }

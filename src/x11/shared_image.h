@@ -28,8 +28,7 @@ public:
     /// Rows of `width` pixels, at most `most`. Null if there is no shared memory.
     static std::unique_ptr<SharedRows> create(int width, int most);
     ~SharedRows();
-    SharedRows(const SharedRows&) = delete;
-    SharedRows& operator=(const SharedRows&) = delete;
+    SharedRows& operator=(SharedRows&&) = delete;
 
     /// Largest number of rows of a strip.
     int longest_strip() const;

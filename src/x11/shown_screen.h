@@ -31,7 +31,8 @@ public:
     bool lay_out(Size window);
     Size window() const { return window_; }
     Size picture() const;
-    const PicturePlace& place() const { return place_; }
+    /// The picture in the window.
+    const Area& place() const { return place_; }
 
     /// Notes a changed part of the library's screen.
     void changed(const Area& area);
@@ -42,6 +43,8 @@ public:
 
 private:
     bool is_scaled() const { return rows_ != nullptr; }
+    Area whole_picture() const { return {0, 0, picture().width, picture().height}; }
+    Area whole_shown() const { return {0, 0, place_.size().width, place_.size().height}; }
     void show_changes();
     void show_whole();
     void show(const Area& area);
@@ -51,7 +54,7 @@ private:
     Redraw redraw_;
     bool open_ = false;
     Size window_;
-    PicturePlace place_;
+    Area place_;
     std::unique_ptr<SharedRows> rows_; ///< null: the picture is shown at its own size
     Size scaled_;                      ///< the size of the scaled picture
     Scaler scaler_;

@@ -6,22 +6,13 @@
 
 namespace vcc::platform {
 
-namespace {
-
-void place_window(const PicturePlace& place) {
-    XMoveResizeWindow(_xwin.display, _xwin.window, place.x, place.y, static_cast<unsigned>(place.size.width),
-                      static_cast<unsigned>(place.size.height));
-}
-
-} // namespace
-
 Size ShownScreen::picture() const {
     return {_xwin.screen_width, _xwin.screen_height};
 }
 
 bool ShownScreen::open(Size window) {
     open_ = true;
-    place_ = {0, 0, picture()};
+    place_ = whole_picture();
     // Without a background the window does not flash while its size changes.
     XSetWindowBackgroundPixmap(_xwin.display, _xwin.window, None);
     return lay_out(window);
@@ -44,29 +35,29 @@ bool ShownScreen::lay_out(Size window) {
     window_ = window;
     place_ = place_picture(window, own, fit_);
     bool possible = true;
-    if (place_.size == own) {
+    if (place_.size() == own) {
         rows_.reset();
-    } else if (!rows_ || scaled_ != place_.size) {
-        scaled_ = place_.size;
+    } else if (!rows_ || scaled_ != place_.size()) {
+        scaled_ = place_.size();
         rows_ = SharedRows::create(scaled_.width, scaled_.height);
         possible = rows_ != nullptr;
         if (possible)
-            scaler_ = Scaler(own, place_.size, display_format());
+            scaler_ = Scaler(own, scaled_, display_format());
         else
-            place_ = {(window.width - own.width) / 2, (window.height - own.height) / 2, own};
+            place_ = centred(own, {0, 0, window.width, window.height});
     }
-    place_window(place_);
+    move_and_resize(_xwin.window, place_);
     changed_.clear();
     uncovered_.clear();
     if (is_scaled())
         shown_.reset(own, _xwin.ximage->bits_per_pixel / 8);
-    changed({0, 0, own.width, own.height});
+    changed(whole_picture());
     return possible;
 }
 
 void ShownScreen::changed(const Area& area) {
     if (is_scaled()) {
-        add_area(changed_, shared(area, {0, 0, picture().width, picture().height}));
+        add_area(changed_, shared(area, whole_picture()));
     } else {
         redraw_(area.x1, area.y1, area.x2 - area.x1, area.y2 - area.y1);
         reminder_.drawn();
@@ -75,7 +66,7 @@ void ShownScreen::changed(const Area& area) {
 
 void ShownScreen::uncovered(const Area& area) {
     if (is_scaled())
-        add_area(uncovered_, shared(area, {0, 0, place_.size.width, place_.size.height}));
+        add_area(uncovered_, shared(area, whole_shown()));
     else
         changed(area);
 }
@@ -98,7 +89,7 @@ void ShownScreen::present() {
 void ShownScreen::show_changes() {
     for (const Area& area : changed_)
         for (const Area& part : shown_.take_changes(picture_rows(), area))
-            add_area(uncovered_, shown_area(part, place_.size, picture()));
+            add_area(uncovered_, shown_area(part, place_.size(), picture()));
     for (const Area& area : uncovered_)
         show(area);
     if (!uncovered_.empty())
@@ -109,7 +100,7 @@ void ShownScreen::show_changes() {
 
 void ShownScreen::show_whole() {
     if (is_scaled())
-        show({0, 0, place_.size.width, place_.size.height});
+        show(whole_shown());
     else
         redraw_(0, 0, picture().width, picture().height);
 }

@@ -1,6 +1,7 @@
-#include "x11/window_identity.h"
-
+// What a desktop knows of the program's window: whose it is, its icon, its title.
 #include "platform/latin1.h"
+#include "x11/display.h"
+#include "x11/x_library.h"
 
 #include <X11/Xatom.h>
 #include <array>
@@ -27,15 +28,6 @@ constexpr const char *class_name = "Veldor", *instance_name = "veldor"; ///< the
 
 void (*set_library_title)(const char* title);
 
-Atom atom(const char* name) {
-    return XInternAtom(_xwin.display, name, False);
-}
-
-void set_numbers(const char* name, Atom type, const std::vector<unsigned long>& values) {
-    XChangeProperty(_xwin.display, _xwin.wm_window, atom(name), type, 32, PropModeReplace,
-                    reinterpret_cast<const unsigned char*>(values.data()), static_cast<int>(values.size()));
-}
-
 void set_icon() {
     std::vector<unsigned long> values{icon_side, icon_side};
     for (const std::uint8_t* at = icon_begin; at < icon_end; at += sizeof(std::uint32_t)) {
@@ -43,7 +35,7 @@ void set_icon() {
         std::memcpy(&pixel, at, sizeof pixel);
         values.push_back(pixel);
     }
-    set_numbers("_NET_WM_ICON", XA_CARDINAL, values);
+    set_property("_NET_WM_ICON", XA_CARDINAL, values);
 }
 
 void set_title(const char* title) {
@@ -56,7 +48,7 @@ void set_title(const char* title) {
 
 } // namespace
 
-void identify_window() {
+void prepare_window() {
     if (!system_driver || system_driver->id != SYSTEM_XWINDOWS)
         return;
     const DisplayLock lock;
@@ -68,21 +60,12 @@ void identify_window() {
     hints.initial_state = NormalState;
     // names the machine, too, without which no process number counts
     XSetWMProperties(_xwin.display, _xwin.wm_window, nullptr, nullptr, nullptr, 0, nullptr, &hints, &class_hint);
-    set_numbers("_NET_WM_PID", XA_CARDINAL, {static_cast<unsigned long>(::getpid())});
+    set_property("_NET_WM_PID", XA_CARDINAL, {static_cast<unsigned long>(::getpid())});
     std::array<Atom, 2> protocols{atom("WM_DELETE_WINDOW"), atom("_NET_WM_PING")};
     XSetWMProtocols(_xwin.display, _xwin.wm_window, protocols.data(), static_cast<int>(protocols.size()));
     set_icon();
     set_library_title = system_driver->set_window_title;
     system_driver->set_window_title = set_title;
-}
-
-bool is_ping(const XEvent& event) {
-    return event.type == ClientMessage && static_cast<Atom>(event.xclient.data.l[0]) == atom("_NET_WM_PING");
-}
-
-void answer_ping(XEvent event) {
-    event.xclient.window = XDefaultRootWindow(_xwin.display);
-    XSendEvent(_xwin.display, event.xclient.window, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
 }
 
 } // namespace vcc::platform

@@ -2,8 +2,12 @@
 // *_linux.cpp files of this folder.
 #pragma once
 
+#include "x11/picture_place.h"
+
 #include <allegro.h>
 #include <xalleg.h>
+
+#include <vector>
 
 extern "C" {
 BITMAP* _xwin_create_screen(GFX_DRIVER* driver, int w, int h, int vw, int vh, int depth, int fullscreen);
@@ -26,9 +30,15 @@ class DisplayLock {
 public:
     DisplayLock() { _xwin_lock(nullptr); }
     ~DisplayLock() { _xwin_unlock(nullptr); }
-    DisplayLock(const DisplayLock&) = delete;
-    DisplayLock& operator=(const DisplayLock&) = delete;
+    DisplayLock& operator=(DisplayLock&&) = delete;
 };
+
+Atom atom(const char* name);
+
+/// Sets a property of the program's window to numbers or atoms.
+void set_property(const char* name, Atom type, const std::vector<unsigned long>& values);
+
+void move_and_resize(Window window, const Area& area);
 
 /// The library's own driver with a GFX_ number, or null.
 const GFX_DRIVER* library_driver(int id);
@@ -46,13 +56,16 @@ void focus_if_viewable(Window window);
 /// the display server.
 void keep_awake();
 
+/// Whether a window manager asks if the program is alive.
+bool is_ping(const XEvent& event);
+void answer_ping(XEvent event);
+
 /// While it lives, a request that the display server refuses does not end the program. Needs the lock.
 class RequestTrap {
 public:
     RequestTrap();
     ~RequestTrap();
-    RequestTrap(const RequestTrap&) = delete;
-    RequestTrap& operator=(const RequestTrap&) = delete;
+    RequestTrap& operator=(RequestTrap&&) = delete;
 
     /// Waits for the server; true if it has refused a request.
     bool refused() const;

@@ -15,6 +15,21 @@ int note_refusal(Display*, XErrorEvent*) {
 
 } // namespace
 
+Atom atom(const char* name) {
+    return XInternAtom(_xwin.display, name, False);
+}
+
+void set_property(const char* name, Atom type, const std::vector<unsigned long>& values) {
+    XChangeProperty(_xwin.display, _xwin.wm_window, atom(name), type, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(values.data()), static_cast<int>(values.size()));
+}
+
+void move_and_resize(Window window, const Area& area) {
+    const auto [width, height] = area.size();
+    XMoveResizeWindow(_xwin.display, window, area.x1, area.y1, static_cast<unsigned>(width),
+                      static_cast<unsigned>(height));
+}
+
 const GFX_DRIVER* library_driver(int id) {
     for (const _DRIVER_INFO* row = _xwin_gfx_driver_list; row->driver; ++row)
         if (row->id == id)
@@ -48,6 +63,15 @@ void keep_awake() {
         XResetScreenSaver(_xwin.display);
         next = now + std::chrono::seconds(2);
     }
+}
+
+bool is_ping(const XEvent& event) {
+    return event.type == ClientMessage && static_cast<Atom>(event.xclient.data.l[0]) == atom("_NET_WM_PING");
+}
+
+void answer_ping(XEvent event) {
+    event.xclient.window = XDefaultRootWindow(_xwin.display);
+    XSendEvent(_xwin.display, event.xclient.window, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
 }
 
 RequestTrap::RequestTrap() {

@@ -140,20 +140,19 @@ TEST(PicturePlace, KeepsTheAspectInTheMiddle) {
     struct Row {
         Size window;
         Fit fit;
-        PicturePlace place;
+        Area place;
     };
     for (const Row& row :
-         {Row{{800, 600}, Fit::aspect, {0, 0, {800, 600}}}, Row{{1300, 1000}, Fit::aspect, {0, 12, {1300, 975}}},
-          Row{{1920, 1080}, Fit::aspect, {240, 0, {1440, 1080}}},
-          Row{{3840, 2160}, Fit::aspect, {480, 0, {2880, 2160}}},
-          Row{{3840, 2160}, Fit::whole_steps, {720, 180, {2400, 1800}}},
-          Row{{1920, 1080}, Fit::whole_steps, {560, 240, {800, 600}}},
-          Row{{400, 400}, Fit::whole_steps, {0, 50, {400, 300}}}, Row{{1, 900}, Fit::aspect, {0, 449, {1, 1}}}}) {
-        const PicturePlace place = place_picture(row.window, picture, row.fit);
-        EXPECT_EQ(place, row.place) << row.window.width << " x " << row.window.height << ": " << place.x << " "
-                                    << place.y << " " << place.size.width << " " << place.size.height;
+         {Row{{800, 600}, Fit::aspect, {0, 0, 800, 600}}, Row{{1300, 1000}, Fit::aspect, {0, 12, 1300, 987}},
+          Row{{1920, 1080}, Fit::aspect, {240, 0, 1680, 1080}}, Row{{3840, 2160}, Fit::aspect, {480, 0, 3360, 2160}},
+          Row{{3840, 2160}, Fit::whole_steps, {720, 180, 3120, 1980}},
+          Row{{1920, 1080}, Fit::whole_steps, {560, 240, 1360, 840}},
+          Row{{400, 400}, Fit::whole_steps, {0, 50, 400, 350}}, Row{{1, 900}, Fit::aspect, {0, 449, 1, 450}}}) {
+        const Area place = place_picture(row.window, picture, row.fit);
+        EXPECT_EQ(place, row.place) << row.window.width << " x " << row.window.height << ": " << place.x1 << " "
+                                    << place.y1 << " " << place.x2 << " " << place.y2;
     }
-    EXPECT_EQ(place_picture({1300, 1000}, {640, 480}, Fit::aspect), (PicturePlace{0, 12, {1300, 975}}));
+    EXPECT_EQ(place_picture({1300, 1000}, {640, 480}, Fit::aspect), (Area{0, 12, 1300, 987}));
 }
 
 TEST(PicturePlace, ANewWindowTakesFourFifthsOfTheRoom) {
