@@ -2,7 +2,7 @@
 #include "core/handles.h"
 #include "figure.h"
 #include "sound/sound.h"
-#include "sound/wav_header.h"
+#include "sound/wav_file.h"
 #include "sound/wav_stream.h"
 #include "still_sound.h"
 #include "world.h"

@@ -18,11 +18,10 @@ ThemeOrder theme_order() {
 }
 
 bool open_theme(int theme, int volume) {
-    const SoundEntry* const entry = theme >= 0 && theme < theme_limit
-                                        ? &sound_entries[static_cast<std::size_t>(first_theme_entry + theme)]
-                                        : nullptr;
-    const std::string path = entry != nullptr ? sound_path(*entry) : sound_directory + "/";
-    if (entry != nullptr)
+    const bool exists = theme >= 0 && theme < theme_limit;
+    const auto index = static_cast<std::size_t>(first_theme_entry + theme);
+    const std::string path = exists ? sound_path(sound_entries[index]) : sound_directory + "/";
+    if (exists)
         music_stream = WavStream::open(path, volume);
     if (!music_stream) {
         const std::string message = format_text("Error loading audio stream file: %s (theme:%d)", path.c_str(), theme);

@@ -3,9 +3,9 @@
 #include "core/lines.h"
 #include "core/log.h"
 #include "platform/files.h"
-#include "sound/effect_file.h"
 #include "sound/setup_rules.h"
 #include "sound/sound.h"
+#include "sound/wav_file.h"
 
 #include <algorithm>
 
@@ -18,7 +18,7 @@ constexpr int reserved_voices = 16;
 
 enum class Outcome { go_on, stop, failed };
 
-/// From the second pass on the sound system is already installed, and the library only confirms it.
+/// From the second pass on the sound system is there already, which the library confirms.
 Outcome install_sound_system(SetupState& state) {
     reserve_voices(reserved_voices, 0);
     if (install_sound(DIGI_AUTODETECT, MIDI_NONE, nullptr) == 0)
@@ -48,8 +48,11 @@ void refuse_theme(SetupState& state, SoundEntry& entry, const char* mark, const 
 
 Outcome apply_step(const SetupStep& step, SetupState& state) {
     SoundEntry& entry = sound_entries[static_cast<std::size_t>(state.entry)];
+    if (step.names_file())
+        entry.file = step.value.substr(0, name_limit);
     switch (step.action) {
     case SetupAction::none:
+    case SetupAction::register_file_only:
         break;
     case SetupAction::stop:
         return Outcome::stop;
@@ -62,22 +65,16 @@ Outcome apply_step(const SetupStep& step, SetupState& state) {
         entry.name = step.value.substr(0, name_limit);
         break;
     case SetupAction::load_effect:
-        entry.file = step.value.substr(0, name_limit);
         return load_effect(state, entry);
     case SetupAction::check_theme:
-        entry.file = step.value.substr(0, name_limit);
         if (!platform::file_exists(sound_path(entry)))
             refuse_theme(state, entry, "THEME_ERROR 2",
                          format_text("Error loading music theme nr:%d (%s)\n", state.entry, entry.name.c_str()));
         break;
     case SetupAction::refuse_theme:
-        entry.file = step.value.substr(0, name_limit);
         refuse_theme(
             state, entry, "THEME_ERROR 1",
             format_text("Error loading music -> music_nr:%d count:%d\n", state.entry, state.expected_theme_entry()));
-        break;
-    case SetupAction::register_file_only:
-        entry.file = step.value.substr(0, name_limit);
         break;
     }
     return Outcome::go_on;

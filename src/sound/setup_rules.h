@@ -20,6 +20,8 @@ enum class SetupAction {
 struct SetupStep {
     SetupAction action = SetupAction::none;
     std::string_view value; ///< part of the line
+
+    bool names_file() const { return action >= SetupAction::load_effect; }
 };
 
 inline constexpr int theme_failed = -1; ///< SetupState::themes after an unusable theme: no music at all

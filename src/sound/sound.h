@@ -49,13 +49,12 @@ std::string sound_path(const SoundEntry& entry);
 /// Releases all effects and the music stream; does nothing while sound is off.
 void release_sound();
 
-/// Holds effects off for its life, while screens redraw.
+/// No effects are heard while one of these lives: screens redraw silently.
 class EffectsHeld {
 public:
     EffectsHeld() { ++depth_; }
     ~EffectsHeld() { --depth_; }
-    EffectsHeld(const EffectsHeld&) = delete;
-    EffectsHeld& operator=(const EffectsHeld&) = delete;
+    EffectsHeld& operator=(EffectsHeld&&) = delete;
 
 private:
     friend bool sfx_allowed();

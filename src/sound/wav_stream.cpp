@@ -54,7 +54,7 @@ WavStream::Refill WavStream::refill(bool loop_all) {
     void* const memory = get_audio_stream_buffer(stream_.get());
     if (memory == nullptr)
         return Refill::no_buffer;
-    const long size = long{stream_samples} * (header_.bits / 8) * header_.channels;
+    const long size = long{stream_samples} * header_.frame_bytes();
     const RefillPlan plan = plan_refill(state_, header_.data_length, size, loop_all, stream_->active);
     state_ = plan.next;
     if (plan.finished)
@@ -75,8 +75,7 @@ void WavStream::fill(const RefillPlan& plan, std::span<unsigned char> buffer) {
         buffer[at] = buffer[at - period];
     const auto silence = buffer.subspan(tail + wrap + repeat);
     std::fill(silence.begin(), silence.end(), silent_byte(header_.bits));
-    fade_in(buffer, header_.bits, header_.bits / 8 * header_.channels,
-            header_.rate * std::exchange(fade_in_ms_, 0) / 1000);
+    fade_in(buffer, header_.bits, header_.frame_bytes(), header_.rate * std::exchange(fade_in_ms_, 0) / 1000);
     if (header_.bits == 16)
         flip_sign_bits(buffer);
 }

@@ -3,7 +3,7 @@
 
 #include "core/handles.h"
 #include "sound/refill.h"
-#include "sound/wav_header.h"
+#include "sound/wav_file.h"
 
 #include <memory>
 #include <span>

@@ -1,5 +1,5 @@
 // WAV files: header, effect, and the stream with its refills.
-#include "sound/effect_file.h"
+#include "sound/wav_file.h"
 #include "sound/wav_stream.h"
 #include "vcckit/draw/silent_sound.h"
 #include "world.h"

@@ -1,7 +1,6 @@
 #include "folder_test.h"
-#include "sound/effect_file.h"
 #include "sound/pcm.h"
-#include "sound/wav_header.h"
+#include "sound/wav_file.h"
 #include "support/wav_file.h"
 
 #include <vector>

@@ -7,9 +7,9 @@
 #include "platform/files.h"
 #include "settings/settings.h"
 #include "settings/values.h"
-#include "sound/effect_file.h"
 #include "sound/setup_rules.h"
 #include "sound/sound.h"
+#include "sound/wav_file.h"
 
 #include <algorithm>
 

@@ -10,7 +10,7 @@
 #include "display/picture.h"
 #include "media/avi_header.h"
 #include "platform/latin1.h"
-#include "sound/wav_header.h"
+#include "sound/wav_file.h"
 #include "vcckit/media/themes.h"
 
 #include <span>

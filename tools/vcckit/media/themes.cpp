@@ -2,7 +2,7 @@
 
 #include "core/handles.h"
 #include "platform/files.h"
-#include "sound/wav_header.h"
+#include "sound/wav_file.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,8 @@
-// The header of a WAV file.
+// WAV files: their header, and effects loaded whole.
 #pragma once
+
+#include "core/handles.h"
+#include "core/result.h"
 
 #include <string>
 
@@ -11,6 +14,8 @@ struct WavHeader {
     int rate = 22050;     ///< samples per second, 1000 to 192000
     int bits = 8;         ///< 8 or 16
     int channels = 1;     ///< 1 or 2
+
+    int frame_bytes() const { return bits / 8 * channels; } ///< one sample of every channel
 };
 
 /// Why a file cannot be streamed, as the end of a sentence that begins with its name.
@@ -18,5 +23,9 @@ inline constexpr const char* unfit_wav = "is not PCM of 8 or 16 bits, mono or st
 
 /// Reads the header of a PCM file. Every failure sets data_offset to 0; nobody needs to know which it was.
 WavHeader parse_wav_header(const std::string& path);
+
+/// Loads a PCM file as a sample. Fails if it is missing, not PCM, or too large for the memory. A file without audio
+/// gives one sample of silence.
+Result<SamplePtr> load_effect_file(const std::string& path);
 
 } // namespace vcc
