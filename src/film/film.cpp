@@ -6,20 +6,48 @@
 #include "core/mouse_buttons.h"
 #include "core/scope.h"
 #include "display/switching.h"
-#include "film/film_rules.h"
-#include "film/film_screen.h"
+#include "film/film_picture.h"
 #include "media/avi.h"
 #include "platform/files.h"
 #include "sound/music.h"
 #include "sound/sound.h"
 
+#include <array>
+#include <atomic>
 #include <optional>
-#include <string>
+#include <string_view>
 
 namespace vcc {
 namespace {
 
 constexpr int film_effect_volume = 150;
+
+/// The time of a film. Only the timer calls tick(), only the main thread uses the rest.
+struct FilmClock {
+    static constexpr int step_ms = 10;
+
+    std::atomic<int> time_ms = 0;
+    std::atomic<int> end_ms = 0; ///< time at which the last frame ends
+    std::atomic<bool> playing = false;
+
+    void tick() {
+        if (playing)
+            time_ms = time_ms <= end_ms ? time_ms + step_ms : 0;
+    }
+};
+
+const char* error_text(platform::AviError error) {
+    constexpr std::array<const char*, 7> texts{"Bad AVI file format!",
+                                               "Memory exhausted!",
+                                               "File does not exist, or error reading from the file!",
+                                               "File does not contain a video stream!",
+                                               "Unable to read audio stream format!",
+                                               "Unable to read video stream format!",
+                                               "Error initializing video decompressor!"};
+    static_assert(static_cast<std::size_t>(platform::AviError::other) == texts.size() + 1);
+    const std::size_t i = static_cast<std::size_t>(error) - 1; // `none` wraps around
+    return i < texts.size() ? texts[i] : "Unknown error code!";
+}
 
 void on_timer(void* clock) {
     static_cast<FilmClock*>(clock)->tick();
@@ -45,7 +73,6 @@ void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
     const AtEnd pointer_again(unscare_mouse);
     clock.end_ms = film.end_ms();
     clock.time_ms = 0;
-    clock.restart = true;
     clock.playing = true;
     int last_drawn_ms = 0;
     std::int64_t shown = -1; // number of the frame on the screen
@@ -75,7 +102,7 @@ void play_film(const std::string& path, int effect) {
         mouse_b = 0;
         forget_mouse_buttons();
     });
-    // Even if it was not heard: films play once per run, and their sounds are large.
+    // even if it was not heard: films play once per run, and their sounds are large
     const AtEnd sound_dropped([effect, volume_before = sfx_volume] {
         if (effect == no_effect || !sound_on)
             return;
@@ -84,8 +111,7 @@ void play_film(const std::string& path, int effect) {
     });
     const auto [film, error] = platform::open_avi(platform::resolve_path(path));
     if (!film) {
-        write_log(format_text("Error while initializing/loading AVI-File <%s>: %s", path.c_str(),
-                              std::string(film_error_text(error)).c_str()));
+        write_log(format_text("Error while initializing/loading AVI-File <%s>: %s", path.c_str(), error_text(error)));
         return;
     }
     const platform::AviFrame* first = film->frame_at(0);

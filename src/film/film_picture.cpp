@@ -1,9 +1,9 @@
-#include "film/film_rules.h"
+#include "film/film_picture.h"
 
 #include "core/geometry.h"
+#include "core/installation.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 
 namespace vcc {
@@ -106,17 +106,40 @@ void film_palette(const platform::AviFrame& frame, PALETTE palette) {
     }
 }
 
-std::string_view film_error_text(platform::AviError error) {
-    constexpr std::array<std::string_view, 7> texts{"Bad AVI file format!",
-                                                    "Memory exhausted!",
-                                                    "File does not exist, or error reading from the file!",
-                                                    "File does not contain a video stream!",
-                                                    "Unable to read audio stream format!",
-                                                    "Unable to read video stream format!",
-                                                    "Error initializing video decompressor!"};
-    static_assert(static_cast<std::size_t>(platform::AviError::other) == texts.size() + 1);
-    const std::size_t i = static_cast<std::size_t>(error) - 1; // `none` wraps around
-    return i < texts.size() ? texts[i] : "Unknown error code!";
+FilmScreen::FilmScreen(const platform::AviFrame& first)
+    : picture_(create_bitmap(layout_width, layout_height)),
+      place_(place_film(first.width, first.height, layout_width, layout_height)) {
+    if (!picture_ || !screen)
+        return;
+    clear_to_color(picture_.get(), makecol(0, 0, 0));
+    blit(picture_.get(), screen, 0, 0, 0, 0, SCREEN_W, SCREEN_H);
+    in_place_ = first.bits == bitmap_color_depth(picture_.get()) && first.width == place_.width &&
+                first.height == place_.height;
+    surface_.reset(in_place_ ? create_sub_bitmap(picture_.get(), place_.x, place_.y, place_.width, place_.height)
+                             : create_bitmap_ex(first.bits, first.width, first.height));
+    if (surface_)
+        clear_bitmap(surface_.get());
+}
+
+void FilmScreen::show(const platform::AviFrame& frame) {
+    decode_frame(surface_.get(), frame);
+    if (!in_place_)
+        convert(frame);
+    blit(picture_.get(), screen, place_.x, place_.y, place_.x, place_.y, place_.width, place_.height);
+}
+
+// The picture has the screen's depth: only the film's pixels are converted, and the border stays black whatever the
+// film's colour table holds.
+void FilmScreen::convert(const platform::AviFrame& frame) {
+    PALETTE palette;
+    if (frame.bits == 8) {
+        film_palette(frame, palette);
+        select_palette(palette);
+    }
+    blit(surface_.get(), picture_.get(), place_.source_x, place_.source_y, place_.x, place_.y, place_.width,
+         place_.height);
+    if (frame.bits == 8)
+        unselect_palette();
 }
 
 } // namespace vcc

@@ -1,13 +1,24 @@
-// Shows a film's frames on the screen.
+// The pictures of a film: their place on the screen, their pixels in the library's formats.
 #pragma once
 
 #include "core/handles.h"
-#include "film/film_rules.h"
 #include "media/avi.h"
 
 #include <allegro.h>
 
 namespace vcc {
+
+/// Which part of a film is shown, and where: centred, the middle of a film larger than the screen. Pixels.
+struct FilmPlace {
+    int source_x = 0, source_y = 0, x = 0, y = 0, width = 0, height = 0;
+};
+FilmPlace place_film(int film_width, int film_height, int screen_width, int screen_height);
+
+/// Converts a frame into a memory bitmap of its size and depth, upright. Ignores a frame of another size or depth.
+void decode_frame(BITMAP* surface, const platform::AviFrame& frame);
+
+/// The colour table of an 8-bit frame in the library's form; entries that the frame lacks are black.
+void film_palette(const platform::AviFrame& frame, PALETTE palette);
 
 /// Shows frames centred on a black screen, or the middle of frames larger than the screen.
 class FilmScreen {
