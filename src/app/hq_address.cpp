@@ -14,21 +14,12 @@ bool looks_like_ip_address(std::string_view text) {
 }
 
 void read_hq_address(std::string& address) {
-    constexpr const char* no_address = "N/A";
-    const platform::ClipboardText clipboard = platform::read_clipboard();
-    switch (clipboard.state) {
-    case platform::ClipboardState::closed:
+    using enum platform::ClipboardState;
+    const auto [state, content] = platform::read_clipboard();
+    if (state == closed)
         write_log("Cannot open the Clipboard");
-        break;
-    case platform::ClipboardState::empty:
-        break;
-    case platform::ClipboardState::locked:
-        address = no_address;
-        break;
-    case platform::ClipboardState::text:
-        address = looks_like_ip_address(clipboard.text) ? clipboard.text : no_address;
-        break;
-    }
+    else if (state != empty)
+        address = state == text && looks_like_ip_address(content) ? content : "N/A";
 }
 
 } // namespace vcc

@@ -36,7 +36,6 @@ void prepare_pass() {
     module_prefix = "CC ";
 }
 
-/// How a failure is reported.
 struct FailureRow {
     LoadFailure failure;
     std::string_view shown; ///< empty: logged only
@@ -55,7 +54,7 @@ void report_failure(Session& session, LoadFailure failure) {
     if (row.pending)
         session.pending_error = row.shown.empty() ? row.logged : row.shown;
     if (!row.shown.empty())
-        show_alert(std::string(row.shown));
+        show_alert(row.shown);
     write_log(row.logged);
 }
 
@@ -108,7 +107,7 @@ void run_pass(Session& session) {
 }
 
 void read_pass_pictures_ahead() {
-    std::vector<std::string> paths = background_paths();
+    std::vector<std::string> paths(path::backgrounds.begin(), path::backgrounds.end());
     std::ranges::copy(listed_pictures(path::buffer_list), std::back_inserter(paths));
     read_pictures_ahead(paths);
 }

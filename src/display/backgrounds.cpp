@@ -8,14 +8,9 @@ namespace vcc {
 
 namespace {
 
-// Empty again before the library is shut down.
-std::array<BitmapPtr, path::backgrounds.size()> pictures;
+std::array<BitmapPtr, path::backgrounds.size()> pictures; // empty again before the library is shut down
 
 } // namespace
-
-std::vector<std::string> background_paths() {
-    return {path::backgrounds.begin(), path::backgrounds.end()};
-}
 
 int load_backgrounds() {
     for (std::size_t i = 0; i < pictures.size(); ++i) {

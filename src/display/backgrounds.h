@@ -1,15 +1,9 @@
 // The four background pictures that rotate while a pass loads.
 #pragma once
 
-#include <string>
-#include <vector>
-
 namespace vcc {
 
 inline int background_rotation = 0; ///< pictures shown since the program started
-
-/// Their files.
-std::vector<std::string> background_paths();
 
 /// Loads them; returns 0, or the number (1 to 4) of the first that cannot be loaded.
 int load_backgrounds();

@@ -24,7 +24,7 @@ struct Setup {
     int requested_depth = 0;
 };
 
-/// Sets 800 x 600 at `depth` bits; 0 keeps the colour depth.
+/// A depth of 0 keeps the present one.
 bool set_mode(bool full, int depth) {
     if (depth != 0)
         set_color_depth(depth);
@@ -80,7 +80,7 @@ int listed_depth() {
     return best_listed_depth(modes, platform::full_screen_is_centred);
 }
 
-/// Sets the mode at the first depth of the table that works; returns that depth, or 0.
+/// Returns the depth that it has set, or 0.
 int first_depth_that_works(bool full) {
     const auto* const found = std::ranges::find_if(depths, [full](int depth) { return set_mode(full, depth); });
     return found == depths.end() ? 0 : *found;
@@ -134,22 +134,16 @@ SetupResult probe(Setup& setup) {
     return finish(setup);
 }
 
-/// Sets a mode at a depth. If that fails, restores `old_depth` and the mode of `fullscreen`, because the library has
-/// already closed its screen.
-bool change_mode(bool full, int depth, int old_depth) {
-    if (set_mode(full, depth))
-        return true;
-    const bool restored = set_mode(fullscreen == full_screen, old_depth);
-    write_log(format_text("Cannot set the %s mode at %d bits, %s", full ? "full-screen" : "window", depth,
-                          restored ? "the previous mode stays" : "and the previous mode is lost"));
-    return false;
-}
-
 void switch_to_depth(bool toggle, int depth, int old_depth) {
     follow_window_manager();
     const bool full = (fullscreen == full_screen) != toggle;
-    if (change_mode(full, depth, old_depth))
+    if (set_mode(full, depth)) {
         fullscreen = full ? full_screen : windowed;
+    } else { // the library has already closed its screen
+        const bool restored = set_mode(fullscreen == full_screen, old_depth);
+        write_log(format_text("Cannot set the %s mode at %d bits, %s", full ? "full-screen" : "window", depth,
+                              restored ? "the previous mode stays" : "and the previous mode is lost"));
+    }
     show_buffer_zero();
     install_display_switching();
 }

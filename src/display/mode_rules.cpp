@@ -25,18 +25,10 @@ constexpr std::array<ModeFailureRow, 10> rows{{
     {depth_not_found, "First run fdepth error !", "First run fdepth error", 0, SetupResult::fatal},
 }};
 
-constexpr bool in_order() {
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        if (static_cast<std::size_t>(rows[i].failure) != i)
-            return false;
-    return true;
-}
-static_assert(in_order());
-
 } // namespace
 
 const ModeFailureRow& failure_row(ModeFailure failure) {
-    return rows[static_cast<std::size_t>(failure)];
+    return *std::ranges::find(rows, failure, &ModeFailureRow::failure);
 }
 
 std::string error_line(int number, const Desktop& desktop, int requested_depth, std::uint8_t screen, ModeRange range) {

@@ -1,4 +1,5 @@
-// Picture files of an installation.
+// Picture files of an installation: PCX. True-colour ones are read in two steps: unpacking the bytes, which takes long
+// but needs no graphics library, and making a bitmap of them.
 #pragma once
 
 #include "core/handles.h"
@@ -6,6 +7,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -14,7 +17,7 @@ namespace vcc {
 inline constexpr int picture_limit = 4096; ///< pixels of a side
 inline constexpr int picture_header_size = 128;
 inline constexpr std::size_t picture_file_limit =
-    std::size_t{picture_limit} * picture_limit * 6; ///< bytes; none of them in a run
+    std::size_t{picture_limit} * picture_limit * 6; ///< bytes, for the largest picture without a single run
 
 /// The header of a PCX file.
 struct PictureHeader {
@@ -26,6 +29,18 @@ struct PictureHeader {
 };
 inline constexpr const char* unfit_picture = "is no picture that the program can read";
 PictureHeader read_picture_header(std::span<const std::uint8_t> bytes);
+
+/// The samples of a 24-bit picture, line by line: bytes_per_line of red, of green, of blue.
+struct UnpackedPicture {
+    PictureHeader header;
+    std::unique_ptr<std::uint8_t[]> samples;
+
+    std::size_t size() const; ///< bytes of the samples
+};
+
+/// Unpacks the bytes of a whole file. Nothing if it is no readable 24-bit picture, or its data end early.
+/// Does not use the graphics library, so any thread may call it.
+std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file);
 
 /// Loads a PCX picture, converted to the colour depth in force, and its palette (`palette` may be null). Fails if the
 /// file is missing, is no PCX picture or has a header that the library cannot be trusted with.

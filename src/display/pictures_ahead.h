@@ -1,7 +1,7 @@
 // Reads pictures on a thread of its own while the program sets up window, input, fonts and sound.
 #pragma once
 
-#include "display/unpacked_picture.h"
+#include "display/picture.h"
 
 #include <string>
 #include <vector>
