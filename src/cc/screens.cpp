@@ -17,7 +17,7 @@
 #include "settings/settings.h"
 #include "sound/music.h"
 #include "sound/sound.h"
-#include "text/drawing.h"
+#include "text/fonts.h"
 
 #include <algorithm>
 
@@ -74,7 +74,6 @@ void restart_cc_music() {
         show_loop_label(Module::control_centre, settings.theme[cc_module] + 1);
 }
 
-/// Applies what the options screen has changed; returns the next state.
 ScreenResult after_options(BITMAP*& target, ScreenResult next) {
     load_settings();
     if (settings.bitmap_depth != options_screen.depth_at_menu) {

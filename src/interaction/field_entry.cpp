@@ -3,6 +3,7 @@
 #include "display/buffers.h"
 #include "interaction/player_input.h"
 #include "screen/draw.h"
+#include "screen/draw_text.h"
 #include "screen/status_line.h"
 #include "settings/settings.h"
 #include "text/fonts.h"
@@ -18,12 +19,39 @@ namespace {
 
 constexpr int numeric_field = 1;
 constexpr int status_font = 4;
+constexpr int insert_colour_step = 16;
 
 std::size_t current_of(const ScreenRun& run) {
     return static_cast<std::size_t>(run.current);
 }
 
+/// `look`, the slot or its toggle record, gives font, box and colours.
+FieldLook field_look(const Slot& slot, const Slot& look) {
+    return {look.fore_colour, look.back_colour, look.box_width != 0,
+            has_shadow(slot) ? static_cast<unsigned char>(slot.sound_flags[1]) : -1};
+}
+
+void draw_field(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text) {
+    if (look.editable)
+        fill_text_box(target, field.x, field.y, column_x(drawing.current_font, field.size), look.box_colour);
+    if (look.shadow_colour >= 0)
+        draw_text(target, field.x + 1, field.y + 1, text, look.shadow_colour, false);
+    draw_text(target, field.x, field.y, text, look.text_colour, false);
+}
+
 } // namespace
+
+void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text, int cursor,
+                 int mode) {
+    if (!look.editable)
+        return;
+    const std::size_t before = std::min(static_cast<std::size_t>(cursor), text.size());
+    const std::string_view character = before < text.size() ? text.substr(before, 1) : std::string_view(" ");
+    const int x = field.x + text_width(drawing.current_font, text.substr(0, before));
+    fill_text_box(target, x, field.y, text_width(drawing.current_font, character),
+                  look.text_colour + insert_colour_step * mode);
+    draw_text(target, x, field.y, character, look.box_colour, false); // no shadow: it would touch the next character
+}
 
 FieldEntry::FieldEntry(ScreenRun& run, const Slot& look, bool clear_keyboard)
     : hard_edges_(anti_aliased_text, 0), run_(run), slot_(run.set->slots[current_of(run)]),
@@ -55,7 +83,7 @@ KeyEvent FieldEntry::apply(const KeyEvent& key) {
     return outcome == EditOutcome::full ? KeyEvent{key::enter, 0, KeyKind::ending} : key;
 }
 
-/// A text longer than the field stood on the screen's background as well.
+/// A text longer than its field has covered some of the background, too.
 void FieldEntry::restore_background(const std::string& text) {
     if (BITMAP* const clean = graphic_buffer(run_.set->slots.front().buffer))
         blit(clean, run_.target, place_.x, place_.y, place_.x, place_.y, text_width(slot_.font, text),

@@ -2,12 +2,24 @@
 #pragma once
 
 #include "core/scope.h"
-#include "interaction/field_draw.h"
 #include "interaction/keys.h"
 #include "interaction/screen_run.h"
 #include "interaction/text_edit.h"
+#include "screen/draw_slot.h"
 
 namespace vcc {
+
+/// How a field being edited looks.
+struct FieldLook {
+    int text_colour = 0;
+    int box_colour = 0;
+    bool editable = false;  ///< with box and cursor block
+    int shadow_colour = -1; ///< below 0: no shadow
+};
+
+/// Draws the cursor over the field; its box shows the mode (0 overwrite, 1 insert).
+void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text, int cursor,
+                 int mode);
 
 /// Edits the edit text of a run's current slot. Turns smoothed edges off for its life.
 class FieldEntry {

@@ -24,12 +24,6 @@ Slot& slot_at(std::vector<Slot>& slots, int index) {
     return slots[static_cast<std::size_t>(index)];
 }
 
-int next_index(int index, int direction, int count) {
-    if (direction < 0)
-        return index == 0 ? count - 1 : index - 1;
-    return index + 1 == count ? 0 : index + 1;
-}
-
 } // namespace
 
 Rect slot_rect(const Slot& slot) {
@@ -77,7 +71,7 @@ int pick_focus(SlotSet& set, int index, int direction, bool single) {
             select_font(slot.font);
             return index;
         }
-        index = next_index(index, direction, set.slot_count());
+        index = (index + (direction < 0 ? set.slot_count() - 1 : 1)) % set.slot_count();
     }
     return set.slot_count() == 0 ? index : -1;
 }

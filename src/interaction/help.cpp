@@ -28,13 +28,12 @@ namespace {
 
 constexpr int slots_of_one_page = message_slot::last_line + 1; ///< buttons may be missing
 
-/// An open page. Restores at its end what it has changed outside the message set.
+/// An open page. When it closes, everything that it has changed outside the message set is as before.
 class HelpPage {
 public:
     explicit HelpPage(const HelpRequest& request);
     ~HelpPage();
-    HelpPage(const HelpPage&) = delete;
-    HelpPage& operator=(const HelpPage&) = delete;
+    HelpPage& operator=(HelpPage&&) = delete;
 
     int run();
 
@@ -193,10 +192,7 @@ void HelpPage::turn(int step) {
     const std::size_t last = entry_.pages.size() - 1;
     enable(message_slot::back);
     enable(message_slot::forward);
-    if (step < 0 && page_ > 0)
-        --page_;
-    if (step > 0 && page_ < last)
-        ++page_;
+    page_ = step < 0 ? std::max<std::size_t>(page_, 1) - 1 : std::min(page_ + 1, last);
     if (page_ == 0)
         disable(message_slot::back);
     if (page_ == last)
@@ -214,7 +210,7 @@ std::optional<int> HelpPage::press(int index) {
     return {};
 }
 
-/// A value closes the page.
+/// Returns what closes the page, if the code does.
 std::optional<int> HelpPage::handle(int code) {
     switch (code) {
     case key::f4:
@@ -245,7 +241,6 @@ int HelpPage::run() {
             return *result;
 }
 
-/// Why a message set cannot show a help page; empty if it can.
 std::string fault_of(const SlotSet& messages) {
     if (messages.slot_count() < slots_of_one_page)
         return format_text("Help page: the message set has %d slots, %d are needed", messages.slot_count(),

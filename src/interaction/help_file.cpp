@@ -22,7 +22,7 @@ class EntryReader {
 public:
     explicit EntryReader(std::string_view text) : lines_(text) {}
 
-    /// Searches from the current position for "+number" and goes to the line after it.
+    /// Moves on to the line after the next "+number".
     bool find(int number) {
         while (const auto line = lines_.next())
             if (line->starts_with('+') && to_number(*line) == number)
@@ -47,7 +47,7 @@ public:
         return pages;
     }
 
-    /// Collects text lines; true if a line of another kind ends them.
+    /// Takes text lines; true if a line of another kind ends them.
     bool text_lines(std::vector<std::string>& texts) {
         while (const auto line = lines_.next()) {
             if (!line->starts_with('-'))

@@ -8,7 +8,6 @@
 #include "interaction/focus.h"
 #include "interaction/keys.h"
 #include "interaction/player_input.h"
-#include "interaction/pointer_frame.h"
 #include "interaction/screen_run.h"
 #include "screen/draw.h"
 #include "settings/settings.h"

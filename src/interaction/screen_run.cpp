@@ -6,7 +6,7 @@
 #include "display/graphics_mode.h"
 #include "interaction/focus.h"
 #include "interaction/keys.h"
-#include "interaction/pointer_frame.h"
+#include "interaction/player_input.h"
 #include "screen/draw.h"
 #include "sound/music.h"
 
@@ -27,7 +27,7 @@ bool has_a_picture(const Slot& slot) {
     return slot.graphic == 0 || is_text_window(slot) || graphic_buffer(slot.buffer);
 }
 
-/// Why none of the set's slots can be chosen; empty if one can be.
+/// Empty if one of the slots can be chosen.
 std::string why_nothing_can_be_chosen(const SlotSet& set) {
     int inert = 0, hidden = 0, outside = 0, empty = 0;
     for (const Slot& slot : set.slots) {
@@ -48,10 +48,6 @@ std::string why_nothing_can_be_chosen(const SlotSet& set) {
         set.file.c_str(), set.slot_count(), inert, hidden, outside, empty);
 }
 
-Result activate(ScreenRun& run) {
-    return run.owner->activated ? run.owner->activated(run.current) : Result{};
-}
-
 Result step_back(ScreenRun& run) {
     const int pointed = slot_under_pointer(run.current, run.set->slots, false);
     if (pointed < 0)
@@ -67,38 +63,27 @@ Result escape_or_right_click(ScreenRun& run) {
     return mouse_buttons() == key::right_button ? step_back(run) : Result{ScreenResult::menu};
 }
 
-Result leave(ScreenRun&) {
-    return ScreenResult::leave;
-}
-
-Result leave_unusable(ScreenRun& run) {
-    write_log(why_nothing_can_be_chosen(*run.set));
-    return ScreenResult::leave;
-}
-
-Result open_help(ScreenRun& run) {
-    if (run.owner->help)
-        run.owner->help(run.current);
-    return {};
-}
-
-struct CommandRow {
-    int code;
-    Result (*run)(ScreenRun&);
-};
-
-constexpr CommandRow command_rows[] = {
-    {step_activated, activate}, {step_no_slot, leave_unusable}, {key::escape, escape_or_right_click},
-    {key::alt_x, leave},        {key::f1, open_help},           {key::shift_f1, open_help},
-    {key::ctrl_f1, open_help},
-};
-
 Result carry_out(ScreenRun& run, int code) {
-    for (const CommandRow& row : command_rows)
-        if (row.code == code)
-            return row.run(run);
-    carry_out_common_command(code);
-    return {};
+    switch (code) {
+    case step_activated:
+        return run.owner->activated ? run.owner->activated(run.current) : Result{};
+    case step_no_slot:
+        write_log(why_nothing_can_be_chosen(*run.set));
+        return ScreenResult::leave;
+    case key::escape:
+        return escape_or_right_click(run);
+    case key::alt_x:
+        return ScreenResult::leave;
+    case key::f1:
+    case key::shift_f1:
+    case key::ctrl_f1:
+        if (run.owner->help)
+            run.owner->help(run.current);
+        return {};
+    default:
+        carry_out_common_command(code);
+        return {};
+    }
 }
 
 } // namespace

@@ -19,16 +19,15 @@ namespace {
 constexpr int display_time_unit_ms = 100;
 constexpr int display_time_limit = 100; ///< ten seconds: a damaged file must not stall the program
 
-/// Where a navigation key moves the focus, before the search for a selectable slot.
+/// Where a key moves the focus, before the search for a selectable slot.
 struct FocusMove {
     int current = 0;
     int direction = 1;
     bool place_pointer = false; ///< the key moved the focus: search from `current` and move the pointer there
 };
 
-/// The focus after a finished entry: the next slot, or slot 0 after the last.
-FocusMove move_to_next(int current, int count) {
-    return {current + 1 < count ? current + 1 : 0, 1, false};
+int next_slot(int current, int count) {
+    return current + 1 < count ? current + 1 : 0;
 }
 
 /// The focus after a key in a set of `count` slots. Until the keyboard places the pointer, arrows and End go to slot 0:
@@ -43,7 +42,7 @@ FocusMove move_focus(int code, int current, int direction, int count, bool by_ke
         return go(current > 0 ? current - 1 : count - 1, -1);
     case key::down:
     case key::right:
-        return go(move_to_next(current, count).current, 1);
+        return go(next_slot(current, count), 1);
     case key::end:
         return go(count - 1, -1);
     case key::page_up:
@@ -61,7 +60,7 @@ Slot& current_slot(ScreenRun& run) {
     return run.set->slots[static_cast<std::size_t>(run.current)];
 }
 
-/// The record that gives an entry field its look during editing.
+/// Entry fields look like their toggle record while they are edited.
 const Slot& editing_look(const SlotSet& set, const Slot& slot) {
     if (slot.input_mode != 0 && set.has_toggle(slot.toggle))
         return set.toggles[static_cast<std::size_t>(slot.toggle)];
@@ -111,9 +110,8 @@ int accept(ScreenRun& run) {
         show_pressed(run);
         return step_activated;
     }
-    const FocusMove move = move_to_next(run.current, run.set->slot_count());
-    run.current = move.current;
-    run.direction = move.direction;
+    run.current = next_slot(run.current, run.set->slot_count());
+    run.direction = 1;
     return key::enter;
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "interaction/keys.h"
-#include "text/drawing.h"
 
 #include <string>
 

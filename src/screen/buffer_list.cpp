@@ -20,7 +20,7 @@ namespace vcc {
 
 namespace {
 
-/// Loading takes long: music and backgrounds continue between its steps.
+/// Music and backgrounds go on while pictures load.
 void show_progress() {
     feed_music();
     show_next_background();
@@ -84,20 +84,14 @@ BufferList read_buffer_list(std::string_view text) {
     BufferList list;
     NumberedLines lines(text);
     while (const auto line = lines.next()) {
-        const int at = lines.line_number(), number = line->number.value_or(0);
-        if (line->kind == NumberedLine::Kind::number) {
-            if (!is_buffer(number)) {
-                list.unknown = {at, '+', number};
-                break;
-            }
-        } else if (line->text.starts_with('*')) {
-            if (const int checked = to_number(line->text.substr(1)); !is_buffer(checked)) {
-                list.unknown = {at, '*', checked};
-                break;
-            }
-        } else if (line->kind == NumberedLine::Kind::text) {
-            list.pictures.push_back({at, number, std::string(line->text)});
+        const bool selects = line->kind == NumberedLine::Kind::number, checks = line->text.starts_with('*');
+        const int number = checks ? to_number(line->text.substr(1)) : line->number.value_or(0);
+        if ((selects || checks) && !is_buffer(number)) {
+            list.unknown = {lines.line_number(), line->text.front(), number};
+            break;
         }
+        if (line->kind == NumberedLine::Kind::text && !checks)
+            list.pictures.push_back({lines.line_number(), number, std::string(line->text)});
     }
     return list;
 }

@@ -48,7 +48,7 @@ void update_screen(BITMAP* source) {
     scare_mouse();
     copy_to_screen(source);
     unscare_mouse();
-    // The client's queue sends itself whenever it is full: without this the display can show the upper part of the new
+    // The client's queue also sends itself whenever it is full: the display could show the upper part of the new
     // picture above the lower part of the old one for a while.
     present_screen();
 }

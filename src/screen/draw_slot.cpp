@@ -41,7 +41,7 @@ bool has_box(const Slot& slot) {
     return slot.box_width != 0 && slot.box_height != 0;
 }
 
-/// For text on a box, in a field or over a picture, which has no clean background to blend into.
+/// On a box, in a field or over a picture there is no clean background to blend into.
 bool wants_hard_edges(const Slot& slot) {
     return slot.input_mode != 0 || has_box(slot) || skipped_by_focus(slot);
 }

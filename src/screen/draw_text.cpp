@@ -1,15 +1,17 @@
 // Smoothed edges are blended into the background, so a text would grow bolder each time it is drawn. Unless the whole
 // screen is being drawn, the background is therefore restored first, from a clean copy.
 #include "screen/draw_text.h"
+
 #include "core/geometry.h"
 #include "core/scope.h"
-
 #include "display/buffers.h"
 #include "media/truetype.h"
 #include "screen/colours.h"
 #include "screen/draw.h"
 #include "settings/settings.h"
 #include "text/fonts.h"
+
+#include <optional>
 
 namespace vcc {
 
@@ -27,22 +29,30 @@ void restore_background(BITMAP* target, int x, int y, std::string_view text) {
              cell_height(drawing.current_font) + 1);
 }
 
-} // namespace
-
-void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update) {
+void draw(BITMAP* target, int x, int y, std::string_view text, int colour, std::optional<int> shadow_pixel,
+          bool update) {
     x = as_coordinate(x);
     y = as_coordinate(y);
     platform::TrueTypeFont* const face = font_face(drawing.current_font);
     if (face && is_colour(colour)) {
-        if (hard_edges()) {
-            face->text_out(target, text, x, y, pixel_of(colour));
-        } else {
+        const bool hard = hard_edges();
+        if (!hard)
             restore_background(target, x, y, text);
+        if (shadow_pixel)
+            face->text_out_aa(target, text, x + 1, y + 1, *shadow_pixel);
+        if (hard)
+            face->text_out(target, text, x, y, pixel_of(colour));
+        else
             face->text_out_aa(target, text, x, y, pixel_of(colour));
-        }
     }
     if (update)
         update_screen(target);
+}
+
+} // namespace
+
+void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update) {
+    draw(target, x, y, text, colour, std::nullopt, update);
 }
 
 void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int colour, int box_colour, bool update) {
@@ -52,21 +62,7 @@ void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int co
 }
 
 void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_pixel, bool update) {
-    x = as_coordinate(x);
-    y = as_coordinate(y);
-    platform::TrueTypeFont* const face = font_face(drawing.current_font);
-    if (face && is_colour(colour)) {
-        const bool hard = hard_edges();
-        if (!hard)
-            restore_background(target, x, y, text);
-        face->text_out_aa(target, text, x + 1, y + 1, shadow_pixel);
-        if (hard)
-            face->text_out(target, text, x, y, pixel_of(colour));
-        else
-            face->text_out_aa(target, text, x, y, pixel_of(colour));
-    }
-    if (update)
-        update_screen(target);
+    draw(target, x, y, text, colour, shadow_pixel, update);
 }
 
 int text_cell_width(std::string_view text) {

@@ -2,8 +2,6 @@
 // table.
 #pragma once
 
-#include "text/drawing.h"
-
 #include <allegro.h>
 
 #include <string_view>

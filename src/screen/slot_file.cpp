@@ -24,7 +24,7 @@ void report_unreadable(const std::string& path, const std::string& reason) {
     show_status("Fehler beim oeffnen der Datei:", path, status_font);
 }
 
-/// The records of an opened file; `what_is_missing` completes the message if there are none.
+/// `what_is_missing` completes the message if there are no records.
 std::vector<Slot> take_records(const std::string& path, std::string_view bytes, std::string_view what_is_missing) {
     Result<std::vector<Slot>> records = read_slot_file(bytes);
     if (!records)

@@ -4,13 +4,84 @@
 #include "display/buffers.h"
 #include "screen/draw.h"
 #include "screen/draw_text.h"
-#include "screen/window_fill.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
+
+#include <algorithm>
+#include <initializer_list>
 
 namespace vcc {
 
 namespace {
+
+constexpr int low_byte = 0xFF;
+
+void fill_translucent(BITMAP* target, const TextWindow& window, std::initializer_list<Rect> areas) {
+    const auto channel = [](int value) { return std::clamp(value, 0, 255); };
+    const int red = channel(window.red), green = channel(window.green), blue = channel(window.blue);
+    set_trans_blender(red, green, blue, channel(window.alpha));
+    drawing_mode(DRAW_MODE_TRANS, nullptr, 0, 0);
+    for (const auto& [x1, y1, x2, y2] : areas)
+        rectfill(target, x1, y1, x2, y2, makecol(red, green, blue));
+    solid_mode();
+}
+
+int first_multiple(int from, int step) {
+    return (from + step - 1) / step * step;
+}
+
+void draw_dots(BITMAP* target, const Rect& area, int pixel) {
+    const int left = std::max(area.x1, 0), top = std::max(area.y1, 0);
+    const int right = std::min(area.x2, target->w), bottom = std::min(area.y2, target->h);
+    for (int y = first_multiple(top, dot_spacing); y < bottom; y += dot_spacing)
+        for (int x = first_multiple(left, dot_spacing); x < right; x += dot_spacing)
+            putpixel(target, x, y, pixel);
+}
+
+/// Leaves the right and bottom edge out.
+void fill_strip(BITMAP* target, int x1, int y1, int x2, int y2, int pixel) {
+    if (x1 < x2 && y1 < y2) // the library would swap the corners
+        rectfill(target, x1, y1, x2 - 1, y2 - 1, pixel);
+}
+
+void draw_shadow(BITMAP* target, const Rect& area, int width) {
+    const TextWindow& style = text_windows[style_window];
+    const auto [x1, y1, x2, y2] = area;
+    if (style.style != 0) {
+        fill_translucent(target, style, {{x1 + width, y2, x2, y2 + width}, {x2, y1 + width, x2 + width, y2 + width}});
+    } else {
+        // Pixel values, and only a low byte: odd on purpose.
+        fill_strip(target, x1 + width, y2, x2 + width, y2 + width, style.title_colour);
+        fill_strip(target, x2, y1 + width, x2 + width, y2 + width, style.title_colour & low_byte);
+    }
+}
+
+/// Fills an area in the window's style: solid (nothing for a colour below 0), dotted (without the right and bottom
+/// edge), or translucent with the window's shadow.
+void fill_window(BITMAP* target, const TextWindow& window, const Rect& area) {
+    if (window.style < 0) {
+        draw_dots(target, area, window.colour);
+    } else if (window.style == 0) {
+        fill_rect(target, area.x1, area.y1, area.x2, area.y2, window.colour); // draws nothing for a colour below 0
+    } else {
+        fill_translucent(target, window, {area});
+        if (window.shadow != 0)
+            draw_shadow(target, area, window.shadow);
+    }
+}
+
+/// Draws the window's grid lines over an area; nothing for a solid window, without a spacing, or for an empty area.
+void draw_window_grid(BITMAP* target, const TextWindow& window, const Rect& area) {
+    const int spacing = window.grid;
+    if (window.style == 0 || spacing <= 0 || area.x1 >= area.x2 || area.y1 >= area.y2)
+        return;
+    for (int y = area.y1 + spacing; y <= area.y2; y += spacing)
+        draw_hline(target, area.x1, y, area.x2, window.colour);
+    if (spacing == 1) // the horizontal lines cover everything
+        return;
+    for (int x = area.x1 + spacing; x <= area.x2; x += spacing)
+        draw_vline(target, x, area.y1, area.y2, window.colour);
+}
 
 bool is_window(int number) {
     return number >= 0 && number < text_window_count;
@@ -20,7 +91,6 @@ TextWindow& window_of(int number) {
     return text_windows[static_cast<std::size_t>(number)];
 }
 
-/// Corners in pixels.
 Rect area_of(const TextWindow& window) {
     if (window.pixel_coords)
         return {window.left, window.top, window.right, window.bottom};
@@ -39,7 +109,6 @@ int frame_colour(const TextWindow& window, bool highlighted) {
     return highlighted ? window_of(style_window).title_colour : window.colour;
 }
 
-/// Draws the title centred over a width in columns, and updates the display.
 void draw_title(BITMAP* target, const TextWindow& window, int left_column, int columns, int y) {
     const int offset = columns / 2 - static_cast<int>(window.title.size()) / 2;
     draw_boxed_text(target, column_x(window.font, left_column + offset), y, window.title, window.title_colour,

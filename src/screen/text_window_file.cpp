@@ -32,12 +32,12 @@ const WindowKey* key_of_line(std::string_view line) {
     return nullptr;
 }
 
-/// Comments, and coordinates that are neither upper left nor lower right.
+/// Comments, and unknown coordinates.
 bool is_ignored(std::string_view line) {
     return !line.empty() && (line[0] == '#' || line[0] == 'x' || line[0] == 'y');
 }
 
-/// Applies one line that is no "+" line; true for a "-" line.
+/// True for a "-" line.
 bool apply_line(std::string_view line, TextWindow& window) {
     if (const WindowKey* row = key_of_line(line)) {
         const int number = to_number(line.substr(row->key.size()));

@@ -16,7 +16,7 @@ namespace vcc {
 
 namespace {
 
-// What is fixed of the fonts; file, size and spacing are settings.
+// File, size and spacing of the fonts are settings; their cells are not.
 constexpr std::array<int, font_count> cell_widths{8, 9, 6, 7, 7, 7, 8, 10, 12, 12, 14};
 constexpr std::array<int, font_count> cell_heights{11, 13, 11, 11, 12, 12, 14, 16, 20, 20, 20};
 constexpr std::size_t proportional_fonts = 2; ///< the first ones

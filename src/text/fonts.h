@@ -2,7 +2,6 @@
 #pragma once
 
 #include "settings/settings.h"
-#include "text/drawing.h"
 
 #include <string>
 #include <string_view>
@@ -15,6 +14,17 @@ class TrueTypeFont;
 
 inline constexpr int fallback_font = 4; ///< stands in for any number outside 0 to 10
 inline constexpr int grid_row_limit = 200, grid_column_limit = 266;
+
+/// How text is drawn now.
+struct DrawingState {
+    int current_font = 0;  ///< font that text drawing uses
+    int previous_font = 0; ///< font that was current before the last select_font()
+    int grid_rows = 0;     ///< of the current font's grid
+    int grid_columns = 0;  ///< of the current font's grid, one more than fit
+    int text_on_box = 0;   ///< text is being drawn on a filled box: hard edges, no background restore
+    int full_redraw = 0;   ///< a whole screen is being drawn on a fresh background: no background restore
+};
+inline DrawingState drawing;
 
 /// Loads the eleven font files that the settings name from a folder. False after a failure, which is logged here;
 /// callers need no reason.
@@ -35,8 +45,7 @@ class FontSelection {
 public:
     explicit FontSelection(int n) : before_(drawing.current_font) { select_font(n); }
     ~FontSelection() { select_font(before_); }
-    FontSelection(const FontSelection&) = delete;
-    FontSelection& operator=(const FontSelection&) = delete;
+    FontSelection& operator=(FontSelection&&) = delete;
 
 private:
     int before_;

@@ -85,7 +85,6 @@ constexpr std::string_view explanations[][explanation_lines] = {
 
 constexpr std::string_view number_place = "%2.2d";
 
-/// By number.
 std::array<std::optional<std::string>, explanation_number(std::size(explanations))> translations;
 
 std::optional<std::string_view> english_text(int number) {

@@ -6,7 +6,6 @@
 #include "interaction/help.h"
 #include "interaction/keys.h"
 #include "interaction/player_input.h"
-#include "interaction/pointer_frame.h"
 #include "interaction/screen_run.h"
 #include "screen/colours.h"
 #include "support/slots.h"

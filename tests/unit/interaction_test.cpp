@@ -1,9 +1,9 @@
 // The rules of interaction: keys, editing, focus, what the pointer means, help files.
-#include "interaction/field_draw.h"
+#include "interaction/field_entry.h"
 #include "interaction/focus.h"
 #include "interaction/help_file.h"
 #include "interaction/keys.h"
-#include "interaction/pointer_frame.h"
+#include "interaction/player_input.h"
 #include "interaction/text_edit.h"
 #include "support/allegro_none.h"
 #include "support/screen_world.h"

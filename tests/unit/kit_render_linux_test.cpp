@@ -6,7 +6,7 @@
 
 #include "display/buffers.h"
 #include "interaction/player_input.h"
-#include "text/drawing.h"
+#include "text/fonts.h"
 
 #include <algorithm>
 #include <random>

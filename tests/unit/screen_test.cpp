@@ -7,7 +7,7 @@
 #include "sound/sound.h"
 #include "support/screen_world.h"
 #include "support/slots.h"
-#include "text/drawing.h"
+#include "text/fonts.h"
 
 #include <climits>
 #include <cstring>

@@ -12,7 +12,7 @@
 #include "settings/settings.h"
 #include "sound/music.h"
 #include "sound/sound.h"
-#include "text/drawing.h"
+#include "text/fonts.h"
 #include "text/language.h"
 
 #include <tuple>

@@ -4,7 +4,7 @@
 #include "vcckit/draw/render.h"
 #include "vcckit/play/virtual_desktop.h"
 
-#include "text/drawing.h"
+#include "text/fonts.h"
 
 #include <chrono>
 #include <functional>

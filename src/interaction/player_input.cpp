@@ -1,4 +1,4 @@
-#include "interaction/pointer_frame.h"
+#include "interaction/player_input.h"
 
 #include "interaction/keys.h"
 
