@@ -22,14 +22,14 @@ namespace {
 
 using Result = std::optional<ScreenResult>;
 
-template <std::size_t N>
-void take_field(char (&setting)[N], int field) {
+template <auto setting>
+void take_field(int field) {
     std::string text{text_of(option_slot(field).text)};
     trim_right(text);
-    store_text(setting, text);
+    store_text(settings.*setting, text);
 }
 
-// What the codes do that belong to no option. `target` may be another picture afterwards.
+// What codes that belong to no option do. They may replace `target`.
 
 template <ScreenResult Which>
 Result end_with(BITMAP*&) {
@@ -37,21 +37,16 @@ Result end_with(BITMAP*&) {
 }
 
 Result accept(BITMAP*&) {
-    take_field(settings.player_name, options_slot::player_name);
-    take_field(settings.ip_address, options_slot::ip_address);
+    take_field<&Settings::player_name>(options_slot::player_name);
+    take_field<&Settings::ip_address>(options_slot::ip_address);
     save_settings();
     return ScreenResult::menu;
 }
 
-Result take_name(BITMAP*&) {
+template <auto setting, int field>
+Result take(BITMAP*&) {
     hide_loop_button();
-    take_field(settings.player_name, options_slot::player_name);
-    return {};
-}
-
-Result take_address(BITMAP*&) {
-    hide_loop_button();
-    take_field(settings.ip_address, options_slot::ip_address);
+    take_field<setting>(field);
     return {};
 }
 
@@ -113,7 +108,7 @@ constexpr ActionRow actions[] = {
     {4, "battle", end_with<ScreenResult::battle>},
     {5, "options", end_with<ScreenResult::options>},
     {6, "accept", accept},
-    {17, "take_player_name", take_name, true},
+    {17, "take_player_name", take<&Settings::player_name, options_slot::player_name>, true},
     {18, "manual", show_manual, true},
     {30, "cancel", end_with<ScreenResult::menu>},
     {31, "select_hq", select<Module::hq>},
@@ -122,13 +117,12 @@ constexpr ActionRow actions[] = {
     {34, "select_cc", select<Module::control_centre>},
     {38, "theme_loop", toggle_loop},
     {50, "reset", reset, true},
-    {51, "take_address", take_address},
+    {51, "take_address", take<&Settings::ip_address, options_slot::ip_address>},
     {998, "back", end_with<ScreenResult::menu>},
 };
 
 constexpr std::string_view step_prefix = "step_", choose_prefix = "choose_";
 
-/// Whether every code and every name is unique in both tables together.
 constexpr bool tables_agree() {
     const auto codes_are = [](int code) {
         return std::ranges::count(actions, code, &ActionRow::code) +

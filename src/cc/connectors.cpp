@@ -16,7 +16,6 @@ constexpr int band_thickness = 3;
 constexpr int spur = 20;       ///< length of the line that leaves a button
 constexpr int sound_stub = 11; ///< the same on the left of the sound group
 
-/// Collects bands; those on the path are lit.
 class Bands {
 public:
     void across(int from, int to, int y, bool lit = false) { bands_.push_back({true, from, to, y, lit}); }

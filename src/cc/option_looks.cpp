@@ -15,7 +15,6 @@ void set_visible(int index, bool visible) {
     option_slot(index).draw_flags[0] = option_toggle(index).draw_flags[0] = visible ? ' ' : 'n';
 }
 
-/// Makes a slot and its toggle record visible and selectable, or hidden and inert.
 void set_reachable(int index, bool reachable) {
     set_visible(index, reachable);
     option_slot(index).toggle = option_toggle(index).toggle = reachable ? index : -1;

@@ -74,7 +74,7 @@ int settled_depth(int depth, int direction, const std::array<int, 3>& offered) {
     for (int i = 0; i <= last; ++i) {
         if (depth != i || is_offered(i))
             continue;
-        const int neighbour = direction > 0 ? (i < last ? i + 1 : i - 1) : (i == 0 ? i + 1 : i - 1);
+        const int neighbour = i == 0 || (direction > 0 && i < last) ? i + 1 : i - 1;
         if (is_offered(neighbour))
             depth = neighbour;
     }

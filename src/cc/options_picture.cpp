@@ -17,7 +17,6 @@ bool is_entry(int value) {
     return value >= 0 && value < value_entry_limit;
 }
 
-/// Draws a slot's highlighted look.
 void draw_option_toggle(BITMAP* target, int index) {
     draw_slot(target, options_set.toggles, index);
 }

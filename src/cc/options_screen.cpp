@@ -24,7 +24,6 @@ Row first_option_row() {
     return screen_mode_range == ModeRange::both ? Row::screen_mode : Row::depth;
 }
 
-/// Shows the pressed look, then the resting look again.
 void show_pressed_look(BITMAP* target, const Slot& button) {
     draw_press(target, button, true);
     update_screen(target);
@@ -60,7 +59,6 @@ bool OptionsScreen::play_theme() {
     return plays;
 }
 
-/// Marks an entry of the value panel.
 void OptionsScreen::mark_value(BITMAP* target, int value) {
     const EffectsHeld held;
     restore_buttons(target, *this);
@@ -84,7 +82,7 @@ void OptionsScreen::explain(BITMAP* target, Row row) {
     draw_explanation(target);
 }
 
-/// The row that the player steps, chooses or points at.
+/// Shows a row that the player steps, chooses or points at.
 void OptionsScreen::put_on_panel(BITMAP* target, const OptionRow& option, int direction) {
     if (option.rules.settle)
         option.rules.settle(direction);
@@ -97,7 +95,13 @@ void OptionsScreen::show_changed_row(BITMAP* target, const OptionRow& option, in
         restore_buttons(target, *this);
 }
 
-void OptionsScreen::apply(const OptionRow& option) {
+/// Sets a value of the selected module, and puts it into effect.
+void OptionsScreen::set_value(const OptionRow& option, int value) {
+    if (option.rules.loops)
+        theme_loop[index_of(selected_module)] = 0;
+    option.set(selected_module, value);
+    if (option.rules.loops)
+        show_loop_controls(selected_module);
     if (option.rules.apply)
         option.rules.apply(selected_module);
     if (!needs_met(Needs::music))
@@ -108,13 +112,8 @@ void OptionsScreen::step_value(BITMAP* target, const OptionRow& option, bool for
     option_row = option.row;
     if (!option.rules.shown_when_pointed_at)
         explain(target, option.row);
-    if (option.rules.loops)
-        theme_loop[index_of(selected_module)] = 0;
     const int value = option.get(selected_module);
-    option.set(selected_module, stepped_value(value, offered_values(option), option.rules.stepping, forward));
-    if (option.rules.loops)
-        show_loop_controls(selected_module);
-    apply(option);
+    set_value(option, stepped_value(value, offered_values(option), option.rules.stepping, forward));
     show_changed_row(target, option, forward ? 1 : -1);
 }
 
@@ -143,14 +142,8 @@ void OptionsScreen::choose(BITMAP* target, const OptionRow& option, int value) {
     show_loop_button_only_for_themes(option);
     if (option.rules.may_choose && !option.rules.may_choose())
         return;
-    if (is_choice(option, value)) {
-        if (option.rules.loops)
-            theme_loop[index_of(selected_module)] = 0;
-        option.set(selected_module, value);
-        if (option.rules.loops)
-            show_loop_controls(selected_module);
-        apply(option);
-    }
+    if (is_choice(option, value))
+        set_value(option, value);
     show_changed_row(target, option, 1);
     if (option.rules.explained_when_chosen)
         explain(target, option.row);
@@ -245,7 +238,6 @@ void OptionsScreen::take_loop_button_away(BITMAP* target, bool shown) {
         draw_row(target, *find_row(option_row));
 }
 
-/// Pointing at a row's button shows the row.
 void OptionsScreen::point_at_row(BITMAP* target, const OptionRow& option) {
     if (!needs_met(option.rules.needs))
         return;

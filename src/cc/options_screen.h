@@ -53,7 +53,7 @@ private:
     void mark_value(BITMAP* target, int value);
     void put_on_panel(BITMAP* target, const OptionRow& option, int direction = 1);
     void show_changed_row(BITMAP* target, const OptionRow& option, int direction);
-    void apply(const OptionRow& option);
+    void set_value(const OptionRow& option, int value);
     void step_value(BITMAP* target, const OptionRow& option, bool forward);
     void refresh_module_rows(BITMAP* target);
     void point_at_row(BITMAP* target, const OptionRow& option);
