@@ -109,7 +109,7 @@ TEST_F(Workspaces, SavingWritesSourcesAndPackedFilesOfDirtyDocumentsOnly) {
     EXPECT_EQ(workspace->undo("vcc")->text, menu) << "also behind what was saved";
 }
 
-TEST_F(Workspaces, AFaultForbidsToSaveAnything) {
+TEST_F(Workspaces, AFaultForbidsToSaveItsSourceOnly) {
     const auto workspace = open();
     edit(*workspace, 5);
     Operation broken;
@@ -119,9 +119,10 @@ TEST_F(Workspaces, AFaultForbidsToSaveAnything) {
     const auto saved = workspace->save(check);
     ASSERT_TRUE(saved);
     EXPECT_EQ(saved->faults.at(0).line, 3);
-    EXPECT_EQ(*read_file("game/screens/vcc.toml"), menu);
-    EXPECT_FALSE(fs::exists("game/tools/language/english/e_vcc.slt"));
-    EXPECT_FALSE(fs::exists("game/screens/vcc.toml.new"));
+    EXPECT_EQ(*read_file("game/screens/vcc.toml"), menu_with(5));
+    EXPECT_EQ(*read_file("game/screens/mess.toml"), pages);
+    EXPECT_FALSE(fs::exists("game/tools/language/english/e_mess.slt"));
+    EXPECT_TRUE(state(*workspace, "mess").dirty);
 }
 
 TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {

@@ -48,7 +48,7 @@ struct Recovery {
 
 struct Saved {
     std::vector<std::string> files; ///< that were written
-    Faults faults;                  ///< that forbid packing: nothing was written
+    Faults faults;                  ///< that forbid packing: their sources were not written
 };
 
 /// Checks a source that lies in `file`, with the installation's fonts.
@@ -85,8 +85,8 @@ public:
     Result<DocumentState> undo(const std::string& name) { return travel(name, true); }
     Result<DocumentState> redo(const std::string& name) { return travel(name, false); }
 
-    /// Writes all dirty documents with the packed files of both languages: all, or with any fault none. What others
-    /// write into the sources meanwhile is merged, too, and written again.
+    /// Writes the dirty documents with the packed files of both languages: all of those that can be packed, or none.
+    /// What others write into the sources meanwhile is merged, too, and written again.
     Result<Saved> save(const CheckSource& check);
 
     /// Reads what has changed on disk, and merges it with the working texts. The names of the documents that changed,

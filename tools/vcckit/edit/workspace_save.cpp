@@ -108,6 +108,7 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
         return Failure{std::move(reason)};
     take_disk_changes();
     std::vector<Leaving> leaving;
+    saved.faults.clear();
     for (Document& document : documents_) {
         if (!document.conflicts.empty())
             return Failure{document.name + (document.conflicts.front().removed
@@ -126,9 +127,10 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
         if (document.kind == DocumentKind::screen)
             checked = check(document.file, document.text);
         saved.faults.insert(saved.faults.end(), checked.faults.begin(), checked.faults.end());
-        leaving.push_back({&document, std::move(*bytes), std::move(checked.screen), nullptr});
+        if (checked.faults.empty())
+            leaving.push_back({&document, std::move(*bytes), std::move(checked.screen), nullptr});
     }
-    if (!saved.faults.empty() || leaving.empty())
+    if (leaving.empty())
         return false;
     if (std::string reason = fault_of_screens(leaving); !reason.empty())
         return Failure{std::move(reason)};

@@ -80,15 +80,13 @@ Answer Session::save(const json& body) {
         workspace_->save([this](const std::string& file, const std::string& text) { return check(file, text); });
     if (!saved)
         return refusal(status::refused, saved.reason());
-    if (!saved->faults.empty()) {
-        json faults = json::array();
-        for (const Fault& fault : saved->faults)
-            faults.push_back(
-                fault_json(fault, std::filesystem::path(fault.file).stem().string(), slot_of_fault(fault)));
+    json faults = json::array();
+    for (const Fault& fault : saved->faults)
+        faults.push_back(fault_json(fault, std::filesystem::path(fault.file).stem().string(), slot_of_fault(fault)));
+    if (!faults.empty() && saved->files.empty())
         return {.status = status::refused,
                 .body = text_of_json(
                     {{"error", "nothing is written: a source has a fault"}, {"faults", std::move(faults)}})};
-    }
     json documents = json::array();
     for (const DocumentState& document : workspace_->documents()) {
         if (const auto told = told_.find(document.name);
@@ -97,7 +95,8 @@ Answer Session::save(const json& body) {
         documents.push_back(json_of(document));
         tell_change(document, text_entry(body, "page").value_or(""));
     }
-    return {.body = text_of_json({{"saved", saved->files}, {"documents", std::move(documents)}})};
+    return {.body = text_of_json(
+                {{"saved", saved->files}, {"faults", std::move(faults)}, {"documents", std::move(documents)}})};
 }
 
 Answer Session::resolve(const json& body) {
