@@ -31,6 +31,7 @@ TEST(Describe, SaysWhichTableAFieldComesFrom) {
     EXPECT_EQ(leave["protected"], "slot on which the pointer shows preview 11");
     EXPECT_TRUE(slot(menu, 19)["protected"].is_null());
     EXPECT_EQ(menu.styles[0]["written"]["help_file"], R"({ en = "help/menu_en.hlp", de = "help/menu_de.hlp" })");
+    EXPECT_EQ(menu.styles[0]["look_written"]["pressed"]["sound_flags"], "\"n\"");
     EXPECT_EQ(menu.styles[0]["line"], 14);
 }
 

@@ -57,12 +57,35 @@ void add_looks(json& out, const Layers& layers, bool with_fields) {
         }
 }
 
+/// A value as the text has it; the parts of one that is written in several places as a table.
+std::string text_of_value(const SourceModel& model, const Node& value) {
+    if (value.span.end > value.span.begin)
+        return std::string(model.text_at(value.span));
+    std::string out = "{";
+    for (const Member& member : value.members)
+        out += (out.size() > 1 ? ", " : " ") + member.key + " = " + text_of_value(model, member.value);
+    return out + " }";
+}
+
+json values_in(const SourceModel& model, const Node& table) {
+    json values = json::object();
+    for (const Member& field : table.members)
+        if (!is_structure(field.key))
+            values[field.key] = text_of_value(model, field.value);
+    return values;
+}
+
 json describe_record(const SourceModel& model, const RecordTable& record, const EditRules& rules) {
     const bool slot = record.kind == Address::Of::slot;
     const Layers layers = model.layers_of(*record.table);
     json out = describe_table(model, *record.table);
     out["index"] = record.index();
     out["written"] = written_in(layers, slot ? "slot" : "toggle");
+    out["said"] = json::object();
+    for (const Layer& layer : layers)
+        for (const char* const field : {"align", "padding"})
+            if (const Node* const value = layer.table->find(field))
+                out["said"][field] = text_of_value(model, *value);
     out["repeat"] = nullptr;
     if (record.table->find("repeat"))
         out["repeat"] = {
@@ -85,24 +108,15 @@ json describe_records(const SourceModel& model, Address::Of kind, const EditRule
     return out;
 }
 
-/// A value as the text has it; the parts of one that is written in several places as a table.
-std::string text_of_value(const SourceModel& model, const Node& value) {
-    if (value.span.end > value.span.begin)
-        return std::string(model.text_at(value.span));
-    std::string out = "{";
-    for (const Member& member : value.members)
-        out += (out.size() > 1 ? ", " : " ") + member.key + " = " + text_of_value(model, member.value);
-    return out + " }";
-}
-
 json describe_style(const SourceModel& model, const std::string& name, const Node& table) {
     json out = describe_table(model, table);
     out["name"] = name;
-    out["written"] = json::object();
-    for (const Member& field : table.members)
-        if (!is_structure(field.key))
-            out["written"][field.key] = text_of_value(model, field.value);
+    out["written"] = values_in(model, table);
     add_looks(out, model.layers_of(table, name), false);
+    out["look_written"] = json::object();
+    for (const std::string look : out["looks"])
+        if (const Node* const own = table.table(look))
+            out["look_written"][look] = values_in(model, *own);
     return out;
 }
 

@@ -12,8 +12,8 @@
 namespace vcc::kit::edit {
 
 /// Records and styles are objects as pages get them: line, styles that they build on, and in `written` each field's
-/// name with who says it ("slot", "toggle" or "style button"; of several the last one, which counts). A style's
-/// `written` has the values as the text has them.
+/// name with who says it ("slot", "toggle" or "style button"; of several the last one, which counts), in `said` what
+/// places a text and is in no record. A style's `written` and `look_written` have the values as the text has them.
 struct Description {
     nlohmann::json slots = nlohmann::json::array(), toggles = slots, styles = slots; ///< in the order of the text
     std::vector<WindowPart> windows;

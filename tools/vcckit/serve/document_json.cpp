@@ -1,5 +1,6 @@
 #include "vcckit/serve/document_json.h"
 
+#include "vcckit/check/fixed_slots.h"
 #include "vcckit/faults/fault_codes.h"
 #include "vcckit/record/fields.h"
 #include "vcckit/text/latin1.h"
@@ -19,6 +20,10 @@ namespace vcc::kit::edit {
 using nlohmann::json;
 
 namespace {
+
+json text_or_null(const std::string& text) {
+    return text.empty() ? json() : json(text);
+}
 
 json rect_json(int x1, int y1, int x2, int y2) {
     return json::array({x1, y1, x2 - x1, y2 - y1});
@@ -137,14 +142,11 @@ json windows_json(const Description& description, const std::array<TextWindow, t
             continue;
         all.push_back({{"number", window.number},
                        {"line", window.line},
+                       {"protected", text_or_null(role_of_fixed_window(window.number))},
                        {"values", values_json(window.values)},
                        {"rect", rect_of_window(windows[static_cast<std::size_t>(window.number)])}});
     }
     return all;
-}
-
-json text_or_null(const std::string& text) {
-    return text.empty() ? json() : json(text);
 }
 
 } // namespace
