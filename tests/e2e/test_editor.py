@@ -147,7 +147,7 @@ def test_german_text_and_the_way_back_to_the_first_byte(page, project):
     page.click_at(60, 582)
     assert page.selection() == ["slot:18"]
     page.press("Texts")
-    page.type_into(page.all('[data-cell="18-de"]')[0], "Zentrale für Veldor")
+    page.type_into(page.all('[data-field="18-de"]')[0], "Zentrale für Veldor")
     page.wait_for_picture()
     page.press("DE")
     page.wait_for_picture()
@@ -172,7 +172,7 @@ def test_keys_alone_move_a_slot_and_save_it(page, project):
     page.driver.switch_to.active_element.send_keys("Factory")
     page.keys("enter")
     wait_until(lambda: page.selection() == ["slot:5"], "the slot that was looked for")
-    page.keys("enter", "up", "left", "left", "shift+right")
+    page.keys("up", "left", "left", "shift+right")
     page.wait_for_frame(FACTORY, (42, 235))
     page.keys("enter")  # to its properties
     field = page.driver.switch_to.active_element
@@ -231,7 +231,15 @@ def test_a_source_that_cannot_be_packed_is_not_saved(page, project):
     assert project.bytes() == before
     assert page.frame(FACTORY) == FACTORY_PLACE  # the last good picture stays
     assert page.all("#banner-stale")
-    page.keys("ctrl+z")
+    # other screens can be changed and saved
+    page.press("Options")
+    page.wait_for_picture()
+    page.click_at(260, 105)
+    page.keys("shift+right", "ctrl+s")
+    wait_until(lambda: project.source("vcc_options.toml").read_bytes() != before[project.source("vcc_options.toml")],
+               "the other source")
+    assert project.source().read_bytes() == before[project.source()]
+    page.keys("ctrl+1", "ctrl+z")
     wait_until(lambda: not page.all("#banner-stale"), "the source as it was")
 
 
@@ -390,7 +398,7 @@ def test_what_is_typed_into_the_source_keeps_what_others_write(page, project):
     page.keys("enter")
     page.wait_for_frame("slot:7", (34, 290))
     choose_factory(page)
-    page.run("document.getElementById('field-dest_x').focus()")  # the panel may be drawn again at any moment
+    page.all("#field-dest_x")[0].click()  # what was typed is sent meanwhile, and answered
     page.keys("ctrl+a", "4", "4")
     save(page)
     expected = b"# typed on\r\n" + text.replace(b"dest_y = 286", b"dest_y = 290")
@@ -399,8 +407,9 @@ def test_what_is_typed_into_the_source_keeps_what_others_write(page, project):
     assert b"dest_x = 44" in saved
 
 
-def project_text(page):
-    return page.run("return import('./state.js').then(({ state }) => state.documents.get('vcc').text)")
+def project_text(page, name="vcc"):
+    return page.run("const name = arguments[0];"
+                    "return import('./state.js').then(({ state }) => state.documents.get(name).text)", name)
 
 
 def test_a_page_comes_back_to_the_next_editor(page, project, editor):
@@ -469,8 +478,7 @@ def test_a_link_to_everything_does_not_hold_the_editor(project):
 # what misleads
 
 def test_controls_say_what_they_do(page, project):
-    # nothing is chosen: there is no slot whose looks could be shown, and F6 goes on
-    assert page.run("return document.querySelectorAll('#bar .segments button:disabled').length") == 2
+    # nothing is chosen, and F6 goes on
     assert [page.keys("f6") or page.focused() for _ in range(3)] == ["items", "below", "viewport"]
     # a text is changed in the language that is shown
     page.click_at(60, 582)
@@ -501,6 +509,143 @@ def test_controls_say_what_they_do(page, project):
     assert page.selection() == [page.all("#items li")[-1].get_attribute("data-key")]
     page.keys("tab")
     assert page.focused() != "viewport"
+
+
+def test_a_press_outlives_a_change_from_elsewhere(page, editor):
+    choose_factory(page)
+    back = page.all('.field .back[aria-label*="dest_y"]')[0]
+    place = back.rect
+    settle(0.5)  # the small pictures of the looks come later
+    assert back.rect == place, "nothing moves below the pointer"
+    page._actions().click_and_hold(back).perform()
+    editor.edit("vcc", {"do": "move", "of": [{"slot": 7}], "dx": 0, "dy": 4})
+    page.wait_for_frame("slot:7", (34, 290))
+    page._actions().release().perform()
+    wait_until(lambda: not page.all('.field .back[aria-label*="dest_y"]'), "the value to be taken back")
+
+
+def test_no_frames_lie_over_the_picture_of_another_screen(page):
+    page.run("""const context = document.getElementById('picture').getContext('2d');
+        window.seen = new Set();
+        const look = () => {
+          const frames = document.getElementById('frames');
+          if (frames.checkVisibility())
+            seen.add(`${frames.childElementCount} ${context.getImageData(0, 100, 800, 1).data.join()}`);
+          requestAnimationFrame(look);
+        };
+        look()""")
+    settle(0.1)
+    for key in ("ctrl+2", "ctrl+1"):
+        page.keys(key)
+        page.wait_for_picture()
+        settle(0.1)
+    assert page.run("return seen.size") == 2, "frames and picture of the menu, and of the options"
+
+
+NEW = [
+    # keys, document, what its source gets, where the focus is then
+    (("n",), "vcc", ['text = { en = "Text", de = "Text" }', "dest_x = 360"], "field-text"),
+    (("escape", "b"), "vcc", ['highlight = { fore_colour = "yellow" }'], "field-text"),
+    (("escape", "p"), "vcc", ["box_height = 50"], None),
+    (("escape", "w"), "factory", ["+26", "xo300"], "viewport"),
+    (("ctrl+f", "window 26", "enter", "ctrl+d"), "factory", ["+27", "xo308"], "viewport"),
+    (("ctrl+f", "slot 18", "enter", "ctrl+k", "new button", "enter"), "vcc", ["index = 25"], "field-text"),
+]
+
+
+def test_what_is_new(page):
+    for keys, name, expected, focus in NEW:
+        before = project_text(page, name).splitlines()
+        for key in keys:
+            page.keys(key)
+            page.wait_for_picture()
+        wait_until(lambda: set(expected) <= set(project_text(page, name).splitlines()) - set(before), f"{expected}")
+        wait_until(lambda: focus in (None, page.focused()), f"the focus in {focus}, not {page.focused()}")
+
+
+def test_slots_are_carried_to_another_screen(page):
+    left, top, width, height = FACTORY_PLACE
+    choose_factory(page)
+    page.wait_for_picture()
+    button = page.canvas()[top:top + height, left:left + width]
+    page.keys("ctrl+c", "ctrl+2")
+    page.wait_for_picture()
+    page.keys("ctrl+v")
+    copied = wait_until(page.selection, "the copy")
+    page.wait_for_picture()
+    assert page.frame(copied[0]) == FACTORY_PLACE
+    assert np.array_equal(page.canvas()[top:top + height, left:left + width], button)
+    page.keys("h")  # with its looks
+    page.wait_for_picture()
+    assert not np.array_equal(page.canvas()[top:top + height, left:left + width], button)
+
+
+def test_looks_of_a_style_and_the_colour_of_a_shadow(page):
+    page.click_at(60, 582)
+    page.all("#field-shadow")[0].click()
+    page.wait_for_picture()
+    page.type_into(wait_until(lambda: page.all('[data-field="shadow colour"]'), "the colour")[0], "green")
+    wait_until(lambda: 'shadow = "green"' in project_text(page), "the colour in the source")
+    page.press("Styles")
+    page.all("#items li")[0].click()
+    page.press("Pressed")
+    wait_until(lambda: page.run("return document.getElementById('field-src_x')?.value") == "440", "the look")
+    page.type_into(page.all("#field-src_x")[0], "441")
+    wait_until(lambda: "pressed = { src_x = 441, box_width = 656" in project_text(page), "the look in the source")
+
+
+def test_a_text_that_is_not_translated_is_marked(page):
+    page.press("Texts")
+    page.type_into(page.all('[data-field="18-de"]')[0], " ")
+    wait_until(lambda: "1 not translated" in page.text(".below-extra"), "the count")
+    page.keys("f7")
+    assert page.run("return document.activeElement.dataset.field") == "18-de"
+
+
+READABLE = """
+const numbers = (colour) => { const [r, g, b, a = 1] = colour.match(/[\\d.]+/g).map(Number); return [r, g, b, a]; };
+const over = ([r, g, b, a], below) => [r, g, b].map((part, i) => part * a + below[i] * (1 - a));
+const ground = (element) => {
+  if (!element) return [255, 255, 255];
+  const own = numbers(getComputedStyle(element).backgroundColor);
+  return own[3] === 1 ? own.slice(0, 3) : over(own, ground(element.parentElement));
+};
+const light = (colour) => colour.map((part) => part / 255).map((part) =>
+  part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4)
+  .reduce((sum, part, i) => sum + part * [0.2126, 0.7152, 0.0722][i], 0);
+const texts = [...document.querySelectorAll('body *')].filter((each) => each.checkVisibility() &&
+  !each.closest('#frames, :disabled, svg, option, datalist') && (each.matches('input, select, textarea') ||
+  [...each.childNodes].some((one) => one.nodeType === 3 && one.data.trim())));
+return texts.map((each) => {
+  const below = ground(each);
+  const [a, b] = [light(over(numbers(getComputedStyle(each).color), below)), light(below)].sort((x, y) => y - x);
+  return [(a + 0.05) / (b + 0.05), each.className, String(each.value || each.textContent).slice(0, 30)];
+});"""
+
+
+@pytest.mark.parametrize("scheme", ["light", "dark"])
+def test_everything_can_be_read_and_the_focus_is_seen(page, scheme):
+    page.resize(1280, 800, scheme)
+    choose_factory(page)
+    page.type_into(page.all("#field-display_time")[0], "900")
+    wait_until(lambda: "VK113" in page.text(".faults"), "the fault")
+    for look in ("Texts", "Source", "Faults"):
+        page.press(look)
+        page.run("document.getElementById('viewport').focus()")
+        settle(0.3)  # colours change slowly
+        read = page.run(READABLE)
+        assert len(read) > 60 and [each for each in read if each[0] < 4.5] == []
+    page.keys("?")
+    assert [each for each in page.run(READABLE) if each[0] < 4.5] == []
+    page.keys("escape", "escape", "shift+tab", "tab")  # out of the picture, and around
+    seen = set()
+    while page.focused() != "viewport":
+        seen.add(page.focused())
+        assert page.run("""const { activeElement } = document;
+            return activeElement === document.body || getComputedStyle(activeElement).outlineStyle !== 'none'"""), \
+            page.focused()
+        page.keys("tab")
+    assert {"divider", "below", "properties", "bar", "items", "tools"} <= seen, seen
 
 
 def test_a_picture_that_fails_and_a_folder_that_is_away_are_told(page, project):

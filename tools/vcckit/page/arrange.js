@@ -1,7 +1,8 @@
 // Moving and resizing in the units that place a record, aligning and distributing: operations for the server.
 import { edit } from './edits.js';
 import { around } from './geometry.js';
-import { item, keyOf, selected, state, windowsDocument } from './state.js';
+import { addressOf, item, keyOf, selected, state, windowsDocument } from './state.js';
+import { nameOf } from './values.js';
 
 /** What a gesture on an item really moves: a slot that shows a text window moves the window. */
 export function movedBy(each) {
@@ -25,12 +26,6 @@ export function canResize(each) {
   return ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
 }
 
-const addressOfItem = (each) => ({ [each.kind]: each.index });
-const nameOf = (each) => (each.kind === 'window' ? `window ${each.index}` : `slot ${each.index}`);
-export function describe(items) {
-  return items.length === 1 ? nameOf(items[0]) : `${items.length} slots`;
-}
-
 /**
  * Operations by document for moves in units: [{item, dx, dy}]. A repeated record moves its whole group once, a text
  * window once however many slots show it.
@@ -45,8 +40,8 @@ export function moveOperations(moves, what = 'move') {
     done.add(one);
     const list = documents.get(each.document.name) ?? [];
     const same = list.find((operation) => operation.dx === dx && operation.dy === dy);
-    if (same) same.of.push(addressOfItem(each));
-    else list.push({ do: what, of: [addressOfItem(each)], dx, dy });
+    if (same) same.of.push(addressOf(each.key));
+    else list.push({ do: what, of: [addressOf(each.key)], dx, dy });
     documents.set(each.document.name, list);
   }
   return documents;
@@ -66,7 +61,7 @@ export function nudge(dx, dy) {
   if (key !== burst.key || now - burst.at > 1000) burst = { key, number: burst.number + 1 };
   burst.at = now;
   const documents = moveOperations(items.map((each) => ({ item: each, dx, dy })));
-  send(documents, `Move ${describe(items)}`, `nudge ${burst.number}`);
+  send(documents, `Move ${nameOf(items)}`, `nudge ${burst.number}`);
 }
 
 /** Alt and an arrow key: wider, narrower, taller, lower by one unit. */
@@ -79,7 +74,7 @@ export function grow(dx, dy) {
     list.push(...resizeOperations(each, { right: dx, bottom: dy }));
     documents.set(each.document.name, list);
   }
-  send(documents, `Resize ${describe(items)}`, `grow ${items.map((each) => each.key).join()}`);
+  send(documents, `Resize ${nameOf(items)}`, `grow ${items.map((each) => each.key).join()}`);
 }
 
 export function movable() {
@@ -93,7 +88,7 @@ export function movable() {
  * cut it at the source as well, so that what stays does not move on the screen.
  */
 export function resizeOperations(each, { left = 0, top = 0, right = 0, bottom = 0 }) {
-  const of = [addressOfItem(each)];
+  const of = [addressOf(each.key)];
   const operations = [];
   if (left || top) operations.push({ do: 'move', of, dx: left, dy: top });
   if (each.kind === 'slot' && each.shown.kind === 'picture') {
@@ -116,7 +111,7 @@ const set = (of, field, value, language = '') => ({ do: 'set', of, field, langua
 /** Adds to a field of a slot in every language; where all say the same, the one value stays one. */
 function addTo(each, field, by) {
   if (!by) return [];
-  const of = [addressOfItem(each)];
+  const of = [addressOf(each.key)];
   const values = Object.entries(each.record.languages).map(([code, shown]) => [code, shown.values[field]]);
   if (values.every(([, value]) => value === values[0][1])) return [set(of, field, values[0][1] + by)];
   return values.map(([code, value]) => set(of, field, value + by, code));
@@ -138,7 +133,7 @@ export function align(how) {
   const { axis, to } = ways[how];
   const all = items.length > 1 ? around(items.map((each) => each.rect)) : screen;
   const moves = items.map((each) => shift(each, axis, to(each.rect, all) - each.rect[axis]));
-  send(moveOperations(moves), `Align ${describe(items)}: ${how}`);
+  send(moveOperations(moves), `Align ${nameOf(items)}: ${how}`);
 }
 
 /** The same gaps between three or more, the outer ones stay. */
@@ -153,7 +148,7 @@ export function distribute(axis) {
     at += each.rect[axis + 2] + gap;
     return move;
   });
-  send(moveOperations(moves), `Distribute ${describe(items)}`);
+  send(moveOperations(moves), `Distribute ${nameOf(items)}`);
 }
 
 function shift(each, axis, pixels) {

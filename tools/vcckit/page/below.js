@@ -14,7 +14,7 @@ const parts = { faults: { element: faults, draw: drawFaults, height: 5 }, texts:
 
 const count = el('span', { class: 'count' }, '0');
 const tabs = segments('List below', [
-  { value: 'faults', label: el('span', { class: 'with-count' }, 'Faults ', count), title: 'What check finds (F8)' },
+  { value: 'faults', label: el('span', {}, 'Faults ', count), title: 'What check finds (F8)' },
   { value: 'texts', label: 'Texts', title: 'Texts of both languages side by side' },
   { value: 'source', label: 'Source', title: 'The source as it is written (F9)' },
 ], (value) => showBelow(value));
@@ -52,8 +52,6 @@ divider.addEventListener('pointerdown', (event) => {
   divider.onpointermove = (moved) => resizeTo((before + start - moved.clientY) / rem());
   divider.onpointerup = () => { divider.onpointermove = null; };
 });
-divider.addEventListener('dblclick', () =>
-  resizeTo(panel.clientHeight < 4 * rem() ? parts[preferences.below].height : 2.4));
 divider.addEventListener('keydown', (event) => {
   const by = { ArrowUp: 1, ArrowDown: -1 }[event.key];
   if (!by) return;

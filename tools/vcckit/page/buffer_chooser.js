@@ -71,12 +71,13 @@ export function chooseBuffer(items) {
     return [clamp(Math.round((event.clientX - box.left) / scale), 0, size[0]),
       clamp(Math.round((event.clientY - box.top) / scale), 0, size[1])];
   };
-  function sides([x, y]) {
+  const edgesOf = ([x, y, w, h]) => [x, y, x + w, y + h];
+  /** Which of the edges (left, top, right, bottom) are taken hold of; null outside of the piece. */
+  function sides(from) {
     const near = GRIP / scale;
-    const within = (p, low, length) => p > low - near && p < low + length + near;
-    if (!within(x, rect[0], rect[2]) || !within(y, rect[1], rect[3])) return null;
-    return { left: Math.abs(x - rect[0]) < near, right: Math.abs(x - rect[0] - rect[2]) < near,
-      top: Math.abs(y - rect[1]) < near, bottom: Math.abs(y - rect[1] - rect[3]) < near };
+    const edges = edgesOf(rect);
+    return [0, 1].every((axis) => from[axis] > edges[axis] - near && from[axis] < edges[axis + 2] + near)
+      ? edges.map((edge, i) => Math.abs(from[i % 2] - edge) < near) : null;
   }
   area.addEventListener('pointerdown', (event) => {
     event.preventDefault();
@@ -90,13 +91,8 @@ export function chooseBuffer(items) {
     const [x, y] = at(event);
     const [dx, dy] = [x - hold.from[0], y - hold.from[1]];
     if (!hold.sides) rect = between(...hold.from, x, y);
-    else if (!Object.values(hold.sides).some(Boolean)) rect = moved(hold.rect, dx, dy);
-    else {
-      const [l, t, w, h] = hold.rect;
-      const left = hold.sides.left ? l + dx : l;
-      const top = hold.sides.top ? t + dy : t;
-      rect = between(left, top, hold.sides.right ? l + w + dx : l + w, hold.sides.bottom ? t + h + dy : t + h);
-    }
+    else if (!hold.sides.some(Boolean)) rect = moved(hold.rect, dx, dy);
+    else rect = between(...edgesOf(hold.rect).map((edge, i) => (hold.sides[i] ? edge + [dx, dy][i % 2] : edge)));
     show();
   });
   area.addEventListener('pointerup', () => { hold = null; });

@@ -1,5 +1,5 @@
 // Colours: a swatch, a name, and the whole table of 256 to choose from.
-import { el } from './dom.js';
+import { el, line } from './dom.js';
 import { popover } from './dialogs.js';
 import { state } from './state.js';
 import { namesFor, setValue, writtenFor } from './values.js';
@@ -22,18 +22,16 @@ export function colourInput(items, field, value, language) {
   const current = named ? named.number : Number(value.value ?? 0);
   const shown = value.mixed || value.value === undefined ? ''
     : value.name ?? nameOf(current, document) ?? String(value.value);
-  const input = el('input', { type: 'text', value: shown, placeholder: value.mixed ? 'several' : '',
-    spellcheck: false, autocomplete: 'off', list: listFor(document).id });
-  const send = () => {
-    const typed = input.value.trim();
-    if (typed && typed !== shown) setValue(items, field.name, /^-?\d+$/.test(typed) ? Number(typed) : typed, language);
-  };
-  input.addEventListener('change', send);
+  const input = line(shown, (text) => {
+    const typed = text.trim();
+    if (typed) setValue(items, field.name, /^-?\d+$/.test(typed) ? Number(typed) : typed, language);
+  }, { placeholder: value.mixed ? 'several' : '', list: listFor(document).id });
+  input.dataset.field = `${field.name} colour`;
   const button = el('button', { type: 'button', class: 'swatch-button', title: 'Colour table',
     'aria-label': `Colour table for ${field.name}`, on: { click: () => openTable(button, current, document, (number) =>
       setValue(items, field.name, writtenFor('colour', number, document), language)) } },
   swatch(value.mixed ? -1 : current));
-  button.dataset.field = `${field.name} table`; // the focus comes back here
+  button.dataset.field = `${field.name} table`; // the focus comes back to both
   return el('div', { class: 'with-button first' }, button, input);
 }
 

@@ -2,11 +2,11 @@
 import { el } from './dom.js';
 
 /** A modal dialog; gives back a function that closes it. Buttons: [{label, run, primary}]; `run` says false to stay. */
-export function dialog(title, content, buttons = [{ label: 'Close', primary: true }], { closed, wide } = {}) {
+export function dialog(title, content, buttons = [{ label: 'Close', primary: true }], { closed, wide, bare } = {}) {
   const returnTo = document.activeElement;
   const close = () => element.close();
-  const element = el('dialog', { class: wide ? 'wide' : '', 'aria-label': title }, el('h2', {}, title),
-    el('div', { class: 'content' }, content), el('div', { class: 'buttons' }, buttons.map((each) =>
+  const element = el('dialog', { class: wide ? 'wide' : '', 'aria-label': title }, bare ? null : el('h2', {}, title),
+    el('div', { class: 'content' }, content), el('div', { class: 'buttons', hidden: bare }, buttons.map((each) =>
       el('button', { type: 'button', class: each.primary ? 'primary' : '', on: { click: async () => {
         if (await each.run?.() !== false) close();
       } } }, each.label))));
@@ -22,26 +22,20 @@ export function dialog(title, content, buttons = [{ label: 'Close', primary: tru
   return close;
 }
 
-export const isOpen = () => Boolean(document.querySelector('dialog[open], .popover'));
-
-/** Something small beside a control; gives back a function that closes it. */
+/** Something small beside a control; gives back a function that closes it, as Escape and a click elsewhere do. */
 export function popover(anchor, content) {
-  const element = el('div', { class: 'popover' }, content);
-  const close = () => {
+  const element = el('div', { popover: 'auto' }, content);
+  element.addEventListener('toggle', (event) => {
+    if (event.newState !== 'closed') return;
     element.remove();
-    removeEventListener('pointerdown', outside, true);
     anchor.focus();
-  };
-  const outside = (event) => { if (!element.contains(event.target)) close(); };
-  element.addEventListener('keydown', (event) => {
-    if (event.key === 'Escape') close();
-    event.stopPropagation();
   });
+  element.addEventListener('keydown', (event) => event.stopPropagation());
   document.body.append(element);
+  element.showPopover();
   const box = anchor.getBoundingClientRect();
   const { width, height } = element.getBoundingClientRect();
   element.style.left = `${Math.max(4, Math.min(box.left, innerWidth - width - 8))}px`;
   element.style.top = `${box.bottom + height + 4 < innerHeight ? box.bottom + 3 : Math.max(4, box.top - height - 3)}px`;
-  addEventListener('pointerdown', outside, true);
-  return close;
+  return () => element.hidePopover();
 }

@@ -16,6 +16,26 @@ export function el(tag, properties = {}, ...children) {
   return element;
 }
 
+/** Elements by name that are made anew only when they would say something else. */
+export function keeper() {
+  const kept = new Map();
+  return (name, says, make) => {
+    const text = JSON.stringify(says);
+    if (kept.get(name)?.text !== text) kept.set(name, { text, element: make() });
+    return kept.get(name).element;
+  };
+}
+
+/** Gives an element these children. Those that it has stay where they are, with the focus and a press on them. */
+export function put(parent, children) {
+  const wanted = new Set(children);
+  for (const each of [...parent.childNodes]) if (!wanted.has(each)) each.remove();
+  children.forEach((child, i) => {
+    if (parent.childNodes[i] !== child) parent.insertBefore(child, parent.childNodes[i] ?? null);
+  });
+  return parent;
+}
+
 export const find = (id) => document.getElementById(id);
 
 const SVG = 'http://www.w3.org/2000/svg';
@@ -30,6 +50,8 @@ const strokes = {
   plus: 'M8 3v10M3 8h10',
   minus: 'M3 8h10',
   fit: 'M2 6V2h4M10 2h4v4M14 10v4h-4M6 14H2v-4',
+  closer: 'M7 2.500a4.500 4.500 0 1 0 0 9 4.500 4.500 0 0 0 0-9M10.200 10.200 14 14M7 5v4M5 7h4',
+  find: 'M7 2.500a4.500 4.500 0 1 0 0 9 4.500 4.500 0 0 0 0-9M10.200 10.200 14 14',
   grid: 'M2 2h12v12H2zM6 2v12M10 2v12M2 6h12M2 10h12',
   snap: 'M4 2v6a4 4 0 0 0 8 0V2M4 5h0M2.5 2h3v3h-3zM10.500 2h3v3h-3z',
   outlines: 'M3 5h7v6H3zM6 3h7v6',
@@ -76,6 +98,53 @@ export function icon(name) {
 export function iconButton(name, label, run, properties = {}) {
   return el('button', { type: 'button', class: 'icon', title: label, 'aria-label': label, on: { click: run },
     ...properties }, icon(name));
+}
+
+/** A line that is sent on Enter and when it is left; Escape brings back what was there. */
+export function line(before, send, properties = {}) {
+  const input = el('input', { type: 'text', value: before, spellcheck: false, autocomplete: 'off', ...properties });
+  const leave = () => {
+    delete input.dataset.typing;
+    if (input.value === before) return;
+    before = input.value;
+    send(input.value, input);
+  };
+  input.addEventListener('input', () => { input.dataset.typing = '1'; });
+  input.addEventListener('change', leave);
+  input.addEventListener('keydown', (event) => {
+    if (event.key === 'Enter') leave();
+    else if (event.key === 'Escape' && input.value !== before) {
+      input.value = before;
+      delete input.dataset.typing;
+      event.stopPropagation();
+    }
+  });
+  return input;
+}
+
+/** Draws anew. The field with the focus is found again by its name, with what is being typed in it. */
+export function keepFocus(root, draw) {
+  const old = document.activeElement;
+  const name = root.contains(old) && old.dataset.field;
+  draw();
+  const next = name && !old.isConnected && root.querySelector(`[data-field="${CSS.escape(name)}"]`);
+  if (!next) return;
+  if (old.dataset.typing) {
+    next.value = old.value;
+    next.dataset.typing = '1';
+  }
+  next.focus({ preventScroll: true });
+  if (old.type === 'text' && next.type === 'text') next.setSelectionRange(old.selectionStart, old.selectionEnd);
+}
+
+const steps = { ArrowDown: 1, ArrowUp: -1, PageDown: 10, PageUp: -10, Home: -1e6, End: 1e6 };
+/** Where a key leads to in a list; null for other keys. */
+export function stepInList(event, at, count) {
+  const step = steps[event.key];
+  if (!step || !count || event.altKey || event.ctrlKey) return null;
+  event.preventDefault();
+  event.stopPropagation();
+  return Math.min(Math.max(at + step, 0), count - 1);
 }
 
 /** Some of a few: [{value, label, title}]; `chosen` is called with the value. Arrow keys go through them. */

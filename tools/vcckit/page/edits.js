@@ -14,7 +14,8 @@ export function edit(name, label, operations, merge = '') {
   if (!operations.length) return Promise.resolve(true);
   const last = waiting.at(-1);
   if (merge && last?.merge === merge && last.name === name) {
-    last.operations = joined(last.operations, operations);
+    last.operations = operations[0].do === 'replace_text' ? [{ ...operations[0], base: last.operations[0].base }]
+      : last.operations.concat(operations);
     return last.done;
   }
   return ask({ path: 'edit', name, label, merge, operations });
@@ -92,8 +93,9 @@ async function sent(request, again = true) {
     const answer = await post(request.path, bodyOf(request));
     if (answer.picture) arrive(answer.picture, answer.pixels);
     for (const document of answer.documents ?? [await whole(answer)]) adopt(document);
-    if (request.path === 'save') sayWhatIsSaved(answer.saved ?? []);
-    return true;
+    if (request.path !== 'save') return true;
+    sayWhatIsSaved(answer.saved);
+    return !sayWhatIsNot(answer);
   } catch (error) {
     if (!(error instanceof Refusal)) {
       say('The tool does not answer: nothing was changed.', 'bad');
@@ -103,29 +105,21 @@ async function sent(request, again = true) {
       adopt(error.answer.document);
       if (again) return sent(request, false); // operations name records, so they still mean the same
     }
-    const [fault] = error.answer.faults ?? [];
-    say(fault ? `Not saved: ${fault.code} ${fault.where} ${fault.problem}` : error.message, 'bad');
-    tell(fault ? 'unsaved' : 'document');
+    if (!sayWhatIsNot(error.answer)) {
+      say(error.message, 'bad');
+      tell('document');
+    }
     return false;
   }
 }
 
+function sayWhatIsNot({ faults: [fault] = [] }) {
+  if (!fault) return false;
+  say(`${fault.document} is not saved: ${fault.code} ${fault.where} ${fault.problem}`, 'bad');
+  tell('unsaved');
+  return true;
+}
 function sayWhatIsSaved(files) {
   const names = files.map((each) => each.split('/').pop());
   say(names.length ? `Saved ${names.join(', ')}.` : 'There was nothing to save.');
-}
-
-function joined(before, more) {
-  const result = before.map((each) => ({ ...each }));
-  for (const operation of more) {
-    const same = result.find((each) => each.do === operation.do && each.field === operation.field &&
-      each.language === operation.language && JSON.stringify(each.of) === JSON.stringify(operation.of));
-    if (same && 'dx' in operation) {
-      same.dx += operation.dx;
-      same.dy += operation.dy;
-    } else if (same && operation.do === 'set') same.value = operation.value;
-    else if (same && operation.do === 'replace_text') same.text = operation.text;
-    else result.push({ ...operation });
-  }
-  return result;
 }

@@ -1,29 +1,30 @@
 // What check says of the installation, again after every change. A click leads to the record and its field.
-import { el } from './dom.js';
-import { focusField } from './properties.js';
+import { el, keeper, put, stepInList } from './dom.js';
 import { allFaults, keyOf, select, showView, state, tell } from './state.js';
 
 export const faults = el('ul', { class: 'faults', role: 'listbox', tabIndex: 0, 'aria-label': 'Faults' });
+const clean = el('li', { class: 'clean' }, 'No faults: the installation is clean.');
+const kept = keeper();
 let chosen = 0;
 
 export function draw() {
   const all = allFaults();
   chosen = Math.min(chosen, Math.max(all.length - 1, 0));
-  const clean = el('li', { class: 'clean' }, 'No faults: the installation is clean.');
-  faults.replaceChildren(...(all.length ? all.map(row) : [clean]));
+  const rows = all.map((fault, i) => kept(i, [fault, i === chosen], () => row(fault, i)));
+  put(faults, rows.length ? rows : [clean]);
   faults.setAttribute('aria-activedescendant', all.length ? `fault-${chosen}` : '');
 }
 
 function row(fault, number) {
   const where = [fault.document || fault.file, fault.line ? `:${fault.line}` : ''].join('');
   return el('li', { role: 'option', id: `fault-${number}`, 'aria-selected': String(number === chosen),
-    title: [fault.explanation, fault.advice].filter(Boolean).join('\n'), on: { click: () => lead(number) } },
+    title: [fault.explanation, fault.advice].filter(Boolean).join('\n'), on: { click: () => goToFault(number) } },
   el('span', { class: 'code' }, fault.code), el('span', { class: 'where' }, where),
   el('span', { class: 'problem' }, fault.problem), fault.advice ? el('span', { class: 'dim' }, fault.advice) : null);
 }
 
 /** Goes where a fault is: its screen, its record, its field; else its line of the source. */
-function lead(number) {
+export function goToFault(number) {
   chosen = number;
   const fault = allFaults()[number];
   if (!fault) return;
@@ -35,7 +36,7 @@ function lead(number) {
     showView({ view: view.view });
   if (hasSlot) {
     select(keyOf('slot', fault.slot));
-    if (fault.field) focusField(fault.field);
+    if (fault.field) tell('field', fault.field);
   } else if (document && fault.line) {
     tell('source', { name: fault.document, line: fault.line, column: fault.column, width: fault.width });
   }
@@ -43,21 +44,21 @@ function lead(number) {
 }
 
 faults.addEventListener('keydown', (event) => {
-  const by = { ArrowDown: 1, ArrowUp: -1 }[event.key];
-  const all = allFaults();
-  if (by) {
-    chosen = Math.min(Math.max(chosen + by, 0), Math.max(all.length - 1, 0));
+  const at = stepInList(event, chosen, allFaults().length);
+  if (at !== null) {
+    chosen = at;
     draw();
     faults.children[chosen]?.scrollIntoView({ block: 'nearest' });
-  } else if (event.key === 'Enter') lead(chosen);
-  else return;
-  event.preventDefault();
-  event.stopPropagation();
+  } else if (event.key === 'Enter') {
+    goToFault(chosen);
+    event.preventDefault();
+    event.stopPropagation();
+  }
 });
 
 /** F8: the next fault, round and round. */
 export function nextFault() {
   const all = allFaults();
-  if (all.length) lead((chosen + (faults.dataset.visited ? 1 : 0)) % all.length);
+  if (all.length) goToFault((chosen + (faults.dataset.visited ? 1 : 0)) % all.length);
   faults.dataset.visited = '1';
 }

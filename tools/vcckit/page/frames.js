@@ -1,7 +1,7 @@
 // Frames of everything that can be pointed at, over the picture.
 import { el, find } from './dom.js';
 import { inside } from './geometry.js';
-import { zoom } from './picture.js';
+import { isOfView, zoom } from './picture.js';
 import { preferences } from './preferences.js';
 import { allFaults, HEIGHT, on, placedItems, selected, state, WIDTH } from './state.js';
 import { canResize } from './arrange.js';
@@ -35,7 +35,11 @@ export function isSeen(each) {
   return preferences.unseen || !(each.shown?.hidden);
 }
 
+/** None over the picture of another screen, while the new one is on its way. */
+const showLayer = () => { layer.hidden = !isOfView(); };
+
 export function draw() {
+  showLayer();
   layer.classList.toggle('outlines', preferences.outlines);
   layer.classList.toggle('labels', preferences.labels);
   const faulty = new Set(allFaults().filter((each) => each.slot !== null && each.slot !== undefined)
@@ -106,3 +110,4 @@ function reveal() {
 
 on('document selection view zoom preferences hovered list faults project', draw);
 on('selection', reveal);
+on('picture', showLayer);

@@ -24,6 +24,22 @@ export const clamp = (value, low, high) => Math.min(Math.max(value, low), high);
 /** Lines that a rectangle's edges and middles offer or look for, in one direction (0 across, 1 down). */
 export const lines = (rect, axis) => [rect[axis], rect[axis] + rect[axis + 2], rect[axis] + rect[axis + 2] / 2];
 
+/** The gaps from a rectangle to what is next to it, or to the edge of the last of `others`: [{rect, length}]. */
+export function gaps(rect, others) {
+  return [0, 1].flatMap((axis) => {
+    const across = 1 - axis;
+    const middle = rect[across] + rect[across + 2] / 2;
+    const [low, high] = [rect[axis], rect[axis] + rect[axis + 2]];
+    const beside = others.slice(0, -1).filter((each) => each[across] < rect[across] + rect[across + 2] &&
+      rect[across] < each[across] + each[across + 2]);
+    const [start, end] = [others.at(-1)[axis], others.at(-1)[axis] + others.at(-1)[axis + 2]];
+    const from = Math.max(start, ...beside.map((each) => each[axis] + each[axis + 2]).filter((at) => at <= low));
+    const to = Math.min(end, ...beside.map((each) => each[axis]).filter((at) => at >= high));
+    return [[from, low - from], [high, to - high]].filter(([, length]) => length > 0).map(([at, length]) =>
+      ({ length, rect: axis ? [middle, at, 0, length] : [at, middle, length, 0] }));
+  });
+}
+
 /** The shortest way, at most `reach`, that brings a line of `rect` onto a line of the others: {by, at} or null. */
 export function snapped(rect, others, axis, reach) {
   let best = null;

@@ -1,12 +1,13 @@
 // One control for each kind of field. A control sends its value when it is left or Enter is pressed; numbers also step
-// with arrow keys and the wheel, and a row of such steps is one step of undo.
+// with arrow keys, and a row of such steps is one step of undo.
 import { chooseBuffer } from './buffer_chooser.js';
 import { colourInput } from './colours.js';
-import { el, iconButton } from './dom.js';
+import { el, iconButton, line } from './dom.js';
 import { clamp } from './geometry.js';
 import { soundButton } from './sounds.js';
 import { chooseStyle, namesFor, setValue, unsetValue, writtenFor } from './values.js';
 
+const LEAST = -2147483648; // that a record can hold
 // Fields of text windows that are more than plain numbers.
 const windowMeanings = { colour: 'colour', title_colour: 'colour', font: 'font', open_sound: 'sound',
   close_sound: 'sound' };
@@ -15,6 +16,7 @@ const choices = { align: () => ['left', 'centre', 'right'], style: (items) => it
 
 export function inputFor(items, given, value, language) {
   const field = given.meaning === 'window' ? { ...given, meaning: windowMeanings[given.name] ?? 'number' } : given;
+  if (field.kind === 'flag' && field.meaning === 'colour') return flagOrColour(items, field, value, language);
   if (field.kind === 'flag') return flag(items, field, value, language);
   if (choices[field.name] && items[0].kind !== 'window') return choice(items, field, value, language);
   if (field.kind === 'text') return textLine(items, field, value, language);
@@ -29,6 +31,13 @@ function flag(items, field, value, language) {
     on: { change: (event) => setValue(items, field.name, event.target.checked, language) } });
 }
 
+/** A flag, and the colour of what it switches on. */
+function flagOrColour(items, field, value, language) {
+  const colour = value.value === true ? undefined : value.value;
+  return el('div', { class: 'with-button first' }, flag(items, field, value, language),
+    value.value ? colourInput(items, field, { ...value, value: colour }, language) : null);
+}
+
 function choice(items, field, value, language) {
   const send = () => {
     if (field.name === 'style') chooseStyle(items, select.value);
@@ -41,67 +50,29 @@ function choice(items, field, value, language) {
   return select;
 }
 
-/** A line that is sent on Enter and when it is left; Escape brings back what was there. */
-function line(items, field, value, send, properties = {}) {
-  const shown = value.mixed ? '' : String(value.value ?? '');
-  const input = el('input', { type: 'text', value: shown, placeholder: value.mixed ? 'several' : '', spellcheck: false,
-    autocomplete: 'off', ...properties });
-  let before = shown;
-  const leave = () => {
-    delete input.dataset.typing;
-    if (input.value === before) return;
-    before = input.value;
-    send(input.value, input);
-  };
-  input.addEventListener('input', () => { input.dataset.typing = '1'; });
-  input.addEventListener('change', leave);
-  input.addEventListener('keydown', (event) => {
-    if (event.key === 'Enter') leave();
-    else if (event.key === 'Escape' && input.value !== before) {
-      input.value = before;
-      delete input.dataset.typing;
-      event.stopPropagation();
-    }
-  });
-  return input;
-}
+const shownOf = (value) => (value.mixed ? '' : String(value.value ?? ''));
+const several = (value) => (value.mixed ? 'several' : '');
 
 function textLine(items, field, value, language) {
-  const input = line(items, field, value, (text) => setValue(items, field.name, text, language));
-  if (field.size) input.maxLength = field.size;
-  return input;
+  return line(shownOf(value), (text) => setValue(items, field.name, text, language),
+    { placeholder: several(value), ...(field.size && { maxLength: field.size }) });
 }
 
-let steps = 0;
 function number(items, field, value, language) {
-  const merge = `step ${field.name} ${items.map((each) => each.key).join()} ${steps += 1}`;
   const send = (text) => {
     const typed = text.trim();
-    if (/^-?\d+$/.test(typed)) setValue(items, field.name, clamp(Number(typed), -2147483648, 2147483647), language);
+    if (/^-?\d+$/.test(typed)) setValue(items, field.name, clamp(Number(typed), LEAST, -LEAST - 1), language);
     else if (typed) setValue(items, field.name, typed, language);
   };
-  const input = line(items, field, value, send, { inputMode: 'numeric', class: 'number' });
-  const by = (amount) => {
-    const from = Number.parseInt(input.value, 10) || 0;
-    const low = field.max > field.min ? field.min : -2147483648;
-    const high = field.max > field.min ? field.max : 2147483647;
-    const next = clamp(from + amount, low, high);
-    if (next === from) return;
-    input.value = next;
-    setValue(items, field.name, next, language, input.dataset.merge ?? merge);
-    input.dataset.merge = input.dataset.merge ?? merge;
-  };
+  const input = line(shownOf(value), send, { placeholder: several(value), inputMode: 'numeric', class: 'number' });
   input.addEventListener('keydown', (event) => {
-    const amount = { ArrowUp: 1, ArrowDown: -1 }[event.key];
-    if (!amount) return;
+    const by = { ArrowUp: 1, ArrowDown: -1 }[event.key] * (event.shiftKey ? 10 : 1);
+    if (!by) return;
     event.preventDefault();
-    by(amount * (event.shiftKey ? 10 : 1));
+    const [low, high] = field.max > field.min ? [field.min, field.max] : [LEAST, -LEAST - 1];
+    input.value = clamp((Number.parseInt(input.value, 10) || 0) + by, low, high);
+    setValue(items, field.name, Number(input.value), language, `step ${field.name} ${items.map((each) => each.key)}`);
   });
-  input.addEventListener('wheel', (event) => {
-    if (document.activeElement !== input) return;
-    event.preventDefault();
-    by((event.deltaY < 0 ? 1 : -1) * (event.shiftKey ? 10 : 1));
-  }, { passive: false });
   return input;
 }
 

@@ -1,5 +1,5 @@
 // The list at the left: slots, text windows or styles, as a listbox that arrow keys go through.
-import { el, find, icon, segments } from './dom.js';
+import { el, find, icon, keeper, put, segments, stepInList } from './dom.js';
 import { listKeys } from './records.js';
 import { allFaults, item, on, select, showList, state, tell } from './state.js';
 
@@ -12,44 +12,22 @@ const tabs = segments('Kind of list', [
   select([]); // what is chosen is in the list that is shown
   showList(value);
 });
-const search = el('input', { type: 'search', placeholder: 'Find', 'aria-label': 'Find by number, name or text',
-  class: 'grow', on: { input: () => draw() } });
 const list = el('ul', { role: 'listbox', tabIndex: 0, 'aria-label': 'Slots', 'aria-multiselectable': 'true' });
 
-panel.append(el('div', { class: 'list-head' }, tabs, el('div', { class: 'list-find' }, search)), list);
+panel.append(el('div', { class: 'list-head' }, tabs), list);
 
 const kindWords = { text: 'text', picture: 'picture', window: 'shows a text window', other: 'other' };
 
-function matches(each, words) {
-  const text = [each.index, each.name, each.shown?.text, each.record.styles?.join(' ')].join(' ').toLowerCase();
-  return words.every((word) => text.includes(word));
-}
-
-function shownItems() {
-  const words = search.value.toLowerCase().split(/\s+/).filter(Boolean);
-  return listKeys().map((key) => item(key)).filter((each) => each && matches(each, words));
-}
-
-let rows = new Map(); // key to {element, looks}; a row is made anew only when it looks different
-let order = '';
+const kept = keeper();
 
 function draw() {
   if (!state.project) return;
   tabs.show(state.list);
   const faulty = new Set(allFaults().map((each) => `${each.document}/${each.slot}`));
-  const next = new Map();
-  for (const each of shownItems()) {
+  put(list, listKeys().map((key) => item(key)).map((each) => {
     const looks = looksOf(each, faulty);
-    const old = rows.get(each.key);
-    const same = old && JSON.stringify(old.looks) === JSON.stringify(looks);
-    const made = same ? old : { element: row(each.key, looks), looks };
-    if (old && !same) old.element.replaceWith(made.element);
-    next.set(each.key, made);
-  }
-  rows = next;
-  const keys = [...rows.keys()].join(' ');
-  if (keys !== order) list.replaceChildren(...[...rows.values()].map(({ element }) => element));
-  order = keys;
+    return kept(each.key, looks, () => row(each.key, looks));
+  }));
   list.setAttribute('aria-activedescendant', list.querySelector('.lead')?.id ?? '');
 }
 
@@ -89,7 +67,7 @@ function hint(each) {
 }
 
 function choose(key, event) {
-  const keys = shownItems().map((each) => each.key);
+  const keys = listKeys();
   if (event.shiftKey && state.selection.length) {
     const [from, to] = [keys.indexOf(state.selection[0]), keys.indexOf(key)].sort((a, b) => a - b);
     select([...keys.slice(Math.max(from, 0), to + 1).filter((each) => each !== key), key]);
@@ -98,39 +76,19 @@ function choose(key, event) {
   } else select(key);
 }
 
-const steps = { ArrowDown: 1, ArrowUp: -1, PageDown: 10, PageUp: -10, Home: -1e6, End: 1e6 };
 list.addEventListener('keydown', (event) => {
+  const keys = listKeys();
+  const at = stepInList(event, keys.indexOf(state.selection.at(-1)), keys.length);
   if (event.key === 'Enter') {
     find('viewport').focus();
     event.preventDefault();
     event.stopPropagation();
-    return;
-  }
-  const step = steps[event.key];
-  if (!step || event.altKey || event.ctrlKey) return;
-  const keys = shownItems().map((each) => each.key);
-  if (!keys.length) return;
-  const at = keys.indexOf(state.selection.at(-1));
-  const next = keys[Math.min(Math.max(at + step, 0), keys.length - 1)];
-  select(event.shiftKey ? [...state.selection.filter((key) => key !== next), next] : next);
-  event.preventDefault();
-  event.stopPropagation();
-});
-search.addEventListener('keydown', (event) => {
-  if (event.key === 'Escape' && search.value) {
-    search.value = '';
-    draw();
-    event.stopPropagation();
-  } else if (event.key === 'ArrowDown' || event.key === 'Enter') {
-    list.focus();
-    const first = shownItems()[0];
-    if (first && event.key === 'Enter') select(first.key);
-    event.preventDefault();
+  } else if (at !== null) {
+    select(event.shiftKey ? [...state.selection.filter((key) => key !== keys[at]), keys[at]] : keys[at]);
   }
 });
 
 export const focusList = () => list.focus();
-export const focusSearch = () => search.focus();
 
 on('hovered', () => {
   for (const element of list.children) element.classList.toggle('hovered', element.dataset.key === state.hovered);

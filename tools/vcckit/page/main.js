@@ -5,7 +5,6 @@ import './tools.js';
 import './properties.js';
 import './below.js';
 import './status.js';
-import './keys.js';
 import './conflict.js';
 import './pointer.js';
 import { find } from './dom.js';

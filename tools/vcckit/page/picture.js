@@ -1,10 +1,10 @@
 // The screen as the program draws it: asked for after every change, one request at a time, the newest wish wins.
 import { get } from './api.js';
 import { find } from './dom.js';
-import { clamp } from './geometry.js';
+import { around, clamp } from './geometry.js';
 import { banner } from './messages.js';
 import { preferences, prefer } from './preferences.js';
-import { HEIGHT, lead, on, screenDocument, state, tell, viewOf, WIDTH } from './state.js';
+import { canPreview, HEIGHT, lead, on, screenDocument, selected, state, tell, viewOf, WIDTH } from './state.js';
 
 const canvas = find('picture');
 const context = canvas.getContext('2d', { alpha: false, willReadFrequently: true });
@@ -14,6 +14,7 @@ const surface = find('surface');
 let wished = null;
 let fetching = false;
 let shownFor = '';
+let shownView = ''; // and in which language
 let number = 0; // of the picture that is shown; the server sends what differs from it
 let along = ''; // what was asked for along with a change
 let arrived = null;
@@ -21,11 +22,11 @@ let arrived = null;
 /** What a picture of the view is asked for with; the renderer's own words. */
 export function request(change = {}) {
   const { picture, rows: options } = viewOf(state.view);
-  const index = lead()?.kind === 'slot' ? lead().index : null;
+  const index = lead()?.kind === 'slot' && canPreview() ? lead().index : null;
   const about = state.view === 'help' ? state.about : null;
   return { view: picture ?? state.view, language: state.language, row: options ? state.row : null,
-    module: options ? state.module : null, hover: about ?? (state.preview === 'hover' ? index : null),
-    pressed: state.preview === 'pressed' ? index : null, ...change };
+    module: options ? state.module : null, hover: about ?? (state.look === 'highlight' ? index : null),
+    pressed: state.look === 'pressed' ? index : null, ...change };
 }
 
 /** Every document that a view is drawn from decides on its picture. */
@@ -70,8 +71,11 @@ async function work() {
     const began = performance.now();
     try {
       const image = await rgba({ ...wish, keep: 1 });
-      if (image.number > number) show(key, { began, ...image }); // else a newer one has come along with a change
+      if (image.number > number) // else a newer one has come along with a change
+        show(key, { began, ...image, wish: JSON.stringify(wish) });
     } catch (error) {
+      if (shownView !== viewIn(wish)) context.clearRect(0, 0, WIDTH, HEIGHT); // that of another screen
+      shownView = viewIn(wish);
       banner('picture', `The picture is an older one: ${error.message}`, [], 'bad');
       tell('picture', { fault: error.message });
     }
@@ -85,6 +89,7 @@ function show(key, picture) {
   arrived = null;
   number = picture.number;
   shownFor = key;
+  shownView = viewIn(JSON.parse(picture.wish));
   canvas.dataset.revision = picture.revision;
   banner('picture');
   tell('picture', { rendering: picture.milliseconds, whole: performance.now() - picture.began });
@@ -97,6 +102,10 @@ export async function rgba(wish) {
   return { pixels: new Uint8ClampedArray(await response.arrayBuffer()), rect: [0, 0, WIDTH, HEIGHT],
     number: told('X-Number'), revision: told('X-Revision'), milliseconds: told('X-Render-Milliseconds') };
 }
+
+const viewIn = ({ view, language }) => `${view} ${language}`;
+/** Whether the picture is one of what is chosen at the top, be it an older one. */
+export const isOfView = () => Boolean(viewOf(state.view)) && shownView === viewIn(request());
 
 /** Whether what is shown is drawn from the newest of everything. */
 export function isCurrent() {
@@ -115,15 +124,22 @@ export function colourAt(x, y) {
 
 export let zoom = 1;
 
-/** The largest whole step with which everything is seen. */
-function fitting() {
-  return clamp(Math.floor(Math.min(viewport.clientWidth / WIDTH, viewport.clientHeight / HEIGHT)), 1, 4);
+/** The largest whole step with which so much is seen. */
+function fitting(width = WIDTH, height = HEIGHT) {
+  return clamp(Math.floor(Math.min(viewport.clientWidth / width, viewport.clientHeight / height)), 1, 4);
 }
 
 /** A whole step 1 to 4, or 0 for as large as fits; the point (client coordinates) stays where it is. */
 export function zoomTo(step, point = null) {
   prefer({ zoom: step === 0 ? 0 : clamp(step, 1, 4) });
   layOut(point);
+}
+
+export function zoomToSelection() {
+  const [x, y, w, h] = around(selected().map((each) => each.rect).filter(Boolean));
+  zoomTo(fitting(w, h));
+  viewport.scrollTo(surface.offsetLeft + (x + w / 2) * zoom - viewport.clientWidth / 2,
+    surface.offsetTop + (y + h / 2) * zoom - viewport.clientHeight / 2);
 }
 
 export function layOut(point = null) {
@@ -152,5 +168,4 @@ viewport.addEventListener('wheel', (event) => {
   event.preventDefault();
   zoomTo(clamp(zoom + (event.deltaY < 0 ? 1 : -1), 1, 4), { x: event.clientX, y: event.clientY });
 }, { passive: false });
-on('document view project', () => refresh());
-on('selection', () => { if (state.preview !== 'rest') refresh(); });
+on('document view project selection', () => refresh());

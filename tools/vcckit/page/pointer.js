@@ -1,15 +1,16 @@
 // Gestures on the picture: choose, rubber band, drag, resize, pan. A gesture shows its frames at once; the changes
 // follow it to the server one at a time.
-import { describe, movable, movedBy, moveOperations, resizeOperations, send, unitOf } from './arrange.js';
+import { movable, movedBy, moveOperations, resizeOperations, send, unitOf } from './arrange.js';
 import { el, find } from './dom.js';
 import { undo } from './edits.js';
 import { isBackground, isSeen, keysAt, moveFrames } from './frames.js';
-import { around, between, meets, snapped } from './geometry.js';
+import { around, between, gaps, meets, snapped } from './geometry.js';
 import { place, zoom } from './picture.js';
 import { preferences } from './preferences.js';
 import { copySelected } from './records.js';
 import { cellOfGrid, showPointer } from './rulers.js';
 import { HEIGHT, item, lead, placedItems, select, selected, state, tell, WIDTH } from './state.js';
+import { nameOf } from './values.js';
 
 const surface = find('surface');
 const viewport = find('viewport');
@@ -140,6 +141,7 @@ function rubberBand(from, adding) {
 function put(element, [x, y, w, h]) {
   Object.assign(element.style, { left: `${x * zoom}px`, top: `${y * zoom}px`, width: `${w * zoom}px`,
     height: `${h * zoom}px` });
+  return element;
 }
 
 // dragging
@@ -168,16 +170,37 @@ function follower(label, operations, merge = nextMerge()) {
   };
 }
 
+/** How a drag ends: {follow, before, document}; cancelled, what it has changed is taken back. */
+function ending(overlay, course) {
+  async function finish() {
+    await course.before;
+    overlay.remove();
+    await course.follow?.done();
+  }
+  return {
+    async end() {
+      await finish();
+      if (!gesture) moveFrames(new Map());
+    },
+    async cancel() {
+      course.cancelled = true;
+      await finish();
+      moveFrames(new Map());
+      if (course.before || course.follow?.changed) await undo(course.document);
+    },
+  };
+}
+
 function dragging(copying) {
   let items = null;
-  let follow = null;
-  let copied = null;
-  let cancelled = false;
   let latest = null;
+  const course = {};
   const merge = nextMerge();
   const rects = new Map();
   const ghost = el('div', { class: 'ghost' });
   const guides = [el('div', { class: 'guide' }), el('div', { class: 'guide' })];
+  const measures = el('div', { class: 'measures' });
+  const overlay = el('div', {}, guides, measures, ghost);
   let others = [];
 
   function start() {
@@ -191,9 +214,10 @@ function dragging(copying) {
       else if (isSeen(each) && !isBackground(each.rect)) others.push(each.rect);
     }
     others.push([0, 0, WIDTH, HEIGHT]);
-    follow = follower(`Move ${describe(items)}`, ([dx, dy]) => moveOperations(items.map((each) =>
+    course.document = items[0]?.document.name;
+    course.follow = follower(`Move ${nameOf(items)}`, ([dx, dy]) => moveOperations(items.map((each) =>
       ({ item: each, dx: dx / unitOf(each)[0], dy: dy / unitOf(each)[1] }))), merge);
-    find('frames').append(ghost, ...guides);
+    find('frames').append(overlay);
   }
 
   /** Pixels that everything moves by: whole units of what is moved, after snapping. */
@@ -230,27 +254,14 @@ function dragging(copying) {
     async move(event, at) {
       latest = { shiftKey: event.shiftKey, ctrlKey: event.ctrlKey, at, from: gesture.from };
       if (!items && copying) { // the copies are what is moved, even when they come after the button is up
-        copied ??= copySelected({ by: [0, 0], merge });
-        await copied;
-        if (cancelled) return;
+        course.before ??= copySelected({ by: [0, 0], merge });
+        await course.before;
+        if (course.cancelled) return;
       }
       if (!items) start();
       if (items.length) moveTo(latest);
     },
-    async end() {
-      await copied;
-      clear();
-      await follow?.done();
-      if (!gesture) moveFrames(new Map());
-    },
-    async cancel() {
-      cancelled = true;
-      await copied;
-      clear();
-      await follow?.done();
-      moveFrames(new Map());
-      if (copied || follow?.changed) await undo(items?.[0].document.name);
-    },
+    ...ending(overlay, course),
   };
 
   function moveTo(how) {
@@ -258,7 +269,10 @@ function dragging(copying) {
     const [dx, dy] = distance(how, at);
     moveFrames(new Map([...rects].map(([key, [x, y, w, h]]) => [key, [x + dx, y + dy, w, h]])));
     showGhost(ghost, at, `dx ${signed(dx)}  dy ${signed(dy)}\n${placeText(dx, dy)}`);
-    follow.want([dx, dy, 0, 0]);
+    const [x, y, w, h] = around(items.map((each) => each.rect));
+    measures.replaceChildren(...gaps([x + dx, y + dy, w, h], others).map(({ rect, length }) =>
+      put(el('div', {}, el('span', {}, String(length))), rect)));
+    course.follow.want([dx, dy, 0, 0]);
   }
 
   function placeText(dx, dy) {
@@ -269,54 +283,36 @@ function dragging(copying) {
       ? `column ${Math.round((x + dx) / each.shown.cell[0])}  row ${Math.round((y + dy) / each.shown.cell[1])}` : '';
     return cells || `x ${x + dx}  y ${y + dy}`;
   }
-  function clear() {
-    ghost.remove();
-    guides.forEach((guide) => guide.remove());
-  }
 }
 
 // resizing
 
+const edges = [['w', 0, true], ['n', 1, true], ['e', 0, false], ['s', 1, false]];
+
 function resizing(side) {
   const each = movedBy(lead());
   const start = each.rect;
-  const unit = unitOf(each);
-  const isText = each.kind === 'slot' && each.shown.kind === 'text';
+  const isText = each.kind === 'slot' && each.shown.kind === 'text'; // boxes are in pixels
+  const steps = edges.map(([, axis, low]) => (low || !isText ? unitOf(each)[axis] : 1));
   const ghost = el('div', { class: 'ghost' });
-  const follow = follower(`Resize ${describe([each])}`, ([left, top, right, bottom]) =>
+  const follow = follower(`Resize ${nameOf([each])}`, ([left, top, right, bottom]) =>
     new Map([[each.document.name, resizeOperations(item(each.key), { left, top, right, bottom })]]));
-  const steps = (pixels, axis, low) => (low || !isText ? Math.round(pixels / unit[axis]) : Math.round(pixels));
-  const pixelsOf = (count, axis, low) => (low || !isText ? count * unit[axis] : count);
   return {
     move(event, at) {
       const way = [at.x - gesture.from.x, at.y - gesture.from.y];
-      const edge = (letter, axis, low) => {
+      const counts = edges.map(([letter, axis, low], i) => {
         if (!side.includes(letter)) return 0;
         const limit = start[axis + 2] - 1; // at least one pixel stays
-        const pixels = low ? Math.min(way[axis], limit) : Math.max(way[axis], -limit);
-        return steps(pixels, axis, low);
-      };
-      const [left, top, right, bottom] = [edge('w', 0, true), edge('n', 1, true), edge('e', 0, false),
-        edge('s', 1, false)];
-      const [l, t, r, b] = [pixelsOf(left, 0, true), pixelsOf(top, 1, true), pixelsOf(right, 0, false),
-        pixelsOf(bottom, 1, false)];
-      const rect = [start[0] + l, start[1] + t, start[2] + r - l, start[3] + b - t];
+        return Math.round((low ? Math.min(way[axis], limit) : Math.max(way[axis], -limit)) / steps[i]);
+      });
+      const [left, top, right, bottom] = counts.map((count, i) => count * steps[i]);
+      const rect = [start[0] + left, start[1] + top, start[2] + right - left, start[3] + bottom - top];
       moveFrames(new Map(state.selection.map((key) => [key, rect])));
       if (!ghost.isConnected) find('frames').append(ghost);
       showGhost(ghost, at, `${rect[2]} × ${rect[3]}\nx ${rect[0]}  y ${rect[1]}`);
-      follow.want([left, top, right, bottom]);
+      follow.want(counts);
     },
-    async end() {
-      ghost.remove();
-      await follow.done();
-      if (!gesture) moveFrames(new Map());
-    },
-    async cancel() {
-      ghost.remove();
-      await follow.done();
-      moveFrames(new Map());
-      if (follow.changed) await undo(each.document.name);
-    },
+    ...ending(ghost, { follow, document: each.document.name }),
   };
 }
 

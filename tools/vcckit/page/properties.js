@@ -1,17 +1,19 @@
 // Properties of what is chosen, in groups. Names, units, ranges and help come from the tool.
-import { el, find, icon } from './dom.js';
+import { el, find, icon, keeper, keepFocus, put } from './dom.js';
 import { inputFor } from './inputs.js';
 import { looksOf } from './looks.js';
 import { movedBy } from './arrange.js';
 import { renumber, split } from './records.js';
 import { on, screenDocument, select, selected, state, tell } from './state.js';
-import { hasLook, isOwn, isSpoken, originOf, setValue, unsetValue, usualLanguage, valueOf } from './values.js';
+import { addressFor, hasLook, isOwn, isSpoken, originOf, setValue, unsetValue, usualLanguage, valueOf }
+  from './values.js';
 import { edit } from './edits.js';
+import { explain } from './status.js';
 
 const panel = find('properties');
-const help = el('div', { id: 'field-help', class: 'field-help', 'aria-live': 'off' });
 const body = el('div', { class: 'fields' });
-panel.append(body, help);
+panel.append(body);
+const kept = keeper();
 
 // Rows of fields that are read together; what is in no group comes last, under "More". What does not concern a kind of
 // record stays closed until it is asked for.
@@ -20,7 +22,7 @@ const groups = [
     ['fore_colour', 'back_colour'], ['input_mode', 'size']] },
   { title: 'Place', rows: [['dest_x', 'dest_y'], ['column', 'row'], ['box_width', 'box_height']] },
   { title: 'Picture', closedFor: 'text', rows: [['graphic'], ['buffer'], ['src_x', 'src_y']] },
-  { title: 'Drawing', rows: [['hidden', 'shadow', 'focus_skip'], ['draw_flags', 'sound_flags']] },
+  { title: 'Drawing', rows: [['hidden', 'focus_skip'], ['shadow'], ['draw_flags', 'sound_flags']] },
   { title: 'Action', rows: [['action'], ['toggle', 'activated'], ['display_time'], ['sound'], ['sound_act']] },
   { title: 'Help', rows: [['help_file'], ['help_number']] },
   { title: 'More', rows: [['style'], ['name'], ['min_value', 'max_value'], ['reserved']] },
@@ -34,8 +36,6 @@ const windowGroups = [
 ];
 // Entries of a source that are changed in another way: by gestures, by the looks, or in the source itself.
 const elsewhere = new Set(['index', 'highlight', 'pressed', 'copy']);
-
-const openByHand = new Map(); // "title kind" to true or false
 
 function fieldsOf(items) {
   const all = items[0].kind === 'window' ? state.project.window_fields ?? [] : state.project.fields;
@@ -52,29 +52,7 @@ function plan() {
 function draw() {
   if (!state.project) return;
   const items = sameKind(selected());
-  const focus = focusedField();
-  const top = body.scrollTop;
-  body.replaceChildren(...(items.length ? propertiesOf(items).filter(Boolean) : [nothing()]));
-  body.scrollTop = top;
-  if (focus) restore(focus);
-}
-
-/** What is being typed stays: the field is found again after the panel was made anew. */
-function focusedField() {
-  const active = document.activeElement;
-  if (!body.contains(active) || !active.dataset.field) return null;
-  return { name: active.dataset.field, text: active.dataset.typing ? active.value : null, start: active.selectionStart,
-    end: active.selectionEnd };
-}
-function restore({ name, text, start, end }) {
-  const input = body.querySelector(`[data-field="${CSS.escape(name)}"]`);
-  if (!input) return;
-  if (text !== null) {
-    input.value = text;
-    input.dataset.typing = '1';
-  }
-  input.focus({ preventScroll: true });
-  if (typeof start === 'number' && input.type === 'text') input.setSelectionRange(start, end);
+  keepFocus(body, () => put(body, items.length ? propertiesOf(items) : [nothing()]));
 }
 
 function sameKind(items) {
@@ -89,14 +67,17 @@ function nothing() {
       `first change that is saved makes ${screenDocument().file}.`) : null,
     el('p', { class: 'dim' }, 'Click into the picture or the list. Ctrl takes what lies under it, Shift adds, ',
       'dragging draws a band around several.'),
-    el('p', { class: 'dim' }, el('kbd', {}, '?'), ' shows all keys.'));
+    el('p', { class: 'dim' }, el('kbd', {}, 'Ctrl+F'), ' finds everything, ', el('kbd', {}, '?'),
+      ' shows all that can be done.'));
 }
 
 function propertiesOf(items) {
   const [each] = items;
-  const parts = [heading(items)];
-  if (each.kind === 'slot' && items.length === 1) parts.push(looksOf(each));
-  if (state.look && each.kind === 'slot' && !items.every((one) => hasLook(one, state.look)))
+  const parts = [kept('heading', items.map(({ key, name, line, record, document }) => [key, name, line, document.name,
+    record.protected, record.styles, record.repeat]), () => heading(items))];
+  const hasLooks = each.kind === 'slot' || each.kind === 'style';
+  if (hasLooks && items.length === 1) parts.push(looksOf(each));
+  if (state.look && hasLooks && !items.every((one) => hasLook(one, state.look)))
     return [...parts, lookToMake(items)];
   const fields = fieldsOf(items);
   const kind = each.shown?.kind ?? each.kind;
@@ -112,11 +93,9 @@ function propertiesOf(items) {
 }
 
 function section({ title, closedFor }, kind, rows) {
-  const key = `${title} ${kind}`;
-  const open = openByHand.get(key) ?? (title !== 'More' && closedFor !== kind);
-  const details = el('details', { open }, el('summary', {}, title), rows);
-  details.addEventListener('toggle', () => openByHand.set(key, details.open));
-  return details;
+  const open = title !== 'More' && closedFor !== kind;
+  const details = kept(`section ${title} ${kind}`, 0, () => el('details', { open }, el('summary', {}, title)));
+  return put(details, [details.firstChild, ...rows]);
 }
 
 // heading
@@ -165,23 +144,31 @@ function repeatNote(each) {
 // looks
 
 function lookToMake(items) {
-  const of = items.map((each) => ({ slot: each.index }));
+  const of = items.map(addressFor);
   return el('div', { class: 'empty' }, el('p', {}, state.look === 'pressed' ? 'It has no look while it is pressed.'
     : 'It has no look while the pointer is over it.'),
   el('button', { type: 'button', on: { click: () => edit(items[0].document.name, `Make the ${state.look} look`,
-    [{ do: 'set', of: of.map((each) => ({ ...each, look: state.look })), field: 'fore_colour', language: '',
+    [{ do: 'set', of, field: 'fore_colour', language: '',
       value: 'white' }]) } }, 'Make one'));
 }
 
 // rows
 
 function row(items, names, fields) {
-  return el('div', { class: `row of-${names.length}` }, names.map((name) => cell(items, fields.get(name))));
+  const element = kept(`row ${names}`, 0, () => el('div', { class: `row of-${names.length}` }));
+  return put(element, names.map((name) => cell(items, fields.get(name))));
 }
 
 function cell(items, field) {
   const value = valueOf(items, field.name);
   const origins = items.map((each) => originOf(each, field.name));
+  const [{ document, record }] = items;
+  return kept(`field ${field.name}`, [field, value, origins, state.look, state.language, items.map((each) => each.key),
+    document.name, document.names, field.name === 'style' && [document.styles.map((each) => each.name), record.styles]],
+  () => newCell(items, field, value, origins));
+}
+
+function newCell(items, field, value, origins) {
   const own = origins.some(isOwn);
   const inherited = !own && origins[0];
   const id = `field-${field.name}`;
@@ -191,7 +178,8 @@ function cell(items, field) {
   main.dataset.field = field.name;
   main.setAttribute('aria-describedby', 'field-help');
   if (field.name === 'text' || field.name === 'dest_x') main.dataset.first = '1';
-  const element = el('div', { class: `field kind-${field.kind} ${own ? 'own' : inherited ? 'inherited' : 'unsaid'}`,
+  const kind = field.meaning === 'colour' ? 'colour' : field.kind;
+  return el('div', { class: `field kind-${kind} ${own ? 'own' : inherited ? 'inherited' : 'unsaid'}`,
     on: { pointerenter: () => showHelp(field, origins), focusin: () => showHelp(field, origins) } },
   el('div', { class: 'label' }, el('label', { for: id }, field.name),
     isSpoken(items, field.name) ? languageBadge(items, field, value.differs) : null,
@@ -199,7 +187,6 @@ function cell(items, field) {
       title: `Said by ${inherited}; a change here is this record's own` },
       inherited) : null,
     own && items[0].kind !== 'window' ? takeBack(items, field) : null), input);
-  return element;
 }
 
 function languageBadge(items, field, differs) {
@@ -218,16 +205,15 @@ function showHelp(field, origins) {
   const size = field.kind === 'text' && field.size ? `at most ${field.size} characters` : '';
   const facts = [field.unit, range, size].filter(Boolean).join(', ');
   const from = origins[0] ? `said by ${isOwn(origins[0]) ? 'this record' : origins[0]}` : 'not written: the default';
-  help.replaceChildren(el('b', {}, field.name), facts ? ` (${facts})` : '', `: ${field.help || '–'} `,
-    el('span', { class: 'dim' }, from));
+  explain(el('b', {}, field.name), facts ? ` (${facts})` : '', `: ${field.help || '–'}, ${from}`);
 }
 
 export function focusProperties() {
   (panel.querySelector('[data-first]') ?? body.querySelector('input, select, button'))?.focus();
 }
 
-/** Puts the cursor into a field; faults lead here. */
-export function focusField(name) {
+/** Puts the cursor into a field; faults and new slots lead here. */
+function focusField(name) {
   requestAnimationFrame(() => requestAnimationFrame(() => {
     const input = body.querySelector(`[data-field="${CSS.escape(name)}"]`);
     input?.closest('details')?.setAttribute('open', '');
@@ -237,3 +223,4 @@ export function focusField(name) {
 }
 
 on('project document selection view', plan);
+on('field', focusField);

@@ -1,79 +1,156 @@
-// Records as wholes: new, copy, remove, draw order. Numbers are chosen here, the server says what is not allowed.
+// Records as wholes: new, copy, paste, remove, draw order. Numbers are chosen here; the server says what is not
+// allowed.
+import { unitOf } from './arrange.js';
+import { chooseBuffer } from './buffer_chooser.js';
 import { edit } from './edits.js';
 import { meets } from './geometry.js';
 import { say } from './messages.js';
-import { item, keyOf, lead, screenDocument, select, selected, state, windowsDocument } from './state.js';
+import { addressOf, item, keyOf, lead, screenDocument, select, selected, state, tell,
+  windowsDocument } from './state.js';
+import { lookRecord, nameOf } from './values.js';
 
 const LAST = 199;
+const LAST_WINDOW = 29;
 
 function usedNumbers() {
   const document = screenDocument();
   return new Set([...document.slots, ...ownToggles()].map((each) => each.index));
 }
+const usedWindows = () => new Set(windowsDocument().windows.map((each) => each.number));
 
-/** The first number above `from` that no record has; null when there is none up to 199. */
-function freeAbove(from, used) {
-  for (let index = from + 1; index <= LAST; index += 1) if (!used.has(index)) return index;
-  return null;
-}
-const highest = () => Math.max(-1, ...screenDocument().slots.map((each) => each.index));
-
-const chosenSlots = () => selected().filter((each) => each.kind === 'slot');
-const addressOf = (each) => ({ [each.kind]: each.index });
-
-function full() {
-  say('All numbers up to 199 are in use.', 'bad');
+/** A number that no record has, behind the others where there is one; null when all are in use. */
+function free(used, last) {
+  for (const index of [Math.max(0, ...used) + 1, ...Array(last + 1).keys()])
+    if (index > 0 && index <= last && !used.has(index)) return index;
+  say(`All numbers up to ${last} are in use.`, 'bad');
   return null;
 }
 
 /** Copies what is chosen to free numbers behind the last one, moved by pixels, and chooses the copies. */
 export async function copySelected({ by = [8, 8], merge = '' } = {}) {
-  const items = chosenSlots();
-  if (!items.length) return;
-  const used = usedNumbers();
+  const kind = lead()?.kind;
+  const items = selected().filter((each) => each.kind === kind);
+  if (!['slot', 'window'].includes(kind)) return;
+  const [used, last] = kind === 'window' ? [usedWindows(), LAST_WINDOW] : [usedNumbers(), LAST];
   const operations = [];
   const copies = [];
   for (const each of items) {
-    const to = freeAbove(highest(), used) ?? freeAbove(0, used);
-    if (to === null) return full();
+    const to = free(used, last);
+    if (to === null) return;
     used.add(to);
-    copies.push(keyOf('slot', to));
-    operations.push({ do: 'copy', of: [{ slot: each.index }], to });
-    const [w, h] = each.shown.placed === 'cells' ? each.shown.cell : [1, 1];
+    copies.push(keyOf(kind, to));
+    operations.push({ do: 'copy', of: [addressOf(each.key)], to });
+    const [w, h] = unitOf(each);
     if (by[0] || by[1])
-      operations.push({ do: 'move', of: [{ slot: to }], dx: Math.ceil(by[0] / w), dy: Math.ceil(by[1] / h) });
+      operations.push({ do: 'move', of: [{ [kind]: to }], dx: Math.ceil(by[0] / w), dy: Math.ceil(by[1] / h) });
   }
-  const name = items.length === 1 ? `slot ${items[0].index}` : `${items.length} slots`;
-  if (await edit(items[0].document.name, `Copy ${name}`, operations, merge)) select(copies);
+  if (await edit(items[0].document.name, `Copy ${nameOf(items)}`, operations, merge)) select(copies);
 }
 
-/** A new text slot in the middle of the picture or at a place. */
-export async function createSlot(at = [360, 290]) {
-  const document = screenDocument();
-  const to = freeAbove(highest(), usedNumbers()) ?? freeAbove(0, usedNumbers());
-  if (to === null) return full();
-  const text = ['font = "bold_14"', 'fore_colour = "white"', `dest_x = ${at[0]}`, `dest_y = ${at[1]}`,
-    'text = { en = "Text", de = "Text" }', 'toggle = "inert"', ''].join('\n');
-  if (await edit(document.name, `New slot ${to}`, [{ do: 'create', to, text }])) select(keyOf('slot', to));
+const text = 'font = "bold_14"\nfore_colour = "white"\ntext = { en = "Text", de = "Text" }\n';
+/** That of another picture of the screen, else the last one that there is. */
+const usualBuffer = () => screenDocument().slots.map((each) => item(keyOf('slot', each.index)))
+  .find((each) => each.index > 0 && each.shown.kind === 'picture')?.shown.values.buffer ??
+  state.project.names.buffer.at(-1).number;
+const middle = 'dest_x = 360\ndest_y = 290\n';
+const blanks = {
+  text: () => `${text}${middle}toggle = "inert"\n`,
+  button: () => `${text}${middle}highlight = { fore_colour = "yellow" }\n`,
+  picture: () => `graphic = 1\nbuffer = ${usualBuffer()}\nbox_width = 100\nbox_height = 50\n${middle}` +
+    'toggle = "inert"\n',
+};
+
+/** A new slot in the middle of the picture, ready to be typed into; of a picture its piece is chosen. */
+export async function createSlot(kind) {
+  const to = free(usedNumbers(), LAST);
+  if (to === null || !await edit(screenDocument().name, `New slot ${to}`, [{ do: 'create', to, text: blanks[kind]() }]))
+    return;
+  select(keyOf('slot', to));
+  if (kind === 'picture') chooseBuffer(selected());
+  else tell('field', 'text');
+}
+
+/** A new text window, and a slot that shows it. */
+export async function createWindow() {
+  const windows = windowsDocument();
+  const window = windows ? free(usedWindows(), LAST_WINDOW) : null;
+  const to = free(usedNumbers(), LAST);
+  if (window === null || to === null) return;
+  if (await edit(windows.name, `New text window ${window}`,
+    [{ do: 'create', to: window, text: 'w1\nxo300\nyo200\nxu500\nyu400\n-1\nh140\n' }]) &&
+    await edit(screenDocument().name, `New slot ${to}`,
+      [{ do: 'create', to, text: `graphic = ${window}\ntext = "TEXT-WIN"\ntoggle = "inert"\n` }]))
+    select(keyOf('slot', to));
+}
+
+// from screen to screen
+
+let taken = [];
+
+/** A record as a source writes it without styles and names of its screen; `base` has what need not be said. */
+function written(values, base) {
+  const codes = Object.keys(values);
+  const text = (value) => JSON.stringify(value);
+  return Object.keys(values[codes[0]]).filter((field) => codes.some((code) =>
+    values[code][field] !== base(code, field)) && !['toggle', 'activated'].includes(field)).map((field) => {
+    const [first, ...others] = codes.map((code) => text(values[code][field]));
+    return `${field} = ${others.every((each) => each === first) ? first
+      : `{ ${codes.map((code) => `${code} = ${text(values[code][field])}`).join(', ')} }`}`;
+  });
+}
+const valuesOf = (record) => Object.fromEntries(Object.entries(record.languages).map(([code, { values }]) =>
+  [code, values]));
+
+function sourceOf(each) {
+  const own = valuesOf(each.record);
+  const { toggle } = each.shown.values;
+  const lines = written(own, (code, field) => (typeof own[code][field] === 'number' ? 0 : ''));
+  for (const look of each.record.looks) {
+    const record = lookRecord(each, look);
+    if (record) lines.push(`${look} = { ${written(valuesOf(record), (code, field) => own[code][field]).join(', ')} }`);
+  }
+  return [...lines, each.record.looks.includes('highlight') ? '' : `toggle = ${toggle}`, ''].join('\n');
+}
+
+/** Keeps the chosen slots for paste(), which puts them into the screen that is shown then. */
+export function take() {
+  const items = selected().filter((each) => each.kind === 'slot');
+  if (!items.length) return false;
+  taken = items.map(sourceOf);
+  say(`${nameOf(items)} copied; Ctrl+V puts it into the screen that is shown.`);
+  return true;
+}
+export async function paste() {
+  if (!taken.length) return void say('Nothing was copied yet.');
+  const used = usedNumbers();
+  const operations = [];
+  for (const source of taken) {
+    const to = free(used, LAST);
+    if (to === null) return;
+    used.add(to);
+    operations.push({ do: 'create', to, text: source });
+  }
+  if (await edit(screenDocument().name, 'Paste', operations))
+    select(operations.map(({ to }) => keyOf('slot', to)));
 }
 
 export async function removeSelected() {
-  const items = selected().filter((each) => each.kind === 'slot' || each.kind === 'toggle');
+  const items = selected().filter((each) => each.kind !== 'style');
   if (!items.length) return;
   const held = items.filter((each) => each.record.protected);
   if (held.length) {
-    say(`Slot ${held[0].index} stays: the program knows it as the ${held[0].record.protected}. ` +
-      'To take it from sight, set "hidden".', 'bad');
+    say(`${nameOf(held.slice(0, 1))} stays: the program knows it as the ${held[0].record.protected}. ` +
+      'To take a slot from sight, set "hidden".', 'bad');
     return;
   }
-  const name = items.length === 1 ? `${items[0].kind} ${items[0].index}` : `${items.length} slots`;
-  await edit(items[0].document.name, `Delete ${name}`, [{ do: 'remove', of: items.map(addressOf) }]);
+  await edit(items[0].document.name, `Delete ${nameOf(items)}`, [{ do: 'remove', of: items.map(({ key }) =>
+    addressOf(key)) }]);
 }
 
 export async function renumber(each, to) {
   if (!Number.isInteger(to) || to === each.index) return;
   if (await edit(each.document.name, `Renumber slot ${each.index} to ${to}`,
-    [{ do: 'renumber', of: [addressOf(each)], to }])) select(keyOf(each.kind, to));
+    [{ do: 'renumber', of: [addressOf(each.key)], to }])) select(keyOf(each.kind, to));
 }
 
 export function split(each) {
@@ -105,10 +182,9 @@ export async function reorder(direction) {
   const bound = others[1]?.index ?? (direction > 0 ? LAST + 1 : 0);
   for (let to = next.index + direction; to !== bound && to > 0 && to <= LAST; to += direction)
     if (!used.has(to)) return void await renumber(each, to);
-  const spare = freeAbove(highest(), used) ?? freeAbove(0, used);
+  const spare = free(used, LAST);
   if (next.record.protected || spare === null) {
-    say(next.record.protected ? `Slot ${next.index} keeps its number: ${next.record.protected}.` : 'No number is free.',
-      'bad');
+    if (next.record.protected) say(`Slot ${next.index} keeps its number: ${next.record.protected}.`, 'bad');
     return;
   }
   const step = (from, to) => ({ do: 'renumber', of: [{ slot: from }], to });

@@ -11,19 +11,23 @@ export const state = {
   row: null, ///< options: the option whose values are shown
   module: null, ///< options: whose settings
   about: null, ///< help: the menu's slot
-  preview: 'rest', ///< how the chosen slot is shown: rest, hover, pressed
   list: 'slots', ///< which list is open: slots, windows, styles
-  look: '', ///< whose properties: '', highlight, pressed
+  look: '', ///< in which the chosen slot is shown and changed: '', highlight, pressed
   selection: [], ///< keys such as "slot:3"; the last one is the leading one
   hovered: null,
   faults: [], ///< of the whole installation
 };
 
+export const viewNames = { menu: 'Menu', options: 'Options', help: 'Help', message: 'Message',
+  vcc_options_info: 'Explanations' };
+/** Whether slots of this screen can be shown under the pointer and pressed. */
+export const canPreview = () => ['menu', 'options'].includes(state.view);
+
 const listeners = new Map();
 
 /**
  * Topics: project, document, view, selection, hovered, faults, list, preferences, zoom, picture, pointer, queue; source
- * (a place in a source is to be shown), unsaved (a fault forbids to save).
+ * (a place in a source is to be shown), field (one of the properties is to be), unsaved (a fault forbids to save).
  */
 export function on(topics, run) {
   for (const topic of topics.split(' ')) {
@@ -92,7 +96,7 @@ function windowItem(number) {
   const document = windowsDocument();
   const record = document?.windows.find((each) => each.number === number);
   return record ? { key: keyOf('window', number), kind: 'window', document, record, index: number,
-    name: record.values.title || 'text window', line: record.line,
+    name: record.values.title || record.protected || 'text window', line: record.line,
     rect: record.rect[2] > 0 && record.rect[3] > 0 ? record.rect : null } : null;
 }
 
@@ -155,7 +159,6 @@ export function showView(change) {
   if (other) {
     state.selection = [];
     state.look = '';
-    state.preview = 'rest';
   }
   tell('view');
   if (other) tell('selection');

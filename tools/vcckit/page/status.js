@@ -1,4 +1,4 @@
-// The line under everything: pointer, selection, times of the last picture.
+// The line under everything: pointer, selection or an explanation, times of the last picture.
 import { el, find } from './dom.js';
 import { cellOfGrid } from './rulers.js';
 import { colourAt } from './picture.js';
@@ -7,9 +7,15 @@ import { on, screenDocument, selected, state } from './state.js';
 import { swatchOf } from './colours.js';
 
 const pointer = el('span');
-const chosen = el('span', { class: 'grow' });
+const chosen = el('span', { class: 'grow', id: 'field-help' });
 const time = el('span');
 find('status').append(pointer, chosen, time);
+
+/** Says something of a field, until something else is chosen. */
+export function explain(...parts) {
+  chosen.replaceChildren(...parts);
+  chosen.title = chosen.textContent;
+}
 
 on('pointer', (at) => {
   if (!at) {
@@ -27,13 +33,13 @@ on('document view project', () => banner('stale', screenDocument()?.stale
 on('selection document view', () => {
   const items = selected();
   const [each] = items;
-  if (!each) chosen.textContent = '';
-  else if (items.length > 1) chosen.textContent = `${items.length} chosen`;
+  if (!each) explain('');
+  else if (items.length > 1) explain(`${items.length} chosen`);
   else if (each.rect) {
     const [x, y, w, h] = each.rect;
     const placed = each.shown ? `, placed by ${each.shown.placed}` : '';
-    chosen.textContent = `${each.kind} ${each.index}: ${w} × ${h} at ${x}, ${y}${placed}`;
-  } else chosen.textContent = `${each.kind} ${each.name}`;
+    explain(`${each.kind} ${each.index}: ${w} × ${h} at ${x}, ${y}${placed}`);
+  } else explain(`${each.kind} ${each.name}`);
 });
 on('picture', ({ rendering, whole, fault }) => {
   time.textContent = fault ?? `drawn in ${rendering.toFixed(1)} ms, here after ${whole.toFixed(0)} ms`;

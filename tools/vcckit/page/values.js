@@ -5,40 +5,23 @@ import { state } from './state.js';
 /** The values that are shown: of the slot itself, or of its highlighted or pressed look. */
 function valuesOf(each, language) {
   if (each.kind === 'window') return each.record.values;
-  if (each.kind === 'style') {
-    return Object.fromEntries(Object.entries(each.record.written).map(([field, text]) =>
-      [field, valueOfText(text, language)]));
-  }
+  if (each.kind === 'style')
+    return fromTexts((state.look ? each.record.look_written[state.look] : each.record.written) ?? {}, language);
   const look = state.look && each.kind === 'slot' ? lookRecord(each, state.look) : null;
   const values = (look ?? each.record).languages[language]?.values ?? {};
-  return { ...flagsOf(values.draw_flags ?? ''), ...(look ? {} : placedTexts(each, language)), ...values };
+  const { said = {}, styles = [] } = each.record; // what no record has
+  return { ...flagsOf(values), ...(look ? {} : { ...fromTexts(said, language), style: styles[0] ?? '' }), ...values };
 }
 
-function flagsOf([hidden, shadow, skipped]) {
-  return { hidden: hidden === 'n', shadow: shadow === 's', focus_skip: skipped === 'x' };
+/** The shadow is true, or its colour. */
+function flagsOf({ draw_flags: [hidden, shadow, skipped] = '', sound_flags: colour = '' }) {
+  const [, number] = colour.match(/^\s*(\d+)/) ?? [];
+  return { hidden: hidden === 'n', shadow: shadow === 's' && (number ? Number(number) : true),
+    focus_skip: skipped === 'x' };
 }
 
-/** What a source writes and no record has: how the text is aligned. */
-function placedTexts(each, language) {
-  const values = { style: each.record.styles?.[0] ?? '' };
-  for (const field of ['align', 'padding']) {
-    const origin = each.record.written?.[field];
-    if (!origin) continue;
-    const style = origin.startsWith('style ') &&
-      each.document.styles.find((one) => one.name === origin.slice('style '.length));
-    const text = style ? style.written[field] : ownText(each, field);
-    if (text !== undefined) values[field] = valueOfText(text, language);
-  }
-  return values;
-}
-function ownText(each, field) {
-  for (const line of each.document.text.split('\n').slice(each.line)) {
-    if (line.startsWith('[')) return undefined;
-    const [name, ...rest] = line.split('=');
-    if (name.trim() === field) return rest.join('=').replace(/\s+#[^"]*$/, '').trim();
-  }
-  return undefined;
-}
+const fromTexts = (texts, language) => Object.fromEntries(Object.entries(texts).map(([field, text]) =>
+  [field, valueOfText(text, language)]));
 
 /** A value as a source writes it: a number, a flag, a text, or one of a table by language. */
 function valueOfText(text, language) {
@@ -57,7 +40,7 @@ function shownOf(each, language) {
 }
 
 /** The toggle record that a slot's look is. */
-function lookRecord(each, look) {
+export function lookRecord(each, look) {
   const index = look === 'highlight' ? each.index : each.record.activated;
   return index === null || index === undefined || (look === 'pressed' && !index) ? null
     : each.document.toggles.find((one) => one.index === index) ?? null;
@@ -68,10 +51,7 @@ export const hasLook = (each, look) => each.record.looks.includes(look);
 /** Who says a field: "slot", "style button", or null. */
 export function originOf(each, field) {
   if (each.kind === 'window' || each.kind === 'style') return field in valuesOf(each) ? each.kind : null;
-  if (state.look) {
-    return each.record.look_written?.[state.look]?.[field] ?? null;
-  }
-  return each.record.written?.[field] ?? null;
+  return (state.look ? each.record.look_written?.[state.look] : each.record.written)?.[field] ?? null;
 }
 export const isOwn = (origin) => ['slot', 'toggle', 'window', 'style'].includes(origin);
 
@@ -89,12 +69,12 @@ export function valueOf(items, field) {
 }
 export const valueIn = (each, field, language) => valuesOf(each, language)[field];
 
-function addressFor(each) {
+export function addressFor(each) {
   if (each.kind === 'style') return { style: each.name, ...(state.look && { look: state.look }) };
   if (each.kind === 'slot' && state.look) return { slot: each.index, look: state.look };
   return { [each.kind]: each.index };
 }
-function nameOf(items) {
+export function nameOf(items) {
   const [each] = items;
   if (items.length > 1) return `${items.length} records`;
   return `${each.kind} ${each.kind === 'style' ? each.name : each.index}`;
