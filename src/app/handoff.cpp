@@ -2,6 +2,7 @@
 
 #include "app/module_state.h"
 #include "core/alert.h"
+#include "core/gamepad.h"
 #include "core/installation.h"
 #include "core/log.h"
 #include "core/version.h"
@@ -53,7 +54,9 @@ void run_module(std::size_t module) {
     }
     const int depth = get_color_depth();
     follow_window_manager();
+    release_gamepads();
     const ModuleOutcome outcome = run_restoring_state([&] { return calls[module](entry); });
+    release_gamepads(); // the module may have installed some
     fullscreen = display_state(outcome.result);
     if (!outcome.left.empty())
         write_log(format_text("%s has left %s", file.c_str(), outcome.left.c_str()));

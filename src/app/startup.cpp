@@ -4,6 +4,7 @@
 #include "app/pass.h"
 #include "cc/load.h"
 #include "core/clock.h"
+#include "core/gamepad.h"
 #include "core/log.h"
 #include "display/backgrounds.h"
 #include "display/display_scale.h"
@@ -67,6 +68,7 @@ void install_input() {
     select_config_file();
     start_keyboard();
     watch_keys();
+    listen_to_gamepads(read_flag("gamepad"));
     install_mouse_and_pointer();
     install_close_button();
 }

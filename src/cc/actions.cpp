@@ -178,10 +178,10 @@ std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& run
     return result;
 }
 
-void step_back(BITMAP* target, const SlotSet& running, int index) {
+void step_value(BITMAP* target, const SlotSet& running, int index, bool forward) {
     const Slot& button = running.slots[static_cast<std::size_t>(index)];
     if (const OptionRow* option = row_of_step_code(button.action)) {
-        options_screen.step_back(target, *option, button);
+        options_screen.press_and_step(target, *option, button, forward);
         update_screen(target);
     }
 }

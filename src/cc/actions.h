@@ -25,7 +25,7 @@ std::vector<ActionName> action_names();
 /// another colour depth; `target` is then the new screen picture.
 std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& running, int slot);
 
-/// Steps the option of a slot of the running set back, as a right click does; does nothing for other slots.
-void step_back(BITMAP* target, const SlotSet& running, int slot);
+/// Steps the option of a slot of the running set, as a right click and a gamepad do; does nothing for other slots.
+void step_value(BITMAP* target, const SlotSet& running, int slot, bool forward);
 
 } // namespace vcc

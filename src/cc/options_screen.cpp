@@ -126,14 +126,17 @@ void OptionsScreen::step(BITMAP* target, const OptionRow& option, const Slot& bu
     step_value(target, option, true);
 }
 
-void OptionsScreen::step_back(BITMAP* target, const OptionRow& option, const Slot& button) {
-    if (!option.rules.presses_in_vain && !may_step(option, false))
+void OptionsScreen::press_and_step(BITMAP* target, const OptionRow& option, const Slot& button, bool forward) {
+    if (!option.rules.presses_in_vain && !may_step(option, forward))
         return;
     show_pressed_look(target, button);
     if (needs_met(Needs::music))
         play_effect(button.sound_act);
-    if (may_step(option, false))
-        step_value(target, option, false);
+    if (!may_step(option, forward))
+        return;
+    if (forward)
+        show_loop_button_only_for_themes(option);
+    step_value(target, option, forward);
 }
 
 void OptionsScreen::choose(BITMAP* target, const OptionRow& option, int value) {

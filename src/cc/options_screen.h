@@ -18,9 +18,9 @@ public:
     /// Selects a module as its button does; its sound row is shown.
     void select(BITMAP* target, Module module);
 
-    /// Steps an option as a click on its button does, or back as a right click does.
+    /// Steps an option as a click on its button does, or as a right click or a gamepad does.
     void step(BITMAP* target, const OptionRow& option, const Slot& button);
-    void step_back(BITMAP* target, const OptionRow& option, const Slot& button);
+    void press_and_step(BITMAP* target, const OptionRow& option, const Slot& button, bool forward);
 
     /// Chooses one of an option's values.
     void choose(BITMAP* target, const OptionRow& option, int value);

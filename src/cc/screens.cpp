@@ -1,11 +1,13 @@
 #include "cc/screens.h"
 
 #include "cc/actions.h"
+#include "cc/hints.h"
 #include "cc/load.h"
 #include "cc/option_looks.h"
 #include "cc/options_screen.h"
 #include "cc/sets.h"
 #include "cc/theme_player.h"
+#include "core/gamepad.h"
 #include "core/scope.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
@@ -36,14 +38,20 @@ void open_help(BITMAP* target, SlotSet& set, int current) {
 }
 
 ScreenResult run_set(BITMAP*& target, SlotSet& set) {
+    bool for_gamepad = gamepad_used;
+    name_hints(nullptr, set, for_gamepad);
     ScreenOwner owner;
     if (cc_screen == CcScreen::options)
         owner.drawn = [&] { options_screen.select_module(target, Module::control_centre); };
     owner.activated = [&](int slot) { return carry_out_action(target, set, slot); };
     owner.help = [&](int slot) { open_help(target, set, slot); };
-    owner.right_click = [&](int slot) { step_back(target, set, slot); };
+    owner.step = [&](int slot, bool forward) { step_value(target, set, slot, forward); };
     owner.pointer_over = [&](int slot) { on_pointer_over(target, slot); };
-    owner.every_frame = [&] { follow_music(target); };
+    owner.every_frame = [&] {
+        follow_music(target);
+        if (for_gamepad != gamepad_used)
+            name_hints(target, set, for_gamepad = gamepad_used);
+    };
     return run_screen(target, set, owner);
 }
 

@@ -99,6 +99,8 @@ inline constexpr int first_line = 1, line_count = 12;
 } // namespace info_slot
 
 inline constexpr int help_line_length = 67; ///< characters shown of a help line
+/// Added to the number of a help entry: what it says while a gamepad is used, if the file has that.
+inline constexpr int gamepad_help = 100000;
 
 namespace message_slot {
 inline constexpr int window = 0, first_line = 2, missing_file = 4, missing_entry = 5, last_line = 9, first_button = 10;

@@ -1,5 +1,6 @@
 #include "core/mouse_buttons.h"
 
+#include "core/gamepad.h"
 #include "x11/display.h"
 
 #include <allegro.h>
@@ -28,6 +29,7 @@ void note(int flags) {
     platform::end_wait();
     if ((flags & button_flags) == 0)
         return;
+    gamepad_used = false;
     const std::lock_guard lock(guard);
     if (noted.size() == most_states)
         noted.clear();

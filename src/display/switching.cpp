@@ -2,6 +2,7 @@
 
 #include "core/alert.h"
 #include "core/closing.h"
+#include "core/gamepad.h"
 #include "core/log.h"
 #include "display/graphics_mode.h"
 #include "x11/display.h"
@@ -23,11 +24,13 @@ void register_callback(int direction, void (*callback)(), const char* failure) {
 
 void on_switch_in() {
     switched_out = 0;
+    gamepads_ignored = false;
     platform::end_wait();
 }
 
 void on_switch_out() {
     switched_out = 1;
+    gamepads_ignored = true;
     platform::end_wait();
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/closing.h"
+#include "core/gamepad.h"
 #include "core/log.h"
 #include "core/mouse_buttons.h"
 #include "core/scope.h"
@@ -65,6 +66,7 @@ void start_sound(int effect) {
 }
 
 bool stop_requested() {
+    poll_gamepads();
     return skip_requested() != 0 || close_requested != 0;
 }
 

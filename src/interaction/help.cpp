@@ -1,6 +1,7 @@
 #include "interaction/help.h"
 
 #include "core/files.h"
+#include "core/gamepad.h"
 #include "core/installation.h"
 #include "core/log.h"
 #include "core/scope.h"
@@ -153,7 +154,10 @@ void HelpPage::open() {
 }
 
 void HelpPage::open_entry() {
-    auto found = read_help_entry(file_, request_.requester->help_number);
+    const int number = request_.requester->help_number;
+    auto found = gamepad_used && number < gamepad_help ? read_help_entry(file_, gamepad_help + number) : std::nullopt;
+    if (!found)
+        found = read_help_entry(file_, number);
     if (!found)
         return;
     entry_ = std::move(*found);
@@ -217,6 +221,10 @@ std::optional<int> HelpPage::handle(int code) {
     case key::shift_f4:
     case key::ctrl_f4:
         save_picture();
+        return {};
+    case key::step_back:
+    case key::step_forward:
+        turn(code == key::step_back ? -1 : 1);
         return {};
     case step_activated:
         return press(run_.current);

@@ -1,5 +1,6 @@
 // The input loop: runs frame by frame until a key, a click, a wheel step or a move onto another slot.
 #include "core/closing.h"
+#include "core/gamepad.h"
 #include "core/mouse_buttons.h"
 #include "core/text.h"
 #include "display/buffers.h"
@@ -150,6 +151,7 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_w
         field.emplace(run, look, clear_keyboard);
     for (;;) {
         platform::take_display_events();
+        poll_gamepads();
         KeyEvent event = read_key();
         const bool key_came = event.code != 0;
         if (!key_came) {

@@ -1,5 +1,6 @@
 #include "interaction/keys.h"
 
+#include "core/gamepad.h"
 #include "x11/display.h"
 
 #include <allegro.h>
@@ -52,6 +53,9 @@ constexpr KeyRow key_rows[] = {
     {KEY_RIGHT, none, key::right, key::right, key::ctrl_right, KeyKind::editing},
     {KEY_UP, none, key::up, key::up, key::ctrl_up, KeyKind::ending},
     {KEY_DOWN, none, key::down, key::down, key::ctrl_down, KeyKind::ending},
+    {key_clear_field, none, key::clear_field, none, none, KeyKind::editing},
+    {key_step_back, none, key::step_back, none, none, KeyKind::ending},
+    {key_step_forward, none, key::step_forward, none, none, KeyKind::ending},
 };
 
 constexpr bool is_letter_or_digit_key(int library_key) {
@@ -119,10 +123,13 @@ std::mutex guard;                        // the library's thread notes
 std::deque<KeyPress> presses;
 
 int note(int character, int* library_key) {
+    const bool by_pad = (*library_key & by_gamepad) != 0;
+    gamepad_used = by_pad;
+    *library_key &= ~by_gamepad;
     const std::lock_guard lock(guard);
     if (presses.size() == most_presses)
         presses.pop_front();
-    presses.push_back({character, *library_key, _key_shifts});
+    presses.push_back({character, *library_key, by_pad ? 0 : _key_shifts});
     platform::end_wait();
     return character;
 }

@@ -24,6 +24,7 @@ inline constexpr int insert = 82, del = 83;
 inline constexpr int ctrl_left = 115, ctrl_right = 116, ctrl_home = 117, ctrl_page_down = 118, ctrl_end = 119,
                      ctrl_page_up = 132, ctrl_up = 141, ctrl_down = 145;
 inline constexpr int alt_w = 333;
+inline constexpr int clear_field = 340, step_back = 341, step_forward = 342; ///< of gamepads
 inline constexpr int over_nothing = 997, over_other_slot = 999;
 inline constexpr int modifier_shift = 301, modifier_ctrl = 303, modifier_alt = 101;
 } // namespace key

@@ -48,14 +48,18 @@ std::string why_nothing_can_be_chosen(const SlotSet& set) {
         set.file.c_str(), set.slot_count(), inert, hidden, outside, empty);
 }
 
+Result step_value(ScreenRun& run, bool forward) {
+    if (run.owner->step)
+        run.owner->step(run.current, forward);
+    return {};
+}
+
 Result step_back(ScreenRun& run) {
     const int pointed = slot_under_pointer(run.current, run.set->slots, false);
     if (pointed < 0)
         return {};
     run.current = pointed;
-    if (run.owner->right_click)
-        run.owner->right_click(pointed);
-    return {};
+    return step_value(run, false);
 }
 
 /// Escape and a right click share a code: odd on purpose. It is a click if the right button, and no other, is held.
@@ -80,6 +84,9 @@ Result carry_out(ScreenRun& run, int code) {
         if (run.owner->help)
             run.owner->help(run.current);
         return {};
+    case key::step_back:
+    case key::step_forward:
+        return step_value(run, code == key::step_forward);
     default:
         carry_out_common_command(code);
         return {};

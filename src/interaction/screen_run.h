@@ -22,10 +22,10 @@ struct ScreenOwner {
     std::function<void()> drawn; ///< after the whole screen has been drawn for the first time
     /// A button or label was activated; a value ends the screen.
     std::function<std::optional<ScreenResult>(int slot)> activated;
-    std::function<void(int slot)> help;         ///< F1, Shift+F1 or Ctrl+F1 on the current slot
-    std::function<void(int slot)> right_click;  ///< on the slot under the pointer, now current
-    std::function<void(int slot)> pointer_over; ///< the pointer entered or left the current slot
-    std::function<void()> every_frame;          ///< once per frame while the screen waits
+    std::function<void(int slot)> help;               ///< F1, Shift+F1 or Ctrl+F1 on the current slot
+    std::function<void(int slot, bool forward)> step; ///< the value: back by a right click, both ways by a gamepad
+    std::function<void(int slot)> pointer_over;       ///< the pointer entered or left the current slot
+    std::function<void()> every_frame;                ///< once per frame while the screen waits
 };
 
 /// The state of a running screen.

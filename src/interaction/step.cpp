@@ -86,7 +86,7 @@ int wait_on_slot(ScreenRun& run, bool no_wait) {
 /// Codes after which a button keeps its look, because what follows draws it.
 bool keeps_look(int code) {
     return code == key::enter || code == key::escape || code == key::alt_x || code == key::left_button ||
-           code == key::right_button;
+           code == key::right_button || code == key::step_back || code == key::step_forward;
 }
 
 void redraw_quietly(ScreenRun& run) {

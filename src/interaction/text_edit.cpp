@@ -72,6 +72,9 @@ EditOutcome apply_editing_key(FieldEdit& field, const KeyEvent& key, int length,
         field.text.resize(at(length));
         remove_at(field, field.cursor);
         return EditOutcome::changed;
+    case key::clear_field:
+        field = {std::string(at(length), ' '), 0};
+        return EditOutcome::changed;
     case key::left:
     case key::ctrl_left:
         return move_left(field, far);

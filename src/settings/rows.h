@@ -178,6 +178,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
     flag(general, "sound_at_all", on_its_own, "no: the program uses no sound"),
     flag(general, "music_at_all", on_its_own, "no: no music is played"),
     flag(general, "intro_at_all", on_its_own, "no: no films at the start"),
+    flag(general, "gamepad", on_its_own, "no: gamepads are not looked for"),
 
     effects("vcc_snd_volume", cc_module),
     theme("vcc_theme", 2, cc_module),

@@ -42,6 +42,7 @@ constexpr Group groups[] = {
      {"Error opening the veldor_manual:", "not enough memory!", "veldor_manual not found!",
       "File is locked by System or another application!", "Please check whether an",
       "Acrobat Reader is installed/available!"}},
+    {n::hints, 2 * hint_pairs, {}},
 };
 
 constexpr std::string_view explanations[][explanation_lines] = {

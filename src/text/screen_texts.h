@@ -15,8 +15,11 @@ namespace vcc {
 namespace screen_text_number {
 inline constexpr int themes = 100, loop_all = 120, loop_one = 121, no_help = 122, no_help_file = 123,
                      manual_headline = 130, manual_no_memory = 131, manual_missing = 132, manual_locked = 133,
-                     manual_no_reader = 134, manual_no_reader_2 = 135, explanations = 150;
+                     manual_no_reader = 134, manual_no_reader_2 = 135, hints = 140, explanations = 150;
 } // namespace screen_text_number
+
+/// Pairs of texts: what a slot says, and what it says while a gamepad is used.
+inline constexpr int hint_pairs = 3;
 
 inline constexpr int explanation_lines = info_slot::line_count;
 

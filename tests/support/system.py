@@ -21,6 +21,7 @@ class Linux:
     name, program, library = "linux", "vcc", ".so"
     window_titles, has_inner_window, has_own_desktop = ("Veldor CC", "vcc"), True, False
     compiler = ["cc", "-shared", "-fPIC"]
+    pad_source, pad_library = "kernel_pads.c", "kernel_pads.so"
     wrapper = shlex.split(os.environ.get("VELDOR_WRAPPER", ""))  # a command that becomes the program
     slowness = 10 if wrapper else 1
 
@@ -29,6 +30,9 @@ class Linux:
 
     def environment(self):
         return {}
+
+    def pad_environment(self, library):
+        return {"LD_PRELOAD": str(library)}
 
     def end(self):
         pass
@@ -42,6 +46,7 @@ class Wine:
     window_titles, has_inner_window, has_own_desktop = ("Default - Wine desktop",), False, True
     close_button = 792, -11  # in the frame of the program's window
     compiler = ["x86_64-w64-mingw32-gcc", "-shared", "-static", "-s"]
+    pad_source, pad_library = "windows_pads.c", "ddraw.dll"
     wrapper = ["/usr/lib/wine/wine64"]
     slowness = 5
     server = "/usr/lib/wine/wineserver64"
@@ -58,6 +63,9 @@ class Wine:
         return {"WINEPREFIX": str(self.prefix), "WINEARCH": "win64", "WINEDEBUG": "-all", "HOME": str(self.prefix),
                 "WINEDLLOVERRIDES": "mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d",
                 "LD_PRELOAD": str(self.prefix / "plain_warp.so")}
+
+    def pad_environment(self, _):
+        return {"WINEDLLOVERRIDES": self.environment()["WINEDLLOVERRIDES"] + ";ddraw=n,b"}
 
     def run(self, *command, display="", **options):
         """A program of Windows without a window of its own, to its end."""

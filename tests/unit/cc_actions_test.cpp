@@ -102,7 +102,7 @@ TEST_F(Actions, EveryRowStepsRoundAndTakesAChoice) {
         option.set(Module::control_centre, top);
         click(option.step_code);
         EXPECT_EQ(option.get(Module::control_centre), 0) << "row " << option.name;
-        step_back(picture.get(), options_set, 22);
+        step_value(picture.get(), options_set, 22, false);
         EXPECT_EQ(option.get(Module::control_centre), top) << "row " << option.name;
         click(option.choose_code, 0);
         EXPECT_EQ(option.get(Module::control_centre), 0) << "row " << option.name;
@@ -117,7 +117,7 @@ TEST_F(Actions, ConditionsThatAreNotMetChangeNothing) {
         const SwitchSet unmet(row == Row::effects ? sound_on : music_on, 0);
         click(option.step_code);
         EXPECT_EQ(option.get(Module::control_centre), 1) << "row " << option.name;
-        step_back(picture.get(), options_set, 22);
+        step_value(picture.get(), options_set, 22, false);
         click(option.choose_code, 0);
         EXPECT_EQ(option.get(Module::control_centre), 1) << "row " << option.name;
     }
@@ -127,7 +127,7 @@ TEST_F(Actions, DepthFollowsWhatTheDisplayOffers) {
     depth_class = {1, 0, 0};
     click(11);
     EXPECT_EQ(settings.bitmap_depth, 0) << "32 bits in use are not stepped away from";
-    step_back(picture.get(), options_set, 22);
+    step_value(picture.get(), options_set, 22, false);
     EXPECT_EQ(settings.bitmap_depth, 0) << "nor back";
     depth_class = {0, 0, 1};
     click(11);
@@ -260,7 +260,7 @@ TEST_F(Actions, AButtonWithoutPressedLookDrawsNothingForIt) {
     test::put_buffer(0, 800, 600, 0xFF8040);
     click(17);
     click(7);
-    step_back(target, options_set, 22);
+    step_value(target, options_set, 22, false);
     EXPECT_EQ(at(799, 599), 0);
     options_set.slots[22].activated = 0;
     options_screen.select_module(target, Module::factory);

@@ -1,5 +1,6 @@
 // The input loop, one step, a whole screen and a help page, with simulated keys and pointer on a display in memory.
 #include "core/closing.h"
+#include "core/gamepad.h"
 #include "core/mouse_buttons.h"
 #include "display/buffers.h"
 #include "display/switching.h"
@@ -166,13 +167,13 @@ TEST_F(Screen, PointerOnAButtonIsReportedOnce) {
 }
 
 TEST_F(Screen, OnlyTheRightButtonAloneStepsBack) {
-    owner_.right_click = [](int) { ADD_FAILURE() << "the middle button is held, too"; };
+    owner_.step = [](int, bool) { ADD_FAILURE() << "the middle button is held, too"; };
     EXPECT_EQ(run({point_at_row(2), rest, hold(2 | 4)}), 0);
 }
 
 TEST_F(Screen, ClicksOfNoLengthAreHeard) {
     std::vector<int> stepped;
-    owner_.right_click = [&](int slot) { stepped.push_back(slot); };
+    owner_.step = [&](int slot, bool) { stepped.push_back(slot); };
     owner_.activated = [](int slot) { return std::optional(ScreenResult{slot}); };
     const auto click = [](int button) {
         return [=] {
@@ -182,6 +183,19 @@ TEST_F(Screen, ClicksOfNoLengthAreHeard) {
     };
     EXPECT_EQ(run({point_at_row(2), rest, click(2), rest, rest, click(2), rest, rest, click(1)}), 2);
     EXPECT_EQ(stepped, (std::vector{2, 2}));
+}
+
+TEST_F(Screen, GamepadsActOnTheCurrentSlotWhateverTheKeyboardHolds) {
+    std::vector<int> stepped;
+    owner_.step = [&](int slot, bool forward) { stepped.push_back(forward ? slot : -slot); };
+    owner_.activated = [](int slot) { return std::optional(ScreenResult{slot}); };
+    const auto type = [](int character, int key) { return press(character, key | by_gamepad, KB_ALT_FLAG); };
+    EXPECT_EQ(run({point_at_row(2), rest, type(0, key_step_back), rest, [] { EXPECT_TRUE(gamepad_used); },
+                   type(0, key_step_forward), rest, type(13, KEY_ENTER)}),
+              2);
+    EXPECT_EQ(stepped, (std::vector{-2, 2}));
+    press('a', KEY_A)();
+    EXPECT_FALSE(gamepad_used);
 }
 
 TEST_F(Screen, SkippedSlotUnderThePointerLeavesTheKeysAlive) {

@@ -1,4 +1,5 @@
 // The rules of interaction: keys, editing, focus, what the pointer means, help files.
+#include "core/gamepad.h"
 #include "interaction/field_entry.h"
 #include "interaction/focus.h"
 #include "interaction/help_file.h"
@@ -31,6 +32,7 @@ TEST(Keys, HaveTheProgramsOwnCodes) {
         {"Shift changes a function key", 0, KEY_F1, shift, 84, ending},
         {"the keypad with Num Lock", '7', KEY_7_PAD, plain, '7', character},
         {"the keypad without it", 0, KEY_7_PAD, plain, 71, ending},
+        {"a gamepad's own", 0, key_clear_field, plain, key::clear_field, editing},
     };
     for (const auto& row : rows) {
         const KeyEvent event = translate_key(row.character, row.library_key, row.shifts);
@@ -63,6 +65,7 @@ TEST(TextEdit, FollowsTheKeys) {
     EXPECT_EQ(edited("abc", 2, {far_left}), "|abc  ");
     EXPECT_EQ(edited("  ab ", 0, {far_right}), " | ab ") << "counts the words without blanks";
     EXPECT_EQ(edited("", 3, {far_right}), "|     ");
+    EXPECT_EQ(edited("abcdefgh", 7, {{key::clear_field, 0, editing}}), "|     ");
     EXPECT_EQ(edited("abcdefgh", 7, {x}), "abcd|X") << "a text that is too long is cut";
 }
 

@@ -90,7 +90,7 @@ TEST_F(Language, TextsOfTheScreensAreReplacedOneByOne) {
     namespace number = screen_text_number;
     folder.write("tools/language.ini", "2\n");
     folder.write("tools/language/german/txt/screen_texts.ger",
-                 "lost\n# note\n+50\nAUS\n+121\nNur Thema %2.2d %s\n+150\n\n+140\nlost\n+-1\nlost\n+51\n" +
+                 "lost\n# note\n+50\nAUS\n+121\nNur Thema %2.2d %s\n+150\n\n+146\nlost\n+-1\nlost\n+51\n" +
                      std::string(120, 'x'));
     load_language();
     EXPECT_EQ(screen_text(50), "AUS");
@@ -98,7 +98,7 @@ TEST_F(Language, TextsOfTheScreensAreReplacedOneByOne) {
     EXPECT_EQ(screen_text(number::explanations), "");
     EXPECT_EQ(screen_text(number::explanations + 1), "for the currently chosen");
     EXPECT_EQ(numbered_screen_text(number::loop_one, 7), "Nur Thema 07 %s");
-    EXPECT_EQ(screen_text(140), "");
+    EXPECT_EQ(screen_text(146), "");
     EXPECT_TRUE(is_screen_text(explanation_number(11)));
     EXPECT_FALSE(is_screen_text(explanation_number(100)));
     EXPECT_TRUE(logged("2 numbers name no text of the screens"));

@@ -1,0 +1,167 @@
+#include "core/gamepad.h"
+
+#include "core/clock.h"
+#include "platform/gamepad.h"
+
+#include <allegro.h>
+
+#include <algorithm>
+#include <string>
+
+namespace vcc {
+
+namespace {
+
+/// By number of the button; on most pads these are A, B, X, Y and the two at the shoulders.
+constexpr std::array<PadKey, 6> button_keys{
+    {{'\r', KEY_ENTER}, {27, KEY_ESC}, {0, key_clear_field}, {0, KEY_F1}, {0, key_step_back}, {0, key_step_forward}}};
+
+// A worn stick rests some way from its middle.
+constexpr int way_begins = 64, way_stays = 40;
+
+constexpr std::uint32_t first_repeat_ms = 400, next_repeat_ms = 150;
+constexpr std::uint32_t look_ms = 1000;
+
+bool wanted = false, looked = false;
+std::uint32_t looked_at_ms = 0;
+std::string plugged_in;
+PadTyping typing;
+
+/// Looks which gamepads there are; true if one has come or gone.
+bool look() {
+    looked = true;
+    looked_at_ms = ms_counter;
+    std::string now = platform::gamepads();
+    if (now == plugged_in)
+        return false;
+    plugged_in = std::move(now);
+    remove_joystick();
+    if (!plugged_in.empty()) {
+        push_config_state();
+        set_config_data(plugged_in.c_str(), static_cast<int>(plugged_in.size()));
+        install_joystick(JOY_TYPE_AUTODETECT);
+        pop_config_state();
+    }
+    typing.forget();
+    if (num_joysticks == 0)
+        gamepad_used = false;
+    return true;
+}
+
+/// Its first stick and its last, which is the hat if it has one; those between may be levers.
+PadReading read(const JOYSTICK_INFO& pad) {
+    PadReading reading;
+    for (int i = 0; i < std::min(pad.num_buttons, MAX_JOYSTICK_BUTTONS); ++i)
+        reading.buttons |= pad.button[i].b ? 1U << i : 0U;
+    std::size_t place = 0;
+    for (int i = 0; i < std::min(pad.num_sticks, MAX_JOYSTICK_STICKS); ++i) {
+        const JOYSTICK_STICK_INFO& stick = pad.stick[i];
+        if (stick.num_axis < 2)
+            continue;
+        reading.sticks[place] = {stick.axis[0].pos, stick.axis[1].pos};
+        place = 1;
+    }
+    return reading;
+}
+
+} // namespace
+
+int PadTyping::strength(const StickReading& stick, Way way) {
+    switch (way) {
+    case Way::up:
+        return -stick.y;
+    case Way::down:
+        return stick.y;
+    case Way::left:
+        return -stick.x;
+    case Way::right:
+        return stick.x;
+    case Way::none:
+        break;
+    }
+    return 0;
+}
+
+PadTyping::Way PadTyping::way_of(const StickReading& stick, Way before) {
+    if (strength(stick, before) >= way_stays)
+        return before;
+    const Way strongest = std::max({Way::up, Way::down, Way::left, Way::right},
+                                   [&](Way a, Way b) { return strength(stick, a) < strength(stick, b); });
+    return strength(stick, strongest) >= way_begins ? strongest : Way::none;
+}
+
+PadKey PadTyping::key_of(Way way) {
+    constexpr std::array<int, 5> keys{0, KEY_UP, KEY_DOWN, KEY_LEFT, KEY_RIGHT};
+    return {0, keys[static_cast<std::size_t>(way)]};
+}
+
+std::vector<PadKey> PadTyping::keys(std::span<const PadReading> pads, std::uint32_t now_ms) {
+    const bool seen = held_.size() != pads.size();
+    held_.resize(pads.size());
+    std::vector<PadKey> typed;
+    for (std::size_t pad = 0; pad < pads.size(); ++pad) {
+        Pad& held = held_[pad];
+        for (std::size_t button = 0; button < button_keys.size(); ++button)
+            if ((pads[pad].buttons & ~held.buttons) >> button & 1U)
+                typed.push_back(button_keys[button]);
+        held.buttons = pads[pad].buttons;
+        for (std::size_t stick = 0; stick < held.ways.size(); ++stick) {
+            const Way way = way_of(pads[pad].sticks[stick], held.ways[stick]);
+            const bool repeats = repeat_ && repeat_->pad == pad && repeat_->stick == stick;
+            const bool turned = way != held.ways[stick],
+                       due = repeats && now_ms - repeat_->since_ms >= repeat_->wait_ms;
+            held.ways[stick] = way;
+            if (repeats && way == Way::none)
+                repeat_.reset();
+            else if (way != Way::none && (turned || due)) {
+                typed.push_back(key_of(way));
+                repeat_ = {pad, stick, now_ms, turned ? first_repeat_ms : next_repeat_ms};
+            }
+        }
+    }
+    if (!seen)
+        return typed;
+    repeat_.reset();
+    return {};
+}
+
+void PadTyping::forget() {
+    held_.clear();
+    repeat_.reset();
+}
+
+void listen_to_gamepads(bool on) {
+    wanted = on;
+}
+
+void poll_gamepads() {
+    if (!wanted)
+        return;
+    if (!looked || ms_counter - looked_at_ms >= look_ms)
+        look();
+    if (num_joysticks == 0)
+        return;
+    if (gamepads_ignored)
+        typing.forget();
+    poll_joystick();
+    std::vector<PadReading> readings;
+    for (int pad = 0; pad < std::min(num_joysticks, MAX_JOYSTICKS); ++pad)
+        readings.push_back(read(joy[pad]));
+    const std::vector<PadKey> keys = typing.keys(readings, ms_counter);
+    if (keys.empty() || look())
+        return; // one that has gone in the middle of a press does not go on pressing
+    for (const PadKey& key : keys)
+        simulate_ukeypress(key.character, key.library_key | by_gamepad);
+}
+
+void forget_gamepads() {
+    typing.forget();
+}
+
+void release_gamepads() {
+    remove_joystick();
+    plugged_in.clear();
+    looked = false;
+}
+
+} // namespace vcc

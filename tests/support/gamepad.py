@@ -1,0 +1,92 @@
+"""Gamepads as a player holds them. Where there is no device, a library between the program and the system answers for
+it: kernel_pads.c, or windows_pads.c."""
+
+import os
+import struct
+import subprocess
+import time
+from pathlib import Path
+
+from support.system import NO_SOUND
+
+# As most pads number them.
+A, B, X, Y, LEFT_SHOULDER, RIGHT_SHOULDER = range(6)
+STICK, HAT = (0, 1), (6, 7)
+FAR = 32767
+BUTTON_EVENT, AXIS_EVENT = 1, 2  # of the kernel
+PRESS_S, LONGEST_PRESS_S = 0.08, 0.25  # a longer one repeats
+
+
+class Gamepads:
+    """Where pads are plugged in."""
+
+    def __init__(self, robot):
+        self.robot, self.system = robot, robot.system
+        self.folder = robot.installation.path("pads")
+        self.folder.mkdir()
+
+    def environment(self):
+        library = self.robot.installation.path(self.system.pad_library)
+        source = Path(__file__).with_name(self.system.pad_source)
+        subprocess.run([*self.system.compiler, "-D_GNU_SOURCE", "-Wall", "-Wextra", "-o", library, source], check=True)
+        silent = {"ALSA_CONFIG_PATH": "alsa.conf", "VELDOR_PADS": str(self.folder)}
+        self.robot.installation.write("alsa.conf", NO_SOUND)
+        return silent | self.system.pad_environment(library)
+
+    def plug_in(self, number=0, axes=8, buttons=11):
+        return Gamepad(self, number, axes, buttons)
+
+
+class Gamepad:
+    """One of two sticks, two levers and a hat."""
+
+    def __init__(self, pads, number, axes, buttons):
+        self._node = pads.folder / f"js{number}"
+        self._press_s = min(PRESS_S * pads.system.slowness, LONGEST_PRESS_S)
+        self._axes, self._buttons = [0, 0, -FAR, 0, 0, -FAR, 0, 0][:axes], [0] * buttons
+        self._keep()
+        os.mkfifo(self._node)
+        self._pipe = os.open(self._node, os.O_RDWR | os.O_NONBLOCK)
+
+    def pull_out(self):
+        self._state().unlink()
+        self._node.rename(self._node.with_suffix(f".{time.monotonic_ns()}"))  # keeps its number from the next
+        os.close(self._pipe)
+
+    def axis(self, number, value):
+        self._axes[number] = value
+        self._tell(AXIS_EVENT, number, value)
+
+    def push(self, axes, x, y):
+        """Where to a stick or hat is pushed, -1 to 1 each."""
+        for axis, value in zip(axes, (x, y)):
+            self.axis(axis, round(value * FAR))
+
+    def nudge(self, axes, x, y):
+        self.push(axes, x, y)
+        time.sleep(self._press_s)
+        self.push(axes, 0, 0)
+        time.sleep(self._press_s)
+
+    def hold(self, button, held=True):
+        self._buttons[button] = int(held)
+        self._tell(BUTTON_EVENT, button, int(held))
+
+    def press(self, button):
+        self.hold(button)
+        time.sleep(self._press_s)
+        self.hold(button, False)
+        time.sleep(self._press_s)
+
+    def _tell(self, kind, number, value):
+        self._keep()
+        os.write(self._pipe, struct.pack("<IhBB", int(time.monotonic() * 1000) & 0xFFFFFFFF, value, kind, number))
+
+    def _state(self):
+        return self._node.with_suffix(".state")
+
+    def _keep(self):
+        new = self._node.with_suffix(".new")
+        axes, buttons = ([*values, *[0] * 12][:count] for values, count in ((self._axes, 8), (self._buttons, 12)))
+        new.write_bytes(struct.pack("<BB8h12B", len(self._axes), len(self._buttons), *axes, *buttons))
+        new.rename(self._state())

@@ -1,0 +1,70 @@
+// What gamepads type, from what they hold.
+#include "core/gamepad.h"
+
+#include <allegro.h>
+#include <gtest/gtest.h>
+
+namespace vcc {
+namespace {
+
+using Keys = std::vector<int>;
+
+PadReading pad(unsigned buttons, StickReading stick = {}, StickReading hat = {}) {
+    return {buttons, {stick, hat}};
+}
+
+class Pads : public testing::Test {
+protected:
+    Keys type(const std::vector<PadReading>& pads, std::uint32_t later_ms = 10) {
+        Keys keys;
+        for (const PadKey& key : typing_.keys(pads, now_ms_ += later_ms))
+            keys.push_back(key.library_key);
+        return keys;
+    }
+    std::uint32_t now_ms_ = UINT32_MAX - 300; ///< the tick wraps
+    PadTyping typing_;
+};
+
+TEST_F(Pads, TypeWhatIsPressedOnceAndHeldWaysAgain) {
+    constexpr StickReading rest{30, -30}, down{20, 90}, less{45, 45}, right{127, 0}, left{-128, 0};
+    const struct {
+        const char* rule;
+        PadReading pad;
+        std::uint32_t later_ms;
+        Keys keys;
+    } rows[] = {
+        {"held from the start", pad(1, down), 10, {}},
+        {"a worn stick does not stand in its middle", pad(0, rest), 10, {}},
+        {"buttons",
+         pad(0x3F, rest),
+         10,
+         {KEY_ENTER, KEY_ESC, key_clear_field, KEY_F1, key_step_back, key_step_forward}},
+        {"held", pad(0x7F, rest), 600, {}},
+        {"a way", pad(0, down), 10, {KEY_DOWN}},
+        {"not again at once", pad(0, down), 390, {}},
+        {"again", pad(0, down), 10, {KEY_DOWN}},
+        {"and again, sooner", pad(0, less), 150, {KEY_DOWN}},
+        {"let go", pad(0, rest), 600, {}},
+        {"the latest way goes on", pad(0, right, left), 10, {KEY_RIGHT, KEY_LEFT}},
+        {"alone", pad(0, right, left), 400, {KEY_LEFT}},
+        {"until it is let go", pad(0, right, rest), 600, {}},
+        {"across the middle", pad(0, left), 10, {KEY_LEFT}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(type({row.pad}, row.later_ms), row.keys) << row.rule;
+}
+
+TEST_F(Pads, ComeAndGoWithoutTyping) {
+    constexpr StickReading up{0, -127};
+    EXPECT_EQ(type({pad(0)}), Keys{});
+    EXPECT_EQ(type({pad(0, up)}), Keys{KEY_UP});
+    EXPECT_EQ(type({pad(0, up), pad(1)}, 600), Keys{}) << "another has come";
+    EXPECT_EQ(type({pad(0, up), pad(1)}, 600), Keys{});
+    EXPECT_EQ(type({pad(0, up), pad(1 | 2)}), Keys{KEY_ESC});
+    EXPECT_EQ(type({}), Keys{});
+    typing_.forget();
+    EXPECT_EQ(type({pad(1)}), Keys{}) << "heard by an alert";
+}
+
+} // namespace
+} // namespace vcc
