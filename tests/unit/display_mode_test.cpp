@@ -90,6 +90,24 @@ protected:
     static constexpr const char* section = "VELDOR_GRAPHICS";
 };
 
+TEST(ListedModes, TheBestDepthIsThatOfAModeThatShowsThePicture) {
+    const struct {
+        std::vector<ListedMode> modes;
+        int exact, centred;
+    } table[] = {
+        {{}, 0, 0},
+        {{{800, 600, 8}}, 0, 0},
+        {{{800, 600, 8}, {800, 600, 15}}, 15, 15},
+        {{{800, 600, 32}, {800, 600, 16}}, 32, 32},
+        {{{800, 600, 16}, {1024, 768, 32}}, 16, 32},
+        {{{1024, 599, 32}, {799, 600, 32}}, 0, 0},
+    };
+    for (const auto& row : table) {
+        EXPECT_EQ(best_listed_depth(row.modes, false), row.exact) << &row - table;
+        EXPECT_EQ(best_listed_depth(row.modes, true), row.centred) << &row - table;
+    }
+}
+
 TEST_F(GraphicsMode, ProbingRecordsWhatTheMachineOffersAndLogsWhyItCannotBeUsed) {
     const auto all = [](bool, int) { return true; };
     const auto none = [](bool, int) { return false; };
