@@ -113,6 +113,7 @@ def test_gamepads_come_and_go_in_the_middle_of_a_press(make_robot):
     assert player.running() and player.installation.log_messages() == player.installation.module_calls() == []
 
 
+@pytest.mark.linux  # the box is the library's
 def test_an_alert_hears_the_gamepad_and_the_menu_does_not_hear_it_again(make_robot, installation):
     player = make_robot()
     pads = Gamepads(player)
@@ -132,6 +133,7 @@ def test_an_alert_hears_the_gamepad_and_the_menu_does_not_hear_it_again(make_rob
     assert menu.pointed_at(player)
 
 
+@pytest.mark.linux  # of the installation's data
 @pytest.mark.parametrize("has_words", [True, False], ids=["own words", "words for keys alone"])
 def test_buttons_are_named_while_a_gamepad_is_used(make_robot, installation, has_words):
     texts, help_file = "tools/language/english/txt/screen_texts.eng", "help/menu_en.hlp"
