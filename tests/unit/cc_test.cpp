@@ -43,18 +43,21 @@ TEST(ThemeRule, SaysWhatPlaysWhatIsShownAndWhatIsStored) {
         Themes next;
     } table[] = {
         {wanted, false, {1, 1}, 4, {4, 4}}, // chosen, stepped to, of another module, reset
-        {wanted, true, {1, 1}, 4, {4, 4}},  {wanted, true, {3, 2}, 2, {2, 2}}, // ended while a button was pressed that
-                                                                               // wants the one before
-        {wanted, true, {3, 3}, 3, {3, 3}},                                     // heard already: it goes on
-        {ended, false, {2, 2}, 2, {2, 2}},                                     // repeats
-        {ended, false, {2, 2}, 5, {2, 2}},  {ended, true, {2, 2}, 2, {3, 2}},  // the next one, which the screens do not
-                                                                               // know yet
-        {ended, true, {9, 9}, 9, {10, 9}},  {ended, true, {10, 10}, 10, {0, 10}}, {ended, true, {-1, 0}, 0, {0, 0}},
-        {looked, true, {3, 2}, 2, {3, 3}},                                      // now they do
-        {looked, true, {3, 3}, 3, {3, 3}},  {looked, false, {3, 2}, 2, {3, 2}}, // a repeated theme changes no setting
+        {wanted, true, {1, 1}, 4, {4, 4}},
+        {wanted, true, {3, 2}, 2, {2, 2}}, // ended while a button was pressed that wants the one before
+        {wanted, true, {3, 3}, 3, {3, 3}}, // heard already: it goes on
+        {ended, false, {2, 2}, 2, {2, 2}}, // repeats
+        {ended, false, {2, 2}, 5, {2, 2}},
+        {ended, true, {2, 2}, 2, {3, 2}}, // the next one, which the screens do not know yet
+        {ended, true, {10, 10}, 10, {0, 10}},
+        {ended, true, {-1, 0}, 0, {0, 0}},
+        {looked, true, {3, 2}, 2, {3, 3}}, // now they do
+        {looked, true, {3, 3}, 3, {3, 3}},
+        {looked, false, {3, 2}, 2, {3, 2}}, // a repeated theme changes no setting
     };
     for (const auto& row : table)
         EXPECT_EQ(next_themes(row.now, row.stored, row.event, row.loop_all, 11), row.next) << &row - table;
+    EXPECT_EQ(next_themes({9, 9}, 9, ended, true, 11), (Themes{10, 9})) << "the last one is played, too";
     EXPECT_EQ(next_themes({0, 0}, 0, ended, true, 1), Themes{}) << "one theme restarts";
 }
 
