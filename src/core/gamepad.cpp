@@ -32,6 +32,8 @@ bool look() {
     looked = true;
     looked_at_ms = ms_counter;
     std::string now = platform::gamepads();
+    if (now.empty())
+        gamepad_used = false;
     if (now == plugged_in)
         return false;
     plugged_in = std::move(now);
