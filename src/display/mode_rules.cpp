@@ -24,11 +24,14 @@ constexpr std::array<ModeFailureRow, 10> rows{{
     {configured_window, "gfx mode error 6 !", "", 6, SetupResult::retry},
     {depth_not_found, "First run fdepth error !", "First run fdepth error", 0, SetupResult::fatal},
 }};
+static_assert(std::ranges::is_sorted(rows, std::ranges::less_equal{}, &ModeFailureRow::failure) &&
+                  static_cast<std::size_t>(rows.back().failure) == rows.size() - 1,
+              "the number of a failure is its row");
 
 } // namespace
 
 const ModeFailureRow& failure_row(ModeFailure failure) {
-    return *std::ranges::find(rows, failure, &ModeFailureRow::failure);
+    return rows[static_cast<std::size_t>(failure)];
 }
 
 std::string error_line(int number, const Desktop& desktop, int requested_depth, std::uint8_t screen, ModeRange range) {
