@@ -223,8 +223,8 @@ inline constexpr auto all = std::to_array<SettingRow>({
             "size of the picture (X11): 0 always 800x600, 1 as large as window or monitor allow, 2 the same in whole "
             "steps; anything else counts as 0")),
     number(graphics, "window_width", 0, 0, 32767, on_its_own, {},
-           "width of the window at the start, 0 a whole multiple of 800x600 that fits; written at the end if "
-           "display_scale is not 0, as are the next four"),
+           "width of the window at the start, 0 as fits monitor and resolution; written at the end if display_scale is "
+           "not 0, as are the next four"),
     number(graphics, "window_height", 0, 0, 32767, on_its_own, {}, "height of the window at the start"),
     number(graphics, "window_x", 0, 0, 32767, on_its_own, {}, "place of the window, if its size is known"),
     number(graphics, "window_y", 0, 0, 32767, on_its_own, {}, "place of the window, if its size is known"),
