@@ -13,7 +13,7 @@ import { isDark, prefer, preferences } from './preferences.js';
 import { focusProperties } from './properties.js';
 import { copySelected, createSlot, createWindow, paste, removeSelected, reorder, selectAll, step, take }
   from './records.js';
-import { activeDocument, canPreview, lead, on, select, selected, showView, state } from './state.js';
+import { activeDocument, canPreview, on, select, selected, showView, state } from './state.js';
 import { nextMissing } from './texts.js';
 
 function nextLanguage() {

@@ -23,6 +23,15 @@ using nlohmann::json;
 
 namespace {
 
+/// Takes the same time however much of them is the same.
+bool same_key(const std::string& one, const std::string& other) {
+    unsigned differences = one.size() == other.size() ? 0 : 1;
+    for (std::size_t i = 0; i < one.size(); ++i)
+        differences |= static_cast<unsigned char>(one[i]) ^
+                       static_cast<unsigned char>(other.empty() ? 0 : other[i % other.size()]);
+    return differences == 0 && !one.empty();
+}
+
 constexpr const char* host = "127.0.0.1";
 constexpr std::size_t body_limit = 2u << 20;
 constexpr std::size_t drain_limit = 64u << 20; ///< is read and forgotten, so that the answer is heard
@@ -119,14 +128,6 @@ struct Server::Parts {
     int port = 0;
     httplib::Server http;
 };
-
-bool same_key(const std::string& one, const std::string& other) {
-    unsigned differences = one.size() == other.size() ? 0 : 1;
-    for (std::size_t i = 0; i < one.size(); ++i)
-        differences |= static_cast<unsigned char>(one[i]) ^
-                       static_cast<unsigned char>(other.empty() ? 0 : other[i % other.size()]);
-    return differences == 0 && !one.empty();
-}
 
 /// Why a request gets nothing, whatever it asks for.
 std::optional<Answer> Server::Parts::refuse(const httplib::Request& request) const {

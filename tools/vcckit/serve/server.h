@@ -31,7 +31,4 @@ private:
     std::unique_ptr<Parts> parts_;
 };
 
-/// The same in both, in a time that does not tell how much of them is. Pure.
-bool same_key(const std::string& one, const std::string& other);
-
 } // namespace vcc::kit::edit
