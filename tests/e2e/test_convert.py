@@ -36,22 +36,9 @@ def drawing(colours):
     return pixels
 
 
-def save_pcx_of_four_planes(pixels, path):
-    """The layout of PCX, without runs of more than one byte."""
-    header = bytearray(128)
-    header[:4] = 10, 5, 1, 8
-    header[8:12] = (WIDTH - 1).to_bytes(2, "little") + (HEIGHT - 1).to_bytes(2, "little")
-    header[65:68] = 4, WIDTH, 0
-    planes = pixels.transpose(0, 2, 1).tobytes()
-    path.write_bytes(bytes(header) + b"".join(bytes((0xC1, value)) for value in planes))
-
-
 def save(pixels, path):
-    if path.suffix == ".pcx" and pixels.shape[2] == 4:
-        save_pcx_of_four_planes(pixels, path)
-    else:
-        quality = {".webp": {"lossless": True}, ".jpg": {"quality": 95, "subsampling": 0}}
-        Image.fromarray(pixels).save(path, **quality.get(path.suffix, {}))
+    quality = {".webp": {"lossless": True}, ".jpg": {"quality": 95, "subsampling": 0}}
+    Image.fromarray(pixels).save(path, **quality.get(path.suffix, {}))
 
 
 def pixels_of(path):
@@ -64,7 +51,6 @@ PICTURES = [
     # name, has transparency, bits, colours, most difference of a sample
     ("a.png", True, 24, 5000, 0),
     ("a.bmp", True, 24, 5000, 0),
-    ("a.pcx", True, 24, 5000, 0),
     ("a.webp", True, 24, 5000, 0),
     ("b.jpg", False, 24, 5000, 40),
     ("b.bmp", False, 24, 5000, 0),
@@ -204,7 +190,7 @@ BROKEN = [
 
 def cut(path):
     if path.suffix in (".png", ".jpg", ".bmp", ".pcx"):
-        save(drawing(5000) if path.suffix == ".pcx" else drawing(5000)[..., :3], path)
+        save(drawing(5000)[..., :3], path)
     else:
         source = "testsrc=d=2" if path.suffix == ".avi" else "sine=441:d=2"
         ffmpeg("-f", "lavfi", "-i", source, path)

@@ -40,10 +40,6 @@ class Editor:
     def command(self):
         return [VCCKIT, "edit", self.folder, "--screens", self.screens, "--no-browser"]
 
-    def run_another(self):
-        """A second editor of the same folder, which should not stay."""
-        return subprocess.run(self.command(), env=self._environment, capture_output=True, text=True, timeout=20)
-
     def kill(self):
         self.process.send_signal(signal.SIGKILL)
         self._close()

@@ -58,7 +58,6 @@ protected:
             options_screen.point(target, moved_to);
     }
 
-    /// A left click on a slot that carries `code`; the record behind it carries `value`.
     /// Lays the value buttons out in rows of 20 pixels; a marked value has `colour`.
     void lay_out_values(int colour) {
         for (int i = 0; i < value_entry_limit; ++i) {
@@ -84,6 +83,7 @@ protected:
         return values;
     }
 
+    /// A left click on a slot that carries `code`; the record behind it carries `value`.
     std::optional<ScreenResult> click(int code, int value = 0) {
         options_set.slots[22].action = code;
         options_set.slots[23].action = value;

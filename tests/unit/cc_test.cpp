@@ -151,14 +151,6 @@ TEST(Connectors, LeadFromModuleAndRowToTheValue) {
                                                                      {true, 500, 520, 189, true},
                                                                      {false, 245, 189, 500, true},
                                                                      {true, 461, 501, 245, true}}));
-    EXPECT_EQ(lit_bands(Group::battle, 371, 1, 0), (std::vector<Band>{{true, 500, 520, 105, true},
-                                                                      {false, 245, 105, 500, true},
-                                                                      {true, 400, 420, 371, true},
-                                                                      {false, 371, 413, 420, true},
-                                                                      {false, 413, 245, 462, true},
-                                                                      {true, 420, 440, 413, true},
-                                                                      {true, 440, 462, 413, true},
-                                                                      {true, 461, 501, 245, true}}));
     EXPECT_EQ(lit_bands(Group::battle, 371, 1, 99).size(), 6u) << "no such value";
     EXPECT_TRUE(lit_bands(Group::none, 0, 0, 0).empty());
 }

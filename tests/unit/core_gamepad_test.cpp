@@ -54,17 +54,5 @@ TEST_F(Pads, TypeWhatIsPressedOnceAndHeldWaysAgain) {
         EXPECT_EQ(type({row.pad}, row.later_ms), row.keys) << row.rule;
 }
 
-TEST_F(Pads, ComeAndGoWithoutTyping) {
-    constexpr StickReading up{0, -127};
-    EXPECT_EQ(type({pad(0)}), Keys{});
-    EXPECT_EQ(type({pad(0, up)}), Keys{KEY_UP});
-    EXPECT_EQ(type({pad(0, up), pad(1)}, 600), Keys{}) << "another has come";
-    EXPECT_EQ(type({pad(0, up), pad(1)}, 600), Keys{});
-    EXPECT_EQ(type({pad(0, up), pad(1 | 2)}), Keys{KEY_ESC});
-    EXPECT_EQ(type({}), Keys{});
-    typing_.forget();
-    EXPECT_EQ(type({pad(1)}), Keys{}) << "heard by an alert";
-}
-
 } // namespace
 } // namespace vcc

@@ -1,6 +1,5 @@
 #include "core/clock.h"
 #include "core/files.h"
-#include "core/geometry.h"
 #include "core/lines.h"
 #include "core/log.h"
 #include "core/mouse_buttons.h"
@@ -52,12 +51,6 @@ TEST(Lines, AreCutAtTheLimitWithoutLosingAnything) {
     while (const auto line = reader.next(4))
         lines.push_back(*line);
     EXPECT_EQ(lines, (std::vector<std::string_view>{"a", "", "abc", "abcd", "", "x"}));
-}
-
-TEST(Geometry, RectanglesIncludeTheirCorners) {
-    constexpr Rect rect{10, 20, 30, 40};
-    EXPECT_TRUE(rect.contains(10, 20) && rect.contains(30, 40));
-    EXPECT_FALSE(rect.contains(31, 40) || rect.contains(30, 41) || rect.contains(9, 20) || rect.contains(10, 19));
 }
 
 TEST(Clock, WaitsBusilyWhileMusicWantsToBeFedAlsoWhenTheCounterWraps) {

@@ -90,24 +90,6 @@ protected:
     static constexpr const char* section = "VELDOR_GRAPHICS";
 };
 
-TEST(ListedModes, TheBestDepthIsThatOfAModeThatShowsThePicture) {
-    const struct {
-        std::vector<ListedMode> modes;
-        int exact, centred;
-    } table[] = {
-        {{}, 0, 0},
-        {{{800, 600, 8}}, 0, 0},
-        {{{800, 600, 8}, {800, 600, 15}}, 15, 15},
-        {{{800, 600, 32}, {800, 600, 16}}, 32, 32},
-        {{{800, 600, 16}, {1024, 768, 32}}, 16, 32},
-        {{{1024, 599, 32}, {799, 600, 32}}, 0, 0},
-    };
-    for (const auto& row : table) {
-        EXPECT_EQ(best_listed_depth(row.modes, false), row.exact) << &row - table;
-        EXPECT_EQ(best_listed_depth(row.modes, true), row.centred) << &row - table;
-    }
-}
-
 TEST_F(GraphicsMode, ProbingRecordsWhatTheMachineOffersAndLogsWhyItCannotBeUsed) {
     const auto all = [](bool, int) { return true; };
     const auto none = [](bool, int) { return false; };
@@ -126,6 +108,7 @@ TEST_F(GraphicsMode, ProbingRecordsWhatTheMachineOffersAndLogsWhyItCannotBeUsed)
         {{1280, 1024, 24, {{800, 600, 8}}, not_at_32}, "F32- F24 W24 ", "1/3/0", ""},
         {{1280, 1024, 16, {}, low_windows}, "F32- F24- F16- F15- W32- W24- W16 ", "2/2/0", ""},
         {{1280, 1024, 16, {{800, 600, 16}}, only_at_15}, "W16- W15 ", "3/3/0", ""},
+        {{1280, 1024, 16, {{800, 600, 15}}, all}, "W15 ", "3/3/0", ""},
         {{800, 600, 8, {{800, 600, 32}}, all}, "F32 ", "0/1/1", ""},
         {{1024, 599, 32, {}, all}, "", "9/-1/7", "Wrong desktop resolution!\n800x600 is minimum"},
         {{0, 0, 0, {}, all}, "", "9/-1/7", "Wrong Desktop color depth!\n16bit is minimum"}, // nothing is known

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace vcc::kit::edit {
 namespace {
 
@@ -45,24 +43,6 @@ TEST(Merge, KeepsBothSidesAndTellsWhereTheyDisagree) {
                     conflict.theirs;
         std::erase(told, '\n');
         EXPECT_EQ(told, each.conflicts) << each.base << " " << each.mine << " " << each.theirs;
-    }
-}
-
-TEST(Merge, AStretchOfOneSideIsTakenWhole) {
-    std::mt19937 random(1);
-    const auto letters = [&](std::size_t most) {
-        std::string text(random() % (most + 1), 'a');
-        for (char& c : text)
-            c = static_cast<char>('a' + random() % 4);
-        return text;
-    };
-    for (int i = 0; i < 500; ++i) {
-        const std::string middle = lines("-------");
-        const std::string a = lines(letters(12)), b = lines(letters(12)), c = lines(letters(12)),
-                          d = lines(letters(12));
-        const Merged merged = merge(a + middle + b, c + middle + b, a + middle + d);
-        EXPECT_EQ(merged.text, c + middle + d);
-        EXPECT_TRUE(merged.conflicts.empty());
     }
 }
 

@@ -109,22 +109,6 @@ TEST_F(Workspaces, SavingWritesSourcesAndPackedFilesOfDirtyDocumentsOnly) {
     EXPECT_EQ(workspace->undo("vcc")->text, menu) << "also behind what was saved";
 }
 
-TEST_F(Workspaces, AFaultForbidsToSaveItsSourceOnly) {
-    const auto workspace = open();
-    edit(*workspace, 5);
-    Operation broken;
-    broken.what = Operation::Do::replace_text;
-    broken.text = "[[slot]]\nindex = 1\nfont = \"mono\"\n";
-    ASSERT_TRUE(workspace->edit("mess", 1, "", "", std::array{broken}));
-    const auto saved = workspace->save(check);
-    ASSERT_TRUE(saved);
-    EXPECT_EQ(saved->faults.at(0).line, 3);
-    EXPECT_EQ(*read_file("game/screens/vcc.toml"), menu_with(5));
-    EXPECT_EQ(*read_file("game/screens/mess.toml"), pages);
-    EXPECT_FALSE(fs::exists("game/tools/language/english/e_mess.slt"));
-    EXPECT_TRUE(state(*workspace, "mess").dirty);
-}
-
 TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {
     const auto workspace = open();
     edit(*workspace, 5);

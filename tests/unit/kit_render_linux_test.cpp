@@ -88,23 +88,5 @@ TEST_F(Render, NothingOfAPictureShowsInAnother) {
     }
 }
 
-TEST_F(Render, WhatHasChangedIsDrawn) {
-    const Library library;
-    Renderer renderer;
-    const std::string before = drawn(renderer, {});
-    std::vector<Slot> menu = read_slot_file(folder.read("tools/language/english/e_vcc.slt")).value_or({});
-    menu.at(3).dest_x += 20;
-    folder.write("tools/language/english/e_vcc.slt", slot_file_bytes(menu));
-    const std::string moved = drawn(renderer, {});
-    EXPECT_TRUE(moved != before);
-    const std::string list = folder.read("tools/vcc.buf");
-    folder.write("tools/vcc.buf", "+0\nimages/none.pcx\n");
-    EXPECT_TRUE(drawn(renderer, {}) == moved) << "pictures are kept";
-    renderer.forget();
-    EXPECT_EQ(drawn(renderer, {}), "the pictures of tools/vcc.buf cannot be loaded, or buffer 0 is missing or small");
-    folder.write("tools/vcc.buf", list);
-    EXPECT_TRUE(drawn(renderer, {}) == moved);
-}
-
 } // namespace
 } // namespace vcc::kit

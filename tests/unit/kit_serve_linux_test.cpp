@@ -1,6 +1,5 @@
 // The server of the screen editor: what it refuses, what it shows, and what it leaves alone.
 #include "game_folder.h"
-#include "vcckit/serve/changes.h"
 #include "vcckit/serve/operation_json.h"
 #include "vcckit/serve/server.h"
 #include "vcckit/serve/session.h"
@@ -270,70 +269,6 @@ TEST_F(Serve, AnEditIsAnsweredWithWhatDiffers) {
         patched.replace(4U * static_cast<unsigned>((rect[1] + y) * 800 + rect[0]), 4U * static_cast<unsigned>(rect[2]),
                         pixels, 4U * static_cast<unsigned>(y * rect[2]), 4U * static_cast<unsigned>(rect[2]));
     EXPECT_TRUE(patched == after);
-}
-
-TEST_F(Serve, FaultKeepsTheLastGoodPictureAndIsTold) {
-    const std::string shown = picture("view=menu"), text = get("document?name=vcc")["text"];
-    const json broken = edit({{"do", "replace_text"}, {"text", text + "\n[[slot]]\nindex = 500\n"}});
-    ASSERT_TRUE(broken.is_object());
-    EXPECT_TRUE(broken["stale"].get<bool>());
-    ASSERT_EQ(broken["faults"].size(), 1u);
-    EXPECT_EQ(broken["faults"][0]["code"], "VK006");
-    EXPECT_FALSE(broken["slots"].empty());
-    EXPECT_TRUE(picture("view=menu") == shown);
-    const auto refused = post("save", json::object());
-    EXPECT_EQ(refused->status, 422);
-    EXPECT_EQ(json::parse(refused->body)["faults"].size(), 1u);
-
-    // What only the records are told of shows, as it would in a drag.
-    const json covered = edit({{"do", "replace_text"}, {"text", text}});
-    EXPECT_FALSE(covered["stale"].get<bool>());
-    const json over = edit({{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 0}, {"dy", 10}});
-    EXPECT_FALSE(over["stale"].get<bool>());
-    ASSERT_FALSE(over["faults"].empty());
-    EXPECT_TRUE(over["faults"][0]["slot"] == 5 || over["faults"][0]["slot"] == 7);
-    EXPECT_TRUE(picture("view=menu") != shown);
-}
-
-TEST_F(Serve, PagesAreToldOfChangesFilesAndFaults) {
-    Changes changes({session_->folder()}, [this](const std::set<std::string>& changed) { session_->follow(changed); });
-    std::thread watcher([&] { changes.run(); });
-    const std::uint64_t page = session_->events().listen();
-    const auto told = [&](const std::string& what) {
-        std::string all;
-        for (int tries = 0; tries < 20 && all.find(what) == std::string::npos; ++tries)
-            all += session_->events().next(page, std::chrono::milliseconds(500)).value_or("");
-        return all.find(what) != std::string::npos;
-    };
-    EXPECT_TRUE(told("event: faults\ndata: {\"faults\":[]}"));
-    edit({{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 1}, {"dy", 0}});
-    EXPECT_TRUE(told("event: document\ndata: {\"name\":\"vcc\",\"page\":\"\",\"revision\":2}"));
-
-    std::string text = folder.read("screens/vcc_options.toml");
-    folder.write("screens/vcc_options.toml", text + "\n# a line\n");
-    EXPECT_TRUE(told("{\"name\":\"vcc_options\",\"page\":\"\",\"revision\":2}"));
-
-    const std::string shown = picture("view=menu");
-    fs::copy_file(folder.path() / "images/options.pcx", folder.path() / "images/menu.pcx",
-                  fs::copy_options::overwrite_existing);
-    EXPECT_TRUE(told("event: files"));
-    EXPECT_TRUE(picture("view=menu") != shown);
-    fs::remove(folder.path() / "images/menu.pcx");
-    EXPECT_TRUE(told("menu.pcx does not exist"));
-
-    // A page that comes later hears what is so.
-    const std::uint64_t late = session_->events().listen();
-    EXPECT_NE(session_->events().next(late, std::chrono::milliseconds(0)).value_or("").find("menu.pcx does not exist"),
-              std::string::npos);
-    changes.stop();
-    watcher.join();
-}
-
-TEST(ServedKey, IsComparedWhole) {
-    EXPECT_TRUE(same_key("0123", "0123"));
-    for (const char* other : {"", "012", "0124", "01230", "1123"})
-        EXPECT_FALSE(same_key("0123", other)) << other;
-    EXPECT_FALSE(same_key("", ""));
 }
 
 } // namespace

@@ -121,22 +121,6 @@ TEST_F(Store, AResetReadsTheDefaultKeysAndWritesNothing) {
     EXPECT_EQ(file(), before);
 }
 
-TEST_F(Store, SavingWhatTheFileHoldsDoesNotReadItAgain) {
-    save_settings();
-    flush_settings();
-    set_config_string("VELDOR_BATTLE", "only here", "x"); // not noted, and lost when the library reads the file
-    save_settings();
-    flush_settings();
-    EXPECT_STREQ(get_config_string("VELDOR_BATTLE", "only here", ""), "x");
-    EXPECT_EQ(file().find("only here"), std::string::npos);
-    select_config_file();
-}
-
-TEST(KeyboardLayout, HasAMappingFile) {
-    EXPECT_EQ(keyboard_mapping_file(1), "data/configs/de.cfg");
-    EXPECT_EQ(keyboard_mapping_file(6), "data/configs/us.cfg");
-}
-
 TEST_F(Store, WhatOthersWroteSurvivesASaveAndTheFileIsReplacedInOneStep) {
     const std::string text = "# ours\r\n[Other Program]\r\nx=1 # note\r\nplain words\r\n\r\n[VELDOR_GENERAL]\r\n"
                              "  Keyboard=0\r\n\r\n[tail]\r\n; end\r\n";
