@@ -69,21 +69,25 @@ void read_events() {
     XFlush(_xwin.display);
 }
 
-bool refused; ///< for the open screen
+bool refused; ///< shared memory, for the open screen
 
 template <int id>
-BITMAP* open_guarded(int w, int h, int vw, int vh, int depth) {
+GFX_DRIVER driver;
+
+template <int id>
+BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
     const DisplayLock lock;
     const RequestTrap trap;
-    BITMAP* const bitmap = library_driver(id)->init(w, h, vw, vh, depth);
+    BITMAP* const bitmap = _xwin_create_screen(&driver<id>, w, h, vw, vh, depth, id == GFX_XWINDOWS_FULLSCREEN);
     refused = bitmap && trap.refused();
     if (refused)
         _xwin.use_shm = 0; // the image stays in place, but is sent
+    correct_colours();
     return bitmap;
 }
 
 template <int id>
-void close_guarded(BITMAP* bitmap) {
+void close_screen(BITMAP* bitmap) {
     const DisplayLock lock;
     library_driver(id)->exit(bitmap);
     if (!refused)
@@ -93,10 +97,10 @@ void close_guarded(BITMAP* bitmap) {
 }
 
 template <int id>
-void guard() {
-    static GFX_DRIVER ours = *library_driver(id);
-    ours.init = open_guarded<id>;
-    ours.exit = close_guarded<id>;
+void put_before() {
+    GFX_DRIVER& ours = driver<id> = *library_driver(id);
+    ours.init = open_screen<id>;
+    ours.exit = close_screen<id>;
     register_driver(ours);
 }
 
@@ -106,11 +110,8 @@ void tend_library_windows() {
     show_part = _xwin_window_redrawer;
     _xwin_window_redrawer = redraw;
     _xwin_input_handler = read_events;
-}
-
-void guard_library_drivers() {
-    guard<GFX_XWINDOWS>();
-    guard<GFX_XWINDOWS_FULLSCREEN>();
+    put_before<GFX_XWINDOWS>();
+    put_before<GFX_XWINDOWS_FULLSCREEN>();
 }
 
 } // namespace vcc::platform

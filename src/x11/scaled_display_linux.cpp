@@ -181,6 +181,7 @@ BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
         ShownScreen::give_back_window();
         return nullptr;
     }
+    correct_colours();
     draw_in_memory_only();
     display->note(display->shown.open(display->window.size()));
     display->turns = 0;
@@ -240,7 +241,6 @@ std::string obstacle() {
     case SharedMemory::absent:
         return "the display server has no shared memory";
     case SharedMemory::refused:
-        guard_library_drivers();
         return "the display server refuses shared memory";
     case SharedMemory::works:
         break;

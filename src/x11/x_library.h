@@ -38,6 +38,10 @@ Atom atom(const char* name);
 /// Sets a property of the program's window to numbers or atoms.
 void set_property(const char* name, Atom type, const std::vector<unsigned long>& values);
 
+/// Gives an open screen its true colours on a desktop of 15 bits: the library converts other depths to 16. Needs the
+/// lock.
+void correct_colours();
+
 void move_and_resize(Window window, const Area& area);
 
 /// The library's own driver with a GFX_ number, or null.

@@ -1,5 +1,7 @@
 #include "x11/x_library.h"
 
+#include <allegro/internal/aintern.h>
+
 #include <chrono>
 
 namespace vcc::platform {
@@ -13,6 +15,14 @@ int note_refusal(Display*, XErrorEvent*) {
     return 0;
 }
 
+void (*convert_to_16)(int x, int y, int width, int height);
+
+void convert_to_15(int x, int y, int width, int height) {
+    convert_to_16(x, y, width, height);
+    GRAPHICS_RECT part{width, height, _xwin.ximage->bytes_per_line, _xwin.buffer_line[y] + x * 2};
+    _colorconv_blit_16_to_15(&part, &part);
+}
+
 } // namespace
 
 Atom atom(const char* name) {
@@ -22,6 +32,14 @@ Atom atom(const char* name) {
 void set_property(const char* name, Atom type, const std::vector<unsigned long>& values) {
     XChangeProperty(_xwin.display, _xwin.wm_window, atom(name), type, 32, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(values.data()), static_cast<int>(values.size()));
+}
+
+void correct_colours() {
+    constexpr int levels_of_5_bits = 32;
+    if (!_xwin.screen_to_buffer || _xwin.fast_visual_depth != 16 || _xwin.gsize != levels_of_5_bits)
+        return;
+    convert_to_16 = _xwin.screen_to_buffer;
+    _xwin.screen_to_buffer = convert_to_15;
 }
 
 void move_and_resize(Window window, const Area& area) {

@@ -13,7 +13,6 @@ from support.robot import POINTER_PLACED_S, SLOWNESS, Robot
 from support.scaling import fitted, scaled
 
 FULL_HD, ULTRA_HD = (1920, 1080), (3840, 2160)
-DEPTHS = [32, 24, 16, 15]  # by the setting bitmap_depth
 AWAY = 600, 100  # where the pointer covers nothing that changes
 PLACES = [(0, 0), (799, 599), (799, 0), (0, 599), (1, 1), (400, 300), (401, 299), (798, 2)]
 
@@ -135,13 +134,17 @@ def test_whole_steps(make_player, own_menu):
     assert np.array_equal(player.robot.shown(), own_menu.repeat(3, axis=0).repeat(3, axis=1))
 
 
-@pytest.mark.parametrize("desktop_depth", [24, 16])
-@pytest.mark.parametrize("setting", range(4), ids=lambda setting: f"{DEPTHS[setting]} bits")
-def test_colour_depths(make_player, desktop_depth, setting):
-    player = make_player(start=False, depth=desktop_depth)
+@pytest.mark.parametrize("setting, desktop_depth, scale",
+                         [(setting, depth, 1) for setting in range(4) for depth in (24, 16)] +
+                         [(0, 15, 1), (0, 15, 0), (2, 15, 0)])
+def test_colour_depths(make_player, own_menu, setting, desktop_depth, scale):
+    player = make_player(start=False, depth=desktop_depth, scale=scale)
     player.installation.set("VELDOR_GRAPHICS", "bitmap_depth", setting)
     player.robot.start()
     own = player.menu()  # at its own size, as the library draws it
+    assert np.abs(own.astype(np.int16) - own_menu).mean() < 4, "other colours"  # 5 bits lose half a level of 8
+    if not scale:
+        return
     tolerance = 2 if desktop_depth == 24 else 7  # half a level of 8, and more
     player.resize(960, 700)
     player.menu()
@@ -300,7 +303,7 @@ def preloaded(tmp_path):
     ({"depth": 30}, "the desktop's colours are not of 15, 16 or 24 bits"),
     ({"depth": 8, "size": (800, 600)}, "the desktop's colours are not of 15, 16 or 24 bits"),
 ], ids=["absent", "refused", "30 bits", "8 bits"])
-def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, options, reason):
+def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, own_menu, options, reason):
     if "server_environment" in options:
         options = {"server_environment": preloaded(options["server_environment"])}
     player = make_player(start=False, window_manager=None, **options)
@@ -315,6 +318,7 @@ def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, o
         player.robot.window()
     if readable:
         player.robot.wait_for_menu()
+        assert np.array_equal(player.menu(), own_menu)  # with the pointer
     assert player.installation.log_messages() == [f"The picture keeps its size: {reason}"]
     player.robot.key("x", "Alt_L")
     assert player.robot.wait_for_end() == 0

@@ -228,7 +228,9 @@ class Desktop:
         if self.depth > 16:
             return np.frombuffer(raw, np.uint8).reshape(height, -1, 4)[:, :width, 2::-1].copy()
         words = np.frombuffer(raw, "<u2").reshape(height, -1)[:, :width]
-        return np.stack([words >> 11 << 3, (words >> 5 & 63) << 2, (words & 31) << 3], axis=-1).astype(np.uint8)
+        green = 2 ** (self.depth - 10)
+        return np.stack([words // (32 * green) % 32 * 8, words // 32 % green * (256 // green), words % 32 * 8],
+                        axis=-1).astype(np.uint8)
 
     def count_drawings(self, window, seconds, act=lambda: None):
         """How often something is drawn into a window and those inside it, after `act`."""
