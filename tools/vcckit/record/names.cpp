@@ -2,8 +2,10 @@
 
 #include "cc/actions.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
+#include <iterator>
+#include <sstream>
 
 namespace vcc::kit {
 
@@ -11,74 +13,75 @@ namespace {
 
 using enum Meaning;
 
+/// Names of consecutive numbers: a list of them, separated by blanks, or a ramp name_0, name_1 ... of `steps`.
 struct NameRow {
     Meaning meaning;
-    std::string_view name; ///< of one number, or of the first of `count` numbers named name_0, name_1 ...
     std::int32_t first;
-    std::int32_t count;
+    std::string_view names;
+    std::int32_t steps = 0;
 };
 
 constexpr NameRow rows[] = {
-    {colour, "black", 0, 1},
-    {colour, "blue", 1, 1},
-    {colour, "green", 2, 1},
-    {colour, "cyan", 3, 1},
-    {colour, "red", 4, 1},
-    {colour, "magenta", 5, 1},
-    {colour, "brown", 6, 1},
-    {colour, "light_grey", 7, 1},
-    {colour, "dark_grey", 8, 1},
-    {colour, "light_blue", 9, 1},
-    {colour, "light_green", 10, 1},
-    {colour, "light_cyan", 11, 1},
-    {colour, "light_red", 12, 1},
-    {colour, "light_magenta", 13, 1},
-    {colour, "yellow", 14, 1},
-    {colour, "white", 15, 1},
+    {colour, 0, "black blue green cyan red magenta brown light_grey"},
+    {colour, 8, "dark_grey light_blue light_green light_cyan light_red light_magenta yellow white"},
     // ramps from dark to bright
-    {colour, "steel", 16, 16},
-    {colour, "grey", 32, 16},
-    {colour, "red", 48, 16},
-    {colour, "green", 64, 16},
-    {colour, "blue", 80, 16},
-    {colour, "magenta", 96, 16},
-    {colour, "cyan", 112, 16},
-    {colour, "yellow", 128, 16},
-    {colour, "bronze", 144, 16},
-    {colour, "amber", 160, 12},
-    {colour, "copper", 172, 4},
-
+    {colour, 16, "steel", 16},
+    {colour, 32, "grey", 16},
+    {colour, 48, "red", 16},
+    {colour, 64, "green", 16},
+    {colour, 80, "blue", 16},
+    {colour, 96, "magenta", 16},
+    {colour, 112, "cyan", 16},
+    {colour, 128, "yellow", 16},
+    {colour, 144, "bronze", 16},
+    {colour, 160, "amber", 12},
+    {colour, 172, "copper", 4},
     // face and height in the built-in installation
-    {font, "sans_12", 0, 1},
-    {font, "sans_13", 1, 1},
-    {font, "mono_11", 2, 1},
-    {font, "mono_11_b", 3, 1},
-    {font, "mono_14", 4, 1},
-    {font, "mono_12", 5, 1},
-    {font, "bold_14", 6, 1},
-    {font, "mono_16", 7, 1},
-    {font, "bold_20", 8, 1},
-    {font, "mono_20", 9, 1},
-    {font, "mono_20_b", 10, 1},
-
-    {action, "none", 0, 1}, // the other actions have their names from the program
-
-    {sound, "none", 0, 1},
-
-    {buffer, "screen", 0, 1},
-    {buffer, "backdrop", 3, 1},
-    {buffer, "help_save", 22, 1},
-
-    {input, "none", 0, 1},
-    {input, "digits", 1, 1},
-    {input, "text", 2, 1},
-
-    {focus, "inert", -1, 1},
-    {focus, "plain", 0, 1},
+    {font, 0, "sans_12 sans_13 mono_11 mono_11_b mono_14 mono_12 bold_14 mono_16 bold_20 mono_20 mono_20_b"},
+    {action, 0, "none"}, // the other actions have their names from the program
+    {sound, 0, "none"},
+    {buffer, 0, "screen"},
+    {buffer, 3, "backdrop"},
+    {buffer, 22, "help_save"},
+    {input, 0, "none digits text"},
+    {focus, -1, "inert plain"},
 };
+
+struct Name {
+    std::string name;
+    std::int32_t number;
+};
+
+std::vector<Name> made_names(Meaning meaning) {
+    std::vector<Name> names;
+    for (const NameRow& row : rows) {
+        if (row.meaning != meaning)
+            continue;
+        for (std::int32_t step = 0; step < row.steps; ++step)
+            names.push_back({std::string(row.names) + "_" + std::to_string(step), row.first + step});
+        std::istringstream list(row.steps == 0 ? std::string(row.names) : "");
+        std::int32_t number = row.first;
+        for (std::string name; list >> name; ++number)
+            names.push_back({name, number});
+    }
+    if (meaning == action)
+        for (const ActionName& each : action_names())
+            names.push_back({each.name, each.code});
+    return names;
+}
 
 constexpr std::array<std::string_view, 8> words{"number", "colour", "font",  "action",
                                                 "sound",  "buffer", "input", "focus"};
+
+/// All names of a meaning, in the order of the rows.
+const std::vector<Name>& all_names(Meaning meaning) {
+    static const auto names = [] {
+        std::array<std::vector<Name>, words.size()> made;
+        std::ranges::transform(all_meanings, made.begin(), made_names);
+        return made;
+    }();
+    return names[static_cast<std::size_t>(meaning)];
+}
 
 } // namespace
 
@@ -95,13 +98,7 @@ std::optional<Meaning> meaning_of_word(std::string_view word) {
 
 std::vector<std::string> names_of(Meaning meaning) {
     std::vector<std::string> names;
-    for (const NameRow& row : rows)
-        for (std::int32_t step = 0; row.meaning == meaning && step < row.count; ++step)
-            names.push_back(row.count == 1 ? std::string(row.name)
-                                           : std::string(row.name) + "_" + std::to_string(step));
-    if (meaning == action)
-        for (const ActionName& each : action_names())
-            names.push_back(each.name);
+    std::ranges::transform(all_names(meaning), std::back_inserter(names), &Name::name);
     return names;
 }
 
@@ -127,42 +124,18 @@ std::string permitted_values(Meaning meaning) {
 }
 
 std::optional<std::int32_t> number_of_name(Meaning meaning, std::string_view name) {
-    for (const NameRow& row : rows) {
-        if (row.meaning != meaning || !name.starts_with(row.name))
-            continue;
-        std::string_view rest = name.substr(row.name.size());
-        if (row.count == 1) {
-            if (rest.empty())
-                return row.first;
-            continue;
-        }
-        if (rest.size() < 2 || rest.front() != '_')
-            continue;
-        rest.remove_prefix(1);
-        std::int32_t step = 0;
-        const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), step);
-        if (error == std::errc{} && end == rest.data() + rest.size() && step >= 0 && step < row.count)
-            return row.first + step;
-    }
-    if (meaning == action)
-        for (const ActionName& each : action_names())
-            if (each.name == name)
-                return each.code;
-    return std::nullopt;
+    std::string plain(name); // a ramp's step may have zeros before it: steel_07
+    if (const std::size_t zeros = plain.rfind("_0"); zeros != std::string::npos)
+        plain.erase(zeros + 1, std::min(plain.find_first_not_of('0', zeros + 1), plain.size() - 1) - zeros - 1);
+    const auto& names = all_names(meaning);
+    const auto found = std::ranges::find(names, plain, &Name::name);
+    return found == names.end() ? std::nullopt : std::optional(found->number);
 }
 
 std::optional<std::string> name_of_number(Meaning meaning, std::int32_t number) {
-    for (const NameRow& row : rows) {
-        if (row.meaning != meaning || number < row.first || std::int64_t{number} - row.first >= row.count)
-            continue;
-        std::string name(row.name);
-        return row.count == 1 ? name : name + "_" + std::to_string(number - row.first);
-    }
-    if (meaning == action)
-        for (const ActionName& each : action_names())
-            if (each.code == number)
-                return each.name;
-    return std::nullopt;
+    const auto& names = all_names(meaning);
+    const auto found = std::ranges::find(names, number, &Name::number);
+    return found == names.end() ? std::nullopt : std::optional(found->name);
 }
 
 } // namespace vcc::kit
