@@ -2,11 +2,14 @@
 #pragma once
 
 #include "vcckit/draw/rgb_picture.h"
+#include "vcckit/files/child.h"
 
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+struct _XDisplay; // of the X library, whose header defines words such as None
 
 namespace vcc::kit {
 
@@ -15,24 +18,37 @@ public:
     /// 1024 x 768 pixels of 24 bits. Null with the reason in `fault`.
     static std::unique_ptr<VirtualDesktop> open(std::string& fault);
 
-    virtual ~VirtualDesktop() = default;
+    VirtualDesktop(Child server, std::string name, _XDisplay* display);
 
     /// Starts a program in a folder, without sound; its output goes to the file `output`. It ends with the desktop at
     /// the latest.
-    virtual bool start(const std::string& folder, const std::string& program, const std::vector<std::string>& arguments,
-                       const std::string& output) = 0;
-    virtual bool running() = 0;
+    bool start(const std::string& folder, const std::string& program, const std::vector<std::string>& arguments,
+               const std::string& output);
+    bool running() { return program_.running(); }
 
     /// The program's exit status, or 128 plus the number of the signal that ended it; nothing while it runs.
-    virtual std::optional<int> exit_status() = 0;
+    std::optional<int> exit_status() { return program_.status(); }
 
     /// The inner 800 x 600 pixels of the program's window; an empty picture without a window.
-    virtual RgbPicture look() = 0;
+    RgbPicture look();
 
     // Positions in that picture; buttons 1 left, 3 right; keys by their names in the X library ("Escape").
-    virtual void move(int x, int y) = 0;
-    virtual void click(int button) = 0;
-    virtual void press_key(const char* name) = 0;
+    void move(int x, int y);
+    void click(int button);
+    void press_key(const char* name);
+
+private:
+    struct Place {
+        unsigned long window;
+        int x, y; ///< of the picture in the window
+    };
+    std::optional<Place> place();
+
+    Child server_;
+    std::string name_;
+    std::unique_ptr<_XDisplay, int (*)(_XDisplay*)> display_;
+    Child program_; // ends before the display
+    unsigned long focused_ = 0;
 };
 
 } // namespace vcc::kit

@@ -1,8 +1,6 @@
 // The virtual display is Xvfb; pointer and keys come from its XTEST extension.
 #include "vcckit/play/virtual_desktop.h"
 
-#include "vcckit/files/child.h"
-
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
@@ -40,45 +38,18 @@ std::string read_line(int from) {
     return line;
 }
 
-struct DisplayCloser {
-    void operator()(Display* display) const noexcept { XCloseDisplay(display); }
-};
-
 /// Windows may vanish while they are queried.
 int ignore_error(Display*, XErrorEvent*) {
     return 0;
 }
 
-class XDesktop final : public VirtualDesktop {
-public:
-    XDesktop(Child server, std::string name, Display* display)
-        : server_(std::move(server)), name_(std::move(name)), display_(display) {}
+} // namespace
 
-    bool start(const std::string& folder, const std::string& program, const std::vector<std::string>& arguments,
-               const std::string& output) override;
-    bool running() override { return program_.running(); }
-    std::optional<int> exit_status() override { return program_.status(); }
-    RgbPicture look() override;
-    void move(int x, int y) override;
-    void click(int button) override;
-    void press_key(const char* name) override;
+VirtualDesktop::VirtualDesktop(Child server, std::string name, Display* display)
+    : server_(std::move(server)), name_(std::move(name)), display_(display, XCloseDisplay) {}
 
-private:
-    struct Place {
-        Window window;
-        int x, y; ///< of the picture in the window
-    };
-    std::optional<Place> place();
-
-    Child server_;
-    std::string name_;
-    std::unique_ptr<Display, DisplayCloser> display_;
-    Child program_; // ends before the display
-    Window focused_ = None;
-};
-
-bool XDesktop::start(const std::string& folder, const std::string& program, const std::vector<std::string>& arguments,
-                     const std::string& output) {
+bool VirtualDesktop::start(const std::string& folder, const std::string& program,
+                           const std::vector<std::string>& arguments, const std::string& output) {
     std::vector<std::string> words{program};
     words.insert(words.end(), arguments.begin(), arguments.end());
     const std::string card = output + ".alsa";
@@ -93,7 +64,7 @@ bool XDesktop::start(const std::string& folder, const std::string& program, cons
 }
 
 /// The program's window is the newest that is large enough.
-std::optional<XDesktop::Place> XDesktop::place() {
+std::optional<VirtualDesktop::Place> VirtualDesktop::place() {
     Window root = None, parent = None, *children = nullptr;
     unsigned count = 0;
     std::optional<Place> found;
@@ -114,7 +85,7 @@ std::optional<XDesktop::Place> XDesktop::place() {
     return found;
 }
 
-RgbPicture XDesktop::look() {
+RgbPicture VirtualDesktop::look() {
     const auto where = place();
     if (!where)
         return {};
@@ -135,7 +106,7 @@ RgbPicture XDesktop::look() {
     return picture;
 }
 
-void XDesktop::move(int x, int y) {
+void VirtualDesktop::move(int x, int y) {
     const auto where = place();
     int root_x = 0, root_y = 0;
     Window child = None;
@@ -146,7 +117,7 @@ void XDesktop::move(int x, int y) {
     XSync(display_.get(), False);
 }
 
-void XDesktop::click(int button) {
+void VirtualDesktop::click(int button) {
     for (const Bool pressed : {True, False}) {
         XTestFakeButtonEvent(display_.get(), static_cast<unsigned>(button), pressed, CurrentTime);
         XSync(display_.get(), False);
@@ -154,7 +125,7 @@ void XDesktop::click(int button) {
     }
 }
 
-void XDesktop::press_key(const char* name) {
+void VirtualDesktop::press_key(const char* name) {
     const KeyCode code = XKeysymToKeycode(display_.get(), XStringToKeysym(name));
     for (const Bool pressed : {True, False}) {
         XTestFakeKeyEvent(display_.get(), code, pressed, CurrentTime);
@@ -162,8 +133,6 @@ void XDesktop::press_key(const char* name) {
         std::this_thread::sleep_for(key_time);
     }
 }
-
-} // namespace
 
 std::unique_ptr<VirtualDesktop> VirtualDesktop::open(std::string& fault) {
     Pipe number;
@@ -183,7 +152,7 @@ std::unique_ptr<VirtualDesktop> VirtualDesktop::open(std::string& fault) {
     }
     XSetErrorHandler(ignore_error);
     int major = 0, minor = 0, event = 0, error = 0;
-    auto desktop = std::make_unique<XDesktop>(std::move(server), name, display);
+    auto desktop = std::make_unique<VirtualDesktop>(std::move(server), name, display);
     if (XTestQueryExtension(display, &event, &error, &major, &minor) == 0) {
         fault = "Xvfb has no XTEST extension";
         return nullptr;

@@ -1,0 +1,185 @@
+// The command play: plays an installation in the real program on a virtual desktop and saves pictures of all it shows.
+#include "vcckit/check/installation.h"
+#include "vcckit/commands/commands.h"
+#include "vcckit/files/file_set.h"
+#include "vcckit/files/new_file.h"
+#include "vcckit/files/temporary_folder.h"
+#include "vcckit/play/visit.h"
+
+#include "core/installation.h"
+#include "core/log.h"
+#include "platform/files.h"
+#include "settings/config_text.h"
+
+#include <cctype>
+#include <cstdio>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace vcc::kit {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A temporary copy to play, because the program writes settings and logs.
+class PlayedCopy {
+public:
+    /// Empty, or why it could not be created.
+    std::string make(const fs::path& installation) {
+        if (std::string fault = folder_.make(); !fault.empty())
+            return fault;
+        std::error_code error;
+        fs::copy(installation, game(), fs::copy_options::recursive, error);
+        if (error)
+            return "cannot copy " + installation.string() + ": " + error.message();
+        keep_own_size();
+        return {};
+    }
+    fs::path game() const { return folder_.path() / "game"; }
+    fs::path output() const { return folder_.path() / "output.txt"; }
+
+    void choose_language(std::size_t index) const {
+        std::ofstream(platform::resolve_path((game() / path::language_choice).string())) << index + 1 << '\n';
+    }
+
+private:
+    /// Positions and pictures assume an unscaled screen.
+    void keep_own_size() const {
+        const std::string name = platform::resolve_path((game() / path::settings).string());
+        std::ifstream file(name, std::ios::binary);
+        if (!file)
+            return; // without settings it is unscaled
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        const ConfigChange change{"VELDOR_GRAPHICS", "display_scale", "0"};
+        std::ofstream(name, std::ios::binary) << apply_changes(text, {&change, 1});
+    }
+
+    TemporaryFolder folder_;
+};
+
+bool is_picture_of_ours(const std::string& name) {
+    return name.size() > 7 && name[2] == '-' && std::isdigit(static_cast<unsigned char>(name[3])) != 0 &&
+           std::isdigit(static_cast<unsigned char>(name[5])) != 0 && name[6] == '-' && name.ends_with(".png");
+}
+
+/// Removes the pictures of an earlier run from the folder.
+bool prepare_pictures(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (!fs::is_directory(folder, error)) {
+        complain("cannot make the folder " + folder.string());
+        return false;
+    }
+    for (const auto& entry : fs::directory_iterator(folder, error))
+        if (is_picture_of_ours(entry.path().filename().string()))
+            fs::remove(entry.path(), error);
+    return true;
+}
+
+/// What the program has said, or the last lines of its log.
+void tell_lines(const std::string& who, const fs::path& name) {
+    constexpr std::size_t most = 5;
+    std::ifstream file(platform::resolve_path(name.string()));
+    std::deque<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        lines.push_back(line);
+        if (lines.size() > most)
+            lines.pop_front();
+    }
+    for (const std::string& line : lines)
+        complain(who + line);
+}
+
+struct Journey {
+    std::size_t language;
+    VisitPlan plan;
+    bool films; ///< starts with them
+};
+
+/// Plans for the requested languages; nothing with the reason in `fault`.
+std::optional<std::vector<Journey>> plan_journeys(const PlayRequest& request, const PlayedCopy& copy,
+                                                  std::string& fault) {
+    const platform::FolderVisit inside(copy.game().string());
+    const Library library; // shared: a second one would not start its sound
+    std::vector<Journey> journeys;
+    for (std::size_t language = 0; language < languages.size(); ++language) {
+        if (!request.language.empty() && request.language != languages[language].code)
+            continue;
+        auto plan = plan_visit(language, fault);
+        if (!plan)
+            return std::nullopt;
+        journeys.push_back({language, std::move(*plan), request.films && journeys.empty()});
+    }
+    return journeys;
+}
+
+/// One language; the exit status.
+int play(const Journey& journey, const PlayedCopy& copy, const fs::path& pictures) {
+    copy.choose_language(journey.language);
+    std::string fault;
+    const auto desktop = VirtualDesktop::open(fault);
+    if (!desktop)
+        return complain(fault);
+    const std::vector<std::string> arguments =
+        journey.films ? std::vector<std::string>{} : std::vector<std::string>{"without", "films"};
+    if (!desktop->start(copy.game().string(), "./vcc", arguments, copy.output().string()))
+        return complain("the program does not start");
+    int count = 0;
+    const auto keep = [&](const std::string& name, const std::string& text, const RgbPicture& picture) {
+        const std::string file =
+            format_text("%s-%03d-%s.png", std::string(languages[journey.language].code).c_str(), ++count, name.c_str());
+        const std::string path = (pictures / file).string();
+        if (picture.width == 0) // the program has ended
+            return true;
+        fault = write_whole_file(path, png_bytes(picture));
+        if (!fault.empty())
+            return false;
+        std::printf("%s  %s\n", path.c_str(), text.c_str());
+        std::fflush(stdout);
+        return true;
+    };
+    Visit visit(*desktop, journey.plan, keep);
+    visit.run(journey.films);
+    for (const std::string& each : visit.faults())
+        complain(each);
+    if (!fault.empty())
+        complain(fault);
+    if (!visit.reached_menu())
+        tell_lines("the program: ", copy.output());
+    if (!visit.reached_menu() || !visit.faults().empty())
+        tell_lines("its log: ", copy.game() / path::log);
+    return !visit.reached_menu() || !fault.empty() ? exit_unusable : visit.faults().empty() ? exit_clean : exit_faults;
+}
+
+} // namespace
+
+int run_play(const PlayRequest& request) {
+    const InterruptionGuard guard;
+    std::error_code error;
+    if (!fs::is_directory(request.folder, error))
+        return complain(request.folder + " is not a folder");
+    if (!fs::exists(fs::path(request.folder) / "vcc", error))
+        return complain(request.folder + " has no program: put a copy of vcc there");
+    const fs::path pictures = fs::absolute(request.pictures, error);
+    PlayedCopy copy;
+    if (const std::string fault = copy.make(request.folder); !fault.empty())
+        return complain(fault);
+    if (!prepare_pictures(pictures))
+        return exit_unusable;
+    std::string fault;
+    const auto journeys = plan_journeys(request, copy, fault);
+    if (!journeys)
+        return complain(fault);
+    int status = exit_clean;
+    for (const Journey& journey : *journeys)
+        if (!interrupted())
+            status = std::max(status, play(journey, copy, fs::relative(pictures, error)));
+    if (status == exit_clean && !interrupted())
+        std::printf("%s: every slot visited\n", request.folder.c_str());
+    return status;
+}
+
+} // namespace vcc::kit
