@@ -4,8 +4,13 @@
 #include "vcckit/draw/render.h"
 #include "vcckit/text/complain.h"
 
+#include <span>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace vcc::kit {
 
@@ -35,17 +40,20 @@ int run_check(const CheckRequest& request);
 /// Explains codes; without a code, lists them all. `markdown`: the table of docs/faults.md.
 int run_explain(const std::vector<std::string>& codes, bool markdown);
 
-/// Prints the JSON schema of screen sources, for editors; or the table of fields in docs/formats.md.
+/// The JSON schema of screen sources, for editors. Other entries than those it names are refused.
+std::string screen_schema();
+
+/// Prints it, or the table of fields in docs/formats.md.
 int run_schema(bool fields);
 
 /// Renders a screen of an installation to a PNG file.
 int run_render(const std::string& folder, const RenderRequest& request, const std::string& output);
 
 struct PlayRequest {
-    std::string folder;   ///< of the installation
-    std::string pictures; ///< folder
-    std::string language; ///< code; empty: all
-    bool films = false;   ///< show the films at the start
+    std::string folder;              ///< of the installation
+    std::string pictures = "played"; ///< folder
+    std::string language;            ///< code; empty: all
+    bool films = false;              ///< show the films at the start
 };
 
 /// Visits every slot in the real program on a virtual display.
@@ -90,5 +98,10 @@ int run_convert(const std::vector<std::string>& sources, const ConvertRequest& r
 
 /// Prints a file of an installation as readable text.
 int run_show(const std::string& file);
+
+/// A line "candidate TAB description" per candidate, whatever has been typed of the last word; then the kind of files
+/// that fit: ":folders", ":files" (any) or ":files toml slt" (by extension). `words` are those after the tool's name;
+/// the last one, which may be empty, is to be completed.
+std::vector<std::string> completions(const CLI::App& app, std::span<const std::string> words);
 
 } // namespace vcc::kit

@@ -1,5 +1,5 @@
-#include "vcckit/commands/completion.h"
-
+// Completions of an unfinished command line, from the description of the commands.
+#include "vcckit/commands/commands.h"
 #include "vcckit/faults/fault_codes.h"
 
 #include <CLI/CLI.hpp>

@@ -4,7 +4,6 @@
 #include "vcckit/files/file_set.h"
 #include "vcckit/files/temporary_folder.h"
 #include "vcckit/source/packed_screen.h"
-#include "vcckit/source/schema.h"
 #include "vcckit/text/lines.h"
 
 #include "core/files.h"

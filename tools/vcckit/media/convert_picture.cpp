@@ -2,7 +2,6 @@
 
 #include "vcckit/files/new_file.h"
 #include "vcckit/media/palette.h"
-#include "vcckit/media/read_image.h"
 
 #include "display/picture.h"
 

@@ -1,4 +1,4 @@
-#include "vcckit/media/read_image.h"
+#include "vcckit/media/convert.h"
 
 #include "core/files.h"
 #include "display/picture.h"
