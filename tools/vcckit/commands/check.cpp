@@ -70,7 +70,7 @@ int run_check(const CheckRequest& request) {
         return complain("--ignore: " + unknown);
     if (!request.watch)
         return check_once(request, ignored);
-    watch({request.folder}, [&] { check_once(request, ignored); });
+    repeat_at_changes({request.folder}, [&] { check_once(request, ignored); });
 }
 
 } // namespace vcc::kit

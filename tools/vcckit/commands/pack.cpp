@@ -168,7 +168,7 @@ int run_pack(const PackRequest& request) {
         return complain("--ignore: " + unknown);
     if (!request.watch)
         return pack_once(request, ignored);
-    watch(request.sources, [&] { pack_once(request, ignored); });
+    repeat_at_changes(request.sources, [&] { pack_once(request, ignored); });
 }
 
 /// Whether the output is one of the inputs.

@@ -2,10 +2,11 @@
 
 #include "platform/files.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <thread>
+#include <iterator>
 
 namespace vcc::kit {
 
@@ -23,8 +24,6 @@ void note(Snapshot& snapshot, const fs::path& path) {
     snapshot[platform::name_of(path)] = {static_cast<std::int64_t>(time), fs::file_size(path, error)};
 }
 
-} // namespace
-
 Snapshot snapshot_of(const std::vector<std::string>& paths) {
     Snapshot snapshot;
     for (const std::string& name : paths) {
@@ -41,15 +40,38 @@ Snapshot snapshot_of(const std::vector<std::string>& paths) {
     return snapshot;
 }
 
-void watch(const std::vector<std::string>& paths, const std::function<void()>& work) {
-    constexpr std::chrono::milliseconds pause{250};
-    for (;;) {
-        const Snapshot before = snapshot_of(paths);
+} // namespace
+
+Watch::Watch(std::vector<std::string> paths) : paths_(std::move(paths)), seen_(snapshot_of(paths_)) {}
+
+std::set<std::string> Watch::wait() {
+    constexpr std::chrono::milliseconds pause{200};
+    std::set<std::string> changed;
+    std::unique_lock held(mutex_);
+    while (!stopping_.wait_for(held, pause, [this] { return stopped_; })) {
+        Snapshot now = snapshot_of(paths_);
+        if (now == seen_ && !changed.empty())
+            return changed;
+        std::vector<Snapshot::value_type> differing;
+        std::ranges::set_symmetric_difference(now, seen_, std::back_inserter(differing));
+        for (const auto& [name, state] : differing)
+            changed.insert(name);
+        seen_ = std::move(now);
+    }
+    return {};
+}
+
+void Watch::stop() {
+    const std::lock_guard held(mutex_);
+    stopped_ = true;
+    stopping_.notify_one();
+}
+
+void repeat_at_changes(const std::vector<std::string>& paths, const std::function<void()>& work) {
+    for (Watch watch(paths);; watch.wait()) {
         work();
         std::fprintf(stderr, "vcckit: waiting for a change; Ctrl+C ends\n");
         std::fflush(stdout);
-        while (snapshot_of(paths) == before)
-            std::this_thread::sleep_for(pause);
     }
 }
 

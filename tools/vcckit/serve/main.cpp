@@ -1,7 +1,7 @@
 // vcckit-edit FOLDER SCREENS PORT BROWSER: the screen editor. "vcckit edit" starts it; SCREENS may be empty, BROWSER is
 // 0 or 1.
 #include "vcckit/edit/unsaved.h"
-#include "vcckit/serve/changes.h"
+#include "vcckit/files/watch.h"
 #include "vcckit/serve/server.h"
 #include "vcckit/serve/session.h"
 #include "vcckit/serve/start_process.h"
@@ -54,22 +54,24 @@ std::future<void> request_to_end(const sigset_t& requests) {
 
 int serve(Session& session, int port, bool browser, const std::future<void>& asked) {
     // Watched from here on: what changes as soon as the address is known counts, and so does what came before.
-    Changes changes({session.folder(), session.screens_folder()},
-                    [&](const std::set<std::string>& changed) { session.follow(changed); });
+    vcc::kit::Watch watch({session.folder(), session.screens_folder()});
     session.follow({});
     Server server(session);
     if (const std::string reason = server.bind(port, state_folder(session.screens_folder())); !reason.empty())
         return complain(reason);
     std::printf("%s\n", server.address().c_str());
     std::fflush(stdout);
-    std::thread watcher([&] { changes.run(); }), checker([&] { session.check_behind(); }),
-        answers([&] { server.run(); });
+    std::thread watcher([&] {
+        for (auto changed = watch.wait(); !changed.empty(); changed = watch.wait())
+            session.follow(changed);
+    });
+    std::thread checker([&] { session.check_behind(); }), answers([&] { server.run(); });
     if (browser)
         if (const auto started = start_process({"xdg-open", server.address()}, "/"); !started)
             complain(started.reason()); // the address can be opened by hand
     asked.wait();
     server.stop();
-    changes.stop();
+    watch.stop();
     session.stop();
     for (std::thread* const thread : {&watcher, &checker, &answers})
         thread->join();
