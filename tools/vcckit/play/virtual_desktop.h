@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-struct _XDisplay; // of the X library, whose header defines words such as None
+struct _XDisplay; // of the X library, whose header has macros like None; NOLINT(bugprone-reserved-identifier)
 
 namespace vcc::kit {
 
