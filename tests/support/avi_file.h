@@ -1,6 +1,8 @@
 // AVI files for tests, written byte by byte.
 #pragma once
 
+#include "support/wav_file.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -41,12 +43,7 @@ public:
         return *this;
     }
 
-    static std::string number(std::uint32_t value) {
-        std::string bytes;
-        for (int i = 0; i < 4; ++i, value >>= 8)
-            bytes += static_cast<char>(value & 0xFF);
-        return bytes;
-    }
+    static std::string number(std::uint32_t value) { return little_endian(value, 4); }
     static std::string chunk(const std::string& name, const std::string& data) {
         return name + number(static_cast<std::uint32_t>(data.size())) + data + std::string(data.size() % 2, '\0');
     }

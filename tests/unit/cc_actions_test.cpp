@@ -198,6 +198,7 @@ TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
     PALETTE palette{};
     clear_to_color(picture.get(), 0xFFFFFF);
     save_pcx("images/a.pcx", picture.get(), palette);
+    save_pcx("images/low.pcx", BitmapPtr(create_bitmap(800, 599)).get(), palette);
     folder.write("tools/vcc.buf", "+0\nimages/a.pcx\n");
     const SwitchSet smooth(anti_aliased_text, 1);
     const SwitchSet silent(sound_on, 0);
@@ -210,9 +211,9 @@ TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
     EXPECT_EQ(bitmap_color_depth(target), 16);
     EXPECT_EQ(values_in(12), std::vector{1}) << "the value is marked";
     EXPECT_EQ(values_in(0), std::vector<int>()) << "smoothed text stands on its background";
-    folder.write("tools/vcc.buf", "");
+    folder.write("tools/vcc.buf", "+0\nimages/low.pcx\n");
     set_color_depth(32);
-    EXPECT_EQ(click(50), ScreenResult::leave) << "they cannot be loaded";
+    EXPECT_EQ(click(50), ScreenResult::leave) << "the screen's is too low";
     EXPECT_EQ(target, nullptr);
 }
 

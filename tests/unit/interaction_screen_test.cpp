@@ -157,6 +157,10 @@ TEST_F(Screen, SlotsThatNobodyCanSeeAreToldInTheLog) {
                                  "1 lie outside the picture, 1 name a buffer without a picture"),
               std::string::npos)
         << folder_.log();
+    folder_.write("data/logfiles/veldor_log.txt", "");
+    set_.slots[2].dest_x = -40; // its last column of pixels is seen
+    EXPECT_EQ(run({rest, press(27, KEY_ESC)}), 0);
+    EXPECT_EQ(folder_.log(), "");
 }
 
 TEST_F(Screen, PointerOnAButtonIsReportedOnce) {

@@ -4,7 +4,6 @@
 #include "vcckit/check/source_check.h"
 #include "vcckit/faults/report.h"
 #include "vcckit/record/fields.h"
-#include "vcckit/record/names.h"
 #include "vcckit/record/slot_bytes.h"
 
 #include "core/files.h"
@@ -131,6 +130,8 @@ TEST_F(Check, FaultsOfOtherFilesAreFoundInTheirPlace) {
             R"(help/options_de.hlp:1: \+1: its text has the colour of its window)");
     replace(texts, "LANG\n", std::string(90, 'x') + "\n", place + R"(\+72: has 90 characters)");
     replace("tools/language.ini", "1", "3", "tools/language.ini:1: does not choose a language");
+    replace("images/options.pcx", "\x1F\3\x57\2", "\x1F\3\x56\2", // 799, 599
+            en + "vcc_options.slt, " + de + "vcc_options.slt: slot 0: buffer: the background in buffer 3 is smaller");
     replace("tools/vcc.buf", "+6", "+23", R"(tools/vcc.buf:\d+: buffer 23 is created by the program)");
     replace("tools/vcc.snd", "+199", "+198", R"(tools/vcc.snd:\d+: theme out of order)");
     replace("tools/vcc.snd", "+181", "+183", R"(tools/vcc.snd: \+181: is missing)");
@@ -173,7 +174,7 @@ TEST_F(Check, MissingAndCutFilesAreFound) {
 TEST_F(Check, MistakesOfASourceAreToldOnceAtTheirLine) {
     const std::string slot = "[[slot]]\nindex = 3\ndest_x = 9\ndest_y = 9\n"; // four lines
     const std::string box = slot + "box_width = 90\nbox_height = 20\nback_colour = 1\nfont = \"bold_14\"\n"; // eight
-    const std::string style = "[style.a]\nfore_colour = \"ambre_8\"\n[[slot]]\nindex = 1\nstyle = \"a\"\n"
+    const std::string style = "[style.a]\nfore_colour = \"Ambre_8\"\n[[slot]]\nindex = 1\nstyle = \"a\"\n"
                               "repeat = { count = 12 }\n";
     const std::tuple<std::string, std::string, std::string> mistakes[] = {
         // ten mistakes of a first evening
@@ -305,15 +306,6 @@ TEST(Faults, AreToldToMachinesAsJson) {
     EXPECT_EQ(nlohmann::ordered_json::parse(json_of_faults(faults, "installation", "dir", {{"s.slt"}})).dump(),
               R"({"installation":"dir","faults":[{"code":"VK116","file":"a\"b.slt","line":7,"record":3,)"
               R"("field":"text","problem":"Mühle","advice":"a\\b","fatal":true}],"written":["s.slt"]})");
-}
-
-TEST(Names, ActionsHaveTheirNamesFromTheProgram) {
-    for (const auto& [code, name] : {std::pair(1, "leave"), {11, "step_bitmap_depth"}, {37, "choose_keyboard"}}) {
-        EXPECT_EQ(name_of_number(Meaning::action, code), name);
-        EXPECT_EQ(number_of_name(Meaning::action, name), code);
-    }
-    EXPECT_EQ(name_of_number(Meaning::action, 35), std::nullopt);
-    EXPECT_EQ(number_of_name(Meaning::action, "step_"), std::nullopt);
 }
 
 } // namespace

@@ -35,6 +35,7 @@ TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
         {AviFile(0, 2, 24).bytes(), AviError::video_format},
         {AviFile(4097, 2, 24).bytes(), AviError::video_format},
         {AviFile(2, static_cast<int>(0x80000000), 24).bytes(), AviError::video_format},
+        {AviFile(0, 2, 24).audio("short").bytes(), AviError::audio_format},
         {AviFile(2, 2, 24).compression("?!?!").frame("x").bytes(), AviError::decompressor},
     };
     for (const auto& [bytes, expected] : cases) {

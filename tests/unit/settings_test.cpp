@@ -213,6 +213,7 @@ TEST_F(Store, ANewKeyOfAnySectionIsFoundAgain) {
 TEST(ConfigText, ChangesTouchTheirLinesAlone) {
     const std::vector setting{ConfigChange{"s", "k", "1\n[evil]"}}, removal{ConfigChange{"s", "k", std::nullopt}};
     EXPECT_EQ(apply_changes("[S]\n# k=0\n#k=0\nK=0\nk=2\n", setting), "[S]\n# k=0\n#k=0\nk = 1\nk=2\n");
+    EXPECT_EQ(apply_changes("[s]\nk#j=0\n", setting), "[s]\nk = 1\n") << "a comment, as the library reads it";
     EXPECT_EQ(apply_changes("k=0\n[a]\nk=0\n[s]\n", setting), "k=0\n[a]\nk=0\n[s]\nk = 1\n");
     EXPECT_EQ(apply_changes("[s]\nkk=0\n\n\n[a]\n", setting), "[s]\nkk=0\nk = 1\n\n\n[a]\n");
     EXPECT_EQ(apply_changes("[s]\nk=0\nj=1\n", removal), "[s]\nj=1\n");
