@@ -38,13 +38,6 @@ TEST(Text, ReadsNumbersLikeTheStandardConversionAndClampsThem) {
         EXPECT_EQ(to_number(text), number) << text;
 }
 
-TEST(Text, FieldsOfRecordsNeedNoTerminator) {
-    char field[4] = {'a', 'b', 'c', 'd'};
-    EXPECT_EQ(text_of(field), "abcd");
-    store_text(field, "wxyz");
-    EXPECT_EQ(std::string(field, 4), std::string("wxy\0", 4));
-}
-
 TEST(Lines, AreCutAtTheLimitWithoutLosingAnything) {
     LineReader reader({"a\r\n\nabc\nabcd\nx\0y", 16});
     std::vector<std::string_view> lines;
