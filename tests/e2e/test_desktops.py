@@ -10,7 +10,7 @@ import numpy as np
 import pytest
 from PIL import Image
 from support.desktop import MANAGERS, stop, wait_until
-from support.menu import choose, middle
+from support.menu import choose, enter_obedient, middle
 from support.robot import MENU_PICTURE, POINTER_PLACED_S
 from Xlib.error import BadDrawable, BadMatch, BadWindow
 
@@ -149,8 +149,7 @@ def test_playing_at_any_size(make_player, manager):
         desktop.ask_for_state(robot.window(), True, FULL_SCREEN)  # not the program's own command
         wait_until(lambda: fills_the_desktop(robot), "full screen")
         switch_mode(robot, False)
-    robot.click(*middle("HQ"))
-    wait_until(robot.installation.module_state, "the module")
+    enter_obedient(robot)
     robot.installation.order("leave 0")
     wait_for_menu(robot)
     hears_keys(robot)
@@ -167,8 +166,7 @@ def go_to(robot, state):
     elif state == "options":
         choose(robot, "Options")
     elif state == "module":
-        robot.click(*middle("HQ"))
-        wait_until(robot.installation.module_state, "the module")
+        enter_obedient(robot)
 
 
 @pytest.mark.parametrize("scale", [0, 1])
@@ -271,16 +269,6 @@ def test_no_screen_saver_begins_in_full_screen(make_player, scale):
         time.sleep(3)
         assert (robot.desktop.idle_s() < 2.5) == full
     close(robot)
-
-
-def test_keys_are_heard_wherever_the_pointer_is(make_player):
-    robot = make_player(None, 0).start()
-    for _ in range(2):  # full screen and back, without a window manager
-        robot.key("w", "Alt_L")
-        time.sleep(1.5)
-    robot.desktop.move(SIZE[0] - 1, SIZE[1] - 1)
-    robot.key("x", "Alt_L")
-    assert robot.wait_for_end() == 0
 
 
 @contextmanager

@@ -53,12 +53,11 @@ def test_a_key_and_a_click_skip_a_film_and_nothing_else(make_robot):
     assert player.installation.module_calls() == []
 
 
-@pytest.mark.parametrize("content", [None, b"", b"RIFF\x10\x00\x00\x00AVI LIST"], ids=["missing", "empty", "cut"])
-def test_a_film_that_cannot_be_shown_is_logged(make_robot, installation, content):
-    installation.remove(STUDIO) if content is None else installation.write(STUDIO, content)
+def test_a_film_that_cannot_be_shown_is_logged(make_robot, installation):
+    installation.write(STUDIO, b"RIFF\x10\x00\x00\x00AVI LIST")
     make_film(installation, INTRO, 2)
     player = make_robot(films=True).start(menu=False)
     wait_until(lambda: shows_film(player, INTRO), "the second film", 10 * player.system.slowness)
     player.wait_for_menu()
-    messages = installation.log_messages()
-    assert len(messages) == 1 and STUDIO in messages[0] and messages[0].startswith("Error ")
+    [message] = installation.log_messages()
+    assert STUDIO in message and message.startswith("Error ")

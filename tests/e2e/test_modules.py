@@ -16,33 +16,21 @@ def player(make_robot, request):
     return robot
 
 
-def enter(player):
-    menu.choose(player, "HQ")
-    wait_until(lambda: player.installation.path("module_state.txt").exists(), "the module")
-
-
-def order(player, text):
-    obeyed = player.installation.module_state()[-1]
-    player.installation.order(text)
-    wait_until(lambda: player.installation.module_state()[-1] > obeyed, f"the order {text} to be obeyed")
-
-
 def leave(player, text="leave 0"):
     player.installation.order(text)
-    player.installation.path("module_state.txt").unlink()
     player.wait_for_menu()
 
 
 def test_the_systems_pointer_is_a_modules_to_use(player):
     player.start()
     hidden = player.desktop.cursor_is_hidden
-    enter(player)
+    menu.enter_obedient(player)
     for shape in (ARROW, BUSY):
-        order(player, f"cursor {shape}")
+        player.installation.have_obeyed(f"cursor {shape}")
         wait_until(lambda: not hidden(), "the system's pointer")
-        order(player, "hide")
+        player.installation.have_obeyed("hide")
         wait_until(hidden, "no pointer of the system's")
-    order(player, f"cursor {BUSY}")
+    player.installation.have_obeyed(f"cursor {BUSY}")
     leave(player)
     wait_until(hidden, "the menu's own pointer")
     player.move(*menu.middle("Options"))
@@ -56,7 +44,7 @@ def test_what_a_module_spoils_is_put_right(player):
     installation.remove("factory.so")
     with PulseServer() as pulse, Recording(pulse) as recording:
         player.start(environment=pulse.environment)
-        enter(player)
+        menu.enter_obedient(player)
         leave(player, "spoil")
         wait_until(lambda: loudness(recording.samples()[-RATE // 2:]) < 0.0005, "the module's sound to end")
         assert menu.pointed_at(player) == []

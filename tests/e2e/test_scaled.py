@@ -8,7 +8,7 @@ import numpy as np
 import pytest
 from support.desktop import wait_until
 from support.installation import PROJECT
-from support.menu import middle
+from support.menu import enter_obedient
 from support.robot import POINTER_PLACED_S, SLOWNESS, Robot
 from support.scaling import fitted, scaled
 
@@ -67,20 +67,8 @@ class Player:
         worst = np.abs(shown - scaled(own, width, height)).max()
         assert worst <= (0 if whole_step else tolerance) + 0.001, f"{width} x {height}"
 
-    # an obedient module
-
-    def enter_module(self):
-        self.installation.remove("module_state.txt")
-        self.robot.click(*middle("HQ"))
-        wait_until(self.installation.module_state, "the module", 5 * SLOWNESS)
-
-    def order(self, text):
-        """Tells the module; waits until it has obeyed."""
-        obeyed = self.installation.module_state()[-1]
-        self.installation.order(text)
-        wait_until(lambda: self.installation.module_state()[-1] > obeyed, f"the module to obey {text!r}", 5 * SLOWNESS)
-
     def pointer(self):
+        """Where the obedient module has it."""
         return self.installation.module_state()[:2]
 
 
@@ -156,9 +144,9 @@ def test_colour_depths(make_player, own_menu, setting, desktop_depth, scale):
 
 def test_a_module_is_scaled_without_knowing(make_player):
     player = make_player(size=FULL_HD)
-    player.enter_module()
+    enter_obedient(player.robot)
     for size in ((800, 600), (640, 480)):
-        player.order("mode 0 {} {} 32".format(*size))
+        player.installation.have_obeyed("mode 0 {} {} 32".format(*size))
         player.resize(*size, own=size)
         player.robot.standing_picture()
         own = player.robot.shown()
@@ -181,12 +169,12 @@ def test_nothing_is_drawn_while_the_menu_stands(make_player):
 
 def test_the_pointer_is_where_the_player_sees_it(make_player):
     player = make_player(size=ULTRA_HD)
-    player.enter_module()
+    enter_obedient(player.robot)
     time.sleep(POINTER_PLACED_S)
     dice = random.Random(1)
     for layout in ((1600, 1200), (801, 640), (1301, 900), ULTRA_HD):
         if layout == ULTRA_HD:
-            player.order("mode 1 800 600 32")
+            player.installation.have_obeyed("mode 1 800 600 32")
             player.wait_for_size(layout)
             time.sleep(POINTER_PLACED_S)
         else:
@@ -201,7 +189,7 @@ def test_the_pointer_is_where_the_player_sees_it(make_player):
             wait_until(lambda: player.pointer() == place, f"{place} beside the picture in {layout}", 2 * SLOWNESS)
         for place in ((200, 150), (799, 0)):  # the program places it
             time.sleep(0.1)
-            player.order("place {} {}".format(*place))
+            player.installation.have_obeyed("place {} {}".format(*place))
             wait_until(lambda: player.desktop.pointer() == player.robot.spot(*place), f"the pointer at {place}",
                        3 * SLOWNESS)
 
@@ -216,9 +204,9 @@ def test_the_window_keeps_the_size_that_the_player_gave_it(make_player):
     player.resize(*size)
     player.switch_mode()
     player.switch_mode(size)
-    player.enter_module()
+    enter_obedient(player.robot)
     for full, *own, depth in ((0, 800, 600, 32), (0, 640, 480, 16), (1, 640, 480, 32), (0, 800, 600, 32)):
-        player.order(f"mode {full} {own[0]} {own[1]} {depth}")
+        player.installation.have_obeyed(f"mode {full} {own[0]} {own[1]} {depth}")
         player.wait_for_size(player.desktop_size if full else size, own)
     player.installation.order("leave 0")
     player.robot.wait_for_menu()
@@ -228,8 +216,8 @@ def test_the_window_keeps_the_size_that_the_player_gave_it(make_player):
 @pytest.mark.parametrize("mode, result", [("0 640 480 8", 0), ("1 640 480 8", 0), ("0 800 600 8", 255)])
 def test_a_display_that_a_module_leaves_behind_is_set_again(make_player, own_menu, mode, result):
     player = make_player()
-    player.enter_module()
-    player.order(f"mode {mode}")
+    enter_obedient(player.robot)
+    player.installation.have_obeyed(f"mode {mode}")
     player.installation.order(f"leave {result}")
     player.robot.forget_window()
     player.robot.wait_for_menu()
@@ -332,9 +320,3 @@ def test_without_memory_for_it_the_picture_has_its_own_size(make_player, preload
     wait_until(lambda: player.robot.place() == (200, 150, 800, 600), "the picture in the middle", 5 * SLOWNESS)
     assert np.array_equal(player.menu(), own_menu)
     assert player.installation.log_messages() == ["There is no memory to show the picture at its window's size"]
-
-
-def test_an_unknown_scale_counts_as_none(make_player):
-    player = make_player(scale=3, size=(1300, 1000), window_manager=None)
-    assert player.robot.window().get_wm_normal_hints().max_width == 800
-    assert player.installation.log_messages() == []

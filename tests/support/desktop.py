@@ -184,17 +184,19 @@ class Desktop:
 
     def close_window(self, window):
         """What the window's close button does."""
-        atom = self._display.intern_atom
-        request = 32, [atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]
-        window.send_event(protocol.event.ClientMessage(window=window, client_type=atom("WM_PROTOCOLS"), data=request))
-        self._display.sync()
+        self._tell(window, window, "WM_PROTOCOLS", self.atom("WM_DELETE_WINDOW"), X.CurrentTime)
+
+    def _tell(self, receiver, window, kind, *numbers, mask=0):
+        """A message about a window."""
+        data = 32, [*numbers, *[0] * (5 - len(numbers))]
+        message = protocol.event.ClientMessage(window=window, client_type=self.atom(kind), data=data)
+        receiver.send_event(message, mask)
+        self.send()
 
     def ask_for_state(self, window, wanted, *states):
         """What a window manager's own menu does: maximised, full screen."""
-        message = 32, [int(wanted), *map(self.atom, states), *[0] * (2 - len(states)), 2, 0]
-        event = protocol.event.ClientMessage(window=window, client_type=self.atom("_NET_WM_STATE"), data=message)
-        self.root.send_event(event, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
-        self.send()
+        self._tell(self.root, window, "_NET_WM_STATE", int(wanted), *map(self.atom, states), *[0] * (2 - len(states)),
+                   2, mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
 
     def has_state(self, window, state):
         """For the window manager."""
@@ -204,15 +206,16 @@ class Desktop:
     def is_alive(self, window):
         """Whether the program answers the window manager's question."""
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
-        question = 32, [self.atom("_NET_WM_PING"), 1234, window.id, 0, 0]
-        window.send_event(
-            protocol.event.ClientMessage(window=window, client_type=self.atom("WM_PROTOCOLS"), data=question))
-        self.send()
+        question = [self.atom("_NET_WM_PING"), 1234, window.id]
+        self._tell(window, window, "WM_PROTOCOLS", *question)
         time.sleep(0.3)
-        events = [self._display.next_event() for _ in range(self._display.pending_events())]
-        answers = [event.data[1] for event in events
-                   if event.type & 127 == X.ClientMessage and event.window == self.root]
-        return question[1] in map(list, answers)
+        return any(event.type & 127 == X.ClientMessage and event.window == self.root and
+                   list(event.data[1])[:3] == question for event in self._events())
+
+    def _events(self):
+        """What the server has told since the last time."""
+        self.send()
+        return [self._display.next_event() for _ in range(self._display.pending_events())]
 
     # pictures
 
@@ -238,9 +241,7 @@ class Desktop:
         watch = window.damage_create(damage.DamageReportRawRectangles)
 
         def drawn():
-            self.send()
-            events = [self._display.next_event() for _ in range(self._display.pending_events())]
-            return sum(event.type == self._display.extension_event.DamageNotify for event in events)
+            return sum(event.type == self._display.extension_event.DamageNotify for event in self._events())
 
         drawn()  # the watch begins with all of the window
         act()

@@ -196,30 +196,31 @@ class Browser:
     def _actions(self):
         return ActionChains(self.driver, duration=10)
 
-    def click_at(self, x, y, held=None):
-        actions = self._to(self._actions(), x, y)
+    def _holding(self, held, act):
+        """Carries out what `act` adds to the actions, with a key held that says how."""
+        actions = self._actions()
         if held:
             actions.key_down(CHANGED_KEYS[held])
-        actions.click()
+        act(actions)
         if held:
             actions.key_up(CHANGED_KEYS[held])
         actions.perform()
+
+    def click_at(self, x, y, held=None):
+        self._holding(held, lambda actions: self._to(actions, x, y).click())
 
     def focused(self):
         return self.run("return document.activeElement.id || document.activeElement.closest('[id]')?.id")
 
     def drag(self, start, end, held=None):
-        """Presses, moves in a few steps and lets go, with a key held that says how."""
-        actions = self._to(self._actions(), *start)
-        if held:
-            actions.key_down(CHANGED_KEYS[held])
-        actions.click_and_hold()
-        for step in range(1, 4):
-            self._to(actions, *(round(a + (b - a) * step / 3) for a, b in zip(start, end, strict=True)))
-        actions.release()
-        if held:
-            actions.key_up(CHANGED_KEYS[held])
-        actions.perform()
+        """Presses, moves in a few steps and lets go."""
+        def pull(actions):
+            self._to(actions, *start).click_and_hold()
+            for step in range(1, 4):
+                self._to(actions, *(round(a + (b - a) * step / 3) for a, b in zip(start, end, strict=True)))
+            actions.release()
+
+        self._holding(held, pull)
 
     def keys(self, *keys):
         """Single keys, texts, and combinations such as "ctrl+s"."""

@@ -9,6 +9,7 @@ import subprocess
 import tempfile
 from pathlib import Path
 
+from support.desktop import wait_until
 from support.system import PROJECT, SYSTEM, installation_folder
 
 CONFIG = "data/configs/vcc.cfg"
@@ -113,6 +114,12 @@ class Installation:
     def order(self, text):
         self.write("module_order.new", text)
         self.path("module_order.new").rename(self.path("module_order.txt"))
+
+    def have_obeyed(self, text):
+        """Orders, and waits until the module has obeyed."""
+        obeyed = self.module_state()[-1]
+        self.order(text)
+        wait_until(lambda: self.module_state()[-1] > obeyed, f"the module to obey {text!r}", 5 * self.system.slowness)
 
     def module_state(self):
         """Of an obedient module: the pointer's x and y, buttons, screen's width, height and depth, orders obeyed."""

@@ -39,6 +39,13 @@ def enter(robot, button, way=choose):
     wait_until(lambda: len(robot.installation.module_calls()) > calls, f"a call of {button}", 5 * robot.system.slowness)
 
 
+def enter_obedient(robot):
+    """Into a module that does what it is told (see obedient_module.c)."""
+    robot.installation.remove("module_state.txt")
+    enter(robot, "HQ")
+    wait_until(robot.installation.module_state, "the module's state", 5 * robot.system.slowness)
+
+
 def look(robot, button, german=False):
     """Which of its pictures a button shows; None when it is none of them."""
     row = list(TOPS).index(button) * 46 + (240 if german else 0)

@@ -2,10 +2,9 @@
  * module_state.txt anew: the pointer's place and buttons, the screen's size and depth, and how many orders it has
  * obeyed. Orders: "mode FULL WIDTH HEIGHT DEPTH", "place X Y" (of the pointer), "cursor SHAPE" (of the system's),
  * "hide" (the pointer), "spoil" (leave everything otherwise than it was), "leave MODE". */
-#include "veldor_module.h"
+#include "module_entries.h"
 
 #include <allegro.h>
-#include <stdio.h>
 #include <string.h>
 #include <unistd.h>
 
@@ -70,7 +69,7 @@ static void spoil(void) {
         return;
 }
 
-static uint8_t serve(uint8_t fullscreen) {
+static uint8_t stay(uint8_t fullscreen) {
     int obeyed = 0;
     for (;;) {
         char order[16] = "";
@@ -113,20 +112,4 @@ static uint8_t serve(uint8_t fullscreen) {
         }
         rest(5);
     }
-}
-
-uint8_t hq(uint8_t fullscreen, int32_t version) {
-    (void)version;
-    return serve(fullscreen);
-}
-
-uint8_t factory(int32_t mode_range, uint8_t fullscreen, int32_t screen_mode_range, int32_t bitmap_depth,
-                int32_t version) {
-    (void)mode_range, (void)screen_mode_range, (void)bitmap_depth, (void)version;
-    return serve(fullscreen);
-}
-
-uint8_t battle(uint8_t fullscreen, int32_t version) {
-    (void)version;
-    return serve(fullscreen);
 }

@@ -46,7 +46,7 @@ class Robot:
         return self
 
     def __exit__(self, *_):
-        stop(self._program)
+        stop(self._program, timeout_s=0.5)  # a module does not listen
         self.system.end()
         self.desktop.__exit__()
         if not self._files_kept:
