@@ -174,7 +174,7 @@ TEST_F(Check, MissingAndCutFilesAreFound) {
 TEST_F(Check, MistakesOfASourceAreToldOnceAtTheirLine) {
     const std::string slot = "[[slot]]\nindex = 3\ndest_x = 9\ndest_y = 9\n"; // four lines
     const std::string box = slot + "box_width = 90\nbox_height = 20\nback_colour = 1\nfont = \"bold_14\"\n"; // eight
-    const std::string style = "[style.a]\nfore_colour = \"Ambre_8\"\n[[slot]]\nindex = 1\nstyle = \"a\"\n"
+    const std::string style = "[style.a]\nfore_colour = \"AMBRE_8\"\n[[slot]]\nindex = 1\nstyle = \"a\"\n"
                               "repeat = { count = 12 }\n";
     const std::tuple<std::string, std::string, std::string> mistakes[] = {
         // ten mistakes of a first evening
