@@ -399,6 +399,12 @@ def test_controls_say_what_they_do(page, project):
     assert [page.keys("f6") or page.focused() for _ in range(3)] == ["items", "below", "viewport"]
     # a text is changed in the language that is shown
     page.click_at(60, 582)
+    settle(0.1)
+    assert page.run("""return [...document.querySelectorAll('#properties [data-field]')].filter((each) => {
+        each.dispatchEvent(new FocusEvent('focusin', { bubbles: true }));
+        const told = document.getElementById('field-help');
+        return !told.textContent.includes(each.labels[0]?.textContent ?? '') || told.scrollWidth > told.clientWidth;
+        }).map((each) => each.dataset.field)""") == [], "what is said of a field is all seen"
     page.press("DE")
     before = project_text(page)
     page.type_into(page.all("#field-text")[0], "Zentrale")
@@ -495,6 +501,67 @@ def test_slots_are_carried_to_another_screen(page):
     page.keys("h")  # with its looks
     page.wait_for_picture()
     assert not np.array_equal(page.canvas()[top:top + height, left:left + width], button)
+
+
+def test_edges_are_dragged_attracted_and_measured(page, editor):
+    left, top, width, height = FACTORY_PLACE
+    choose_factory(page)
+    page.drag((left + width - 1, top + 20), (left + width + 19, top + 20), held="ctrl")
+    page.wait_for_picture()
+    assert page.frame(FACTORY) == [left, top, 236, height] and "box_width = 236" in project_text(page)
+    page.keys("ctrl+z")
+    page.wait_for_picture()
+    page.drag((142, top + height - 1), (142, top + height + 5))
+    page.wait_for_picture()
+    assert page.frame(FACTORY) == [left, top, width, 50], "down to the button below"
+    # undo gives back what was chosen; the background stays
+    page.click_at(60, 582)
+    page.keys("ctrl+z")
+    wait_until(lambda: page.selection() == [FACTORY], "what is undone")
+    before = project_text(page)
+    page.click_at(600, 50)
+    assert page.selection() == ["slot:0"]
+    page.keys("right")
+    wait_until(lambda: "stays" in page.text(".toast.bad, .toast"), "the reason")
+    assert project_text(page) == before
+    # the gaps to the neighbours, and to the edges of the screen
+    choose_factory(page)
+    actions = page._to(page._actions(), *FACTORY_MIDDLE).click_and_hold()
+    for place in ((300, 300), (330, 310)):
+        page._to(actions, *place)
+    actions.perform()
+    gaps = wait_until(lambda: page.run("return [...document.querySelectorAll('.measures span')].map((each) => "
+                                       "Number(each.textContent))"), "the gaps")
+    x, y = page.frame(FACTORY)[:2]
+    assert {x, 800 - x - width} <= set(gaps) and f"x {x}  y {y}" in page.text(".ghost"), gaps
+    page.keys("escape")
+    page._actions().release().perform()
+    page.wait_for_frame(FACTORY, (left, top))
+    page.keys("z")
+    wait_until(lambda: page.text("#tools output") == "3×", "it as large as fits")
+
+
+def test_windows_are_dragged_and_aligned_and_sounds_heard(page):
+    page.press("Windows")
+    page.all("#items li")[0].click()
+    [key] = page.selection()
+    left, top, width, height = page.frame(key)
+    page.drag((left + width - 1, top + height - 1), (left + width + 16, top + height + 29), held="ctrl")
+    page.wait_for_frame(key, (left, top))
+    page.wait_for_picture()
+    assert page.frame(key) == [left, top, width + 17, height + 30]
+    page.drag((left + 60, top + 4), (left + 93, top + 24), held="ctrl")
+    page.wait_for_frame(key, (left + 33, top + 20))
+    page.press("Align left")
+    page.wait_for_frame(key, (0, top + 20))
+    page.wait_for_picture()
+    lines = project_text(page, "factory").splitlines()
+    assert {"xo0", f"yo{top + 20:.0f}", f"xu{width + 17:.0f}", f"yu{top + height + 50:.0f}"} <= set(lines)
+    page.press("Slots")
+    choose_factory(page)
+    page.run("const { Audio } = window; window.Audio = function(...one) { return window.heard = new Audio(...one); }")
+    page.run("return document.getElementById('field-sound_act').parentElement.querySelector('.icon')").click()
+    wait_until(lambda: page.run("return window.heard?.currentTime > 0"), "the sound")
 
 
 def test_looks_of_a_style_and_the_colour_of_a_shadow(page):

@@ -1,6 +1,7 @@
 // Moving and resizing in the units that place a record, aligning and distributing: operations for the server.
 import { edit } from './edits.js';
 import { around } from './geometry.js';
+import { say } from './messages.js';
 import { addressOf, item, keyOf, selected, state, windowsDocument } from './state.js';
 import { nameOf } from './values.js';
 
@@ -55,6 +56,7 @@ let burst = { key: '', at: 0, number: 0 };
 /** Arrow keys: one unit each; presses that follow one another quickly are one step of undo. */
 export function nudge(dx, dy) {
   const items = movable();
+  if (!items.length && selected().length) say('The background stays; its place can be typed in the properties.');
   if (!items.length) return;
   const key = items.map((each) => each.key).join();
   const now = performance.now();
@@ -77,10 +79,11 @@ export function grow(dx, dy) {
   send(documents, `Resize ${nameOf(items)}`, `grow ${items.map((each) => each.key).join()}`);
 }
 
+const BACKGROUND = 'slot:0'; // stays below all others, and where it is
 export function movable() {
   const seen = new Set();
   return selected().filter((each) => each.rect).map(movedBy)
-    .filter((each) => !seen.has(each.key) && seen.add(each.key));
+    .filter((each) => each.key !== BACKGROUND && !seen.has(each.key) && seen.add(each.key));
 }
 
 /**

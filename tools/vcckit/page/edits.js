@@ -4,7 +4,7 @@ import { getJson, post, Refusal } from './api.js';
 import { say } from './messages.js';
 import { arrive, wishAlong } from './picture.js';
 import { flushSource } from './source.js';
-import { activeDocument, adopt, state, tell } from './state.js';
+import { activeDocument, adopt, keyOf, select, state, tell } from './state.js';
 
 const waiting = [];
 let busy = false;
@@ -88,11 +88,25 @@ async function whole({ since, lists = {}, lines, picture, pixels, ...rest }) {
   return document;
 }
 
+/** What an undo or redo has changed is chosen, so that it is seen. */
+function chooseChanged(before, now) {
+  const text = (record) => JSON.stringify({ ...record, line: 0 });
+  for (const [kind, list, name] of [['style', 'styles', 'name'], ['slot', 'slots', 'index'],
+    ['window', 'windows', 'number']]) {
+    const known = new Set(before?.[list]?.map(text));
+    const keys = (now?.[list] ?? []).filter((each) => !known.has(text(each))).map((each) => keyOf(kind, each[name]));
+    if (keys.length) return keys.every((key) => state.selection.includes(key)) || select(keys);
+  }
+  return true;
+}
+
 async function sent(request, again = true) {
   try {
+    const before = state.documents.get(request.name);
     const answer = await post(request.path, bodyOf(request));
     if (answer.picture) arrive(answer.picture, answer.pixels);
     for (const document of answer.documents ?? [await whole(answer)]) adopt(document);
+    if (['undo', 'redo'].includes(request.path)) chooseChanged(before, state.documents.get(request.name));
     if (request.path !== 'save') return true;
     sayWhatIsSaved(answer.saved);
     return !sayWhatIsNot(answer);

@@ -52,7 +52,7 @@ export function refresh({ always = false } = {}) {
 /** What a change is sent with, so that the picture comes along. */
 export function wishAlong() {
   const view = request();
-  along = { wish: JSON.stringify(view), have: number, began: performance.now() };
+  along = { wish: JSON.stringify(view), have: number };
   return { view, have: number };
 }
 /** The picture that has come along with a change; it is shown when the documents are known that it is drawn from. */
@@ -68,16 +68,15 @@ async function work() {
   while (wished) {
     const { key, wish } = wished;
     wished = null;
-    const began = performance.now();
     try {
       const image = await rgba({ ...wish, keep: 1 });
       if (image.number > number) // else a newer one has come along with a change
-        show(key, { began, ...image, wish: JSON.stringify(wish) });
+        show(key, { ...image, wish: JSON.stringify(wish) });
     } catch (error) {
       if (shownView !== viewIn(wish)) context.clearRect(0, 0, WIDTH, HEIGHT); // that of another screen
       shownView = viewIn(wish);
       banner('picture', `The picture is an older one: ${error.message}`, [], 'bad');
-      tell('picture', { fault: error.message });
+      tell('picture');
     }
   }
   fetching = false;
@@ -92,15 +91,15 @@ function show(key, picture) {
   shownView = viewIn(JSON.parse(picture.wish));
   canvas.dataset.revision = picture.revision;
   banner('picture');
-  tell('picture', { rendering: picture.milliseconds, whole: performance.now() - picture.began });
+  tell('picture');
 }
 
-/** The pixels of a view, with what the renderer needed for them. */
+/** The pixels of a view. */
 export async function rgba(wish) {
   const response = await get('picture', { ...wish, revision: screenDocument()?.revision });
   const told = (name) => Number(response.headers.get(name));
   return { pixels: new Uint8ClampedArray(await response.arrayBuffer()), rect: [0, 0, WIDTH, HEIGHT],
-    number: told('X-Number'), revision: told('X-Revision'), milliseconds: told('X-Render-Milliseconds') };
+    number: told('X-Number'), revision: told('X-Revision') };
 }
 
 const viewIn = ({ view, language }) => `${view} ${language}`;
@@ -123,15 +122,16 @@ export function colourAt(x, y) {
 // zoom
 
 export let zoom = 1;
+const CLOSEST = 8;
 
 /** The largest whole step with which so much is seen. */
 function fitting(width = WIDTH, height = HEIGHT) {
-  return clamp(Math.floor(Math.min(viewport.clientWidth / width, viewport.clientHeight / height)), 1, 4);
+  return clamp(Math.floor(Math.min(viewport.clientWidth / width, viewport.clientHeight / height)), 1, CLOSEST);
 }
 
-/** A whole step 1 to 4, or 0 for as large as fits; the point (client coordinates) stays where it is. */
+/** A whole step 1 to 8, or 0 for as large as fits; the point (client coordinates) stays where it is. */
 export function zoomTo(step, point = null) {
-  prefer({ zoom: step === 0 ? 0 : clamp(step, 1, 4) });
+  prefer({ zoom: step === 0 ? 0 : clamp(step, 1, CLOSEST) });
   layOut(point);
 }
 
@@ -166,6 +166,6 @@ new ResizeObserver(() => layOut()).observe(viewport);
 viewport.addEventListener('wheel', (event) => {
   if (!event.ctrlKey) return;
   event.preventDefault();
-  zoomTo(clamp(zoom + (event.deltaY < 0 ? 1 : -1), 1, 4), { x: event.clientX, y: event.clientY });
+  zoomTo(Math.max(zoom + (event.deltaY < 0 ? 1 : -1), 1), { x: event.clientX, y: event.clientY });
 }, { passive: false });
 on('document view project selection', () => refresh());

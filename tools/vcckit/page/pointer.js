@@ -102,7 +102,7 @@ addEventListener('keyup', (event) => { if (event.key === ' ') spaceDown = false;
 function pressing(event) {
   const at = place(event);
   const keys = keysAt(at.x, at.y);
-  const chosen = keys.find((key) => state.selection.includes(key));
+  const chosen = keys.find((key) => state.selection.includes(key) && !isBackground(item(key).rect));
   if (event.shiftKey) return { click: () => toggle(keys), ...rubberBand(at, true) };
   if (chosen) return { click: () => select(event.ctrlKey ? below(keys) : keys[0]), ...dragging(event.altKey) };
   const top = keys[0];
@@ -191,33 +191,66 @@ function ending(overlay, course) {
   };
 }
 
-function dragging(copying) {
-  let items = null;
-  let latest = null;
-  const course = {};
-  const merge = nextMerge();
-  const rects = new Map();
+/** Keys and places of all that changes with these: further records of a group, slots that show a window. */
+function changedWith(items) {
+  const groups = new Set(items.map((each) => each.record.repeat?.first).filter((first) => first !== undefined));
+  const keys = new Set(items.map((each) => each.key));
+  return new Map(placedItems().filter((each) => state.selection.includes(each.key) ||
+    groups.has(each.record.repeat?.first) || keys.has(movedBy(each).key)).map((each) => [each.key, each.rect]));
+}
+
+/** What stays attracts what is dragged, and is measured to. `overlay` shows both, and the ghost. */
+function surroundings(overlay, changed) {
   const ghost = el('div', { class: 'ghost' });
   const guides = [el('div', { class: 'guide' }), el('div', { class: 'guide' })];
   const measures = el('div', { class: 'measures' });
-  const overlay = el('div', {}, guides, measures, ghost);
-  let others = [];
+  const others = placedItems().filter((each) => !changed.has(each.key) && isSeen(each) && !isBackground(each.rect))
+    .map((each) => each.rect).concat([[0, 0, WIDTH, HEIGHT]]);
+  overlay.replaceChildren(...guides, measures, ghost);
+  find('frames').append(overlay);
+
+  return {
+    /** Pixels that a rectangle moves by in one direction, for so many of the pointer. */
+    snap(event, rect, axis, pixels) {
+      const free = Math.round(pixels);
+      guides[axis].hidden = true;
+      if (!preferences.snap || event.ctrlKey || (event.shiftKey && !pixels)) return free;
+      if (preferences.grid) {
+        const cell = cellOfGrid()[axis];
+        return Math.round((rect[axis] + free) / cell) * cell - rect[axis];
+      }
+      const there = [...rect];
+      there[axis] += free;
+      const found = snapped(there, others, axis, REACH / Math.max(zoom / 2, 1));
+      if (!found) return free;
+      guides[axis].hidden = false;
+      put(guides[axis], axis ? [0, found.at, WIDTH, 1 / zoom] : [found.at, 0, 1 / zoom, HEIGHT]);
+      return free + found.by;
+    },
+    show(at, rect, text) {
+      showGhost(ghost, at, text);
+      measures.replaceChildren(...gaps(rect, others).map((gap) =>
+        put(el('div', {}, el('span', {}, String(gap.length))), gap.rect)));
+    },
+  };
+}
+
+function dragging(copying) {
+  let items = null;
+  let latest = null;
+  let rects = null;
+  let near = null;
+  const course = {};
+  const merge = nextMerge();
+  const overlay = el('div');
 
   function start() {
     items = movable();
-    const groups = new Set(items.map((each) => each.record.repeat?.first).filter((first) => first !== undefined));
-    const windows = new Set(items.filter((each) => each.kind === 'window').map((each) => each.index));
-    for (const each of placedItems()) {
-      const along = state.selection.includes(each.key) || groups.has(each.record.repeat?.first) ||
-        windows.has(movedBy(each).kind === 'window' && movedBy(each).index);
-      if (along) rects.set(each.key, each.rect);
-      else if (isSeen(each) && !isBackground(each.rect)) others.push(each.rect);
-    }
-    others.push([0, 0, WIDTH, HEIGHT]);
+    rects = changedWith(items);
+    near = surroundings(overlay, rects);
     course.document = items[0]?.document.name;
     course.follow = follower(`Move ${nameOf(items)}`, ([dx, dy]) => moveOperations(items.map((each) =>
       ({ item: each, dx: dx / unitOf(each)[0], dy: dy / unitOf(each)[1] }))), merge);
-    find('frames').append(overlay);
   }
 
   /** Pixels that everything moves by: whole units of what is moved, after snapping. */
@@ -225,29 +258,10 @@ function dragging(copying) {
     let way = [at.x - event.from.x, at.y - event.from.y];
     if (event.shiftKey) way = Math.abs(way[0]) > Math.abs(way[1]) ? [way[0], 0] : [0, way[1]];
     const whole = around(items.map((each) => each.rect));
-    guides.forEach((guide) => { guide.hidden = true; });
     return way.map((pixels, axis) => {
       const unit = Math.max(...items.map((each) => unitOf(each)[axis]));
-      if (unit > 1) return Math.round(pixels / unit) * unit;
-      const free = Math.round(pixels);
-      if (!preferences.snap || event.ctrlKey || (event.shiftKey && !pixels)) return free;
-      return snapTo(whole, axis, free);
+      return unit > 1 ? Math.round(pixels / unit) * unit : near.snap(event, whole, axis, pixels);
     });
-  }
-
-  function snapTo(whole, axis, free) {
-    if (preferences.grid) {
-      const cell = cellOfGrid()[axis];
-      return Math.round((whole[axis] + free) / cell) * cell - whole[axis];
-    }
-    const there = [...whole];
-    there[axis] += free;
-    const found = snapped(there, others, axis, REACH / Math.max(zoom / 2, 1));
-    if (!found) return free;
-    const guide = guides[axis];
-    guide.hidden = false;
-    put(guide, axis ? [0, found.at, WIDTH, 1 / zoom] : [found.at, 0, 1 / zoom, HEIGHT]);
-    return free + found.by;
   }
 
   return {
@@ -268,10 +282,8 @@ function dragging(copying) {
     const { at } = how;
     const [dx, dy] = distance(how, at);
     moveFrames(new Map([...rects].map(([key, [x, y, w, h]]) => [key, [x + dx, y + dy, w, h]])));
-    showGhost(ghost, at, `dx ${signed(dx)}  dy ${signed(dy)}\n${placeText(dx, dy)}`);
     const [x, y, w, h] = around(items.map((each) => each.rect));
-    measures.replaceChildren(...gaps([x + dx, y + dy, w, h], others).map(({ rect, length }) =>
-      put(el('div', {}, el('span', {}, String(length))), rect)));
+    near.show(at, [x + dx, y + dy, w, h], `dx ${signed(dx)}  dy ${signed(dy)}\n${placeText(dx, dy)}`);
     course.follow.want([dx, dy, 0, 0]);
   }
 
@@ -294,25 +306,28 @@ function resizing(side) {
   const start = each.rect;
   const isText = each.kind === 'slot' && each.shown.kind === 'text'; // boxes are in pixels
   const steps = edges.map(([, axis, low]) => (low || !isText ? unitOf(each)[axis] : 1));
-  const ghost = el('div', { class: 'ghost' });
+  const overlay = el('div');
+  let near = null;
   const follow = follower(`Resize ${nameOf([each])}`, ([left, top, right, bottom]) =>
     new Map([[each.document.name, resizeOperations(item(each.key), { left, top, right, bottom })]]));
   return {
     move(event, at) {
       const way = [at.x - gesture.from.x, at.y - gesture.from.y];
+      near ??= surroundings(overlay, changedWith([each]));
       const counts = edges.map(([letter, axis, low], i) => {
         if (!side.includes(letter)) return 0;
+        const edge = start[axis] + (low ? 0 : start[axis + 2]);
+        const pixels = steps[i] > 1 ? way[axis] : near.snap(event, [edge, edge, 0, 0], axis, way[axis]);
         const limit = start[axis + 2] - 1; // at least one pixel stays
-        return Math.round((low ? Math.min(way[axis], limit) : Math.max(way[axis], -limit)) / steps[i]);
+        return Math.round((low ? Math.min(pixels, limit) : Math.max(pixels, -limit)) / steps[i]);
       });
       const [left, top, right, bottom] = counts.map((count, i) => count * steps[i]);
       const rect = [start[0] + left, start[1] + top, start[2] + right - left, start[3] + bottom - top];
       moveFrames(new Map(state.selection.map((key) => [key, rect])));
-      if (!ghost.isConnected) find('frames').append(ghost);
-      showGhost(ghost, at, `${rect[2]} × ${rect[3]}\nx ${rect[0]}  y ${rect[1]}`);
+      near.show(at, rect, `${rect[2]} × ${rect[3]}\nx ${rect[0]}  y ${rect[1]}`);
       follow.want(counts);
     },
-    ...ending(ghost, { follow, document: each.document.name }),
+    ...ending(overlay, { follow, document: each.document.name }),
   };
 }
 

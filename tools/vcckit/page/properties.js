@@ -67,6 +67,11 @@ function nothing() {
       `first change that is saved makes ${screenDocument().file}.`) : null,
     el('p', { class: 'dim' }, 'Click into the picture or the list. Ctrl takes what lies under it, Shift adds, ',
       'dragging draws a band around several.'),
+    el('p', { class: 'dim' }, 'What is chosen moves with the mouse or the arrow keys; all that can be said of it ',
+      'appears here. ', ...['N', 'B', 'P', 'W'].map((key) => el('kbd', {}, key)), ' make a new text, button, picture ',
+      'or text window.'),
+    el('p', { class: 'dim' }, 'The sources change when they are saved, ', el('kbd', {}, 'Ctrl+S'), '; until then ',
+      'every step can be undone, ', el('kbd', {}, 'Ctrl+Z'), '. ', el('kbd', {}, 'F5'), ' plays the result.'),
     el('p', { class: 'dim' }, el('kbd', {}, 'Ctrl+F'), ' finds everything, ', el('kbd', {}, '?'),
       ' shows all that can be done.'));
 }

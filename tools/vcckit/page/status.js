@@ -1,4 +1,4 @@
-// The line under everything: pointer, selection or an explanation, times of the last picture.
+// The line under everything: pointer, selection or an explanation.
 import { el, find } from './dom.js';
 import { cellOfGrid } from './rulers.js';
 import { colourAt } from './picture.js';
@@ -8,13 +8,16 @@ import { swatchOf } from './colours.js';
 
 const pointer = el('span');
 const chosen = el('span', { class: 'grow', id: 'field-help' });
-const time = el('span');
-find('status').append(pointer, chosen, time);
+find('status').append(pointer, chosen);
 
-/** Says something of a field, until something else is chosen. */
-export function explain(...parts) {
+function show(...parts) {
   chosen.replaceChildren(...parts);
   chosen.title = chosen.textContent;
+}
+/** Says something of a field, in all of the line, until something else is chosen or the pointer moves. */
+export function explain(...parts) {
+  pointer.replaceChildren();
+  show(...parts);
 }
 
 on('pointer', (at) => {
@@ -33,16 +36,11 @@ on('document view project', () => banner('stale', screenDocument()?.stale
 on('selection document view', () => {
   const items = selected();
   const [each] = items;
-  if (!each) explain('');
-  else if (items.length > 1) explain(`${items.length} chosen`);
+  if (!each) show('');
+  else if (items.length > 1) show(`${items.length} chosen`);
   else if (each.rect) {
     const [x, y, w, h] = each.rect;
     const placed = each.shown ? `, placed by ${each.shown.placed}` : '';
-    explain(`${each.kind} ${each.index}: ${w} × ${h} at ${x}, ${y}${placed}`);
-  } else explain(`${each.kind} ${each.name}`);
-});
-on('picture', ({ rendering, whole, fault }) => {
-  time.textContent = fault ?? `drawn in ${rendering.toFixed(1)} ms, here after ${whole.toFixed(0)} ms`;
-  time.classList.toggle('bad', Boolean(fault));
-  if (state.project) time.title = `vcckit ${state.project.version}`;
+    show(`${each.kind} ${each.index}: ${w} × ${h} at ${x}, ${y}${placed}`);
+  } else show(`${each.kind} ${each.name}`);
 });

@@ -62,8 +62,8 @@ constexpr Field fields[] = {
     number_of("input_mode", &Slot::input_mode, input, "", {0, 2},
               "0 button or label, 1 entry field for digits, blank and \"-\", other numbers: entry field for any text"),
     number_of("toggle", &Slot::toggle, focus, "", {-1, 199},
-              "-1 inert, 0 can be selected, above 0 can be selected and is highlighted by the toggle record of the "
-              "slot's own number (entry field: the number of the record with its looks while it is edited)"),
+              "-1 inert, 0 can be selected, above 0 also highlighted, by the toggle record of the slot's own number "
+              "(entry field: the number of the record with its looks while it is edited)"),
     number_of("activated", &Slot::activated, number, "", {0, 199},
               "number of the toggle record that is shown when the slot is pressed, 0 for none"),
     number_of("buffer", &Slot::buffer, buffer, "", {0, 24},
