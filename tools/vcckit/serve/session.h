@@ -96,7 +96,6 @@ private:
     struct Drawn {
         BitmapPtr picture;
         std::int64_t revision = 0;
-        double milliseconds = 0;
         std::string fault;
     };
     Drawn draw(const RenderRequest& request);

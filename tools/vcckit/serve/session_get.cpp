@@ -17,7 +17,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
 #include <cstring>
 
 namespace vcc::kit::edit {
@@ -208,10 +207,8 @@ json numbered(const std::string& name, int number) {
 } // namespace
 
 Session::Drawn Session::draw(const RenderRequest& request) {
-    const auto start = std::chrono::steady_clock::now();
     Drawn drawn;
     drawn.picture = renderer_->draw(request, drawn.fault);
-    drawn.milliseconds = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     for (const ViewRow& row : views)
         if (const auto document = workspace_->document(row.document); document && row.screen == request.screen)
             drawn.revision = document->revision;
@@ -323,8 +320,7 @@ std::string Session::add_picture(const json& body, json& told) {
                           : part_that_differs(known->rgba, rgba, drawn.picture->w);
     told["picture"] = {{"number", keep_shown(rgba)},
                        {"rect", {part.x1, part.y1, part.x2 - part.x1, part.y2 - part.y1}},
-                       {"revision", drawn.revision},
-                       {"milliseconds", drawn.milliseconds}};
+                       {"revision", drawn.revision}};
     std::string pixels;
     const auto at = [&](int x, int y) { return 4 * static_cast<std::size_t>(y * drawn.picture->w + x); };
     for (int y = part.y1; y < part.y2; ++y)
@@ -344,9 +340,7 @@ Answer Session::picture(const Parameters& parameters) {
     const std::uint64_t number = parameters.contains("keep") ? keep_shown(rgba) : 0;
     return {.type = "application/octet-stream",
             .body = std::move(rgba),
-            .headers = {{"X-Revision", std::to_string(drawn.revision)},
-                        {"X-Number", std::to_string(number)},
-                        {"X-Render-Milliseconds", std::to_string(drawn.milliseconds)}}};
+            .headers = {{"X-Revision", std::to_string(drawn.revision)}, {"X-Number", std::to_string(number)}}};
 }
 
 Answer Session::picture_png(const Parameters& parameters) {
