@@ -1,10 +1,13 @@
 """What modules may do with the process that they share, and leave behind."""
 
+import time
+
 import pytest
 
 from support import menu
 from support.desktop import wait_until
 from support.pulse import RATE, PulseServer, Recording, loudness
+from support.robot import POINTER_PLACED_S
 
 ARROW, BUSY = 2, 3  # the library's numbers of the system's pointers
 
@@ -44,6 +47,8 @@ def test_what_a_module_spoils_is_put_right(player):
     installation.remove("factory.so")
     with PulseServer() as pulse, Recording(pulse) as recording:
         player.start(environment=pulse.environment)
+        player.wheel(-1)  # what a module turns counts from there
+        time.sleep(POINTER_PLACED_S)
         menu.enter_obedient(player)
         leave(player, "spoil")
         wait_until(lambda: loudness(recording.samples()[-RATE // 2:]) < 0.0005, "the module's sound to end")
