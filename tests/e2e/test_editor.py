@@ -539,6 +539,12 @@ def test_edges_are_dragged_attracted_and_measured(page, editor):
     page.wait_for_frame(FACTORY, (left, top))
     page.keys("z")
     wait_until(lambda: page.text("#tools output") == "3×", "it as large as fits")
+    page.resize(2560, 1440)
+    page.press("Texts")
+    page.keys("0")
+    wait_until(lambda: page.text("#tools output") == "1.5×", "the picture as large as fits")
+    page.keys("+")
+    wait_until(lambda: page.text("#tools output") == "2×", "the next whole step")
 
 
 def test_windows_are_dragged_and_aligned_and_sounds_heard(page):

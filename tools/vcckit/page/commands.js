@@ -6,7 +6,7 @@ import { showBelow } from './below.js';
 import { nextFault } from './faults.js';
 import { focusList } from './list.js';
 import { showPalette } from './palette.js';
-import { zoom, zoomTo, zoomToSelection } from './picture.js';
+import { zoomBy, zoomTo, zoomToSelection } from './picture.js';
 import { cancelGesture } from './pointer.js';
 import { isDark, prefer, preferences } from './preferences.js';
 import { focusProperties } from './properties.js';
@@ -102,8 +102,8 @@ const commands = [
   { id: 'play', title: 'Save, and start the program', keys: ['F5'], run: playNow },
 
   { id: 'plus', group: 'See', title: 'Larger', keys: ['+', '='], where: 'text',
-    run: () => zoomTo(zoom + 1) },
-  { id: 'minus', title: 'Smaller', keys: ['-'], where: 'text', run: () => zoomTo(Math.max(zoom - 1, 1)) },
+    run: () => zoomBy(1) },
+  { id: 'minus', title: 'Smaller', keys: ['-'], where: 'text', run: () => zoomBy(-1) },
   { id: 'fit', title: 'As large as fits', keys: ['0'], where: 'text', on: () => preferences.zoom === 0,
     run: () => zoomTo(0) },
   { id: 'closer', title: 'What is chosen as large as fits', keys: ['Z'], where: 'text', when: placed(1),

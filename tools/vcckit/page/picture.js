@@ -124,9 +124,10 @@ export function colourAt(x, y) {
 export let zoom = 1;
 const CLOSEST = 8;
 
-/** The largest whole step with which so much is seen. */
+/** The largest step with which so much is seen: a whole one, or one and a half. */
 function fitting(width = WIDTH, height = HEIGHT) {
-  return clamp(Math.floor(Math.min(viewport.clientWidth / width, viewport.clientHeight / height)), 1, CLOSEST);
+  const most = Math.min(viewport.clientWidth / width, viewport.clientHeight / height);
+  return most >= 1.5 && most < 2 ? 1.5 : clamp(Math.floor(most), 1, CLOSEST);
 }
 
 /** A whole step 1 to 8, or 0 for as large as fits; the point (client coordinates) stays where it is. */
@@ -134,6 +135,9 @@ export function zoomTo(step, point = null) {
   prefer({ zoom: step === 0 ? 0 : clamp(step, 1, CLOSEST) });
   layOut(point);
 }
+
+export const zoomBy = (way, point = null) =>
+  zoomTo(way > 0 ? Math.floor(zoom) + 1 : Math.max(Math.ceil(zoom) - 1, 1), point);
 
 export function zoomToSelection() {
   const [x, y, w, h] = around(selected().map((each) => each.rect).filter(Boolean));
@@ -149,6 +153,7 @@ export function layOut(point = null) {
   zoom = next;
   surface.style.width = `${WIDTH * zoom}px`;
   surface.style.height = `${HEIGHT * zoom}px`;
+  surface.classList.toggle('between', !Number.isInteger(zoom));
   if (held) {
     const after = surface.getBoundingClientRect();
     viewport.scrollBy(after.left + held.x * zoom - point.x, after.top + held.y * zoom - point.y);
@@ -166,6 +171,6 @@ new ResizeObserver(() => layOut()).observe(viewport);
 viewport.addEventListener('wheel', (event) => {
   if (!event.ctrlKey) return;
   event.preventDefault();
-  zoomTo(Math.max(zoom + (event.deltaY < 0 ? 1 : -1), 1), { x: event.clientX, y: event.clientY });
+  zoomBy(event.deltaY < 0 ? 1 : -1, { x: event.clientX, y: event.clientY });
 }, { passive: false });
 on('document view project selection', () => refresh());
