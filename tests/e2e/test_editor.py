@@ -588,6 +588,9 @@ def test_a_text_that_is_not_translated_is_marked(page):
     page.press("Texts")
     page.type_into(page.all('[data-field="18-de"]')[0], " ")
     wait_until(lambda: "1 not translated" in page.text(".below-extra"), "the count")
+    page.keys("ctrl+2")
+    page.wait_for_picture()
+    assert "0 not translated, 1 on other screens" in page.text(".below-extra")
     page.keys("f7")
     assert page.run("return document.activeElement.dataset.field") == "18-de"
 

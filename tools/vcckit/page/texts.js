@@ -1,7 +1,7 @@
 // Texts of the screen, all languages side by side, with what is not translated marked.
 import { edit } from './edits.js';
 import { el, keeper, keepFocus, line, put } from './dom.js';
-import { screenDocument, select, keyOf, state } from './state.js';
+import { keyOf, screenDocument, select, showView, state } from './state.js';
 
 const body = el('tbody');
 const head = el('tr');
@@ -15,6 +15,10 @@ function rows(screen) {
   return screen.slots.filter((slot) => Object.values(slot.languages).some((each) => each.kind === 'text' && each.text));
 }
 
+/** How many texts of a screen a language lacks. */
+const lacking = (screen) => rows(screen).flatMap((slot) => Object.values(slot.languages))
+  .filter((each) => !each.text.trim()).length;
+
 export const drawTexts = () => { if (screenDocument()) keepFocus(texts, () => draw(screenDocument())); };
 
 function draw(screen) {
@@ -27,8 +31,11 @@ function draw(screen) {
     element.classList.toggle('chosen', state.selection.includes(keyOf('slot', slot.index)));
     return element;
   }));
-  const missing = body.querySelectorAll('.missing').length;
-  left.textContent = missing ? `${missing} not translated (F7)` : 'Every text is there in every language.';
+  const [here, elsewhere] = [true, false].map((own) => [...state.documents.values()]
+    .filter((each) => each.kind === 'screen' && (each === screen) === own)
+    .reduce((sum, each) => sum + lacking(each), 0));
+  left.textContent = here || elsewhere ? `${here} not translated, ${elsewhere} on other screens (F7)`
+    : 'Every text is there in every language.';
 }
 
 function row(screen, slot, codes, same) {
@@ -59,8 +66,16 @@ function cell(screen, slot, code, same) {
   return input;
 }
 
-/** F7: the next text that another language has and this one lacks, round and round. */
+/** F7: the next text that another language has and this one lacks, round and round through all screens. */
 export function nextMissing() {
-  const missing = [...body.querySelectorAll('.missing')];
-  missing[(missing.indexOf(document.activeElement) + 1) % missing.length]?.focus();
+  const missing = () => [...body.querySelectorAll('.missing')];
+  const next = missing()[missing().indexOf(document.activeElement) + 1];
+  if (next) return void next.focus();
+  const { views } = state.project;
+  const here = views.findIndex(({ view }) => view === state.view);
+  const further = [...views.slice(here + 1), ...views.slice(0, here)].find((each) =>
+    each.document !== views[here].document && state.documents.has(each.document) &&
+    lacking(state.documents.get(each.document)));
+  if (further) showView({ view: further.view });
+  missing()[0]?.focus();
 }
