@@ -91,7 +91,7 @@ json describe_record(const SourceModel& model, const RecordTable& record, const 
         out["repeat"] = {
             {"first", record.first}, {"count", record.count}, {"step", record.step}, {"position", record.position}};
     if (slot) {
-        const std::string role = role_of_fixed_slot(model.screen(rules.screen), record.index());
+        const std::string role = role_of_fixed_slot(screen_name(model.root(), rules.screen), record.index());
         out["protected"] = role.empty() ? json() : json(role);
         out["look_written"] = json::object();
         add_looks(out, layers, true);
@@ -122,23 +122,23 @@ json describe_style(const SourceModel& model, const std::string& name, const Nod
 
 } // namespace
 
-Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules) {
+Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules) try {
     Description out;
     if (kind == DocumentKind::windows) {
         out.windows = windows_of(source);
         return out;
     }
-    const auto model = SourceModel::read(source);
-    if (!model)
-        return Failure{model.reason()};
-    out.names = model->names();
-    out.slots = describe_records(*model, Address::Of::slot, rules);
-    out.toggles = describe_records(*model, Address::Of::toggle, rules);
-    if (const Node* const styles = model->root().table("style"))
+    const SourceModel model(source);
+    out.names = model.names();
+    out.slots = describe_records(model, Address::Of::slot, rules);
+    out.toggles = describe_records(model, Address::Of::toggle, rules);
+    if (const Node* const styles = model.root().table("style"))
         for (const Member& style : styles->members)
             if (style.value.is_table())
-                out.styles.push_back(describe_style(*model, style.key, style.value));
+                out.styles.push_back(describe_style(model, style.key, style.value));
     return out;
+} catch (const Refused& refused) {
+    return Failure{refused.what()};
 }
 
 } // namespace vcc::kit::edit

@@ -12,10 +12,6 @@ namespace {
 /// Values as the source writes them, by repetition and language.
 using Matrix = std::vector<std::array<std::string, languages.size()>>;
 
-bool varies(FieldForm form) {
-    return form == FieldForm::number || form == FieldForm::text || form == FieldForm::word;
-}
-
 int count_of(const Subject& subject) {
     return subject.record ? subject.record->count : 1;
 }
@@ -29,15 +25,11 @@ std::optional<std::int64_t> own_step(const Subject& subject, std::string_view fi
     return subject.record && subject.look.empty() ? step_of(*subject.record, field) : 0;
 }
 
-const Node* leaf_at(const Node& value, int count, std::size_t language, int position) {
-    return part_of(value, languages[language].code, position, count, "", tell_nobody);
-}
-
 /// The value that counts; null when no layer says the field.
 const Node* present_leaf(const Subject& subject, std::string_view field, std::size_t language, int position) {
     for (auto layer = subject.layers.rbegin(); layer != subject.layers.rend(); ++layer)
         if (const Node* const value = layer->table->find(field))
-            return leaf_at(*value, count_of(subject), language, position);
+            return part_of(*value, languages[language].code, position, count_of(subject), "", tell_nobody);
     return nullptr;
 }
 
@@ -74,25 +66,30 @@ std::string raw_text(const SourceModel& model, const Subject& subject, const Fie
     return field.form == FieldForm::word ? "\"left\"" : "\"\"";
 }
 
+std::string list_of(const std::vector<std::string>& values) {
+    std::string list = "[";
+    for (const std::string& value : values)
+        list += (list.size() > 1 ? ", " : "") + value;
+    return list + "]";
+}
+
 /// One value where all are the same, else tables by language, lists by repetition, or both.
 std::string compressed(const Matrix& matrix) {
     if (std::ranges::all_of(matrix, [&](const auto& row) { return row == matrix.front(); }))
         return by_language(matrix.front());
-    std::string list = "[";
-    for (const auto& row : matrix)
-        list += (list.size() > 1 ? ", " : "") + by_language(row);
-    return list + "]";
+    std::vector<std::string> values;
+    std::ranges::transform(matrix, std::back_inserter(values), by_language);
+    return list_of(values);
 }
 
 /// A value on its way into the source.
 struct Wanted {
-    std::string reason;                 ///< why it cannot be one
-    std::optional<std::int64_t> number; ///< of number fields given by number
-    std::string text;                   ///< as the source writes it, in a place where nothing was
+    std::string text;                     ///< as the source writes it, in a place where nothing was
+    std::optional<std::int64_t> number{}; ///< of number fields
 };
 
 /// "button, wide": a list when there are several.
-Wanted wanted_styles(const SourceModel& model, const std::string& text) {
+std::string wanted_styles(const SourceModel& model, const std::string& text) {
     std::vector<std::string> names;
     for (std::size_t at = 0; at <= text.size();) {
         const std::size_t comma = std::min(text.find(',', at), text.size());
@@ -100,16 +97,11 @@ Wanted wanted_styles(const SourceModel& model, const std::string& text) {
         name.erase(0, std::min(name.find_first_not_of(' '), name.size()));
         name.erase(name.find_last_not_of(' ') + 1);
         if (!style_of(model.root(), name))
-            return {"there is no [style." + name + "]", {}, ""};
+            throw Refused("there is no [style." + name + "]");
         names.push_back(quoted_text(name).value_or(""));
         at = comma + 1;
     }
-    if (names.size() == 1)
-        return {"", {}, names.front()};
-    std::string list = "[";
-    for (const std::string& name : names)
-        list += (list.size() > 1 ? ", " : "") + name;
-    return {"", {}, list + "]"};
+    return names.size() == 1 ? names.front() : list_of(names);
 }
 
 Wanted wanted_value(const SourceModel& model, const Field& field, const Value& value) {
@@ -117,42 +109,44 @@ Wanted wanted_value(const SourceModel& model, const Field& field, const Value& v
     const auto* const text = std::get_if<std::string>(&value);
     const auto* const flag = std::get_if<bool>(&value);
     const bool fits = number && *number >= INT32_MIN && *number <= INT32_MAX;
-    const auto wrong = [&](const char* kind) { return Wanted{std::string(field.name) + " must be " + kind, {}, ""}; };
+    const auto expect = [&](bool good, const char* kind) {
+        if (!good)
+            throw Refused(std::string(field.name) + " must be " + kind);
+    };
     switch (field.form) {
     case FieldForm::shadow:
         if (flag)
-            return {"", {}, *flag ? "true" : "false"};
+            return {*flag ? "true" : "false"};
         [[fallthrough]];
     case FieldForm::number:
         if (const auto named = text ? model.number_of(field.meaning, *text) : std::nullopt)
-            return {"", named, quoted_text(*text).value_or("")};
+            return {quoted_text(*text).value_or(""), named};
         if (text)
-            return {"there is no " + std::string(meaning_word(field.meaning)) + " \"" + *text + "\"", {}, ""};
-        if (!number)
-            return wrong("a number or a name");
+            throw Refused("there is no " + std::string(meaning_word(field.meaning)) + " \"" + *text + "\"");
+        expect(number, "a number or a name");
         if (!fits)
-            return {std::to_string(*number) + " does not fit in 32 bits", {}, ""};
-        return {"", *number, model.written(*number, field.meaning)};
+            throw Refused(std::to_string(*number) + " does not fit in 32 bits");
+        return {model.written(*number, field.meaning), *number};
     case FieldForm::pair:
     case FieldForm::plain:
-        return fits ? Wanted{"", {}, std::to_string(*number)} : wrong("a number");
+        expect(fits, "a number");
+        return {std::to_string(*number)};
     case FieldForm::word:
-        if (!text || (*text != "left" && *text != "centre" && *text != "right"))
-            return wrong("left, centre or right");
+        expect(text && (*text == "left" || *text == "centre" || *text == "right"), "left, centre or right");
         [[fallthrough]];
     case FieldForm::text:
-        if (auto quoted = text ? quoted_text(*text) : std::nullopt)
-            return {"", {}, std::move(*quoted)};
-        return wrong(text ? "UTF-8" : "a text");
+        expect(text, "a text");
+        expect(is_utf8(*text), "UTF-8");
+        return {*quoted_text(*text)};
     case FieldForm::styles:
-        return text ? wanted_styles(model, *text) : wrong("the name of a style");
+        expect(text, "the name of a style");
+        return {wanted_styles(model, *text)};
     case FieldForm::flag:
     case FieldForm::look:
         break;
     }
-    if (!flag)
-        return wrong("true or false");
-    return {"", {}, *flag ? (field.form == FieldForm::look ? "{}" : "true") : "false"};
+    expect(flag, "true or false");
+    return {*flag ? (field.form == FieldForm::look ? "{}" : "true") : "false"};
 }
 
 /// Replaces a value. A text with characters outside ASCII must not touch the word before it.
@@ -164,307 +158,243 @@ void replace_value(TextEdits& edits, const Span& span, std::string text) {
     edits.replace(span, std::move(text));
 }
 
-/// A field of one table on its way to a new value.
-class FieldChange {
-public:
-    FieldChange(Opened& at, const Field& field)
-        : edits_(at.edits), model_(at.model), subject_(at.subject), field_(field) {}
+/// What becomes of a part of a value.
+using NextText = std::function<std::string(const Node* part, std::size_t language, int position)>;
 
-    std::string set(const LanguageSet& in, const Wanted& wanted) {
-        const Node* const own = subject_.own ? subject_.own->find(field_.name) : nullptr;
-        if (!varies(field_.form))
-            return own ? replace_plain(*own, wanted) : add(wanted.text);
-        const auto step = own_step(subject_, field_.name);
-        if (!step)
-            return "repeat." + std::string(field_.name) + " is no plain number";
-        base_ = wanted.number ? std::optional(*wanted.number - *step * position_of(subject_)) : std::nullopt;
-        if (base_ && (*base_ < INT32_MIN || *base_ > INT32_MAX))
-            return "the group's first record would not fit in 32 bits";
-        text_ = base_ && base_ != wanted.number ? std::to_string(*base_) : wanted.text;
-        return own ? change(*own, in) : add_varying(in);
-    }
-
-    std::string shift(const LanguageSet& in, const std::set<int>& positions, std::int64_t distance) {
-        const Node* const own = subject_.own ? subject_.own->find(field_.name) : nullptr;
-        if (!own) {
-            Matrix matrix = present();
-            for (int position = 0; position < count_of(subject_); ++position)
-                for (std::size_t i = 0; i < languages.size(); ++i) {
-                    if (!in[i])
-                        continue;
-                    const auto number = number_without_step(model_, subject_, field_, i, position);
-                    if (!number)
-                        return std::string(field_.name) + " is no number";
-                    matrix[static_cast<std::size_t>(position)][i] = std::to_string(*number + distance);
-                }
-            return add(compressed(matrix));
+/// Changes a value in some languages at some repetitions. Parts that these share with others are written out, but a
+/// number that all repetitions share changes for all of them.
+void change(Opened& at, const Field& field, const Node& value, const LanguageSet& in, const std::set<int>& positions,
+            const NextText& next) {
+    const int count = count_of(at.subject);
+    const auto part = [&](int position, std::size_t language) { return part_at(value, language, position, count); };
+    std::set<const Node*> parts;
+    for (int position = 0; position < count; ++position)
+        parts.insert({part(position, 0), part(position, 1)});
+    parts.erase(nullptr);
+    static_assert(languages.size() == 2);
+    for (const Node* const each : parts) {
+        const std::string old(at.model.text_at(each->span));
+        const auto text_in = [&](std::size_t language, int position) {
+            const bool taken =
+                in[language] && std::ranges::any_of(positions, [&](int chosen) {
+                    return chosen == position || (field.form == FieldForm::number && part(chosen, language) == each);
+                });
+            return taken ? next(each, language, position) : old;
+        };
+        Matrix texts;
+        for (int position = 0; position < count; ++position) {
+            const bool here[] = {part(position, 0) == each, part(position, 1) == each};
+            if (here[0] || here[1])
+                texts.push_back({text_in(here[0] ? 0 : 1, position), text_in(here[1] ? 1 : 0, position)});
         }
-        const auto leaves = leaves_of(*own, count_of(subject_));
-        if (!leaves)
-            return leaves.reason();
-        for (const Leaf& leaf : *leaves) {
-            if (!meets(leaf, in) || (leaf.position != every_position && !positions.contains(leaf.position)))
-                continue;
-            const auto number = model_.number(*leaf.node, field_.meaning);
-            if (!number)
-                return std::string(field_.name) + " is no number";
-            text_ = std::to_string(*number + distance);
-            write(leaf, in, false);
-        }
-        return {};
+        if (std::string text = compressed(texts); text != old)
+            replace_value(at.edits, each->span, std::move(text));
     }
+}
 
-private:
-    static bool meets(const Leaf& leaf, const LanguageSet& in) {
-        for (std::size_t i = 0; i < in.size(); ++i)
-            if (leaf.in[i] && in[i])
-                return true;
-        return false;
-    }
-
-    std::string replace_plain(const Node& own, const Wanted& wanted) {
-        if (field_.form == FieldForm::look && own.is_table() && wanted.text == "{}")
-            return {}; // it has one
-        if (own.span.end == own.span.begin)
-            return std::string(field_.name) + " has lines of its own: take them away first";
-        const bool same_number = wanted.number && own.kind == Node::Kind::number && own.number == *wanted.number;
-        const std::string_view old = model_.text_at(own.span);
-        if (old != wanted.text && !same_number)
-            replace_value(edits_, own.span, wanted.text);
-        return {};
-    }
-
-    /// Whether a value says what is wanted already, in whatever spelling.
-    bool is_there(const Node& leaf) const {
-        if (base_ && text_.front() == '"' && leaf.kind == Node::Kind::text)
-            return model_.text_at(leaf.span) == text_ ||
-                   (given_by_number_ && model_.number(leaf, field_.meaning) == base_);
-        if (base_)
-            return model_.number(leaf, field_.meaning) == base_;
-        const auto quoted = leaf.kind == Node::Kind::text ? quoted_text(leaf.text) : std::nullopt;
-        return quoted == text_;
-    }
-
-    std::string change(const Node& own, const LanguageSet& in) {
-        const auto leaves = leaves_of(own, count_of(subject_));
-        if (!leaves)
-            return leaves.reason();
-        LanguageSet met{};
-        for (const Leaf& leaf : *leaves) {
-            const bool is_here = leaf.position == every_position || leaf.position == position_of(subject_);
-            if (!is_here || !meets(leaf, in))
-                continue;
-            for (std::size_t i = 0; i < in.size(); ++i)
-                met[i] = met[i] || leaf.in[i];
-            if (!is_there(*leaf.node))
-                write(leaf, in,
-                      field_.form != FieldForm::number && leaf.position == every_position && count_of(subject_) > 1);
-        }
-        for (std::size_t i = 0; i < in.size(); ++i)
-            if (in[i] && !met[i]) {
-                if (!own.is_table())
-                    return std::string(field_.name) + " has no value for the language " +
-                           std::string(languages[i].code) + ": write one first";
-                if (std::string reason = add_member(edits_, own, languages[i].code, text_); !reason.empty())
-                    return reason;
-            }
-        return {};
-    }
-
-    /// Writes the wanted text into a value; the languages and repetitions that keep the old one get it beside the new.
-    void write(const Leaf& leaf, const LanguageSet& in, bool one_of_list) {
-        const std::string old(model_.text_at(leaf.node->span));
-        std::string text = spelled_like(*leaf.node);
-        std::array<std::string, languages.size()> parts;
-        bool shared = false;
-        for (std::size_t i = 0; i < in.size(); ++i) {
-            shared = shared || (leaf.in[i] && !in[i]);
-            parts[i] = in[i] ? text : old;
-        }
-        if (shared)
-            text = by_language(parts);
-        if (one_of_list) {
-            std::string list = "[";
-            for (int i = 0; i < count_of(subject_); ++i)
-                list += (i > 0 ? ", " : "") + (i == position_of(subject_) ? text : old);
-            text = list + "]";
-        }
-        if (text != old)
-            replace_value(edits_, leaf.node->span, std::move(text));
-    }
-
-    /// Digits stay digits.
-    std::string spelled_like(const Node& leaf) const {
-        return base_ && given_by_number_ && leaf.kind == Node::Kind::number ? std::to_string(*base_) : text_;
-    }
-
-    Matrix present() const {
-        Matrix matrix(static_cast<std::size_t>(count_of(subject_)));
-        for (std::size_t position = 0; position < matrix.size(); ++position)
-            for (std::size_t i = 0; i < languages.size(); ++i)
-                matrix[position][i] = raw_text(model_, subject_, field_, i, static_cast<int>(position));
-        return matrix;
-    }
-
-    /// No table of the subject says the field: the record gets it, with what others keep of their styles' value.
-    std::string add_varying(const LanguageSet& in) {
-        Matrix matrix = present();
-        const bool alike = std::ranges::all_of(matrix, [&](const auto& row) { return row == matrix.front(); });
-        for (std::size_t position = 0; position < matrix.size(); ++position) {
-            const bool is_here = static_cast<int>(position) == position_of(subject_);
-            if (!is_here && (field_.form != FieldForm::number || !alike))
-                continue;
-            for (std::size_t i = 0; i < in.size(); ++i)
-                if (in[i])
-                    matrix[position][i] = text_;
-        }
-        return add(compressed(matrix));
-    }
-
-    std::string add(const std::string& value) {
-        if (subject_.own)
-            return add_member(edits_, *subject_.own, field_.name, value);
-        const std::string look = "{ " + std::string(field_.name) + " = " + value + " }";
-        const Node* const there = subject_.home->find(subject_.look);
-        if (!there)
-            return add_member(edits_, *subject_.home, subject_.look, look);
-        edits_.replace(there->span, look); // highlight = false
-        return {};
-    }
-
-    TextEdits& edits_;
-    const SourceModel& model_;
-    const Subject& subject_;
-    const Field& field_;
-    std::optional<std::int64_t> base_; ///< number fields: the number to write
-    std::string text_;                 ///< the same as the source writes it
-
-public:
-    bool given_by_number_ = true;
-};
-
-LanguageSet chosen(std::optional<std::size_t> language) {
-    LanguageSet in{};
-    if (language)
-        in[*language] = true;
+void add(Opened& at, const Field& field, const std::string& value) {
+    const auto& [model, subject, edits] = at;
+    if (subject.own)
+        return add_member(at.edits, *subject.own, field.name, value);
+    const std::string look = "{ " + std::string(field.name) + " = " + value + " }";
+    if (const Node* const there = subject.home->find(subject.look)) // highlight = false
+        at.edits.replace(there->span, look);
     else
-        in.fill(true);
-    return in;
+        add_member(at.edits, *subject.home, subject.look, look);
 }
 
-std::string unknown_field(std::string_view field) {
-    return "there is no field \"" + std::string(field) + "\"";
+/// No table of the subject says the field: the record gets it, with what others keep of their styles' value.
+void add_varying(Opened& at, const Field& field, const LanguageSet& in, const std::set<int>& positions,
+                 const NextText& next) {
+    Matrix texts(static_cast<std::size_t>(count_of(at.subject)));
+    for (std::size_t position = 0; position < texts.size(); ++position)
+        for (std::size_t i = 0; i < languages.size(); ++i)
+            texts[position][i] = raw_text(at.model, at.subject, field, i, static_cast<int>(position));
+    const bool alike = std::ranges::all_of(texts, [&](const auto& row) { return row == texts.front(); });
+    for (int position = 0; auto& row : texts) {
+        const bool taken = positions.contains(position) || (field.form == FieldForm::number && alike);
+        for (std::size_t i = 0; taken && i < languages.size(); ++i)
+            if (in[i])
+                row[i] = next(nullptr, i, position);
+        ++position;
+    }
+    add(at, field, compressed(texts));
 }
 
-/// "repeat.count": the table, and the member of it that is meant.
+const Node* own_value(const Subject& subject, const Field& field) {
+    return subject.own ? subject.own->find(field.name) : nullptr;
+}
+
+/// A value for all languages and repetitions.
+void set_plain(Opened& at, const Field& field, const Wanted& wanted) {
+    const Node* const own = own_value(at.subject, field);
+    if (!own)
+        return add(at, field, wanted.text);
+    if (field.form == FieldForm::look && own->is_table() && wanted.text == "{}")
+        return; // it has one
+    if (own->span.end == own->span.begin)
+        throw Refused(std::string(field.name) + " has lines of its own: take them away first");
+    const bool same_number = wanted.number && own->is_number() && own->number == *wanted.number;
+    if (at.model.text_at(own->span) != wanted.text && !same_number)
+        replace_value(at.edits, own->span, wanted.text);
+}
+
+void set_varying(Opened& at, const Field& field, const LanguageSet& in, const Wanted& wanted, bool given_by_number) {
+    const auto& [model, subject, edits] = at;
+    const auto step = own_step(subject, field.name);
+    if (!step)
+        throw Refused("repeat." + std::string(field.name) + " is no plain number");
+    const int here = position_of(subject);
+    const auto first = wanted.number ? std::optional(*wanted.number - *step * here) : std::nullopt; // of the group
+    if (first && (*first < INT32_MIN || *first > INT32_MAX))
+        throw Refused("the group's first record would not fit in 32 bits");
+    const std::string text = first && first != wanted.number ? std::to_string(*first) : wanted.text;
+    // A value that says the same already, in whatever spelling, stays; digits stay digits.
+    const auto is_there = [&, &model = model](const Node& part) {
+        if (first && text.front() == '"' && part.is_text())
+            return model.text_at(part.span) == text || (given_by_number && model.number(part, field.meaning) == first);
+        if (first)
+            return model.number(part, field.meaning) == first;
+        return part.is_text() && quoted_text(part.text) == text;
+    };
+    const NextText next = [&, &model = model](const Node* part, std::size_t, int) {
+        if (part && is_there(*part))
+            return std::string(model.text_at(part->span));
+        return part && first && given_by_number && part->is_number() ? std::to_string(*first) : text;
+    };
+    const Node* const own = own_value(subject, field);
+    if (!own)
+        return add_varying(at, field, in, {here}, next);
+    change(at, field, *own, in, {here}, next);
+    for (std::size_t i = 0; i < in.size(); ++i) {
+        if (!in[i] || part_at(*own, i, here, count_of(subject)))
+            continue;
+        if (!own->is_table())
+            throw Refused(std::string(field.name) + " has no value for the language " + std::string(languages[i].code) +
+                          ": write one first");
+        add_member(at.edits, *own, languages[i].code, text);
+    }
+}
+
+Refused unknown_field(std::string_view field) {
+    return Refused("there is no field \"" + std::string(field) + "\"");
+}
+
+/// "repeat.count": the member of the table that is meant.
 std::optional<std::string_view> repeat_entry(std::string_view field) {
     constexpr std::string_view beginning = "repeat.";
     return field.starts_with(beginning) ? std::optional(field.substr(beginning.size())) : std::nullopt;
 }
 
-std::string set_repeat(Opened& at, std::string_view entry, const Value& value) {
+void set_repeat(Opened& at, std::string_view entry, const Value& value) {
     auto& [model, subject, edits] = at;
     if (!subject.record || !subject.look.empty())
-        return "only records repeat";
+        throw Refused("only records repeat");
     if (entry != "count" && entry != "step" && !find_number_field(entry))
-        return unknown_field("repeat." + std::string(entry));
-    const Wanted wanted = wanted_value(model, {entry, FieldForm::plain}, value);
-    if (!wanted.reason.empty())
-        return wanted.reason;
+        throw unknown_field("repeat." + std::string(entry));
+    const std::string text = wanted_value(model, {entry, FieldForm::plain}, value).text;
     const Node* const repeat = subject.own->table("repeat");
-    const std::string line = (entry == "count" ? "{ count = " : "{ count = 1, " + std::string(entry) + " = ");
     if (!repeat)
-        return add_member(edits, *subject.own, "repeat", line + wanted.text + " }");
+        return add_member(edits, *subject.own, "repeat",
+                          (entry == "count" ? "{ count = " : "{ count = 1, " + std::string(entry) + " = ") + text +
+                              " }");
     const Node* const there = repeat->find(entry);
     if (!there)
-        return add_member(edits, *repeat, entry, wanted.text);
+        return add_member(edits, *repeat, entry, text);
     if (there->span.end == there->span.begin)
-        return "repeat." + std::string(entry) + " is no plain number";
-    if (there->kind != Node::Kind::number || std::to_string(there->number) != wanted.text)
-        edits.replace(there->span, wanted.text);
-    return {};
+        throw Refused("repeat." + std::string(entry) + " is no plain number");
+    if (!there->is_number() || std::to_string(there->number) != text)
+        edits.replace(there->span, text);
 }
 
-/// Why a subject does not take a field that records know.
-std::string misfit(const Subject& subject, const Field& field) {
-    const bool pressed = subject.look == "pressed";
-    if (field.name == "index" && !pressed)
-        return "a record gets another number by renumbering it";
+/// Refuses a field that records know, but not the subject.
+void expect_field_of(const Subject& subject, const Field& field) {
     const bool toggle = subject.record && subject.record->kind == Address::Of::toggle;
+    if (field.name == "index" && subject.look != "pressed")
+        throw Refused("a record gets another number by renumbering it");
     if (field.name == "copy" && !toggle)
-        return "only a toggle record is made as a copy";
+        throw Refused("only a toggle record is made as a copy");
     if ((field.form == FieldForm::look || field.form == FieldForm::styles) && !subject.look.empty())
-        return "a look has no " + std::string(field.name);
+        throw Refused("a look has no " + std::string(field.name));
     if (field.form == FieldForm::look && toggle)
-        return "a toggle record has no looks";
-    return {};
+        throw Refused("a toggle record has no looks");
 }
 
 } // namespace
 
-std::string set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value) {
+bool varies(const Field& field) {
+    return field.form == FieldForm::number || field.form == FieldForm::text || field.form == FieldForm::word;
+}
+
+void set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value) {
     if (const auto entry = repeat_entry(field))
         return set_repeat(at, *entry, value);
     const Field* const info = find_field(field);
     if (!info)
-        return unknown_field(field);
-    if (std::string reason = misfit(at.subject, *info); !reason.empty())
-        return reason;
-    if (language && !varies(info->form))
-        return std::string(field) + " is the same in every language";
+        throw unknown_field(field);
+    expect_field_of(at.subject, *info);
+    if (language && !varies(*info))
+        throw Refused(std::string(field) + " is the same in every language");
     const Wanted wanted = wanted_value(at.model, *info, value);
-    if (!wanted.reason.empty())
-        return wanted.reason;
-    FieldChange change(at, *info);
-    change.given_by_number_ = std::holds_alternative<std::int64_t>(value);
-    return change.set(chosen(language), wanted);
+    if (!varies(*info))
+        return set_plain(at, *info, wanted);
+    LanguageSet in;
+    in.fill(!language);
+    if (language)
+        in[*language] = true;
+    set_varying(at, *info, in, wanted, std::holds_alternative<std::int64_t>(value));
 }
 
-std::string unset_field(Opened& at, std::string_view field, std::optional<std::size_t> language) {
+void unset_field(Opened& at, std::string_view field, std::optional<std::size_t> language) {
     auto& [model, subject, edits] = at;
     const auto entry = repeat_entry(field);
     const Field* const info = find_field(field);
     if (!entry && !info && field != "repeat")
-        return unknown_field(field);
+        throw unknown_field(field);
     const Node* const table = entry && subject.own ? subject.own->table("repeat") : subject.own;
-    const std::string_view key = entry ? *entry : field;
-    const Member* const found = table ? table->member(key) : nullptr;
+    const Member* const found = table ? table->member(entry ? *entry : field) : nullptr;
     if (!found)
-        return std::string(field) + " is not written there";
+        throw Refused(std::string(field) + " is not written there");
     if (info && field == "index" && subject.look != "pressed")
-        return "every record says where it stands";
-    if (!language) {
-        remove_member(edits, *found);
-        return {};
-    }
+        throw Refused("every record says where it stands");
+    if (!language)
+        return remove_member(edits, *found);
     // The value of the other language is then everybody's.
     const Node& value = found->value;
-    const auto leaves = leaves_of(value, 1);
-    const Node* const kept = leaves && value.is_table() ? leaf_at(value, 1, 1 - *language, 0) : nullptr;
-    static_assert(languages.size() == 2);
-    if (!kept || !value.find(languages[*language].code))
-        return std::string(field) + " has no value of its own for the language " +
-               std::string(languages[*language].code);
-    if (value.form == Node::Form::braces) {
-        replace_value(edits, value.span, std::string(model.text_at(kept->span)));
-        return {};
-    }
+    const std::string_view code = languages[*language].code;
+    const auto part = [&](std::size_t which) {
+        return value.is_table() ? part_of(value, languages[which].code, 0, 1, "", tell_nobody) : nullptr;
+    };
+    const Node* const kept = part(1 - *language);
+    if (!kept || !part(*language))
+        throw Refused(std::string(field) + " has no value of its own for the language " + std::string(code));
+    if (value.form == Node::Form::braces)
+        return replace_value(edits, value.span, std::string(model.text_at(kept->span)));
     if (value.form != Node::Form::dotted)
-        return std::string(field) + " has lines of its own: take them away first";
+        throw Refused(std::string(field) + " has lines of its own: take them away first");
     for (const Member& member : value.members)
-        if (member.key == languages[*language].code)
+        if (member.key == code)
             remove_member(edits, member);
         else
             edits.replace(member.key_span, table->prefix + std::string(field));
-    return {};
 }
 
-std::string shift_field(Opened& at, std::string_view field, const LanguageSet& in, const std::set<int>& positions,
-                        std::int64_t distance) {
-    const Field* const info = find_field(field);
-    if (!info || info->form != FieldForm::number)
-        return unknown_field(field);
-    return FieldChange(at, *info).shift(in, positions, distance);
+void shift_field(Opened& at, std::string_view field, const LanguageSet& in, const std::set<int>& positions,
+                 std::int64_t distance) {
+    const Field& info = *find_number_field(field);
+    const NextText next = [&](const Node* part, std::size_t language, int position) {
+        const auto number = part ? at.model.number(*part, info.meaning)
+                                 : number_without_step(at.model, at.subject, info, language, position);
+        if (!number)
+            throw Refused(std::string(field) + " is no number");
+        return std::to_string(*number + distance);
+    };
+    if (const Node* const own = own_value(at.subject, info))
+        return change(at, info, *own, in, positions, next);
+    std::set<int> all;
+    for (int position = 0; position < count_of(at.subject); ++position)
+        all.insert(position);
+    add_varying(at, info, in, all, next);
 }
 
 std::optional<std::int64_t> present_number(const SourceModel& model, const Subject& subject, std::string_view field,

@@ -12,15 +12,17 @@
 
 namespace vcc::kit::edit {
 
-/// All take the language by its number in vcc::languages, nothing for every language, and give the reason why nothing
-/// changes, else an empty text.
-std::string set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value);
-std::string unset_field(Opened& at, std::string_view field, std::optional<std::size_t> language);
+/// Whether its values may differ by language and repetition.
+bool varies(const Field& field);
+
+/// All take the language by its number in vcc::languages, nothing for every language.
+void set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value);
+void unset_field(Opened& at, std::string_view field, std::optional<std::size_t> language);
 
 /// Adds to the written number in the given languages; in a group to what these repetitions have of their own, else to
 /// what all have.
-std::string shift_field(Opened& at, std::string_view field, const LanguageSet& in, const std::set<int>& positions,
-                        std::int64_t distance);
+void shift_field(Opened& at, std::string_view field, const LanguageSet& in, const std::set<int>& positions,
+                 std::int64_t distance);
 
 /// The number that the subject's record has, with what the group adds. Nothing when it is not to be known.
 std::optional<std::int64_t> present_number(const SourceModel& model, const Subject& subject, std::string_view field,

@@ -26,8 +26,8 @@ std::optional<std::string> bytes_of_text(const std::string& text, DocumentKind k
 }
 
 std::string screen_of(const Document& document) {
-    const auto model = SourceModel::read(document.text);
-    return model ? model->screen(document.name) : document.name;
+    const SourceTree tree = read_source_tree(document.text);
+    return tree ? screen_name(*tree.root, document.name) : document.name;
 }
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <variant>
 #include <vector>
@@ -14,6 +15,11 @@ inline constexpr std::size_t document_limit = 1u << 20; ///< bytes of a source
 inline constexpr std::size_t operation_limit = 10'000;  ///< of one edit
 
 enum class DocumentKind { screen, windows };
+
+/// Why an operation changes nothing: thrown by what finds it out.
+struct Refused : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
 
 /// The part of a document that an operation is about.
 struct Address {

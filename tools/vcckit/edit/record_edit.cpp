@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <set>
 
 namespace vcc::kit::edit {
 
@@ -19,22 +20,21 @@ namespace {
 
 using Of = Address::Of;
 
-/// Why a record cannot get this number; empty when it can.
-std::string why_not_index(const SourceModel& model, Of kind, int index) {
+/// Refuses a number that a record cannot get.
+void expect_free(const SourceModel& model, Of kind, int index) {
     if (index < 0 || index >= slot_limit)
-        return "numbers are 0 to " + std::to_string(slot_limit - 1);
+        throw Refused("numbers are 0 to " + std::to_string(slot_limit - 1));
     if (const auto there = model.find(kind, index))
-        return name_of({kind, index, "", ""}) + " is described in line " +
-               std::to_string(line_at(model.source(), std::max(there->table->heading.begin, there->table->span.begin)));
-    return {};
+        throw Refused(
+            name_of({kind, index, "", ""}) + " is described in line " +
+            std::to_string(line_at(model.source(), std::max(there->table->heading.begin, there->table->span.begin))));
 }
 
-std::string why_fixed(const SourceModel& model, const EditRules& rules, const Address& address) {
-    const std::string screen = model.screen(rules.screen);
-    const std::string role = address.of == Of::slot ? role_of_fixed_slot(screen, address.index) : "";
-    return role.empty()
-               ? ""
-               : "the program knows this slot by its number: slot " + std::to_string(address.index) + " is the " + role;
+/// Refuses a slot that has to keep its number.
+void expect_not_fixed(const SourceModel& model, const EditRules& rules, Of kind, int index) {
+    const std::string role = kind == Of::slot ? role_of_fixed_slot(screen_name(model.root(), rules.screen), index) : "";
+    if (!role.empty())
+        throw Refused("the program knows this slot by its number: slot " + std::to_string(index) + " is the " + role);
 }
 
 /// Lines as somebody gave them, in the line ends of the source.
@@ -48,21 +48,31 @@ std::string with_line_ends(std::string_view text, std::string_view end) {
     return out;
 }
 
+bool has_list(const Node& value) {
+    return value.kind == Node::Kind::list ||
+           std::ranges::any_of(value.members, [](const Member& each) { return has_list(each.value); });
+}
+
 /// The subject's record as a table by itself; a group's without the group.
 class SingleRecord {
 public:
     SingleRecord(const SourceModel& model, const Subject& subject, int position)
-        : model_(model), subject_(subject), record_(*subject.record), position_(position), edits_(model.source()) {}
-
-    /// The reason when that is not possible. `index`: the number that the copy gets.
-    std::string make(int index) {
-        const Node* const number = record_.table->find("index");
-        edits_.replace(number->span, std::to_string(index));
-        if (record_.table->find("repeat"))
-            if (std::string reason = leave_group(); !reason.empty())
-                return reason;
-        return {};
+        : model_(model), record_(*subject.record), position_(position), edits_(model.source()) {
+        const auto& members = record_.table->members;
+        if (!record_.table->find("repeat"))
+            return;
+        drop(*record_.table, "repeat");
+        for (const Member& member : members)
+            leave_list(subject, member);
+        for (const char* const look : {"highlight", "pressed"})
+            if (const Node* const table = record_.table->table(look))
+                for (const Member& member : table->members)
+                    leave_list(model_.record_subject(record_, look), member);
+        add_steps(subject);
+        move_pressed();
     }
+
+    void renumber(int index) { edits_.replace(record_.table->find("index")->span, std::to_string(index)); }
 
     /// What only one record may have: the places of its looks among the toggle records.
     void drop_places() {
@@ -89,79 +99,56 @@ private:
             remove_member(edits_, *found);
     }
 
-    std::string leave_group() {
-        const auto& members = record_.table->members;
-        drop(*record_.table, "repeat");
-        for (const Member& member : members)
-            if (std::string reason = leave_list(*record_.table, member, true); !reason.empty())
-                return reason;
-        for (const char* look : {"highlight", "pressed"})
-            if (const Node* const table = record_.table->table(look))
-                for (const Member& member : table->members)
-                    if (std::string reason = leave_list(*table, member, false); !reason.empty())
-                        return reason;
-        if (const Node* const repeat = record_.table->table("repeat"))
-            for (const Member& step : repeat->members)
-                if (const auto distance = step_of(record_, step.key); distance && find_number_field(step.key) &&
-                                                                      !record_.table->find(step.key) &&
-                                                                      *distance != 0 && position_ != 0)
-                    if (std::string reason =
-                            add_member(edits_, *record_.table, step.key,
-                                       value_at(model_, subject_, step.key, position_, *distance * position_));
-                        !reason.empty())
-                        return reason;
-        return move_pressed();
-    }
-
-    /// A field that the record says: its entry of a list, and what the group adds.
-    std::string leave_list(const Node& table, const Member& member, bool of_record) {
+    /// A field that the record or a look of it says: its entry of a list, and what the group adds.
+    void leave_list(const Subject& subject, const Member& member) {
         const Field* const field = find_field(member.key);
-        if (!field ||
-            (field->form != FieldForm::number && field->form != FieldForm::text && field->form != FieldForm::word))
-            return {};
-        const auto step = of_record ? step_of(record_, member.key) : 0;
+        if (!field || !varies(*field))
+            return;
+        const auto step = subject.look.empty() ? step_of(record_, member.key) : 0;
         if (!step)
-            return "repeat." + member.key + " is no plain number";
-        const auto leaves = leaves_of(member.value, record_.count);
-        if (!leaves)
-            return leaves.reason();
-        const bool in_list =
-            std::ranges::any_of(*leaves, [](const Leaf& leaf) { return leaf.position != every_position; });
-        if (in_list && member.value.span.end == member.value.span.begin)
-            return member.key + " has lists in lines of their own: a list for both languages can be written out";
+            throw Refused("repeat." + member.key + " is no plain number");
         const std::int64_t added = *step * position_;
-        if (in_list) {
-            Subject subject = of_record ? subject_ : model_.record_subject(record_, table_name(table));
+        std::set<const Node*> parts;
+        for (std::size_t i = 0; i < languages.size(); ++i)
+            parts.insert(part_at(member.value, i, position_, record_.count));
+        parts.erase(nullptr);
+        if (has_list(member.value)) {
+            if (member.value.span.end == member.value.span.begin)
+                throw Refused(member.key +
+                              " has lists in lines of their own: a list for both languages can be written out");
             edits_.replace(member.value.span, value_at(model_, subject, member.key, position_, added));
-            return {};
+        } else if (added != 0) {
+            for (const Node* const part : parts) {
+                const auto number = model_.number(*part, field->meaning);
+                if (!number)
+                    throw Refused(member.key + " is no number");
+                edits_.replace(part->span, std::to_string(*number + added));
+            }
         }
-        for (const Leaf& leaf : *leaves) {
-            if (added == 0)
-                continue;
-            const auto number = model_.number(*leaf.node, field->meaning);
-            if (!number)
-                return member.key + " is no number";
-            edits_.replace(leaf.node->span, std::to_string(*number + added));
-        }
-        return {};
     }
 
-    std::string table_name(const Node& table) const {
-        return record_.table->table("highlight") == &table ? "highlight" : "pressed";
+    /// Fields that only styles say, and to which the group adds.
+    void add_steps(const Subject& subject) {
+        const Node* const repeat = record_.table->table("repeat");
+        if (!repeat || position_ == 0)
+            return;
+        for (const Member& step : repeat->members)
+            if (const auto distance = step_of(record_, step.key);
+                distance && *distance != 0 && find_number_field(step.key) && !record_.table->find(step.key))
+                add_member(edits_, *record_.table, step.key,
+                           value_at(model_, subject, step.key, position_, *distance * position_));
     }
 
     /// The toggle record of the pressed look goes along with the index.
-    std::string move_pressed() {
+    void move_pressed() {
         const Node* const own = record_.table->table("pressed");
         const Node* const place = own ? own->find("index") : nullptr;
         const auto number = place ? model_.number(*place, Meaning::number) : std::nullopt;
         if (number && position_ != 0)
             edits_.replace(place->span, std::to_string(*number + std::int64_t{position_} * record_.step));
-        return {};
     }
 
     const SourceModel& model_;
-    const Subject& subject_;
     const RecordTable& record_;
     int position_;
     TextEdits edits_;
@@ -196,26 +183,21 @@ public:
         : edits_(at.edits), model_(at.model), moved_(*at.subject.record), distance_(to - moved_.index()),
           lit_(present_number(at.model, at.subject, "toggle", 0).value_or(0) > 0) {}
 
-    std::string run() {
-        if (std::string reason = why_not(moved_); !reason.empty())
-            return reason;
+    void run() {
+        expect_room(moved_);
         shift(*moved_.table, "index");
-        if (moved_.kind == Of::slot) {
-            // A slot is highlighted by the toggle record of its own number.
-            if (const Node* const toggle = moved_.table->find("toggle");
-                toggle && toggle->kind == Node::Kind::number && toggle->number > 0)
-                shift(*moved_.table, "toggle");
-            for (const RecordTable& record : model_.tables(Of::toggle)) {
-                if (is_moved(record.table->find("copy")))
-                    shift(*record.table, "copy");
-                if (const int met = met_by(record); lit_ && met > 0)
-                    if (std::string reason = move_toggles(record, met); !reason.empty())
-                        return reason;
-            }
-        } else {
-            move_activated();
+        if (moved_.kind == Of::toggle)
+            return move_activated();
+        // A slot is highlighted by the toggle record of its own number.
+        if (const Node* const toggle = moved_.table->find("toggle");
+            toggle && toggle->is_number() && toggle->number > 0)
+            shift(*moved_.table, "toggle");
+        for (const RecordTable& record : model_.tables(Of::toggle)) {
+            if (is_moved(record.table->find("copy")))
+                shift(*record.table, "copy");
+            if (const int met = met_by(record); lit_ && met > 0)
+                move_toggles(record, met);
         }
-        return {};
     }
 
 private:
@@ -238,27 +220,23 @@ private:
         return met;
     }
 
-    /// Why the records cannot all move.
-    std::string why_not(const RecordTable& record) const {
+    /// Refuses when the records cannot all move.
+    void expect_room(const RecordTable& record) const {
         for (int position = 0; position < record.count; ++position) {
             const int to = record.index_of(position) + distance_;
-            const auto there = model_.find(record.kind, to);
-            const bool in_way = !there || there->table != record.table; // it moves out of its own way
-            if (std::string reason = in_way ? why_not_index(model_, record.kind, to) : ""; !reason.empty())
-                return reason;
+            if (const auto there = model_.find(record.kind, to);
+                !there || there->table != record.table) // it moves out of its own way
+                expect_free(model_, record.kind, to);
         }
-        return {};
     }
 
-    std::string move_toggles(const RecordTable& record, int met) {
+    void move_toggles(const RecordTable& record, int met) {
         if (met < record.count)
-            return "the group of toggle record " + std::to_string(record.first) +
-                   " would be torn apart: split it first";
-        if (std::string reason = why_not(record); !reason.empty())
-            return reason;
+            throw Refused("the group of toggle record " + std::to_string(record.first) +
+                          " would be torn apart: split it first");
+        expect_room(record);
         shift(*record.table, "index");
         move_activated();
-        return {};
     }
 
     /// Every table that names a moved toggle record as its pressed look.
@@ -289,128 +267,112 @@ private:
 };
 
 /// What the operation is about, when it is about one record or style.
-Result<Opened> open_only(const std::string& text, const Operation& operation) {
+Opened open_only(const std::string& text, const Operation& operation) {
     if (operation.of.size() != 1 || !operation.of.front().look.empty())
-        return Failure{"this is for one record at a time"};
-    return open(text, operation.of.front());
+        throw Refused("this is for one record at a time");
+    return {text, operation.of.front()};
+}
+
+std::string create_style(const std::string& text, const SourceModel& model, const std::string& name,
+                         const std::string& body) {
+    const auto quoted = quoted_text(name);
+    const bool bare = !name.empty() && std::ranges::all_of(name, [](unsigned char c) {
+        return c < 0x80 && (std::isalnum(c) || c == '_' || c == '-');
+    });
+    if (style_of(model.root(), name) || !quoted)
+        throw Refused("there is a [style." + name + "] already");
+    const std::string end(line_end_of(text));
+    const std::string lines = "[style." + (bare ? name : *quoted) + "]" + end + body;
+    const auto slots = model.tables(Of::slot);
+    TextEdits edits(text);
+    if (slots.empty() || slots.front().table->heading.end == 0)
+        add_lines(edits, text.size(), text.empty() ? lines : end + lines);
+    else
+        edits.insert(with_surroundings(text, {slots.front().table->heading.begin, text.size()}).begin, lines + end);
+    return edits.result();
 }
 
 } // namespace
 
-Result<std::string> create_record(const std::string& text, const Operation& operation) {
+std::string create_record(const std::string& text, const Operation& operation) {
     const Address what = operation.of.empty() ? Address() : operation.of.front();
-    const auto model = SourceModel::read(text);
-    if (!model)
-        return Failure{model.reason()};
+    const SourceModel model(text);
     const std::string end(line_end_of(text));
     const std::string body = with_line_ends(operation.text, end);
-    TextEdits edits(text);
-    if (what.of == Of::style) {
-        const auto quoted = quoted_text(what.style);
-        const bool bare = !what.style.empty() && std::ranges::all_of(what.style, [](unsigned char c) {
-            return c < 0x80 && (std::isalnum(c) || c == '_' || c == '-');
-        });
-        if (style_of(model->root(), what.style) || !quoted)
-            return Failure{"there is a [style." + what.style + "] already"};
-        const auto slots = model->tables(Of::slot);
-        const std::string lines = "[style." + (bare ? what.style : *quoted) + "]" + end + body;
-        if (slots.empty() || slots.front().table->heading.end == 0)
-            add_lines(edits, text.size(), text.empty() ? lines : end + lines);
-        else
-            edits.insert(with_surroundings(text, {slots.front().table->heading.begin, text.size()}).begin, lines + end);
-        return edits.result();
-    }
+    if (what.of == Of::style)
+        return create_style(text, model, what.style, body);
     if (what.of == Of::window)
-        return Failure{"windows are made in the file of text windows"};
-    if (std::string reason = why_not_index(*model, what.of, operation.to); !reason.empty())
-        return Failure{std::move(reason)};
-    add_record(edits, *model, what.of, operation.to,
+        throw Refused("windows are made in the file of text windows");
+    expect_free(model, what.of, operation.to);
+    TextEdits edits(text);
+    add_record(edits, model, what.of, operation.to,
                "[[" + std::string(key_of(what.of)) + "]]" + end + "index = " + std::to_string(operation.to) + end +
                    body);
     return edits.result();
 }
 
-Result<std::string> copy_record(const std::string& text, const Operation& operation) {
-    auto at = open_only(text, operation);
-    if (!at)
-        return Failure{at.reason()};
-    auto& [model, subject, edits] = *at;
-    if (!subject.record || pieces_of(*subject.home).empty())
-        return Failure{"only records with a heading of their own can be copied"};
-    const Of kind = subject.record->kind;
-    if (std::string reason = why_not_index(model, kind, operation.to); !reason.empty())
-        return Failure{std::move(reason)};
-    SingleRecord single(model, subject, subject.record->position);
-    if (std::string reason = single.make(operation.to); !reason.empty())
-        return Failure{std::move(reason)};
+std::string copy_record(const std::string& text, const Operation& operation) {
+    Opened at = open_only(text, operation);
+    if (!at.subject.record || pieces_of(*at.subject.home).empty())
+        throw Refused("only records with a heading of their own can be copied");
+    const Of kind = at.subject.record->kind;
+    expect_free(at.model, kind, operation.to);
+    SingleRecord single(at.model, at.subject, at.subject.record->position);
+    single.renumber(operation.to);
     single.drop_places();
-    add_record(edits, model, kind, operation.to, single.text());
-    return edits.result();
+    add_record(at.edits, at.model, kind, operation.to, single.text());
+    return at.edits.result();
 }
 
-Result<std::string> split_group(const std::string& text, const Address& address) {
-    auto at = open(text, address);
-    if (!at)
-        return Failure{at.reason()};
-    auto& [model, subject, edits] = *at;
-    if (!subject.record || !subject.look.empty())
-        return Failure{"only groups of records can be written out"};
-    const RecordTable& record = *subject.record;
+std::string split_group(const std::string& text, const Address& address) {
+    Opened at(text, address);
+    if (!at.subject.record || !at.subject.look.empty())
+        throw Refused("only groups of records can be written out");
+    const RecordTable& record = *at.subject.record;
     if (!record.table->find("repeat"))
-        return Failure{name_of(address) + " is in no group"};
+        throw Refused(name_of(address) + " is in no group");
     const std::vector<Span> pieces = pieces_of(*record.table);
     if (pieces.empty())
-        return Failure{"the record has no heading of its own"};
+        throw Refused("the record has no heading of its own");
     std::string lines;
     for (int position = 0; position < record.count; ++position) {
-        SingleRecord single(model, subject, position);
-        if (std::string reason = single.make(record.index_of(position)); !reason.empty())
-            return Failure{std::move(reason)};
+        SingleRecord single(at.model, at.subject, position);
+        single.renumber(record.index_of(position));
         lines += (position > 0 ? std::string(line_end_of(text)) : "") + single.text();
     }
     if (pieces.back().end == text.size() && !text.ends_with('\n'))
         lines.resize(lines.size() - line_end_of(text).size());
-    edits.replace(pieces.front(), lines);
+    at.edits.replace(pieces.front(), lines);
     for (auto piece = pieces.begin() + 1; piece != pieces.end(); ++piece)
-        edits.replace(*piece, "");
-    std::string result = edits.result();
+        at.edits.replace(*piece, "");
+    std::string result = at.edits.result();
     if (!same_records(text, result))
-        return Failure{"the group cannot be written out so that each record stays as it is"};
+        throw Refused("the group cannot be written out so that each record stays as it is");
     return result;
 }
 
-Result<std::string> remove_record(const std::string& text, const Address& address, const EditRules& rules) {
-    const auto at = open(text, address);
-    if (!at)
-        return Failure{at.reason()};
-    if (std::string reason = why_fixed(at->model, rules, address); !reason.empty())
-        return Failure{std::move(reason)};
+std::string remove_record(const std::string& text, const Address& address, const EditRules& rules) {
+    const Opened at(text, address);
+    expect_not_fixed(at.model, rules, address.of, address.index);
     if (!address.look.empty())
-        return Failure{"a look is taken away by unsetting it"};
-    if (at->subject.record && at->subject.record->count > 1) {
-        const auto split = split_group(text, address);
-        return split ? remove_record(*split, address, rules) : split;
-    }
-    const std::vector<Span> pieces = pieces_of(*at->subject.home);
+        throw Refused("a look is taken away by unsetting it");
+    if (at.subject.record && at.subject.record->count > 1)
+        return remove_record(split_group(text, address), address, rules);
+    const std::vector<Span> pieces = pieces_of(*at.subject.home);
     if (pieces.empty())
-        return Failure{"the record has no heading of its own"};
+        throw Refused("the record has no heading of its own");
     return without(text, pieces);
 }
 
-Result<std::string> renumber_record(const std::string& text, const Operation& operation, const EditRules& rules) {
-    auto at = open_only(text, operation);
-    if (!at)
-        return Failure{at.reason()};
-    if (!at->subject.record)
-        return Failure{"a style has no number"};
-    const RecordTable& record = *at->subject.record;
+std::string renumber_record(const std::string& text, const Operation& operation, const EditRules& rules) {
+    Opened at = open_only(text, operation);
+    if (!at.subject.record)
+        throw Refused("a style has no number");
+    const RecordTable& record = *at.subject.record;
     for (int position = 0; position < record.count; ++position)
-        if (std::string reason = why_fixed(at->model, rules, {record.kind, record.index_of(position), "", ""});
-            !reason.empty())
-            return Failure{std::move(reason)};
-    if (std::string reason = Renumbering(*at, operation.to).run(); !reason.empty())
-        return Failure{std::move(reason)};
-    return at->edits.result();
+        expect_not_fixed(at.model, rules, record.kind, record.index_of(position));
+    Renumbering(at, operation.to).run();
+    return at.edits.result();
 }
 
 } // namespace vcc::kit::edit

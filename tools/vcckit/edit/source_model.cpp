@@ -38,41 +38,6 @@ std::optional<RecordTable> record_of(const SourceModel& model, const Node& table
     return record;
 }
 
-Result<bool> collect_leaves(const Node& value, int count, Leaf at, std::vector<Leaf>& out) {
-    if (value.kind == Node::Kind::list) {
-        if (static_cast<int>(value.items.size()) != count)
-            return Failure{"a list has " + std::to_string(value.items.size()) + " values for " + std::to_string(count) +
-                           " records"};
-        for (int i = 0; i < count; ++i) {
-            if (at.position != every_position && at.position != i)
-                continue; // a list within a list
-            Leaf next = at;
-            next.position = i;
-            if (auto done = collect_leaves(value.items[static_cast<std::size_t>(i)], count, next, out); !done)
-                return done;
-        }
-        return true;
-    }
-    const bool by_language =
-        value.is_table() && std::ranges::any_of(value.members, [](const Member& m) { return is_language(m.key); });
-    if (!by_language) {
-        at.node = &value;
-        out.push_back(at);
-        return true;
-    }
-    for (const Member& member : value.members)
-        for (std::size_t i = 0; i < languages.size(); ++i) {
-            if (member.key != languages[i].code || !at.in[i])
-                continue;
-            Leaf next = at;
-            next.in = {};
-            next.in[i] = true;
-            if (auto done = collect_leaves(member.value, count, next, out); !done)
-                return done;
-        }
-    return true;
-}
-
 } // namespace
 
 std::string name_of(const Address& address) {
@@ -86,14 +51,12 @@ const char* key_of(Address::Of kind) {
     return kind == Address::Of::toggle ? "toggle" : "slot";
 }
 
-Result<SourceModel> SourceModel::read(const std::string& source) {
+SourceModel::SourceModel(const std::string& source) : source_(&source) {
     const SourceTree tree = read_source_tree(source);
     if (!tree)
-        return Failure{tree.reason()};
-    SourceModel model(source);
-    model.root_ = tree.root;
-    model.names_ = read_names(*tree.root, tell_nobody);
-    return model;
+        throw Refused(tree.reason());
+    root_ = tree.root;
+    names_ = read_names(*root_, tell_nobody);
 }
 
 std::vector<RecordTable> SourceModel::tables(Address::Of kind) const {
@@ -111,11 +74,6 @@ std::optional<RecordTable> SourceModel::find(Address::Of kind, int index) const 
             if (record.index() == index)
                 return record;
     return std::nullopt;
-}
-
-std::string SourceModel::screen(const std::string& otherwise) const {
-    const Node* const name = root_->find("name");
-    return name && name->kind == Node::Kind::text ? name->text : otherwise;
 }
 
 Layers SourceModel::layers_of(const Node& table, const std::string& style) const {
@@ -139,33 +97,35 @@ Subject SourceModel::record_subject(const RecordTable& record, const std::string
     return subject;
 }
 
-Result<Subject> SourceModel::subject(const Address& address) const {
+Subject SourceModel::style_subject(const Address& address) const {
+    Subject subject;
+    subject.home = style_of(*root_, address.style);
+    if (!subject.home)
+        throw Refused("there is no [style." + address.style + "]");
+    subject.look = address.look;
+    subject.layers = layers_of(*subject.home, address.style);
+    if (!address.look.empty())
+        subject.layers = looks_of(subject.layers, address.look, tell_nobody);
+    subject.own = address.look.empty() ? subject.home : subject.home->table(address.look);
+    return subject;
+}
+
+Subject SourceModel::subject(const Address& address) const {
     if (!address.look.empty() && address.look != "highlight" && address.look != "pressed")
-        return Failure{"there is no look \"" + address.look + "\": it is highlight or pressed"};
-    if (address.of == Address::Of::style) {
-        const Node* const table = style_of(*root_, address.style);
-        if (!table)
-            return Failure{"there is no [style." + address.style + "]"};
-        Subject subject;
-        subject.home = table;
-        subject.look = address.look;
-        subject.layers = layers_of(*table, address.style);
-        if (!address.look.empty())
-            subject.layers = looks_of(subject.layers, address.look, tell_nobody);
-        subject.own = address.look.empty() ? table : table->table(address.look);
-        return subject;
-    }
+        throw Refused("there is no look \"" + address.look + "\": it is highlight or pressed");
+    if (address.of == Address::Of::style)
+        return style_subject(address);
     if (address.of == Address::Of::window)
-        return Failure{"a screen has no windows of its own: they are in the file of text windows"};
+        throw Refused("a screen has no windows of its own: they are in the file of text windows");
     const bool toggle = address.of == Address::Of::toggle;
     const auto record = find(address.of, address.index);
     if (!record && toggle && find(Address::Of::slot, address.index))
-        return Failure{name_of(address) + " is a look of slot " + std::to_string(address.index) + ": change it there"};
+        throw Refused(name_of(address) + " is a look of slot " + std::to_string(address.index) + ": change it there");
     if (!record)
-        return Failure{"no [[" + std::string(key_of(address.of)) + "]] describes number " +
-                       std::to_string(address.index)};
+        throw Refused("no [[" + std::string(key_of(address.of)) + "]] describes number " +
+                      std::to_string(address.index));
     if (toggle && !address.look.empty())
-        return Failure{"a toggle record has no looks"};
+        throw Refused("a toggle record has no looks");
     return record_subject(*record, address.look);
 }
 
@@ -194,23 +154,25 @@ std::string_view SourceModel::text_at(const Span& span) const {
     return std::string_view(*source_).substr(span.begin, span.end - span.begin);
 }
 
-Result<Opened> open(const std::string& source, const Address& address) {
-    auto model = SourceModel::read(source);
-    if (!model)
-        return Failure{model.reason()};
-    auto subject = model->subject(address);
-    if (!subject)
-        return Failure{subject.reason()};
-    return Opened{std::move(*model), std::move(*subject), TextEdits(source)};
+std::string screen_name(const Node& root, const std::string& otherwise) {
+    const Node* const name = root.find("name");
+    return name && name->is_text() ? name->text : otherwise;
 }
 
-Result<std::vector<Leaf>> leaves_of(const Node& value, int count) {
-    std::vector<Leaf> out;
-    Leaf whole;
-    whole.in.fill(true);
-    if (auto done = collect_leaves(value, count, whole, out); !done)
-        return Failure{done.reason()};
-    return out;
+Opened::Opened(const std::string& source, const Address& address)
+    : model(source), subject(model.subject(address)), edits(source) {}
+
+const Node* part_at(const Node& value, std::size_t language, int position, int count) {
+    if (value.kind == Node::Kind::list) {
+        if (static_cast<int>(value.items.size()) != count)
+            throw Refused("a list has " + std::to_string(value.items.size()) + " values for " + std::to_string(count) +
+                          " records");
+        return part_at(value.items[static_cast<std::size_t>(position)], language, position, count);
+    }
+    if (!value.is_table() || std::ranges::none_of(value.members, [](const Member& m) { return is_language(m.key); }))
+        return &value;
+    const Node* const chosen = value.find(languages[language].code);
+    return chosen ? part_at(*chosen, language, position, count) : nullptr;
 }
 
 std::optional<std::int64_t> step_of(const RecordTable& record, std::string_view field) {

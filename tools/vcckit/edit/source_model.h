@@ -6,7 +6,6 @@
 #include "vcckit/source/source_layers.h"
 
 #include "core/installation.h"
-#include "core/result.h"
 
 #include <array>
 #include <map>
@@ -32,14 +31,6 @@ struct RecordTable {
 
 /// Languages are numbered as in vcc::languages.
 using LanguageSet = std::array<bool, languages.size()>;
-inline constexpr int every_position = -1;
-
-/// A value of a field that holds for one or several languages and repetitions.
-struct Leaf {
-    const Node* node = nullptr;
-    LanguageSet in{};
-    int position = every_position;
-};
 
 /// What an address means in a source.
 struct Subject {
@@ -54,7 +45,8 @@ struct Subject {
 /// The source must outlive the model.
 class SourceModel {
 public:
-    static Result<SourceModel> read(const std::string& source);
+    /// Refuses what is no TOML.
+    explicit SourceModel(const std::string& source);
 
     const std::string& source() const { return *source_; }
     const Node& root() const { return *root_; }
@@ -65,12 +57,10 @@ public:
     /// All tables of records of a kind, in the order of the text; those without a usable index are left out.
     std::vector<RecordTable> tables(Address::Of kind) const;
     std::optional<RecordTable> find(Address::Of kind, int index) const;
-    /// The screen's name, which the source may say itself.
-    std::string screen(const std::string& otherwise) const;
 
     /// A table and the styles that it builds on, the weakest first.
     Layers layers_of(const Node& table, const std::string& style = {}) const;
-    Result<Subject> subject(const Address& address) const;
+    Subject subject(const Address& address) const; ///< refuses an address of nothing
     Subject record_subject(const RecordTable& record, const std::string& look) const;
 
     /// The number that a value stands for, names included.
@@ -81,7 +71,7 @@ public:
     std::string_view text_at(const Span& span) const;
 
 private:
-    explicit SourceModel(const std::string& source) : source_(&source) {}
+    Subject style_subject(const Address& address) const;
 
     const std::string* source_;
     std::shared_ptr<const Node> root_;
@@ -90,11 +80,12 @@ private:
 
 /// What an address means in a source, and changes of it on their way. The source must outlive it.
 struct Opened {
+    Opened(const std::string& source, const Address& address);
+
     SourceModel model;
     Subject subject;
     TextEdits edits;
 };
-Result<Opened> open(const std::string& source, const Address& address);
 
 /// "slot 3", "toggle record 3", "style button", "window 3"
 std::string name_of(const Address& address);
@@ -102,8 +93,12 @@ std::string name_of(const Address& address);
 /// "slot" or "toggle": what such records are called in a source.
 const char* key_of(Address::Of kind);
 
-/// The parts of a value by language and repetition. Fails where a list has another length than the group.
-Result<std::vector<Leaf>> leaves_of(const Node& value, int count);
+/// The part of a value that is written for a language and a repetition; null without one for the language. Refuses a
+/// list of another length than the group.
+const Node* part_at(const Node& value, std::size_t language, int position, int count);
+
+/// The screen's name, which a source may say itself.
+std::string screen_name(const Node& root, const std::string& otherwise);
 
 /// What the group adds to a field for each repetition; 0 for none. Nothing when that is no plain number.
 std::optional<std::int64_t> step_of(const RecordTable& record, std::string_view field);

@@ -1,5 +1,7 @@
 #include "vcckit/edit/text_edits.h"
 
+#include "vcckit/edit/operation.h"
+
 #include <algorithm>
 
 namespace vcc::kit::edit {
@@ -51,10 +53,10 @@ std::string_view indentation(std::string_view source, const Node& table) {
 
 } // namespace
 
-std::string add_member(TextEdits& edits, const Node& table, std::string_view key, std::string_view value) {
+void add_member(TextEdits& edits, const Node& table, std::string_view key, std::string_view value) {
     const std::string entry = table.prefix + std::string(key) + " = " + std::string(value);
     if (table.form == Node::Form::implied)
-        return "the table has no heading of its own: write one first";
+        throw Refused("the table has no heading of its own: write one first");
     if (table.on_lines)
         add_lines(edits, table.tail,
                   std::string(indentation(edits.source(), table)) + entry + std::string(line_end_of(edits.source())));
@@ -62,7 +64,6 @@ std::string add_member(TextEdits& edits, const Node& table, std::string_view key
         edits.replace({table.span.begin + 1, table.span.end - 1}, " " + entry + " ");
     else
         edits.insert(table.tail, ", " + entry);
-    return {};
 }
 
 namespace {

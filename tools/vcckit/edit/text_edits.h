@@ -3,8 +3,6 @@
 
 #include "vcckit/source/source_tree.h"
 
-#include "core/result.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,8 +37,8 @@ private:
 /// How the lines of a source end: as the first one does.
 std::string_view line_end_of(std::string_view source);
 
-/// Adds a member behind the others of a table; the reason when it has no place for one, else an empty text.
-std::string add_member(TextEdits& edits, const Node& table, std::string_view key, std::string_view value);
+/// Adds a member behind the others of a table; refuses one that has no place for it.
+void add_member(TextEdits& edits, const Node& table, std::string_view key, std::string_view value);
 
 /// Takes a member out with its line, or with its comma.
 void remove_member(TextEdits& edits, const Member& member);

@@ -46,6 +46,11 @@ struct TextLine {
 
 constexpr int no_window = -1;
 
+/// Whether the program passes over a line that is no field.
+bool is_comment(std::string_view line) {
+    return line.starts_with('#') || line.starts_with('x') || line.starts_with('y');
+}
+
 /// The lines up to where the program ends its reading.
 std::vector<TextLine> lines_of(std::string_view text) {
     std::vector<TextLine> lines;
@@ -64,8 +69,7 @@ std::vector<TextLine> lines_of(std::string_view text) {
         }
         line.window = window;
         line.field = line.is_heading ? nullptr : field_of_line(line.text);
-        line.is_comment = !line.is_heading && !line.field &&
-                          (line.text.starts_with('#') || line.text.starts_with('x') || line.text.starts_with('y'));
+        line.is_comment = !line.is_heading && !line.field && is_comment(line.text);
         lines.push_back(line);
         at = line.span.end;
     }
@@ -90,14 +94,13 @@ int number_of(const TextLine& line) {
     return to_number(line.text.substr(line.is_heading ? 1 : line.field->key.size()));
 }
 
-/// Why a text cannot be a title.
-std::string fault_of_title(std::string_view title) {
+/// Refuses a text that cannot be a title.
+void expect_title(std::string_view title) {
     if (title.find_first_of("\r\n") != std::string_view::npos || title.size() >= line_limit)
-        return "a title is one line of less than " + std::to_string(line_limit) + " characters";
-    if (field_of_line(title) || title.starts_with('+') || title.starts_with('#') || title.starts_with('x') ||
-        title.starts_with('y'))
-        return "a title cannot begin with \"" + std::string(title.substr(0, 1)) + "\": that is a key of these files";
-    return {};
+        throw Refused("a title is one line of less than " + std::to_string(line_limit) + " characters");
+    if (field_of_line(title) || title.starts_with('+') || is_comment(title))
+        throw Refused("a title cannot begin with \"" + std::string(title.substr(0, 1)) +
+                      "\": that is a key of these files");
 }
 
 /// One window with the lines that belong to it.
@@ -205,54 +208,47 @@ private:
     const TextLine* last_ = nullptr; ///< the window's last line that means something
 };
 
-std::string no_such_window(int number) {
-    return "there is no window " + std::to_string(number);
-}
-
-Result<std::string> set_in_window(const std::string& text, int number, const Operation& operation) {
-    WindowChange change(text, number);
-    const auto* const given = std::get_if<std::int64_t>(&operation.value);
-    const auto* const word = std::get_if<std::string>(&operation.value);
-    if (operation.field == "title") {
-        if (!word)
-            return Failure{"a title must be a text"};
-        if (std::string fault = fault_of_title(*word); !fault.empty())
-            return Failure{std::move(fault)};
-        if (is_blank(*word))
-            change.unset(nullptr);
-        else
-            change.set_title(*word);
-        return change.result();
-    }
-    const WindowField* const field = find_field(operation.field);
-    if (!field)
-        return Failure{"there is no field \"" + operation.field + "\" of windows"};
-    const auto named = word ? number_of_name(field->meaning, *word) : std::nullopt;
-    if (!given && !named)
-        return Failure{
-            std::string(field->name) + " must be a number" +
-            (word ? ": there is no " + std::string(meaning_word(field->meaning)) + " \"" + *word + "\"" : "")};
-    const std::int64_t value = given ? *given : *named;
-    if (value < -coordinate_limit || value > coordinate_limit)
-        return Failure{std::string(field->name) + " must be at most " + std::to_string(coordinate_limit)};
-    change.set(*field, value);
-    return change.result();
-}
-
-Result<std::string> unset_in_window(const std::string& text, int number, const Operation& operation) {
-    WindowChange change(text, number);
+/// The field that an operation names; null for the title.
+const WindowField* field_of(const Operation& operation) {
     const WindowField* const field = find_field(operation.field);
     if (!field && operation.field != "title")
-        return Failure{"there is no field \"" + operation.field + "\" of windows"};
-    if (field && field->key == "-")
-        return Failure{"every window needs its style"};
-    if (!change.unset(field))
-        return Failure{operation.field + " is not written there"};
-    return change.result();
+        throw Refused("there is no field \"" + operation.field + "\" of windows");
+    return field;
 }
 
-Result<std::string> move_window(const std::string& text, int number, const Operation& operation) {
-    WindowChange change(text, number);
+void set_title(WindowChange& change, const Value& value) {
+    const auto* const title = std::get_if<std::string>(&value);
+    if (!title)
+        throw Refused("a title must be a text");
+    expect_title(*title);
+    if (is_blank(*title))
+        change.unset(nullptr);
+    else
+        change.set_title(*title);
+}
+
+void set_number(WindowChange& change, const WindowField& field, const Value& value) {
+    const auto* const word = std::get_if<std::string>(&value);
+    std::optional<std::int64_t> number = word ? number_of_name(field.meaning, *word) : std::nullopt;
+    if (const auto* const given = std::get_if<std::int64_t>(&value))
+        number = *given;
+    if (!number)
+        throw Refused(std::string(field.name) + " must be a number" +
+                      (word ? ": there is no " + std::string(meaning_word(field.meaning)) + " \"" + *word + "\"" : ""));
+    if (*number < -coordinate_limit || *number > coordinate_limit)
+        throw Refused(std::string(field.name) + " must be at most " + std::to_string(coordinate_limit));
+    change.set(field, *number);
+}
+
+void unset(WindowChange& change, const Operation& operation) {
+    const WindowField* const field = field_of(operation);
+    if (field && field->key == "-")
+        throw Refused("every window needs its style");
+    if (!change.unset(field))
+        throw Refused(operation.field + " is not written there");
+}
+
+void move_or_resize(WindowChange& change, const Operation& operation) {
     const std::pair<const char*, int> edges[] = {
         {"left", operation.dx}, {"top", operation.dy}, {"right", operation.dx}, {"bottom", operation.dy}};
     std::array<std::int64_t, std::size(edges)> places{};
@@ -261,26 +257,25 @@ Result<std::string> move_window(const std::string& text, int number, const Opera
         const int distance = first && operation.what == Do::resize ? 0 : edges[i].second;
         places[i] = std::int64_t{change.value(*find_field(edges[i].first))} + distance;
         if (places[i] < -coordinate_limit || places[i] > coordinate_limit)
-            return Failure{std::string(edges[i].first) + " would be " + std::to_string(places[i])};
+            throw Refused(std::string(edges[i].first) + " would be " + std::to_string(places[i]));
         if (!first && places[i] < places[i - 2])
-            return Failure{"the window would end before it begins"};
+            throw Refused("the window would end before it begins");
         if (distance != 0)
             change.set(*find_field(edges[i].first), places[i]);
     }
-    return change.result();
 }
 
-std::string why_not_number(std::string_view text, int number) {
+void expect_free(std::string_view text, int number) {
     if (number < 0 || number >= text_window_count)
-        return "windows are numbered 0 to " + std::to_string(text_window_count - 1);
-    return WindowChange(text, number).is_there() ? "there is a window " + std::to_string(number) + " already" : "";
+        throw Refused("windows are numbered 0 to " + std::to_string(text_window_count - 1));
+    if (WindowChange(text, number).is_there())
+        throw Refused("there is a window " + std::to_string(number) + " already");
 }
 
-std::string why_fixed(int number) {
-    const std::string role = role_of_fixed_window(number);
-    return role.empty()
-               ? ""
-               : "the program knows this window by its number: window " + std::to_string(number) + " is the " + role;
+void expect_not_fixed(int number) {
+    if (const std::string role = role_of_fixed_window(number); !role.empty())
+        throw Refused("the program knows this window by its number: window " + std::to_string(number) + " is the " +
+                      role);
 }
 
 /// Behind all windows that the program reads.
@@ -293,53 +288,56 @@ std::string with_window(std::string_view text, std::string lines) {
 
 } // namespace
 
-Result<std::string> create_window(const std::string& text, const Operation& operation) {
-    if (std::string reason = why_not_number(text, operation.to); !reason.empty())
-        return Failure{std::move(reason)};
+std::string create_window(const std::string& text, const Operation& operation) {
+    expect_free(text, operation.to);
     const std::string end(line_end_of(text));
     std::string lines = "+" + std::to_string(operation.to) + end;
     bool has_style = false;
     for (const TextLine& line : lines_of(operation.text)) {
         if (line.is_heading)
-            return Failure{"the lines of a window have no other window in them"};
+            throw Refused("the lines of a window have no other window in them");
         has_style = has_style || line.text.starts_with('-');
         lines += std::string(line.text) + end;
     }
     return with_window(text, lines + (has_style ? "" : "-0" + end));
 }
 
-Result<std::string> change_window(const std::string& text, const Address& address, const Operation& operation) {
+std::string change_window(const std::string& text, const Address& address, const Operation& operation) {
     if (address.of != Address::Of::window)
-        return Failure{"a file of text windows has nothing but windows"};
-    const int number = address.index;
-    WindowChange change(text, number);
+        throw Refused("a file of text windows has nothing but windows");
+    WindowChange change(text, address.index);
     if (!change.is_there())
-        return Failure{no_such_window(number)};
-    const bool keeps = operation.what != Do::remove && operation.what != Do::renumber;
-    if (std::string reason = keeps ? "" : why_fixed(number); !reason.empty())
-        return Failure{std::move(reason)};
-    const bool renames = operation.what == Do::copy || operation.what == Do::renumber;
-    if (std::string reason = renames ? why_not_number(text, operation.to) : ""; !reason.empty())
-        return Failure{std::move(reason)};
+        throw Refused("there is no window " + std::to_string(address.index));
+    if (operation.what == Do::remove || operation.what == Do::renumber)
+        expect_not_fixed(address.index);
+    if (operation.what == Do::copy || operation.what == Do::renumber)
+        expect_free(text, operation.to);
     switch (operation.what) {
     case Do::set:
-        return set_in_window(text, number, operation);
+        if (const WindowField* const field = field_of(operation))
+            set_number(change, *field, operation.value);
+        else
+            set_title(change, operation.value);
+        break;
     case Do::unset:
-        return unset_in_window(text, number, operation);
+        unset(change, operation);
+        break;
     case Do::move:
     case Do::resize:
-        return move_window(text, number, operation);
+        move_or_resize(change, operation);
+        break;
     case Do::copy:
         return with_window(text, change.copied(operation.to));
     case Do::remove:
         change.remove();
-        return change.result();
+        break;
     case Do::renumber:
         change.renumber(operation.to);
-        return change.result();
+        break;
     default:
-        return Failure{"windows are in no groups"};
+        throw Refused("windows are in no groups");
     }
+    return change.result();
 }
 
 std::vector<WindowPart> windows_of(std::string_view text) {

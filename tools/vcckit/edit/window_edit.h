@@ -4,8 +4,6 @@
 #include "vcckit/edit/operation.h"
 #include "vcckit/record/names.h"
 
-#include "core/result.h"
-
 #include <map>
 #include <span>
 #include <string>
@@ -25,7 +23,7 @@ std::vector<WindowPart> windows_of(std::string_view text);
 
 /// The text with a new window, or with what an operation changes in one; fields are named as in window_fields.h or by
 /// their keys. Pure.
-Result<std::string> create_window(const std::string& text, const Operation& operation);
-Result<std::string> change_window(const std::string& text, const Address& address, const Operation& operation);
+std::string create_window(const std::string& text, const Operation& operation);
+std::string change_window(const std::string& text, const Address& address, const Operation& operation);
 
 } // namespace vcc::kit::edit
