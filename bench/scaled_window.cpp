@@ -3,7 +3,6 @@
 // display_scale.
 #include "core/handles.h"
 #include "x11/display.h"
-#include "x11/scaled_display.h"
 
 #include <allegro.h>
 #include <xalleg.h>

@@ -1,7 +1,7 @@
 // What goes on while the program waits for the player.
 #include "cc/screens.h"
 #include "cc/sets.h"
-#include "core/closing.h"
+#include "core/window_state.h"
 #include "display/switching.h"
 #include "figure.h"
 #include "interaction/focus.h"

@@ -59,7 +59,7 @@ const char* enter_world() {
     sound_on = music_on = 0;
     select_config_file();
     load_language_files();
-    if (!load_font_files())
+    if (!load_fonts(path::fonts))
         return "the fonts cannot be loaded";
     if (!load_installation({.failed = [](LoadFailure) {}, .before_pictures = {}}))
         return "the screens, text windows or pictures cannot be loaded";

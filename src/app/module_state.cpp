@@ -1,6 +1,7 @@
 #include "app/module_state.h"
 
 #include "core/clock.h"
+#include "core/scope.h"
 #include "display/pointer.h"
 #include "display/switching.h"
 #include "platform/files.h"
@@ -35,27 +36,13 @@ std::vector<Timer> running_timers() {
     return timers;
 }
 
-/// A variable of the library that gets its value back at the end.
-template <class T>
-class Kept {
-public:
-    explicit Kept(T& variable) : variable_(variable), value_(variable) {}
-    ~Kept() { variable_ = value_; }
-    Kept(const Kept&) = delete;
-    Kept& operator=(const Kept&) = delete;
-
-private:
-    T& variable_;
-    const T value_;
-};
-
 struct KeptGlobals {
-    Kept<FONT*> text_font{font};
-    Kept<int> gui_text{gui_fg_color}, gui_grey{gui_mg_color}, gui_ground{gui_bg_color};
-    Kept<volatile int> frozen{freeze_mouse_flag};
-    Kept<void (*)(int)> mouse{mouse_callback}, keys{keyboard_lowlevel_callback};
-    Kept<int (*)(int)> key{keyboard_callback};
-    Kept<int (*)(int, int*)> unicode_key{keyboard_ucallback};
+    SwitchSet<FONT*> text_font{font};
+    SwitchSet<int> gui_text{gui_fg_color}, gui_grey{gui_mg_color}, gui_ground{gui_bg_color};
+    SwitchSet<volatile int> frozen{freeze_mouse_flag};
+    SwitchSet<void (*)(int)> mouse{mouse_callback}, keys{keyboard_lowlevel_callback};
+    SwitchSet<int (*)(int)> key{keyboard_callback};
+    SwitchSet<int (*)(int, int*)> unicode_key{keyboard_ucallback};
 };
 
 struct Before {
@@ -107,7 +94,7 @@ bool keyboard_left(const Before&) {
     return left;
 }
 
-/// Starts again, which resets range, speed, polling and the system's pointer.
+/// Installs it again, which resets range, speed, polling and the system's pointer.
 bool mouse_left(const Before& before) {
     const bool left = mouse_driver == nullptr;
     select_mouse_cursor(MOUSE_CURSOR_ALLEGRO);

@@ -1,4 +1,4 @@
-// What a module may leave otherwise than it found it, although the control centre's screens need it.
+// What the screens rely on and a module may have changed.
 #pragma once
 
 #include <cstdint>

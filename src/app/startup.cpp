@@ -7,7 +7,6 @@
 #include "core/gamepad.h"
 #include "core/log.h"
 #include "display/backgrounds.h"
-#include "display/display_scale.h"
 #include "display/graphics_mode.h"
 #include "display/pictures_ahead.h"
 #include "display/pointer.h"
@@ -93,7 +92,7 @@ bool start_up(Session& session) {
     start_clock();
     load_language_files();
     install_input();
-    return load_font_files();
+    return load_fonts(path::fonts);
 }
 
 void shut_down() {

@@ -161,7 +161,7 @@ std::vector<ActionName> action_names() {
 std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& running, int index) {
     const Slot& slot = running.slots[static_cast<std::size_t>(index)];
     const auto action = std::ranges::find(actions, slot.action, &ActionRow::code);
-    const OptionRow* stepped = row_of_step_code(slot.action);
+    const OptionRow* stepped = find_row(&OptionRow::step_code, slot.action);
     const bool releases = stepped || (action != std::end(actions) && action->releases);
     if (cc_screen == CcScreen::options && releases && slot.activated != 0)
         draw_slot(target, running.slots, slot.activated);
@@ -170,7 +170,7 @@ std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& run
         result = action->act(target);
     else if (stepped)
         options_screen.step(target, *stepped, slot);
-    else if (const OptionRow* chosen = row_of_choose_code(slot.action);
+    else if (const OptionRow* chosen = find_row(&OptionRow::choose_code, slot.action);
              chosen && options_set.has_slot(index + 1)) // the last record has no value after it
         options_screen.choose(target, *chosen, option_slot(index + 1).action);
     if (!result)
@@ -180,7 +180,7 @@ std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& run
 
 void step_value(BITMAP* target, const SlotSet& running, int index, bool forward) {
     const Slot& button = running.slots[static_cast<std::size_t>(index)];
-    if (const OptionRow* option = row_of_step_code(button.action)) {
+    if (const OptionRow* option = find_row(&OptionRow::step_code, button.action)) {
         options_screen.press_and_step(target, *option, button, forward);
         update_screen(target);
     }

@@ -19,7 +19,6 @@ struct Band {
     bool operator==(const Band&) const = default;
 };
 
-/// Height of an option's button.
 struct ButtonPlace {
     int y = 0;
     bool shown = true; ///< false: the slot is hidden and has no line

@@ -10,7 +10,6 @@
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/pointer.h"
-#include "media/truetype.h"
 #include "screen/buffer_list.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
@@ -35,13 +34,6 @@ void load_language_files(std::optional<int> number) {
         load_language();
     }
     load_messages(message_file(1));
-}
-
-bool load_font_files() {
-    if (platform::init_truetype())
-        return load_fonts(path::fonts);
-    write_log(format_text("Error in module:%s while initializing fonts", module_prefix.c_str()));
-    return false;
 }
 
 namespace {

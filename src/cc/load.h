@@ -14,9 +14,6 @@ namespace vcc {
 /// Once per process: the prefixes and messages of a language (1, 2), without a number of the one in the language file.
 void load_language_files(std::optional<int> number = {});
 
-/// Once per process: the fonts. False after a failure, which is logged.
-bool load_font_files();
-
 enum class LoadFailure {
     sound,   ///< loading continues without it
     screens, ///< the slot sets
@@ -44,7 +41,6 @@ bool load_screens(const LoadHooks& hooks);
 /// Loads the pictures of the buffer list. False after a failure, or without a picture for the screens to draw on.
 bool load_pictures();
 
-/// Fills the entry fields of the options screen from the settings.
 void fill_fields();
 
 /// Copies the background picture to the buffers from which text windows restore their background. Call before the

@@ -4,7 +4,7 @@
 #include "core/clock.h"
 #include "core/installation.h"
 #include "core/log.h"
-#include "platform/document.h"
+#include "platform/desktop.h"
 #include "platform/files.h"
 #include "sound/music.h"
 #include "sound/sound.h"

@@ -1,4 +1,3 @@
-// The game's manual.
 #pragma once
 
 #include <initializer_list>

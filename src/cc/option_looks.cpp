@@ -63,7 +63,7 @@ void set_entry(const OptionRow& option, int value) {
 }
 
 void set_label(int value, std::string_view label) {
-    label = label.substr(0, label_length); // more would reach beyond the value window, where nothing wipes it away
+    label = label.substr(0, label_length); // a longer one would run out of the value window, where nothing erases it
     for (int index : {value_button(value), value_record(value)}) {
         store_text(option_slot(index).text, label);
         store_text(option_toggle(index).text, label);

@@ -19,7 +19,6 @@ void light_value(int value);
 
 /// Makes an entry of the value panel what a row shows there now.
 void set_entry(const OptionRow& option, int value);
-/// Writes an entry's label.
 void set_label(int value, std::string_view label);
 void hide_entry(int value);
 

@@ -8,30 +8,18 @@
 
 namespace vcc {
 
-namespace {
-
-template <class Member, class Value>
-const OptionRow* find_by(Member member, Value value) {
-    const auto found = std::ranges::find(option_table, value, member);
-    return found == std::end(option_table) ? nullptr : found;
-}
-
-} // namespace
-
 std::span<const OptionRow> option_rows() {
     return option_table;
 }
+
 const OptionRow* find_row(Row row) {
-    return find_by(&OptionRow::row, row);
+    const auto* const found = std::ranges::find(option_table, row, &OptionRow::row);
+    return found == std::end(option_table) ? nullptr : found;
 }
-const OptionRow* row_of_button(int slot) {
-    return find_by(&OptionRow::button, slot);
-}
-const OptionRow* row_of_step_code(int code) {
-    return find_by(&OptionRow::step_code, code);
-}
-const OptionRow* row_of_choose_code(int code) {
-    return find_by(&OptionRow::choose_code, code);
+
+const OptionRow* find_row(int OptionRow::*member, int value) {
+    const auto* const found = std::ranges::find(option_table, value, member);
+    return found == std::end(option_table) ? nullptr : found;
 }
 
 int offered_values(const OptionRow& option) {
@@ -89,15 +77,7 @@ std::optional<int> explanation_of(Row row) {
 }
 
 bool needs_met(Needs needs) {
-    switch (needs) {
-    case Needs::sound:
-        return sound_on != 0;
-    case Needs::music:
-        return sound_on != 0 && music_on != 0;
-    case Needs::nothing:
-        break;
-    }
-    return true;
+    return needs == Needs::nothing || (sound_on != 0 && (needs == Needs::sound || music_on != 0));
 }
 
 } // namespace vcc

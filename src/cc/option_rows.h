@@ -5,7 +5,6 @@
 #include "core/installation.h"
 
 #include <array>
-#include <cstddef>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -117,11 +116,9 @@ struct OptionsState {
 
 std::span<const OptionRow> option_rows();
 
-/// The row with a number, button slot, step code or choose code; null if there is none.
+/// The row with a number, or with a button or action code; null if there is none.
 const OptionRow* find_row(Row row);
-const OptionRow* row_of_button(int slot);
-const OptionRow* row_of_step_code(int code);
-const OptionRow* row_of_choose_code(int code);
+const OptionRow* find_row(int OptionRow::*member, int value);
 
 /// Number of values that a row offers now, 0 to 11.
 int offered_values(const OptionRow& option);

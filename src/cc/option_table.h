@@ -1,4 +1,4 @@
-// The table of options. A new option needs a row here, its setting in settings/rows.h, its texts in
+// The table of options. A new option needs a row here, its setting in settings/settings.h, its texts in
 // text/screen_texts.cpp, and a button in the screen's source.
 #pragma once
 
@@ -23,16 +23,11 @@ inline constexpr OptionValue volume_of{
 
 /// By the modes that this machine offers; `as_it_was` if they are unknown.
 inline Entry screen_mode_entry(int value) {
-    switch (screen_mode_range) {
-    case ModeRange::both:
+    if (screen_mode_range == ModeRange::both)
         return value < 2 ? Entry::choosable : Entry::hidden;
-    case ModeRange::window_only:
-        return value == 0 ? Entry::shown : Entry::hidden;
-    case ModeRange::full_screen_only:
-        return value == 1 ? Entry::shown : Entry::hidden;
-    default:
+    if (screen_mode_range != ModeRange::window_only && screen_mode_range != ModeRange::full_screen_only)
         return Entry::as_it_was;
-    }
+    return value == (screen_mode_range == ModeRange::full_screen_only ? 1 : 0) ? Entry::shown : Entry::hidden;
 }
 
 /// A depth that the display does not offer is grey.

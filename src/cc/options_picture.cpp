@@ -17,18 +17,14 @@ bool is_entry(int value) {
     return value >= 0 && value < value_entry_limit;
 }
 
-void draw_option_toggle(BITMAP* target, int index) {
-    draw_slot(target, options_set.toggles, index);
-}
-
 void draw_value_marker(BITMAP* target, const OptionRow& option, int value) {
     if (option.rules.loops)
         draw_option_slot(target, options_slot::loop_button);
     if (is_entry(value))
-        draw_option_toggle(target, value_record(value));
+        draw_slot(target, options_set.toggles, value_record(value));
     if (option.rules.loops) {
         draw_option_slot(target, options_slot::loop_label);
-        draw_option_toggle(target, options_slot::loop_label);
+        draw_slot(target, options_set.toggles, options_slot::loop_label);
     }
 }
 

@@ -10,7 +10,6 @@
 
 namespace vcc {
 
-/// Draws a slot of the options screen.
 void draw_option_slot(BITMAP* target, int index);
 
 /// Draws a button highlighted, and leaves it so.
@@ -19,7 +18,6 @@ void draw_highlighted(BITMAP* target, int index);
 /// Draws a button's pressed look, or its resting look again; nothing if its `activated` is 0.
 void draw_press(BITMAP* target, const Slot& button, bool pressed);
 
-/// Draws the selected module's marker.
 void draw_module_marker(BITMAP* target, const OptionsState& state, bool lit = false);
 
 /// Draws the sound rows' buttons in their normal look, the current one highlighted.

@@ -283,7 +283,7 @@ void OptionsScreen::point(BITMAP* target, int slot) {
     if (slot >= options_slot::first_selector && slot <= options_slot::selector_end) {
         draw_highlighted(target, selector_button());
         refresh_module_rows(target);
-    } else if (const OptionRow* option = row_of_button(slot)) {
+    } else if (const OptionRow* option = find_row(&OptionRow::button, slot)) {
         if (option->rules.shown_when_pointed_at && (!untouched || option->row == option_row))
             point_at_row(target, *option);
     } else if (std::ranges::find(options_slot::resting, slot) != options_slot::resting.end()) {

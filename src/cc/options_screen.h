@@ -22,7 +22,6 @@ public:
     void step(BITMAP* target, const OptionRow& option, const Slot& button);
     void press_and_step(BITMAP* target, const OptionRow& option, const Slot& button, bool forward);
 
-    /// Chooses one of an option's values.
     void choose(BITMAP* target, const OptionRow& option, int value);
 
     /// Switches the selected module's music between its theme and all themes; only while the theme row is shown.
@@ -34,7 +33,7 @@ public:
     /// Shows the settings again after a reset.
     void refresh(BITMAP* target);
 
-    /// Makes the loop button inert, and draws it away if `shown`.
+    /// Makes the loop button inert, and removes it from the picture if `shown`.
     void take_loop_button_away(BITMAP* target, bool shown);
 
     /// Plays the selected module's theme; after a failure disables the music controls. False if nothing plays.

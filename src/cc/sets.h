@@ -16,7 +16,6 @@ inline SlotSet menu_set, options_set, info_set, message_set;
 /// slot and a toggle record for every fixed number.
 int load_cc_slot_sets();
 
-/// Releases the four sets.
 void free_cc_slot_sets();
 
 // Records of the options set by fixed numbers.

@@ -1,9 +1,9 @@
 #include "core/alert.h"
 
-#include "core/closing.h"
 #include "core/gamepad.h"
 #include "core/mouse_buttons.h"
-#include "platform/message.h"
+#include "core/window_state.h"
+#include "platform/desktop.h"
 
 #include <allegro.h>
 
@@ -27,7 +27,7 @@ void show_alert(std::string_view line1, std::string_view line2, std::string_view
         return;
     const std::string lines[3] = {without_line_end(line1), without_line_end(line2), without_line_end(line3)};
     const auto shown = [](const std::string& line) { return line.empty() ? nullptr : line.c_str(); };
-    poll_gamepads(); // the box hears the first of them by itself
+    poll_gamepads(); // the box itself listens to the first of them
     alert(shown(lines[0]), shown(lines[1]), shown(lines[2]), "OK", nullptr, confirm_key, 0);
     forget_mouse_buttons(); // those were for the box
     forget_gamepads();

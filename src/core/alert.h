@@ -1,4 +1,3 @@
-// Messages that the player must confirm.
 #pragma once
 
 #include <string_view>

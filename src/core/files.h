@@ -1,4 +1,3 @@
-// Reading small files whole.
 #pragma once
 
 #include "core/result.h"

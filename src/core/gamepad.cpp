@@ -1,6 +1,7 @@
 #include "core/gamepad.h"
 
 #include "core/clock.h"
+#include "core/window_state.h"
 #include "platform/gamepad.h"
 
 #include <allegro.h>
@@ -10,26 +11,41 @@
 
 namespace vcc {
 
+/// A way in which a stick or hat can be pushed.
+struct PadWay {
+    int x, y, key;
+};
+
 namespace {
+
+constexpr std::array<PadWay, 4> all_ways{{{0, -1, KEY_UP}, {0, 1, KEY_DOWN}, {-1, 0, KEY_LEFT}, {1, 0, KEY_RIGHT}}};
 
 /// By number of the button; on most pads these are A, B, X, Y and the two at the shoulders.
 constexpr std::array<PadKey, 6> button_keys{
     {{'\r', KEY_ENTER}, {27, KEY_ESC}, {0, key_clear_field}, {0, KEY_F1}, {0, key_step_back}, {0, key_step_forward}}};
 
-// A worn stick rests some way from its middle.
+// A worn stick does not rest in its middle.
 constexpr int way_begins = 64, way_stays = 40;
+
+/// Where a stick is pushed that was pushed `before`; null if nowhere.
+const PadWay* way_of(const StickReading& stick, const PadWay* before) {
+    const auto strength = [&](const PadWay& way) { return stick.x * way.x + stick.y * way.y; };
+    if (before && strength(*before) >= way_stays)
+        return before;
+    const auto* const strongest = std::ranges::max_element(all_ways, {}, strength);
+    return strength(*strongest) >= way_begins ? strongest : nullptr;
+}
 
 constexpr std::uint32_t first_repeat_ms = 400, next_repeat_ms = 150;
 constexpr std::uint32_t look_ms = 1000;
 
-bool wanted = false, looked = false;
-std::uint32_t looked_at_ms = 0;
+bool wanted = false;
+std::optional<std::uint32_t> looked_at_ms;
 std::string plugged_in;
 PadTyping typing;
 
-/// Looks which gamepads there are; true if one has come or gone.
+/// Finds out which gamepads are plugged in; true if that has changed.
 bool look() {
-    looked = true;
     looked_at_ms = ms_counter;
     std::string now = platform::gamepads();
     if (now.empty())
@@ -50,7 +66,7 @@ bool look() {
     return true;
 }
 
-/// Its first stick and its last, which is the hat if it has one; those between may be levers.
+/// Of its sticks only the first and the last, which is the hat if there is one; others may be throttles.
 PadReading read(const JOYSTICK_INFO& pad) {
     PadReading reading;
     for (int i = 0; i < std::min(pad.num_buttons, MAX_JOYSTICK_BUTTONS); ++i)
@@ -68,35 +84,6 @@ PadReading read(const JOYSTICK_INFO& pad) {
 
 } // namespace
 
-int PadTyping::strength(const StickReading& stick, Way way) {
-    switch (way) {
-    case Way::up:
-        return -stick.y;
-    case Way::down:
-        return stick.y;
-    case Way::left:
-        return -stick.x;
-    case Way::right:
-        return stick.x;
-    case Way::none:
-        break;
-    }
-    return 0;
-}
-
-PadTyping::Way PadTyping::way_of(const StickReading& stick, Way before) {
-    if (strength(stick, before) >= way_stays)
-        return before;
-    const Way strongest = std::max({Way::up, Way::down, Way::left, Way::right},
-                                   [&](Way a, Way b) { return strength(stick, a) < strength(stick, b); });
-    return strength(stick, strongest) >= way_begins ? strongest : Way::none;
-}
-
-PadKey PadTyping::key_of(Way way) {
-    constexpr std::array<int, 5> keys{0, KEY_UP, KEY_DOWN, KEY_LEFT, KEY_RIGHT};
-    return {0, keys[static_cast<std::size_t>(way)]};
-}
-
 std::vector<PadKey> PadTyping::keys(std::span<const PadReading> pads, std::uint32_t now_ms) {
     const bool seen = held_.size() != pads.size();
     held_.resize(pads.size());
@@ -108,15 +95,15 @@ std::vector<PadKey> PadTyping::keys(std::span<const PadReading> pads, std::uint3
                 typed.push_back(button_keys[button]);
         held.buttons = pads[pad].buttons;
         for (std::size_t stick = 0; stick < held.ways.size(); ++stick) {
-            const Way way = way_of(pads[pad].sticks[stick], held.ways[stick]);
+            const PadWay* const way = way_of(pads[pad].sticks[stick], held.ways[stick]);
             const bool repeats = repeat_ && repeat_->pad == pad && repeat_->stick == stick;
             const bool turned = way != held.ways[stick],
                        due = repeats && now_ms - repeat_->since_ms >= repeat_->wait_ms;
             held.ways[stick] = way;
-            if (repeats && way == Way::none)
+            if (repeats && !way)
                 repeat_.reset();
-            else if (way != Way::none && (turned || due)) {
-                typed.push_back(key_of(way));
+            else if (way && (turned || due)) {
+                typed.push_back({0, way->key});
                 repeat_ = {pad, stick, now_ms, turned ? first_repeat_ms : next_repeat_ms};
             }
         }
@@ -139,11 +126,11 @@ void listen_to_gamepads(bool on) {
 void poll_gamepads() {
     if (!wanted)
         return;
-    if (!looked || ms_counter - looked_at_ms >= look_ms)
+    if (!looked_at_ms || ms_counter - *looked_at_ms >= look_ms)
         look();
     if (num_joysticks == 0)
         return;
-    if (gamepads_ignored)
+    if (switched_out)
         typing.forget();
     poll_joystick();
     std::vector<PadReading> readings;
@@ -151,7 +138,7 @@ void poll_gamepads() {
         readings.push_back(read(joy[pad]));
     const std::vector<PadKey> keys = typing.keys(readings, ms_counter);
     if (keys.empty() || look())
-        return; // one that has gone in the middle of a press does not go on pressing
+        return; // a pad unplugged during a press does not keep pressing
     for (const PadKey& key : keys)
         simulate_ukeypress(key.character, key.library_key | by_gamepad);
 }
@@ -163,7 +150,7 @@ void forget_gamepads() {
 void release_gamepads() {
     remove_joystick();
     plugged_in.clear();
-    looked = false;
+    looked_at_ms.reset();
 }
 
 } // namespace vcc

@@ -1,4 +1,4 @@
-// Gamepads: their sticks and buttons type keys, so that whatever hears the keyboard hears them, too.
+// Gamepads: their sticks and buttons type keys, so whatever reads the keyboard gets them, too.
 #pragma once
 
 #include <array>
@@ -20,20 +20,17 @@ inline constexpr int key_clear_field = 0x80, key_step_back = 0x81, key_step_forw
 /// The latest key or click came from a gamepad that is still there.
 inline std::atomic<bool> gamepad_used = false;
 
-/// The player is at another program: what gamepads do meanwhile is not meant for this one.
-inline std::atomic<bool> gamepads_ignored = false;
-
-/// From now on gamepads are heard or, if not `wanted`, never looked for.
+/// Turns gamepads on or off; while they are off, nothing looks for them.
 void listen_to_gamepads(bool wanted);
 
-/// Types what has been pressed since the latest call. Looks once a second whether a gamepad has come or gone, which is
-/// all that happens without one.
+/// Types what has been pressed since the latest call, unless the player is at another program. Looks once a second
+/// whether a gamepad has come or gone, which is all that happens without one.
 void poll_gamepads();
 
-/// What is held now counts as seen: something else has heard it.
+/// Ignores what is held now, because something else has reacted to it already.
 void forget_gamepads();
 
-/// Leaves the library without gamepads, as a module finds it; the next poll brings them back.
+/// Removes gamepads from the library, as modules expect; the next poll brings them back.
 void release_gamepads();
 
 struct StickReading {
@@ -50,30 +47,27 @@ struct PadKey {
     bool operator==(const PadKey&) const = default;
 };
 
+struct PadWay;
+
 /// What gamepads have held, and what they type next.
 class PadTyping {
 public:
-    /// The keys for these readings: one for each new press of a button or way of a stick; the latest way that is held
-    /// repeats. Pure except for its memory.
+    /// The keys that these readings type: one for each newly pressed button and newly pushed stick; the latest stick to
+    /// be pushed repeats. Pure except for its memory.
     std::vector<PadKey> keys(std::span<const PadReading> pads, std::uint32_t now_ms);
 
-    /// What the next readings hold counts as seen.
+    /// Types nothing for what the next readings hold.
     void forget();
 
 private:
-    enum class Way : std::uint8_t { none, up, down, left, right };
     struct Pad {
         std::uint32_t buttons = 0;
-        std::array<Way, 2> ways{};
+        std::array<const PadWay*, 2> ways{};
     };
     struct Repeat {
         std::size_t pad, stick;
         std::uint32_t since_ms, wait_ms;
     };
-
-    static int strength(const StickReading& stick, Way way);
-    static Way way_of(const StickReading& stick, Way before);
-    static PadKey key_of(Way way);
 
     std::vector<Pad> held_;
     std::optional<Repeat> repeat_;

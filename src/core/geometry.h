@@ -1,4 +1,3 @@
-// Places on the screen.
 #pragma once
 
 #include <allegro.h>

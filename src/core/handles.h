@@ -20,7 +20,6 @@ struct Release {
 /// A bitmap that we own; never `screen`, which belongs to the library. Sub-bitmaps must die before their parent.
 using BitmapPtr = std::unique_ptr<BITMAP, Release<destroy_bitmap>>;
 using SamplePtr = std::unique_ptr<SAMPLE, Release<destroy_sample>>;
-using PackfilePtr = std::unique_ptr<PACKFILE, Release<pack_fclose>>;
 using ModeListPtr = std::unique_ptr<GFX_MODE_LIST, Release<destroy_gfx_mode_list>>;
 using AudioStreamPtr = std::unique_ptr<AUDIOSTREAM, Release<stop_audio_stream>>;
 using FilePtr = std::unique_ptr<std::FILE, Release<std::fclose>>;

@@ -2,8 +2,6 @@
 
 #include "core/text.h"
 
-#include <algorithm>
-
 namespace vcc {
 
 std::optional<std::string_view> LineReader::next(std::size_t limit) {

@@ -9,7 +9,7 @@ void watch_mouse_buttons();
 
 /// The buttons for the next frame of a loop (bit 0 left, bit 1 right, bit 2 middle): each state that was noted, one per
 /// call, then the latest. A state that was reached elsewhere than the pointer was at the previous call waits for
-/// another call, so that a move and the click that follows it stay two things.
+/// another call, so that a move and the click that follows it stay separate.
 int next_mouse_buttons();
 
 /// The same state as the latest call returned.
@@ -18,7 +18,7 @@ int mouse_buttons();
 /// Whether a button is held, or has been pressed since the latest call of next_mouse_buttons().
 bool mouse_button_used();
 
-/// Drops what has been noted but not seen; what is held now counts from the next call.
+/// Drops what nobody has seen yet; what is held now counts from the next call.
 void forget_mouse_buttons();
 
 } // namespace vcc

@@ -1,4 +1,3 @@
-// What lasts as long as a scope.
 #pragma once
 
 namespace vcc {
@@ -15,10 +14,11 @@ private:
     Task task_;
 };
 
-/// Sets a variable for the life of the object, then restores its value.
+/// Sets a variable for the life of the object, or lets it change, then restores its value.
 template <typename Value>
 class SwitchSet {
 public:
+    explicit SwitchSet(Value& which) : which_(which), before_(which) {}
     SwitchSet(Value& which, Value value) : which_(which), before_(which) { which_ = value; }
     ~SwitchSet() { which_ = before_; }
     SwitchSet& operator=(SwitchSet&&) = delete;

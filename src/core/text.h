@@ -16,7 +16,6 @@ void pad_text(std::string& text, int length, char fill);
 /// Removes trailing blanks (character 32 only); returns the remaining length.
 int trim_right(std::string& text);
 
-/// The text without leading blanks.
 std::string trim_left(std::string_view text);
 
 /// True if the text is empty or all blanks.

@@ -11,7 +11,6 @@ int load_backgrounds();
 /// Shows the next picture of the rotation, if it is loaded, and advances the rotation.
 void show_next_background();
 
-/// Destroys them.
 void free_backgrounds();
 
 } // namespace vcc

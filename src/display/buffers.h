@@ -25,7 +25,6 @@ void copy_picture(BITMAP* from, BITMAP* to);
 /// Copies buffer 0, unless it is empty, to the display and shows the pointer again.
 void show_buffer_zero();
 
-/// Destroys all of them.
 void release_graphic_buffers();
 
 } // namespace vcc

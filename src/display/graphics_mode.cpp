@@ -4,20 +4,32 @@
 #include "core/handles.h"
 #include "core/log.h"
 #include "display/buffers.h"
-#include "display/display_scale.h"
 #include "display/switching.h"
 #include "settings/config_file.h"
 #include "settings/settings.h"
 #include "settings/values.h"
 #include "x11/display.h"
-#include "x11/scaled_display.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace vcc {
 
 namespace {
+
+/// Applies the setting `display_scale`, once: it holds for every mode to come.
+void start_scaling() {
+    static bool started = false;
+    if (std::exchange(started, true))
+        return;
+    const int x = read_number("window_x"), y = read_number("window_y");
+    const platform::WindowPlace first{{x, y, x + read_number("window_width"), y + read_number("window_height")},
+                                      read_number("window_maximised") != 0};
+    const auto fit = static_cast<platform::Fit>(read_number("display_scale"));
+    if (const std::string obstacle = platform::show_scaled(fit, first); !obstacle.empty())
+        write_log("The picture keeps its size: " + obstacle);
+}
 
 struct Setup {
     Desktop desktop;
@@ -32,12 +44,19 @@ bool set_mode(bool full, int depth) {
                         0) == 0;
 }
 
-SetupResult fail(ModeFailure failure, const Setup& setup) {
-    const ModeFailureRow& row = failure_row(failure);
-    show_message_box(row.shown);
-    write_log(row.logged.empty() ? error_line(row.number, setup.desktop, setup.requested_depth, fullscreen, mode_range)
-                                 : std::string(row.logged));
-    return row.result;
+SetupResult fail(std::string_view shown_and_logged) {
+    show_message_box(shown_and_logged);
+    write_log(shown_and_logged);
+    return SetupResult::fatal;
+}
+
+SetupResult fail_to_set(bool probed, bool full, const Setup& setup) {
+    const int number = failure_number(probed, full, setup.requested_depth);
+    show_message_box(format_text("gfx mode error %d !", number));
+    write_log(format_text("Error %d: Desktop %d/%d/%d Request %d/%d/%d", number, setup.desktop.depth,
+                          setup.desktop.width, setup.desktop.height, setup.requested_depth,
+                          static_cast<std::int8_t>(fullscreen), static_cast<int>(mode_range)));
+    return probed ? SetupResult::fatal : SetupResult::retry;
 }
 
 Desktop read_desktop() {
@@ -65,7 +84,7 @@ SetupResult set_configured(Setup& setup) {
     fullscreen = full ? full_screen : windowed;
     setup.requested_depth = depth_bits(bitmap_depth);
     if (setup.requested_depth == 0 || !set_mode(full, setup.requested_depth))
-        return fail(full ? ModeFailure::configured_full_screen : ModeFailure::configured_window, setup);
+        return fail_to_set(false, full, setup);
     return finish(setup);
 }
 
@@ -118,14 +137,17 @@ SetupResult probe(Setup& setup) {
     look_for_full_screen(setup);
     mode_range = offered_modes(mode_range, setup.desktop.is_exact());
     if (mode_range == ModeRange::none)
-        return fail(ModeFailure::no_mode, setup);
+        return fail("No valid videomode detected !");
 
     const bool full = mode_range == ModeRange::full_screen_only || fullscreen == full_screen;
     if (!set_probed(full, setup))
-        return fail(probed_failure(full, setup.requested_depth), setup);
+        return fail_to_set(true, full, setup);
     const std::optional<int> bitmap_depth = depth_setting(setup.requested_depth);
-    if (!bitmap_depth)
-        return fail(ModeFailure::depth_not_found, setup);
+    if (!bitmap_depth) {
+        show_message_box("First run fdepth error !");
+        write_log("First run fdepth error");
+        return SetupResult::fatal;
+    }
 
     screen_mode_range = mode_range;
     write_number("bitmap_depth", *bitmap_depth);
@@ -157,11 +179,13 @@ SetupResult setup_graphics_mode(std::int8_t mode) {
 
     Setup setup;
     setup.desktop = read_desktop();
-    if (const auto failure = desktop_failure(setup.desktop))
-        return fail(*failure, setup);
+    if (setup.desktop.is_too_small())
+        return fail("Wrong desktop resolution!\n800x600 is minimum");
+    if (!setup.desktop.is_exact() && setup.desktop.depth < 15)
+        return fail("Wrong Desktop color depth!\n16bit is minimum");
     if (setup.desktop.is_exact())
         fullscreen = full_screen;
-    start_display_scaling();
+    start_scaling();
     if (screen_mode_range != ModeRange::untried && mode != probe_machine)
         return set_configured(setup);
     return probe(setup);
@@ -197,6 +221,19 @@ bool rebuild_display(bool toggle) {
     release_graphic_buffers();
     switch_to_depth(toggle, depth_bits(settings.bitmap_depth), get_color_depth());
     return true;
+}
+
+void remember_window() {
+    const std::optional<platform::WindowPlace> place = platform::window_place();
+    if (!place)
+        return;
+    write_number("window_maximised", place->maximised ? 1 : 0);
+    if (place->area.empty())
+        return;
+    write_number("window_width", place->area.size().width);
+    write_number("window_height", place->area.size().height);
+    write_number("window_x", std::max(0, place->area.x1));
+    write_number("window_y", std::max(0, place->area.y1));
 }
 
 } // namespace vcc

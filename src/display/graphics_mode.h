@@ -18,8 +18,10 @@ inline std::array<int, 3> depth_class{}; ///< flags for 32, 24, and 15 or 16 bit
 
 inline constexpr std::int8_t use_configured_mode = 0, probe_machine = -1;
 
+enum class SetupResult { ok = 0, fatal = 1, retry = 2 };
+
 /// Chooses and sets the mode, records it in the settings and installs the display-switch behaviour. Failures are shown
-/// and logged.
+/// and logged, and, once, what keeps the picture from being scaled as the settings want it.
 SetupResult setup_graphics_mode(std::int8_t mode);
 
 /// Updates `fullscreen`: window managers have commands of their own for full screen.
@@ -37,5 +39,8 @@ void ensure_display(int depth, const std::string& culprit);
 /// Sets the mode again in the depth of the setting `bitmap_depth`. True if done: the buffers are released and must be
 /// loaded again, and the pointer installed again. False if that depth is not offered; nothing has changed then.
 bool rebuild_display(bool toggle);
+
+/// Keeps the size, place and state of a window with a scaled picture for the next start.
+void remember_window();
 
 } // namespace vcc

@@ -19,7 +19,6 @@ inline constexpr int picture_header_size = 128;
 inline constexpr std::size_t picture_file_limit =
     std::size_t{picture_limit} * picture_limit * 6; ///< bytes, for the largest picture without a single run
 
-/// The header of a PCX file.
 struct PictureHeader {
     int width = 0, height = 0; ///< pixels
     int bits = 0;              ///< 8 or 24

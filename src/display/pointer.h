@@ -1,4 +1,3 @@
-// The mouse and the program's own pointer picture.
 #pragma once
 
 #include "core/handles.h"

@@ -1,9 +1,8 @@
 #include "display/switching.h"
 
 #include "core/alert.h"
-#include "core/closing.h"
-#include "core/gamepad.h"
 #include "core/log.h"
+#include "core/window_state.h"
 #include "display/graphics_mode.h"
 #include "x11/display.h"
 
@@ -24,13 +23,11 @@ void register_callback(int direction, void (*callback)(), const char* failure) {
 
 void on_switch_in() {
     switched_out = 0;
-    gamepads_ignored = false;
     platform::end_wait();
 }
 
 void on_switch_out() {
     switched_out = 1;
-    gamepads_ignored = true;
     platform::end_wait();
 }
 

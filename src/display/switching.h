@@ -1,11 +1,7 @@
 // Switching to another program and back, and requests to close.
 #pragma once
 
-#include <atomic>
-
 namespace vcc {
-
-inline std::atomic<int> switched_out = 0; ///< 1 while switched away; only the two callbacks write it
 
 /// Sets the switch behaviour for `fullscreen` and registers the callbacks; failures are shown and logged.
 void install_display_switching();
@@ -13,8 +9,8 @@ void install_display_switching();
 void on_switch_in();
 void on_switch_out();
 
-/// Sets `close_requested` (core/closing.h), from any thread. A module or an alert that has the keyboard sees Escape and
-/// returns.
+/// Sets `close_requested` (core/window_state.h), from any thread. A module or an alert that has the keyboard sees
+/// Escape and returns.
 void request_close();
 
 /// Has the window's close button call request_close().

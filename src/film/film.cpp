@@ -1,12 +1,11 @@
 #include "film/film.h"
 
 #include "core/clock.h"
-#include "core/closing.h"
 #include "core/gamepad.h"
 #include "core/log.h"
 #include "core/mouse_buttons.h"
 #include "core/scope.h"
-#include "display/switching.h"
+#include "core/window_state.h"
 #include "film/film_picture.h"
 #include "media/avi.h"
 #include "platform/files.h"
@@ -104,7 +103,7 @@ void play_film(const std::string& path, int effect) {
         mouse_b = 0;
         forget_mouse_buttons();
     });
-    // even if it was not heard: films play once per run, and their sounds are large
+    // Even if it was not heard: films play once per run, and their sounds are large
     const AtEnd sound_dropped([effect, volume_before = sfx_volume] {
         if (effect == no_effect || !sound_on)
             return;

@@ -1,4 +1,3 @@
-// The intro films.
 #pragma once
 
 #include <string>

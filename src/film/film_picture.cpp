@@ -32,16 +32,6 @@ void convert_16(const std::uint8_t* source, unsigned char* target, int width) {
     }
 }
 
-void convert_24(const std::uint8_t* source, unsigned char* target, int width) {
-    const int red_shift = _rgb_r_shift_24, green_shift = _rgb_g_shift_24, blue_shift = _rgb_b_shift_24;
-    for (int x = 0; x < width; ++x, source += 3, target += 3) {
-        const int pixel = source[2] << red_shift | source[1] << green_shift | source[0] << blue_shift;
-        target[0] = static_cast<unsigned char>(pixel);
-        target[1] = static_cast<unsigned char>(pixel >> 8);
-        target[2] = static_cast<unsigned char>(pixel >> 16);
-    }
-}
-
 /// The usual layout of the display differs from the frame's only in the unused byte.
 void copy_32(const std::uint8_t* source, unsigned char* target, int width) {
     constexpr std::uint32_t colour_bits = 0xFFFFFF;
@@ -53,15 +43,18 @@ void copy_32(const std::uint8_t* source, unsigned char* target, int width) {
     }
 }
 
-void convert_32(const std::uint8_t* source, unsigned char* target, int width) {
-    const int red_shift = _rgb_r_shift_32, green_shift = _rgb_g_shift_32, blue_shift = _rgb_b_shift_32;
-    if (red_shift == 16 && green_shift == 8 && blue_shift == 0)
+/// 24 and 32 bits.
+template <int bytes>
+void convert(const std::uint8_t* source, unsigned char* target, int width) {
+    const int red_shift = bytes == 3 ? _rgb_r_shift_24 : _rgb_r_shift_32,
+              green_shift = bytes == 3 ? _rgb_g_shift_24 : _rgb_g_shift_32,
+              blue_shift = bytes == 3 ? _rgb_b_shift_24 : _rgb_b_shift_32;
+    if (bytes == 4 && red_shift == 16 && green_shift == 8 && blue_shift == 0)
         return copy_32(source, target, width);
-    for (int x = 0; x < width; ++x, source += 4, target += 4) {
-        const std::uint32_t pixel = static_cast<std::uint32_t>(source[2]) << red_shift |
-                                    static_cast<std::uint32_t>(source[1]) << green_shift |
-                                    static_cast<std::uint32_t>(source[0]) << blue_shift;
-        std::memcpy(target, &pixel, sizeof pixel);
+    for (int x = 0; x < width; ++x, source += bytes, target += bytes) {
+        const std::uint32_t pixel = std::uint32_t{source[2]} << red_shift | std::uint32_t{source[1]} << green_shift |
+                                    std::uint32_t{source[0]} << blue_shift;
+        std::memcpy(target, &pixel, bytes);
     }
 }
 
@@ -69,7 +62,7 @@ struct DepthRow {
     int bits;
     RowConverter convert;
 };
-constexpr DepthRow depth_rows[] = {{8, copy_8}, {16, convert_16}, {24, convert_24}, {32, convert_32}};
+constexpr DepthRow depth_rows[] = {{8, copy_8}, {16, convert_16}, {24, convert<3>}, {32, convert<4>}};
 
 } // namespace
 

@@ -21,10 +21,6 @@ constexpr int numeric_field = 1;
 constexpr int status_font = 4;
 constexpr int insert_colour_step = 16;
 
-std::size_t current_of(const ScreenRun& run) {
-    return static_cast<std::size_t>(run.current);
-}
-
 /// `look`, the slot or its toggle record, gives font, box and colours.
 FieldLook field_look(const Slot& slot, const Slot& look) {
     return {look.fore_colour, look.back_colour, look.box_width != 0,
@@ -54,9 +50,8 @@ void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look,
 }
 
 FieldEntry::FieldEntry(ScreenRun& run, const Slot& look, bool clear_keyboard)
-    : hard_edges_(anti_aliased_text, 0), run_(run), slot_(run.set->slots[current_of(run)]),
-      place_(run.fields[current_of(run)]), look_(field_look(slot_, look)), edit_{run.edit_texts[current_of(run)], 0},
-      clear_keyboard_(clear_keyboard) {
+    : hard_edges_(anti_aliased_text, 0), run_(run), slot_(run.slot()), place_(run.fields[run.index()]),
+      look_(field_look(slot_, look)), edit_{run.edit_texts[run.index()], 0}, clear_keyboard_(clear_keyboard) {
     look_.editable = look_.editable && place_.size > 0;
     place_.size = std::clamp(place_.size, 1, field_limit);
     draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, player_input.insert_mode);
@@ -67,7 +62,7 @@ KeyEvent FieldEntry::apply(const KeyEvent& key) {
     const std::string before = edit_.text;
     const EditOutcome outcome = edit_field(edit_, key, place_.size, place_.input_mode == numeric_field, look_.editable,
                                            player_input.insert_mode);
-    run_.edit_texts[current_of(run_)] = edit_.text;
+    run_.edit_texts[run_.index()] = edit_.text;
     if (outcome == EditOutcome::at_edge) {
         if (clear_keyboard_)
             clear_keybuf();

@@ -1,4 +1,4 @@
-// An entry field while the input loop waits on it: from keys to text to pixels.
+// An entry field while the player types into it.
 #pragma once
 
 #include "core/scope.h"

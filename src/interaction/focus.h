@@ -12,7 +12,6 @@ namespace vcc {
 /// The area in which the pointer is on a slot; also for inert slots, which are never hit.
 Rect slot_rect(const Slot& slot);
 
-/// True if the keyboard's focus may rest on the slot.
 bool is_selectable(const Slot& slot);
 
 /// First slot under the pointer, or -1; with `single` only the slot at `start` is tested. `start` if there are no

@@ -29,7 +29,12 @@ namespace {
 
 constexpr int slots_of_one_page = message_slot::last_line + 1; ///< buttons may be missing
 
-/// An open page. When it closes, everything that it has changed outside the message set is as before.
+void disable(Slot& slot) {
+    hide(slot);
+    slot.toggle = -1;
+}
+
+/// An open page. Closing it restores everything that it has changed outside the message set.
 class HelpPage {
 public:
     explicit HelpPage(const HelpRequest& request);
@@ -39,10 +44,12 @@ public:
     int run();
 
 private:
-    Slot& slot(int index) { return request_.messages->slots[static_cast<std::size_t>(index)]; }
+    Slot& slot(int index) { return run_.set->slots[static_cast<std::size_t>(index)]; }
+    Slot* toggle(int index) {
+        return run_.set->has_toggle(index) ? &run_.set->toggles[static_cast<std::size_t>(index)] : nullptr;
+    }
     void prepare_slots();
     void enable(int index);
-    void disable(int index);
     void show_toggle(int index);
     void open();
     void open_entry();
@@ -58,7 +65,7 @@ private:
     TextWindow& window_;
     SwitchSet<int> window_colour_;
     SwitchSet<int> text_window_{current_text_window, 0};
-    SwitchSet<int> full_redraw_{drawing.full_redraw, drawing.full_redraw};
+    SwitchSet<int> full_redraw_{drawing.full_redraw};
     ScreenOwner owner_;
     ScreenRun run_;
     std::string file_; ///< the help file's bytes; empty when it is missing
@@ -69,7 +76,7 @@ private:
 HelpPage::HelpPage(const HelpRequest& request)
     : request_(request),
       window_(text_windows[static_cast<std::size_t>(request.messages->slots[message_slot::window].graphic)]),
-      window_colour_(window_.colour, window_.colour) {
+      window_colour_(window_.colour) {
     owner_.every_frame = request.every_frame;
     run_.target = request.target;
     run_.set = request.messages;
@@ -88,41 +95,33 @@ HelpPage::~HelpPage() {
 }
 
 void HelpPage::show_toggle(int index) {
-    if (request_.messages->has_toggle(index))
-        vcc::show(request_.messages->toggles[static_cast<std::size_t>(index)]);
+    if (Slot* const shown = toggle(index))
+        show(*shown);
 }
 
 void HelpPage::enable(int index) {
-    if (!request_.messages->has_slot(index))
+    if (!run_.set->has_slot(index))
         return;
-    vcc::show(slot(index));
+    show(slot(index));
     slot(index).toggle = index;
     show_toggle(index);
     show_toggle(slot(index).activated);
 }
 
-void HelpPage::disable(int index) {
-    hide(slot(index));
-    slot(index).toggle = -1;
-}
-
 void HelpPage::prepare_slots() {
     for (int line = message_slot::first_line; line <= message_slot::last_line; ++line)
         store_text(slot(line).text, {});
-    for (int index = message_slot::first_button; index < request_.messages->slot_count(); ++index) {
-        disable(index);
-        if (request_.messages->has_toggle(index)) {
-            Slot& toggle = request_.messages->toggles[static_cast<std::size_t>(index)];
-            hide(toggle);
-            toggle.toggle = -1;
-        }
+    for (int index = message_slot::first_button; index < run_.set->slot_count(); ++index) {
+        disable(slot(index));
+        if (Slot* const look = toggle(index))
+            disable(*look);
     }
     enable(message_slot::close);
 }
 
 /// Draws the whole set. Smoothed text drawn on it later must not restore the background of the screen below.
 void HelpPage::draw_set() {
-    run_.fields = draw_slot_set(run_.target, *request_.messages, run_.edit_texts);
+    run_.fields = draw_slot_set(run_.target, *run_.set, run_.edit_texts);
     if (anti_aliased_text)
         drawing.full_redraw = 1;
 }
@@ -161,7 +160,7 @@ void HelpPage::open_entry() {
     if (!found)
         return;
     entry_ = std::move(*found);
-    if (entry_.pages.size() > 1 && request_.messages->has_slot(message_slot::forward)) {
+    if (entry_.pages.size() > 1 && run_.set->has_slot(message_slot::forward)) {
         show_toggle(message_slot::back);
         enable(message_slot::forward);
     }
@@ -198,10 +197,10 @@ void HelpPage::turn(int step) {
     enable(message_slot::forward);
     page_ = step < 0 ? std::max<std::size_t>(page_, 1) - 1 : std::min(page_ + 1, last);
     if (page_ == 0)
-        disable(message_slot::back);
+        disable(slot(message_slot::back));
     if (page_ == last)
-        disable(message_slot::forward);
-    draw_slots(run_.target, request_.messages->slots);
+        disable(slot(message_slot::forward));
+    draw_slots(run_.target, run_.set->slots);
     const auto lines = read_help_page(file_, entry_.pages[page_]);
     draw_lines(lines ? *lines : std::vector{std::string(screen_text(screen_text_number::no_help))});
     update_screen(run_.target);

@@ -6,8 +6,6 @@
 #include "text/fonts.h"
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
 
 namespace vcc {
 

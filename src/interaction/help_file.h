@@ -10,12 +10,11 @@
 
 namespace vcc {
 
-/// One entry of a help file.
 struct HelpEntry {
     std::vector<int> pages; ///< entry numbers, the entry's own first; 1 to 9
     int font = 4, text_colour = 14, window_colour = 0, shadow_colour = 0, sound = 26, column = 100, row = 100;
-    std::vector<std::string> lines; ///< text lines
-    bool complete = false;          ///< false: the text runs to the end of the file
+    std::vector<std::string> lines;
+    bool complete = false; ///< false: the text runs to the end of the file
 };
 
 /// Reads an entry of a help file in memory; nothing if the file has no such entry. Cuts lines to

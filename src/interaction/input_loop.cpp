@@ -1,10 +1,9 @@
 // The input loop: runs frame by frame until a key, a click, a wheel step or a move onto another slot.
-#include "core/closing.h"
 #include "core/gamepad.h"
 #include "core/mouse_buttons.h"
 #include "core/text.h"
+#include "core/window_state.h"
 #include "display/buffers.h"
-#include "display/switching.h"
 #include "interaction/field_entry.h"
 #include "interaction/focus.h"
 #include "interaction/keys.h"
@@ -18,7 +17,6 @@
 
 #include <allegro.h>
 
-#include <cstddef>
 #include <optional>
 
 namespace vcc {
@@ -32,12 +30,11 @@ enum class PointerLook { unknown, over, away };
 
 class InputLoop {
 public:
-    explicit InputLoop(ScreenRun& run) : run_(run), slot_(run.set->slots[index()]) {}
+    explicit InputLoop(ScreenRun& run) : run_(run), slot_(run.slot()) {}
 
     KeyEvent follow_pointer();
 
 private:
-    std::size_t index() const { return static_cast<std::size_t>(run_.current); }
     bool is_field() const { return slot_.input_mode != 0; }
     KeyEvent pointer_on_other(int over);
     void show(PointerLook look);
@@ -56,10 +53,10 @@ void InputLoop::report_pointer() {
         run_.owner->pointer_over(run_.current);
 }
 
-/// Others draw the highlighted look of an entry field, which must show the field's text.
+/// The highlighted look of an entry field is drawn elsewhere, and must show the field's text.
 void InputLoop::copy_field_text() {
     if (is_field() && run_.set->has_toggle(run_.current))
-        store_text(run_.set->toggles[index()].text, text_of(slot_.text));
+        store_text(run_.set->toggles[run_.index()].text, text_of(slot_.text));
 }
 
 /// Draws the current slot once as the pointer enters (with the sound of the highlighted look) or leaves.
@@ -147,7 +144,7 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_w
         forget_keys();
     InputLoop loop(run);
     std::optional<FieldEntry> field;
-    if (run.set->slots[static_cast<std::size_t>(run.current)].input_mode != 0)
+    if (run.slot().input_mode != 0)
         field.emplace(run, look, clear_keyboard);
     for (;;) {
         platform::take_display_events();

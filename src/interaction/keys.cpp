@@ -134,7 +134,7 @@ int note(int character, int* library_key) {
     return character;
 }
 
-/// Modifiers that were held with the key; those held now if nobody has noted it.
+/// Modifiers that were held with the key, or are held now if it was not noted.
 int shifts_with(int character, int library_key) {
     const std::lock_guard lock(guard);
     while (!presses.empty()) {

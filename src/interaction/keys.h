@@ -38,7 +38,6 @@ KeyEvent read_key();
 /// From now on read_key() knows the modifiers that were held when a key was pressed.
 void watch_keys();
 
-/// Empties the keyboard's buffer.
 void forget_keys();
 
 } // namespace vcc

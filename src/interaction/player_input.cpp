@@ -2,6 +2,8 @@
 
 #include "interaction/keys.h"
 
+#include <algorithm>
+
 namespace vcc {
 
 namespace {
@@ -15,15 +17,11 @@ int new_buttons(PointerMemory& memory, int held) {
 }
 
 int wheel_step(PointerMemory& memory, int wheel) {
-    if (wheel > memory.wheel) {
-        ++memory.wheel;
-        return key::up;
-    }
-    if (wheel < memory.wheel) {
-        --memory.wheel;
-        return key::down;
-    }
-    return 0;
+    const int step = std::clamp(wheel - memory.wheel, -1, 1);
+    memory.wheel += step;
+    if (step == 0)
+        return 0;
+    return step > 0 ? key::up : key::down;
 }
 
 PointerNews::Place place_of(int over, int current) {

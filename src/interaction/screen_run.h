@@ -28,7 +28,6 @@ struct ScreenOwner {
     std::function<void()> every_frame;                ///< once per frame while the screen waits
 };
 
-/// The state of a running screen.
 struct ScreenRun {
     BITMAP* target = nullptr; ///< off-screen picture, borrowed
     SlotSet* set = nullptr;   ///< borrowed
@@ -38,6 +37,9 @@ struct ScreenRun {
     int current = 0;
     int direction = 1;      ///< of the next focus search
     int reported_over = -1; ///< slot other than the current one last reported under the pointer; -1 none
+
+    std::size_t index() const { return static_cast<std::size_t>(current); }
+    Slot& slot() const { return set->slots[index()]; } ///< the current one
 };
 
 /// Waits for input on the current slot and returns the code that ends the wait. `look` gives the field's font, width

@@ -1,4 +1,3 @@
-// One interaction with the current slot.
 #include "core/clock.h"
 #include "core/text.h"
 #include "interaction/focus.h"
@@ -56,10 +55,6 @@ FocusMove move_focus(int code, int current, int direction, int count, bool by_ke
     }
 }
 
-Slot& current_slot(ScreenRun& run) {
-    return run.set->slots[static_cast<std::size_t>(run.current)];
-}
-
 /// Entry fields look like their toggle record while they are edited.
 const Slot& editing_look(const SlotSet& set, const Slot& slot) {
     if (slot.input_mode != 0 && set.has_toggle(slot.toggle))
@@ -68,8 +63,8 @@ const Slot& editing_look(const SlotSet& set, const Slot& slot) {
 }
 
 int wait_on_slot(ScreenRun& run, bool no_wait) {
-    Slot& slot = current_slot(run);
-    std::string& edit_text = run.edit_texts[static_cast<std::size_t>(run.current)];
+    Slot& slot = run.slot();
+    std::string& edit_text = run.edit_texts[run.index()];
     const Slot& look = editing_look(*run.set, slot);
     const bool is_field = slot.input_mode != 0;
     if (is_field)
@@ -95,7 +90,7 @@ void redraw_quietly(ScreenRun& run) {
 }
 
 void show_pressed(ScreenRun& run) {
-    const Slot& slot = current_slot(run);
+    const Slot& slot = run.slot();
     if (slot.sound_act != 0)
         play_effect(slot.sound_act);
     if (slot.activated == 0)
@@ -106,7 +101,7 @@ void show_pressed(ScreenRun& run) {
 }
 
 int accept(ScreenRun& run) {
-    if (current_slot(run).input_mode == 0) {
+    if (run.slot().input_mode == 0) {
         show_pressed(run);
         return step_activated;
     }
@@ -125,7 +120,7 @@ void navigate(ScreenRun& run, int code) {
     // `single`: the pointer cannot take the focus elsewhere.
     if (const int found = pick_focus(*run.set, run.current, run.direction, true); found >= 0) {
         run.current = found;
-        place_pointer(current_slot(run));
+        place_pointer(run.slot());
     }
     player_input.pointer_by_keyboard = 1;
 }
@@ -145,7 +140,7 @@ int interaction_step(ScreenRun& run, bool no_wait) {
     }
     run.current = focus;
     const int code = wait_on_slot(run, no_wait);
-    if (current_slot(run).input_mode != 0 || !keeps_look(code))
+    if (run.slot().input_mode != 0 || !keeps_look(code))
         redraw_quietly(run);
     if (code == key::left_button || code == key::enter)
         return accept(run);

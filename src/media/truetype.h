@@ -1,19 +1,27 @@
 // TrueType text in bitmaps of the graphics library. Texts are bytes in Windows Latin-1.
 #pragma once
 
-#include "media/truetype_draw.h"
-
 #include <allegro.h>
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct FT_FaceRec_; // FreeType's font
 
 namespace vcc::platform {
+
+/// A character as coverage values, 0 (none) to 255 (all of the pixel).
+struct GlyphPicture {
+    int width = 0, height = 0; ///< pixels
+    int left = 0;              ///< columns from the pen to the first column
+    int top = 0;               ///< rows from the top of the cell to the first row
+    std::vector<std::uint8_t> coverage;
+};
 
 /// Starts the renderer, unless it is running. False if it cannot be started.
 bool init_truetype();
@@ -39,8 +47,8 @@ public:
     /// Width of a text in pixels, advances and extra spacing included.
     int text_length(std::string_view text) const;
 
-    /// Draws with hard edges on what the target holds. (x, y) is the top left corner of the first character's cell,
-    /// `colour` a pixel value of the target's depth.
+    /// Draws with hard edges on what the target, a memory bitmap, holds. (x, y) is the top left corner of the first
+    /// character's cell, `colour` a pixel value of the target's depth.
     void text_out(BITMAP* target, std::string_view text, int x, int y, int colour);
 
     /// The same with smoothed edges, blended into what the target holds (15, 16, 24 and 32 bits).

@@ -1,4 +1,3 @@
-// Areas of pictures and screens. Values in, values out.
 #pragma once
 
 #include <algorithm>

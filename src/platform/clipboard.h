@@ -1,7 +1,5 @@
-// The text on the desktop's clipboard.
 #pragma once
 
-#include <optional>
 #include <string>
 
 namespace vcc::platform {

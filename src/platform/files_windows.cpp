@@ -2,7 +2,6 @@
 
 #include "platform/latin1.h"
 
-#include <array>
 #include <vector>
 
 #include <windows.h>
@@ -24,7 +23,7 @@ std::wstring wide(std::string_view utf8) {
     return result;
 }
 
-/// What a function of the system writes that answers with the length, or with the room that it needs.
+/// The text that a system function writes; `ask` returns its length, or the room it would need.
 template <class Ask>
 fs::path long_answer(Ask ask) {
     std::vector<wchar_t> buffer(MAX_PATH);
@@ -81,7 +80,7 @@ bool replace_file(const std::string& temporary, const std::string& name) {
         return false;
     const bool written = FlushFileBuffers(file) != 0;
     CloseHandle(file);
-    // The first keeps the rights of the file that is replaced; there may be none.
+    // The first call keeps the rights of the file that it replaces, but needs one.
     return written && (ReplaceFileW(to.c_str(), from.c_str(), nullptr, 0, nullptr, nullptr) != 0 ||
                        MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0);
 }

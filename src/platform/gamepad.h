@@ -1,4 +1,3 @@
-// Gamepads that are plugged in.
 #pragma once
 
 #include <string>

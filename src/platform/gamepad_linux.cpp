@@ -6,8 +6,8 @@
 
 namespace vcc::platform {
 
-// By itself the library looks from number 0 on, and no further than the first that is missing; it opens what it can
-// read. A pad that comes back has another node.
+// Left alone, the library would stop at the first missing number, and open whatever it can read. The node's number
+// tells a pad that has been plugged in again from the one before.
 std::string gamepads() {
     constexpr int numbers = 8;
     std::string devices;

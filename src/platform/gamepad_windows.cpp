@@ -7,7 +7,7 @@
 
 namespace vcc::platform {
 
-// The library finds them by itself, but takes its time also if there is none.
+// The library finds them by itself, but is slow even if there are none.
 std::string gamepads() {
     constexpr USHORT desktop_page = 1, joystick = 4, gamepad = 5;
     constexpr UINT failed = static_cast<UINT>(-1);

@@ -1,8 +1,5 @@
-// The process: its command line, its memory, and requests to end it.
+// The process: its memory, and requests to end it.
 #pragma once
-
-#include <string>
-#include <vector>
 
 namespace vcc::platform {
 
@@ -14,9 +11,5 @@ void prepare_heap();
 /// instead of ending the process; the second ends it at once. Call once, before other threads exist, because they
 /// inherit the blocked signals. If the thread cannot be created, requests end the process as before.
 void take_termination_requests(void (*ask)());
-
-/// The words of the command line without the program's name; on Windows in UTF-8, as main() does not get them, and a
-/// console shows UTF-8 from then on.
-std::vector<std::string> command_line(int argc, const char* const* argv);
 
 } // namespace vcc::platform

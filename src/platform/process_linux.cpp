@@ -70,8 +70,4 @@ void take_termination_requests(void (*ask)()) {
     ::pthread_sigmask(SIG_BLOCK, &requests, nullptr);
 }
 
-std::vector<std::string> command_line(int argc, const char* const* argv) {
-    return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
-}
-
 } // namespace vcc::platform

@@ -1,14 +1,9 @@
 #include "platform/process.h"
 
-#include "platform/files.h"
-
 #include <allegro.h>
 #include <winalleg.h>
 
-#include <shellapi.h>
-
 #include <atomic>
-#include <memory>
 
 namespace vcc::platform {
 
@@ -57,17 +52,6 @@ void take_termination_requests(void (*ask)()) {
     AttachConsole(ATTACH_PARENT_PROCESS); // a program with windows has no console by itself; fails without one
     SetConsoleCtrlHandler(on_console_event, TRUE);
     win_set_msg_pre_proc(on_window_message);
-}
-
-std::vector<std::string> command_line(int, const char* const*) {
-    SetConsoleOutputCP(CP_UTF8);
-    int count = 0;
-    const std::unique_ptr<wchar_t*, HLOCAL(WINAPI*)(HLOCAL)> words(CommandLineToArgvW(GetCommandLineW(), &count),
-                                                                   LocalFree);
-    std::vector<std::string> names;
-    for (int i = 1; words && i < count; ++i)
-        names.push_back(name_of(words.get()[i]));
-    return names;
 }
 
 } // namespace vcc::platform

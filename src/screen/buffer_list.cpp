@@ -12,7 +12,6 @@
 #include "sound/music.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <map>
 #include <utility>
 

@@ -28,7 +28,6 @@ struct BufferList {
     std::optional<UnknownBuffer> unknown;
 };
 
-/// What a list file in memory says. Pure.
 BufferList read_buffer_list(std::string_view text);
 
 /// Creates the work bitmaps, then loads the pictures of a list file into the graphic buffers; meanwhile shows the

@@ -7,7 +7,6 @@
 #include "screen/colours.h"
 #include "text/fonts.h"
 #include "x11/display.h"
-#include "x11/scaled_display.h"
 
 #include <algorithm>
 
@@ -67,8 +66,6 @@ void fill_text_box(BITMAP* target, int x, int y, int width, int colour) {
     const int height = text_box_height(drawing.current_font);
     if (width == 0 || height == 0)
         return;
-    x = as_coordinate(x);
-    y = as_coordinate(y);
     fill_rect(target, x, y, x + as_coordinate(width), y + height, colour);
 }
 
@@ -115,8 +112,6 @@ void draw_slot_box_at(BITMAP* target, int x, int y, const Slot* slots, int index
     const Slot& slot = slots[index];
     if (slot.box_width == 0 || slot.box_height == 0)
         return;
-    x = as_coordinate(x);
-    y = as_coordinate(y);
     fill_rect(target, x, y, x + as_coordinate(slot.box_width), y + as_coordinate(slot.box_height), slot.back_colour);
 }
 

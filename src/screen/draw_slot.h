@@ -29,7 +29,6 @@ Point slot_position(const Slot& slot);
 /// Draws one record; nothing for an index outside the records.
 void draw_slot(BITMAP* target, std::span<const Slot> records, int index);
 
-/// Draws all records in order.
 void draw_slots(BITMAP* target, std::span<const Slot> records);
 
 /// Draws every slot of a set and records its field. Plays only the sound of the first slot that has one.

@@ -12,7 +12,7 @@ namespace vcc {
 /// any case.
 void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update);
 void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int colour, int box_colour, bool update);
-/// Draws text with a one-pixel shadow, which is a pixel value, not an index. `update` has no caller here today.
+/// Draws text with a one-pixel shadow, which is a pixel value, not an index. No caller sets `update` today.
 void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_pixel, bool update);
 
 /// Length in characters times the current font's cell width. For texts that must keep to the grid; there are none

@@ -8,7 +8,6 @@
 #include "text/fonts.h"
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace vcc {
 

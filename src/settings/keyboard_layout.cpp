@@ -18,8 +18,7 @@ std::string_view keyboard_mapping_file(int keyboard) {
 }
 
 void start_keyboard() {
-    const platform::ComposeList list(path::accents);
-    install_keyboard();
+    platform::install_keyboard_with(path::accents);
 }
 
 void write_keyboard_layout() {

@@ -71,7 +71,7 @@ void load_settings() {
     if (music_on != 0)
         music_on = count_themes();
     store_number_of_themes(music_on);
-    for_rows(KeyUse::load, [](const SettingRow& row) { read_row(row, {}); });
+    for_rows(rows::loaded, [](const SettingRow& row) { read_row(row, {}); });
     anti_aliased_text = settings.anti_aliased;
     clamp_themes();
 }
@@ -82,7 +82,7 @@ void reset_settings() {
         music_on = count_themes();
         store_number_of_themes(music_on);
     }
-    for_rows(KeyUse::reset, [](const SettingRow& row) { read_row(row, "_default"); });
+    for_rows(rows::reset, [](const SettingRow& row) { read_row(row, "_default"); });
     clamp_themes();
 }
 
@@ -90,9 +90,9 @@ void save_settings() {
     write_keyboard_layout(); // before and after: odd on purpose
     if (settings.ip_address[0] == '\0')
         store_text(settings.ip_address, ".");
-    for_rows(KeyUse::save, write_row);
+    for_rows(rows::saved, write_row);
     write_keyboard_layout();
-    for_rows(KeyUse::ensure, ensure); // after the flush: odd on purpose
+    for_rows(rows::ensured, ensure); // after the flush: odd on purpose
 }
 
 } // namespace vcc

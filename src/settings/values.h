@@ -1,8 +1,7 @@
 // Single settings, read and written through their rows.
 #pragma once
 
-#include "settings/config_file.h"
-#include "settings/rows.h"
+#include "settings/settings.h"
 
 #include <string>
 #include <string_view>

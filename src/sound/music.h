@@ -15,7 +15,7 @@ struct Themes {
     bool operator==(const Themes&) const = default;
 };
 inline Themes themes;
-inline int &theme_shown = themes.streaming, &current_theme = themes.shown; // by the names of the music's callers
+inline int &theme_shown = themes.streaming, &current_theme = themes.shown; // as the callers of music name them
 
 /// What follows at the end of a theme; the owner of the settings answers this at every refill.
 struct ThemeOrder {
@@ -29,7 +29,6 @@ void set_theme_order_source(ThemeOrderSource source);
 /// here) sets music_on to 0 and returns false. The caller sets current_theme and calls set_music_volume().
 bool start_theme(int theme, int volume);
 
-/// Stops the stream, if any, and closes its file.
 void stop_music();
 
 /// Sets the volume and looping of the music voice; does nothing while sound, music or effects are off.

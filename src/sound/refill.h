@@ -2,8 +2,6 @@
 // wav_stream.cpp carries out.
 #pragma once
 
-#include <cstddef>
-
 namespace vcc {
 
 struct RefillState {

@@ -1,4 +1,3 @@
-// A WAV file playing through the library's audio stream.
 #pragma once
 
 #include "core/handles.h"

@@ -50,7 +50,7 @@ void use_grid(int n) {
 
 bool load_fonts(const std::string& directory) {
     if (!platform::init_truetype()) {
-        write_log(format_text("Error in module:%s while initializing fonts", font_section));
+        write_log(format_text("Error in module:%s while initializing fonts", module_prefix.c_str()));
         return false;
     }
     for (int n = 0; n < font_count; ++n) {

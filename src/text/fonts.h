@@ -37,7 +37,6 @@ void configure_fonts();
 /// Makes font n current; font 4 if n is outside 0 to 10 or has no grid.
 void select_font(int n);
 
-/// Releases the fonts and the renderer.
 void release_fonts();
 
 /// Selects a font for the life of the object, then the one that was current before.

@@ -4,7 +4,6 @@
 #include "core/lines.h"
 #include "core/log.h"
 
-#include <algorithm>
 #include <array>
 #include <iterator>
 #include <optional>

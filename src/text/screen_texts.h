@@ -47,7 +47,6 @@ void load_screen_texts(const std::string& path);
 /// A text as the player reads it; empty for an unknown number. Valid until translations are loaded again.
 std::string_view screen_text(int number);
 
-/// Whether there is a text with the number.
 bool is_screen_text(int number);
 
 /// A text in which the value replaces "%2.2d", if present, as two digits.

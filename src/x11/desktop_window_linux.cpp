@@ -89,8 +89,7 @@ Area work_area(const Area& desktop) {
 
 /// The desktop with all of its monitors.
 Area whole_desktop() {
-    XWindowAttributes root;
-    XGetWindowAttributes(_xwin.display, XDefaultRootWindow(_xwin.display), &root);
+    const XWindowAttributes root = attributes_of(XDefaultRootWindow(_xwin.display));
     return {0, 0, root.width, root.height};
 }
 
@@ -111,9 +110,8 @@ double desktop_scale() {
 
 /// Whether a window manager is running that can show a window full screen.
 bool manager_shows_full_screen() {
-    XWindowAttributes root;
-    XGetWindowAttributes(_xwin.display, XDefaultRootWindow(_xwin.display), &root);
-    const bool running = root.all_event_masks & SubstructureRedirectMask; // one that was killed leaves its properties
+    // One that was killed leaves its properties.
+    const bool running = attributes_of(XDefaultRootWindow(_xwin.display)).all_event_masks & SubstructureRedirectMask;
     return running && std::ranges::count(root_property("_NET_SUPPORTED", XA_ATOM), atom(full_screen_state)) != 0;
 }
 
@@ -189,9 +187,7 @@ void DesktopWindow::set_first_size(Size picture) {
     }
     first_.area = windowed_ = fitted_place(wanted, room, first_.area.empty() ? room : whole_desktop());
     move_and_resize(_xwin.wm_window, windowed_);
-    XWindowAttributes attributes;
-    XGetWindowAttributes(_xwin.display, _xwin.wm_window, &attributes);
-    XSelectInput(_xwin.display, _xwin.wm_window, attributes.your_event_mask | PropertyChangeMask);
+    XSelectInput(_xwin.display, _xwin.wm_window, attributes_of(_xwin.wm_window).your_event_mask | PropertyChangeMask);
     name_states(false, first_.maximised);
 }
 
@@ -247,9 +243,8 @@ void DesktopWindow::hide() {
 }
 
 Size DesktopWindow::size() const {
-    XWindowAttributes attributes;
     for (int waited_ms = 0;; ++waited_ms) {
-        XGetWindowAttributes(_xwin.display, _xwin.wm_window, &attributes);
+        const XWindowAttributes attributes = attributes_of(_xwin.wm_window);
         if (!visible_ || attributes.map_state == IsViewable || waited_ms == longest_wait_ms)
             return {attributes.width, attributes.height};
         std::this_thread::sleep_for(std::chrono::milliseconds(1));

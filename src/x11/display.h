@@ -1,7 +1,11 @@
-// What the display server and the graphics library leave to the program: events and drawing without delay, the
-// keyboard's accents, and properties of the full-screen driver.
+// The display: events and drawing without delay, the keyboard's accents, and the library's screen at any size instead
+// of in a window of its own size or by another mode of the monitor. Modules set their modes as usual and get our
+// drivers.
 #pragma once
 
+#include "x11/picture_place.h"
+
+#include <optional>
 #include <string>
 
 namespace vcc::platform {
@@ -35,18 +39,29 @@ void end_wait();
 /// send; does nothing without a display.
 void flush_display();
 
-/// While it lives, opening a keyboard reads dead keys and compose sequences from our list: the system's has thousands
-/// that our texts cannot show, and takes 20 ms to read. The player's own list takes precedence; without our file
-/// nothing changes.
-class ComposeList {
-public:
-    explicit ComposeList(const std::string& path);
-    ~ComposeList();
-    ComposeList& operator=(ComposeList&&) = delete;
+/// Installs the library's keyboard with dead keys and compose sequences from a list of ours: the system's has thousands
+/// that our texts cannot show, and takes 20 ms to read. The player's own list takes precedence; without our file the
+/// system's counts.
+void install_keyboard_with(const std::string& compose_list);
 
-private:
-    bool ours_ = false;
-};
+/// Puts our drivers before the library's own: windows can then have any size, and full screen is a borderless window of
+/// the window manager. The window starts at `first`. Returns what prevents it, else an empty text; the library's own
+/// drivers then stay, as they do with Fit::none. Call it once, after the library's start and before the first mode is
+/// set.
+std::string show_scaled(Fit fit, const WindowPlace& first);
+
+/// What has since prevented the picture from being shown at its window's size; reported once, else empty.
+std::string scaled_display_trouble();
+
+/// Shows what was drawn now, instead of within 10 ms; the window appears with it.
+void show_scaled_drawing();
+
+/// Whether the picture is shown in full screen, which a window manager can change by itself; nothing if the library
+/// shows it.
+std::optional<bool> shown_in_full_screen();
+
+/// Where the window stands; nothing if the library shows it.
+std::optional<WindowPlace> window_place();
 
 /// The driver whose list names the full-screen modes (a GFX_ constant of this system).
 extern const int full_screen_list_driver;

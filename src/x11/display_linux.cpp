@@ -1,7 +1,6 @@
 #include "x11/display.h"
 
 #include "platform/files.h"
-#include "x11/scaled_display.h"
 
 #include <allegro.h>
 #include <xalleg.h>
@@ -9,7 +8,6 @@
 #include <array>
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -100,16 +98,11 @@ void flush_display() {
     });
 }
 
-ComposeList::ComposeList(const std::string& path) {
-    if (player_has_a_compose_list() || !file_exists(path))
-        return;
-    std::error_code error;
-    const std::filesystem::path whole = std::filesystem::absolute(resolve_path(path), error);
-    ours_ = !error && ::setenv(compose_variable, whole.c_str(), 1) == 0;
-}
-
-ComposeList::~ComposeList() {
-    if (ours_)
+void install_keyboard_with(const std::string& compose_list) {
+    const bool ours = !player_has_a_compose_list() && file_exists(compose_list) &&
+                      ::setenv(compose_variable, whole_name(resolve_path(compose_list)).c_str(), 1) == 0;
+    install_keyboard();
+    if (ours)
         ::unsetenv(compose_variable);
 }
 

@@ -1,7 +1,5 @@
 #include "x11/display.h"
 
-#include "x11/scaled_display.h"
-
 #include <allegro.h>
 #include <allegro/internal/aintern.h>
 #include <winalleg.h>
@@ -59,9 +57,9 @@ void flush_display() {
     MsgWaitForMultipleObjects(0, nullptr, FALSE, 0, 0);
 }
 
-// The system puts accents together by itself.
-ComposeList::ComposeList(const std::string&) {}
-ComposeList::~ComposeList() = default;
+void install_keyboard_with(const std::string&) {
+    install_keyboard(); // the system puts accents together by itself
+}
 
 std::string show_scaled(Fit fit, const WindowPlace&) {
     return fit == Fit::none ? "" : "on Windows there is no other";

@@ -1,5 +1,4 @@
-#include "x11/library_display.h"
-
+// The library's own windows, if the picture is not scaled.
 #include "x11/reminder.h"
 #include "x11/x_library.h"
 

@@ -7,7 +7,7 @@
 
 namespace vcc::platform {
 
-/// A window as it stands on the desktop between two runs of the program.
+/// Where a window stood when the program last ran.
 struct WindowPlace {
     Area area; ///< without a frame; empty if it is not known
     bool maximised = false;

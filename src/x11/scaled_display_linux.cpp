@@ -1,7 +1,6 @@
-#include "x11/scaled_display.h"
+#include "x11/display.h"
 
 #include "x11/desktop_window.h"
-#include "x11/library_display.h"
 #include "x11/scaled_pointer.h"
 #include "x11/shared_image.h"
 #include "x11/shown_screen.h"
@@ -237,14 +236,10 @@ std::string obstacle() {
         return "the graphics library has no drivers for this display";
     if (!is_scalable(display_format()))
         return "the desktop's colours are not of 15, 16 or 24 bits";
-    switch (shared_memory()) {
-    case SharedMemory::absent:
+    if (!XShmQueryExtension(_xwin.display))
         return "the display server has no shared memory";
-    case SharedMemory::refused:
+    if (!SharedRows::create(1, 1))
         return "the display server refuses shared memory";
-    case SharedMemory::works:
-        break;
-    }
     return {};
 }
 

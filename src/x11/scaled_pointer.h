@@ -20,7 +20,7 @@ public:
     void tick();
 
 private:
-    /// Pixels from the shown picture's corner; outside the picture in the bars.
+    /// Pixels from the shown picture's corner; may lie outside it, in the bars.
     struct Spot {
         int x = 0, y = 0;
     };

@@ -1,7 +1,6 @@
 #include "x11/scaled_pointer.h"
 
 #include <array>
-#include <utility>
 
 namespace vcc::platform {
 

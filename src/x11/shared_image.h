@@ -12,20 +12,12 @@ namespace vcc::platform {
 /// How the display stores its pixels; `bytes` is 0 if their byte order is not this machine's.
 PixelFormat display_format();
 
-enum class SharedMemory {
-    works,
-    absent, ///< the server does not offer it
-    refused ///< it cannot read this process's memory: it runs in another container or for another user
-};
-
-/// Tries whether the display server can read this process's memory; takes well below a millisecond.
-SharedMemory shared_memory();
-
 /// Shared rows through which a picture reaches the display server, strip by strip. Memory for a whole picture of a
 /// large monitor would be slow to allocate and to go through.
 class SharedRows {
 public:
-    /// Rows of `width` pixels, at most `most`. Null if there is no shared memory.
+    /// Rows of `width` pixels, at most `most`. Null without memory, or if the server cannot read this process's memory:
+    /// it runs in another container or for another user.
     static std::unique_ptr<SharedRows> create(int width, int most);
     ~SharedRows();
     SharedRows& operator=(SharedRows&&) = delete;
@@ -46,7 +38,7 @@ private:
 
     XImage* image_ = nullptr;
     XShmSegmentInfo segment_{};
-    bool attached_ = false;
+    bool attached_ = false;    ///< in the server, too
     int first_ = 0, free_ = 0; ///< row of the latest strip, and the row after it
     unsigned long last_request_ = 0;
 };

@@ -14,30 +14,6 @@ namespace {
 constexpr int size_of_all = 2 << 20; ///< bytes, about
 constexpr int strips = 8;            ///< in all rows
 
-/// Allocates a segment and attaches it here; false, and no address, if there is no memory.
-bool make_segment(XShmSegmentInfo& segment, std::size_t bytes) {
-    segment.shmid = ::shmget(IPC_PRIVATE, bytes, IPC_CREAT | 0600);
-    if (segment.shmid == -1)
-        return false;
-    void* const address = ::shmat(segment.shmid, nullptr, 0);
-    const bool attached = reinterpret_cast<std::intptr_t>(address) != -1;
-    segment.shmaddr = attached ? static_cast<char*>(address) : nullptr;
-    segment.readOnly = True;
-    return attached;
-}
-
-/// Frees the segment when the last process detaches.
-void give_up_name(const XShmSegmentInfo& segment) {
-    if (segment.shmid != -1)
-        ::shmctl(segment.shmid, IPC_RMID, nullptr);
-}
-
-/// Attaches the server as well.
-bool server_attaches(XShmSegmentInfo& segment) {
-    const RequestTrap trap;
-    return XShmAttach(_xwin.display, &segment) != 0 && !trap.refused();
-}
-
 } // namespace
 
 PixelFormat display_format() {
@@ -57,19 +33,6 @@ PixelFormat display_format() {
     return format;
 }
 
-SharedMemory shared_memory() {
-    if (!XShmQueryExtension(_xwin.display))
-        return SharedMemory::absent;
-    XShmSegmentInfo segment{};
-    const bool works = make_segment(segment, 1) && server_attaches(segment);
-    if (works)
-        XShmDetach(_xwin.display, &segment);
-    if (segment.shmaddr)
-        ::shmdt(segment.shmaddr);
-    give_up_name(segment);
-    return works ? SharedMemory::works : SharedMemory::refused;
-}
-
 std::unique_ptr<SharedRows> SharedRows::create(int width, int most) {
     std::unique_ptr<SharedRows> rows(new SharedRows);
     const int pitch = width * display_format().bytes;
@@ -84,9 +47,17 @@ std::unique_ptr<SharedRows> SharedRows::create(int width, int most) {
 }
 
 bool SharedRows::attach(std::size_t bytes) {
-    attached_ = make_segment(segment_, bytes) && server_attaches(segment_);
-    give_up_name(segment_);
-    image_->data = attached_ ? segment_.shmaddr : nullptr;
+    segment_.shmid = ::shmget(IPC_PRIVATE, bytes, IPC_CREAT | 0600);
+    if (segment_.shmid == -1)
+        return false;
+    void* const address = ::shmat(segment_.shmid, nullptr, 0);
+    if (reinterpret_cast<std::intptr_t>(address) != -1) {
+        image_->data = segment_.shmaddr = static_cast<char*>(address);
+        segment_.readOnly = True;
+        const RequestTrap trap;
+        attached_ = XShmAttach(_xwin.display, &segment_) != 0 && !trap.refused();
+    }
+    ::shmctl(segment_.shmid, IPC_RMID, nullptr); // freed when the last process detaches
     return attached_;
 }
 

@@ -35,6 +35,8 @@ public:
 
 Atom atom(const char* name);
 
+XWindowAttributes attributes_of(Window window);
+
 /// Sets a property of the program's window to numbers or atoms.
 void set_property(const char* name, Atom type, const std::vector<unsigned long>& values);
 
@@ -56,9 +58,14 @@ void read_library_events();
 /// Gives a window the keyboard; does nothing for one that is not visible, which would end the program.
 void focus_if_viewable(Window window);
 
-/// Called often while the program fills the desktop: no screen saver begins, because pads and films are not input to
-/// the display server.
+/// Keeps the screen saver off while the program fills the desktop, if called often: to the display server, pads and
+/// films are not input.
 void keep_awake();
+
+/// If the picture is not scaled: gives the library's own windows what they lack on a desktop. A display server that
+/// offers shared memory but refuses it does not end the program; the pictures are sent to it instead. Call before the
+/// first mode is set, with the lock.
+void tend_library_windows();
 
 /// Whether a window manager asks if the program is alive.
 bool is_ping(const XEvent& event);

@@ -29,6 +29,12 @@ Atom atom(const char* name) {
     return XInternAtom(_xwin.display, name, False);
 }
 
+XWindowAttributes attributes_of(Window window) {
+    XWindowAttributes attributes{};
+    XGetWindowAttributes(_xwin.display, window, &attributes);
+    return attributes;
+}
+
 void set_property(const char* name, Atom type, const std::vector<unsigned long>& values) {
     XChangeProperty(_xwin.display, _xwin.wm_window, atom(name), type, 32, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(values.data()), static_cast<int>(values.size()));
@@ -69,8 +75,7 @@ void read_library_events() {
 // A window that disappears passes its focus to its parent, in full screen the root window. With RevertToParent the next
 // step is None, and without a window manager no key would reach the program any more.
 void focus_if_viewable(Window window) {
-    XWindowAttributes attributes;
-    if (XGetWindowAttributes(_xwin.display, window, &attributes) && attributes.map_state == IsViewable)
+    if (attributes_of(window).map_state == IsViewable)
         XSetInputFocus(_xwin.display, window, RevertToPointerRoot, CurrentTime);
 }
 

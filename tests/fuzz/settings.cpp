@@ -2,7 +2,6 @@
 #include "settings/settings.h"
 #include "settings/config_file.h"
 #include "settings/config_text.h"
-#include "settings/rows.h"
 #include "sound/sound.h"
 #include "world.h"
 
@@ -17,7 +16,7 @@ void vcc::fuzz::one_input(std::string_view input) {
     load_settings();
     for (const SettingRow& row : setting_rows())
         if (int* const* const place = std::get_if<int*>(&row.place);
-            place && row.has(KeyUse::load) && row.outside != Outside::kept)
+            place && row.has(rows::loaded) && row.outside != Outside::kept)
             require(row.kind != SettingKind::number || (**place >= row.min && **place <= row.max));
     with_sections_apart(input);
 }

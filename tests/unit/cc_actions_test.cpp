@@ -8,7 +8,7 @@
 #include "core/scope.h"
 #include "core/text.h"
 #include "display/graphics_mode.h"
-#include "platform/document.h"
+#include "platform/desktop.h"
 #include "sound/music.h"
 #include "sound/sound.h"
 #include "support/screen_world.h"
@@ -33,6 +33,9 @@ namespace vcc {
 /// The desktop opens everything.
 int platform::open_document(const std::string&) {
     return document_opened;
+}
+bool platform::show_message(const std::string&) {
+    return false;
 }
 
 namespace {

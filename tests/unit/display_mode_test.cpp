@@ -1,4 +1,5 @@
 // The graphics mode on a simulated machine: this program stands in for the library's calls that ask and set it.
+#include "core/window_state.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
 #include "display/switching.h"

@@ -1,7 +1,7 @@
 // The input loop, one step, a whole screen and a help page, with simulated keys and pointer on a display in memory.
-#include "core/closing.h"
 #include "core/gamepad.h"
 #include "core/mouse_buttons.h"
+#include "core/window_state.h"
 #include "display/buffers.h"
 #include "display/switching.h"
 #include "interaction/help.h"

@@ -1,6 +1,6 @@
 // What only this system has: letter case, links, rights, and a desktop's opener that is a program.
 #include "folder_test.h"
-#include "platform/document.h"
+#include "platform/desktop.h"
 #include "platform/files.h"
 
 #include <chrono>

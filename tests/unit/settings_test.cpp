@@ -3,7 +3,6 @@
 #include "settings/config_file.h"
 #include "settings/config_text.h"
 #include "settings/keyboard_layout.h"
-#include "settings/rows.h"
 #include "settings/settings.h"
 #include "sound/sound.h"
 
@@ -86,7 +85,7 @@ TEST_F(Store, WhatIsSavedIsLoadedAgain) {
     std::vector<std::tuple<std::string_view, int*, int>> saved;
     for (const SettingRow& row : setting_rows())
         if (int* const* const place = std::get_if<int*>(&row.place);
-            place && row.has(KeyUse::load) && row.has(KeyUse::save)) {
+            place && row.has(rows::loaded) && row.has(rows::saved)) {
             **place = row.min + static_cast<int>(saved.size()) % (row.max - row.min + 1);
             saved.emplace_back(row.key, *place, **place);
         }

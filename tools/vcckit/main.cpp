@@ -1,9 +1,9 @@
 // vcckit: the tool for people who make or change an installation. This is its command line.
 #include "vcckit/commands/commands.h"
+#include "vcckit/files/run_program.h"
 #include "vcckit/text/nearest.h"
 
 #include "core/version.h"
-#include "platform/process.h"
 
 #include <CLI/CLI.hpp>
 
@@ -309,7 +309,7 @@ int main(int argc, char** argv) { // NOLINT(bugprone-exception-escape)
         command.footer(std::string("Examples:\n") + row.examples)->callback([&run, &row] { run = row.run; });
         row.describe(command, given);
     }
-    const std::vector<std::string> words = with_help_as_option(vcc::platform::command_line(argc, argv));
+    const std::vector<std::string> words = with_help_as_option(command_line(argc, argv));
     if (!words.empty() && words[0] == "__complete") { // by a shell; not in the help, because nobody types it
         for (const std::string& line : completions(app, std::span(words).subspan(1)))
             std::printf("%s\n", line.c_str());

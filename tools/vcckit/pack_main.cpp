@@ -4,7 +4,6 @@
 #include "vcckit/source/packed_screen.h"
 
 #include "core/files.h"
-#include "media/truetype.h"
 #include "platform/files.h"
 #include "text/fonts.h"
 
@@ -20,7 +19,7 @@ ScreenSource read_source(const std::string& text, const std::string& installatio
     const platform::FolderVisit visit(installation);
     const Library library;
     set_config_file(path::settings);
-    const bool fonts = platform::init_truetype() && load_fonts(path::fonts);
+    const bool fonts = load_fonts(path::fonts);
     configure_fonts();
     return read_screen_source(text, fonts ? measure_of_loaded_fonts() : TextMeasure{});
 }

@@ -234,7 +234,8 @@ void check_values(Installation& installation, Faults& faults) {
         for (int value = 0; value < value_entry_limit; ++value)
             check_pair(screen, value, faults);
         for (int index = 0; index < screen.set.slot_count(); ++index) {
-            const OptionRow* row = row_of_choose_code(screen.set.slots[static_cast<std::size_t>(index)].action);
+            const OptionRow* row =
+                find_row(&OptionRow::choose_code, screen.set.slots[static_cast<std::size_t>(index)].action);
             if (!row || (index >= value_button(0) && index <= value_record(value_entry_limit - 1)))
                 continue;
             const int values = row->labels.empty() ? value_entry_limit : row->labels.count;

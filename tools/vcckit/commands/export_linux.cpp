@@ -11,7 +11,7 @@
 #include "core/installation.h"
 #include "platform/files.h"
 #include "settings/config_text.h"
-#include "settings/rows.h"
+#include "settings/settings.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -53,7 +53,7 @@ std::string settings_for_players(const std::string& text) {
     for (const SettingRow& row : setting_rows()) {
         const std::string section(row.section), key(row.key);
         const auto standard = values.find({section, key + "_default"});
-        if (!row.has(KeyUse::load) || !row.has(KeyUse::save) || !values.contains({section, key}))
+        if (!row.has(rows::loaded) || !row.has(rows::saved) || !values.contains({section, key}))
             continue;
         if (standard != values.end())
             changes.push_back({section, key, standard->second});

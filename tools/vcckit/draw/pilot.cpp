@@ -1,8 +1,8 @@
 #include "vcckit/draw/pilot.h"
 
 #include "cc/sets.h"
-#include "core/closing.h"
 #include "core/mouse_buttons.h"
+#include "core/window_state.h"
 #include "display/switching.h"
 
 #include <utility>

@@ -156,7 +156,7 @@ std::string Renderer::load(const RenderRequest& request) {
     module_prefix = "vcckit ";
     take_settings(request.depth);
     load_language_files(static_cast<int>(request.language) + 1);
-    if (!kept_->fonts && !load_font_files())
+    if (!kept_->fonts && !load_fonts(path::fonts))
         return "the fonts cannot be loaded";
     kept_->fonts = true;
     load_sounds_once();

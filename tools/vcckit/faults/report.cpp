@@ -3,8 +3,6 @@
 #include "vcckit/text/latin1.h"
 #include "vcckit/text/lines.h"
 
-#include "platform/latin1.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -78,7 +76,7 @@ std::string_view line_of(std::string_view text, int line) {
 std::size_t bytes_of_characters(std::string_view text, int characters) {
     std::size_t bytes = 0;
     for (; characters > 0 && bytes < text.size(); --characters)
-        bytes += std::max<std::size_t>(1, platform::first_character(text.substr(bytes)).size);
+        bytes += std::max<std::size_t>(1, first_character(text.substr(bytes)).size);
     return bytes;
 }
 

@@ -1,4 +1,4 @@
-// Running another program, without a shell, for what it prints.
+// Running programs without a shell: this one's command line, and another for what it prints.
 #pragma once
 
 #include <functional>
@@ -8,6 +8,10 @@
 #include <vector>
 
 namespace vcc::kit {
+
+/// The words of the command line without the program's name; on Windows in UTF-8, as main() does not get them, and a
+/// console shows UTF-8 from then on.
+std::vector<std::string> command_line(int argc, const char* const* argv);
 
 /// Takes a piece of the output; false ends the program.
 using TakeOutput = std::function<bool(std::string_view piece)>;

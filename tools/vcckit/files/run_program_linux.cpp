@@ -11,6 +11,10 @@
 
 namespace vcc::kit {
 
+std::vector<std::string> command_line(int argc, const char* const* argv) {
+    return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
 std::optional<int> run_program(const std::vector<std::string>& words, bool with_errors, const TakeOutput& take) {
     Child child;
     Pipe output; // closed before the child is ended, which could not write otherwise

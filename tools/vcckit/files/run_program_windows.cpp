@@ -7,6 +7,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 namespace vcc::kit {
 
 namespace {
@@ -42,6 +44,17 @@ std::wstring find_program(const std::string& name) {
 }
 
 } // namespace
+
+std::vector<std::string> command_line(int, const char* const*) {
+    SetConsoleOutputCP(CP_UTF8);
+    int count = 0;
+    const std::unique_ptr<wchar_t*, HLOCAL(WINAPI*)(HLOCAL)> words(CommandLineToArgvW(GetCommandLineW(), &count),
+                                                                   LocalFree);
+    std::vector<std::string> names;
+    for (int i = 1; words && i < count; ++i)
+        names.push_back(platform::name_of(words.get()[i]));
+    return names;
+}
 
 std::optional<int> run_program(const std::vector<std::string>& words, bool with_errors, const TakeOutput& take) {
     const std::wstring program = find_program(words.front());

@@ -56,7 +56,7 @@ const SettingRow* find_setting_row(std::string_view section, std::string_view ke
     const std::string_view base = is_default ? key.substr(0, length) : std::string_view();
     for (const SettingRow& row : setting_rows())
         if (same_but_for_case(row.section, section) &&
-            (names_row(row, key) || (row.has(KeyUse::reset) && same_but_for_case(row.key, base))))
+            (names_row(row, key) || (row.has(rows::reset) && same_but_for_case(row.key, base))))
             return &row;
     return nullptr;
 }
@@ -74,7 +74,7 @@ std::string settings_table() {
         for (const SettingRow& row : setting_rows())
             if (row.section == section)
                 table += "| `" + std::string(row.key) + "` | " + default_column(row) + " | " + values_column(row) +
-                         " | " + (row.has(KeyUse::reset) ? "`" + std::string(row.key) + "_default`" : std::string()) +
+                         " | " + (row.has(rows::reset) ? "`" + std::string(row.key) + "_default`" : std::string()) +
                          " | " + std::string(row.help) + " |\n";
     }
     return table;

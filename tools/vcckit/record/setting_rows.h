@@ -1,7 +1,7 @@
 // The rows of the settings, found by the names of a file and told in a table.
 #pragma once
 
-#include "settings/rows.h"
+#include "settings/settings.h"
 
 #include <string>
 #include <string_view>

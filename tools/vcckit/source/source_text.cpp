@@ -3,8 +3,6 @@
 #include "vcckit/faults/source_place.h"
 #include "vcckit/text/latin1.h"
 
-#include "platform/latin1.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -29,7 +27,7 @@ public:
 
     std::optional<Fault> run() {
         while (!rest_.empty() && !ended_) {
-            const platform::Utf8Character next = platform::first_character(rest_);
+            const Utf8Character next = first_character(rest_);
             if (next.size == 0)
                 return fault("the source is not UTF-8", "save it in this encoding");
             rest_.remove_prefix(next.size);

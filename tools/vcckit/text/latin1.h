@@ -1,11 +1,20 @@
 // Texts: UTF-8 in sources, Windows Latin-1 in what the program reads.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace vcc::kit {
+
+struct Utf8Character {
+    char32_t code = 0;
+    std::size_t size = 0; ///< bytes; 0 if the text does not begin with a character
+};
+
+/// The first character of a UTF-8 text; no overlong forms, no surrogates, nothing above U+10FFFF. Pure.
+Utf8Character first_character(std::string_view text);
 
 /// The text in Windows Latin-1; nothing if it is not UTF-8 or has other characters. U+0080 to U+009F mean the bytes of
 /// the same number.

@@ -1,4 +1,4 @@
-#include "platform/document.h"
+#include "platform/desktop.h"
 
 #include "platform/files.h"
 
@@ -15,6 +15,10 @@ int open_document(const std::string& path) {
     const HINSTANCE result = ShellExecuteW(GetDesktopWindow(), L"open", system_path(whole_name(path)).c_str(), nullptr,
                                            nullptr, SW_SHOWNORMAL);
     return static_cast<int>(reinterpret_cast<std::intptr_t>(result));
+}
+
+bool show_message(const std::string&) {
+    return false; // the library's box belongs to the system
 }
 
 } // namespace vcc::platform

@@ -1,7 +1,8 @@
 #include "media/truetype.h"
 
-#include "media/truetype_draw.h"
+#include "platform/area.h"
 #include "platform/files.h"
+#include "platform/latin1.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -9,7 +10,7 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
+#include <cstring>
 #include <limits>
 #include <numeric>
 
@@ -17,12 +18,6 @@ namespace vcc::platform {
 namespace {
 
 FT_Library renderer = nullptr;
-
-// Windows Latin-1 differs from Latin-1 in 0x80 to 0x9F only.
-constexpr std::array<char16_t, 32> windows_characters{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 constexpr FT_ULong unicode_of(unsigned char character) {
     return character >= 0x80 && character < 0xA0 ? windows_characters[character - 0x80u] : character;
@@ -55,6 +50,70 @@ void drop_faintest_row(GlyphPicture& picture) {
 }
 
 constexpr std::array<unsigned char, 6> descenders{'g', 'j', 'p', 'Q', '(', '|'};
+
+/// Mixes `ink` into `paper` by coverage / 255 in each field of the masks, whatever the order of the colours.
+template <std::uint32_t... field_masks>
+constexpr std::uint32_t mix_fields(std::uint32_t paper, std::uint32_t ink, std::uint32_t coverage) {
+    const auto mix = [&](std::uint64_t mask) {
+        const std::uint64_t unit = mask & (~mask + 1); // the lowest bit of the field
+        const std::uint64_t from = (paper & mask) / unit, to = (ink & mask) / unit;
+        return static_cast<std::uint32_t>((from * (255 - coverage) + to * coverage + 127) / 255 * unit);
+    };
+    return (mix(field_masks) | ...);
+}
+
+Area drawable(const BITMAP* target) {
+    if (!target->clip)
+        return {0, 0, target->w, target->h};
+    return {std::max(target->cl, 0), std::max(target->ct, 0), std::min(target->cr, target->w),
+            std::min(target->cb, target->h)};
+}
+
+template <int bytes, std::uint32_t... field_masks>
+void mix_row(unsigned char* pixels, const std::uint8_t* coverage, int count, std::uint32_t ink) {
+    for (int i = 0; i < count; ++i, pixels += bytes) {
+        if (coverage[i] == 0)
+            continue;
+        std::uint32_t pixel = ink;
+        if (coverage[i] != 255) {
+            pixel = 0;
+            std::memcpy(&pixel, pixels, bytes);
+            pixel = mix_fields<field_masks...>(pixel, ink, coverage[i]);
+        }
+        std::memcpy(pixels, &pixel, bytes);
+    }
+}
+
+void solid_row(unsigned char* pixels, const std::uint8_t* coverage, int count, std::uint32_t ink) {
+    for (int i = 0; i < count; ++i)
+        if (coverage[i] >= 128)
+            pixels[i] = static_cast<unsigned char>(ink);
+}
+
+struct DepthRow {
+    int depth;
+    int bytes; ///< of a pixel in memory
+    void (*write)(unsigned char* pixels, const std::uint8_t* coverage, int count, std::uint32_t ink);
+};
+constexpr DepthRow depth_rows[] = {{32, 4, mix_row<4, 0xFF, 0xFF00, 0xFF0000>},
+                                   {24, 3, mix_row<3, 0xFF, 0xFF00, 0xFF0000>},
+                                   {16, 2, mix_row<2, 0x1F, 0x7E0, 0xF800>},
+                                   {15, 2, mix_row<2, 0x1F, 0x3E0, 0x7C00>},
+                                   {8, 1, solid_row}};
+
+/// Draws a glyph into a memory bitmap with its pen at (x, y), y being the top of its cell, inside the clipping
+/// rectangle. At 8 bits, where colours cannot be mixed, pixels at least half covered take the colour.
+void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int colour) {
+    const int left = x + glyph.left, top = y + glyph.top;
+    const Area part = shared(drawable(target), {left, top, left + glyph.width, top + glyph.height});
+    const auto depth = std::ranges::find(depth_rows, bitmap_color_depth(target), &DepthRow::depth);
+    if (part.empty() || depth == std::end(depth_rows) || !is_memory_bitmap(target))
+        return;
+    for (int row = part.y1; row < part.y2; ++row)
+        depth->write(target->line[row] + std::ptrdiff_t{part.x1} * depth->bytes,
+                     glyph.coverage.data() + std::ptrdiff_t{row - top} * glyph.width + (part.x1 - left),
+                     part.x2 - part.x1, static_cast<std::uint32_t>(colour));
+}
 
 } // namespace
 
