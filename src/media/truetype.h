@@ -32,8 +32,8 @@ void exit_truetype();
 /// A font file at one size. Caches its glyphs, so that a text costs about as much as one sprite per character.
 class TrueTypeFont {
 public:
-    /// Takes over a scalable font.
-    explicit TrueTypeFont(FT_FaceRec_* face) : face_(face) { set_size(12); }
+    /// Takes over a scalable font, which has no characters before set_size().
+    explicit TrueTypeFont(FT_FaceRec_* face) : face_(face) {}
 
     /// Height of the face from ascender to descender in pixels, 1 to 200 (clamped).
     void set_size(int height_px);
