@@ -4,6 +4,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <array>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -15,19 +16,21 @@ namespace vcc {
 
 namespace {
 
-constexpr std::size_t waiting_limit = 16u << 20; ///< bytes
+constexpr std::size_t waiting_limit = 8u << 20; ///< bytes
 
 struct Entry {
-    std::string path;     ///< as take_picture() gets it
-    std::string absolute; ///< saving changes the working folder for a moment
-    bool done = false;
+    std::string path;                 ///< as take_picture() gets it
+    std::string absolute;             ///< saving changes the working folder for a moment
+    bool taken = false, done = false; ///< by a thread
     std::optional<UnpackedPicture> picture;
 };
 
 class Reader {
 public:
-    explicit Reader(std::deque<Entry> entries)
-        : entries_(std::move(entries)), thread_([this](auto stop) { run(stop); }) {}
+    explicit Reader(std::deque<Entry> entries) : entries_(std::move(entries)) {
+        for (std::jthread& thread : threads_)
+            thread = std::jthread([this](auto stop) { run(stop); });
+    }
 
     /// As take_picture().
     std::optional<UnpackedPicture> take(std::string_view path) {
@@ -53,9 +56,10 @@ private:
     void run(const std::stop_token& stop) {
         std::unique_lock lock(mutex_);
         while (changed_.wait(lock, stop, [this] { return entries_.empty() || has_room(); })) {
-            const auto next = std::ranges::find(entries_, false, &Entry::done);
+            const auto next = std::ranges::find(entries_, false, &Entry::taken);
             if (next == entries_.end())
                 return;
+            next->taken = true;
             const std::string absolute = next->absolute;
             lock.unlock();
             std::optional<UnpackedPicture> picture = read(absolute);
@@ -90,7 +94,7 @@ private:
     std::mutex mutex_; ///< guards the entries
     std::condition_variable_any changed_;
     std::deque<Entry> entries_;
-    std::jthread thread_; ///< last, so that it ends before the members that it uses
+    std::array<std::jthread, 2> threads_; ///< last, so that they end before the members that they use
 };
 
 std::unique_ptr<Reader> reader;
@@ -102,7 +106,7 @@ void read_pictures_ahead(const std::vector<std::string>& paths) {
         return;
     std::deque<Entry> entries;
     for (const std::string& path : paths)
-        entries.push_back({path, platform::whole_name(platform::resolve_path(path)), false, std::nullopt});
+        entries.push_back({path, platform::whole_name(platform::resolve_path(path)), false, false, std::nullopt});
     reader.reset();
     if (entries.empty())
         return;
