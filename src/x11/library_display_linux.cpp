@@ -68,6 +68,21 @@ void read_events() {
     XFlush(_xwin.display);
 }
 
+/// The release of a button is lost with the window that it was for, and the library would ignore the next press.
+void release_buttons() {
+    Window root = None, child = None;
+    int root_x = 0, root_y = 0, x = 0, y = 0;
+    unsigned held = 0;
+    XQueryPointer(_xwin.display, _xwin.window, &root, &child, &root_x, &root_y, &x, &y, &held);
+    for (const int button : {Button1, Button2, Button3}) {
+        XEvent release{};
+        release.type = ButtonRelease;
+        release.xbutton.button = static_cast<unsigned>(button);
+        if ((held & unsigned{Button1Mask} << (button - Button1)) == 0)
+            XPutBackEvent(_xwin.display, &release);
+    }
+}
+
 bool refused; ///< shared memory, for the open screen
 
 template <int id>
@@ -82,6 +97,7 @@ BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
     if (refused)
         _xwin.use_shm = 0; // the image stays in place, but is sent
     correct_colours();
+    release_buttons();
     return bitmap;
 }
 
@@ -97,7 +113,10 @@ void close_screen(BITMAP* bitmap) {
 
 template <int id>
 void put_before() {
-    GFX_DRIVER& ours = driver<id> = *library_driver(id);
+    const GFX_DRIVER* const library = library_driver(id);
+    if (!library)
+        return;
+    GFX_DRIVER& ours = driver<id> = *library;
     ours.init = open_screen<id>;
     ours.exit = close_screen<id>;
     register_driver(ours);
