@@ -3,6 +3,7 @@
 #include <allegro/internal/aintern.h>
 
 #include <chrono>
+#include <cstddef>
 
 namespace vcc::platform {
 
@@ -19,7 +20,7 @@ void (*convert_to_16)(int x, int y, int width, int height);
 
 void convert_to_15(int x, int y, int width, int height) {
     convert_to_16(x, y, width, height);
-    GRAPHICS_RECT part{width, height, _xwin.ximage->bytes_per_line, _xwin.buffer_line[y] + x * 2};
+    GRAPHICS_RECT part{width, height, _xwin.ximage->bytes_per_line, _xwin.buffer_line[y] + std::ptrdiff_t{x} * 2};
     _colorconv_blit_16_to_15(&part, &part);
 }
 
