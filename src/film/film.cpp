@@ -103,7 +103,7 @@ void play_film(const std::string& path, int effect) {
         mouse_b = 0;
         forget_mouse_buttons();
     });
-    // Even if it was not heard: films play once per run, and their sounds are large
+    // Even if it was not heard: films play once per run, and their sounds are large.
     const AtEnd sound_dropped([effect, volume_before = sfx_volume] {
         if (effect == no_effect || !sound_on)
             return;

@@ -93,7 +93,9 @@ BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
     const DisplayLock lock;
     const RequestTrap trap;
     BITMAP* const bitmap = _xwin_create_screen(&driver<id>, w, h, vw, vh, depth, id == GFX_XWINDOWS_FULLSCREEN);
-    refused = bitmap && trap.refused();
+    if (!bitmap)
+        return nullptr;
+    refused = trap.refused();
     if (refused)
         _xwin.use_shm = 0; // the image stays in place, but is sent
     correct_colours();
