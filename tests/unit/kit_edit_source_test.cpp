@@ -237,6 +237,10 @@ TEST(SourceEdit, UnsetTakesTheLineOrThePartAway) {
          one + "row.en = 1\nrow.de = 2\n",
          {unset(slot(1), "row", "en")},
          one + "row = 2\n"},
+        {"bytes are of no language",
+         one + "text = { raw = '00' }\n",
+         {unset(slot(1), "text", "en")},
+         "!text has no value"},
         {"the style's", styled, {unset(slot(1), "row")}, "!row is not written there"},
     });
 }

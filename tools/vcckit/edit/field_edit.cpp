@@ -366,7 +366,7 @@ void unset_field(Opened& at, std::string_view field, std::optional<std::size_t> 
         return value.is_table() ? part_of(value, languages[which].code, 0, 1, "", tell_nobody) : nullptr;
     };
     const Node* const kept = part(1 - *language);
-    if (!kept || !part(*language))
+    if (!kept || kept == &value || !part(*language))
         throw Refused(std::string(field) + " has no value of its own for the language " + std::string(code));
     if (value.form == Node::Form::braces)
         return replace_value(edits, value.span, std::string(model.text_at(kept->span)));

@@ -1,11 +1,11 @@
 #include "vcckit/edit/window_edit.h"
-#include "core/geometry.h"
 
 #include "vcckit/check/fixed_slots.h"
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/record/window_fields.h"
 #include "vcckit/text/lines.h"
 
+#include "core/geometry.h"
 #include "core/installation.h"
 #include "core/lines.h"
 #include "core/text.h"
