@@ -547,6 +547,32 @@ def test_edges_are_dragged_attracted_and_measured(page, editor):
     wait_until(lambda: page.text("#tools output") == "2×", "the next whole step")
 
 
+def test_what_is_chosen_after_escape_and_undo(page):
+    """One of a group was dragged, which moves all of it; a style cannot be moved."""
+    page.press("Options")
+    page.wait_for_picture()
+    page.click_at(68, 105)
+    [key] = page.selection()
+    place = page.frame(key)
+    page._to(page._to(page._actions(), 68, 105).click_and_hold(), 100, 125).perform()
+    wait_until(lambda: page.frame(key) != place, "the drag")
+    page.keys("escape")
+    page.wait_for_frame(key, tuple(place[:2]))
+    page._actions().release().perform()
+    page.wait_for_picture()
+    assert page.selection() == [key]
+    page.keys("right")
+    page.wait_for_picture()
+    page.keys("ctrl+z")
+    wait_until(lambda: len(page.selection()) == 4, "all that undo has changed")
+    page.press("Styles")
+    page.all("#items li")[0].click()
+    page.run("document.getElementById('viewport').focus()")
+    page.keys("right")
+    settle()
+    assert not page.all(".toast")
+
+
 def test_windows_are_dragged_and_aligned_and_sounds_heard(page):
     page.press("Windows")
     page.all("#items li")[0].click()

@@ -2,8 +2,10 @@
 import { edit } from './edits.js';
 import { around } from './geometry.js';
 import { say } from './messages.js';
-import { addressOf, item, keyOf, selected, state, windowsDocument } from './state.js';
+import { addressOf, item, keyOf, lead, selected, state, windowsDocument } from './state.js';
 import { nameOf } from './values.js';
+
+const BACKGROUND = 'slot:0'; // stays below all others, and where it is
 
 /** What a gesture on an item really moves: a slot that shows a text window moves the window. */
 export function movedBy(each) {
@@ -56,7 +58,8 @@ let burst = { key: '', at: 0, number: 0 };
 /** Arrow keys: one unit each; presses that follow one another quickly are one step of undo. */
 export function nudge(dx, dy) {
   const items = movable();
-  if (!items.length && selected().length) say('The background stays; its place can be typed in the properties.');
+  if (!items.length && lead()?.key === BACKGROUND)
+    say('The background stays; its place can be typed in the properties.');
   if (!items.length) return;
   const key = items.map((each) => each.key).join();
   const now = performance.now();
@@ -79,7 +82,6 @@ export function grow(dx, dy) {
   send(documents, `Resize ${nameOf(items)}`, `grow ${items.map((each) => each.key).join()}`);
 }
 
-const BACKGROUND = 'slot:0'; // stays below all others, and where it is
 export function movable() {
   const seen = new Set();
   return selected().filter((each) => each.rect).map(movedBy)

@@ -95,9 +95,10 @@ function chooseChanged(before, now) {
     ['window', 'windows', 'number']]) {
     const known = new Set(before?.[list]?.map(text));
     const keys = (now?.[list] ?? []).filter((each) => !known.has(text(each))).map((each) => keyOf(kind, each[name]));
-    if (keys.length) return keys.every((key) => state.selection.includes(key)) || select(keys);
+    if (!keys.length) continue;
+    if (!keys.every((key) => state.selection.includes(key))) select(keys);
+    return;
   }
-  return true;
 }
 
 async function sent(request, again = true) {

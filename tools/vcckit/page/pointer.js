@@ -170,8 +170,9 @@ function follower(label, operations, merge = nextMerge()) {
   };
 }
 
-/** How a drag ends: {follow, before, document}; cancelled, what it has changed is taken back. */
+/** How a drag ends: {follow, before, document}; cancelled, what it has changed is taken back, also the choice. */
 function ending(overlay, course) {
+  const { selection, look } = state;
   async function finish() {
     await course.before;
     overlay.remove();
@@ -187,6 +188,7 @@ function ending(overlay, course) {
       await finish();
       moveFrames(new Map());
       if (course.before || course.follow?.changed) await undo(course.document);
+      select(selection, { look });
     },
   };
 }
