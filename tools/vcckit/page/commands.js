@@ -101,8 +101,7 @@ const commands = [
     when: some('slot', 'toggle', 'window'), run: removeSelected },
   { id: 'play', title: 'Save, and start the program', keys: ['F5'], run: playNow },
 
-  { id: 'plus', group: 'See', title: 'Larger', keys: ['+', '='], where: 'text',
-    run: () => zoomBy(1) },
+  { id: 'plus', group: 'See', title: 'Larger', keys: ['+', '='], where: 'text', run: () => zoomBy(1) },
   { id: 'minus', title: 'Smaller', keys: ['-'], where: 'text', run: () => zoomBy(-1) },
   { id: 'fit', title: 'As large as fits', keys: ['0'], where: 'text', on: () => preferences.zoom === 0,
     run: () => zoomTo(0) },

@@ -3,9 +3,10 @@
 import { unitOf } from './arrange.js';
 import { chooseBuffer } from './buffer_chooser.js';
 import { edit } from './edits.js';
+import { isBackground } from './frames.js';
 import { meets } from './geometry.js';
 import { say } from './messages.js';
-import { addressOf, item, keyOf, lead, screenDocument, select, selected, state, tell,
+import { addressOf, item, keyOf, lead, placedItems, screenDocument, select, selected, state, tell,
   windowsDocument } from './state.js';
 import { lookRecord, nameOf } from './values.js';
 
@@ -220,8 +221,5 @@ function ownToggles() {
   return screenDocument().toggles.filter((each) => each.line > 0);
 }
 
-export const selectAll = () => select(listKeys().filter((key) => key.startsWith('slot:') && !isWhole(key)));
-const isWhole = (key) => {
-  const rect = item(key)?.rect;
-  return !rect || rect[2] * rect[3] >= 800 * 600 * 0.9;
-};
+export const selectAll = () => select(placedItems().filter((each) => each.kind === 'slot' && !isBackground(each.rect))
+  .map((each) => each.key));

@@ -10,7 +10,7 @@ export const texts = el('div', { class: 'texts' }, el('table', {}, el('thead', {
 texts.extra = [left];
 const kept = keeper();
 
-/** Slots that show a text of their own, and records whose text is empty but could show one. */
+/** Slots that show a text in some language. */
 function rows(screen) {
   return screen.slots.filter((slot) => Object.values(slot.languages).some((each) => each.kind === 'text' && each.text));
 }
@@ -73,9 +73,10 @@ export function nextMissing() {
   if (next) return void next.focus();
   const { views } = state.project;
   const here = views.findIndex(({ view }) => view === state.view);
-  const further = [...views.slice(here + 1), ...views.slice(0, here)].find((each) =>
-    each.document !== views[here].document && state.documents.has(each.document) &&
-    lacking(state.documents.get(each.document)));
+  const further = [...views.slice(here + 1), ...views.slice(0, here)].find(({ document: name }) => {
+    const screen = state.documents.get(name);
+    return screen && screen !== screenDocument() && lacking(screen);
+  });
   if (further) showView({ view: further.view });
   missing()[0]?.focus();
 }
