@@ -9,7 +9,6 @@
 #include "cc/option_rows.h"
 #include "core/files.h"
 #include "core/geometry.h"
-#include "core/version.h"
 #include "display/buffers.h"
 #include "screen/colours.h"
 #include "sound/sound.h"
@@ -276,8 +275,7 @@ Answer Session::project() {
                                   {"window_fields", window_fields_json()},
                                   {"names", names_json()},
                                   {"colours", std::move(colours)},
-                                  {"recovered", std::move(recovered)},
-                                  {"version", version_text}})};
+                                  {"recovered", std::move(recovered)}})};
 }
 
 Answer Session::document(const Parameters& parameters) {
