@@ -103,22 +103,20 @@ std::string fault_of_form(Form form, const Slot& slot) {
 
 void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step, Faults& faults) {
     const int index = row.first + step * row.step;
-    const auto report = [&](FaultCode code, const char* field, const std::string& problem, std::string advice) {
-        faults.push_back({code, screen.slot_file, 0, index, field, std::string("the ") + row.role + " " + problem,
-                          std::move(advice)});
-    };
+    const Reporter report{faults, screen.slot_file, 0, index};
+    const std::string the_slot = std::string("the ") + row.role + " ";
     if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)])) {
-        report(fixed_slot_missing, "", "is missing", "give it this number: the program looks for it there");
+        report(fixed_slot_missing, "", the_slot + "is missing", "give it this number: the program looks for it there");
         return;
     }
     const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
     if (const std::string fault = fault_of_form(row.form, slot); !fault.empty())
-        report(fixed_slot_form, "", fault, "make it one: the program looks for it at this number");
+        report(fixed_slot_form, "", the_slot + fault, "make it one: the program looks for it at this number");
     if (row.action != any_action && slot.action != row.action + step)
-        report(fixed_slot_action, "action", "has action " + std::to_string(slot.action),
+        report(fixed_slot_action, "action", the_slot + "has action " + std::to_string(slot.action),
                "it must be " + std::to_string(row.action + step));
     if (row.needs_toggle && !screen.toggles_lost && !screen.set.has_toggle(index))
-        report(fixed_slot_toggle, "", "has no toggle record", "add one for its other look");
+        report(fixed_slot_toggle, "", the_slot + "has no toggle record", "add one for its other look");
 }
 
 void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
@@ -133,9 +131,7 @@ void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
         return; // reported with the fixed slots
     const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
     const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
-    const auto report = [&](FaultCode code, const char* field, const std::string& problem, std::string advice) {
-        faults.push_back({code, screen.slot_file, 0, index, field, problem, std::move(advice)});
-    };
+    const Reporter report{faults, screen.slot_file, 0, index};
     if (record.action != value)
         report(value_record_value, "action", "the record has value " + std::to_string(record.action),
                "the record after value button " + std::to_string(value_button(value)) + " must say " +
@@ -202,9 +198,9 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
             for (const Slot& slot : screen.set.slots)
                 found = found || (slot.action == needed.action && slot.toggle != -1);
             if (!found)
-                faults.push_back({action_missing, screen.slot_file, 0, -1, "action",
-                                  std::string("no slot lets the player ") + needed.what,
-                                  "give a slot action " + std::to_string(needed.action)});
+                Reporter{faults, screen.slot_file}(action_missing, "action",
+                                                   std::string("no slot lets the player ") + needed.what,
+                                                   "give a slot action " + std::to_string(needed.action));
         }
         const ScreenFiles& pages = screen_of(language, message);
         if (language.windows_usable && !pages.set.slots.empty() && is_text_window(pages.set.slots[0])) {
@@ -212,8 +208,9 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
             if (window >= 0 && window < text_window_count &&
                 language.windows_described[static_cast<std::size_t>(window)] &&
                 language.windows[static_cast<std::size_t>(window)].pixel_coords == 0)
-                faults.push_back({window_in_cells, language.window_file, 0, -1, "+" + std::to_string(window),
-                                  "the help window is placed in cells", "add w1, and give its edges in pixels"});
+                Reporter{faults, language.window_file}(window_in_cells, "+" + std::to_string(window),
+                                                       "the help window is placed in cells",
+                                                       "add w1, and give its edges in pixels");
         }
     }
     for (const LanguageFiles& language : installation.by_language) {
@@ -222,9 +219,9 @@ void check_fixed_slots(Installation& installation, Faults& faults) {
             if (language.windows_usable && !language.windows_described[static_cast<std::size_t>(window.number)])
                 missing += (missing.empty() ? "+" : ", +") + std::to_string(window.number);
         if (!missing.empty())
-            faults.push_back({window_missing, language.window_file, 0, -1, missing,
-                              missing.find(',') == std::string::npos ? "is missing" : "are missing",
-                              "describe it: the program uses its position"});
+            Reporter{faults, language.window_file}(
+                window_missing, missing, missing.find(',') == std::string::npos ? "is missing" : "are missing",
+                "describe it: the program uses its position");
     }
 }
 
@@ -241,10 +238,10 @@ void check_values(Installation& installation, Faults& faults) {
             const int values = row->labels.empty() ? value_entry_limit : row->labels.count;
             const bool has_record = screen.set.has_slot(index + 1);
             const int value = has_record ? screen.set.slots[static_cast<std::size_t>(index) + 1].action : -1;
+            const Reporter report{faults, screen.slot_file, 0, index};
             if (value < 0 || value >= values)
-                faults.push_back({value_button_alone, screen.slot_file, 0, index, "action",
-                                  "the value button has no value record after it",
-                                  "the next record's action must be 0 to " + std::to_string(values - 1)});
+                report(value_button_alone, "action", "the value button has no value record after it",
+                       "the next record's action must be 0 to " + std::to_string(values - 1));
         }
     }
 }

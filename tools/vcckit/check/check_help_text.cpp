@@ -79,23 +79,22 @@ void check_help_text(const std::string& path, std::string_view text, Faults& fau
     std::set<std::string> told; ///< entries that lose letters
     HeaderWalk header;
     while (const auto line = lines.next()) {
-        const int number = lines.line_number();
+        const Reporter report{faults, path, lines.line_number()};
         if (line->starts_with('+')) {
             header.begin(*line);
             continue;
         }
         if (line->starts_with('-') && line->size() > help_line_length)
-            faults.push_back({help_line_cut, path, number, -1, header.entry(),
-                              "the text is " + std::to_string(line->size() - 2) + " characters long, " +
-                                  std::to_string(help_line_length - 2) + " are shown",
-                              "break the line earlier"});
+            report(help_line_cut, header.entry(),
+                   "the text is " + std::to_string(line->size() - 2) + " characters long, " +
+                       std::to_string(help_line_length - 2) + " are shown",
+                   "break the line earlier");
         if (line->starts_with('-') && loses_its_first_letter(*line) && told.insert(header.entry()).second)
-            faults.push_back({help_letter, path, number, -1, header.entry(),
-                              "\"" + std::string(*line) + "\" is shown without its first letter",
-                              "put a blank after the -: the program drops two characters"});
+            report(help_letter, header.entry(), "\"" + std::string(*line) + "\" is shown without its first letter",
+                   "put a blank after the -: the program drops two characters");
         if (std::string problem = header.take(*line); !problem.empty())
-            faults.push_back({help_header, path, number, -1, header.entry(), std::move(problem),
-                              "header lines are p, n for each further page, f, c, w, h, s, x, y, in this order"});
+            report(help_header, header.entry(), std::move(problem),
+                   "header lines are p, n for each further page, f, c, w, h, s, x, y, in this order");
     }
 }
 

@@ -71,42 +71,40 @@ std::int64_t announced_size(const std::string& path) {
 }
 
 void check_film(const char* path, Faults& faults) {
+    const Reporter report{faults, path};
     if (!platform::file_exists(path)) {
-        faults.push_back({file_missing, path, 0, -1, "", "does not exist",
-                          "add the film: without it the log has an entry at every start"});
+        report(file_missing, "", "does not exist", "add the film: without it the log has an entry at every start");
         return;
     }
     if (announced_size(path) > file_size(path))
-        faults.push_back({file_cut, path, 0, -1, "", "is truncated", "create the file again"});
+        report(file_cut, "", "is truncated", "create the file again");
     const auto film = platform::open_avi(platform::resolve_path(path)).film;
     const platform::AviFrame* frame = film ? film->frame_at(0) : nullptr;
     if (!frame)
-        faults.push_back(
-            {film_unreadable, path, 0, -1, "", "cannot be shown", "it must be an AVI film with a video stream"});
+        report(film_unreadable, "", "cannot be shown", "it must be an AVI film with a video stream");
     else if (frame->width > layout_width || frame->height > layout_height)
-        faults.push_back({film_size, path, 0, -1, "",
-                          "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
-                          "make it 800 x 600 pixels: only its middle is shown"});
+        report(film_size, "", "is " + std::to_string(frame->width) + " x " + std::to_string(frame->height) + " pixels",
+               "make it 800 x 600 pixels: only its middle is shown");
 }
 
 void check_presence(const std::string& path, const char* advice, Faults& faults) {
     if (!platform::file_exists(path))
-        faults.push_back({file_missing, path, 0, -1, "", "does not exist", advice});
+        Reporter{faults, path}(file_missing, "", "does not exist", advice);
 }
 
 /// Inspects the module's bytes without loading it, which would run its code.
 void check_module(const std::string& name, Faults& faults) {
     constexpr std::size_t size_limit = 256u << 20;
-    const std::string path = platform::module_file_name(name);
+    const Reporter report{faults, platform::module_file_name(name)};
+    const std::string& path = report.file;
     check_presence(path, "add the game module, or the player cannot start it", faults);
     const auto bytes = read_file(path, size_limit);
     if (!bytes)
         return;
     if (!bytes->starts_with(platform::module_file_magic()))
-        faults.push_back({module_unfit, path, 0, -1, "", "is not a library of this system", "build the module again"});
+        report(module_unfit, "", "is not a library of this system", "build the module again");
     else if (bytes->find(std::string(1, '\0') + name + '\0') == std::string::npos)
-        faults.push_back(
-            {module_unfit, path, 0, -1, name, "has no such entry", "sdk/veldor_module.h declares the entries"});
+        report(module_unfit, name, "has no such entry", "sdk/veldor_module.h declares the entries");
 }
 
 /// An empty mapping means the library's own. Reports only the first fault: a wrong file has one in every line.
@@ -118,8 +116,8 @@ void check_keyboard(const std::string& path, Faults& faults) {
     Faults found;
     walk_config(path, *text, found, [&](const ConfigEntry& entry) {
         if (!entry.key.empty() && !entry.section.empty() && !whole_number(entry.value))
-            found.push_back({keyboard_mapping, path, entry.line, -1, entry.key,
-                             "\"" + entry.value + "\" is not a number", "keys have the codes of characters"});
+            Reporter{found, path, entry.line}(keyboard_mapping, entry.key, "\"" + entry.value + "\" is not a number",
+                                              "keys have the codes of characters");
     });
     if (!found.empty())
         faults.push_back(found.front());
@@ -138,8 +136,8 @@ void check_program_files(Installation&, Faults& faults) {
         check_keyboard(std::string(keyboard), faults);
     check_presence(with_slashes(path::manual), "add the manual, or the player cannot open it", faults);
     if (!file_exists(path::log_folder, FA_DIREC | FA_ARCH | FA_RDONLY | FA_HIDDEN, nullptr))
-        faults.push_back({log_folder_missing, path::log_folder, 0, -1, "", "is missing",
-                          "create the folder: the program cannot write its log without it"});
+        Reporter{faults, path::log_folder}(log_folder_missing, "", "is missing",
+                                           "create the folder: the program cannot write its log without it");
 }
 
 } // namespace vcc::kit

@@ -23,7 +23,7 @@ namespace {
 
 using enum FaultCode;
 
-/// A record with everything that a check may need, and a shortcut to report faults.
+/// A record with everything that a check may need.
 struct Subject {
     const Installation& installation;
     const LanguageFiles& language;
@@ -31,17 +31,12 @@ struct Subject {
     const Slot& slot;
     int index;
     bool is_toggle;
-    Faults& faults;
+    Reporter report;
 
     bool is_text() const { return slot.graphic == 0; }
     bool is_window() const { return slot.graphic != 0 && is_text_window(slot); }
     bool is_picture() const { return slot.graphic != 0 && !is_text_window(slot); }
     std::string_view text() const { return text_of(slot.text); }
-
-    void report(FaultCode code, std::string field, std::string problem, std::string advice) const {
-        faults.push_back({code, is_toggle ? screen.toggle_file : screen.slot_file, 0, index, std::move(field),
-                          std::move(problem), std::move(advice)});
-    }
 };
 
 std::string number(long long value) {
@@ -297,9 +292,15 @@ void check_records_of(const Installation& installation, const LanguageFiles& lan
                       Faults& faults) {
     for (const bool toggles : {false, true}) {
         const std::vector<Slot>& records = toggles ? screen.set.toggles : screen.set.slots;
-        for (std::size_t i = 0; i < records.size(); ++i)
+        for (int i = 0; i < static_cast<int>(records.size()); ++i)
             for (const auto check : record_checks)
-                check({installation, language, screen, records[i], static_cast<int>(i), toggles, faults});
+                check({installation,
+                       language,
+                       screen,
+                       records[static_cast<std::size_t>(i)],
+                       i,
+                       toggles,
+                       {faults, toggles ? screen.toggle_file : screen.slot_file, 0, i}});
     }
 }
 
@@ -308,8 +309,9 @@ void check_translation_of(const ScreenFiles& first, const ScreenFiles& other, Fa
     for (std::size_t i = 0; i < std::min(first.set.slots.size(), slots.size()); ++i) {
         const std::string_view text = text_of(slots[i].text);
         if (slots[i].graphic == 0 && text == text_of(first.set.slots[i].text) && has_two_words(text))
-            faults.push_back({text_untranslated, other.slot_file, 0, static_cast<int>(i), "text",
-                              "\"" + std::string(text) + "\" is the text of both languages", "translate it"});
+            Reporter{faults, other.slot_file, 0, static_cast<int>(i)}(
+                text_untranslated, "text", "\"" + std::string(text) + "\" is the text of both languages",
+                "translate it");
     }
 }
 
@@ -318,9 +320,9 @@ void check_records(Installation& installation, Faults& faults) {
         for (std::size_t i = 0; i < language.windows.size() && installation.listed_sounds; ++i)
             if (const int sound = language.windows[i].open_sound;
                 language.windows_described[i] && sound != 0 && !installation.sounds.contains(sound))
-                faults.push_back({sound_unknown, language.window_file, 0, -1,
-                                  "+" + number(static_cast<long long>(i)) + ": o", "there is no sound " + number(sound),
-                                  "tools/vcc.snd lists the sounds; 0 is none"});
+                Reporter{faults, language.window_file}(sound_unknown, "+" + std::to_string(i) + ": o",
+                                                       "there is no sound " + number(sound),
+                                                       "tools/vcc.snd lists the sounds; 0 is none");
     for (const LanguageFiles& language : installation.by_language)
         for (const ScreenFiles& screen : language.screens)
             check_records_of(installation, language, screen, faults);
@@ -329,14 +331,15 @@ void check_records(Installation& installation, Faults& faults) {
 void check_overlaps_of(const ScreenFiles& screen, Faults& faults) {
     const std::vector<Slot>& slots = screen.set.slots;
     for (int i = 0; i < screen.set.slot_count(); ++i) {
+        const Reporter report{faults, screen.slot_file, 0, i};
         for (int j = i + 1; j < screen.set.slot_count(); ++j) {
             const Slot &a = slots[static_cast<std::size_t>(i)], &b = slots[static_cast<std::size_t>(j)];
             if (!can_be_pressed(screen.kind, a, i) || !can_be_pressed(screen.kind, b, j))
                 continue;
             const Rect one = slot_rect(a), other = slot_rect(b);
             if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
-                faults.push_back({slots_overlap, screen.slot_file, 0, i, "", "overlaps slot " + number(j),
-                                  "move one of them: where they overlap, the pointer reaches only the first"});
+                report(slots_overlap, "", "overlaps slot " + number(j),
+                       "move one of them: where they overlap, the pointer reaches only the first");
         }
     }
 }

@@ -49,18 +49,17 @@ std::optional<int> missing_room(const LanguageFiles& language, const Place& plac
 }
 
 void check_text(const LanguageFiles& language, const std::string& file, const Translation& text, Faults& faults) {
-    const auto report = [&](FaultCode code, std::string problem, const char* advice) {
-        faults.push_back({code, file, text.line, -1, "+" + std::to_string(text.number), std::move(problem), advice});
-    };
+    const Reporter report{faults, file, text.line};
+    const std::string field = "+" + std::to_string(text.number);
     if (!is_screen_text(text.number)) {
-        report(screen_text_number, "there is no such text", "docs/formats.md lists the numbers");
+        report(screen_text_number, field, "there is no such text", "docs/formats.md lists the numbers");
         return;
     }
     if (text.text.size() > screen_text_length)
-        report(screen_text_long, "has " + std::to_string(text.text.size()) + " characters", "89 are shown");
+        report(screen_text_long, field, "has " + std::to_string(text.text.size()) + " characters", "89 are shown");
     const std::optional<Place> place = place_of(text.number);
     if (const auto missing = place ? missing_room(language, *place, text.text) : std::nullopt)
-        report(program_text_wide, "\"" + text.text + "\" is " + std::to_string(*missing) + " pixels too wide",
+        report(program_text_wide, field, "\"" + text.text + "\" is " + std::to_string(*missing) + " pixels too wide",
                "shorten it");
 }
 
@@ -77,8 +76,8 @@ void check_screen_texts(Installation& installation, Faults& faults) {
         for (const Translation& translation : read_translations(*text)) {
             check_text(installation.by_language[i], file, translation, faults);
             if (!seen.insert(translation.number).second)
-                faults.push_back({screen_text_twice, file, translation.line, -1,
-                                  "+" + std::to_string(translation.number), "is given twice", "the last one counts"});
+                Reporter{faults, file, translation.line}(screen_text_twice, "+" + std::to_string(translation.number),
+                                                         "is given twice", "the last one counts");
         }
     }
 }

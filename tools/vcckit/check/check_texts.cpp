@@ -39,9 +39,7 @@ public:
         const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
         if (slot.help_number <= 0)
             return;
-        const auto report = [&](FaultCode code, const char* field, std::string problem, std::string advice) {
-            faults_.push_back({code, screen.slot_file, 0, index, field, std::move(problem), std::move(advice)});
-        };
+        const Reporter report{faults_, screen.slot_file, 0, index};
         const std::string path = with_slashes(text_of(slot.help_file));
         const auto& text = installation_.text_file(path);
         if (!text) {
@@ -62,33 +60,27 @@ public:
     }
 
 private:
-    void report(FaultCode code, const std::string& path, const std::string& text, int number, std::string problem,
-                std::string advice) {
-        faults_.push_back({code, path, line_of_entry(text, number), -1, "+" + std::to_string(number),
-                           std::move(problem), std::move(advice)});
-    }
-
     void look_at_entry(const std::string& path, const std::string& text, const HelpEntry& entry) {
         const int number = entry.pages.front();
+        const Reporter report{faults_, path, line_of_entry(text, number)};
+        const std::string field = "+" + std::to_string(number);
         if (!entry.complete)
-            report(help_unended, path, text, number, "its text runs to the end of the file",
+            report(help_unended, field, "its text runs to the end of the file",
                    "end it with a line # or the next entry");
         if (entry.lines.empty())
-            report(help_empty, path, text, number, "has no text", "after seven header lines, text lines begin with -");
+            report(help_empty, field, "has no text", "after seven header lines, text lines begin with -");
         if (entry.font < 0 || entry.font >= font_count)
-            report(help_value, path, text, number, "there is no font " + std::to_string(entry.font),
-                   "fonts are 0 to 10");
+            report(help_value, field, "there is no font " + std::to_string(entry.font), "fonts are 0 to 10");
         for (const int colour : {entry.text_colour, entry.shadow_colour})
             if (!is_colour(colour))
-                report(help_value, path, text, number, "there is no colour " + std::to_string(colour),
-                       "colours are 0 to 255");
+                report(help_value, field, "there is no colour " + std::to_string(colour), "colours are 0 to 255");
         if (!is_colour(entry.window_colour))
-            report(help_value, path, text, number, "there is no window colour " + std::to_string(entry.window_colour),
+            report(help_value, field, "there is no window colour " + std::to_string(entry.window_colour),
                    "colours are 0 to 255");
         if (entry.text_colour == entry.window_colour)
-            report(help_unseen, path, text, number, "its text has the colour of its window", "change C or W");
+            report(help_unseen, field, "its text has the colour of its window", "change C or W");
         if (installation_.listed_sounds && entry.sound != 0 && !installation_.sounds.contains(entry.sound))
-            report(help_value, path, text, number, "there is no sound " + std::to_string(entry.sound),
+            report(help_value, field, "there is no sound " + std::to_string(entry.sound),
                    "tools/vcc.snd lists the sounds; 0 is none");
         look_at_lines(path, text, number, entry, entry.lines);
         for (const int page : entry.pages) {
@@ -98,26 +90,26 @@ private:
             if (lines)
                 look_at_lines(path, text, page, entry, *lines);
             else
-                report(help_page_missing, path, text, number,
-                       "page " + std::to_string(page) + " is missing or has no text",
+                report(help_page_missing, field, "page " + std::to_string(page) + " is missing or has no text",
                        "add the entry, or correct the page count");
         }
     }
 
     void look_at_lines(const std::string& path, const std::string& text, int number, const HelpEntry& entry,
                        const std::vector<std::string>& lines) {
+        const Reporter report{faults_, path, line_of_entry(text, number)};
+        const std::string field = "+" + std::to_string(number);
         const Rect inside = window();
         const int x = column_x(entry.font, entry.column);
         const int bottom = (entry.row + static_cast<int>(lines.size())) * cell_height(entry.font);
         if (x < inside.x1 || entry.row * cell_height(entry.font) < inside.y1)
-            report(help_outside, path, text, number, "its text begins outside the help window",
+            report(help_outside, field, "its text begins outside the help window",
                    "columns and rows are cells of its font");
         if (bottom > inside.y2)
-            report(help_outside, path, text, number, "its text extends below the help window", "begin another page");
+            report(help_outside, field, "its text extends below the help window", "begin another page");
         for (const std::string& line : lines)
             if (x + text_width(entry.font, line) > inside.x2) {
-                report(help_outside, path, text, number, "\"" + line + "\" is wider than the help window",
-                       "break the line earlier");
+                report(help_outside, field, "\"" + line + "\" is wider than the help window", "break the line earlier");
                 break;
             }
     }
@@ -147,11 +139,12 @@ void check_label(const LanguageFiles& language, ScreenKind kind, int index, std:
     const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
     const int width = text_width(slot.font, label);
     const int room = room_in(language, slot, window);
+    const Reporter report{faults, screen.slot_file, 0, index};
     if (width > room)
-        faults.push_back({program_text_wide, screen.slot_file, 0, index, "",
-                          "the program writes \"" + std::string(label) + "\" here: " + std::to_string(width) +
-                              " pixels, there is room for " + std::to_string(room),
-                          "move it, or use a smaller font"});
+        report(program_text_wide, "",
+               "the program writes \"" + std::string(label) + "\" here: " + std::to_string(width) +
+                   " pixels, there is room for " + std::to_string(room),
+               "move it, or use a smaller font");
 }
 
 /// Fields that must be the same in all languages, because they say what a slot does.
@@ -164,19 +157,20 @@ void compare_records(const std::vector<Slot>& first, const std::vector<Slot>& ot
         for (const std::string_view name : common_fields) {
             const Field* field = find_number_field(name);
             const int one = first[i].*field->member, two = other[i].*field->member;
+            const Reporter report{faults, file, 0, static_cast<int>(i)};
             if (one != two)
-                faults.push_back({languages_differ, file, 0, static_cast<int>(i), std::string(name),
-                                  "is " + std::to_string(two) + ", in the other language " + std::to_string(one),
-                                  "languages may differ only in texts and positions"});
+                report(languages_differ, std::string(name),
+                       "is " + std::to_string(two) + ", in the other language " + std::to_string(one),
+                       "languages may differ only in texts and positions");
         }
 }
 
 void compare_counts(std::size_t first, std::size_t other, const std::string& file, const char* what, Faults& faults) {
+    const Reporter report{faults, file};
     if (first != other && first != 0 && other != 0)
-        faults.push_back(
-            {counts_differ, file, 0, -1, "",
-             "has " + std::to_string(other) + " " + what + ", the other language has " + std::to_string(first),
-             "pack both languages from one source"});
+        report(counts_differ, "",
+               "has " + std::to_string(other) + " " + what + ", the other language has " + std::to_string(first),
+               "pack both languages from one source");
 }
 
 } // namespace
@@ -230,6 +224,7 @@ void check_languages(Installation& installation, Faults& faults) {
             compare_records(a.set.slots, b.set.slots, b.slot_file, faults);
             compare_records(a.set.toggles, b.set.toggles, b.toggle_file, faults);
         }
+        const Reporter report_window{faults, other.window_file}, report_message{faults, other.message_file};
         std::string alone;
         for (int window = 0; window < text_window_count; ++window)
             if (const auto at = static_cast<std::size_t>(window);
@@ -237,17 +232,17 @@ void check_languages(Installation& installation, Faults& faults) {
                 first.windows_described[at] != other.windows_described[at])
                 alone += (alone.empty() ? "+" : ", +") + std::to_string(window);
         if (!alone.empty())
-            faults.push_back({window_missing, other.window_file, 0, -1, alone,
-                              alone.find(',') == std::string::npos ? "is described in one language only"
-                                                                   : "are described in one language only",
-                              "describe it in both"});
+            report_window(window_missing, alone,
+                          std::string(alone.find(',') == std::string::npos ? "is" : "are") +
+                              " described in one language only",
+                          "describe it in both");
         if (!installation.text_file(first.message_file) || !installation.text_file(other.message_file))
             continue; // reported where the files are read
         std::vector<int> missing;
         std::ranges::set_symmetric_difference(first.messages, other.messages, std::back_inserter(missing));
         for (const int message : missing)
-            faults.push_back({message_missing, other.message_file, 0, -1, "+" + std::to_string(message),
-                              "exists in one language only", "add it to both"});
+            report_message(message_missing, "+" + std::to_string(message), "exists in one language only",
+                           "add it to both");
     }
 }
 

@@ -26,9 +26,7 @@ void walk_config(const std::string& file, std::string_view text, Faults& faults,
     std::string section;
     std::set<std::string> seen;
     while (const auto line = lines.next(line_limit)) {
-        const auto report = [&](FaultCode code, const std::string& key, const char* problem, const char* advice) {
-            faults.push_back({code, file, lines.line_number(), -1, key, problem, advice});
-        };
+        const Reporter report{faults, file, lines.line_number()};
         const std::string entry = trimmed(*line);
         if (entry.empty() || entry[0] == '#' || entry[0] == ';')
             continue;

@@ -40,45 +40,44 @@ const Result<std::string>& Installation::text_file(const std::string& path) cons
 namespace {
 
 void read_toggles(ScreenFiles& files, Faults& faults) {
+    const Reporter report{faults, files.toggle_file};
     const bool wanted = std::ranges::any_of(files.set.slots, [](const Slot& slot) { return slot.toggle > 0; });
     const auto bytes = read_file(files.toggle_file);
     if (!bytes) { // a set without toggle records is allowed
         files.toggles_lost = wanted;
         if (wanted || platform::file_exists(files.toggle_file))
-            faults.push_back({FaultCode::file_missing, files.toggle_file, 0, -1, "", bytes.reason(),
-                              "pack the screen's source: slots of the screen have highlighted looks"});
+            report(FaultCode::file_missing, "", bytes.reason(),
+                   "pack the screen's source: slots of the screen have highlighted looks");
         return;
     }
     Result<std::vector<Slot>> records = read_slot_file(*bytes);
     const std::string fault = fault_of_slot_file(*bytes, records);
     if (!fault.empty())
-        faults.push_back(
-            {FaultCode::slot_file_damaged, files.toggle_file, 0, -1, "", fault, "pack the screen's source again"});
+        report(FaultCode::slot_file_damaged, "", fault, "pack the screen's source again");
     files.set.toggles = std::move(records).value_or({});
     files.toggles_lost = wanted && files.set.toggles.empty();
 }
 
 void read_screen(ScreenFiles& files, const ScreenFile& row, Faults& faults) {
+    const Reporter report{faults, files.slot_file};
     const auto bytes = read_file(files.slot_file);
     if (!bytes) {
-        faults.push_back(
-            {FaultCode::file_missing, files.slot_file, 0, -1, "", bytes.reason(), "pack the screen's source", true});
+        report(FaultCode::file_missing, "", bytes.reason(), "pack the screen's source", true);
         return;
     }
     Result<std::vector<Slot>> records = read_slot_file(*bytes);
     const std::string fault = fault_of_slot_file(*bytes, records);
     files.set.slots = std::move(records).value_or({});
     if (!fault.empty()) {
-        faults.push_back({FaultCode::slot_file_damaged, files.slot_file, 0, -1, "", fault,
-                          "pack the screen's source again", files.set.slots.empty()});
+        report(FaultCode::slot_file_damaged, "", fault, "pack the screen's source again", files.set.slots.empty());
         if (files.set.slots.empty())
             return;
     }
     if (files.set.slot_count() < row.used)
-        faults.push_back({FaultCode::slots_missing, files.slot_file, 0, -1, "",
-                          "has " + std::to_string(files.set.slot_count()) + " slots, the program uses slots up to " +
-                              std::to_string(row.used - 1),
-                          "add the missing slots", files.set.slot_count() < row.needed});
+        report(FaultCode::slots_missing, "",
+               "has " + std::to_string(files.set.slot_count()) + " slots, the program uses slots up to " +
+                   std::to_string(row.used - 1),
+               "add the missing slots", files.set.slot_count() < row.needed);
     read_toggles(files, faults);
 }
 

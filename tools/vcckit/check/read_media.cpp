@@ -39,9 +39,9 @@ void read_fonts(Installation& installation, Faults& faults) {
             told->field += ", " + key; // the font of several numbers
             continue;
         }
-        faults.push_back({platform::file_exists(name) ? FaultCode::font_unreadable : FaultCode::file_missing, name, 0,
-                          -1, key, platform::file_exists(name) ? "is not a font" : "does not exist",
-                          "add the font, or change the key in data/configs/vcc.cfg", true});
+        const bool there = platform::file_exists(name);
+        Reporter{faults, name}(there ? font_unreadable : file_missing, key, there ? "is not a font" : "does not exist",
+                               "add the font, or change the key in data/configs/vcc.cfg", true);
     }
     if (all && load_fonts(path::fonts))
         installation.fonts = true;
@@ -62,44 +62,38 @@ bool load_measuring_fonts() {
 
 void read_buffers(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(path::buffer_list);
+    const auto report_at = [&](int line) { return Reporter{faults, path::buffer_list, line}; };
     if (!text) {
-        faults.push_back({file_missing, path::buffer_list, 0, -1, "", text.reason(),
-                          "write the list; docs/formats.md describes it", true});
+        report_at(0)(file_missing, "", text.reason(), "write the list; docs/formats.md describes it", true);
         return;
     }
     installation.listed_buffers = true;
     const BufferList list = read_buffer_list(*text);
-    const auto report_at = [&](int line, FaultCode code, std::string problem, std::string advice, bool fatal) {
-        faults.push_back({code, path::buffer_list, line, -1, "", std::move(problem), std::move(advice), fatal});
-    };
     for (const auto& [line, number, path] : list.pictures) {
-        const auto report = [&, at = line](FaultCode code, std::string problem, std::string advice,
-                                           bool fatal = false) {
-            report_at(at, code, std::move(problem), std::move(advice), fatal);
-        };
+        const Reporter report = report_at(line);
         if (path.empty()) {
-            report(buffer_line_empty, "the line is empty, and counts as the name of a picture", "remove the line",
+            report(buffer_line_empty, "", "the line is empty, and counts as the name of a picture", "remove the line",
                    true);
             continue;
         }
         installation.named.insert(path);
         if (made_by_program(number))
-            report(buffer_taken, "buffer " + std::to_string(number) + " is created by the program", "use 0 to 20");
+            report(buffer_taken, "", "buffer " + std::to_string(number) + " is created by the program", "use 0 to 20");
         if (installation.buffers.contains(number))
-            report(buffer_taken, "buffer " + std::to_string(number) + " gets a second picture",
+            report(buffer_taken, "", "buffer " + std::to_string(number) + " gets a second picture",
                    "give every picture its own \"+\"");
         PictureCheck picture = check_picture(path);
         if (!picture.bitmap) {
-            report(picture.code, path + " " + picture.fault, picture.advice, true);
+            report(picture.code, "", path + " " + picture.fault, picture.advice, true);
             faults.back().nearest = picture.nearest;
         } else if (!picture.fault.empty())
-            report(picture.code, path + " " + picture.fault, "create the picture again");
+            report(picture.code, "", path + " " + picture.fault, "create the picture again");
         installation.buffers[number] = std::move(picture.bitmap);
     }
     if (list.unknown) {
-        report_at(list.unknown->line, buffer_unknown,
-                  "there is no graphic buffer " + std::to_string(list.unknown->number),
-                  list.unknown->key == '+' ? "buffers are 0 to 24" : "remove the line", list.unknown->fails_list());
+        report_at(list.unknown->line)(
+            buffer_unknown, "", "there is no graphic buffer " + std::to_string(list.unknown->number),
+            list.unknown->key == '+' ? "buffers are 0 to 24" : "remove the line", list.unknown->fails_list());
         installation.listed_buffers = false; // the rest is unknown
         return;
     }
@@ -109,11 +103,11 @@ void read_buffers(Installation& installation, Faults& faults) {
         if (found != installation.buffers.end() && !there)
             continue; // reported above
         if (!there || found->second->w < layout_width || found->second->h < layout_height)
-            faults.push_back({buffer_missing, path::buffer_list, 0, -1, "+" + std::to_string(needed),
-                              there ? "the picture is smaller than 800 x 600" : "no picture for this buffer",
-                              needed == screen_buffer ? "every screen is drawn into it"
-                                                      : "text windows restore their background from it",
-                              needed == screen_buffer});
+            report_at(0)(buffer_missing, "+" + std::to_string(needed),
+                         there ? "the picture is smaller than 800 x 600" : "no picture for this buffer",
+                         needed == screen_buffer ? "every screen is drawn into it"
+                                                 : "text windows restore their background from it",
+                         needed == screen_buffer);
     }
 }
 

@@ -128,30 +128,29 @@ void check_chosen_themes(const Installation& installation, Faults& faults) {
             continue;
         const int chosen = stored_number(row);
         if (chosen >= static_cast<int>(installation.themes.size()))
-            faults.push_back({theme_unknown, path::settings, 0, -1, std::string(row.key),
-                              "there is no theme " + std::to_string(chosen),
-                              "tools/vcc.snd names " + std::to_string(installation.themes.size())});
+            Reporter{faults, path::settings}(theme_unknown, std::string(row.key),
+                                             "there is no theme " + std::to_string(chosen),
+                                             "tools/vcc.snd names " + std::to_string(installation.themes.size()));
     }
 }
 
 } // namespace
 
 void read_sounds(Installation& installation, Faults& faults) {
+    const Reporter report{faults, path::sound_setup};
     const auto& text = installation.text_file(path::sound_setup);
     if (!text) {
-        faults.push_back({file_missing, path::sound_setup, 0, -1, "", text.reason(),
-                          "write the list, or there is no sound; docs/formats.md describes it"});
+        report(file_missing, "", text.reason(), "write the list, or there is no sound; docs/formats.md describes it");
         return;
     }
     SetupWalk(installation, faults).run(*text);
     installation.listed_sounds = !installation.sounds.empty();
     for (const int sound : {film_sound, film_sound + 1})
         if (installation.listed_sounds && !installation.sounds.contains(sound))
-            faults.push_back({sound_entry_missing, path::sound_setup, 0, -1, "+" + std::to_string(sound), "is missing",
-                              "add the entry: it is the sound of a film"});
+            report(sound_entry_missing, "+" + std::to_string(sound), "is missing",
+                   "add the entry: it is the sound of a film");
     if (installation.listed_sounds && installation.themes.empty())
-        faults.push_back(
-            {sound_entry_missing, path::sound_setup, 0, -1, "+190", "is missing", "add a theme, or there is no music"});
+        report(sound_entry_missing, "+190", "is missing", "add a theme, or there is no music");
     if (!installation.themes.empty())
         check_chosen_themes(installation, faults);
 }

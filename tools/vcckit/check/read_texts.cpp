@@ -55,30 +55,28 @@ bool is_misspelt(std::string_view section) {
 }
 
 void check_setting(const ConfigEntry& entry, Faults& faults) {
-    const auto report = [&](FaultCode code, std::string problem, const char* advice) {
-        faults.push_back({code, path::settings, entry.line, -1, entry.key, std::move(problem), advice});
-    };
+    const Reporter report{faults, path::settings, entry.line};
     if (entry.key.empty()) {
         if (is_misspelt(entry.section))
-            report(section_unknown, "there is no section [" + entry.section + "]",
+            report(section_unknown, "", "there is no section [" + entry.section + "]",
                    "docs/settings.md lists the sections");
         return;
     }
     if (entry.section.empty())
-        report(setting_without_section, "is before the first section", "move it below its [section]");
+        report(setting_without_section, entry.key, "is before the first section", "move it below its [section]");
     const SettingRow* row = find_setting_row(entry.section, entry.key);
     if (!row) {
         if (all_keys_are_known(entry.section))
-            report(setting_unknown, "no such key in [" + entry.section + "]", "correct its spelling, or remove it");
+            report(setting_unknown, entry.key, "no such key in [" + entry.section + "]",
+                   "correct its spelling, or remove it");
         return;
     }
     if (const std::string fault = fault_of_value(*row, entry.value); !fault.empty())
-        report(FaultCode::setting_value, "\"" + entry.value + "\" " + fault,
+        report(FaultCode::setting_value, entry.key, "\"" + entry.value + "\" " + fault,
                "docs/settings.md lists the values of the key");
 }
 
-void check_window_edges(const Installation&, const std::string& file, int number, const TextWindow& window,
-                        Faults& faults) {
+void check_window_edges(const std::string& file, int number, const TextWindow& window, Faults& faults) {
     const auto report = [&](const char* field, std::string problem, const char* advice) {
         faults.push_back({FaultCode::window_edges, file, 0, -1, "+" + std::to_string(number) + ": " + field,
                           std::move(problem), advice});
@@ -104,10 +102,7 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
     LineReader lines(text);
     int number = 0;
     while (const auto line = lines.next()) {
-        const auto report = [&](FaultCode code, std::string field, std::string problem, std::string_view advice) {
-            faults.push_back(
-                {code, file, lines.line_number(), -1, std::move(field), std::move(problem), std::string(advice)});
-        };
+        const Reporter report{faults, file, lines.line_number()};
         if (line->starts_with('+')) {
             number = to_number(line->substr(1));
             if (number < 0 || number >= text_window_count) {
@@ -128,7 +123,7 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
             const int value = to_number(line->substr(field.key.size()));
             if (!field.allowed.empty() && ((value < field.min && !field.any_below) || value > field.max))
                 report(FaultCode::window_value, std::string(field.key), std::to_string(value) + " is out of range",
-                       field.allowed);
+                       std::string(field.allowed));
             break;
         }
         if ((*line)[0] == 'x' || (*line)[0] == 'y')
@@ -143,8 +138,7 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
 void read_settings(Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(path::settings);
     if (!text) {
-        faults.push_back(
-            {file_missing, path::settings, 0, -1, "", "cannot be read", "the program would use its own defaults"});
+        Reporter{faults, path::settings}(file_missing, "", "cannot be read", "the program would use its own defaults");
         return;
     }
     const std::string values = platform::latin1_from_utf8(*text);
@@ -158,17 +152,16 @@ void read_windows(Installation& installation, Faults& faults) {
         language.window_file = language_file_name(languages[i], path::text_windows);
         const auto& text = installation.text_file(language.window_file);
         if (!text || read_text_windows(*text, language.windows, nullptr) == 0) {
-            faults.push_back({text ? window_missing : file_missing, language.window_file, 0, -1, "",
-                              text ? "describes no window" : text.reason(),
-                              "describe the windows; each has a \"-\" line", true});
+            Reporter{faults, language.window_file}(text ? window_missing : file_missing, "",
+                                                   text ? "describes no window" : text.reason(),
+                                                   "describe the windows; each has a \"-\" line", true);
             continue;
         }
         language.windows_usable = true;
         check_window_lines(language.window_file, *text, language, faults);
         for (std::size_t window = 0; window < language.windows.size(); ++window)
             if (language.windows_described[window] && window != style_window)
-                check_window_edges(installation, language.window_file, static_cast<int>(window),
-                                   language.windows[window], faults);
+                check_window_edges(language.window_file, static_cast<int>(window), language.windows[window], faults);
     }
 }
 
@@ -176,41 +169,37 @@ void read_messages(Installation& installation, Faults& faults) {
     const std::string choice = with_slashes(path::language_choice);
     const auto& chosen = installation.text_file(choice);
     if (!chosen || (!chosen->starts_with('1') && !chosen->starts_with('2')))
-        faults.push_back({FaultCode::language_choice, choice, 1, -1, "",
-                          chosen ? "does not choose a language" : "cannot be read",
-                          "its first character must be 1 for English or 2 for German"});
+        Reporter{faults, choice, 1}(FaultCode::language_choice, "",
+                                    chosen ? "does not choose a language" : "cannot be read",
+                                    "its first character must be 1 for English or 2 for German");
     for (std::size_t i = 0; i < languages.size(); ++i) {
         LanguageFiles& language = installation.by_language[i];
         language.message_file =
             "tools/language/" + std::string(languages[i].folder) + "/txt/" + std::string(languages[i].messages);
         const auto& text = installation.text_file(language.message_file);
         if (!text) {
-            faults.push_back(
-                {file_missing, language.message_file, 0, -1, "", "cannot be read", "messages would be empty"});
+            Reporter{faults, language.message_file}(file_missing, "", "cannot be read", "messages would be empty");
             continue;
         }
         NumberedLines lines(*text);
         bool filled = true;
         while (const auto line = lines.next()) {
-            const auto report = [&](FaultCode code, std::string problem, const char* advice) {
-                faults.push_back(
-                    {code, language.message_file, lines.line_number(), -1, "", std::move(problem), advice});
-            };
+            const Reporter report{faults, language.message_file, lines.line_number()};
             const int index = line->number.value_or(-1);
             if (line->kind == NumberedLine::Kind::number) {
                 filled = false;
                 if (index < 0 || index >= message_limit)
-                    report(message_number, "there is no message " + std::to_string(index), "messages are 0 to 299");
+                    report(message_number, "", "there is no message " + std::to_string(index), "messages are 0 to 299");
                 else if (!language.messages.insert(index).second)
-                    report(message_twice, "message " + std::to_string(index) + " is given twice",
+                    report(message_twice, "", "message " + std::to_string(index) + " is given twice",
                            "the last one counts");
             } else if (line->kind == NumberedLine::Kind::comment) {
                 continue;
             } else if (index < 0) {
-                report(FaultCode::message_line, "a text before the first message number",
+                report(FaultCode::message_line, "", "a text before the first message number",
                        "put a line +0 to +299 before it");
             } else if (filled) {
-                report(FaultCode::message_line, "message " + std::to_string(index) + " has a second line",
+                report(FaultCode::message_line, "", "message " + std::to_string(index) + " has a second line",
                        "only its last line is kept");
             } else {
                 filled = true;

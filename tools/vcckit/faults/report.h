@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vcc::kit {
@@ -30,6 +31,18 @@ struct Fault {
 };
 
 using Faults = std::vector<Fault>;
+
+/// Reports faults of one file, or of a line or record of it.
+struct Reporter {
+    Faults& faults;
+    std::string file;
+    int line = 0, record = -1;
+
+    void operator()(FaultCode code, std::string field, std::string problem, std::string advice,
+                    bool fatal = false) const {
+        faults.push_back({code, file, line, record, std::move(field), std::move(problem), std::move(advice), fatal});
+    }
+};
 
 /// A path as reported, with slashes.
 std::string with_slashes(std::string_view path);
