@@ -1,6 +1,5 @@
 """Every text of the menu can be read: its contrast to what is behind it, in pictures by vcckit render."""
 
-import os
 import subprocess
 import sys
 
@@ -9,14 +8,13 @@ import pytest
 from PIL import Image
 
 from support import menu
-from support.installation import PROJECT, SLOT_SIZE, built_installation
+from support.installation import PROJECT, SLOT_SIZE, VCCKIT, built_installation
 
 sys.path.insert(0, str(PROJECT / "game/art"))
 
 import parts  # noqa: E402
 import widgets  # noqa: E402
 
-VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
 ENOUGH = 4.5
 SLOTS = {"HQ": 3, "Factory": 5, "Battle": 7, "Options": 13, "Leave": 15}
 CAPTION = 573, 531, 198, 16  # the band below the preview

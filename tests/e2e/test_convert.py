@@ -1,6 +1,5 @@
 """vcckit convert: what it makes of the formats of other programs, of broken files, and of being killed."""
 
-import os
 import signal
 import subprocess
 import time
@@ -9,9 +8,8 @@ import numpy as np
 import pytest
 from PIL import Image
 
-from support.installation import PROJECT
+from support.installation import VCCKIT
 
-VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
 MASK = 255, 0, 255
 WIDTH, HEIGHT = 101, 60  # an odd width: lines of a PCX picture are even
 

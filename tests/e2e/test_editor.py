@@ -17,8 +17,8 @@ import pytest
 from PIL import Image
 
 from support.desktop import Desktop, wait_until
-from support.editor import VCCKIT, Browser, Editor, settle
-from support.installation import PROJECT, built_installation
+from support.editor import Browser, Editor, settle
+from support.installation import PROJECT, VCCKIT, built_installation
 
 pytestmark = pytest.mark.linux
 
@@ -148,6 +148,7 @@ def test_german_text_and_the_way_back_to_the_first_byte(page, project):
     page.wait_for_picture()
     page.press("DE")
     page.wait_for_picture()
+    assert project.bytes() == before, "only what is saved is written"
     save(page)
     assert 'text = { en = "Veldor Control Centre  1.2.8", de = "Zentrale für Veldor" }' in project.source().read_text()
     page.drag((60, 582), (160, 540))

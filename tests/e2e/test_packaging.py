@@ -98,7 +98,8 @@ def test_what_the_packages_say(packages):
         assert fields["Package"] == name and fields["Version"] == version
         needed = {each.split()[0] for each in fields["Depends"].split(", ")}
         assert NEEDED[name] <= needed and ("libcpp-httplib0.11" in needed) == (name == "veldor-tools")
-        assert "install ok installed" in run("dpkg-query", "-W", "-f=${Status}\n", *needed - {"veldor"})
+        states = run("dpkg-query", "-W", "-f=${Status}\n", *needed - {"veldor"}).splitlines()
+        assert set(states) == {"install ok installed"}
         contents = run("dpkg", "--contents", package).splitlines()
         assert all(line.split()[1] == "root/root" and line[8] != "w" for line in contents if line[0] != "l")
         assert not any("logfiles/" in line and not line.endswith("/") for line in contents), "a log is in the package"

@@ -8,9 +8,7 @@ import subprocess
 
 import pytest
 
-from support.installation import PROJECT, SLOT_SIZE
-
-VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
+from support.installation import SLOT_SIZE, VCCKIT
 
 
 def play(installation, *options):

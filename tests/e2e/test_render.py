@@ -1,15 +1,13 @@
 """vcckit render makes the very pictures that the window shows."""
 
-import os
 import subprocess
 
 import numpy as np
 import pytest
 from PIL import Image
 
-from support.installation import PROJECT
+from support.installation import VCCKIT
 
-VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
 PARKED = (799, 599)
 POINTER = 32  # pixels around the pointer that are not compared
 OPEN_OPTIONS = ("click", "vcc", 13)

@@ -9,10 +9,8 @@ import pytest
 
 from support import menu
 from support.desktop import wait_until
-from support.installation import CONFIG, PROJECT
+from support.installation import CONFIG, PROJECT, VCCKIT
 from support.robot import MENU_PICTURE
-
-VCCKIT = PROJECT / "build/release/tools/vcckit/vcckit"
 
 
 @pytest.mark.windows

@@ -15,9 +15,8 @@ from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 
 from support.desktop import stop, wait_until
-from support.installation import PROJECT
+from support.installation import VCCKIT
 
-VCCKIT = os.environ.get("VCCKIT", PROJECT / "build/release/tools/vcckit/vcckit")
 CHANGED_KEYS = {"ctrl": Keys.CONTROL, "shift": Keys.SHIFT, "alt": Keys.ALT}
 
 

@@ -12,6 +12,7 @@ from pathlib import Path
 from support.desktop import wait_until
 from support.system import PROJECT, SYSTEM, installation_folder
 
+VCCKIT = os.environ.get("VCCKIT", str(PROJECT / "build/release/tools/vcckit/vcckit"))
 CONFIG = "data/configs/vcc.cfg"
 LOG = "data/logfiles/veldor_log.txt"
 SLOT_SIZE = 376

@@ -76,13 +76,14 @@ class PulseServer:
 
 def loudness(samples):
     """Root mean square of the recording, 0 to 1."""
-    return float(np.sqrt(np.mean((samples.astype(np.float64) / 32768) ** 2))) if len(samples) else 0.0
+    assert len(samples), "nothing was recorded"
+    return float(np.sqrt(np.mean((samples.astype(np.float64) / 32768) ** 2)))
 
 
 def longest_gap_s(samples, silence=8):
     """Seconds of the longest silence between two audible frames."""
     loud = np.flatnonzero(np.abs(samples.astype(np.int32)).max(axis=1) > silence)
-    return float(np.diff(loud).max() - 1) / RATE if len(loud) > 1 else 0.0
+    return float(np.diff(loud).max() - 1) / RATE  # of silence alone there is no answer
 
 
 def main_tone_hz(samples):

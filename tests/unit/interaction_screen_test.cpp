@@ -134,6 +134,7 @@ TEST_F(Screen, WhatATextLeavesOutsideItsFieldIsWipedWhenItIsCut) {
     const auto behind = [this] { return display_.at(60, 14 * 3 + 5); };
     run({point_at_row(3), rest, [&] { EXPECT_EQ(behind(), 0); }, press('a', KEY_A), rest,
          [&] { EXPECT_EQ(behind(), pixel_of(13)); }, close_window});
+    EXPECT_TRUE(events_.empty()) << "it was not looked at";
     graphic_buffers[4].reset();
 }
 

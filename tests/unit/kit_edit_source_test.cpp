@@ -13,6 +13,7 @@
 
 #include <cstring>
 #include <filesystem>
+#include <regex>
 
 namespace vcc::kit::edit {
 namespace {
@@ -41,19 +42,27 @@ Operation unset(const Address& of, const std::string& field, const std::string& 
 
 struct Case {
     const char* what;
-    std::string before;
     std::vector<Operation> operations;
-    std::string after; ///< or, behind a "!", the beginning of the reason
+    std::string text;         ///< with its changes as <before|after>
+    std::string refused = {}; ///< how the reason begins when there is no change
 };
+
+/// One side of the changes.
+std::string side(const std::string& text, const char* group) {
+    static const std::regex change("<([^|]*)\\|([^>]*)>");
+    return std::regex_replace(text, change, group);
+}
 
 void expect_cases(const std::vector<Case>& cases, const std::string& screen = {}) {
     for (const Case& each : cases) {
-        const auto result = apply(each.before, DocumentKind::screen, each.operations, {screen});
-        const std::string got = result ? *result : "!" + result.reason();
-        EXPECT_EQ(each.after.starts_with('!') ? got.substr(0, each.after.size()) : got, each.after) << each.what;
+        const auto result = apply(side(each.text, "$1"), DocumentKind::screen, each.operations, {screen});
+        EXPECT_EQ(result ? *result : result.reason().substr(0, each.refused.size()),
+                  each.refused.empty() ? side(each.text, "$2") : each.refused)
+            << each.what;
     }
 }
 
+const Address style_a{Of::style, 0, "a", ""}, toggle_1{Of::toggle, 1, "", ""};
 const std::string one = "[[slot]]\nindex = 1\n";
 const std::string group = "[[slot]]\nindex = 5\nrepeat = { count = 3, step = 2, dest_y = 26 }\n";
 const std::string styled = "[style.a]\nrow = 4\ntext = { en = \"A\", de = \"B\" }\nhighlight = { row = 5 }\n"
@@ -62,186 +71,119 @@ const std::string styled = "[style.a]\nrow = 4\ntext = { en = \"A\", de = \"B\" 
 TEST(SourceEdit, SetWritesWhereTheValueStands) {
     using namespace std::string_literals;
     expect_cases({
-        {"number, comment", one + "row =  3 # three\n", {set(slot(1), "row", 40)}, one + "row =  40 # three\n"},
-        {"same number in another spelling", one + "row = 0x10\n", {set(slot(1), "row", 16)}, one + "row = 0x10\n"},
-        {"new field", one + "# end\n", {set(slot(1), "row", 4)}, one + "row = 4\n# end\n"},
-        {"no final line end", "[[slot]]\nindex = 1", {set(slot(1), "row", 4)}, "[[slot]]\nindex = 1\nrow = 4"},
-        {"CRLF, tabs",
-         "[[slot]]\r\n\tindex = 1\r\n",
-         {set(slot(1), "row", 4)},
-         "[[slot]]\r\n\tindex = 1\r\n\trow = 4\r\n"},
-        {"name", one + "font = 3\n", {set(slot(1), "font", "mono_16"s)}, one + "font = \"mono_16\"\n"},
-        {"a number's name", one, {set(slot(1), "fore_colour", 14)}, one + "fore_colour = \"yellow\"\n"},
-        {"own name",
-         "names.sound.hit = 7\n" + one,
-         {set(slot(1), "sound", 7)},
-         "names.sound.hit = 7\n" + one + "sound = \"hit\"\n"},
-        {"same number by name",
-         one + "fore_colour = \"yellow\"\n",
-         {set(slot(1), "fore_colour", 14)},
-         one + "fore_colour = \"yellow\"\n"},
-        {"unknown name", one, {set(slot(1), "font", "mono_17"s)}, "!there is no font \"mono_17\""},
-        {"text",
-         one + "text = 'a'\n",
-         {set(slot(1), "text", "\"\\\n\xc3\xa4"s)},
-         one + "text = \"\\\"\\\\\\u000A\xc3\xa4\"\n"},
-        {"text beyond ASCII behind no blank",
-         one + "text='a'\n",
-         {set(slot(1), "text", "\xc3\xa4"s)},
-         one + "text= \"\xc3\xa4\"\n"},
-        {"flag", one + "hidden = true\n", {set(slot(1), "hidden", false)}, one + "hidden = false\n"},
-        {"shadow colour", one, {set(slot(1), "shadow", "red"s)}, one + "shadow = \"red\"\n"},
+        {"number, comment", {set(slot(1), "row", 40)}, one + "row =  <3|40> # three\n"},
+        {"same number in another spelling", {set(slot(1), "row", 16)}, one + "row = 0x10\n"},
+        {"new field", {set(slot(1), "row", 4)}, one + "<|row = 4\n># end\n"},
+        {"no final line end", {set(slot(1), "row", 4)}, "[[slot]]\nindex = 1<|\nrow = 4>"},
+        {"CRLF, tabs", {set(slot(1), "row", 4)}, "[[slot]]\r\n\tindex = 1\r\n<|\trow = 4\r\n>"},
+        {"name", {set(slot(1), "font", "mono_16"s)}, one + "font = <3|\"mono_16\">\n"},
+        {"a number's name", {set(slot(1), "fore_colour", 14)}, one + "<|fore_colour = \"yellow\"\n>"},
+        {"own name", {set(slot(1), "sound", 7)}, "names.sound.hit = 7\n[[slot]]\nindex = 1\n<|sound = \"hit\"\n>"},
+        {"unknown name", {set(slot(1), "font", "mono_17"s)}, one, "there is no font \"mono_17\""},
+        {"text", {set(slot(1), "text", "\"\\\n\xc3\xa4"s)}, one + "text = <'a'|\"\\\"\\\\\\u000A\xc3\xa4\">\n"},
+        {"text beyond ASCII behind no blank", {set(slot(1), "text", "\xc3\xa4"s)}, one + "text=<'a'| \"\xc3\xa4\">\n"},
+        {"flag", {set(slot(1), "hidden", false)}, one + "hidden = <true|false>\n"},
+        {"shadow colour", {set(slot(1), "shadow", "red"s)}, one + "<|shadow = \"red\"\n>"},
         {"styles",
-         styled + "[style.b]\n",
          {set(slot(1), "style", "a, b"s)},
-         "[style.a]\nrow = 4\ntext = { en = \"A\", de = \"B\" }\nhighlight = { row = 5 }\n"
-         "[[slot]]\nindex = 1\nstyle = [\"a\", \"b\"]\n[style.b]\n"},
-        {"unknown style", one, {set(slot(1), "style", "a"s)}, "!there is no [style.a]"},
-        {"unknown field", one, {set(slot(1), "colour", 1)}, "!there is no field \"colour\""},
-        {"wrong kind", one, {set(slot(1), "row", true)}, "!row must be a number or a name"},
-        {"too large", one, {set(slot(1), "row", std::int64_t{1} << 31)}, "!2147483648 does not fit"},
-        {"no such slot", one, {set(slot(2), "row", 1)}, "!no [[slot]] describes number 2"},
-        {"index", one, {set(slot(1), "index", 2)}, "!a record gets another number by renumbering it"},
-        {"not TOML", "[[slot]\n", {set(slot(1), "row", 1)}, "!line 1: "},
-        {"the record's own, not the style's", styled, {set(slot(1), "row", 7)}, styled + "row = 7\n"},
-        {"style",
-         styled,
-         {set({Of::style, 0, "a", ""}, "row", 7)},
-         "[style.a]\nrow = 7\n" + styled.substr(styled.find("text"))},
-        {"dotted style",
-         "style.a.row = 1\n" + one,
-         {set({Of::style, 0, "a", ""}, "column", 7)},
-         "style.a.row = 1\nstyle.a.column = 7\n" + one},
-        {"style without a heading",
+         "[style.a]\n[style.b]\n[[slot]]\nindex = 1\nstyle = <|[>\"a\"<|, \"b\"]>\n"},
+        {"unknown style", {set(slot(1), "style", "a"s)}, one, "there is no [style.a]"},
+        {"unknown field", {set(slot(1), "colour", 1)}, one, "there is no field \"colour\""},
+        {"wrong kind", {set(slot(1), "row", true)}, one, "row must be a number or a name"},
+        {"too large", {set(slot(1), "row", std::int64_t{1} << 31)}, one, "2147483648 does not fit"},
+        {"no such slot", {set(slot(2), "row", 1)}, one, "no [[slot]] describes number 2"},
+        {"index", {set(slot(1), "index", 2)}, one, "a record gets another number by renumbering it"},
+        {"not TOML", {set(slot(1), "row", 1)}, "[[slot]\n", "line 1: "},
+        {"the record's own, not the style's", {set(slot(1), "row", 7)}, styled + "<|row = 7\n>"},
+        {"style", {set(style_a, "row", 7)}, "[style.a]\nrow = <4|7>\n"},
+        {"dotted style", {set(style_a, "column", 7)}, "style.a.row = 1\n<|style.a.column = 7\n>"},
+        {"no heading",
+         {set(style_a, "row", 7)},
          "[style.a.highlight]\nrow = 1\n",
-         {set({Of::style, 0, "a", ""}, "row", 7)},
-         "!the table has no heading of its own"},
+         "the table has no heading of its own"},
         {"records in a list",
-         "slot = [{ index = 1, row = 2 }, {index=3}]\n",
          {set(slot(1), "row", 9), set(slot(3), "row", 8)},
-         "slot = [{ index = 1, row = 9 }, {index=3, row = 8}]\n"},
+         "slot = [{ index = 1, row = <2|9> }, {index=3<|, row = 8>}]\n"},
     });
 }
 
 TEST(SourceEdit, SetInOneLanguageKeepsTheOther) {
     using namespace std::string_literals;
     expect_cases({
-        {"plain", one + "row = 3\n", {set(slot(1), "row", 4, "de")}, one + "row = { en = 3, de = 4 }\n"},
-        {"same", one + "row = 3\n", {set(slot(1), "row", 3, "de")}, one + "row = 3\n"},
-        {"inline",
-         one + "row = { en = 1, de = 2 }\n",
-         {set(slot(1), "row", 1, "de")},
-         one + "row = { en = 1, de = 1 }\n"},
-        {"both of an inline table",
-         one + "row = { en = 1, de = 2 }\n",
-         {set(slot(1), "row", 7)},
-         one + "row = { en = 7, de = 7 }\n"},
-        {"dotted",
-         one + "text.en = \"a\" # A\ntext.de = \"b\"\n",
-         {set(slot(1), "text", "c"s, "en")},
-         one + "text.en = \"c\" # A\ntext.de = \"b\"\n"},
-        {"headed",
-         one + "[slot.text]\nen = \"a\"\nde = \"b\"\n",
-         {set(slot(1), "text", "c"s, "de")},
-         one + "[slot.text]\nen = \"a\"\nde = \"c\"\n"},
-        {"one is missing",
-         one + "text.en = \"a\"\nrow = 1\n",
-         {set(slot(1), "text", "c"s, "de")},
-         one + "text.en = \"a\"\ntext.de = \"c\"\nrow = 1\n"},
-        {"nothing yet", one, {set(slot(1), "row", 4, "de")}, one + "row = { en = 0, de = 4 }\n"},
-        {"from the style", styled, {set(slot(1), "text", "C"s, "de")}, styled + "text = { en = \"A\", de = \"C\" }\n"},
-        {"flag", one, {set(slot(1), "hidden", true, "de")}, "!hidden is the same in every language"},
-        {"unknown", one, {set(slot(1), "row", 1, "fr")}, "!\"fr\" is no language"},
+        {"plain", {set(slot(1), "row", 4, "de")}, one + "row = <3|{ en = 3, de = 4 }>\n"},
+        {"same", {set(slot(1), "row", 3, "de")}, one + "row = 3\n"},
+        {"inline", {set(slot(1), "row", 1, "de")}, one + "row = { en = 1, de = <2|1> }\n"},
+        {"both of an inline table", {set(slot(1), "row", 7)}, one + "row = { en = <1|7>, de = <2|7> }\n"},
+        {"dotted", {set(slot(1), "text", "c"s, "en")}, one + "text.en = \"<a|c>\" # A\ntext.de = \"b\"\n"},
+        {"headed", {set(slot(1), "text", "c"s, "de")}, one + "[slot.text]\nen = \"a\"\nde = \"<b|c>\"\n"},
+        {"one is missing", {set(slot(1), "text", "c"s, "de")}, one + "text.en = \"a\"\n<|text.de = \"c\"\n>row = 1\n"},
+        {"nothing yet", {set(slot(1), "row", 4, "de")}, one + "<|row = { en = 0, de = 4 }\n>"},
+        {"from the style", {set(slot(1), "text", "C"s, "de")}, styled + "<|text = { en = \"A\", de = \"C\" }\n>"},
+        {"flag", {set(slot(1), "hidden", true, "de")}, one, "hidden is the same in every language"},
+        {"unknown", {set(slot(1), "row", 1, "fr")}, one, "\"fr\" is no language"},
     });
 }
 
 TEST(SourceEdit, SetInAGroupMovesItsNumbersAndSplitsItsTexts) {
     using namespace std::string_literals;
     expect_cases({
-        {"number with step", group + "dest_y = 100\n", {set(slot(7), "dest_y", 130)}, group + "dest_y = 104\n"},
-        {"number without step", group + "dest_x = 9\n", {set(slot(9), "dest_x", 8)}, group + "dest_x = 8\n"},
+        {"number with step", {set(slot(7), "dest_y", 130)}, group + "dest_y = <100|104>\n"},
+        {"number without step", {set(slot(9), "dest_x", 8)}, group + "dest_x = <9|8>\n"},
         {"name with step",
-         "[[slot]]\nindex = 5\nrepeat = { count = 3, action = 1 }\naction = \"hq\"\n",
          {set(slot(6), "action", "battle"s)},
-         "[[slot]]\nindex = 5\nrepeat = { count = 3, action = 1 }\naction = 3\n"},
+         "[[slot]]\nindex = 5\nrepeat = { count = 3, action = 1 }\naction = <\"hq\"|3>\n"},
         {"text in a list",
-         group + "text = [\n  \"a\", # 1\n  { en = \"b\", de = \"c\" },\n  \"d\",\n]\n",
          {set(slot(7), "text", "x"s, "de"), set(slot(9), "text", "y"s, "de"), set(slot(5), "text", "z"s)},
-         group + "text = [\n  \"z\", # 1\n  { en = \"b\", de = \"x\" },\n  { en = \"d\", de = \"y\" },\n]\n"},
-        {"common text",
-         group + "text = \"a\"\n",
-         {set(slot(7), "text", "x"s)},
-         group + "text = [\"a\", \"x\", \"a\"]\n"},
+         group +
+             "text = [\n  \"<a|z>\", # 1\n  { en = \"b\", de = \"<c|x>\" },\n  <|{ en = >\"d\",<| de = \"y\" },>\n]\n"},
+        {"common text", {set(slot(7), "text", "x"s)}, group + "text = <|[>\"a\"<|, \"x\", \"a\"]>\n"},
         {"text of nobody",
-         group,
          {set(slot(9), "text", "x"s, "en")},
-         group + "text = [\"\", \"\", { en = \"x\", de = \"\" }]\n"},
-        {"list of another length", group + "row = [1, 2]\n", {set(slot(7), "row", 1)}, "!a list has 2 values for 3"},
+         group + "<|text = [\"\", \"\", { en = \"x\", de = \"\" }]\n>"},
+        {"list of another length", {set(slot(7), "row", 1)}, group + "row = [1, 2]\n", "a list has 2 values for 3"},
         {"repeat",
-         group,
          {set(slot(5), "repeat.count", 4), set(slot(5), "repeat.row", 2)},
-         "[[slot]]\nindex = 5\nrepeat = { count = 4, step = 2, dest_y = 26, row = 2 }\n"},
+         "[[slot]]\nindex = 5\nrepeat = { count = <3|4>, step = 2, dest_y = 26<|, row = 2> }\n"},
     });
 }
 
 TEST(SourceEdit, LooksTakeFieldsOfTheirOwn) {
     expect_cases({
-        {"first", one, {set(slot(1, "highlight"), "row", 4)}, one + "highlight = { row = 4 }\n"},
-        {"further",
-         one + "pressed = { row = 4 }\n",
-         {set(slot(1, "pressed"), "index", 20)},
-         one + "pressed = { row = 4, index = 20 }\n"},
-        {"empty", one + "pressed = {}\n", {set(slot(1, "pressed"), "row", 2)}, one + "pressed = { row = 2 }\n"},
+        {"first", {set(slot(1, "highlight"), "row", 4)}, one + "<|highlight = { row = 4 }\n>"},
+        {"further", {set(slot(1, "pressed"), "index", 20)}, one + "pressed = { row = 4<|, index = 20> }\n"},
+        {"empty", {set(slot(1, "pressed"), "row", 2)}, one + "pressed = {<| row = 2 >}\n"},
         {"headed",
-         one + "[slot.highlight]\nrow = 4\n\n[[slot]]\nindex = 2\n",
          {set(slot(1, "highlight"), "column", 3)},
-         one + "[slot.highlight]\nrow = 4\ncolumn = 3\n\n[[slot]]\nindex = 2\n"},
-        {"dropped before",
-         one + "highlight = false\n",
-         {set(slot(1, "highlight"), "row", 4)},
-         one + "highlight = { row = 4 }\n"},
+         one + "[slot.highlight]\nrow = 4\n<|column = 3\n>\n[[slot]]\nindex = 2\n"},
+        {"dropped before", {set(slot(1, "highlight"), "row", 4)}, one + "highlight = <false|{ row = 4 }>\n"},
         {"beside the style's",
-         styled,
          {set(slot(1, "highlight"), "row", 6, "de")},
-         styled + "highlight = { row = { en = 5, de = 6 } }\n"},
+         styled + "<|highlight = { row = { en = 5, de = 6 } }\n>"},
         {"from the slot",
-         one + "row = 3\n",
          {set(slot(1, "highlight"), "row", 6, "de")},
-         one + "row = 3\nhighlight = { row = { en = 3, de = 6 } }\n"},
-        {"a look without changes", one, {set(slot(1), "pressed", true)}, one + "pressed = {}\n"},
-        {"no look", one + "pressed = { row = 1 }\n", {set(slot(1), "pressed", false)}, one + "pressed = false\n"},
-        {"record of the look", one, {set({Of::toggle, 1, "", ""}, "row", 1)}, "!toggle record 1 is a look of slot 1"},
+         one + "row = 3\n<|highlight = { row = { en = 3, de = 6 } }\n>"},
+        {"a look without changes", {set(slot(1), "pressed", true)}, one + "<|pressed = {}\n>"},
+        {"no look", {set(slot(1), "pressed", false)}, one + "pressed = <{ row = 1 }|false>\n"},
+        {"record of the look", {set(toggle_1, "row", 1)}, one, "toggle record 1 is a look of slot 1"},
     });
 }
 
 TEST(SourceEdit, UnsetTakesTheLineOrThePartAway) {
     expect_cases({
-        {"line with comment", one + "row = 3 # x\ncolumn = 1\n", {unset(slot(1), "row")}, one + "column = 1\n"},
-        {"last line without end", one + "row = 3", {unset(slot(1), "row")}, "[[slot]]\nindex = 1"},
-        {"several lines", one + "text = [\n 'a'\n]\nrow = 1\n", {unset(slot(1), "text")}, one + "row = 1\n"},
-        {"dotted", one + "text.en = 'a'\nrow = 1\ntext.de = 'b'\n", {unset(slot(1), "text")}, one + "row = 1\n"},
-        {"headed", one + "[slot.highlight]\nrow = 4\n", {unset(slot(1), "highlight")}, one},
-        {"first part",
-         one + "pressed = { row = 1, column = 2 }\n",
-         {unset(slot(1, "pressed"), "row")},
-         one + "pressed = { column = 2 }\n"},
-        {"last part",
-         one + "pressed = { row = 1, column = 2 }\n",
-         {unset(slot(1, "pressed"), "column")},
-         one + "pressed = { row = 1 }\n"},
-        {"a language of a table",
-         one + "row = { en = 1, de = 2 } # x\n",
-         {unset(slot(1), "row", "de")},
-         one + "row = 1 # x\n"},
-        {"a language of dotted keys",
-         one + "row.en = 1\nrow.de = 2\n",
-         {unset(slot(1), "row", "en")},
-         one + "row = 2\n"},
+        {"line with comment", {unset(slot(1), "row")}, one + "<row = 3 # x\n|>column = 1\n"},
+        {"last line without end", {unset(slot(1), "row")}, "[[slot]]\nindex = 1<\nrow = 3|>"},
+        {"several lines", {unset(slot(1), "text")}, one + "<text = [\n 'a'\n]\n|>row = 1\n"},
+        {"dotted", {unset(slot(1), "text")}, one + "<text.en = 'a'\n|>row = 1\n<text.de = 'b'\n|>"},
+        {"headed", {unset(slot(1), "highlight")}, one + "<[slot.highlight]\nrow = 4\n|>"},
+        {"first part", {unset(slot(1, "pressed"), "row")}, one + "pressed = { <row = 1, |>column = 2 }\n"},
+        {"last part", {unset(slot(1, "pressed"), "column")}, one + "pressed = { row = 1<, column = 2|> }\n"},
+        {"a language of a table", {unset(slot(1), "row", "de")}, one + "row = <{ en = 1, de = 2 }|1> # x\n"},
+        {"a language of dotted keys", {unset(slot(1), "row", "en")}, one + "row<.en = 1\nrow.de|> = 2\n"},
         {"bytes are of no language",
-         one + "text = { raw = '00' }\n",
          {unset(slot(1), "text", "en")},
-         "!text has no value"},
-        {"the style's", styled, {unset(slot(1), "row")}, "!row is not written there"},
+         one + "text = { raw = '00' }\n",
+         "text has no value"},
+        {"the style's", {unset(slot(1), "row")}, styled, "row is not written there"},
     });
 }
 
@@ -257,48 +199,31 @@ Operation moved(std::vector<Address> of, int dx, int dy, Do what = Do::move) {
 TEST(SourceEdit, MoveAndResizeAddInEveryLanguage) {
     const std::string picture = one + "graphic = 1\n";
     expect_cases({
-        {"pixels",
-         picture + "dest_x = 4\ndest_y.en = 7\ndest_y.de = 9\n",
-         {moved({slot(1)}, 2, -9)},
-         picture + "dest_x = 6\ndest_y.en = -2\ndest_y.de = 0\n"},
-        {"cells",
-         one + "column = 4\nrow = 5\ndest_x = 9\n",
-         {moved({slot(1)}, 1, 1)},
-         one + "column = 5\nrow = 6\ndest_x = 9\n"},
-        {"nothing written", picture, {moved({slot(1)}, 3, 0)}, picture + "dest_x = 3\n"},
-        {"the style's place", styled, {moved({slot(1)}, 0, 2)}, styled + "row = 6\n"},
+        {"pixels", {moved({slot(1)}, 2, -9)}, picture + "dest_x = <4|6>\ndest_y.en = <7|-2>\ndest_y.de = <9|0>\n"},
+        {"cells", {moved({slot(1)}, 1, 1)}, one + "column = <4|5>\nrow = <5|6>\ndest_x = 9\n"},
+        {"nothing written", {moved({slot(1)}, 3, 0)}, picture + "<|dest_x = 3\n>"},
+        {"the style's place", {moved({slot(1)}, 0, 2)}, styled + "<|row = 6\n>"},
         {"cells here, pixels there",
-         one + "dest_x = { en = 5, de = 0 }\ndest_y = 5\n",
          {moved({slot(1)}, 1, 0)},
-         one + "dest_x = { en = 6, de = 0 }\ndest_y = 5\ncolumn = { en = 0, de = 1 }\n"},
+         one + "dest_x = { en = <5|6>, de = 0 }\ndest_y = 5\n<|column = { en = 0, de = 1 }\n>"},
         {"to the edge, where cells begin",
-         one + "dest_x = 1\ndest_y = 5\n",
          {moved({slot(1)}, -1, 0)},
-         "!dest_x would be 0"},
-        {"a group moves once",
-         group + "graphic = 1\ndest_y = 10\n",
-         {moved({slot(5), slot(7), slot(9)}, 0, 3)},
-         group + "graphic = 1\ndest_y = 13\n"},
-        {"parts of a list",
-         group + "graphic = 1\ndest_x = [1, 2, 3]\n",
-         {moved({slot(5), slot(9)}, 10, 0)},
-         group + "graphic = 1\ndest_x = [11, 2, 13]\n"},
+         one + "dest_x = 1\ndest_y = 5\n",
+         "dest_x would be 0"},
+        {"a group moves once", {moved({slot(5), slot(7), slot(9)}, 0, 3)}, group + "graphic = 1\ndest_y = <10|13>\n"},
+        {"parts of a list", {moved({slot(5), slot(9)}, 10, 0)}, group + "graphic = 1\ndest_x = [<1|11>, 2, <3|13>]\n"},
         {"a look",
-         picture + "dest_x = 5\n",
          {moved({slot(1, "pressed")}, 1, 1)},
-         picture + "dest_x = 5\npressed = { dest_x = 6, dest_y = 1 }\n"},
+         picture + "dest_x = 5\n<|pressed = { dest_x = 6, dest_y = 1 }\n>"},
         {"text window",
-         one + "graphic = 3\ntext = \"TEXT-WIN\"\n",
          {moved({slot(1)}, 1, 1)},
-         "!the slot shows text window 3"},
-        {"box",
-         one + "box_width = 9 # w\n",
-         {moved({slot(1)}, 2, 3, Do::resize)},
-         one + "box_width = 11 # w\nbox_height = 3\n"},
+         one + "graphic = 3\ntext = \"TEXT-WIN\"\n",
+         "the slot shows text window 3"},
+        {"box", {moved({slot(1)}, 2, 3, Do::resize)}, one + "box_width = <9|11> # w\n<|box_height = 3\n>"},
         {"picture of nothing",
-         picture + "src_x = 5\nbox_width = 9\n",
          {moved({slot(1)}, -4, 0, Do::resize)},
-         "!box_width would be 5, less than 6"},
+         picture + "src_x = 5\nbox_width = 9\n",
+         "box_width would be 5, less than 6"},
     });
 }
 
@@ -311,117 +236,94 @@ Operation whole(Do what, std::vector<Address> of, int to = 0, std::string text =
     return operation;
 }
 
-const std::string three = "# screen\n\n# first\n[[slot]]\nindex = 3 # A\n\n# second\n[[slot]]\nindex = 9\n\n[[slot]]\n"
-                          "index = 5\n[slot.pressed]\nrow = 1\n";
+const std::string two =
+    "# screen\n\n# first\n[[slot]]\nindex = 3 # A\n\n# second\n[[slot]]\nindex = 9\nhighlight = {}\n";
 
 TEST(SourceEdit, RecordsAreMadeCopiedAndTakenAway) {
     expect_cases({
         {"behind the next lower",
-         three,
          {whole(Do::create, {}, 4, "row = 1\ncolumn = 2")},
-         "# screen\n\n# first\n[[slot]]\nindex = 3 # A\n\n[[slot]]\nindex = 4\nrow = 1\ncolumn = 2\n\n" +
-             three.substr(three.find("# second"))},
-        {"at the end", three, {whole(Do::create, {}, 6)}, three + "\n[[slot]]\nindex = 6\n"},
+         "[[slot]]\nindex = 3 # A\n\n<|[[slot]]\nindex = 4\nrow = 1\ncolumn = 2\n\n># next\n[[slot]]\nindex = 9\n"},
+        {"at the end", {whole(Do::create, {}, 10)}, two + "<|\n[[slot]]\nindex = 10\n>"},
         {"before the first",
-         three,
          {whole(Do::create, {}, 1)},
-         "# screen\n\n[[slot]]\nindex = 1\n\n" + three.substr(three.find("# first"))},
-        {"in nothing", "", {whole(Do::create, {}, 1)}, one},
+         "# screen\n\n<|[[slot]]\nindex = 1\n\n># first\n[[slot]]\nindex = 3\n"},
+        {"in nothing", {whole(Do::create, {}, 1)}, "<|[[slot]]\nindex = 1\n>"},
         {"CRLF without an end",
-         "[[slot]]\r\nindex = 1",
          {whole(Do::create, {}, 2, "row = 1")},
-         "[[slot]]\r\nindex = 1\r\n\r\n[[slot]]\r\nindex = 2\r\nrow = 1"},
-        {"a toggle record", one, {whole(Do::create, {{Of::toggle, 0, "", ""}}, 2)}, one + "\n[[toggle]]\nindex = 2\n"},
+         "[[slot]]\r\nindex = 1<|\r\n\r\n[[slot]]\r\nindex = 2\r\nrow = 1>"},
+        {"a toggle record", {whole(Do::create, {toggle_1}, 2)}, one + "<|\n[[toggle]]\nindex = 2\n>"},
         {"a style",
-         "# x\n" + one,
-         {whole(Do::create, {{Of::style, 0, "b", ""}}, 0, "row = 1")},
-         "[style.b]\nrow = 1\n\n# x\n" + one},
-        {"a number that is taken", three, {whole(Do::create, {}, 9)}, "!slot 9 is described in line 8"},
-        {"a number that is none", three, {whole(Do::create, {}, 200)}, "!numbers are 0 to 199"},
-        {"lines that are none", three, {whole(Do::create, {}, 4, "row 1")}, "!the change does not fit"},
-        {"copy", three, {whole(Do::copy, {slot(5)}, 6)}, three + "\n[[slot]]\nindex = 6\n[slot.pressed]\nrow = 1\n"},
+         {whole(Do::create, {style_a}, 0, "row = 1")},
+         "<|[style.a]\nrow = 1\n\n># x\n[[slot]]\nindex = 1\n"},
+        {"a number that is taken", {whole(Do::create, {}, 9)}, two, "slot 9 is described in line 8"},
+        {"a number that is none", {whole(Do::create, {}, 200)}, two, "numbers are 0 to 199"},
+        {"lines that are none", {whole(Do::create, {}, 4, "row 1")}, two, "the change does not fit"},
+        {"copy", {whole(Do::copy, {slot(9)}, 10)}, two + "<|\n[[slot]]\nindex = 10\nhighlight = {}\n>"},
         {"copy with its own pressed look",
-         one + "activated = 7\npressed = { index = 7, row = 1 }\n",
          {whole(Do::copy, {slot(1)}, 2)},
-         one + "activated = 7\npressed = { index = 7, row = 1 }\n\n[[slot]]\nindex = 2\npressed = { row = 1 }\n"},
+         one + "activated = 7\npressed = { index = 7, row = 1 }\n<|\n[[slot]]\nindex = 2\npressed = { row = 1 }\n>"},
         {"copy out of a group",
-         group + "dest_y = 4\ntext = ['a', 'b', { en = 'c', de = 'd' }]\n",
          {whole(Do::copy, {slot(9)}, 20)},
-         group + "dest_y = 4\ntext = ['a', 'b', { en = 'c', de = 'd' }]\n\n"
-                 "[[slot]]\nindex = 20\ndest_y = 56\ntext = { en = 'c', de = 'd' }\n"},
+         group + "dest_y = 4\ntext = ['a', 'b', { en = 'c', de = 'd' }]\n"
+                 "<|\n[[slot]]\nindex = 20\ndest_y = 56\ntext = { en = 'c', de = 'd' }\n>"},
         {"remove with its comment",
-         three,
-         {whole(Do::remove, {slot(9)})},
-         "# screen\n\n# first\n[[slot]]\nindex = 3 # A\n\n[[slot]]\nindex = 5\n[slot.pressed]\nrow = 1\n"},
+         {whole(Do::remove, {slot(3)})},
+         "# screen\n\n<# first\n[[slot]]\nindex = 3 # A\n\n|># second\n[[slot]]\nindex = 9\n"},
         {"remove the first, the last",
-         three,
          {whole(Do::remove, {slot(3), slot(5)})},
-         "# screen\n\n# second\n[[slot]]\nindex = 9\n"},
+         "# x\n\n<[[slot]]\nindex = 3 # A\n\n|># y\n[[slot]]\nindex = 9\n<\n[[slot]]\nindex = 5\n[slot.pressed]\n|>"},
         {"remove out of a group",
-         "# g\n" + group + "dest_y = 4\n",
          {whole(Do::remove, {slot(7)})},
-         "# g\n[[slot]]\nindex = 5\ndest_y = 4\n\n[[slot]]\nindex = 9\ndest_y = 56\n"},
+         "# g\n[[slot]]\nindex = 5\n<repeat = { count = 3, step = 2, dest_y = 26 }\n|>dest_y = 4\n"
+         "<|\n[[slot]]\nindex = 9\ndest_y = 56\n>"},
         {"remove a style",
-         styled,
-         {whole(Do::remove, {{Of::style, 0, "a", ""}})},
-         "[[slot]]\nindex = 1\nstyle = \"a\"\n"},
+         {whole(Do::remove, {style_a})},
+         "<[style.a]\nrow = 4\n|>[[slot]]\nindex = 1\nstyle = \"a\"\n"},
     });
 }
 
 TEST(SourceEdit, RenumberingTakesAlongWhatRefersToTheRecord) {
-    const std::string lit = "\n[[toggle]]\nindex = 1\ncopy = 1\n\n[[slot]]\nindex = 4\nactivated = 1\n";
     expect_cases({
         {"slot with its toggle record",
-         one + "toggle = 1\n" + lit,
          {whole(Do::renumber, {slot(1)}, 30)},
-         "[[slot]]\nindex = 30\ntoggle = 30\n\n[[toggle]]\nindex = 30\ncopy = 30\n\n"
-         "[[slot]]\nindex = 4\nactivated = 30\n"},
+         "[[slot]]\nindex = <1|30>\ntoggle = <1|30>\n\n[[toggle]]\nindex = <1|30>\ncopy = <1|30>\n\n"
+         "[[slot]]\nindex = 4\nactivated = <1|30>\n"},
         {"slot that is not lit",
-         one + lit,
          {whole(Do::renumber, {slot(1)}, 30)},
-         "[[slot]]\nindex = 30\n\n[[toggle]]\nindex = 1\ncopy = 30\n\n[[slot]]\nindex = 4\nactivated = 1\n"},
+         "[[slot]]\nindex = <1|30>\n\n[[toggle]]\nindex = 1\ncopy = <1|30>\n\n[[slot]]\nindex = 4\nactivated = 1\n"},
         {"toggle record",
-         one + lit,
-         {whole(Do::renumber, {{Of::toggle, 1, "", ""}}, 8)},
-         one + "\n[[toggle]]\nindex = 8\ncopy = 1\n\n[[slot]]\nindex = 4\nactivated = 8\n"},
+         {whole(Do::renumber, {toggle_1}, 8)},
+         one + "\n[[toggle]]\nindex = <1|8>\ncopy = 1\n\n[[slot]]\nindex = 4\nactivated = <1|8>\n"},
         {"group by one of its records",
-         group,
          {whole(Do::renumber, {slot(7)}, 9)},
-         "[[slot]]\nindex = 7" + group.substr(group.find("\nrepeat"))},
-        {"taken", one + lit, {whole(Do::renumber, {slot(1)}, 4)}, "!slot 4 is described in line 8"},
+         "[[slot]]\nindex = <5|7>\nrepeat = { count = 3, step = 2, dest_y = 26 }\n"},
+        {"taken", {whole(Do::renumber, {slot(3)}, 9)}, two, "slot 9 is described in line 8"},
         {"slot whose style is lit, but not the slot",
-         styled + "highlight = false\n" + lit,
          {whole(Do::renumber, {slot(1)}, 30)},
-         "[style.a]\nrow = 4\ntext = { en = \"A\", de = \"B\" }\nhighlight = { row = 5 }\n[[slot]]\nindex = 30\n"
-         "style = \"a\"\nhighlight = false\n\n[[toggle]]\nindex = 1\ncopy = 30\n\n[[slot]]\nindex = 4\n"
-         "activated = 1\n"},
+         "[style.a]\nhighlight = { row = 5 }\n[[slot]]\nindex = <1|30>\nstyle = \"a\"\nhighlight = false\n\n"
+         "[[toggle]]\nindex = 1\ncopy = <1|30>\n\n[[slot]]\nindex = 4\nactivated = 1\n"},
         {"record and group by names of the source's own",
-         "names.number = { first = 5, rows = 3 }\n[[slot]]\nindex = \"first\"\nrepeat = { count = \"rows\" }\n",
          {whole(Do::renumber, {slot(7)}, 9)},
-         "names.number = { first = 5, rows = 3 }\n[[slot]]\nindex = 7\nrepeat = { count = \"rows\" }\n"},
+         "names.number = { first = 5, rows = 3 }\n[[slot]]\nindex = <\"first\"|7>\nrepeat = { count = \"rows\" }\n"},
     });
 }
 
 TEST(SourceEdit, GroupsWithAlignedTextsAreSplitOnlyIntoTheSameRecords) {
     expect_cases({
         {"one place for all pressed looks",
-         "[style.a]\npressed = { index = 20 }\n" + group +
-             "style = \"a\"\nalign = \"centre\"\nbox_width = 90\ntext = \"A\"\n",
          {whole(Do::split, {slot(5)})},
-         "!the group cannot be written out"},
+         group + "style = \"a\"\nalign = \"centre\"\nbox_width = 90\ntext = \"A\"\n"
+                 "[style.a]\npressed = { index = 20 }\n",
+         "the group cannot be written out"},
     });
 }
 
 TEST(SourceEdit, SlotsThatTheProgramKnowsKeepTheirNumbers) {
-    const std::string menu = "[[slot]]\nindex = 8\n";
+    const char *menu = "[[slot]]\nindex = <8|40>\n", *told = "the program knows this slot by its number: slot 8 is";
     for (const Do what : {Do::remove, Do::renumber})
-        expect_cases({{"preview",
-                       menu,
-                       {whole(what, {slot(8)}, 40)},
-                       "!the program knows this slot by its number: slot 8 is the preview"}},
-                     "vcc");
-    expect_cases({{"free elsewhere", menu, {whole(Do::renumber, {slot(8)}, 40)}, "[[slot]]\nindex = 40\n"}},
-                 "vcc_options");
+        expect_cases({{"preview", {whole(what, {slot(8)}, 40)}, menu, told}}, "vcc");
+    expect_cases({{"free elsewhere", {whole(Do::renumber, {slot(8)}, 40)}, menu}}, "vcc_options");
 }
 
 // --- the built-in screens

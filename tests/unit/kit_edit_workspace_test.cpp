@@ -169,19 +169,6 @@ TEST_F(Workspaces, UnsavedWorkThatCannotBeKeptIsTold) {
     EXPECT_EQ(workspace->trouble(), "");
 }
 
-TEST_F(Workspaces, TheSecondEditorIsTold) {
-    const auto workspace = open();
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const auto second = Workspace::open("game");
-        const std::string holder = "process " + std::to_string(::getppid());
-        ::_exit(second ? 1 : second.reason().find(holder) == std::string::npos ? 2 : 0);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(WEXITSTATUS(status), 0);
-}
-
 TEST_F(Workspaces, WhatACrashLeftIsOfferedAndMerged) {
     {
         const auto workspace = open();

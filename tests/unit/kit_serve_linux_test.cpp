@@ -20,8 +20,6 @@ namespace fs = std::filesystem;
 using httplib::Headers;
 using nlohmann::json;
 
-const std::string en = test::english_stem;
-
 /// A served installation with its sources in the folder screens.
 class Serve : public test::GameFolder {
 protected:
@@ -62,12 +60,6 @@ protected:
     std::string picture(const std::string& query) {
         const auto response = client_->Get(base_ + "picture?" + query);
         return response && response->status == 200 ? response->body : "";
-    }
-    json edit(const json& operation) {
-        const std::int64_t revision = get("document?name=vcc")["revision"];
-        const auto response =
-            post("edit", {{"name", "vcc"}, {"revision", revision}, {"operations", json::array({operation})}});
-        return response && response->status == 200 ? json::parse(response->body) : json();
     }
 
     /// What an editor may write: sources, packed files, settings and logs.
@@ -176,33 +168,6 @@ TEST_F(Serve, RefusedRequestsSayWhyAndChangeNothing) {
     }
     EXPECT_EQ(get("document?name=vcc"), document);
     EXPECT_TRUE(files() == before) << "a file has changed";
-}
-
-TEST_F(Serve, ChangeShowsInThePictureAndNowhereElseUntilItIsSaved) {
-    const std::string before = files(), shown = picture("view=menu");
-    ASSERT_EQ(shown.size(), 800u * 600 * 4);
-    json moved = edit({{"do", "move"}, {"of", {{{"slot", 5}}}}, {"dx", 20}, {"dy", 0}});
-    ASSERT_TRUE(moved.is_object());
-    EXPECT_TRUE(moved["dirty"].get<bool>());
-    const std::string changed = picture("view=menu");
-    EXPECT_TRUE(changed != shown);
-    EXPECT_TRUE(files() == before) << "the stage has written through a link";
-    EXPECT_EQ(picture("view=menu&hover=5").size(), shown.size());
-    EXPECT_TRUE(picture("view=menu") == changed) << "the pointer has left something behind";
-
-    // What is drawn is what is saved.
-    const auto saved = post("save", json::object());
-    ASSERT_TRUE(saved && saved->status == 200);
-    const auto records = read_slot_file(folder.read(en + "vcc.slt"));
-    ASSERT_TRUE(records);
-    const auto slot = std::ranges::find_if(moved["slots"], [](const json& each) { return each["index"] == 5; });
-    EXPECT_EQ((*records)[5].dest_x, (*slot)["languages"]["en"]["values"]["dest_x"]);
-    EXPECT_TRUE(picture("view=menu") == changed);
-
-    ASSERT_EQ(post("undo", {{"name", "vcc"}})->status, 200);
-    EXPECT_TRUE(picture("view=menu") == shown);
-    ASSERT_EQ(post("save", json::object())->status, 200);
-    EXPECT_TRUE(files() == before);
 }
 
 TEST_F(Serve, TheFrameOfATextIsItsBox) {
