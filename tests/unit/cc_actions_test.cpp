@@ -295,13 +295,6 @@ TEST_F(Actions, WithoutSoundTheFirstRowIsOneThatTheMachineOffers) {
     }
 }
 
-TEST_F(Actions, EveryScreenModeButZeroIsFullScreen) {
-    for (int mode : {1, 5, 255}) {
-        settings.screen_mode = static_cast<std::int8_t>(mode);
-        EXPECT_EQ(find_row(Row::screen_mode)->get(Module::control_centre), 1) << mode;
-    }
-}
-
 TEST_F(Actions, TheThemeThatStreamsDecidesWhetherOneStarts) {
     settings.theme[cc_module] = 2;
     ASSERT_TRUE(options_screen.play_theme());

@@ -75,28 +75,5 @@ TEST(SourceTree, EveryPartIsWhereTheTreeSays) {
     }
 }
 
-TEST(SourceTree, TablesKnowHowTheyAreWritten) {
-    const std::string source = "a.b.c = 1 # one\n[d.e]\nf = { g . h = 2 }\n[[i]]\n";
-    const SourceTree tree = read_source_tree(source);
-    ASSERT_TRUE(tree);
-    using Form = Node::Form;
-    const Node &b = *tree.root->table("a")->table("b"), &d = *tree.root->table("d"), &e = *d.table("e");
-    EXPECT_EQ(b.form, Form::dotted);
-    EXPECT_EQ(b.prefix, "a.b.");
-    EXPECT_EQ(tree.root->tail, source.find("[d.e]")); // where the next line goes
-    EXPECT_EQ(d.form, Form::implied);
-    EXPECT_EQ(e.form, Form::section);
-    EXPECT_EQ(at(source, e.heading), "[d.e]\n");
-    EXPECT_EQ(e.tail, source.find("[[i]]"));
-    EXPECT_EQ(e.table("f")->table("g")->prefix, "g . ");
-    EXPECT_EQ(at(source, e.table("f")->table("g")->members.front().whole), "g . h = 2");
-    EXPECT_EQ(at(source, tree.root->find("i")->items.front().heading), "[[i]]\n");
-}
-
-TEST(SourceTree, MistakesAreNamedByTheirLine) {
-    EXPECT_TRUE(read_source_tree("a = 1\nb = \n").reason().starts_with("line 2: "));
-    EXPECT_TRUE(read_source_tree("a = 1\n\n[]\n").reason().starts_with("line 3: "));
-}
-
 } // namespace
 } // namespace vcc::kit

@@ -37,6 +37,14 @@ Operation set_row(int slot, std::int64_t row) {
     return operation;
 }
 
+Operation typed(const std::string& text, const std::string& base = {}) {
+    Operation operation;
+    operation.what = Operation::Do::replace_text;
+    operation.text = text;
+    operation.base = base;
+    return operation;
+}
+
 /// An installation with two sources; what editors remember lies beside it.
 class Workspaces : public test::FolderTest {
 protected:
@@ -93,10 +101,7 @@ TEST_F(Workspaces, UndoAndRedoGoStepByStepAndADragIsOne) {
 TEST_F(Workspaces, SavingWritesSourcesAndPackedFilesOfDirtyDocumentsOnly) {
     const auto workspace = open();
     edit(*workspace, 5);
-    Operation title;
-    title.what = Operation::Do::replace_text;
-    title.text = "+1\n-1\nM\xc3\xb6hre\n";
-    ASSERT_TRUE(workspace->edit("factory", 1, "", "", std::array{title}));
+    ASSERT_TRUE(workspace->edit("factory", 1, "", "", std::array{typed("+1\n-1\nM\xc3\xb6hre\n")}));
     const auto saved = workspace->save(check);
     ASSERT_TRUE(saved) << saved.reason();
     EXPECT_EQ(saved->files.size(), 6U) << "two slot files, a source, and three of text windows";
@@ -122,9 +127,7 @@ TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {
     folder.write("game/screens/vcc.toml", "# new\n" + menu_with(6));
     workspace->take_disk_changes();
     ASSERT_EQ(state(*workspace).conflicts.size(), 1U);
-    Operation longer;
-    longer.what = Operation::Do::replace_text;
-    longer.text = "# newer\n\n" + menu_with(5);
+    const Operation longer = typed("# newer\n\n" + menu_with(5));
     ASSERT_TRUE(workspace->edit("vcc", state(*workspace).revision, "", "", std::array{longer}));
     const Conflict conflict = state(*workspace).conflicts.at(0);
     EXPECT_EQ(std::tuple(conflict.line, conflict.mine, conflict.theirs), std::tuple(5, "row = 5\n", "row = 6\n"));
@@ -136,10 +139,7 @@ TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {
 
 TEST_F(Workspaces, BothSidesAreKeptLineByLine) {
     const auto workspace = open();
-    Operation unended;
-    unended.what = Operation::Do::replace_text;
-    unended.text = menu + "row = 5";
-    ASSERT_TRUE(workspace->edit("vcc", 1, "", "", std::array{unended}));
+    ASSERT_TRUE(workspace->edit("vcc", 1, "", "", std::array{typed(menu + "row = 5")}));
     folder.write("game/screens/vcc.toml", menu + "column = 6");
     workspace->take_disk_changes();
     EXPECT_EQ(workspace->resolve("vcc", 0, Choice::both)->text, menu + "row = 5\ncolumn = 6");
@@ -235,19 +235,14 @@ TEST_F(Workspaces, AScreenWithoutASourceGetsOneWithItsFirstChange) {
 
 TEST_F(Workspaces, AWholeTextIsMergedWithWhatHasChangedSince) {
     const auto workspace = open();
-    Operation typed;
-    typed.what = Operation::Do::replace_text;
-    typed.text = menu + "row = 5\n";
-    typed.base = menu;
     folder.write("game/screens/vcc.toml", "# new\n" + menu);
     workspace->take_disk_changes();
-    EXPECT_EQ(workspace->edit("vcc", 1, "", "", std::array{typed})->text, "# new\n" + menu_with(5));
-    typed.text = menu + "row = 6\n"; // typed on without having seen the other line
-    typed.base = menu + "row = 5\n";
-    EXPECT_EQ(workspace->edit("vcc", 1, "", "", std::array{typed})->text, "# new\n" + menu_with(6));
-    typed.text = menu;
-    typed.base = menu_with(7);
-    EXPECT_EQ(workspace->edit("vcc", 1, "", "", std::array{typed})->conflicts.size(), 1U);
+    const auto edited = [&](const std::string& text, const std::string& base) {
+        return *workspace->edit("vcc", 1, "", "", std::array{typed(text, base)});
+    };
+    EXPECT_EQ(edited(menu_with(5), menu).text, "# new\n" + menu_with(5));
+    EXPECT_EQ(edited(menu_with(6), menu_with(5)).text, "# new\n" + menu_with(6)) << "the other line was not seen yet";
+    EXPECT_EQ(edited(menu, menu_with(7)).conflicts.size(), 1U);
 }
 
 TEST_F(Workspaces, FilesThatGoTakeTheirDocumentsAlongUnlessTheyWereChanged) {

@@ -217,13 +217,6 @@ TEST(Unpack, OneLanguageSaysWhichAndDescribesNoOther) {
     EXPECT_FALSE(describes(written, screen)) << "the other language is missing";
 }
 
-TEST(SlotBytes, CountMustFitTheFile) {
-    const std::string sound = slot_file_bytes({empty_slot(), gap_slot()});
-    for (const std::string& bad : {sound.substr(0, 2), sound.substr(0, sound.size() - 1), sound + "x"}) {
-        EXPECT_NE(fault_of_slot_file(bad, read_slot_file(bad)), "");
-    }
-}
-
 TEST(Names, EveryNumberComesBackFromItsName) {
     for (const Meaning meaning : {Meaning::colour, Meaning::font, Meaning::action})
         for (int number = -1; number < 1000; ++number) {
