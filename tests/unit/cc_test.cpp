@@ -61,15 +61,6 @@ TEST(ThemeRule, SaysWhatPlaysWhatIsShownAndWhatIsStored) {
     EXPECT_EQ(next_themes({0, 0}, 0, ended, true, 1), Themes{}) << "one theme restarts";
 }
 
-TEST(ValueLabels, ComeFromTheListOrTheThemes) {
-    sound_entries[first_theme_entry + 1].name = "March";
-    EXPECT_EQ(value_label(*find_row(Row::theme), 1), "March");
-    EXPECT_EQ(value_label(*find_row(Row::depth), 3), "15 Bit") << "kept, though it is not offered";
-    for (int outside : {-1, 11, 1000})
-        for (Row number : {Row::theme, Row::effects})
-            EXPECT_EQ(value_label(*find_row(number), outside), "");
-}
-
 TEST(Options, HaveATextForEveryValueAndAnExplanation) {
     for (const OptionRow& option : option_rows()) {
         for (int value = 0; value < option.labels.count; ++value)

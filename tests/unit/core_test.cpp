@@ -18,21 +18,6 @@
 namespace vcc {
 namespace {
 
-TEST(Text, IsPaddedTrimmedAndRenamed) {
-    for (const auto& [length, padded] : {std::pair{6, "AB..."}, {2, "AB"}, {0, "AB"}}) {
-        std::string text = "AB";
-        pad_text(text, length, '.');
-        EXPECT_EQ(text, padded) << length;
-    }
-    for (const auto& [text, left, right] : {std::tuple{" A\t ", "A\t ", " A\t"}, {"  ", "", ""}}) {
-        std::string trimmed = text;
-        EXPECT_EQ(trim_left(text), left);
-        trim_right(trimmed);
-        EXPECT_EQ(trimmed, right);
-    }
-    EXPECT_EQ(replace_extension("a.b.c", ".x"), "a.b.x");
-}
-
 TEST(Text, ReadsNumbersLikeTheStandardConversionAndClampsThem) {
     for (const auto& [text, number] : {std::pair{" \t-7x", -7}, {"+3", 3}, {"99999999999999999999999", INT_MAX}})
         EXPECT_EQ(to_number(text), number) << text;

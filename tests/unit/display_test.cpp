@@ -101,10 +101,5 @@ TEST_F(Display, BackgroundRotationStepsOverPicturesThatAreMissing) {
     EXPECT_EQ(shown(show_next_background), 0);
 }
 
-TEST(GraphicBuffers, OutsideTheTableThereAreNone) {
-    EXPECT_EQ(graphic_buffer(-100000000), nullptr);
-    EXPECT_EQ(graphic_buffer(100000000), nullptr);
-}
-
 } // namespace
 } // namespace vcc

@@ -53,9 +53,9 @@ std::string side(const std::string& text, const char* group) {
     return std::regex_replace(text, change, group);
 }
 
-void expect_cases(const std::vector<Case>& cases, const std::string& screen = {}) {
+void expect_cases(const std::vector<Case>& cases) {
     for (const Case& each : cases) {
-        const auto result = apply(side(each.text, "$1"), DocumentKind::screen, each.operations, {screen});
+        const auto result = apply(side(each.text, "$1"), DocumentKind::screen, each.operations, {});
         EXPECT_EQ(result ? *result : result.reason().substr(0, each.refused.size()),
                   each.refused.empty() ? side(each.text, "$2") : each.refused)
             << each.what;
@@ -319,13 +319,6 @@ TEST(SourceEdit, GroupsWithAlignedTextsAreSplitOnlyIntoTheSameRecords) {
     });
 }
 
-TEST(SourceEdit, SlotsThatTheProgramKnowsKeepTheirNumbers) {
-    const char *menu = "[[slot]]\nindex = <8|40>\n", *told = "the program knows this slot by its number: slot 8 is";
-    for (const Do what : {Do::remove, Do::renumber})
-        expect_cases({{"preview", {whole(what, {slot(8)}, 40)}, menu, told}}, "vcc");
-    expect_cases({{"free elsewhere", {whole(Do::renumber, {slot(8)}, 40)}, menu}}, "vcc_options");
-}
-
 // --- the built-in screens
 
 struct GameScreen {
@@ -338,11 +331,6 @@ std::vector<GameScreen> game_screens() {
         if (file.path().extension() == ".toml")
             screens.push_back({file.path().stem().string(), *read_file(file.path().string())});
     return screens;
-}
-
-TEST(SourceEdit, NoOperationLeavesTheBytes) {
-    for (const GameScreen& screen : game_screens())
-        EXPECT_EQ(*apply(screen.text, DocumentKind::screen, {}, {screen.name}), screen.text);
 }
 
 /// Sets a field of a slot in one language, and looks at every record.

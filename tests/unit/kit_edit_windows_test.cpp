@@ -1,16 +1,8 @@
 // Operations on files of text windows.
-#include "vcckit/check/fixed_slots.h"
-#include "vcckit/edit/describe.h"
 #include "vcckit/edit/source_edit.h"
 #include "vcckit/edit/window_edit.h"
 
-#include "core/files.h"
-#include "platform/latin1.h"
-#include "screen/text_window_file.h"
-
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace vcc::kit::edit {
 namespace {
@@ -79,23 +71,6 @@ TEST(WindowEdit, ChangesTheLinesThatSayIt) {
         EXPECT_EQ(each.after.starts_with('!') ? got.substr(0, each.after.size()) : got, each.after) << each.what;
     }
     EXPECT_EQ(*apply("+1\r\n-0", DocumentKind::windows, {{operation(Do::set, 1, "s", 1)}}, {}), "+1\r\n-0\r\ns1");
-}
-
-TEST(WindowEdit, DescribesWhatTheProgramReads) {
-    const std::string text = *read_file(VELDOR_SOURCE_DIR "/game/screens/factory.tw");
-    std::array<TextWindow, text_window_count> windows;
-    const int count = read_text_windows(text, windows, nullptr);
-    const auto description = describe(platform::utf8_from_latin1(text), DocumentKind::windows, {});
-    EXPECT_EQ(static_cast<int>(description->windows.size()), count);
-    for (const WindowPart& window : description->windows) {
-        const TextWindow& read = windows.at(static_cast<std::size_t>(window.number));
-        const auto value = [&](const char* field) {
-            return window.values.contains(field) ? std::stoi(window.values.at(field)) : 0;
-        };
-        EXPECT_EQ((std::array{value("left"), value("top"), value("right"), value("bottom"), value("style")}),
-                  (std::array{read.left, read.top, read.right, read.bottom, read.style}));
-    }
-    EXPECT_EQ(role_of_fixed_window(description->windows.at(2).number), "style of highlighted frames and of shadows");
 }
 
 } // namespace

@@ -37,7 +37,7 @@ Operation set_row(int slot, std::int64_t row) {
     return operation;
 }
 
-Operation typed(const std::string& text, const std::string& base = {}) {
+Operation typed(const std::string& text, const std::optional<std::string>& base = {}) {
     Operation operation;
     operation.what = Operation::Do::replace_text;
     operation.text = text;

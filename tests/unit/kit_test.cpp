@@ -1,6 +1,5 @@
 // Screen sources: what they describe, what is wrong with them, and the way back from files.
 #include "vcckit/record/fields.h"
-#include "vcckit/record/names.h"
 #include "vcckit/record/setting_rows.h"
 #include "vcckit/source/screen_source.h"
 #include "vcckit/source/unpack.h"
@@ -215,14 +214,6 @@ TEST(Unpack, OneLanguageSaysWhichAndDescribesNoOther) {
     EXPECT_TRUE(describes("[[slot]]\nindex = 0\ntext = { en = \"A\", de = \"B\" }\n", screen)) << "one for both";
     screen.language.reset();
     EXPECT_FALSE(describes(written, screen)) << "the other language is missing";
-}
-
-TEST(Names, EveryNumberComesBackFromItsName) {
-    for (const Meaning meaning : {Meaning::colour, Meaning::font, Meaning::action})
-        for (int number = -1; number < 1000; ++number) {
-            const auto name = name_of_number(meaning, number);
-            EXPECT_TRUE(!name || number_of_name(meaning, *name) == number) << number;
-        }
 }
 
 TEST(SettingRows, AreTheTableOfTheDocument) {

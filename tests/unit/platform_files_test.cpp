@@ -34,12 +34,6 @@ TEST_F(Files, FoldersWithNamesOfEveryScriptWork) {
     EXPECT_TRUE(file_exists("new.txt"));
 }
 
-TEST_F(Files, AVisitEndsWhereItBegan) {
-    std::filesystem::create_directories("inner");
-    EXPECT_TRUE(FolderVisit("inner").entered());
-    EXPECT_EQ(std::filesystem::current_path(), folder.path());
-}
-
 TEST(Clipboard, TextBecomesLatin1) {
     EXPECT_EQ(latin1_from_utf8("Gr\xC3\xBC\xC3\x9F\x65 \xC2\xA7"), "Gr\xFC\xDF\x65 \xA7");
     EXPECT_EQ(latin1_from_utf8("5 \xE2\x82\xAC!"), "5 ?!"); // beyond Latin-1

@@ -199,16 +199,6 @@ TEST_F(Store, AFileThatCannotBeWrittenCostsOneLogLineAndNoValue) {
     EXPECT_EQ(file(), "[VELDOR_BATTLE]\nplayer_name = Me\n\n[VELDOR_SOUND]\nhq_snd_volume = 3\n");
 }
 
-TEST_F(Store, ANewKeyOfAnySectionIsFoundAgain) {
-    begin("[a]\nx=1\n[b]\ny=1\n# note\n[c]\n\nz=1\n[d]\nz=1");
-    for (const char* const section : {"a", "b", "c", "d"}) {
-        set_config_value(section, "new", "7");
-        select_config_file();
-        EXPECT_EQ(get_config_int(section, "new", 0), 7) << section;
-    }
-    EXPECT_EQ(file(), "[a]\nx=1\nnew = 7\n\n[b]\ny=1\n# note\nnew = 7\n\n[c]\n\nz=1\nnew = 7\n[d]\nz=1\nnew = 7\n");
-}
-
 TEST(ConfigText, ChangesTouchTheirLinesAlone) {
     const std::vector setting{ConfigChange{"s", "k", "1\n[evil]"}}, removal{ConfigChange{"s", "k", std::nullopt}};
     EXPECT_EQ(apply_changes("[S]\n# k=0\n#k=0\nK=0\nk=2\n", setting), "[S]\n# k=0\n#k=0\nk = 1\nk=2\n");

@@ -124,17 +124,6 @@ TEST(Scaler, AnAreaIsAsInTheWholeAndTouchesNothingElse) {
         }
 }
 
-TEST(Scaler, FormatsThatItCannotMixAreKnown) {
-    for (const auto& [format, scalable] : {std::pair{bytes4, true},
-                                           {fields565, true},
-                                           {fields555, true},
-                                           {PixelFormat{4, 0x3FF00000, 0xFFC00, 0x3FF}, false}, // 30 bits
-                                           {PixelFormat{4, 0, 0, 0}, false},
-                                           {PixelFormat{3, 0xFF0000, 0xFF00, 0xFF}, false},
-                                           {PixelFormat{1, 0, 0, 0}, false}})
-        EXPECT_EQ(is_scalable(format), scalable) << format.bytes << " " << format.red;
-}
-
 TEST(PicturePlace, KeepsTheAspectInTheMiddle) {
     constexpr Size picture{800, 600};
     struct Row {
