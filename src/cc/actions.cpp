@@ -45,7 +45,7 @@ Result accept(BITMAP*&) {
 
 template <auto setting, int field>
 Result take(BITMAP*&) {
-    hide_loop_button();
+    show_loop_button(false);
     take_field<setting>(field);
     return {};
 }
@@ -86,7 +86,7 @@ bool probe_display(BITMAP*& target) {
 
 Result reset(BITMAP*& target) {
     if (needs_met(Needs::music))
-        hide_loop_button();
+        show_loop_button(false);
     reset_settings();
     if (!probe_display(target))
         return ScreenResult::leave;

@@ -15,11 +15,6 @@ void set_visible(int index, bool visible) {
     option_slot(index).draw_flags[0] = option_toggle(index).draw_flags[0] = visible ? ' ' : 'n';
 }
 
-void set_reachable(int index, bool reachable) {
-    set_visible(index, reachable);
-    option_slot(index).toggle = option_toggle(index).toggle = reachable ? index : -1;
-}
-
 void grey_out(int index) {
     for (Slot* record : {&option_slot(index), &option_toggle(index)})
         record->fore_colour = record->back_colour = disabled_colour;
@@ -80,11 +75,10 @@ void set_explanation(int first) {
         store_text(info_set.slots[static_cast<std::size_t>(line) + 1].text, screen_text(first + line));
 }
 
-void show_loop_button() {
-    set_reachable(options_slot::loop_button, true);
-}
-void hide_loop_button() {
-    set_reachable(options_slot::loop_button, false);
+void show_loop_button(bool shown) {
+    constexpr int button = options_slot::loop_button;
+    set_visible(button, shown);
+    option_slot(button).toggle = option_toggle(button).toggle = shown ? button : -1;
 }
 
 void show_loop_label(Module module, int number) {
@@ -107,7 +101,7 @@ void show_loop_label(Module module, int number) {
 }
 
 void show_loop_controls(Module module) {
-    show_loop_button();
+    show_loop_button(true);
     show_loop_label(module, settings.theme[index_of(module)] + 1);
 }
 

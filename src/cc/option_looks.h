@@ -25,8 +25,7 @@ void hide_entry(int value);
 /// Writes the lines of an explanation, `first` being the number of its first text.
 void set_explanation(int first);
 
-void show_loop_button();
-void hide_loop_button();
+void show_loop_button(bool shown);
 /// Writes a module's loop-theme label; `number` is the theme's number, counted from 1.
 void show_loop_label(Module module, int number);
 /// Shows the button and the label of a module's theme.

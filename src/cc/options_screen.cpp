@@ -36,17 +36,10 @@ bool may_step(const OptionRow& option, bool forward) {
     return needs_met(option.rules.needs) && (!option.rules.may_step || option.rules.may_step(forward));
 }
 
-void show_loop_button_only_for_themes(const OptionRow& option) {
-    if (option.rules.loops)
-        show_loop_button();
-    else
-        hide_loop_button();
-}
-
 } // namespace
 
 void OptionsScreen::open() {
-    hide_loop_button();
+    show_loop_button(false);
     selected_module = Module::hq;
     option_row = first_option_row();
     first_slot_ = 0;
@@ -122,7 +115,7 @@ void OptionsScreen::step(BITMAP* target, const OptionRow& option, const Slot& bu
         return;
     if (option.rules.presses_twice)
         show_pressed_look(target, button);
-    show_loop_button_only_for_themes(option);
+    show_loop_button(option.rules.loops);
     step_value(target, option, true);
 }
 
@@ -135,14 +128,14 @@ void OptionsScreen::press_and_step(BITMAP* target, const OptionRow& option, cons
     if (!may_step(option, forward))
         return;
     if (forward)
-        show_loop_button_only_for_themes(option);
+        show_loop_button(option.rules.loops);
     step_value(target, option, forward);
 }
 
 void OptionsScreen::choose(BITMAP* target, const OptionRow& option, int value) {
     if (!needs_met(option.rules.needs))
         return;
-    show_loop_button_only_for_themes(option);
+    show_loop_button(option.rules.loops);
     if (option.rules.may_choose && !option.rules.may_choose())
         return;
     if (is_choice(option, value))
@@ -157,7 +150,7 @@ void OptionsScreen::select_module(BITMAP* target, Module module) {
         return;
     {
         const EffectsHeld held;
-        hide_loop_button();
+        show_loop_button(false);
         if (!find_row(option_row)->of_sound()) {
             option_row = first_option_row();
             restore_buttons(target, *this);
@@ -185,7 +178,7 @@ void OptionsScreen::select_module(BITMAP* target, Module module) {
 
 void OptionsScreen::select(BITMAP* target, Module module) {
     if (module != selected_module || option_row != Row::theme)
-        hide_loop_button();
+        show_loop_button(false);
     select_module(target, module);
     refresh_module_rows(target);
 }
@@ -236,7 +229,7 @@ void OptionsScreen::refresh(BITMAP* target) {
 }
 
 void OptionsScreen::take_loop_button_away(BITMAP* target, bool shown) {
-    hide_loop_button();
+    show_loop_button(false);
     if (shown && option_row == Row::theme)
         draw_row(target, *find_row(option_row));
 }
@@ -244,7 +237,7 @@ void OptionsScreen::take_loop_button_away(BITMAP* target, bool shown) {
 void OptionsScreen::point_at_row(BITMAP* target, const OptionRow& option) {
     if (!needs_met(option.rules.needs))
         return;
-    show_loop_button_only_for_themes(option);
+    show_loop_button(option.rules.loops);
     option_row = option.row;
     explain(target, option.row);
     if (option.rules.loops)

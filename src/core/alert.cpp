@@ -1,6 +1,7 @@
 #include "core/alert.h"
 
 #include "core/gamepad.h"
+#include "core/log.h"
 #include "core/mouse_buttons.h"
 #include "core/window_state.h"
 #include "platform/desktop.h"
@@ -31,6 +32,11 @@ void show_alert(std::string_view line1, std::string_view line2, std::string_view
     alert(shown(lines[0]), shown(lines[1]), shown(lines[2]), "OK", nullptr, confirm_key, 0);
     forget_mouse_buttons(); // those were for the box
     forget_gamepads();
+}
+
+void alert_and_log(std::string_view text) {
+    show_alert(text);
+    write_log(text);
 }
 
 void show_message_box(std::string_view text) {

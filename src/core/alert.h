@@ -8,6 +8,8 @@ namespace vcc {
 /// pressed. Does nothing without a graphics mode or after a request to close: callers log what they show.
 void show_alert(std::string_view line1, std::string_view line2 = {}, std::string_view line3 = {});
 
+void alert_and_log(std::string_view text);
+
 /// A message box of the desktop, for the time before a graphics mode exists; the library's own if there is no other.
 void show_message_box(std::string_view text);
 

@@ -16,6 +16,13 @@ void copy_to_screen(BITMAP* picture) {
     release_screen();
 }
 
+BitmapPtr copy_of(BITMAP* picture) {
+    BitmapPtr copy(create_bitmap(picture->w, picture->h));
+    if (copy)
+        blit(picture, copy.get(), 0, 0, 0, 0, picture->w, picture->h);
+    return copy;
+}
+
 void copy_picture(BITMAP* from, BITMAP* to) {
     if (from && to)
         blit(from, to, 0, 0, 0, 0, layout_width, layout_height);

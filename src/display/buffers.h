@@ -19,6 +19,9 @@ BITMAP* graphic_buffer(int number);
 /// Copies a whole picture to the display; does nothing without a picture or a display.
 void copy_to_screen(BITMAP* picture);
 
+/// A copy in the colour depth in force; null without memory.
+BitmapPtr copy_of(BITMAP* picture);
+
 /// Copies a whole picture to another one; does nothing without either.
 void copy_picture(BITMAP* from, BITMAP* to);
 

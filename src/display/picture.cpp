@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "core/log.h"
+#include "display/buffers.h"
 #include "display/pictures_ahead.h"
 #include "platform/files.h"
 
@@ -75,12 +76,7 @@ BitmapPtr make_bitmap(const UnpackedPicture& picture) {
     const std::uint8_t* line = samples.get();
     for (int y = 0; y < header.height; ++y, line += planes * plane)
         write_pixels(line, plane, bitmap->line[y], header.width);
-    if (get_color_depth() == 32)
-        return bitmap;
-    BitmapPtr converted(create_bitmap(header.width, header.height));
-    if (converted)
-        blit(bitmap.get(), converted.get(), 0, 0, 0, 0, header.width, header.height);
-    return converted;
+    return get_color_depth() == 32 ? std::move(bitmap) : copy_of(bitmap.get());
 }
 
 } // namespace

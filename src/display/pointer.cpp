@@ -2,7 +2,6 @@
 
 #include "core/alert.h"
 #include "core/installation.h"
-#include "core/log.h"
 #include "core/mouse_buttons.h"
 #include "display/picture.h"
 
@@ -11,7 +10,6 @@ namespace vcc {
 namespace {
 
 constexpr int hot_spot_x = 6, hot_spot_y = 1;
-constexpr const char* load_failure = "VCC: Error loading mousepointer!";
 
 } // namespace
 
@@ -31,8 +29,7 @@ void install_mouse_and_pointer() {
     watch_mouse_buttons();
     if (load_mouse_pointer(path::pointer_folder, path::pointer_file))
         return;
-    show_alert(load_failure);
-    write_log(load_failure);
+    alert_and_log("VCC: Error loading mousepointer!");
     release_pointer();
 }
 

@@ -1,7 +1,6 @@
 #include "display/switching.h"
 
 #include "core/alert.h"
-#include "core/log.h"
 #include "core/window_state.h"
 #include "display/graphics_mode.h"
 #include "x11/display.h"
@@ -13,10 +12,8 @@ namespace vcc {
 namespace {
 
 void register_callback(int direction, void (*callback)(), const char* failure) {
-    if (set_display_switch_callback(direction, callback) != -1)
-        return;
-    show_alert(failure);
-    write_log(failure);
+    if (set_display_switch_callback(direction, callback) == -1)
+        alert_and_log(failure);
 }
 
 } // namespace

@@ -22,18 +22,13 @@ namespace {
 
 constexpr int film_effect_volume = 150;
 
-/// The time of a film. Only the timer calls tick(), only the main thread uses the rest.
+/// The time of a film. The timer moves it on; the main thread does the rest.
 struct FilmClock {
     static constexpr int step_ms = 10;
 
     std::atomic<int> time_ms = 0;
     std::atomic<int> end_ms = 0; ///< time at which the last frame ends
     std::atomic<bool> playing = false;
-
-    void tick() {
-        if (playing)
-            time_ms = time_ms <= end_ms ? time_ms + step_ms : 0;
-    }
 };
 
 const char* error_text(platform::AviError error) {
@@ -49,8 +44,10 @@ const char* error_text(platform::AviError error) {
     return i < texts.size() ? texts[i] : "Unknown error code!";
 }
 
-void on_timer(void* clock) {
-    static_cast<FilmClock*>(clock)->tick();
+void on_timer(void* film_clock) {
+    auto& clock = *static_cast<FilmClock*>(film_clock);
+    if (clock.playing)
+        clock.time_ms = clock.time_ms <= clock.end_ms ? clock.time_ms + FilmClock::step_ms : 0;
 }
 
 void start_sound(int effect) {

@@ -27,14 +27,6 @@ FieldLook field_look(const Slot& slot, const Slot& look) {
             has_shadow(slot) ? static_cast<unsigned char>(slot.sound_flags[1]) : -1};
 }
 
-void draw_field(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text) {
-    if (look.editable)
-        fill_text_box(target, field.x, field.y, column_x(drawing.current_font, field.size), look.box_colour);
-    if (look.shadow_colour >= 0)
-        draw_text(target, field.x + 1, field.y + 1, text, look.shadow_colour, false);
-    draw_text(target, field.x, field.y, text, look.text_colour, false);
-}
-
 } // namespace
 
 void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text, int cursor,
@@ -87,7 +79,11 @@ void FieldEntry::restore_background(const std::string& text) {
 
 void FieldEntry::draw() {
     select_font(slot_.font);
-    draw_field(run_.target, place_, look_, edit_.text);
+    if (look_.editable)
+        fill_text_box(run_.target, place_.x, place_.y, column_x(drawing.current_font, place_.size), look_.box_colour);
+    if (look_.shadow_colour >= 0)
+        draw_text(run_.target, place_.x + 1, place_.y + 1, edit_.text, look_.shadow_colour, false);
+    draw_text(run_.target, place_.x, place_.y, edit_.text, look_.text_colour, false);
     draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, player_input.insert_mode);
 }
 

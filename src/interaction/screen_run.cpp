@@ -62,11 +62,6 @@ Result step_back(ScreenRun& run) {
     return step_value(run, false);
 }
 
-/// Escape and a right click share a code: odd on purpose. It is a click if the right button, and no other, is held.
-Result escape_or_right_click(ScreenRun& run) {
-    return mouse_buttons() == key::right_button ? step_back(run) : Result{ScreenResult::menu};
-}
-
 Result carry_out(ScreenRun& run, int code) {
     switch (code) {
     case step_activated:
@@ -75,7 +70,8 @@ Result carry_out(ScreenRun& run, int code) {
         write_log(why_nothing_can_be_chosen(*run.set));
         return ScreenResult::leave;
     case key::escape:
-        return escape_or_right_click(run);
+        // A right click, too: odd on purpose. It is one if the right button, and no other, is held.
+        return mouse_buttons() == key::right_button ? step_back(run) : Result{ScreenResult::menu};
     case key::alt_x:
         return ScreenResult::leave;
     case key::f1:

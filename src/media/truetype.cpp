@@ -214,9 +214,10 @@ int TrueTypeFont::text_length(std::string_view text) const {
     return std::max(length, 0);
 }
 
-void TrueTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, Cache& cache) const {
+void TrueTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, bool smooth) {
     if (!target)
         return;
+    Cache& cache = smooth ? smooth_ : hard_;
     for (const char character : text) {
         const auto code = static_cast<unsigned char>(character);
         const int in_cell = fixed_advance_ > 0 ? std::max(0, (fixed_advance_ - advances_[code]) / 2) : 0;
@@ -226,14 +227,6 @@ void TrueTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int
         draw_glyph(target, *glyph, x + in_cell, y, colour);
         x += advance(code);
     }
-}
-
-void TrueTypeFont::text_out(BITMAP* target, std::string_view text, int x, int y, int colour) {
-    draw(target, text, x, y, colour, hard_);
-}
-
-void TrueTypeFont::text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour) {
-    draw(target, text, x, y, colour, smooth_);
 }
 
 bool init_truetype() {

@@ -47,12 +47,9 @@ public:
     /// Width of a text in pixels, advances and extra spacing included.
     int text_length(std::string_view text) const;
 
-    /// Draws with hard edges on what the target, a memory bitmap, holds. (x, y) is the top left corner of the first
-    /// character's cell, `colour` a pixel value of the target's depth.
-    void text_out(BITMAP* target, std::string_view text, int x, int y, int colour);
-
-    /// The same with smoothed edges, blended into what the target holds (15, 16, 24 and 32 bits).
-    void text_out_aa(BITMAP* target, std::string_view text, int x, int y, int colour);
+    /// Draws on what the target, a memory bitmap, holds; smoothed edges are blended into it, except at 8 bits. (x, y)
+    /// is the top left corner of the first character's cell, `colour` a pixel value of the target's depth.
+    void draw(BITMAP* target, std::string_view text, int x, int y, int colour, bool smooth);
 
 private:
     /// The glyphs drawn in one way, with FreeType's flags for it.
@@ -69,7 +66,6 @@ private:
     int face_advance(unsigned char character) const;
     int descent() const;
     int advance(unsigned char character) const;
-    void draw(BITMAP* target, std::string_view text, int x, int y, int colour, Cache& cache) const;
 
     static const int hard_edges, smooth_edges;
 

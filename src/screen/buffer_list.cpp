@@ -42,13 +42,6 @@ bool create_work_bitmaps() {
 /// Buffers by the pictures in them. A picture that the list names again is copied, ten times as fast as reading it.
 using PicturesRead = std::map<std::string, int>;
 
-BitmapPtr copy_of(BITMAP* picture) {
-    BitmapPtr copy(create_bitmap(picture->w, picture->h));
-    if (copy)
-        blit(picture, copy.get(), 0, 0, 0, 0, picture->w, picture->h);
-    return copy;
-}
-
 BitmapPtr picture_for(std::size_t index, const std::string& path, const PicturesRead& read) {
     const auto before = read.find(path);
     BITMAP* const same = before != read.end() ? graphic_buffer(before->second) : nullptr;
@@ -64,9 +57,7 @@ bool load_buffer(int number, const std::string& path, PicturesRead& read) {
     BitmapPtr picture = picture_for(index, path, read);
     feed_music();
     if (!picture) {
-        const std::string text = format_text("error reading pic_file[%d]:=%s", number, path.c_str());
-        show_alert(text);
-        write_log(text);
+        alert_and_log(format_text("error reading pic_file[%d]:=%s", number, path.c_str()));
         return false;
     }
     graphic_buffers[index] = std::move(picture);

@@ -17,10 +17,6 @@ namespace vcc {
 
 namespace {
 
-bool hard_edges() {
-    return !anti_aliased_text || drawing.text_on_box;
-}
-
 void restore_background(BITMAP* target, int x, int y, std::string_view text) {
     BITMAP* const clean = graphic_buffer(text_copy_buffer);
     // One row more than the cell, as in the boxes behind texts: the descenders of fonts 0 and 4 reach into it.
@@ -35,15 +31,12 @@ void draw(BITMAP* target, int x, int y, std::string_view text, int colour, std::
     y = as_coordinate(y);
     platform::TrueTypeFont* const face = font_face(drawing.current_font);
     if (face && is_colour(colour)) {
-        const bool hard = hard_edges();
-        if (!hard)
+        const bool smooth = anti_aliased_text && !drawing.text_on_box;
+        if (smooth)
             restore_background(target, x, y, text);
         if (shadow_pixel)
-            face->text_out_aa(target, text, x + 1, y + 1, *shadow_pixel);
-        if (hard)
-            face->text_out(target, text, x, y, pixel_of(colour));
-        else
-            face->text_out_aa(target, text, x, y, pixel_of(colour));
+            face->draw(target, text, x + 1, y + 1, *shadow_pixel, true);
+        face->draw(target, text, x, y, pixel_of(colour), smooth);
     }
     if (update)
         update_screen(target);

@@ -114,14 +114,6 @@ void draw_title(BITMAP* target, const TextWindow& window, int left_column, int c
                     window.colour, true);
 }
 
-void draw(BITMAP* target, int number) {
-    const bool highlighted = number == current_text_window;
-    if (window_of(number).pixel_coords)
-        draw_pixel_window(target, number, highlighted);
-    else
-        draw_cell_window(target, number, highlighted);
-}
-
 /// Plays the sound, restores the background (if `restores` and the window's style shows it) and draws the window.
 void open_window(BITMAP* target, int number, BITMAP* background, bool restores) {
     const TextWindow& window = window_of(number);
@@ -132,7 +124,7 @@ void open_window(BITMAP* target, int number, BITMAP* background, bool restores) 
         if (restores)
             restore_area(target, background, window);
     }
-    draw(target, number);
+    (window.pixel_coords ? draw_pixel_window : draw_cell_window)(target, number, number == current_text_window);
 }
 
 } // namespace

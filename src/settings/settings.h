@@ -215,15 +215,10 @@ inline constexpr auto all = std::to_array<SettingRow>({
      "no: text edges are not smoothed"},
     number(graphics, "frame_rest", 0, 0, 20, loaded, &frame_rest,
            "longest sleep in milliseconds while nothing happens, which input ends; 0 only yields to other programs"),
-    outside(
-        Outside::standard,
-        number(
-            graphics, "display_scale", 0,
-            0,
-            2,
-            on_its_own, {},
-            "size of the picture (X11): 0 always 800x600, 1 as large as window or monitor allow, 2 the same in whole "
-            "steps; anything else counts as 0")),
+    outside(Outside::standard,
+            number(graphics, "display_scale", 0, 0, 2, on_its_own, {},
+                   "size of the picture (X11): 0 always 800x600, 1 as large as window or monitor allow, "
+                   "2 the same in whole steps; anything else counts as 0")),
     number(graphics, "window_width", 0, 0, 32767, on_its_own, {},
            "width of the window at the start, 0 as fits monitor and resolution; written at the end if display_scale is "
            "not 0, as are the next four"),

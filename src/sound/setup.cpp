@@ -86,9 +86,7 @@ int read_sound_setup(const std::string& path) {
     music_on = 0;
     const auto text = read_file(path);
     if (!text) {
-        const std::string message = format_text("Error opening Sound-Init-File => %s\n", path.c_str());
-        show_alert(message);
-        write_log(message);
+        alert_and_log(format_text("Error opening Sound-Init-File => %s\n", path.c_str()));
         return 0;
     }
     sound_directory.clear();

@@ -37,8 +37,8 @@ TEST_F(TrueType, TheCharactersOfWindowsLatin1StayInTheirCells) {
     for (const int height : {1, 11, 12, 13, 14, 16, 20, 30}) {
         const BitmapPtr bitmap = paper(32, 5000, height + 20, 0);
         face->set_size(height);
-        face->text_out(bitmap.get(), every_character, 10, 10, 0xFFFFFF);
-        face->text_out_aa(bitmap.get(), every_character, 10, 10, 0xFFFFFF);
+        face->draw(bitmap.get(), every_character, 10, 10, 0xFFFFFF, false);
+        face->draw(bitmap.get(), every_character, 10, 10, 0xFFFFFF, true);
         for_pixels(bitmap, [&](int x, int y, int pixel) {
             EXPECT_TRUE(pixel == 0 || (x >= 10 && y >= 10 && y < 10 + height)) << height << " high: " << x << "," << y;
         });
@@ -48,7 +48,7 @@ TEST_F(TrueType, TheCharactersOfWindowsLatin1StayInTheirCells) {
 
 TEST_F(TrueType, HardTextHasOneColourAndStaysInItsBox) {
     const BitmapPtr bitmap = paper(8, 60, 30, 1);
-    face->text_out(bitmap.get(), "Ag", 5, 5, 7);
+    face->draw(bitmap.get(), "Ag", 5, 5, 7, false);
     int inked = 0;
     for_pixels(bitmap, [&](int x, int y, int pixel) {
         const bool in_box = x >= 5 && x < 5 + face->text_length("Ag") && y >= 5 && y < 25;
@@ -59,13 +59,13 @@ TEST_F(TrueType, HardTextHasOneColourAndStaysInItsBox) {
 }
 
 TEST_F(TrueType, SmoothTextLiesBetweenPaperAndInkAndIsClippedInEveryDepth) {
-    face->text_out(paper(32, 120, 30, 0).get(), "Veldor", 2, 2, 1); // both ways have glyphs of their own
+    face->draw(paper(32, 120, 30, 0).get(), "Veldor", 2, 2, 1, false); // both ways have glyphs of their own
     for (const int depth : {15, 16, 24, 32}) {
         const int back = makecol_depth(depth, 0, 100, 200), ink = makecol_depth(depth, 255, 100, 0);
         const BitmapPtr whole = paper(depth, 120, 30, back), clipped = paper(depth, 120, 30, back);
         set_clip_rect(clipped.get(), 15, 9, 40, 17);
         for (BITMAP* target : {whole.get(), clipped.get()})
-            face->text_out_aa(target, "Veldor", 2, 2, ink);
+            face->draw(target, "Veldor", 2, 2, ink, true);
         int mixed = 0;
         for_pixels(whole, [&](int x, int y, int pixel) {
             const int red = getr_depth(depth, pixel);
