@@ -13,8 +13,8 @@ constexpr std::uint8_t display_state(std::uint8_t module_result) {
     return module_result == 0 ? windowed : full_screen;
 }
 
-/// Calls the entry of the chosen module, whose result is the display's state. Shows and logs a library that is missing
-/// or lacks its entry. Does nothing for 45; logs any other number that is no module, and keeps it as the pending error.
+/// Calls the chosen module's entry and takes over the display state that it returns. Shows and logs a missing library
+/// or entry. Does nothing for 45; logs any other number without a module and keeps it as the pending error.
 void hand_off(Session& session);
 
 /// Restores the display's switch behaviour and the pointer after a pass.

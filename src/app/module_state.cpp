@@ -50,11 +50,11 @@ struct Before {
     std::string locale = std::setlocale(LC_ALL, nullptr);
     DIGI_DRIVER* sound = digi_driver;
     int colour_conversion = get_color_conversion();
-    int wheel = mouse_z; ///< turned in a module, it must not move the menu's focus
+    int wheel = mouse_z; ///< turning it in a module must not move the menu's focus
     int effects_volume = 0, music_volume = 0;
 };
 
-// Each restores something; true if a module should not have left it so.
+// Each restores one thing; true if the module should have done so.
 
 bool timers_left(const Before& before) {
     bool left = timer_driver == nullptr;
@@ -94,7 +94,7 @@ bool keyboard_left(const Before&) {
     return left;
 }
 
-/// Installs it again, which resets range, speed, polling and the system's pointer.
+/// Reinstalling it resets range, speed, polling and the system's pointer.
 bool mouse_left(const Before& before) {
     const bool left = mouse_driver == nullptr;
     select_mouse_cursor(MOUSE_CURSOR_ALLEGRO);
@@ -142,7 +142,7 @@ constexpr Row rows[] = {
     {"", callbacks_left},
 };
 
-/// The library would still draw with a sprite, and on a bitmap, that the module has destroyed.
+/// The library still refers to a sprite and a bitmap that the module may have destroyed.
 void hide_pointer() {
     if (pointer_picture)
         mouse_sprite = pointer_picture.get();

@@ -9,7 +9,7 @@ namespace vcc {
 
 struct ModuleOutcome {
     std::uint8_t result = 0;
-    std::string left; ///< what a module should not leave, in words for the log; empty if there was nothing
+    std::string left; ///< what it should have cleaned up, for the log; empty if nothing
 };
 
 /// Runs a module and restores the library's and the process's state before its code is unloaded; see docs/modules.md.

@@ -8,7 +8,7 @@ namespace vcc {
 /// Runs one pass including its tear-down; sets pass_ok and, if the screens ran, choice.
 void run_pass(Session& session);
 
-/// Begins to read the pictures of the next pass while start-up goes on; run_pass() does it by itself.
+/// Starts reading the next pass's pictures during start-up; later passes do so in run_pass().
 void read_pass_pictures_ahead();
 
 /// Releases sound and graphic buffers, and logs the pending message.

@@ -11,7 +11,7 @@
 
 namespace vcc {
 
-/// Once per process: the prefixes and messages of a language (1, 2), without a number of the one in the language file.
+/// Once per process: the prefixes and messages of a language (1, 2), or of the one that the language file names.
 void load_language_files(std::optional<int> number = {});
 
 enum class LoadFailure {
@@ -29,7 +29,7 @@ struct LoadHooks {
 /// Loads what a pass needs: sound, screens and pictures, in this order. False if anything but sound failed.
 bool load_installation(const LoadHooks& hooks);
 
-// Its parts, for drawing many pictures of an installation without loading everything each time.
+// Its parts, so that drawing many pictures of an installation need not load everything each time.
 
 /// Loads the sounds of the set-up file. False if that fails; sound that is switched off is no failure.
 bool load_sounds();
@@ -43,8 +43,8 @@ bool load_pictures();
 
 void fill_fields();
 
-/// Copies the background picture to the buffers from which text windows restore their background. Call before the
-/// screens run and whenever the graphic buffers have been loaded again.
+/// Copies the background picture to the buffers that text windows restore it from. Call before the screens run and
+/// after loading the graphic buffers again.
 void prepare_background_copies();
 
 /// Keeps the set's background, to be restored under smoothed text.

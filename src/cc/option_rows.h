@@ -1,5 +1,5 @@
-// The options, one row each: button, setting, values, labels, explanation, action codes, and what is special about
-// them. Stepping, choosing, the value panel, the pointer's behaviour and the explanation box all read these rows.
+// The options, one row each: button, setting, values, labels, explanation, action codes, and peculiarities. Stepping,
+// choosing, the value panel, the pointer's behaviour and the explanation box all read these rows.
 #pragma once
 
 #include "core/installation.h"
@@ -135,11 +135,11 @@ std::string_view value_label(const OptionRow& option, int value);
 /// The value one step forward or back among `offered` values. Pure.
 int stepped_value(int value, int offered, Stepping stepping, bool forward);
 
-/// A depth setting that the display offers, if possible: from each depth that is not offered, in order, it moves to the
-/// neighbour in `direction` (+1, -1) if that is offered. `offered` are the depth flags. Pure.
+/// A depth that the display offers, if possible: each depth not offered, in order, gives way to its neighbour in
+/// `direction` (+1, -1) if that one is offered. `offered` are the depth flags. Pure.
 int settled_depth(int depth, int direction, const std::array<int, 3>& offered);
 
-/// Text of the screens with which a row's explanation begins (also that of Row::loop_theme); nothing for any other row.
+/// First text of a row's explanation (Row::loop_theme has one, too); nothing for any other row.
 std::optional<int> explanation_of(Row row);
 
 /// Whether the sound or music that a row needs is in use.

@@ -200,7 +200,7 @@ void OptionsScreen::refresh_module_rows(BITMAP* target) {
     if (!explained)
         explain(target, option_row);
     if (explained && option.rules.loops)
-        return; // its panel follows the music by itself
+        return; // its panel follows the music anyway
     draw_row(target, option);
     restore_buttons(target, *this);
 }

@@ -1,4 +1,4 @@
-// The options screen: what is selected on it, and what clicks, keys and the pointer make of that.
+// The options screen: its selection, and how clicks, keys and the pointer change it.
 #pragma once
 
 #include "cc/options_picture.h"
@@ -15,10 +15,10 @@ public:
     /// Selects the module whose sound rows are edited and plays its theme; does nothing if it is selected already.
     void select_module(BITMAP* target, Module module);
 
-    /// Selects a module as its button does; its sound row is shown.
+    /// Does what a module's button does: selects it and shows its sound row.
     void select(BITMAP* target, Module module);
 
-    /// Steps an option as a click on its button does, or as a right click or a gamepad does.
+    /// Steps an option: by a click on its button, or by a right click or a gamepad.
     void step(BITMAP* target, const OptionRow& option, const Slot& button);
     void press_and_step(BITMAP* target, const OptionRow& option, const Slot& button, bool forward);
 

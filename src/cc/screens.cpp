@@ -30,7 +30,7 @@ namespace {
 
 constexpr int clear_colour = 7;
 
-/// Draws the part of the set's picture in which a text of a slot stands.
+/// Redraws the part of the picture that a slot's text covers.
 void draw_around(BITMAP* target, const SlotSet& set, const Slot& slot, int width) {
     const EffectsHeld quiet;
     const SwitchSet whole(drawing.full_redraw, 1);
@@ -41,8 +41,8 @@ void draw_around(BITMAP* target, const SlotSet& set, const Slot& slot, int width
     update_screen(target);
 }
 
-/// Has the slots of a set name keys or, while a gamepad is used, its buttons, as far as the installation has words for
-/// both. Draws them again if the set is `shown` on a picture.
+/// Makes hints name keys or, for a gamepad, its buttons, where the installation has words for both. Redraws them on the
+/// picture `shown`, if any.
 void name_hints(BITMAP* shown, SlotSet& set, bool for_gamepad) {
     for (int pair = 0; pair < hint_pairs; ++pair) {
         const int number = screen_text_number::hints + 2 * pair;

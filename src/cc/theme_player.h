@@ -23,8 +23,7 @@ ThemeOrder theme_order_of(Module module);
 /// without sound or music, and after a failure.
 bool play_theme_of(Module module);
 
-/// Feeds the music. If all themes play in turn, stores the one that is heard as the module's; true if that is another
-/// one.
+/// Feeds the music. If all themes play in turn, stores the one now heard as the module's; true if it has changed.
 bool notice_theme(Module module);
 
 } // namespace vcc

@@ -11,7 +11,7 @@
 
 namespace vcc {
 
-/// A way in which a stick or hat can be pushed.
+/// A direction of a stick or hat.
 struct PadWay {
     int x, y, key;
 };
@@ -27,7 +27,7 @@ constexpr std::array<PadKey, 6> button_keys{
 // A worn stick does not rest in its middle.
 constexpr int way_begins = 64, way_stays = 40;
 
-/// Where a stick is pushed that was pushed `before`; null if nowhere.
+/// The direction in which a stick is pushed, after `before`; null if none.
 const PadWay* way_of(const StickReading& stick, const PadWay* before) {
     const auto strength = [&](const PadWay& way) { return stick.x * way.x + stick.y * way.y; };
     if (before && strength(*before) >= way_stays)
@@ -66,7 +66,7 @@ bool look() {
     return true;
 }
 
-/// Of its sticks only the first and the last, which is the hat if there is one; others may be throttles.
+/// Only the first stick and the last, the hat if there is one: others may be throttles.
 PadReading read(const JOYSTICK_INFO& pad) {
     PadReading reading;
     for (int i = 0; i < std::min(pad.num_buttons, MAX_JOYSTICK_BUTTONS); ++i)
@@ -138,7 +138,7 @@ void poll_gamepads() {
         readings.push_back(read(joy[pad]));
     const std::vector<PadKey> keys = typing.keys(readings, ms_counter);
     if (keys.empty() || look())
-        return; // a pad unplugged during a press does not keep pressing
+        return; // a pad unplugged while pressed must not keep pressing
     for (const PadKey& key : keys)
         simulate_ukeypress(key.character, key.library_key | by_gamepad);
 }

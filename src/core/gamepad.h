@@ -11,20 +11,20 @@
 
 namespace vcc {
 
-/// Added to the library's number of a key that a gamepad types. Modifiers of the keyboard do not count for it.
+/// Marks a library key number as typed by a gamepad; the keyboard's modifiers do not apply to it.
 inline constexpr int by_gamepad = 0x100;
 
 // Keys that no keyboard has; the library's numbers end below.
 inline constexpr int key_clear_field = 0x80, key_step_back = 0x81, key_step_forward = 0x82;
 
-/// The latest key or click came from a gamepad that is still there.
+/// The latest key or click came from a gamepad that is still plugged in.
 inline std::atomic<bool> gamepad_used = false;
 
 /// Turns gamepads on or off; while they are off, nothing looks for them.
 void listen_to_gamepads(bool wanted);
 
-/// Types what has been pressed since the latest call, unless the player is at another program. Looks once a second
-/// whether a gamepad has come or gone, which is all that happens without one.
+/// Types what was pressed since the last call, unless another program has the focus. Checks once a second for gamepads
+/// plugged in or removed; without one, that is all.
 void poll_gamepads();
 
 /// Ignores what is held now, because something else has reacted to it already.

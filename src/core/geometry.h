@@ -27,7 +27,7 @@ struct Rect {
     constexpr bool contains(int x, int y) const { return x1 <= x && x <= x2 && y1 <= y && y <= y2; }
 };
 
-/// Whether the mouse pointer is inside, edges included. For places that are not slots; no screen has one today.
+/// Whether the mouse pointer is inside, edges included. For places other than slots; unused today.
 inline bool mouse_in_rect(int x1, int y1, int x2, int y2) {
     return Rect{x1, y1, x2, y2}.contains(mouse_x, mouse_y);
 }

@@ -37,7 +37,7 @@ inline constexpr const char* font_section = "VELDOR_VCC"; ///< of the settings f
 
 struct Film {
     const char* path;
-    int effect; ///< number of the effect that is its sound
+    int effect; ///< number of its sound effect
 };
 inline constexpr std::array<Film, 2> films{{{"images/Zentrik.avi", 181}, {"images/VELDOR_Intro.avi", 182}}};
 

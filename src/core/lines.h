@@ -32,7 +32,7 @@ private:
     int line_number_ = 0;
 };
 
-/// A line of a file in which a line "+NUMBER" says what the lines after it belong to.
+/// A line of a file whose "+NUMBER" lines say what the lines after them belong to.
 struct NumberedLine {
     enum class Kind { comment, number, text };
     Kind kind;

@@ -14,14 +14,14 @@ namespace {
 
 constexpr int button_flags = MOUSE_FLAG_LEFT_DOWN | MOUSE_FLAG_LEFT_UP | MOUSE_FLAG_RIGHT_DOWN | MOUSE_FLAG_RIGHT_UP |
                              MOUSE_FLAG_MIDDLE_DOWN | MOUSE_FLAG_MIDDLE_UP;
-constexpr std::size_t most_states = 64; ///< that nobody has seen: a module reads the mouse by itself
+constexpr std::size_t most_states = 64; ///< not yet returned: a module reads the mouse itself
 
 struct State {
     int buttons = 0;
     int place = 0; ///< of the pointer, both coordinates in one
 };
 
-std::mutex guard; // the library's thread notes
+std::mutex guard; // note() runs on the library's thread
 std::deque<State> noted;
 State seen;
 

@@ -20,15 +20,15 @@ inline constexpr std::int8_t use_configured_mode = 0, probe_machine = -1;
 
 enum class SetupResult { ok = 0, fatal = 1, retry = 2 };
 
-/// Chooses and sets the mode, records it in the settings and installs the display-switch behaviour. Failures are shown
-/// and logged, and, once, what keeps the picture from being scaled as the settings want it.
+/// Chooses and sets the mode, records it in the settings and installs the display-switch behaviour. Shows and logs
+/// failures; logs once what prevents the scaling that the settings ask for.
 SetupResult setup_graphics_mode(std::int8_t mode);
 
-/// Updates `fullscreen`: window managers have commands of their own for full screen.
+/// Updates `fullscreen`, which a window manager's own commands can change.
 void follow_window_manager();
 
 /// Changes to the other mode, or without `toggle` sets the mode of `fullscreen` again; then shows buffer 0. If that
-/// fails, sets the previous mode again, leaves `fullscreen` unchanged and logs it.
+/// fails, restores the previous mode, keeps `fullscreen` and logs it.
 void switch_display_mode(bool toggle);
 
 /// Does nothing if the display is fit for the screens: 800 x 600, 15 bits or more, new bitmaps in its depth. Otherwise
@@ -36,11 +36,11 @@ void switch_display_mode(bool toggle);
 /// file, has left behind.
 void ensure_display(int depth, const std::string& culprit);
 
-/// Sets the mode again in the depth of the setting `bitmap_depth`. True if done: the buffers are released and must be
-/// loaded again, and the pointer installed again. False if that depth is not offered; nothing has changed then.
+/// Sets the mode again at the depth of `bitmap_depth`. True if done: buffers must be loaded again and the pointer
+/// reinstalled. False, with nothing changed, if that depth is not offered.
 bool rebuild_display(bool toggle);
 
-/// Keeps the size, place and state of a window with a scaled picture for the next start.
+/// Stores size, place and state of a scaled picture's window for the next start.
 void remember_window();
 
 } // namespace vcc

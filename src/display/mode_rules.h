@@ -40,8 +40,8 @@ struct ListedMode {
     int width, height, depth;
 };
 
-/// The largest colour depth of a listed mode of 800 x 600, or, with a driver that centres, of any mode that is large
-/// enough. 0 if none has 15 bits or more.
+/// The largest colour depth of a listed mode of 800 x 600 or, if the driver centres the picture, of any larger mode; 0
+/// below 15 bits.
 constexpr int best_listed_depth(std::span<const ListedMode> modes, bool centred) {
     int best = 0;
     for (const ListedMode& mode : modes) {

@@ -21,7 +21,7 @@ int word_at(std::span<const std::uint8_t> bytes, std::size_t offset) {
 }
 
 constexpr std::size_t planes = 3;
-constexpr std::uint8_t run_mark = 0xC0; ///< in a byte whose other bits count how often the next byte repeats
+constexpr std::uint8_t run_mark = 0xC0;                 ///< marks a byte as the repeat count of the next one
 constexpr int bytes_per_line_limit = picture_limit + 1; ///< longer padding is not kept: it could fill the memory
 constexpr std::ptrdiff_t store = 16; ///< every run writes at least this many bytes, to be overwritten by the next
 

@@ -42,7 +42,7 @@ struct UnpackedPicture {
 std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file);
 
 /// Loads a PCX picture, converted to the colour depth in force, and its palette (`palette` may be null). Fails if the
-/// file is missing, is no PCX picture or has a header that the library cannot be trusted with.
+/// file is missing, is no PCX picture or has a header that would mislead the library.
 Result<BitmapPtr> load_picture(std::string_view path, PALETTE* palette = nullptr);
 
 } // namespace vcc

@@ -13,7 +13,7 @@ constexpr int widen_5_bits(int value) {
     return value * 255 / 31;
 }
 
-// They read the library's shifts once per row: the compiler must assume that every byte written could change them.
+// The library's shifts are read once per row: the compiler must assume that any byte written could change them.
 using RowConverter = void (*)(const std::uint8_t* source, unsigned char* target, int width);
 
 void copy_8(const std::uint8_t* source, unsigned char* target, int width) {

@@ -8,7 +8,7 @@
 
 namespace vcc {
 
-/// Which part of a film is shown, and where: centred, the middle of a film larger than the screen. Pixels.
+/// The part of a film that is shown, and its place: centred, or the middle of a film larger than the screen. Pixels.
 struct FilmPlace {
     int source_x = 0, source_y = 0, x = 0, y = 0, width = 0, height = 0;
 };

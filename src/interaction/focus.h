@@ -9,7 +9,7 @@
 
 namespace vcc {
 
-/// The area in which the pointer is on a slot; also for inert slots, which are never hit.
+/// The area that counts as a slot for the pointer; inert slots have one, too, but are never hit.
 Rect slot_rect(const Slot& slot);
 
 bool is_selectable(const Slot& slot);
@@ -23,8 +23,8 @@ int slot_under_pointer(int start, std::span<const Slot> slots, bool single);
 /// selects the slot's font.
 int pick_focus(SlotSet& set, int index, int direction, bool single);
 
-/// Where the keyboard's focus takes the pointer on a slot, by the metrics of the current font. Pure except for the
-/// grids.
+/// Where the pointer goes when the keyboard moves the focus to a slot, by the current font's metrics. Pure except for
+/// the grids.
 Point pointer_place(const Slot& slot, int focus_x, int focus_y);
 void place_pointer(const Slot& slot);
 

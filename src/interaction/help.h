@@ -14,7 +14,7 @@ struct HelpRequest {
     BITMAP* target = nullptr;        ///< screen picture, borrowed
     BITMAP* save = nullptr;          ///< keeps the picture under the page, borrowed
     SlotSet* messages = nullptr;     ///< message set, changed in memory
-    const Slot* requester = nullptr; ///< slot whose help is wanted
+    const Slot* requester = nullptr; ///< slot that asks for help
     std::function<void()> every_frame;
 };
 

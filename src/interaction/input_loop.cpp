@@ -75,7 +75,7 @@ void InputLoop::show(PointerLook look) {
     update_screen(run_.target);
 }
 
-/// Reports each slot once: on a slot that the focus skips, the loop would otherwise never get to the keys.
+/// Reports each slot once: otherwise the loop would never get to the keys on a slot that the focus skips.
 KeyEvent InputLoop::pointer_on_other(int over) {
     if (run_.reported_over == over) {
         show(PointerLook::away);

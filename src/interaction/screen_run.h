@@ -36,7 +36,7 @@ struct ScreenRun {
     std::vector<FieldPlace> fields;      ///< one per slot
     int current = 0;
     int direction = 1;      ///< of the next focus search
-    int reported_over = -1; ///< slot other than the current one last reported under the pointer; -1 none
+    int reported_over = -1; ///< other slot last reported under the pointer; -1 none
 
     std::size_t index() const { return static_cast<std::size_t>(current); }
     Slot& slot() const { return set->slots[index()]; } ///< the current one

@@ -70,7 +70,7 @@ int wait_on_slot(ScreenRun& run, bool no_wait) {
     if (is_field)
         edit_text = text_of(slot.text);
     if (slot.toggle == 0)
-        update_screen(run.target); // no look of this slot will send what was drawn before
+        update_screen(run.target); // nothing on this slot will send what was drawn before
     select_font(look.font);
     const int code = await_input(run, look, true, no_wait);
     if (is_field)

@@ -26,7 +26,7 @@ constexpr std::size_t colour_table_size = 1024;
 
 const FfmpegFunctions* ffmpeg = nullptr; // set before the first film is made
 
-/// Calls the library's function that takes the address of a pointer.
+/// Calls a library function that takes the pointer's address.
 template <auto release>
 struct Closer {
     template <class Object>

@@ -1,5 +1,5 @@
-// The functions of the film libraries, looked up when the first film opens. Linked as usual, the libraries would bring
-// some 140 others with them and take most of the time from the program's start to its menu.
+// The functions of the film libraries, looked up when the first film opens. Linked, they would pull in some 140 other
+// libraries and take most of the time between start and menu.
 #pragma once
 
 extern "C" {
@@ -38,7 +38,7 @@ extern "C" {
 namespace vcc::platform {
 
 struct FfmpegFunctions {
-// A name that is declared cannot stand in parentheses.
+// A declared name cannot be put in parentheses.
 #define VELDOR_DECLARE(library, function) decltype(&::function) function = nullptr // NOLINT(bugprone-macro-parentheses)
     VELDOR_FFMPEG_FUNCTIONS(VELDOR_DECLARE);
 #undef VELDOR_DECLARE

@@ -139,7 +139,7 @@ void TrueTypeFont::set_size(int height_px) {
     if (height_px == height_)
         return;
     height_ = height_px;
-    // Hinting needs a whole em size: the largest whose face fits the height.
+    // Hinting needs a whole em size: the largest at which the face fits the height.
     const long units = std::max<long>(face_->units_per_EM, 1), face_units = face_->ascender - face_->descender;
     const long em = face_units > 0 ? (2L * height_ + 1) * units / (2 * face_units) : height_;
     FT_Set_Pixel_Sizes(face_.get(), 0, static_cast<FT_UInt>(std::clamp(em, 1L, 400L)));
@@ -157,7 +157,7 @@ unsigned TrueTypeFont::index_of(unsigned char character) const {
     return FT_Get_Char_Index(face_.get(), is_control(code) ? FT_ULong{' '} : code);
 }
 
-// The designed advance, rounded, for both ways of drawing, so that a text is equally long in both.
+// The designed advance, rounded: a text is as long with smooth edges as with hard ones.
 int TrueTypeFont::face_advance(unsigned char character) const {
     FT_Fixed advance_16_16 = 0;
     if (FT_Get_Advance(face_.get(), index_of(character), FT_LOAD_NO_HINTING, &advance_16_16) != 0)

@@ -29,7 +29,7 @@ bool init_truetype();
 /// Releases the renderer, after all fonts.
 void exit_truetype();
 
-/// A font file at one size. Caches its glyphs, so that a text costs about as much as one sprite per character.
+/// A font file at one size. Caches its glyphs: a text costs about one sprite per character.
 class TrueTypeFont {
 public:
     /// Takes over a scalable font, which has no characters before set_size().

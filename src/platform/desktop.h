@@ -13,8 +13,8 @@ inline constexpr int document_no_memory = 0, document_file_not_found = 2, docume
 /// then counts as success.
 int open_document(const std::string& path);
 
-/// Shows a message in place of the graphics library's box, and waits until it is confirmed. False if the library's box
-/// is there (on X11 that is a program, xmessage, which many desktops lack), or if there is no other either.
+/// Shows a message until it is confirmed, if the graphics library cannot: on X11 that needs xmessage, which many
+/// desktops lack. False if the library can, or if there is nothing else either.
 bool show_message(const std::string& text);
 
 } // namespace vcc::platform

@@ -24,11 +24,11 @@ using Words = std::vector<const char*>;
 constexpr std::chrono::milliseconds wait_limit{1500};
 constexpr int report_descriptor = 3;
 
-/// The shell ends at once, so init adopts the opener, which leaves no child of ours behind.
+/// The shell ends at once and init adopts the opener, so no child of ours is left.
 constexpr const char* open_and_report = R"({ xdg-open "$1" </dev/null >/dev/null 2>&1 3>&-; echo $? >&3; } &)";
 
-/// Starts a program; -1 if that fails. Signals that we block reach it, and it holds nothing of ours, such as the
-/// connection to the display, but `report`, as descriptor 3: with that it outlives a terminal, too.
+/// Starts a program; -1 if that fails. Blocks no signals, and of our descriptors has only `report`, as number 3; with
+/// that it also outlives the terminal.
 pid_t start(Words words, int report = -1) {
     words.push_back(nullptr);
     posix_spawn_file_actions_t files;

@@ -17,8 +17,7 @@ bool exists(const std::string& name) {
     return fs::exists(system_path(name), error);
 }
 
-/// The entry of a folder that matches without regard to case; of several the first in byte order, whatever the file
-/// system's order. Empty if there is none.
+/// A folder's entry with that name in any letter case; of several the first in byte order. Empty if there is none.
 std::string entry_like(const std::string& folder, std::string_view wanted) {
     std::string found;
     std::error_code error;

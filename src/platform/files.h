@@ -1,4 +1,4 @@
-// File names of an installation, whatever system they were written on, and the program's own folder.
+// File names of an installation, written on any system, and the program's own folder.
 #pragma once
 
 #include <cstdint>

@@ -4,8 +4,8 @@
 
 namespace vcc::platform {
 
-/// Names the gamepads that are plugged in now, empty if there is none: another text means that one has come or gone.
-/// It is also the configuration in which the graphics library finds them. Takes some microseconds.
+/// Names the gamepads plugged in; empty without one. A different text means that one has come or gone. It is also the
+/// configuration that leads the graphics library to them. Takes a few microseconds.
 std::string gamepads();
 
 } // namespace vcc::platform

@@ -7,7 +7,7 @@
 namespace vcc::platform {
 
 // Left alone, the library would stop at the first missing number, and open whatever it can read. The node's number
-// tells a pad that has been plugged in again from the one before.
+// tells a replugged pad from the one before.
 std::string gamepads() {
     constexpr int numbers = 8;
     std::string devices;

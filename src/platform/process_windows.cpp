@@ -27,7 +27,7 @@ BOOL WINAPI on_console_event(DWORD) {
 }
 
 // The session ends: the process may be ended as soon as this returns, so the window's thread goes on with its messages
-// here until the program has closed the window. Returns 0 with a message that is dealt with.
+// here until the program has closed the window. Returns 0 for a message that it has handled.
 int on_window_message(HWND window, UINT message, WPARAM ends, LPARAM, int* result) {
     if (message != WM_ENDSESSION || !ends || !ask_once())
         return 1;
@@ -49,7 +49,7 @@ void prepare_heap() {} // large pages need a right there that players do not hav
 
 void take_termination_requests(void (*ask)()) {
     ask_to_end = ask;
-    AttachConsole(ATTACH_PARENT_PROCESS); // a program with windows has no console by itself; fails without one
+    AttachConsole(ATTACH_PARENT_PROCESS); // a windowed program starts without a console; fails if there is none
     SetConsoleCtrlHandler(on_console_event, TRUE);
     win_set_msg_pre_proc(on_window_message);
 }

@@ -47,8 +47,8 @@ void update_screen(BITMAP* source) {
     scare_mouse();
     copy_to_screen(source);
     unscare_mouse();
-    // The client's queue also sends itself whenever it is full: the display could show the upper part of the new
-    // picture above the lower part of the old one for a while.
+    // A full queue is sent at once: for a while the display could show the top of the new picture above the bottom of
+    // the old one.
     present_screen();
 }
 

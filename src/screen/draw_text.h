@@ -15,8 +15,7 @@ void draw_boxed_text(BITMAP* target, int x, int y, std::string_view text, int co
 /// Draws text with a one-pixel shadow, which is a pixel value, not an index. No caller sets `update` today.
 void draw_shadow_text(BITMAP* target, int x, int y, std::string_view text, int colour, int shadow_pixel, bool update);
 
-/// Length in characters times the current font's cell width. For texts that must keep to the grid; there are none
-/// today.
+/// Length in characters times the current font's cell width. For texts that must keep to the grid; unused today.
 int text_cell_width(std::string_view text);
 
 } // namespace vcc

@@ -25,7 +25,7 @@ struct TextWindow {
     int font = 0;
     int pixel_coords = 0; ///< 0: edges are cells of the font's grid
     int pointer_offset = 0;
-    int background_buffer = 0;           ///< graphic buffer from which the area is restored
+    int background_buffer = 0;           ///< graphic buffer that the area is restored from
     BITMAP* background_bitmap = nullptr; ///< borrowed; the options screen restores the background from it
 };
 

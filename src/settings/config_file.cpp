@@ -85,15 +85,15 @@ std::vector<ConfigChange> as_utf8(std::vector<ConfigChange> changes) {
     return changes;
 }
 
-/// Guards the shared file. Owns the values on which the file and the library last agreed; only what the library holds
-/// differently is written.
+/// Guards the shared file. Keeps the values on which file and library last agreed, and writes only what the library has
+/// changed since.
 class SharedFile {
 public:
     void take_over();
 
-    /// Merges what changed in the library into the file, which other programs may have written meanwhile, and takes it
-    /// over again. If that fails, the values stay in memory for the next write. False if the library does not hold this
-    /// file's values, so that there is nothing to write.
+    /// Merges the library's changes into the file, which other programs may have written meanwhile, and reads it again.
+    /// After a failure they stay in memory for the next write. False, with nothing to write, if the library holds
+    /// another file's values.
     bool write();
 
     void note_change() { changed_ = true; }
@@ -115,7 +115,7 @@ private:
     bool reported_ = false;
 };
 
-/// A module may leave another file selected: it lacks a section of ours, and its values must not be written to our
+/// A module may leave another file selected: that one lacks a section of ours, and its values must not go into our
 /// file.
 bool SharedFile::is_held(const ConfigValues& held) const {
     return agreed_ && std::ranges::all_of(*agreed_, [&](const auto& entry) {

@@ -14,7 +14,7 @@ void start_keyboard();
 /// Stores the mapping file of the current setting in the configuration and flushes it.
 void write_keyboard_layout();
 
-/// The same, then installs the keyboard again, so that the mapping takes effect at once.
+/// Does that and reinstalls the keyboard, which puts the mapping into effect.
 void apply_keyboard_layout();
 
 } // namespace vcc

@@ -47,7 +47,7 @@ void resume_music_voice();
 /// The F12 key: if sound and music are on, stops or starts the voice and flips music_playing.
 void toggle_music();
 
-/// Whether a stream exists whose voice is not paused.
+/// Whether there is a stream and its voice is not paused.
 bool music_voice_running();
 
 } // namespace vcc

@@ -18,7 +18,7 @@ constexpr int reserved_voices = 16;
 
 enum class Outcome { go_on, stop, failed };
 
-/// From the second pass on the sound system is there already, which the library confirms.
+/// From the second pass on it is installed already; the library then returns success.
 Outcome install_sound_system(SetupState& state) {
     reserve_voices(reserved_voices, 0);
     if (install_sound(DIGI_AUTODETECT, MIDI_NONE, nullptr) == 0)

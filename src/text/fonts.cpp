@@ -73,7 +73,7 @@ void configure_fonts() {
             face->set_size(read_number("font#_height", n));
             face->set_extra_spacing(read_number("font#_space", n));
             const std::size_t i = index_of(n);
-            if (i >= proportional_fonts) // the default spacing is part of the cell, so that text lies in its cells
+            if (i >= proportional_fonts) // the cell includes the default spacing
                 face->set_fixed_advance(cell_widths[i] - standard_number("font#_space", n));
         }
     configured = true;

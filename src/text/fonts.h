@@ -39,7 +39,7 @@ void select_font(int n);
 
 void release_fonts();
 
-/// Selects a font for the life of the object, then the one that was current before.
+/// Selects a font while it lives, then the previous one again.
 class FontSelection {
 public:
     explicit FontSelection(int n) : before_(drawing.current_font) { select_font(n); }

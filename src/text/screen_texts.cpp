@@ -15,7 +15,7 @@ namespace {
 
 namespace n = screen_text_number;
 
-/// English texts whose numbers follow one another. Empty ones are blank lines, or names that another file provides.
+/// English texts with consecutive numbers. Empty ones are blank lines, or names that another file provides.
 struct Group {
     int first, count;
     std::array<std::string_view, 11> texts;

@@ -49,7 +49,7 @@ std::string_view screen_text(int number);
 
 bool is_screen_text(int number);
 
-/// A text in which the value replaces "%2.2d", if present, as two digits.
+/// A text with the value, as two digits, in place of its "%2.2d".
 std::string numbered_screen_text(int number, int value);
 
 } // namespace vcc

@@ -101,7 +101,7 @@ Area room_for_window() {
     return free.empty() ? monitor : free; // a window manager may report anything
 }
 
-/// How much larger than usual the player wants things to be: 1 if he has not said so.
+/// The scale that the player has chosen for the desktop; 1 if none.
 double desktop_scale() {
     constexpr double usual_dots_per_inch = 96;
     const char* const dots_per_inch = XGetDefault(_xwin.display, "Xft", "dpi");
@@ -110,12 +110,12 @@ double desktop_scale() {
 
 /// Whether a window manager is running that can show a window full screen.
 bool manager_shows_full_screen() {
-    // One that was killed leaves its properties.
+    // A killed one leaves its properties behind.
     const bool running = attributes_of(XDefaultRootWindow(_xwin.display)).all_event_masks & SubstructureRedirectMask;
     return running && std::ranges::count(root_property("_NET_SUPPORTED", XA_ATOM), atom(full_screen_state)) != 0;
 }
 
-/// For a hidden window: sets the states in which it will appear.
+/// Sets the states in which a hidden window will appear.
 void name_states(bool full_screen, bool maximised) {
     std::vector<Atom> states;
     if (full_screen)
@@ -125,7 +125,7 @@ void name_states(bool full_screen, bool maximised) {
     set_property("_NET_WM_STATE", XA_ATOM, states);
 }
 
-/// For a visible window: asks the window manager to change one or two of its states.
+/// Asks the window manager to change one or two states of a visible window.
 void ask_for_state(bool wanted, const char* first, const char* second = nullptr) {
     constexpr long remove = 0, add = 1, from_program = 1;
     XEvent event{};
@@ -292,7 +292,7 @@ void DesktopWindow::property_changed(const XPropertyEvent& event) {
         full_ = full;
     if (started_full_ && !full_ && !was_maximised_)
         move_and_resize(_xwin.wm_window,
-                        first_.area); // not every window manager has a place for a window that it never saw
+                        first_.area); // not every window manager can place a window that it first saw in full screen
     started_full_ = started_full_ && full_;
 }
 

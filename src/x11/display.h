@@ -1,6 +1,5 @@
-// The display: events and drawing without delay, the keyboard's accents, and the library's screen at any size instead
-// of in a window of its own size or by another mode of the monitor. Modules set their modes as usual and get our
-// drivers.
+// The display: events and drawing without delay, the keyboard's accents, and the library's screen at any size, in a
+// window or full screen. Modules set their modes as usual and get our drivers.
 #pragma once
 
 #include "x11/picture_place.h"
@@ -14,7 +13,7 @@ namespace vcc::platform {
 /// Call before the library's start.
 void end_with_display(void (*note)());
 
-/// Tells the desktop whose the window is, and makes every graphics driver draw the mouse's sprite into the picture, so
+/// Tells the desktop whose window it is, and makes every graphics driver draw the mouse's sprite into the picture, so
 /// that hiding and saving it work alike on all systems. Call after the library's start and before the first mode is
 /// set.
 void prepare_window();
@@ -39,7 +38,7 @@ void end_wait();
 /// send; does nothing without a display.
 void flush_display();
 
-/// Installs the library's keyboard with dead keys and compose sequences from a list of ours: the system's has thousands
+/// Installs the library's keyboard with dead keys and compose sequences from our own list: the system's has thousands
 /// that our texts cannot show, and takes 20 ms to read. The player's own list takes precedence; without our file the
 /// system's counts.
 void install_keyboard_with(const std::string& compose_list);
@@ -53,7 +52,7 @@ std::string show_scaled(Fit fit, const WindowPlace& first);
 /// What has since prevented the picture from being shown at its window's size; reported once, else empty.
 std::string scaled_display_trouble();
 
-/// Shows what was drawn now, instead of within 10 ms; the window appears with it.
+/// Shows new drawing now instead of within 10 ms; the first one brings up the window.
 void show_scaled_drawing();
 
 /// Whether the picture is shown in full screen, which a window manager can change by itself; nothing if the library
@@ -66,8 +65,7 @@ std::optional<WindowPlace> window_place();
 /// The driver whose list names the full-screen modes (a GFX_ constant of this system).
 extern const int full_screen_list_driver;
 
-/// True if that driver centres a picture smaller than the mode on black: any listed mode that is large enough then
-/// counts as one of the picture's size.
+/// Whether that driver centres a smaller picture on black, so that any mode large enough will do.
 extern const bool full_screen_is_centred;
 
 } // namespace vcc::platform

@@ -68,7 +68,7 @@ void read_events() {
     XFlush(_xwin.display);
 }
 
-/// The release of a button is lost with the window that it was for, and the library would ignore the next press.
+/// A button's release is lost with its window, and the library would then ignore the next press.
 void release_buttons() {
     Window root = None, child = None;
     int root_x = 0, root_y = 0, x = 0, y = 0;

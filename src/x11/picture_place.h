@@ -23,12 +23,12 @@ enum class Fit {
 /// The picture's place, centred in the window with its aspect ratio kept. Sizes are at least 1.
 Area place_picture(Size window, Size picture, Fit fit);
 
-/// Size of a new window: the largest whole multiple of the picture within four fifths of the room or, if that is more
-/// and Fit::aspect allows it, the enlargement that the player's desktop asks for; never smaller than the picture.
+/// Size of a new window: the largest whole multiple of the picture within four fifths of the room or, with Fit::aspect,
+/// the desktop's own scale if that is larger; never smaller than the picture.
 Size first_size(Size room, Size picture, double desktop_scale, Fit fit);
 
-/// The place for a new window of this size: the wanted one, but no larger than the room; in its middle if less than
-/// half of it would be on the desktop.
+/// The wanted place of a new window, but no larger than the room; the middle of the room if less than half of it would
+/// be on the desktop.
 Area fitted_place(const Area& wanted, const Area& room, const Area& desktop);
 
 /// The picture's pixel under the middle of a shown pixel, `at` pixels from the shown edge; clamped to the picture.

@@ -51,8 +51,8 @@ bool asks_to_close(const XClientMessageEvent& event) {
     return static_cast<Atom>(event.data.l[0]) == atom("WM_DELETE_WINDOW");
 }
 
-/// Passes all waiting events on to the library, the window, the picture or the pointer: the library would take them for
-/// those of a window of its own size. Returns the window's latest size.
+/// Passes all waiting events on to the library, the window, the picture or the pointer: left to itself, the library
+/// would take them for events of a window of its own size. Returns the window's latest size.
 Size ScaledDisplay::take_events() {
     Size size = shown.window();
     if (shown.is_open())

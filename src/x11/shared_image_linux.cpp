@@ -79,7 +79,7 @@ int SharedRows::longest_strip() const {
 PixelRows SharedRows::next(const Area& strip) {
     const int count = strip.y2 - strip.y1;
     if (free_ + count > image_->height) {
-        // Events and replies tell which request the server has reached; often that is known already.
+        // Events and replies tell how far the server has come; often that is enough.
         if (XLastKnownRequestProcessed(_xwin.display) < last_request_)
             XSync(_xwin.display, False);
         free_ = 0;

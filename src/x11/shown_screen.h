@@ -19,14 +19,14 @@ public:
     /// `redraw` is the library's function that shows a part of its screen at its own size.
     ShownScreen(Fit fit, Redraw redraw) : fit_(fit), redraw_(redraw) {}
 
-    /// For a new screen of the library in a window of this size. Returns the same as lay_out().
+    /// Shows a new screen of the library in a window of this size. Returns the same as lay_out().
     bool open(Size window);
     void close();
     /// Restores the picture's window as the library expects it.
     static void give_back_window();
     bool is_open() const { return open_; }
 
-    /// For a new size of the window. False if there is no memory for a picture of that size, which is then shown at its
+    /// Adapts to a new size of the window. False without memory for a picture of that size; it is then shown at its
     /// own.
     bool lay_out(Size window);
     Size window() const { return window_; }

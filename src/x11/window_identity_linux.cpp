@@ -1,4 +1,4 @@
-// What a desktop knows of the program's window: whose it is, its icon, its title.
+// What the desktop knows of the program's window: owner, icon, title.
 #include "platform/latin1.h"
 #include "x11/display.h"
 #include "x11/x_library.h"
@@ -58,7 +58,7 @@ void prepare_window() {
     hints.flags = InputHint | StateHint;
     hints.input = True;
     hints.initial_state = NormalState;
-    // names the machine, too, without which no process number counts
+    // also names the machine, without which the process number means nothing
     XSetWMProperties(_xwin.display, _xwin.wm_window, nullptr, nullptr, nullptr, 0, nullptr, &hints, &class_hint);
     set_property("_NET_WM_PID", XA_CARDINAL, {static_cast<unsigned long>(::getpid())});
     std::array<Atom, 2> protocols{atom("WM_DELETE_WINDOW"), atom("_NET_WM_PING")};

@@ -55,11 +55,10 @@ void register_driver(GFX_DRIVER& driver);
 /// Reads the display's events as the library does, without asking the server for an answer each time. Needs the lock.
 void read_library_events();
 
-/// Gives a window the keyboard; does nothing for one that is not visible, which would end the program.
+/// Gives a window the keyboard, unless it is invisible: that error would end the program.
 void focus_if_viewable(Window window);
 
-/// Keeps the screen saver off while the program fills the desktop, if called often: to the display server, pads and
-/// films are not input.
+/// Keeps the screen saver off, if called often: the display server does not see pads and films as input.
 void keep_awake();
 
 /// If the picture is not scaled: gives the library's own windows what they lack on a desktop. A display server that
