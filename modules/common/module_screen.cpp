@@ -100,8 +100,8 @@ void write(BITMAP* target, const Font& face, const std::string& text, int x, int
         textout_ex(target, font, text.c_str(), x, y, colour, -1);
         return;
     }
-    face->text_out_aa(target, text, x + 1, y + 1, makecol(0, 0, 0));
-    face->text_out_aa(target, text, x, y, colour);
+    face->draw(target, text, x + 1, y + 1, makecol(0, 0, 0), true);
+    face->draw(target, text, x, y, colour, true);
 }
 
 struct Area {

@@ -60,13 +60,6 @@ void take_settings(int depth) {
     depth_class = depth_flags(depth);
 }
 
-BitmapPtr copy_of(BITMAP* bitmap) {
-    BitmapPtr copy(bitmap ? create_bitmap(bitmap->w, bitmap->h) : nullptr);
-    if (copy)
-        blit(bitmap, copy.get(), 0, 0, 0, 0, bitmap->w, bitmap->h);
-    return copy;
-}
-
 /// Pressed looks only take time.
 void hurry(SlotSet& set) {
     for (Slot& slot : set.slots)
@@ -142,7 +135,7 @@ std::string Renderer::load_pictures_once() {
         BitmapPtr& as_loaded = kept_->as_loaded[i];
         BITMAP* const used = buffer(changing_buffers[i]).get();
         if (!kept_->pictures)
-            as_loaded = copy_of(used);
+            as_loaded = used ? copy_of(used) : nullptr;
         else if (as_loaded && used)
             blit(as_loaded.get(), used, 0, 0, 0, 0, used->w, used->h);
     }
