@@ -1,4 +1,4 @@
-"""Every text of the menu can be read: its contrast to what is behind it, in pictures by vcckit render."""
+"""Every text of the menu can be read: its contrast to its background, in pictures by vcckit render."""
 
 import subprocess
 import sys

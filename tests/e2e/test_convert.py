@@ -68,7 +68,7 @@ def test_pictures(tmp_path, name, clear, bits, colours, most):
     assert done.stdout == f"out.pcx: {WIDTH} x {HEIGHT} pixels of {bits} bits\n"
     made, made_bits = pixels_of(tmp_path / "out.pcx")
     assert made_bits == bits
-    # With transparency the mask is what was transparent, and nothing else that 15 bits or a palette take for it.
+    # The mask covers exactly the transparent pixels, whatever 15 bits or a palette do to others.
     masked = (made == MASK).all(axis=2)
     if clear:
         assert np.array_equal(masked, drawn[..., 3] == 0)
@@ -84,7 +84,7 @@ def test_pictures(tmp_path, name, clear, bits, colours, most):
 
 
 SOUNDS = [
-    # FFmpeg's arguments of the source, name, what is told
+    # FFmpeg's arguments for the source, name, message
     ("-c:a libmp3lame -ac 2", "a.mp3", "2.0 s of 44100 Hz, stereo"),
     ("-c:a libvorbis", "a.ogg", "2.0 s of 44100 Hz, mono"),
     ("-c:a pcm_s24le -ar 96000", "a.wav", "2.0 s of 96000 Hz, mono"),
@@ -116,7 +116,7 @@ def test_a_loop_has_to_run_into_itself(tmp_path):
 
 
 FILMS = [
-    # size, frames per second, name, what is told
+    # size, frames per second, name, message
     ("1280x720", 30, "a.mp4", "2.0 s of 800 x 450 pixels, 30 frames per second"),
     ("640x480", 24, "a.mkv", "2.0 s of 640 x 480 pixels, 24 frames per second"),
     ("320x240", 100, "a.mov", "2.0 s of 320 x 240 pixels, 60 frames per second"),
@@ -169,7 +169,7 @@ def frames_of(film):
 
 
 BROKEN = [
-    # name, how it is made, what is told
+    # name, how it is made, message
     ("cut.png", lambda path: cut(path), "is damaged or truncated"),
     ("cut.jpg", lambda path: cut(path), "is damaged or truncated"),
     ("cut.bmp", lambda path: cut(path), "is damaged or truncated"),

@@ -63,7 +63,7 @@ def close(robot):
 
 
 def hears_keys(robot):
-    buttons = 34, 186, 100, 242  # their left parts, which no pointer covers
+    buttons = 34, 186, 100, 242  # their left parts: no pointer covers them
     robot.key("Home")
     before = robot.standing_picture()
     robot.key("Down")

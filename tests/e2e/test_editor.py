@@ -77,7 +77,7 @@ def page(browser, editor):
 
 @pytest.fixture(scope="module")
 def page_for_pictures(browser, tmp_path_factory):
-    """One editor for all pictures, which change little, and the last of them most."""
+    """One editor for all pictures: they change little, the last one most."""
     folder = tmp_path_factory.mktemp("pictures")
     shutil.copytree(PROJECT / "game/screens", folder / "screens")
     shutil.copytree(built_installation(), folder / "veldor")
@@ -130,7 +130,7 @@ def test_what_is_dragged_looks_as_the_program_draws_what_is_saved(page, project,
     assert editor.get("picture.png?view=menu&language=en") == (200, rendered.read_bytes())
     assert np.array_equal(page.canvas(), np.asarray(Image.open(rendered).convert("RGB")))
 
-    # the packed files are those of the source, in which one place has changed and nothing else
+    # the packed files follow the source; only one place in it has changed
     packed = {path: data for path, data in project.bytes().items() if path.suffix in (".slt", ".tgl")}
     subprocess.run([VCCKIT, "pack", "-q", project.source(), "-o", project.folder], check=True)
     assert all(path.read_bytes() == data for path, data in packed.items())
@@ -241,10 +241,10 @@ def test_a_source_that_cannot_be_packed_is_not_saved(page, project):
     wait_until(lambda: not page.all("#banner-stale"), "the source as it was")
 
 
-# what is lost, and what not
+# lost work, and work that is kept
 
 def test_unsaved_changes_are_offered_after_the_tool_was_killed(page, project, editor):
-    """To the same page, which comes back to the next editor, and to a new one."""
+    """To the same page, back with the next editor, and to a new one."""
     choose_factory(page)
     page.keys("right", "down")
     page.wait_for_frame(FACTORY, (35, 237))
@@ -314,7 +314,7 @@ def children_of(parent):
 
 
 def test_what_is_typed_into_the_source_keeps_what_others_write(page, project):
-    """Also the ends of its lines, and what is typed in a field when it is saved."""
+    """Also its line ends, and text being typed in a field when it is saved."""
     source = project.source()
     text = source.read_bytes().replace(b"\n", b"\r\n")
     source.write_bytes(text)
@@ -330,7 +330,7 @@ def test_what_is_typed_into_the_source_keeps_what_others_write(page, project):
     page.keys("enter")
     page.wait_for_frame("slot:7", (34, 290))
     choose_factory(page)
-    page.all("#field-dest_x")[0].click()  # what was typed is sent meanwhile, and answered
+    page.all("#field-dest_x")[0].click()  # the text typed is sent meanwhile, and answered
     page.keys("ctrl+a", "4", "4")
     save(page)
     expected = b"# typed on\r\n" + text.replace(b"dest_y = 286", b"dest_y = 290")
@@ -400,7 +400,7 @@ def test_controls_say_what_they_do(page, project):
         each.dispatchEvent(new FocusEvent('focusin', { bubbles: true }));
         const told = document.getElementById('field-help');
         return !told.textContent.includes(each.labels[0]?.textContent ?? '') || told.scrollWidth > told.clientWidth;
-        }).map((each) => each.dataset.field)""") == [], "what is said of a field is all seen"
+        }).map((each) => each.dataset.field)""") == [], "everything said of a field is visible"
     page.press("DE")
     before = project_text(page)
     page.type_into(page.all("#field-text")[0], "Zentrale")
@@ -510,7 +510,7 @@ def test_edges_are_dragged_attracted_and_measured(page, editor):
     page.drag((142, top + height - 1), (142, top + height + 5))
     page.wait_for_picture()
     assert page.frame(FACTORY) == [left, top, width, 50], "down to the button below"
-    # undo gives back what was chosen; the background stays
+    # undo restores the choice; the background stays
     page.click_at(60, 582)
     page.keys("ctrl+z")
     wait_until(lambda: page.selection() == [FACTORY], "what is undone")
@@ -544,7 +544,7 @@ def test_edges_are_dragged_attracted_and_measured(page, editor):
 
 
 def test_what_is_chosen_after_escape_and_undo(page):
-    """One of a group was dragged, which moves all of it; a style cannot be moved."""
+    """Dragging one of a group moves all of it; a style cannot be moved."""
     page.press("Options")
     page.wait_for_picture()
     page.click_at(68, 105)
@@ -684,7 +684,7 @@ def test_a_picture_that_fails_and_a_folder_that_is_away_are_told(page, project):
 
 
 def test_an_evening_of_a_maker(browser, tmp_path, request):
-    """A new project, a window moved, a second screen made from what is installed; make keeps both."""
+    """A new project, a window moved, a second screen made from the installed one; make keeps both."""
     subprocess.run([VCCKIT, "new", "lantern", "--base", built_installation()], cwd=tmp_path, check=True,
                    stdout=subprocess.DEVNULL)
     folder = tmp_path / "lantern"
@@ -755,14 +755,14 @@ def faults_and_source(page):
 
 
 PICTURES = [
-    # file, what is shown, light or dark
+    # file, its content, light or dark
     ("editor-menu", menu, "dark"), ("editor-options", options_in_german, "light"),
     ("editor-piece", piece_of_a_picture, "dark"), ("editor-source", faults_and_source, "light"),
 ]
 
 
 def keep(taken, kept):
-    """With few colours and dithering, which make a small file."""
+    """With few colours and dithering, for a small file."""
     picture = Image.open(taken).convert("RGB")
     picture.quantize(palette=picture.quantize(256), dither=Image.Dither.FLOYDSTEINBERG).save(kept, optimize=True)
 

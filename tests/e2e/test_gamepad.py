@@ -170,7 +170,7 @@ def test_buttons_are_named_while_a_gamepad_is_used(make_robot, installation, has
     assert (seen[0] != seen[1]) == has_words
 
 
-@pytest.mark.linux  # the others need the focus of another window, which Wine's desktop keeps
+@pytest.mark.linux  # the others give another window the focus; Wine's desktop keeps it
 @pytest.mark.parametrize("wanted", [True, False])
 def test_what_is_not_meant_for_the_program_is_not_heard(make_robot, wanted):
     player = make_robot(window_manager="openbox")

@@ -35,7 +35,7 @@ def press(robot, place):
 
 
 def buttons(picture):
-    """Those that lie in the band below the text, which is plain otherwise; looked for above a pointer there."""
+    """Those in the band below the text, plain otherwise; looked for above a pointer there."""
     band = picture[487].astype(int)
     return [button for button in (BACK, NEXT, CLOSE) if np.ptp(band[button[0] - 40:button[0] + 40], axis=0).max() > 40]
 
@@ -48,7 +48,7 @@ def test_a_page_opens_over_the_menu_and_leaves_no_trace(robot):
         assert buttons(opened) == [CLOSE]
         outside = (before != opened).any(axis=2)
         outside[70:521, 110:691] = False
-        outside[236:278, 34:250] = False  # the button, which is no longer pointed at
+        outside[236:278, 34:250] = False  # the button: the pointer has left it
         assert not outside.any()
         close()
         wait_for(robot, before)

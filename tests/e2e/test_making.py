@@ -17,7 +17,7 @@ from PIL import Image
 from support.installation import PROJECT, SLOT_SIZE, VCCKIT, built_installation
 
 DOCUMENT = PROJECT / "docs/making.md"
-# Pictures with parts of the built-in installation, which have a life of their own.
+# Pictures that show parts of the built-in installation.
 BORROWED = {"07", "08", "09", "10"}
 
 
@@ -31,7 +31,7 @@ def steps():
 
 @pytest.fixture(scope="module")
 def made(tmp_path_factory):
-    """The folder in which all steps have been run."""
+    """The folder after all steps."""
     folder = tmp_path_factory.mktemp("making")
     script = "set -euo pipefail\n" + "".join(f"echo step {number} >&2\n{commands}" for number, commands, _ in steps())
     tools = folder / "bin"

@@ -1,4 +1,4 @@
-"""The main menu: how it looks and moves, which modules it calls and how, and how it is left."""
+"""The main menu: its looks and movements, calling modules, leaving."""
 
 import time
 

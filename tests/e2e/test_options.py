@@ -95,7 +95,7 @@ def test_values_are_chosen_from_the_panel_and_reset(options):
 @pytest.mark.linux  # other desktops
 def test_another_depth_builds_the_display_again(make_robot, installation):
     installation.use_recording_modules()
-    for key, value in (("screen_mode_range", 3), ("bitmap_depth", 3)):  # 15 bits, which no other way leads to
+    for key, value in (("screen_mode_range", 3), ("bitmap_depth", 3)):  # 15 bits: there is no other way to them
         installation.set("VELDOR_GRAPHICS", key, value)
     robot = make_robot(depth=16).start()
     open_options(robot)
@@ -153,7 +153,7 @@ def test_every_row_lights_up_with_the_line_to_its_value(options):
     for name, (grid_row, _, _, value, *_) in OPTIONS.items():
         x, y = place(name)
         options.move(x + 120, y)  # the pointer's picture beside the letters
-        if name == "resolution":  # must be clicked, which steps it
+        if name == "resolution":  # it must be clicked, and so steps
             options.click_here()
             value += 1
         picture = options.standing_picture(still_s=0.3)

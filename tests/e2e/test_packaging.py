@@ -34,7 +34,7 @@ def packages():
 
 
 class Player(Robot):
-    """Starts the launcher that is installed in a tree with a package database of its own, not a copy of the build."""
+    """Starts the launcher installed in a tree with its own package database, not a copy of the build."""
 
     system = SYSTEM
 
@@ -57,7 +57,7 @@ class Player(Robot):
         return run(*AS_ROOT, "dpkg", f"--root={self.root}", *forced, *arguments)
 
     def files(self):
-        """{path: time of its last change} of what is installed."""
+        """{path: time of its last change} of the installed files."""
         return {path: path.stat().st_mtime_ns for path in (self.root / "usr").rglob("*")}
 
     def path(self, name):

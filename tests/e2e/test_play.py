@@ -57,7 +57,7 @@ def crash_in_module(installation, tmp_path):
 
 
 FAULTS = [
-    # what is broken, the status, what is told
+    # the damage, the status, the message
     (lambda installation, _: installation.remove("tools/language/english/e_vcc.slt"), 2,
      "the slot files cannot be loaded"),
     (end_at_once, 2, "the main menu does not appear: the program has ended"),

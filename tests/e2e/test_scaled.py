@@ -1,4 +1,4 @@
-"""The picture at other sizes than its own: what is shown, where the pointer is, which size the window keeps."""
+"""The picture at other sizes: its pixels, the pointer's place, the size that the window keeps."""
 
 import random
 import subprocess

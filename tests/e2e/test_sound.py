@@ -24,7 +24,7 @@ def write_tone(installation, name, hz, seconds=3):
 
 @pytest.fixture
 def sounding(make_robot):
-    """A robot whose themes are tones, and a recording in which its theme is heard: theme n has 400 + 100 n Hz."""
+    """A robot whose themes are tones, and a recording of them: theme n has 400 + 100 n Hz."""
     robot = make_robot(window_manager="openbox")
     robot.installation.use_recording_modules()
     for theme in range(11):
@@ -46,7 +46,7 @@ def wait_for_silence(recording, silent=True):
     wait_until(lambda: (loudness(last(recording, 0.4)) < 0.0005) == silent, what)
 
 
-@pytest.mark.windows  # the others need the focus of another window, which Wine's desktop keeps
+@pytest.mark.windows  # the others give another window the focus; Wine's desktop keeps it
 def test_the_chosen_theme_goes_on_without_a_gap(sounding):
     robot, recording = sounding
     start = len(recording.samples())

@@ -1,4 +1,4 @@
-// Operations on sources: what they leave is a source again, which reads as its own tree says; or they are refused.
+// Operations on sources: each is refused, or leaves a source that reads as its own tree says.
 // An input is operations of a few bytes each; behind a byte 0 its own source, else they work on a built-in one.
 #include "vcckit/edit/source_edit.h"
 #include "vcckit/edit/describe.h"

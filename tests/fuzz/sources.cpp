@@ -1,4 +1,4 @@
-// Screen sources: read, and what is sound written as a source again, which must give the same records.
+// Screen sources: records without faults, written as a source again, must be the same records.
 #include "vcckit/source/unpack.h"
 #include "world.h"
 

@@ -1,5 +1,5 @@
 // What every fuzz target needs: the graphics library without a display, a scratch folder in memory, and libFuzzer's
-// entry, which hands every input to the target's own one_input().
+// entry; it hands every input to the target's own one_input().
 #pragma once
 
 #include "core/handles.h"

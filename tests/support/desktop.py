@@ -112,7 +112,7 @@ class Desktop:
         time.sleep(0.1)
         try:
             return window.get_attributes().map_state == X.IsViewable
-        except BadWindow:  # it takes the window for the previous one, which had the same number
+        except BadWindow:  # it confuses the window with an earlier one of the same number
             return False
         finally:
             window.destroy()

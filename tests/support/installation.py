@@ -16,7 +16,7 @@ VCCKIT = os.environ.get("VCCKIT", str(PROJECT / "build/release/tools/vcckit/vcck
 CONFIG = "data/configs/vcc.cfg"
 LOG = "data/logfiles/veldor_log.txt"
 SLOT_SIZE = 376
-CELL_WIDTH, CELL_HEIGHT = 8, 14  # of the grid in which screens are laid out
+CELL_WIDTH, CELL_HEIGHT = 8, 14  # of the screens' grid
 
 
 def built_installation(system=SYSTEM):
@@ -36,7 +36,7 @@ class Installation:
     def __init__(self, system=SYSTEM):
         self.system = system
         source = built_installation(system)
-        # beside the build, so that files can be linked
+        # on the build's file system: files can be linked
         self.folder = Path(tempfile.mkdtemp(prefix=self.system.folder_prefix, dir=source.parent))
         shutil.copytree(source, self.folder, copy_function=_link, dirs_exist_ok=True)
         self.remove(LOG)
@@ -70,7 +70,7 @@ class Installation:
         return sections
 
     def set(self, section, key, value):
-        """Sets one key, which moves to the top of its section; other lines stay as they are."""
+        """Sets a key at the top of its section; other lines stay."""
         header = f"[{section}]\n"
         before, _, after = self.read(CONFIG).partition(header)
         entries, bracket, others = after.partition("\n[")

@@ -24,7 +24,7 @@ def choose(robot, button):
 
 
 def walk_to(robot, button):
-    """By keys, which also work in full screen."""
+    """By keys: they work in full screen, too."""
     robot.key("Home")
     for _ in range(list(TOPS).index(button)):
         robot.key("Down")

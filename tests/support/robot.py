@@ -156,7 +156,7 @@ class Robot:
         return self.shown()[rows][:, columns]
 
     def shown(self):
-        """The picture in the size in which it is shown."""
+        """The picture at the size shown."""
         return self.desktop.picture(self.window(), self.place())
 
     def pixel(self, x, y):

@@ -1,4 +1,4 @@
-// For unit tests of what is drawn: fonts with their grids, a picture to draw on, and questions about its pixels.
+// For unit tests of drawing: fonts with their grids, a picture to draw on, and questions about its pixels.
 #pragma once
 
 #include "display/buffers.h"

@@ -6,7 +6,7 @@
 
 namespace vcc::test {
 
-/// Stands in for the display for the life of the object, so that what reaches it can be seen.
+/// Stands in for the display while it lives, and shows what reaches it.
 class StandInDisplay {
 public:
     StandInDisplay() {

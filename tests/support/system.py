@@ -74,7 +74,7 @@ class Wine:
                               timeout=120, check=False, **options)
 
     def end(self):
-        """Ends everything in the prefix, which the next desktop needs."""
+        """Ends everything in the prefix, for the next desktop."""
         subprocess.run([self.server, "-k"], env=os.environ | self.environment(), check=False,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 

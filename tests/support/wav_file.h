@@ -18,7 +18,7 @@ inline std::string little_endian(std::uint32_t value, int size) {
 class WavFile {
 public:
     WavFile& chunk(std::string_view id, std::string_view content) { return chunk(id, content, content.size()); }
-    /// `length` is what the header says, whatever follows.
+    /// `length` is the header's; the data may differ.
     WavFile& chunk(std::string_view id, std::string_view content, std::size_t length) {
         chunks_ += std::string(id) + little_endian(static_cast<std::uint32_t>(length), 4) + std::string(content);
         return *this;

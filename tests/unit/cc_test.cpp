@@ -48,7 +48,7 @@ TEST(ThemeRule, SaysWhatPlaysWhatIsShownAndWhatIsStored) {
         {wanted, true, {3, 3}, 3, {3, 3}}, // heard already: it goes on
         {ended, false, {2, 2}, 2, {2, 2}}, // repeats
         {ended, false, {2, 2}, 5, {2, 2}},
-        {ended, true, {2, 2}, 2, {3, 2}}, // the next one, which the screens do not know yet
+        {ended, true, {2, 2}, 2, {3, 2}}, // the next one; the screens do not know it yet
         {ended, true, {10, 10}, 10, {0, 10}},
         {ended, true, {-1, 0}, 0, {0, 0}},
         {looked, true, {3, 2}, 2, {3, 3}}, // now they do

@@ -226,7 +226,7 @@ TEST_F(Workspaces, AScreenWithoutASourceGetsOneWithItsFirstChange) {
          {"screens/factory.tw", "tools/language/english/e_factory.tw", "tools/language/german/g_factory.tw"})
         EXPECT_EQ(*read_file("game/" + std::string(file)), "+1\n-1\nxo9\n") << file;
     EXPECT_EQ(read_packed_screen("game", "mess")->records[1].slots.at(1).row, 7);
-    // Without its source again, it is what is installed.
+    // Without its source the installed files count again.
     fs::remove("game/screens/mess.toml");
     EXPECT_EQ(workspace->take_disk_changes(), std::vector<std::string>{"mess"});
     EXPECT_TRUE(state(*workspace, "mess").made);

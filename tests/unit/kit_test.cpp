@@ -1,4 +1,4 @@
-// Screen sources: what they describe, what is wrong with them, and the way back from files.
+// Screen sources: records, faults, and back from files to sources.
 #include "vcckit/record/fields.h"
 #include "vcckit/record/setting_rows.h"
 #include "vcckit/source/screen_source.h"
@@ -103,7 +103,7 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
          ":3:8: VK018 slot 3: text: raw must be 91 bytes, two hexadecimal digits each"},
         {slot + "align = \"middle\"", ":3:9: VK004 slot 3: align: unknown word \"middle\""},
         {slot + "align = \"left\"", ":3:9: VK021 slot 3: align: the text has no width to be aligned in"},
-        // what is kept from the TOML reader
+        // what the TOML reader never sees
         {std::string(33, '.'), ":1:33: VK002 a key of more than 32 parts"},
         {"text = \"\"\"a\\\n\n  \u00fc\"\"\"", ":3:3: VK002 U+00FC behind a backslash"},
         {slot + "[^[slot]]", ":3:2: VK002 a heading without a name"},

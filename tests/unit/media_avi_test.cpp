@@ -57,7 +57,7 @@ TEST_F(Avi, FramesComeByTimeForwardsAndBackwards) {
 }
 
 TEST_F(Avi, FilmsOfEveryDepthKeepTheirRowsAndColours) {
-    // Three pixels wide, so that rows are padded.
+    // Three pixels wide: rows are padded.
     const std::pair<int, std::string> cases[] = {
         {8, {"\0\0\0\0\1\2\3\0", 8}},
         {16, {"abcdef\0\0ghijkl\0\0", 16}},

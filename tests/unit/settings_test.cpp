@@ -80,7 +80,7 @@ TEST_F(Store, AFlagIsTrueWhenItBeginsWithYesOrIsMissing) {
 }
 
 TEST_F(Store, WhatIsSavedIsLoadedAgain) {
-    music_on = 0; // so that every theme is taken
+    music_on = 0; // every theme is accepted
     load_settings();
     std::vector<std::tuple<std::string_view, int*, int>> saved;
     for (const SettingRow& row : setting_rows())
@@ -184,7 +184,7 @@ TEST_F(Store, AnotherFileThatAModuleLeavesSelectedIsNotMixedIn) {
 
 TEST_F(Store, AFileThatCannotBeWrittenCostsOneLogLineAndNoValue) {
     begin("[VELDOR_BATTLE]\nplayer_name = Me\n");
-    std::filesystem::create_directories("data/configs/vcc.cfg.new/x"); // nobody, not even root, can write that file
+    std::filesystem::create_directories("data/configs/vcc.cfg.new/x"); // not even root can write that file
     for (int volume = 1; volume <= 3; ++volume) {
         set_config_value("VELDOR_SOUND", "hq_snd_volume", std::to_string(volume));
         flush_settings();

@@ -10,7 +10,7 @@
 namespace vcc {
 namespace {
 
-// Named whole before a test enters another folder, which on Windows may be on another drive.
+// An absolute name: a test enters another folder, on Windows perhaps on another drive.
 const std::string liberation = std::filesystem::absolute("/usr/share/fonts/truetype/liberation/Liberation").string();
 
 class Fonts : public test::FolderTest {

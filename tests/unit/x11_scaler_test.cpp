@@ -177,7 +177,7 @@ TEST(PicturePlace, EveryPixelThatIsPointedAtIsFoundAgain) {
 TEST(ShownPicture, TakesWhatHasChangedOnce) {
     constexpr Size size{100, 40};
     constexpr Area all{0, 0, 100, 40};
-    Image picture(size, bytes4); // black, as what was never shown is remembered
+    Image picture(size, bytes4); // black, like the memory of a picture never shown
     ShownPicture shown;
     shown.reset(size, 4);
     EXPECT_EQ(shown.take_changes(picture.rows(), {10, 10, 20, 20}), (std::vector{Area{10, 10, 20, 20}}));

@@ -128,7 +128,7 @@ def test_without_the_film_library_the_menu_comes(make_robot):
 
 
 def test_the_installer_gives_every_player_a_folder(make_robot):
-    """Installed, played, removed: what is the player's stays."""
+    """Installed, played, removed: the player's files stay."""
     [setup] = (PROJECT / "out/package").glob("*_setup.exe")
     drive = WINE.prefix / "drive_c"
     system, own = drive / "Program Files/Veldor", drive / "users" / getpass.getuser() / "AppData/Roaming/Veldor"
