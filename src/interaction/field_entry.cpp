@@ -18,7 +18,6 @@ namespace vcc {
 namespace {
 
 constexpr int numeric_field = 1;
-constexpr int status_font = 4;
 constexpr int insert_colour_step = 16;
 
 /// `look`, the slot or its toggle record, gives font, box and colours.
@@ -61,7 +60,7 @@ KeyEvent FieldEntry::apply(const KeyEvent& key) {
         return key;
     }
     if (outcome == EditOutcome::forbidden)
-        show_status("Nur ", "numerische Zeichen zugelassen!", status_font);
+        show_status("Nur ", "numerische Zeichen zugelassen!");
     if (edit_.text.size() < before.size())
         restore_background(before);
     draw();

@@ -58,10 +58,6 @@ constexpr KeyRow key_rows[] = {
     {key_step_forward, none, key::step_forward, none, none, KeyKind::ending},
 };
 
-constexpr bool is_letter_or_digit_key(int library_key) {
-    return library_key >= KEY_A && library_key <= KEY_9_PAD;
-}
-
 /// Without Num Lock a keypad key has no character and stands for the key printed below its digit.
 int without_num_lock(int library_key) {
     constexpr int below_digit[] = {KEY_INSERT, KEY_END,   KEY_DOWN, KEY_PGDN, KEY_LEFT,
@@ -106,7 +102,8 @@ KeyEvent translate_modified(int library_key, int modifier) {
         if (row.library_key == library_key && code != none)
             return {code, modifier, row.kind};
     }
-    const int code = is_letter_or_digit_key(library_key) ? library_key + 96 : library_key;
+    const bool letter_or_digit = library_key >= KEY_A && library_key <= KEY_9_PAD;
+    const int code = letter_or_digit ? library_key + 96 : library_key;
     if (!ctrl && code == 'w')
         return {key::alt_w, modifier, KeyKind::ending};
     if (!ctrl && code == 'x')

@@ -20,7 +20,9 @@ std::optional<FfmpegFunctions> load_functions() {
     static const auto* const libraries = new FfmpegLibraries; // never closed, which would only delay the program's end
     FfmpegFunctions functions;
     bool complete = true;
-#define VELDOR_FIND(library, function) complete = libraries->library.find(#function, functions.function) && complete
+#define VELDOR_FIND(library, function)                                                                                 \
+    functions.function = reinterpret_cast<decltype(&::function)>(libraries->library.symbol(#function));                \
+    complete = complete && functions.function
     VELDOR_FFMPEG_FUNCTIONS(VELDOR_FIND);
 #undef VELDOR_FIND
     return complete ? std::optional(functions) : std::nullopt;

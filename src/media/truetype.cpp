@@ -19,14 +19,6 @@ namespace {
 
 FT_Library renderer = nullptr;
 
-constexpr FT_ULong unicode_of(unsigned char character) {
-    return character >= 0x80 && character < 0xA0 ? windows_characters[character - 0x80u] : character;
-}
-
-constexpr bool is_control(FT_ULong code) {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0);
-}
-
 std::uint8_t coverage_at(const FT_Bitmap& bitmap, int x, int y) {
     const unsigned char* row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
     if (bitmap.pixel_mode == FT_PIXEL_MODE_MONO)
@@ -153,8 +145,9 @@ void TrueTypeFont::set_size(int height_px) {
 }
 
 unsigned TrueTypeFont::index_of(unsigned char character) const {
-    const FT_ULong code = unicode_of(character);
-    return FT_Get_Char_Index(face_.get(), is_control(code) ? FT_ULong{' '} : code);
+    const FT_ULong code = character >= 0x80 && character < 0xA0 ? windows_characters[character - 0x80u] : character;
+    const bool is_control = code < 0x20 || (code >= 0x7F && code < 0xA0);
+    return FT_Get_Char_Index(face_.get(), is_control ? FT_ULong{' '} : code);
 }
 
 // The designed advance, rounded: a text is as long with smooth edges as with hard ones.

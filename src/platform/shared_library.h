@@ -17,13 +17,6 @@ public:
     /// The address of an exported symbol (C linkage), or null.
     void* symbol(const char* name) const;
 
-    /// Sets `function` to an exported function; to null, and returns false, if there is none.
-    template <class Function>
-    bool find(const char* name, Function*& function) const {
-        function = reinterpret_cast<Function*>(symbol(name));
-        return function != nullptr;
-    }
-
 private:
     friend SharedLibrary load_module(std::string_view name, std::string& error);
     friend SharedLibrary load_system_library(const char* name, int version);

@@ -14,14 +14,12 @@ namespace vcc {
 
 namespace {
 
-constexpr int status_font = 4;
-
 // Records are used as they are in the file.
 static_assert(std::endian::native == std::endian::little);
 
 void report_unreadable(const std::string& path, const std::string& reason) {
     write_log(format_text("%s: %s", path.c_str(), reason.c_str()));
-    show_status("Fehler beim oeffnen der Datei:", path, status_font);
+    show_status("Fehler beim oeffnen der Datei:", path);
 }
 
 /// `what_is_missing` completes the message if there are no records.
@@ -32,7 +30,7 @@ std::vector<Slot> take_records(const std::string& path, std::string_view bytes, 
     else if (records->empty())
         write_log(format_text("%s: has no records", path.c_str()));
     if (!records || records->empty())
-        show_status("Datei ja!", what_is_missing, status_font);
+        show_status("Datei ja!", what_is_missing);
     return std::move(records).value_or({});
 }
 

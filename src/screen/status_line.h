@@ -14,6 +14,6 @@ void set_status_target(BITMAP* target);
 void place_status_line();
 
 /// Writes two texts in a row in a font; the display shows them after the next update_screen().
-void show_status(std::string_view first, std::string_view second, int font);
+void show_status(std::string_view first, std::string_view second, int font = 4);
 
 } // namespace vcc

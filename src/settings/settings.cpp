@@ -38,7 +38,7 @@ void write_row(const SettingRow& row) {
 
 template <typename Action>
 void for_rows(unsigned use, Action action) {
-    for (const SettingRow& row : setting_rows())
+    for (const SettingRow& row : rows::all)
         if (row.has(use))
             action(row);
 }

@@ -176,6 +176,7 @@ constexpr SettingRow numbered(SettingRow row, std::span<const int> numbers,
     return row;
 }
 
+/// In the order in which settings are read and written.
 inline constexpr auto all = std::to_array<SettingRow>({
     flag(general, "sound_at_all", on_its_own, "no: the program uses no sound"),
     flag(general, "music_at_all", on_its_own, "no: no music is played"),
@@ -277,11 +278,6 @@ constexpr bool are_valid() {
 static_assert(are_valid(), "a key appears twice, or a row's range, default, place or help is missing");
 
 } // namespace rows
-
-/// All rows, in the order in which settings are read and written.
-constexpr std::span<const SettingRow> setting_rows() {
-    return rows::all;
-}
 
 void load_settings();
 void reset_settings();

@@ -24,9 +24,6 @@ void report(const char* alert_text, const std::string& log_text) {
 
 } // namespace
 
-WavStream::WavStream(const WavHeader& header, FilePtr file, AudioStreamPtr stream)
-    : header_(header), file_(std::move(file)), stream_(std::move(stream)) {}
-
 std::unique_ptr<WavStream> WavStream::open(const std::string& path, int volume) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0) {

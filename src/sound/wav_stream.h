@@ -36,7 +36,8 @@ public:
     void prime(bool loop_all, int fade_in_ms);
 
 private:
-    WavStream(const WavHeader& header, FilePtr file, AudioStreamPtr stream);
+    WavStream(const WavHeader& header, FilePtr file, AudioStreamPtr stream)
+        : header_(header), file_(std::move(file)), stream_(std::move(stream)) {}
 
     void fill(const RefillPlan& plan, std::span<unsigned char> buffer);
     void read_at(long position, std::span<unsigned char> target);

@@ -14,7 +14,7 @@ void vcc::fuzz::one_input(std::string_view input) {
     save_settings();
     flush_settings();
     load_settings();
-    for (const SettingRow& row : setting_rows())
+    for (const SettingRow& row : rows::all)
         if (int* const* const place = std::get_if<int*>(&row.place);
             place && row.has(rows::loaded) && row.outside != Outside::kept)
             require(row.kind != SettingKind::number || (**place >= row.min && **place <= row.max));

@@ -83,7 +83,7 @@ TEST_F(Store, WhatIsSavedIsLoadedAgain) {
     music_on = 0; // every theme is accepted
     load_settings();
     std::vector<std::tuple<std::string_view, int*, int>> saved;
-    for (const SettingRow& row : setting_rows())
+    for (const SettingRow& row : rows::all)
         if (int* const* const place = std::get_if<int*>(&row.place);
             place && row.has(rows::loaded) && row.has(rows::saved)) {
             **place = row.min + static_cast<int>(saved.size()) % (row.max - row.min + 1);

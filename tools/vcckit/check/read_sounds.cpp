@@ -121,7 +121,7 @@ private:
 
 /// The themes chosen by the settings.
 void check_chosen_themes(const Installation& installation, Faults& faults) {
-    for (const SettingRow& row : setting_rows()) {
+    for (const SettingRow& row : rows::all) {
         const auto* place = std::get_if<int*>(&row.place);
         if (!place ||
             std::ranges::find(settings.theme, *place, [](int& theme) { return &theme; }) == settings.theme.end())

@@ -50,7 +50,7 @@ std::string fault_of_value(const SettingRow& row, std::string_view value) {
 bool is_misspelt(std::string_view section) {
     constexpr std::string_view ours = "VELDOR_";
     return same_but_for_case(section.substr(0, ours.size()), ours) &&
-           std::ranges::none_of(setting_rows(),
+           std::ranges::none_of(rows::all,
                                 [&](const SettingRow& row) { return same_but_for_case(row.section, section); });
 }
 

@@ -50,7 +50,7 @@ std::string settings_for_players(const std::string& text) {
             values.emplace(std::pair(entry.section, entry.key), entry.value);
     });
     std::vector<ConfigChange> changes;
-    for (const SettingRow& row : setting_rows()) {
+    for (const SettingRow& row : rows::all) {
         const std::string section(row.section), key(row.key);
         const auto standard = values.find({section, key + "_default"});
         if (!row.has(rows::loaded) || !row.has(rows::saved) || !values.contains({section, key}))

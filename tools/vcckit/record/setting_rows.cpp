@@ -54,7 +54,7 @@ const SettingRow* find_setting_row(std::string_view section, std::string_view ke
     const std::size_t length = key.size() - std::min(default_suffix.size(), key.size());
     const bool is_default = same_but_for_case(key.substr(length), default_suffix);
     const std::string_view base = is_default ? key.substr(0, length) : std::string_view();
-    for (const SettingRow& row : setting_rows())
+    for (const SettingRow& row : rows::all)
         if (same_but_for_case(row.section, section) &&
             (names_row(row, key) || (row.has(rows::reset) && same_but_for_case(row.key, base))))
             return &row;
@@ -63,7 +63,7 @@ const SettingRow* find_setting_row(std::string_view section, std::string_view ke
 
 std::string settings_table() {
     std::vector<std::string_view> sections;
-    for (const SettingRow& row : setting_rows())
+    for (const SettingRow& row : rows::all)
         if (std::ranges::find(sections, row.section) == sections.end())
             sections.push_back(row.section);
 
@@ -71,7 +71,7 @@ std::string settings_table() {
     for (const std::string_view section : sections) {
         table += (table.empty() ? "## `[" : "\n## `[") + std::string(section) + "]`\n\n";
         table += "| Key | Default | Values | Reset value | Meaning |\n|---|---|---|---|---|\n";
-        for (const SettingRow& row : setting_rows())
+        for (const SettingRow& row : rows::all)
             if (row.section == section)
                 table += "| `" + std::string(row.key) + "` | " + default_column(row) + " | " + values_column(row) +
                          " | " + (row.has(rows::reset) ? "`" + std::string(row.key) + "_default`" : std::string()) +
