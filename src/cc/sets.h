@@ -13,7 +13,7 @@ inline CcScreen cc_screen = CcScreen::menu; ///< the current screen
 inline SlotSet menu_set, options_set, info_set, message_set;
 
 /// Loads the four sets of the current language; 0, or 45 if one of them failed (logged). The options set then has a
-/// slot and a toggle record for every fixed number.
+/// slot and a toggle record for each fixed number.
 int load_cc_slot_sets();
 
 void free_cc_slot_sets();

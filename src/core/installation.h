@@ -60,7 +60,7 @@ inline constexpr int module_count = 4;
 /// Libraries of the game modules by module number. Each exports an entry of its own name.
 inline constexpr std::array<const char*, 3> module_names{"hq", "factory", "battle"};
 
-inline constexpr int leave_code = 45; ///< leave the program; also: the screens cannot be loaded
+inline constexpr int leave_code = 45; ///< leave the program, or: the screens cannot be loaded
 
 enum class ScreenKind : int { menu, options, info, message };
 

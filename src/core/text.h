@@ -18,7 +18,6 @@ int trim_right(std::string& text);
 
 std::string trim_left(std::string_view text);
 
-/// True if the text is empty or all blanks.
 bool is_blank(std::string_view text);
 
 /// The text up to, but not including, the first `stop`; the whole text without one.

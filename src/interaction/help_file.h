@@ -21,7 +21,7 @@ struct HelpEntry {
 /// `help_line_length` characters; keeps at most 9 pages and as many text lines as a grid has rows. Pure.
 std::optional<HelpEntry> read_help_entry(std::string_view text, int number);
 
-/// The text lines of a further page, whatever its header; nothing if the entry is missing or has none. Pure.
+/// The text lines of a further page, without regard to its header; nothing if the entry is missing or has none. Pure.
 std::optional<std::vector<std::string>> read_help_page(std::string_view text, int number);
 
 } // namespace vcc

@@ -46,7 +46,6 @@ private:
     PointerLook shown_ = PointerLook::unknown;
 };
 
-/// Runs the owner's pointer hook with sound effects held off.
 void InputLoop::report_pointer() {
     const EffectsHeld quiet;
     if (run_.owner->pointer_over)

@@ -14,7 +14,6 @@ inline constexpr int colour_count = 256;
 inline constexpr int line_fallback_colour = 12;
 extern const std::array<Colour, colour_count> colour_table;
 
-/// True for 0 to 255.
 constexpr bool is_colour(int index) {
     return index >= 0 && index < colour_count;
 }

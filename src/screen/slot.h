@@ -86,7 +86,6 @@ inline void hide(Slot& slot) {
 inline void show(Slot& slot) {
     slot.draw_flags[0] = ' ';
 }
-/// True when the slot stands for a text window.
 inline bool is_text_window(const Slot& slot) {
     return slot.graphic != 0 && text_of(slot.text).starts_with("TEXT-WIN");
 }

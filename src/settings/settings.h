@@ -88,7 +88,7 @@ struct TextPlace {
     std::size_t size = 0; ///< bytes with the terminating zero
 };
 
-/// Where a value is stored in memory; nothing for a key on its own or one that is only created.
+/// Where a value is in memory; nothing for a key on its own or one only created.
 using Place = std::variant<std::monostate, int*, std::int8_t*, TextPlace>;
 
 struct SettingRow {
@@ -265,7 +265,7 @@ constexpr bool are_valid() {
             return false;
         if (row.kind == SettingKind::number && row.copies() == 1 && (row.number < row.min || row.number > row.max))
             return false;
-        // A value that is loaded, saved or reset needs a place; a key that is only created must not have one.
+        // What is loaded, saved or reset needs a place; a key only created must not have one.
         const bool has_place = !std::holds_alternative<std::monostate>(row.place);
         if (has_place != ((row.uses & offered) != 0) || (has_place && row.has(ensured)))
             return false;

@@ -87,7 +87,6 @@ Area work_area(const Area& desktop) {
     return {number(0), number(1), number(0) + number(2), number(1) + number(3)};
 }
 
-/// The desktop with all of its monitors.
 Area whole_desktop() {
     const XWindowAttributes root = attributes_of(XDefaultRootWindow(_xwin.display));
     return {0, 0, root.width, root.height};
