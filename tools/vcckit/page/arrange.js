@@ -1,5 +1,5 @@
 // Moving and resizing in the units that place a record, aligning and distributing: operations for the server.
-import { edit } from './edits.js';
+import { edit, settled } from './edits.js';
 import { around } from './geometry.js';
 import { say } from './messages.js';
 import { addressOf, item, keyOf, lead, selected, state, windowsDocument } from './state.js';
@@ -132,9 +132,16 @@ const ways = {
 };
 const screen = [0, 0, 800, 600];
 
+/** What is chosen now, in the places to which earlier changes bring it. */
+async function settledItems() {
+  const keys = movable().map((each) => each.key);
+  await settled();
+  return keys.map(item).filter((each) => each?.rect);
+}
+
 /** Several align with one another; one alone with the screen. */
-export function align(how) {
-  const items = movable();
+export async function align(how) {
+  const items = await settledItems();
   const { axis, to } = ways[how];
   const all = items.length > 1 ? around(items.map((each) => each.rect)) : screen;
   const moves = items.map((each) => shift(each, axis, to(each.rect, all) - each.rect[axis]));
@@ -142,8 +149,8 @@ export function align(how) {
 }
 
 /** The same gaps between three or more, the outer ones stay. */
-export function distribute(axis) {
-  const items = movable().sort((a, b) => a.rect[axis] - b.rect[axis]);
+export async function distribute(axis) {
+  const items = (await settledItems()).sort((a, b) => a.rect[axis] - b.rect[axis]);
   if (items.length < 3) return;
   const all = around(items.map((each) => each.rect));
   const gap = (all[axis + 2] - items.reduce((sum, each) => sum + each.rect[axis + 2], 0)) / (items.length - 1);

@@ -8,6 +8,8 @@ import { activeDocument, adopt, keyOf, select, state, tell } from './state.js';
 
 const waiting = [];
 let busy = false;
+let latest = Promise.resolve();
+let gesture = Promise.resolve();
 
 /** Asks for a change of a document; tells whether it was made. The same `merge` in a row is one step of undo. */
 export function edit(name, label, operations, merge = '') {
@@ -52,8 +54,16 @@ export const resolve = (name, conflict, choice) => ask({ path: 'resolve', name, 
 export const recover = (take) => ask({ path: 'recover', take });
 export const isBusy = () => busy || waiting.length > 0;
 
+/** A gesture that is over still sends until this has ended. */
+export const gestureEnds = (ending) => { gesture = ending; };
+/** When the documents have all changes so far: only then can places in them be measured. */
+export async function settled() {
+  await gesture;
+  await latest;
+}
+
 function ask(request) {
-  request.done = new Promise((settle) => { request.settle = settle; });
+  latest = request.done = new Promise((settle) => { request.settle = settle; });
   waiting.push(request);
   tell('queue');
   if (!busy) work();

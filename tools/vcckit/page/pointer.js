@@ -2,7 +2,7 @@
 // follow it to the server one at a time.
 import { movable, movedBy, moveOperations, resizeOperations, send, unitOf } from './arrange.js';
 import { el, find } from './dom.js';
-import { undo } from './edits.js';
+import { gestureEnds, undo } from './edits.js';
 import { isBackground, isSeen, keysAt, moveFrames } from './frames.js';
 import { around, between, gaps, meets, snapped } from './geometry.js';
 import { place, zoom } from './picture.js';
@@ -63,7 +63,7 @@ function finish(event) {
   const ended = gesture;
   gesture = null;
   surface.classList.remove('pan');
-  if (ended) (ended.moving ? ended.end : ended.click ?? ended.end)?.call(ended, event);
+  if (ended) gestureEnds((ended.moving ? ended.end : ended.click ?? ended.end)?.call(ended, event));
 }
 
 /** Escape: what a drag has changed is taken back. Tells whether there was a gesture. */
@@ -71,7 +71,7 @@ export function cancelGesture() {
   const ended = gesture;
   gesture = null;
   surface.classList.remove('pan');
-  ended?.cancel?.();
+  gestureEnds(ended?.cancel?.());
   return Boolean(ended);
 }
 
