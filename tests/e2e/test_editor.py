@@ -533,7 +533,10 @@ def test_edges_are_dragged_attracted_and_measured(page, editor):
     page.keys("escape")
     page._actions().release().perform()
     page.wait_for_frame(FACTORY, (left, top))
-    page.keys("z")
+    page.keys("g")
+    page.drag(FACTORY_MIDDLE, (150, 262))
+    page.wait_for_frame(FACTORY, (40, 238))  # of cells of 8 x 14
+    page.keys("g", "z")
     wait_until(lambda: page.text("#tools output") == "3×", "it as large as fits")
     page.resize(2560, 1440)
     page.press("Texts")
@@ -599,6 +602,9 @@ def test_looks_of_a_style_and_the_colour_of_a_shadow(page):
     page.wait_for_picture()
     page.type_into(wait_until(lambda: page.all('[data-field="shadow colour"]'), "the colour")[0], "green")
     wait_until(lambda: 'shadow = "green"' in project_text(page), "the colour in the source")
+    for field, value, expected in (("padding", "7", "padding = 7"), ("help_file", "help/a.hlp", '"help/a.hlp"')):
+        page.type_into(page.all(f"#field-{field}")[0], value)
+        wait_until(lambda expected=expected: expected in project_text(page), expected)
     page.press("Styles")
     page.all("#items li")[0].click()
     page.press("Pressed")
