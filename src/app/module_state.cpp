@@ -128,11 +128,11 @@ bool callbacks_left(const Before&) {
     return false;
 }
 
-struct Row {
+struct StateRow {
     const char* what;
     bool (*left)(const Before&);
 };
-constexpr Row rows[] = {
+constexpr StateRow state_rows[] = {
     {"timers", timers_left},
     {"sounds", voices_left},
     {"no keyboard", keyboard_left},
@@ -166,7 +166,7 @@ ModuleOutcome run_restoring_state(const std::function<std::uint8_t()>& module) {
             outcome.left = "another working folder";
     }
     hide_pointer();
-    for (const Row& row : rows)
+    for (const StateRow& row : state_rows)
         if (row.left(before))
             outcome.left += (outcome.left.empty() ? "" : ", ") + std::string(row.what);
     return outcome;

@@ -20,8 +20,6 @@ namespace vcc {
 
 namespace {
 
-using Result = std::optional<ScreenResult>;
-
 template <auto setting>
 void take_field(int field) {
     std::string text{text_of(option_slot(field).text)};
@@ -32,11 +30,11 @@ void take_field(int field) {
 // What codes that belong to no option do. They may replace `target`.
 
 template <ScreenResult Which>
-Result end_with(BITMAP*&) {
+ScreenOutcome end_with(BITMAP*&) {
     return Which;
 }
 
-Result accept(BITMAP*&) {
+ScreenOutcome accept(BITMAP*&) {
     take_field<&Settings::player_name>(options_slot::player_name);
     take_field<&Settings::ip_address>(options_slot::ip_address);
     save_settings();
@@ -44,13 +42,13 @@ Result accept(BITMAP*&) {
 }
 
 template <auto setting, int field>
-Result take(BITMAP*&) {
+ScreenOutcome take(BITMAP*&) {
     show_loop_button(false);
     take_field<setting>(field);
     return {};
 }
 
-Result show_manual(BITMAP*& target) {
+ScreenOutcome show_manual(BITMAP*& target) {
     if (needs_met(Needs::music))
         options_screen.take_loop_button_away(target, cc_screen == CcScreen::options);
     open_manual();
@@ -59,12 +57,12 @@ Result show_manual(BITMAP*& target) {
 }
 
 template <Module Which>
-Result select(BITMAP*& target) {
+ScreenOutcome select(BITMAP*& target) {
     options_screen.select(target, Which);
     return {};
 }
 
-Result toggle_loop(BITMAP*& target) {
+ScreenOutcome toggle_loop(BITMAP*& target) {
     options_screen.toggle_loop(target);
     return {};
 }
@@ -84,7 +82,7 @@ bool probe_display(BITMAP*& target) {
     return true;
 }
 
-Result reset(BITMAP*& target) {
+ScreenOutcome reset(BITMAP*& target) {
     if (needs_met(Needs::music))
         show_loop_button(false);
     reset_settings();
@@ -97,7 +95,7 @@ Result reset(BITMAP*& target) {
 struct ActionRow {
     int code;
     std::string_view name;
-    Result (*act)(BITMAP*& target);
+    ScreenOutcome (*act)(BITMAP*& target);
     bool releases = false; ///< the options screen first shows the button's resting look
 };
 
@@ -158,14 +156,14 @@ std::vector<ActionName> action_names() {
     return names;
 }
 
-std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& running, int index) {
+ScreenOutcome carry_out_action(BITMAP*& target, const SlotSet& running, int index) {
     const Slot& slot = running.slots[static_cast<std::size_t>(index)];
     const auto action = std::ranges::find(actions, slot.action, &ActionRow::code);
     const OptionRow* stepped = find_row(&OptionRow::step_code, slot.action);
     const bool releases = stepped || (action != std::end(actions) && action->releases);
     if (cc_screen == CcScreen::options && releases && slot.activated != 0)
         draw_slot(target, running.slots, slot.activated);
-    Result result;
+    ScreenOutcome result;
     if (action != std::end(actions))
         result = action->act(target);
     else if (stepped)

@@ -23,7 +23,7 @@ std::vector<ActionName> action_names();
 
 /// Carries out the action of a slot of the running set; a value ends the screen. A reset may rebuild the display at
 /// another colour depth; `target` is then the new screen picture.
-std::optional<ScreenResult> carry_out_action(BITMAP*& target, const SlotSet& running, int slot);
+ScreenOutcome carry_out_action(BITMAP*& target, const SlotSet& running, int slot);
 
 /// Steps the option of a slot of the running set, as a right click and a gamepad do; does nothing for other slots.
 void step_value(BITMAP* target, const SlotSet& running, int slot, bool forward);

@@ -23,10 +23,10 @@ int word_at(std::span<const std::uint8_t> bytes, std::size_t offset) {
 constexpr std::size_t planes = 3;
 constexpr std::uint8_t run_mark = 0xC0;                 ///< marks a byte as the repeat count of the next one
 constexpr int bytes_per_line_limit = picture_limit + 1; ///< longer padding is not kept: it could fill the memory
-constexpr std::ptrdiff_t store = 16; ///< every run writes at least this many bytes, to be overwritten by the next
+constexpr std::ptrdiff_t store_width = 16; ///< every run writes at least this many bytes, to be overwritten by the next
 
 /// Unpacks one line: its red, green and blue bytes in turn; `data` then points to the next one. Cuts runs at the end of
-/// the line. False at the end of the data. May write `store` bytes past the line.
+/// the line. False at the end of the data. May write `store_width` bytes past the line.
 ///
 /// Rendered pictures alternate between single bytes and runs without a pattern, and a branch would be mispredicted
 /// every few bytes. So both are handled as runs, and short runs are written at full length.
@@ -40,8 +40,8 @@ bool unpack_line(const std::uint8_t*& data, const std::uint8_t* end, std::uint8_
         const auto value = static_cast<std::uint8_t>(run ? second : first);
         const std::ptrdiff_t count = run ? static_cast<std::ptrdiff_t>(first - run_mark) : 1;
         at += run ? 2 : 1;
-        std::memset(target, value, store);
-        if (count > store) [[unlikely]]
+        std::memset(target, value, store_width);
+        if (count > store_width) [[unlikely]]
             std::memset(target, value, static_cast<std::size_t>(std::min(count, line_end - target)));
         target += count;
     }
@@ -106,10 +106,10 @@ std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file
     if (!readable || bits != 24)
         return std::nullopt;
     const std::size_t length = line_size(picture.header), padded_plane = static_cast<std::size_t>(plane);
-    std::vector<std::uint8_t> padded(plane > bytes_per_line_limit ? length + store : 0);
+    std::vector<std::uint8_t> padded(plane > bytes_per_line_limit ? length + store_width : 0);
     if (!padded.empty())
         plane = width;
-    picture.samples = std::make_unique_for_overwrite<std::uint8_t[]>(picture.size() + store);
+    picture.samples = std::make_unique_for_overwrite<std::uint8_t[]>(picture.size() + store_width);
     const std::uint8_t *data = file.data() + picture_header_size, *const data_end = file.data() + file.size();
     for (std::uint8_t *line = picture.samples.get(), *end = line + picture.size(); line < end;
          line += line_size(picture.header)) {

@@ -16,8 +16,6 @@ namespace vcc {
 
 namespace {
 
-using Result = std::optional<ScreenResult>;
-
 bool reaches_the_picture(const Slot& slot) {
     const auto [x1, y1, x2, y2] = slot_rect(slot);
     return x1 < layout_width && y1 < layout_height && x2 >= 0 && y2 >= 0;
@@ -48,13 +46,13 @@ std::string why_nothing_can_be_chosen(const SlotSet& set) {
         set.file.c_str(), set.slot_count(), inert, hidden, outside, empty);
 }
 
-Result step_value(ScreenRun& run, bool forward) {
+ScreenOutcome step_value(ScreenRun& run, bool forward) {
     if (run.owner->step)
         run.owner->step(run.current, forward);
     return {};
 }
 
-Result step_back(ScreenRun& run) {
+ScreenOutcome step_back(ScreenRun& run) {
     const int pointed = slot_under_pointer(run.current, run.set->slots, false);
     if (pointed < 0)
         return {};
@@ -62,16 +60,16 @@ Result step_back(ScreenRun& run) {
     return step_value(run, false);
 }
 
-Result carry_out(ScreenRun& run, int code) {
+ScreenOutcome carry_out(ScreenRun& run, int code) {
     switch (code) {
     case step_activated:
-        return run.owner->activated ? run.owner->activated(run.current) : Result{};
+        return run.owner->activated ? run.owner->activated(run.current) : ScreenOutcome{};
     case step_no_slot:
         write_log(why_nothing_can_be_chosen(*run.set));
         return ScreenResult::leave;
     case key::escape:
         // A right click, too: odd on purpose. It is one if the right button, and no other, is held.
-        return mouse_buttons() == key::right_button ? step_back(run) : Result{ScreenResult::menu};
+        return mouse_buttons() == key::right_button ? step_back(run) : ScreenOutcome{ScreenResult::menu};
     case key::alt_x:
         return ScreenResult::leave;
     case key::f1:
@@ -113,7 +111,7 @@ ScreenResult run_screen(BITMAP*& target, SlotSet& set, const ScreenOwner& owner)
         !why.empty() && std::ranges::any_of(set.slots, is_selectable))
         write_log(why);
     for (;;) {
-        if (const Result result = carry_out(run, interaction_step(run)))
+        if (const ScreenOutcome result = carry_out(run, interaction_step(run)))
             return *result;
         run.target = target;
     }

@@ -17,11 +17,13 @@ namespace vcc {
 /// What a screen ends with: the next state.
 enum class ScreenResult : int { menu = 0, options = 1, hq = 2, factory = 3, battle = 4, leave = leave_code };
 
+using ScreenOutcome = std::optional<ScreenResult>; ///< nothing while the screen goes on
+
 /// What a screen asks of its owner. Every function may be empty.
 struct ScreenOwner {
     std::function<void()> drawn; ///< after the whole screen has been drawn for the first time
     /// A button or label was activated; a value ends the screen.
-    std::function<std::optional<ScreenResult>(int slot)> activated;
+    std::function<ScreenOutcome(int slot)> activated;
     std::function<void(int slot)> help;               ///< F1, Shift+F1 or Ctrl+F1 on the current slot
     std::function<void(int slot, bool forward)> step; ///< the value: back by a right click, both ways by a gamepad
     std::function<void(int slot)> pointer_over;       ///< the pointer entered or left the current slot

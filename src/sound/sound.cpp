@@ -8,7 +8,6 @@ namespace vcc {
 
 namespace {
 
-constexpr int centre_pan = 128;
 constexpr int own_pitch = 1000;
 
 SoundEntry* entry_of_effect(int number) {

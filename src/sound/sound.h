@@ -15,6 +15,7 @@ inline int sfx_volume = 128; ///< playback volume of effects, 0 to 255
 inline constexpr int sound_entry_count = 201; ///< entries 0 to 189 are effects, 190 to 200 music themes
 inline constexpr int first_theme_entry = 190;
 inline constexpr int theme_limit = 11;
+inline constexpr int centre_pan = 128;
 inline constexpr int volume_step = 25; ///< playback volume of one volume level (levels are 0 to 10)
 
 struct SoundEntry {

@@ -4,6 +4,7 @@
 #include "core/log.h"
 #include "platform/files.h"
 #include "sound/pcm.h"
+#include "sound/sound.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,7 +14,6 @@ namespace vcc {
 
 namespace {
 
-constexpr int centre_pan = 128;
 constexpr int music_priority = 255; // many effects at once must not take the music's voice
 constexpr int stream_halves = 2;
 

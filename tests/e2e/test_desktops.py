@@ -89,7 +89,7 @@ def fills_the_desktop(robot):
         geometry = window.get_geometry()
         full = robot.desktop.has_state(window, FULL_SCREEN) if name else window.get_attributes().override_redirect
         return full and (geometry.width, geometry.height) == SIZE and name != "mutter guard window"
-    return any(is_full(window, name) for window, name in robot.desktop.windows())
+    return any(is_full(window, name) for window, name, _ in robot.desktop.windows())
 
 
 @pytest.mark.parametrize("scale", [0, 1])

@@ -44,7 +44,7 @@ def test_display_set_up(make_robot, size, settings, call):
 
 def test_a_desktop_that_is_too_small(make_robot):
     player = make_robot(size=(640, 480)).start(menu=False)
-    window = wait_until(lambda: next((w for w, _ in player.desktop.windows()), None), "the message box")
+    window = wait_until(lambda: next((w for w, *_ in player.desktop.windows()), None), "the message box")
     player.desktop.focus(window)
     player.desktop.key("Return")
     assert player.wait_for_end() == 0

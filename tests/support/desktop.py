@@ -131,17 +131,17 @@ class Desktop:
     # windows
 
     def windows(self, parent=None):
-        """Every mapped window below the root with its name."""
+        """Every mapped window below the root with its name and width."""
         for window in (parent or self.root).query_tree().children:
             try:
                 if window.get_attributes().map_state == X.IsViewable:
-                    yield window, window.get_wm_name()
+                    yield window, window.get_wm_name(), window.get_geometry().width
                     yield from self.windows(window)
             except (BadWindow, BadDrawable):  # windows come and go
                 pass
 
     def find_window(self, title):
-        return next((window for window, name in self.windows() if name and name.startswith(title)), None)
+        return next((window for window, name, _ in self.windows() if name and name.startswith(title)), None)
 
     def atom(self, name):
         return self._display.intern_atom(name)

@@ -71,6 +71,7 @@ class Robot:
         self._window = None
         if menu:
             self.wait_for_menu()
+            self._window = None  # may be the manager's frame, found before the window in it was there
         return self
 
     @property
@@ -101,18 +102,17 @@ class Robot:
         """The window as it is now, if there is one."""
         if not self.running():
             raise RuntimeError(f"the program ended with {self._program.poll()}: {self.errors()}")
-        candidates = [window for window, _ in self.desktop.windows() if window.get_geometry().width >= 800]
         titles = self.system.window_titles
         named = next(filter(None, map(self.desktop.find_window, titles)), None)
         if named or self.scale != 0:
             return named  # the others are parts of the window manager's frame
-        return candidates[-1] if candidates else None
+        return next((window for window, _, width in reversed(list(self.desktop.windows())) if width >= 800), None)
 
     def fills_the_desktop(self):
         """Whether the program is in full screen."""
         if self.system.has_own_desktop:  # whose size is that of the mode
             return self.desktop.find_window(TITLE).get_geometry().width == 800
-        return any(window.get_geometry().width == 1024 for window, _ in self.desktop.windows())
+        return any(width == 1024 for _, _, width in self.desktop.windows())
 
     def close_window(self):
         """What the window's close button does."""

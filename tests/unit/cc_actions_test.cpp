@@ -88,7 +88,7 @@ protected:
     }
 
     /// A left click on a slot that carries `code`; the record behind it carries `value`.
-    std::optional<ScreenResult> click(int code, int value = 0) {
+    ScreenOutcome click(int code, int value = 0) {
         options_set.slots[22].action = code;
         options_set.slots[23].action = value;
         return carry_out_action(target, options_set, 22);

@@ -76,7 +76,7 @@ constexpr NeededAction needed_actions[] = {
     {options, 30, "cancel the options"},
 };
 
-bool is_gap(const Slot& slot) {
+bool is_unused(const Slot& slot) {
     const auto same = [&](const Slot& other) { return std::memcmp(&slot, &other, sizeof slot) == 0; };
     return same(gap_slot()) || same(empty_slot()) || same(Slot{});
 }
@@ -105,7 +105,7 @@ void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step,
     const int index = row.first + step * row.step;
     const Reporter report{faults, screen.slot_file, 0, index};
     const std::string the_slot = std::string("the ") + row.role + " ";
-    if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)])) {
+    if (!screen.set.has_slot(index) || is_unused(screen.set.slots[static_cast<std::size_t>(index)])) {
         report(fixed_slot_missing, "", the_slot + "is missing", "give it this number: the program looks for it there");
         return;
     }
@@ -127,7 +127,7 @@ void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
 
 void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
     const int index = value_record(value);
-    if (!screen.set.has_slot(index) || is_gap(screen.set.slots[static_cast<std::size_t>(index)]))
+    if (!screen.set.has_slot(index) || is_unused(screen.set.slots[static_cast<std::size_t>(index)]))
         return; // reported with the fixed slots
     const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
     const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];

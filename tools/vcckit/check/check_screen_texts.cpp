@@ -16,30 +16,30 @@ namespace {
 
 using enum FaultCode;
 
-struct Place {
+struct TextPlace {
     ScreenKind screen;
     int slot;
     int window; ///< the text ends where this text window ends
 };
 
 /// Where a text is written; nothing if not into a slot of these screens.
-std::optional<Place> place_of(int number) {
+std::optional<TextPlace> place_of(int number) {
     namespace first = screen_text_number;
     if (number >= first::explanations)
-        return Place{ScreenKind::info, info_slot::first_line + (number - first::explanations) % info_slot::line_count,
-                     info_window};
+        return TextPlace{ScreenKind::info,
+                         info_slot::first_line + (number - first::explanations) % info_slot::line_count, info_window};
     if (number == first::loop_all || number == first::loop_one)
-        return Place{ScreenKind::options, options_slot::loop_label, value_window};
+        return TextPlace{ScreenKind::options, options_slot::loop_label, value_window};
     for (const OptionRow& row : option_rows()) {
         const int value = number - (row.labels.empty() ? first::themes : row.labels.first);
         if (value >= 0 && value < (row.labels.empty() ? value_entry_limit : row.labels.count))
-            return Place{ScreenKind::options, value_button(value), value_window};
+            return TextPlace{ScreenKind::options, value_button(value), value_window};
     }
     return std::nullopt;
 }
 
 /// Pixels by which a text is too wide; nothing if it fits or its place is unknown.
-std::optional<int> missing_room(const LanguageFiles& language, const Place& place, const std::string& text) {
+std::optional<int> missing_room(const LanguageFiles& language, const TextPlace& place, const std::string& text) {
     const SlotSet& set = screen_of(language, place.screen).set;
     if (!language.windows_usable || !set.has_slot(place.slot))
         return std::nullopt;
@@ -57,7 +57,7 @@ void check_text(const LanguageFiles& language, const std::string& file, const Tr
     }
     if (text.text.size() > screen_text_length)
         report(screen_text_long, field, "has " + std::to_string(text.text.size()) + " characters", "89 are shown");
-    const std::optional<Place> place = place_of(text.number);
+    const std::optional<TextPlace> place = place_of(text.number);
     if (const auto missing = place ? missing_room(language, *place, text.text) : std::nullopt)
         report(program_text_wide, field, "\"" + text.text + "\" is " + std::to_string(*missing) + " pixels too wide",
                "shorten it");

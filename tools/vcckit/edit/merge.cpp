@@ -40,7 +40,7 @@ std::vector<int> matching(const Lines& a, const Lines& b) {
     return match;
 }
 
-std::string joined(const Lines& lines, int begin, int end) {
+std::string text_between(const Lines& lines, int begin, int end) {
     std::string text;
     for (int i = begin; i < end; ++i)
         text += lines[static_cast<std::size_t>(i)];
@@ -87,8 +87,8 @@ private:
     }
 
     void piece(const Front& from, const Front& to) {
-        std::string base = joined(base_, from.base, to.base), mine = joined(mine_, from.mine, to.mine),
-                    theirs = joined(theirs_, from.theirs, to.theirs);
+        std::string base = text_between(base_, from.base, to.base), mine = text_between(mine_, from.mine, to.mine),
+                    theirs = text_between(theirs_, from.theirs, to.theirs);
         if (mine == base)
             out_.text += theirs;
         else if (theirs == base || theirs == mine)

@@ -47,7 +47,7 @@ struct TextLine {
 constexpr int no_window = -1;
 
 /// Whether the program passes over a line that is no field.
-bool is_comment(std::string_view line) {
+bool is_passed_over(std::string_view line) {
     return line.starts_with('#') || line.starts_with('x') || line.starts_with('y');
 }
 
@@ -69,7 +69,7 @@ std::vector<TextLine> lines_of(std::string_view text) {
         }
         line.window = window;
         line.field = line.is_heading ? nullptr : field_of_line(line.text);
-        line.is_comment = !line.is_heading && !line.field && is_comment(line.text);
+        line.is_comment = !line.is_heading && !line.field && is_passed_over(line.text);
         lines.push_back(line);
         at = line.span.end;
     }
@@ -98,7 +98,7 @@ int number_of(const TextLine& line) {
 void expect_title(std::string_view title) {
     if (title.find_first_of("\r\n") != std::string_view::npos || title.size() >= line_limit)
         throw Refused("a title is one line of less than " + std::to_string(line_limit) + " characters");
-    if (field_of_line(title) || title.starts_with('+') || is_comment(title))
+    if (field_of_line(title) || title.starts_with('+') || is_passed_over(title))
         throw Refused("a title cannot begin with \"" + std::string(title.substr(0, 1)) +
                       "\": that is a key of these files");
 }

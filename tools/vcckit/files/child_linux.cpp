@@ -14,7 +14,7 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr std::chrono::milliseconds end_limit{3000};
+constexpr std::chrono::milliseconds child_end_limit{3000};
 
 } // namespace
 
@@ -36,7 +36,7 @@ void Child::stop() {
     if (!running())
         return;
     ::kill(id_, SIGTERM);
-    for (const auto end = std::chrono::steady_clock::now() + end_limit;
+    for (const auto end = std::chrono::steady_clock::now() + child_end_limit;
          running() && std::chrono::steady_clock::now() < end;)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     if (running()) {

@@ -13,11 +13,11 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr long size_limit = 2147483647; ///< bytes of an AVI file without extensions
+constexpr long avi_size_limit = 2147483647; ///< bytes of an AVI file without extensions
 
 /// At most 60 frames per second, 25 if there are fewer than one; at most the size of the display, with square pixels.
 /// Half of the coder's blocks of colour are two pixels wide and high.
-constexpr const char* options =
+constexpr const char* film_options =
     "-vf setpts=PTS-STARTPTS,"
     "fps='if(between(source_fps,1,60),source_fps,if(gt(source_fps,60),60,25))',"
     "scale='max(2,2*round(iw*sar*min(1,min(800/(iw*sar),600/ih))/2))'"
@@ -53,7 +53,7 @@ Conversion convert_film(const Media& media, const std::string& target, const Pro
     if (!file.stream())
         return {file.reason()};
     std::string told; // progress, and errors
-    done.fault = run_ffmpeg(media, media.pictures, options + std::to_string(size_limit),
+    done.fault = run_ffmpeg(media, media.pictures, film_options + std::to_string(avi_size_limit),
                             "file:" + file.temporary_name(), true, [&](std::string_view piece) {
                                 told += piece;
                                 constexpr std::string_view key = "out_time_us=";
@@ -69,7 +69,7 @@ Conversion convert_film(const Media& media, const std::string& target, const Pro
     else if (done.fault.empty() && header.length == 0)
         done.fault = "has no picture";
     else if (done.fault.empty() && std::fseek(file.stream(), 0, SEEK_END) == 0 &&
-             std::ftell(file.stream()) >= size_limit)
+             std::ftell(file.stream()) >= avi_size_limit)
         done.fault = "is too long for an AVI file";
     done.what = format_text("%.1f s of %d x %d pixels, %.4g frames per second", header.length / rate, header.width,
                             header.height, rate);

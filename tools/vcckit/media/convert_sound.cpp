@@ -13,7 +13,7 @@ namespace {
 
 constexpr int lowest_rate = 1000, highest_rate = 192000, usual_rate = 48000;
 constexpr int sample_size = 2;
-constexpr std::size_t size_limit = (std::size_t{1} << 31) - 1024; ///< bytes of sound; safe for a WAV header
+constexpr std::size_t wav_size_limit = (std::size_t{1} << 31) - 1024; ///< bytes of sound; safe for a WAV header
 
 std::string wav_header(std::size_t size, int rate, int channels) {
     std::string bytes;
@@ -60,9 +60,9 @@ Conversion convert_sound(const Media& media, const std::string& target, bool loo
                                 size += piece.size();
                                 if (media.seconds > 0)
                                     progress(static_cast<double>(size) / second / media.seconds);
-                                return size <= size_limit && write(piece);
+                                return size <= wav_size_limit && write(piece);
                             });
-    if (size > size_limit)
+    if (size > wav_size_limit)
         done.fault = "is too long for a WAV file";
     else if (done.fault.empty() && size == 0)
         done.fault = "has no sound";

@@ -18,40 +18,39 @@ namespace vcc::kit {
 
 namespace {
 
-using Json = nlohmann::json;
-
 constexpr const char* no_ffmpeg =
     "cannot be read without FFmpeg: install the package ffmpeg; on Windows put ffmpeg.exe and ffprobe.exe beside "
     "vcckit.exe or on the path";
 
-bool has(const Json& stream, const char* disposition) {
-    return stream.value(Json::json_pointer("/disposition/" + std::string(disposition)), 0) != 0;
+bool has(const nlohmann::json& stream, const char* disposition) {
+    return stream.value(nlohmann::json::json_pointer("/disposition/" + std::string(disposition)), 0) != 0;
 }
 
 /// The stream of a kind that is shown or heard without a choice; null without any. The cover of a song is none.
-const Json* stream_of(const Json& streams, const char* kind) {
-    const Json* found = nullptr;
-    for (const Json& stream : streams)
+const nlohmann::json* stream_of(const nlohmann::json& streams, const char* kind) {
+    const nlohmann::json* found = nullptr;
+    for (const nlohmann::json& stream : streams)
         if (stream.value("codec_type", "") == kind && !has(stream, "attached_pic") &&
             (found == nullptr || (has(stream, "default") && !has(*found, "default"))))
             found = &stream;
     return found;
 }
 
-Media media_of(const Json& told) {
+Media media_of(const nlohmann::json& told) {
     Media media;
-    const Json streams = told.value("streams", Json::array()), file = told.value("format", Json::object());
+    const nlohmann::json streams = told.value("streams", nlohmann::json::array()),
+                         file = told.value("format", nlohmann::json::object());
     const std::string format = file.value("format_name", "");
     if (format == "tty") // any text, which would be the film of a terminal
         return media;
     media.seconds = std::atof(file.value("duration", "0").c_str());
-    if (const Json* const stream = stream_of(streams, "audio")) {
+    if (const nlohmann::json* const stream = stream_of(streams, "audio")) {
         media.kind = MediaKind::sound;
         media.sound = stream->value("index", 0);
         media.rate = std::atoi(stream->value("sample_rate", "0").c_str());
         media.channels = stream->value("channels", 0);
     }
-    if (const Json* const stream = stream_of(streams, "video")) {
+    if (const nlohmann::json* const stream = stream_of(streams, "video")) {
         media.kind = format == "image2" || format.ends_with("_pipe") ? MediaKind::picture : MediaKind::film;
         media.pictures = stream->value("index", 0);
         media.width = stream->value("width", 0);
@@ -80,7 +79,7 @@ std::optional<Media> read_media(const std::string& path, std::string& fault) {
                                         text += piece;
                                         return !interrupted();
                                     });
-    const Json told = Json::parse(text, nullptr, false);
+    const nlohmann::json told = nlohmann::json::parse(text, nullptr, false);
     Media media = status == 0 && told.is_object() ? media_of(told) : Media{};
     media.path = path;
     fault = !status                         ? no_ffmpeg

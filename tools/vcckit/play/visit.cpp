@@ -20,7 +20,7 @@ using std::chrono::steady_clock;
 constexpr int leave_action = 1, first_module_action = 2, last_module_action = 4, options_action = 5,
               first_selector_action = 31, last_selector_action = 34;
 constexpr int ending_actions[] = {6, 30, 998}; ///< of the options screen: accept, cancel, back
-constexpr int left_button = 1, right_button = 3;
+constexpr int x_left_button = 1, x_right_button = 3;
 
 constexpr std::chrono::milliseconds start_limit{60'000}, screen_limit{20'000}, change_limit{5000}, end_limit{20'000},
     settle_limit{1500}, still_time{120}, look_time{60}, step{15};
@@ -180,7 +180,7 @@ bool Visit::visit_menu() {
 void Visit::click_idle(const SeenSlot& slot) {
     point_at(slot);
     const RgbPicture before = settled();
-    desktop_.click(left_button);
+    desktop_.click(x_left_button);
     stop(word_of("menu", slot) + "-clicked", "clicked");
     if (share_alike(desktop_.look(), before) < 1)
         fault(text_of_slot("menu", slot) + ": a click leaves something in the picture");
@@ -212,7 +212,7 @@ void Visit::visit_help(const std::string& screen, const SeenSlot& slot) {
 bool Visit::visit_module(const SeenSlot& button) {
     const std::string name = module_names[static_cast<std::size_t>(button.action - first_module_action)];
     point_at(button);
-    desktop_.click(left_button);
+    desktop_.click(x_left_button);
     if (!wait_until([&] { return share_alike(desktop_.look(), plan_.menu.picture) < same_screen; }, change_limit))
         fault(text_of_slot("menu", button) + ": a click does not enter " + name);
     std::this_thread::sleep_for(module_time);
@@ -223,7 +223,7 @@ bool Visit::visit_module(const SeenSlot& button) {
 
 bool Visit::enter_options(const SeenSlot& button) {
     point_at(button);
-    desktop_.click(left_button);
+    desktop_.click(x_left_button);
     std::this_thread::sleep_for(look_time);
     desktop_.move(layout_width - 1, layout_height - 1);
     return arrive(plan_.options.picture, "the options screen");
@@ -237,7 +237,7 @@ bool Visit::visit_options(const SeenSlot& button) {
         visit_slot("options", slot);
         if (slot.action >= first_selector_action && slot.action <= last_selector_action) {
             point_at(slot);
-            desktop_.click(left_button);
+            desktop_.click(x_left_button);
             stop(word_of("options", slot) + "-chosen", "chosen");
         }
         const auto row = std::ranges::find(plan_.rows, slot.number, &VisitedOption::button);
@@ -256,7 +256,7 @@ bool Visit::click_endings(const SeenSlot& button) {
         if (is_over() || !enter_options(button))
             return false;
         point_at(slot);
-        desktop_.click(left_button);
+        desktop_.click(x_left_button);
         if (!arrive(plan_.menu.picture, "the main menu after " + text_of_slot("options", slot)))
             return false;
     }
@@ -267,8 +267,8 @@ void Visit::visit_values(const VisitedOption& row) {
     const auto button = std::ranges::find(plan_.options.slots, row.button, &SeenSlot::number);
     point_at(*button);
     if (row.by_click) { // one step forward and one back
-        desktop_.click(left_button);
-        desktop_.click(right_button);
+        desktop_.click(x_left_button);
+        desktop_.click(x_right_button);
     }
     for (const SeenSlot& value : row.values) {
         if (is_over() || !desktop_.running())
@@ -285,7 +285,7 @@ void Visit::leave() {
         return;
     }
     point_at(*button);
-    desktop_.click(left_button);
+    desktop_.click(x_left_button);
     if (!wait_until([&] { return !desktop_.running(); }, end_limit))
         fault(text_of_slot("menu", *button) + ": a click does not leave the program");
     else if (const int status = desktop_.exit_status().value_or(0); status != 0)

@@ -151,6 +151,10 @@ json windows_json(const Description& description, const std::array<TextWindow, t
 
 } // namespace
 
+std::string text_of_json(const json& object) {
+    return object.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
 std::string utf8_of(std::string_view text) {
     return platform::utf8_from_latin1(text);
 }

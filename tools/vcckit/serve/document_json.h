@@ -40,6 +40,9 @@ nlohmann::json fault_json(const Fault& fault, const std::string& document, int s
 /// The slot that a fault of a source is in; -1 when it is in none.
 int slot_of_fault(const Fault& fault);
 
+/// One line; bytes that are not UTF-8 are replaced.
+std::string text_of_json(const nlohmann::json& object);
+
 /// Texts of the program's files, Windows Latin-1, as the page gets them.
 std::string utf8_of(std::string_view text);
 

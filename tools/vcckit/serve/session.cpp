@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 
 Answer refusal(int status, const std::string& reason) {
-    return {.status = status, .body = json{{"error", reason}}.dump(-1, ' ', false, json::error_handler_t::replace)};
+    return {.status = status, .body = text_of_json({{"error", reason}})};
 }
 
 namespace {
@@ -89,7 +89,7 @@ void Session::tell_notices() {
     for (const std::string& each : {workspace_->away(), stage_->left_out()})
         if (!each.empty())
             notices.push_back(each);
-    const std::string told = json{{"notices", notices}}.dump(-1, ' ', false, json::error_handler_t::replace);
+    const std::string told = text_of_json({{"notices", notices}});
     if (told == notices_)
         return;
     notices_ = told;

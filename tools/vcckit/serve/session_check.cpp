@@ -62,8 +62,7 @@ void Session::check_once(Lock& held) {
                 if (json placed = checked_fault_json(fault); !placed.is_null())
                     told.push_back(std::move(placed));
             checked_ = seen;
-            events_.tell_state("faults",
-                               json{{"faults", std::move(told)}}.dump(-1, ' ', false, json::error_handler_t::replace));
+            events_.tell_state("faults", text_of_json({{"faults", std::move(told)}}));
             return;
         }
         news_.wait_for(held, quiet_time, [&] { return stopped_; });

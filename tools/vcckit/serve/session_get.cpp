@@ -41,10 +41,6 @@ constexpr ViewRow views[] = {
 constexpr const char* language_names[languages.size()] = {"English", "Deutsch"};
 constexpr const char* module_titles[module_count] = {"HQ", "Factory", "Battle", "Control centre"};
 
-std::string text_of_json(const json& object) {
-    return object.dump(-1, ' ', false, json::error_handler_t::replace);
-}
-
 std::string parameter(const Parameters& parameters, const char* name) {
     const auto found = parameters.find(name);
     return found == parameters.end() ? std::string() : found->second;

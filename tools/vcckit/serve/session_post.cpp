@@ -13,10 +13,6 @@ using nlohmann::json;
 
 namespace {
 
-std::string text_of_json(const json& object) {
-    return object.dump(-1, ' ', false, json::error_handler_t::replace);
-}
-
 Answer no_name() {
     return refusal(status::bad_request, "name is that of a document");
 }

@@ -61,7 +61,7 @@ Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& m
     if (!measure.usable)
         return fail("the text cannot be measured",
                     "the fonts of the installation cannot be loaded: vcckit check says why");
-    std::string text(text_of(slot.text));
+    std::string text(vcc::text_of(slot.text));
     trim_right(text);
     const int room = slot.box_width - measure.width(slot.font, text);
     if (room < 2 * alignment.padding_x)
