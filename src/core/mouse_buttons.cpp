@@ -53,8 +53,6 @@ int next_mouse_buttons() {
         seen = noted.front();
         noted.pop_front();
     }
-    if (!noted.empty())
-        platform::end_wait();
     return seen.buttons;
 }
 
