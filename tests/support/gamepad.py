@@ -14,7 +14,7 @@ A, B, X, Y, LEFT_SHOULDER, RIGHT_SHOULDER = range(6)
 STICK, HAT = (0, 1), (6, 7)
 FAR = 32767
 BUTTON_EVENT, AXIS_EVENT = 1, 2  # of the kernel
-PRESS_S, LONGEST_PRESS_S = 0.08, 0.25  # a longer one repeats
+PRESS_S, LONGEST_PRESS_S = 0.16, 0.25  # a shorter one ends within a slow frame, a longer one repeats
 
 
 class Gamepads:
