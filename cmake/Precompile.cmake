@@ -1,6 +1,6 @@
 # veldor_precompile(TARGET OWNER HEADERS...): what nearly every file of some targets includes is read once, by the owner
 # and for all of them, which saves up to two thirds of a file's compile time. Sources still include what they use: the
-# fuzz targets and the program for Windows are built without it.
+# program for Windows is built without it.
 function(veldor_precompile target owner)
   if(WIN32 OR VELDOR_FUZZ)
     return()
