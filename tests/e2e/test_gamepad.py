@@ -70,7 +70,7 @@ def test_a_gamepad_is_enough(make_robot, installation):
                                 (10, DOWN, (X, A)),  # name
                                 (16, UP, (RIGHT_SHOULDER, A))):  # Accept
         for _ in range(steps):
-            pad.nudge(HAT, *way)
+            pad.step(HAT, *way)
         for button in buttons:
             player.standing_picture(still_s=0.3)
             pad.press(button)

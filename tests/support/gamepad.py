@@ -7,6 +7,9 @@ import subprocess
 import time
 from pathlib import Path
 
+import numpy as np
+
+from support.desktop import wait_until
 from support.system import NO_SOUND
 
 # As most pads number them.
@@ -14,7 +17,7 @@ A, B, X, Y, LEFT_SHOULDER, RIGHT_SHOULDER = range(6)
 STICK, HAT = (0, 1), (6, 7)
 FAR = 32767
 BUTTON_EVENT, AXIS_EVENT = 1, 2  # of the kernel
-PRESS_S, LONGEST_PRESS_S = 0.16, 0.25  # a shorter one ends within a slow frame, a longer one repeats
+PRESS_S, LONGEST_PRESS_S = 0.16, 0.25  # a longer one repeats
 
 
 class Gamepads:
@@ -41,7 +44,7 @@ class Gamepad:
     """One of two sticks, two levers and a hat."""
 
     def __init__(self, pads, number, axes, buttons):
-        self._node = pads.folder / f"js{number}"
+        self._robot, self._node = pads.robot, pads.folder / f"js{number}"
         self._press_s = min(PRESS_S * pads.system.slowness, LONGEST_PRESS_S)
         self._axes, self._buttons = [0, 0, -FAR, 0, 0, -FAR, 0, 0][:axes], [0] * buttons
         self._keep()
@@ -65,6 +68,14 @@ class Gamepad:
     def nudge(self, axes, x, y):
         self.push(axes, x, y)
         time.sleep(self._press_s)
+        self.push(axes, 0, 0)
+        time.sleep(self._press_s)
+
+    def step(self, axes, x, y):
+        """A nudge that ends when it is seen: on a busy machine a short one passes between two looks."""
+        before = self._robot.standing_picture()
+        self.push(axes, x, y)
+        wait_until(lambda: not np.array_equal(self._robot.picture(), before), "a step", 5)
         self.push(axes, 0, 0)
         time.sleep(self._press_s)
 
