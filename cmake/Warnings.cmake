@@ -1,9 +1,6 @@
 # Every target links `veldor_warnings`: the warnings that must stay silent, and the sanitizers if they are enabled.
 add_library(veldor_warnings INTERFACE)
-target_compile_options(veldor_warnings INTERFACE -Wall -Wextra -Wconversion -Werror)
-if(NOT CMAKE_UNITY_BUILD) # where names of other files would count
-  target_compile_options(veldor_warnings INTERFACE -Wshadow)
-endif()
+target_compile_options(veldor_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # In the joining of strings this compiler sees overlaps and sizes that are not there (its bug 105651).
   target_compile_options(veldor_warnings INTERFACE -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow

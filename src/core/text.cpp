@@ -7,9 +7,9 @@
 namespace vcc {
 
 void pad_text(std::string& text, int length, char fill) {
-    const std::size_t wanted = length > 0 ? static_cast<std::size_t>(length) - 1 : 0;
-    if (text.size() < wanted)
-        text.append(wanted - text.size(), fill);
+    const std::size_t padded = length > 0 ? static_cast<std::size_t>(length) - 1 : 0;
+    if (text.size() < padded)
+        text.append(padded - text.size(), fill);
 }
 
 int trim_right(std::string& text) {

@@ -108,9 +108,9 @@ int frame_colour(const TextWindow& window, bool highlighted) {
     return highlighted ? window_of(style_window).title_colour : window.colour;
 }
 
-void draw_title(BITMAP* target, const TextWindow& window, int left_column, int columns, int y) {
+void draw_title(BITMAP* target, const TextWindow& window, int first_column, int columns, int y) {
     const int offset = columns / 2 - static_cast<int>(window.title.size()) / 2;
-    draw_boxed_text(target, column_x(window.font, left_column + offset), y, window.title, window.title_colour,
+    draw_boxed_text(target, column_x(window.font, first_column + offset), y, window.title, window.title_colour,
                     window.colour, true);
 }
 

@@ -34,9 +34,9 @@ Operation numbered(Do what, int window, int to, const std::string& text = {}) {
 
 TEST(WindowEdit, ChangesTheLinesThatSayIt) {
     using namespace std::string_literals;
-    const std::string two = "# all\n#\n# first\n+1\nw1\nxo10 left\nyo 20\nxu30\nyu40\n-1\n#\n# second\n+19\nf4\n-0\n";
+    const std::string both = "# all\n#\n# first\n+1\nw1\nxo10 left\nyo 20\nxu30\nyu40\n-1\n#\n# second\n+19\nf4\n-0\n";
     const auto replaced = [&](const std::string& from, const std::string& to) {
-        std::string text = two;
+        std::string text = both;
         return text.replace(text.find(from), from.size(), to);
     };
     const struct {
@@ -48,7 +48,7 @@ TEST(WindowEdit, ChangesTheLinesThatSayIt) {
         {"blank before it", operation(Do::set, 1, "yo", -5), replaced("yo 20", "yo -5")},
         {"style", operation(Do::set, 1, "style", -1), replaced("-1", "--1")},
         {"new line", operation(Do::set, 1, "shadow", 8), replaced("-1\n", "-1\ns8\n")},
-        {"new line at the end", operation(Do::set, 19, "font", "mono_14"s), two + "t4\n"},
+        {"new line at the end", operation(Do::set, 19, "font", "mono_14"s), both + "t4\n"},
         {"title", operation(Do::set, 1, "title", "Ziel"s), replaced("-1\n", "-1\nZiel\n")},
         {"title like a key", operation(Do::set, 1, "title", "goal"s), "!a title cannot begin with \"g\""},
         {"unset", operation(Do::unset, 19, "f"), replaced("f4\n", "")},
@@ -56,17 +56,17 @@ TEST(WindowEdit, ChangesTheLinesThatSayIt) {
         {"move", shifted(Do::move, 1, 5, 0), replaced("xo10 left\nyo 20\nxu30", "xo15 left\nyo 20\nxu35")},
         {"resize", shifted(Do::resize, 1, 0, -20), replaced("yu40", "yu20")},
         {"resize to nothing", shifted(Do::resize, 1, 0, -21), "!the window would end before it begins"},
-        {"create", numbered(Do::create, 0, 3, "xo4"), two + "+3\nxo4\n-0\n"},
+        {"create", numbered(Do::create, 0, 3, "xo4"), both + "+3\nxo4\n-0\n"},
         {"create what is there", numbered(Do::create, 0, 19), "!there is a window 19 already"},
-        {"copy", numbered(Do::copy, 19, 4), two + "+4\nf4\n-0\n"},
-        {"remove", operation(Do::remove, 1), "# all\n" + two.substr(two.find("#\n# second"))},
+        {"copy", numbered(Do::copy, 19, 4), both + "+4\nf4\n-0\n"},
+        {"remove", operation(Do::remove, 1), "# all\n" + both.substr(both.find("#\n# second"))},
         {"remove a fixed one", operation(Do::remove, 19), "!the program knows this window by its number"},
         {"renumber", numbered(Do::renumber, 1, 29), replaced("+1", "+29")},
         {"beyond the table", numbered(Do::renumber, 1, 30), "!windows are numbered 0 to 29"},
         {"none", operation(Do::set, 7, "left", 1), "!there is no window 7"},
     };
     for (const auto& each : cases) {
-        const auto result = apply(two, DocumentKind::windows, {{each.operation}}, {});
+        const auto result = apply(both, DocumentKind::windows, {{each.operation}}, {});
         const std::string got = result ? *result : "!" + result.reason();
         EXPECT_EQ(each.after.starts_with('!') ? got.substr(0, each.after.size()) : got, each.after) << each.what;
     }

@@ -12,7 +12,7 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr std::size_t channels = 4;
+constexpr std::size_t rgba_channels = 4;
 
 std::size_t pixel_count(int width, int height) {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
@@ -35,7 +35,7 @@ std::optional<Image> read_png(std::string_view bytes, std::string& fault) {
         return std::nullopt;
     png.format = PNG_FORMAT_RGBA;
     Image image{static_cast<int>(png.width), static_cast<int>(png.height), {}};
-    image.rgba.resize(pixel_count(image.width, image.height) * channels);
+    image.rgba.resize(pixel_count(image.width, image.height) * rgba_channels);
     if (png_image_finish_read(&png, nullptr, image.rgba.data(), 0, nullptr) == 0)
         return std::nullopt;
     fault.clear();
@@ -50,13 +50,13 @@ std::optional<Image> read_pcx_of_four_planes(std::string_view file, std::string&
     if (!fits(header.width, header.height, fault))
         return std::nullopt;
     Image image{header.width, header.height, {}};
-    image.rgba.resize(pixel_count(image.width, image.height) * channels);
+    image.rgba.resize(pixel_count(image.width, image.height) * rgba_channels);
     const auto width = static_cast<std::size_t>(header.width);
     std::size_t at = picture_header_size;
     int run = 0;
     std::uint8_t value = 0;
     for (std::size_t y = 0; y < static_cast<std::size_t>(header.height); ++y) {
-        for (std::size_t plane = 0; plane < channels; ++plane) {
+        for (std::size_t plane = 0; plane < rgba_channels; ++plane) {
             for (std::size_t x = 0; x < static_cast<std::size_t>(header.bytes_per_line); ++x) {
                 if (run == 0) {
                     const bool repeated = at < bytes.size() && bytes[at] >= run_mark;
@@ -69,7 +69,7 @@ std::optional<Image> read_pcx_of_four_planes(std::string_view file, std::string&
                 }
                 --run;
                 if (x < width)
-                    image.rgba[(y * width + x) * channels + plane] = value;
+                    image.rgba[(y * width + x) * rgba_channels + plane] = value;
             }
         }
     }
@@ -105,7 +105,7 @@ std::optional<Image> read_image(const Media& media, std::string& fault) {
         return read_png(bytes, fault);
     constexpr std::size_t bits_place = 3, planes_place = 65;
     if (bytes.size() > picture_header_size && bytes.front() == 10 && bytes[bits_place] == 8 &&
-        bytes[planes_place] == static_cast<char>(channels))
+        bytes[planes_place] == static_cast<char>(rgba_channels))
         return read_pcx_of_four_planes(bytes, fault);
     return read_by_ffmpeg(media, fault);
 }

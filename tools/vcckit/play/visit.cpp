@@ -23,7 +23,7 @@ constexpr int ending_actions[] = {6, 30, 998}; ///< of the options screen: accep
 constexpr int x_left_button = 1, x_right_button = 3;
 
 constexpr std::chrono::milliseconds start_limit{60'000}, screen_limit{20'000}, change_limit{5000}, end_limit{20'000},
-    settle_limit{1500}, still_time{120}, look_time{60}, step{15};
+    settle_limit{1500}, still_time{120}, look_time{60}, look_interval{15};
 constexpr std::chrono::milliseconds placed_time{500};  ///< a pass places the pointer and ignores it for a while
 constexpr std::chrono::milliseconds module_time{1500}; ///< time to tear down the pass and load the library
 constexpr std::chrono::milliseconds film_time{5000};
@@ -84,7 +84,7 @@ bool Visit::wait_until(const std::function<bool()>& condition, Milliseconds limi
     while (!condition()) {
         if (steady_clock::now() > end || is_over())
             return false;
-        std::this_thread::sleep_for(step);
+        std::this_thread::sleep_for(look_interval);
     }
     return true;
 }

@@ -30,7 +30,7 @@ struct Run {
 
 class ShortSource {
 public:
-    explicit ShortSource(const Screen& screen) : screen_(screen) {}
+    explicit ShortSource(const Screen& packed) : screen_(packed) {}
 
     std::string write() {
         describe_slots();

@@ -10,7 +10,6 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 constexpr int most_dots = 32; ///< of a line outside texts; each dot of a key is a table, freed recursively
 
 constexpr bool is_blank_beyond_ascii(char32_t c) {

@@ -28,7 +28,6 @@ Place place_of(const toml::source_region& region) {
 class TreeBuilder {
 public:
     explicit TreeBuilder(std::string_view source) : source_(source) {
-        constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
         const std::size_t first = source.starts_with(byte_order_mark) ? byte_order_mark.size() : 0;
         for (std::size_t at = first; at <= source.size(); ++at) {
             if (at < source.size() && (static_cast<unsigned char>(source[at]) & 0xC0U) == 0x80U)
