@@ -1,3 +1,9 @@
+# veldor_compile_alone(SOURCES...): those of them whose system's headers do not bear the graphics library's beside them.
+function(veldor_compile_alone)
+  list(FILTER ARGN INCLUDE REGEX "_windows\\.cpp$")
+  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # veldor_floor(NAME LIBRARIES...): the static library of one folder below src/, with every source file in it. The
 # libraries are the floors below it and what it needs from outside. A file named *_linux.cpp or *_windows.cpp belongs to
 # that system alone.
@@ -9,6 +15,7 @@ function(veldor_floor name)
   else()
     list(FILTER sources EXCLUDE REGEX "_windows\\.cpp$")
   endif()
+  veldor_compile_alone(${sources})
   add_library(veldor_${name} STATIC ${sources})
   target_include_directories(veldor_${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_BINARY_DIR}/generated")
   target_link_libraries(veldor_${name} PUBLIC ${ARGN} PRIVATE veldor_warnings)
