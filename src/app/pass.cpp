@@ -10,6 +10,8 @@
 #include "display/buffers.h"
 #include "display/pictures_ahead.h"
 #include "film/film.h"
+#include "media/avi.h"
+#include "platform/process.h"
 #include "screen/buffer_list.h"
 #include "screen/draw.h"
 #include "screen/status_line.h"
@@ -69,8 +71,13 @@ void play_films(Session& session) {
         music_on = 0;
     }
     pause_music_voice(); // the theme waits for the menu
+    // Pictures and film libraries together would be the peak of memory.
+    stop_reading_ahead();
+    platform::trim_heap();
     for (const Film& film : films)
         play_film(film.path, film.effect);
+    read_pictures_ahead(listed_pictures(path::buffer_list));
+    platform::release_film_decoder();
     session.films_played = true;
     if (sound_on && music_before)
         music_on = music_before;

@@ -40,4 +40,7 @@ struct OpenedFilm {
 };
 OpenedFilm open_avi(const std::string& path);
 
+/// Gives back what open_avi() has loaded once for all films, when none is open any more. Another film may follow.
+void release_film_decoder();
+
 } // namespace vcc::platform

@@ -306,4 +306,9 @@ OpenedFilm open_avi(const std::string& path) {
     return {std::move(film), AviError::none};
 }
 
+void release_film_decoder() {
+    ffmpeg = nullptr;
+    unload_ffmpeg();
+}
+
 } // namespace vcc::platform

@@ -16,23 +16,36 @@ struct FfmpegLibraries {
     SharedLibrary scale = load_system_library("swscale", LIBSWSCALE_VERSION_MAJOR);
 };
 
-std::optional<FfmpegFunctions> load_functions() {
-    static const auto* const libraries = new FfmpegLibraries; // never closed, which would only delay the program's end
+struct LoadedFfmpeg {
+    FfmpegLibraries libraries;
     FfmpegFunctions functions;
     bool complete = true;
+
+    LoadedFfmpeg() {
 #define VELDOR_FIND(library, function)                                                                                 \
-    functions.function = reinterpret_cast<decltype(&::function)>(libraries->library.symbol(#function));                \
+    functions.function = reinterpret_cast<decltype(&::function)>(libraries.library.symbol(#function));                 \
     complete = complete && functions.function
-    VELDOR_FFMPEG_FUNCTIONS(VELDOR_FIND);
+        VELDOR_FFMPEG_FUNCTIONS(VELDOR_FIND);
 #undef VELDOR_FIND
-    return complete ? std::optional(functions) : std::nullopt;
+    }
+};
+
+std::optional<LoadedFfmpeg>& loaded_ffmpeg() {
+    static auto* const kept = new std::optional<LoadedFfmpeg>; // closing it would only delay the program's end
+    return *kept;
 }
 
 } // namespace
 
 const FfmpegFunctions* ffmpeg_functions() {
-    static const std::optional<FfmpegFunctions> functions = load_functions();
-    return functions ? &*functions : nullptr;
+    std::optional<LoadedFfmpeg>& loaded = loaded_ffmpeg();
+    if (!loaded)
+        loaded.emplace();
+    return loaded->complete ? &loaded->functions : nullptr;
+}
+
+void unload_ffmpeg() {
+    loaded_ffmpeg().reset();
 }
 
 } // namespace vcc::platform

@@ -45,7 +45,10 @@ struct FfmpegFunctions {
 };
 
 /// The functions, or null if a library or a function is missing. The first call loads the libraries, which takes about
-/// a tenth of a second; they stay loaded.
+/// a tenth of a second; they and the functions stay until unload_ffmpeg().
 const FfmpegFunctions* ffmpeg_functions();
+
+/// Gives back the memory of the libraries (13 MiB). The next call of ffmpeg_functions() loads them again.
+void unload_ffmpeg();
 
 } // namespace vcc::platform

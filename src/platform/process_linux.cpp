@@ -51,6 +51,10 @@ void prepare_heap() {
         madvise(begin + to_page, static_cast<std::size_t>(grown - to_page), MADV_HUGEPAGE);
 }
 
+void trim_heap() {
+    malloc_trim(0);
+}
+
 void take_termination_requests(void (*ask)()) {
     sigset_t all;
     sigset_t before;

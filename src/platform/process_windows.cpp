@@ -47,6 +47,8 @@ int on_window_message(HWND window, UINT message, WPARAM ends, LPARAM, int* resul
 
 void prepare_heap() {} // large pages need a right there that players do not have
 
+void trim_heap() {} // blocks of a picture's size go back at once
+
 void take_termination_requests(void (*ask)()) {
     ask_to_end = ask;
     AttachConsole(ATTACH_PARENT_PROCESS); // a windowed program starts without a console; fails if there is none

@@ -10,11 +10,19 @@ namespace vcc::platform {
 
 namespace {
 
-// Leak reports need the mappings at exit to name functions, so sanitized builds keep modules mapped.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int module_flags = RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE;
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VELDOR_REPORTS_LEAKS
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define VELDOR_REPORTS_LEAKS
+#endif
+
+// Leak reports need the mappings at exit to name functions, so sanitized builds keep libraries mapped.
+#if defined(VELDOR_REPORTS_LEAKS)
+constexpr int library_flags = RTLD_LOCAL | RTLD_NODELETE;
 #else
-constexpr int module_flags = RTLD_NOW | RTLD_LOCAL;
+constexpr int library_flags = RTLD_LOCAL;
 #endif
 
 } // namespace
@@ -36,7 +44,7 @@ SharedLibrary load_module(std::string_view name, std::string& error) {
         error = path + ": is no file"; // the loader would block on a pipe
         return {};
     }
-    SharedLibrary library(::dlopen(path.c_str(), module_flags));
+    SharedLibrary library(::dlopen(path.c_str(), RTLD_NOW | library_flags));
     if (!library) {
         const char* const reason = ::dlerror();
         error = reason != nullptr ? reason : path + ": cannot be loaded";
@@ -55,7 +63,7 @@ std::string_view module_file_magic() {
 
 SharedLibrary load_system_library(const char* name, int version) {
     const std::string file = std::string("lib") + name + ".so." + std::to_string(version);
-    return SharedLibrary(::dlopen(file.c_str(), RTLD_LAZY | RTLD_LOCAL));
+    return SharedLibrary(::dlopen(file.c_str(), RTLD_LAZY | library_flags));
 }
 
 } // namespace vcc::platform
