@@ -10,7 +10,7 @@ namespace vcc::bench {
 
 namespace {
 
-constexpr const char* path = films[0].path;
+constexpr const char* film_path = films[0].path;
 
 /// Takes a film frame by frame, from the beginning again after its end.
 class FrameByFrame {
@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    std::unique_ptr<platform::AviFilm> film_ = platform::open_avi(path).film;
+    std::unique_ptr<platform::AviFilm> film_ = platform::open_avi(film_path).film;
     std::int64_t number_ = -1;
     int time_ms_ = 0;
 };
@@ -71,7 +71,7 @@ VELDOR_FIGURE(film_frame_and_decoder);
 
 /// The codec delivers its own colour format; turning that into pixels is counted as ours here.
 void film_frame_and_codec(benchmark::State& state) {
-    BareCodec codec(path);
+    BareCodec codec(film_path);
     if (codec.ready())
         film_frame(state, no_limit, [&] { codec.decode_next(); });
     else
