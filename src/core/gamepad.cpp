@@ -123,13 +123,13 @@ void listen_to_gamepads(bool on) {
     wanted = on;
 }
 
-void poll_gamepads() {
+bool poll_gamepads() {
     if (!wanted)
-        return;
+        return false;
     if (!looked_at_ms || ms_counter - *looked_at_ms >= look_ms)
         look();
     if (num_joysticks == 0)
-        return;
+        return false;
     if (switched_out)
         typing.forget();
     poll_joystick();
@@ -137,10 +137,10 @@ void poll_gamepads() {
     for (int pad = 0; pad < std::min(num_joysticks, MAX_JOYSTICKS); ++pad)
         readings.push_back(read(joy[pad]));
     const std::vector<PadKey> keys = typing.keys(readings, ms_counter);
-    if (keys.empty() || look())
-        return; // a pad unplugged while pressed must not keep pressing
-    for (const PadKey& key : keys)
-        simulate_ukeypress(key.character, key.library_key | by_gamepad);
+    if (!keys.empty() && !look()) // a pad unplugged while pressed must not keep pressing
+        for (const PadKey& key : keys)
+            simulate_ukeypress(key.character, key.library_key | by_gamepad);
+    return true;
 }
 
 void forget_gamepads() {

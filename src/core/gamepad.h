@@ -24,8 +24,8 @@ inline std::atomic<bool> gamepad_used = false;
 void listen_to_gamepads(bool wanted);
 
 /// Types what was pressed since the last call, unless another program has the focus. Checks once a second for gamepads
-/// plugged in or removed; without one, that is all.
-void poll_gamepads();
+/// plugged in or removed; without one, that is all. True if there is one: it ends no wait.
+bool poll_gamepads();
 
 /// Ignores what is held now, because something else has reacted to it already.
 void forget_gamepads();

@@ -53,6 +53,8 @@ int next_mouse_buttons() {
         seen = noted.front();
         noted.pop_front();
     }
+    if (!noted.empty())
+        platform::end_wait();
     return seen.buttons;
 }
 

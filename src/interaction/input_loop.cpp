@@ -17,13 +17,14 @@
 
 #include <allegro.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace vcc {
 
 namespace {
 
-constexpr int switched_out_rest_ms = 10;
+constexpr int switched_out_rest_ms = 10, gamepad_rest_ms = 10;
 
 /// How the loop has drawn the current slot since it was entered.
 enum class PointerLook { unknown, over, away };
@@ -147,7 +148,7 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_w
         field.emplace(run, look, clear_keyboard);
     for (;;) {
         platform::take_display_events();
-        poll_gamepads();
+        const bool gamepad = poll_gamepads();
         KeyEvent event = read_key();
         const bool key_came = event.code != 0;
         if (!key_came) {
@@ -165,7 +166,7 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_w
         if (key_came || ends || frame_rest == 0)
             rest(0);
         else
-            platform::wait_for_input(frame_rest);
+            platform::wait_for_input(gamepad ? std::min(frame_rest, gamepad_rest_ms) : frame_rest);
         if (ends)
             return event.code;
     }

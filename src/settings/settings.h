@@ -52,7 +52,7 @@ inline Settings settings;
 inline std::array<int, module_count> theme_loop{}; ///< 1: all themes one after another, 0: the chosen theme repeats
 inline int number_of_themes = 0;                   ///< 0 to 11; 0 when music is off
 inline int anti_aliased_text = 1;                  ///< text is drawn with smoothed edges
-inline int frame_rest = 0;                         ///< longest sleep of an idle frame in ms, 0 to 20; 0 only yields
+inline int frame_rest = 0;                         ///< longest sleep of an idle frame in ms, 0 to 100; 0 only yields
 
 enum class SettingKind {
     flag, ///< on if the value begins with "yes" or the key is missing
@@ -214,7 +214,7 @@ inline constexpr auto all = std::to_array<SettingRow>({
            "0 32 bit, 1 24 bit, 2 16 bit, 3 15 bit"),
     {graphics, "aa_at_all", SettingKind::flag, 0, "yes", 0, 1, loaded, &settings.anti_aliased,
      "no: text edges are not smoothed"},
-    number(graphics, "frame_rest", 0, 0, 20, loaded, &frame_rest,
+    number(graphics, "frame_rest", 0, 0, 100, loaded, &frame_rest,
            "longest sleep in milliseconds while nothing happens, which input ends; 0 only yields to other programs"),
     outside(Outside::standard,
             number(graphics, "display_scale", 0, 0, 2, on_its_own, {},

@@ -4,6 +4,7 @@ import os
 import subprocess
 import tempfile
 import time
+import wave
 from pathlib import Path
 
 import numpy as np
@@ -72,6 +73,15 @@ class PulseServer:
     def _answers(self):
         asked = subprocess.run(["pactl", "info"], env=os.environ | self.environment, capture_output=True, check=False)
         return asked.returncode == 0
+
+
+def write_tone(installation, name, hz, seconds=3):
+    # whole periods: the joint of a loop cannot be heard
+    samples = (np.sin(2 * np.pi * hz * np.arange(RATE * seconds) / RATE) * 16384).astype("<i2")
+    installation.remove(name)
+    with wave.open(str(installation.path(name)), "wb") as file:
+        file.setparams((2, 2, RATE, 0, "NONE", ""))
+        file.writeframes(np.repeat(samples, 2).tobytes())
 
 
 def loudness(samples):

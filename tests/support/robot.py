@@ -21,7 +21,7 @@ MENU_PICTURE = "images/menu.pcx"
 # After the program has placed the pointer (at the start of a pass, or when a key moves the focus) the library takes
 # motion as relative for a while: a move in that time ends elsewhere.
 POINTER_PLACED_S = 0.5
-LOOK_S, LOOK_TURNS = 0.03, 15
+LOOK_S, LOOK_TURNS = 0.03, 4
 SLOWNESS = SYSTEM.slowness
 
 

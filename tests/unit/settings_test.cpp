@@ -47,7 +47,7 @@ TEST_F(Store, HostileValuesAreBroughtIntoRangeAndTheFileKeepsThem) {
     EXPECT_EQ(settings.volumes[cc_module].music, 0);
     EXPECT_EQ(settings.theme[hq_module], 1) << "two themes, the fourth does not count";
     EXPECT_EQ(settings.screen_mode, -1);
-    EXPECT_EQ(frame_rest, 20);
+    EXPECT_EQ(frame_rest, 100);
     EXPECT_EQ(settings.keyboard, 0) << "US";
     EXPECT_EQ(settings.message_detail, 2) << "the key is missing";
     EXPECT_STREQ(settings.player_name, "0123456789abcde");
