@@ -10,7 +10,7 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr std::size_t line_limit = 4096;
+constexpr std::size_t settings_line_limit = 4096;
 
 std::string trimmed(std::string_view text) {
     std::string result = trim_left(text);
@@ -25,7 +25,7 @@ void walk_config(const std::string& file, std::string_view text, Faults& faults,
     LineReader lines(text);
     std::string section;
     std::set<std::string> seen;
-    while (const auto line = lines.next(line_limit)) {
+    while (const auto line = lines.next(settings_line_limit)) {
         const Reporter report{faults, file, lines.line_number()};
         const std::string entry = trimmed(*line);
         if (entry.empty() || entry[0] == '#' || entry[0] == ';')

@@ -36,7 +36,7 @@ constexpr ModuleRow modules[] = {
     {"battle", "uint8_t battle(uint8_t fullscreen, int32_t)"},
 };
 
-bool is_installation(const fs::path& folder) {
+bool can_be_copied(const fs::path& folder) {
     return std::ranges::all_of(std::array{path::sound_setup, path::settings, path::buffer_list}, [&](const char* file) {
         return platform::file_exists(platform::name_of(folder / file));
     });
@@ -47,7 +47,7 @@ std::optional<fs::path> built_in_installation() {
     const fs::path tool = platform::system_path(platform::program_path()).parent_path();
     std::error_code error;
     for (const char* place : {"../lib/games/veldor", "../../veldor"})
-        if (is_installation(tool / place))
+        if (can_be_copied(tool / place))
             return fs::canonical(tool / place, error);
     return std::nullopt;
 }
@@ -100,7 +100,7 @@ std::string fault_of(const NewRequest& request, const fs::path& folder, const st
         return request.name + ": exists already";
     if (!base)
         return "the built-in installation is not beside this tool: give its folder with --base";
-    if (!is_installation(*base))
+    if (!can_be_copied(*base))
         return base->string() + ": is not an installation: it has no " + path::sound_setup + ", no " +
                path::buffer_list + " or no " + path::settings;
     if (!fs::exists(*base / "vcc", error) && !fs::exists(*base / "vcc.exe", error))

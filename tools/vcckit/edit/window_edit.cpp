@@ -28,7 +28,7 @@ const WindowField* field_of_line(std::string_view line) {
     return nullptr;
 }
 
-const WindowField* find_field(std::string_view name) {
+const WindowField* find_window_field(std::string_view name) {
     for (const WindowField& field : window_fields())
         if (!field.key.empty() && (field.name == name || field.key == name))
             return &field;
@@ -52,7 +52,7 @@ bool is_passed_over(std::string_view line) {
 }
 
 /// The lines up to where the program ends its reading.
-std::vector<TextLine> lines_of(std::string_view text) {
+std::vector<TextLine> window_lines(std::string_view text) {
     std::vector<TextLine> lines;
     int window = 0;
     std::size_t at = 0;
@@ -107,7 +107,7 @@ void expect_title(std::string_view title) {
 class WindowChange {
 public:
     WindowChange(std::string_view text, int number)
-        : text_(text), number_(number), edits_(text), lines_(lines_of(text)) {
+        : text_(text), number_(number), edits_(text), lines_(window_lines(text)) {
         for (const TextLine& line : lines_)
             if (line.window == number && !(line.is_comment || is_blank(line.text)))
                 last_ = &line;
@@ -210,7 +210,7 @@ private:
 
 /// The field that an operation names; null for the title.
 const WindowField* field_of(const Operation& operation) {
-    const WindowField* const field = find_field(operation.field);
+    const WindowField* const field = find_window_field(operation.field);
     if (!field && operation.field != "title")
         throw Refused("there is no field \"" + operation.field + "\" of windows");
     return field;
@@ -255,13 +255,13 @@ void move_or_resize(WindowChange& change, const Operation& operation) {
     for (std::size_t i = 0; i < places.size(); ++i) {
         const bool first = i < 2;
         const int distance = first && operation.what == Do::resize ? 0 : edges[i].second;
-        places[i] = std::int64_t{change.value(*find_field(edges[i].first))} + distance;
+        places[i] = std::int64_t{change.value(*find_window_field(edges[i].first))} + distance;
         if (places[i] < -coordinate_limit || places[i] > coordinate_limit)
             throw Refused(std::string(edges[i].first) + " would be " + std::to_string(places[i]));
         if (!first && places[i] < places[i - 2])
             throw Refused("the window would end before it begins");
         if (distance != 0)
-            change.set(*find_field(edges[i].first), places[i]);
+            change.set(*find_window_field(edges[i].first), places[i]);
     }
 }
 
@@ -280,7 +280,7 @@ void expect_not_fixed(int number) {
 
 /// Behind all windows that the program reads.
 std::string with_window(std::string_view text, std::string lines) {
-    const std::vector<TextLine> there = lines_of(text);
+    const std::vector<TextLine> there = window_lines(text);
     TextEdits edits(text);
     add_lines(edits, there.empty() ? 0 : there.back().span.end, std::move(lines));
     return edits.result();
@@ -293,7 +293,7 @@ std::string create_window(const std::string& text, const Operation& operation) {
     const std::string end(line_end_of(text));
     std::string lines = "+" + std::to_string(operation.to) + end;
     bool has_style = false;
-    for (const TextLine& line : lines_of(operation.text)) {
+    for (const TextLine& line : window_lines(operation.text)) {
         if (line.is_heading)
             throw Refused("the lines of a window have no other window in them");
         has_style = has_style || line.text.starts_with('-');
@@ -342,7 +342,7 @@ std::string change_window(const std::string& text, const Address& address, const
 
 std::vector<WindowPart> windows_of(std::string_view text) {
     std::vector<WindowPart> windows;
-    for (const TextLine& line : lines_of(text)) {
+    for (const TextLine& line : window_lines(text)) {
         if (line.window == no_window || line.is_comment)
             continue;
         auto window = std::ranges::find(windows, line.window, &WindowPart::number);

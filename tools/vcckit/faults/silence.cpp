@@ -30,7 +30,7 @@ std::string nearest_code(std::string_view word) {
     return nearest_word(word, codes);
 }
 
-bool is_blank(std::string_view text) {
+bool is_indentation(std::string_view text) {
     return text.find_first_not_of(" \t\r") == std::string_view::npos;
 }
 
@@ -61,7 +61,7 @@ std::vector<Silence> silences_of(std::string_view text, Faults& faults) {
             continue;
         const int line = static_cast<int>(i) + 1;
         Silence silence{line, line, {}};
-        if (is_blank(lines[i].substr(0, at))) {
+        if (is_indentation(lines[i].substr(0, at))) {
             silence.first_line = silence.last_line = line + 1;
             if (is_heading(i + 1)) {
                 std::size_t next = i + 2;

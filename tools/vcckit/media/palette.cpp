@@ -7,7 +7,7 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr std::size_t colour_count = std::size_t{1} << 18;
+constexpr std::size_t rgb18_count = std::size_t{1} << 18;
 
 /// From 6 bits per component to 8.
 std::uint8_t widened(std::uint32_t part) {
@@ -78,11 +78,11 @@ std::uint32_t palette_colour(const Colour& colour) {
 }
 
 std::vector<Colour> best_palette(std::span<const Colour> pixels, std::size_t most) {
-    std::vector<std::uint64_t> counts(colour_count);
+    std::vector<std::uint64_t> counts(rgb18_count);
     for (const Colour& pixel : pixels)
         ++counts[palette_colour(pixel)];
     std::vector<Counted> colours;
-    for (std::uint32_t colour = 0; colour < colour_count; ++colour)
+    for (std::uint32_t colour = 0; colour < rgb18_count; ++colour)
         if (counts[colour] > 0)
             colours.push_back({colour, counts[colour]});
     std::vector<Colour> palette;
@@ -106,11 +106,11 @@ std::vector<Colour> best_palette(std::span<const Colour> pixels, std::size_t mos
 }
 
 std::vector<std::uint8_t> nearest_colours(std::span<const Colour> pixels, std::span<const Colour> palette) {
-    std::vector<bool> wanted(colour_count);
+    std::vector<bool> wanted(rgb18_count);
     for (const Colour& pixel : pixels)
         wanted[palette_colour(pixel)] = true;
-    std::vector<std::uint8_t> nearest(colour_count);
-    for (std::uint32_t colour = 0; colour < colour_count; ++colour) {
+    std::vector<std::uint8_t> nearest(rgb18_count);
+    for (std::uint32_t colour = 0; colour < rgb18_count; ++colour) {
         if (!wanted[colour])
             continue;
         int best = std::numeric_limits<int>::max();
