@@ -13,23 +13,13 @@
 #include "sound/sound.h"
 
 #include <array>
-#include <atomic>
+#include <chrono>
 #include <optional>
-#include <string_view>
 
 namespace vcc {
 namespace {
 
 constexpr int film_effect_volume = 150;
-
-/// The time of a film. The timer moves it on; the main thread does the rest.
-struct FilmClock {
-    static constexpr int step_ms = 10;
-
-    std::atomic<int> time_ms = 0;
-    std::atomic<int> end_ms = 0; ///< time at which the last frame ends
-    std::atomic<bool> playing = false;
-};
 
 const char* error_text(platform::AviError error) {
     constexpr std::array<const char*, 7> texts{"Bad AVI file format!",
@@ -42,12 +32,6 @@ const char* error_text(platform::AviError error) {
     static_assert(static_cast<std::size_t>(platform::AviError::other) == texts.size() + 1);
     const std::size_t i = static_cast<std::size_t>(error) - 1; // `none` wraps around
     return i < texts.size() ? texts[i] : "Unknown error code!";
-}
-
-void on_timer(void* film_clock) {
-    auto& clock = *static_cast<FilmClock*>(film_clock);
-    if (clock.playing)
-        clock.time_ms = clock.time_ms <= clock.end_ms ? clock.time_ms + FilmClock::step_ms : 0;
 }
 
 void start_sound(int effect) {
@@ -66,21 +50,17 @@ bool stop_requested() {
     return skip_requested() != 0 || close_requested != 0;
 }
 
-void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
+void play(platform::AviFilm& film, FilmScreen& target) {
+    using Clock = std::chrono::steady_clock;
     scare_mouse(); // the pointer is drawn into the screen, where the film would overwrite it
     const AtEnd pointer_again(unscare_mouse);
-    clock.end_ms = film.end_ms();
-    clock.time_ms = 0;
-    clock.playing = true;
-    int last_drawn_ms = 0;
+    const auto time_ms = [begin = Clock::now()] {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin).count();
+    };
     std::int64_t shown = -1; // number of the frame on the screen
-    bool wrapped = false;
-    while (clock.playing && clock.time_ms < clock.end_ms && !wrapped && !stop_requested()) {
-        const int time_ms = clock.time_ms;
-        wrapped = last_drawn_ms > time_ms;
-        last_drawn_ms = time_ms;
-        const platform::AviFrame* frame = film.frame_at(time_ms);
-        clock.end_ms = film.end_ms(); // a damaged film can turn out to be shorter
+    // A damaged film can turn out to be shorter than it was at the beginning.
+    for (auto now = time_ms(); now < film.end_ms() && !stop_requested(); now = time_ms()) {
+        const platform::AviFrame* frame = film.frame_at(static_cast<int>(now));
         if (frame && frame->number != shown) {
             target.show(*frame);
             shown = frame->number;
@@ -88,13 +68,11 @@ void play(platform::AviFilm& film, FilmScreen& target, FilmClock& clock) {
             rest(1); // the frame has not changed
         }
     }
-    clock.playing = false;
 }
 
 } // namespace
 
 void play_film(const std::string& path, int effect) {
-    FilmClock clock;
     const AtEnd input_discarded([] { // the next screen must not get the key or click that ended the film
         clear_keybuf();
         mouse_b = 0;
@@ -120,15 +98,10 @@ void play_film(const std::string& path, int effect) {
         write_log(format_text("Error creating video surface for AVI-File:<%s>", path.c_str()));
         return;
     }
-    if (install_param_int_ex(on_timer, &clock, BPS_TO_TIMER(1000 / FilmClock::step_ms)) != 0) {
-        write_log(format_text("Error installing the clock for AVI-File:<%s>", path.c_str()));
-        return;
-    }
-    const AtEnd clock_stopped([&clock] { remove_param_int(on_timer, &clock); });
     clear_keybuf();
     forget_mouse_buttons();
     start_sound(effect);
-    play(*film, *target, clock);
+    play(*film, *target);
 }
 
 } // namespace vcc

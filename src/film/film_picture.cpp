@@ -77,14 +77,11 @@ FilmPlace place_film(int film_width, int film_height, int screen_width, int scre
 
 void decode_frame(BITMAP* surface, const platform::AviFrame& frame) {
     const auto depth = std::ranges::find(depth_rows, frame.bits, &DepthRow::bits);
-    const int row_length = ((frame.bits + 7) / 8 * frame.width + 3) / 4 * 4;
-    const auto row_bytes = static_cast<std::size_t>(row_length);
     if (depth == std::end(depth_rows) || bitmap_color_depth(surface) != frame.bits || surface->w != frame.width ||
-        surface->h != frame.height || frame.rows.size() / row_bytes < static_cast<std::size_t>(frame.height))
+        surface->h != frame.height)
         return;
-    for (int row = 0; row < frame.height; ++row)
-        depth->convert(frame.rows.data() + static_cast<std::size_t>(frame.height - 1 - row) * row_bytes,
-                       surface->line[row], frame.width);
+    for (int y = 0; y < frame.height; ++y)
+        depth->convert(frame.row(y).data(), surface->line[y], frame.width);
 }
 
 void film_palette(const platform::AviFrame& frame, PALETTE palette) {

@@ -1,17 +1,23 @@
-// AVI films by FFmpeg.
+// AVI films by FFmpeg. Linked, its libraries would pull in some 140 others and take most of the time between start and
+// menu, so they are loaded with the first film.
 #include "media/avi.h"
 
 #include "media/avi_header.h"
-#include "media/ffmpeg_functions.h"
+#include "platform/shared_library.h"
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libswscale/swscale.h>
+}
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <limits>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace vcc::platform {
@@ -24,7 +30,52 @@ constexpr std::chrono::seconds open_limit{5};
 constexpr std::chrono::milliseconds catch_up_limit{500}; // slower films lag, but can still be skipped
 constexpr std::size_t colour_table_size = 1024;
 
-const FfmpegFunctions* ffmpeg = nullptr; // set before the first film is made
+/// The functions that are called here, each found in its library when the object is made.
+struct Ffmpeg {
+    bool complete = true;
+    // The versions that this program was built with: others have other structures.
+    SharedLibrary util = load_system_library("avutil", LIBAVUTIL_VERSION_MAJOR);
+    SharedLibrary codec = load_system_library("avcodec", LIBAVCODEC_VERSION_MAJOR);
+    SharedLibrary format = load_system_library("avformat", LIBAVFORMAT_VERSION_MAJOR);
+    SharedLibrary scale = load_system_library("swscale", LIBSWSCALE_VERSION_MAJOR);
+
+// NOLINTBEGIN(bugprone-macro-parentheses): a declared name cannot stand in parentheses
+#define VELDOR_FUNCTION(library, name)                                                                                 \
+    decltype(&::name) name = reinterpret_cast<decltype(&::name)>(find(library, #name))
+    // NOLINTEND(bugprone-macro-parentheses)
+    VELDOR_FUNCTION(util, av_dict_free);
+    VELDOR_FUNCTION(util, av_dict_set);
+    VELDOR_FUNCTION(util, av_frame_alloc);
+    VELDOR_FUNCTION(util, av_frame_free);
+    VELDOR_FUNCTION(util, av_log_set_level);
+    VELDOR_FUNCTION(codec, av_packet_alloc);
+    VELDOR_FUNCTION(codec, av_packet_free);
+    VELDOR_FUNCTION(codec, av_packet_unref);
+    VELDOR_FUNCTION(codec, avcodec_alloc_context3);
+    VELDOR_FUNCTION(codec, avcodec_find_decoder);
+    VELDOR_FUNCTION(codec, avcodec_free_context);
+    VELDOR_FUNCTION(codec, avcodec_open2);
+    VELDOR_FUNCTION(codec, avcodec_parameters_to_context);
+    VELDOR_FUNCTION(codec, avcodec_receive_frame);
+    VELDOR_FUNCTION(codec, avcodec_send_packet);
+    VELDOR_FUNCTION(format, av_find_input_format);
+    VELDOR_FUNCTION(format, av_read_frame);
+    VELDOR_FUNCTION(format, avformat_alloc_context);
+    VELDOR_FUNCTION(format, avformat_close_input);
+    VELDOR_FUNCTION(format, avformat_index_get_entries_count);
+    VELDOR_FUNCTION(format, avformat_open_input);
+    VELDOR_FUNCTION(scale, sws_freeContext);
+    VELDOR_FUNCTION(scale, sws_getCachedContext);
+    VELDOR_FUNCTION(scale, sws_scale);
+#undef VELDOR_FUNCTION
+
+    void* find(const SharedLibrary& library, const char* name) {
+        void* const found = library.symbol(name);
+        complete = complete && found;
+        return found;
+    }
+};
+Ffmpeg* ffmpeg = nullptr; // stays open at the program's end, which closing would only delay
 
 /// Calls a library function that takes the pointer's address.
 template <auto release>
@@ -71,10 +122,6 @@ constexpr std::optional<int> direct_bits(int format) {
     }
 }
 
-constexpr int row_bytes(int width, int bits) {
-    return (width * bits / 8 + 3) / 4 * 4;
-}
-
 class FfmpegFilm final : public AviFilm {
 public:
     FfmpegFilm(std::string path, const AviHeader& header) : path_(std::move(path)), header_(header) {}
@@ -92,24 +139,22 @@ private:
     bool decode_next(); // false at the end of the file
     bool feed_decoder();
     bool convert();
-    void copy_rows(int bits);
-    bool scale_rows();
+    bool scale();
 
     const std::string path_;
     const AviHeader header_;
     Clock::time_point deadline_{};
-    std::unique_ptr<AVFormatContext, Closer<&FfmpegFunctions::avformat_close_input>> format_;
-    std::unique_ptr<AVCodecContext, Closer<&FfmpegFunctions::avcodec_free_context>> codec_;
-    std::unique_ptr<AVFrame, Closer<&FfmpegFunctions::av_frame_free>> decoded_{ffmpeg->av_frame_alloc()},
+    std::unique_ptr<AVFormatContext, Closer<&Ffmpeg::avformat_close_input>> format_;
+    std::unique_ptr<AVCodecContext, Closer<&Ffmpeg::avcodec_free_context>> codec_;
+    std::unique_ptr<AVFrame, Closer<&Ffmpeg::av_frame_free>> decoded_{ffmpeg->av_frame_alloc()},
         spare_{ffmpeg->av_frame_alloc()};
-    std::unique_ptr<AVPacket, Closer<&FfmpegFunctions::av_packet_free>> packet_{ffmpeg->av_packet_alloc()};
+    std::unique_ptr<AVPacket, Closer<&Ffmpeg::av_packet_free>> packet_{ffmpeg->av_packet_alloc()};
     std::unique_ptr<SwsContext, ScalerCloser> scaler_;
     int stream_ = -1;
     std::int64_t end_ = std::numeric_limits<std::int32_t>::max(); // number of the frame after the last
     std::int64_t asked_ = -1, number_ = -1;                       // frame last asked for, frame in decoded_
     bool converted_ = false, drained_ = false;
-    std::vector<std::uint8_t> rows_;
-    std::array<std::uint8_t, colour_table_size> colour_table_{};
+    std::vector<std::uint8_t> rows_; // of a converted frame
     AviFrame frame_;
 };
 
@@ -238,45 +283,28 @@ const AviFrame* FfmpegFilm::frame_at(int time_ms) {
 
 bool FfmpegFilm::convert() {
     const bool fits = decoded_->width == header_.width && decoded_->height == header_.height;
-    const int bits = fits ? direct_bits(decoded_->format).value_or(32) : 32;
+    const std::optional<int> direct = fits ? direct_bits(decoded_->format) : std::nullopt;
+    const int bits = direct.value_or(32);
     if (frame_.bits != 0 && frame_.bits != bits)
         return false; // a film has one depth
-    frame_.width = header_.width;
-    frame_.height = header_.height;
-    frame_.bits = bits;
-    frame_.number = number_;
-    rows_.resize(static_cast<std::size_t>(row_bytes(frame_.width, bits)) * static_cast<std::size_t>(frame_.height));
-    frame_.rows = rows_;
-    if (fits && direct_bits(decoded_->format))
-        copy_rows(bits);
-    else if (!scale_rows())
-        return false;
-    converted_ = true;
-    return true;
+    frame_ = {header_.width, header_.height, number_, bits, {}, decoded_->data[0], decoded_->linesize[0]};
+    if (bits == 8)
+        frame_.colour_table = {decoded_->data[1], colour_table_size};
+    converted_ = direct || scale();
+    return converted_;
 }
 
-void FfmpegFilm::copy_rows(int bits) {
-    const auto stride = static_cast<std::size_t>(row_bytes(frame_.width, bits));
-    const auto used = static_cast<std::size_t>(frame_.width * bits / 8);
-    for (int y = 0; y < frame_.height; ++y)
-        std::memcpy(rows_.data() + static_cast<std::size_t>(frame_.height - 1 - y) * stride,
-                    decoded_->data[0] + static_cast<std::ptrdiff_t>(y) * decoded_->linesize[0], used);
-    if (bits == 8) {
-        std::memcpy(colour_table_.data(), decoded_->data[1], colour_table_size);
-        frame_.colour_table = colour_table_;
-    }
-}
-
-bool FfmpegFilm::scale_rows() {
+bool FfmpegFilm::scale() {
     scaler_.reset(ffmpeg->sws_getCachedContext(
         scaler_.release(), decoded_->width, decoded_->height, static_cast<AVPixelFormat>(decoded_->format),
         frame_.width, frame_.height, AV_PIX_FMT_BGR0, SWS_BILINEAR, nullptr, nullptr, nullptr));
     if (!scaler_)
         return false;
-    const int stride = row_bytes(frame_.width, 32);
-    std::uint8_t* const last_row = rows_.data() + static_cast<std::ptrdiff_t>(frame_.height - 1) * stride;
-    std::uint8_t* const planes[4] = {last_row, nullptr, nullptr, nullptr};
-    const int strides[4] = {-stride, 0, 0, 0};
+    frame_.pitch = std::ptrdiff_t{frame_.width} * 4;
+    rows_.resize(static_cast<std::size_t>(frame_.pitch * frame_.height));
+    frame_.top = rows_.data();
+    std::uint8_t* const planes[4] = {rows_.data(), nullptr, nullptr, nullptr};
+    const int strides[4] = {static_cast<int>(frame_.pitch), 0, 0, 0};
     return ffmpeg->sws_scale(scaler_.get(), decoded_->data, decoded_->linesize, 0, decoded_->height, planes, strides) >
            0;
 }
@@ -296,8 +324,9 @@ OpenedFilm open_avi(const std::string& path) {
     const AviHeader header = read_avi_header(beginning);
     if (header.error != AviError::none)
         return {nullptr, header.error};
-    ffmpeg = ffmpeg_functions();
     if (!ffmpeg)
+        ffmpeg = new Ffmpeg;
+    if (!ffmpeg->complete)
         return {nullptr, AviError::decompressor};
     ffmpeg->av_log_set_level(AV_LOG_QUIET);
     auto film = std::make_unique<FfmpegFilm>(path, header);
@@ -307,8 +336,7 @@ OpenedFilm open_avi(const std::string& path) {
 }
 
 void release_film_decoder() {
-    ffmpeg = nullptr;
-    unload_ffmpeg();
+    delete std::exchange(ffmpeg, nullptr);
 }
 
 } // namespace vcc::platform
