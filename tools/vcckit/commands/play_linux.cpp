@@ -134,7 +134,7 @@ int play(const Journey& journey, const PlayedCopy& copy, const fs::path& picture
         const std::string path = (pictures / file).string();
         if (picture.width == 0) // the program has ended
             return true;
-        fault = write_whole_file(path, png_bytes(picture));
+        fault = write_whole_file(path, png_bytes(picture, true));
         if (!fault.empty())
             return false;
         std::printf("%s  %s\n", path.c_str(), text.c_str());

@@ -37,12 +37,13 @@ double share_alike(const RgbPicture& one, const RgbPicture& other) {
     return static_cast<double>(alike) * 3 / static_cast<double>(one.rgb.size());
 }
 
-std::string png_bytes(const RgbPicture& picture) {
+std::string png_bytes(const RgbPicture& picture, bool quickly) {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32>(picture.width);
     image.height = static_cast<png_uint_32>(picture.height);
     image.format = PNG_FORMAT_RGB;
+    image.flags = quickly ? PNG_IMAGE_FLAG_FAST : 0;
     std::string bytes;
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     bytes.resize(size);

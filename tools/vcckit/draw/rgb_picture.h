@@ -18,7 +18,8 @@ struct RgbPicture {
 /// The share of pixels, 0 to 1, that are equal in both pictures at 15 bits; 0 if their sizes differ. Pure.
 double share_alike(const RgbPicture& one, const RgbPicture& other);
 
-/// The picture as a PNG file of 8 bits per colour; empty if memory runs out. Pure.
-std::string png_bytes(const RgbPicture& picture);
+/// The picture as a PNG file of 8 bits per colour; empty if memory runs out; `quickly` takes a third of the
+/// time and half as many bytes more. Pure.
+std::string png_bytes(const RgbPicture& picture, bool quickly = false);
 
 } // namespace vcc::kit

@@ -93,14 +93,15 @@ RgbPicture VirtualDesktop::look() {
         XGetImage(display_.get(), where->window, where->x, where->y, shown_width, shown_height, AllPlanes, ZPixmap);
     if (image == nullptr)
         return {};
-    RgbPicture picture{shown_width, shown_height, {}};
-    picture.rgb.reserve(std::size_t{shown_width} * shown_height * 3);
+    RgbPicture picture{shown_width, shown_height,
+                       std::vector<std::uint8_t>(std::size_t{shown_width} * shown_height * 3)};
+    std::uint8_t* part = picture.rgb.data();
     // 32 bits of a pixel, the lowest byte first: the form of a server of 24 bits on this machine
     for (int y = 0; y < shown_height && image->bits_per_pixel == 32; ++y) {
         const char* pixel = image->data + std::ptrdiff_t{y} * image->bytes_per_line;
         for (int x = 0; x < shown_width; ++x, pixel += 4)
-            for (const int part : {2, 1, 0})
-                picture.rgb.push_back(static_cast<std::uint8_t>(pixel[part]));
+            for (const int at : {2, 1, 0})
+                *part++ = static_cast<std::uint8_t>(pixel[at]);
     }
     XDestroyImage(image);
     return picture;

@@ -91,7 +91,6 @@ bool Visit::wait_until(const std::function<bool()>& condition, Milliseconds limi
 
 /// The picture once it no longer changes, or after a while.
 RgbPicture Visit::settled() {
-    std::this_thread::sleep_for(look_time);
     RgbPicture last = desktop_.look();
     auto since = steady_clock::now();
     wait_until(
@@ -107,8 +106,10 @@ RgbPicture Visit::settled() {
     return last;
 }
 
-void Visit::stop(const std::string& name, const std::string& text) {
-    kept_ = keep_(name, text, settled()) && kept_;
+RgbPicture Visit::stop(const std::string& name, const std::string& text) {
+    RgbPicture picture = settled();
+    kept_ = keep_(name, text, picture) && kept_;
+    return picture;
 }
 
 void Visit::fault(const std::string& text) {
@@ -190,13 +191,12 @@ void Visit::visit_slot(const std::string& screen, const SeenSlot& slot) {
     if (is_over() || !desktop_.running())
         return;
     point_at(slot);
-    stop(word_of(screen, slot), text_of_slot(screen, slot));
+    const RgbPicture shown = stop(word_of(screen, slot), text_of_slot(screen, slot));
     if (slot.help_number > 0)
-        visit_help(screen, slot);
+        visit_help(screen, slot, shown);
 }
 
-void Visit::visit_help(const std::string& screen, const SeenSlot& slot) {
-    const RgbPicture before = settled();
+void Visit::visit_help(const std::string& screen, const SeenSlot& slot, const RgbPicture& before) {
     const auto differs = [&] { return share_alike(desktop_.look(), before) < same_screen; };
     desktop_.press_key("F1");
     if (!wait_until(differs, change_limit)) {

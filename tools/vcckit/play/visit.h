@@ -57,11 +57,11 @@ private:
     bool click_endings(const SeenSlot& button);
     void click_idle(const SeenSlot& slot);
     void visit_slot(const std::string& screen, const SeenSlot& slot);
-    void visit_help(const std::string& screen, const SeenSlot& slot);
+    void visit_help(const std::string& screen, const SeenSlot& slot, const RgbPicture& before);
     void visit_values(const VisitedOption& row);
     void leave();
 
-    void stop(const std::string& name, const std::string& text);
+    RgbPicture stop(const std::string& name, const std::string& text);
     void point_at(const SeenSlot& slot);
     RgbPicture settled();
     bool arrive(const RgbPicture& wanted, const std::string& what);
