@@ -36,7 +36,7 @@ sigset_t block_requests() {
     return requests;
 }
 
-/// The first request to end. What is going on then, a long check or a slow folder, may take a moment to notice; after
+/// The first request to end. What is going on then, a long check or a silent page, may take a moment to notice; after
 /// that the process ends all the same, which loses nothing.
 std::future<void> request_to_end(const sigset_t& requests) {
     std::promise<void> asked;
@@ -45,7 +45,7 @@ std::future<void> request_to_end(const sigset_t& requests) {
         int signal = 0;
         ::sigwait(&requests, &signal);
         asked.set_value();
-        std::this_thread::sleep_for(700ms);
+        std::this_thread::sleep_for(200ms);
         Stage::remove_own();
         std::_Exit(0);
     }).detach();
