@@ -117,26 +117,26 @@ def test_a_loop_has_to_run_into_itself(tmp_path):
 
 FILMS = [
     # size, frames per second, name, message
-    ("1280x720", 30, "a.mp4", "2.0 s of 800 x 450 pixels, 30 frames per second"),
-    ("640x480", 24, "a.mkv", "2.0 s of 640 x 480 pixels, 24 frames per second"),
-    ("320x240", 100, "a.mov", "2.0 s of 320 x 240 pixels, 60 frames per second"),
+    ("1280x720", 30, "a.mp4", "1.0 s of 800 x 450 pixels, 30 frames per second"),
+    ("640x480", 24, "a.mkv", "1.0 s of 640 x 480 pixels, 24 frames per second"),
+    ("320x240", 100, "a.mov", "1.0 s of 320 x 240 pixels, 60 frames per second"),
 ]
 
 
 @pytest.mark.parametrize("size, rate, name, told", FILMS, ids=str)
 def test_films(tmp_path, size, rate, name, told):
-    sound = ["-f", "lavfi", "-i", "sine=441:d=2"]
-    ffmpeg("-f", "lavfi", "-i", f"testsrc=size={size}:rate={rate}:duration=2", *sound, tmp_path / name)
+    sound = ["-f", "lavfi", "-i", "sine=441:d=1"]
+    ffmpeg("-f", "lavfi", "-i", f"testsrc=size={size}:rate={rate}:duration=1", *sound, tmp_path / name)
     done = convert(tmp_path, name)
     assert done.returncode == 0 and done.stdout.startswith(f"a.avi: {told}; without its sound"), done.stderr
     shown = subprocess.run([VCCKIT, "show", tmp_path / "a.avi"], capture_output=True, text=True).stdout
-    frames = 2 * min(rate, 60)
+    frames = min(rate, 60)
     assert f"{frames} frames" in shown
     # The same moments: both films, shrunk to where coding does not matter.
     wanted, made = (frames_of(tmp_path / each) for each in (name, "a.avi"))
     assert np.abs(wanted - made).mean() < 4
     assert convert(tmp_path, name, "-o", "still.pcx").returncode == 0
-    assert convert(tmp_path, name, "-o", "heard.wav").stdout.startswith("heard.wav: 2.0 s of 44100 Hz")
+    assert convert(tmp_path, name, "-o", "heard.wav").stdout.startswith("heard.wav: 1.0 s of 44100 Hz")
 
 
 def test_what_is_turned_is_turned_back(tmp_path):
@@ -165,7 +165,7 @@ def test_without_ffmpeg_the_remedy_is_told(tmp_path):
 def frames_of(film):
     raw = subprocess.run(["ffmpeg", "-loglevel", "error", "-i", film, "-vf", "fps=6,scale=40:30", "-f", "rawvideo",
                           "-pix_fmt", "gray", "-"], check=True, capture_output=True).stdout
-    return np.frombuffer(raw, np.uint8).reshape(-1, 30, 40)[:11].astype(int)
+    return np.frombuffer(raw, np.uint8).reshape(-1, 30, 40)[:5].astype(int)
 
 
 BROKEN = [
@@ -228,7 +228,7 @@ def test_a_batch_goes_into_a_folder_and_never_over_itself(tmp_path):
 @pytest.mark.parametrize("number", (signal.SIGINT, signal.SIGTERM, signal.SIGKILL), ids=str)
 def test_killed_in_the_middle(tmp_path, number):
     film = tmp_path / "a.mkv"
-    ffmpeg("-f", "lavfi", "-i", "testsrc=size=800x600:rate=25:duration=20", "-c:v", "mpeg4", film)
+    ffmpeg("-f", "lavfi", "-i", "testsrc=size=800x600:rate=25:duration=8", "-c:v", "mpeg4", film)
     target = tmp_path / "a.avi"
     target.write_text("before")
     with subprocess.Popen([VCCKIT, "convert", film]) as kit:

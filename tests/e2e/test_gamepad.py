@@ -180,6 +180,7 @@ def test_what_is_not_meant_for_the_program_is_not_heard(make_robot, wanted):
     start(player, pads)
     if wanted:
         other = player.desktop.open_other_window()
+        player.standing_picture()  # it has heard of that
     for _ in range(3):
         pad.nudge(HAT, *DOWN)
     pad.push(HAT, *DOWN)

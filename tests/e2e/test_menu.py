@@ -67,6 +67,7 @@ def test_clicks_and_keys_of_no_length_are_heard(make_robot, scale):
             desktop.click_at_once()
         else:
             x, y = player.spot(*menu.middle(button))
+            player.wait_for_pointer()
             desktop.click_at_once(x=x, y=y)
         wait_until(lambda button=button: player.installation.module_calls()[-1:] and
                    player.installation.module_calls()[-1][0] == button.lower(), f"{button} to be called")

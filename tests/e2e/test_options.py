@@ -45,7 +45,7 @@ def open_options(robot):
 
 def click(robot, where, button=1):
     robot.click(*where, button)
-    robot.standing_picture(still_s=0.3)
+    robot.standing_picture()
 
 
 def stored(robot):
@@ -87,7 +87,7 @@ def test_values_are_chosen_from_the_panel_and_reset(options):
     open_options(options)
     options.click(*RESET)
     options.forget_window()
-    options.standing_picture(still_s=0.3)
+    options.standing_picture()
     accept(options)
     assert stored(options) == defaults
 
@@ -156,7 +156,7 @@ def test_every_row_lights_up_with_the_line_to_its_value(options):
         if name == "resolution":  # it must be clicked, and so steps
             options.click_here()
             value += 1
-        picture = options.standing_picture(still_s=0.3)
+        picture = options.standing_picture()
         letters = slice(y - 6, y + 8), slice(x - 40, x + 40)
         # effects are chosen, and lit already
         assert name == "effects" or (picture[letters] != rest[letters]).any(), name

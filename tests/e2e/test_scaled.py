@@ -137,9 +137,6 @@ def test_colour_depths(make_player, own_menu, setting, desktop_depth, scale):
     player.resize(960, 700)
     player.menu()
     player.check_shown(own, tolerance)
-    player.switch_mode()
-    player.menu()
-    player.check_shown(own, tolerance)
 
 
 def test_a_module_is_scaled_without_knowing(make_player):

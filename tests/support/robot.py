@@ -21,7 +21,7 @@ MENU_PICTURE = "images/menu.pcx"
 # After the program has placed the pointer (at the start of a pass, or when a key moves the focus) the library takes
 # motion as relative for a while: a move in that time ends elsewhere.
 POINTER_PLACED_S = 0.5
-LOOK_S, LOOK_TURNS = 0.03, 4
+LOOK_S, LOOK_TURNS = 0.03, 2
 SLOWNESS = SYSTEM.slowness
 
 
@@ -34,6 +34,7 @@ class Robot:
         self.system = self.installation.system
         self.desktop = Desktop(size, depth, window_manager, server, server_environment)
         self.films, self.scale = films, scale
+        self._pointer_is_free_at = 0
         if scale is not None:
             self.installation.set("VELDOR_GRAPHICS", "display_scale", scale)
         self._managed = window_manager
@@ -182,10 +183,10 @@ class Robot:
         near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= 10
         return float(near.mean()) >= share
 
-    def wait_for_menu(self, timeout_s=20, placed_s=POINTER_PLACED_S):
+    def wait_for_menu(self, timeout_s=20):
         self.window()
         wait_until(lambda: self.running() and self.shows(MENU_PICTURE), "the main menu", timeout_s * SLOWNESS)
-        time.sleep(placed_s)
+        self._pointer_is_free_at = time.monotonic() + POINTER_PLACED_S
         return self
 
     def wait_for_change(self, before):
@@ -203,8 +204,13 @@ class Robot:
 
     # acting
 
+    def wait_for_pointer(self):
+        """After wait_for_menu: until the place that the program gave the pointer no longer counts."""
+        time.sleep(max(self._pointer_is_free_at - time.monotonic(), 0))
+
     def move(self, x, y):
         """Points there; wait POINTER_PLACED_S first when a key has just moved the focus."""
+        self.wait_for_pointer()
         self.desktop.move(*self.spot(x, y))
         self._let_it_look()
 
