@@ -538,9 +538,12 @@ def test_edges_are_dragged_attracted_and_measured(page, editor):
     page.wait_for_frame(FACTORY, (40, 238))  # of cells of 8 x 14
     page.keys("g", "z")
     wait_until(lambda: page.text("#tools output") == "3×", "it as large as fits")
-    page.resize(2560, 1440)
     page.press("Texts")
     page.keys("0")
+    wait_until(lambda: page.run("const { style } = document.getElementById('surface');"
+                                "return parseFloat(style.height) <= document.getElementById('viewport').clientHeight"),
+               "all of the picture in little room")
+    page.resize(2560, 1440)
     wait_until(lambda: page.text("#tools output") == "1.5×", "the picture as large as fits")
     page.keys("+")
     wait_until(lambda: page.text("#tools output") == "2×", "the next whole step")

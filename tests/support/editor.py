@@ -151,7 +151,8 @@ class Browser:
         """Left, top, width, height of a frame in pixels of the picture; None when there is none."""
         return self.run("""const frame = document.querySelector(`.frame[data-key="${arguments[0]}"]`);
             const zoom = document.getElementById('surface').getBoundingClientRect().width / 800;
-            return frame && ['left', 'top', 'width', 'height'].map((each) => parseFloat(frame.style[each]) / zoom)""",
+            return frame && ['left', 'top', 'width', 'height']
+              .map((each) => Math.round(parseFloat(frame.style[each]) / zoom))""",
                         key)
 
     def wait_for_frame(self, key, place):

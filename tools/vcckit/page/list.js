@@ -37,13 +37,19 @@ function looksOf(each, faulty) {
   return {
     icon: isButton ? 'button' : kind,
     index: each.kind === 'style' ? null : each.kind === 'toggle' ? `T${each.index}` : String(each.index),
-    name: each.name || (each.shown?.text.trim() ? `“${each.shown.text.trim()}”` : `(${kindWords[kind] ?? kind})`),
+    name: nameOf(each) || `(${kindWords[kind] ?? kind})`,
     classes: [each.shown?.hidden && 'unseen', each.key === state.selection.at(-1) && 'lead',
       each.kind === 'slot' && faulty.has(`${each.document.name}/${each.index}`) && 'faulty'].filter(Boolean).join(' '),
     chosen: state.selection.includes(each.key),
     locked: Boolean(each.record.protected),
     hint: hint(each),
   };
+}
+
+/** A name; records that are repeated share theirs and are told apart by their texts. */
+function nameOf(each) {
+  const text = each.shown?.text.trim();
+  return text && (!each.name || each.record.repeat?.count > 1) ? `“${text}”` : each.name;
 }
 
 function row(key, looks) {
@@ -62,8 +68,8 @@ function row(key, looks) {
 
 function hint(each) {
   if (each.kind !== 'slot') return each.name;
-  return [`Slot ${each.index}, ${kindWords[each.shown.kind] ?? each.shown.kind}`, each.shown.hidden && 'hidden',
-    each.record.protected].filter(Boolean).join(' · ');
+  return [`Slot ${each.index} ${each.name}, ${kindWords[each.shown.kind] ?? each.shown.kind}`,
+    each.shown.hidden && 'hidden', each.record.protected].filter(Boolean).join(' · ');
 }
 
 function choose(key, event) {

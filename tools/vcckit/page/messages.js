@@ -1,9 +1,9 @@
-// Short messages that go by themselves, and banners that stay until they are dealt with.
+// Short messages in the line under everything, which go by themselves, and banners that stay until they are dealt with.
 import { el, find } from './dom.js';
 
 export function say(text, kind = 'good') {
-  const message = el('div', { class: `toast ${kind}` }, text);
-  find('toasts').replaceChildren(...[...find('toasts').children].slice(-2), message);
+  const message = el('div', { class: `toast ${kind}`, title: text }, text);
+  find('toasts').replaceChildren(message);
   setTimeout(() => message.remove(), kind === 'bad' ? 9000 : 3500);
 }
 

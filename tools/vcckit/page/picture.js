@@ -1,7 +1,7 @@
 // The screen as the program draws it: asked for after every change, one request at a time, the newest wish wins.
 import { get } from './api.js';
 import { find } from './dom.js';
-import { around, clamp } from './geometry.js';
+import { around } from './geometry.js';
 import { banner } from './messages.js';
 import { preferences, prefer } from './preferences.js';
 import { canPreview, HEIGHT, lead, on, screenDocument, selected, state, tell, viewOf, WIDTH } from './state.js';
@@ -122,22 +122,23 @@ export function colourAt(x, y) {
 // zoom
 
 export let zoom = 1;
-const CLOSEST = 8;
+const steps = [0.25, 0.5, 0.75, 1, 2, 3, 4, 5, 6, 7, 8];
 
-/** The largest step with which so much is seen: a whole one, or one and a half. */
+/** The largest zoom with which so much is seen: in little room any, else a whole step or one and a half. */
 function fitting(width = WIDTH, height = HEIGHT) {
   const most = Math.min(viewport.clientWidth / width, viewport.clientHeight / height);
-  return most >= 1.5 && most < 2 ? 1.5 : clamp(Math.floor(most), 1, CLOSEST);
+  if (most < 1) return Math.max(Math.floor(most * WIDTH) / WIDTH, steps[0]);
+  return most >= 1.5 && most < 2 ? 1.5 : Math.min(Math.floor(most), steps.at(-1));
 }
 
-/** A whole step 1 to 8, or 0 for as large as fits; the point (client coordinates) stays where it is. */
+/** One of the steps, or 0 for as large as fits; the point (client coordinates) stays where it is. */
 export function zoomTo(step, point = null) {
-  prefer({ zoom: step === 0 ? 0 : clamp(step, 1, CLOSEST) });
+  prefer({ zoom: step });
   layOut(point);
 }
 
-export const zoomBy = (way, point = null) =>
-  zoomTo(way > 0 ? Math.floor(zoom) + 1 : Math.max(Math.ceil(zoom) - 1, 1), point);
+export const zoomBy = (way, point = null) => zoomTo(way > 0 ? steps.find((step) => step > zoom) ?? steps.at(-1)
+  : steps.findLast((step) => step < zoom) ?? steps[0], point);
 
 export function zoomToSelection() {
   const [x, y, w, h] = around(selected().map((each) => each.rect).filter(Boolean));

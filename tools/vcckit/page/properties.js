@@ -22,10 +22,11 @@ const groups = [
     ['fore_colour', 'back_colour'], ['input_mode', 'size']] },
   { title: 'Place', rows: [['dest_x', 'dest_y'], ['column', 'row'], ['box_width', 'box_height']] },
   { title: 'Picture', closedFor: 'text', rows: [['graphic'], ['buffer'], ['src_x', 'src_y']] },
-  { title: 'Drawing', rows: [['hidden', 'focus_skip'], ['shadow'], ['draw_flags', 'sound_flags']] },
+  { title: 'Drawing', rows: [['hidden'], ['focus_skip'], ['shadow']] },
   { title: 'Action', rows: [['action'], ['toggle', 'activated'], ['display_time'], ['sound'], ['sound_act']] },
   { title: 'Help', rows: [['help_file'], ['help_number']] },
-  { title: 'More', rows: [['style'], ['name'], ['min_value', 'max_value'], ['reserved']] },
+  { title: 'More', rows: [['style'], ['name'], ['draw_flags', 'sound_flags'],
+    ['min_value', 'max_value'], ['reserved']] },
 ];
 const pictureFirst = [1, 2, 4, 3, 5, 0, 6].map((number) => groups[number]);
 const windowGroups = [
@@ -183,12 +184,11 @@ function newCell(items, field, value, origins) {
   main.dataset.field = field.name;
   main.setAttribute('aria-describedby', 'field-help');
   if (field.name === 'text' || field.name === 'dest_x') main.dataset.first = '1';
-  const kind = field.meaning === 'colour' ? 'colour' : field.kind;
-  return el('div', { class: `field kind-${kind} ${own ? 'own' : inherited ? 'inherited' : 'unsaid'}`,
+  return el('div', { class: `field kind-${field.kind} ${own ? 'own' : inherited ? 'inherited' : 'unsaid'}`,
     on: { pointerenter: () => showHelp(field, origins), focusin: () => showHelp(field, origins) } },
   el('div', { class: 'label' }, el('label', { for: id }, field.name),
     isSpoken(items, field.name) ? languageBadge(items, field, value.differs) : null,
-    inherited && field.kind !== 'flag' ? el('span', { class: 'origin',
+    inherited ? el('span', { class: 'origin',
       title: `Said by ${inherited}; a change here is this record's own` },
       inherited) : null,
     own && items[0].kind !== 'window' ? takeBack(items, field) : null), input);

@@ -8,7 +8,7 @@ import { swatchOf } from './colours.js';
 
 const pointer = el('span');
 const chosen = el('span', { class: 'grow', id: 'field-help' });
-find('status').append(pointer, chosen);
+find('status').prepend(pointer, chosen);
 
 function show(...parts) {
   chosen.replaceChildren(...parts);

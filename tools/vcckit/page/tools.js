@@ -19,7 +19,7 @@ find('tools').append(...icons('minus'), shown, ...icons('plus fit closer'), rule
 on('project', () => gridFont.replaceChildren(...(state.project.names.font ?? []).map((font) =>
   el('option', { value: font.number }, `${font.cell[0]} × ${font.cell[1]}  ${font.name}`))));
 on('project zoom preferences', () => {
-  shown.textContent = `${zoom}×`;
+  shown.textContent = `${Math.round(zoom * 100) / 100}×`;
   gridFont.hidden = !preferences.grid;
   gridFont.value = preferences.gridFont;
 });
