@@ -1,9 +1,11 @@
 #include "core/clock.h"
 
 #include "core/mouse_buttons.h"
+#include "x11/display.h"
 
 #include <allegro.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 
@@ -13,12 +15,13 @@ namespace {
 
 IdleTask idle_task{};
 
-constexpr int tick_ms = 5;
+constexpr int tick_ms = 5, late_tick_ms = 15;
 
 } // namespace
 
 void on_tick() {
     ms_counter.fetch_add(tick_ms, std::memory_order_relaxed);
+    platform::wake_late_at_rest(late_tick_ms);
 }
 
 void start_tick() {
@@ -39,8 +42,8 @@ void wait_ms(int duration_ms) {
     if (duration_ms <= 0)
         return;
     if (idle_task.wanted != nullptr && idle_task.wanted()) {
-        // Elapsed time, not a target time, because the counter may wrap.
-        for (const std::uint32_t start = ms_counter; ms_counter - start < static_cast<std::uint32_t>(duration_ms);)
+        using Clock = std::chrono::steady_clock; // the tick may be late
+        for (const auto end = Clock::now() + std::chrono::milliseconds(duration_ms); Clock::now() < end;)
             run_idle_task();
     } else {
         rest(static_cast<unsigned>(duration_ms));

@@ -6,7 +6,8 @@
 
 namespace vcc {
 
-/// Milliseconds since the tick was installed, in steps of 5; wraps after about 49 days. Written by on_tick() only.
+/// Milliseconds since the tick was installed, in steps of 5; wraps after about 49 days. Up to 20 late while the program
+/// waits for input. Written by on_tick() only.
 inline std::atomic<std::uint32_t> ms_counter{0};
 
 /// Timer callback with a period of 5 ms.

@@ -31,6 +31,10 @@ void take_display_events();
 /// end_wait() before the wait ends it, too.
 void wait_for_input(int longest_ms);
 
+/// For threads of the library: while the program waits for input with nothing to do, the calling one may wake up
+/// `late_ms` late.
+void wake_late_at_rest(int late_ms);
+
 /// From any thread: the library's own may have taken an event before the waiting one saw it.
 void end_wait();
 

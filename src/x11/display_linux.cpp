@@ -21,6 +21,8 @@ namespace {
 
 constexpr const char* compose_variable = "XCOMPOSEFILE"; ///< not for programs that we start
 constexpr unsigned long late_wake_ns = 4'000'000;        ///< with the thread's own millisecond half of its 10 ms
+constexpr int shortest_rest_ms = 15;                     ///< a shorter wait is no rest
+std::atomic<bool> resting;
 const int wake_descriptor = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
 
 bool player_has_a_compose_list() {
@@ -79,10 +81,21 @@ void wait_for_input(int longest_ms) {
     std::array<pollfd, 2> sources{{{wake_descriptor, POLLIN, 0}, {-1, POLLIN, 0}}};
     if (_xwin.display)
         sources[1].fd = XConnectionNumber(_xwin.display);
-    if (::poll(sources.data(), sources.size(), longest_ms) > 0 && sources[0].revents != 0) {
+    resting = longest_ms >= shortest_rest_ms;
+    const int ready = ::poll(sources.data(), sources.size(), longest_ms);
+    resting = false;
+    if (ready > 0 && sources[0].revents != 0) {
         eventfd_t count = 0;
         ::eventfd_read(wake_descriptor, &count);
     }
+}
+
+void wake_late_at_rest(int late_ms) {
+    thread_local bool late = false;
+    if (late == resting)
+        return;
+    late = !late;
+    ::prctl(PR_SET_TIMERSLACK, late ? static_cast<unsigned long>(late_ms) * 1'000'000 : 0UL); // 0: as it started
 }
 
 void end_wait() {

@@ -47,6 +47,8 @@ void wait_for_input(int longest_ms) {
     WaitForSingleObject(wake_event, static_cast<DWORD>(longest_ms));
 }
 
+void wake_late_at_rest(int) {}
+
 void end_wait() {
     SetEvent(wake_event);
 }

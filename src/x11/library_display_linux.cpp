@@ -1,4 +1,5 @@
 // The library's own windows, if the picture is not scaled.
+#include "x11/display.h"
 #include "x11/reminder.h"
 #include "x11/x_library.h"
 
@@ -48,15 +49,10 @@ void redraw(int x, int y, int width, int height) {
     reminder.drawn();
 }
 
-int is_ping_event(Display*, XEvent* event, char*) {
-    return is_ping(*event);
-}
-
 void read_events() {
+    wake_late_at_rest(late_turn_ms);
     if (!_xwin.display)
         return;
-    for (XEvent ping; XCheckIfEvent(_xwin.display, &ping, is_ping_event, nullptr);)
-        answer_ping(ping);
     read_library_events();
     if (!gfx_driver || !_xwin.ximage)
         return;

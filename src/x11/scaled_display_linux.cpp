@@ -133,6 +133,7 @@ void redraw(int x, int y, int width, int height) {
 }
 
 void read_events() {
+    wake_late_at_rest(late_turn_ms);
     if (!_xwin.display)
         return;
     if (!display->window.is_open()) { // the library's own driver may be in use

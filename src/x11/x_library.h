@@ -52,6 +52,9 @@ const GFX_DRIVER* library_driver(int id);
 /// Registers a driver before all others with its number; it must live as long as the process.
 void register_driver(GFX_DRIVER& driver);
 
+/// For wake_late_at_rest() in the library's thread: it then sleeps once per turn of 10 ms instead of twice.
+constexpr int late_turn_ms = 9;
+
 /// Reads the display's events as the library does, without asking the server for an answer each time. Needs the lock.
 void read_library_events();
 

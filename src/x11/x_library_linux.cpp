@@ -16,6 +16,10 @@ int note_refusal(Display*, XErrorEvent*) {
     return 0;
 }
 
+int is_ping_event(Display*, XEvent* event, char*) {
+    return is_ping(*event);
+}
+
 void (*convert_to_16)(int x, int y, int width, int height);
 
 void convert_to_15(int x, int y, int width, int height) {
@@ -67,10 +71,12 @@ void register_driver(GFX_DRIVER& driver) {
 }
 
 void read_library_events() {
-    if (_xwin.mouse_warped || XPending(_xwin.display) > 0) // it also ends relative motion in time
+    const bool waiting = XPending(_xwin.display) > 0;
+    if (waiting)
+        for (XEvent ping; XCheckIfEvent(_xwin.display, &ping, is_ping_event, nullptr);)
+            answer_ping(ping);
+    if (waiting || _xwin.mouse_warped) // it also ends relative motion in time
         _xwin_private_handle_input();
-    else
-        XFlush(_xwin.display);
 }
 
 // A window that disappears passes its focus to its parent, in full screen the root window. With RevertToParent the next
