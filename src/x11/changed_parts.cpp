@@ -9,20 +9,9 @@ namespace {
 
 constexpr int tile_width = 32, tile_height = 16;
 constexpr std::size_t longest_list = 16;
-constexpr std::size_t most_parts = 64;
 
 constexpr std::size_t index(int number) {
     return static_cast<std::size_t>(number);
-}
-
-/// Joins a run of changed tiles with an equally wide part directly above it.
-void add_run(std::vector<Area>& parts, const Area& run) {
-    const auto above = std::ranges::find_if(
-        parts, [&](const Area& part) { return part.y2 == run.y1 && part.x1 == run.x1 && part.x2 == run.x2; });
-    if (above != parts.end())
-        above->y2 = run.y2;
-    else
-        parts.push_back(run);
 }
 
 } // namespace
@@ -49,34 +38,19 @@ bool ShownPicture::take_tile(PixelRows picture, const Area& tile) {
 }
 
 std::vector<Area> ShownPicture::take_changes(PixelRows picture, Area area) {
-    area = shared(area, {0, 0, size_.width, size_.height});
+    const Area all{0, 0, size_.width, size_.height};
+    area = shared(area, all);
     std::vector<Area> parts;
-    Area all{area.x2, area.y2, area.x1, area.y1};
     const auto tile_end = [](int at, int extent) { return (at / extent + 1) * extent; };
-    for (int y = area.y1; y < area.y2; y = tile_end(y, tile_height)) {
-        const int bottom = std::min(area.y2, tile_end(y, tile_height));
-        Area run{area.x1, y, area.x1, bottom};
+    for (int y = area.y1; y < area.y2; y = tile_end(y, tile_height))
         for (int x = area.x1; x < area.x2; x = tile_end(x, tile_width)) {
-            const int right = std::min(area.x2, tile_end(x, tile_width));
-            const Area tile{x, y, right, bottom};
-            if (!take_tile(picture, tile)) {
-                if (!run.empty())
-                    add_run(parts, run);
-                run.x1 = right;
-            } else {
-                all = joined(all, tile);
-            }
-            run.x2 = right;
+            const Area tile = shared(area, {x, y, tile_end(x, tile_width), tile_end(y, tile_height)});
+            if (take_tile(picture, tile))
+                add_area(parts, tile);
         }
-        if (!run.empty())
-            add_run(parts, run);
-    }
-    const bool whole_picture = area == Area{0, 0, size_.width, size_.height};
     if (!known_) // the remembered picture was never shown
         parts = {area};
-    else if (parts.size() > most_parts)
-        parts = {all};
-    known_ = known_ || whole_picture;
+    known_ = known_ || area == all;
     return parts;
 }
 

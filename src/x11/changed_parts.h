@@ -15,8 +15,8 @@ public:
     /// Forgets the picture: all of it counts as changed until it has been taken over.
     void reset(Size size, int bytes_per_pixel);
 
-    /// The parts of an area that differ from the remembered picture, which is then updated. They do not overlap and
-    /// consist of whole tiles, cut to the area; a picture changed nearly everywhere gives one part.
+    /// The parts of an area that differ from the remembered picture, which is then updated: the tiles with a change,
+    /// cut to the area and joined as add_area() does.
     std::vector<Area> take_changes(PixelRows picture, Area area);
 
 private:
