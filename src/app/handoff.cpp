@@ -1,6 +1,5 @@
-#include "app/handoff.h"
-
 #include "app/module_state.h"
+#include "app/session.h"
 #include "core/alert.h"
 #include "core/gamepad.h"
 #include "core/installation.h"
@@ -56,8 +55,8 @@ void run_module(std::size_t module) {
     follow_window_manager();
     release_gamepads();
     const ModuleOutcome outcome = run_restoring_state([&] { return calls[module](entry); });
-    release_gamepads(); // the module may have installed some
-    fullscreen = display_state(outcome.result);
+    release_gamepads();                                        // the module may have installed some
+    fullscreen = outcome.result == 0 ? windowed : full_screen; // modules may return any other number
     if (!outcome.left.empty())
         write_log(format_text("%s has left %s", file.c_str(), outcome.left.c_str()));
     ensure_display(depth, file);

@@ -1,7 +1,5 @@
 // Veldor's control centre: the program that the player starts.
-#include "app/handoff.h"
-#include "app/pass.h"
-#include "app/startup.h"
+#include "app/session.h"
 #include "sound/sound.h"
 
 #include <allegro.h>

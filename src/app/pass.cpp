@@ -1,4 +1,4 @@
-#include "app/pass.h"
+#include "app/session.h"
 
 #include "cc/load.h"
 #include "cc/sets.h"
@@ -93,6 +93,13 @@ void run_screens(Session& session) {
     session.choice = run_cc_screens(target);
 }
 
+void pass_cleanup(const Session& session) {
+    release_sound();
+    release_graphic_buffers();
+    if (!session.pending_error.empty())
+        write_log(session.pending_error);
+}
+
 } // namespace
 
 void run_pass(Session& session) {
@@ -117,13 +124,6 @@ void read_pass_pictures_ahead() {
     std::vector<std::string> paths(path::backgrounds.begin(), path::backgrounds.end());
     std::ranges::copy(listed_pictures(path::buffer_list), std::back_inserter(paths));
     read_pictures_ahead(paths);
-}
-
-void pass_cleanup(const Session& session) {
-    release_sound();
-    release_graphic_buffers();
-    if (!session.pending_error.empty())
-        write_log(session.pending_error);
 }
 
 } // namespace vcc

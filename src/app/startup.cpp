@@ -1,7 +1,5 @@
-#include "app/startup.h"
+#include "app/session.h"
 
-#include "app/hq_address.h"
-#include "app/pass.h"
 #include "cc/load.h"
 #include "core/clock.h"
 #include "core/gamepad.h"
@@ -12,6 +10,7 @@
 #include "display/pointer.h"
 #include "display/switching.h"
 #include "interaction/keys.h"
+#include "platform/clipboard.h"
 #include "platform/files.h"
 #include "platform/process.h"
 #include "screen/draw.h"
@@ -25,6 +24,7 @@
 
 #include <allegro.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace vcc {
@@ -50,6 +50,17 @@ bool set_graphics_mode() {
     return result == SetupResult::ok;
 }
 
+/// The HQ's network address: the clipboard's text if it looks like one, else "N/A". Leaves it unchanged if the
+/// clipboard holds no text or cannot be opened (logged).
+void read_hq_address(std::string& address) {
+    using enum platform::ClipboardState;
+    const auto [state, content] = platform::read_clipboard();
+    if (state == closed)
+        write_log("Cannot open the Clipboard");
+    else if (state != empty)
+        address = state == text && looks_like_ip_address(content) ? content : "N/A";
+}
+
 void store_hq_address(std::span<char* const> arguments) {
     std::string address = "N/A";
     if (arguments.size() > 1 && std::string_view(arguments[1]).starts_with("/N"))
@@ -73,6 +84,10 @@ void install_input() {
 }
 
 } // namespace
+
+bool looks_like_ip_address(std::string_view text) {
+    return text.size() >= 7 && text.size() <= 15 && std::ranges::count(text.substr(1, text.size() - 2), '.') == 3;
+}
 
 bool start_up(Session& session) {
     platform::prepare_heap();

@@ -1,5 +1,5 @@
 // Start-up rules that need no machine.
-#include "app/hq_address.h"
+#include "app/session.h"
 
 #include <gtest/gtest.h>
 
