@@ -19,6 +19,7 @@
 #include "settings/keyboard_layout.h"
 #include "settings/settings.h"
 #include "settings/values.h"
+#include "sound/setup.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
 #include "text/language.h"

@@ -1,4 +1,4 @@
-// Sound effects: their set-up file, the sound flags that every screen consults, and playing an effect by number.
+// Sound effects: the sound flags that every screen consults, and playing an effect by number.
 #pragma once
 
 #include "core/handles.h"
@@ -25,11 +25,6 @@ struct SoundEntry {
 };
 inline std::array<SoundEntry, sound_entry_count> sound_entries;
 inline std::string sound_directory; ///< empty until the set-up file names one
-
-/// Reads the set-up file, installs the sound system, loads the effects and registers the themes. Returns the number of
-/// file lines handled; 0 if the file cannot be opened or an effect cannot be loaded. Shows and logs failures that
-/// matter to the player.
-int read_sound_setup(const std::string& path);
 
 /// Switches sound off and installs the library's sound system without a driver.
 void disable_sound();

@@ -1,9 +1,11 @@
-// WAV files: their header, and effects loaded whole.
+// WAV files: their header, effects loaded whole, and the two forms of PCM data: 16-bit samples are signed in WAV files
+// and unsigned in the library, 8-bit samples unsigned in both.
 #pragma once
 
 #include "core/handles.h"
 #include "core/result.h"
 
+#include <span>
 #include <string>
 
 namespace vcc {
@@ -27,5 +29,17 @@ WavHeader parse_wav_header(const std::string& path);
 /// Loads a PCM file as a sample. Fails if it is missing, not PCM, or too large for the memory. A file without audio
 /// gives one sample of silence.
 Result<SamplePtr> load_effect_file(const std::string& path);
+
+/// The byte that stands for silence in a WAV file's data.
+constexpr unsigned char silent_byte(int bits) {
+    return bits == 8 ? 128 : 0;
+}
+
+/// Converts 16-bit little-endian samples from signed to unsigned or back; leaves an odd last byte alone.
+void flip_sign_bits(std::span<unsigned char> bytes);
+
+/// Raises the first `length` frames of a WAV file's data (8 or 16 bits) linearly from silence to full level;
+/// `frame_bytes` holds one sample of every channel.
+void fade_in(std::span<unsigned char> bytes, int bits, int frame_bytes, int length);
 
 } // namespace vcc

@@ -1,6 +1,6 @@
 // What a refill of the music stream reads and fills, for any length and place: the parts fill the buffer and stay
 // inside the data.
-#include "sound/refill.h"
+#include "sound/wav_stream.h"
 #include "world.h"
 
 #include <cstring>

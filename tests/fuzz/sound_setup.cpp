@@ -1,4 +1,5 @@
 // Sound set-up files, beside one effect.
+#include "sound/setup.h"
 #include "sound/sound.h"
 #include "world.h"
 

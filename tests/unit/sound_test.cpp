@@ -1,4 +1,5 @@
 #include "folder_test.h"
+#include "sound/setup.h"
 #include "sound/sound.h"
 #include "support/wav_file.h"
 

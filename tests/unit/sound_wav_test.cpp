@@ -1,5 +1,4 @@
 #include "folder_test.h"
-#include "sound/pcm.h"
 #include "sound/wav_file.h"
 #include "support/wav_file.h"
 

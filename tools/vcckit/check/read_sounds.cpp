@@ -7,7 +7,7 @@
 #include "platform/files.h"
 #include "settings/settings.h"
 #include "settings/values.h"
-#include "sound/setup_rules.h"
+#include "sound/setup.h"
 #include "sound/sound.h"
 #include "sound/wav_file.h"
 

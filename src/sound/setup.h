@@ -1,6 +1,7 @@
-// What each line of the sound set-up file means. Pure: the reader (setup.cpp) carries the steps out.
+// The sound set-up file: what each of its lines means, and reading it.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace vcc {
@@ -35,7 +36,12 @@ struct SetupState {
     int expected_theme_entry() const; ///< entry that the latest theme must have
 };
 
-/// Applies one line (without its line feed) to the state and returns what to do for state.entry.
+/// Applies one line (without its line feed) to the state and returns what to do for state.entry. Pure.
 SetupStep next_setup_step(SetupState& state, std::string_view line);
+
+/// Reads the set-up file, installs the sound system, loads the effects and registers the themes. Returns the number of
+/// file lines handled; 0 if the file cannot be opened or an effect cannot be loaded. Shows and logs failures that
+/// matter to the player.
+int read_sound_setup(const std::string& path);
 
 } // namespace vcc
