@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace vcc {
 
@@ -29,6 +28,35 @@ void start_scaling() {
     const auto fit = static_cast<platform::Fit>(read_number("display_scale"));
     if (const std::string obstacle = platform::show_scaled(fit, first); !obstacle.empty())
         write_log("The picture keeps its size: " + obstacle);
+}
+
+/// The desktop as the library reports it; 0 where unknown.
+struct Desktop {
+    int width = 0, height = 0, depth = 0;
+
+    constexpr bool is_exact() const { return width == layout_width && height == layout_height; }
+    constexpr bool is_too_small() const {
+        return width != 0 && height != 0 && (width < layout_width || height < layout_height);
+    }
+};
+
+/// Bits per pixel of a bitmap_depth setting; 0 outside 0 to 3.
+constexpr int depth_bits(int bitmap_depth) {
+    return bitmap_depth >= 0 && bitmap_depth < 4 ? depths[static_cast<std::size_t>(bitmap_depth)] : 0;
+}
+
+/// `mode_range` after the search for full-screen modes: a desktop larger than the picture always offers a window.
+constexpr ModeRange offered_modes(ModeRange range, bool exact_desktop) {
+    if (exact_desktop)
+        return range;
+    return range != ModeRange::none ? ModeRange::both : ModeRange::window_only;
+}
+
+/// The number of the failure when a mode cannot be set: 1 to 4 for a probed one, 5 and 6 for the configured one.
+constexpr int failure_number(bool probed, bool full, int requested_depth) {
+    if (!probed)
+        return full ? 5 : 6;
+    return (full ? 1 : 3) + (requested_depth == 16 ? 0 : 1);
 }
 
 struct Setup {
@@ -88,15 +116,19 @@ SetupResult set_configured(Setup& setup) {
     return finish(setup);
 }
 
+/// The largest colour depth of a listed mode of 800 x 600 or, if the driver centres the picture, of any larger mode; 0
+/// below 15 bits.
 int listed_depth() {
     const ModeListPtr list(get_gfx_mode_list(platform::full_screen_list_driver));
-    if (!list)
-        return 0;
-    std::vector<ListedMode> modes;
-    modes.reserve(static_cast<std::size_t>(std::max(list->num_modes, 0)));
-    for (int i = 0; i < list->num_modes; ++i)
-        modes.push_back({list->mode[i].width, list->mode[i].height, list->mode[i].bpp});
-    return best_listed_depth(modes, platform::full_screen_is_centred);
+    int best = 0;
+    for (int i = 0; list && i < list->num_modes; ++i) {
+        const GFX_MODE& mode = list->mode[i];
+        const bool exact = mode.width == layout_width && mode.height == layout_height;
+        const bool roomy = mode.width >= layout_width && mode.height >= layout_height;
+        if (exact || (platform::full_screen_is_centred && roomy))
+            best = std::max(best, mode.bpp);
+    }
+    return best >= 15 ? best : 0;
 }
 
 /// Returns the depth that it has set, or 0.
@@ -215,11 +247,12 @@ void ensure_display(int depth, const std::string& culprit) {
 }
 
 bool rebuild_display(bool toggle) {
-    if (!depth_offered(depth_class, settings.bitmap_depth))
+    const int depth = depth_bits(settings.bitmap_depth);
+    if (depth == 0 || depth_flags(depth) != depth_class)
         return false;
     show_mouse(nullptr);
     release_graphic_buffers();
-    switch_to_depth(toggle, depth_bits(settings.bitmap_depth), get_color_depth());
+    switch_to_depth(toggle, depth, get_color_depth());
     return true;
 }
 

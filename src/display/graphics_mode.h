@@ -1,13 +1,18 @@
 // The graphics mode: always 800 x 600, in a window or full screen, at 32, 24, 16 or 15 bits.
 #pragma once
 
-#include "display/mode_rules.h"
+#include "core/installation.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace vcc {
+
+/// The display modes that the machine offers, as numbered in the settings file and for modules.
+enum class ModeRange : int { untried = -1, none = 0, full_screen_only = 1, window_only = 2, both = 3 };
 
 inline constexpr std::uint8_t windowed = 0, full_screen = 0xFF;
 
@@ -15,6 +20,19 @@ inline std::uint8_t fullscreen = windowed;               ///< 0 window, 0xFF ful
 inline ModeRange mode_range = ModeRange::none;           ///< as the latest set-up found it
 inline ModeRange screen_mode_range = ModeRange::untried; ///< the setting of that name
 inline std::array<int, 3> depth_class{}; ///< flags for 32, 24, and 15 or 16 bits; a set-up sets exactly one
+
+inline constexpr std::array<int, 4> depths{32, 24, 16, 15}; ///< bits, by the setting bitmap_depth and in trying order
+
+/// The bitmap_depth setting of a colour depth, if it has one.
+constexpr std::optional<int> depth_setting(int bits) {
+    const auto* const found = std::ranges::find(depths, bits);
+    return found == depths.end() ? std::nullopt : std::optional(static_cast<int>(found - depths.begin()));
+}
+
+/// The depth_class flags of a colour depth in use.
+constexpr std::array<int, 3> depth_flags(int bits) {
+    return {bits == 32, bits == 24, bits == 15 || bits == 16};
+}
 
 inline constexpr std::int8_t use_configured_mode = 0, probe_machine = -1;
 

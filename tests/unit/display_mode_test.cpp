@@ -154,7 +154,7 @@ TEST_F(GraphicsMode, ConfiguredModeIsSetWithoutProbingOrAsksForIt) {
         EXPECT_EQ(tried(), c.tried);
         EXPECT_TRUE(logged(logged_text)) << folder.log();
         if (logged_text.empty()) {
-            EXPECT_TRUE(depth_offered(depth_class, c.bitmap_depth));
+            EXPECT_EQ(depth_class, depth_flags(depths[static_cast<std::size_t>(c.bitmap_depth)]));
         }
     }
 }
