@@ -85,13 +85,14 @@ TEST_F(Workspaces, UndoAndRedoGoStepByStepAndADragIsOne) {
         edit(*workspace, row, "drag");
     edit(*workspace, 9, "other drag");
     std::vector<std::string> texts;
-    for (DocumentState now = state(*workspace); !now.undo_label.empty(); now = *workspace->undo("vcc"))
+    for (DocumentState now = state(*workspace); now.done > 0; now = *workspace->undo("vcc"))
         texts.push_back(now.text);
     EXPECT_EQ(texts, (std::vector{menu_with(9), menu_with(8), menu_with(1)}));
     EXPECT_EQ(state(*workspace).text, menu);
     EXPECT_FALSE(state(*workspace).dirty);
     EXPECT_FALSE(workspace->undo("vcc"));
-    EXPECT_EQ(workspace->redo("vcc")->redo_label, "Set row of slot 1");
+    EXPECT_EQ(workspace->redo("vcc")->done, 1U);
+    EXPECT_EQ(state(*workspace).steps, std::vector<std::string>(3, "Set row of slot 1"));
     edit(*workspace, 77, "drag");
     EXPECT_FALSE(workspace->redo("vcc"));
     EXPECT_EQ(workspace->undo("vcc")->text, menu_with(1)) << "a step after an undo stands by itself";

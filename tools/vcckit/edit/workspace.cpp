@@ -93,10 +93,9 @@ DocumentState Workspace::state_of(const Document& document) {
     state.revision = document.revision;
     state.dirty = document.dirty();
     state.made = document.made;
-    if (const History::Step* const step = document.history.undoable())
-        state.undo_label = step->label;
-    if (const History::Step* const step = document.history.redoable())
-        state.redo_label = step->label;
+    for (const History::Step& step : document.history.steps())
+        state.steps.push_back(step.label);
+    state.done = document.history.done();
     for (const MergeConflict& conflict : document.conflicts)
         state.conflicts.push_back({line_at(document.text, conflict.mine.begin), conflict.base,
                                    document.text.substr(conflict.mine.begin, conflict.mine.end - conflict.mine.begin),

@@ -33,10 +33,11 @@ struct DocumentState {
     DocumentKind kind = DocumentKind::screen;
     std::string text; ///< UTF-8
     std::int64_t revision = 0;
-    bool dirty = false; ///< saving would write it
-    bool made = false;  ///< from installed files: its source is written with the first change
-    bool gone = false;  ///< there is no such document any more
-    std::string undo_label, redo_label;
+    bool dirty = false;             ///< saving would write it
+    bool made = false;              ///< from installed files: its source is written with the first change
+    bool gone = false;              ///< there is no such document any more
+    std::vector<std::string> steps; ///< what the history's steps are called, from the first
+    std::size_t done = 0;           ///< of them that are not undone
     std::vector<Conflict> conflicts;
 };
 

@@ -1,11 +1,11 @@
 // Moving and resizing in the units that place a record, aligning and distributing: operations for the server.
-import { edit, settled } from './edits.js';
+import { edit, editTogether, settled } from './edits.js';
 import { around } from './geometry.js';
 import { say } from './messages.js';
 import { addressOf, item, keyOf, lead, selected, state, windowsDocument } from './state.js';
 import { nameOf } from './values.js';
 
-const BACKGROUND = 'slot:0'; // stays below all others, and where it is
+export const BACKGROUND = 'slot:0'; // stays below all others, and where it is
 
 /** What a gesture on an item really moves: a slot that shows a text window moves the window. */
 export function movedBy(each) {
@@ -25,6 +25,7 @@ export function unitOf(each) {
 /** The sides by which an item can be resized. */
 export function canResize(each) {
   const thing = movedBy(each);
+  if (each.key === BACKGROUND) return [];
   if (thing.kind === 'slot' && thing.shown.kind !== 'picture' && !thing.shown.boxed) return [];
   return ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
 }
@@ -51,7 +52,9 @@ export function moveOperations(moves, what = 'move') {
 }
 
 export function send(documents, label, merge = '') {
-  return Promise.all([...documents].map(([name, operations]) => edit(name, label, operations, merge)));
+  const changes = [...documents];
+  return changes.length > 1 ? editTogether(changes, label, merge)
+    : Promise.all(changes.map(([name, operations]) => edit(name, label, operations, merge)));
 }
 
 let burst = { key: '', at: 0, number: 0 };

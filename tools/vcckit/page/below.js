@@ -2,6 +2,7 @@
 import { draw as drawFaults, faults } from './faults.js';
 import { el, find, segments } from './dom.js';
 import { clamp } from './geometry.js';
+import { draw as drawHistory, history } from './history.js';
 import { prefer, preferences } from './preferences.js';
 import { shownSource, source } from './source.js';
 import { allFaults, on } from './state.js';
@@ -9,14 +10,19 @@ import { drawTexts, texts } from './texts.js';
 
 const panel = find('below');
 const divider = find('divider');
-const parts = { faults: { element: faults, draw: drawFaults, height: 5 }, texts: { element: texts, draw: drawTexts,
-  height: 15 }, source: { element: source, draw: shownSource, height: 22 } };
+const parts = {
+  faults: { element: faults, draw: drawFaults, height: 5 },
+  texts: { element: texts, draw: drawTexts, height: 15 },
+  source: { element: source, draw: shownSource, height: 22 },
+  history: { element: history, draw: drawHistory, height: 11 },
+};
 
 const count = el('span', { class: 'count' }, '0');
 const tabs = segments('List below', [
   { value: 'faults', label: el('span', {}, 'Faults ', count), title: 'What check finds (F8)' },
   { value: 'texts', label: 'Texts', title: 'Texts of both languages side by side' },
   { value: 'source', label: 'Source', title: 'The source as it is written (F9)' },
+  { value: 'history', label: 'History', title: 'All steps, to go back and forth in (Ctrl+H)' },
 ], (value) => showBelow(value));
 const extra = el('div', { class: 'below-extra grow' });
 panel.append(el('div', { class: 'below-head' }, tabs, extra), ...Object.values(parts).map((part) => part.element));

@@ -4,6 +4,7 @@ import { el, find, iconButton } from './dom.js';
 import { isBusy, playNow, redo, saveAll, undo } from './edits.js';
 import { showBelow } from './below.js';
 import { nextFault } from './faults.js';
+import { focusHistory } from './history.js';
 import { focusList } from './list.js';
 import { showPalette } from './palette.js';
 import { zoomBy, zoomTo, zoomToSelection } from './picture.js';
@@ -12,7 +13,8 @@ import { isDark, prefer, preferences } from './preferences.js';
 import { focusProperties } from './properties.js';
 import { copySelected, createSlot, createWindow, paste, removeSelected, reorder, selectAll, step, take }
   from './records.js';
-import { activeDocument, canPreview, on, select, selected, showView, state } from './state.js';
+import { activeDocument, canPreview, nextStep, on, screenDocument, select, selected, showView, state,
+  windowsDocument } from './state.js';
 import { nextMissing } from './texts.js';
 
 function nextLanguage() {
@@ -43,13 +45,22 @@ function nextPart() {
   }
 }
 
+function showHistory() {
+  showBelow('history');
+  focusHistory();
+}
+
+const hasScreen = () => Boolean(screenDocument());
 const placed = (least) => () => selected().filter((each) => each.rect).length >= least;
 const some = (...kinds) => () => selected().some((each) => kinds.includes(each.kind));
 const toggle = (name) => ({ on: () => preferences[name], run: () => prefer({ [name]: !preferences[name] }) });
 const look = (name) => ({ when: () => canPreview() && some('slot')(), on: () => state.look === name,
   run: () => select(state.selection, { look: state.look === name ? '' : name }) });
-const history = (what, run) => ({ when: () => activeDocument()?.[what] || isBusy(), run: () => run(),
-  says: (title) => (activeDocument()?.[what] ? `${title}: ${activeDocument()[what]}` : `Nothing to ${what}`) });
+const travel = (path, run) => ({ when: () => nextStep(activeDocument(), path) || isBusy(), run: () => run(),
+  says(title) {
+    const step = nextStep(activeDocument(), path);
+    return step ? `${title}: ${step}` : `Nothing to ${path}`;
+  } });
 const unsaved = () => [...state.documents.values()].filter((each) => each.dirty).map((each) => each.name);
 
 // `where`: without it a key works everywhere, "text" not while a text is typed, "picture" only in the picture. `when`
@@ -84,19 +95,22 @@ const commands = [
   { id: 'across', title: 'Same gaps across', when: placed(3), run: () => distribute(0) },
   { id: 'down', title: 'Same gaps down', when: placed(3), run: () => distribute(1) },
 
-  { id: 'undo', group: 'Change', title: 'Undo', keys: ['Ctrl+Z'], ...history('undo', undo) },
-  { id: 'redo', title: 'Redo', keys: ['Ctrl+Y', 'Ctrl+Shift+Z'], ...history('redo', redo) },
+  { id: 'undo', group: 'Change', title: 'Undo', keys: ['Ctrl+Z'], ...travel('undo', undo) },
+  { id: 'redo', title: 'Redo', keys: ['Ctrl+Y', 'Ctrl+Shift+Z'], ...travel('redo', redo) },
+  { id: 'history', title: 'All steps, to go back and forth in', keys: ['Ctrl+H'], run: showHistory },
   { id: 'save', title: 'Save', keys: ['Ctrl+S'], run: saveAll,
     says: () => (unsaved().length ? `Unsaved: ${unsaved().join(', ')}` : 'Everything is saved') },
-  { id: 'text', title: 'New text', keys: ['N'], where: 'text', run: () => createSlot('text') },
-  { id: 'button', title: 'New button', keys: ['B'], where: 'text', run: () => createSlot('button') },
-  { id: 'picture', title: 'New picture, out of a buffer', keys: ['P'], where: 'text',
+  { id: 'text', title: 'New text', keys: ['N'], where: 'text', when: hasScreen, run: () => createSlot('text') },
+  { id: 'button', title: 'New button', keys: ['B'], where: 'text', when: hasScreen,
+    run: () => createSlot('button') },
+  { id: 'picture', title: 'New picture, out of a buffer', keys: ['P'], where: 'text', when: hasScreen,
     run: () => createSlot('picture') },
-  { id: 'window', title: 'New text window, and a slot that shows it', keys: ['W'], where: 'text', run: createWindow },
+  { id: 'window', title: 'New text window, and a slot that shows it', keys: ['W'], where: 'text',
+    when: () => hasScreen() && Boolean(windowsDocument()), run: createWindow },
   { id: 'copy', title: 'Copy beside itself', keys: ['Ctrl+D'], when: some('slot', 'window'),
     run: () => copySelected() },
   { id: 'take', title: 'Copy for this or another screen', keys: ['Ctrl+C'], where: 'text', run: take },
-  { id: 'paste', title: 'Paste what was copied', keys: ['Ctrl+V'], where: 'text', run: paste },
+  { id: 'paste', title: 'Paste what was copied', keys: ['Ctrl+V'], where: 'text', when: hasScreen, run: paste },
   { id: 'remove', title: 'Delete what is chosen', keys: ['Delete', 'Backspace'], where: 'text',
     when: some('slot', 'toggle', 'window'), run: removeSelected },
   { id: 'play', title: 'Save, and start the program', keys: ['F5'], run: playNow },

@@ -4,7 +4,7 @@ import { getJson, post, Refusal } from './api.js';
 import { say } from './messages.js';
 import { arrive, wishAlong } from './picture.js';
 import { flushSource } from './source.js';
-import { activeDocument, adopt, keyOf, select, state, tell } from './state.js';
+import { activeDocument, adopt, item, keyOf, nextStep, select, state, tell } from './state.js';
 
 const waiting = [];
 let busy = false;
@@ -20,19 +20,38 @@ export function edit(name, label, operations, merge = '') {
       : last.operations.concat(operations);
     return last.done;
   }
-  return ask({ path: 'edit', name, label, merge, operations });
+  return ask({ path: 'edit', name, label, merge, operations, chosen: { keys: state.selection, look: state.look } });
 }
 
-export function undo(name = activeDocument()?.name) {
-  return state.documents.get(name)?.undo || waiting.length || busy ? ask({ path: 'undo', name }) : nothing('undo');
+const together = []; // steps of several documents that are one: {label, numbers by document}
+/** Changes several documents, [[name, operations]], all or none; undo and redo then go through all of them. */
+export async function editTogether(changes, label, merge = '') {
+  const numbers = new Map();
+  for (const [name, operations] of changes) {
+    if (!await edit(name, label, operations, merge)) {
+      for (const made of numbers.keys()) await ask({ path: 'undo', name: made });
+      return false;
+    }
+    numbers.set(name, state.documents.get(name).done);
+  }
+  if (numbers.size > 1) together.push({ label, numbers });
+  return true;
 }
-export function redo(name = activeDocument()?.name) {
-  return state.documents.get(name)?.redo || waiting.length || busy ? ask({ path: 'redo', name }) : nothing('redo');
+/** The documents in which a step belongs to the one that is next in this document. */
+function alongWith({ path, name }) {
+  const isNext = ({ label, numbers }, document) => label === nextStep(state.documents.get(document), path) &&
+    numbers.get(document) === state.documents.get(document).done + (path === 'undo' ? 0 : 1);
+  const found = ['undo', 'redo'].includes(path) && together.findLast((each) => isNext(each, name));
+  return found ? [...found.numbers.keys()].filter((each) => each !== name && isNext(found, each)) : [];
 }
-function nothing(what) {
-  say(`There is nothing to ${what} in this document.`);
+
+const travel = (path, name = activeDocument()?.name) => {
+  if (nextStep(state.documents.get(name), path) || isBusy()) return ask({ path, name });
+  say(`There is nothing to ${path} in this document.`);
   return Promise.resolve(false);
-}
+};
+export const undo = (name) => travel('undo', name);
+export const redo = (name) => travel('redo', name);
 
 /** Saves, with what is being typed. */
 export async function saveAll() {
@@ -74,14 +93,17 @@ async function work() {
   busy = true;
   while (waiting.length) {
     const request = waiting.shift();
-    request.settle(await sent(request));
+    const others = alongWith(request);
+    const made = await sent(request);
+    for (const name of others) await sent({ path: request.path, name });
+    request.settle(made);
   }
   busy = false;
   tell('queue');
 }
 
 /** What a request says; one about a document asks for the picture along with it. */
-const bodyOf = ({ path, done, settle, ...request }) => (request.name ? { ...request, ...wishAlong(),
+const bodyOf = ({ path, chosen, done, settle, ...request }) => (request.name ? { ...request, ...wishAlong(),
   revision: state.documents.get(request.name)?.revision ?? 0 } : request);
 
 /** A document of which only what is different has come. */
@@ -98,17 +120,25 @@ async function whole({ since, lists = {}, lines, picture, pixels, ...rest }) {
   return document;
 }
 
-/** What an undo or redo has changed is chosen, so that it is seen. */
-function chooseChanged(before, now) {
+const chosenAt = new Map(); // what was chosen when a step was made, by document and the step's number
+
+/** After an undo or redo: what was chosen for the step, else what it has changed, so that it is seen. */
+function chooseAgain(path, before, now) {
+  const { keys = [], look } = chosenAt.get(`${now.name} ${Math.min(before.done, now.done)}`) ?? {};
+  const there = keys.filter((key) => item(key));
+  const changed = changedBetween(before, now);
+  if (there.length && (path === 'undo' || there.some((key) => changed.includes(key)))) select(there, { look });
+  else if (!changed.every((key) => state.selection.includes(key))) select(changed);
+}
+function changedBetween(before, now) {
   const text = (record) => JSON.stringify({ ...record, line: 0 });
   for (const [kind, list, name] of [['style', 'styles', 'name'], ['slot', 'slots', 'index'],
     ['window', 'windows', 'number']]) {
-    const known = new Set(before?.[list]?.map(text));
-    const keys = (now?.[list] ?? []).filter((each) => !known.has(text(each))).map((each) => keyOf(kind, each[name]));
-    if (!keys.length) continue;
-    if (!keys.every((key) => state.selection.includes(key))) select(keys);
-    return;
+    const known = new Set(before[list].map(text));
+    const keys = now[list].filter((each) => !known.has(text(each))).map((each) => keyOf(kind, each[name]));
+    if (keys.length) return keys;
   }
+  return [];
 }
 
 async function sent(request, again = true) {
@@ -117,7 +147,9 @@ async function sent(request, again = true) {
     const answer = await post(request.path, bodyOf(request));
     if (answer.picture) arrive(answer.picture, answer.pixels);
     for (const document of answer.documents ?? [await whole(answer)]) adopt(document);
-    if (['undo', 'redo'].includes(request.path)) chooseChanged(before, state.documents.get(request.name));
+    if (request.chosen) chosenAt.set(`${request.name} ${before.done}`, request.chosen);
+    const now = state.documents.get(request.name);
+    if (['undo', 'redo'].includes(request.path) && now) chooseAgain(request.path, before, now);
     if (request.path !== 'save') return true;
     sayWhatIsSaved(answer.saved);
     return !sayWhatIsNot(answer);

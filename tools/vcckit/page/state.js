@@ -55,16 +55,22 @@ export function viewOf(name) {
 export function screenDocument() {
   return state.documents.get(viewOf(state.view)?.document);
 }
+export const windowsDocuments = () => [...state.documents.values()].filter((each) => each.kind === 'windows');
 /** The text windows, of the shown language where each has a file of its own. */
 export function windowsDocument() {
-  const all = [...state.documents.values()].filter((each) => each.kind === 'windows');
+  const all = windowsDocuments();
   const prefix = { en: 'e_', de: 'g_' }[state.language];
   return all.find((each) => each.name.startsWith(prefix)) ?? all[0];
 }
+/** What the list that is open is made from. */
+export const listDocument = () => (state.list === 'windows' ? windowsDocument() : screenDocument());
 /** The document that undo and the source are about. */
 export function activeDocument() {
-  return lead()?.document ?? (state.list === 'windows' ? windowsDocument() : screenDocument());
+  return lead()?.document ?? listDocument();
 }
+
+/** What the step is called that undo or redo would take; undefined without one. */
+export const nextStep = (document, path) => document?.steps[document.done - (path === 'undo' ? 1 : 0)];
 
 export const keyOf = (kind, number) => `${kind}:${number}`;
 export function addressOf(key) {
@@ -92,11 +98,15 @@ export function item(key, language = state.language) {
     rect: shown.rect ?? null };
 }
 
+/** The name of the slot of this screen that shows a text window. */
+const nameOfShowing = (number) => screenDocument()?.slots.find((slot) =>
+  Object.values(slot.languages).some(({ kind, values }) => kind === 'window' && values.graphic === number))?.name;
+
 function windowItem(number) {
   const document = windowsDocument();
   const record = document?.windows.find((each) => each.number === number);
   return record ? { key: keyOf('window', number), kind: 'window', document, record, index: number,
-    name: record.values.title || record.protected || 'text window', line: record.line,
+    name: record.values.title || record.protected || nameOfShowing(number) || 'text window', line: record.line,
     rect: record.rect[2] > 0 && record.rect[3] > 0 ? record.rect : null } : null;
 }
 

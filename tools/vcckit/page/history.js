@@ -1,0 +1,57 @@
+// The steps of the document that is shown, to go back and forth in. What is undone stays until another change is made.
+import { undo, redo } from './edits.js';
+import { el, keeper, put, stepInList } from './dom.js';
+import { activeDocument, state } from './state.js';
+
+export const history = el('ul', { class: 'history', role: 'listbox', tabIndex: 0, 'aria-label': 'History' });
+const told = el('span', { class: 'dim' });
+history.extra = [told];
+const kept = keeper();
+let marked = 0; // by the arrow keys; the number of steps that are done then
+let shown = '';
+let wanted = null;
+
+export function draw() {
+  const { name, file, steps, done } = activeDocument() ?? {};
+  if (!name) return;
+  const now = `${name} ${done} ${steps.length}`;
+  if (shown !== now) marked = done;
+  const rows = ['As it was opened', ...steps].map((label, number) => kept(number, [label, number > done,
+    number === marked, number === done], () => row(label, number, done)));
+  put(history, rows);
+  history.setAttribute('aria-activedescendant', `step-${marked}`);
+  if (shown !== now) history.children[done].scrollIntoView({ block: 'nearest' });
+  shown = now;
+  told.textContent = `${file.split('/').pop()}: a click or Enter goes to a step`;
+}
+
+function row(label, number, done) {
+  return el('li', { role: 'option', id: `step-${number}`, class: number > done ? 'undone' : '',
+    'aria-selected': String(number === marked), 'aria-current': String(number === done),
+    on: { click: () => goTo(number) } }, el('span', { class: 'index' }, number ? String(number) : ''), label);
+}
+
+/** Undoes or redoes until so many steps are done; a later wish takes the place of one that is under way. */
+async function goTo(number) {
+  const isUnderWay = wanted !== null;
+  wanted = number;
+  if (isUnderWay) return;
+  const { name } = activeDocument();
+  const done = () => state.documents.get(name).done;
+  while (wanted !== done() && await (wanted < done() ? undo : redo)(name));
+  wanted = null;
+}
+
+history.addEventListener('keydown', (event) => {
+  const at = stepInList(event, marked, history.children.length);
+  if (at !== null) {
+    marked = at;
+    draw();
+    history.children[at].scrollIntoView({ block: 'nearest' });
+  } else if (event.key === 'Enter') {
+    event.preventDefault();
+    event.stopPropagation();
+    goTo(marked);
+  }
+});
+export const focusHistory = () => history.focus();
