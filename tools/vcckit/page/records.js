@@ -2,12 +2,12 @@
 // allowed.
 import { unitOf } from './arrange.js';
 import { chooseBuffer } from './buffer_chooser.js';
-import { edit } from './edits.js';
+import { edit, editTogether } from './edits.js';
 import { isBackground } from './frames.js';
 import { meets } from './geometry.js';
 import { say } from './messages.js';
 import { addressOf, item, keyOf, lead, placedItems, screenDocument, select, selected, state, tell,
-  windowsDocument } from './state.js';
+  windowsDocument, windowsDocuments } from './state.js';
 import { lookRecord, nameOf } from './values.js';
 
 const LAST = 199;
@@ -17,7 +17,7 @@ function usedNumbers() {
   const document = screenDocument();
   return new Set([...document.slots, ...ownToggles()].map((each) => each.index));
 }
-const usedWindows = () => new Set(windowsDocument().windows.map((each) => each.number));
+const usedWindows = () => new Set(windowsDocuments().flatMap((one) => one.windows.map((each) => each.number)));
 
 /** A number that no record has, behind the others where there is one; null when all are in use. */
 function free(used, last) {
@@ -63,25 +63,42 @@ const blanks = {
 
 /** A new slot in the middle of the picture, ready to be typed into; of a picture its piece is chosen. */
 export async function createSlot(kind) {
-  const to = free(usedNumbers(), LAST);
-  if (to === null || !await edit(screenDocument().name, `New slot ${to}`, [{ do: 'create', to, text: blanks[kind]() }]))
-    return;
-  select(keyOf('slot', to));
+  if (!await createRecords([{ source: blanks[kind]() }], `New ${kind}`)) return;
   if (kind === 'picture') chooseBuffer(selected());
   else tell('field', 'text');
 }
 
 /** A new text window, and a slot that shows it. */
-export async function createWindow() {
-  const windows = windowsDocument();
-  const window = windows ? free(usedWindows(), LAST_WINDOW) : null;
-  const to = free(usedNumbers(), LAST);
-  if (window === null || to === null) return;
-  if (await edit(windows.name, `New text window ${window}`,
-    [{ do: 'create', to: window, text: 'w1\nxo300\nyo200\nxu500\nyu400\n-1\nh140\n' }]) &&
-    await edit(screenDocument().name, `New slot ${to}`,
-      [{ do: 'create', to, text: `graphic = ${window}\ntext = "TEXT-WIN"\ntoggle = "inert"\n` }]))
-    select(keyOf('slot', to));
+export const createWindow = () =>
+  createRecords([{ source: showsWindow, windows: [{ text: blankWindow }] }], 'New text window');
+const blankWindow = 'w1\nxo300\nyo200\nxu500\nyu400\n-1\nh140\n';
+const showsWindow = 'graphic = 0\ntext = "TEXT-WIN"\ntoggle = "inert"\n';
+
+/**
+ * New slots of the shown screen as one step, and chosen; tells whether they were made. Records are {source, windows}:
+ * `windows` has the lines of the text window that a slot shows, by the name of a file where files differ; it gets a
+ * number that is free in all of them.
+ */
+async function createRecords(records, label) {
+  const [used, windowsUsed] = [usedNumbers(), usedWindows()];
+  const changes = new Map(windowsDocuments().map(({ name }) => [name, []]));
+  const slots = [];
+  for (const { source, windows } of records) {
+    const to = free(used, LAST);
+    const number = windows ? free(windowsUsed, LAST_WINDOW) : 0;
+    if (to === null || number === null) return false;
+    used.add(to);
+    windowsUsed.add(number);
+    slots.push({ do: 'create', to, text: windows ? source.replace(/^graphic = .*/m, `graphic = ${number}`) : source });
+    for (const { text, name } of windows ?? []) {
+      for (const [file, operations] of changes)
+        if (!name || name === file) operations.push({ do: 'create', to: number, text });
+    }
+  }
+  changes.set(screenDocument().name, slots);
+  if (!await editTogether([...changes].filter(([, operations]) => operations.length), label)) return false;
+  select(slots.map(({ to }) => keyOf('slot', to)));
+  return true;
 }
 
 // from screen to screen
@@ -113,26 +130,30 @@ function sourceOf(each) {
   return [...lines, each.record.looks.includes('highlight') ? '' : `toggle = ${toggle}`, ''].join('\n');
 }
 
-/** Keeps the chosen slots for paste(), which puts them into the screen that is shown then. */
+/** A text window's lines in each file that has it: [{name, text}]; null for none. */
+function windowSources(number) {
+  const sources = windowsDocuments().flatMap(({ name, windows }) => windows.filter((each) => each.number === number)
+    .map(({ values: { title, ...values } }) => ({ name, text: state.project.window_fields
+      .filter((field) => field.name in values).map((field) => `${field.key}${values[field.name]}\n`).join('') +
+      (title ? `${title}\n` : '') })));
+  return sources.length ? sources : null;
+}
+
+/** Keeps the chosen slots and text windows for paste(), which puts them into the screen that is shown then. */
 export function take() {
-  const items = selected().filter((each) => each.kind === 'slot');
+  const items = selected().filter((each) => ['slot', 'window'].includes(each.kind));
   if (!items.length) return false;
-  taken = items.map(sourceOf);
+  taken = items.map((each) => {
+    const isWindow = each.kind === 'window';
+    const shows = isWindow ? each.index : each.shown.kind === 'window' && each.shown.values.graphic;
+    return { source: isWindow ? showsWindow : sourceOf(each), windows: shows ? windowSources(shows) : null };
+  });
   say(`${nameOf(items)} copied; Ctrl+V puts it into the screen that is shown.`);
   return true;
 }
-export async function paste() {
-  if (!taken.length) return void say('Nothing was copied yet.');
-  const used = usedNumbers();
-  const operations = [];
-  for (const source of taken) {
-    const to = free(used, LAST);
-    if (to === null) return;
-    used.add(to);
-    operations.push({ do: 'create', to, text: source });
-  }
-  if (await edit(screenDocument().name, 'Paste', operations))
-    select(operations.map(({ to }) => keyOf('slot', to)));
+export function paste() {
+  if (taken.length) createRecords(taken, 'Paste');
+  else say('Nothing was copied yet.');
 }
 
 export async function removeSelected() {
@@ -202,6 +223,12 @@ export function step(direction) {
   if (!keys[next]) return false;
   select(keys[next]);
   return true;
+}
+
+/** Makes the source of what is shown as it is installed. */
+export function takeOver({ name, text: base }) {
+  return edit(name, 'Take the source over', [{ do: 'replace_text', base,
+    text: `# Taken from what was installed.\n${base.startsWith('\n') ? '' : '\n'}${base}` }]);
 }
 
 export function listKeys() {
