@@ -1,9 +1,10 @@
 // The piece of a picture that a slot shows, chosen on the picture of its buffer.
 import { address } from './api.js';
 import { dialog } from './dialogs.js';
-import { el } from './dom.js';
+import { el, segments } from './dom.js';
 import { between, clamp } from './geometry.js';
 import { screenDocument, state } from './state.js';
+import { nameOfBuffer, thumbnail } from './thumbnails.js';
 import { namesFor, setValues, usualLanguage, valueIn, writtenFor } from './values.js';
 
 const GRIP = 7; // pixels of the window around an edge that take hold of it
@@ -24,15 +25,15 @@ export function chooseBuffer(items) {
     'aria-label': 'Arrow keys move the piece, Shift resizes it' }, image, others, mark);
   const numbers = el('output', { class: 'mono' });
   const buffers = namesFor('buffer', each.document).filter((one) => one.width !== 0);
-  const select = el('select', { 'aria-label': 'Buffer', on: { change: () => load(Number(select.value)) } },
-    buffers.map((one) => el('option', { value: one.number }, `${one.name} · ${one.number}`)));
-  select.value = number;
+  const pictures = segments('Picture', buffers.map((one) => ({ value: one.number, title: one.file,
+    label: el('span', {}, thumbnail(one.number, [9, 4.5]), nameOfBuffer(one)) })), load);
   const magnify = el('select', { 'aria-label': 'Magnification', on: { change: show } },
     [['0', 'fits'], ['1', '1 ×'], ['2', '2 ×'], ['3', '3 ×'], ['4', '4 ×']].map(([v, text]) =>
       el('option', { value: v }, text)));
 
   function load(next) {
     number = next;
+    pictures.show(number);
     image.src = address('buffer.png', { number });
   }
   image.addEventListener('load', () => {
@@ -110,9 +111,9 @@ export function chooseBuffer(items) {
   }
 
   dialog('Piece of a picture', el('div', { class: 'buffer-dialog' },
-    el('div', { class: 'buffer-bar' }, select, magnify, numbers,
+    el('div', { class: 'buffer-bar' }, magnify, numbers,
       el('span', { class: 'dim grow' }, 'Drag a new piece, or the old one by its edges. Thin frames: other slots.')),
-    el('div', { class: 'buffer-room' }, area)),
+    el('div', { class: 'buffer-choice' }, pictures, el('div', { class: 'buffer-room' }, area))),
   [{ label: 'Cancel' }, { label: 'Take this piece', primary: true, run: take }], { wide: true });
   load(number);
 

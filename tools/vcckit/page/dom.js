@@ -71,7 +71,6 @@ const strokes = {
   remove: 'M3 4.500h10M6 4.500V2.500h4v2M4.500 4.500l.7 9h5.600l.7-9',
   reset: 'M3 8a5 5 0 1 0 1.800-3.800M3 2.500v3h3',
   heard: 'M2 6v4h3l4 3V3L5 6zM11.500 5.500a3.500 3.500 0 0 1 0 5',
-  region: 'M2 2h5M9 2h5v5M14 9v5H9M7 14H2V9M2 7V2',
   window: 'M2 3h12v10H2zM2 6h12',
   picture: 'M2 3h12v10H2zM2 11l4-4 3 3 2-2 3 3',
   text: 'M3 3h10v2M8 3v10M6 13h4',
@@ -152,7 +151,7 @@ export function segments(label, choices, chosen) {
   const buttons = choices.map(({ value, label: text, title }) =>
     el('button', { type: 'button', role: 'radio', title, on: { click: () => chosen(value) } }, text));
   const group = el('div', { class: 'segments', role: 'radiogroup', 'aria-label': label, on: { keydown(event) {
-    const step = { ArrowRight: 1, ArrowLeft: -1 }[event.key];
+    const step = { ArrowRight: 1, ArrowDown: 1, ArrowLeft: -1, ArrowUp: -1 }[event.key];
     const from = buttons.indexOf(document.activeElement);
     if (!step || from < 0) return;
     const next = buttons[(from + step + buttons.length) % buttons.length];

@@ -2,9 +2,10 @@
 // with arrow keys, and a row of such steps is one step of undo.
 import { chooseBuffer } from './buffer_chooser.js';
 import { colourInput } from './colours.js';
-import { el, iconButton, line } from './dom.js';
+import { el, line } from './dom.js';
 import { clamp } from './geometry.js';
 import { soundButton } from './sounds.js';
+import { nameOfBuffer, pieceOf, thumbnail } from './thumbnails.js';
 import { chooseStyle, namesFor, setValue, unsetValue, writtenFor } from './values.js';
 
 const LEAST = -2147483648; // that a record can hold
@@ -88,15 +89,22 @@ function named(items, field, value, language) {
     setValue(items, field.name, own ? chosen : writtenFor(field.meaning, chosen, document), language);
   } } }, value.mixed ? el('option', { value: '' }, 'several') : null,
   names.map((each) => el('option', { value: each.number }, each.name && each.number !== null
-    ? `${each.name} · ${each.number}` : String(each.number))));
+    ? nameOfBuffer(each) : String(each.number))));
   select.value = value.mixed ? '' : current;
   if (field.meaning === 'sound')
     return el('div', { class: 'with-button' }, select, soundButton(() => Number(select.value)));
   if (field.meaning === 'buffer' && items[0].kind === 'slot') {
-    return el('div', { class: 'with-button' }, select, iconButton('region', 'Choose the piece on the picture itself',
-      () => chooseBuffer(items)));
+    const label = 'Choose the piece on the picture itself';
+    const button = el('button', { type: 'button', class: 'swatch-button', title: label, 'aria-label': label,
+      on: { click: () => chooseBuffer(items) } }, small(items[0]));
+    return el('div', { class: 'with-button first' }, button, select);
   }
   return select;
+}
+
+function small({ shown }) {
+  const [number, piece] = pieceOf(shown.values);
+  return thumbnail(number, [2.6, 1.4], piece);
 }
 
 /** A style has names where records have numbers. */

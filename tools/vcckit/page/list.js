@@ -1,7 +1,9 @@
 // The list at the left: slots, text windows or styles, as a listbox that arrow keys go through.
+import { BACKGROUND } from './arrange.js';
 import { el, find, icon, keeper, put, segments, stepInList } from './dom.js';
 import { listKeys } from './records.js';
 import { allFaults, item, on, select, showList, state, tell } from './state.js';
+import { pieceOf, thumbnail } from './thumbnails.js';
 
 const panel = find('items');
 const tabs = segments('Kind of list', [
@@ -36,12 +38,13 @@ function looksOf(each, faulty) {
   const isButton = each.kind === 'slot' && each.shown.selectable && kind !== 'window';
   return {
     icon: isButton ? 'button' : kind,
+    shows: each.kind === 'slot' && kind === 'picture' ? pieceOf(each.shown.values) : null,
     index: each.kind === 'style' ? null : each.kind === 'toggle' ? `T${each.index}` : String(each.index),
     name: nameOf(each) || `(${kindWords[kind] ?? kind})`,
     classes: [each.shown?.hidden && 'unseen', each.key === state.selection.at(-1) && 'lead',
       each.kind === 'slot' && faulty.has(`${each.document.name}/${each.index}`) && 'faulty'].filter(Boolean).join(' '),
     chosen: state.selection.includes(each.key),
-    locked: Boolean(each.record.protected),
+    locked: Boolean(each.record.protected) || each.key === BACKGROUND,
     hint: hint(each),
   };
 }
@@ -60,7 +63,8 @@ function row(key, looks) {
       pointerenter: () => { state.hovered = key; tell('hovered'); },
       pointerleave: () => { state.hovered = null; tell('hovered'); },
     } },
-  icon(looks.icon), looks.index === null ? null : el('span', { class: 'index' }, looks.index),
+  el('span', { class: 'sign' }, (looks.shows && thumbnail(looks.shows[0], [1.8, 1.3], looks.shows[1]))
+    ?? icon(looks.icon)), looks.index === null ? null : el('span', { class: 'index' }, looks.index),
   el('span', { class: 'name' }, looks.name), looks.locked ? icon('locked') : null);
   element.dataset.key = key;
   return element;

@@ -1,6 +1,7 @@
 // Properties of what is chosen, in groups. Names, units, ranges and help come from the tool.
 import { el, find, icon, keeper, keepFocus, put } from './dom.js';
 import { inputFor } from './inputs.js';
+import { labelOf, rawName } from './labels.js';
 import { looksOf } from './looks.js';
 import { movedBy } from './arrange.js';
 import { renumber, split } from './records.js';
@@ -56,6 +57,8 @@ function draw() {
   keepFocus(body, () => put(body, items.length ? propertiesOf(items) : [nothing()]));
 }
 
+const kindOf = ([each]) => each.shown?.kind ?? each.kind;
+
 function sameKind(items) {
   const kind = items.at(-1)?.kind;
   const document = items.at(-1)?.document;
@@ -86,7 +89,7 @@ function propertiesOf(items) {
   if (state.look && hasLooks && !items.every((one) => hasLook(one, state.look)))
     return [...parts, lookToMake(items)];
   const fields = fieldsOf(items);
-  const kind = each.shown?.kind ?? each.kind;
+  const kind = kindOf(items);
   const wanted = each.kind === 'window' ? windowGroups : kind === 'picture' ? pictureFirst : groups;
   const named = new Set(wanted.flatMap((group) => group.rows.flat()));
   const rest = [...fields.keys()].filter((name) => !named.has(name)).map((name) => [name]);
@@ -185,12 +188,12 @@ function newCell(items, field, value, origins) {
   main.setAttribute('aria-describedby', 'field-help');
   if (field.name === 'text' || field.name === 'dest_x') main.dataset.first = '1';
   return el('div', { class: `field kind-${field.kind} ${own ? 'own' : inherited ? 'inherited' : 'unsaid'}`,
-    on: { pointerenter: () => showHelp(field, origins), focusin: () => showHelp(field, origins) } },
-  el('div', { class: 'label' }, el('label', { for: id }, field.name),
+    on: { pointerenter: () => showHelp(items, field, origins), focusin: () => showHelp(items, field, origins) } },
+  el('div', { class: 'label' },
+    el('div', { class: 'said' }, el('label', { for: id }, labelOf(field.name, kindOf(items))),
+      rawName(field.name, kindOf(items)), inherited ? el('span', { class: 'origin',
+        title: `Said by ${inherited}; a change here is this record's own` }, inherited) : null),
     isSpoken(items, field.name) ? languageBadge(items, field, value.differs) : null,
-    inherited ? el('span', { class: 'origin',
-      title: `Said by ${inherited}; a change here is this record's own` },
-      inherited) : null,
     own && items[0].kind !== 'window' ? takeBack(items, field) : null), input);
 }
 
@@ -205,12 +208,13 @@ function takeBack(items, field) {
     on: { click: () => unsetValue(items, field.name) } }, icon('reset'));
 }
 
-function showHelp(field, origins) {
+function showHelp(items, field, origins) {
   const range = field.kind === 'number' && field.max > field.min ? `${field.min} to ${field.max}` : '';
   const size = field.kind === 'text' && field.size ? `at most ${field.size} characters` : '';
   const facts = [field.unit, range, size].filter(Boolean).join(', ');
-  const from = origins[0] ? `said by ${isOwn(origins[0]) ? 'this record' : origins[0]}` : 'not written: the default';
-  explain(el('b', {}, field.name), facts ? ` (${facts})` : '', `: ${field.help || '–'}, ${from}`);
+  const from = origins[0] ? `said by ${isOwn(origins[0]) ? 'this record' : origins[0]}` : 'the default';
+  explain(el('b', {}, labelOf(field.name, kindOf(items))), facts ? ` (${facts})` : '',
+    `: ${field.help || '–'}, ${from}`);
 }
 
 export function focusProperties() {

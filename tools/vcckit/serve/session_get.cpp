@@ -10,6 +10,7 @@
 #include "core/files.h"
 #include "core/geometry.h"
 #include "display/buffers.h"
+#include "screen/buffer_list.h"
 #include "screen/colours.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
@@ -17,6 +18,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <functional>
 
 namespace vcc::kit::edit {
 
@@ -195,6 +197,28 @@ Result<RenderRequest> render_request_of(const Parameters& parameters) {
     return request;
 }
 
+/// The picture made smaller by a whole number, so that it is at most so many pixels wide and high; what is not drawn of
+/// it is grey.
+RgbPicture reduced(const RgbPicture& picture, int most) {
+    constexpr std::array<std::uint8_t, 3> not_drawn{255, 0, 255}, grey{64, 64, 64};
+    const auto [shorter, longer] = std::minmax(picture.width, picture.height);
+    const int step = std::min((longer + most - 1) / most, shorter);
+    RgbPicture out{picture.width / step, picture.height / step, {}};
+    for (int y = 0; y < out.height; ++y)
+        for (int x = 0; x < out.width; ++x) {
+            std::array<int, 3> sums{};
+            for (int i = 0; i < step * step; ++i) {
+                const auto* from = &picture.rgb[3 * static_cast<std::size_t>((y * step + i / step) * picture.width +
+                                                                             x * step + i % step)];
+                from = std::equal(not_drawn.begin(), not_drawn.end(), from) ? grey.data() : from;
+                std::transform(sums.begin(), sums.end(), from, sums.begin(), std::plus());
+            }
+            for (const int sum : sums)
+                out.rgb.push_back(static_cast<std::uint8_t>(sum / (step * step)));
+        }
+    return out;
+}
+
 json numbered(const std::string& name, int number) {
     return {{"name", name}, {"number", number}};
 }
@@ -234,6 +258,7 @@ json Session::names_json() {
             names["sound"].push_back(numbered(utf8_of(entry.name.empty() ? entry.file : entry.name), number));
     }
     json buffers = json::array();
+    const BufferList list = read_buffer_list(read_file(folder() + "/" + path::buffer_list).value_or(""));
     for (int number = 0; number < graphic_buffer_count; ++number) {
         const BITMAP* const bitmap = graphic_buffer(number);
         if (!bitmap)
@@ -242,6 +267,9 @@ json Session::names_json() {
             numbered(name_of_number(Meaning::buffer, number).value_or("buffer " + std::to_string(number)), number);
         entry["width"] = bitmap->w;
         entry["height"] = bitmap->h;
+        for (const ListedPicture& picture : list.pictures)
+            if (picture.buffer == number)
+                entry["file"] = utf8_of(picture.path);
         buffers.push_back(std::move(entry));
     }
     names["buffer"] = std::move(buffers);
@@ -351,13 +379,15 @@ Answer Session::picture_png(const Parameters& parameters) {
 Answer Session::buffer_png(const Parameters& parameters) {
     std::string fault;
     const auto number = number_parameter(parameters, "number", 0, graphic_buffer_count - 1, fault);
-    if (!number)
+    const auto most = number_parameter(parameters, "most", 16, 4096, fault); // pixels
+    if (!number || !fault.empty())
         return refusal(status::bad_request, fault.empty() ? "number is missing" : fault);
     const Lock held = lock();
     BITMAP* const bitmap = renderer_->buffer(*number);
     if (!bitmap)
         return refusal(status::not_found, "buffer " + std::to_string(*number) + " is empty");
-    return {.type = "image/png", .body = png_of(*bitmap)};
+    const RgbPicture picture = rgb_of(*bitmap);
+    return {.type = "image/png", .body = png_bytes(most ? reduced(picture, *most) : picture)};
 }
 
 Answer Session::sound(const Parameters& parameters) {
