@@ -64,28 +64,34 @@ def editor(project):
     return project.start()
 
 
+@pytest.fixture(scope="module")
+def shared_editor(tmp_path_factory):
+    """One editor for all tests that save nothing."""
+    folder = tmp_path_factory.mktemp("shared")
+    shutil.copytree(PROJECT / "game/screens", folder / "screens")
+    shutil.copytree(built_installation(), folder / "veldor")
+    editor = Editor(folder / "veldor", folder / "screens", folder / "state").start()
+    yield editor
+    editor.stop()
+
+
 @pytest.fixture
-def page(browser, editor):
-    """The editor's page, and no fault in its scripts until the test ends."""
+def page(request, browser):
+    """An editor's page as a new user sees it, without a fault in its scripts until the test ends; of the shared editor
+    when the test has none of its own."""
+    has_own = {"project", "editor"} & set(request.fixturenames)
+    editor = request.getfixturevalue("editor" if has_own else "shared_editor")
     browser.resize(1280, 800)
     browser.open(editor)
     yield browser
     faults = browser.errors()
+    browser.run("sessionStorage.clear(); localStorage.clear()")
     browser.leave()
+    if not has_own:
+        for name in json.loads(editor.get("project")[1])["documents"]:
+            while editor.document(name)["done"]:
+                editor.post("undo", {"name": name})
     assert faults == []
-
-
-@pytest.fixture(scope="module")
-def page_for_pictures(browser, tmp_path_factory):
-    """One editor for all pictures: they change little, the last one most."""
-    folder = tmp_path_factory.mktemp("pictures")
-    shutil.copytree(PROJECT / "game/screens", folder / "screens")
-    shutil.copytree(built_installation(), folder / "veldor")
-    editor = Editor(folder / "veldor", folder / "screens", folder / "state").start()
-    browser.open(editor)
-    yield browser
-    browser.leave()
-    editor.stop()
 
 
 def choose_factory(page):
@@ -181,7 +187,7 @@ def test_keys_alone_move_a_slot_and_save_it(page, project):
     assert "dest_x = 43" in project.source().read_text()
 
 
-def test_overlapping_slots_take_turns_and_fixed_ones_stay(page, project):
+def test_overlapping_slots_take_turns_and_fixed_ones_stay(page):
     """Six previews lie in one place. The program knows five of them by number. Only Ctrl goes below the first."""
     seen = []
     for held in (None, None, "ctrl", "ctrl", "ctrl", "ctrl", "ctrl"):
@@ -344,7 +350,7 @@ def project_text(page, name="vcc"):
                     "return import('./state.js').then(({ state }) => state.documents.get(name).text)", name)
 
 
-def test_one_change_is_one_request(page, editor):
+def test_one_change_is_one_request(page):
     choose_factory(page)
     settle(0.6)  # the small pictures of the looks
     page.run("performance.clearResourceTimings()")
@@ -355,7 +361,8 @@ def test_one_change_is_one_request(page, editor):
     assert [name for name in asked if name.startswith(("document", "edit")) or "keep" in name] == ["edit"], asked
 
 
-def test_many_tabs_and_slow_strangers_leave_the_server_free(page, project, editor):
+def test_many_tabs_and_slow_strangers_leave_the_server_free(page, shared_editor):
+    editor = shared_editor
     first = page.driver.current_window_handle
     strangers = [socket.create_connection(("127.0.0.1", urlparse(editor.address).port)) for _ in range(64)]
     for each in strangers:
@@ -390,7 +397,7 @@ def test_a_link_to_everything_does_not_hold_the_editor(project):
 
 # what misleads
 
-def test_controls_say_what_they_do(page, project):
+def test_controls_say_what_they_do(page):
     # nothing is chosen, and F6 goes on
     assert [page.keys("f6") or page.focused() for _ in range(3)] == ["items", "below", "viewport"]
     # a text is changed in the language that is shown
@@ -430,14 +437,14 @@ def test_controls_say_what_they_do(page, project):
     assert page.focused() != "viewport"
 
 
-def test_a_press_outlives_a_change_from_elsewhere(page, editor):
+def test_a_press_outlives_a_change_from_elsewhere(page, shared_editor):
     choose_factory(page)
     back = page.all('.field .back[aria-label*="dest_y"]')[0]
     place = back.rect
     settle(0.5)  # the small pictures of the looks come later
     assert back.rect == place, "nothing moves below the pointer"
     page._actions().click_and_hold(back).perform()
-    editor.edit("vcc", {"do": "move", "of": [{"slot": 7}], "dx": 0, "dy": 4})
+    shared_editor.edit("vcc", {"do": "move", "of": [{"slot": 7}], "dx": 0, "dy": 4})
     page.wait_for_frame("slot:7", (34, 290))
     page._actions().release().perform()
     wait_until(lambda: not page.all('.field .back[aria-label*="dest_y"]'), "the value to be taken back")
@@ -482,7 +489,7 @@ def test_what_is_new(page):
         wait_until(lambda: focus in (None, page.focused()), f"the focus in {focus}, not {page.focused()}")
 
 
-def test_slots_are_carried_to_another_screen(page):
+def test_slots_and_windows_are_carried_to_another_screen(page):
     left, top, width, height = FACTORY_PLACE
     choose_factory(page)
     page.wait_for_picture()
@@ -497,9 +504,25 @@ def test_slots_are_carried_to_another_screen(page):
     page.keys("h")  # with its looks
     page.wait_for_picture()
     assert not np.array_equal(page.canvas()[top:top + height, left:left + width], button)
+    # a text window comes with a slot that shows it; both are one step
+    page.keys("ctrl+1")
+    page.press("Windows")
+    page.all("#items li")[0].click()
+    page.wait_for_picture()
+    place = page.frame("window:1")
+    page.keys("ctrl+c", "ctrl+2")
+    page.wait_for_picture()
+    page.keys("ctrl+v")
+    [slot] = wait_until(page.selection, "the slot")
+    page.wait_for_picture()
+    assert page.frame(slot) == place and "+26" in project_text(page, "factory")
+    for key, is_there in (("ctrl+z", False), ("ctrl+y", True)):
+        page.keys(key)
+        page.wait_for_picture()
+        assert (page.frame(slot) is not None) == is_there == ("+26" in project_text(page, "factory"))
 
 
-def test_edges_are_dragged_attracted_and_measured(page, editor):
+def test_edges_are_dragged_attracted_and_measured(page):
     left, top, width, height = FACTORY_PLACE
     choose_factory(page)
     page.drag((left + width - 1, top + 20), (left + width + 19, top + 20), held="ctrl")
@@ -516,7 +539,7 @@ def test_edges_are_dragged_attracted_and_measured(page, editor):
     wait_until(lambda: page.selection() == [FACTORY], "what is undone")
     before = project_text(page)
     page.click_at(600, 50)
-    assert page.selection() == ["slot:0"]
+    assert page.selection() == ["slot:0"] and not page.all(".handle")
     page.keys("right")
     wait_until(lambda: "stays" in page.text(".toast.bad, .toast"), "the reason")
     assert project_text(page) == before
@@ -565,8 +588,19 @@ def test_what_is_chosen_after_escape_and_undo(page):
     assert page.selection() == [key]
     page.keys("right")
     page.wait_for_picture()
-    page.keys("ctrl+z")
-    wait_until(lambda: len(page.selection()) == 4, "all that undo has changed")
+    for step in ("ctrl+z", "ctrl+y"):
+        page.all("#items li")[1].click()
+        page.keys(step)
+        wait_until(lambda: page.selection() == [key], "the choice that was changed")
+    page.run("document.getElementById('viewport').focus()")
+    page.keys("down")
+    page.wait_for_picture()
+    page.keys("ctrl+h", "home", "enter")
+    page.wait_for_frame(key, tuple(place[:2]))
+    assert [each.get_attribute("class") for each in page.all(".history li")] == ["", "undone", "undone"]
+    page.all(".history li")[1].click()
+    page.wait_for_frame(key, (place[0] + 8, place[1]))
+    assert page.text(".history [aria-current=true]").startswith("1Move slot")
     page.press("Styles")
     page.all("#items li")[0].click()
     page.run("document.getElementById('viewport').focus()")
@@ -595,7 +629,8 @@ def test_windows_are_dragged_and_aligned_and_sounds_heard(page):
     page.press("Slots")
     choose_factory(page)
     page.run("const { Audio } = window; window.Audio = function(...one) { return window.heard = new Audio(...one); }")
-    page.run("return document.getElementById('field-sound_act').parentElement.querySelector('.icon')").click()
+    page.run("const hear = document.getElementById('field-sound_act').parentElement.querySelector('.icon');"
+             "hear.scrollIntoView({ block: 'center' }); return hear").click()
     wait_until(lambda: page.run("return window.heard?.currentTime > 0"), "the sound")
 
 
@@ -648,13 +683,19 @@ return texts.map((each) => {
 });"""
 
 
+CUT = """return [...document.querySelectorAll('#items *, #properties *, #tools *, #bar *')].filter((each) =>
+  each.clientWidth > 0 && each.scrollWidth > each.clientWidth && !each.matches('input, select, .folder, .grow'))
+  .map((each) => each.outerHTML)"""
+
+
 @pytest.mark.parametrize("scheme", ["light", "dark"])
 def test_everything_can_be_read_and_the_focus_is_seen(page, scheme):
     page.resize(1280, 800, scheme)
     choose_factory(page)
     page.type_into(page.all("#field-display_time")[0], "900")
     wait_until(lambda: "VK113" in page.text(".faults"), "the fault")
-    for look in ("Texts", "Source", "Faults"):
+    assert page.run(CUT) == []
+    for look in ("Texts", "Source", "History", "Faults"):
         page.press(look)
         page.run("document.getElementById('viewport').focus()")
         settle(0.3)  # colours change slowly
@@ -706,10 +747,11 @@ def test_an_evening_of_a_maker(browser, tmp_path, request):
     browser.open(editor)
     browser.press("Options")
     assert len(browser.all("#items li")) > 50
-    browser.driver.save_screenshot(str(tmp_path / "options.png"))
-    assert "no source yet" in browser.text("#properties")
-    assert not browser.run("""return [...document.querySelectorAll('#properties *')].some((each) =>
-        each.clientWidth > 0 && each.scrollWidth > each.clientWidth)"""), "a long name is wrapped"
+    assert "No source yet" in browser.text("#items .about")
+    browser.press("Take the source over")
+    wait_until(lambda: not browser.text("#items .about"), "the source")
+    browser.keys("ctrl+z")
+    wait_until(lambda: "No source yet" in browser.text("#items .about"), "no source again")
     browser.press("Windows")
     browser.all("#items li")[3].click()
     browser.keys("f6", "f6", "f6", "f6")
@@ -755,6 +797,7 @@ def piece_of_a_picture(page):
     choose_factory(page)
     page.press("Choose the piece")
     wait_until(lambda: page.text(".buffer-bar output").startswith("216"), "the picture of the buffer")
+    assert "buttons.pcx" in page.text(".buffer-choice [aria-checked=true]")
 
 
 def faults_and_source(page):
@@ -778,12 +821,8 @@ def keep(taken, kept):
 
 
 @pytest.mark.parametrize("name, prepare, scheme", PICTURES, ids=[row[0] for row in PICTURES])
-def test_the_pictures_are_those_of_the_documents(page_for_pictures, tmp_path, name, prepare, scheme):
-    page = page_for_pictures
+def test_the_pictures_are_those_of_the_documents(page, tmp_path, name, prepare, scheme):
     page.resize(1280, 800, scheme)
-    page.run("sessionStorage.clear(); localStorage.clear()")
-    page.driver.refresh()
-    page.wait_until_ready()
     prepare(page)
     page.wait_for_picture()
     settle(0.5)  # the small pictures of the looks come last

@@ -1,8 +1,8 @@
 // The list at the left: slots, text windows or styles, as a listbox that arrow keys go through.
 import { BACKGROUND } from './arrange.js';
 import { el, find, icon, keeper, put, segments, stepInList } from './dom.js';
-import { listKeys } from './records.js';
-import { allFaults, item, on, select, showList, state, tell } from './state.js';
+import { listKeys, takeOver } from './records.js';
+import { allFaults, item, listDocument, on, select, showList, state, tell } from './state.js';
 import { pieceOf, thumbnail } from './thumbnails.js';
 
 const panel = find('items');
@@ -16,7 +16,8 @@ const tabs = segments('Kind of list', [
 });
 const list = el('ul', { role: 'listbox', tabIndex: 0, 'aria-label': 'Slots', 'aria-multiselectable': 'true' });
 
-panel.append(el('div', { class: 'list-head' }, tabs), list);
+const about = el('div', { class: 'about' });
+panel.append(el('div', { class: 'list-head' }, tabs), about, list);
 
 const kindWords = { text: 'text', picture: 'picture', window: 'shows a text window', other: 'other' };
 
@@ -30,7 +31,23 @@ function draw() {
     const looks = looksOf(each, faulty);
     return kept(each.key, looks, () => row(each.key, looks));
   }));
+  const { file, made, dirty } = listDocument() ?? {};
+  put(about, [kept('about', [state.list, file, made && !dirty], aboutSource)]);
   list.setAttribute('aria-activedescendant', list.querySelector('.lead')?.id ?? '');
+}
+
+/** Why there is nothing in the list, or that what is there has no source yet. */
+function aboutSource() {
+  const document = listDocument();
+  const name = document?.file.split('/').pop();
+  if (!document) {
+    return el('p', {}, `There is no source of ${state.list === 'windows' ? 'text windows' : 'this screen'}, and what ` +
+      'is installed cannot be read as one; the faults below say why.');
+  }
+  if (!document.made || document.dirty) return el('p', { hidden: true });
+  return el('p', {}, `No source yet: shown as it is installed. The first change makes ${name}. `,
+    el('button', { type: 'button', class: 'link', title: `Makes ${name} without another change`,
+      on: { click: () => takeOver(document) } }, 'Take the source over'));
 }
 
 function looksOf(each, faulty) {

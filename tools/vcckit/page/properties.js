@@ -5,7 +5,7 @@ import { labelOf, rawName } from './labels.js';
 import { looksOf } from './looks.js';
 import { movedBy } from './arrange.js';
 import { renumber, split } from './records.js';
-import { on, screenDocument, select, selected, state, tell } from './state.js';
+import { on, select, selected, state, tell } from './state.js';
 import { addressFor, hasLook, isOwn, isSpoken, originOf, setValue, unsetValue, usualLanguage, valueOf }
   from './values.js';
 import { edit } from './edits.js';
@@ -67,8 +67,6 @@ function sameKind(items) {
 
 function nothing() {
   return el('div', { class: 'empty' }, el('p', {}, 'Nothing is chosen.'),
-    screenDocument()?.made ? note('locked', 'This screen has no source yet: it is shown as it is installed. The ' +
-      `first change that is saved makes ${screenDocument().file}.`) : null,
     el('p', { class: 'dim' }, 'Click into the picture or the list. Ctrl takes what lies under it, Shift adds, ',
       'dragging draws a band around several.'),
     el('p', { class: 'dim' }, 'What is chosen moves with the mouse or the arrow keys; all that can be said of it ',

@@ -12,14 +12,15 @@ const kept = keeper();
 
 /** Slots that show a text in some language. */
 function rows(screen) {
-  return screen.slots.filter((slot) => Object.values(slot.languages).some((each) => each.kind === 'text' && each.text));
+  return (screen?.slots ?? []).filter((slot) => Object.values(slot.languages)
+    .some((each) => each.kind === 'text' && each.text));
 }
 
 /** How many texts of a screen a language lacks. */
 const lacking = (screen) => rows(screen).flatMap((slot) => Object.values(slot.languages))
   .filter((each) => !each.text.trim()).length;
 
-export const drawTexts = () => { if (screenDocument()) keepFocus(texts, () => draw(screenDocument())); };
+export const drawTexts = () => { if (state.project) keepFocus(texts, () => draw(screenDocument())); };
 
 function draw(screen) {
   const codes = state.project.languages.map((each) => each.code);
