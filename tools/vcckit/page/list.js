@@ -69,7 +69,7 @@ function looksOf(each, faulty) {
 /** A name; records that are repeated share theirs and are told apart by their texts. */
 function nameOf(each) {
   const text = each.shown?.text.trim();
-  return text && (!each.name || each.record.repeat?.count > 1) ? `“${text}”` : each.name;
+  return text && (!each.name || each.record.repeat?.count > 1) ? text : each.name;
 }
 
 function row(key, looks) {
@@ -80,9 +80,10 @@ function row(key, looks) {
       pointerenter: () => { state.hovered = key; tell('hovered'); },
       pointerleave: () => { state.hovered = null; tell('hovered'); },
     } },
-  el('span', { class: 'sign' }, (looks.shows && thumbnail(looks.shows[0], [1.8, 1.3], looks.shows[1]))
-    ?? icon(looks.icon)), looks.index === null ? null : el('span', { class: 'index' }, looks.index),
-  el('span', { class: 'name' }, looks.name), looks.locked ? icon('locked') : null);
+  el('span', { class: 'sign' }, looks.shows ? thumbnail(looks.shows[0], [1.8, 1.3], looks.shows[1]) : icon(looks.icon),
+    looks.locked ? el('span', { class: 'lock' }, icon('locked')) : null),
+  looks.index === null ? null : el('span', { class: 'index' }, looks.index),
+  el('span', { class: 'name' }, looks.name));
   element.dataset.key = key;
   return element;
 }
