@@ -702,6 +702,7 @@ def test_everything_can_be_read_and_the_focus_is_seen(page, scheme):
         read = page.run(READABLE)
         assert len(read) > 60 and [each for each in read if each[0] < 4.5] == []
     page.keys("?")
+    assert {"Ctrl+H", "F6", "Z", "Shift+Arrow keys"} <= {each.text for each in page.all(".palette kbd")}
     assert [each for each in page.run(READABLE) if each[0] < 4.5] == []
     page.keys("escape", "escape", "shift+tab", "tab")  # out of the picture, and around
     seen = set()
@@ -798,6 +799,7 @@ def piece_of_a_picture(page):
     page.press("Choose the piece")
     wait_until(lambda: page.text(".buffer-bar output").startswith("216"), "the picture of the buffer")
     assert "buttons.pcx" in page.text(".buffer-choice [aria-checked=true]")
+    assert page.all("#items .thumbnail")
 
 
 def faults_and_source(page):
