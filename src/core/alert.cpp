@@ -34,9 +34,9 @@ void show_alert(std::string_view line1, std::string_view line2, std::string_view
     forget_gamepads();
 }
 
-void alert_and_log(std::string_view text) {
-    show_alert(text);
-    write_log(text);
+void alert_and_log(std::string_view shown, std::string_view logged) {
+    show_alert(shown);
+    write_log(logged);
 }
 
 void show_message_box(std::string_view text) {

@@ -34,9 +34,7 @@ Outcome install_sound_system(SetupState& state) {
     reserve_voices(reserved_voices, 0);
     if (install_sound(DIGI_AUTODETECT, MIDI_NONE, nullptr) == 0)
         return Outcome::go_on;
-    const std::string reason = allegro_error;
-    show_alert("Error initialising sound");
-    write_log(format_text("Error initialising sound: %s\n", reason.c_str()));
+    alert_and_log("Error initialising sound", format_text("Error initialising sound: %s\n", allegro_error));
     disable_sound();
     state.themes = 0;
     return Outcome::stop;

@@ -16,11 +16,6 @@ namespace {
 constexpr int music_priority = 255; // many effects at once must not take the music's voice
 constexpr int stream_halves = 2;
 
-void report(const char* alert_text, const std::string& log_text) {
-    show_alert(alert_text);
-    write_log(log_text);
-}
-
 } // namespace
 
 // The library asks for a buffer when the other half begins to play, so the half that is active while a buffer is filled
@@ -58,12 +53,13 @@ RefillPlan plan_refill(const RefillState& state, long data_length, long buffer_s
 std::unique_ptr<WavStream> WavStream::open(const std::string& path, int volume) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0) {
-        report("Error (1) detecting wav stream", format_text("Error (1) detecting wav stream\n%s\n", allegro_error));
+        alert_and_log("Error (1) detecting wav stream",
+                      format_text("Error (1) detecting wav stream\n%s\n", allegro_error));
         return nullptr;
     }
     FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
     if (!file) {
-        report("Error (2) detecting wav stream", format_text("Error (2) opening wav stream %d\n", errno));
+        alert_and_log("Error (2) detecting wav stream", format_text("Error (2) opening wav stream %d\n", errno));
         return nullptr;
     }
     // Reads of half a megabyte go directly into the stream's buffer.
@@ -71,7 +67,7 @@ std::unique_ptr<WavStream> WavStream::open(const std::string& path, int volume) 
     AudioStreamPtr stream(play_audio_stream(stream_samples, header.bits, header.channels == 2 ? TRUE : FALSE,
                                             header.rate, std::clamp(volume, 0, 255), centre_pan));
     if (!stream) {
-        report("Error init audiostream :", format_text("Error init audiostream : %s\n", allegro_error));
+        alert_and_log("Error init audiostream :", format_text("Error init audiostream : %s\n", allegro_error));
         return nullptr;
     }
     voice_set_priority(stream->voice, music_priority);
