@@ -2,7 +2,7 @@
 #include "codec.h"
 #include "core/installation.h"
 #include "figure.h"
-#include "film/film_picture.h"
+#include "film/film.h"
 #include "media/avi.h"
 #include "world.h"
 

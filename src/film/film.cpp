@@ -2,22 +2,81 @@
 
 #include "core/clock.h"
 #include "core/gamepad.h"
+#include "core/geometry.h"
+#include "core/installation.h"
 #include "core/log.h"
 #include "core/mouse_buttons.h"
 #include "core/scope.h"
 #include "core/window_state.h"
-#include "film/film_picture.h"
 #include "media/avi.h"
 #include "platform/files.h"
 #include "sound/music.h"
 #include "sound/sound.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstring>
 #include <optional>
 
 namespace vcc {
+
 namespace {
+
+constexpr int widen_5_bits(int value) {
+    return value * 255 / 31;
+}
+
+// The library's shifts are read once per row: the compiler must assume that any byte written could change them.
+using RowConverter = void (*)(const std::uint8_t* source, unsigned char* target, int width);
+
+void copy_8(const std::uint8_t* source, unsigned char* target, int width) {
+    std::memcpy(target, source, static_cast<std::size_t>(width));
+}
+
+void convert_16(const std::uint8_t* source, unsigned char* target, int width) {
+    const int red_shift = _rgb_r_shift_16, green_shift = _rgb_g_shift_16, blue_shift = _rgb_b_shift_16;
+    for (int x = 0; x < width; ++x, source += 2, target += 2) {
+        const int stored = source[0] | source[1] << 8;
+        const int red = widen_5_bits(stored >> 10 & 31), green = widen_5_bits(stored >> 5 & 31),
+                  blue = widen_5_bits(stored & 31);
+        const auto pixel = static_cast<std::uint16_t>((red >> 3) << red_shift | (green >> 2) << green_shift |
+                                                      (blue >> 3) << blue_shift);
+        std::memcpy(target, &pixel, sizeof pixel);
+    }
+}
+
+/// The usual layout of the display differs from the frame's only in the unused byte.
+void copy_32(const std::uint8_t* source, unsigned char* target, int width) {
+    constexpr std::uint32_t colour_bits = 0xFFFFFF;
+    for (int x = 0; x < width; ++x, source += 4, target += 4) {
+        std::uint32_t pixel = 0;
+        std::memcpy(&pixel, source, sizeof pixel);
+        pixel &= colour_bits;
+        std::memcpy(target, &pixel, sizeof pixel);
+    }
+}
+
+/// 24 and 32 bits.
+template <int bytes>
+void convert(const std::uint8_t* source, unsigned char* target, int width) {
+    const int red_shift = bytes == 3 ? _rgb_r_shift_24 : _rgb_r_shift_32,
+              green_shift = bytes == 3 ? _rgb_g_shift_24 : _rgb_g_shift_32,
+              blue_shift = bytes == 3 ? _rgb_b_shift_24 : _rgb_b_shift_32;
+    if (bytes == 4 && red_shift == 16 && green_shift == 8 && blue_shift == 0)
+        return copy_32(source, target, width);
+    for (int x = 0; x < width; ++x, source += bytes, target += bytes) {
+        const std::uint32_t pixel = std::uint32_t{source[2]} << red_shift | std::uint32_t{source[1]} << green_shift |
+                                    std::uint32_t{source[0]} << blue_shift;
+        std::memcpy(target, &pixel, bytes);
+    }
+}
+
+struct DepthRow {
+    int bits;
+    RowConverter convert;
+};
+constexpr DepthRow depth_rows[] = {{8, copy_8}, {16, convert_16}, {24, convert<3>}, {32, convert<4>}};
 
 constexpr int film_effect_volume = 150;
 
@@ -71,6 +130,72 @@ void play(platform::AviFilm& film, FilmScreen& target) {
 }
 
 } // namespace
+
+FilmPlace place_film(int film_width, int film_height, int screen_width, int screen_height) {
+    FilmPlace place;
+    place.width = std::min(film_width, screen_width);
+    place.height = std::min(film_height, screen_height);
+    centre_in(place.x, place.y, screen_width, screen_height, place.width, place.height);
+    centre_in(place.source_x, place.source_y, film_width, film_height, place.width, place.height);
+    return place;
+}
+
+void decode_frame(BITMAP* surface, const platform::AviFrame& frame) {
+    const auto depth = std::ranges::find(depth_rows, frame.bits, &DepthRow::bits);
+    if (depth == std::end(depth_rows) || bitmap_color_depth(surface) != frame.bits || surface->w != frame.width ||
+        surface->h != frame.height)
+        return;
+    for (int y = 0; y < frame.height; ++y)
+        depth->convert(frame.row(y).data(), surface->line[y], frame.width);
+}
+
+void film_palette(const platform::AviFrame& frame, PALETTE palette) {
+    for (std::size_t i = 0; i < PAL_SIZE; ++i) {
+        palette[i] = {};
+        if (frame.colour_table.size() < 4 * (i + 1))
+            continue;
+        const auto* entry = frame.colour_table.data() + 4 * i; // the library counts to 63
+        palette[i].r = entry[2] >> 2;
+        palette[i].g = entry[1] >> 2;
+        palette[i].b = entry[0] >> 2;
+    }
+}
+
+FilmScreen::FilmScreen(const platform::AviFrame& first)
+    : picture_(create_bitmap(layout_width, layout_height)),
+      place_(place_film(first.width, first.height, layout_width, layout_height)) {
+    if (!picture_ || !screen)
+        return;
+    clear_to_color(picture_.get(), makecol(0, 0, 0));
+    blit(picture_.get(), screen, 0, 0, 0, 0, SCREEN_W, SCREEN_H);
+    in_place_ = first.bits == bitmap_color_depth(picture_.get()) && first.width == place_.width &&
+                first.height == place_.height;
+    surface_.reset(in_place_ ? create_sub_bitmap(picture_.get(), place_.x, place_.y, place_.width, place_.height)
+                             : create_bitmap_ex(first.bits, first.width, first.height));
+    if (surface_)
+        clear_bitmap(surface_.get());
+}
+
+void FilmScreen::show(const platform::AviFrame& frame) {
+    decode_frame(surface_.get(), frame);
+    if (!in_place_)
+        convert(frame);
+    blit(picture_.get(), screen, place_.x, place_.y, place_.x, place_.y, place_.width, place_.height);
+}
+
+// The picture has the screen's depth: only the film's pixels are converted, and the border stays black whatever the
+// film's colour table holds.
+void FilmScreen::convert(const platform::AviFrame& frame) {
+    PALETTE palette;
+    if (frame.bits == 8) {
+        film_palette(frame, palette);
+        select_palette(palette);
+    }
+    blit(surface_.get(), picture_.get(), place_.source_x, place_.source_y, place_.x, place_.y, place_.width,
+         place_.height);
+    if (frame.bits == 8)
+        unselect_palette();
+}
 
 void play_film(const std::string& path, int effect) {
     const AtEnd input_discarded([] { // the next screen must not get the key or click that ended the film

@@ -1,6 +1,5 @@
 // The frames of a film, their place and their colours; films that cannot be played.
 #include "film/film.h"
-#include "film/film_picture.h"
 #include "folder_test.h"
 #include "sound/music.h"
 #include "sound/sound.h"
