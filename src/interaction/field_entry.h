@@ -1,13 +1,31 @@
-// An entry field while the player types into it.
+// Entry fields: what a key does to their text, and one while the player types into it.
 #pragma once
 
 #include "core/scope.h"
 #include "interaction/keys.h"
 #include "interaction/screen_run.h"
-#include "interaction/text_edit.h"
 #include "screen/draw_slot.h"
 
+#include <string>
+
 namespace vcc {
+
+struct FieldEdit {
+    std::string text; ///< padded with blanks to the field's length; the first change cuts a longer one
+    int cursor = 0;   ///< 0 to length - 1
+};
+
+enum class EditOutcome {
+    ignored,   ///< the key does nothing in this field
+    changed,   ///< text, cursor or mode may differ: draw the field again
+    at_edge,   ///< the cursor cannot move further; nothing to draw
+    forbidden, ///< the character is not allowed in a numeric field
+    full       ///< the last position was typed over: the entry is finished
+};
+
+/// Applies a key of kind character or editing to a field of `length` characters (1 to 254). `numeric` allows digits,
+/// blank and "-" only. Insert flips `insert`.
+EditOutcome edit_field(FieldEdit& field, const KeyEvent& key, int length, bool numeric, bool editable, int& insert);
 
 /// How a field being edited looks.
 struct FieldLook {

@@ -5,7 +5,6 @@
 #include "interaction/help_file.h"
 #include "interaction/keys.h"
 #include "interaction/player_input.h"
-#include "interaction/text_edit.h"
 #include "support/allegro_none.h"
 #include "support/screen_world.h"
 #include "support/slots.h"
