@@ -67,7 +67,7 @@ void play_films(Session& session) {
     settings.volumes[cc_module].effects = read_number("vcc_snd_volume");
     const int music_before = music_on;
     if (sound_on) {
-        sfx_volume = settings.volumes[cc_module].effects * volume_step;
+        use_effects_volume(Module::control_centre);
         music_on = 0;
     }
     pause_music_voice(); // the theme waits for the menu

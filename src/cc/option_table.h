@@ -57,9 +57,7 @@ constexpr OptionRow option(Row row, std::string_view name, int button, Group gro
 inline constexpr OptionRow option_table[] = {
     option(Row::effects, "effects_volume", 22, Group::sound, 7, 20, explanation_number(0), {0, 11}, 11,
            volume_of<&ModuleVolumes::effects>,
-           {.needs = Needs::sound,
-            .apply = [](Module module) { sfx_volume = settings.volumes[index_of(module)].effects * volume_step; },
-            .presses_twice = true}),
+           {.needs = Needs::sound, .apply = use_effects_volume, .presses_twice = true}),
     option(Row::music, "music_volume", 24, Group::sound, 8, 21, explanation_number(1), {0, 11}, 11,
            volume_of<&ModuleVolumes::music>,
            {.needs = Needs::music,

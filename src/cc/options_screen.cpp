@@ -172,7 +172,7 @@ void OptionsScreen::select_module(BITMAP* target, Module module) {
     }
     if (!sound_on)
         return;
-    sfx_volume = settings.volumes[index_of(module)].effects * volume_step;
+    use_effects_volume(module);
     play_theme();
 }
 
@@ -218,7 +218,7 @@ void OptionsScreen::toggle_loop(BITMAP* target) {
 void OptionsScreen::refresh(BITMAP* target) {
     if (sound_on) {
         option_row = Row::effects;
-        sfx_volume = settings.volumes[index_of(selected_module)].effects * volume_step;
+        use_effects_volume(selected_module);
     }
     explain(target, option_row);
     put_on_panel(target, *find_row(option_row));

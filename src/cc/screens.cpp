@@ -109,7 +109,7 @@ void restart_cc_music() {
     if (!needs_met(Needs::music))
         return;
     options_screen.theme_display_live = 0;
-    sfx_volume = settings.volumes[cc_module].effects * volume_step;
+    use_effects_volume(Module::control_centre);
     if (options_screen.play_theme())
         show_loop_label(Module::control_centre, settings.theme[cc_module] + 1);
 }

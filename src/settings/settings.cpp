@@ -66,6 +66,10 @@ void clamp_themes() {
 
 } // namespace
 
+void use_effects_volume(Module module) {
+    sfx_volume = settings.volumes[index_of(module)].effects * volume_step;
+}
+
 void load_settings() {
     obey_sound_flags();
     if (music_on != 0)

@@ -279,6 +279,9 @@ static_assert(are_valid(), "a key appears twice, or a row's range, default, plac
 
 } // namespace rows
 
+/// Plays sound effects at a module's volume from now on.
+void use_effects_volume(Module module);
+
 void load_settings();
 void reset_settings();
 void save_settings();
