@@ -5,7 +5,7 @@
 #include "display/buffers.h"
 #include "figure.h"
 #include "screen/buffer_list.h"
-#include "screen/slot_file.h"
+#include "screen/slot.h"
 #include "world.h"
 
 #include <cstdio>

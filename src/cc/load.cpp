@@ -6,7 +6,6 @@
 #include "cc/theme_player.h"
 #include "core/alert.h"
 #include "core/installation.h"
-#include "core/log.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/pointer.h"
@@ -15,7 +14,6 @@
 #include "screen/draw_slot.h"
 #include "screen/status_line.h"
 #include "screen/text_window.h"
-#include "screen/text_window_file.h"
 #include "settings/keyboard_layout.h"
 #include "settings/settings.h"
 #include "settings/values.h"
@@ -56,7 +54,7 @@ void setup_cc_screens() {
         disable_sound_controls();
     fill_fields();
     if (sound_on)
-        sfx_volume = settings.volumes[cc_module].effects * volume_step;
+        use_effects_volume(Module::control_centre);
     options_screen.play_theme();
 }
 
@@ -124,8 +122,7 @@ void keep_text_background(const SlotSet& set) {
 
 bool reload_pictures(BITMAP*& target) {
     if (!load_pictures()) {
-        show_alert("VCC: Error loading Graphicbuffers!");
-        write_log("VCC: Error loading Graphicbuffers\n");
+        alert_and_log("VCC: Error loading Graphicbuffers!", "VCC: Error loading Graphicbuffers\n");
         target = nullptr;
         return false;
     }

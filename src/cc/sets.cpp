@@ -2,7 +2,7 @@
 
 #include "core/installation.h"
 #include "core/log.h"
-#include "screen/slot_file.h"
+#include "screen/slot.h"
 #include "text/language.h"
 
 namespace vcc {

@@ -1,11 +1,14 @@
-// The slot: one element of a screen, stored in files exactly as in memory.
+// The slot: one element of a screen, stored in files exactly as in memory. A slot or toggle file is a count and that
+// many records.
 #pragma once
 
+#include "core/result.h"
 #include "core/text.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -89,5 +92,19 @@ inline void show(Slot& slot) {
 inline bool is_text_window(const Slot& slot) {
     return slot.graphic != 0 && text_of(slot.text).starts_with("TEXT-WIN");
 }
+
+/// The records of a slot or toggle file in memory. Fails if the file is shorter than its count announces or has more
+/// than 200 records; a file too short for a count has none. Ignores what follows the records.
+Result<std::vector<Slot>> read_slot_file(std::string_view bytes);
+
+/// Loads the set's slots. Returns their number; 0 if the file has none or is rejected, 1 if it cannot be opened (no
+/// record is then loaded). Messages go to the status line; a file that is rejected or cannot be opened is also logged.
+int load_slots(const std::string& path, SlotSet& set);
+
+/// Loads the toggles of a slot file from their own file. Returns their number, 0 in every other case.
+int load_toggles(const std::string& slot_path, SlotSet& set);
+
+/// Loads both; returns the sum of the two results.
+int load_slot_set(const std::string& path, SlotSet& set);
 
 } // namespace vcc

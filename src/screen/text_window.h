@@ -1,4 +1,5 @@
-// Text windows: framed panels described by data.
+// Text windows: framed panels described by data, and the file that describes them: per line a key of one or two letters
+// and a number, for the window of the latest "+" line.
 #pragma once
 
 #include "core/installation.h"
@@ -7,6 +8,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 namespace vcc {
 
@@ -43,5 +45,12 @@ void draw_text_window_from_bitmap(BITMAP* target, int number, int restore);
 
 void draw_cell_window(BITMAP* target, int number, bool highlighted);
 void draw_pixel_window(BITMAP* target, int number, bool highlighted);
+
+/// Applies a text-window file in memory to the table; returns the number of "-" lines. Calls `each_line`, which may be
+/// null, before every line.
+int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows, void (*each_line)());
+
+/// Loads a file into the table; 0 if it cannot be opened or has no "-" line.
+int load_text_windows(const std::string& path);
 
 } // namespace vcc

@@ -2,7 +2,7 @@
 #include "display/buffers.h"
 #include "interaction/focus.h"
 #include "screen/draw_slot.h"
-#include "screen/slot_file.h"
+#include "screen/slot.h"
 #include "world.h"
 
 void vcc::fuzz::one_input(std::string_view input) {

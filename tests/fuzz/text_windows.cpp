@@ -1,7 +1,6 @@
 // Text-window files: read, then every window drawn.
 #include "display/buffers.h"
 #include "screen/text_window.h"
-#include "screen/text_window_file.h"
 #include "world.h"
 
 void vcc::fuzz::one_input(std::string_view input) {

@@ -1,6 +1,6 @@
 // Toggle files, with the slot file that they belong to.
 #include "screen/draw_slot.h"
-#include "screen/slot_file.h"
+#include "screen/slot.h"
 #include "world.h"
 
 void vcc::fuzz::one_input(std::string_view input) {

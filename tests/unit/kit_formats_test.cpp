@@ -6,7 +6,7 @@
 #include "core/text.h"
 #include "interaction/help_file.h"
 #include "platform/latin1.h"
-#include "screen/text_window_file.h"
+#include "screen/text_window.h"
 #include "text/language.h"
 
 namespace vcc::kit {

@@ -2,7 +2,7 @@
 #include "core/scope.h"
 #include "screen/draw.h"
 #include "screen/draw_text.h"
-#include "screen/slot_file.h"
+#include "screen/slot.h"
 #include "screen/status_line.h"
 #include "sound/sound.h"
 #include "support/screen_world.h"

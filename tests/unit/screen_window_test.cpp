@@ -1,6 +1,6 @@
 // Text windows, their files, and the list of graphic buffers.
 #include "screen/buffer_list.h"
-#include "screen/text_window_file.h"
+#include "screen/text_window.h"
 #include "support/screen_world.h"
 
 #include <climits>

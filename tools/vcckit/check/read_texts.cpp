@@ -9,7 +9,7 @@
 #include "core/text.h"
 #include "platform/latin1.h"
 #include "screen/colours.h"
-#include "screen/text_window_file.h"
+#include "screen/text_window.h"
 #include "text/fonts.h"
 #include "text/language.h"
 

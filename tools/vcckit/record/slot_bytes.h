@@ -1,7 +1,7 @@
 // Slot and toggle files as bytes: a count and that many records.
 #pragma once
 
-#include "screen/slot_file.h"
+#include "screen/slot.h"
 
 #include <string>
 #include <string_view>

@@ -1,5 +1,5 @@
 #include "vcckit/serve/session.h"
-#include "screen/text_window_file.h"
+#include "screen/text_window.h"
 
 #include "vcckit/check/installation.h"
 #include "vcckit/source/packed_screen.h"

@@ -1,4 +1,4 @@
-#include "screen/slot_file.h"
+#include "screen/slot.h"
 
 #include "core/files.h"
 #include "core/log.h"
