@@ -13,7 +13,8 @@ let wanted = null;
 
 export function draw() {
   const { name, file, steps, done } = activeDocument() ?? {};
-  if (!name) return;
+  told.textContent = name ? `${file.split('/').pop()}: a click or Enter goes to a step` : '';
+  if (!name) return void put(history, []);
   const now = `${name} ${done} ${steps.length}`;
   if (shown !== now) marked = done;
   const rows = ['As it was opened', ...steps].map((label, number) => kept(number, [label, number > done,
@@ -22,7 +23,6 @@ export function draw() {
   history.setAttribute('aria-activedescendant', `step-${marked}`);
   if (shown !== now) history.children[done].scrollIntoView({ block: 'nearest' });
   shown = now;
-  told.textContent = `${file.split('/').pop()}: a click or Enter goes to a step`;
 }
 
 function row(label, number, done) {

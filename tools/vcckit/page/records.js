@@ -232,10 +232,10 @@ export function takeOver({ name, text: base }) {
 }
 
 export function listKeys() {
+  if (state.list === 'windows') return windowKeys();
   const document = screenDocument();
   if (!document) return [];
   if (state.list === 'styles') return document.styles.map((each) => keyOf('style', each.name));
-  if (state.list === 'windows') return windowKeys();
   const slots = [...document.slots].sort((a, b) => a.index - b.index).map((each) => keyOf('slot', each.index));
   return slots.concat(ownToggles().map((each) => keyOf('toggle', each.index)));
 }
