@@ -121,7 +121,8 @@ TEST_F(Grid, SlotsAreHitWhereTheyAreDrawn) {
     EXPECT_EQ(slot_rect(slot_).x1, 80) << "one coordinate alone does not place it";
     test::set_fields(slot_, {{&Slot::dest_y, 50}, {&Slot::input_mode, 1}, {&Slot::size, 12}});
     EXPECT_EQ(slot_rect(slot_).x2, 396) << "an entry field is as wide as its size";
-    test::set_fields(slot_, {{&Slot::graphic, 1}, {&Slot::src_y, 20}, {&Slot::box_height, 50}});
+    test::set_fields(slot_, {{&Slot::graphic, 1}, {&Slot::src_y, 20}, {&Slot::box_height, 50}, {&Slot::box_width, 60}});
+    EXPECT_EQ(slot_rect(slot_).x2, 360) << "a picture";
     EXPECT_EQ(slot_rect(slot_).y2, 80) << "a picture";
     test::set_fields(slot_, {{&Slot::box_width, INT32_MAX}, {&Slot::src_x, INT32_MIN}});
     EXPECT_GT(slot_rect(slot_).x2, 800) << "a damaged file's";

@@ -368,8 +368,11 @@ TEST(SourceEdit, SetChangesThisRecordAndNoOther) {
         for (std::size_t index = 0; index < source.places[0].slots.size(); ++index) {
             if (source.places[0].slots[index].whole.line == 0)
                 continue; // fills a gap
-            expect_only_change(screen, source, index, fields[turn % std::size(fields)], 77, turn % 2);
-            expect_only_change(screen, source, index, "text", "Neu \"x\"", turn++ % 2);
+            if (turn % 3 == 0)
+                expect_only_change(screen, source, index, "text", "Neu \"x\"", turn % 2);
+            else
+                expect_only_change(screen, source, index, fields[turn % std::size(fields)], 77, turn % 2);
+            ++turn;
         }
     }
     EXPECT_GT(turn, 100U);

@@ -141,7 +141,7 @@ TEST_F(Store, AKilledProgramNeverLeavesPartOfAFile) {
           "\n\n[VELDOR_BATTLE]\nplayer_name = 0\n# last line\n");
     std::minstd_rand random(20);
     int last = 0;
-    for (int kill_number = 0; kill_number < 200; ++kill_number) {
+    for (int kill_number = 0; kill_number < 50; ++kill_number) {
         int saved[2] = {-1, -1};
         ASSERT_EQ(::pipe(saved), 0);
         const pid_t writer = ::fork();

@@ -120,6 +120,13 @@ TEST(Scaler, AnAreaIsAsInTheWholeAndTouchesNothingElse) {
                         const bool inside = area.x1 <= x && x < area.x2 && area.y1 <= y && y < area.y2;
                         ASSERT_EQ(part.pixel(x, y), inside ? whole.pixel(x, y) : 0) << x << ", " << y;
                     }
+                Image other = picture, other_whole(to, format), mended = whole;
+                for (int y = changed.y1; y < changed.y2; ++y)
+                    for (int at = changed.x1 * format.bytes; at < changed.x2 * format.bytes; ++at)
+                        other.data[static_cast<std::size_t>(y * size.width * format.bytes + at)] ^= 0xFF;
+                scaler.scale(other.rows(), other_whole.rows(), {0, 0, to.width, to.height});
+                scaler.scale(other.rows(), mended.rows(), area);
+                EXPECT_EQ(mended.data, other_whole.data) << "the area lacks some of what has changed";
             }
         }
 }
