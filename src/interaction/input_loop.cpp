@@ -139,7 +139,7 @@ KeyEvent key_on_button(KeyEvent event) {
 
 } // namespace
 
-int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard) {
+int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_wait) {
     if (clear_keyboard)
         forget_keys();
     InputLoop loop(run);
@@ -161,7 +161,7 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard) {
             event = {key::alt_x, 0, KeyKind::ending};
         if (run.owner->every_frame)
             run.owner->every_frame();
-        const bool ends = event.kind == KeyKind::ending;
+        const bool ends = event.kind == KeyKind::ending || no_wait;
         present_screen();
         if (key_came || ends || frame_rest == 0)
             rest(0);

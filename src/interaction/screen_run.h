@@ -45,15 +45,15 @@ struct ScreenRun {
 };
 
 /// Waits for input on the current slot and returns the code that ends the wait. `look` gives the field's font, width
-/// and colours.
-int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard);
+/// and colours. With `no_wait`, which no screen uses today, returns after one frame.
+int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_wait);
 
 inline constexpr int step_activated = -1, step_no_slot = -2;
 
 /// One interaction: picks the focus, waits, then moves the focus or shows the pressed look. Returns step_activated if
 /// the current button or label was activated, step_no_slot if nothing can be selected, otherwise the key code (13 for a
-/// left click, 27 for a right click).
-int interaction_step(ScreenRun& run);
+/// left click, 27 for a right click). `no_wait` as above.
+int interaction_step(ScreenRun& run, bool no_wait = false);
 
 /// Duration of a slot's pressed look in milliseconds; at most ten seconds, whatever its record says.
 int pressed_look_ms(const Slot& slot);

@@ -62,7 +62,7 @@ const Slot& editing_look(const SlotSet& set, const Slot& slot) {
     return slot;
 }
 
-int wait_on_slot(ScreenRun& run) {
+int wait_on_slot(ScreenRun& run, bool no_wait) {
     Slot& slot = run.slot();
     std::string& edit_text = run.edit_texts[run.index()];
     const Slot& look = editing_look(*run.set, slot);
@@ -72,7 +72,7 @@ int wait_on_slot(ScreenRun& run) {
     if (slot.toggle == 0)
         update_screen(run.target); // nothing on this slot will send what was drawn before
     select_font(look.font);
-    const int code = await_input(run, look, true);
+    const int code = await_input(run, look, true, no_wait);
     if (is_field)
         store_text(slot.text, edit_text);
     return code;
@@ -131,7 +131,7 @@ int pressed_look_ms(const Slot& slot) {
     return std::clamp(slot.display_time, 0, display_time_limit) * display_time_unit_ms;
 }
 
-int interaction_step(ScreenRun& run) {
+int interaction_step(ScreenRun& run, bool no_wait) {
     const FontSelection keep_font(drawing.current_font);
     const int focus = pick_focus(*run.set, run.current, run.direction, false);
     if (!run.set->has_slot(focus)) {
@@ -139,7 +139,7 @@ int interaction_step(ScreenRun& run) {
         return step_no_slot;
     }
     run.current = focus;
-    const int code = wait_on_slot(run);
+    const int code = wait_on_slot(run, no_wait);
     if (run.slot().input_mode != 0 || !keeps_look(code))
         redraw_quietly(run);
     if (code == key::left_button || code == key::enter)
