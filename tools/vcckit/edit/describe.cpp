@@ -1,6 +1,7 @@
 #include "vcckit/edit/describe.h"
 
 #include "vcckit/check/fixed_slots.h"
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/source_model.h"
 
 #include "screen/slot.h"
@@ -122,12 +123,14 @@ json describe_style(const SourceModel& model, const std::string& name, const Nod
 
 } // namespace
 
-Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules) try {
+Description describe_windows(const std::string& text, const EditRules&) {
     Description out;
-    if (kind == DocumentKind::windows) {
-        out.windows = windows_of(source);
-        return out;
-    }
+    out.windows = windows_of(text);
+    return out;
+}
+
+Description describe_screen(const std::string& source, const EditRules& rules) {
+    Description out;
     const SourceModel model(source);
     out.names = model.names();
     out.slots = describe_records(model, Address::Of::slot, rules);
@@ -137,6 +140,10 @@ Result<Description> describe(const std::string& source, DocumentKind kind, const
             if (style.value.is_table())
                 out.styles.push_back(describe_style(model, style.key, style.value));
     return out;
+}
+
+Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules) try {
+    return row_of(kind).describe(source, rules);
 } catch (const Refused& refused) {
     return Failure{refused.what()};
 }

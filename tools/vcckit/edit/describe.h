@@ -20,7 +20,11 @@ struct Description {
     SourceNames names; ///< that it gives to numbers
 };
 
-/// Fails when the text cannot be read as TOML. Pure.
+/// Fails when the text cannot be read. Pure.
 Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules);
+
+/// The same for one kind; these throw Refused.
+Description describe_screen(const std::string& source, const EditRules& rules);
+Description describe_windows(const std::string& text, const EditRules& rules);
 
 } // namespace vcc::kit::edit

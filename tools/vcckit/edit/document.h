@@ -14,12 +14,12 @@ namespace vcc::kit::edit {
 struct Document {
     std::string name, file; ///< the file is read and written under this path
     DocumentKind kind = DocumentKind::screen;
-    std::string text;                ///< the working text
-    std::string disk;                ///< what the file held when it was last read or written
-    bool on_disk = false;            ///< there is such a file
-    bool made = false;               ///< from installed files; there is a source once something is changed
-    bool packed_files_old = false;   ///< they may describe an earlier text
-    std::vector<std::string> copies; ///< further files with the same bytes
+    std::string text;                  ///< the working text
+    std::string disk;                  ///< what the file held when it was last read or written
+    bool on_disk = false;              ///< there is such a file
+    bool made = false;                 ///< from installed files; there is a source once something is changed
+    std::vector<std::string> installs; ///< files of the installation that hold the same, as the program names them
+    bool packed_files_old = false;     ///< what is made of it may be of an earlier text
     std::int64_t revision = 1;
     History history;
     std::vector<MergeConflict> conflicts; ///< in the working text
@@ -29,10 +29,5 @@ struct Document {
 
 /// The screen that a source makes.
 std::string screen_of(const Document& document);
-
-/// Bytes of a file as the document's text, and back: text windows are in Latin-1. Nothing for a text with other
-/// characters.
-std::string text_of_bytes(const std::string& bytes, DocumentKind kind);
-std::optional<std::string> bytes_of_text(const std::string& text, DocumentKind kind);
 
 } // namespace vcc::kit::edit

@@ -1,29 +1,21 @@
 // Which documents an installation has, and their texts.
 #include "vcckit/edit/workspace.h"
 
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/source_model.h"
 #include "vcckit/source/packed_screen.h"
 #include "vcckit/source/unpack.h"
-#include "vcckit/text/latin1.h"
 
 #include "core/files.h"
 #include "platform/files.h"
-#include "platform/latin1.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 namespace vcc::kit::edit {
 
 namespace fs = std::filesystem;
-
-std::string text_of_bytes(const std::string& bytes, DocumentKind kind) {
-    return kind == DocumentKind::windows ? platform::utf8_from_latin1(bytes) : bytes;
-}
-
-std::optional<std::string> bytes_of_text(const std::string& text, DocumentKind kind) {
-    return kind == DocumentKind::windows ? to_latin1(text) : text;
-}
 
 std::string screen_of(const Document& document) {
     const SourceTree tree = read_source_tree(document.text);
@@ -67,12 +59,11 @@ Result<std::optional<std::string>> Workspace::text_on_disk(Document& document) c
 }
 
 std::optional<std::string> Workspace::made_text(const Document& document) const {
-    if (document.kind == DocumentKind::windows) { // one for both languages, when they say the same
-        if (document.copies.empty())
-            return std::nullopt;
-        const auto english = read_file(document.copies.front(), document_limit),
-                   german = read_file(document.copies.back(), document_limit);
-        return english && german && *english == *german ? std::optional(text_of_bytes(*english, document.kind))
+    if (!row_of(document.kind).packed) { // one for all languages, when they say the same
+        std::set<std::string> all;
+        for (const std::string& name : document.installs)
+            all.insert(read_file(installed(name), document_limit).value_or(""));
+        return all.size() == 1 && !all.begin()->empty() ? std::optional(text_of_bytes(*all.begin(), document.kind))
                                                         : std::nullopt;
     }
     const auto packed = read_packed_screen(folder_, document.name);
@@ -81,22 +72,23 @@ std::optional<std::string> Workspace::made_text(const Document& document) const 
     return write_screen_source(*packed);
 }
 
+std::string Workspace::installed(const std::string& name) const {
+    return platform::resolve_path((fs::path(folder_) / name).string());
+}
+
 /// A file of text windows among the sources serves both languages; else each language has its own.
 std::string Workspace::add_windows() {
     Document shared;
     shared.file = (fs::path(screens_) / path::text_windows).string();
-    shared.kind = DocumentKind::windows;
-    for (const LanguageRow& language : languages) {
-        const fs::path file = fs::path(folder_) / language_file_name(language, path::text_windows);
-        shared.copies.push_back(platform::resolve_path(file.string()));
-    }
+    for (const LanguageRow& language : languages)
+        shared.installs.push_back(language_file_name(language, path::text_windows));
     if (std::string reason = add_document(shared); !reason.empty() || find(fs::path(shared.file).stem().string()))
         return reason;
-    for (const std::string& file : shared.copies) {
-        Document installed;
-        installed.file = file;
-        installed.kind = DocumentKind::windows;
-        if (std::string reason = add_document(std::move(installed)); !reason.empty())
+    for (const std::string& name : shared.installs) {
+        Document single;
+        single.file = installed(name);
+        single.installs = {name};
+        if (std::string reason = add_document(std::move(single)); !reason.empty())
             return reason;
     }
     return {};
@@ -107,7 +99,8 @@ std::string Workspace::add_document(Document document) {
     document.name = fs::path(document.file).stem().string();
     if (find(document.name) || !holds(document.file))
         return {};
-    document.made = document.kind == DocumentKind::screen || !document.copies.empty();
+    document.kind = kind_of_file(document.installs.empty() ? document.file : document.installs.front());
+    document.made = true; // unless there is such a file
     auto text = text_on_disk(document);
     if (!text)
         return text.reason();

@@ -48,6 +48,11 @@ struct Operation {
     std::optional<std::string> base; ///< replace_text: what the new source was made from, when that may be an older one
 };
 
+/// What an edit must know besides the text.
+struct EditRules {
+    std::string screen; ///< name of the screen, which says what numbers are fixed; empty: none are
+};
+
 /// What an operation is called, by pages and in the menu, and what it must have.
 struct OperationRow {
     Operation::Do what;

@@ -10,11 +10,6 @@
 
 namespace vcc::kit::edit {
 
-/// What an edit must know besides the text.
-struct EditRules {
-    std::string screen; ///< name of the screen, which says what numbers are fixed; empty: none are
-};
-
 /// The text after all operations, one after the other; or why nothing changes. Texts are UTF-8. A source that cannot be
 /// read as TOML takes no operation but replace_text. Mistakes that only the screen's reader knows (a text too long, an
 /// unknown name) are no reason to refuse. Pure.

@@ -286,8 +286,6 @@ std::string with_window(std::string_view text, std::string lines) {
     return edits.result();
 }
 
-} // namespace
-
 std::string create_window(const std::string& text, const Operation& operation) {
     expect_free(text, operation.to);
     const std::string end(line_end_of(text));
@@ -338,6 +336,16 @@ std::string change_window(const std::string& text, const Address& address, const
         throw Refused("windows are in no groups");
     }
     return change.result();
+}
+
+} // namespace
+
+std::string change_windows(std::string text, const Operation& operation, const EditRules&) {
+    if (operation.what == Do::create)
+        return create_window(text, operation);
+    for (const Address& address : operation.of)
+        text = change_window(text, address, operation);
+    return text;
 }
 
 std::vector<WindowPart> windows_of(std::string_view text) {

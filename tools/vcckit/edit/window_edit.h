@@ -21,9 +21,8 @@ struct WindowPart {
 /// The windows that a text describes, in its order. Pure.
 std::vector<WindowPart> windows_of(std::string_view text);
 
-/// The text with a new window, or with what an operation changes in one; fields are named as in window_fields.h or by
-/// their keys. Pure.
-std::string create_window(const std::string& text, const Operation& operation);
-std::string change_window(const std::string& text, const Address& address, const Operation& operation);
+/// The text with a new window, or with what an operation changes in some; fields are named as in window_fields.h or by
+/// their keys. Throws Refused.
+std::string change_windows(std::string text, const Operation& operation, const EditRules& rules);
 
 } // namespace vcc::kit::edit

@@ -89,6 +89,7 @@ DocumentState Workspace::state_of(const Document& document) {
     state.name = document.name;
     state.file = document.file;
     state.kind = document.kind;
+    state.installs = document.installs;
     state.text = document.text;
     state.revision = document.revision;
     state.dirty = document.dirty();

@@ -31,7 +31,8 @@ enum class Choice { mine, theirs, both };
 struct DocumentState {
     std::string name, file; ///< "vcc"; the path of its source
     DocumentKind kind = DocumentKind::screen;
-    std::string text; ///< UTF-8
+    std::vector<std::string> installs; ///< files of the installation that hold the same, as the program names them
+    std::string text;                  ///< UTF-8
     std::int64_t revision = 0;
     bool dirty = false;             ///< saving would write it
     bool made = false;              ///< from installed files: its source is written with the first change
@@ -134,8 +135,9 @@ private:
 
     /// Puts a document's file in place. Whether another program has written meanwhile, and it is to be saved again.
     Result<bool> put(Document& document, NewFile& file);
-    /// Every file that a save of a document writes or removes.
-    std::vector<std::string> files_of(const Document& document) const;
+    /// What a save of a document writes or removes besides its own file.
+    std::vector<std::string> made_files(const Document& document) const;
+    std::string installed(const std::string& name) const; ///< a file of the installation
     /// Whether a file, links followed, lies in one of the two folders.
     bool holds(const std::string& file) const;
 

@@ -1,4 +1,5 @@
 // What changes on disk, and what an earlier session left: merged with the working texts.
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/edit/workspace.h"
 
@@ -18,7 +19,7 @@ void Workspace::take(Document& document, std::string disk) {
     std::erase_if(document.conflicts, [](const MergeConflict& each) { return each.removed; });
     bring_in(document, document.disk, disk, "Change on disk");
     document.disk = std::move(disk);
-    document.packed_files_old = !document.made && (document.kind == DocumentKind::screen || !document.copies.empty());
+    document.packed_files_old = !document.made && !made_files(document).empty();
 }
 
 std::string Workspace::away() const {
@@ -69,7 +70,7 @@ std::vector<std::string> Workspace::take_disk_changes() {
     add_documents(); // what cannot be read is not there yet
     for (Document& document : documents_)
         if (!before.contains(document.name)) {
-            document.packed_files_old = document.kind == DocumentKind::screen && !document.made;
+            document.packed_files_old = !document.made && !made_files(document).empty();
             changed.insert(document.name);
         }
     if (!changed.empty())
@@ -105,7 +106,8 @@ Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t co
     } else if (choice == Choice::both && !chosen.removed) {
         const bool unended = size > 0 && text[chosen.mine.end - 1] != '\n';
         text.insert(chosen.mine.end, (unended ? std::string(line_end_of(text)) : "") + chosen.theirs);
-        if (document->kind == DocumentKind::screen && read_source_tree(document->text) && !read_source_tree(text))
+        const auto& fault = row_of(document->kind).fault;
+        if (fault(document->text).empty() && !fault(text).empty())
             return Failure{"both together are no source: choose one of them, and write the other where it belongs"};
     }
     document->conflicts.erase(document->conflicts.begin() + static_cast<std::ptrdiff_t>(conflict));
@@ -137,7 +139,8 @@ void Workspace::clear_up(Document& document, const UnsavedDocument& left) {
             bring_in(document, left.disk, text, "Change on disk");
     }
     std::error_code ignored;
-    for (const std::string& file : files_of(document))
+    fs::remove(document.file + ".new", ignored);
+    for (const std::string& file : made_files(document))
         fs::remove(file + ".new", ignored);
 }
 
@@ -173,6 +176,7 @@ Result<std::vector<DocumentState>> Workspace::recover(bool take) {
             document = &documents_.emplace_back();
             document->name = name;
             document->file = left.file;
+            document->kind = kind_of_file(left.file);
             document->disk = left.disk;
         }
         // As it was then; what the file holds now comes in as a change on disk.

@@ -1,4 +1,5 @@
 // The way of documents to disk.
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/exchange.h"
 #include "vcckit/edit/workspace.h"
 #include "vcckit/source/packed_screen.h"
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include <unistd.h>
 
@@ -20,8 +22,9 @@ namespace {
 /// A document on its way to disk.
 struct Leaving {
     Document* document = nullptr;
-    std::string bytes; ///< of its file
-    Screen screen;     ///< of a source
+    std::string bytes;             ///< of its file
+    std::vector<std::string> made; ///< of it
+    std::optional<Screen> screen;  ///< that it packs
     std::unique_ptr<NewFile> file;
 };
 
@@ -29,8 +32,8 @@ struct Leaving {
 std::string fault_of_screens(const std::vector<Leaving>& leaving) {
     std::map<std::string, std::string> files;
     for (const Leaving& each : leaving)
-        if (each.document->kind == DocumentKind::screen)
-            if (const auto [other, added] = files.emplace(each.screen.name, each.document->file); !added)
+        for (const std::string& file : each.made)
+            if (const auto [other, added] = files.emplace(file, each.document->file); !added)
                 return each.document->file + " makes the same screen as " + other->second;
     return {};
 }
@@ -38,12 +41,15 @@ std::string fault_of_screens(const std::vector<Leaving>& leaving) {
 /// Puts the files of a document beside their places, and their names to `written`. The reason of a failure.
 std::string stage(Leaving& leaving, const std::string& folder, FileSet& files, std::vector<std::string>& written) {
     const Document& document = *leaving.document;
-    if (document.kind == DocumentKind::screen)
-        if (std::string reason = write_packed_screen(leaving.screen, folder, files, written); !reason.empty())
+    if (leaving.screen) {
+        if (std::string reason = write_packed_screen(*leaving.screen, folder, files, written); !reason.empty())
             return reason;
-    for (const std::string& name : document.copies)
-        if (std::string reason = files.write(name, leaving.bytes); !reason.empty())
-            return reason;
+    } else {
+        for (const std::string& file : leaving.made)
+            if (std::string reason = files.write(file, leaving.bytes); !reason.empty())
+                return reason;
+        written.insert(written.end(), leaving.made.begin(), leaving.made.end());
+    }
     std::error_code error;
     const fs::path path = fs::weakly_canonical(document.file, error); // a link stays a link
     fs::create_directories(path.parent_path(), error);
@@ -52,21 +58,24 @@ std::string stage(Leaving& leaving, const std::string& folder, FileSet& files, s
         !leaving.file->flush() || ::fsync(::fileno(leaving.file->stream())) != 0)
         return leaving.file->reason().empty() ? "cannot write " + document.file + ": " + std::strerror(errno)
                                               : leaving.file->reason();
-    written.insert(written.end(), document.copies.begin(), document.copies.end());
     written.push_back(document.file);
     return {};
 }
 
 } // namespace
 
-std::vector<std::string> Workspace::files_of(const Document& document) const {
-    std::vector<std::string> files = document.copies;
-    files.push_back(document.file);
+std::vector<std::string> Workspace::made_files(const Document& document) const {
+    std::vector<std::string> files;
+    for (const std::string& name : document.installs)
+        if (std::string file = installed(name); file != document.file)
+            files.push_back(std::move(file));
+    if (!row_of(document.kind).packed)
+        return files;
     for (const LanguageRow& language : languages)
-        if (const fs::path slots = fs::path(folder_) / slot_file_name(language, screen_of(document));
-            document.kind == DocumentKind::screen)
-            for (const char* extension : {".slt", ".tgl"})
-                files.push_back(fs::path(slots).replace_extension(extension).string());
+        for (const char* extension : {".slt", ".tgl"})
+            files.push_back((fs::path(folder_) / slot_file_name(language, screen_of(document)))
+                                .replace_extension(extension)
+                                .string());
     return files;
 }
 
@@ -116,19 +125,24 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
                                                 : " was changed on disk in the same lines: choose which to keep")};
         if (!document.dirty())
             continue;
-        for (const std::string& file : files_of(document))
+        std::vector<std::string> made = made_files(document), all = made;
+        all.push_back(document.file);
+        for (const std::string& file : all)
             if (!holds(file))
                 return Failure{file +
                                " is a link that leads out of the installation and its sources: nothing is written"};
         auto bytes = bytes_of_text(document.text, document.kind);
         if (!bytes)
             return Failure{document.name + " has a character outside Windows Latin-1"};
-        SourceCheck checked;
-        if (document.kind == DocumentKind::screen)
-            checked = check(document.file, document.text);
-        saved.faults.insert(saved.faults.end(), checked.faults.begin(), checked.faults.end());
-        if (checked.faults.empty())
-            leaving.push_back({&document, std::move(*bytes), std::move(checked.screen), nullptr});
+        std::optional<Screen> screen;
+        if (row_of(document.kind).packed) {
+            SourceCheck checked = check(document.file, document.text);
+            saved.faults.insert(saved.faults.end(), checked.faults.begin(), checked.faults.end());
+            if (!checked.faults.empty())
+                continue;
+            screen = std::move(checked.screen);
+        }
+        leaving.push_back({&document, std::move(*bytes), std::move(made), std::move(screen), nullptr});
     }
     if (leaving.empty())
         return false;

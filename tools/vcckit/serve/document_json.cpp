@@ -1,6 +1,7 @@
 #include "vcckit/serve/document_json.h"
 
 #include "vcckit/check/fixed_slots.h"
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/faults/fault_codes.h"
 #include "vcckit/record/fields.h"
 #include "vcckit/text/latin1.h"
@@ -207,7 +208,7 @@ json document_json(const DocumentState& document, const Reading& reading, const 
         names[std::string(meaning_word(name.first))][name.second] = number;
     const bool german = document.name.starts_with(languages[1].prefix);
     return {{"name", document.name},
-            {"kind", document.kind == DocumentKind::screen ? "screen" : "windows"},
+            {"kind", row_of(document.kind).word},
             {"file", document.file},
             {"text", document.text},
             {"revision", document.revision},

@@ -2,9 +2,9 @@
 #include "screen/text_window.h"
 
 #include "vcckit/check/installation.h"
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/source/packed_screen.h"
 #include "vcckit/text/complain.h"
-#include "vcckit/text/latin1.h"
 
 #include "platform/files.h"
 
@@ -22,16 +22,6 @@ Answer refusal(int status, const std::string& reason) {
 }
 
 namespace {
-
-/// A window file of its own belongs to the language in whose folder it is; one among the sources to both.
-bool serves(const DocumentState& document, const fs::path& installation, const LanguageRow& language) {
-    const auto file_of = [&](const LanguageRow& row) {
-        return platform::resolve_path((installation / language_file_name(row, path::text_windows)).string());
-    };
-    if (std::ranges::none_of(languages, [&](const LanguageRow& row) { return file_of(row) == document.file; }))
-        return true;
-    return file_of(language) == document.file;
-}
 
 /// What is loaded once: fonts, pictures, sounds and their lists, settings.
 bool is_kept(const fs::path& installation, const fs::path& path) {
@@ -108,50 +98,48 @@ const Reading& Session::read(const DocumentState& document) {
     if (reading.revision == document.revision)
         return reading;
     reading.revision = document.revision;
-    if (document.kind == DocumentKind::screen)
-        read_screen(document, reading);
-    else
-        read_windows(document, reading);
+    auto described = describe(document.text, document.kind, {document.name});
+    reading.stale =
+        !(row_of(document.kind).packed ? show_packed(document, reading) : show_installed(document, reading));
+    if (!reading.stale)
+        reading.description = std::move(described).value_or({});
     return reading;
 }
 
-void Session::read_screen(const DocumentState& document, Reading& reading) {
+/// Puts what a source makes on the stage; false when it makes nothing.
+bool Session::show_packed(const DocumentState& document, Reading& reading) {
     SourceCheck checked = check(document.file, document.text);
-    auto described = describe(document.text, document.kind, {document.name});
     reading.faults = std::move(checked.faults);
-    reading.stale = !checked.readable;
-    if (reading.stale)
-        return;
-    reading.description = std::move(described).value_or({});
+    if (!checked.readable)
+        return false;
     if (const auto put = stage_->put(checked.screen); !put)
         complain(put.reason());
     reading.screen = std::move(checked.screen);
+    return true;
 }
 
-void Session::read_windows(const DocumentState& document, Reading& reading) {
-    const auto bytes = to_latin1(document.text);
-    auto described = describe(document.text, document.kind, {});
-    std::array<TextWindow, text_window_count> windows;
-    const bool usable = bytes && read_text_windows(*bytes, windows, nullptr) > 0;
+/// The same for a text that the program reads itself.
+bool Session::show_installed(const DocumentState& document, Reading& reading) {
+    const KindRow& row = row_of(document.kind);
+    const auto bytes = bytes_of_text(document.text, document.kind);
+    const std::string fault = bytes ? row.fault(document.text) : "has characters beyond Latin-1";
     reading.faults.clear();
-    if (!usable) {
-        reading.faults.push_back(source_fault(bytes ? FaultCode::window_missing : FaultCode::not_latin1, {1, 1, 0}, "",
-                                              "", bytes ? "describes no window" : "has characters beyond Latin-1",
-                                              "describe the windows; each has a \"-\" line"));
+    if (!fault.empty()) {
+        reading.faults.push_back(
+            source_fault(bytes ? row.code : FaultCode::not_latin1, {1, 1, 0}, "", "", fault, row.advice));
         reading.faults.back().file = document.file;
+        return false;
     }
-    reading.stale = !usable;
-    if (reading.stale)
-        return;
-    reading.description = std::move(described).value_or({});
-    for (std::size_t i = 0; i < languages.size(); ++i) {
-        if (!serves(document, folder(), languages[i]))
-            continue;
-        windows_[i] = windows;
-        const std::string name = language_file_name(languages[i], path::text_windows);
+    for (const std::string& name : document.installs) {
         if (const auto put = stage_->put_file(name, *bytes); !put)
             complain(put.reason());
+        for (std::size_t i = 0; i < languages.size(); ++i)
+            if (name == language_file_name(languages[i], path::text_windows)) {
+                windows_[i] = {};
+                read_text_windows(*bytes, windows_[i], nullptr);
+            }
     }
+    return true;
 }
 
 const json& Session::json_of(const DocumentState& document) {

@@ -82,8 +82,8 @@ private:
     void prepare();
 
     const Reading& read(const DocumentState& document);
-    void read_screen(const DocumentState& document, Reading& reading);
-    void read_windows(const DocumentState& document, Reading& reading);
+    bool show_packed(const DocumentState& document, Reading& reading);
+    bool show_installed(const DocumentState& document, Reading& reading);
     void tell_change(const DocumentState& document, const std::string& page = {});
     void tell_notices();
     void sources_changed(const std::vector<std::string>& names);

@@ -77,12 +77,8 @@ json Session::checked_fault_json(const Fault& fault) {
     const bool toggles = file.extension() == ".tgl", slots = file.extension() == ".slt";
     for (const DocumentState& document : workspace_->documents()) {
         const Reading& reading = read(document);
-        if (document.kind == DocumentKind::windows) {
-            if (const std::string stem = file.stem().string();
-                file.extension() == ".tw" && (stem == document.name || stem.ends_with("_" + document.name)))
-                return fault_json(fault, document.name, -1);
-            continue;
-        }
+        if (std::ranges::find(document.installs, fault.file) != document.installs.end())
+            return fault_json(fault, document.name, -1);
         for (std::size_t i = 0; i < languages.size() && (slots || toggles); ++i) {
             if (std::filesystem::path(slot_file_name(languages[i], reading.screen.name)).stem() != file.stem())
                 continue;
