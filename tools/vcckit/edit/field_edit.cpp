@@ -4,6 +4,7 @@
 #include "vcckit/text/latin1.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace vcc::kit::edit {
 
@@ -104,6 +105,18 @@ std::string wanted_styles(const SourceModel& model, const std::string& text) {
     return names.size() == 1 ? names.front() : list_of(names);
 }
 
+/// "4, 8" or "[4, 8]": two numbers as a source writes them.
+std::optional<std::string> pair_of(std::string text) {
+    std::ranges::replace_if(
+        text, [](char c) { return c == '[' || c == ',' || c == ']'; }, ' ');
+    std::istringstream parts(text);
+    std::int32_t across = 0, down = 0;
+    std::string rest;
+    if (!(parts >> across >> down) || parts >> rest)
+        return std::nullopt;
+    return list_of({std::to_string(across), std::to_string(down)});
+}
+
 Wanted wanted_value(const SourceModel& model, const Field& field, const Value& value) {
     const auto* const number = std::get_if<std::int64_t>(&value);
     const auto* const text = std::get_if<std::string>(&value);
@@ -128,8 +141,11 @@ Wanted wanted_value(const SourceModel& model, const Field& field, const Value& v
             throw Refused(std::to_string(*number) + " does not fit in 32 bits");
         return {model.written(*number, field.meaning), *number};
     case FieldForm::pair:
+        if (auto pair = text ? pair_of(*text) : std::nullopt)
+            return {std::move(*pair)};
+        [[fallthrough]];
     case FieldForm::plain:
-        expect(fits, "a number");
+        expect(fits, field.form == FieldForm::pair ? "a number, or two of them" : "a number");
         return {std::to_string(*number)};
     case FieldForm::word:
         expect(text && (*text == "left" || *text == "centre" || *text == "right"), "left, centre or right");

@@ -106,7 +106,7 @@ constexpr Field fields[] = {
      .form = FieldForm::pair,
      .unit = "pixels",
      .max = 800,
-     .help = "keeps an aligned text away from the edges"},
+     .help = "keeps an aligned text away from the edges: one number, or across and down"},
     {.name = "highlight", .form = FieldForm::look, .help = "the look while the pointer is on the slot"},
     {.name = "pressed", .form = FieldForm::look, .help = "the look when the slot is pressed"},
     {.name = "copy", .form = FieldForm::plain, .max = 199, .help = "toggle record: the slot that it begins as"},
