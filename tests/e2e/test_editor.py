@@ -247,6 +247,25 @@ def test_a_source_that_cannot_be_packed_is_not_saved(page, project):
     wait_until(lambda: not page.all("#banner-stale"), "the source as it was")
 
 
+def test_sources_that_were_broken_before_leave_the_others_free(browser, project):
+    """One is no TOML, one has a slot outside of the screen: both are named, and stay as they are."""
+    broken = {"vcc_options": ("[[slot]]", "[[slot"), "mess": ("dest_x = ", "dest_x = 9")}
+    for name, change in broken.items():
+        source = project.source(f"{name}.toml")
+        source.write_text(source.read_text().replace(*change))
+    before = project.bytes()
+    browser.open(project.start())
+    choose_factory(browser)
+    browser.keys("right")
+    browser.wait_for_frame(FACTORY, (35, 236))
+    save(browser)
+    assert "dest_x = 35" in project.source().read_text()
+    told = browser.text(".faults")
+    assert all(name in told for name in broken) and "VK001" in told
+    assert all(project.source(f"{name}.toml").read_bytes() == before[project.source(f"{name}.toml")] for name in broken)
+    browser.leave()
+
+
 # lost work, and work that is kept
 
 def test_unsaved_changes_are_offered_after_the_tool_was_killed(page, project, editor):
@@ -489,6 +508,43 @@ def test_what_is_new(page):
         wait_until(lambda: focus in (None, page.focused()), f"the focus in {focus}, not {page.focused()}")
 
 
+def test_a_picture_gets_a_buffer_that_slots_show_at_once(page, project):
+    """It is saved; without it check misses what the slot shows."""
+    page.keys("i")
+    page.type_into(page.all("dialog input")[0], "images/help.pcx")
+    wait_until(lambda: page.selection() == ["buffer:9"], "the buffer")
+    page.wait_for_picture()
+    page.keys("p")
+    page.press("buffer 9")
+    wait_until(lambda: "581 × 451" in page.text(".buffer-bar output"), "its picture")
+    page.press("Take this piece")
+    wait_until(lambda: "buffer = 9" in project_text(page), "the buffer of the slot")
+    page.wait_for_picture()
+    save(page)
+    assert (project.folder / "tools/vcc.buf").read_text().endswith("+9\nimages/help.pcx\n")
+    page.press("Buffers")
+    page.keys("ctrl+z")
+    wait_until(lambda: "VK108" in page.text(".faults"), "the fault of the slot")
+
+
+FOUND = [
+    # what is typed, what is chosen then, on which screen
+    ("slot 18", "slot:18", "Menu"), ("klang", "slot:4", "Options"), ("vk113", "slot:5", "Options"),
+    ("style button", "style:button", "Menu"), ("window 3", "window:3", "Menu"), ("options.pcx", "buffer:3", "Menu"),
+]
+
+
+def test_everything_is_found_from_everywhere(page, editor):
+    editor.edit("vcc_options", {"do": "set", "of": [{"slot": 5}], "field": "display_time", "value": 900})
+    wait_until(lambda: "VK113" in page.text(".faults"), "the fault of the other screen")
+    for typed, key, view in FOUND:
+        page.keys("ctrl+1", "ctrl+f")
+        page.driver.switch_to.active_element.send_keys(typed)
+        page.keys("enter")
+        wait_until(lambda key=key: page.selection() == [key], f"{key} for {typed!r}, not {page.selection()}")
+        assert page.text("#bar [aria-checked=true]") == view, typed
+
+
 def test_slots_and_windows_are_carried_to_another_screen(page):
     left, top, width, height = FACTORY_PLACE
     choose_factory(page)
@@ -640,7 +696,8 @@ def test_looks_of_a_style_and_the_colour_of_a_shadow(page):
     page.wait_for_picture()
     page.type_into(wait_until(lambda: page.all('[data-field="shadow colour"]'), "the colour")[0], "green")
     wait_until(lambda: 'shadow = "green"' in project_text(page), "the colour in the source")
-    for field, value, expected in (("padding", "7", "padding = 7"), ("help_file", "help/a.hlp", '"help/a.hlp"')):
+    for field, value, expected in (("padding", "7, 3", "padding = [7, 3]"),
+                                   ("help_file", "help/a.hlp", '"help/a.hlp"')):
         page.type_into(page.all(f"#field-{field}")[0], value)
         wait_until(lambda expected=expected: expected in project_text(page), expected)
     page.press("Styles")
@@ -753,6 +810,8 @@ def test_an_evening_of_a_maker(browser, tmp_path, request):
     wait_until(lambda: not browser.text("#items .about"), "the source")
     browser.keys("ctrl+z")
     wait_until(lambda: "No source yet" in browser.text("#items .about"), "no source again")
+    browser.keys("i", "enter")
+    wait_until(lambda: browser.selection() == ["buffer:9"], "the buffer")
     browser.press("Windows")
     browser.all("#items li")[3].click()
     browser.keys("f6", "f6", "f6", "f6")
@@ -767,6 +826,8 @@ def test_an_evening_of_a_maker(browser, tmp_path, request):
     browser.wait_for_picture()
     save(browser)
     windows, help_pages = folder / "screens/factory.tw", folder / "screens/mess.toml"
+    buffers = (folder / "files/tools/vcc.buf").read_text()
+    assert buffers.count("+9") == 1
     assert help_pages.exists() and not (folder / "screens/vcc_options.toml").exists()
     browser.leave()
     editor.stop()
@@ -776,6 +837,7 @@ def test_an_evening_of_a_maker(browser, tmp_path, request):
     shutil.rmtree(folder / ".made")
     subprocess.run(make, cwd=folder, check=True)
     assert all(each.read_bytes() == windows.read_bytes() for each in installed)
+    assert (folder / "game/tools/vcc.buf").read_text() == buffers
     assert (folder / "game/tools/language/german/g_mess.slt").read_bytes() == packed
 
 

@@ -1,4 +1,4 @@
-// Operations on files of text windows.
+// Operations on files of text windows and on the buffer list.
 #include "vcckit/edit/source_edit.h"
 #include "vcckit/edit/window_edit.h"
 
@@ -15,6 +15,14 @@ Operation operation(Do what, int window, const std::string& field = {}, Value va
     made.of = {{Address::Of::window, window, "", ""}};
     made.field = field;
     made.value = std::move(value);
+    return made;
+}
+
+Operation of_buffer(Do what, int buffer, const std::string& picture = {}) {
+    Operation made = operation(what, 0, "picture", picture);
+    made.of = {{Address::Of::buffer, buffer, "", ""}};
+    made.to = buffer;
+    made.text = picture;
     return made;
 }
 
@@ -71,6 +79,32 @@ TEST(WindowEdit, ChangesTheLinesThatSayIt) {
         EXPECT_EQ(each.after.starts_with('!') ? got.substr(0, each.after.size()) : got, each.after) << each.what;
     }
     EXPECT_EQ(*apply("+1\r\n-0", DocumentKind::windows, {{operation(Do::set, 1, "s", 1)}}, {}), "+1\r\n-0\r\ns1");
+}
+
+TEST(BufferEdit, ChangesTheLinesThatSayIt) {
+    const std::string list = "# all\r\n#\r\n# screen\r\n+0\r\na.pcx\r\n# more\r\n+5\r\nb.pcx\r\nc.pcx";
+    const struct {
+        Operation operation;
+        std::string before, after; ///< or, behind a "!", the beginning of the reason
+    } cases[] = {
+        {of_buffer(Do::create, 9, "d.pcx"), list, list + "\r\n+9\r\nd.pcx"},
+        {of_buffer(Do::create, 5, "d.pcx"), list, "!buffer 5 holds b.pcx already"},
+        {of_buffer(Do::create, 21, "d.pcx"), list, "!buffers for pictures are 0 to 20"},
+        {of_buffer(Do::create, 9, "+d.pcx"), list, "!a picture's name cannot begin"},
+        {of_buffer(Do::create, 9, "d.pcx\n+0"), list, "!a picture is named in one line"},
+        {of_buffer(Do::create, 9, "d.pcx"), "+0\na\n+25\n", "!line 3 names no buffer"},
+        {of_buffer(Do::set, 5, "d.pcx"), list, list.substr(0, list.size() - 5) + "d.pcx"},
+        {of_buffer(Do::remove, 5), "+0\na\n# more\n+5\nb\n", "+0\na\n"},
+        {of_buffer(Do::remove, 0), list, "!the program knows this buffer"},
+        {of_buffer(Do::remove, 6), list, "!the list has no buffer 6"},
+        {of_buffer(Do::move, 5), list, "!buffers are made"},
+        {operation(Do::remove, 5), list, "!the list has no window 5"},
+    };
+    for (const auto& each : cases) {
+        const auto result = apply(each.before, DocumentKind::buffers, {{each.operation}}, {});
+        const std::string got = result ? *result : "!" + result.reason();
+        EXPECT_EQ(each.after.starts_with('!') ? got.substr(0, each.after.size()) : got, each.after);
+    }
 }
 
 } // namespace

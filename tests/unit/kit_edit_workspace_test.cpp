@@ -234,6 +234,24 @@ TEST_F(Workspaces, AScreenWithoutASourceGetsOneWithItsFirstChange) {
     EXPECT_FALSE(state(*workspace, "mess").dirty);
 }
 
+TEST_F(Workspaces, ABufferListIsWrittenWhereTheProjectHasIt) {
+    folder.write("game/tools/vcc.buf", "+0\na.pcx\n");
+    const std::string installed = path("game/tools/vcc.buf"), source = path("game/files/tools/vcc.buf");
+    int buffer = 8;
+    for (const std::vector<std::string>& written : {std::vector{installed}, {installed, source}}) {
+        const auto workspace = open();
+        Operation create;
+        create.what = Operation::Do::create;
+        create.to = ++buffer;
+        create.text = "b.pcx";
+        ASSERT_TRUE(workspace->edit("vcc.buf", 1, "", "", std::array{create}));
+        EXPECT_EQ(workspace->save(check)->files, written);
+        for (const std::string& file : written)
+            EXPECT_TRUE(read_file(file)->ends_with("+" + std::to_string(buffer) + "\nb.pcx\n")) << file;
+        folder.write("game/files/theme", "");
+    }
+}
+
 TEST_F(Workspaces, AWholeTextIsMergedWithWhatHasChangedSince) {
     const auto workspace = open();
     folder.write("game/screens/vcc.toml", "# new\n" + menu);

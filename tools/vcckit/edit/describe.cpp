@@ -1,8 +1,10 @@
 #include "vcckit/edit/describe.h"
 
 #include "vcckit/check/fixed_slots.h"
+#include "vcckit/edit/buffer_edit.h"
 #include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/source_model.h"
+#include "vcckit/edit/window_edit.h"
 
 #include "screen/slot.h"
 
@@ -126,6 +128,12 @@ json describe_style(const SourceModel& model, const std::string& name, const Nod
 Description describe_windows(const std::string& text, const EditRules&) {
     Description out;
     out.windows = windows_of(text);
+    return out;
+}
+
+Description describe_buffers(const std::string& text, const EditRules&) {
+    Description out;
+    out.buffers = buffers_of(text);
     return out;
 }
 

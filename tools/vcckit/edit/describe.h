@@ -2,7 +2,6 @@
 #pragma once
 
 #include "vcckit/edit/source_edit.h"
-#include "vcckit/edit/window_edit.h"
 #include "vcckit/source/source_layers.h"
 
 #include <nlohmann/json.hpp>
@@ -16,7 +15,7 @@ namespace vcc::kit::edit {
 /// places a text and is in no record. A style's `written` and `look_written` have the values as the text has them.
 struct Description {
     nlohmann::json slots = nlohmann::json::array(), toggles = slots, styles = slots; ///< in the order of the text
-    std::vector<WindowPart> windows;
+    std::vector<NumberedPart> windows, buffers;
     SourceNames names; ///< that it gives to numbers
 };
 
@@ -26,5 +25,6 @@ Result<Description> describe(const std::string& source, DocumentKind kind, const
 /// The same for one kind; these throw Refused.
 Description describe_screen(const std::string& source, const EditRules& rules);
 Description describe_windows(const std::string& text, const EditRules& rules);
+Description describe_buffers(const std::string& text, const EditRules& rules);
 
 } // namespace vcc::kit::edit

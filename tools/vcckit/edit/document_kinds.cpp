@@ -1,5 +1,6 @@
 #include "vcckit/edit/document_kinds.h"
 
+#include "vcckit/edit/buffer_edit.h"
 #include "vcckit/edit/field_edit.h"
 #include "vcckit/edit/record_edit.h"
 #include "vcckit/edit/source_model.h"
@@ -7,6 +8,7 @@
 #include "vcckit/text/latin1.h"
 
 #include "platform/latin1.h"
+#include "screen/buffer_list.h"
 #include "screen/text_window.h"
 
 #include <algorithm>
@@ -66,10 +68,16 @@ std::string fault_of_windows(const std::string& text) {
     return read_text_windows(text, windows, nullptr) > 0 ? "" : "describes no window";
 }
 
+std::string fault_of_buffers(const std::string& text) {
+    return read_buffer_list(text).pictures.empty() ? "names no picture" : "";
+}
+
 constexpr KindRow kinds[] = {
-    {"screen", ".toml", true, change_screen, describe_screen, fault_of_screen},
-    {"windows", ".tw", false, change_windows, describe_windows, fault_of_windows, FaultCode::window_missing,
+    {"screen", ".toml", false, true, change_screen, describe_screen, fault_of_screen},
+    {"windows", ".tw", false, false, change_windows, describe_windows, fault_of_windows, FaultCode::window_missing,
      "describe the windows; each has a \"-\" line"},
+    {"buffers", ".buf", true, false, change_buffers, describe_buffers, fault_of_buffers, FaultCode::buffer_missing,
+     "write \"+0\", and the picture that screens are drawn into in the next line"},
 };
 
 } // namespace

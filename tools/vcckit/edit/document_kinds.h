@@ -13,7 +13,8 @@ namespace vcc::kit::edit {
 
 struct KindRow {
     const char *word, *ending; ///< what pages call it; of its files' names
-    bool packed; ///< a source that other files are packed from; otherwise the program reads the text itself
+    bool named_whole; ///< documents have the ending in their names: a screen's file is called the same without it
+    bool packed;      ///< a source that other files are packed from; otherwise the program reads the text itself
     /// The text after an operation that is not replace_text. Throws Refused.
     std::string (*change)(std::string text, const Operation& operation, const EditRules& rules);
     /// Throws Refused for a text that cannot be read.

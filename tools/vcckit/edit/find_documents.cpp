@@ -43,7 +43,7 @@ bool is_below(const fs::path& file, const fs::path& folder) {
 bool Workspace::holds(const std::string& file) const {
     std::error_code error;
     const fs::path real = fs::weakly_canonical(file, error);
-    return !error && (is_below(real, folder_) || is_below(real, screens_));
+    return !error && (is_below(real, folder_) || is_below(real, screens_) || is_below(real, files_));
 }
 
 Result<std::optional<std::string>> Workspace::text_on_disk(Document& document) const {
@@ -76,30 +76,31 @@ std::string Workspace::installed(const std::string& name) const {
     return platform::resolve_path((fs::path(folder_) / name).string());
 }
 
-/// A file of text windows among the sources serves both languages; else each language has its own.
-std::string Workspace::add_windows() {
-    Document shared;
-    shared.file = (fs::path(screens_) / path::text_windows).string();
-    for (const LanguageRow& language : languages)
-        shared.installs.push_back(language_file_name(language, path::text_windows));
-    if (std::string reason = add_document(shared); !reason.empty() || find(fs::path(shared.file).stem().string()))
-        return reason;
-    for (const std::string& name : shared.installs) {
-        Document single;
-        single.file = installed(name);
-        single.installs = {name};
-        if (std::string reason = add_document(std::move(single)); !reason.empty())
+/// A file among the sources serves all of the installed ones; else each of those is a document.
+std::string Workspace::add_installed(const std::string& source, const std::vector<std::string>& names) {
+    std::vector<Document> candidates(1);
+    candidates.front().file = source;
+    candidates.front().installs = names;
+    for (const std::string& name : names) {
+        candidates.emplace_back().file = installed(name);
+        candidates.back().installs = {name};
+    }
+    for (const Document& each : candidates) {
+        if (std::string reason = add_document(each); !reason.empty())
             return reason;
+        if (each.file == source && std::ranges::find(documents_, source, &Document::file) != documents_.end())
+            break;
     }
     return {};
 }
 
 /// Adds a document when there is something to read.
 std::string Workspace::add_document(Document document) {
-    document.name = fs::path(document.file).stem().string();
+    document.kind = kind_of_file(document.installs.empty() ? document.file : document.installs.front());
+    const fs::path name = fs::path(document.file).filename();
+    document.name = row_of(document.kind).named_whole ? name.string() : name.stem().string();
     if (find(document.name) || !holds(document.file))
         return {};
-    document.kind = kind_of_file(document.installs.empty() ? document.file : document.installs.front());
     document.made = true; // unless there is such a file
     auto text = text_on_disk(document);
     if (!text)
@@ -126,8 +127,14 @@ std::string Workspace::add_documents() {
         if (std::string fault = is_made_elsewhere ? "" : add_document(std::move(document)); !fault.empty())
             reason = std::move(fault);
     }
-    if (std::string fault = add_windows(); !fault.empty())
-        reason = std::move(fault);
+    std::vector<std::string> windows;
+    for (const LanguageRow& language : languages)
+        windows.push_back(language_file_name(language, path::text_windows));
+    const std::string list = fs::is_directory(files_) ? (fs::path(files_) / path::buffer_list).string() : "";
+    for (std::string fault : {add_installed((fs::path(screens_) / path::text_windows).string(), windows),
+                              add_installed(list, {path::buffer_list})})
+        if (!fault.empty())
+            reason = std::move(fault);
     std::ranges::sort(documents_, {}, &Document::name);
     return reason;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -14,7 +15,7 @@ namespace vcc::kit::edit {
 inline constexpr std::size_t document_limit = 1u << 20; ///< bytes of a source
 inline constexpr std::size_t operation_limit = 10'000;  ///< of one edit
 
-enum class DocumentKind { screen, windows };
+enum class DocumentKind { screen, windows, buffers };
 
 /// Why an operation changes nothing: thrown by what finds it out.
 struct Refused : std::runtime_error {
@@ -23,13 +24,20 @@ struct Refused : std::runtime_error {
 
 /// The part of a document that an operation is about.
 struct Address {
-    enum class Of { slot, toggle, style, window };
+    enum class Of { slot, toggle, style, window, buffer };
     Of of = Of::slot;
-    int index = 0;     ///< of the slot, toggle record or window
+    int index = 0;     ///< of the slot, toggle record, window or buffer
     std::string style; ///< its name
     std::string look;  ///< of a slot or style: "", "highlight" or "pressed"
 
     bool operator==(const Address&) const = default;
+};
+
+/// What a text that is no source says of one of its parts.
+struct NumberedPart {
+    int number = 0;
+    int line = 0;                              ///< from 1
+    std::map<std::string, std::string> values; ///< by name; what later lines say counts
 };
 
 /// A number; a flag; or a text in UTF-8, which names a number in a number field.
@@ -44,7 +52,7 @@ struct Operation {
     Value value;          ///< set
     int dx = 0, dy = 0;   ///< move, resize: in the units that place the record, pixels or cells
     int to = 0;           ///< create, copy, renumber: the new index
-    std::string text;     ///< create: the lines of the new table; replace_text: the new source
+    std::string text;     ///< create: the lines of the new table, the picture of a buffer; replace_text: the new source
     std::optional<std::string> base; ///< replace_text: what the new source was made from, when that may be an older one
 };
 

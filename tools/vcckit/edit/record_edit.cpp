@@ -301,8 +301,7 @@ std::string create_record(const std::string& text, const Operation& operation) {
     const std::string body = with_line_ends(operation.text, end);
     if (what.of == Of::style)
         return create_style(text, model, what.style, body);
-    if (what.of == Of::window)
-        throw Refused("windows are made in the file of text windows");
+    expect_in_screen(what.of);
     expect_free(model, what.of, operation.to);
     TextEdits edits(text);
     add_record(edits, model, what.of, operation.to,

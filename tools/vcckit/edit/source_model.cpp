@@ -43,12 +43,18 @@ std::optional<RecordTable> record_of(const SourceModel& model, const Node& table
 std::string name_of(const Address& address) {
     if (address.of == Address::Of::style)
         return "style " + address.style;
-    const char* const kind = address.of == Address::Of::window ? "window" : key_of(address.of);
-    return kind + std::string(address.of == Address::Of::toggle ? " record " : " ") + std::to_string(address.index);
+    return key_of(address.of) + std::string(address.of == Address::Of::toggle ? " record " : " ") +
+           std::to_string(address.index);
 }
 
 const char* key_of(Address::Of kind) {
-    return kind == Address::Of::toggle ? "toggle" : "slot";
+    constexpr const char* keys[] = {"slot", "toggle", "style", "window", "buffer"};
+    return keys[static_cast<std::size_t>(kind)];
+}
+
+void expect_in_screen(Address::Of kind) {
+    if (kind == Address::Of::window || kind == Address::Of::buffer)
+        throw Refused("a screen has no " + std::string(key_of(kind)) + "s of its own: they have a file to themselves");
 }
 
 SourceModel::SourceModel(const std::string& source) : source_(&source) {
@@ -115,8 +121,7 @@ Subject SourceModel::subject(const Address& address) const {
         throw Refused("there is no look \"" + address.look + "\": it is highlight or pressed");
     if (address.of == Address::Of::style)
         return style_subject(address);
-    if (address.of == Address::Of::window)
-        throw Refused("a screen has no windows of its own: they are in the file of text windows");
+    expect_in_screen(address.of);
     const bool toggle = address.of == Address::Of::toggle;
     const auto record = find(address.of, address.index);
     if (!record && toggle && find(Address::Of::slot, address.index))

@@ -90,8 +90,11 @@ struct Opened {
 /// "slot 3", "toggle record 3", "style button", "window 3"
 std::string name_of(const Address& address);
 
-/// "slot" or "toggle": what such records are called in a source.
+/// "slot", "toggle": what such records are called in a source, and windows and buffers by pages.
 const char* key_of(Address::Of kind);
+
+/// Refuses what has a file to itself.
+void expect_in_screen(Address::Of kind);
 
 /// The part of a value that is written for a language and a repetition; null without one for the language. Refuses a
 /// list of another length than the group.

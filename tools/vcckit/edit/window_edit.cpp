@@ -348,12 +348,12 @@ std::string change_windows(std::string text, const Operation& operation, const E
     return text;
 }
 
-std::vector<WindowPart> windows_of(std::string_view text) {
-    std::vector<WindowPart> windows;
+std::vector<NumberedPart> windows_of(std::string_view text) {
+    std::vector<NumberedPart> windows;
     for (const TextLine& line : window_lines(text)) {
         if (line.window == no_window || line.is_comment)
             continue;
-        auto window = std::ranges::find(windows, line.window, &WindowPart::number);
+        auto window = std::ranges::find(windows, line.window, &NumberedPart::number);
         if (window == windows.end()) {
             if (is_title(line) && is_blank(line.text))
                 continue;

@@ -128,6 +128,7 @@ Result<std::unique_ptr<Workspace>> Workspace::open(const std::string& folder, co
     std::unique_ptr<Workspace> opened(new Workspace);
     opened->folder_ = whole.string();
     opened->screens_ = screens.empty() ? usual_screens(whole) : fs::canonical(screens, error).string();
+    opened->files_ = fs::weakly_canonical(fs::path(opened->screens_).parent_path() / "files", error).string();
     for (const std::string& each : std::set{opened->folder_, opened->screens_}) {
         if (!fs::is_directory(each, error))
             continue;

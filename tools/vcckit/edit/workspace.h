@@ -64,12 +64,14 @@ inline constexpr const char* undecided_reason = "an earlier session left unsaved
 class Workspace {
 public:
     /// Opens an installation. Its sources lie in `screens`; when that is empty, in FOLDER/screens or else
-    /// ../screens beside it. A screen without a source gets one, made from its packed files, with its first change.
-    /// Fails when another editor has the folder (the reason says which process).
+    /// ../screens beside it; that of the buffer list in a folder "files" beside that one. A screen without a source
+    /// gets one, made from its packed files, with its first change. Fails when another editor has the folder (the
+    /// reason says which process).
     static Result<std::unique_ptr<Workspace>> open(const std::string& folder, const std::string& screens = {});
 
     const std::string& folder() const { return folder_; }          ///< of the installation
     const std::string& screens_folder() const { return screens_; } ///< of the sources; need not exist yet
+    const std::string& files_folder() const { return files_; } ///< sources of what the program reads; may be missing
 
     /// Why unsaved changes would not outlive a crash; empty while they would.
     const std::string& trouble() const { return trouble_; }
@@ -128,7 +130,7 @@ private:
 
     /// Adds the documents that are not there yet. The reason when a file cannot be read.
     std::string add_documents();
-    std::string add_windows();
+    std::string add_installed(const std::string& source, const std::vector<std::string>& names);
     std::string add_document(Document document);
     /// A source for installed files that have none.
     std::optional<std::string> made_text(const Document& document) const;
@@ -138,7 +140,7 @@ private:
     /// What a save of a document writes or removes besides its own file.
     std::vector<std::string> made_files(const Document& document) const;
     std::string installed(const std::string& name) const; ///< a file of the installation
-    /// Whether a file, links followed, lies in one of the two folders.
+    /// Whether a file, links followed, lies in one of the folders.
     bool holds(const std::string& file) const;
 
     /// Writes what is not saved to its file.
@@ -147,7 +149,7 @@ private:
     void read_offer();
     void clear_up(Document& document, const UnsavedDocument& left);
 
-    std::string folder_, screens_;
+    std::string folder_, screens_, files_;
     std::vector<FolderLock> locks_;
     std::vector<Document> documents_; ///< by name
     std::string unsaved_, trouble_;   ///< the file for unsaved work; why it is not written

@@ -11,7 +11,7 @@ import { zoomBy, zoomTo, zoomToSelection } from './picture.js';
 import { cancelGesture } from './pointer.js';
 import { isDark, prefer, preferences } from './preferences.js';
 import { focusProperties } from './properties.js';
-import { copySelected, createSlot, createWindow, paste, removeSelected, reorder, selectAll, step, take }
+import { copySelected, createBuffer, createSlot, createWindow, paste, removeSelected, reorder, selectAll, step, take }
   from './records.js';
 import { activeDocument, canPreview, nextStep, on, screenDocument, select, selected, showView, state,
   windowsDocument } from './state.js';
@@ -107,12 +107,13 @@ const commands = [
     run: () => createSlot('picture') },
   { id: 'window', title: 'New text window, and a slot that shows it', keys: ['W'], where: 'text',
     when: () => hasScreen() && Boolean(windowsDocument()), run: createWindow },
+  { id: 'buffer', title: 'New buffer, with a picture for slots', keys: ['I'], where: 'text', run: createBuffer },
   { id: 'copy', title: 'Copy beside itself', keys: ['Ctrl+D'], when: some('slot', 'window'),
     run: () => copySelected() },
   { id: 'take', title: 'Copy for this or another screen', keys: ['Ctrl+C'], where: 'text', run: take },
   { id: 'paste', title: 'Paste what was copied', keys: ['Ctrl+V'], where: 'text', when: hasScreen, run: paste },
   { id: 'remove', title: 'Delete what is chosen', keys: ['Delete', 'Backspace'], where: 'text',
-    when: some('slot', 'toggle', 'window'), run: removeSelected },
+    when: some('slot', 'toggle', 'window', 'buffer'), run: removeSelected },
   { id: 'play', title: 'Save, and start the program', keys: ['F5'], run: playNow },
 
   { id: 'plus', group: 'See', title: 'Larger', keys: ['+', '='], where: 'text', run: () => zoomBy(1) },

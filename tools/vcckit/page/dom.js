@@ -74,6 +74,7 @@ const strokes = {
   window: 'M2 3h12v10H2zM2 6h12',
   picture: 'M2 3h12v10H2zM2 11l4-4 3 3 2-2 3 3',
   text: 'M3 3h10v2M8 3v10M6 13h4',
+  buffer: 'M2 2h9v9H2zM5 13.500h8.500V5M5 6.500h3M6.500 5v3',
   button: 'M1.500 5h13v6h-13zM5 8h6',
   other: 'M3 8h.5M8 8h.5M13 8h.5',
   style: 'M3 13l6-6M8 4l4 4M10 2l4 4-2 2-4-4z',

@@ -133,7 +133,7 @@ function chooseAgain(path, before, now) {
 function changedBetween(before, now) {
   const text = (record) => JSON.stringify({ ...record, line: 0 });
   for (const [kind, list, name] of [['style', 'styles', 'name'], ['slot', 'slots', 'index'],
-    ['window', 'windows', 'number']]) {
+    ['window', 'windows', 'number'], ['buffer', 'buffers', 'number']]) {
     const known = new Set(before[list].map(text));
     const keys = now[list].filter((each) => !known.has(text(each))).map((each) => keyOf(kind, each[name]));
     if (keys.length) return keys;

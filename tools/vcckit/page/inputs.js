@@ -56,7 +56,8 @@ const several = (value) => (value.mixed ? 'several' : '');
 
 function textLine(items, field, value, language) {
   return line(shownOf(value), (text) => setValue(items, field.name, text, language),
-    { placeholder: several(value), ...(field.size && { maxLength: field.size }) });
+    { placeholder: several(value), ...(field.size && { maxLength: field.size }),
+      ...(field.meaning === 'picture' && { list: 'pictures' }) });
 }
 
 function number(items, field, value, language) {
@@ -68,7 +69,7 @@ function number(items, field, value, language) {
   const input = line(shownOf(value), send, { placeholder: several(value), inputMode: 'numeric', class: 'number' });
   input.addEventListener('keydown', (event) => {
     const by = { ArrowUp: 1, ArrowDown: -1 }[event.key] * (event.shiftKey ? 10 : 1);
-    if (!by) return;
+    if (!by || Number.isNaN(Number(input.value))) return; // of a pair neither
     event.preventDefault();
     const [low, high] = field.max > field.min ? [field.min, field.max] : [LEAST, -LEAST - 1];
     input.value = clamp((Number.parseInt(input.value, 10) || 0) + by, low, high);

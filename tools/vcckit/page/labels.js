@@ -6,7 +6,7 @@ const labels = {
   back_colour: 'Box colour', input_mode: 'Entry', size: 'Characters',
   dest_x: 'Left', dest_y: 'Top', column: 'Column', row: 'Row',
   box_width: { text: 'Width', picture: 'To x' }, box_height: { text: 'Height', picture: 'To y' },
-  graphic: 'Shows', buffer: 'Picture', src_x: 'From x', src_y: 'From y',
+  graphic: 'Shows', buffer: 'Picture', picture: 'File', src_x: 'From x', src_y: 'From y',
   hidden: 'Hidden', focus_skip: 'Keys pass it by', draw_flags: 'Drawing flags', sound_flags: 'Sound flags',
   action: 'Action', toggle: 'Reacts', activated: 'Pressed record', display_time: 'Stays pressed',
   sound: 'Sound when drawn', sound_act: 'Sound when pressed',

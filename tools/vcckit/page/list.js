@@ -10,6 +10,7 @@ const tabs = segments('Kind of list', [
   { value: 'slots', label: 'Slots', title: 'Slots of this screen' },
   { value: 'windows', label: 'Windows', title: 'Text windows of all screens' },
   { value: 'styles', label: 'Styles', title: 'Styles of this screen' },
+  { value: 'buffers', label: 'Buffers', title: 'Graphic buffers, with the pictures that slots show pieces of' },
 ], (value) => {
   select([]); // what is chosen is in the list that is shown
   showList(value);
@@ -51,7 +52,7 @@ function aboutSource() {
 }
 
 function looksOf(each, faulty) {
-  const kind = each.kind === 'slot' ? each.shown.kind : each.kind === 'window' ? 'window' : 'style';
+  const kind = { slot: each.shown?.kind, window: 'window', buffer: 'picture' }[each.kind] ?? 'style';
   const isButton = each.kind === 'slot' && each.shown.selectable && kind !== 'window';
   return {
     icon: isButton ? 'button' : kind,

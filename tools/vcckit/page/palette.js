@@ -2,7 +2,7 @@
 import { dialog } from './dialogs.js';
 import { el, stepInList } from './dom.js';
 import { goToFault } from './faults.js';
-import { allFaults, keyOf, showView, select, state, viewNames, windowsDocument } from './state.js';
+import { allFaults, buffersDocument, keyOf, showView, select, state, viewNames, windowsDocument } from './state.js';
 
 const MOST = 60; // rows at a time
 
@@ -23,9 +23,13 @@ function places() {
     for (const style of state.documents.get(document)?.styles ?? [])
       found.push({ group, title: `Style ${style.name}`, run: go(keyOf('style', style.name)) });
   }
-  for (const { number, values } of windowsDocument()?.windows ?? [])
+  const byNumber = (list = []) => list.toSorted((a, b) => a.number - b.number); // "window 3" before "window 23"
+  for (const { number, values } of byNumber(windowsDocument()?.windows))
     found.push({ group: 'Text windows', title: `Window ${number}  ${values.title ?? ''}`,
       run: () => select(keyOf('window', number)) });
+  for (const { number, values } of byNumber(buffersDocument()?.buffers))
+    found.push({ group: 'Buffers', title: `Buffer ${number}  ${values.picture}`,
+      run: () => select(keyOf('buffer', number)) });
   return found.concat(allFaults().map((fault, number) => ({ group: 'Faults', title: `${fault.code}  ${fault.problem}`,
     words: `${fault.document} ${fault.where} ${fault.advice}`, run: () => goToFault(number) })));
 }

@@ -1,4 +1,5 @@
 // Properties of what is chosen, in groups. Names, units, ranges and help come from the tool.
+import { address } from './api.js';
 import { el, find, icon, keeper, keepFocus, put } from './dom.js';
 import { inputFor } from './inputs.js';
 import { labelOf, rawName } from './labels.js';
@@ -36,11 +37,13 @@ const windowGroups = [
     ['shadow', 'grid']] },
   { title: 'Behaviour', rows: [['open_sound'], ['close_sound'], ['pointer_offset']] },
 ];
+const bufferGroups = [{ title: 'Picture', rows: [['picture']] }];
 // Entries of a source that are changed in another way: by gestures, by the looks, or in the source itself.
 const elsewhere = new Set(['index', 'highlight', 'pressed', 'copy']);
 
 function fieldsOf(items) {
-  const all = items[0].kind === 'window' ? state.project.window_fields ?? [] : state.project.fields;
+  const { fields, window_fields: window, buffer_fields: buffer } = state.project;
+  const all = { window, buffer }[items[0].kind] ?? fields;
   return new Map(all.filter((each) => !elsewhere.has(each.name)).map((each) => [each.name, each]));
 }
 
@@ -70,8 +73,8 @@ function nothing() {
     el('p', { class: 'dim' }, 'Click into the picture or the list. Ctrl takes what lies under it, Shift adds, ',
       'dragging draws a band around several.'),
     el('p', { class: 'dim' }, 'What is chosen moves with the mouse or the arrow keys; all that can be said of it ',
-      'appears here. ', ...['N', 'B', 'P', 'W'].map((key) => el('kbd', {}, key)), ' make a new text, button, picture ',
-      'or text window.'),
+      'appears here. ', ...['N', 'B', 'P', 'W', 'I'].map((key) => el('kbd', {}, key)), ' make a new text, button, ',
+      'picture, text window or buffer.'),
     el('p', { class: 'dim' }, 'The sources change when they are saved, ', el('kbd', {}, 'Ctrl+S'), '; until then ',
       'every step can be undone, ', el('kbd', {}, 'Ctrl+Z'), '. ', el('kbd', {}, 'F5'), ' plays the result.'),
     el('p', { class: 'dim' }, el('kbd', {}, 'Ctrl+F'), ' finds everything, ', el('kbd', {}, '?'),
@@ -82,13 +85,17 @@ function propertiesOf(items) {
   const [each] = items;
   const parts = [kept('heading', items.map(({ key, name, line, record, document }) => [key, name, line, document.name,
     record.protected, record.styles, record.repeat]), () => heading(items))];
+  if (each.kind === 'buffer')
+    parts.push(kept('picture', each.record, () => el('img', { class: 'buffer', alt: each.name,
+      src: address('buffer.png', { number: each.index, picture: each.record.values.picture }) })));
   const hasLooks = each.kind === 'slot' || each.kind === 'style';
   if (hasLooks && items.length === 1) parts.push(looksOf(each));
   if (state.look && hasLooks && !items.every((one) => hasLook(one, state.look)))
     return [...parts, lookToMake(items)];
   const fields = fieldsOf(items);
   const kind = kindOf(items);
-  const wanted = each.kind === 'window' ? windowGroups : kind === 'picture' ? pictureFirst : groups;
+  const wanted = { window: windowGroups, buffer: bufferGroups }[each.kind] ??
+    (kind === 'picture' ? pictureFirst : groups);
   const named = new Set(wanted.flatMap((group) => group.rows.flat()));
   const rest = [...fields.keys()].filter((name) => !named.has(name)).map((name) => [name]);
   for (const group of wanted) {
@@ -114,7 +121,8 @@ function heading(items) {
       el('p', { class: 'dim' }, 'A change is made to all of them.'));
   }
   const number = each.kind === 'slot' && !each.record.protected ? numberInput(each) : null;
-  const title = { slot: 'Slot', toggle: 'Toggle record', window: 'Text window', style: 'Style' }[each.kind];
+  const title = { slot: 'Slot', toggle: 'Toggle record', window: 'Text window', style: 'Style',
+    buffer: 'Buffer' }[each.kind];
   return el('div', { class: 'heading' },
     el('div', { class: 'title' }, el('h2', {}, title, ' ', number ?? String(each.index ?? each.name)),
       el('span', { class: 'dim grow' }, each.kind === 'style' ? '' : each.name), lineButton(each)),
@@ -192,7 +200,7 @@ function newCell(items, field, value, origins) {
       rawName(field.name, kindOf(items)), inherited ? el('span', { class: 'origin',
         title: `Said by ${inherited}; a change here is this record's own` }, inherited) : null),
     isSpoken(items, field.name) ? languageBadge(items, field, value.differs) : null,
-    own && items[0].kind !== 'window' ? takeBack(items, field) : null), input);
+    own && !['window', 'buffer'].includes(items[0].kind) ? takeBack(items, field) : null), input);
 }
 
 function languageBadge(items, field, differs) {

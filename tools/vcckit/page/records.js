@@ -1,17 +1,21 @@
 // Records as wholes: new, copy, paste, remove, draw order. Numbers are chosen here; the server says what is not
 // allowed.
+import { getJson } from './api.js';
 import { unitOf } from './arrange.js';
 import { chooseBuffer } from './buffer_chooser.js';
+import { dialog } from './dialogs.js';
+import { el } from './dom.js';
 import { edit, editTogether } from './edits.js';
 import { isBackground } from './frames.js';
 import { meets } from './geometry.js';
 import { say } from './messages.js';
-import { addressOf, item, keyOf, lead, placedItems, screenDocument, select, selected, state, tell,
+import { addressOf, buffersDocument, item, keyOf, lead, placedItems, screenDocument, select, selected, state, tell,
   windowsDocument, windowsDocuments } from './state.js';
 import { lookRecord, nameOf } from './values.js';
 
 const LAST = 199;
 const LAST_WINDOW = 29;
+const LAST_BUFFER = 20; // the others are the program's
 
 function usedNumbers() {
   const document = screenDocument();
@@ -99,6 +103,28 @@ async function createRecords(records, label) {
   if (!await editTogether([...changes].filter(([, operations]) => operations.length), label)) return false;
   select(slots.map(({ to }) => keyOf('slot', to)));
   return true;
+}
+
+/** A graphic buffer with a picture that slots can show from then on. */
+export function createBuffer() {
+  const buffers = buffersDocument();
+  if (!buffers) return void say('The installation has no buffer list, tools/vcc.buf.', 'bad');
+  const used = new Set(buffers.buffers.map((each) => each.values.picture));
+  const name = el('input', { type: 'text', 'aria-label': 'Picture', list: 'pictures', spellcheck: false, size: 30,
+    value: state.project.pictures.find((each) => !used.has(each)) ?? '',
+    on: { keydown: async (event) => { if (event.key === 'Enter' && await make()) close(); } } });
+  async function make() {
+    const to = free(new Set(buffers.buffers.map((each) => each.number)), LAST_BUFFER);
+    const done = to !== null && await edit(buffers.name, `New buffer ${to}`, [{ do: 'create', to, text: name.value }]);
+    if (!done) return false;
+    state.project.names = (await getJson('project')).names; // slots can show it
+    select(keyOf('buffer', to));
+    return true;
+  }
+  const close = dialog('New buffer', el('p', {}, 'A PCX picture of the installation; slots show pieces of it: ', name),
+  [{ label: 'Cancel' }, { label: 'Make it', primary: true, run: make }]);
+  name.focus();
+  name.select();
 }
 
 // from screen to screen
@@ -232,17 +258,16 @@ export function takeOver({ name, text: base }) {
 }
 
 export function listKeys() {
-  if (state.list === 'windows') return windowKeys();
+  if (state.list === 'windows') return numbered('window', windowsDocument()?.windows);
+  if (state.list === 'buffers') return numbered('buffer', buffersDocument()?.buffers);
   const document = screenDocument();
   if (!document) return [];
   if (state.list === 'styles') return document.styles.map((each) => keyOf('style', each.name));
   const slots = [...document.slots].sort((a, b) => a.index - b.index).map((each) => keyOf('slot', each.index));
   return slots.concat(ownToggles().map((each) => keyOf('toggle', each.index)));
 }
-function windowKeys() {
-  const windows = [...(windowsDocument()?.windows ?? [])];
-  return windows.sort((a, b) => a.number - b.number).map((each) => keyOf('window', each.number));
-}
+const numbered = (kind, records = []) => [...records].sort((a, b) => a.number - b.number)
+  .map((each) => keyOf(kind, each.number));
 /** Toggle records with a table of their own; the looks of slots are shown with their slots. */
 function ownToggles() {
   return screenDocument().toggles.filter((each) => each.line > 0);

@@ -11,7 +11,7 @@ export const state = {
   row: null, ///< options: the option whose values are shown
   module: null, ///< options: whose settings
   about: null, ///< help: the menu's slot
-  list: 'slots', ///< which list is open: slots, windows, styles
+  list: 'slots', ///< which list is open: slots, windows, styles, buffers
   look: '', ///< in which the chosen slot is shown and changed: '', highlight, pressed
   selection: [], ///< keys such as "slot:3"; the last one is the leading one
   hovered: null,
@@ -62,8 +62,10 @@ export function windowsDocument() {
   const prefix = { en: 'e_', de: 'g_' }[state.language];
   return all.find((each) => each.name.startsWith(prefix)) ?? all[0];
 }
+export const buffersDocument = () => [...state.documents.values()].find((each) => each.kind === 'buffers');
 /** What the list that is open is made from. */
-export const listDocument = () => (state.list === 'windows' ? windowsDocument() : screenDocument());
+export const listDocument = () => ({ windows: windowsDocument, buffers: buffersDocument }[state.list] ??
+  screenDocument)();
 /** The document that undo and the source are about. */
 export function activeDocument() {
   return lead()?.document ?? listDocument();
@@ -84,6 +86,7 @@ export function addressOf(key) {
 export function item(key, language = state.language) {
   const [kind, number] = [key.split(':', 1)[0], key.slice(key.indexOf(':') + 1)];
   if (kind === 'window') return windowItem(Number(number));
+  if (kind === 'buffer') return bufferItem(Number(number));
   const document = screenDocument();
   if (!document) return null;
   if (kind === 'style') {
@@ -108,6 +111,13 @@ function windowItem(number) {
   return record ? { key: keyOf('window', number), kind: 'window', document, record, index: number,
     name: record.values.title || record.protected || nameOfShowing(number) || 'text window', line: record.line,
     rect: record.rect[2] > 0 && record.rect[3] > 0 ? record.rect : null } : null;
+}
+
+function bufferItem(number) {
+  const document = buffersDocument();
+  const record = document?.buffers.find((each) => each.number === number);
+  return record ? { key: keyOf('buffer', number), kind: 'buffer', document, record, index: number,
+    name: String(record.values.picture).split(/[\\/]/).pop(), line: record.line, rect: null } : null;
 }
 
 /** What can be pointed at on the picture, in the order of drawing. */
@@ -138,7 +148,7 @@ export function select(keys, { look = '' } = {}) {
   state.selection = list;
   state.look = look;
   const kind = list.at(-1)?.split(':')[0];
-  if (kind) showList({ slot: 'slots', toggle: 'slots', window: 'windows', style: 'styles' }[kind]);
+  if (kind) showList({ slot: 'slots', toggle: 'slots', window: 'windows', style: 'styles', buffer: 'buffers' }[kind]);
   tell('selection');
 }
 

@@ -14,8 +14,12 @@ const icons = (ids) => ids.split(' ').map(commandIcon);
 find('tools').append(...icons('minus'), shown, ...icons('plus fit closer'), rule(),
   ...icons('grid snap outlines labels unseen'), gridFont, rule(),
   ...icons('left centre right top middle bottom across down'), rule(), ...icons('forward backward copy remove'), rule(),
-  ...icons('text button picture window'));
+  ...icons('text button picture window buffer'));
 
+const pictures = el('datalist', { id: 'pictures' });
+document.body.append(pictures);
+
+on('project', () => pictures.replaceChildren(...state.project.pictures.map((value) => el('option', { value }))));
 on('project', () => gridFont.replaceChildren(...(state.project.names.font ?? []).map((font) =>
   el('option', { value: font.number }, `${font.cell[0]} × ${font.cell[1]}  ${font.name}`))));
 on('project zoom preferences', () => {

@@ -4,7 +4,7 @@ import { state } from './state.js';
 
 /** The values that are shown: of the slot itself, or of its highlighted or pressed look. */
 function valuesOf(each, language) {
-  if (each.kind === 'window') return each.record.values;
+  if (['window', 'buffer'].includes(each.kind)) return each.record.values;
   if (each.kind === 'style')
     return fromTexts((state.look ? each.record.look_written[state.look] : each.record.written) ?? {}, language);
   const look = state.look && each.kind === 'slot' ? lookRecord(each, state.look) : null;
@@ -50,10 +50,10 @@ export const hasLook = (each, look) => each.record.looks.includes(look);
 
 /** Who says a field: "slot", "style button", or null. */
 export function originOf(each, field) {
-  if (each.kind === 'window' || each.kind === 'style') return field in valuesOf(each) ? each.kind : null;
+  if (['window', 'buffer', 'style'].includes(each.kind)) return field in valuesOf(each) ? each.kind : null;
   return (state.look ? each.record.look_written?.[state.look] : each.record.written)?.[field] ?? null;
 }
-export const isOwn = (origin) => ['slot', 'toggle', 'window', 'style'].includes(origin);
+export const isOwn = (origin) => ['slot', 'toggle', 'window', 'buffer', 'style'].includes(origin);
 
 /** {value, name, mixed, differs}: `mixed` over several records, `differs` between languages. */
 export function valueOf(items, field) {

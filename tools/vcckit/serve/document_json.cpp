@@ -136,16 +136,27 @@ json values_json(const std::map<std::string, std::string>& values) {
     return object;
 }
 
+json part_json(const NumberedPart& part, const std::string& role) {
+    return {{"number", part.number},
+            {"line", part.line},
+            {"protected", text_or_null(role)},
+            {"values", values_json(part.values)}};
+}
+
+json buffers_json(const Description& description) {
+    json all = json::array();
+    for (const NumberedPart& buffer : description.buffers)
+        all.push_back(part_json(buffer, name_of_number(Meaning::buffer, buffer.number).value_or("")));
+    return all;
+}
+
 json windows_json(const Description& description, const std::array<TextWindow, text_window_count>& windows) {
     json all = json::array();
-    for (const WindowPart& window : description.windows) {
+    for (const NumberedPart& window : description.windows) {
         if (window.number < 0 || window.number >= text_window_count)
             continue;
-        all.push_back({{"number", window.number},
-                       {"line", window.line},
-                       {"protected", text_or_null(role_of_fixed_window(window.number))},
-                       {"values", values_json(window.values)},
-                       {"rect", rect_of_window(windows[static_cast<std::size_t>(window.number)])}});
+        all.push_back(part_json(window, role_of_fixed_window(window.number)));
+        all.back()["rect"] = rect_of_window(windows[static_cast<std::size_t>(window.number)]);
     }
     return all;
 }
@@ -221,6 +232,7 @@ json document_json(const DocumentState& document, const Reading& reading, const 
             {"names", std::move(names)},
             {"styles", reading.description.styles},
             {"windows", windows_json(reading.description, windows[german ? 1 : 0])},
+            {"buffers", buffers_json(reading.description)},
             {"slots", std::move(slots)},
             {"toggles", toggles_json(reading, windows)},
             {"faults", std::move(faults)}};

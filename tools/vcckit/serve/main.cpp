@@ -54,7 +54,7 @@ std::future<void> request_to_end(const sigset_t& requests) {
 
 int serve(Session& session, int port, bool browser, const std::future<void>& asked) {
     // Watched from here on: what changes as soon as the address is known counts, and so does what came before.
-    vcc::kit::Watch watch({session.folder(), session.screens_folder()});
+    vcc::kit::Watch watch({session.folder(), session.screens_folder(), session.files_folder()});
     session.follow({});
     Server server(session);
     if (const std::string reason = server.bind(port, state_folder(session.screens_folder())); !reason.empty())

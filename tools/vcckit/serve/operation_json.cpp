@@ -1,6 +1,7 @@
 #include "vcckit/serve/operation_json.h"
 
 #include "core/installation.h"
+#include "display/buffers.h"
 #include "screen/slot.h"
 #include "screen/text_window.h"
 
@@ -26,6 +27,7 @@ constexpr PlaceRow place_rows[] = {
     {"slot", Address::Of::slot, slot_limit},
     {"toggle", Address::Of::toggle, slot_limit},
     {"window", Address::Of::window, text_window_count},
+    {"buffer", Address::Of::buffer, graphic_buffer_count},
     {"style", Address::Of::style, 0},
 };
 
@@ -65,7 +67,7 @@ Result<Address> address_of(const json& object) {
         }
         return address;
     }
-    return wrong("of", "has an entry that names no slot, toggle, style or window");
+    return wrong("of", "has an entry that names no slot, toggle, style, window or buffer");
 }
 
 Result<Value> value_of(const json& value) {
@@ -85,7 +87,7 @@ Result<Value> value_of(const json& value) {
 std::string take_addresses(const json& object, Operation& operation) {
     const auto of = object.find("of");
     if (of == object.end() || !of->is_array() || of->empty() || of->size() > operation_limit)
-        return "of is a list of slots, toggles, styles or windows";
+        return "of is a list of slots, toggles, styles, windows or buffers";
     for (const json& each : *of) {
         auto address = address_of(each);
         if (!address)

@@ -131,8 +131,11 @@ bool Session::show_installed(const DocumentState& document, Reading& reading) {
         return false;
     }
     for (const std::string& name : document.installs) {
-        if (const auto put = stage_->put_file(name, *bytes); !put)
+        const auto put = stage_->put_file(name, *bytes);
+        if (!put)
             complain(put.reason());
+        else if (*put && renderer_ && name == path::buffer_list)
+            load_pictures();
         for (std::size_t i = 0; i < languages.size(); ++i)
             if (name == language_file_name(languages[i], path::text_windows)) {
                 windows_[i] = {};
@@ -186,6 +189,13 @@ void Session::sources_changed(const std::vector<std::string>& names) {
         files_changed(false);
     }
     tell_notices();
+}
+
+/// Pages ask again for all buffers, which are there with the next picture.
+void Session::load_pictures() {
+    renderer_->forget();
+    draw({});
+    events_.tell("files", "{}");
 }
 
 void Session::files_changed(bool kept_ones) {

@@ -14,6 +14,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -48,6 +49,7 @@ public:
 
     const std::string& folder() const { return workspace_->folder(); }
     const std::string& screens_folder() const { return workspace_->screens_folder(); }
+    const std::string& files_folder() const { return workspace_->files_folder(); }
     Events& events() { return events_; }
 
     // What the page asks for by GET.
@@ -88,6 +90,7 @@ private:
     void tell_notices();
     void sources_changed(const std::vector<std::string>& names);
     void files_changed(bool kept_ones);
+    void load_pictures();
     const nlohmann::json& json_of(const DocumentState& document);
     Answer changed(const Result<DocumentState>& document, const nlohmann::json& body);
     std::string add_picture(const nlohmann::json& body, nlohmann::json& told);
@@ -99,6 +102,7 @@ private:
         std::string fault;
     };
     Drawn draw(const RenderRequest& request);
+    Answer drawn(const Parameters& parameters, const std::function<Answer(const Drawn&)>& answer);
     nlohmann::json names_json();
     std::uint64_t keep_shown(const std::string& rgba);
 

@@ -9,6 +9,7 @@
 #include "cc/option_rows.h"
 #include "core/files.h"
 #include "core/geometry.h"
+#include "core/lines.h"
 #include "display/buffers.h"
 #include "screen/buffer_list.h"
 #include "screen/colours.h"
@@ -18,10 +19,13 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <filesystem>
 #include <functional>
+#include <set>
 
 namespace vcc::kit::edit {
 
+namespace fs = std::filesystem;
 using nlohmann::json;
 
 namespace {
@@ -113,6 +117,24 @@ json window_fields_json() {
         fields.back()["key"] = row.key;
     }
     return fields;
+}
+
+json buffer_fields_json() {
+    const WindowField picture{.name = "picture",
+                              .key = "",
+                              .max = line_limit - 1,
+                              .help = "the file that is in the buffer, a PCX picture of the installation"};
+    return json::array({field_json(picture, "text", "picture")});
+}
+
+/// The pictures in the working folder, by their names.
+json pictures_json() {
+    std::set<std::string> names;
+    std::error_code error;
+    for (fs::recursive_directory_iterator each(".", error), end; !error && each != end; each.increment(error))
+        if (const std::string ending = each->path().extension(); ending == ".pcx" || ending == ".PCX")
+            names.insert(each->path().lexically_normal().string());
+    return names;
 }
 
 json views_json() {
@@ -258,7 +280,7 @@ json Session::names_json() {
             names["sound"].push_back(numbered(utf8_of(entry.name.empty() ? entry.file : entry.name), number));
     }
     json buffers = json::array();
-    const BufferList list = read_buffer_list(read_file(folder() + "/" + path::buffer_list).value_or(""));
+    const BufferList list = read_buffer_list(read_file(path::buffer_list).value_or(""));
     for (int number = 0; number < graphic_buffer_count; ++number) {
         const BITMAP* const bitmap = graphic_buffer(number);
         if (!bitmap)
@@ -297,6 +319,8 @@ Answer Session::project() {
                                   {"views", views_json()},
                                   {"fields", fields_json()},
                                   {"window_fields", window_fields_json()},
+                                  {"buffer_fields", buffer_fields_json()},
+                                  {"pictures", pictures_json()},
                                   {"names", names_json()},
                                   {"colours", std::move(colours)},
                                   {"recovered", std::move(recovered)}})};
@@ -350,30 +374,29 @@ std::string Session::add_picture(const json& body, json& told) {
     return pixels;
 }
 
-Answer Session::picture(const Parameters& parameters) {
+/// What `answer` makes of the picture that a request's address asks for; or why there is none.
+Answer Session::drawn(const Parameters& parameters, const std::function<Answer(const Drawn&)>& answer) {
     const auto request = render_request_of(parameters);
     if (!request)
         return refusal(status::bad_request, request.reason());
     const Lock held = lock();
     const Drawn drawn = draw(*request);
-    if (!drawn.picture)
-        return refusal(status::refused, drawn.fault);
-    std::string rgba = rgba_of(*drawn.picture);
-    const std::uint64_t number = parameters.contains("keep") ? keep_shown(rgba) : 0;
-    return {.type = "application/octet-stream",
-            .body = std::move(rgba),
-            .headers = {{"X-Revision", std::to_string(drawn.revision)}, {"X-Number", std::to_string(number)}}};
+    return drawn.picture ? answer(drawn) : refusal(status::refused, drawn.fault);
+}
+
+Answer Session::picture(const Parameters& parameters) {
+    return drawn(parameters, [&](const Drawn& drawn) -> Answer {
+        std::string rgba = rgba_of(*drawn.picture);
+        const std::uint64_t number = parameters.contains("keep") ? keep_shown(rgba) : 0;
+        return {.type = "application/octet-stream",
+                .body = std::move(rgba),
+                .headers = {{"X-Revision", std::to_string(drawn.revision)}, {"X-Number", std::to_string(number)}}};
+    });
 }
 
 Answer Session::picture_png(const Parameters& parameters) {
-    const auto request = render_request_of(parameters);
-    if (!request)
-        return refusal(status::bad_request, request.reason());
-    const Lock held = lock();
-    const Drawn drawn = draw(*request);
-    if (!drawn.picture)
-        return refusal(status::refused, drawn.fault);
-    return {.type = "image/png", .body = png_of(*drawn.picture)};
+    return drawn(parameters,
+                 [](const Drawn& drawn) -> Answer { return {.type = "image/png", .body = png_of(*drawn.picture)}; });
 }
 
 Answer Session::buffer_png(const Parameters& parameters) {

@@ -1,0 +1,101 @@
+#include "vcckit/edit/buffer_edit.h"
+
+#include "vcckit/edit/source_model.h"
+#include "vcckit/edit/text_edits.h"
+#include "vcckit/record/names.h"
+#include "vcckit/text/lines.h"
+
+#include "core/installation.h"
+#include "core/lines.h"
+#include "core/text.h"
+#include "screen/buffer_list.h"
+
+#include <algorithm>
+
+namespace vcc::kit::edit {
+
+namespace {
+
+using Do = Operation::Do;
+
+/// Refuses a text that cannot stand for a picture in the list.
+void expect_picture(const std::string& picture) {
+    if (is_blank(picture) || picture.find_first_of("\r\n") != std::string::npos || picture.size() >= line_limit)
+        throw Refused("a picture is named in one line of less than " + std::to_string(line_limit) + " characters");
+    if (std::string_view("+*#").find(picture.front()) != std::string_view::npos)
+        throw Refused("a picture's name cannot begin with \"" + picture.substr(0, 1) + "\": that is a key of the list");
+}
+
+std::string with_buffer(const std::string& text, int number, const std::string& picture) {
+    expect_picture(picture);
+    const BufferList list = read_buffer_list(text);
+    if (number < 0 || number >= window_copy_buffer)
+        throw Refused("buffers for pictures are 0 to " + std::to_string(window_copy_buffer - 1));
+    if (const auto there = std::ranges::find(list.pictures, number, &ListedPicture::buffer);
+        there != list.pictures.end())
+        throw Refused("buffer " + std::to_string(number) + " holds " + there->path + " already");
+    if (list.unknown)
+        throw Refused("line " + std::to_string(list.unknown->line) + " names no buffer: the list ends there");
+    TextEdits edits(text);
+    const std::string end(line_end_of(text));
+    add_lines(edits, text.size(), "+" + std::to_string(number) + end + picture + end);
+    return edits.result();
+}
+
+/// Takes a picture out with the "+" line and the comment above it.
+std::string without(const std::string& text, const std::vector<std::string_view>& lines, std::size_t picture) {
+    std::size_t first = picture;
+    if (first > 0 && lines[first - 1].starts_with('+'))
+        --first;
+    while (first > 0 && lines[first - 1].starts_with('#') &&
+           lines[first - 1].find_first_not_of("#\r\n") != std::string_view::npos)
+        --first;
+    TextEdits edits(text);
+    const auto begin = static_cast<std::size_t>(lines[first].data() - text.data());
+    edits.replace({begin, static_cast<std::size_t>(lines[picture].data() - text.data()) + lines[picture].size()}, "");
+    return edits.result();
+}
+
+std::string change_buffer(const std::string& text, const Address& address, const Operation& operation) {
+    const std::vector<NumberedPart> buffers = buffers_of(text);
+    const auto buffer = std::ranges::find(buffers, address.index, &NumberedPart::number);
+    if (address.of != Address::Of::buffer || buffer == buffers.end())
+        throw Refused("the list has no " + name_of(address));
+    const std::vector<std::string_view> lines = lines_with_ends(text);
+    const auto at = static_cast<std::size_t>(buffer->line) - 1;
+    const std::string& before = buffer->values.at("picture");
+    if (at >= lines.size() || !lines[at].starts_with(before))
+        throw Refused("the list has a line that is too long");
+    if (operation.what == Do::set && operation.field == "picture") {
+        const auto* const picture = std::get_if<std::string>(&operation.value);
+        expect_picture(picture ? *picture : "");
+        const auto begin = static_cast<std::size_t>(lines[at].data() - text.data());
+        return std::string(text).replace(begin, before.size(), *picture);
+    }
+    if (operation.what != Do::remove)
+        throw Refused("buffers are made, get another picture, and are taken away");
+    if (const auto role = name_of_number(Meaning::buffer, address.index))
+        throw Refused("the program knows this buffer by its number: it is the " + *role);
+    return without(text, lines, at);
+}
+
+} // namespace
+
+std::vector<NumberedPart> buffers_of(std::string_view text) {
+    std::vector<NumberedPart> buffers;
+    for (const ListedPicture& each : read_buffer_list(text).pictures) {
+        std::erase_if(buffers, [&](const NumberedPart& other) { return other.number == each.buffer; });
+        buffers.push_back({each.buffer, each.line, {{"picture", each.path}}});
+    }
+    return buffers;
+}
+
+std::string change_buffers(std::string text, const Operation& operation, const EditRules&) {
+    if (operation.what == Do::create)
+        return with_buffer(text, operation.to, operation.text);
+    for (const Address& address : operation.of)
+        text = change_buffer(text, address, operation);
+    return text;
+}
+
+} // namespace vcc::kit::edit
