@@ -68,7 +68,7 @@ void idle_frame(benchmark::State& state) {
     measure_batch(state, 10, frames, [&] {
         frames_left = frames;
         close_requested = 0;
-        await_input(run, look, false);
+        await_input(run, look, false, false);
     });
     close_requested = 0;
 }

@@ -228,7 +228,7 @@ std::optional<int> HelpPage::handle(int code) {
     case step_activated:
         return press(run_.current);
     case step_no_slot: // a message set without a button: keys close the page
-        return handle(await_input(run_, slot(message_slot::window), true));
+        return handle(await_input(run_, slot(message_slot::window), true, false));
     case key::right_button:
         return key::escape;
     case 0:
