@@ -33,9 +33,8 @@ void leave_traces() {
 class Render : public test::GameFolder {
 protected:
     static std::string drawn(Renderer& renderer, const RenderRequest& request) {
-        std::string fault;
-        const auto seen = renderer.see(request, fault);
-        return seen ? std::string(seen->picture.rgb.begin(), seen->picture.rgb.end()) : fault;
+        const auto seen = renderer.see(request);
+        return seen ? std::string(seen->picture.rgb.begin(), seen->picture.rgb.end()) : seen.reason();
     }
 
     /// The same in a process of its own.

@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "platform/latin1.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -41,61 +42,55 @@ const TargetRow* row_of_ending(const std::string& ending) {
 }
 
 /// The name with another extension: "theme.ogg" becomes "theme.wav".
-std::optional<Job> job_of(const std::string& source, const std::string& output) {
-    std::string fault;
-    const auto media = read_media(source, fault);
-    if (!media) {
-        complain(source + ": " + fault);
-        return std::nullopt;
-    }
+Result<Job> job_of(const std::string& source, const std::string& output) {
+    const auto media = read_media(source);
+    if (!media)
+        return Failure{source + ": " + media.reason()};
     Job job{*media, output, media->kind};
     std::error_code error;
     const bool into_folder = fs::is_directory(platform::system_path(output), error);
     if (output.empty() || into_folder) {
         const fs::path folder =
             into_folder ? platform::system_path(output) : platform::system_path(source).parent_path();
-        for (const TargetRow& row : targets)
-            if (row.kind == job.kind)
-                job.target = platform::name_of(folder / platform::system_path(source).stem()) + row.ending;
+        const TargetRow* const row = std::ranges::find(targets, job.kind, &TargetRow::kind);
+        job.target = platform::name_of(folder / platform::system_path(source).stem()) + row->ending;
     } else if (const TargetRow* row = row_of_ending(platform::name_of(platform::system_path(output).extension()))) {
         job.kind = row->kind;
     } else {
-        complain(output + ": is not a folder, and does not end in .pcx, .wav or .avi");
-        return std::nullopt;
+        return Failure{output + ": is not a folder, and does not end in .pcx, .wav or .avi"};
     }
-    if (fs::equivalent(platform::system_path(source), platform::system_path(job.target), error)) {
-        complain(source + ": would be replaced by its own conversion: give another name with -o");
-        return std::nullopt;
-    }
-    if (job.kind == MediaKind::film && media->kind == MediaKind::picture) {
-        complain(source + ": is a picture, not a film");
-        return std::nullopt;
-    }
+    if (fs::equivalent(platform::system_path(source), platform::system_path(job.target), error))
+        return Failure{source + ": would be replaced by its own conversion: give another name with -o"};
+    if (job.kind == MediaKind::film && media->kind == MediaKind::picture)
+        return Failure{source + ": is a picture, not a film"};
     return job;
 }
 
-/// Checks before the first conversion that all inputs are usable and no two become the same file.
+/// Checks before the first conversion that all inputs are usable and no two become the same file; tells of each that is
+/// not.
 std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources, const std::string& output) {
     std::error_code error;
-    if (sources.size() > 1 && !output.empty() && !fs::is_directory(platform::system_path(output), error)) {
+    std::vector<Job> jobs;
+    bool usable = sources.size() == 1 || output.empty() || fs::is_directory(platform::system_path(output), error);
+    if (!usable) {
         complain(output + ": is not a folder, and one file cannot hold " + std::to_string(sources.size()));
         return std::nullopt;
     }
-    std::vector<Job> jobs;
-    bool sound = true;
     for (const std::string& source : sources) {
-        std::optional<Job> job = job_of(source, output);
-        sound = sound && job;
+        Result<Job> job = job_of(source, output);
+        if (!job)
+            complain(job.reason());
+        usable = usable && job;
         for (const Job& other : jobs) {
             if (job && other.target == job->target) {
                 complain(source + ": would become " + job->target + ", as " + other.source.path + " does");
-                sound = false;
+                usable = false;
             }
         }
         if (job)
             jobs.push_back(std::move(*job));
     }
-    return sound ? std::optional(std::move(jobs)) : std::nullopt;
+    return usable ? std::optional(std::move(jobs)) : std::nullopt;
 }
 
 /// A progress line on a terminal; nothing elsewhere.

@@ -99,18 +99,17 @@ struct Journey {
     bool films; ///< starts with them
 };
 
-/// Plans for the requested languages; nothing with the reason in `fault`.
-std::optional<std::vector<Journey>> plan_journeys(const PlayRequest& request, const PlayedCopy& copy,
-                                                  std::string& fault) {
+/// Plans for the requested languages.
+Result<std::vector<Journey>> plan_journeys(const PlayRequest& request, const PlayedCopy& copy) {
     const platform::FolderVisit inside(copy.game().string());
     const Library library; // shared: a second one would not start its sound
     std::vector<Journey> journeys;
     for (std::size_t language = 0; language < languages.size(); ++language) {
         if (!request.language.empty() && request.language != languages[language].code)
             continue;
-        auto plan = plan_visit(language, fault);
+        auto plan = plan_visit(language);
         if (!plan)
-            return std::nullopt;
+            return Failure{plan.reason()};
         journeys.push_back({language, std::move(*plan), request.films && journeys.empty()});
     }
     return journeys;
@@ -119,13 +118,14 @@ std::optional<std::vector<Journey>> plan_journeys(const PlayRequest& request, co
 /// One language; the exit status.
 int play(const Journey& journey, const PlayedCopy& copy, const fs::path& pictures) {
     copy.choose_language(journey.language);
+    const auto opened = VirtualDesktop::open();
+    if (!opened)
+        return complain(opened.reason());
+    VirtualDesktop& desktop = **opened;
     std::string fault;
-    const auto desktop = VirtualDesktop::open(fault);
-    if (!desktop)
-        return complain(fault);
     const std::vector<std::string> arguments =
         journey.films ? std::vector<std::string>{} : std::vector<std::string>{"without", "films"};
-    if (!desktop->start(copy.game().string(), "./vcc", arguments, copy.output().string()))
+    if (!desktop.start(copy.game().string(), "./vcc", arguments, copy.output().string()))
         return complain("the program does not start");
     int count = 0;
     const auto keep = [&](const std::string& name, const std::string& text, const RgbPicture& picture) {
@@ -141,17 +141,16 @@ int play(const Journey& journey, const PlayedCopy& copy, const fs::path& picture
         std::fflush(stdout);
         return true;
     };
-    Visit visit(*desktop, journey.plan, keep);
-    visit.run(journey.films);
-    for (const std::string& each : visit.faults())
+    const Visited visited = visit(desktop, journey.plan, journey.films, keep);
+    for (const std::string& each : visited.faults)
         complain(each);
     if (!fault.empty())
         complain(fault);
-    if (!visit.reached_menu())
+    if (!visited.reached_menu)
         tell_lines("the program: ", copy.output());
-    if (!visit.reached_menu() || !visit.faults().empty())
+    if (!visited.reached_menu || !visited.faults.empty())
         tell_lines("its log: ", copy.game() / path::log);
-    return !visit.reached_menu() || !fault.empty() ? exit_unusable : visit.faults().empty() ? exit_clean : exit_faults;
+    return !visited.reached_menu || !fault.empty() ? exit_unusable : visited.faults.empty() ? exit_clean : exit_faults;
 }
 
 } // namespace
@@ -169,10 +168,9 @@ int run_play(const PlayRequest& request) {
         return complain(fault);
     if (!prepare_pictures(pictures))
         return exit_unusable;
-    std::string fault;
-    const auto journeys = plan_journeys(request, copy, fault);
+    const auto journeys = plan_journeys(request, copy);
     if (!journeys)
-        return complain(fault);
+        return complain(journeys.reason());
     int status = exit_clean;
     for (const Journey& journey : *journeys)
         if (!interrupted())

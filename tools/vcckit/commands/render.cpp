@@ -16,20 +16,16 @@ int run_render(const std::string& folder, const RenderRequest& request, const st
     if (!visit.entered())
         return complain(folder + " is not a folder");
     const Library library(request.depth);
-    std::string fault;
-    const BitmapPtr picture = render_screen(request, fault);
+    const auto picture = Renderer().draw(request);
     if (!picture)
-        return complain(fault);
-    const std::string bytes = png_bytes(rgb_of(*picture));
-    if (to_stdout) {
-        if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() &&
-            std::fflush(stdout) == 0)
-            return exit_clean;
-        fault = "cannot write to standard output";
-    } else {
-        fault = bytes.empty() ? "there is no memory for the PNG file" : write_whole_file(target, bytes);
-    }
-    return fault.empty() ? exit_clean : complain(fault);
+        return complain(picture.reason());
+    const std::string bytes = png_bytes(rgb_of(**picture));
+    if (bytes.empty())
+        return complain("there is no memory for the PNG file");
+    if (!to_stdout)
+        return exit_of(write_whole_file(target, bytes));
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
+    return exit_of(written ? "" : "cannot write to standard output");
 }
 
 } // namespace vcc::kit

@@ -163,14 +163,14 @@ std::string Renderer::load(const RenderRequest& request) {
     return fault.empty() ? load_pictures_once() : fault;
 }
 
-BitmapPtr Renderer::draw(const RenderRequest& request, std::string& fault) {
+Result<BitmapPtr> Renderer::draw(const RenderRequest& request) {
     set_status_target(nullptr);
     stop_music();
-    fault = load(request);
+    std::string fault = load(request);
     if (fault.empty())
         fault = fault_of(request);
     if (!fault.empty())
-        return nullptr;
+        return Failure{std::move(fault)};
     hurry(menu_set);
     hurry(options_set);
     frame_rest = 0; // nobody looks on
@@ -186,21 +186,17 @@ BitmapPtr Renderer::draw(const RenderRequest& request, std::string& fault) {
     place_status_line();
     Pilot pilot(std::move(steps));
     run_cc_screens(target);
-    BitmapPtr picture = pilot.take_picture();
-    if (!picture)
-        fault = "the screen ends by itself; vcckit check tells why";
-    return picture;
+    if (BitmapPtr picture = pilot.take_picture())
+        return picture;
+    return Failure{"the screen ends by itself; vcckit check tells why"};
 }
 
-std::optional<SeenScreen> Renderer::see(const RenderRequest& request, std::string& fault) {
-    const BitmapPtr picture = draw(request, fault);
+Result<SeenScreen> Renderer::see(const RenderRequest& request) {
+    const auto picture = draw(request);
     if (!picture)
-        return std::nullopt;
-    return SeenScreen{rgb_of(*picture), seen_slots(request.screen == RenderedScreen::options ? options_set : menu_set)};
-}
-
-BitmapPtr render_screen(const RenderRequest& request, std::string& fault) {
-    return Renderer().draw(request, fault);
+        return Failure{picture.reason()};
+    return SeenScreen{rgb_of(**picture),
+                      seen_slots(request.screen == RenderedScreen::options ? options_set : menu_set)};
 }
 
 } // namespace vcc::kit

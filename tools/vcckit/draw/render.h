@@ -4,6 +4,7 @@
 #include "vcckit/draw/rgb_picture.h"
 
 #include "core/handles.h"
+#include "core/result.h"
 
 #include <memory>
 #include <optional>
@@ -50,12 +51,12 @@ public:
     Renderer(const Renderer&) = delete;
     Renderer& operator=(const Renderer&) = delete;
 
-    /// The picture of 800 x 600, or null with the reason in `fault`.
-    BitmapPtr draw(const RenderRequest& request, std::string& fault);
+    /// The picture of 800 x 600.
+    Result<BitmapPtr> draw(const RenderRequest& request);
 
     /// The picture, and the slots that can be chosen in it: those of the menu, or of the options screen with the values
     /// of the request's row.
-    std::optional<SeenScreen> see(const RenderRequest& request, std::string& fault);
+    Result<SeenScreen> see(const RenderRequest& request);
 
     /// A graphic buffer as it was loaded; null when it is empty, and before the first picture.
     BITMAP* buffer(int number) const;
@@ -72,8 +73,5 @@ private:
 
     std::unique_ptr<Kept> kept_;
 };
-
-/// A single picture.
-BitmapPtr render_screen(const RenderRequest& request, std::string& fault);
 
 } // namespace vcc::kit

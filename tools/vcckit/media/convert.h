@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,8 +16,8 @@ struct Image {
     std::vector<std::uint8_t> rgba;
 };
 
-/// Reads a PNG, JPEG, BMP, PCX or other picture, or the first frame of a film; nothing with the reason in `fault`.
-std::optional<Image> read_image(const Media& media, std::string& fault);
+/// Reads a PNG, JPEG, BMP, PCX or other picture, or the first frame of a film.
+Result<Image> read_image(const Media& media);
 
 /// The bytes of a PCX file with `bits` (8 or 24) per pixel. Pixels less than half opaque become magenta, the
 /// transparent colour; opaque colours that 15 or 16 bits would turn into it are changed slightly. With 8 bits a picture

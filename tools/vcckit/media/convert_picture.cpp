@@ -125,10 +125,10 @@ std::string pcx_bytes(const Image& image, int bits) {
 }
 
 Conversion convert_picture(const Media& media, const std::string& target, int bits) {
-    Conversion done;
-    const auto image = read_image(media, done.fault);
+    const auto image = read_image(media);
     if (!image)
-        return done;
+        return {image.reason()};
+    Conversion done;
     const std::string bytes = pcx_bytes(*image, bits);
     NewFile file(target);
     if (!file.stream() || !file.write(bytes.data(), bytes.size()) || interrupted() || !file.commit())

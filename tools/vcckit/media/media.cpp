@@ -61,17 +61,13 @@ Media media_of(const nlohmann::json& told) {
 
 } // namespace
 
-std::optional<Media> read_media(const std::string& path, std::string& fault) {
+Result<Media> read_media(const std::string& path) {
     std::error_code error;
     const auto file = platform::system_path(path);
-    if (!std::filesystem::is_regular_file(file, error)) { // opening a pipe would block
-        fault = std::filesystem::exists(file, error) ? "is not a file" : "does not exist";
-        return std::nullopt;
-    }
-    if (!FilePtr(platform::open_file(path, "rb"))) {
-        fault = "must not be read";
-        return std::nullopt;
-    }
+    if (!std::filesystem::is_regular_file(file, error)) // opening a pipe would block
+        return Failure{std::filesystem::exists(file, error) ? "is not a file" : "does not exist"};
+    if (!FilePtr(platform::open_file(path, "rb")))
+        return Failure{"must not be read"};
     std::string text;
     const auto status = run_program({"ffprobe", "-v", "quiet", "-protocol_whitelist", "file", "-of", "json",
                                      "-show_format", "-show_streams", "file:" + path},
@@ -82,10 +78,11 @@ std::optional<Media> read_media(const std::string& path, std::string& fault) {
     const nlohmann::json told = nlohmann::json::parse(text, nullptr, false);
     Media media = status == 0 && told.is_object() ? media_of(told) : Media{};
     media.path = path;
-    fault = !status                         ? no_ffmpeg
-            : media.kind == MediaKind::none ? "is not a picture, sound or film that FFmpeg knows"
-                                            : "";
-    return fault.empty() ? std::optional(std::move(media)) : std::nullopt;
+    if (!status)
+        return Failure{no_ffmpeg};
+    if (media.kind == MediaKind::none)
+        return Failure{"is not a picture, sound or film that FFmpeg knows"};
+    return media;
 }
 
 std::string run_ffmpeg(const Media& media, int stream, const std::string& options, const std::string& target,

@@ -4,7 +4,8 @@
 
 #include "vcckit/files/run_program.h"
 
-#include <optional>
+#include "core/result.h"
+
 #include <string>
 #include <vector>
 
@@ -21,8 +22,8 @@ struct Media {
     double seconds = 0;            ///< 0 if unknown
 };
 
-/// Nothing with the reason in `fault` if the file has no known format.
-std::optional<Media> read_media(const std::string& path, std::string& fault);
+/// Fails if the file has no known format.
+Result<Media> read_media(const std::string& path);
 
 /// Runs ffmpeg on one stream of a file, with options that blanks separate, to a target ("pipe:1"); see run_program().
 /// Returns why it failed.

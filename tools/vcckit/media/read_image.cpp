@@ -18,37 +18,39 @@ std::size_t pixel_count(int width, int height) {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
 }
 
-bool fits(std::int64_t width, std::int64_t height, std::string& fault) {
+constexpr const char* damaged = "is damaged or truncated";
+
+/// Why the program does not take a picture of this size; empty if it does.
+std::string fault_of_size(std::int64_t width, std::int64_t height) {
     if (width >= 1 && width <= picture_limit && height >= 1 && height <= picture_limit)
-        return true;
-    fault = "has " + std::to_string(width) + " x " + std::to_string(height) +
-            " pixels, and the program takes at most " + std::to_string(picture_limit) + " a side";
-    return false;
+        return {};
+    return "has " + std::to_string(width) + " x " + std::to_string(height) + " pixels, and the program takes at most " +
+           std::to_string(picture_limit) + " a side";
 }
 
-std::optional<Image> read_png(std::string_view bytes, std::string& fault) {
+Result<Image> read_png(std::string_view bytes) {
     png_image png{};
     png.version = PNG_IMAGE_VERSION;
     const std::unique_ptr<png_image, decltype(&png_image_free)> owned(&png, png_image_free);
-    fault = "is damaged or truncated";
-    if (png_image_begin_read_from_memory(&png, bytes.data(), bytes.size()) == 0 || !fits(png.width, png.height, fault))
-        return std::nullopt;
+    if (png_image_begin_read_from_memory(&png, bytes.data(), bytes.size()) == 0)
+        return Failure{damaged};
+    if (std::string fault = fault_of_size(png.width, png.height); !fault.empty())
+        return Failure{std::move(fault)};
     png.format = PNG_FORMAT_RGBA;
     Image image{static_cast<int>(png.width), static_cast<int>(png.height), {}};
     image.rgba.resize(pixel_count(image.width, image.height) * rgba_channels);
     if (png_image_finish_read(&png, nullptr, image.rgba.data(), 0, nullptr) == 0)
-        return std::nullopt;
-    fault.clear();
+        return Failure{damaged};
     return image;
 }
 
 /// A PCX picture with an alpha plane, which no other reader here supports.
-std::optional<Image> read_pcx_of_four_planes(std::string_view file, std::string& fault) {
+Result<Image> read_pcx_of_four_planes(std::string_view file) {
     constexpr std::uint8_t run_mark = 0xC0;
     const std::span bytes(reinterpret_cast<const std::uint8_t*>(file.data()), file.size());
     const PictureHeader header = read_picture_header(bytes);
-    if (!fits(header.width, header.height, fault))
-        return std::nullopt;
+    if (std::string fault = fault_of_size(header.width, header.height); !fault.empty())
+        return Failure{std::move(fault)};
     Image image{header.width, header.height, {}};
     image.rgba.resize(pixel_count(image.width, image.height) * rgba_channels);
     const auto width = static_cast<std::size_t>(header.width);
@@ -61,10 +63,8 @@ std::optional<Image> read_pcx_of_four_planes(std::string_view file, std::string&
                 if (run == 0) {
                     const bool repeated = at < bytes.size() && bytes[at] >= run_mark;
                     run = repeated ? bytes[at++] & ~run_mark : 1;
-                    if (at >= bytes.size() || run == 0) {
-                        fault = "is damaged or truncated";
-                        return std::nullopt;
-                    }
+                    if (at >= bytes.size() || run == 0)
+                        return Failure{damaged};
                     value = bytes[at++];
                 }
                 --run;
@@ -77,13 +77,12 @@ std::optional<Image> read_pcx_of_four_planes(std::string_view file, std::string&
 }
 
 /// By way of a PNG picture, turned as its Exif data say.
-std::optional<Image> read_by_ffmpeg(const Media& media, std::string& fault) {
-    if (media.pictures < 0) {
-        fault = "has no picture";
-        return std::nullopt;
-    }
-    if (media.width > 0 && !fits(media.width, media.height, fault)) // known before all of it is decoded
-        return std::nullopt;
+Result<Image> read_by_ffmpeg(const Media& media) {
+    if (media.pictures < 0)
+        return Failure{"has no picture"};
+    std::string fault = media.width > 0 ? fault_of_size(media.width, media.height) : "";
+    if (!fault.empty()) // known before all of it is decoded
+        return Failure{std::move(fault)};
     std::string png;
     fault = run_ffmpeg(media, media.pictures,
                        "-vf scale=flags=bicubic+accurate_rnd+full_chroma_int,format=rgba -frames:v 1 -c:v png "
@@ -94,20 +93,20 @@ std::optional<Image> read_by_ffmpeg(const Media& media, std::string& fault) {
                        });
     if (fault.empty() && png.empty())
         fault = "has no picture";
-    return fault.empty() ? read_png(png, fault) : std::nullopt;
+    return fault.empty() ? read_png(png) : Failure{std::move(fault)};
 }
 
 } // namespace
 
-std::optional<Image> read_image(const Media& media, std::string& fault) {
+Result<Image> read_image(const Media& media) {
     const std::string bytes = read_file(media.path, picture_file_limit * 2).value_or({});
     if (bytes.starts_with("\x89PNG"))
-        return read_png(bytes, fault);
+        return read_png(bytes);
     constexpr std::size_t bits_place = 3, planes_place = 65;
     if (bytes.size() > picture_header_size && bytes.front() == 10 && bytes[bits_place] == 8 &&
         bytes[planes_place] == static_cast<char>(rgba_channels))
-        return read_pcx_of_four_planes(bytes, fault);
-    return read_by_ffmpeg(media, fault);
+        return read_pcx_of_four_planes(bytes);
+    return read_by_ffmpeg(media);
 }
 
 } // namespace vcc::kit

@@ -135,7 +135,7 @@ void VirtualDesktop::press_key(const char* name) {
     }
 }
 
-std::unique_ptr<VirtualDesktop> VirtualDesktop::open(std::string& fault) {
+Result<std::unique_ptr<VirtualDesktop>> VirtualDesktop::open() {
     Pipe number;
     const std::string end = std::to_string(number.ends[1]);
     Child server = spawn({"Xvfb", "-displayfd", end, "-screen", "0", "1024x768x24", "-nolisten", "tcp"}, [&] {
@@ -147,17 +147,13 @@ std::unique_ptr<VirtualDesktop> VirtualDesktop::open(std::string& fault) {
     const std::string answer = read_line(number.ends[0]);
     const std::string name = ":" + answer;
     Display* const display = answer.empty() ? nullptr : XOpenDisplay(name.c_str());
-    if (display == nullptr) {
-        fault = server.error() != 0 ? "Xvfb is not installed: install the package xvfb" : "Xvfb does not start";
-        return nullptr;
-    }
+    if (display == nullptr)
+        return Failure{server.error() != 0 ? "Xvfb is not installed: install the package xvfb" : "Xvfb does not start"};
     XSetErrorHandler(ignore_error);
     int major = 0, minor = 0, event = 0, error = 0;
     auto desktop = std::make_unique<VirtualDesktop>(std::move(server), name, display);
-    if (XTestQueryExtension(display, &event, &error, &major, &minor) == 0) {
-        fault = "Xvfb has no XTEST extension";
-        return nullptr;
-    }
+    if (XTestQueryExtension(display, &event, &error, &major, &minor) == 0)
+        return Failure{"Xvfb has no XTEST extension"};
     return desktop;
 }
 

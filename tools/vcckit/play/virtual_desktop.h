@@ -4,6 +4,8 @@
 #include "vcckit/draw/rgb_picture.h"
 #include "vcckit/files/child.h"
 
+#include "core/result.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,8 +17,8 @@ namespace vcc::kit {
 
 class VirtualDesktop {
 public:
-    /// 1024 x 768 pixels of 24 bits. Null with the reason in `fault`.
-    static std::unique_ptr<VirtualDesktop> open(std::string& fault);
+    /// 1024 x 768 pixels of 24 bits.
+    static Result<std::unique_ptr<VirtualDesktop>> open();
 
     VirtualDesktop(Child server, std::string name, _XDisplay* display);
 

@@ -7,8 +7,10 @@
 #include "core/log.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <thread>
+#include <utility>
 
 namespace vcc::kit {
 
@@ -52,17 +54,246 @@ std::string text_of_slot(const std::string& screen, const SeenSlot& slot) {
     return "slot " + std::to_string(slot.number) + " of the " + screen;
 }
 
+/// Visits the screens of one program.
+class Visit {
+public:
+    Visit(VirtualDesktop& desktop, const VisitPlan& plan, const KeepPicture& keep)
+        : desktop_(desktop), plan_(plan), keep_(keep) {}
+
+    Visited run(bool films) {
+        if (films)
+            watch_films();
+        visited_.reached_menu = arrive(plan_.menu.picture, "the main menu");
+        if (visited_.reached_menu && visit_menu() && !is_over())
+            leave();
+        return std::move(visited_);
+    }
+
+private:
+    using Milliseconds = std::chrono::milliseconds;
+
+    bool wait_until(const std::function<bool()>& condition, Milliseconds limit) {
+        const auto end = steady_clock::now() + limit;
+        while (!condition()) {
+            if (steady_clock::now() > end || is_over())
+                return false;
+            std::this_thread::sleep_for(look_interval);
+        }
+        return true;
+    }
+
+    /// The picture once it no longer changes, or after a while.
+    RgbPicture settled() {
+        RgbPicture last = desktop_.look();
+        auto since = steady_clock::now();
+        wait_until(
+            [&] {
+                RgbPicture now = desktop_.look();
+                if (now != last) {
+                    last = std::move(now);
+                    since = steady_clock::now();
+                }
+                return steady_clock::now() - since >= still_time;
+            },
+            settle_limit);
+        return last;
+    }
+
+    RgbPicture stop(const std::string& name, const std::string& text) {
+        RgbPicture picture = settled();
+        kept_ = keep_(name, text, picture) && kept_;
+        return picture;
+    }
+
+    void fault(const std::string& text) {
+        visited_.faults.push_back(text);
+        kept_ = keep_("fault", text, desktop_.look()) && kept_;
+    }
+
+    bool is_over() const { return interrupted() || !kept_; }
+
+    void point_at(const SeenSlot& slot) {
+        desktop_.move(slot.x, slot.y);
+        std::this_thread::sleep_for(look_time);
+    }
+
+    /// Waits for a screen, with the pointer out of the way.
+    bool arrive(const RgbPicture& wanted, const std::string& what) {
+        const bool there =
+            wait_until([&] { return !desktop_.running() || share_alike(desktop_.look(), wanted) >= same_screen; },
+                       visited_.reached_menu ? screen_limit : start_limit);
+        if (!there || !desktop_.running()) {
+            fault(what + (desktop_.running() ? " does not appear" : " does not appear: the program has ended"));
+            return false;
+        }
+        std::this_thread::sleep_for(placed_time);
+        desktop_.move(layout_width - 1, layout_height - 1);
+        return true;
+    }
+
+    void watch_films() {
+        wait_until([&] { return desktop_.look().width > 0 || !desktop_.running(); }, start_limit);
+        for (const Film& film : vcc::films) {
+            std::this_thread::sleep_for(film_time);
+            kept_ = keep_("film", film.path, desktop_.look()) && kept_;
+            desktop_.press_key("space");
+        }
+    }
+
+    bool visit_menu() {
+        stop("menu", "the main menu");
+        for (const SeenSlot& slot : plan_.menu.slots)
+            visit_slot("menu", slot);
+        for (const SeenSlot& slot : plan_.menu.slots) {
+            if (is_over())
+                return false;
+            if (slot.action >= first_module_action && slot.action <= last_module_action) {
+                if (!visit_module(slot))
+                    return false;
+            } else if (slot.action == options_action) {
+                if (!visit_options(slot))
+                    return false;
+            } else if (slot.action != leave_action) {
+                click_idle(slot);
+            }
+        }
+        return true;
+    }
+
+    /// A button of the menu that leads nowhere: the menu stays as it is.
+    void click_idle(const SeenSlot& slot) {
+        point_at(slot);
+        const RgbPicture before = settled();
+        desktop_.click(x_left_button);
+        stop(word_of("menu", slot) + "-clicked", "clicked");
+        if (share_alike(desktop_.look(), before) < 1)
+            fault(text_of_slot("menu", slot) + ": a click leaves something in the picture");
+    }
+
+    void visit_slot(const std::string& screen, const SeenSlot& slot) {
+        if (is_over() || !desktop_.running())
+            return;
+        point_at(slot);
+        const RgbPicture shown = stop(word_of(screen, slot), text_of_slot(screen, slot));
+        if (slot.help_number > 0)
+            visit_help(screen, slot, shown);
+    }
+
+    void visit_help(const std::string& screen, const SeenSlot& slot, const RgbPicture& before) {
+        const auto differs = [&] { return share_alike(desktop_.look(), before) < same_screen; };
+        desktop_.press_key("F1");
+        if (!wait_until(differs, change_limit)) {
+            fault(text_of_slot(screen, slot) + ": F1 does not open a page");
+            return;
+        }
+        stop(word_of(screen, slot) + "-help", "its help page");
+        desktop_.press_key("Escape");
+        if (!wait_until([&] { return !differs(); }, change_limit))
+            fault(text_of_slot(screen, slot) + ": Escape does not close its help page");
+    }
+
+    bool visit_module(const SeenSlot& button) {
+        const std::string name = module_names[static_cast<std::size_t>(button.action - first_module_action)];
+        point_at(button);
+        desktop_.click(x_left_button);
+        if (!wait_until([&] { return share_alike(desktop_.look(), plan_.menu.picture) < same_screen; }, change_limit))
+            fault(text_of_slot("menu", button) + ": a click does not enter " + name);
+        std::this_thread::sleep_for(module_time);
+        stop("module-" + name, "the module " + name);
+        desktop_.press_key("Escape");
+        return arrive(plan_.menu.picture, "the main menu after the module " + name);
+    }
+
+    bool enter_options(const SeenSlot& button) {
+        point_at(button);
+        desktop_.click(x_left_button);
+        std::this_thread::sleep_for(look_time);
+        desktop_.move(layout_width - 1, layout_height - 1);
+        return arrive(plan_.options.picture, "the options screen");
+    }
+
+    bool visit_options(const SeenSlot& button) {
+        if (!enter_options(button))
+            return false;
+        stop("options", "the options screen");
+        for (const SeenSlot& slot : plan_.options.slots) {
+            visit_slot("options", slot);
+            if (slot.action >= first_selector_action && slot.action <= last_selector_action) {
+                point_at(slot);
+                desktop_.click(x_left_button);
+                stop(word_of("options", slot) + "-chosen", "chosen");
+            }
+            const auto row = std::ranges::find(plan_.rows, slot.number, &VisitedOption::button);
+            if (row != plan_.rows.end())
+                visit_values(*row);
+        }
+        desktop_.press_key("Escape");
+        return arrive(plan_.menu.picture, "the main menu after the options screen") && click_endings(button);
+    }
+
+    /// Every button that ends the options screen.
+    bool click_endings(const SeenSlot& button) {
+        for (const SeenSlot& slot : plan_.options.slots) {
+            if (std::ranges::find(ending_actions, slot.action) == std::end(ending_actions))
+                continue;
+            if (is_over() || !enter_options(button))
+                return false;
+            point_at(slot);
+            desktop_.click(x_left_button);
+            if (!arrive(plan_.menu.picture, "the main menu after " + text_of_slot("options", slot)))
+                return false;
+        }
+        return true;
+    }
+
+    void visit_values(const VisitedOption& row) {
+        const auto button = std::ranges::find(plan_.options.slots, row.button, &SeenSlot::number);
+        point_at(*button);
+        if (row.by_click) { // one step forward and one back
+            desktop_.click(x_left_button);
+            desktop_.click(x_right_button);
+        }
+        for (const SeenSlot& value : row.values) {
+            if (is_over() || !desktop_.running())
+                return;
+            point_at(value);
+            stop(word_of(word_of("options", *button) + "-value", value),
+                 "a value of slot " + std::to_string(row.button));
+        }
+    }
+
+    void leave() {
+        const auto button = std::ranges::find(plan_.menu.slots, leave_action, &SeenSlot::action);
+        if (button == plan_.menu.slots.end()) {
+            fault("no slot of the menu leaves the program");
+            return;
+        }
+        point_at(*button);
+        desktop_.click(x_left_button);
+        if (!wait_until([&] { return !desktop_.running(); }, end_limit))
+            fault(text_of_slot("menu", *button) + ": a click does not leave the program");
+        else if (const int status = desktop_.exit_status().value_or(0); status != 0)
+            fault("the program leaves with status " + std::to_string(status));
+    }
+
+    VirtualDesktop& desktop_;
+    const VisitPlan& plan_;
+    const KeepPicture& keep_;
+    Visited visited_;
+    bool kept_ = true; ///< all pictures so far
+};
+
 } // namespace
 
-std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault) {
+Result<VisitPlan> plan_visit(std::size_t language) {
     RenderRequest request;
     request.language = language;
     Renderer renderer;
-    auto menu = renderer.see(request, fault);
+    auto menu = renderer.see(request);
     request.screen = RenderedScreen::options;
-    auto options = menu ? renderer.see(request, fault) : std::nullopt;
+    auto options = menu ? renderer.see(request) : menu;
     if (!options)
-        return std::nullopt;
+        return Failure{options.reason()};
     VisitPlan plan{std::move(*menu), std::move(*options), {}};
     std::erase_if(plan.options.slots, [](const SeenSlot& slot) { return is_value(slot.number); });
     const auto always_there = [&](const SeenSlot& slot) {
@@ -70,226 +301,17 @@ std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault) {
     };
     for (const OptionRow& row : option_rows()) {
         request.row = static_cast<int>(row.row);
-        auto shown = renderer.see(request, fault);
+        auto shown = renderer.see(request);
         if (!shown)
-            return std::nullopt;
+            return Failure{shown.reason()};
         std::erase_if(shown->slots, always_there);
         plan.rows.push_back({row.button, !row.rules.shown_when_pointed_at, std::move(shown->slots)});
     }
     return plan;
 }
 
-bool Visit::wait_until(const std::function<bool()>& condition, Milliseconds limit) {
-    const auto end = steady_clock::now() + limit;
-    while (!condition()) {
-        if (steady_clock::now() > end || is_over())
-            return false;
-        std::this_thread::sleep_for(look_interval);
-    }
-    return true;
-}
-
-/// The picture once it no longer changes, or after a while.
-RgbPicture Visit::settled() {
-    RgbPicture last = desktop_.look();
-    auto since = steady_clock::now();
-    wait_until(
-        [&] {
-            RgbPicture now = desktop_.look();
-            if (now != last) {
-                last = std::move(now);
-                since = steady_clock::now();
-            }
-            return steady_clock::now() - since >= still_time;
-        },
-        settle_limit);
-    return last;
-}
-
-RgbPicture Visit::stop(const std::string& name, const std::string& text) {
-    RgbPicture picture = settled();
-    kept_ = keep_(name, text, picture) && kept_;
-    return picture;
-}
-
-void Visit::fault(const std::string& text) {
-    faults_.push_back(text);
-    kept_ = keep_("fault", text, desktop_.look()) && kept_;
-}
-
-bool Visit::is_over() const {
-    return interrupted() || !kept_;
-}
-
-void Visit::point_at(const SeenSlot& slot) {
-    desktop_.move(slot.x, slot.y);
-    std::this_thread::sleep_for(look_time);
-}
-
-/// Waits for a screen, with the pointer out of the way.
-bool Visit::arrive(const RgbPicture& wanted, const std::string& what) {
-    const bool there =
-        wait_until([&] { return !desktop_.running() || share_alike(desktop_.look(), wanted) >= same_screen; },
-                   reached_menu_ ? screen_limit : start_limit);
-    if (!there || !desktop_.running()) {
-        fault(what + (desktop_.running() ? " does not appear" : " does not appear: the program has ended"));
-        return false;
-    }
-    std::this_thread::sleep_for(placed_time);
-    desktop_.move(layout_width - 1, layout_height - 1);
-    return true;
-}
-
-void Visit::run(bool films) {
-    if (films)
-        watch_films();
-    reached_menu_ = arrive(plan_.menu.picture, "the main menu");
-    if (reached_menu_ && visit_menu() && !is_over())
-        leave();
-}
-
-void Visit::watch_films() {
-    wait_until([&] { return desktop_.look().width > 0 || !desktop_.running(); }, start_limit);
-    for (const Film& film : vcc::films) {
-        std::this_thread::sleep_for(film_time);
-        kept_ = keep_("film", film.path, desktop_.look()) && kept_;
-        desktop_.press_key("space");
-    }
-}
-
-bool Visit::visit_menu() {
-    stop("menu", "the main menu");
-    for (const SeenSlot& slot : plan_.menu.slots)
-        visit_slot("menu", slot);
-    for (const SeenSlot& slot : plan_.menu.slots) {
-        if (is_over())
-            return false;
-        if (slot.action >= first_module_action && slot.action <= last_module_action) {
-            if (!visit_module(slot))
-                return false;
-        } else if (slot.action == options_action) {
-            if (!visit_options(slot))
-                return false;
-        } else if (slot.action != leave_action) {
-            click_idle(slot);
-        }
-    }
-    return true;
-}
-
-/// A button of the menu that leads nowhere: the menu stays as it is.
-void Visit::click_idle(const SeenSlot& slot) {
-    point_at(slot);
-    const RgbPicture before = settled();
-    desktop_.click(x_left_button);
-    stop(word_of("menu", slot) + "-clicked", "clicked");
-    if (share_alike(desktop_.look(), before) < 1)
-        fault(text_of_slot("menu", slot) + ": a click leaves something in the picture");
-}
-
-void Visit::visit_slot(const std::string& screen, const SeenSlot& slot) {
-    if (is_over() || !desktop_.running())
-        return;
-    point_at(slot);
-    const RgbPicture shown = stop(word_of(screen, slot), text_of_slot(screen, slot));
-    if (slot.help_number > 0)
-        visit_help(screen, slot, shown);
-}
-
-void Visit::visit_help(const std::string& screen, const SeenSlot& slot, const RgbPicture& before) {
-    const auto differs = [&] { return share_alike(desktop_.look(), before) < same_screen; };
-    desktop_.press_key("F1");
-    if (!wait_until(differs, change_limit)) {
-        fault(text_of_slot(screen, slot) + ": F1 does not open a page");
-        return;
-    }
-    stop(word_of(screen, slot) + "-help", "its help page");
-    desktop_.press_key("Escape");
-    if (!wait_until([&] { return !differs(); }, change_limit))
-        fault(text_of_slot(screen, slot) + ": Escape does not close its help page");
-}
-
-bool Visit::visit_module(const SeenSlot& button) {
-    const std::string name = module_names[static_cast<std::size_t>(button.action - first_module_action)];
-    point_at(button);
-    desktop_.click(x_left_button);
-    if (!wait_until([&] { return share_alike(desktop_.look(), plan_.menu.picture) < same_screen; }, change_limit))
-        fault(text_of_slot("menu", button) + ": a click does not enter " + name);
-    std::this_thread::sleep_for(module_time);
-    stop("module-" + name, "the module " + name);
-    desktop_.press_key("Escape");
-    return arrive(plan_.menu.picture, "the main menu after the module " + name);
-}
-
-bool Visit::enter_options(const SeenSlot& button) {
-    point_at(button);
-    desktop_.click(x_left_button);
-    std::this_thread::sleep_for(look_time);
-    desktop_.move(layout_width - 1, layout_height - 1);
-    return arrive(plan_.options.picture, "the options screen");
-}
-
-bool Visit::visit_options(const SeenSlot& button) {
-    if (!enter_options(button))
-        return false;
-    stop("options", "the options screen");
-    for (const SeenSlot& slot : plan_.options.slots) {
-        visit_slot("options", slot);
-        if (slot.action >= first_selector_action && slot.action <= last_selector_action) {
-            point_at(slot);
-            desktop_.click(x_left_button);
-            stop(word_of("options", slot) + "-chosen", "chosen");
-        }
-        const auto row = std::ranges::find(plan_.rows, slot.number, &VisitedOption::button);
-        if (row != plan_.rows.end())
-            visit_values(*row);
-    }
-    desktop_.press_key("Escape");
-    return arrive(plan_.menu.picture, "the main menu after the options screen") && click_endings(button);
-}
-
-/// Every button that ends the options screen.
-bool Visit::click_endings(const SeenSlot& button) {
-    for (const SeenSlot& slot : plan_.options.slots) {
-        if (std::ranges::find(ending_actions, slot.action) == std::end(ending_actions))
-            continue;
-        if (is_over() || !enter_options(button))
-            return false;
-        point_at(slot);
-        desktop_.click(x_left_button);
-        if (!arrive(plan_.menu.picture, "the main menu after " + text_of_slot("options", slot)))
-            return false;
-    }
-    return true;
-}
-
-void Visit::visit_values(const VisitedOption& row) {
-    const auto button = std::ranges::find(plan_.options.slots, row.button, &SeenSlot::number);
-    point_at(*button);
-    if (row.by_click) { // one step forward and one back
-        desktop_.click(x_left_button);
-        desktop_.click(x_right_button);
-    }
-    for (const SeenSlot& value : row.values) {
-        if (is_over() || !desktop_.running())
-            return;
-        point_at(value);
-        stop(word_of(word_of("options", *button) + "-value", value), "a value of slot " + std::to_string(row.button));
-    }
-}
-
-void Visit::leave() {
-    const auto button = std::ranges::find(plan_.menu.slots, leave_action, &SeenSlot::action);
-    if (button == plan_.menu.slots.end()) {
-        fault("no slot of the menu leaves the program");
-        return;
-    }
-    point_at(*button);
-    desktop_.click(x_left_button);
-    if (!wait_until([&] { return !desktop_.running(); }, end_limit))
-        fault(text_of_slot("menu", *button) + ": a click does not leave the program");
-    else if (const int status = desktop_.exit_status().value_or(0); status != 0)
-        fault("the program leaves with status " + std::to_string(status));
+Visited visit(VirtualDesktop& desktop, const VisitPlan& plan, bool films, const KeepPicture& keep) {
+    return Visit(desktop, plan, keep).run(films);
 }
 
 } // namespace vcc::kit

@@ -4,9 +4,7 @@
 #include "vcckit/draw/render.h"
 #include "vcckit/play/virtual_desktop.h"
 
-#include "text/fonts.h"
-
-#include <chrono>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -26,55 +24,20 @@ struct VisitPlan {
     std::vector<VisitedOption> rows;
 };
 
-/// The plan for the installation in the working folder in a language; nothing with the reason in `fault`.
-std::optional<VisitPlan> plan_visit(std::size_t language, std::string& fault);
+/// The plan for the installation in the working folder in a language.
+Result<VisitPlan> plan_visit(std::size_t language);
 
-class Visit {
-public:
-    /// Called at every stop with a word for its file and what the picture shows; false if it cannot be kept, which ends
-    /// the visit.
-    using Keep = std::function<bool(const std::string& name, const std::string& text, const RgbPicture& picture)>;
+/// Called at every stop with a word for its file and what the picture shows; false if it cannot be kept, which ends the
+/// visit.
+using KeepPicture = std::function<bool(const std::string& name, const std::string& text, const RgbPicture& picture)>;
 
-    /// `desktop` runs the program.
-    Visit(VirtualDesktop& desktop, const VisitPlan& plan, Keep keep)
-        : desktop_(desktop), plan_(plan), keep_(std::move(keep)) {}
-
-    /// Plays from the films or the menu until the program has left; stops early if a screen does not appear.
-    void run(bool films);
-
-    /// Whether the menu has appeared.
-    bool reached_menu() const { return reached_menu_; }
-    const std::vector<std::string>& faults() const { return faults_; }
-
-private:
-    using Milliseconds = std::chrono::milliseconds;
-
-    void watch_films();
-    bool visit_menu();
-    bool visit_module(const SeenSlot& button);
-    bool visit_options(const SeenSlot& button);
-    bool enter_options(const SeenSlot& button);
-    bool click_endings(const SeenSlot& button);
-    void click_idle(const SeenSlot& slot);
-    void visit_slot(const std::string& screen, const SeenSlot& slot);
-    void visit_help(const std::string& screen, const SeenSlot& slot, const RgbPicture& before);
-    void visit_values(const VisitedOption& row);
-    void leave();
-
-    RgbPicture stop(const std::string& name, const std::string& text);
-    void point_at(const SeenSlot& slot);
-    RgbPicture settled();
-    bool arrive(const RgbPicture& wanted, const std::string& what);
-    bool wait_until(const std::function<bool()>& condition, Milliseconds limit);
-    void fault(const std::string& text);
-    bool is_over() const;
-
-    VirtualDesktop& desktop_;
-    const VisitPlan& plan_;
-    Keep keep_;
-    std::vector<std::string> faults_;
-    bool reached_menu_ = false;
-    bool kept_ = true; ///< all pictures so far
+struct Visited {
+    bool reached_menu = false;
+    std::vector<std::string> faults;
 };
+
+/// Plays the program that runs on the desktop, from the films or the menu, until it has left; stops early if a screen
+/// does not appear.
+Visited visit(VirtualDesktop& desktop, const VisitPlan& plan, bool films, const KeepPicture& keep);
 
 } // namespace vcc::kit

@@ -249,7 +249,9 @@ json numbered(const std::string& name, int number) {
 
 Session::Drawn Session::draw(const RenderRequest& request) {
     Drawn drawn;
-    drawn.picture = renderer_->draw(request, drawn.fault);
+    auto picture = renderer_->draw(request);
+    drawn.fault = picture.reason();
+    drawn.picture = std::move(picture).value_or(nullptr);
     for (const ViewRow& row : views)
         if (const auto document = workspace_->document(row.document); document && row.screen == request.screen)
             drawn.revision = document->revision;

@@ -14,4 +14,9 @@ inline int complain(const std::string& reason) {
     return exit_unusable;
 }
 
+/// The exit status of a command that has failed for a reason; an empty one: it has not.
+inline int exit_of(const std::string& reason) {
+    return reason.empty() ? exit_clean : complain(reason);
+}
+
 } // namespace vcc::kit
