@@ -76,9 +76,21 @@ constexpr NeededAction needed_actions[] = {
     {options, 30, "cancel the options"},
 };
 
-bool is_unused(const Slot& slot) {
-    const auto same = [&](const Slot& other) { return std::memcmp(&slot, &other, sizeof slot) == 0; };
-    return same(gap_slot()) || same(empty_slot()) || same(Slot{});
+/// Those above, the previews and the option buttons.
+std::vector<FixedSlot> all_fixed_slots() {
+    std::vector<FixedSlot> all(std::begin(fixed_slots), std::end(fixed_slots));
+    for (const menu_slot::Preview& preview : menu_slot::previews)
+        all.push_back({menu, preview.picture, 1, 1, Form::any, any_action, false, "preview shown by the pointer"});
+    for (const OptionRow& row : option_rows())
+        all.push_back({options, row.button, 1, 1, Form::selectable, row.step_code, true, "option button"});
+    return all;
+}
+
+/// A slot of a screen; null if there is none, or one that says nothing.
+const Slot* find_used_slot(const ScreenFiles& screen, int index) {
+    const Slot* const slot = find_slot(screen, index);
+    const auto same = [slot](const Slot& other) { return std::memcmp(slot, &other, sizeof other) == 0; };
+    return slot && !same(gap_slot()) && !same(empty_slot()) && !same(Slot{}) ? slot : nullptr;
 }
 
 /// Why a slot does not have a form; empty if it has.
@@ -105,42 +117,35 @@ void check_fixed_slot(const ScreenFiles& screen, const FixedSlot& row, int step,
     const int index = row.first + step * row.step;
     const Reporter report{faults, screen.slot_file, 0, index};
     const std::string the_slot = std::string("the ") + row.role + " ";
-    if (!screen.set.has_slot(index) || is_unused(screen.set.slots[static_cast<std::size_t>(index)])) {
+    const Slot* const slot = find_used_slot(screen, index);
+    if (!slot) {
         report(fixed_slot_missing, "", the_slot + "is missing", "give it this number: the program looks for it there");
         return;
     }
-    const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
-    if (const std::string fault = fault_of_form(row.form, slot); !fault.empty())
+    if (const std::string fault = fault_of_form(row.form, *slot); !fault.empty())
         report(fixed_slot_form, "", the_slot + fault, "make it one: the program looks for it at this number");
-    if (row.action != any_action && slot.action != row.action + step)
-        report(fixed_slot_action, "action", the_slot + "has action " + std::to_string(slot.action),
+    if (row.action != any_action && slot->action != row.action + step)
+        report(fixed_slot_action, "action", the_slot + "has action " + std::to_string(slot->action),
                "it must be " + std::to_string(row.action + step));
     if (row.needs_toggle && !screen.toggles_lost && !screen.set.has_toggle(index))
         report(fixed_slot_toggle, "", the_slot + "has no toggle record", "add one for its other look");
 }
 
-void check_option_buttons(const ScreenFiles& screen, Faults& faults) {
-    for (const OptionRow& row : option_rows())
-        check_fixed_slot(screen, {options, row.button, 1, 1, Form::selectable, row.step_code, true, "option button"}, 0,
-                         faults);
-}
-
 void check_pair(const ScreenFiles& screen, int value, Faults& faults) {
     const int index = value_record(value);
-    if (!screen.set.has_slot(index) || is_unused(screen.set.slots[static_cast<std::size_t>(index)]))
+    const Slot* const record = find_used_slot(screen, index);
+    if (!record)
         return; // reported with the fixed slots
-    const Slot& record = screen.set.slots[static_cast<std::size_t>(index)];
-    const Slot& button = screen.set.slots[static_cast<std::size_t>(value_button(value))];
     const Reporter report{faults, screen.slot_file, 0, index};
-    if (record.action != value)
-        report(value_record_value, "action", "the record has value " + std::to_string(record.action),
+    if (record->action != value)
+        report(value_record_value, "action", "the record has value " + std::to_string(record->action),
                "the record after value button " + std::to_string(value_button(value)) + " must say " +
                    std::to_string(value));
-    if (!skipped_by_focus(record))
+    if (!skipped_by_focus(*record))
         report(value_record_focus, "draw_flags",
                "the value record takes the focus, and its value would be carried out as an action",
                "set focus_skip: the third character of draw_flags is x");
-    const Point over = slot_position(button), under = slot_position(record);
+    const Point over = slot_position(*find_slot(screen, value_button(value))), under = slot_position(*record);
     if (over.x != under.x || over.y != under.y)
         report(value_record_place, "", "the value record is not at the position of its button",
                "the pointer would reach it beside slot " + std::to_string(value_button(value)));
@@ -152,18 +157,15 @@ std::string role_of_fixed_slot(std::string_view screen, int index) {
     const auto* const file = std::ranges::find(screen_files, screen, &ScreenFile::name);
     if (file == screen_files.end())
         return {};
-    for (const FixedSlot& row : fixed_slots)
-        for (int step = 0; step < row.count; ++step)
-            if (row.screen == file->kind && row.first + step * row.step == index)
-                return row.role;
     for (const menu_slot::Preview& preview : menu_slot::previews)
         if (file->kind == menu && preview.picture == index)
             return "preview shown with the pointer on slot " + std::to_string(preview.slot);
         else if (file->kind == menu && preview.slot == index)
             return "slot on which the pointer shows preview " + std::to_string(preview.picture);
-    for (const OptionRow& row : option_rows())
-        if (file->kind == options && row.button == index)
-            return "option button";
+    for (const FixedSlot& row : all_fixed_slots())
+        for (int step = 0; step < row.count; ++step)
+            if (row.screen == file->kind && row.first + step * row.step == index)
+                return row.role;
     return {};
 }
 
@@ -181,42 +183,29 @@ std::string role_of_fixed_window(int number) {
 
 void check_fixed_slots(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language) {
-        for (const FixedSlot& row : fixed_slots)
+        for (const FixedSlot& row : all_fixed_slots())
             for (int step = 0; step < row.count && screen_of(language, row.screen).set.slot_count() > 0; ++step)
                 check_fixed_slot(screen_of(language, row.screen), row, step, faults);
-        if (screen_of(language, menu).set.slot_count() > 0)
-            for (const menu_slot::Preview& preview : menu_slot::previews)
-                check_fixed_slot(
-                    screen_of(language, menu),
-                    {menu, preview.picture, 1, 1, Form::any, any_action, false, "preview shown by the pointer"}, 0,
-                    faults);
-        if (screen_of(language, options).set.slot_count() > 0)
-            check_option_buttons(screen_of(language, options), faults);
         for (const NeededAction& needed : needed_actions) {
             const ScreenFiles& screen = screen_of(language, needed.screen);
-            bool found = screen.set.slots.empty();
-            for (const Slot& slot : screen.set.slots)
-                found = found || (slot.action == needed.action && slot.toggle != -1);
-            if (!found)
+            const auto does = [&](const Slot& slot) { return slot.action == needed.action && slot.toggle != -1; };
+            if (!screen.set.slots.empty() && std::ranges::none_of(screen.set.slots, does))
                 Reporter{faults, screen.slot_file}(action_missing, "action",
                                                    std::string("no slot lets the player ") + needed.what,
                                                    "give a slot action " + std::to_string(needed.action));
         }
-        const ScreenFiles& pages = screen_of(language, message);
-        if (language.windows_usable && !pages.set.slots.empty() && is_text_window(pages.set.slots[0])) {
-            const int window = pages.set.slots[0].graphic;
-            if (window >= 0 && window < text_window_count &&
-                language.windows_described[static_cast<std::size_t>(window)] &&
-                language.windows[static_cast<std::size_t>(window)].pixel_coords == 0)
-                Reporter{faults, language.window_file}(window_in_cells, "+" + std::to_string(window),
-                                                       "the help window is placed in cells",
-                                                       "add w1, and give its edges in pixels");
-        }
+        const Slot* const page = find_slot(screen_of(language, message), message_slot::window);
+        const TextWindow* const window =
+            language.windows_usable && page && is_text_window(*page) ? find_window(language, page->graphic) : nullptr;
+        if (window && window->pixel_coords == 0)
+            Reporter{faults, language.window_file}(window_in_cells, "+" + std::to_string(page->graphic),
+                                                   "the help window is placed in cells",
+                                                   "add w1, and give its edges in pixels");
     }
     for (const LanguageFiles& language : installation.by_language) {
         std::string missing;
         for (const FixedWindow& window : fixed_windows)
-            if (language.windows_usable && !language.windows_described[static_cast<std::size_t>(window.number)])
+            if (language.windows_usable && !find_window(language, window.number))
                 missing += (missing.empty() ? "+" : ", +") + std::to_string(window.number);
         if (!missing.empty())
             Reporter{faults, language.window_file}(
@@ -231,17 +220,15 @@ void check_values(Installation& installation, Faults& faults) {
         for (int value = 0; value < value_entry_limit; ++value)
             check_pair(screen, value, faults);
         for (int index = 0; index < screen.set.slot_count(); ++index) {
-            const OptionRow* row =
-                find_row(&OptionRow::choose_code, screen.set.slots[static_cast<std::size_t>(index)].action);
+            const OptionRow* const row = find_row(&OptionRow::choose_code, find_slot(screen, index)->action);
             if (!row || (index >= value_button(0) && index <= value_record(value_entry_limit - 1)))
                 continue;
             const int values = row->labels.empty() ? value_entry_limit : row->labels.count;
-            const bool has_record = screen.set.has_slot(index + 1);
-            const int value = has_record ? screen.set.slots[static_cast<std::size_t>(index) + 1].action : -1;
-            const Reporter report{faults, screen.slot_file, 0, index};
-            if (value < 0 || value >= values)
-                report(value_button_alone, "action", "the value button has no value record after it",
-                       "the next record's action must be 0 to " + std::to_string(values - 1));
+            const Slot* const record = find_slot(screen, index + 1);
+            if (!record || record->action < 0 || record->action >= values)
+                Reporter{faults, screen.slot_file, 0,
+                         index}(value_button_alone, "action", "the value button has no value record after it",
+                                "the next record's action must be 0 to " + std::to_string(values - 1));
         }
     }
 }

@@ -136,9 +136,8 @@ void check_buffer(const Subject& at) {
 void check_window(const Subject& at) {
     if (!at.is_window() || !at.language.windows_usable)
         return;
-    const int window = at.slot.graphic;
-    if (window < 0 || window >= text_window_count || !at.language.windows_described[static_cast<std::size_t>(window)])
-        at.report(window_unknown, "graphic", "there is no text window " + number(window),
+    if (!find_window(at.language, at.slot.graphic))
+        at.report(window_unknown, "graphic", "there is no text window " + number(at.slot.graphic),
                   "describe it in " + at.language.window_file);
 }
 
@@ -317,11 +316,11 @@ void check_translation_of(const ScreenFiles& first, const ScreenFiles& other, Fa
 
 void check_records(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language)
-        for (std::size_t i = 0; i < language.windows.size() && installation.listed_sounds; ++i)
-            if (const int sound = language.windows[i].open_sound;
-                language.windows_described[i] && sound != 0 && !installation.sounds.contains(sound))
+        for (int i = 0; i < text_window_count && installation.listed_sounds; ++i)
+            if (const TextWindow* const window = find_window(language, i);
+                window && window->open_sound != 0 && !installation.sounds.contains(window->open_sound))
                 Reporter{faults, language.window_file}(sound_unknown, "+" + std::to_string(i) + ": o",
-                                                       "there is no sound " + number(sound),
+                                                       "there is no sound " + number(window->open_sound),
                                                        "tools/vcc.snd lists the sounds; 0 is none");
     for (const LanguageFiles& language : installation.by_language)
         for (const ScreenFiles& screen : language.screens)
@@ -329,11 +328,10 @@ void check_records(Installation& installation, Faults& faults) {
 }
 
 void check_overlaps_of(const ScreenFiles& screen, Faults& faults) {
-    const std::vector<Slot>& slots = screen.set.slots;
     for (int i = 0; i < screen.set.slot_count(); ++i) {
         const Reporter report{faults, screen.slot_file, 0, i};
         for (int j = i + 1; j < screen.set.slot_count(); ++j) {
-            const Slot &a = slots[static_cast<std::size_t>(i)], &b = slots[static_cast<std::size_t>(j)];
+            const Slot &a = *find_slot(screen, i), &b = *find_slot(screen, j);
             if (!can_be_pressed(screen.kind, a, i) || !can_be_pressed(screen.kind, b, j))
                 continue;
             const Rect one = slot_rect(a), other = slot_rect(b);

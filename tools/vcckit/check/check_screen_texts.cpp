@@ -40,11 +40,10 @@ std::optional<TextPlace> place_of(int number) {
 
 /// Pixels by which a text is too wide; nothing if it fits or its place is unknown.
 std::optional<int> missing_room(const LanguageFiles& language, const TextPlace& place, const std::string& text) {
-    const SlotSet& set = screen_of(language, place.screen).set;
-    if (!language.windows_usable || !set.has_slot(place.slot))
+    const Slot* const slot = find_slot(screen_of(language, place.screen), place.slot);
+    if (!language.windows_usable || !slot)
         return std::nullopt;
-    const Slot& slot = set.slots[static_cast<std::size_t>(place.slot)];
-    const int missing = text_width(slot.font, text) - room_in(language, slot, place.window);
+    const int missing = text_width(slot->font, text) - room_in(language, *slot, place.window);
     return missing > 0 ? std::optional(missing) : std::nullopt;
 }
 

@@ -36,7 +36,7 @@ public:
         : installation_(installation), language_(language), faults_(faults) {}
 
     void look_at(const ScreenFiles& screen, int index) {
-        const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
+        const Slot& slot = *find_slot(screen, index);
         if (slot.help_number <= 0)
             return;
         const Reporter report{faults_, screen.slot_file, 0, index};
@@ -115,12 +115,11 @@ private:
     }
 
     Rect window() const {
-        const ScreenFiles& pages = screen_of(language_, ScreenKind::message);
-        const int number = pages.set.slots.empty() ? -1 : pages.set.slots[0].graphic;
-        if (number < 0 || number >= text_window_count || !language_.windows_described[static_cast<std::size_t>(number)])
+        const Slot* const page = find_slot(screen_of(language_, ScreenKind::message), message_slot::window);
+        const TextWindow* const at = page ? find_window(language_, page->graphic) : nullptr;
+        if (!at)
             return {0, 0, layout_width, layout_height}; // reported where the windows are checked
-        const TextWindow& at = language_.windows[static_cast<std::size_t>(number)];
-        return {at.left, at.top, at.right, at.bottom};
+        return {at->left, at->top, at->right, at->bottom};
     }
 
     const Installation& installation_;
@@ -134,17 +133,16 @@ private:
 void check_label(const LanguageFiles& language, ScreenKind kind, int index, std::string_view label, int window,
                  Faults& faults) {
     const ScreenFiles& screen = screen_of(language, kind);
-    if (!screen.set.has_slot(index))
+    const Slot* const slot = find_slot(screen, index);
+    if (!slot)
         return;
-    const Slot& slot = screen.set.slots[static_cast<std::size_t>(index)];
-    const int width = text_width(slot.font, label);
-    const int room = room_in(language, slot, window);
-    const Reporter report{faults, screen.slot_file, 0, index};
+    const int width = text_width(slot->font, label), room = room_in(language, *slot, window);
     if (width > room)
-        report(program_text_wide, "",
-               "the program writes \"" + std::string(label) + "\" here: " + std::to_string(width) +
-                   " pixels, there is room for " + std::to_string(room),
-               "move it, or use a smaller font");
+        Reporter{faults, screen.slot_file, 0, index}(program_text_wide, "",
+                                                     "the program writes \"" + std::string(label) +
+                                                         "\" here: " + std::to_string(width) +
+                                                         " pixels, there is room for " + std::to_string(room),
+                                                     "move it, or use a smaller font");
 }
 
 /// Fields that must be the same in all languages, because they say what a slot does.
@@ -227,9 +225,8 @@ void check_languages(Installation& installation, Faults& faults) {
         const Reporter report_window{faults, other.window_file}, report_message{faults, other.message_file};
         std::string alone;
         for (int window = 0; window < text_window_count; ++window)
-            if (const auto at = static_cast<std::size_t>(window);
-                first.windows_usable && other.windows_usable && role_of_fixed_window(window).empty() &&
-                first.windows_described[at] != other.windows_described[at])
+            if (first.windows_usable && other.windows_usable && role_of_fixed_window(window).empty() &&
+                !find_window(first, window) != !find_window(other, window))
                 alone += (alone.empty() ? "+" : ", +") + std::to_string(window);
         if (!alone.empty())
             report_window(window_missing, alone,

@@ -65,6 +65,18 @@ inline const ScreenFiles& screen_of(const LanguageFiles& language, ScreenKind ki
     return language.screens[static_cast<std::size_t>(kind)];
 }
 
+/// A slot of a screen; null if it has none of this number.
+inline const Slot* find_slot(const ScreenFiles& screen, int index) {
+    return screen.set.has_slot(index) ? &screen.set.slots[static_cast<std::size_t>(index)] : nullptr;
+}
+
+/// A text window that is described; null without one.
+inline const TextWindow* find_window(const LanguageFiles& language, int number) {
+    const auto at = static_cast<std::size_t>(number);
+    return number >= 0 && number < text_window_count && language.windows_described[at] ? &language.windows[at]
+                                                                                       : nullptr;
+}
+
 /// Loads settings and fonts of the working folder without reports; false if the fonts cannot be loaded.
 bool load_measuring_fonts();
 
