@@ -1,7 +1,6 @@
-# veldor_embed(OUTPUT HEADER FOLDER FILES...): a source that holds the files of a folder, or others given by full path
-# under their bare names, and defines NAME(), which HEADER, a path that ends in NAME, declares in HEADER.h.
-function(veldor_embed output header folder)
-  get_filename_component(name "${header}" NAME)
+# veldor_embed(OUTPUT NAME FOLDER FILES...): a source that holds the files of a folder, or others given by full path
+# under their bare names, and defines NAME(), which vcckit/files/embedded_files.h declares.
+function(veldor_embed output name folder)
   set(arrays "")
   set(rows "")
   set(number 0)
@@ -20,7 +19,7 @@ function(veldor_embed output header folder)
     string(APPEND rows "    {\"${file}\", {file_${number}, ${length}}},\n")
     math(EXPR number "${number} + 1")
   endforeach()
-  file(CONFIGURE OUTPUT "${output}" @ONLY CONTENT "#include \"${header}.h\"
+  file(CONFIGURE OUTPUT "${output}" @ONLY CONTENT "#include \"vcckit/files/embedded_files.h\"
 
 namespace vcc::kit {
 

@@ -53,10 +53,6 @@ struct Arguments {
     ExportRequest exporting;
 };
 
-std::string unknown_word(const std::string& kind, const std::string& word, const std::string& nearest) {
-    return "\"" + word + "\" is no " + kind + (nearest.empty() ? "" : "; did you mean " + nearest + "?");
-}
-
 template <class Value>
 CLI::Option* require(CLI::App& command, const char* name, Value& value, const char* type, const char* help) {
     return command.add_option(name, value, help)->required()->type_name(type);
@@ -79,55 +75,6 @@ void add_ignore(CLI::App& command, std::vector<std::string>& codes) {
         ->type_name("CODE")
         ->take_all()
         ->expected(1);
-}
-
-/// Names an unknown option among words, and the nearest known one; empty if all are known.
-std::string unknown_option(const CLI::App& app, const std::string& kind, std::span<const std::string> words) {
-    std::vector<std::string> known;
-    for (const CLI::Option* option : app.get_options()) {
-        for (const std::string& name : option->get_lnames())
-            known.push_back("--" + name);
-        for (const std::string& name : option->get_snames())
-            known.push_back("-" + name);
-    }
-    for (const std::string& word : words) {
-        if (word == "--")
-            break;
-        if (word.size() < 2 || word[0] != '-' || (word[1] >= '0' && word[1] <= '9'))
-            continue;
-        const std::string name = word[1] == '-' ? word.substr(0, word.find('=')) : word.substr(0, 2);
-        if (std::ranges::find(known, name) == known.end())
-            return unknown_word(kind, name, nearest_word(name, known));
-    }
-    return {};
-}
-
-/// Names an unknown command or option; empty if all are known.
-std::string suggestion(const CLI::App& app, std::span<const std::string> words) {
-    std::vector<std::string> known;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
-        known.push_back(command->get_name());
-    if (words.empty() || words[0].starts_with('-'))
-        return unknown_option(app, "option", words.first(words.empty() ? 0 : 1));
-    if (std::ranges::find(known, words[0]) == known.end())
-        return unknown_word("command", words[0], nearest_word(words[0], known));
-    return unknown_option(*app.get_subcommand(words[0]), "option of " + words[0], words.subspan(1));
-}
-
-/// "help" and "help COMMAND" are the option --help.
-std::vector<std::string> with_help_as_option(std::vector<std::string> words) {
-    if (!words.empty() && words[0] == "help") {
-        words.erase(words.begin());
-        words.emplace_back("--help");
-    }
-    return words;
-}
-
-/// The status of a command, which has failed if its output could not be written.
-int after_output(int status) {
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
-        return status;
-    return complain(std::string("cannot write to standard output: ") + std::strerror(errno));
 }
 
 /// A command: how the command line describes it, and what it does.
@@ -292,6 +239,56 @@ constexpr CommandRow commands[] = {
      },
      [](Arguments& given) { return run_show(given.shown); }},
 };
+
+std::string unknown_word(const std::string& kind, const std::string& word, const std::string& nearest) {
+    return "\"" + word + "\" is no " + kind + (nearest.empty() ? "" : "; did you mean " + nearest + "?");
+}
+
+/// Names an unknown option among words, and the nearest known one; empty if all are known.
+std::string unknown_option(const CLI::App& app, const std::string& kind, std::span<const std::string> words) {
+    std::vector<std::string> known;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames())
+            known.push_back("--" + name);
+        for (const std::string& name : option->get_snames())
+            known.push_back("-" + name);
+    }
+    for (const std::string& word : words) {
+        if (word == "--")
+            break;
+        if (word.size() < 2 || word[0] != '-' || (word[1] >= '0' && word[1] <= '9'))
+            continue;
+        const std::string name = word[1] == '-' ? word.substr(0, word.find('=')) : word.substr(0, 2);
+        if (std::ranges::find(known, name) == known.end())
+            return unknown_word(kind, name, nearest_word(name, known));
+    }
+    return {};
+}
+
+/// Names an unknown command or option; empty if all are known.
+std::string suggestion(const CLI::App& app, std::span<const std::string> words) {
+    if (words.empty() || words[0].starts_with('-'))
+        return unknown_option(app, "option", words.first(words.empty() ? 0 : 1));
+    if (std::ranges::find(commands, words[0], &CommandRow::name) == std::end(commands))
+        return unknown_word("command", words[0], nearest_word(words[0], commands, &CommandRow::name));
+    return unknown_option(*app.get_subcommand(words[0]), "option of " + words[0], words.subspan(1));
+}
+
+/// "help" and "help COMMAND" are the option --help.
+std::vector<std::string> with_help_as_option(std::vector<std::string> words) {
+    if (!words.empty() && words[0] == "help") {
+        words.erase(words.begin());
+        words.emplace_back("--help");
+    }
+    return words;
+}
+
+/// The status of a command, which has failed if its output could not be written.
+int after_output(int status) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return status;
+    return complain(std::string("cannot write to standard output: ") + std::strerror(errno));
+}
 
 } // namespace
 

@@ -114,17 +114,13 @@ void trace_to_source(const std::string& file, const Installation& installation, 
 }
 
 void check_name(const ScreenSource& source, Faults& faults) {
-    std::vector<std::string> known;
-    known.reserve(screen_files.size());
-    for (const ScreenFile& row : screen_files)
-        known.emplace_back(row.name);
-    if (std::ranges::find(known, source.screen.name) != known.end())
+    if (std::ranges::find(screen_files, source.screen.name, &ScreenFile::name) != screen_files.end())
         return;
     const Place place = source.name_place.line > 0 ? source.name_place : Place{1, 1, 0};
     faults.push_back(source_fault(FaultCode::unread_screen_name, place, "", "name",
                                   "the program reads no screen \"" + source.screen.name + "\"",
                                   "it reads vcc, vcc_options, vcc_options_info and mess; --any-name packs others",
-                                  nearest_word(source.screen.name, known)));
+                                  nearest_word(source.screen.name, screen_files, &ScreenFile::name)));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // The command new: a folder of sources from which "make" builds an installation.
 #include "vcckit/commands/commands.h"
-#include "vcckit/commands/template_files.h"
+#include "vcckit/files/embedded_files.h"
 #include "vcckit/files/file_set.h"
 #include "vcckit/files/temporary_folder.h"
 #include "vcckit/source/packed_screen.h"

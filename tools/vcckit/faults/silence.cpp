@@ -23,13 +23,6 @@ void for_each_word(std::string_view text, Each each) {
     }
 }
 
-std::string nearest_code(std::string_view word) {
-    std::vector<std::string> codes;
-    for (const FaultRow& row : fault_rows)
-        codes.push_back(code_text(row.code));
-    return nearest_word(word, codes);
-}
-
 bool is_indentation(std::string_view text) {
     return text.find_first_not_of(" \t\r") == std::string_view::npos;
 }
@@ -81,7 +74,8 @@ std::vector<Silence> silences_of(std::string_view text, Faults& faults) {
                 faults.push_back(source_fault(
                     FaultCode::unknown_code,
                     {line, static_cast<int>(after + offset) + 1, static_cast<int>(word.size())}, "", "",
-                    "there is no fault " + std::string(word), "vcckit explain lists the codes", nearest_code(word)));
+                    "there is no fault " + std::string(word), "vcckit explain lists the codes",
+                    nearest_word(word, fault_rows, [](const FaultRow& row) { return code_text(row.code); })));
         });
         silences.push_back(silence);
     }

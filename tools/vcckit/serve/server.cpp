@@ -1,7 +1,7 @@
 #include "vcckit/serve/server.h"
 
 #include "vcckit/edit/unsaved.h"
-#include "vcckit/serve/editor_files.h"
+#include "vcckit/files/embedded_files.h"
 
 #include "core/files.h"
 

@@ -44,12 +44,10 @@ private:
             collect({style, name.text});
             return;
         }
-        std::vector<std::string> known;
-        if (const Node* const styles = source_.table("style"))
-            std::ranges::transform(styles->members, std::back_inserter(known), &Member::key);
+        const Node* const styles = source_.table("style");
         tell_({name.is_text() ? unknown_style : wrong_kind, name.place, "style",
                name.is_text() ? "there is no [style." + name.text + "]" : "must be the name of a style", "",
-               nearest_word(name.text, known), user});
+               styles ? nearest_word(name.text, styles->members, &Member::key) : "", user});
     }
 
     const Node& source_;
@@ -144,14 +142,11 @@ SourceNames read_names(const Node& source, const TellMistake& tell) {
     for (const Member& kind : kinds->members) {
         const auto meaning = meaning_of_word(kind.key);
         if (!meaning || !kind.value.is_table()) {
-            std::vector<std::string> words;
             std::string list;
-            for (const Meaning each : all_meanings) {
-                words.emplace_back(meaning_word(each));
-                list += (list.empty() ? "" : ", ") + words.back();
-            }
+            for (const Meaning each : all_meanings)
+                list += (list.empty() ? "" : ", ") + std::string(meaning_word(each));
             tell({unknown_entry, kind.place, "names", "\"" + kind.key + "\" is none of " + list, "",
-                  nearest_word(kind.key, words)});
+                  nearest_word(kind.key, all_meanings, meaning_word)});
             continue;
         }
         for (const Member& name : kind.value.members)
