@@ -23,35 +23,31 @@ using enum FaultCode;
 
 struct PictureRow {
     std::string path;
-    int min_width, min_height, max_width, max_height;
+    int least_width, least_height, most_width, most_height;
+    const char* advice;
 };
 
 std::vector<PictureRow> picture_rows() {
     std::vector<PictureRow> rows;
     rows.reserve(path::backgrounds.size() + 1);
     for (const char* background : path::backgrounds)
-        rows.push_back({with_slashes(background), layout_width, layout_height, layout_width, layout_height});
-    rows.push_back({std::string(path::pointer_folder) + path::pointer_file, 1, 1, 64, 64});
+        rows.push_back({with_slashes(background), layout_width, layout_height, layout_width, layout_height,
+                        "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"});
+    rows.push_back({std::string(path::pointer_folder) + path::pointer_file, 1, 1, 64, 64,
+                    "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
     return rows;
-}
-std::string fault_of_size(const PictureRow& row, const BITMAP& bitmap) {
-    if (bitmap.w >= row.min_width && bitmap.w <= row.max_width && bitmap.h >= row.min_height &&
-        bitmap.h <= row.max_height)
-        return {};
-    return "is " + std::to_string(bitmap.w) + " x " + std::to_string(bitmap.h) + " pixels";
 }
 
 void check_picture_file(const PictureRow& row, Faults& faults) {
     const PictureCheck picture = check_picture(row.path);
-    const std::string fault = picture.fault.empty() ? fault_of_size(row, *picture.bitmap) : picture.fault;
-    const FaultCode code = picture.fault.empty() ? FaultCode::picture_size : picture.code;
-    if (fault.empty())
-        return;
-    faults.push_back({code, row.path, 0, -1, "", fault,
-                      row.min_width == row.max_width
-                          ? "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"
-                          : "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
-    faults.back().nearest = picture.nearest;
+    const Reporter report{faults, row.path};
+    if (!picture.fault.empty()) {
+        report(picture.code, "", picture.fault, row.advice);
+        faults.back().nearest = picture.nearest;
+    } else if (const BITMAP& at = *picture.bitmap;
+               at.w < row.least_width || at.w > row.most_width || at.h < row.least_height || at.h > row.most_height) {
+        report(picture_size, "", "is " + std::to_string(at.w) + " x " + std::to_string(at.h) + " pixels", row.advice);
+    }
 }
 
 std::int64_t file_size(const std::string& path) {

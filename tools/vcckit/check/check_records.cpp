@@ -51,14 +51,14 @@ void check_font(const Subject& at) {
 void check_colours(const Subject& at) {
     if (!at.is_text())
         return;
-    if (!is_colour(at.slot.fore_colour))
-        at.report(colour_unknown, "fore_colour", "there is no colour " + number(at.slot.fore_colour),
-                  "colours are 0 to 255");
-    if (!is_colour(at.slot.back_colour))
-        at.report(colour_unknown, "back_colour", "there is no colour " + number(at.slot.back_colour),
-                  "colours are 0 to 255");
-    if (const int shadow = to_number(text_of(at.slot.sound_flags)); has_shadow(at.slot) && !is_colour(shadow))
-        at.report(colour_unknown, "sound_flags", "there is no shadow colour " + number(shadow), "colours are 0 to 255");
+    const auto check = [&](const char* field, const char* what, int colour) {
+        if (!is_colour(colour))
+            at.report(colour_unknown, field, "there is no " + (what + number(colour)), "colours are 0 to 255");
+    };
+    check("fore_colour", "colour ", at.slot.fore_colour);
+    check("back_colour", "colour ", at.slot.back_colour);
+    if (has_shadow(at.slot))
+        check("sound_flags", "shadow colour ", to_number(text_of(at.slot.sound_flags)));
 }
 
 void check_place(const Subject& at) {
@@ -72,12 +72,13 @@ void check_place(const Subject& at) {
     if (at.slot.dest_x != 0)
         return;
     const int columns = layout_width / cell_width(at.slot.font), rows = layout_height / cell_height(at.slot.font);
-    if (at.slot.column < 0 || at.slot.column >= columns)
-        at.report(outside_grid, "column", number(at.slot.column) + " is outside the grid",
-                  "font " + number(at.slot.font) + " has columns 0 to " + number(columns - 1));
-    if (at.slot.row < 0 || at.slot.row >= rows)
-        at.report(outside_grid, "row", number(at.slot.row) + " is outside the grid",
-                  "font " + number(at.slot.font) + " has rows 0 to " + number(rows - 1));
+    const auto check = [&](std::string field, int place, int count) {
+        if (place < 0 || place >= count)
+            at.report(outside_grid, field, number(place) + " is outside the grid",
+                      "font " + number(at.slot.font) + " has " + field + "s 0 to " + number(count - 1));
+    };
+    check("column", at.slot.column, columns);
+    check("row", at.slot.row, rows);
 }
 
 void check_toggle(const Subject& at) {
@@ -123,14 +124,15 @@ void check_buffer(const Subject& at) {
                   "it must be 800 x 600 pixels");
     if (!at.is_picture())
         return;
-    if (at.slot.src_x < 0 || at.slot.box_width <= at.slot.src_x || at.slot.box_width > picture->w)
-        at.report(piece_outside, "src_x, box_width",
-                  "columns " + number(at.slot.src_x) + " to " + number(at.slot.box_width) + " are outside the picture",
-                  "it is " + number(picture->w) + " pixels wide; box_width is the right edge, exclusive");
-    if (at.slot.src_y < 0 || at.slot.box_height <= at.slot.src_y || at.slot.box_height > picture->h)
-        at.report(piece_outside, "src_y, box_height",
-                  "rows " + number(at.slot.src_y) + " to " + number(at.slot.box_height) + " are outside the picture",
-                  "it is " + number(picture->h) + " pixels high; box_height is the bottom edge, exclusive");
+    const auto check = [&](const char* fields, const char* what, int first, int end, int size, const char* meaning) {
+        if (first < 0 || end <= first || end > size)
+            at.report(piece_outside, fields, what + number(first) + " to " + number(end) + " are outside the picture",
+                      "it is " + number(size) + meaning);
+    };
+    check("src_x, box_width", "columns ", at.slot.src_x, at.slot.box_width, picture->w,
+          " pixels wide; box_width is the right edge, exclusive");
+    check("src_y, box_height", "rows ", at.slot.src_y, at.slot.box_height, picture->h,
+          " pixels high; box_height is the bottom edge, exclusive");
 }
 
 void check_window(const Subject& at) {

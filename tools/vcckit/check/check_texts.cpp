@@ -71,12 +71,11 @@ private:
             report(help_empty, field, "has no text", "after seven header lines, text lines begin with -");
         if (entry.font < 0 || entry.font >= font_count)
             report(help_value, field, "there is no font " + std::to_string(entry.font), "fonts are 0 to 10");
-        for (const int colour : {entry.text_colour, entry.shadow_colour})
+        for (const auto& [what, colour] : {std::pair("colour ", entry.text_colour),
+                                           {"colour ", entry.shadow_colour},
+                                           {"window colour ", entry.window_colour}})
             if (!is_colour(colour))
-                report(help_value, field, "there is no colour " + std::to_string(colour), "colours are 0 to 255");
-        if (!is_colour(entry.window_colour))
-            report(help_value, field, "there is no window colour " + std::to_string(entry.window_colour),
-                   "colours are 0 to 255");
+                report(help_value, field, "there is no " + (what + std::to_string(colour)), "colours are 0 to 255");
         if (entry.text_colour == entry.window_colour)
             report(help_unseen, field, "its text has the colour of its window", "change C or W");
         if (installation_.listed_sounds && entry.sound != 0 && !installation_.sounds.contains(entry.sound))

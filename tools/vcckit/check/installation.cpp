@@ -50,11 +50,10 @@ void read_toggles(ScreenFiles& files, Faults& faults) {
                    "pack the screen's source: slots of the screen have highlighted looks");
         return;
     }
-    Result<std::vector<Slot>> records = read_slot_file(*bytes);
-    const std::string fault = fault_of_slot_file(*bytes, records);
-    if (!fault.empty())
-        report(FaultCode::slot_file_damaged, "", fault, "pack the screen's source again");
-    files.set.toggles = std::move(records).value_or({});
+    CheckedRecords checked = check_slot_file(*bytes);
+    if (!checked.fault.empty())
+        report(FaultCode::slot_file_damaged, "", checked.fault, "pack the screen's source again");
+    files.set.toggles = std::move(checked.records);
     files.toggles_lost = wanted && files.set.toggles.empty();
 }
 
@@ -65,11 +64,11 @@ void read_screen(ScreenFiles& files, const ScreenFile& row, Faults& faults) {
         report(FaultCode::file_missing, "", bytes.reason(), "pack the screen's source", true);
         return;
     }
-    Result<std::vector<Slot>> records = read_slot_file(*bytes);
-    const std::string fault = fault_of_slot_file(*bytes, records);
-    files.set.slots = std::move(records).value_or({});
-    if (!fault.empty()) {
-        report(FaultCode::slot_file_damaged, "", fault, "pack the screen's source again", files.set.slots.empty());
+    CheckedRecords checked = check_slot_file(*bytes);
+    files.set.slots = std::move(checked.records);
+    if (!checked.fault.empty()) {
+        report(FaultCode::slot_file_damaged, "", checked.fault, "pack the screen's source again",
+               files.set.slots.empty());
         if (files.set.slots.empty())
             return;
     }

@@ -216,8 +216,7 @@ int run_unpack(std::vector<std::string> files, const std::string& output, bool f
         return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;
     if (!force && !may_be_replaced(output, source))
         return complain(output + ": exists, and says something else: --force replaces it");
-    const std::string reason = write_whole_file(output, source);
-    return reason.empty() ? exit_clean : complain(reason);
+    return exit_of(write_whole_file(output, source));
 }
 
 } // namespace vcc::kit

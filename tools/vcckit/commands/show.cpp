@@ -16,7 +16,6 @@
 #include "sound/wav_file.h"
 
 #include <cstdio>
-#include <span>
 
 namespace vcc::kit {
 
@@ -37,10 +36,9 @@ std::string shown_number(const Field& field, std::int32_t value) {
 
 /// All fields that differ from an empty record.
 std::string shown_records(const std::string&, std::string_view bytes, std::string& fault) {
-    const Result<std::vector<Slot>> read = read_slot_file(bytes);
-    if (fault = fault_of_slot_file(bytes, read); !fault.empty())
+    const auto [records, damage] = check_slot_file(bytes);
+    if (fault = damage; !fault.empty())
         return {};
-    const std::vector<Slot>& records = *read;
     const Slot empty = empty_slot();
     std::string text = std::to_string(records.size()) + " records\n";
     for (std::size_t i = 0; i < records.size(); ++i) {
@@ -75,7 +73,8 @@ constexpr KeyMeaning message_keys[] = {{"+", "message"}, {"#", "comment"}, {"", 
 constexpr KeyMeaning help_keys[] = {{"+", "entry"}, {"-", "text"}, {"#", "comment"}, {"", "header"}};
 
 /// All lines with their numbers and the meanings of their keys; one key may stand for all other lines.
-std::string shown_lines(std::string_view bytes, std::span<const KeyMeaning> keys) {
+template <const auto& keys>
+std::string shown_lines(const std::string&, std::string_view bytes, std::string&) {
     std::string text;
     LineReader lines(bytes);
     while (const auto line = lines.next()) {
@@ -90,11 +89,6 @@ std::string shown_lines(std::string_view bytes, std::span<const KeyMeaning> keys
         text += format_text("%4d  %-16s ", lines.line_number(), meaning.c_str()) + utf8(value) + "\n";
     }
     return text;
-}
-
-template <const auto& keys>
-std::string shown_text(const std::string&, std::string_view bytes, std::string&) {
-    return shown_lines(bytes, keys);
 }
 
 std::string shown_picture(const std::string&, std::string_view bytes, std::string& fault) {
@@ -166,12 +160,12 @@ struct Format {
 constexpr Format formats[] = {
     {".slt", shown_records},
     {".tgl", shown_records},
-    {".tw", shown_text<window_keys>},
-    {".buf", shown_text<buffer_keys>},
-    {".snd", shown_text<sound_keys>},
-    {".eng", shown_text<message_keys>},
-    {".ger", shown_text<message_keys>},
-    {".hlp", shown_text<help_keys>},
+    {".tw", shown_lines<window_keys>},
+    {".buf", shown_lines<buffer_keys>},
+    {".snd", shown_lines<sound_keys>},
+    {".eng", shown_lines<message_keys>},
+    {".ger", shown_lines<message_keys>},
+    {".hlp", shown_lines<help_keys>},
     {".cfg", shown_settings},
     {".pcx", shown_picture},
     {".wav", shown_sound},

@@ -46,6 +46,10 @@ std::vector<Silence> silences_of(std::string_view text, Faults& faults) {
     if (text.find(mark) == std::string_view::npos)
         return silences;
     const std::vector<std::string_view> lines = lines_of(text);
+    const auto report = [&](const Place& place, std::string problem, std::string nearest) {
+        faults.push_back(source_fault(FaultCode::unknown_code, place, "", "", std::move(problem),
+                                      "vcckit explain lists the codes", std::move(nearest)));
+    };
     const auto is_heading = [&](std::size_t at) { return at < lines.size() && lines[at].starts_with('['); };
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::size_t at = lines[i].find(mark), after = at + mark.size();
@@ -64,18 +68,14 @@ std::vector<Silence> silences_of(std::string_view text, Faults& faults) {
             }
         }
         if (lines[i].substr(after).find_first_not_of(separators) == std::string_view::npos)
-            faults.push_back(source_fault(FaultCode::unknown_code,
-                                          {line, static_cast<int>(at) + 1, static_cast<int>(mark.size())}, "", "",
-                                          "the comment names no code", "vcckit explain lists the codes"));
+            report({line, static_cast<int>(at) + 1, static_cast<int>(mark.size())}, "the comment names no code", "");
         for_each_word(lines[i].substr(after), [&](std::string_view word, std::size_t offset) {
             if (const FaultRow* const row = find_fault_row(word))
                 silence.codes.insert(row->code);
             else
-                faults.push_back(source_fault(
-                    FaultCode::unknown_code,
-                    {line, static_cast<int>(after + offset) + 1, static_cast<int>(word.size())}, "", "",
-                    "there is no fault " + std::string(word), "vcckit explain lists the codes",
-                    nearest_word(word, fault_rows, [](const FaultRow& row) { return code_text(row.code); })));
+                report({line, static_cast<int>(after + offset) + 1, static_cast<int>(word.size())},
+                       "there is no fault " + std::string(word),
+                       nearest_word(word, fault_rows, [](const FaultRow& known) { return code_text(known.code); }));
         });
         silences.push_back(silence);
     }

@@ -142,9 +142,6 @@ const Field* find_field(std::string_view name) {
 const Field* find_number_field(std::string_view name) {
     return find_in(number_fields(), name);
 }
-const Field* find_text_field(std::string_view name) {
-    return find_in(text_fields(), name);
-}
 
 std::optional<std::size_t> field_number(std::string_view name) {
     const Field* const field = find_in(all_fields().first(field_count), name);

@@ -50,7 +50,6 @@ std::span<const Field> source_fields();
 /// Null if there is no such field.
 const Field* find_field(std::string_view name);
 const Field* find_number_field(std::string_view name);
-const Field* find_text_field(std::string_view name);
 
 inline constexpr std::size_t field_count = 30; ///< of a record
 

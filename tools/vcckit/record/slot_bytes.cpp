@@ -13,13 +13,17 @@ std::string slot_file_bytes(const std::vector<Slot>& records) {
     return bytes;
 }
 
-std::string fault_of_slot_file(std::string_view bytes, const Result<std::vector<Slot>>& records) {
+CheckedRecords check_slot_file(std::string_view bytes) {
     constexpr std::size_t count_size = 4;
+    Result<std::vector<Slot>> read = read_slot_file(bytes);
+    CheckedRecords checked{{}, read.reason()};
+    const std::size_t used = read ? count_size + read->size() * sizeof(Slot) : bytes.size();
     if (bytes.size() < count_size)
-        return bytes.empty() ? "is empty" : "is too short for a record count";
-    const std::size_t used = records ? count_size + records->size() * sizeof(Slot) : bytes.size();
-    return bytes.size() == used ? records.reason()
-                                : "has " + std::to_string(bytes.size() - used) + " bytes after its last record";
+        checked.fault = bytes.empty() ? "is empty" : "is too short for a record count";
+    else if (bytes.size() != used)
+        checked.fault = "has " + std::to_string(bytes.size() - used) + " bytes after its last record";
+    checked.records = std::move(read).value_or({});
+    return checked;
 }
 
 } // namespace vcc::kit

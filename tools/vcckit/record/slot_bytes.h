@@ -18,8 +18,12 @@ struct ScreenRecords {
 
 std::string slot_file_bytes(const std::vector<Slot>& records);
 
-/// What is wrong with a file: what the program's reader reports, and what it ignores (a file without a count, bytes
-/// after the last record). Empty if nothing is.
-std::string fault_of_slot_file(std::string_view bytes, const Result<std::vector<Slot>>& records);
+/// What the program's reader takes of a file, and what is wrong with it: what that reader reports, and what it ignores
+/// (a file without a count, bytes after the last record).
+struct CheckedRecords {
+    std::vector<Slot> records;
+    std::string fault; ///< empty if nothing is wrong
+};
+CheckedRecords check_slot_file(std::string_view bytes);
 
 } // namespace vcc::kit

@@ -55,10 +55,9 @@ std::string read_records(const std::string& path, std::vector<Slot>& records) {
     const auto bytes = read_file(path);
     if (!bytes)
         return path + " " + bytes.reason();
-    auto read = read_slot_file(*bytes);
-    const std::string fault = fault_of_slot_file(*bytes, read);
-    records = std::move(read).value_or({});
-    return fault.empty() ? "" : path + " is not a slot file: " + fault;
+    CheckedRecords checked = check_slot_file(*bytes);
+    records = std::move(checked.records);
+    return checked.fault.empty() ? "" : path + " is not a slot file: " + checked.fault;
 }
 
 } // namespace
