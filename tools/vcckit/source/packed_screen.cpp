@@ -11,6 +11,20 @@ namespace vcc::kit {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// The reason begins with the file name.
+std::string read_records(const std::string& path, std::vector<Slot>& records) {
+    const auto bytes = read_file(path);
+    if (!bytes)
+        return path + " " + bytes.reason();
+    CheckedRecords checked = check_slot_file(*bytes);
+    records = std::move(checked.records);
+    return checked.fault.empty() ? "" : path + " is not a slot file: " + checked.fault;
+}
+
+} // namespace
+
 bool is_installation(const std::string& folder) {
     constexpr const char* signs[] = {path::language_choice, path::buffer_list, path::settings};
     return std::ranges::any_of(signs, [&](const char* sign) {
@@ -47,20 +61,6 @@ std::string write_packed_screen(const Screen& screen, const std::string& install
     }
     return {};
 }
-
-namespace {
-
-/// The reason begins with the file name.
-std::string read_records(const std::string& path, std::vector<Slot>& records) {
-    const auto bytes = read_file(path);
-    if (!bytes)
-        return path + " " + bytes.reason();
-    CheckedRecords checked = check_slot_file(*bytes);
-    records = std::move(checked.records);
-    return checked.fault.empty() ? "" : path + " is not a slot file: " + checked.fault;
-}
-
-} // namespace
 
 Result<ScreenRecords> read_packed_records(const std::string& slot_file) {
     const std::string toggle_file = platform::name_of(platform::system_path(slot_file).replace_extension(".tgl"));

@@ -13,7 +13,7 @@ namespace vcc::kit {
 
 namespace {
 
-constexpr int longest_step = 8; ///< between the records of a repetition
+constexpr std::size_t longest_step = 8; ///< between the records of a repetition
 
 /// A slot and its looks, which are stored as changes to the slot, so that a row of slots shares them.
 struct Described {
@@ -24,8 +24,9 @@ struct Described {
 
 /// Records that one table describes.
 struct Run {
-    std::size_t first = 0;
-    int count = 1, step = 1;
+    std::size_t first = 0, count = 1, step = 1;
+
+    std::size_t at(std::size_t number) const { return first + number * step; }
 };
 
 class ShortSource {
@@ -106,26 +107,25 @@ private:
                (step == 1 && std::ranges::find(counts, field.member) != std::end(counts));
     }
 
-    /// Whether the same table can describe the record `steps` further on.
-    bool continues(std::size_t first, const Run& run, int steps) const {
-        const std::size_t at = first + static_cast<std::size_t>(run.step) * static_cast<std::size_t>(steps);
+    /// Whether the run can have one record more.
+    bool continues(const Run& run) const {
+        const std::size_t at = run.at(run.count);
         if (at >= slots_.size() || !slots_[at] || done_.contains(at))
             return false;
-        const Described &a = *slots_[first], &b = *slots_[at];
+        const Described &a = *slots_[run.first], &second = *slots_[run.at(1)], &b = *slots_[at];
         if (kind_of(a.slot[0]) != kind_of(b.slot[0]) || a.highlight != b.highlight || a.pressed != b.pressed ||
             a.states_toggle != b.states_toggle)
             return false;
-        const std::size_t second = first + static_cast<std::size_t>(run.step);
         for (const Field& field : number_fields()) {
             if (field.member == &Slot::toggle && !a.states_toggle)
                 continue;
             for (std::size_t i = 0; i < languages.size(); ++i) {
                 const std::int64_t value = a.slot[i].*field.member;
-                const std::int64_t each = slots_[second]->slot[i].*field.member - value;
+                const std::int64_t each = second.slot[i].*field.member - value;
                 const std::int64_t of_first_language =
-                    std::int64_t{slots_[second]->slot[0].*field.member} - a.slot[0].*field.member;
-                if (each != of_first_language || b.slot[i].*field.member != value + each * steps ||
-                    !may_step(field, each))
+                    std::int64_t{second.slot[0].*field.member} - a.slot[0].*field.member;
+                if (each != of_first_language || !may_step(field, each) ||
+                    b.slot[i].*field.member != value + each * static_cast<std::int64_t>(run.count))
                     return false;
             }
         }
@@ -133,12 +133,11 @@ private:
     }
 
     Run longest_run(std::size_t first) const {
-        Run best{first, 1, 1};
-        for (int step = 1; step <= longest_step; ++step) {
+        Run best{first};
+        for (std::size_t step = 1; step <= longest_step; ++step) {
             Run run{first, 1, step};
-            if (first + static_cast<std::size_t>(step) < slots_.size() &&
-                slots_[first + static_cast<std::size_t>(step)])
-                while (continues(first, run, run.count))
+            if (run.at(1) < slots_.size() && slots_[run.at(1)])
+                while (continues(run))
                     ++run.count;
             if (run.count > best.count)
                 best = run;
@@ -148,10 +147,9 @@ private:
 
     std::string text_list(const Run& run, const Field& field) const {
         std::string list = "[";
-        for (int i = 0; i < run.count; ++i) {
-            const auto& each = slots_[run.first + static_cast<std::size_t>(i) * static_cast<std::size_t>(run.step)];
+        for (std::size_t i = 0; i < run.count; ++i) {
             std::array<std::string, languages.size()> values;
-            std::ranges::transform(each->slot, values.begin(),
+            std::ranges::transform(slots_[run.at(i)]->slot, values.begin(),
                                    [&](const Slot& slot) { return field_text(bytes_of(slot, field)); });
             list += (i == 0 ? "" : ", ") + by_language(values);
         }
@@ -159,12 +157,10 @@ private:
     }
 
     bool text_differs(const Run& run, const Field& field) const {
-        for (int i = 1; i < run.count; ++i) {
-            const auto& each = slots_[run.first + static_cast<std::size_t>(i) * static_cast<std::size_t>(run.step)];
+        for (std::size_t i = 1; i < run.count; ++i)
             for (std::size_t k = 0; k < languages.size(); ++k)
-                if (bytes_of(each->slot[k], field) != bytes_of(slots_[run.first]->slot[k], field))
+                if (bytes_of(slots_[run.at(i)]->slot[k], field) != bytes_of(slots_[run.first]->slot[k], field))
                     return true;
-        }
         return false;
     }
 
@@ -172,7 +168,7 @@ private:
         Lines steps{{"count", std::to_string(run.count)}};
         if (run.step != 1)
             steps.push_back({"step", std::to_string(run.step)});
-        const Versions &a = slots_[run.first]->slot, &b = slots_[run.first + static_cast<std::size_t>(run.step)]->slot;
+        const Versions &a = slots_[run.first]->slot, &b = slots_[run.at(1)]->slot;
         for (const Field& field : number_fields()) {
             if (field.member == &Slot::toggle && !slots_[run.first]->states_toggle)
                 continue;
@@ -233,8 +229,8 @@ private:
             entry.lines.push_back({"highlight", inline_table(*first.highlight)});
         if (first.pressed)
             entry.lines.push_back({"pressed", inline_table(*first.pressed)});
-        for (int i = 0; i < run.count; ++i)
-            done_.insert(run.first + static_cast<std::size_t>(i) * static_cast<std::size_t>(run.step));
+        for (std::size_t i = 0; i < run.count; ++i)
+            done_.insert(run.at(i));
         entries_.push_back(std::move(entry));
     }
 

@@ -32,6 +32,18 @@ void write_records(std::string& out, const Screen& screen, RecordSet kind, const
     }
 }
 
+std::string heading_of(const Screen& screen) {
+    std::string out;
+    if (!screen.name.empty())
+        out += "name = " + *quoted_text(screen.name) + "\n";
+    if (screen.language)
+        out += "language = " + *quoted_text(languages[*screen.language].code) + "\n";
+    const ScreenRecords& first = screen.records[0];
+    if (first.has_toggle_file && first.toggles.empty())
+        out += "toggle_count = 0\n";
+    return out;
+}
+
 } // namespace
 
 std::string difference_of_structure(const Screen& screen) {
@@ -46,22 +58,6 @@ std::string difference_of_structure(const Screen& screen) {
     }
     return {};
 }
-
-namespace {
-
-std::string heading_of(const Screen& screen) {
-    std::string out;
-    if (!screen.name.empty())
-        out += "name = " + *quoted_text(screen.name) + "\n";
-    if (screen.language)
-        out += "language = " + *quoted_text(languages[*screen.language].code) + "\n";
-    const ScreenRecords& first = screen.records[0];
-    if (first.has_toggle_file && first.toggles.empty())
-        out += "toggle_count = 0\n";
-    return out;
-}
-
-} // namespace
 
 bool describes(std::string_view source, const Screen& screen, const TextMeasure& measure) {
     const ScreenSource read = read_screen_source(source, measure);
