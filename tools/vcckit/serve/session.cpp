@@ -187,14 +187,22 @@ void Session::sources_changed(const std::vector<std::string>& names) {
         for (auto& [name, reading] : readings_)
             reading.revision = -1;
         files_changed(false);
+    } else if (other_pictures_) {
+        tell_files();
     }
     tell_notices();
 }
 
-/// Pages ask again for all buffers, which are there with the next picture.
+/// Buffers are there with the next picture.
 void Session::load_pictures() {
     renderer_->forget();
     draw({});
+    other_pictures_ = true;
+}
+
+/// Pages ask again for what pictures are made of.
+void Session::tell_files() {
+    other_pictures_ = false;
     events_.tell("files", "{}");
 }
 
@@ -210,7 +218,7 @@ void Session::files_changed(bool kept_ones) {
         read(document);
     ++changes_;
     news_.notify_all();
-    events_.tell("files", "{}");
+    tell_files();
     tell_notices();
 }
 

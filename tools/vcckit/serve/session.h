@@ -91,6 +91,7 @@ private:
     void sources_changed(const std::vector<std::string>& names);
     void files_changed(bool kept_ones);
     void load_pictures();
+    void tell_files();
     const nlohmann::json& json_of(const DocumentState& document);
     Answer changed(const Result<DocumentState>& document, const nlohmann::json& body);
     std::string add_picture(const nlohmann::json& body, nlohmann::json& told);
@@ -119,8 +120,9 @@ private:
     std::deque<ShownPicture> shown_;             ///< pictures that pages have got, the newest first
     std::uint64_t last_shown_ = 0;
     WindowSets windows_;
-    bool fonts_ = false;  ///< they are loaded
-    std::string notices_; ///< that were told
+    bool fonts_ = false;          ///< they are loaded
+    bool other_pictures_ = false; ///< pages do not know yet
+    std::string notices_;         ///< that were told
     std::mutex player_mutex_;
     int player_ = 0; ///< process of the program that was started
     const std::int64_t session_ =

@@ -35,6 +35,8 @@ Answer Session::changed(const Result<DocumentState>& document, const json& body)
     json told = is_known ? difference_json(before, now) : now;
     const std::string pixels = add_picture(body, told);
     tell_change(*document, text_entry(body, "page").value_or(""));
+    if (other_pictures_)
+        tell_files();
     return {.type = "application/octet-stream", .body = text_of_json(told) + "\n" + pixels};
 }
 
