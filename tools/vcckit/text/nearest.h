@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <ranges>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,6 +18,7 @@ std::string nearest_word(std::string_view word, std::span<const std::string> wor
 template <class Range, class Projection>
 std::string nearest_word(std::string_view word, const Range& range, Projection projection) {
     std::vector<std::string> words;
+    words.reserve(std::ranges::size(range));
     for (const auto& each : range)
         words.emplace_back(std::invoke(projection, each));
     return nearest_word(word, words);
