@@ -124,6 +124,7 @@ void wait_while_switched_out(BITMAP* target) {
         pause_music_voice();
     while (switched_out && !close_requested)
         rest(switched_out_rest_ms);
+    forget_gamepads(); // what is held was meant for the other program
     if (music)
         resume_music_voice();
     copy_to_screen(target);
