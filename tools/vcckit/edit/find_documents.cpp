@@ -128,6 +128,7 @@ std::string Workspace::add_documents() {
             reason = std::move(fault);
     }
     std::vector<std::string> windows;
+    windows.reserve(std::size(languages));
     for (const LanguageRow& language : languages)
         windows.push_back(language_file_name(language, path::text_windows));
     const std::string list = fs::is_directory(files_) ? (fs::path(files_) / path::buffer_list).string() : "";

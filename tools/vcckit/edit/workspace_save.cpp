@@ -125,7 +125,8 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
                                                 : " was changed on disk in the same lines: choose which to keep")};
         if (!document.dirty())
             continue;
-        std::vector<std::string> made = made_files(document), all = made;
+        std::vector<std::string> made = made_files(document);
+        std::vector<std::string> all = made;
         all.push_back(document.file);
         for (const std::string& file : all)
             if (!holds(file))
