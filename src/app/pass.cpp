@@ -22,6 +22,7 @@
 #include <allegro.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <vector>
 
@@ -50,6 +51,7 @@ constexpr FailureRow failures[] = {
     {LoadFailure::windows, "Error loading transparent Text-Windows!", "Error loading transparent Text-Windows", false},
     {LoadFailure::pictures, "CC: Error loading Graphicbuffers!", "Error loading Graphicbuffers\n", false},
 };
+static_assert(std::size(failures) == static_cast<std::size_t>(LoadFailure::count));
 
 void report_failure(Session& session, LoadFailure failure) {
     const FailureRow& row = *std::ranges::find(failures, failure, &FailureRow::failure);

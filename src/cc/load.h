@@ -15,10 +15,11 @@ namespace vcc {
 void load_language_files(std::optional<int> number = {});
 
 enum class LoadFailure {
-    sound,   ///< loading continues without it
-    screens, ///< the slot sets
-    windows, ///< the window file of the language
-    pictures ///< the buffer list, one of its pictures, or a missing or too small screen picture
+    sound,    ///< loading continues without it
+    screens,  ///< the slot sets
+    windows,  ///< the window file of the language
+    pictures, ///< the buffer list, one of its pictures, or a missing or too small screen picture
+    count
 };
 
 struct LoadHooks {
