@@ -122,6 +122,10 @@ def test_playing_at_the_pictures_own_size(make_player, manager):
     assert robot.wait_for_end() == 0
 
 
+def is_in_the_middle(x, y, width, height):
+    return (width, height) == (800, 600) and abs(x + 400 - 960) < 60 and abs(y + 300 - 540) < 60
+
+
 @pytest.mark.parametrize("manager", MANAGERS)
 def test_playing_at_any_size(make_player, manager):
     robot = make_player(manager, 1, screen_mode=1)
@@ -132,14 +136,13 @@ def test_playing_at_any_size(make_player, manager):
     desktop = robot.desktop
     switch_mode(robot, False)
     if manager != "i3":  # which tiles
-        x, y, width, height = area(robot)
-        assert (width, height) == (800, 600) and abs(x + 400 - 960) < 60 and abs(y + 300 - 540) < 60
+        wait_until(lambda: is_in_the_middle(*area(robot)), "a window in the middle", 5)
         desktop.ask_for_state(robot.window(), True, *MAXIMISED)
         wait_until(lambda: area(robot)[3] > 900, "a maximised window")
         wait_for_menu(robot)
         switch_mode(robot, True)
         switch_mode(robot, False)
-        assert area(robot)[3] > 900
+        wait_until(lambda: area(robot)[3] > 900, "the maximised window", 5)
         desktop.ask_for_state(robot.window(), False, *MAXIMISED)
         wait_until(lambda: area(robot)[3] == 600, "the window as it was")
         for size in ((1101, 703), (500, 410), (820, 600)):
@@ -214,7 +217,7 @@ def test_the_window_comes_back_where_it_was(make_player):
         close(robot)
         robot.start(menu=False)
         wait_for_menu(robot)
-        assert area(robot)[3] > 900
+        wait_until(lambda: area(robot)[3] > 900, "the maximised window", 5)
         robot.desktop.ask_for_state(robot.window(), False, *MAXIMISED)
         wait_until(lambda: area(robot) == place, "the window as it was")
         close(robot)

@@ -187,6 +187,8 @@ class Robot:
         self.window()
         wait_until(lambda: self.running() and self.shows(MENU_PICTURE), "the main menu", timeout_s * SLOWNESS)
         self._pointer_is_free_at = time.monotonic() + POINTER_PLACED_S
+        if SLOWNESS > 1:
+            self.wait_for_pointer()  # a key that comes with the menu is not heard
         return self
 
     def wait_for_change(self, before):
