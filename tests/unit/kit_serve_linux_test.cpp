@@ -79,6 +79,14 @@ protected:
     std::vector<std::thread> threads_;
 };
 
+TEST_F(Serve, NothingIsCompressed) {
+    for (const char* const name : {"", "main.js", "base.css", "project", "document?name=vcc", "nothing"}) {
+        const auto response = client_->Get(base_ + name, Headers{{"Accept-Encoding", "br, gzip, deflate"}});
+        ASSERT_TRUE(response) << name;
+        EXPECT_EQ(response->get_header_value("Content-Encoding"), "") << name;
+    }
+}
+
 TEST_F(Serve, RefusedRequestsSayWhyAndChangeNothing) {
     const std::string before = files();
     const json document = get("document?name=vcc");

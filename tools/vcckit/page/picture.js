@@ -12,7 +12,7 @@ const viewport = find('viewport');
 const surface = find('surface');
 
 let wished = null;
-let fetching = false;
+let fetching = ''; // what the picture is for that is on its way
 let shownFor = '';
 let shownView = ''; // and in which language
 let number = 0; // of the picture that is shown; the server sends what differs from it
@@ -38,13 +38,13 @@ export function refresh({ always = false } = {}) {
   if (!state.project || !viewOf(state.view)) return;
   if (always) number = 0; // another process may have begun to count anew
   const wish = request();
-  const key = JSON.stringify(wish) + revisionOfAll() + (always ? performance.now() : '');
+  const key = JSON.stringify(wish) + revisionOfAll();
   if (arrived?.wish === JSON.stringify(wish)) {
     wished = null;
     show(key, arrived);
     return;
   }
-  if (key === shownFor || key === wished?.key) return;
+  if (key === (wished?.key || fetching || shownFor) && !always) return;
   wished = { key, wish };
   if (!fetching) work();
 }
@@ -64,9 +64,9 @@ export function arrive({ fault, rect, ...picture }, pixels) {
 }
 
 async function work() {
-  fetching = true;
   while (wished) {
     const { key, wish } = wished;
+    fetching = key;
     wished = null;
     try {
       const image = await rgba({ ...wish, keep: 1 });
@@ -79,7 +79,7 @@ async function work() {
       tell('picture');
     }
   }
-  fetching = false;
+  fetching = '';
 }
 
 function show(key, picture) {
@@ -108,8 +108,7 @@ export const isOfView = () => Boolean(viewOf(state.view)) && shownView === viewI
 
 /** Whether what is shown is drawn from the newest of everything. */
 export function isCurrent() {
-  return Boolean(state.project) && !fetching && !wished &&
-    shownFor.startsWith(JSON.stringify(request()) + revisionOfAll());
+  return Boolean(state.project) && !fetching && !wished && shownFor === JSON.stringify(request()) + revisionOfAll();
 }
 
 /** The colour of a pixel as "#rrggbb", when there is a picture. */

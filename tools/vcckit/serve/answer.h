@@ -13,7 +13,6 @@ inline constexpr int done = 200, bad_request = 400, forbidden = 403, not_found =
 
 struct Answer {
     int status = status::done;
-    /// Its exact word would make the server's library compress every document with Brotli, for up to a second.
     std::string type = "application/json; charset=utf-8", body;
     std::map<std::string, std::string> headers{};
 };
