@@ -66,17 +66,16 @@ def test_a_gamepad_is_enough(make_robot, installation):
     walk(player, pad, DOWN, "Options")
     pad.press(A)
     wait_until(lambda: player.shows("images/options.pcx", share=0.4), "the options screen")
-    for steps, way, buttons in ((5, DOWN, (RIGHT_SHOULDER, RIGHT_SHOULDER, LEFT_SHOULDER)),  # volume
-                                (10, DOWN, (X, A)),  # name
-                                (16, UP, (RIGHT_SHOULDER, A))):  # Accept
-        for _ in range(steps):
-            pad.step(HAT, *way)
+    volume, name, accept_button = (202, 124, 80, 18), (124, 502, 50, 18), (50, 530, 25, 20)  # without the pointer
+    for area, way, buttons in ((volume, DOWN, (RIGHT_SHOULDER, RIGHT_SHOULDER, LEFT_SHOULDER)),
+                               (name, DOWN, (X, A)), (accept_button, UP, (RIGHT_SHOULDER, A))):
+        pad.step_to(HAT, *way, area)
         for button in buttons:
             player.standing_picture(still_s=0.3)
             pad.press(button)
     player.wait_for_menu()
     settings = installation.settings()
-    assert settings["VELDOR_SOUND"]["vcc_snd_volume"] == "9" and not settings["VELDOR_BATTLE"].get("player_name")
+    assert settings["VELDOR_SOUND"]["vcc_music_volume"] == "4" and not settings["VELDOR_BATTLE"].get("player_name")
 
     walk(player, pad, DOWN, "Leave")
     pad.press(A)

@@ -22,7 +22,7 @@ MANAGERS = {
 }
 
 
-def wait_until(condition, what, timeout_s=10.0, step_s=0.01):
+def wait_until(condition, what, timeout_s=10.0, step_s=0.03):
     """The first true answer of `condition`."""
     end = time.monotonic() + timeout_s
     while True:
@@ -109,10 +109,10 @@ class Desktop:
     def _window_gets_mapped(self):
         """A manager announces itself before it is ready, and a window mapped in between stays hidden for ever."""
         window = self._open_window()
-        time.sleep(0.1)
         try:
-            return window.get_attributes().map_state == X.IsViewable
-        except BadWindow:  # it confuses the window with an earlier one of the same number
+            wait_until(lambda: window.get_attributes().map_state == X.IsViewable, "a window", 0.1, step_s=0.01)
+            return True
+        except (BadWindow, TimeoutError):  # it confuses the window with an earlier one of the same number
             return False
         finally:
             window.destroy()

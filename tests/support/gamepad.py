@@ -71,13 +71,22 @@ class Gamepad:
         self.push(axes, 0, 0)
         time.sleep(self._press_s)
 
-    def step(self, axes, x, y):
-        """A nudge that ends when it is seen: on a busy machine a short one passes between two looks."""
-        before = self._robot.standing_picture()
-        self.push(axes, x, y)
-        wait_until(lambda: not np.array_equal(self._robot.picture(), before), "a step", 5)
-        self.push(axes, 0, 0)
-        time.sleep(self._press_s)
+    def step_to(self, axes, x, y, area):
+        """Nudges until this part of the picture (x, y, width, height) shows the focus. A nudge ends when it is seen: on
+        a busy machine a short one passes between two looks, a long one repeats."""
+        left, top, width, height = area
+        rest = None
+        for _ in range(60):
+            before = self._robot.standing_picture()
+            seen = before[top:top + height, left:left + width]
+            rest = seen if rest is None else rest
+            if not np.array_equal(seen, rest):
+                return
+            self.push(axes, x, y)
+            wait_until(lambda before=before: not np.array_equal(self._robot.picture(), before), "a step", 5)
+            self.push(axes, 0, 0)
+            time.sleep(self._press_s)
+        raise TimeoutError(f"the focus does not come to {area}")
 
     def hold(self, button, held=True):
         self._buttons[button] = int(held)

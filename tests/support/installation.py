@@ -1,6 +1,7 @@
 """A copy of the built installation for one test: files to edit, settings to set, and what the program wrote."""
 
 import configparser
+import functools
 import os
 import re
 import shutil
@@ -8,6 +9,9 @@ import struct
 import subprocess
 import tempfile
 from pathlib import Path
+
+import numpy as np
+from PIL import Image
 
 from support.desktop import wait_until
 from support.system import PROJECT, SYSTEM, installation_folder
@@ -32,6 +36,11 @@ def _link(source, target):
     (shutil.copy2 if Path(source).suffix in (".cfg", ".txt") else os.link)(source, target)
 
 
+@functools.lru_cache(maxsize=32)
+def _read_picture(path, _inode, _changed_ns):
+    return np.asarray(Image.open(path).convert("RGB"))
+
+
 class Installation:
     def __init__(self, system=SYSTEM):
         self.system = system
@@ -46,6 +55,11 @@ class Installation:
 
     def path(self, name):
         return self.folder / name
+
+    def picture(self, name):
+        """An image file: [y, x] of red, green, blue. Looked at again and again while a test waits, so it is kept."""
+        state = self.path(name).stat()
+        return _read_picture(self.path(name), state.st_ino, state.st_mtime_ns)
 
     def read(self, name):
         """A text file in Latin-1; empty when it is missing."""

@@ -1,7 +1,6 @@
 """What the main menu of the built-in installation shows and where, and the alert boxes of the library."""
 
 import numpy as np
-from PIL import Image
 
 from support.desktop import wait_until
 
@@ -49,7 +48,7 @@ def enter_obedient(robot):
 def look(robot, button, german=False):
     """Which of its pictures a button shows; None when it is none of them."""
     row = list(TOPS).index(button) * 46 + (240 if german else 0)
-    sheet = np.asarray(Image.open(robot.installation.path("images/buttons.pcx")).convert("RGB"))[row:row + HEIGHT]
+    sheet = robot.installation.picture("images/buttons.pcx")[row:row + HEIGHT]
     seen = robot.picture((LEFT, TOPS[button], SEEN_WIDTH, HEIGHT))
     return next((name for name, x in LOOKS.items() if np.array_equal(seen, sheet[:, x:x + SEEN_WIDTH])), None)
 

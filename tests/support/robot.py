@@ -40,7 +40,7 @@ class Robot:
         self._managed = window_manager
         self._program = self._window = None
         self._files_kept = installation is not None
-        self.key, self.wheel = self.desktop.key, self.desktop.wheel
+        self.wheel = self.desktop.wheel
 
     def __enter__(self):
         self.desktop.__enter__()
@@ -171,7 +171,7 @@ class Robot:
         while time.monotonic() - since < still_s:
             if time.monotonic() > end:
                 raise TimeoutError("the picture does not come to rest")
-            time.sleep(0.02)
+            time.sleep(0.04)
             now = self.picture()
             if not np.array_equal(now, last):
                 last, since = now, time.monotonic()
@@ -179,16 +179,14 @@ class Robot:
 
     def shows(self, name, share=0.5):
         """Whether at least `share` of the display is a picture of the installation, as coarse as 16 bits make it."""
-        wanted = np.asarray(Image.open(self.installation.path(name)).convert("RGB"), np.int16)
-        near = np.abs(self.picture().astype(np.int16) - wanted[:600, :800]).max(axis=2) <= 10
+        wanted = self.installation.picture(name)[:600:3, :800:3].astype(np.int16)
+        near = np.abs(self.picture()[::3, ::3] - wanted).max(axis=2) <= 10
         return float(near.mean()) >= share
 
     def wait_for_menu(self, timeout_s=20):
         self.window()
         wait_until(lambda: self.running() and self.shows(MENU_PICTURE), "the main menu", timeout_s * SLOWNESS)
         self._pointer_is_free_at = time.monotonic() + POINTER_PLACED_S
-        if SLOWNESS > 1:
-            self.wait_for_pointer()  # a key that comes with the menu is not heard
         return self
 
     def wait_for_change(self, before):
@@ -201,7 +199,7 @@ class Robot:
             return None
         PICTURES.mkdir(parents=True, exist_ok=True)
         path = PICTURES / f"{name}.png"
-        Image.fromarray(self.desktop.picture()).save(path)
+        Image.fromarray(self.desktop.picture()).save(path, compress_level=1)
         return path
 
     # acting
@@ -209,6 +207,10 @@ class Robot:
     def wait_for_pointer(self):
         """After wait_for_menu: until the place that the program gave the pointer no longer counts."""
         time.sleep(max(self._pointer_is_free_at - time.monotonic(), 0))
+
+    def key(self, name, *modifiers):
+        self.wait_for_pointer()  # what is pressed before is forgotten with it
+        self.desktop.key(name, *modifiers)
 
     def move(self, x, y):
         """Points there; wait POINTER_PLACED_S first when a key has just moved the focus."""
