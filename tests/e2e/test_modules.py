@@ -58,7 +58,7 @@ def test_what_a_module_spoils_is_put_right(player):
         menu.walk_to(player, "Factory")  # is missing: an alert, in the library's font
         menu.confirm_alert(player, "CC: Error loading module!")
         player.wait_for_menu()
-        assert player.shows("images/menu.pcx", share=0.7)
+        wait_until(lambda: player.shows("images/menu.pcx", share=0.7), "all of the menu")
         player.close_window()
         assert player.wait_for_end() == 0
     left, missing = installation.log_messages()
