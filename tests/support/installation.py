@@ -37,8 +37,14 @@ def _link(source, target):
 
 
 @functools.lru_cache(maxsize=32)
-def _read_picture(path, _inode, _changed_ns):
+def _read_image(path, _inode, _changed_ns):
     return np.asarray(Image.open(path).convert("RGB"))
+
+
+def image(path):
+    """A picture's file: [y, x] of red, green, blue. Tests that wait look at it again and again, so it is kept."""
+    state = path.stat()
+    return _read_image(path, state.st_ino, state.st_mtime_ns)
 
 
 class Installation:
@@ -55,11 +61,6 @@ class Installation:
 
     def path(self, name):
         return self.folder / name
-
-    def picture(self, name):
-        """An image file: [y, x] of red, green, blue. Looked at again and again while a test waits, so it is kept."""
-        state = self.path(name).stat()
-        return _read_picture(self.path(name), state.st_ino, state.st_mtime_ns)
 
     def read(self, name):
         """A text file in Latin-1; empty when it is missing."""

@@ -3,6 +3,7 @@
 import numpy as np
 
 from support.desktop import wait_until
+from support.installation import image
 
 LEFT, WIDTH, HEIGHT = 34, 216, 42
 TOPS = {"HQ": 186, "Factory": 236, "Battle": 286, "Options": 336, "Leave": 386}
@@ -48,7 +49,7 @@ def enter_obedient(robot):
 def look(robot, button, german=False):
     """Which of its pictures a button shows; None when it is none of them."""
     row = list(TOPS).index(button) * 46 + (240 if german else 0)
-    sheet = robot.installation.picture("images/buttons.pcx")[row:row + HEIGHT]
+    sheet = image(robot.installation.path("images/buttons.pcx"))[row:row + HEIGHT]
     seen = robot.picture((LEFT, TOPS[button], SEEN_WIDTH, HEIGHT))
     return next((name for name, x in LOOKS.items() if np.array_equal(seen, sheet[:, x:x + SEEN_WIDTH])), None)
 

@@ -12,7 +12,7 @@ import numpy as np
 from PIL import Image
 
 from support.desktop import Desktop, stop, wait_until
-from support.installation import PROJECT, Installation
+from support.installation import PROJECT, Installation, image
 from support.system import NO_SOUND, SYSTEM
 
 TITLE = SYSTEM.window_titles[0]
@@ -179,7 +179,7 @@ class Robot:
 
     def shows(self, name, share=0.5):
         """Whether at least `share` of the display is a picture of the installation, as coarse as 16 bits make it."""
-        wanted = self.installation.picture(name)[:600:3, :800:3].astype(np.int16)
+        wanted = image(self.installation.path(name))[:600:3, :800:3].astype(np.int16)
         near = np.abs(self.picture()[::3, ::3] - wanted).max(axis=2) <= 10
         return float(near.mean()) >= share
 
