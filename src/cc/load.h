@@ -19,7 +19,7 @@ enum class LoadFailure {
     screens,  ///< the slot sets
     windows,  ///< the window file of the language
     pictures, ///< the buffer list, one of its pictures, or a missing or too small screen picture
-    count
+    count     ///< no failure: how many there are
 };
 
 struct LoadHooks {
