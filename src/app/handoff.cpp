@@ -22,12 +22,12 @@
 #include <allegro/internal/aintern.h>
 
 #include <algorithm>
-#include <array>
 #include <clocale>
 #include <cstdint>
-#include <functional>
 #include <span>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace vcc {
@@ -51,22 +51,22 @@ std::vector<Timer> running_timers() {
     return timers;
 }
 
-struct KeptGlobals {
-    SwitchSet<FONT*> text_font{font};
-    SwitchSet<int> gui_text{gui_fg_color}, gui_grey{gui_mg_color}, gui_ground{gui_bg_color};
-    SwitchSet<volatile int> frozen{freeze_mouse_flag};
-    SwitchSet<void (*)(int)> mouse{mouse_callback}, keys{keyboard_lowlevel_callback};
-    SwitchSet<int (*)(int)> key{keyboard_callback};
-    SwitchSet<int (*)(int, int*)> unicode_key{keyboard_ucallback};
-};
-
+/// What a module may change without being told to restore it. Its own variables get back their values at the end.
 struct Before {
+    Before() { get_volume(&effects_volume, &music_volume); }
+
     std::vector<Timer> timers = running_timers();
     std::string locale = std::setlocale(LC_ALL, nullptr);
     DIGI_DRIVER* sound = digi_driver;
     int colour_conversion = get_color_conversion();
     int wheel = mouse_z; ///< turning it in a module must not move the menu's focus
     int effects_volume = 0, music_volume = 0;
+    SwitchSet<FONT*> text_font{font};
+    SwitchSet<int> gui_text{gui_fg_color}, gui_grey{gui_mg_color}, gui_ground{gui_bg_color};
+    SwitchSet<volatile int> frozen{freeze_mouse_flag};
+    SwitchSet<void (*)(int)> mouse{mouse_callback}, keys{keyboard_lowlevel_callback};
+    SwitchSet<int (*)(int)> key{keyboard_callback};
+    SwitchSet<int (*)(int, int*)> unicode_key{keyboard_ucallback};
 };
 
 // Each restores one thing; true if the module should have done so.
@@ -98,7 +98,7 @@ bool voices_left(const Before& before) {
     return left;
 }
 
-bool keyboard_left(const Before&) {
+bool keyboard_left() {
     const bool left = keyboard_driver == nullptr;
     install_keyboard_hooks(nullptr, nullptr);
     if (left || keyboard_needs_poll()) { // a module that polls once leaves that to all that follow
@@ -119,7 +119,7 @@ bool mouse_left(const Before& before) {
     return left;
 }
 
-bool clipping_left(const Before&) {
+bool clipping_left() {
     if (!screen)
         return false;
     const bool left = !get_clip_state(screen) || screen->cl != 0 || screen->ct != 0 || screen->cr != screen->w ||
@@ -129,33 +129,17 @@ bool clipping_left(const Before&) {
     return left;
 }
 
-bool formats_left(const Before& before) {
+void restore_formats(const Before& before) {
     drawing_mode(DRAW_MODE_SOLID, nullptr, 0, 0);
     set_color_conversion(before.colour_conversion);
     set_uformat(U_ASCII);
     std::setlocale(LC_ALL, before.locale.c_str());
-    return false;
 }
 
-bool callbacks_left(const Before&) {
+void restore_callbacks() {
     set_display_switch_mode(SWITCH_BACKGROUND); // forgets them; restore_display() registers ours
     install_close_button();
-    return false;
 }
-
-struct StateRow {
-    const char* what;
-    bool (*left)(const Before&);
-};
-constexpr StateRow state_rows[] = {
-    {"timers", timers_left},
-    {"sounds", voices_left},
-    {"no keyboard", keyboard_left},
-    {"no mouse", mouse_left},
-    {"a clipping rectangle", clipping_left},
-    {"", formats_left},
-    {"", callbacks_left},
-};
 
 /// The library still refers to a sprite and a bitmap that the module may have destroyed.
 void hide_pointer() {
@@ -171,44 +155,46 @@ struct ModuleOutcome {
     std::string left; ///< what it should have cleaned up, for the log; empty if nothing
 };
 
+static_assert(std::is_same_v<veldor_hq_entry, veldor_battle_entry>);
+
+std::uint8_t call_entry(Module module, void* entry) {
+    if (module == Module::factory)
+        return reinterpret_cast<veldor_factory_entry*>(entry)(static_cast<int>(mode_range), fullscreen,
+                                                              static_cast<int>(screen_mode_range),
+                                                              settings.bitmap_depth, version_number);
+    return reinterpret_cast<veldor_hq_entry*>(entry)(fullscreen, version_number);
+}
+
 /// Runs a module and restores the library's and the process's state before its code is unloaded; see docs/modules.md.
 /// The display's mode stays as the module left it.
-ModuleOutcome run_restoring_state(const std::function<std::uint8_t()>& module) {
-    Before before;
-    get_volume(&before.effects_volume, &before.music_volume);
-    const KeptGlobals kept;
+ModuleOutcome run_restoring_state(Module module, void* entry) {
+    const Before before;
     ModuleOutcome outcome;
+    bool folder_left = false;
     {
         const platform::FolderVisit back_at_the_end(".");
         const std::string folder = platform::whole_name(".");
-        outcome.result = module();
-        if (platform::whole_name(".") != folder)
-            outcome.left = "another working folder";
+        outcome.result = call_entry(module, entry);
+        folder_left = platform::whole_name(".") != folder;
     }
     hide_pointer();
-    for (const StateRow& row : state_rows)
-        if (row.left(before))
-            outcome.left += (outcome.left.empty() ? "" : ", ") + std::string(row.what);
+    const std::pair<bool, const char*> checks[] = {
+        {folder_left, "another working folder"}, {timers_left(before), "timers"},
+        {voices_left(before), "sounds"},         {keyboard_left(), "no keyboard"},
+        {mouse_left(before), "no mouse"},        {clipping_left(), "a clipping rectangle"},
+    };
+    restore_formats(before);
+    restore_callbacks();
+    for (const auto& [left, what] : checks)
+        if (left)
+            outcome.left += (outcome.left.empty() ? "" : ", ") + std::string(what);
     return outcome;
 }
 
-std::uint8_t call_hq(void* entry) {
-    return reinterpret_cast<veldor_hq_entry*>(entry)(fullscreen, version_number);
-}
-std::uint8_t call_battle(void* entry) {
-    return reinterpret_cast<veldor_battle_entry*>(entry)(fullscreen, version_number);
-}
-std::uint8_t call_factory(void* entry) {
-    return reinterpret_cast<veldor_factory_entry*>(entry)(static_cast<int>(mode_range), fullscreen,
-                                                          static_cast<int>(screen_mode_range), settings.bitmap_depth,
-                                                          version_number);
-}
+} // namespace
 
-/// By the number of the module.
-constexpr std::array<std::uint8_t (*)(void* entry), module_names.size()> calls{call_hq, call_factory, call_battle};
-
-void run_module(std::size_t module) {
-    const char* const name = module_names[module]; // of the library and its entry
+void run_module(Module module) {
+    const char* const name = module_names[index_of(module)]; // of the library and its entry
     const std::string file = platform::module_file_name(name);
     std::string error;
     const platform::SharedLibrary library = platform::load_module(name, error);
@@ -225,27 +211,13 @@ void run_module(std::size_t module) {
     const int depth = get_color_depth();
     follow_window_manager();
     release_gamepads();
-    const ModuleOutcome outcome = run_restoring_state([&] { return calls[module](entry); });
+    const ModuleOutcome outcome = run_restoring_state(module, entry);
     release_gamepads();                                        // the module may have installed some
     fullscreen = outcome.result == 0 ? windowed : full_screen; // modules may return any other number
     if (!outcome.left.empty())
         write_log(format_text("%s has left %s", file.c_str(), outcome.left.c_str()));
     ensure_display(depth, file);
     select_config_file(); // the module may have written the shared file
-}
-
-} // namespace
-
-void hand_off(Session& session) {
-    if (!goes_on(session))
-        return;
-    const auto module = static_cast<std::size_t>(session.choice);
-    if (module < calls.size()) {
-        run_module(module);
-        return;
-    }
-    session.pending_error = format_text("Invalid module parameter!: %d", static_cast<int>(session.choice));
-    write_log(session.pending_error);
 }
 
 void restore_display() {

@@ -6,14 +6,15 @@
 
 int main(int argc, char* argv[]) {
     vcc::Session session;
-    session.arguments = {argv, static_cast<std::size_t>(argc)};
-    if (vcc::start_up(session)) {
+    if (vcc::start_up(session, {argv, static_cast<std::size_t>(argc)})) {
+        std::optional<vcc::Module> module;
         do {
-            vcc::run_pass(session);
-            vcc::hand_off(session);
+            module = vcc::run_pass(session);
+            if (module)
+                vcc::run_module(*module);
             vcc::restore_display();
             vcc::music_on = 0;
-        } while (vcc::goes_on(session));
+        } while (module);
     }
     vcc::shut_down();
     return 0;

@@ -1,10 +1,12 @@
 #include "app/session.h"
 
 #include "cc/load.h"
+#include "cc/screens.h"
 #include "cc/sets.h"
 #include "core/alert.h"
 #include "core/installation.h"
 #include "core/log.h"
+#include "core/scope.h"
 #include "core/version.h"
 #include "display/backgrounds.h"
 #include "display/buffers.h"
@@ -24,6 +26,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <utility>
 #include <vector>
 
 namespace vcc {
@@ -62,16 +65,12 @@ void report_failure(Session& session, LoadFailure failure) {
     write_log(row.logged);
 }
 
-void play_films(Session& session) {
-    if (session.arguments.size() > 2 || !session.intro_on || session.films_played)
-        return;
+void play_films() {
     clear_to_colour(screen, 0);
     settings.volumes[cc_module].effects = read_number("vcc_snd_volume");
-    const int music_before = music_on;
-    if (sound_on) {
+    if (sound_on)
         use_effects_volume(Module::control_centre);
-        music_on = 0;
-    }
+    const SwitchSet no_music(music_on, 0);
     pause_music_voice(); // the theme waits for the menu
     // Pictures and film libraries together would be the peak of memory.
     stop_reading_ahead();
@@ -80,19 +79,16 @@ void play_films(Session& session) {
         play_film(film.path, film.effect);
     read_pictures_ahead(listed_pictures(path::buffer_list));
     platform::release_film_decoder();
-    session.films_played = true;
-    if (sound_on && music_before)
-        music_on = music_before;
     resume_music_voice();
 }
 
-void run_screens(Session& session) {
+std::optional<Module> run_screens() {
     BITMAP* target = graphic_buffer(screen_buffer);
     set_status_target(target);
     place_status_line();
     show_mouse(screen);
     free_backgrounds();
-    session.choice = run_cc_screens(target);
+    return run_cc_screens(target);
 }
 
 void pass_cleanup(const Session& session) {
@@ -104,22 +100,24 @@ void pass_cleanup(const Session& session) {
 
 } // namespace
 
-void run_pass(Session& session) {
+std::optional<Module> run_pass(Session& session) {
     prepare_pass();
-    session.pass_ok = load_installation({.failed = [&](LoadFailure failure) { report_failure(session, failure); },
-                                         .before_pictures =
-                                             [&] {
-                                                 play_films(session);
-                                                 show_next_background();
-                                             }});
-    if (session.pass_ok)
-        run_screens(session);
+    std::optional<Module> choice;
+    if (load_installation({.failed = [&](LoadFailure failure) { report_failure(session, failure); },
+                           .before_pictures =
+                               [&] {
+                                   if (std::exchange(session.films_due, false))
+                                       play_films();
+                                   show_next_background();
+                               }}))
+        choice = run_screens();
     set_status_target(nullptr);
     free_cc_slot_sets();
     pass_cleanup(session);
     show_mouse(nullptr);
     free_backgrounds(); // a failed pass has not done so
     stop_reading_ahead();
+    return choice;
 }
 
 void read_pass_pictures_ahead() {

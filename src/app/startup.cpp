@@ -50,22 +50,14 @@ bool set_graphics_mode() {
     return result == SetupResult::ok;
 }
 
-/// The HQ's network address: the clipboard's text if it looks like one, else "N/A". Leaves it unchanged if the
-/// clipboard holds no text or cannot be opened (logged).
-void read_hq_address(std::string& address) {
-    using enum platform::ClipboardState;
-    const auto [state, content] = platform::read_clipboard();
-    if (state == closed)
+/// The HQ's network address: the clipboard's text if the command line asks for it and it looks like one, else "N/A".
+std::string hq_address(std::span<char* const> arguments) {
+    if (arguments.size() < 2 || !std::string_view(arguments[1]).starts_with("/N"))
+        return "N/A";
+    const std::optional<std::string> text = platform::read_clipboard();
+    if (!text)
         write_log("Cannot open the Clipboard");
-    else if (state != empty)
-        address = state == text && looks_like_ip_address(content) ? content : "N/A";
-}
-
-void store_hq_address(std::span<char* const> arguments) {
-    std::string address = "N/A";
-    if (arguments.size() > 1 && std::string_view(arguments[1]).starts_with("/N"))
-        read_hq_address(address);
-    write_text("battle_hq_ip", address);
+    return text && looks_like_ip_address(*text) ? *text : "N/A";
 }
 
 void start_clock() {
@@ -89,7 +81,7 @@ bool looks_like_ip_address(std::string_view text) {
     return text.size() >= 7 && text.size() <= 15 && std::ranges::count(text.substr(1, text.size() - 2), '.') == 3;
 }
 
-bool start_up(Session& session) {
+bool start_up(Session& session, std::span<char* const> arguments) {
     platform::prepare_heap();
     if (const std::string folder = platform::folder_of_program(platform::program_path()); !folder.empty())
         platform::enter_folder(folder);
@@ -98,9 +90,10 @@ bool start_up(Session& session) {
     read_pass_pictures_ahead();
     if (!start_graphics_library() || !set_graphics_mode())
         return false;
-    store_hq_address(session.arguments);
-    session.intro_on = read_flag("intro_at_all");
-    if (session.intro_on)
+    write_text("battle_hq_ip", hq_address(arguments));
+    const bool intro_on = read_flag("intro_at_all");
+    session.films_due = intro_on && arguments.size() <= 2;
+    if (intro_on)
         clear_to_colour(screen, 0);
     else
         show_next_background(); // odd on purpose

@@ -147,7 +147,7 @@ void menu_pointer_over(BITMAP* target, int slot) {
 
 } // namespace
 
-ModuleChoice run_cc_screens(BITMAP* target) {
+std::optional<Module> run_cc_screens(BITMAP* target) {
     prepare_background_copies();
     themes.shown = settings.theme[cc_module]; // another theme may have begun while the pictures were loaded
     options_screen.select_module(target, Module::control_centre);
@@ -171,9 +171,9 @@ ModuleChoice run_cc_screens(BITMAP* target) {
         case ScreenResult::hq:
         case ScreenResult::factory:
         case ScreenResult::battle:
-            return ModuleChoice{static_cast<int>(state) - static_cast<int>(ScreenResult::hq)};
+            return Module{static_cast<int>(state) - static_cast<int>(ScreenResult::hq)};
         case ScreenResult::leave:
-            return ModuleChoice::leave;
+            return {};
         }
     }
 }

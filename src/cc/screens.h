@@ -5,13 +5,13 @@
 
 #include <allegro.h>
 
+#include <optional>
+
 namespace vcc {
 
-/// Where the player goes from the screens.
-enum class ModuleChoice : int { none = -1, hq, factory, battle, leave = leave_code };
-
-/// Runs the screens from the main menu until the player picks a module or leaves. Needs load_installation() first.
-ModuleChoice run_cc_screens(BITMAP* target);
+/// Runs the screens from the main menu until the player picks a module or leaves; then returns nothing. Needs
+/// load_installation() first.
+std::optional<Module> run_cc_screens(BITMAP* target);
 
 /// The pointer entered or left a slot of the running screen.
 void on_pointer_over(BITMAP* target, int slot);

@@ -1,22 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace vcc::platform {
 
-enum class ClipboardState {
-    closed, ///< the clipboard cannot be opened (no display, no answer)
-    empty,  ///< it holds no text
-    locked, ///< its text cannot be read
-    text
-};
-
-struct ClipboardText {
-    ClipboardState state = ClipboardState::closed;
-    std::string text; ///< Latin-1, at most 4096 bytes; only with ClipboardState::text
-};
-
-/// Asks the clipboard's owner for its text; waits at most 500 ms.
-ClipboardText read_clipboard();
+/// Asks the clipboard's owner for its text and waits at most 500 ms for it. Returns Latin-1, at most 4096 bytes; empty
+/// if there is no text or it cannot be read. Nothing if the clipboard cannot be opened (no display, no answer).
+std::optional<std::string> read_clipboard();
 
 } // namespace vcc::platform

@@ -45,8 +45,8 @@ bool await_answer(Display* display, Atom target, Clock::time_point deadline, XSe
     }
 }
 
-/// The text that the owner has stored in our window's property.
-ClipboardText read_answer(Display* display, Window window, Atom property, Atom utf8) {
+/// The text that the owner has stored in our window's property; empty if it is none.
+std::string read_answer(Display* display, Window window, Atom property, Atom utf8) {
     Atom type = None;
     int format = 0;
     unsigned long count = 0;
@@ -57,14 +57,14 @@ ClipboardText read_answer(Display* display, Window window, Atom property, Atom u
     const std::unique_ptr<unsigned char, PropertyFreer> data(raw);
     // A text too large for one property has another type and comes in pieces; nothing that long is of use here.
     if (status != Success || format != 8 || !data || (type != utf8 && type != XA_STRING))
-        return {ClipboardState::locked, {}};
+        return {};
     const std::string bytes(reinterpret_cast<const char*>(data.get()), count);
-    return {ClipboardState::text, type == utf8 ? latin1_from_utf8(bytes) : bytes.substr(0, bytes.find('\0'))};
+    return type == utf8 ? latin1_from_utf8(bytes) : bytes.substr(0, bytes.find('\0'));
 }
 
 } // namespace
 
-ClipboardText read_clipboard() {
+std::optional<std::string> read_clipboard() {
     // A connection of our own: the graphics library's is read by its own thread.
     const DisplayPtr display(XOpenDisplay(nullptr));
     if (!display)
@@ -73,7 +73,7 @@ ClipboardText read_clipboard() {
     const Atom utf8 = XInternAtom(display.get(), "UTF8_STRING", False);
     const Atom property = XInternAtom(display.get(), "VELDOR_CLIPBOARD", False);
     if (XGetSelectionOwner(display.get(), clipboard) == None)
-        return {ClipboardState::empty, {}};
+        return "";
 
     // Closing the connection destroys the window.
     const Window window = XCreateSimpleWindow(display.get(), DefaultRootWindow(display.get()), 0, 0, 1, 1, 0, 0, 0);
@@ -86,7 +86,7 @@ ClipboardText read_clipboard() {
         if (answer.property != None)
             return read_answer(display.get(), window, answer.property, utf8);
     }
-    return {ClipboardState::empty, {}};
+    return "";
 }
 
 } // namespace vcc::platform

@@ -24,25 +24,25 @@ bool open_clipboard() {
     return true;
 }
 
-ClipboardText read_open_clipboard() {
+std::string read_open_clipboard() {
     const HANDLE data = GetClipboardData(CF_UNICODETEXT); // the system makes it from any kind of text
     if (data == nullptr)
-        return {ClipboardState::empty, {}};
+        return {};
     const auto* const text = static_cast<const wchar_t*>(GlobalLock(data));
     if (text == nullptr)
-        return {ClipboardState::locked, {}};
+        return {};
     const std::size_t room = std::min(GlobalSize(data) / sizeof *text, text_limit);
     const std::wstring characters(text, std::find(text, text + room, L'\0'));
     GlobalUnlock(data);
-    return {ClipboardState::text, latin1_from_utf8(name_of(characters))};
+    return latin1_from_utf8(name_of(characters));
 }
 
 } // namespace
 
-ClipboardText read_clipboard() {
+std::optional<std::string> read_clipboard() {
     if (!open_clipboard())
         return {};
-    ClipboardText result = read_open_clipboard();
+    std::string result = read_open_clipboard();
     CloseClipboard();
     return result;
 }
