@@ -1,4 +1,4 @@
-// The music of the screens: which theme plays next, one rule for all events, and what carries it out.
+// The music of the screens: which theme plays next, and what carries it out.
 #pragma once
 
 #include "core/installation.h"
@@ -6,17 +6,8 @@
 
 namespace vcc {
 
-enum class ThemeEvent {
-    wanted, ///< the stored theme is to play: stepped to, chosen, looped, reset, restored, or of another module
-    ended,  ///< the theme has been heard to its end
-    looked  ///< the screens check what plays, once per frame
-};
-
-/// The themes after the event; `stored` is the setting of the selected module. With `loop_all` all `theme_count` themes
-/// play in turn, without it the stored one repeats. Pure.
-Themes next_themes(const Themes& now, int stored, ThemeEvent event, bool loop_all, int theme_count);
-
-/// What follows at the end of a theme, by the module's theme-loop flag.
+/// What follows at the end of the theme that is heard: if the module's flag says so all themes play in turn, otherwise
+/// that one repeats.
 ThemeOrder theme_order_of(Module module);
 
 /// Plays the module's theme at its music level and makes it current; looping through all themes goes on from it. False

@@ -11,8 +11,6 @@ inline int theme_fade_in = 0; ///< milliseconds in which a theme rises from sile
 struct Themes {
     int streaming = 0; ///< what is heard
     int shown = 0;     ///< what the screens consider playing; -1: no music is to be fed
-
-    bool operator==(const Themes&) const = default;
 };
 inline Themes themes;
 inline int &theme_shown = themes.streaming, &current_theme = themes.shown; // as the callers of music name them

@@ -6,6 +6,7 @@
 #include "cc/option_rows.h"
 #include "cc/theme_player.h"
 #include "core/installation.h"
+#include "settings/settings.h"
 #include "sound/sound.h"
 #include "text/language.h"
 #include "text/screen_texts.h"
@@ -33,32 +34,19 @@ TEST(SettledDepth, MovesOnlyToADepthThatIsOffered) {
     EXPECT_EQ(settled_depth(1, 1, {1, 0, 0}), 1);
 }
 
-TEST(ThemeRule, SaysWhatPlaysWhatIsShownAndWhatIsStored) {
-    using enum ThemeEvent;
+TEST(Themes, PlayInTurnOrRepeat) {
     const struct {
-        ThemeEvent event;
-        bool loop_all;
-        Themes now;
-        int stored;
-        Themes next;
-    } table[] = {
-        {wanted, false, {1, 1}, 4, {4, 4}}, // chosen, stepped to, of another module, reset
-        {wanted, true, {1, 1}, 4, {4, 4}},
-        {wanted, true, {3, 2}, 2, {2, 2}}, // ended while a button was pressed that wants the one before
-        {wanted, true, {3, 3}, 3, {3, 3}}, // heard already: it goes on
-        {ended, false, {2, 2}, 2, {2, 2}}, // repeats
-        {ended, false, {2, 2}, 5, {2, 2}},
-        {ended, true, {2, 2}, 2, {3, 2}}, // the next one; the screens do not know it yet
-        {ended, true, {10, 10}, 10, {0, 10}},
-        {ended, true, {-1, 0}, 0, {0, 0}},
-        {looked, true, {3, 2}, 2, {3, 3}}, // now they do
-        {looked, true, {3, 3}, 3, {3, 3}},
-        {looked, false, {3, 2}, 2, {3, 2}}, // a repeated theme changes no setting
-    };
-    for (const auto& row : table)
-        EXPECT_EQ(next_themes(row.now, row.stored, row.event, row.loop_all, 11), row.next) << &row - table;
-    EXPECT_EQ(next_themes({9, 9}, 9, ended, true, 11), (Themes{10, 9})) << "the last one is played, too";
-    EXPECT_EQ(next_themes({0, 0}, 0, ended, true, 1), Themes{}) << "one theme restarts";
+        int loop, heard, count, next;
+    } cases[] = {{0, 2, 11, 2}, {1, 2, 11, 3}, {1, 9, 11, 10}, {1, 10, 11, 0}, {1, -1, 11, 0}, {1, 0, 1, 0}};
+    for (const auto& c : cases) {
+        theme_loop.fill(c.loop);
+        number_of_themes = c.count;
+        themes = {c.heard, 1};
+        settings.theme.fill(1);
+        EXPECT_EQ(theme_order_of(Module::hq).next, c.next) << &c - cases;
+        EXPECT_EQ(notice_theme(Module::hq), c.loop == 1) << "a repeated theme changes no setting";
+        EXPECT_EQ(settings.theme[hq_module], c.loop == 1 ? c.heard : 1);
+    }
 }
 
 TEST(Options, HaveATextForEveryValueAndAnExplanation) {
