@@ -50,9 +50,8 @@ void draw_bare(const std::vector<BareBlit>& blits) {
 
 void menu_redraw(benchmark::State& state) {
     const std::vector<BareBlit> blits = bare_blits(menu_set);
-    std::vector<std::string> edit_texts;
     compare(
-        state, no_limit, [&] { benchmark::DoNotOptimize(draw_slot_set(target(), menu_set, edit_texts)); },
+        state, no_limit, [&] { benchmark::DoNotOptimize(draw_slot_set(target(), menu_set)); },
         [&] { draw_bare(blits); });
     state.counters["slots"] = static_cast<double>(blits.size());
 }

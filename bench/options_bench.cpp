@@ -15,10 +15,9 @@ namespace {
 
 /// Everything that opening the screen draws, and the copy to the display.
 void options_redraw(benchmark::State& state) {
-    std::vector<std::string> edit_texts;
     options_screen.option_row = Row::message_delay;
     measure(state, no_limit, 1, [&] {
-        benchmark::DoNotOptimize(draw_slot_set(target(), options_set, edit_texts));
+        benchmark::DoNotOptimize(draw_slot_set(target(), options_set));
         options_screen.select_module(target(), Module::hq);
         options_screen.selected_module = Module::control_centre;
         update_screen(target());

@@ -55,7 +55,7 @@ void idle_frame(benchmark::State& state) {
     run.target = target();
     run.set = &menu_set;
     run.owner = &owner;
-    run.fields = draw_slot_set(target(), menu_set, run.edit_texts);
+    run.fields = draw_slot_set(target(), menu_set);
     run.current = pick_focus(menu_set, 0, 1, false);
     if (run.current < 0) {
         state.SkipWithError("the menu has nothing to select");

@@ -18,140 +18,92 @@ namespace vcc {
 
 namespace {
 
-std::size_t at(int position) {
-    return static_cast<std::size_t>(position);
-}
+constexpr int numeric_field = 1;
+constexpr int insert_colour_step = 16;
 
 bool allowed_in_number(int character) {
     return character == ' ' || character == '-' || (character >= '0' && character <= '9');
 }
 
-void remove_at(FieldEdit& field, int position) {
-    field.text.erase(at(position), 1);
-    field.text.push_back(' ');
-}
-
-EditOutcome type_over(FieldEdit& field, char character, int length) {
-    field.text[at(field.cursor)] = character;
-    if (field.cursor + 1 > length - 1)
-        return EditOutcome::full;
-    ++field.cursor;
-    return EditOutcome::changed;
-}
-
-/// The last position keeps its character; the one pushed onto it is lost.
-EditOutcome type_in(FieldEdit& field, char character, int length) {
-    const int p = field.cursor;
-    if (p + 1 >= length) {
-        field.text[at(p)] = character;
-        return EditOutcome::changed;
-    }
-    field.text.insert(at(p), 1, character);
-    field.text.erase(at(length - 1), 1);
-    ++field.cursor;
-    return EditOutcome::changed;
-}
-
-EditOutcome move_left(FieldEdit& field, bool far) {
-    if (!far && field.cursor == 0)
-        return EditOutcome::at_edge;
-    field.cursor = far ? 0 : field.cursor - 1;
-    return EditOutcome::changed;
-}
-
-EditOutcome move_right(FieldEdit& field, int length, bool far) {
-    if (far) {
-        std::string words = trim_left(field.text);
-        field.cursor = std::clamp(trim_right(words) - 1, 0, length - 1);
-        return EditOutcome::changed;
-    }
-    if (field.cursor + 1 >= length)
-        return EditOutcome::at_edge;
-    ++field.cursor;
-    return EditOutcome::changed;
-}
-
-EditOutcome apply_editing_key(FieldEdit& field, const KeyEvent& key, int length, int& insert) {
-    const bool far = key.modifier == key::modifier_ctrl;
-    switch (key.code) {
+EditOutcome apply_editing_key(FieldEdit& field, int code, std::size_t length, int& insert) {
+    switch (code) {
     case key::insert:
         insert = 1 - insert;
-        return EditOutcome::changed;
-    case key::del:
-        field.text.resize(at(length));
-        remove_at(field, field.cursor);
-        return EditOutcome::changed;
-    case key::clear_field:
-        field = {std::string(at(length), ' '), 0};
-        return EditOutcome::changed;
-    case key::left:
-    case key::ctrl_left:
-        return move_left(field, far);
-    case key::right:
-    case key::ctrl_right:
-        return move_right(field, length, far);
+        break;
     case key::backspace:
         if (field.cursor == 0)
             return EditOutcome::ignored;
-        field.text.resize(at(length));
-        remove_at(field, --field.cursor);
-        return EditOutcome::changed;
+        --field.cursor;
+        [[fallthrough]];
+    case key::del:
+        field.text.resize(length);
+        field.text.erase(field.cursor, 1).push_back(' ');
+        break;
+    case key::clear_field:
+        field = {std::string(length, ' '), 0};
+        break;
+    case key::left:
+        if (field.cursor == 0)
+            return EditOutcome::at_edge;
+        --field.cursor;
+        break;
+    case key::right:
+        if (field.cursor + 1 >= length)
+            return EditOutcome::at_edge;
+        ++field.cursor;
+        break;
+    case key::ctrl_left:
+        field.cursor = 0;
+        break;
+    case key::ctrl_right: {
+        std::string words = trim_left(field.text);
+        field.cursor = std::min(static_cast<std::size_t>(std::max(trim_right(words), 1)), length) - 1;
+        break;
+    }
     default:
         return EditOutcome::ignored;
     }
-}
-
-constexpr int numeric_field = 1;
-constexpr int insert_colour_step = 16;
-
-/// `look`, the slot or its toggle record, gives font, box and colours.
-FieldLook field_look(const Slot& slot, const Slot& look) {
-    return {look.fore_colour, look.back_colour, look.box_width != 0,
-            has_shadow(slot) ? static_cast<unsigned char>(slot.sound_flags[1]) : -1};
+    return EditOutcome::changed;
 }
 
 } // namespace
 
-EditOutcome edit_field(FieldEdit& field, const KeyEvent& key, int length, bool numeric, bool editable, int& insert) {
-    field.text.resize(std::max(field.text.size(), at(length)), ' ');
-    field.cursor = std::clamp(field.cursor, 0, length - 1);
-    if (!editable || key.code == 0 || key.kind == KeyKind::ending)
+EditOutcome edit_field(FieldEdit& field, const KeyEvent& key, std::size_t length, bool numeric, bool editable,
+                       int& insert) {
+    field.text.resize(std::max(field.text.size(), length), ' ');
+    if (!editable || key.kind == KeyKind::ending)
         return EditOutcome::ignored;
     if (key.kind == KeyKind::editing)
-        return apply_editing_key(field, key, length, insert);
+        return apply_editing_key(field, key.code, length, insert);
     if (numeric && !allowed_in_number(key.code))
         return EditOutcome::forbidden;
-    field.text.resize(at(length));
-    const char character = static_cast<char>(key.code);
-    return insert == 0 ? type_over(field, character, length) : type_in(field, character, length);
-}
-
-void draw_cursor(BITMAP* target, const FieldPlace& field, const FieldLook& look, std::string_view text, int cursor,
-                 int mode) {
-    if (!look.editable)
-        return;
-    const std::size_t before = std::min(static_cast<std::size_t>(cursor), text.size());
-    const std::string_view character = before < text.size() ? text.substr(before, 1) : std::string_view(" ");
-    const int x = field.x + text_width(drawing.current_font, text.substr(0, before));
-    fill_text_box(target, x, field.y, text_width(drawing.current_font, character),
-                  look.text_colour + insert_colour_step * mode);
-    draw_text(target, x, field.y, character, look.box_colour, false); // no shadow: it would touch the next character
+    field.text.resize(length);
+    const auto character = static_cast<char>(key.code);
+    const bool last = field.cursor + 1 == length;
+    if (insert != 0 && !last) {
+        field.text.insert(field.cursor, 1, character);
+        field.text.erase(length - 1, 1); // the last position keeps its character; the one pushed onto it is lost
+    } else {
+        field.text[field.cursor] = character;
+    }
+    if (last)
+        return insert != 0 ? EditOutcome::changed : EditOutcome::full;
+    ++field.cursor;
+    return EditOutcome::changed;
 }
 
 FieldEntry::FieldEntry(ScreenRun& run, const Slot& look, bool clear_keyboard)
-    : hard_edges_(anti_aliased_text, 0), run_(run), slot_(run.slot()), place_(run.fields[run.index()]),
-      look_(field_look(slot_, look)), edit_{run.edit_texts[run.index()], 0}, clear_keyboard_(clear_keyboard) {
-    look_.editable = look_.editable && place_.size > 0;
-    place_.size = std::clamp(place_.size, 1, field_limit);
-    draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, player_input.insert_mode);
+    : hard_edges_(anti_aliased_text, 0), run_(run), slot_(run.slot()), look_(look),
+      place_(run.fields[run.index()]), edit_{std::string(text_of(slot_.text)), 0}, clear_keyboard_(clear_keyboard) {
+    draw_cursor();
     update_screen(run_.target);
 }
 
 KeyEvent FieldEntry::apply(const KeyEvent& key) {
     const std::string before = edit_.text;
-    const EditOutcome outcome = edit_field(edit_, key, place_.size, place_.input_mode == numeric_field, look_.editable,
-                                           player_input.insert_mode);
-    run_.edit_texts[run_.index()] = edit_.text;
+    const auto length = static_cast<std::size_t>(std::max(place_.size, 1));
+    const EditOutcome outcome =
+        edit_field(edit_, key, length, place_.input_mode == numeric_field, editable(), player_input.insert_mode);
     if (outcome == EditOutcome::at_edge) {
         if (clear_keyboard_)
             clear_keybuf();
@@ -176,12 +128,26 @@ void FieldEntry::restore_background(const std::string& text) {
 
 void FieldEntry::draw() {
     select_font(slot_.font);
-    if (look_.editable)
-        fill_text_box(run_.target, place_.x, place_.y, column_x(drawing.current_font, place_.size), look_.box_colour);
-    if (look_.shadow_colour >= 0)
-        draw_text(run_.target, place_.x + 1, place_.y + 1, edit_.text, look_.shadow_colour, false);
-    draw_text(run_.target, place_.x, place_.y, edit_.text, look_.text_colour, false);
-    draw_cursor(run_.target, place_, look_, edit_.text, edit_.cursor, player_input.insert_mode);
+    if (editable())
+        fill_text_box(run_.target, place_.x, place_.y, column_x(drawing.current_font, place_.size), look_.back_colour);
+    if (has_shadow(slot_))
+        draw_text(run_.target, place_.x + 1, place_.y + 1, edit_.text, static_cast<unsigned char>(slot_.sound_flags[1]),
+                  false);
+    draw_text(run_.target, place_.x, place_.y, edit_.text, look_.fore_colour, false);
+    draw_cursor();
+}
+
+/// Draws the cursor over the field; its box shows the mode.
+void FieldEntry::draw_cursor() {
+    if (!editable())
+        return;
+    const std::string_view text = edit_.text;
+    const std::size_t cursor = std::min(edit_.cursor, text.size());
+    const std::string_view character = cursor < text.size() ? text.substr(cursor, 1) : " ";
+    const int x = place_.x + text_width(drawing.current_font, text.substr(0, cursor));
+    fill_text_box(run_.target, x, place_.y, text_width(drawing.current_font, character),
+                  look_.fore_colour + insert_colour_step * player_input.insert_mode);
+    draw_text(run_.target, x, place_.y, character, look_.back_colour, false); // no shadow: it would touch the next one
 }
 
 } // namespace vcc

@@ -121,7 +121,7 @@ void HelpPage::prepare_slots() {
 
 /// Draws the whole set. Smoothed text drawn on it later must not restore the background of the screen below.
 void HelpPage::draw_set() {
-    run_.fields = draw_slot_set(run_.target, *run_.set, run_.edit_texts);
+    run_.fields = draw_slot_set(run_.target, *run_.set);
     if (anti_aliased_text)
         drawing.full_redraw = 1;
 }

@@ -26,6 +26,20 @@ namespace {
 
 constexpr int switched_out_rest_ms = 10, gamepad_rest_ms = 10;
 
+/// Buttons just pressed; none while a reported one is still held.
+int newly_pressed(int held) {
+    if (held & player_input.reported_buttons)
+        return 0;
+    return player_input.reported_buttons = held;
+}
+
+/// 1 up, -1 down, 0 none.
+int wheel_step() {
+    const int step = std::clamp(mouse_z - player_input.wheel, -1, 1);
+    player_input.wheel += step;
+    return step;
+}
+
 /// How the loop has drawn the current slot since it was entered.
 enum class PointerLook { unknown, over, away };
 
@@ -33,14 +47,13 @@ class InputLoop {
 public:
     explicit InputLoop(ScreenRun& run) : run_(run), slot_(run.slot()) {}
 
+    /// What the pointer does in one frame.
     KeyEvent follow_pointer();
 
 private:
-    bool is_field() const { return slot_.input_mode != 0; }
-    KeyEvent pointer_on_other(int over);
     void show(PointerLook look);
-    void copy_field_text();
     void report_pointer();
+    KeyEvent click(int buttons);
 
     ScreenRun& run_;
     const Slot& slot_;
@@ -49,14 +62,12 @@ private:
 
 void InputLoop::report_pointer() {
     const EffectsHeld quiet;
-    if (run_.owner->pointer_over)
-        run_.owner->pointer_over(run_.current);
+    run_.owner->pointer_over(run_.current);
 }
 
-/// The highlighted look of an entry field is drawn elsewhere, and must show the field's text.
-void InputLoop::copy_field_text() {
-    if (is_field() && run_.set->has_toggle(run_.current))
-        store_text(run_.set->toggles[run_.index()].text, text_of(slot_.text));
+KeyEvent InputLoop::click(int buttons) {
+    report_pointer();
+    return {buttons, 0, KeyKind::ending};
 }
 
 /// Draws the current slot once as the pointer enters (with the sound of the highlighted look) or leaves.
@@ -64,10 +75,12 @@ void InputLoop::show(PointerLook look) {
     if (slot_.toggle == -1 || slot_.toggle == 0 || shown_ == look)
         return;
     shown_ = look;
-    copy_field_text();
-    if (look == PointerLook::over && !is_field())
+    if (slot_.input_mode != 0) { // its highlighted look is drawn elsewhere, and must show the field's text
+        if (run_.set->has_toggle(run_.current))
+            store_text(run_.set->toggles[run_.index()].text, text_of(slot_.text));
+    } else if (look == PointerLook::over) {
         draw_slot(run_.target, run_.set->toggles, run_.current);
-    if (look == PointerLook::away && !is_field()) {
+    } else {
         const EffectsHeld quiet;
         draw_slot(run_.target, run_.set->slots, run_.current);
     }
@@ -75,58 +88,40 @@ void InputLoop::show(PointerLook look) {
     update_screen(run_.target);
 }
 
-/// Reports each slot once: otherwise the loop would never get to the keys on a slot that the focus skips.
-KeyEvent InputLoop::pointer_on_other(int over) {
-    if (run_.reported_over == over) {
-        show(PointerLook::away);
-        return {};
-    }
-    run_.reported_over = over;
-    report_pointer();
-    return {key::over_other_slot, 0, KeyKind::ending};
-}
-
 KeyEvent InputLoop::follow_pointer() {
-    const PointerReading reading{next_mouse_buttons() & key::both_buttons, mouse_z,
-                                 slot_under_pointer(run_.current, run_.set->slots, false)};
-    const PointerNews news = judge_pointer(player_input.pointer, reading, run_.current);
-    KeyEvent event;
-    switch (news.place) {
-    case PointerNews::Place::ignored:
-        break;
-    case PointerNews::Place::away:
+    const int pressed = newly_pressed(next_mouse_buttons() & key::both_buttons);
+    if (pressed & key::right_button)
+        return click(pressed);
+    if (const int step = wheel_step())
+        return {step > 0 ? key::up : key::down, 0, KeyKind::ending};
+    const int over = slot_under_pointer(run_.current, run_.set->slots, false);
+    if (over <= 0) { // slot 0, too: odd on purpose
         player_input.pointer_by_keyboard = 0;
         run_.reported_over = -1;
         show(PointerLook::away);
         return {key::over_nothing, 0, KeyKind::character};
-    case PointerNews::Place::on_current:
-        run_.reported_over = -1;
-        show(PointerLook::over);
-        break;
-    case PointerNews::Place::on_other:
-        event = pointer_on_other(reading.over);
-        break;
     }
-    if (news.code == 0)
-        return event;
-    const bool wheel = news.code == key::up || news.code == key::down;
-    if (!wheel)
+    // Another slot is reported once: otherwise the loop would never get to the keys on one that the focus skips.
+    const bool arrived = over != run_.current && over != run_.reported_over;
+    run_.reported_over = over == run_.current ? -1 : over;
+    if (arrived)
         report_pointer();
-    return {news.code, 0, KeyKind::ending};
+    else
+        show(over == run_.current ? PointerLook::over : PointerLook::away);
+    if (pressed & key::left_button)
+        return click(pressed);
+    return arrived ? KeyEvent{key::over_other_slot, 0, KeyKind::ending} : KeyEvent{};
 }
 
 /// Redraws the display at the end, since it may have lost the picture.
 void wait_while_switched_out(BITMAP* target) {
     if (!switched_out)
         return;
-    const bool music = sound_on && music_on;
-    if (music)
-        pause_music_voice();
+    pause_music_voice();
     while (switched_out && !close_requested)
         rest(switched_out_rest_ms);
     forget_gamepads(); // what is held was meant for the other program
-    if (music)
-        resume_music_voice();
+    resume_music_voice();
     copy_to_screen(target);
     show_mouse(screen);
 }
@@ -160,16 +155,18 @@ int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_w
         }
         if (close_requested)
             event = {key::alt_x, 0, KeyKind::ending};
-        if (run.owner->every_frame)
-            run.owner->every_frame();
+        run.owner->every_frame();
         const bool ends = event.kind == KeyKind::ending || no_wait;
         present_screen();
         if (key_came || ends || frame_rest == 0)
             rest(0);
         else
             platform::wait_for_input(gamepad ? std::min(frame_rest, gamepad_rest_ms) : frame_rest);
-        if (ends)
-            return event.code;
+        if (!ends)
+            continue;
+        if (field)
+            store_text(run.slot().text, field->text());
+        return event.code;
     }
 }
 

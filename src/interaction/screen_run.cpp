@@ -46,41 +46,38 @@ std::string why_nothing_can_be_chosen(const SlotSet& set) {
         set.file.c_str(), set.slot_count(), inert, hidden, outside, empty);
 }
 
-ScreenOutcome step_value(ScreenRun& run, bool forward) {
-    if (run.owner->step)
-        run.owner->step(run.current, forward);
-    return {};
-}
-
-ScreenOutcome step_back(ScreenRun& run) {
+void step_back(ScreenRun& run) {
     const int pointed = slot_under_pointer(run.current, run.set->slots, false);
     if (pointed < 0)
-        return {};
+        return;
     run.current = pointed;
-    return step_value(run, false);
+    run.owner->step(pointed, false);
 }
 
 ScreenOutcome carry_out(ScreenRun& run, int code) {
     switch (code) {
     case step_activated:
-        return run.owner->activated ? run.owner->activated(run.current) : ScreenOutcome{};
+        return run.owner->activated(run.current);
     case step_no_slot:
         write_log(why_nothing_can_be_chosen(*run.set));
         return ScreenResult::leave;
     case key::escape:
         // A right click, too: odd on purpose. It is one if the right button, and no other, is held.
-        return mouse_buttons() == key::right_button ? step_back(run) : ScreenOutcome{ScreenResult::menu};
+        if (mouse_buttons() != key::right_button)
+            return ScreenResult::menu;
+        step_back(run);
+        return {};
     case key::alt_x:
         return ScreenResult::leave;
     case key::f1:
     case key::shift_f1:
     case key::ctrl_f1:
-        if (run.owner->help)
-            run.owner->help(run.current);
+        run.owner->help(run.current);
         return {};
     case key::step_back:
     case key::step_forward:
-        return step_value(run, code == key::step_forward);
+        run.owner->step(run.current, code == key::step_forward);
+        return {};
     default:
         carry_out_common_command(code);
         return {};
@@ -102,9 +99,8 @@ ScreenResult run_screen(BITMAP*& target, SlotSet& set, const ScreenOwner& owner)
     run.target = target;
     run.set = &set;
     run.owner = &owner;
-    run.fields = draw_slot_set(target, set, run.edit_texts);
-    if (owner.drawn)
-        owner.drawn();
+    run.fields = draw_slot_set(target, set);
+    owner.drawn();
     update_screen(target);
     // Slots that take the focus may be invisible.
     if (const std::string why = why_nothing_can_be_chosen(set);

@@ -19,23 +19,27 @@ enum class ScreenResult : int { menu = 0, options = 1, hq = 2, factory = 3, batt
 
 using ScreenOutcome = std::optional<ScreenResult>; ///< nothing while the screen goes on
 
-/// What a screen asks of its owner. Every function may be empty.
+/// What a screen asks of its owner.
 struct ScreenOwner {
-    std::function<void()> drawn; ///< after the whole screen has been drawn for the first time
+    /// After the whole screen has been drawn for the first time.
+    std::function<void()> drawn = [] {};
     /// A button or label was activated; a value ends the screen.
-    std::function<ScreenOutcome(int slot)> activated;
-    std::function<void(int slot)> help;               ///< F1, Shift+F1 or Ctrl+F1 on the current slot
-    std::function<void(int slot, bool forward)> step; ///< the value: back by a right click, both ways by a gamepad
-    std::function<void(int slot)> pointer_over;       ///< the pointer entered or left the current slot
-    std::function<void()> every_frame;                ///< once per frame while the screen waits
+    std::function<ScreenOutcome(int slot)> activated = [](int) { return ScreenOutcome(); };
+    /// F1, Shift+F1 or Ctrl+F1 on the current slot.
+    std::function<void(int slot)> help = [](int) {};
+    /// The value: back by a right click, both ways by a gamepad.
+    std::function<void(int slot, bool forward)> step = [](int, bool) {};
+    /// The pointer entered or left the current slot.
+    std::function<void(int slot)> pointer_over = [](int) {};
+    /// Once per frame while the screen waits.
+    std::function<void()> every_frame = [] {};
 };
 
 struct ScreenRun {
     BITMAP* target = nullptr; ///< off-screen picture, borrowed
     SlotSet* set = nullptr;   ///< borrowed
     const ScreenOwner* owner = nullptr;
-    std::vector<std::string> edit_texts; ///< one per slot
-    std::vector<FieldPlace> fields;      ///< one per slot
+    std::vector<FieldPlace> fields; ///< one per slot
     int current = 0;
     int direction = 1;      ///< of the next focus search
     int reported_over = -1; ///< other slot last reported under the pointer; -1 none
@@ -45,7 +49,8 @@ struct ScreenRun {
 };
 
 /// Waits for input on the current slot and returns the code that ends the wait. `look` gives the field's font, width
-/// and colours. With `no_wait`, which no screen uses today, returns after one frame.
+/// and colours; the slot gets the text that the player has typed. With `no_wait`, which no screen uses today, returns
+/// after one frame.
 int await_input(ScreenRun& run, const Slot& look, bool clear_keyboard, bool no_wait);
 
 inline constexpr int step_activated = -1, step_no_slot = -2;

@@ -18,41 +18,8 @@ namespace {
 constexpr int display_time_unit_ms = 100;
 constexpr int display_time_limit = 100; ///< ten seconds: a damaged file must not stall the program
 
-/// Where a key moves the focus, before the search for a selectable slot.
-struct FocusMove {
-    int current = 0;
-    int direction = 1;
-    bool place_pointer = false; ///< the key moved the focus: search from `current` and move the pointer there
-};
-
-int next_slot(int current, int count) {
-    return current + 1 < count ? current + 1 : 0;
-}
-
-/// The focus after a key in a set of `count` slots. Until the keyboard places the pointer, arrows and End go to slot 0:
-/// odd on purpose.
-FocusMove move_focus(int code, int current, int direction, int count, bool by_keyboard) {
-    const auto go = [&](int to, int new_direction) { return FocusMove{by_keyboard ? to : 0, new_direction, true}; };
-    switch (code) {
-    case key::home:
-        return {0, 1, true};
-    case key::up:
-    case key::left:
-        return go(current > 0 ? current - 1 : count - 1, -1);
-    case key::down:
-    case key::right:
-        return go(next_slot(current, count), 1);
-    case key::end:
-        return go(count - 1, -1);
-    case key::page_up:
-    case key::ctrl_page_up:
-        return {current, -1, false};
-    case key::page_down:
-    case key::ctrl_page_down:
-        return {current, 1, false};
-    default:
-        return {current, direction, false};
-    }
+int next_slot(const ScreenRun& run) {
+    return (run.current + 1) % run.set->slot_count();
 }
 
 /// Entry fields look like their toggle record while they are edited.
@@ -63,19 +30,11 @@ const Slot& editing_look(const SlotSet& set, const Slot& slot) {
 }
 
 int wait_on_slot(ScreenRun& run, bool no_wait) {
-    Slot& slot = run.slot();
-    std::string& edit_text = run.edit_texts[run.index()];
-    const Slot& look = editing_look(*run.set, slot);
-    const bool is_field = slot.input_mode != 0;
-    if (is_field)
-        edit_text = text_of(slot.text);
-    if (slot.toggle == 0)
+    const Slot& look = editing_look(*run.set, run.slot());
+    if (run.slot().toggle == 0)
         update_screen(run.target); // nothing on this slot will send what was drawn before
     select_font(look.font);
-    const int code = await_input(run, look, true, no_wait);
-    if (is_field)
-        store_text(slot.text, edit_text);
-    return code;
+    return await_input(run, look, true, no_wait);
 }
 
 /// Codes after which a button keeps its look, because what follows draws it.
@@ -105,18 +64,44 @@ int accept(ScreenRun& run) {
         show_pressed(run);
         return step_activated;
     }
-    run.current = next_slot(run.current, run.set->slot_count());
+    run.current = next_slot(run);
     run.direction = 1;
     return key::enter;
 }
 
+/// Moves the focus by a key. Until the keyboard places the pointer, arrows and End go to slot 0: odd on purpose.
 void navigate(ScreenRun& run, int code) {
-    const FocusMove move =
-        move_focus(code, run.current, run.direction, run.set->slot_count(), player_input.pointer_by_keyboard != 0);
-    run.current = move.current;
-    run.direction = move.direction;
-    if (!move.place_pointer)
+    const int last = run.set->slot_count() - 1;
+    const auto go = [&run](int to, int direction) {
+        run.current = player_input.pointer_by_keyboard != 0 ? to : 0;
+        run.direction = direction;
+    };
+    switch (code) {
+    case key::home:
+        go(0, 1);
+        break;
+    case key::up:
+    case key::left:
+        go(run.current > 0 ? run.current - 1 : last, -1);
+        break;
+    case key::down:
+    case key::right:
+        go(next_slot(run), 1);
+        break;
+    case key::end:
+        go(last, -1);
+        break;
+    case key::page_up:
+    case key::ctrl_page_up:
+        run.direction = -1;
         return;
+    case key::page_down:
+    case key::ctrl_page_down:
+        run.direction = 1;
+        return;
+    default:
+        return;
+    }
     // `single`: the pointer cannot take the focus elsewhere.
     if (const int found = pick_focus(*run.set, run.current, run.direction, true); found >= 0) {
         run.current = found;

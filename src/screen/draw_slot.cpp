@@ -18,8 +18,6 @@ namespace vcc {
 
 namespace {
 
-constexpr int edit_text_size = 255; ///< with a terminating zero
-
 void play_draw_sound(const Slot& slot) {
     if (sfx_allowed() && slot.sound_flags[0] != 'n')
         play_effect(slot.sound);
@@ -103,13 +101,9 @@ std::vector<FieldPlace> build_entry_table(BITMAP* target, std::span<const Slot> 
     return places;
 }
 
-std::vector<FieldPlace> draw_slot_set(BITMAP* target, const SlotSet& set, std::vector<std::string>& edit_texts) {
+std::vector<FieldPlace> draw_slot_set(BITMAP* target, const SlotSet& set) {
     const SwitchSet whole(drawing.full_redraw, anti_aliased_text ? 1 : drawing.full_redraw);
-    std::vector<FieldPlace> places = build_entry_table(target, set.slots);
-    edit_texts.clear();
-    for (const Slot& slot : set.slots)
-        edit_texts.emplace_back(static_cast<std::size_t>(std::clamp(slot.size, 1, edit_text_size) - 1), ' ');
-    return places;
+    return build_entry_table(target, set.slots);
 }
 
 } // namespace vcc

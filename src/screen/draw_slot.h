@@ -7,7 +7,6 @@
 #include <allegro.h>
 
 #include <span>
-#include <string>
 #include <vector>
 
 namespace vcc {
@@ -34,7 +33,7 @@ void draw_slots(BITMAP* target, std::span<const Slot> records);
 /// Draws every slot of a set and records its field. Plays only the sound of the first slot that has one.
 std::vector<FieldPlace> build_entry_table(BITMAP* target, std::span<const Slot> slots);
 
-/// Draws a whole screen; sets every edit text to `size` - 1 blanks.
-std::vector<FieldPlace> draw_slot_set(BITMAP* target, const SlotSet& set, std::vector<std::string>& edit_texts);
+/// The same for a whole screen on a fresh background.
+std::vector<FieldPlace> draw_slot_set(BITMAP* target, const SlotSet& set);
 
 } // namespace vcc

@@ -12,8 +12,7 @@ void vcc::fuzz::one_input(std::string_view input) {
     SlotSet set;
     set.slots = read_slot_file(input).value_or({});
     set.toggles = set.slots;
-    std::vector<std::string> edit_texts;
-    draw_slot_set(page_with_fonts(), set, edit_texts);
+    draw_slot_set(page_with_fonts(), set);
     if (set.slots.empty())
         return;
     for (const int direction : {1, -1})

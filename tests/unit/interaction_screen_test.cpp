@@ -79,8 +79,8 @@ protected:
         test::set_fields(set_.slots[3], {{&Slot::input_mode, 2}, {&Slot::size, 4}});
         set_.toggles = set_.slots;
         set_.toggles[3].back_colour = 13;
-        player_input.pointer = {};
-        mouse_b = 0;
+        player_input = {};
+        mouse_b = mouse_z = 0;
         watch_mouse_buttons();
         watch_keys();
         close_requested = 0;
@@ -138,30 +138,24 @@ TEST_F(Screen, WhatATextLeavesOutsideItsFieldIsWipedWhenItIsCut) {
     graphic_buffers[4].reset();
 }
 
-TEST_F(Screen, NothingToSelectLeavesWithALogLine) {
+TEST_F(Screen, WhatNobodyCanChooseIsToldInTheLog) {
     folder_.write("data/logfiles/x", "");
-    set_.slots.resize(1);
-    set_.file = "menu.slt";
-    EXPECT_EQ(run({}), 45);
-    EXPECT_NE(folder_.log().find("menu.slt: nothing on it can be chosen: of its 1 slots 1 take no focus"),
-              std::string::npos);
-}
-
-TEST_F(Screen, SlotsThatNobodyCanSeeAreToldInTheLog) {
-    folder_.write("data/logfiles/x", "");
+    const auto told = [this](const char* counts) {
+        return folder_.log().find("menu.slt: nothing on it can be chosen: of its " + std::string(counts)) !=
+               std::string::npos;
+    };
     set_.file = "menu.slt";
     set_.slots[1].draw_flags[0] = 'n';
-    test::set_fields(set_.slots[2], {{&Slot::dest_x, -900}, {&Slot::dest_y, 5}});
+    test::set_fields(set_.slots[2], {{&Slot::dest_x, -40}, {&Slot::dest_y, 5}});
     test::set_fields(set_.slots[3], {{&Slot::graphic, 77}, {&Slot::buffer, 123456}});
     EXPECT_EQ(run({rest, press(27, KEY_ESC)}), 0);
-    EXPECT_NE(folder_.log().find("menu.slt: nothing on it can be chosen: of its 4 slots 1 take no focus, 1 are hidden, "
-                                 "1 lie outside the picture, 1 name a buffer without a picture"),
-              std::string::npos)
-        << folder_.log();
-    folder_.write("data/logfiles/veldor_log.txt", "");
-    set_.slots[2].dest_x = -40; // its last column of pixels is seen
+    EXPECT_EQ(folder_.log(), "") << "its last column of pixels is seen";
+    set_.slots[2].dest_x = -900;
     EXPECT_EQ(run({rest, press(27, KEY_ESC)}), 0);
-    EXPECT_EQ(folder_.log(), "");
+    EXPECT_TRUE(told("4 slots 1 take no focus, 1 are hidden, 1 lie outside the picture, 1 name a buffer without"));
+    set_.slots.resize(1);
+    EXPECT_EQ(run({}), 45);
+    EXPECT_TRUE(told("1 slots 1 take no focus")) << folder_.log();
 }
 
 TEST_F(Screen, PointerOnAButtonIsReportedOnce) {
@@ -173,7 +167,24 @@ TEST_F(Screen, PointerOnAButtonIsReportedOnce) {
 
 TEST_F(Screen, OnlyTheRightButtonAloneStepsBack) {
     owner_.step = [](int, bool) { ADD_FAILURE() << "the middle button is held, too"; };
-    EXPECT_EQ(run({point_at_row(2), rest, hold(2 | 4)}), 0);
+    EXPECT_EQ(run({hold(2 | 4)}), 0) << "a right click counts anywhere";
+}
+
+TEST_F(Screen, PressesAreHeardOnceAndTheWheelNotchByNotch) {
+    set_.slots[0].toggle = 0; // the background takes the focus, but no click
+    std::vector<int> pressed;
+    owner_.activated = [&](int slot) {
+        pressed.push_back(slot);
+        return ScreenOutcome();
+    };
+    run({point_at_row(2), rest, hold(1), rest, rest, hold(3), rest, hold(0), rest, point_at_row(0), rest, hold(1), rest,
+         hold(0), close_window});
+    EXPECT_EQ(pressed, std::vector{2});
+    close_requested = 0;
+    point_at_row(below_all)();
+    set_.slots[0].toggle = -1;
+    owner_.activated = [](int slot) { return std::optional(ScreenResult{slot}); };
+    EXPECT_EQ(run({rest, [] { mouse_z = 2; }, rest, rest, press(13, KEY_ENTER)}), 2) << "from 0 back to 3, then 2";
 }
 
 TEST_F(Screen, ClicksOfNoLengthAreHeard) {
@@ -203,9 +214,11 @@ TEST_F(Screen, GamepadsActOnTheCurrentSlotWhateverTheKeyboardHolds) {
     EXPECT_FALSE(gamepad_used);
 }
 
-TEST_F(Screen, SkippedSlotUnderThePointerLeavesTheKeysAlive) {
-    set_.slots[2].draw_flags[2] = 'x';
-    EXPECT_EQ(run({point_at_row(2), rest, press(27, KEY_ESC)}), 0);
+TEST_F(Screen, ASkippedSlotUnderThePointerLeavesKeysAndClicksAlive) {
+    set_.slots[1].draw_flags[2] = 'x';
+    owner_.activated = [](int slot) { return std::optional(ScreenResult{slot}); };
+    EXPECT_EQ(run({point_at_row(1), rest, press(27, KEY_ESC)}), 0);
+    EXPECT_EQ(run({rest, hold(1)}), 2) << "for the slot that has the focus";
 }
 
 TEST_F(Screen, KeysKeepTheModifiersTheyWerePressedWith) {
@@ -225,44 +238,42 @@ TEST_F(Screen, FieldTakesTextAndAFullOneIsFinished) {
     EXPECT_EQ(text_of(set_.toggles[3].text), "abc-");
 }
 
-TEST_F(Screen, HelpPageSaysSoWhenThereIsNone) {
-    set_.slots.resize(36, set_.slots[1]);
-    set_.slots[0].graphic = 20;
-    store_text(set_.slots[0].text, "TEXT-WIN");
-    folder_.write("help.txt", "+12\np\nf\nc\nw\ns\nS\nx\ny\n-xHello\n#\n");
-    const BitmapPtr save(create_bitmap(800, 600));
-    const struct {
-        int number;
-        const char* file;
-        bool found_file, found_entry;
-    } cases[] = {{12, "help.txt", true, true}, {13, "help.txt", true, false}, {12, "nowhere.txt", false, false}};
-    for (const auto& c : cases) {
-        Slot requester = test::make_slot("", {{&Slot::help_number, c.number}});
-        store_text(requester.help_file, c.file);
-        events_ = {press(27, KEY_ESC)};
-        EXPECT_EQ(show_help({target_.get(), save.get(), &set_, &requester, owner_.every_frame}), 27);
-        EXPECT_EQ(text_of(set_.slots[4].text).empty(), c.found_file);
-        EXPECT_EQ(text_of(set_.slots[5].text).empty(), c.found_entry);
+/// A message set of 36 slots whose first names a text window.
+class Help : public Screen {
+protected:
+    Help() {
+        set_.slots[0].graphic = 20;
+        store_text(set_.slots[0].text, "TEXT-WIN");
+        set_.slots.resize(36, set_.slots[1]);
+        folder_.write("help.txt", "+12\n*2\n*13\nf\nc\nw\ns\nS\nx\ny\n-xHello\n#\n");
+    }
+    int show(int number, const char* file) {
+        Slot requester = test::make_slot("", {{&Slot::help_number, number}});
+        store_text(requester.help_file, file);
+        events_ = {rest, rest, press(27, KEY_ESC)};
+        return show_help({target_.get(), save_.get(), &set_, &requester, owner_.every_frame});
+    }
+    BitmapPtr save_{create_bitmap(800, 600)};
+};
+
+TEST_F(Help, SaysSoWhenThereIsNone) {
+    for (const auto& [number, file, found_file, found_entry] :
+         {std::tuple(12, "help.txt", true, true), {13, "help.txt", true, false}, {12, "nowhere.txt", false, false}}) {
+        EXPECT_EQ(show(number, file), 27);
+        EXPECT_EQ(text_of(set_.slots[4].text).empty(), found_file);
+        EXPECT_EQ(text_of(set_.slots[5].text).empty(), found_entry);
     }
     set_.slots.resize(9);
-    EXPECT_EQ(show_help({target_.get(), save.get(), &set_, nullptr, {}}), 27) << "too few slots";
+    EXPECT_EQ(show(12, "help.txt"), 27) << "too few slots";
 }
 
-TEST_F(Screen, HelpOfAShortMessageSetIsOnePage) {
-    for (Slot& slot : set_.slots)
-        slot.toggle = -1;
-    set_.slots[0].graphic = 20;
-    store_text(set_.slots[0].text, "TEXT-WIN");
-    folder_.write("help.txt", "+12\n*2\n*13\nf\nc\nw\ns\nS\nx\ny\n-xHello\n#\n");
-    Slot requester = test::make_slot("", {{&Slot::help_number, 12}});
-    store_text(requester.help_file, "help.txt");
-    const BitmapPtr save(create_bitmap(800, 600));
+TEST_F(Help, OfAShortMessageSetIsOnePage) {
     for (const std::size_t count : {35u, 13u, 10u}) { // 13: no button to close it
-        set_.slots.resize(35, set_.slots[1]);
         set_.slots.resize(count);
+        for (Slot& slot : set_.slots)
+            slot.toggle = -1;
         set_.toggles = set_.slots;
-        events_ = {rest, rest, press(27, KEY_ESC)};
-        EXPECT_EQ(show_help({target_.get(), save.get(), &set_, &requester, owner_.every_frame}), 27);
+        EXPECT_EQ(show(12, "help.txt"), 27);
         EXPECT_TRUE(events_.empty()) << count << " slots: it waits for the key";
     }
 }

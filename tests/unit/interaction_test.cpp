@@ -1,10 +1,9 @@
-// The rules of interaction: keys, editing, focus, what the pointer means, help files.
+// The rules of interaction: keys, editing, focus, help files.
 #include "core/gamepad.h"
 #include "interaction/field_entry.h"
 #include "interaction/focus.h"
 #include "interaction/help_file.h"
 #include "interaction/keys.h"
-#include "interaction/player_input.h"
 #include "support/allegro_none.h"
 #include "support/screen_world.h"
 #include "support/slots.h"
@@ -41,20 +40,21 @@ TEST(Keys, HaveTheProgramsOwnCodes) {
 }
 
 /// What some keys make of a field of five characters; "|" stands before its cursor.
-std::string edited(const std::string& text, int cursor, const std::vector<KeyEvent>& keys) {
+std::string edited(const std::string& text, std::size_t cursor, const std::vector<KeyEvent>& keys) {
     FieldEdit field{text, cursor};
     int insert = 0;
     for (const KeyEvent& key : keys)
         edit_field(field, key, 5, false, true, insert);
-    return field.text.insert(static_cast<std::size_t>(field.cursor), "|");
+    return field.text.insert(field.cursor, "|");
 }
 
 TEST(TextEdit, FollowsTheKeys) {
     using enum KeyKind;
     constexpr KeyEvent x{'X'}, y{'Y'}, ins{key::insert, 0, editing}, del{key::del, 0, editing},
         back{key::backspace, 0, editing}, left{key::left, 0, editing}, right{key::right, 0, editing},
-        far_left{key::ctrl_left, key::modifier_ctrl, editing}, far_right{key::ctrl_right, key::modifier_ctrl, editing};
+        far_left{key::ctrl_left, 0, editing}, far_right{key::ctrl_right, 0, editing}, f1{key::f1, 0, ending};
     EXPECT_EQ(edited("abcde", 1, {ins, x}), "aX|bce") << "the last but one falls out";
+    EXPECT_EQ(edited("abcde", 3, {ins, x}), "abcX|e");
     EXPECT_EQ(edited("abcde", 4, {ins, x}), "abcd|X") << "inserts at the last position";
     EXPECT_EQ(edited("ab", 0, {ins, x, ins, y}), "XY|b  ") << "Insert again types over";
     EXPECT_EQ(edited("abc", 0, {del}), "|bc   ");
@@ -64,17 +64,9 @@ TEST(TextEdit, FollowsTheKeys) {
     EXPECT_EQ(edited("abc", 2, {far_left}), "|abc  ");
     EXPECT_EQ(edited("  ab ", 0, {far_right}), " | ab ") << "counts the words without blanks";
     EXPECT_EQ(edited("", 3, {far_right}), "|     ");
-    EXPECT_EQ(edited("abcdefgh", 7, {{key::clear_field, 0, editing}}), "|     ");
-    EXPECT_EQ(edited("abcdefgh", 7, {x}), "abcd|X") << "a text that is too long is cut";
-}
-
-TEST(TextEdit, LookingAtATextDoesNotCutIt) {
-    FieldEdit field{"abcdefgh", 0};
-    int insert = 0;
-    edit_field(field, {key::f1, 0, KeyKind::ending}, 5, false, true, insert);
-    edit_field(field, {key::right, 0, KeyKind::editing}, 5, false, true, insert);
-    edit_field(field, {'x'}, 5, false, false, insert);
-    EXPECT_EQ(field.text, "abcdefgh");
+    EXPECT_EQ(edited("abcdefgh", 4, {{key::clear_field, 0, editing}}), "|     ");
+    EXPECT_EQ(edited("abcdefgh", 4, {x}), "abcd|X") << "a text that is too long is cut";
+    EXPECT_EQ(edited("abcdefgh", 0, {f1, right}), "a|bcdefgh") << "but not by looking at it";
 }
 
 TEST(TextEdit, FieldsRefuseKeysAndAreFinishedWhenFull) {
@@ -85,25 +77,6 @@ TEST(TextEdit, FieldsRefuseKeysAndAreFinishedWhenFull) {
     EXPECT_EQ(edit_field(field, {'-'}, 5, true, true, insert), EditOutcome::changed);
     EXPECT_EQ(edit_field(field, {'1'}, 5, true, true, insert), EditOutcome::full);
     EXPECT_EQ(field.text, "   -1");
-}
-
-TEST(Pointer, PressesAreReportedOnceAndTheWheelStepByStep) {
-    PointerMemory memory;
-    const auto code = [&](int buttons, int wheel, int over) {
-        return judge_pointer(memory, {buttons, wheel, over}, 3).code;
-    };
-    EXPECT_EQ(code(1, 0, 3), 1);
-    EXPECT_EQ(code(1, 0, 3), 0) << "held";
-    EXPECT_EQ(code(3, 0, 3), 0) << "a second button while the first is held";
-    EXPECT_EQ(code(0, 0, 3), 0);
-    EXPECT_EQ(code(1, 0, 5), 1) << "a click on another slot counts for the current one";
-    EXPECT_EQ(code(0, 0, 3), 0);
-    EXPECT_EQ(code(1, 0, 0), 0) << "the background is no slot";
-    EXPECT_EQ(code(0, 0, 3), 0);
-    EXPECT_EQ(code(2, 0, -1), 2) << "a right click counts anywhere";
-    EXPECT_EQ(code(0, 2, 3), key::up);
-    EXPECT_EQ(code(0, 2, 3), key::up) << "the second notch";
-    EXPECT_EQ(code(0, 2, 3), 0);
 }
 
 class Grid : public testing::Test {
@@ -161,11 +134,18 @@ using FieldDrawing = test::ScreenWorld;
 
 TEST_F(FieldDrawing, TheCursorHasNoShadowBesideIt) {
     select_font(6);
-    draw_cursor(picture.get(), {.x = 100, .y = 100, .size = 5}, {14, 1, true, 12}, "abc", 1, 0);
+    SlotSet set{{test::make_slot("abc", {{&Slot::box_width, 40}, {&Slot::fore_colour, 14}, {&Slot::back_colour, 1}})},
+                {}};
+    Slot& field = set.slots[0];
+    field.draw_flags[1] = 's';
+    field.sound_flags[1] = 12;
+    ScreenRun run{.target = picture.get(), .set = &set, .fields = {{.x = 100, .y = 100, .size = 5}}};
+    FieldEntry(run, field, false);
     EXPECT_GT(count(pixel_of(1)), 0);
     EXPECT_EQ(count(pixel_of(12)), 0);
     wipe();
-    draw_cursor(picture.get(), {.x = 100, .y = 100, .size = 5}, {14, 1, false, -1}, "abc", 0, 0);
+    field.box_width = 0;
+    FieldEntry(run, field, false);
     EXPECT_EQ(ink(), 0) << "a field that takes no keys shows its whole text";
 }
 

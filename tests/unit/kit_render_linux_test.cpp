@@ -22,7 +22,7 @@ void leave_traces() {
     options_screen.info_row = options_screen.option_row = Row::keyboard;
     options_screen.selected_module = Module::battle;
     music_on = sound_on = 0;
-    player_input.pointer = {1, 9};
+    player_input.reported_buttons = player_input.wheel = 9;
     for (TextWindow& window : text_windows)
         window.shadow = 9;
     for (const int drawn_on : {screen_buffer, window_copy_buffer, help_save_buffer, info_copy_buffer, text_copy_buffer})
