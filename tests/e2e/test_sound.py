@@ -18,7 +18,7 @@ def sounding(make_robot):
     robot = make_robot(window_manager="openbox")
     robot.installation.use_recording_modules()
     for theme in range(11):
-        write_tone(robot.installation, f"sounds/theme{theme:02}.wav", 400 + 100 * theme)
+        write_tone(robot.installation.path(f"sounds/theme{theme:02}.wav"), 400 + 100 * theme)
     robot.installation.set("VELDOR_SOUND", "vcc_theme_loop", 0)
     with PulseServer() as pulse, Recording(pulse) as recording:
         robot.start(environment=pulse.environment)

@@ -75,13 +75,17 @@ class PulseServer:
         return asked.returncode == 0
 
 
-def write_tone(installation, name, hz, seconds=3):
-    # whole periods: the joint of a loop cannot be heard
-    samples = (np.sin(2 * np.pi * hz * np.arange(RATE * seconds) / RATE) * 16384).astype("<i2")
-    installation.remove(name)
-    with wave.open(str(installation.path(name)), "wb") as file:
+def write_wave(path, samples):
+    """Samples of -1 to 1, in 16 bits, on both channels."""
+    path.unlink(missing_ok=True)  # not the build's one behind a link
+    with wave.open(str(path), "wb") as file:
         file.setparams((2, 2, RATE, 0, "NONE", ""))
-        file.writeframes(np.repeat(samples, 2).tobytes())
+        file.writeframes(np.repeat(np.multiply(samples, 32767).astype("<i2"), 2).tobytes())
+
+
+def write_tone(path, hz, seconds=3):
+    # whole periods: the joint of a loop cannot be heard
+    write_wave(path, np.sin(2 * np.pi * hz * np.arange(RATE * seconds) / RATE) / 2)
 
 
 def loudness(samples):
