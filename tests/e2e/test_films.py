@@ -13,7 +13,7 @@ COLOURS = {STUDIO: (255, 0, 0), INTRO: (0, 0, 255)}
 
 
 def make_film(installation, name, seconds):
-    picture = f"color={'red' if name == STUDIO else 'blue'}:s=640x480:r=25:d={seconds}"
+    picture = f"color={'red' if name == STUDIO else 'blue'}:s=640x480:r=2:d={seconds}"
     installation.remove(name)
     subprocess.run(["ffmpeg", "-v", "error", "-f", "lavfi", "-i", picture, "-pix_fmt", "bgr24", "-c:v", "rawvideo",
                     installation.path(name)], check=True)

@@ -7,6 +7,7 @@ import time
 from pathlib import Path
 
 import numpy as np
+from PIL import Image
 from Xlib import X, XK, display, protocol
 from Xlib.error import BadDrawable, BadWindow
 from Xlib.ext import damage, xtest
@@ -227,13 +228,8 @@ class Desktop:
             area = 0, 0, geometry.width, geometry.height
         x, y, width, height = area
         raw = window.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF).data
-        raw = raw if isinstance(raw, bytes) else raw.encode("latin-1")
-        if self.depth > 16:
-            return np.frombuffer(raw, np.uint8).reshape(height, -1, 4)[:, :width, 2::-1].copy()
-        words = np.frombuffer(raw, "<u2").reshape(height, -1)[:, :width]
-        green = 2 ** (self.depth - 10)
-        return np.stack([words // (32 * green) % 32 * 8, words // 32 % green * (256 // green), words % 32 * 8],
-                        axis=-1).astype(np.uint8)
+        form = {8: "R", 15: "BGR;15", 16: "BGR;16"}.get(self.depth, "BGRX")
+        return np.array(Image.frombuffer("RGB", (width, height), raw, "raw", form, len(raw) // height, 1))
 
     def count_drawings(self, window, seconds, act=lambda: None):
         """How often something is drawn into a window and those inside it, after `act`."""

@@ -47,6 +47,15 @@ def image(path):
     return _read_image(path, state.st_ino, state.st_mtime_ns)
 
 
+@functools.cache
+def _module(system, source_name, libraries):
+    """The bytes of a module of the tests' own."""
+    with tempfile.NamedTemporaryFile(suffix=system.library) as library:
+        source = Path(__file__).with_name(source_name)
+        subprocess.run([*system.compiler, "-o", library.name, f"-I{PROJECT / 'sdk'}", source, *libraries], check=True)
+        return Path(library.name).read_bytes()
+
+
 class Installation:
     def __init__(self, system=SYSTEM):
         self.system = system
@@ -113,11 +122,8 @@ class Installation:
     # modules of the tests' own
 
     def _use_modules(self, source_name, *libraries):
-        library = self.path("test_module" + self.system.library)
-        source = Path(__file__).with_name(source_name)
-        subprocess.run([*self.system.compiler, "-o", library, f"-I{PROJECT / 'sdk'}", source, *libraries], check=True)
         for module in ("hq", "factory", "battle"):
-            self.write(module + self.system.library, library.read_bytes())
+            self.write(module + self.system.library, _module(self.system, source_name, libraries))
 
     def use_recording_modules(self):
         """Puts modules in place that return at once (see recording_module.c)."""
