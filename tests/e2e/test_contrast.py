@@ -76,11 +76,12 @@ def without_line(installation):
 def test_every_text_of_the_menu_stands_out(without_line, tmp_path, language):
     for lit in (None, *SLOTS):
         picture = rendered(built_installation(), tmp_path / "menu.png", language, SLOTS.get(lit))
-        empty = rendered(without_line, tmp_path / "empty.png", language, SLOTS.get(lit))
-        line = (picture != empty).any(axis=2)
-        assert shows(picture[line], LINE_COLOUR), "no bottom line"
-        found = {"bottom line": worst_contrast(LINE_COLOUR, empty[line]),
-                 "caption": on_plate(picture, CAPTION, parts.CREAM, parts.GREY)}
+        found = {"caption": on_plate(picture, CAPTION, parts.CREAM, parts.GREY)}
+        if not lit:
+            empty = rendered(without_line, tmp_path / "empty.png", language, None)
+            line = (picture != empty).any(axis=2)
+            assert shows(picture[line], LINE_COLOUR), "no bottom line"
+            found["bottom line"] = worst_contrast(LINE_COLOUR, empty[line])
         for name, top in menu.TOPS.items():
             found[name] = on_plate(picture, label(menu.LEFT, top), widgets.STATES["over" if name == lit else "rest"][3])
         assert min(found.values()) >= ENOUGH, (lit, found)

@@ -40,7 +40,7 @@ def buttons(picture):
     return [button for button in (BACK, NEXT, CLOSE) if np.ptp(band[button[0] - 40:button[0] + 40], axis=0).max() > 40]
 
 
-def test_a_page_opens_over_the_menu_and_leaves_no_trace(robot):
+def test_a_page_opens_over_the_menu_leaves_no_trace_and_is_saved_by_f4(robot):
     closers = (lambda: robot.key("Escape"), lambda: robot.key("F1"), lambda: robot.click_here(3),
                lambda: (robot.click(*CLOSE), robot.move(*FACTORY)))
     for close in closers:
@@ -52,6 +52,14 @@ def test_a_page_opens_over_the_menu_and_leaves_no_trace(robot):
         assert not outside.any()
         close()
         wait_for(robot, before)
+    _, opened = open_help(robot, FACTORY)
+    robot.key("F4")
+    robot.standing_picture()
+    picture = np.array(Image.open(robot.installation.path("factory.pcx")).convert("RGB"))
+    x, y = FACTORY
+    for each in (picture, opened):  # the pointer belongs to the display, not to the picture
+        each[y - 2:y + 34, x - 8:x + 30] = 0
+    assert np.array_equal(picture, opened)
 
 
 def test_every_kind_of_slot_of_the_options_screen_has_its_page(robot):
@@ -77,14 +85,3 @@ def test_pages_are_turned_forth_and_back_and_stay_when_the_display_changes(robot
     time.sleep(0.5)  # the library puts the pointer in the middle
     robot.move(750, 30)
     assert robot.standing_picture()[106:430, 118:678].tobytes() == texts[5]
-
-
-def test_f4_saves_what_is_seen(robot):
-    _, opened = open_help(robot, FACTORY)
-    robot.key("F4")
-    robot.standing_picture()
-    picture = np.asarray(Image.open(robot.installation.path("factory.pcx")).convert("RGB")).copy()
-    x, y = FACTORY
-    for each in (picture, opened):  # the pointer belongs to the display, not to the picture
-        each[y - 2:y + 34, x - 8:x + 30] = 0
-    assert np.array_equal(picture, opened)

@@ -7,6 +7,7 @@ from Xlib import X
 
 from support import menu
 from support.desktop import wait_until
+from support.robot import MENU_PICTURE
 
 pytestmark = pytest.mark.windows
 
@@ -30,7 +31,7 @@ def test_modules_are_called_with_the_display_and_the_version(robot):
     assert robot.installation.log_messages() == []
 
 
-def test_every_button_lights_up_shows_its_place_and_looks_pressed_first(robot):
+def test_every_button_lights_up_shows_its_place_and_looks_pressed_first_and_the_last_leaves(robot):
     previews = {robot.picture(menu.PREVIEW).tobytes()}  # of the current button, the first
     for button in menu.TOPS:
         robot.move(*menu.middle(button))
@@ -44,15 +45,24 @@ def test_every_button_lights_up_shows_its_place_and_looks_pressed_first(robot):
     menu.wait_for_look(robot, "HQ", menu.PRESSED)
     assert robot.installation.module_calls() == []
     wait_until(robot.installation.module_calls, "the module's call")
+    robot.wait_for_menu()
+    menu.choose(robot, "Leave")
+    assert robot.wait_for_end() == 0
 
 
-def test_keys_and_wheel_move_from_button_to_button(robot):
+def test_keys_and_wheel_move_from_button_to_button_and_escape_stays(robot):
     walk = [("Down", "HQ"), ("Up", "Leave"), ("Right", "HQ"), ("End", "Leave"), ("Left", "Options"), ("Home", "HQ"),
             (-3, "Options"), (2, "Factory")]
     for step, button in walk:
         robot.wheel(step) if isinstance(step, int) else robot.key(step)
         menu.wait_for_look(robot, button, menu.POINTED_AT)
         assert menu.pointed_at(robot) == [button], f"after {step}"
+    robot.key("Escape")
+    robot.standing_picture(still_s=0.5)
+    assert robot.running() and robot.shows(MENU_PICTURE)
+    robot.close_window()
+    assert robot.wait_for_end() == 0
+    assert robot.installation.log_messages() == robot.installation.module_calls() == []
 
 
 @pytest.mark.parametrize("scale", [0, 1])
@@ -81,20 +91,6 @@ def test_clicks_and_keys_of_no_length_are_heard(make_robot, scale):
     assert player.wait_for_end() == 0
 
 
-@pytest.mark.parametrize("leave", [
-    lambda robot: menu.choose(robot, "Leave"),
-    lambda robot: robot.key("x", "Alt_L"),
-    lambda robot: robot.close_window(),
-], ids=["button", "Alt+X", "window closed"])
-def test_leaving_takes_more_than_escape(robot, leave):
-    robot.key("Escape")
-    robot.standing_picture()
-    assert robot.running() and robot.shows("images/menu.pcx")
-    leave(robot)
-    assert robot.wait_for_end() == 0
-    assert robot.installation.log_messages() == robot.installation.module_calls() == []
-
-
 def test_backgrounds_go_on_in_turn_from_pass_to_pass(robot):
     installation = robot.installation
     pictures = sum(line.startswith("+") for line in installation.read("tools/vcc.buf").splitlines())
@@ -117,7 +113,8 @@ def test_keys_are_heard_after_full_screen_without_a_window_manager(make_robot):
         wait_until(lambda full=full: player.fills_the_desktop() == full, "full screen" if full else "a window")
         time.sleep(0.5)
     player.desktop.move(1023, 767)  # beside the window
-    wait_until(lambda: player.key("x", "Alt_L") or not player.running(), "the end")
+    player.key("x", "Alt_L")
+    assert player.wait_for_end() == 0
 
 
 @pytest.mark.parametrize("offered", [3, 2], ids=["both", "window only"])

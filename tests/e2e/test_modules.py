@@ -12,49 +12,42 @@ from support.robot import POINTER_PLACED_S
 ARROW, BUSY = 2, 3  # the library's numbers of the system's pointers
 
 
-@pytest.fixture(params=[0, 1, 2])
-def player(make_robot, request):
-    robot = make_robot(scale=request.param)
-    robot.installation.use_obedient_modules()
-    return robot
-
-
 def leave(player, text="leave 0"):
     player.installation.order(text)
     player.wait_for_menu()
 
 
-def test_the_systems_pointer_is_a_modules_to_use(player):
-    player.start()
-    hidden = player.desktop.cursor_is_hidden
-    menu.enter_obedient(player)
-    for shape in (ARROW, BUSY):
-        player.installation.have_obeyed(f"cursor {shape}")
-        wait_until(lambda: not hidden(), "the system's pointer")
-        player.installation.have_obeyed("hide")
-        wait_until(hidden, "no pointer of the system's")
-    player.installation.have_obeyed(f"cursor {BUSY}")
-    leave(player)
-    wait_until(hidden, "the menu's own pointer")
+def point_at_options(player):
     player.move(*menu.middle("Options"))
     menu.wait_for_look(player, "Options", menu.POINTED_AT)
-    assert player.installation.log_messages() == []
 
 
-def test_what_a_module_spoils_is_put_right(player):
-    installation = player.installation
+@pytest.mark.parametrize("scale", [0, 1])
+def test_modules_use_the_systems_pointer_and_what_they_spoil_is_put_right(make_robot, scale):
+    player = make_robot(scale=scale)
+    installation, hidden = player.installation, player.desktop.cursor_is_hidden
+    installation.use_obedient_modules()
     installation.set("VELDOR_SOUND", "vcc_music_volume", 0)
     installation.remove("factory.so")
     with PulseServer() as pulse, Recording(pulse) as recording:
         player.start(environment=pulse.environment)
+        menu.enter_obedient(player)
+        for shape in (ARROW, BUSY):
+            installation.have_obeyed(f"cursor {shape}")
+            wait_until(lambda: not hidden(), "the system's pointer")
+            installation.have_obeyed("hide")
+            wait_until(hidden, "no pointer of the system's")
+        installation.have_obeyed(f"cursor {BUSY}")
+        leave(player)
+        wait_until(hidden, "the menu's own pointer")
+        point_at_options(player)
         player.wheel(-1)  # what a module turns counts from there
         time.sleep(POINTER_PLACED_S)
         menu.enter_obedient(player)
         leave(player, "spoil")
         wait_until(lambda: loudness(recording.samples()[-RATE // 2:]) < 0.0005, "the module's sound to end")
         assert menu.pointed_at(player) == []
-        player.move(*menu.middle("Options"))
-        menu.wait_for_look(player, "Options", menu.POINTED_AT)
+        point_at_options(player)
         menu.walk_to(player, "Factory")  # is missing: an alert, in the library's font
         menu.confirm_alert(player, "CC: Error loading module!")
         player.wait_for_menu()

@@ -14,8 +14,7 @@ OPEN_OPTIONS = ("click", "vcc", 13)
 
 CASES = [
     # command line, depth, language, what the player does: how, on which screen, on which slot
-    ("--screen menu --hover 5", 32, "de", [("point", "vcc", 5)]),
-    ("--screen menu --hover 7", 16, "en", [("point", "vcc", 7)]),
+    ("--screen menu --hover 5", 16, "de", [("point", "vcc", 5)]),
     ("--screen options --module 1 --row 2", 32, "de",
      [OPEN_OPTIONS, ("click", "vcc_options", 12), ("point", "vcc_options", 26)]),
     ("--screen options --row 8 --hover 83", 15, "en",

@@ -92,7 +92,8 @@ NO_STREAM = ["Error (1) detecting wav stream", "Error loading audio stream file:
 # a file, what it contains (cut at a number of bytes), whether the program ends, what it says and logs
 FAULTY_FILES = [
     ("fonts/cour.ttf", None, True, [], ["Error in module:VELDOR_VCC while loading font:fonts/cour.ttf"]),
-    ("tools/language/english/e_mess.slt", b"\x05\x00", True, [f"CC: {NO_SCREENS}"], [NO_SCREENS, f"CC: {NO_SCREENS}"]),
+    ("tools/language/english/e_mess.slt", b"\xff\xff\xff\xff", True, [f"CC: {NO_SCREENS}"],
+     ["e_mess.slt: -1 records announced, 0 to 200 are possible", NO_SCREENS, f"CC: {NO_SCREENS}"]),
     ("tools/language/english/e_factory.tw", None, True, [f"{NO_WINDOWS}!"], [NO_WINDOWS]),
     ("tools/vcc.buf", None, True, [f"CC: {NO_BUFFERS}!"], [NO_BUFFERS]),
     ("images/widgets.pcx", b"\x0a\x05", True, [NO_PICTURE, f"CC: {NO_BUFFERS}!"], [NO_PICTURE, NO_BUFFERS]),
