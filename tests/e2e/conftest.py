@@ -36,11 +36,13 @@ def installation():
 
 @pytest.fixture
 def make_robot(installation, request):
-    """make_robot(size=..., films=...): a robot, not started; the last it shows is kept in out/e2e."""
+    """make_robot(size=..., films=...): a robot, not started; the last that it shows in a test that fails is kept."""
+    failed_before = request.session.testsfailed
     with ExitStack() as stack:
         def make(**options):
             robot = stack.enter_context(Robot(installation, **options))
-            stack.callback(robot.save_picture, request.node.name.replace("/", "_"))
+            stack.callback(lambda: request.session.testsfailed > failed_before and
+                           robot.save_picture(request.node.name.replace("/", "_")))
             return robot
 
         yield make

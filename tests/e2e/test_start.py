@@ -89,32 +89,33 @@ NO_POINTER, NO_SETUP = "VCC: Error loading mousepointer!", "Error opening Sound-
 NO_STREAM = ["Error (1) detecting wav stream", "Error loading audio stream file: sounds/theme02.wav (theme:2)"]
 
 
-# a file, what it contains (cut at a number of bytes), whether the program ends, what it says and logs
+# files and what they contain (None: missing; a number: cut there), whether the program ends, what it says and logs
 FAULTY_FILES = [
-    ("fonts/cour.ttf", None, True, [], ["Error in module:VELDOR_VCC while loading font:fonts/cour.ttf"]),
-    ("tools/language/english/e_mess.slt", b"\xff\xff\xff\xff", True, [f"CC: {NO_SCREENS}"],
+    ({"fonts/cour.ttf": None}, True, [], ["Error in module:VELDOR_VCC while loading font:fonts/cour.ttf"]),
+    ({"tools/language/english/e_mess.slt": b"\xff\xff\xff\xff"}, True, [f"CC: {NO_SCREENS}"],
      ["e_mess.slt: -1 records announced, 0 to 200 are possible", NO_SCREENS, f"CC: {NO_SCREENS}"]),
-    ("tools/language/english/e_factory.tw", None, True, [f"{NO_WINDOWS}!"], [NO_WINDOWS]),
-    ("tools/vcc.buf", None, True, [f"CC: {NO_BUFFERS}!"], [NO_BUFFERS]),
-    ("images/widgets.pcx", b"\x0a\x05", True, [NO_PICTURE, f"CC: {NO_BUFFERS}!"], [NO_PICTURE, NO_BUFFERS]),
-    ("images/morv3.pcx", None, False, [], ["Error initializing display background nr: 3"]),
-    ("tools/vcc.snd", None, False, [NO_SETUP], [NO_SETUP, "Sound initialization failed!"]),
-    ("sounds/theme02.wav", b"RIFF but no more", False, NO_STREAM, NO_STREAM),
+    ({"tools/language/english/e_factory.tw": None}, True, [f"{NO_WINDOWS}!"], [NO_WINDOWS]),
+    ({"tools/vcc.buf": None}, True, [f"CC: {NO_BUFFERS}!"], [NO_BUFFERS]),
+    ({"images/widgets.pcx": b"\x0a\x05"}, True, [NO_PICTURE, f"CC: {NO_BUFFERS}!"], [NO_PICTURE, NO_BUFFERS]),
+    ({"tools/vcc.snd": None}, False, [NO_SETUP], [NO_SETUP, "Sound initialization failed!"]),
+    ({"images/morv3.pcx": None, "sounds/theme02.wav": b"RIFF but no more"}, False, NO_STREAM,
+     ["Error initializing display background nr: 3", *NO_STREAM]),
 ]
 FAULTY_FILES_ON_BOTH_SYSTEMS = [
-    ("tools/language/english/e_vcc.slt", None, True, [f"CC: {NO_SCREENS}"], [NO_SCREENS, f"CC: {NO_SCREENS}"]),
-    ("images/options.pcx", 20000, False, [], ["Picture is incomplete: images/options.pcx"]),
-    ("images/pointer.pcx", None, False, [NO_POINTER], [NO_POINTER]),
-    ("alsa.conf", b"", False, ["Error initialising sound"], ["Error initialising sound: "]),
+    ({"tools/language/english/e_vcc.slt": None}, True, [f"CC: {NO_SCREENS}"], [NO_SCREENS, f"CC: {NO_SCREENS}"]),
+    ({"images/options.pcx": 20000, "images/pointer.pcx": None, "alsa.conf": b""}, False,
+     [NO_POINTER, "Error initialising sound"],
+     [NO_POINTER, "Error initialising sound: ", "Picture is incomplete: images/options.pcx"]),
 ]
 
 
-@pytest.mark.parametrize("file, content, ends, alerts, logged", [
+@pytest.mark.parametrize("files, ends, alerts, logged", [
     *FAULTY_FILES, *(pytest.param(*row, marks=pytest.mark.windows) for row in FAULTY_FILES_ON_BOTH_SYSTEMS)])
-def test_files_that_fail(make_robot, installation, file, content, ends, alerts, logged):
-    if isinstance(content, int):  # the file is cut there
-        content = installation.path(file).read_bytes()[:content]
-    installation.remove(file) if content is None else installation.write(file, content)
+def test_files_that_fail(make_robot, installation, files, ends, alerts, logged):
+    for file, content in files.items():
+        if isinstance(content, int):
+            content = installation.path(file).read_bytes()[:content]
+        installation.remove(file) if content is None else installation.write(file, content)
     player = make_robot().start(menu=False)
     for text in alerts:
         menu.confirm_alert(player, text)
@@ -181,9 +182,13 @@ def test_a_second_signal_ends_a_module_that_does_not_listen(robot):
 
 @pytest.mark.windows
 def test_an_exported_zip_is_played(make_robot, installation, tmp_path, monkeypatch):
-    windows = ["--windows", installation.folder] if installation.system.name == "windows" else []
-    subprocess.run([VCCKIT, "export", PROJECT / "build/release/veldor", "-o", "storm fleet.zip", *windows],
-                   cwd=tmp_path, check=True)
+    short = installation.path("sounds/sfx_hover.wav").read_bytes()
+    for large in *installation.folder.glob("sounds/theme*"), *installation.folder.glob("images/*.avi"):
+        installation.write(large, short)
+    source = [installation.folder]
+    if installation.system.name == "windows":
+        source = [PROJECT / "build/release/veldor", "--windows", installation.folder]
+    subprocess.run([VCCKIT, "export", *source, "-o", "storm fleet.zip"], cwd=tmp_path, check=True)
     subprocess.run(["unzip", "-q", "storm fleet.zip"], cwd=tmp_path, check=True)
     monkeypatch.setattr(installation, "folder", tmp_path / "storm fleet")
     player = make_robot().start()

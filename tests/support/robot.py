@@ -154,7 +154,9 @@ class Robot:
             return self.desktop.picture(self.window(), (area[0] + left, area[1] + top, area[2], area[3]))
         columns = (2 * np.arange(area[0], area[0] + area[2]) + 1) * width // 1600
         rows = (2 * np.arange(area[1], area[1] + area[3]) + 1) * height // 1200
-        return self.shown()[rows][:, columns]
+        x, y = columns[0], rows[0]
+        shown = left + int(x), top + int(y), int(columns[-1] - x) + 1, int(rows[-1] - y) + 1
+        return self.desktop.picture(self.window(), shown)[rows - y][:, columns - x]
 
     def shown(self):
         """The picture at the size shown."""
@@ -195,12 +197,9 @@ class Robot:
         return self.standing_picture()
 
     def save_picture(self, name):
-        if not self.desktop.is_up():
-            return None
-        PICTURES.mkdir(parents=True, exist_ok=True)
-        path = PICTURES / f"{name}.png"
-        Image.fromarray(self.desktop.picture()).save(path, compress_level=1)
-        return path
+        if self.desktop.is_up():
+            PICTURES.mkdir(parents=True, exist_ok=True)
+            Image.fromarray(self.desktop.picture()).save(PICTURES / f"{name}.png", compress_level=1)
 
     # acting
 
