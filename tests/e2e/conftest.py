@@ -36,11 +36,11 @@ def installation():
 
 @pytest.fixture
 def make_robot(installation, request):
-    """make_robot(size=..., films=...): a robot, not started; the last that it shows in a test that fails is kept."""
+    """make_robot(kind, size=..., films=...): a robot, not started; a test that fails keeps the last that it shows."""
     failed_before = request.session.testsfailed
     with ExitStack() as stack:
-        def make(**options):
-            robot = stack.enter_context(Robot(installation, **options))
+        def make(kind=Robot, **options):
+            robot = stack.enter_context(kind(installation, **options))
             stack.callback(lambda: request.session.testsfailed > failed_before and
                            robot.save_picture(request.node.name.replace("/", "_")))
             return robot

@@ -71,14 +71,11 @@ def test_clicks_and_keys_of_no_length_are_heard(make_robot, scale):
     player.installation.use_recording_modules()
     player.start()
     desktop = player.desktop
+    player.move(*menu.middle("Factory"))
     for button in ("Factory", "HQ", "Battle"):  # the first is under the pointer already
-        if button == "Factory":
-            player.move(*menu.middle(button))
-            desktop.click_at_once()
-        else:
-            x, y = player.spot(*menu.middle(button))
-            player.wait_for_pointer()
-            desktop.click_at_once(x=x, y=y)
+        place = player.spot(*menu.middle(button)) if button != "Factory" else ()
+        player.wait_for_pointer()
+        desktop.click_at_once(*place)
         wait_until(lambda button=button: player.installation.module_calls()[-1:] and
                    player.installation.module_calls()[-1][0] == button.lower(), f"{button} to be called")
         player.wait_for_menu()

@@ -10,16 +10,14 @@ from support.installation import VCCKIT
 
 PARKED = (799, 599)
 POINTER = 32  # pixels around the pointer that are not compared
-OPEN_OPTIONS = ("click", "vcc", 13)
+OPEN_OPTIONS = ("click", 74, 357)
 
 CASES = [
-    # command line, depth, language, what the player does: how, on which screen, on which slot
-    ("--screen menu --hover 5", 16, "de", [("point", "vcc", 5)]),
-    ("--screen options --module 1 --row 2", 32, "de",
-     [OPEN_OPTIONS, ("click", "vcc_options", 12), ("point", "vcc_options", 26)]),
-    ("--screen options --row 8 --hover 83", 15, "en",
-     [OPEN_OPTIONS, ("point", "vcc_options", 40), ("point", "vcc_options", 83)]),
-    ("--screen help --hover 13", 24, "de", [("F1", "vcc", 13)]),
+    # command line, depth, language, what the player does: how, and where: in a slot that the command line names
+    ("--screen menu --hover 5", 16, "de", [("point", 74, 257)]),
+    ("--screen options --module 1 --row 2", 32, "de", [OPEN_OPTIONS, ("click", 36, 133), ("point", 212, 161)]),
+    ("--screen options --row 8 --hover 83", 15, "en", [OPEN_OPTIONS, ("point", 212, 427), ("point", 62, 540)]),
+    ("--screen help --hover 13", 24, "de", [("F1", 74, 357)]),
 ]
 
 
@@ -29,8 +27,7 @@ def test_rendered_picture_is_that_of_the_window(make_robot, installation, tmp_pa
     installation.set("VELDOR_GRAPHICS", "screen_mode_range", 3)
     installation.set("VELDOR_GRAPHICS", "bitmap_depth", [32, 24, 16, 15].index(depth))
     robot = make_robot().start()
-    for how, screen, slot in steps:
-        pointer = list(installation.slot_places(screen))[slot]
+    for how, *pointer in steps:
         robot.move(*pointer)
         robot.standing_picture()
         if how == "click":

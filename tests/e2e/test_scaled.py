@@ -32,12 +32,12 @@ def test_window_and_full_screen_show_the_menu(make_player, own_menu, size, layou
 
 def test_whole_steps(make_player, own_menu):
     player = make_player(size=ULTRA_HD, scale=2)
-    player.robot.key("w", "Alt_L")
-    wait_until(lambda: player.robot.place() == fitted(*ULTRA_HD, whole_steps=True), "three times the size",
+    player.key("w", "Alt_L")
+    wait_until(lambda: player.place() == fitted(*ULTRA_HD, whole_steps=True), "three times the size",
                5 * SLOWNESS)
     time.sleep(POINTER_PLACED_S)
     player.menu()
-    assert np.array_equal(player.robot.shown(), own_menu.repeat(3, axis=0).repeat(3, axis=1))
+    assert np.array_equal(player.shown(), own_menu.repeat(3, axis=0).repeat(3, axis=1))
 
 
 @pytest.mark.parametrize("setting, desktop_depth, scale", [
@@ -45,7 +45,7 @@ def test_whole_steps(make_player, own_menu):
 def test_colour_depths(make_player, own_menu, setting, desktop_depth, scale):
     player = make_player(start=False, depth=desktop_depth, scale=scale)
     player.installation.set("VELDOR_GRAPHICS", "bitmap_depth", setting)
-    player.robot.start()
+    player.start()
     own = player.menu()  # at its own size, as the library draws it
     assert np.abs(own.astype(np.int16) - own_menu).mean() < 4, "other colours"  # 5 bits lose half a level of 8
     if not scale:
@@ -58,14 +58,14 @@ def test_colour_depths(make_player, own_menu, setting, desktop_depth, scale):
 
 def test_a_module_is_scaled_without_knowing(make_player):
     player = make_player(size=FULL_HD)
-    enter_obedient(player.robot)
+    enter_obedient(player)
     for size in ((800, 600), (640, 480)):
         player.installation.have_obeyed("mode 0 {} {} 32".format(*size))
         player.resize(*size, own=size)
-        player.robot.standing_picture()
-        own = player.robot.shown()
+        player.standing_picture()
+        own = player.shown()
         player.resize(1301, 900, own=size)
-        player.robot.standing_picture()
+        player.standing_picture()
         player.check_shown(own)
 
 
@@ -73,7 +73,7 @@ def test_nothing_is_drawn_while_the_menu_stands(make_player):
     player = make_player(size=FULL_HD)
     player.switch_mode()
     player.menu()
-    window = player.robot.window()
+    window = player.window()
     time.sleep(1.5)  # it is shown again twice, for compositors
     assert player.desktop.count_drawings(window, 1.5) == 0
-    assert player.desktop.count_drawings(window, 0.3, lambda: player.robot.move(AWAY[0] + 50, AWAY[1])) > 0
+    assert player.desktop.count_drawings(window, 0.3, lambda: player.move(AWAY[0] + 50, AWAY[1])) > 0

@@ -19,7 +19,7 @@ PLACES = [(0, 0), (799, 599), (799, 0), (0, 599), (1, 1), (400, 300), (401, 299)
 
 def test_the_pointer_is_where_the_player_sees_it(make_player):
     player = make_player(size=ULTRA_HD)
-    enter_obedient(player.robot)
+    enter_obedient(player)
     time.sleep(POINTER_PLACED_S)
     dice = random.Random(1)
     for layout in ((801, 640), (1301, 900), ULTRA_HD):
@@ -30,17 +30,17 @@ def test_the_pointer_is_where_the_player_sees_it(make_player):
         else:
             player.resize(*layout)
         for place in PLACES + [(dice.randrange(800), dice.randrange(600)) for _ in range(4)]:
-            player.desktop.move(*player.robot.spot(*place))
+            player.desktop.move(*player.spot(*place))
             wait_until(lambda: player.pointer() == place, f"{place} in {layout}", 2 * SLOWNESS)
-        x, y, width, height = player.robot.place()
-        left, top = player.desktop.origin(player.robot.window())
+        x, y, width, height = player.place()
+        left, top = player.desktop.origin(player.window())
         for bar, place in (((left, top), (0, 0)), ((left + 2 * x + width - 1, top + 2 * y + height - 1), (799, 599))):
             player.desktop.move(*bar)
             wait_until(lambda: player.pointer() == place, f"{place} beside the picture in {layout}", 2 * SLOWNESS)
         for place in ((200, 150), (799, 0)):  # the program places it
             time.sleep(0.1)
             player.installation.have_obeyed("place {} {}".format(*place))
-            wait_until(lambda: player.desktop.pointer() == player.robot.spot(*place), f"the pointer at {place}",
+            wait_until(lambda: player.desktop.pointer() == player.spot(*place), f"the pointer at {place}",
                        3 * SLOWNESS)
 
 
@@ -48,29 +48,29 @@ def test_the_pointer_is_where_the_player_sees_it(make_player):
 
 def test_the_window_keeps_the_size_that_the_player_gave_it(make_player):
     player = make_player(size=FULL_HD)
-    hints = player.robot.window().get_wm_normal_hints()
+    hints = player.window().get_wm_normal_hints()
     assert (hints.min_width, hints.min_height) == (400, 300)
     size = 1100, 700
     player.resize(*size)
     player.switch_mode()
     player.switch_mode(size)
-    enter_obedient(player.robot)
+    enter_obedient(player)
     for full, *own, depth in ((0, 800, 600, 32), (0, 640, 480, 16), (1, 640, 480, 32), (0, 800, 600, 32)):
         player.installation.have_obeyed(f"mode {full} {own[0]} {own[1]} {depth}")
-        player.wait_for_size(player.desktop_size if full else size, own)
+        player.wait_for_size(FULL_HD if full else size, own)
     player.installation.order("leave 0")
-    player.robot.wait_for_menu()
+    player.wait_for_menu()
     assert player.size() == size
 
 
 def test_a_display_that_a_module_leaves_behind_is_set_again(make_player, own_menu):
     player = make_player()
     for full, size, result in (0, "640 480", 0), (1, "640 480", 0), (0, "800 600", 255):
-        enter_obedient(player.robot)
+        enter_obedient(player)
         player.installation.have_obeyed(f"mode {full} {size} 8")
         player.installation.order(f"leave {result}")
-        player.robot.forget_window()
-        player.robot.wait_for_menu()
+        player.forget_window()
+        player.wait_for_menu()
         assert player.is_full_screen() == (result == 255)
         player.menu()
         player.check_shown(own_menu)
@@ -83,7 +83,7 @@ def test_without_a_window_manager(make_player, own_menu):
     player = make_player(size=(1300, 1000), window_manager=None)
     player.resize(900, 700)
     player.switch_mode()
-    player.desktop.resize_screen(1100, 800)  # a monitor goes away
+    player.desktop.xrandr("--output", "screen", "--off", "--fb", "1100x800")  # a monitor goes away
     player.wait_for_size((1100, 800))
     player.menu()
     player.check_shown(own_menu)
@@ -92,12 +92,13 @@ def test_without_a_window_manager(make_player, own_menu):
 
 def test_full_screen_fills_the_monitor_where_the_window_is(make_player):
     player = make_player(start=False, size=(2400, 1000))
-    player.desktop.set_monitors((1400, 1000, 0, 0), (1000, 1000, 1400, 0))
-    player.robot.start()
+    for monitor in ("left", "1400/200x1000/200+0+0", "screen"), ("right", "1000/200x1000/200+1400+0", "none"):
+        player.desktop.xrandr("--setmonitor", *monitor)
+    player.start()
     for place, monitor in (((100, 100), (0, 1400)), ((1500, 100), (1400, 1000))):
-        player.desktop.configure(player.robot.window(), x=place[0], y=place[1])
+        player.desktop.configure(player.window(), x=place[0], y=place[1])
         player.switch_mode((monitor[1], 1000))
-        assert player.desktop.origin(player.robot.window()) == (monitor[0], 0)
+        assert player.desktop.origin(player.window()) == (monitor[0], 0)
         player.switch_mode((800, 600))
 
 
@@ -105,22 +106,22 @@ def test_full_screen_fills_the_monitor_where_the_window_is(make_player):
 
 def test_a_window_that_changes_its_size_in_a_film_and_is_closed(make_player):
     player = make_player(start=False, size=FULL_HD, films=True)
-    player.robot.start(menu=False)
+    player.start(menu=False)
     dice = random.Random(2)
     for skip in (False, True):
         for _ in range(30):
-            player.desktop.configure(player.robot.window(), width=dice.randrange(400, 1900),
+            player.desktop.configure(player.window(), width=dice.randrange(400, 1900),
                                      height=dice.randrange(300, 1000))
             time.sleep(0.02)
         player.resize(1500, 900)
         if not skip:
-            player.robot.key("space")
+            player.key("space")
             time.sleep(1)
-            player.robot.key("space")
-            player.robot.wait_for_menu()
-    player.desktop.configure(player.robot.window(), width=1800, height=1000)
-    player.desktop.close_window(player.robot.window())
-    assert player.robot.wait_for_end() == 0
+            player.key("space")
+            player.wait_for_menu()
+    player.desktop.configure(player.window(), width=1800, height=1000)
+    player.desktop.close_window(player.window())
+    assert player.wait_for_end() == 0
     assert player.installation.log_messages() == []
 
 
@@ -145,28 +146,28 @@ def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, o
     if "server_environment" in options:
         options = {"server_environment": preloaded(options["server_environment"])}
     player = make_player(start=False, window_manager=None, **options)
-    player.robot.scale = 0  # its windows are the library's
+    player.scale = 0  # its windows are the library's
     readable = options.get("depth", 24) == 24
-    player.robot.start(menu=readable)
-    player.robot.window()
+    player.start(menu=readable)
+    player.window()
     for _ in range(2):  # full screen and back
         time.sleep(0.5)
-        player.robot.key("w", "Alt_L")
-        player.robot.forget_window()
-        player.robot.window()
+        player.key("w", "Alt_L")
+        player.forget_window()
+        player.window()
     if readable:
-        player.robot.wait_for_menu()
+        player.wait_for_menu()
         assert np.array_equal(player.menu(), own_menu)  # with the pointer
     assert player.installation.log_messages() == [f"The picture keeps its size: {reason}"]
-    player.robot.key("x", "Alt_L")
-    assert player.robot.wait_for_end() == 0
+    player.key("x", "Alt_L")
+    assert player.wait_for_end() == 0
 
 
 def test_without_memory_for_it_the_picture_has_its_own_size(make_player, preloaded, own_menu):
     player = make_player(start=False, size=(1300, 1000))
     silent = {"ALSA_CONFIG_PATH": str(player.installation.path("alsa.conf"))}
-    player.robot.start(environment=silent | preloaded("few_segments"))
-    player.desktop.configure(player.robot.window(), width=1200, height=900)
-    wait_until(lambda: player.robot.place() == (200, 150, 800, 600), "the picture in the middle", 5 * SLOWNESS)
+    player.start(environment=silent | preloaded("few_segments"))
+    player.desktop.configure(player.window(), width=1200, height=900)
+    wait_until(lambda: player.place() == (200, 150, 800, 600), "the picture in the middle", 5 * SLOWNESS)
     assert np.array_equal(player.menu(), own_menu)
     assert player.installation.log_messages() == ["There is no memory to show the picture at its window's size"]

@@ -54,7 +54,7 @@ class Desktop:
         self._server_arguments, self._server_environment = server, server_environment or {}
         self._screen = f"{size[0]}x{size[1]}x{depth}"
         self._manager_name = window_manager
-        self._window_manager = self._home = self._display = None
+        self.manager = self._home = self._display = None
 
     def __enter__(self):
         reading, writing = os.pipe()
@@ -80,18 +80,11 @@ class Desktop:
     def start_manager(self, name):
         self._home = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)  # no settings of the user's
         home = {"HOME": self._home.name, "XDG_RUNTIME_DIR": self._home.name}
-        self._window_manager = subprocess.Popen(MANAGERS[name], env=os.environ | home | {"DISPLAY": self.name},
-                                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.manager = subprocess.Popen(MANAGERS[name], env=os.environ | home | {"DISPLAY": self.name},
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_until(lambda: self.root.get_full_property(self.atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType),
                    "the window manager")
         wait_until(self._window_gets_mapped, "the window manager to take a window")
-
-    def kill_manager(self):
-        self._window_manager.kill()
-        self._window_manager.wait()
-
-    def is_up(self):
-        return self._display is not None
 
     def crash(self):
         """Ends the server, as a crash or the end of the session does."""
@@ -102,7 +95,7 @@ class Desktop:
     def __exit__(self, *_):
         if self._display:
             self._display.close()
-        stop(self._window_manager)
+        stop(self.manager)
         stop(self._server)
         if self._home:
             self._home.cleanup()
@@ -124,10 +117,6 @@ class Desktop:
         window.map()
         self._display.sync()
         return window
-
-    def idle_s(self):
-        """For how long the server has had no input, as screen savers ask."""
-        return self.root.screensaver_query_info().idle / 1000
 
     # windows
 
@@ -152,20 +141,9 @@ class Desktop:
         window.configure(**place)
         self.send()
 
-    def resize_screen(self, width, height):
-        """As when a monitor goes away."""
-        self.run("xrandr", "--output", "screen", "--off", "--fb", f"{width}x{height}")
-
-    def set_monitors(self, *places):
-        """Splits the screen into monitors, each given as (width, height, x, y)."""
-        for number, (width, height, x, y) in enumerate(places):
-            self.run("xrandr", "--setmonitor", f"monitor{number}", f"{width}/200x{height}/200+{x}+{y}",
-                     "none" if number else "screen")
-
-    def run(self, *command):
-        """A program on this desktop."""
-        return subprocess.run(command, env=os.environ | {"DISPLAY": self.name}, check=True, capture_output=True,
-                              text=True).stdout
+    def xrandr(self, *options):
+        """Changes the screen or its monitors."""
+        subprocess.run(["xrandr", "-d", self.name, *options], check=True)
 
     def origin(self, window):
         place = self.root.translate_coords(window, 0, 0)
@@ -265,36 +243,28 @@ class Desktop:
         place = self.root.query_pointer()
         return place.root_x, place.root_y
 
-    def queue(self, kind, detail=0, x=0, y=0):
-        """An event that goes out with the next one that is sent."""
-        xtest.fake_input(self._display, kind, detail, x=x, y=y)
-
     def send(self):
         self._display.sync()
 
-    def _fake(self, *event, **place):
-        self.queue(*event, **place)
+    def at_once(self, *events):
+        """Events (kind, detail, x, y), with no time in between."""
+        for kind, detail, *place in events:
+            xtest.fake_input(self._display, kind, detail, X.CurrentTime, X.NONE, *place)
         self.send()
 
     def move(self, x, y):
-        self._fake(X.MotionNotify, x=x, y=y)
+        self.at_once((X.MotionNotify, 0, x, y))
 
     def press_button(self, button=1):
-        self._fake(X.ButtonPress, button)
+        self.at_once((X.ButtonPress, button))
 
     def release_button(self, button=1):
-        self._fake(X.ButtonRelease, button)
+        self.at_once((X.ButtonRelease, button))
 
-    def at_once(self, *events, x=None, y=None):
-        """Moves to a place, if one is given, and sends events (kind, detail), with no time in between."""
-        if x is not None:
-            self.queue(X.MotionNotify, x=x, y=y)
-        for event in events:
-            self.queue(*event)
-        self.send()
-
-    def click_at_once(self, button=1, **place):
-        self.at_once((X.ButtonPress, button), (X.ButtonRelease, button), **place)
+    def click_at_once(self, *place):
+        """Where the pointer is unless a place is given."""
+        moves = [(X.MotionNotify, 0, *place)] if place else []
+        self.at_once(*moves, (X.ButtonPress, 1), (X.ButtonRelease, 1))
 
     def key_at_once(self, *names):
         codes = [self.keycode(name) for name in names]
@@ -329,5 +299,5 @@ class Desktop:
         codes = [self.keycode(each) for each in (*modifiers, name)]
         for kind, order in ((X.KeyPress, codes), (X.KeyRelease, codes[::-1])):
             for code in order:
-                self._fake(kind, code)
+                self.at_once((kind, code))
                 time.sleep(SETTLE_S)

@@ -52,8 +52,8 @@ class Gamepad:
         self._pipe = os.open(self._node, os.O_RDWR | os.O_NONBLOCK)
 
     def pull_out(self):
-        self._state().unlink()
         self._node.rename(self._node.with_suffix(f".{time.monotonic_ns()}"))  # keeps its number from the next
+        self._state().unlink()
         os.close(self._pipe)
 
     def axis(self, number, value):

@@ -5,7 +5,6 @@ import functools
 import os
 import re
 import shutil
-import struct
 import subprocess
 import tempfile
 from pathlib import Path
@@ -100,18 +99,6 @@ class Installation:
         entries, bracket, others = after.partition("\n[")
         entries = re.sub(rf"(?m)^{key} *=.*\n?", "", entries)
         self.write(CONFIG, f"{before}{header}{key} = {value}\n{entries}{bracket}{others}")
-
-    def slot_places(self, name):
-        """A point inside every slot of a screen's file."""
-        data = self.path(f"tools/language/english/e_{name}.slt").read_bytes()
-        for index in range((len(data) - 4) // SLOT_SIZE):
-            numbers = struct.unpack_from("<25i", data, 4 + SLOT_SIZE * index)
-            box_width, box_height, column, row = numbers[3], numbers[4], numbers[7], numbers[8]
-            graphic, src_x, src_y, dest_x, dest_y = numbers[13:18]
-            if graphic:
-                yield dest_x + min((box_width - src_x) // 2, 40), dest_y + (box_height - src_y) // 2
-            else:
-                yield column * CELL_WIDTH + 4, row * CELL_HEIGHT + 7
 
     # what the program wrote
 

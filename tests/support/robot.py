@@ -197,9 +197,8 @@ class Robot:
         return self.standing_picture()
 
     def save_picture(self, name):
-        if self.desktop.is_up():
-            PICTURES.mkdir(parents=True, exist_ok=True)
-            Image.fromarray(self.desktop.picture()).save(PICTURES / f"{name}.png", compress_level=1)
+        PICTURES.mkdir(parents=True, exist_ok=True)
+        Image.fromarray(self.desktop.picture()).save(PICTURES / f"{name}.png", compress_level=1)
 
     # acting
 

@@ -13,49 +13,45 @@ FULL_HD, ULTRA_HD = (1920, 1080), (3840, 2160)
 AWAY = 600, 100  # where the pointer covers nothing that changes
 
 
-class Player:
+class Player(Robot):
     """A robot with what these tests ask of the desktop."""
-
-    def __init__(self, robot):
-        self.robot, self.desktop, self.installation = robot, robot.desktop, robot.installation
-        geometry = self.desktop.root.get_geometry()
-        self.desktop_size = geometry.width, geometry.height
 
     # the window
 
     def size(self):
-        geometry = self.robot.window().get_geometry()
+        geometry = self.window().get_geometry()
         return geometry.width, geometry.height
 
     def wait_for_size(self, size, own=(800, 600)):
-        wait_until(lambda: self.size() == size and self.robot.place() == fitted(*size, own=own),
+        wait_until(lambda: self.size() == size and self.place() == fitted(*size, own=own),
                    f"a window of {size} with the picture in it", 5 * SLOWNESS)
 
     def resize(self, *size, own=(800, 600)):
-        self.desktop.configure(self.robot.window(), width=size[0], height=size[1])
+        self.desktop.configure(self.window(), width=size[0], height=size[1])
         self.wait_for_size(size, own)
 
     def switch_mode(self, size=None):
         """Alt+W, until the window has its new size: the desktop's unless one is given."""
-        self.robot.key("w", "Alt_L")
-        self.wait_for_size(size or self.desktop_size)
+        self.key("w", "Alt_L")
+        desktop = self.desktop.root.get_geometry()
+        self.wait_for_size(size or (desktop.width, desktop.height))
         time.sleep(POINTER_PLACED_S)
 
     def is_full_screen(self):
-        return self.desktop.has_state(self.robot.window(), "_NET_WM_STATE_FULLSCREEN")
+        return self.desktop.has_state(self.window(), "_NET_WM_STATE_FULLSCREEN")
 
     # what it shows
 
     def menu(self):
-        self.robot.move(*AWAY)
-        return self.robot.standing_picture()
+        self.move(*AWAY)
+        return self.standing_picture()
 
     def check_shown(self, own, tolerance=2):
         """The window shows this picture, scaled, between black bars."""
         own_size = own.shape[1], own.shape[0]
         x, y, width, height = fitted(*self.size(), own=own_size)
-        assert self.robot.place() == (x, y, width, height)
-        window = self.desktop.picture(self.robot.window())
+        assert self.place() == (x, y, width, height)
+        window = self.desktop.picture(self.window())
         shown = window[y:y + height, x:x + width].astype(np.int16)
         window[y:y + height, x:x + width] = 0
         assert not window.any(), "the bars are not black"
@@ -71,11 +67,11 @@ class Player:
 @pytest.fixture
 def make_player(make_robot):
     def make(start=True, **options):
-        player = Player(make_robot(**{"window_manager": "openbox", "scale": 1} | options))
+        player = make_robot(Player, **{"window_manager": "openbox", "scale": 1} | options)
         player.installation.use_obedient_modules()
         player.installation.set("VELDOR_GRAPHICS", "screen_mode_range", 3)
         if start:
-            player.robot.start()
+            player.start()
         return player
     return make
 
@@ -83,5 +79,5 @@ def make_player(make_robot):
 @pytest.fixture(scope="module")
 def own_menu():
     """The menu as the library shows it, unscaled."""
-    with Robot(scale=0) as robot:
-        return Player(robot.start()).menu()
+    with Player(scale=0) as player:
+        return player.start().menu()
