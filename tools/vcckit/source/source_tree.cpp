@@ -8,7 +8,6 @@
 #include <tuple>
 #include <utility>
 
-#define TOML_EXCEPTIONS 0
 #include <toml++/toml.h>
 
 namespace vcc::kit {
@@ -195,13 +194,13 @@ private:
 SourceTree read(std::string_view source) {
     if (auto fault = fault_of_source_text(source))
         return {nullptr, std::move(fault)};
-    const toml::parse_result parsed = toml::parse(source);
-    if (!parsed) {
-        Place place = place_of(parsed.error().source());
+    try {
+        return {std::make_shared<const Node>(TreeBuilder(source).root(toml::parse(source))), std::nullopt};
+    } catch (const toml::parse_error& error) {
+        Place place = place_of(error.source());
         place.width = 1;
-        return {nullptr, source_fault(FaultCode::not_toml, place, "", "", std::string(parsed.error().description()))};
+        return {nullptr, source_fault(FaultCode::not_toml, place, "", "", std::string(error.description()))};
     }
-    return {std::make_shared<const Node>(TreeBuilder(source).root(parsed.table())), std::nullopt};
 }
 
 } // namespace
