@@ -4,13 +4,14 @@ The desktop, the language, a damage to the installation and every event are the 
 program is asked to close: one that is still there 20 s later hangs, and gdb, where there is one, tells where.
 """
 import random
+import struct
 import subprocess
 import time
 
 from Xlib import X
 from Xlib.error import BadDrawable, BadMatch, BadWindow
 
-from support.installation import CONFIG
+from support.installation import CELL_HEIGHT, CELL_WIDTH, CONFIG, SLOT_SIZE
 from support.robot import Robot
 
 MOVERS = ["Up", "Down", "Left", "Right", "Home", "End", "Prior", "Next", "Tab", "KP_Home"]  # of the focus
@@ -24,10 +25,21 @@ class Monkey:
     def __init__(self, robot, count, dice):
         self.robot, self.count, self.dice = robot, count, dice
         self.installation, self.desktop = robot.installation, robot.desktop
-        slots = robot.installation.slot_places
-        self.slots = [*slots("vcc"), *slots("vcc_options"), *HELP_BUTTONS]
+        self.slots = [*self.slot_places("vcc"), *self.slot_places("vcc_options"), *HELP_BUTTONS]
         self.done = self.starts = self.ends_by_itself = self.focus_moved_at = 0
         self.place, self.corner, self.pause, self.late = (0, 0), (0, 0), 0, []
+
+    def slot_places(self, name):
+        """A point inside every slot of a screen's file."""
+        data = self.installation.path(f"tools/language/english/e_{name}.slt").read_bytes()
+        for index in range((len(data) - 4) // SLOT_SIZE):
+            numbers = struct.unpack_from("<25i", data, 4 + SLOT_SIZE * index)
+            box_width, box_height, column, row = numbers[3], numbers[4], numbers[7], numbers[8]
+            graphic, src_x, src_y, dest_x, dest_y = numbers[13:18]
+            if graphic:
+                yield dest_x + min((box_width - src_x) // 2, 40), dest_y + (box_height - src_y) // 2
+            else:
+                yield column * CELL_WIDTH + 4, row * CELL_HEIGHT + 7
 
     # what is sent
 

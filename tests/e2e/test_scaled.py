@@ -21,7 +21,7 @@ def test_window_and_full_screen_show_the_menu(make_player, own_menu, size, layou
         player.menu()
         player.check_shown(own_menu)
     player.switch_mode()
-    assert player.is_full_screen() and player.desktop.keyboard_is_free()
+    assert player.fills_the_desktop() and player.desktop.keyboard_is_free()
     player.menu()
     player.check_shown(own_menu)
     for place in ((600, 400), (2, 2)):  # the picture, a bar

@@ -71,7 +71,7 @@ def test_a_display_that_a_module_leaves_behind_is_set_again(make_player, own_men
         player.installation.order(f"leave {result}")
         player.forget_window()
         player.wait_for_menu()
-        assert player.is_full_screen() == (result == 255)
+        assert player.fills_the_desktop() == (result == 255)
         player.menu()
         player.check_shown(own_menu)
         assert player.installation.log_messages()[-1] == (f"hq.so has left a display of {size.replace(' ', ' x ')} "
@@ -83,7 +83,7 @@ def test_without_a_window_manager(make_player, own_menu):
     player = make_player(size=(1300, 1000), window_manager=None)
     player.resize(900, 700)
     player.switch_mode()
-    player.desktop.xrandr("--output", "screen", "--off", "--fb", "1100x800")  # a monitor goes away
+    player.desktop.run("xrandr", "--output", "screen", "--off", "--fb", "1100x800")  # a monitor goes away
     player.wait_for_size((1100, 800))
     player.menu()
     player.check_shown(own_menu)
@@ -93,7 +93,7 @@ def test_without_a_window_manager(make_player, own_menu):
 def test_full_screen_fills_the_monitor_where_the_window_is(make_player):
     player = make_player(start=False, size=(2400, 1000))
     for monitor in ("left", "1400/200x1000/200+0+0", "screen"), ("right", "1000/200x1000/200+1400+0", "none"):
-        player.desktop.xrandr("--setmonitor", *monitor)
+        player.desktop.run("xrandr", "--setmonitor", *monitor)
     player.start()
     for place, monitor in (((100, 100), (0, 1400)), ((1500, 100), (1400, 1000))):
         player.desktop.configure(player.window(), x=place[0], y=place[1])

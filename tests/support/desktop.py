@@ -50,17 +50,16 @@ class Desktop:
 
     def __init__(self, size=(1024, 768), depth=24, window_manager=None, server=(), server_environment=None):
         """`server` are more arguments of the X server, `server_environment` more of its environment."""
-        self.depth = depth
+        self.size, self.depth = size, depth
         self._server_arguments, self._server_environment = server, server_environment or {}
-        self._screen = f"{size[0]}x{size[1]}x{depth}"
         self._manager_name = window_manager
         self.manager = self._home = self._display = None
 
     def __enter__(self):
         reading, writing = os.pipe()
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._screen, "-nolisten", "tcp",
-             *self._server_arguments],
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "{}x{}x{}".format(*self.size, self.depth),
+             "-nolisten", "tcp", *self._server_arguments],
             pass_fds=[writing], env=os.environ | self._server_environment, stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL)
         os.close(writing)
@@ -141,9 +140,10 @@ class Desktop:
         window.configure(**place)
         self.send()
 
-    def xrandr(self, *options):
-        """Changes the screen or its monitors."""
-        subprocess.run(["xrandr", "-d", self.name, *options], check=True)
+    def run(self, *command):
+        """What a program on this desktop says."""
+        return subprocess.run(command, env=os.environ | {"DISPLAY": self.name}, check=True, capture_output=True,
+                              text=True).stdout
 
     def origin(self, window):
         place = self.root.translate_coords(window, 0, 0)
@@ -246,10 +246,14 @@ class Desktop:
     def send(self):
         self._display.sync()
 
+    def queue(self, kind, detail=0, x=0, y=0):
+        """An event that goes out with the next one that is sent."""
+        xtest.fake_input(self._display, kind, detail, x=x, y=y)
+
     def at_once(self, *events):
         """Events (kind, detail, x, y), with no time in between."""
-        for kind, detail, *place in events:
-            xtest.fake_input(self._display, kind, detail, X.CurrentTime, X.NONE, *place)
+        for event in events:
+            self.queue(*event)
         self.send()
 
     def move(self, x, y):

@@ -15,6 +15,7 @@ from support.desktop import Desktop, stop, wait_until
 from support.installation import PROJECT, Installation, image
 from support.system import NO_SOUND, SYSTEM
 
+FULL_SCREEN = "_NET_WM_STATE_FULLSCREEN"
 TITLE = SYSTEM.window_titles[0]
 PICTURES = PROJECT / "out/e2e"
 MENU_PICTURE = "images/menu.pcx"
@@ -110,10 +111,12 @@ class Robot:
         return next((window for window, _, width in reversed(list(self.desktop.windows())) if width >= 800), None)
 
     def fills_the_desktop(self):
-        """Whether the program is in full screen."""
+        """Whether the program is in full screen. A maximised window may be as large."""
         if self.system.has_own_desktop:  # whose size is that of the mode
             return self.desktop.find_window(TITLE).get_geometry().width == 800
-        return any(width == 1024 for _, _, width in self.desktop.windows())
+        return any(width == self.desktop.size[0] and name != "mutter guard window" and
+                   (self.desktop.has_state(window, FULL_SCREEN) or window.get_attributes().override_redirect)
+                   for window, name, width in self.desktop.windows())
 
     def close_window(self):
         """What the window's close button does."""
@@ -198,7 +201,9 @@ class Robot:
 
     def save_picture(self, name):
         PICTURES.mkdir(parents=True, exist_ok=True)
-        Image.fromarray(self.desktop.picture()).save(PICTURES / f"{name}.png", compress_level=1)
+        path = PICTURES / f"{name}.png"
+        Image.fromarray(self.desktop.picture()).save(path, compress_level=1)
+        return path
 
     # acting
 

@@ -33,12 +33,8 @@ class Player(Robot):
     def switch_mode(self, size=None):
         """Alt+W, until the window has its new size: the desktop's unless one is given."""
         self.key("w", "Alt_L")
-        desktop = self.desktop.root.get_geometry()
-        self.wait_for_size(size or (desktop.width, desktop.height))
+        self.wait_for_size(size or self.desktop.size)
         time.sleep(POINTER_PLACED_S)
-
-    def is_full_screen(self):
-        return self.desktop.has_state(self.window(), "_NET_WM_STATE_FULLSCREEN")
 
     # what it shows
 
