@@ -61,7 +61,8 @@ const char* enter_world() {
     load_language_files();
     if (!load_fonts(path::fonts))
         return "the fonts cannot be loaded";
-    if (!load_installation({.failed = [](LoadFailure) {}, .before_pictures = {}}))
+    load_sounds();
+    if (!load_screens() || !load_windows() || !load_pictures())
         return "the screens, text windows or pictures cannot be loaded";
     prepare_background_copies();
     blit(graphic_buffer(backdrop_buffer), graphic_buffer(text_copy_buffer), 0, 0, 0, 0, layout_width, layout_height);

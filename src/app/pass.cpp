@@ -24,7 +24,6 @@
 #include <allegro.h>
 
 #include <algorithm>
-#include <cstddef>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -42,27 +41,25 @@ void prepare_pass() {
     module_prefix = "CC ";
 }
 
-struct FailureRow {
-    LoadFailure failure;
+/// What is told of a part that cannot be loaded.
+struct FailureText {
     std::string_view shown; ///< empty: logged only
     const char* logged;
     bool pending; ///< the clean-up logs it again
 };
-constexpr FailureRow failures[] = {
-    {LoadFailure::sound, "", "CC:Sound initialization failed!\n", true},
-    {LoadFailure::screens, "CC: Error initializing Graphics\n", "Error initializing Graphics\n", true},
-    {LoadFailure::windows, "Error loading transparent Text-Windows!", "Error loading transparent Text-Windows", false},
-    {LoadFailure::pictures, "CC: Error loading Graphicbuffers!", "Error loading Graphicbuffers\n", false},
-};
-static_assert(std::size(failures) == static_cast<std::size_t>(LoadFailure::count));
+constexpr FailureText no_sound{"", "CC:Sound initialization failed!\n", true},
+    no_screens{"CC: Error initializing Graphics\n", "Error initializing Graphics\n", true},
+    no_windows{"Error loading transparent Text-Windows!", "Error loading transparent Text-Windows", false},
+    no_pictures{"CC: Error loading Graphicbuffers!", "Error loading Graphicbuffers\n", false};
 
-void report_failure(Session& session, LoadFailure failure) {
-    const FailureRow& row = *std::ranges::find(failures, failure, &FailureRow::failure);
-    if (row.pending)
-        session.pending_error = row.shown.empty() ? row.logged : row.shown;
-    if (!row.shown.empty())
-        show_alert(row.shown);
-    write_log(row.logged);
+/// Returns false.
+bool report(Session& session, const FailureText& failure) {
+    if (failure.pending)
+        session.pending_error = failure.shown.empty() ? failure.logged : failure.shown;
+    if (!failure.shown.empty())
+        show_alert(failure.shown);
+    write_log(failure.logged);
+    return false;
 }
 
 void play_films() {
@@ -80,6 +77,20 @@ void play_films() {
     read_pictures_ahead(listed_pictures(path::buffer_list));
     platform::release_film_decoder();
     resume_music_voice();
+}
+
+/// Loads what the screens need. False if anything but sound failed.
+bool load_pass(Session& session) {
+    if (!load_sounds())
+        report(session, no_sound);
+    if (!load_screens())
+        return report(session, no_screens);
+    if (std::exchange(session.films_due, false))
+        play_films();
+    show_next_background();
+    if (!load_windows())
+        return report(session, no_windows);
+    return load_pictures() || report(session, no_pictures);
 }
 
 std::optional<Module> run_screens() {
@@ -102,15 +113,7 @@ void pass_cleanup(const Session& session) {
 
 std::optional<Module> run_pass(Session& session) {
     prepare_pass();
-    std::optional<Module> choice;
-    if (load_installation({.failed = [&](LoadFailure failure) { report_failure(session, failure); },
-                           .before_pictures =
-                               [&] {
-                                   if (std::exchange(session.films_due, false))
-                                       play_films();
-                                   show_next_background();
-                               }}))
-        choice = run_screens();
+    const std::optional<Module> choice = load_pass(session) ? run_screens() : std::nullopt;
     set_status_target(nullptr);
     free_cc_slot_sets();
     pass_cleanup(session);

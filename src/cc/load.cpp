@@ -58,11 +58,6 @@ void setup_cc_screens() {
     options_screen.play_theme();
 }
 
-bool fail(const LoadHooks& hooks, LoadFailure failure) {
-    hooks.failed(failure);
-    return false;
-}
-
 } // namespace
 
 bool load_sounds() {
@@ -71,14 +66,16 @@ bool load_sounds() {
     return !sound_on || read_sound_setup(path::sound_setup) != 0;
 }
 
-bool load_screens(const LoadHooks& hooks) {
+bool load_screens() {
     set_up_drawing();
     if (load_cc_slot_sets() != 0)
-        return fail(hooks, LoadFailure::screens);
+        return false;
     setup_cc_screens();
-    if (hooks.before_pictures)
-        hooks.before_pictures();
-    return load_text_windows(text_window_prefix + path::text_windows) != 0 || fail(hooks, LoadFailure::windows);
+    return true;
+}
+
+bool load_windows() {
+    return load_text_windows(text_window_prefix + path::text_windows) != 0;
 }
 
 bool load_pictures() {
@@ -88,18 +85,9 @@ bool load_pictures() {
     return picture && picture->w >= layout_width && picture->h >= layout_height;
 }
 
-bool load_installation(const LoadHooks& hooks) {
-    if (!load_sounds())
-        fail(hooks, LoadFailure::sound);
-    return load_screens(hooks) && (load_pictures() || fail(hooks, LoadFailure::pictures));
-}
-
 void fill_fields() {
-    const auto fill = [](int field, const auto& setting) {
-        store_text(option_slot(field).text, text_of(setting).substr(0, field_text_length));
-    };
-    fill(options_slot::player_name, settings.player_name);
-    fill(options_slot::ip_address, settings.ip_address);
+    store_text(option_slot(options_slot::player_name).text, settings.player_name);
+    store_text(option_slot(options_slot::ip_address).text, settings.ip_address);
 }
 
 void prepare_background_copies() {

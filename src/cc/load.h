@@ -6,7 +6,6 @@
 
 #include <allegro.h>
 
-#include <functional>
 #include <optional>
 
 namespace vcc {
@@ -14,32 +13,19 @@ namespace vcc {
 /// Once per process: the prefixes and messages of a language (1, 2), or of the one that the language file names.
 void load_language_files(std::optional<int> number = {});
 
-enum class LoadFailure {
-    sound,    ///< loading continues without it
-    screens,  ///< the slot sets
-    windows,  ///< the window file of the language
-    pictures, ///< the buffer list, one of its pictures, or a missing or too small screen picture
-    count     ///< no failure: how many there are
-};
+// What a pass loads, in this order. False after a failure; only without sound a pass goes on.
 
-struct LoadHooks {
-    std::function<void(LoadFailure)> failed; ///< called at once
-    std::function<void()> before_pictures;   ///< called after settings, sound and screens are loaded; may be empty
-};
-
-/// Loads what a pass needs: sound, screens and pictures, in this order. False if anything but sound failed.
-bool load_installation(const LoadHooks& hooks);
-
-// Its parts, so that drawing many pictures of an installation need not load everything each time.
-
-/// Loads the sounds of the set-up file. False if that fails; sound that is switched off is no failure.
+/// Loads the sounds of the set-up file. Sound that is switched off is no failure.
 bool load_sounds();
 
-/// Loads font sizes, slot sets, settings and what follows from them (field texts, volumes, the theme, the keyboard's
-/// mapping file), and text windows. False after a failure.
-bool load_screens(const LoadHooks& hooks);
+/// Loads font sizes, slot sets, settings and what follows from them: field texts, volumes, the theme, the keyboard's
+/// mapping file.
+bool load_screens();
 
-/// Loads the pictures of the buffer list. False after a failure, or without a picture for the screens to draw on.
+/// Loads the text windows of the language.
+bool load_windows();
+
+/// Loads the pictures of the buffer list. Without one for the screens to draw on, that is a failure.
 bool load_pictures();
 
 void fill_fields();

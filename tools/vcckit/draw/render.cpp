@@ -153,14 +153,11 @@ std::string Renderer::load(const RenderRequest& request) {
         return "the fonts cannot be loaded";
     kept_->fonts = true;
     load_sounds_once();
-    std::string fault;
-    load_screens({.failed =
-                      [&](LoadFailure failure) {
-                          fault = failure == LoadFailure::screens ? "the slot files cannot be loaded"
-                                                                  : "the text windows cannot be loaded";
-                      },
-                  .before_pictures = {}});
-    return fault.empty() ? load_pictures_once() : fault;
+    if (!load_screens())
+        return "the slot files cannot be loaded";
+    if (!load_windows())
+        return "the text windows cannot be loaded";
+    return load_pictures_once();
 }
 
 Result<BitmapPtr> Renderer::draw(const RenderRequest& request) {
