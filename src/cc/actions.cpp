@@ -20,11 +20,15 @@ namespace vcc {
 
 namespace {
 
-template <auto setting>
-void take_field(int field) {
+std::string field_text(int field) {
     std::string text{text_of(option_slot(field).text)};
     trim_right(text);
-    store_text(settings.*setting, text);
+    return text.substr(0, field_text_limit);
+}
+
+void take_fields() {
+    settings.player_name = field_text(options_slot::player_name);
+    settings.ip_address = field_text(options_slot::ip_address);
 }
 
 // What codes that belong to no option do. They may replace `target`.
@@ -35,22 +39,20 @@ ScreenOutcome end_with(BITMAP*&) {
 }
 
 ScreenOutcome accept(BITMAP*&) {
-    take_field<&Settings::player_name>(options_slot::player_name);
-    take_field<&Settings::ip_address>(options_slot::ip_address);
+    take_fields();
     save_settings();
     return ScreenResult::menu;
 }
 
-template <auto setting, int field>
 ScreenOutcome take(BITMAP*&) {
     show_loop_button(false);
-    take_field<setting>(field);
+    take_fields();
     return {};
 }
 
 ScreenOutcome show_manual(BITMAP*& target) {
     if (needs_met(Needs::music))
-        options_screen.take_loop_button_away(target, cc_screen == CcScreen::options);
+        options_screen.take_loop_button_away(target);
     open_manual();
     draw_module_marker(target, options_screen);
     return {};
@@ -106,7 +108,7 @@ constexpr ActionRow actions[] = {
     {4, "battle", end_with<ScreenResult::battle>},
     {5, "options", end_with<ScreenResult::options>},
     {6, "accept", accept},
-    {17, "take_player_name", take<&Settings::player_name, options_slot::player_name>, true},
+    {17, "take_player_name", take, true},
     {18, "manual", show_manual, true},
     {30, "cancel", end_with<ScreenResult::menu>},
     {31, "select_hq", select<Module::hq>},
@@ -115,7 +117,7 @@ constexpr ActionRow actions[] = {
     {34, "select_cc", select<Module::control_centre>},
     {38, "theme_loop", toggle_loop},
     {50, "reset", reset, true},
-    {51, "take_address", take<&Settings::ip_address, options_slot::ip_address>},
+    {51, "take_address", take},
     {998, "back", end_with<ScreenResult::menu>},
 };
 

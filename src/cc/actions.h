@@ -6,7 +6,6 @@
 
 #include <allegro.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 

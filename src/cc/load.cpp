@@ -37,8 +37,6 @@ void load_language_files(std::optional<int> number) {
 
 namespace {
 
-constexpr std::size_t field_text_length = 15;
-
 void set_up_drawing() {
     configure_fonts();
     select_font(0);

@@ -14,20 +14,18 @@ void give_normal_look(int index);
 void highlight(int index);
 
 /// Gives the button of a value entry its resting look, or grey; the marked one is lit.
-void rest_value(const OptionRow* option, int value);
+void rest_value(const OptionRow& option, int value);
 void light_value(int value);
 
-/// Makes an entry of the value panel what a row shows there now.
+/// Makes an entry of the value panel what a row shows there now, with its label.
 void set_entry(const OptionRow& option, int value);
-void set_label(int value, std::string_view label);
-void hide_entry(int value);
 
 /// Writes the lines of an explanation, `first` being the number of its first text.
 void set_explanation(int first);
 
 void show_loop_button(bool shown);
-/// Writes a module's loop-theme label; `number` is the theme's number, counted from 1.
-void show_loop_label(Module module, int number);
+/// Writes the label of what a module plays: its theme, or all.
+void show_loop_label(Module module);
 /// Shows the button and the label of a module's theme.
 void show_loop_controls(Module module);
 

@@ -27,9 +27,9 @@ int offered_values(const OptionRow& option) {
 }
 
 Entry entry_of(const OptionRow& option, int value) {
-    if (option.rules.entry)
-        return option.rules.entry(value);
-    return value < offered_values(option) ? Entry::choosable : Entry::hidden;
+    if (value >= offered_values(option))
+        return Entry::hidden;
+    return option.rules.entry ? option.rules.entry(value) : Entry::choosable;
 }
 
 bool is_choice(const OptionRow& option, int value) {

@@ -47,7 +47,7 @@ constexpr int value_record(int i) {
 }
 
 /// Group of the option's connector lines.
-enum class Group { none, sound, display, battle };
+enum class Group { sound, display, battle };
 enum class Needs { nothing, sound, music };
 enum class Stepping {
     wrap, ///< one up or down, from one end to the other
@@ -63,12 +63,6 @@ enum class Entry {
     as_it_was
 };
 
-/// Reads and writes an option's setting, for the sound options that of a module.
-struct OptionValue {
-    int (*get)(Module module);
-    void (*set)(Module module, int value);
-};
-
 /// What only some options do; null: nothing.
 struct OptionRules {
     Needs needs = Needs::nothing; ///< what must be in use, or the row does nothing
@@ -77,7 +71,7 @@ struct OptionRules {
     void (*settle)(int direction) = nullptr;  ///< before the row is shown; direction (+1, -1) of the step
     bool (*may_step)(bool forward) = nullptr; ///< another condition than `needs`
     bool (*may_choose)() = nullptr;           ///< the same for the value buttons
-    Entry (*entry)(int value) = nullptr;      ///< how the panel shows its entries; null: the offered ones as choosable
+    Entry (*entry)(int value) = nullptr;      ///< how the panel shows the values that are offered; null: as choosable
     bool shown_when_pointed_at = true;        ///< pointing at the button shows the row
     bool presses_twice = false;               ///< a step shows the button's pressed look once more
     bool presses_in_vain = false;             ///< a right click shows it even if the option cannot be stepped
@@ -94,24 +88,16 @@ struct OptionRow {
     int choose_code; ///< action code of the value buttons
     int explanation; ///< number of its first line among the texts of the screens
     ValueLabels labels;
-    int offered; ///< values that are shown and can be reached; 0: as many as there are themes
-    OptionValue value;
+    int offered;                    ///< values that are shown and can be reached; 0: as many as there are themes
+    int& (*setting)(Module module); ///< the option's setting, for the sound options that of a module
     OptionRules rules = {};
 
-    int get(Module module) const { return value.get(module); }
-    void set(Module module, int number) const { value.set(module, number); }
+    int get(Module module) const {
+        const int value = setting(module);
+        return rules.stepping == Stepping::flip ? value != 0 : value;
+    }
+    void set(Module module, int value) const { setting(module) = value; }
     constexpr bool of_sound() const { return group == Group::sound; } ///< goes with the module selector
-};
-
-/// What the options screen shows.
-struct OptionsState {
-    Module selected_module = Module::hq; ///< whose sound rows are shown
-    Row option_row = Row::effects;       ///< whose values are shown
-    int marked_value = 0;                ///< value whose entry is marked in the value panel
-    Row info_row = Row::none;            ///< whose explanation the box shows
-
-    /// Slot of the selected module's selector button.
-    int selector_button() const { return options_slot::first_selector + static_cast<int>(selected_module); }
 };
 
 std::span<const OptionRow> option_rows();
@@ -119,6 +105,19 @@ std::span<const OptionRow> option_rows();
 /// The row with a number, or with a button or action code; null if there is none.
 const OptionRow* find_row(Row row);
 const OptionRow* find_row(int OptionRow::*member, int value);
+
+/// What the options screen shows.
+struct OptionsState {
+    Module selected_module = Module::hq; ///< whose sound rows are shown
+    Row option_row = Row::effects;       ///< whose values are shown; always an option's
+    int marked_value = 0;                ///< value whose entry is marked in the value panel
+    Row info_row = Row::none;            ///< whose explanation the box shows
+
+    const OptionRow& shown_option() const { return *find_row(option_row); }
+
+    /// Slot of the selected module's selector button.
+    int selector_button() const { return options_slot::first_selector + static_cast<int>(selected_module); }
+};
 
 /// Number of values that a row offers now, 0 to 11.
 int offered_values(const OptionRow& option);

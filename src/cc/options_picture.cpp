@@ -55,19 +55,19 @@ void restore_buttons(BITMAP* target, const OptionsState& state) {
         give_normal_look(index);
         draw_option_slot(target, index);
     };
-    const OptionRow* current = find_row(state.option_row);
-    if (!current || !current->of_sound())
+    const OptionRow& current = state.shown_option();
+    if (!current.of_sound())
         draw_resting(state.selector_button());
     for (const OptionRow& option : option_rows())
         if (option.of_sound())
             draw_resting(option.button);
-    if (current && current->of_sound())
-        draw_highlighted(target, current->button);
+    if (current.of_sound())
+        draw_highlighted(target, current.button);
 }
 
 void draw_resting_values(BITMAP* target, const OptionsState& state) {
     for (int i = 0; i < value_entry_limit; ++i) {
-        rest_value(find_row(state.option_row), i);
+        rest_value(state.shown_option(), i);
         draw_option_slot(target, value_button(i));
     }
 }
@@ -82,16 +82,9 @@ void draw_marked_value(BITMAP* target, const OptionsState& state) {
 void draw_value_panel(BITMAP* target, const OptionsState& state, const OptionRow& option) {
     const EffectsHeld held;
     draw_connectors(target, state);
-    for (int i = 0; i < value_entry_limit; ++i)
+    for (int i = 0; i < value_entry_limit; ++i) {
         set_entry(option, i);
-    const int offered = offered_values(option);
-    for (int i = 0; i < offered; ++i) {
-        set_label(i, value_label(option, i));
         draw_option_slot(target, value_button(i));
-    }
-    for (int i = offered; i < value_entry_limit; ++i) {
-        set_label(i, {});
-        hide_entry(i);
     }
     draw_value_marker(target, option, option.get(state.selected_module));
 }

@@ -151,7 +151,7 @@ void OptionsScreen::select_module(BITMAP* target, Module module) {
     {
         const EffectsHeld held;
         show_loop_button(false);
-        if (!find_row(option_row)->of_sound()) {
+        if (!shown_option().of_sound()) {
             option_row = first_option_row();
             restore_buttons(target, *this);
         }
@@ -160,14 +160,14 @@ void OptionsScreen::select_module(BITMAP* target, Module module) {
         draw_option_slot(target, selector_button());
         draw_press(target, option_slot(selector_button()), false);
         selected_module = module;
-        const OptionRow& option = *find_row(option_row);
-        if (!option.of_sound()) {
-            put_on_panel(target, option);
-        } else if (needs_met(option.rules.needs)) {
-            draw_highlighted(target, option.button);
-            if (option.rules.loops)
+        const OptionRow& shown = shown_option();
+        if (!shown.of_sound()) {
+            put_on_panel(target, shown);
+        } else if (needs_met(shown.rules.needs)) {
+            draw_highlighted(target, shown.button);
+            if (shown.rules.loops)
                 show_loop_controls(selected_module);
-            draw_row(target, option);
+            draw_row(target, shown);
         }
     }
     if (!sound_on)
@@ -189,19 +189,19 @@ void OptionsScreen::refresh_module_rows(BITMAP* target) {
         return;
     const EffectsHeld held;
     draw_press(target, option_slot(selector_button()), true);
-    if (!find_row(option_row)->of_sound()) {
+    if (!shown_option().of_sound()) {
         info_row = Row::none;
         option_row = Row::effects;
     }
-    const OptionRow& option = *find_row(option_row);
-    if (!needs_met(option.rules.needs))
+    const OptionRow& shown = shown_option();
+    if (!needs_met(shown.rules.needs))
         return;
     const bool explained = info_row == option_row;
     if (!explained)
         explain(target, option_row);
-    if (explained && option.rules.loops)
+    if (explained && shown.rules.loops)
         return; // its panel follows the music anyway
-    draw_row(target, option);
+    draw_row(target, shown);
     restore_buttons(target, *this);
 }
 
@@ -211,7 +211,7 @@ void OptionsScreen::toggle_loop(BITMAP* target) {
     int& loop = theme_loop[index_of(selected_module)];
     loop = loop ? 0 : 1;
     play_theme();
-    show_loop_label(selected_module, settings.theme[index_of(selected_module)] + 1);
+    show_loop_label(selected_module);
     show_changed_row(target, *find_row(Row::theme), 1);
 }
 
@@ -221,17 +221,17 @@ void OptionsScreen::refresh(BITMAP* target) {
         use_effects_volume(selected_module);
     }
     explain(target, option_row);
-    put_on_panel(target, *find_row(option_row));
+    put_on_panel(target, shown_option());
     restore_buttons(target, *this);
     if (needs_met(Needs::music) && settings.theme[index_of(selected_module)] < number_of_themes)
         play_theme();
     draw_module_marker(target, *this);
 }
 
-void OptionsScreen::take_loop_button_away(BITMAP* target, bool shown) {
+void OptionsScreen::take_loop_button_away(BITMAP* target) {
     show_loop_button(false);
-    if (shown && option_row == Row::theme)
-        draw_row(target, *find_row(option_row));
+    if (cc_screen == CcScreen::options && option_row == Row::theme)
+        draw_row(target, shown_option());
 }
 
 void OptionsScreen::point_at_row(BITMAP* target, const OptionRow& option) {
@@ -254,10 +254,9 @@ void OptionsScreen::point_at_row(BITMAP* target, const OptionRow& option) {
 
 void OptionsScreen::point_at_values(BITMAP* target) {
     draw_marked_value(target, *this);
-    const OptionRow* option = find_row(option_row);
-    if (option->rules.loops)
+    if (shown_option().rules.loops)
         explain(target, option_row);
-    if (option->of_sound())
+    if (shown_option().of_sound())
         draw_module_marker(target, *this, true);
 }
 

@@ -33,8 +33,8 @@ public:
     /// Shows the settings again after a reset.
     void refresh(BITMAP* target);
 
-    /// Makes the loop button inert, and removes it from the picture if `shown`.
-    void take_loop_button_away(BITMAP* target, bool shown);
+    /// Makes the loop button inert, and removes it from the picture.
+    void take_loop_button_away(BITMAP* target);
 
     /// Plays the selected module's theme; after a failure disables the music controls. False if nothing plays.
     bool play_theme();
@@ -45,8 +45,7 @@ public:
     /// Explains a row; an unknown one leaves the lines unchanged.
     void explain(BITMAP* target, Row row);
 
-    int theme_display_live = 0; ///< the screen may redraw its panels without input
-    int depth_at_menu = 0;      ///< `bitmap_depth` when the main menu was last entered, or as a reset has set it
+    int depth_at_menu = 0; ///< `bitmap_depth` when the main menu was last entered, or as a reset has set it
 
 private:
     void mark_value(BITMAP* target, int value);

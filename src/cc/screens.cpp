@@ -62,7 +62,6 @@ void name_hints(BITMAP* shown, SlotSet& set, bool for_gamepad) {
 }
 
 void open_help(BITMAP* target, SlotSet& set, int current) {
-    const SwitchSet quiet(options_screen.theme_display_live, 0);
     const SwitchSet up(cc_screen, CcScreen::help);
     const SwitchSet whole(drawing.full_redraw, anti_aliased_text ? 1 : drawing.full_redraw);
     show_help({target, graphic_buffer(help_save_buffer), &message_set, &set.slots[static_cast<std::size_t>(current)],
@@ -88,7 +87,7 @@ ScreenResult run_set(BITMAP*& target, SlotSet& set) {
 }
 
 ScreenResult run_menu(BITMAP*& target) {
-    options_screen.theme_display_live = 0;
+    cc_screen = CcScreen::menu;
     options_screen.depth_at_menu = settings.bitmap_depth;
     keep_text_background(menu_set);
     return run_set(target, menu_set);
@@ -108,10 +107,9 @@ bool change_depth(BITMAP*& target) {
 void restart_cc_music() {
     if (!needs_met(Needs::music))
         return;
-    options_screen.theme_display_live = 0;
     use_effects_volume(Module::control_centre);
     if (options_screen.play_theme())
-        show_loop_label(Module::control_centre, settings.theme[cc_module] + 1);
+        show_loop_label(Module::control_centre);
 }
 
 ScreenResult after_options(BITMAP*& target, ScreenResult next) {
@@ -131,6 +129,7 @@ ScreenResult after_options(BITMAP*& target, ScreenResult next) {
 }
 
 ScreenResult run_options(BITMAP*& target) {
+    cc_screen = CcScreen::options;
     options_screen.open();
     keep_text_background(options_set);
     const ScreenResult next = run_set(target, options_set);
@@ -152,30 +151,17 @@ std::optional<Module> run_cc_screens(BITMAP* target) {
     themes.shown = settings.theme[cc_module]; // another theme may have begun while the pictures were loaded
     options_screen.select_module(target, Module::control_centre);
     if (needs_met(Needs::music)) {
-        show_loop_label(Module::control_centre, settings.theme[cc_module] + 1);
+        show_loop_label(Module::control_centre);
         const EffectsHeld held;
         options_screen.draw_row(target, *find_row(Row::theme));
     }
     clear_to_colour(target, clear_colour);
-    for (ScreenResult state = ScreenResult::menu;;) {
-        options_screen.theme_display_live = 1;
-        switch (state) {
-        case ScreenResult::menu:
-            cc_screen = CcScreen::menu;
-            state = run_menu(target);
-            break;
-        case ScreenResult::options:
-            cc_screen = CcScreen::options;
-            state = run_options(target);
-            break;
-        case ScreenResult::hq:
-        case ScreenResult::factory:
-        case ScreenResult::battle:
-            return Module{static_cast<int>(state) - static_cast<int>(ScreenResult::hq)};
-        case ScreenResult::leave:
-            return {};
-        }
-    }
+    ScreenResult state = ScreenResult::menu;
+    while (state == ScreenResult::menu || state == ScreenResult::options)
+        state = state == ScreenResult::menu ? run_menu(target) : run_options(target);
+    if (state == ScreenResult::leave)
+        return {};
+    return Module{static_cast<int>(state) - static_cast<int>(ScreenResult::hq)};
 }
 
 void on_pointer_over(BITMAP* target, int slot) {
@@ -188,8 +174,8 @@ void on_pointer_over(BITMAP* target, int slot) {
 void follow_music(BITMAP* target) {
     if (!needs_met(Needs::music) || !music_voice_running())
         return;
-    if (notice_theme(options_screen.selected_module) && music_on && options_screen.theme_display_live &&
-        cc_screen == CcScreen::options && options_screen.option_row == Row::theme) {
+    if (notice_theme(options_screen.selected_module) && music_on && cc_screen == CcScreen::options &&
+        options_screen.option_row == Row::theme) {
         options_screen.draw_row(target, *find_row(Row::theme));
         update_screen(target);
     }

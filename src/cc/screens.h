@@ -10,7 +10,7 @@
 namespace vcc {
 
 /// Runs the screens from the main menu until the player picks a module or leaves; then returns nothing. Needs
-/// load_installation() first.
+/// all that cc/load.h loads.
 std::optional<Module> run_cc_screens(BITMAP* target);
 
 /// The pointer entered or left a slot of the running screen.

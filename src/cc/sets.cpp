@@ -26,15 +26,6 @@ bool load_set(const ScreenFile& file, SlotSet& set) {
     return true;
 }
 
-/// The options screen addresses toggle records by fixed numbers: adds those that its file lacks, hidden.
-void complete_toggles(SlotSet& set, int count) {
-    Slot hidden{};
-    hide(hidden);
-    hidden.toggle = -1;
-    if (set.toggle_count() < count)
-        set.toggles.resize(static_cast<std::size_t>(count), hidden);
-}
-
 } // namespace
 
 int load_cc_slot_sets() {
@@ -43,7 +34,12 @@ int load_cc_slot_sets() {
         failed = !load_set(screen_files[i], *sets[i]) || failed;
     if (failed)
         return leave_code;
-    complete_toggles(options_set, options_slot::count);
+    // The options screen addresses toggle records by fixed numbers, too: those that its file lacks are hidden.
+    Slot hidden{};
+    hide(hidden);
+    hidden.toggle = -1;
+    if (options_set.toggle_count() < options_slot::count)
+        options_set.toggles.resize(options_slot::count, hidden);
     return 0;
 }
 

@@ -102,7 +102,7 @@ SetupResult finish(const Setup& setup) {
 }
 
 SetupResult set_configured(Setup& setup) {
-    bool full = static_cast<std::int8_t>(stored_number("screen_mode")) != 0;
+    bool full = read_number("screen_mode") != 0;
     const int bitmap_depth = stored_number("bitmap_depth");
     mode_range = screen_mode_range;
     if (mode_range == ModeRange::window_only) {

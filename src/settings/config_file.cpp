@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace vcc {
 
@@ -85,70 +86,63 @@ std::vector<ConfigChange> as_utf8(std::vector<ConfigChange> changes) {
     return changes;
 }
 
-/// Guards the shared file. Keeps the values on which file and library last agreed, and writes only what the library has
-/// changed since.
-class SharedFile {
-public:
-    void take_over();
+// The values on which file and library last agreed (nothing until the file is taken over) and the file's text then.
+// Only what the library has changed since is written.
+std::optional<ConfigValues> agreed_values;
+std::string agreed_text;
+bool library_changed = false; ///< it may hold more
 
-    /// Merges the library's changes into the file, which other programs may have written meanwhile, and reads it again.
-    /// After a failure they stay in memory for the next write. False, with nothing to write, if the library holds
-    /// another file's values.
-    bool write();
+std::string file_name() {
+    return platform::resolve_path(path::settings);
+}
 
-    void note_change() { changed_ = true; }
-
-    /// Whether write() has something to do: a noted change, or a file that others have written.
-    bool is_stale() const { return changed_ || !agreed_ || read_file(name()).value_or("") != text_; }
-
-private:
-    bool is_held(const ConfigValues& held) const;
-    void take_over(const std::string& text);
-    void hold(const std::string& text) const;
-    void report_failure();
-
-    std::string name() const { return platform::resolve_path(path::settings); }
-
-    std::optional<ConfigValues> agreed_; ///< nothing until the file is taken over
-    std::string text_;                   ///< of the file then
-    bool changed_ = false;               ///< the library may hold more
-    bool reported_ = false;
-};
-
-/// A module may leave another file selected: that one lacks a section of ours, and its values must not go into our
-/// file.
-bool SharedFile::is_held(const ConfigValues& held) const {
-    return agreed_ && std::ranges::all_of(*agreed_, [&](const auto& entry) {
+/// Whether the library holds the shared file's values. A module may leave another file selected: that one lacks a
+/// section of ours, and its values must not go into our file.
+bool is_shared_file(const ConfigValues& held) {
+    return agreed_values && std::ranges::all_of(*agreed_values, [&](const auto& entry) {
                const std::string& section = entry.first.first;
                const auto first = held.lower_bound({section, {}});
                return first != held.end() && first->first.first == section;
            });
 }
 
-void SharedFile::take_over() {
-    take_over(read_file(name()).value_or(""));
+/// Loads `text` into the library, without a file that it could damage. The library first writes its changes into its
+/// current file in place; it knows that file by a relative name, which leads nowhere from another folder.
+void hold(const std::string& text) {
+    const platform::FolderVisit elsewhere(platform::folder_of_program(file_name()));
+    set_config_data(text.c_str(), static_cast<int>(text.size()));
 }
 
-void SharedFile::take_over(const std::string& text) {
-    text_ = text;
+/// Has the library read the file, which has this text.
+void take_over(const std::string& text) {
     if (const std::string apart = with_sections_apart(text); apart == text)
-        set_config_file(name().c_str());
+        set_config_file(file_name().c_str());
     else
         hold(platform::latin1_from_utf8(apart)); // the file itself changes with the next value
-    agreed_ = held_values();
-    changed_ = false;
+    agreed_values = held_values();
+    agreed_text = text;
+    library_changed = false;
 }
 
-bool SharedFile::write() {
-    const ConfigValues held = agreed_ ? held_values() : ConfigValues();
-    if (!is_held(held))
+void report_failure() {
+    static bool reported = false;
+    if (!std::exchange(reported, true))
+        write_log(format_text("Cannot write %s", path::settings));
+}
+
+/// Merges the library's changes into the file, which other programs may have written meanwhile, and reads it again.
+/// After a failure they stay in memory for the next time. False, with nothing to merge, if the library holds another
+/// file's values.
+bool merge_changes() {
+    const ConfigValues held = agreed_values ? held_values() : ConfigValues();
+    if (!is_shared_file(held))
         return false;
-    const auto file = read_file(name());
-    const bool unreadable = !file && platform::file_exists(name()); // replacing it would lose its contents
+    const auto file = read_file(path::settings);
+    const bool unreadable = !file && platform::file_exists(file_name()); // replacing it would lose its contents
     const std::string before = file ? *file : "";
-    const std::vector<ConfigChange> changes = as_utf8(changes_between(*agreed_, held));
+    const std::vector<ConfigChange> changes = as_utf8(changes_between(*agreed_values, held));
     const std::string after = changes.empty() ? before : with_sections_apart(apply_changes(before, changes));
-    if (after == before || (!unreadable && replace_text(name(), after))) {
+    if (after == before || (!unreadable && replace_text(file_name(), after))) {
         hold("\n");
         take_over(after);
     } else {
@@ -158,21 +152,6 @@ bool SharedFile::write() {
     return true;
 }
 
-/// Loads `text` into the library, without a file that it could damage. The library first writes its changes into its
-/// current file in place; it knows that file by a relative name, which leads nowhere from another folder.
-void SharedFile::hold(const std::string& text) const {
-    const platform::FolderVisit elsewhere(platform::folder_of_program(name()));
-    set_config_data(text.c_str(), static_cast<int>(text.size()));
-}
-
-void SharedFile::report_failure() {
-    if (!reported_)
-        write_log(format_text("Cannot write %s", path::settings));
-    reported_ = true;
-}
-
-SharedFile shared_file;
-
 } // namespace
 
 void set_config_value(const std::string& section, const std::string& key, const std::string& value) {
@@ -180,19 +159,20 @@ void set_config_value(const std::string& section, const std::string& key, const 
     if (held && held == value) // setting it again would still have the library write the file
         return;
     set_config_string(section.c_str(), key.c_str(), value.c_str());
-    shared_file.note_change();
+    library_changed = true;
 }
 
 void flush_settings() {
-    if (shared_file.is_stale() && !shared_file.write())
+    const bool has_work = library_changed || !agreed_values || read_file(path::settings).value_or("") != agreed_text;
+    if (has_work && !merge_changes())
         flush_config_file();
 }
 
 void select_config_file() {
-    if (shared_file.write())
+    if (merge_changes())
         return;
-    std::remove((platform::resolve_path(path::settings) + temporary_suffix).c_str()); // of an interrupted write
-    shared_file.take_over();
+    std::remove((file_name() + temporary_suffix).c_str()); // of an interrupted write
+    take_over(read_file(path::settings).value_or(""));
 }
 
 bool config_flag(const char* section, const char* key) {

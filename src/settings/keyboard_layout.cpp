@@ -12,17 +12,13 @@
 
 namespace vcc {
 
-std::string_view keyboard_mapping_file(int keyboard) {
-    const bool known = keyboard >= 0 && keyboard < static_cast<int>(path::keyboards.size());
-    return path::keyboards[known ? static_cast<std::size_t>(keyboard) : 0];
-}
-
 void start_keyboard() {
     platform::install_keyboard_with(path::accents);
 }
 
 void write_keyboard_layout() {
-    write_text({rows::library, "keyboard"}, std::string(keyboard_mapping_file(settings.keyboard)));
+    const auto keyboard = static_cast<std::size_t>(settings.keyboard);
+    write_text({rows::library, "keyboard"}, std::string(path::keyboards[keyboard]));
     flush_settings();
 }
 

@@ -1,12 +1,7 @@
 // The keyboard layout: the mapping file that the graphics library reads when the keyboard is installed.
 #pragma once
 
-#include <string_view>
-
 namespace vcc {
-
-/// Mapping file of a keyboard setting; the US file outside 0 to 5.
-std::string_view keyboard_mapping_file(int keyboard);
 
 /// Installs the keyboard, with the installation's list of accents.
 void start_keyboard();

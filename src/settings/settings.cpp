@@ -1,6 +1,5 @@
 #include "settings/settings.h"
 
-#include "core/text.h"
 #include "settings/config_file.h"
 #include "settings/keyboard_layout.h"
 #include "settings/values.h"
@@ -13,27 +12,17 @@ namespace vcc {
 namespace {
 
 void read_row(const SettingRow& row, std::string_view suffix) {
-    if (const TextPlace* const place = std::get_if<TextPlace>(&row.place)) {
-        const std::string value = stored_text(row, suffix).substr(0, place->size - 1);
-        std::ranges::fill(std::ranges::copy(value, place->text).out, place->text + place->size, '\0');
-    } else if (row.kind == SettingKind::flag) {
-        *std::get<int*>(row.place) = stored_flag(row, suffix) ? 1 : 0;
-    } else {
-        const int value = in_range(row, stored_number(row, suffix));
-        if (std::int8_t* const* const byte = std::get_if<std::int8_t*>(&row.place))
-            **byte = static_cast<std::int8_t>(value); // 255 in the file is -1
-        else
-            *std::get<int*>(row.place) = value;
-    }
+    if (std::string* const* const place = std::get_if<std::string*>(&row.place))
+        **place = read_text(row).substr(0, static_cast<std::size_t>(row.max));
+    else
+        *std::get<int*>(row.place) = row.kind == SettingKind::flag ? read_flag(row) : read_number(row, 0, suffix);
 }
 
 void write_row(const SettingRow& row) {
-    if (const TextPlace* const place = std::get_if<TextPlace>(&row.place))
-        store(row, std::string(place->text));
-    else if (std::int8_t* const* const byte = std::get_if<std::int8_t*>(&row.place))
-        store(row, **byte);
+    if (std::string* const* const place = std::get_if<std::string*>(&row.place))
+        write_text(row, **place);
     else
-        store(row, *std::get<int*>(row.place));
+        write_number(row, *std::get<int*>(row.place));
 }
 
 template <typename Action>
@@ -76,7 +65,6 @@ void load_settings() {
         music_on = count_themes();
     store_number_of_themes(music_on);
     for_rows(rows::loaded, [](const SettingRow& row) { read_row(row, {}); });
-    anti_aliased_text = settings.anti_aliased;
     clamp_themes();
 }
 
@@ -92,8 +80,8 @@ void reset_settings() {
 
 void save_settings() {
     write_keyboard_layout(); // before and after: odd on purpose
-    if (settings.ip_address[0] == '\0')
-        store_text(settings.ip_address, ".");
+    if (settings.ip_address.empty())
+        settings.ip_address = ".";
     for_rows(rows::saved, write_row);
     write_keyboard_layout();
     for_rows(rows::ensured, ensure); // after the flush: odd on purpose

@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <limits>
 #include <span>
+#include <string>
 #include <string_view>
 #include <variant>
 
@@ -33,20 +33,20 @@ struct ModuleVolumes {
 struct Settings {
     std::array<ModuleVolumes, module_count> volumes{};
     std::array<int, module_count> theme{}; ///< 0 to number_of_themes - 1
-    std::int8_t screen_mode = 0;           ///< 0 window, non-zero full screen
+    int screen_mode = 0;                   ///< 0 window, non-zero full screen; a signed byte
     int resolution = 0;                    ///< 0 to 4; for other programs
     int bitmap_depth = 0;                  ///< 0 32-bit, 1 24-bit, 2 16-bit, 3 15-bit
-    int anti_aliased = 0;                  ///< copy of anti_aliased_text
     int brontar_anim = 0;                  ///< 0, 1
     int sprite_speed = 0;                  ///< 0 to 3
     int message_delay = 0;                 ///< 0 to 3
     int message_detail = 0;                ///< 0 to 3
-    char player_name[16] = {};             ///< 15 characters usable
-    char ip_address[16] = {};              ///< 15 characters usable; "." when empty
+    std::string player_name;               ///< at most field_text_limit characters
+    std::string ip_address;                ///< likewise; "." when empty
     int keyboard = 0;                      ///< 0 to 5
 };
 
-inline constexpr int font_count = 11; ///< fonts described by the settings
+inline constexpr int field_text_limit = 15; ///< characters of the player's name and address
+inline constexpr int font_count = 11;       ///< fonts described by the settings
 
 inline Settings settings;
 inline std::array<int, module_count> theme_loop{}; ///< 1: all themes one after another, 0: the chosen theme repeats
@@ -62,9 +62,10 @@ enum class SettingKind {
 
 /// What replaces a number outside its row's range when it is read.
 enum class Outside {
-    nearest,  ///< the nearest end of the range
-    standard, ///< the hard default
-    kept      ///< unchanged: the range is not known until everything is read
+    nearest,     ///< the nearest end of the range
+    standard,    ///< the hard default
+    signed_byte, ///< its lowest byte: 255 is -1
+    kept         ///< unchanged: the range is not known until everything is read
 };
 
 namespace rows {
@@ -82,14 +83,8 @@ enum Use : unsigned {
 
 } // namespace rows
 
-/// A zero-terminated character array of the settings.
-struct TextPlace {
-    char* text = nullptr;
-    std::size_t size = 0; ///< bytes with the terminating zero
-};
-
 /// Where a value is in memory; nothing for a key on its own or one only created.
-using Place = std::variant<std::monostate, int*, std::int8_t*, TextPlace>;
+using Place = std::variant<std::monostate, int*, std::string*>;
 
 struct SettingRow {
     std::string_view section;
@@ -123,8 +118,9 @@ inline constexpr std::string_view general = "VELDOR_GENERAL", sound = "VELDOR_SO
 
 inline constexpr int any_min = std::numeric_limits<int>::min(), any_max = std::numeric_limits<int>::max();
 
-constexpr SettingRow flag(std::string_view section, std::string_view key, unsigned uses, std::string_view help) {
-    return {section, key, SettingKind::flag, 0, "yes", 0, 1, uses, {}, help};
+constexpr SettingRow flag(std::string_view section, std::string_view key, unsigned uses, Place place,
+                          std::string_view help) {
+    return {section, key, SettingKind::flag, 0, "yes", 0, 1, uses, place, help};
 }
 
 constexpr SettingRow number(std::string_view section, std::string_view key, int standard, int min, int max,
@@ -178,10 +174,10 @@ constexpr SettingRow numbered(SettingRow row, std::span<const int> numbers,
 
 /// In the order in which settings are read and written.
 inline constexpr auto all = std::to_array<SettingRow>({
-    flag(general, "sound_at_all", on_its_own, "no: the program uses no sound"),
-    flag(general, "music_at_all", on_its_own, "no: no music is played"),
-    flag(general, "intro_at_all", on_its_own, "no: no films at the start"),
-    flag(general, "gamepad", on_its_own, "no: gamepads are not looked for"),
+    flag(general, "sound_at_all", on_its_own, {}, "no: the program uses no sound"),
+    flag(general, "music_at_all", on_its_own, {}, "no: no music is played"),
+    flag(general, "intro_at_all", on_its_own, {}, "no: no films at the start"),
+    flag(general, "gamepad", on_its_own, {}, "no: gamepads are not looked for"),
 
     effects("vcc_snd_volume", cc_module),
     theme("vcc_theme", 2, cc_module),
@@ -204,16 +200,15 @@ inline constexpr auto all = std::to_array<SettingRow>({
     number(sound, "number_of_themes", 0, 0, 11, saved, &number_of_themes,
            "number of music themes, 0 when music is off; written for the modules"),
 
-    // Stored as a signed byte without a range: any value but 0 is full screen.
-    number(graphics, "screen_mode", 0, any_min, any_max, offered, &settings.screen_mode, "0 window, 1 full screen"),
+    outside(Outside::signed_byte, number(graphics, "screen_mode", 0, any_min, any_max, offered, &settings.screen_mode,
+                                         "0 window, 1 full screen")),
     number(graphics, "screen_mode_range", -1, -1, 3, on_its_own, {},
            "display modes of the machine: -1 not probed yet, 1 full screen, 2 window, 3 both"),
     number(graphics, "resolution", 3, 0, 4, kept, &settings.resolution,
            "0 320x200, 1 640x400, 2 640x480, 3 800x600, 4 1024x768; this program is always 800x600"),
     number(graphics, "bitmap_depth", 0, 0, 3, offered, &settings.bitmap_depth,
            "0 32 bit, 1 24 bit, 2 16 bit, 3 15 bit"),
-    {graphics, "aa_at_all", SettingKind::flag, 0, "yes", 0, 1, loaded, &settings.anti_aliased,
-     "no: text edges are not smoothed"},
+    flag(graphics, "aa_at_all", loaded, &anti_aliased_text, "no: text edges are not smoothed"),
     number(graphics, "frame_rest", 0, 0, 100, loaded, &frame_rest,
            "longest sleep in milliseconds while nothing happens, which input ends; 0 only yields to other programs"),
     outside(Outside::standard,
@@ -232,9 +227,8 @@ inline constexpr auto all = std::to_array<SettingRow>({
     number(battle, "sprite_speed", 1, 0, 3, offered, &settings.sprite_speed, "speed of the animations"),
     number(battle, "message_delay", 1, 0, 3, offered, &settings.message_delay, "how long a message stays"),
     number(battle, "message_detail", 2, 0, 3, offered, &settings.message_detail, "how many messages are shown"),
-    text(battle, "player_name", "Player1", 15, kept, TextPlace{settings.player_name, sizeof settings.player_name},
-         "the player's name"),
-    text(battle, "ip_address", ".", 15, kept, TextPlace{settings.ip_address, sizeof settings.ip_address},
+    text(battle, "player_name", "Player1", field_text_limit, kept, &settings.player_name, "the player's name"),
+    text(battle, "ip_address", ".", field_text_limit, kept, &settings.ip_address,
          "the player's network address, \".\" if there is none"),
     text(battle, "battle_hq_ip", "N/A", 15, on_its_own, {}, "address of the HQ; written at every start"),
 
@@ -242,9 +236,9 @@ inline constexpr auto all = std::to_array<SettingRow>({
                                       "keyboard layout: 0 US, 1 German, 2 Finnish, 3 French, 4 Italian, 5 UK")),
 
     // Not used here; the battle module expects them.
-    flag(battle, "ambient_at_all", ensured, "for the battle module"),
+    flag(battle, "ambient_at_all", ensured, {}, "for the battle module"),
     number(battle, "message_max", 1, any_min, any_max, ensured, {}, "for the battle module"),
-    flag(battle, "3D_map", ensured, "for the battle module"),
+    flag(battle, "3D_map", ensured, {}, "for the battle module"),
     text(battle, "2D_style", "new", any_max, ensured, {}, "for the battle module"),
     number(battle, "maxmap_x", 34, any_min, any_max, ensured, {}, "for the battle module"),
     number(battle, "maxmap_y", 34, any_min, any_max, ensured, {}, "for the battle module"),

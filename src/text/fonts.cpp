@@ -74,7 +74,7 @@ void configure_fonts() {
             face->set_extra_spacing(read_number("font#_space", n));
             const std::size_t i = index_of(n);
             if (i >= proportional_fonts) // the cell includes the default spacing
-                face->set_fixed_advance(cell_widths[i] - standard_number("font#_space", n));
+                face->set_fixed_advance(cell_widths[i] - rows::font_spaces[i]);
         }
     configured = true;
     use_grid(font_count - 1);

@@ -1,6 +1,7 @@
 // What the action codes make of the settings, by left click, right click and choice, with sound and display as they
 // may be.
 #include "cc/actions.h"
+#include "cc/connectors.h"
 #include "cc/option_looks.h"
 #include "cc/options_screen.h"
 #include "cc/screens.h"
@@ -98,48 +99,50 @@ protected:
     BITMAP* target = picture.get();
 };
 
-TEST_F(Actions, EveryRowStepsRoundAndTakesAChoice) {
+TEST_F(Actions, RowsStepRoundAndTakeAChoiceIfTheirConditionsAreMet) {
     for (const OptionRow& option : option_rows()) {
         if (option.row == Row::depth)
             continue; // follows the display, see below
         const int top = offered_values(option) - 1;
-        option.set(Module::control_centre, top);
-        click(option.step_code);
-        EXPECT_EQ(option.get(Module::control_centre), 0) << "row " << option.name;
-        step_value(picture.get(), options_set, 22, false);
-        EXPECT_EQ(option.get(Module::control_centre), top) << "row " << option.name;
-        click(option.choose_code, 0);
-        EXPECT_EQ(option.get(Module::control_centre), 0) << "row " << option.name;
-    }
-}
-
-TEST_F(Actions, ConditionsThatAreNotMetChangeNothing) {
-    screen_mode_range = ModeRange::window_only;
-    for (Row row : {Row::effects, Row::music, Row::theme, Row::screen_mode}) {
-        const OptionRow& option = *find_row(row);
-        option.set(Module::control_centre, 1);
-        const SwitchSet unmet(row == Row::effects ? sound_on : music_on, 0);
-        click(option.step_code);
-        EXPECT_EQ(option.get(Module::control_centre), 1) << "row " << option.name;
-        step_value(picture.get(), options_set, 22, false);
-        click(option.choose_code, 0);
-        EXPECT_EQ(option.get(Module::control_centre), 1) << "row " << option.name;
+        const auto values_after = [&] {
+            std::vector<int> values;
+            const auto note = [&] { values.push_back(option.get(Module::control_centre)); };
+            option.set(Module::control_centre, top);
+            click(option.step_code);
+            note();
+            step_value(target, options_set, 22, false);
+            note();
+            click(option.choose_code, 0);
+            note();
+            return values;
+        };
+        EXPECT_EQ(values_after(), (std::vector{0, top, 0})) << option.name;
+        const SwitchSet unmet(option.row == Row::effects ? sound_on : music_on, 0);
+        const SwitchSet one_mode(screen_mode_range, ModeRange::window_only);
+        if (option.of_sound() || option.row == Row::screen_mode)
+            EXPECT_EQ(values_after(), (std::vector{top, top, top})) << option.name;
     }
 }
 
 TEST_F(Actions, DepthFollowsWhatTheDisplayOffers) {
     depth_class = {1, 0, 0};
-    click(11);
-    EXPECT_EQ(settings.bitmap_depth, 0) << "32 bits in use are not stepped away from";
-    step_value(picture.get(), options_set, 22, false);
-    EXPECT_EQ(settings.bitmap_depth, 0) << "nor back";
+    for (bool forward : {true, false}) {
+        forward ? void(click(11)) : step_value(target, options_set, 22, false);
+        EXPECT_EQ(settings.bitmap_depth, 0) << "32 bits in use are not stepped away from";
+    }
     depth_class = {0, 0, 1};
     click(11);
     EXPECT_EQ(settings.bitmap_depth, 2) << "24 bits are not offered: it moves on";
-    EXPECT_EQ(options_set.slots[56].toggle, -1) << "32 bits are not offered";
     screen_mode_range = ModeRange::full_screen_only;
     click(11);
     EXPECT_EQ(settings.bitmap_depth, 2) << "full screen only: no step forward";
+    settings.bitmap_depth = 1;
+    options_screen.point(target, 33);
+    EXPECT_EQ(settings.bitmap_depth, 2);
+    for (int lacking : {56, 58}) {
+        EXPECT_EQ(option_slot(lacking).toggle, -1) << lacking;
+        EXPECT_EQ(option_slot(lacking).fore_colour, disabled_colour) << lacking;
+    }
 }
 
 TEST_F(Actions, ValuesFromFilesAreChecked) {
@@ -181,27 +184,25 @@ TEST_F(Actions, SelectingAModuleShowsAndPlaysItsSettings) {
 }
 
 TEST_F(Actions, PanelShowsWhatTheMachineOffers) {
+    lay_out_values();
     number_of_themes = 1;
-    options_screen.draw_row(picture.get(), *find_row(Row::theme));
-    EXPECT_TRUE(is_hidden(options_set.slots[58]));
     screen_mode_range = ModeRange::full_screen_only;
-    options_screen.draw_row(picture.get(), *find_row(Row::screen_mode));
-    EXPECT_TRUE(is_hidden(options_set.slots[56])) << "full screen only";
-    EXPECT_FALSE(is_hidden(options_set.slots[58]));
-}
-
-TEST_F(Actions, AResetExplainsTheRowThatItMarks) {
-    options_screen.option_row = options_screen.info_row = Row::depth;
-    click(50);
-    EXPECT_EQ(options_screen.option_row, Row::effects);
-    EXPECT_EQ(options_screen.info_row, Row::effects);
+    for (const auto& [row, first, last] :
+         {std::tuple(Row::theme, 0, 0), {Row::screen_mode, 1, 1}, {Row::resolution, 0, 4}}) {
+        clear_bitmap(target);
+        options_screen.draw_row(target, *find_row(row));
+        for (int value = 0; value < value_entry_limit; ++value)
+            EXPECT_EQ(is_hidden(option_slot(value_button(value))), value < first || value > last) << value;
+    }
+    EXPECT_EQ(values_in(13), (std::vector{1, 2, 3, 4})) << "all but the marked one";
+    EXPECT_EQ(values_in(disabled_colour), std::vector<int>());
 }
 
 TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
     std::filesystem::create_directories("images");
     PALETTE palette{};
-    clear_to_color(picture.get(), 0xFFFFFF);
-    save_pcx("images/a.pcx", picture.get(), palette);
+    clear_to_color(target, 0xFFFFFF);
+    save_pcx("images/a.pcx", target, palette);
     save_pcx("images/low.pcx", BitmapPtr(create_bitmap(800, 599)).get(), palette);
     folder.write("tools/vcc.buf", "+0\nimages/a.pcx\n");
     const SwitchSet smooth(anti_aliased_text, 1);
@@ -219,16 +220,20 @@ TEST_F(Actions, AResetInAnotherDepthLoadsThePicturesAgain) {
     EXPECT_EQ(target, nullptr);
 }
 
-TEST_F(Actions, AResetWithoutSoundMarksTheValueOfTheCurrentRow) {
-    sound_on = 0;
-    options_screen.option_row = Row::message_delay;
-    settings.message_delay = 3;
+TEST_F(Actions, AResetExplainsTheRowThatItMarks) {
     lay_out_values();
-    options_screen.draw_row(target, *find_row(options_screen.option_row));
-    EXPECT_EQ(values_in(12), std::vector{3});
-    clear_bitmap(target); // as the window under the values would
-    click(50);
-    EXPECT_EQ(values_in(12), std::vector{1});
+    for (const auto& [sound, row, value] : {std::tuple(1, Row::effects, 8), {0, Row::message_delay, 1}}) {
+        sound_on = sound;
+        options_screen.option_row = options_screen.info_row = Row::message_delay;
+        settings.message_delay = 3;
+        clear_bitmap(target); // as the window under the values would
+        options_screen.draw_row(target, *find_row(Row::message_delay));
+        EXPECT_EQ(values_in(12), std::vector{3});
+        clear_bitmap(target);
+        click(50);
+        EXPECT_EQ(options_screen.info_row, row);
+        EXPECT_EQ(values_in(12), std::vector{value});
+    }
 }
 
 TEST_F(Actions, TheLoopButtonWorksOrIsDrawnAway) {
@@ -249,11 +254,35 @@ TEST_F(Actions, TheLoopButtonWorksOrIsDrawnAway) {
     EXPECT_NE(at(310, 310), pixel_of(12)) << "the manual hides it";
 }
 
-TEST_F(Actions, EveryResolutionIsShownLikeOtherValues) {
-    lay_out_values();
-    click(12);
-    EXPECT_EQ(values_in(disabled_colour), std::vector<int>());
-    EXPECT_EQ(values_in(13).size(), 4U) << "all but the marked one";
+TEST_F(Actions, LinesLeadFromModuleAndRowToTheValue) {
+    for (int slot = 11; slot < 78; ++slot)
+        option_slot(slot).row = slot % 45;
+    for (int junction = 78; junction < 82; ++junction) {
+        option_slot(junction).dest_x = column_x(0, 58);
+        option_slot(junction).dest_y = row_y(0, junction % 45);
+    }
+    option_slot(88).back_colour = 13;
+    option_toggle(88).fore_colour = 12;
+    text_windows[module_window].right = 17;
+    text_windows[sound_group_window].left = 24;
+    text_windows[sound_group_window].right = text_windows[group_window].right = 50;
+    text_windows[value_window].left = 65;
+    options_screen.selected_module = Module::factory;
+    for (const auto& [row, marked, lit] : {std::tuple(Row::theme, 3, std::vector{12, 26, 62}),
+                                           {Row::message_delay, 0, {40, 56}},
+                                           {Row::keyboard, 99, {48}}}) {
+        options_screen.option_row = row;
+        options_screen.marked_value = marked;
+        draw_connectors(target, options_screen);
+        for (const auto& [x, slots] : {std::pair(column_x(0, 16) + 9, std::vector{11, 12, 13, 14}),
+                                       {column_x(0, 24) - 4, {22, 24, 26}},
+                                       {column_x(0, 50) + 9, {22, 24, 26, 29, 31, 33, 36, 38, 40, 42, 48}},
+                                       {column_x(0, 65) - 9, {56, 58, 60, 62, 64, 66, 68, 70, 72, 74, 76}}})
+            for (int slot : slots)
+                EXPECT_EQ(at(x, row_y(0, slot % 45) + cell_height(0) / 2),
+                          pixel_of(std::ranges::count(lit, slot) != 0 ? 12 : 13))
+                    << slot;
+    }
 }
 
 TEST_F(Actions, AButtonWithoutPressedLookDrawsNothingForIt) {
@@ -268,15 +297,6 @@ TEST_F(Actions, AButtonWithoutPressedLookDrawsNothingForIt) {
     options_set.slots[22].activated = 0;
     options_screen.select_module(target, Module::factory);
     EXPECT_EQ(at(799, 599), 0);
-}
-
-TEST_F(Actions, ADepthThatTheDisplayLacksStaysGrey) {
-    depth_class = {0, 0, 1};
-    settings.bitmap_depth = 1;
-    options_screen.point(target, 33);
-    EXPECT_EQ(settings.bitmap_depth, 2);
-    for (int lacking : {56, 58})
-        EXPECT_EQ(options_set.slots[static_cast<std::size_t>(lacking)].fore_colour, disabled_colour) << lacking;
 }
 
 TEST_F(Actions, WithoutSoundTheFirstRowIsOneThatTheMachineOffers) {
@@ -295,22 +315,16 @@ TEST_F(Actions, WithoutSoundTheFirstRowIsOneThatTheMachineOffers) {
     }
 }
 
-TEST_F(Actions, TheThemeThatStreamsDecidesWhetherOneStarts) {
-    settings.theme[cc_module] = 2;
+TEST_F(Actions, TheThemeThatStreamsDecidesWhatIsShownAndStarted) {
+    options_screen.option_row = Row::theme;
+    settings.theme[cc_module] = options_screen.marked_value = 2;
     ASSERT_TRUE(options_screen.play_theme());
     start_theme(3, music_volume); // the end of theme 2, while a button shows its pressed look
     EXPECT_EQ(current_theme, 2);
     const int before = streams_opened;
     ASSERT_TRUE(options_screen.play_theme());
     EXPECT_EQ(streams_opened, before + 1) << "theme 3 would stream on";
-}
-
-TEST_F(Actions, TheThemePanelStaysOnTheOptionsScreen) {
-    options_screen.option_row = Row::theme;
-    settings.theme[cc_module] = options_screen.marked_value = 2;
-    ASSERT_TRUE(options_screen.play_theme());
     theme_shown = 3; // the next one
-    options_screen.theme_display_live = 1;
     cc_screen = CcScreen::menu;
     follow_music(target);
     EXPECT_EQ(settings.theme[cc_module], 3);
@@ -318,16 +332,16 @@ TEST_F(Actions, TheThemePanelStaysOnTheOptionsScreen) {
 }
 
 TEST_F(Actions, PointingShowsRows) {
-    on_pointer_over(picture.get(), 26);
+    on_pointer_over(target, 26);
     EXPECT_EQ(options_screen.option_row, Row::theme);
     EXPECT_EQ(options_set.slots[86].toggle, 86);
-    on_pointer_over(picture.get(), 48);
+    on_pointer_over(target, 48);
     EXPECT_EQ(options_set.slots[86].toggle, -1) << "the loop button belongs to the theme row";
     music_on = 0;
-    on_pointer_over(picture.get(), 26);
+    on_pointer_over(target, 26);
     EXPECT_EQ(options_screen.option_row, Row::keyboard);
     cc_screen = CcScreen::help;
-    on_pointer_over(picture.get(), 22);
+    on_pointer_over(target, 22);
     EXPECT_EQ(options_screen.option_row, Row::keyboard) << "nothing under a help page";
 }
 

@@ -1,7 +1,6 @@
-// Rules of the options screen that need no screen: stepping, depths, connector lines, texts, retries.
+// Rules of the options screen that need no screen: stepping, depths, themes, texts, retries.
 #include "folder_test.h"
 
-#include "cc/connectors.h"
 #include "cc/manual.h"
 #include "cc/option_rows.h"
 #include "cc/theme_player.h"
@@ -27,11 +26,14 @@ TEST(SteppedValue, ComesBackFromOutside) {
 }
 
 TEST(SettledDepth, MovesOnlyToADepthThatIsOffered) {
-    EXPECT_EQ(settled_depth(1, 1, {1, 0, 1}), 2);
-    EXPECT_EQ(settled_depth(1, -1, {1, 0, 1}), 0);
-    EXPECT_EQ(settled_depth(2, 1, {0, 1, 0}), 1) << "from the last one back";
-    EXPECT_EQ(settled_depth(0, -1, {0, 1, 0}), 1);
-    EXPECT_EQ(settled_depth(1, 1, {1, 0, 0}), 1);
+    const struct {
+        int depth, direction;
+        std::array<int, 3> offered;
+        int settled;
+    } cases[] = {
+        {1, 1, {1, 0, 1}, 2}, {1, -1, {1, 0, 1}, 0}, {2, 1, {0, 1, 0}, 1}, {0, -1, {0, 1, 0}, 1}, {1, 1, {1, 0, 0}, 1}};
+    for (const auto& c : cases)
+        EXPECT_EQ(settled_depth(c.depth, c.direction, c.offered), c.settled) << &c - cases;
 }
 
 TEST(Themes, PlayInTurnOrRepeat) {
@@ -93,45 +95,6 @@ TEST(OpenWithRetries, WaitsOnlyForFilesThatAreMissing) {
                   c.reported);
         EXPECT_EQ(waited_ms, c.waited_ms);
     }
-}
-
-/// The bands on the path from a module to a value.
-std::vector<Band> lit_bands(Group group, int button_y, int module, int value) {
-    std::vector<Band> bands = connector_bands({.selector_y = {105, 133, 161, 189},
-                                               .sound = {{105}, {133}, {161}},
-                                               .display = {{231}, {259}, {287}, {315}},
-                                               .battle = {{371}, {399}, {427}, {455}},
-                                               .value_y = {105, 133, 161, 189},
-                                               .junction_x = {165, 462, 440, 440},
-                                               .junction_y = {133, 245, 273, 413},
-                                               .module_right = 128,
-                                               .sound_left = 192,
-                                               .sound_right = 400,
-                                               .group_right = 400,
-                                               .value_left = 520,
-                                               .group = group,
-                                               .button_y = button_y,
-                                               .module = Module{module},
-                                               .marked_value = value});
-    std::erase_if(bands, [](const Band& band) { return !band.lit; });
-    return bands;
-}
-
-TEST(Connectors, LeadFromModuleAndRowToTheValue) {
-    EXPECT_EQ(lit_bands(Group::sound, 161, 0, 3), (std::vector<Band>{{true, 129, 149, 105, true},
-                                                                     {false, 105, 133, 149, true},
-                                                                     {false, 133, 161, 181, true},
-                                                                     {true, 181, 201, 161, true},
-                                                                     {true, 149, 182, 133, true},
-                                                                     {false, 133, 161, 420, true},
-                                                                     {true, 400, 420, 161, true},
-                                                                     {true, 420, 462, 133, true},
-                                                                     {false, 133, 245, 462, true},
-                                                                     {true, 500, 520, 189, true},
-                                                                     {false, 245, 189, 500, true},
-                                                                     {true, 461, 501, 245, true}}));
-    EXPECT_EQ(lit_bands(Group::battle, 371, 1, 99).size(), 6u) << "no such value";
-    EXPECT_TRUE(lit_bands(Group::none, 0, 0, 0).empty());
 }
 
 } // namespace
