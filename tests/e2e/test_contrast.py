@@ -5,10 +5,9 @@ import sys
 
 import numpy as np
 import pytest
-from PIL import Image
 
 from support import menu
-from support.installation import PROJECT, SLOT_SIZE, VCCKIT, built_installation
+from support.installation import PROJECT, SLOT_SIZE, VCCKIT, built_installation, image
 
 sys.path.insert(0, str(PROJECT / "game/art"))
 
@@ -57,7 +56,7 @@ def rendered(folder, output, language, slot):
     hover = ["--hover", str(slot)] if slot else []
     command = [VCCKIT, "render", folder, "--screen", "menu", "--language", language, "-o", output, *hover]
     subprocess.run(command, check=True)
-    return np.asarray(Image.open(output).convert("RGB"))
+    return image(output)
 
 
 @pytest.fixture
@@ -88,7 +87,7 @@ def test_every_text_of_the_menu_stands_out(without_line, tmp_path, language):
 
 
 def test_pressed_buttons_stand_out():
-    sheet = np.asarray(Image.open(built_installation() / "images/buttons.pcx").convert("RGB"))
+    sheet = image(built_installation() / "images/buttons.pcx")
     for row in range(2 * len(SLOTS)):
         area = label(menu.LOOKS[menu.PRESSED], row % len(SLOTS) * 46 + row // len(SLOTS) * 240)
         assert on_plate(sheet, area, widgets.STATES["pressed"][3]) >= ENOUGH, row

@@ -8,7 +8,6 @@ from support.desktop import wait_until
 from support.menu import enter_obedient
 from support.robot import POINTER_PLACED_S, SLOWNESS
 from support.scaled_player import AWAY, FULL_HD, ULTRA_HD, make_player, own_menu  # noqa: F401
-from support.scaling import fitted
 
 
 @pytest.mark.parametrize("size, layouts", [((1300, 1000), [(800, 600), (1240, 800), (500, 410)]),
@@ -33,8 +32,7 @@ def test_window_and_full_screen_show_the_menu(make_player, own_menu, size, layou
 def test_whole_steps(make_player, own_menu):
     player = make_player(size=ULTRA_HD, scale=2)
     player.key("w", "Alt_L")
-    wait_until(lambda: player.place() == fitted(*ULTRA_HD, whole_steps=True), "three times the size",
-               5 * SLOWNESS)
+    wait_until(lambda: player.place() == (720, 180, 2400, 1800), "three times the size", 5 * SLOWNESS)
     time.sleep(POINTER_PLACED_S)
     player.menu()
     assert np.array_equal(player.shown(), own_menu.repeat(3, axis=0).repeat(3, axis=1))

@@ -7,10 +7,32 @@ import pytest
 
 from support.desktop import wait_until
 from support.robot import POINTER_PLACED_S, SLOWNESS, Robot
-from support.scaling import fitted, scaled
 
 FULL_HD, ULTRA_HD = (1920, 1080), (3840, 2160)
 AWAY = 600, 100  # where the pointer covers nothing that changes
+
+
+def _resized(picture, shown):
+    """Along the first axis: means over the shares of the source that each shown pixel covers."""
+    size = picture.shape[0]
+    edges = np.arange(shown + 1, dtype=np.float64) * size / shown
+    whole = np.minimum(edges.astype(int), size - 1)
+    sums = np.concatenate([np.zeros_like(picture[:1]), np.cumsum(picture, axis=0)])
+    at_edges = sums[whole] + (edges - whole).reshape(-1, 1, 1) * picture[whole]
+    return np.diff(at_edges, axis=0) * shown / size
+
+
+def scaled(picture, width, height):
+    """What a picture looks like at another size, computed independently of the program, in double precision."""
+    rows = _resized(picture.astype(np.float64), height)
+    return _resized(rows.transpose(1, 0, 2), width).transpose(1, 0, 2)
+
+
+def fitted(width, height, own=(800, 600)):
+    """x, y, width and height of the picture in a window of this size."""
+    scale = min(width / own[0], height / own[1])
+    shown = round(own[0] * scale), round(own[1] * scale)
+    return (width - shown[0]) // 2, (height - shown[1]) // 2, *shown
 
 
 class Player(Robot):

@@ -74,7 +74,7 @@ def test_a_desktop_without_the_full_screen_mode_gets_its_window(make_robot):
 
 
 def version_texts(program):
-    """The version resource: pairs of names and values, in UTF-16."""
+    """Names and values of the version resource, in UTF-16."""
     data = program.read_bytes().decode("utf-16-le", "replace")
     names = "FileDescription", "FileVersion", "InternalName", "OriginalFilename", "ProductName", "ProductVersion"
     after = {name: data[data.index(name) + len(name):].lstrip("\0") for name in names}
@@ -93,27 +93,22 @@ def test_programs_say_what_they_are(name):
     assert b"\x89PNG" in program.read_bytes(), "no icon of 256 pixels"
 
 
-def test_the_end_of_the_session_saves_the_settings(make_robot):
+@pytest.mark.parametrize("by_console", [False, True], ids=["the end of the session", "Ctrl+C in its console"])
+def test_what_leaves_as_the_close_button_does(make_robot, by_console):
     robot = make_robot()
     robot.installation.set("VELDOR_BATTLE", "battle_hq_ip", "from last time")
-    robot.start("/N")
-    WINE.run("wineboot", "--end-session", display=robot.desktop.name)
-    robot.wait_for_end()  # Wine kills what has answered
+    if by_console:
+        console, source = robot.installation.path("ctrl_c.exe"), PROJECT / "tests/support/ctrl_c.c"
+        subprocess.run(["x86_64-w64-mingw32-gcc", "-O1", "-Wall", "-Wextra", "-o", console, source], check=True)
+        robot.start("/N", program=console)
+        robot.installation.write("press", "")
+        assert robot.wait_for_end(40) == 0
+    else:
+        robot.start("/N")
+        WINE.run("wineboot", "--end-session", display=robot.desktop.name)
+        robot.wait_for_end()  # Wine kills what has answered
     assert robot.installation.settings()["VELDOR_BATTLE"]["battle_hq_ip"] == "N/A"
     assert robot.installation.log_messages() == [] and "Shutting down Allegro" not in robot.errors()
-
-
-def test_ctrl_c_in_its_console_leaves_as_the_close_button_does(make_robot):
-    robot = make_robot()
-    robot.installation.set("VELDOR_BATTLE", "battle_hq_ip", "from last time")
-    console = robot.installation.path("ctrl_c.exe")
-    source = PROJECT / "tests/support/ctrl_c.c"
-    subprocess.run(["x86_64-w64-mingw32-gcc", "-O1", "-Wall", "-Wextra", "-o", console, source], check=True)
-    robot.start("/N", program=console)
-    robot.installation.write("press", "")
-    assert robot.wait_for_end(40) == 0
-    assert robot.installation.settings()["VELDOR_BATTLE"]["battle_hq_ip"] == "N/A"
-    assert robot.installation.log_messages() == []
 
 
 def test_without_the_film_library_the_menu_comes(make_robot):
