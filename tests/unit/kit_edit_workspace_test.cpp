@@ -12,10 +12,16 @@
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+/// Whether the disk has it does not matter to tests, which wait for it most of their time.
+extern "C" int fsync(int) {
+    return 0;
+}
 
 namespace vcc::kit::edit {
 namespace {
@@ -29,11 +35,22 @@ SourceCheck check(const std::string& file, const std::string& text) {
     return {std::move(source.screen), std::move(source.faults)};
 }
 
-Operation set_row(int slot, std::int64_t row) {
+/// Why something is refused; empty when it is not.
+template <class Act>
+std::string reason_of(const Act& act) {
+    try {
+        act();
+    } catch (const Refused& refused) {
+        return refused.what();
+    }
+    return {};
+}
+
+Operation set_number(const Address& of, const std::string& field, std::int64_t value) {
     Operation operation;
-    operation.of = {{Address::Of::slot, slot, "", ""}};
-    operation.field = "row";
-    operation.value = row;
+    operation.of = {of};
+    operation.field = field;
+    operation.value = value;
     return operation;
 }
 
@@ -58,19 +75,19 @@ protected:
     ~Workspaces() override { ::unsetenv("XDG_STATE_HOME"); }
 
     std::string path(const std::string& name) const { return (fs::current_path() / name).string(); }
-    std::unique_ptr<Workspace> open() const {
-        auto workspace = Workspace::open("game");
-        EXPECT_TRUE(workspace) << workspace.reason();
-        return std::move(workspace).value_or(nullptr);
+    static const Document& vcc(const Workspace& workspace) { return workspace.document("vcc"); }
+    static void apply(Workspace& workspace, const std::string& name, const Operation& operation,
+                      const std::string& key = {}) {
+        workspace.edit({name, workspace.document(name).revision, "", key, {operation}});
     }
-    static DocumentState state(const Workspace& workspace, const std::string& name = "vcc") {
-        return *workspace.document(name);
+    static void edit(Workspace& workspace, std::int64_t row, const std::string& key = {},
+                     const std::string& name = "vcc") {
+        apply(workspace, name, set_number({Address::Of::slot, 1, "", ""}, "row", row), key);
     }
-    static DocumentState edit(Workspace& workspace, std::int64_t row, const std::string& key = {},
-                              const std::string& name = "vcc") {
-        const auto edited = workspace.edit(name, state(workspace, name).revision, "", key, std::array{set_row(1, row)});
-        EXPECT_TRUE(edited) << edited.reason();
-        return *edited;
+    /// What somebody else writes.
+    void change_on_disk(Workspace& workspace, const std::string& text) {
+        folder.write("game/screens/vcc.toml", text);
+        workspace.take_disk_changes();
     }
     static std::string menu_with(int row) { return menu + "row = " + std::to_string(row) + "\n"; }
 
@@ -79,159 +96,153 @@ protected:
 };
 
 TEST_F(Workspaces, UndoAndRedoGoStepByStepAndADragIsOne) {
-    const auto workspace = open();
-    edit(*workspace, 1);
+    Workspace workspace("game");
+    edit(workspace, 1);
     for (int row = 2; row < 9; ++row)
-        edit(*workspace, row, "drag");
-    edit(*workspace, 9, "other drag");
-    std::vector<std::string> texts;
-    for (DocumentState now = state(*workspace); now.done > 0; now = *workspace->undo("vcc"))
-        texts.push_back(now.text);
-    EXPECT_EQ(texts, (std::vector{menu_with(9), menu_with(8), menu_with(1)}));
-    EXPECT_EQ(state(*workspace).text, menu);
-    EXPECT_FALSE(state(*workspace).dirty);
-    EXPECT_FALSE(workspace->undo("vcc"));
-    EXPECT_EQ(workspace->redo("vcc")->done, 1U);
-    EXPECT_EQ(state(*workspace).steps, std::vector<std::string>(3, "Set row of slot 1"));
-    edit(*workspace, 77, "drag");
-    EXPECT_FALSE(workspace->redo("vcc"));
-    EXPECT_EQ(workspace->undo("vcc")->text, menu_with(1)) << "a step after an undo stands by itself";
-    EXPECT_EQ(workspace->edit("vcc", 1, "", "", {}).reason(), stale_reason);
+        edit(workspace, row, "drag");
+    edit(workspace, 9, "other drag");
+    for (const History::Step& step : vcc(workspace).history.steps())
+        EXPECT_EQ(step.label, "Set row of slot 1");
+    for (const std::string& text : {menu_with(9), menu_with(8), menu_with(1)}) {
+        EXPECT_EQ(vcc(workspace).text, text);
+        workspace.undo("vcc");
+    }
+    EXPECT_EQ(vcc(workspace).text, menu);
+    EXPECT_FALSE(vcc(workspace).dirty());
+    EXPECT_THROW(workspace.undo("vcc"), Refused);
+    EXPECT_EQ(workspace.redo("vcc").history.done(), 1U);
+    edit(workspace, 77, "drag");
+    EXPECT_THROW(workspace.redo("vcc"), Refused);
+    EXPECT_EQ(workspace.undo("vcc").text, menu_with(1)) << "a step after an undo stands by itself";
+    EXPECT_EQ(reason_of([&] { workspace.edit({"vcc", 1}); }), stale_reason);
 }
 
 TEST_F(Workspaces, SavingWritesSourcesAndPackedFilesOfDirtyDocumentsOnly) {
-    const auto workspace = open();
-    edit(*workspace, 5);
-    ASSERT_TRUE(workspace->edit("factory", 1, "", "", std::array{typed("+1\n-1\nM\xc3\xb6hre\n")}));
-    const auto saved = workspace->save(check);
-    ASSERT_TRUE(saved) << saved.reason();
-    EXPECT_EQ(saved->files.size(), 6U) << "two slot files, a source, and three of text windows";
+    Workspace workspace("game");
+    edit(workspace, 5);
+    apply(workspace, "factory", typed("+1\n-1\nM\xc3\xb6hre\n"));
+    EXPECT_EQ(workspace.save(check).files.size(), 6U) << "two slot files, a source, and three of text windows";
     EXPECT_EQ(*read_file("game/screens/vcc.toml"), menu_with(5));
     EXPECT_EQ(*read_file("game/tools/language/german/g_factory.tw"), "+1\n-1\nM\xf6hre\n");
     EXPECT_EQ(read_packed_screen("game", "vcc")->records[1].slots.at(1).row, 5);
     EXPECT_FALSE(fs::exists("game/tools/language/english/e_mess.slt"));
-    EXPECT_FALSE(state(*workspace).dirty);
-    EXPECT_TRUE(workspace->save(check)->files.empty());
-    EXPECT_EQ(workspace->undo("vcc")->text, menu) << "also behind what was saved";
+    EXPECT_FALSE(vcc(workspace).dirty());
+    EXPECT_TRUE(workspace.save(check).files.empty());
+    EXPECT_EQ(workspace.undo("vcc").text, menu) << "also behind what was saved";
 }
 
 TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {
-    const auto workspace = open();
-    edit(*workspace, 5);
+    Workspace workspace("game");
+    edit(workspace, 5);
     folder.write("game/screens/vcc.toml", "# new\n" + menu);
     folder.write("game/screens/more.toml", "");
-    EXPECT_EQ(workspace->take_disk_changes(), (std::vector<std::string>{"more", "vcc"}));
-    EXPECT_EQ(state(*workspace).text, "# new\n" + menu_with(5));
-    EXPECT_TRUE(state(*workspace).conflicts.empty());
-    EXPECT_TRUE(workspace->take_disk_changes().empty());
+    EXPECT_EQ(workspace.take_disk_changes(), (std::vector<std::string>{"more", "vcc"}));
+    EXPECT_EQ(vcc(workspace).text, "# new\n" + menu_with(5));
+    EXPECT_TRUE(vcc(workspace).conflicts.empty());
+    EXPECT_TRUE(workspace.take_disk_changes().empty());
 
-    folder.write("game/screens/vcc.toml", "# new\n" + menu_with(6));
-    workspace->take_disk_changes();
-    ASSERT_EQ(state(*workspace).conflicts.size(), 1U);
-    const Operation longer = typed("# newer\n\n" + menu_with(5));
-    ASSERT_TRUE(workspace->edit("vcc", state(*workspace).revision, "", "", std::array{longer}));
-    const Conflict conflict = state(*workspace).conflicts.at(0);
-    EXPECT_EQ(std::tuple(conflict.line, conflict.mine, conflict.theirs), std::tuple(5, "row = 5\n", "row = 6\n"));
-    EXPECT_FALSE(workspace->save(check));
-    EXPECT_EQ(workspace->resolve("vcc", 0, Choice::theirs)->text, "# newer\n\n" + menu_with(6));
-    EXPECT_FALSE(workspace->resolve("vcc", 0, Choice::theirs));
-    EXPECT_TRUE(workspace->save(check));
+    change_on_disk(workspace, "# new\n" + menu_with(6));
+    ASSERT_EQ(vcc(workspace).conflicts.size(), 1U);
+    apply(workspace, "vcc", typed("# newer\n\n" + menu_with(5)));
+    const auto& [mine, base, theirs, removed] = vcc(workspace).conflicts.at(0);
+    EXPECT_EQ(vcc(workspace).text.substr(mine.begin, mine.end - mine.begin), "row = 5\n");
+    EXPECT_EQ(theirs, "row = 6\n");
+    EXPECT_THROW(workspace.save(check), Refused);
+    EXPECT_EQ(workspace.resolve("vcc", 0, Choice::theirs)->text, "# newer\n\n" + menu_with(6));
+    EXPECT_THROW(workspace.resolve("vcc", 0, Choice::theirs), Refused);
+    EXPECT_FALSE(workspace.save(check).files.empty());
 }
 
 TEST_F(Workspaces, BothSidesAreKeptLineByLine) {
-    const auto workspace = open();
-    ASSERT_TRUE(workspace->edit("vcc", 1, "", "", std::array{typed(menu + "row = 5")}));
-    folder.write("game/screens/vcc.toml", menu + "column = 6");
-    workspace->take_disk_changes();
-    EXPECT_EQ(workspace->resolve("vcc", 0, Choice::both)->text, menu + "row = 5\ncolumn = 6");
-    const auto back = workspace->undo("vcc");
-    EXPECT_EQ(back->text, menu + "row = 5");
-    ASSERT_EQ(back->conflicts.size(), 1U) << "the question comes back";
-    EXPECT_EQ(back->conflicts[0].theirs, "column = 6");
-    EXPECT_TRUE(workspace->redo("vcc")->conflicts.empty());
-    ASSERT_TRUE(workspace->undo("vcc") && workspace->resolve("vcc", 0, Choice::theirs) && workspace->save(check));
+    Workspace workspace("game");
+    apply(workspace, "vcc", typed(menu + "row = 5"));
+    change_on_disk(workspace, menu + "column = 6");
+    EXPECT_EQ(workspace.resolve("vcc", 0, Choice::both)->text, menu + "row = 5\ncolumn = 6");
+    EXPECT_EQ(workspace.undo("vcc").text, menu + "row = 5");
+    EXPECT_EQ(vcc(workspace).conflicts.at(0).theirs, "column = 6") << "the question comes back";
+    EXPECT_TRUE(workspace.redo("vcc").conflicts.empty());
+    workspace.undo("vcc");
+    workspace.resolve("vcc", 0, Choice::theirs);
+    workspace.save(check);
 
-    const std::string saved = state(*workspace).text;
-    edit(*workspace, 8);
-    folder.write("game/screens/vcc.toml", saved + "\nrow = 9\n");
-    workspace->take_disk_changes();
-    ASSERT_EQ(state(*workspace).conflicts.size(), 1U);
-    EXPECT_FALSE(workspace->resolve("vcc", 0, Choice::both)) << "one key twice is no TOML";
-    EXPECT_EQ(state(*workspace).conflicts.size(), 1U);
+    const std::string saved = vcc(workspace).text;
+    edit(workspace, 8);
+    change_on_disk(workspace, saved + "\nrow = 9\n");
+    EXPECT_THROW(workspace.resolve("vcc", 0, Choice::both), Refused) << "one key twice is no TOML";
+    EXPECT_EQ(vcc(workspace).conflicts.size(), 1U);
 }
 
 TEST_F(Workspaces, UnsavedWorkThatCannotBeKeptIsTold) {
     folder.write("state", "a file where the folder should be");
-    const auto workspace = open();
-    edit(*workspace, 5);
-    EXPECT_NE(workspace->trouble().find("unsaved.json"), std::string::npos);
+    Workspace workspace("game");
+    edit(workspace, 5);
+    EXPECT_NE(workspace.trouble().find("unsaved.json"), std::string::npos);
     fs::remove("state");
-    edit(*workspace, 6);
-    EXPECT_EQ(workspace->trouble(), "");
+    edit(workspace, 6);
+    EXPECT_EQ(workspace.trouble(), "");
 }
 
 TEST_F(Workspaces, WhatACrashLeftIsOfferedAndMerged) {
     {
-        const auto workspace = open();
-        edit(*workspace, 4);
-        edit(*workspace, 5);
-        edit(*workspace, 6, "", "mess");
-        EXPECT_TRUE(workspace->undo("mess"));
+        Workspace workspace("game");
+        edit(workspace, 4);
+        edit(workspace, 5);
+        edit(workspace, 6, "", "mess");
+        workspace.undo("mess");
     } // no save: as good as a crash
     folder.write("game/screens/vcc.toml", "# new\n" + menu);
-    const auto workspace = open();
-    EXPECT_EQ(workspace->recovered().documents, std::vector<std::string>{"vcc"});
-    EXPECT_GT(workspace->recovered().when, 1'000'000'000);
-    EXPECT_FALSE(workspace->edit("vcc", 1, "", "", {}));
-    ASSERT_TRUE(workspace->recover(true));
-    EXPECT_EQ(state(*workspace).text, "# new\n" + menu_with(5));
-    EXPECT_TRUE(workspace->recovered().documents.empty());
-    ASSERT_TRUE(workspace->save(check));
-    EXPECT_FALSE(fs::exists(state_folder(workspace->screens_folder()) + "/unsaved.json"));
-    EXPECT_EQ(workspace->undo("vcc")->text, menu_with(5)) << "the change on disk";
-    EXPECT_EQ(workspace->undo("vcc")->text, menu_with(4)) << "and every step before the crash";
-    EXPECT_EQ(workspace->undo("vcc")->text, menu);
+    Workspace workspace("game");
+    EXPECT_EQ(workspace.offered().size(), 1U);
+    EXPECT_TRUE(workspace.offered().contains("vcc"));
+    EXPECT_GT(workspace.offered_when(), 1'000'000'000);
+    EXPECT_THROW(workspace.edit({"vcc", 1}), Refused);
+    workspace.recover(true);
+    EXPECT_EQ(vcc(workspace).text, "# new\n" + menu_with(5));
+    EXPECT_TRUE(workspace.offered().empty());
+    workspace.save(check);
+    EXPECT_FALSE(fs::exists(state_folder(workspace.screens_folder()) + "/unsaved.json"));
+    EXPECT_EQ(workspace.undo("vcc").text, menu_with(5)) << "the change on disk";
+    EXPECT_EQ(workspace.undo("vcc").text, menu_with(4)) << "and every step before the crash";
+    EXPECT_EQ(workspace.undo("vcc").text, menu);
 }
 
 TEST_F(Workspaces, WhatIsDroppedIsNotOfferedAgain) {
-    edit(*open(), 5);
-    EXPECT_EQ(open()->recovered().documents.size(), 1U) << "and not deciding keeps it";
-    ASSERT_TRUE(open()->recover(false));
-    EXPECT_TRUE(open()->recovered().documents.empty());
+    {
+        Workspace workspace("game");
+        edit(workspace, 5);
+    }
+    EXPECT_EQ(Workspace("game").offered().size(), 1U) << "and not deciding keeps it";
+    Workspace("game").recover(false);
+    EXPECT_TRUE(Workspace("game").offered().empty());
 }
 
 TEST_F(Workspaces, AScreenWithoutASourceGetsOneWithItsFirstChange) {
     {
-        const auto workspace = open();
-        edit(*workspace, 5);
-        edit(*workspace, 5, "", "mess");
-        ASSERT_TRUE(workspace->save(check));
+        Workspace workspace("game");
+        edit(workspace, 5);
+        edit(workspace, 5, "", "mess");
+        workspace.save(check);
     }
     fs::remove("game/screens/mess.toml");
     folder.write("game/tools/language/english/e_factory.tw", "+1\n-1\n");
     folder.write("game/tools/language/german/g_factory.tw", "+1\n-1\n");
     fs::remove("game/screens/factory.tw");
-    const auto workspace = open();
-    EXPECT_TRUE(describes(state(*workspace, "mess").text, *read_packed_screen("game", "mess")));
-    EXPECT_TRUE(workspace->save(check)->files.empty()) << "nothing is written unasked";
-    edit(*workspace, 7, "", "mess");
-    Operation move;
-    move.what = Operation::Do::set;
-    move.of = {{Address::Of::window, 1, "", ""}};
-    move.field = "left";
-    move.value = std::int64_t{9};
-    ASSERT_TRUE(workspace->edit("factory", state(*workspace, "factory").revision, "", "", std::array{move}));
-    ASSERT_TRUE(workspace->save(check));
-    EXPECT_EQ(*read_file("game/screens/mess.toml"), state(*workspace, "mess").text);
+    Workspace workspace("game");
+    const Document& mess = workspace.document("mess");
+    EXPECT_TRUE(describes(mess.text, *read_packed_screen("game", "mess")));
+    EXPECT_TRUE(workspace.save(check).files.empty()) << "nothing is written unasked";
+    edit(workspace, 7, "", "mess");
+    apply(workspace, "factory", set_number({Address::Of::window, 1, "", ""}, "left", 9));
+    workspace.save(check);
+    EXPECT_EQ(*read_file("game/screens/mess.toml"), mess.text);
     for (const char* file :
          {"screens/factory.tw", "tools/language/english/e_factory.tw", "tools/language/german/g_factory.tw"})
         EXPECT_EQ(*read_file("game/" + std::string(file)), "+1\n-1\nxo9\n") << file;
     EXPECT_EQ(read_packed_screen("game", "mess")->records[1].slots.at(1).row, 7);
     // Without its source the installed files count again.
     fs::remove("game/screens/mess.toml");
-    EXPECT_EQ(workspace->take_disk_changes(), std::vector<std::string>{"mess"});
-    EXPECT_TRUE(state(*workspace, "mess").made);
-    EXPECT_FALSE(state(*workspace, "mess").dirty);
+    EXPECT_EQ(workspace.take_disk_changes(), std::vector<std::string>{"mess"});
+    EXPECT_TRUE(mess.made && !mess.dirty());
 }
 
 TEST_F(Workspaces, ABufferListIsWrittenWhereTheProjectHasIt) {
@@ -239,13 +250,13 @@ TEST_F(Workspaces, ABufferListIsWrittenWhereTheProjectHasIt) {
     const std::string installed = path("game/tools/vcc.buf"), source = path("game/files/tools/vcc.buf");
     int buffer = 8;
     for (const std::vector<std::string>& written : {std::vector{installed}, {installed, source}}) {
-        const auto workspace = open();
+        Workspace workspace("game");
         Operation create;
         create.what = Operation::Do::create;
         create.to = ++buffer;
         create.text = "b.pcx";
-        ASSERT_TRUE(workspace->edit("vcc.buf", 1, "", "", std::array{create}));
-        EXPECT_EQ(workspace->save(check)->files, written);
+        apply(workspace, "vcc.buf", create);
+        EXPECT_EQ(workspace.save(check).files, written);
         for (const std::string& file : written)
             EXPECT_TRUE(read_file(file)->ends_with("+" + std::to_string(buffer) + "\nb.pcx\n")) << file;
         folder.write("game/files/theme", "");
@@ -253,11 +264,10 @@ TEST_F(Workspaces, ABufferListIsWrittenWhereTheProjectHasIt) {
 }
 
 TEST_F(Workspaces, AWholeTextIsMergedWithWhatHasChangedSince) {
-    const auto workspace = open();
-    folder.write("game/screens/vcc.toml", "# new\n" + menu);
-    workspace->take_disk_changes();
+    Workspace workspace("game");
+    change_on_disk(workspace, "# new\n" + menu);
     const auto edited = [&](const std::string& text, const std::string& base) {
-        return *workspace->edit("vcc", 1, "", "", std::array{typed(text, base)});
+        return workspace.edit({"vcc", 1, "", "", {typed(text, base)}});
     };
     EXPECT_EQ(edited(menu_with(5), menu).text, "# new\n" + menu_with(5));
     EXPECT_EQ(edited(menu_with(6), menu_with(5)).text, "# new\n" + menu_with(6)) << "the other line was not seen yet";
@@ -265,29 +275,29 @@ TEST_F(Workspaces, AWholeTextIsMergedWithWhatHasChangedSince) {
 }
 
 TEST_F(Workspaces, FilesThatGoTakeTheirDocumentsAlongUnlessTheyWereChanged) {
-    const auto workspace = open();
+    Workspace workspace("game");
     folder.write("game/screens/more.toml", "broken");
-    workspace->take_disk_changes();
+    workspace.take_disk_changes();
     fs::remove("game/screens/more.toml");
-    EXPECT_EQ(workspace->take_disk_changes(), std::vector<std::string>{"more"});
-    EXPECT_FALSE(workspace->document("more"));
-    edit(*workspace, 5);
+    EXPECT_EQ(workspace.take_disk_changes(), std::vector<std::string>{"more"});
+    EXPECT_THROW(workspace.document("more"), Refused);
+    edit(workspace, 5);
     fs::rename("game/screens/vcc.toml", "game/screens/menu.toml");
-    workspace->take_disk_changes();
-    EXPECT_TRUE(state(*workspace).conflicts.at(0).removed);
-    EXPECT_FALSE(workspace->save(check));
-    EXPECT_TRUE(workspace->resolve("vcc", 0, Choice::theirs)->gone);
-    EXPECT_TRUE(workspace->save(check));
+    workspace.take_disk_changes();
+    EXPECT_TRUE(vcc(workspace).conflicts.at(0).removed);
+    EXPECT_THROW(workspace.save(check), Refused);
+    EXPECT_EQ(workspace.resolve("vcc", 0, Choice::theirs), nullptr);
+    workspace.save(check);
     EXPECT_FALSE(fs::exists("game/screens/vcc.toml"));
-    EXPECT_EQ(state(*workspace, "menu").text, menu);
+    EXPECT_EQ(workspace.document("menu").text, menu);
 
-    edit(*workspace, 5, "", "mess");
+    edit(workspace, 5, "", "mess");
     fs::rename("game", "moved");
-    EXPECT_NE(workspace->save(check).reason().find("moved away"), std::string::npos);
-    EXPECT_TRUE(workspace->take_disk_changes().empty());
+    EXPECT_NE(reason_of([&] { workspace.save(check); }).find("moved away"), std::string::npos);
+    EXPECT_TRUE(workspace.take_disk_changes().empty());
     EXPECT_FALSE(fs::exists("game"));
     fs::rename("moved", "game");
-    EXPECT_TRUE(workspace->save(check));
+    EXPECT_FALSE(workspace.save(check).files.empty());
 }
 
 TEST_F(Workspaces, LinksDoNotLeadOut) {
@@ -296,23 +306,22 @@ TEST_F(Workspaces, LinksDoNotLeadOut) {
     fs::create_symlink("../../outside/link.toml", "game/screens/link.toml");
     fs::create_directories("game/tools/language/english");
     fs::create_symlink("../../../../outside/e_vcc.slt", "game/tools/language/english/e_vcc.slt");
-    const auto workspace = open();
-    EXPECT_FALSE(workspace->document("link"));
-    edit(*workspace, 5);
-    EXPECT_NE(workspace->save(check).reason().find("leads out"), std::string::npos);
+    Workspace workspace("game");
+    EXPECT_FALSE(workspace.documents().contains("link"));
+    edit(workspace, 5);
+    EXPECT_NE(reason_of([&] { workspace.save(check); }).find("leads out"), std::string::npos);
     EXPECT_EQ(*read_file("outside/e_vcc.slt"), "not ours");
     EXPECT_EQ(*read_file("game/screens/vcc.toml"), menu);
 }
 
 /// Another program that writes a source just when it is read and written here.
 TEST_F(Workspaces, WhatIsWrittenWhileSavingIsNotLost) {
-    const auto workspace = open();
+    Workspace workspace("game");
     const std::string file = path("game/screens/vcc.toml");
     for (int round = 0; round < 60; ++round) {
         const std::string mark = "# outside " + std::to_string(round) + "\n";
-        edit(*workspace, 100 + round);
-        const pid_t child = ::fork();
-        if (child == 0) {
+        edit(workspace, 100 + round);
+        std::thread other([&] {
             ::usleep(static_cast<useconds_t>(round * 100));
             const std::string text = mark + *read_file(file);
             const int descriptor = ::open(file.c_str(), O_WRONLY | O_TRUNC);
@@ -322,19 +331,18 @@ TEST_F(Workspaces, WhatIsWrittenWhileSavingIsNotLost) {
             if (slowly)
                 ::usleep(2000);
             good = ::write(descriptor, text.data() + half, text.size() - half) >= 0 && good;
-            ::_exit(good ? 0 : 1);
-        }
-        auto saved = workspace->save(check);
-        ::waitpid(child, nullptr, 0);
-        workspace->take_disk_changes();
-        const DocumentState now = state(*workspace);
-        std::string all = now.text;
-        for (const Conflict& conflict : now.conflicts)
+            EXPECT_TRUE(good && ::close(descriptor) == 0);
+        });
+        const std::string reason = reason_of([&] { workspace.save(check); });
+        other.join();
+        workspace.take_disk_changes();
+        std::string all = vcc(workspace).text;
+        for (const MergeConflict& conflict : vcc(workspace).conflicts)
             all += conflict.theirs;
-        EXPECT_NE(all.find(mark), std::string::npos) << round << saved.reason() << "\n" << now.text;
-        while (!state(*workspace).conflicts.empty())
-            ASSERT_TRUE(workspace->resolve("vcc", 0, Choice::mine));
-        ASSERT_TRUE(workspace->save(check)) << round;
+        EXPECT_NE(all.find(mark), std::string::npos) << round << reason << "\n" << all;
+        while (!vcc(workspace).conflicts.empty())
+            workspace.resolve("vcc", 0, Choice::mine);
+        workspace.save(check);
     }
 }
 
@@ -345,11 +353,11 @@ TEST_F(Workspaces, KilledWhileSavingLosesNothing) {
         ASSERT_EQ(::pipe(ready), 0);
         const pid_t child = ::fork();
         if (child == 0) {
-            const auto workspace = open();
+            Workspace workspace("game");
             for (const char* name : {"vcc", "mess"})
-                edit(*workspace, 1000 + round, "", name);
+                edit(workspace, 1000 + round, "", name);
             [[maybe_unused]] const auto told = ::write(ready[1], "x", 1);
-            [[maybe_unused]] const auto saved = workspace->save(check);
+            workspace.save(check);
             ::_exit(0);
         }
         char byte = 0;
@@ -360,11 +368,12 @@ TEST_F(Workspaces, KilledWhileSavingLosesNothing) {
         ::close(ready[0]);
         ::close(ready[1]);
 
-        const auto workspace = open();
-        [[maybe_unused]] const auto recovered = workspace->recover(true); // fails when the save was done
+        Workspace workspace("game");
+        if (!workspace.offered().empty())
+            workspace.recover(true);
         for (const char* name : {"vcc", "mess"})
-            EXPECT_NE(state(*workspace, name).text.find("row = " + mark), std::string::npos) << name << round;
-        ASSERT_TRUE(workspace->save(check));
+            EXPECT_NE(workspace.document(name).text.find("row = " + mark), std::string::npos) << name << round;
+        workspace.save(check);
         for (const char* name : {"vcc", "mess"})
             EXPECT_EQ(read_packed_screen("game", name)->records[0].slots.at(1).row, 1000 + round) << name;
     }
@@ -373,7 +382,10 @@ TEST_F(Workspaces, KilledWhileSavingLosesNothing) {
 }
 
 TEST_F(Workspaces, AFileOfUnsavedWorkThatIsDamagedIsNotTaken) {
-    edit(*open(), 5);
+    {
+        Workspace workspace("game");
+        edit(workspace, 5);
+    }
     const std::string file = state_folder(path("game/screens")) + "/unsaved.json", whole = *read_file(file);
     ASSERT_EQ(work_of_text(whole).at("vcc").text, menu_with(5));
     for (std::size_t size = 0; size < whole.size(); ++size)
@@ -382,8 +394,8 @@ TEST_F(Workspaces, AFileOfUnsavedWorkThatIsDamagedIsNotTaken) {
         std::string other = whole;
         other[at] = '9';
         for (auto& [name, document] : work_of_text(other)) // may be another text, but never one that the steps miss
-            while (document.history.undoable())
-                document.text = document.history.undo(document.text);
+            while (document.history.next(true))
+                document.text = document.history.travel(document.text, true);
     }
 }
 

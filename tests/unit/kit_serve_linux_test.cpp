@@ -1,6 +1,5 @@
 // The server of the screen editor: what it refuses, what it shows, and what it leaves alone.
 #include "game_folder.h"
-#include "vcckit/serve/operation_json.h"
 #include "vcckit/serve/server.h"
 #include "vcckit/serve/session.h"
 
@@ -26,10 +25,9 @@ protected:
     Serve() {
         fs::copy(VELDOR_SOURCE_DIR "/game/screens", "screens");
         ::setenv("XDG_STATE_HOME", (folder.path() / "state").c_str(), 1);
-        session_ = std::move(Session::open(folder.path().string(), "")).value_or(nullptr);
+        session_.emplace(folder.path().string(), "");
     }
     void SetUp() override {
-        ASSERT_TRUE(session_);
         server_.emplace(*session_);
         ASSERT_EQ(server_->bind(0), "");
         const std::string address = server_->address();
@@ -72,7 +70,7 @@ protected:
         return all;
     }
 
-    std::unique_ptr<Session> session_;
+    std::optional<Session> session_;
     std::optional<Server> server_;
     std::optional<httplib::Client> client_;
     std::string origin_, base_, host_;

@@ -57,13 +57,13 @@ std::string without(const std::string& text, const std::vector<std::string_view>
 }
 
 std::string change_buffer(const std::string& text, const Address& address, const Operation& operation) {
-    const std::vector<NumberedPart> buffers = buffers_of(text);
+    std::vector<NumberedPart> buffers = buffers_of(text);
     const auto buffer = std::ranges::find(buffers, address.index, &NumberedPart::number);
     if (address.of != Address::Of::buffer || buffer == buffers.end())
         throw Refused("the list has no " + name_of(address));
     const std::vector<std::string_view> lines = lines_with_ends(text);
     const auto at = static_cast<std::size_t>(buffer->line) - 1;
-    const std::string& before = buffer->values.at("picture");
+    const std::string before = buffer->values["picture"];
     if (at >= lines.size() || !lines[at].starts_with(before))
         throw Refused("the list has a line that is too long");
     if (operation.what == Do::set && operation.field == "picture") {
@@ -90,7 +90,7 @@ std::vector<NumberedPart> buffers_of(std::string_view text) {
     return buffers;
 }
 
-std::string change_buffers(std::string text, const Operation& operation, const EditRules&) {
+std::string change_buffers(std::string text, const Operation& operation, const std::string&) {
     if (operation.what == Do::create)
         return with_buffer(text, operation.to, operation.text);
     for (const Address& address : operation.of)

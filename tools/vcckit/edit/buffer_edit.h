@@ -14,6 +14,6 @@ std::vector<NumberedPart> buffers_of(std::string_view text);
 
 /// The list with a new buffer, whose picture is the operation's text, or with what an operation changes in some. Throws
 /// Refused.
-std::string change_buffers(std::string text, const Operation& operation, const EditRules& rules);
+std::string change_buffers(std::string text, const Operation& operation, const std::string& screen);
 
 } // namespace vcc::kit::edit

@@ -1,10 +1,7 @@
 #include "vcckit/edit/describe.h"
 
 #include "vcckit/check/fixed_slots.h"
-#include "vcckit/edit/buffer_edit.h"
-#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/source_model.h"
-#include "vcckit/edit/window_edit.h"
 
 #include "screen/slot.h"
 
@@ -78,7 +75,7 @@ json values_in(const SourceModel& model, const Node& table) {
     return values;
 }
 
-json describe_record(const SourceModel& model, const RecordTable& record, const EditRules& rules) {
+json describe_record(const SourceModel& model, const RecordTable& record, const std::string& screen) {
     const bool slot = record.kind == Address::Of::slot;
     const Layers layers = model.layers_of(*record.table);
     json out = describe_table(model, *record.table);
@@ -94,7 +91,7 @@ json describe_record(const SourceModel& model, const RecordTable& record, const 
         out["repeat"] = {
             {"first", record.first}, {"count", record.count}, {"step", record.step}, {"position", record.position}};
     if (slot) {
-        const std::string role = role_of_fixed_slot(screen_name(model.root(), rules.screen), record.index());
+        const std::string role = role_of_fixed_slot(screen_name(model.root(), screen), record.index());
         out["protected"] = role.empty() ? json() : json(role);
         out["look_written"] = json::object();
         add_looks(out, layers, true);
@@ -102,12 +99,12 @@ json describe_record(const SourceModel& model, const RecordTable& record, const 
     return out;
 }
 
-json describe_records(const SourceModel& model, Address::Of kind, const EditRules& rules) {
+json describe_records(const SourceModel& model, Address::Of kind, const std::string& screen) {
     json out = json::array();
     for (RecordTable record : model.tables(kind))
         for (record.position = 0; record.position < record.count; ++record.position)
             if (record.index() >= 0 && record.index() < slot_limit)
-                out.push_back(describe_record(model, record, rules));
+                out.push_back(describe_record(model, record, screen));
     return out;
 }
 
@@ -125,35 +122,17 @@ json describe_style(const SourceModel& model, const std::string& name, const Nod
 
 } // namespace
 
-Description describe_windows(const std::string& text, const EditRules&) {
-    Description out;
-    out.windows = windows_of(text);
-    return out;
-}
-
-Description describe_buffers(const std::string& text, const EditRules&) {
-    Description out;
-    out.buffers = buffers_of(text);
-    return out;
-}
-
-Description describe_screen(const std::string& source, const EditRules& rules) {
+Description describe_screen(const std::string& source, const std::string& screen) {
     Description out;
     const SourceModel model(source);
     out.names = model.names();
-    out.slots = describe_records(model, Address::Of::slot, rules);
-    out.toggles = describe_records(model, Address::Of::toggle, rules);
+    out.slots = describe_records(model, Address::Of::slot, screen);
+    out.toggles = describe_records(model, Address::Of::toggle, screen);
     if (const Node* const styles = model.root().table("style"))
         for (const Member& style : styles->members)
             if (style.value.is_table())
                 out.styles.push_back(describe_style(model, style.key, style.value));
     return out;
-}
-
-Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules) try {
-    return row_of(kind).describe(source, rules);
-} catch (const Refused& refused) {
-    return Failure{refused.what()};
 }
 
 } // namespace vcc::kit::edit

@@ -1,7 +1,7 @@
 // What is written where in a source: the parts of the text that an editor shows beside the records.
 #pragma once
 
-#include "vcckit/edit/source_edit.h"
+#include "vcckit/edit/operation.h"
 #include "vcckit/source/source_layers.h"
 
 #include <nlohmann/json.hpp>
@@ -19,12 +19,7 @@ struct Description {
     SourceNames names; ///< that it gives to numbers
 };
 
-/// Fails when the text cannot be read. Pure.
-Result<Description> describe(const std::string& source, DocumentKind kind, const EditRules& rules);
-
-/// The same for one kind; these throw Refused.
-Description describe_screen(const std::string& source, const EditRules& rules);
-Description describe_windows(const std::string& text, const EditRules& rules);
-Description describe_buffers(const std::string& text, const EditRules& rules);
+/// Throws Refused for a source that is no TOML. Pure; `screen` says what numbers are fixed.
+Description describe_screen(const std::string& source, const std::string& screen);
 
 } // namespace vcc::kit::edit

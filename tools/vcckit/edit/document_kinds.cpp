@@ -38,7 +38,7 @@ std::string change_field(const std::string& text, const Address& address, const 
     return at.edits.result();
 }
 
-std::string change_screen(std::string text, const Operation& operation, const EditRules& rules) {
+std::string change_screen(std::string text, const Operation& operation, const std::string& screen) {
     switch (operation.what) {
     case Do::create:
         return create_record(text, operation);
@@ -48,10 +48,10 @@ std::string change_screen(std::string text, const Operation& operation, const Ed
     case Do::copy:
         return copy_record(text, operation);
     case Do::renumber:
-        return renumber_record(text, operation, rules);
+        return renumber_record(text, operation, screen);
     default: // to one address after the other, on what the ones before have left
         for (const Address& address : operation.of)
-            text = operation.what == Do::remove  ? remove_record(text, address, rules)
+            text = operation.what == Do::remove  ? remove_record(text, address, screen)
                    : operation.what == Do::split ? split_group(text, address)
                                                  : change_field(text, address, operation);
         return text;
@@ -70,6 +70,18 @@ std::string fault_of_windows(const std::string& text) {
 
 std::string fault_of_buffers(const std::string& text) {
     return read_buffer_list(text).pictures.empty() ? "names no picture" : "";
+}
+
+Description describe_windows(const std::string& text, const std::string&) {
+    Description out;
+    out.windows = windows_of(text);
+    return out;
+}
+
+Description describe_buffers(const std::string& text, const std::string&) {
+    Description out;
+    out.buffers = buffers_of(text);
+    return out;
 }
 
 constexpr KindRow kinds[] = {

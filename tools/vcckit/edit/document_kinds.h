@@ -15,10 +15,11 @@ struct KindRow {
     const char *word, *ending; ///< what pages call it; of its files' names
     bool named_whole; ///< documents have the ending in their names: a screen's file is called the same without it
     bool packed;      ///< a source that other files are packed from; otherwise the program reads the text itself
-    /// The text after an operation that is not replace_text. Throws Refused.
-    std::string (*change)(std::string text, const Operation& operation, const EditRules& rules);
+    /// The text after an operation that is not replace_text. Throws Refused. `screen` says what numbers are fixed;
+    /// empty: none are.
+    std::string (*change)(std::string text, const Operation& operation, const std::string& screen);
     /// Throws Refused for a text that cannot be read.
-    Description (*describe)(const std::string& text, const EditRules& rules);
+    Description (*describe)(const std::string& text, const std::string& screen);
     std::string (*fault)(const std::string& text); ///< why a text is of no use; empty when it is
     FaultCode code{};                              ///< of that, when check does not tell it of a source
     const char* advice = "";

@@ -32,34 +32,34 @@ void wait_for_writers(int descriptor) {
 
 } // namespace
 
-Result<std::optional<std::string>> exchange(const std::string& temporary, const std::string& file) {
+std::optional<std::string> exchange(const std::string& temporary, const std::string& file) {
     const auto renamed = [&](unsigned how) {
         return ::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, file.c_str(), how) == 0;
     };
     struct stat before {};
     if (::stat(file.c_str(), &before) == 0)
         ::chmod(temporary.c_str(), before.st_mode & 07777);
-    bool is_new = renamed(RENAME_NOREPLACE);
+    const bool is_new = renamed(RENAME_NOREPLACE);
     if (!is_new && !renamed(RENAME_EXCHANGE)) {
         if (errno != EINVAL && errno != ENOENT)
-            return Failure{"cannot write " + file + ": " + std::strerror(errno)};
+            throw Refused("cannot write " + file + ": " + std::strerror(errno));
         // A file system that cannot exchange files: a look as late as possible has to do. Or it has just been removed.
         auto bytes = read_file(file, document_limit);
         if (!renamed(0))
-            return Failure{"cannot write " + file + ": " + std::strerror(errno)};
+            throw Refused("cannot write " + file + ": " + std::strerror(errno));
         return bytes ? std::optional(std::move(*bytes)) : std::nullopt;
     }
     if (is_new)
-        return std::optional<std::string>();
+        return std::nullopt;
     const int descriptor = ::open(temporary.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
-        return Failure{"cannot read what was in " + file + ": " + std::strerror(errno)};
+        throw Refused("cannot read what was in " + file + ": " + std::strerror(errno));
     wait_for_writers(descriptor);
     ::close(descriptor);
     auto bytes = read_file(temporary, document_limit);
     if (!bytes)
-        return Failure{file + " " + bytes.reason()};
-    return std::optional(std::move(*bytes));
+        throw Refused(file + " " + bytes.reason());
+    return std::move(*bytes);
 }
 
 } // namespace vcc::kit::edit

@@ -88,7 +88,8 @@ std::string Workspace::add_installed(const std::string& source, const std::vecto
     for (const Document& each : candidates) {
         if (std::string reason = add_document(each); !reason.empty())
             return reason;
-        if (each.file == source && std::ranges::find(documents_, source, &Document::file) != documents_.end())
+        if (each.file == source &&
+            std::ranges::any_of(documents_, [&](const auto& one) { return one.second.file == source; }))
             break;
     }
     return {};
@@ -99,7 +100,7 @@ std::string Workspace::add_document(Document document) {
     document.kind = kind_of_file(document.installs.empty() ? document.file : document.installs.front());
     const fs::path name = fs::path(document.file).filename();
     document.name = row_of(document.kind).named_whole ? name.string() : name.stem().string();
-    if (find(document.name) || !holds(document.file))
+    if (documents_.contains(document.name) || !holds(document.file))
         return {};
     document.made = true; // unless there is such a file
     auto text = text_on_disk(document);
@@ -108,7 +109,7 @@ std::string Workspace::add_document(Document document) {
     if (*text) {
         document.text = document.disk = std::move(**text);
         document.revision = newest_;
-        documents_.push_back(std::move(document));
+        documents_.emplace(document.name, std::move(document));
     }
     return {};
 }
@@ -121,9 +122,9 @@ std::string Workspace::add_documents() {
     for (const std::string& file : files) {
         Document document;
         document.file = file;
-        const bool is_made_elsewhere =
-            !fs::exists(file) &&
-            std::ranges::find(documents_, fs::path(file).stem().string(), screen_of) != documents_.end();
+        const bool is_made_elsewhere = !fs::exists(file) && std::ranges::any_of(documents_, [&](const auto& each) {
+            return screen_of(each.second) == fs::path(file).stem();
+        });
         if (std::string fault = is_made_elsewhere ? "" : add_document(std::move(document)); !fault.empty())
             reason = std::move(fault);
     }
@@ -136,7 +137,6 @@ std::string Workspace::add_documents() {
                               add_installed(list, {path::buffer_list})})
         if (!fault.empty())
             reason = std::move(fault);
-    std::ranges::sort(documents_, {}, &Document::name);
     return reason;
 }
 

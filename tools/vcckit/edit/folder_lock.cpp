@@ -1,5 +1,7 @@
 #include "vcckit/edit/folder_lock.h"
 
+#include "vcckit/edit/operation.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -34,15 +36,15 @@ long holder_of(int descriptor) {
 
 } // namespace
 
-Result<FolderLock> FolderLock::take(const std::string& folder) {
-    FolderLock lock(folder, ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (lock.descriptor_ < 0)
-        return Failure{folder + ": " + std::strerror(errno)};
-    if (::flock(lock.descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
-        return lock;
-    const long holder = holder_of(lock.descriptor_);
-    return Failure{folder + " is open in another editor" +
-                   (holder > 0 ? ", process " + std::to_string(holder) : std::string())};
+FolderLock::FolderLock(const std::string& folder)
+    : folder_(folder), descriptor_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (descriptor_ < 0)
+        throw Refused(folder + ": " + std::strerror(errno));
+    if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+        return;
+    const long holder = holder_of(descriptor_);
+    ::close(descriptor_);
+    throw Refused(folder + " is open in another editor" + (holder > 0 ? ", process " + std::to_string(holder) : ""));
 }
 
 bool FolderLock::is_in_place() const {
@@ -53,8 +55,7 @@ bool FolderLock::is_in_place() const {
 }
 
 FolderLock::~FolderLock() {
-    if (descriptor_ >= 0)
-        ::close(descriptor_);
+    ::close(descriptor_);
 }
 
 } // namespace vcc::kit::edit

@@ -51,14 +51,15 @@ void History::note(std::string_view before, std::string_view after, const std::s
     row_ = merge_key;
 }
 
-std::string History::undo(std::string text) {
-    row_.clear();
-    return unchanged(std::move(text), steps_[--done_].change);
+const History::Step* History::next(bool back) const {
+    if (back)
+        return done_ > 0 ? &steps_[done_ - 1] : nullptr;
+    return done_ < steps_.size() ? &steps_[done_] : nullptr;
 }
 
-std::string History::redo(std::string text) {
+std::string History::travel(std::string text, bool back) {
     row_.clear();
-    return changed(std::move(text), steps_[done_++].change);
+    return back ? unchanged(std::move(text), steps_[--done_].change) : changed(std::move(text), steps_[done_++].change);
 }
 
 bool History::fits(std::string text) const {

@@ -36,17 +36,14 @@ public:
     History(std::vector<Step> steps, std::size_t done) : steps_(std::move(steps)), done_(done) {}
 
     /// Notes a step that has been taken; what was undone is gone. Steps with the same merge key, not empty, one after
-    /// the other become one; undo() and redo() end such a row.
+    /// the other become one; travel() ends such a row.
     void note(std::string_view before, std::string_view after, const std::string& label, const std::string& merge_key,
               std::optional<MergeConflict> resolved = {});
 
-    /// The step that undo() or redo() would take; null without one.
-    const Step* undoable() const { return done_ > 0 ? &steps_[done_ - 1] : nullptr; }
-    const Step* redoable() const { return done_ < steps_.size() ? &steps_[done_] : nullptr; }
-
+    /// The step that an undo (`back`) or redo would take; null without one.
+    const Step* next(bool back) const;
     /// The text before or after that step; there must be one.
-    std::string undo(std::string text);
-    std::string redo(std::string text);
+    std::string travel(std::string text, bool back);
 
     /// The next step stands by itself, whatever its merge key.
     void end_row() { row_.clear(); }

@@ -1,8 +1,9 @@
 // What an editor asks for: changes of a document in the terms of screens, not of texts.
 #pragma once
 
+#include <nlohmann/json.hpp>
+
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -17,7 +18,7 @@ inline constexpr std::size_t operation_limit = 10'000;  ///< of one edit
 
 enum class DocumentKind { screen, windows, buffers };
 
-/// Why an operation changes nothing: thrown by what finds it out.
+/// Why an operation changes nothing, or an installation cannot be opened: thrown by what finds it out.
 struct Refused : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -36,8 +37,8 @@ struct Address {
 /// What a text that is no source says of one of its parts.
 struct NumberedPart {
     int number = 0;
-    int line = 0;                              ///< from 1
-    std::map<std::string, std::string> values; ///< by name; what later lines say counts
+    int line = 0;                                     ///< from 1
+    nlohmann::json values = nlohmann::json::object(); ///< by name; what later lines say counts
 };
 
 /// A number; a flag; or a text in UTF-8, which names a number in a number field.
@@ -56,9 +57,13 @@ struct Operation {
     std::optional<std::string> base; ///< replace_text: what the new source was made from, when that may be an older one
 };
 
-/// What an edit must know besides the text.
-struct EditRules {
-    std::string screen; ///< name of the screen, which says what numbers are fixed; empty: none are
+/// Operations on a document of this revision, as one step.
+struct EditRequest {
+    std::string name;
+    std::int64_t revision = 0;
+    std::string label{};     ///< of the step; empty: that of its operations
+    std::string merge_key{}; ///< not empty: steps one after the other with the same are undone together
+    std::vector<Operation> operations{};
 };
 
 /// What an operation is called, by pages and in the menu, and what it must have.

@@ -37,10 +37,11 @@ struct Axis {
 constexpr Axis horizontal{"dest_x", "column", "box_width", "src_x"}, vertical{"dest_y", "row", "box_height", "src_y"};
 
 /// One record with a change of one axis.
-class PlaceChange {
-public:
-    PlaceChange(Opened& at, const std::set<int>& positions, const Axis& axis, std::int64_t distance)
-        : at_(at), positions_(positions), axis_(axis), distance_(distance) {}
+struct PlaceChange {
+    Opened& at;
+    const std::set<int>& positions;
+    const Axis& axis;
+    std::int64_t distance;
 
     void move() const {
         LanguageSet pixels{}, cells{};
@@ -49,53 +50,48 @@ public:
             const bool picture = number("graphic", i) != 0;
             const bool in_pixels = picture || (number("dest_x", i) != 0 && number("dest_y", i) != 0);
             (in_pixels ? pixels : cells)[i] = true;
-            const std::int64_t place = number(in_pixels ? axis_.pixels : axis_.cells, i) + distance_;
+            const std::int64_t place = number(in_pixels ? axis.pixels : axis.cells, i) + distance;
             if (place < -coordinate_limit || place > coordinate_limit)
-                throw Refused(std::string(axis_.pixels) + " would be " + std::to_string(place));
+                throw Refused(std::string(axis.pixels) + " would be " + std::to_string(place));
             if (in_pixels && !picture && place == 0)
-                throw Refused(std::string(axis_.pixels) +
+                throw Refused(std::string(axis.pixels) +
                               " would be 0: a text is placed in pixels only while both coordinates are not 0");
         }
-        shift(axis_.pixels, pixels);
-        shift(axis_.cells, cells);
+        shift(axis.pixels, pixels);
+        shift(axis.cells, cells);
     }
 
     void resize() const {
         for (std::size_t i = 0; i < languages.size(); ++i) {
             expect_no_window(i);
             const bool picture = number("graphic", i) != 0;
-            const std::int64_t extent = number(axis_.extent, i) + distance_;
-            const std::int64_t least = picture ? number(axis_.source, i) + 1 : 0;
+            const std::int64_t extent = number(axis.extent, i) + distance;
+            const std::int64_t least = picture ? number(axis.source, i) + 1 : 0;
             if (extent < least || extent > coordinate_limit)
-                throw Refused(std::string(axis_.extent) + " would be " + std::to_string(extent) + ", less than " +
+                throw Refused(std::string(axis.extent) + " would be " + std::to_string(extent) + ", less than " +
                               std::to_string(least) + " or more than there is");
         }
         LanguageSet every;
         every.fill(true);
-        shift(axis_.extent, every);
+        shift(axis.extent, every);
     }
 
 private:
     std::int64_t number(const char* field, std::size_t language) const {
-        return present_number(at_.model, at_.subject, field, language).value_or(0);
+        return present_number(at.model, at.subject, field, language).value_or(0);
     }
 
     void expect_no_window(std::size_t language) const {
         if (number("graphic", language) != 0 &&
-            present_text(at_.model, at_.subject, "text", language).starts_with("TEXT-WIN"))
+            present_text(at.model, at.subject, "text", language).starts_with("TEXT-WIN"))
             throw Refused("the slot shows text window " + std::to_string(number("graphic", 0)) +
                           ": its place is in the file of text windows");
     }
 
     void shift(const char* field, const LanguageSet& in) const {
         if (in != LanguageSet{})
-            shift_field(at_, field, in, positions_, distance_);
+            shift_field(at, field, in, positions, distance);
     }
-
-    Opened& at_;
-    const std::set<int>& positions_;
-    const Axis& axis_;
-    std::int64_t distance_;
 };
 
 } // namespace
@@ -109,7 +105,7 @@ std::string move_or_resize(std::string text, const Operation& operation) {
         Opened at(text, groups.front().address);
         for (const Group& group : groups) {
             at.subject = at.model.subject(group.address);
-            const PlaceChange change(at, group.positions, *axis, distance);
+            const PlaceChange change{at, group.positions, *axis, distance};
             operation.what == Operation::Do::move ? change.move() : change.resize();
         }
         text = at.edits.result();

@@ -31,8 +31,8 @@ void expect_free(const SourceModel& model, Of kind, int index) {
 }
 
 /// Refuses a slot that has to keep its number.
-void expect_not_fixed(const SourceModel& model, const EditRules& rules, Of kind, int index) {
-    const std::string role = kind == Of::slot ? role_of_fixed_slot(screen_name(model.root(), rules.screen), index) : "";
+void expect_not_fixed(const SourceModel& model, const std::string& screen, Of kind, int index) {
+    const std::string role = kind == Of::slot ? role_of_fixed_slot(screen_name(model.root(), screen), index) : "";
     if (!role.empty())
         throw Refused("the program knows this slot by its number: slot " + std::to_string(index) + " is the " + role);
 }
@@ -350,26 +350,26 @@ std::string split_group(const std::string& text, const Address& address) {
     return result;
 }
 
-std::string remove_record(const std::string& text, const Address& address, const EditRules& rules) {
+std::string remove_record(const std::string& text, const Address& address, const std::string& screen) {
     const Opened at(text, address);
-    expect_not_fixed(at.model, rules, address.of, address.index);
+    expect_not_fixed(at.model, screen, address.of, address.index);
     if (!address.look.empty())
         throw Refused("a look is taken away by unsetting it");
     if (at.subject.record && at.subject.record->count > 1)
-        return remove_record(split_group(text, address), address, rules);
+        return remove_record(split_group(text, address), address, screen);
     const std::vector<Span> pieces = pieces_of(*at.subject.home);
     if (pieces.empty())
         throw Refused("the record has no heading of its own");
     return without(text, pieces);
 }
 
-std::string renumber_record(const std::string& text, const Operation& operation, const EditRules& rules) {
+std::string renumber_record(const std::string& text, const Operation& operation, const std::string& screen) {
     Opened at = open_only(text, operation);
     if (!at.subject.record)
         throw Refused("a style has no number");
     const RecordTable& record = *at.subject.record;
     for (int position = 0; position < record.count; ++position)
-        expect_not_fixed(at.model, rules, record.kind, record.index_of(position));
+        expect_not_fixed(at.model, screen, record.kind, record.index_of(position));
     Renumbering(at, operation.to).run();
     return at.edits.result();
 }

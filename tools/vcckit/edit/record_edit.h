@@ -12,8 +12,8 @@ namespace vcc::kit::edit {
 std::string move_or_resize(std::string text, const Operation& operation);
 std::string create_record(const std::string& text, const Operation& operation);
 std::string copy_record(const std::string& text, const Operation& operation);
-std::string remove_record(const std::string& text, const Address& address, const EditRules& rules);
-std::string renumber_record(const std::string& text, const Operation& operation, const EditRules& rules);
+std::string remove_record(const std::string& text, const Address& address, const std::string& screen);
+std::string renumber_record(const std::string& text, const Operation& operation, const std::string& screen);
 std::string split_group(const std::string& text, const Address& address);
 
 } // namespace vcc::kit::edit

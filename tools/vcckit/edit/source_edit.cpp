@@ -14,8 +14,10 @@ using Do = Operation::Do;
 /// Texts read again for every part of every operation: bytes times parts.
 constexpr std::size_t work_limit = 512u << 20;
 
-std::string applied(std::string text, DocumentKind kind, std::span<const Operation> operations,
-                    const EditRules& rules) {
+} // namespace
+
+std::string apply(std::string text, DocumentKind kind, std::span<const Operation> operations,
+                  const std::string& screen) {
     std::size_t parts = 0;
     for (const Operation& operation : operations)
         parts += std::max<std::size_t>(1, operation.of.size());
@@ -27,7 +29,7 @@ std::string applied(std::string text, DocumentKind kind, std::span<const Operati
         if (operation.what == Do::replace_text) {
             text = operation.text;
         } else {
-            std::string next = row_of(kind).change(text, operation, rules);
+            std::string next = row_of(kind).change(text, operation, screen);
             if (const std::string fault = next == text ? "" : row_of(kind).fault(next); !fault.empty())
                 throw Refused("the change does not fit into the source as it is written: " + fault);
             text = std::move(next);
@@ -36,17 +38,6 @@ std::string applied(std::string text, DocumentKind kind, std::span<const Operati
             throw Refused("the text would be longer than " + std::to_string(document_limit) + " bytes");
     }
     return text;
-}
-
-} // namespace
-
-Result<std::string> apply(const std::string& source, DocumentKind kind, std::span<const Operation> operations,
-                          const EditRules& rules) {
-    try {
-        return applied(source, kind, operations, rules);
-    } catch (const Refused& refused) {
-        return Failure{refused.what()};
-    }
 }
 
 std::string label_of(std::span<const Operation> operations) {

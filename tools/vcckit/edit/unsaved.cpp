@@ -2,8 +2,6 @@
 
 #include "vcckit/edit/operation.h"
 
-#include "core/handles.h"
-
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -19,73 +17,61 @@ namespace vcc::kit::edit {
 
 using nlohmann::json;
 
-namespace {
+// How the library writes and reads the parts.
 
-json conflict_json(const MergeConflict& conflict) {
-    return {conflict.mine.begin, conflict.mine.end, conflict.base, conflict.theirs, conflict.removed};
+static void to_json(json& list, const MergeConflict& conflict) {
+    list = {conflict.mine.begin, conflict.mine.end, conflict.base, conflict.theirs, conflict.removed};
 }
 
-MergeConflict conflict_of(const json& list) {
-    return {{list.at(0).get<std::size_t>(), list.at(1).get<std::size_t>()}, list.at(2), list.at(3), list.at(4)};
+static void from_json(const json& list, MergeConflict& conflict) {
+    conflict = {{list.at(0), list.at(1)}, list.at(2), list.at(3), list.at(4)};
 }
 
-json history_json(const History& history) {
-    json steps = json::array();
-    for (const History::Step& step : history.steps())
-        steps.push_back({step.change.at, step.change.before, step.change.after, step.label,
-                         step.resolved ? conflict_json(*step.resolved) : json()});
-    return {{"done", history.done()}, {"steps", std::move(steps)}};
+static void to_json(json& list, const History::Step& step) {
+    list = {step.change.at, step.change.before, step.change.after, step.label,
+            step.resolved ? json(*step.resolved) : json()};
 }
 
-History history_of(const json& object) {
-    std::vector<History::Step> steps;
-    for (const json& each : object.at("steps"))
-        steps.push_back({{each.at(0), each.at(1), each.at(2)},
-                         each.at(3),
-                         each.at(4).is_null() ? std::nullopt : std::optional(conflict_of(each.at(4)))});
-    return {std::move(steps), object.at("done")};
+static void from_json(const json& list, History::Step& step) {
+    step = {{list.at(0), list.at(1), list.at(2)}, list.at(3), {}};
+    if (!list.at(4).is_null())
+        step.resolved = list.at(4).get<MergeConflict>();
 }
 
-} // namespace
+static void to_json(json& object, const UnsavedDocument& document) {
+    object = {{"file", document.file},
+              {"disk", document.disk},
+              {"text", document.text},
+              {"saving", document.saving},
+              {"conflicts", document.conflicts},
+              {"history", {{"done", document.history.done()}, {"steps", document.history.steps()}}}};
+}
+
+static void from_json(const json& object, UnsavedDocument& document) {
+    const json& history = object.at("history");
+    document = {object.at("file"),   object.at("disk"),      object.at("text"),
+                object.at("saving"), object.at("conflicts"), History(history.at("steps"), history.at("done"))};
+}
 
 std::string text_of_work(const UnsavedWork& work) {
-    json documents = json::object();
-    for (const auto& [name, document] : work) {
-        json conflicts = json::array();
-        for (const MergeConflict& conflict : document.conflicts)
-            conflicts.push_back(conflict_json(conflict));
-        documents[name] = {{"file", document.file},
-                           {"disk", document.disk},
-                           {"text", document.text},
-                           {"saving", document.saving},
-                           {"conflicts", std::move(conflicts)},
-                           {"history", history_json(document.history)}};
-    }
-    return documents.dump(-1, ' ', false, json::error_handler_t::replace);
+    return json(work).dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
 UnsavedWork work_of_text(std::string_view text) {
-    const json documents = json::parse(text, nullptr, false);
     UnsavedWork work;
-    if (!documents.is_object())
-        return work;
     try {
-        for (const auto& [name, each] : documents.items()) {
-            UnsavedDocument document{each.at("file"), each.at("disk"), each.at("text"), each.at("saving"), {}, {}};
-            for (const json& conflict : each.at("conflicts"))
-                document.conflicts.push_back(conflict_of(conflict));
-            document.history = history_of(each.at("history"));
-            const bool fits =
-                document.history.fits(document.text) &&
-                std::ranges::all_of(document.conflicts, [&](const MergeConflict& conflict) {
-                    return conflict.mine.begin <= conflict.mine.end && conflict.mine.end <= document.text.size();
-                });
-            if (fits && document.text.size() <= document_limit && document.disk.size() <= document_limit)
-                work.emplace(name, std::move(document));
-        }
-    } catch (const json::exception&) { // written by another version, or by hand
+        work = json::parse(text);
+    } catch (const json::exception&) { // damaged, written by another version, or by hand
         return {};
     }
+    std::erase_if(work, [](const auto& each) {
+        const UnsavedDocument& document = each.second;
+        return document.text.size() > document_limit || document.disk.size() > document_limit ||
+               !document.history.fits(document.text) ||
+               !std::ranges::all_of(document.conflicts, [&](const MergeConflict& conflict) {
+                   return conflict.mine.begin <= conflict.mine.end && conflict.mine.end <= document.text.size();
+               });
+    });
     return work;
 }
 

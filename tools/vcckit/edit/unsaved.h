@@ -27,8 +27,8 @@ UnsavedWork work_of_text(std::string_view text);
 /// The folder for what an editor remembers of a folder of sources; empty when the user has no place for such things.
 std::string state_folder(const std::string& screens);
 
-/// Puts a file in place in one step, which outlives the process, though not a loss of power in the next seconds. Makes
-/// its folder. The reason of a failure, else an empty text.
+/// Puts a file in place in one step, in that of a link, not behind it. It outlives the process, though not a loss of
+/// power in the next seconds. Makes its folder. The reason of a failure, else an empty text.
 std::string put_quickly(const std::string& path, std::string_view bytes, unsigned mode = 0666);
 
 } // namespace vcc::kit::edit

@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace vcc::kit::edit {
 
@@ -21,35 +20,53 @@ namespace {
 
 using Do = Operation::Do;
 
-const WindowField* field_of_line(std::string_view line) {
-    for (const WindowField& field : window_fields())
-        if (!field.key.empty() && line.starts_with(field.key))
-            return &field;
-    return nullptr;
+/// The first field with a key that is so; null without one.
+template <class Test>
+const WindowField* find_field_if(const Test& test) {
+    const auto fields = window_fields();
+    const auto found =
+        std::ranges::find_if(fields, [&](const WindowField& each) { return !each.key.empty() && test(each); });
+    return found == fields.end() ? nullptr : &*found;
 }
 
-const WindowField* find_window_field(std::string_view name) {
-    for (const WindowField& field : window_fields())
-        if (!field.key.empty() && (field.name == name || field.key == name))
-            return &field;
-    return nullptr;
+const WindowField* field_named(std::string_view name) {
+    return find_field_if([&](const WindowField& each) { return each.name == name || each.key == name; });
 }
 
 struct TextLine {
-    Span span; ///< with its end
+    enum class Kind { heading, field, comment, title }; ///< comment: also what the program passes over
+
     std::string_view text;
+    Span span{}; ///< with its end
+    Kind kind = Kind::title;
+    const WindowField* field = nullptr; ///< null: none
     int window = 0;                     ///< that it belongs to; -1 none
-    bool is_heading = false;            ///< "+3"
-    bool is_comment = false;            ///< also what the program passes over
-    const WindowField* field = nullptr; ///< null: a heading, a comment, or a title
+
+    explicit TextLine(std::string_view line) : text(line) {
+        field = find_field_if([&](const WindowField& each) { return line.starts_with(each.key); });
+        if (line.starts_with('+'))
+            kind = Kind::heading;
+        else if (field)
+            kind = Kind::field;
+        else if (line.starts_with('#') || line.starts_with('x') || line.starts_with('y'))
+            kind = Kind::comment;
+    }
+
+    /// Bytes before the number of a field, or of a heading: "+3".
+    std::size_t key() const { return field ? field->key.size() : 1; }
+    int number() const { return to_number(text.substr(key())); }
+
+    /// What is written for the number, as the program reads it: what stands before and behind it stays.
+    Span digits() const {
+        const std::size_t begin = std::min(text.find_first_not_of(" \t", key()), text.size());
+        std::size_t end = begin + (begin < text.size() && (text[begin] == '-' || text[begin] == '+') ? 1 : 0);
+        end = std::min(text.find_first_not_of("0123456789", end), text.size());
+        return {span.begin + begin, span.begin + end};
+    }
 };
+using Kind = TextLine::Kind;
 
 constexpr int no_window = -1;
-
-/// Whether the program passes over a line that is no field.
-bool is_passed_over(std::string_view line) {
-    return line.starts_with('#') || line.starts_with('x') || line.starts_with('y');
-}
 
 /// The lines up to where the program ends its reading.
 std::vector<TextLine> window_lines(std::string_view text) {
@@ -57,50 +74,18 @@ std::vector<TextLine> window_lines(std::string_view text) {
     int window = 0;
     std::size_t at = 0;
     for (const std::string_view whole : lines_with_ends(text)) {
-        TextLine line;
+        TextLine line(whole.substr(0, whole.find_last_not_of("\r\n") + 1));
         line.span = {at, at + whole.size()};
-        line.text = whole.substr(0, whole.find_last_not_of("\r\n") + 1);
-        line.is_heading = line.text.starts_with('+');
-        if (line.is_heading) {
-            const int number = to_number(line.text.substr(1));
-            if (number >= text_window_count)
+        if (line.kind == Kind::heading) {
+            if (line.number() >= text_window_count)
                 break;
-            window = std::max(number, no_window);
+            window = std::max(line.number(), no_window);
         }
         line.window = window;
-        line.field = line.is_heading ? nullptr : field_of_line(line.text);
-        line.is_comment = !line.is_heading && !line.field && is_passed_over(line.text);
         lines.push_back(line);
         at = line.span.end;
     }
     return lines;
-}
-
-bool is_title(const TextLine& line) {
-    return !line.is_heading && !line.is_comment && !line.field;
-}
-
-/// The number in a line behind its key, as the program reads it: what stands before and behind it stays.
-Span number_in(const TextLine& line) {
-    const std::string_view text = line.text;
-    const std::size_t key = line.is_heading ? 1 : line.field->key.size();
-    const std::size_t begin = std::min(text.find_first_not_of(" \t", key), text.size());
-    std::size_t end = begin + (begin < text.size() && (text[begin] == '-' || text[begin] == '+') ? 1 : 0);
-    end = std::min(text.find_first_not_of("0123456789", end), text.size());
-    return {line.span.begin + begin, line.span.begin + end};
-}
-
-int number_of(const TextLine& line) {
-    return to_number(line.text.substr(line.is_heading ? 1 : line.field->key.size()));
-}
-
-/// Refuses a text that cannot be a title.
-void expect_title(std::string_view title) {
-    if (title.find_first_of("\r\n") != std::string_view::npos || title.size() >= line_limit)
-        throw Refused("a title is one line of less than " + std::to_string(line_limit) + " characters");
-    if (field_of_line(title) || title.starts_with('+') || is_passed_over(title))
-        throw Refused("a title cannot begin with \"" + std::string(title.substr(0, 1)) +
-                      "\": that is a key of these files");
 }
 
 /// One window with the lines that belong to it.
@@ -109,7 +94,7 @@ public:
     WindowChange(std::string_view text, int number)
         : text_(text), number_(number), edits_(text), lines_(window_lines(text)) {
         for (const TextLine& line : lines_)
-            if (line.window == number && !(line.is_comment || is_blank(line.text)))
+            if (line.window == number && line.kind != Kind::comment && !is_blank(line.text))
                 last_ = &line;
     }
 
@@ -118,20 +103,26 @@ public:
 
     int value(const WindowField& field) const {
         const TextLine* const line = line_of(&field);
-        return line ? number_of(*line) : 0;
+        return line ? line->number() : 0;
     }
 
     void set(const WindowField& field, std::int64_t number) {
         const TextLine* const line = line_of(&field);
         if (!line)
             add(std::string(field.key) + std::to_string(number));
-        else if (number_of(*line) != number)
-            edits_.replace(number_in(*line), std::to_string(number));
+        else if (line->number() != number)
+            edits_.replace(line->digits(), std::to_string(number));
     }
 
     void set_title(const std::string& title) {
+        if (title.find_first_of("\r\n") != std::string::npos || title.size() >= line_limit)
+            throw Refused("a title is one line of less than " + std::to_string(line_limit) + " characters");
+        if (TextLine(title).kind != Kind::title)
+            throw Refused("a title cannot begin with \"" + title.substr(0, 1) + "\": that is a key of these files");
         const TextLine* const line = line_of(nullptr);
-        if (!line)
+        if (is_blank(title))
+            unset(nullptr);
+        else if (!line)
             add(title);
         else if (line->text != title)
             edits_.replace({line->span.begin, line->span.begin + line->text.size()}, title);
@@ -150,8 +141,8 @@ public:
 
     void renumber(int to) {
         for (const TextLine& line : lines_)
-            if (line.is_heading && line.window == number_)
-                edits_.replace(number_in(line), std::to_string(to));
+            if (line.kind == Kind::heading && line.window == number_)
+                edits_.replace(line.digits(), std::to_string(to));
     }
 
     /// Its lines without comments, under another number.
@@ -159,7 +150,7 @@ public:
         const std::string end(line_end_of(text_));
         std::string out = "+" + std::to_string(to) + end;
         for (const TextLine& line : lines_)
-            if (line.window == number_ && !line.is_heading && !line.is_comment)
+            if (line.window == number_ && line.kind != Kind::heading && line.kind != Kind::comment)
                 out += std::string(line.text) + end;
         return out;
     }
@@ -167,13 +158,13 @@ public:
     /// With the comment above it, but not with the one above the next window.
     void remove() {
         for (std::size_t i = 0; i < lines_.size(); ++i) {
-            if (!lines_[i].is_heading || lines_[i].window != number_)
+            if (lines_[i].kind != Kind::heading || lines_[i].window != number_)
                 continue;
             std::size_t first = i, end = i + 1;
-            while (first > 0 && lines_[first - 1].is_comment && lines_[first - 1].text != "#")
+            while (first > 0 && lines_[first - 1].kind == Kind::comment && lines_[first - 1].text != "#")
                 --first;
-            for (std::size_t next = end; next < lines_.size() && !lines_[next].is_heading; ++next)
-                if (!lines_[next].is_comment)
+            for (std::size_t next = end; next < lines_.size() && lines_[next].kind != Kind::heading; ++next)
+                if (lines_[next].kind != Kind::comment)
                     end = next + 1;
             const bool parted_above = first > 0 && lines_[first - 1].text == "#";
             const bool parted_below = end == lines_.size() || lines_[end].text == "#";
@@ -185,7 +176,7 @@ public:
 
 private:
     bool says(const TextLine& line, const WindowField* field) const {
-        return line.window == number_ && (field ? line.field == field : is_title(line));
+        return line.window == number_ && (field ? line.field == field : line.kind == Kind::title);
     }
 
     /// The line that counts.
@@ -210,34 +201,32 @@ private:
 
 /// The field that an operation names; null for the title.
 const WindowField* field_of(const Operation& operation) {
-    const WindowField* const field = find_window_field(operation.field);
+    const WindowField* const field = field_named(operation.field);
     if (!field && operation.field != "title")
         throw Refused("there is no field \"" + operation.field + "\" of windows");
     return field;
 }
 
-void set_title(WindowChange& change, const Value& value) {
-    const auto* const title = std::get_if<std::string>(&value);
-    if (!title)
+void set(WindowChange& change, const Operation& operation) {
+    const WindowField* const field = field_of(operation);
+    const auto* const word = std::get_if<std::string>(&operation.value);
+    if (!field && !word)
         throw Refused("a title must be a text");
-    expect_title(*title);
-    if (is_blank(*title))
-        change.unset(nullptr);
-    else
-        change.set_title(*title);
-}
-
-void set_number(WindowChange& change, const WindowField& field, const Value& value) {
-    const auto* const word = std::get_if<std::string>(&value);
-    std::optional<std::int64_t> number = word ? number_of_name(field.meaning, *word) : std::nullopt;
-    if (const auto* const given = std::get_if<std::int64_t>(&value))
+    if (!field)
+        return change.set_title(*word);
+    const std::string name(field->name);
+    std::int64_t number = 0;
+    if (const auto* const given = std::get_if<std::int64_t>(&operation.value))
         number = *given;
-    if (!number)
-        throw Refused(std::string(field.name) + " must be a number" +
-                      (word ? ": there is no " + std::string(meaning_word(field.meaning)) + " \"" + *word + "\"" : ""));
-    if (*number < -coordinate_limit || *number > coordinate_limit)
-        throw Refused(std::string(field.name) + " must be at most " + std::to_string(coordinate_limit));
-    change.set(field, *number);
+    else if (const auto named = word ? number_of_name(field->meaning, *word) : std::nullopt)
+        number = *named;
+    else
+        throw Refused(
+            name + " must be a number" +
+            (word ? ": there is no " + std::string(meaning_word(field->meaning)) + " \"" + *word + "\"" : ""));
+    if (number < -coordinate_limit || number > coordinate_limit)
+        throw Refused(name + " must be at most " + std::to_string(coordinate_limit));
+    change.set(*field, number);
 }
 
 void unset(WindowChange& change, const Operation& operation) {
@@ -255,13 +244,13 @@ void move_or_resize(WindowChange& change, const Operation& operation) {
     for (std::size_t i = 0; i < places.size(); ++i) {
         const bool first = i < 2;
         const int distance = first && operation.what == Do::resize ? 0 : edges[i].second;
-        places[i] = std::int64_t{change.value(*find_window_field(edges[i].first))} + distance;
+        places[i] = std::int64_t{change.value(*field_named(edges[i].first))} + distance;
         if (places[i] < -coordinate_limit || places[i] > coordinate_limit)
             throw Refused(std::string(edges[i].first) + " would be " + std::to_string(places[i]));
         if (!first && places[i] < places[i - 2])
             throw Refused("the window would end before it begins");
         if (distance != 0)
-            change.set(*find_window_field(edges[i].first), places[i]);
+            change.set(*field_named(edges[i].first), places[i]);
     }
 }
 
@@ -292,7 +281,7 @@ std::string create_window(const std::string& text, const Operation& operation) {
     std::string lines = "+" + std::to_string(operation.to) + end;
     bool has_style = false;
     for (const TextLine& line : window_lines(operation.text)) {
-        if (line.is_heading)
+        if (line.kind == Kind::heading)
             throw Refused("the lines of a window have no other window in them");
         has_style = has_style || line.text.starts_with('-');
         lines += std::string(line.text) + end;
@@ -312,10 +301,7 @@ std::string change_window(const std::string& text, const Address& address, const
         expect_free(text, operation.to);
     switch (operation.what) {
     case Do::set:
-        if (const WindowField* const field = field_of(operation))
-            set_number(change, *field, operation.value);
-        else
-            set_title(change, operation.value);
+        set(change, operation);
         break;
     case Do::unset:
         unset(change, operation);
@@ -340,7 +326,7 @@ std::string change_window(const std::string& text, const Address& address, const
 
 } // namespace
 
-std::string change_windows(std::string text, const Operation& operation, const EditRules&) {
+std::string change_windows(std::string text, const Operation& operation, const std::string&) {
     if (operation.what == Do::create)
         return create_window(text, operation);
     for (const Address& address : operation.of)
@@ -351,17 +337,17 @@ std::string change_windows(std::string text, const Operation& operation, const E
 std::vector<NumberedPart> windows_of(std::string_view text) {
     std::vector<NumberedPart> windows;
     for (const TextLine& line : window_lines(text)) {
-        if (line.window == no_window || line.is_comment)
+        if (line.window == no_window || line.kind == Kind::comment)
             continue;
         auto window = std::ranges::find(windows, line.window, &NumberedPart::number);
         if (window == windows.end()) {
-            if (is_title(line) && is_blank(line.text))
+            if (line.kind == Kind::title && is_blank(line.text))
                 continue;
-            window = windows.insert(windows.end(), {line.window, line_at(text, line.span.begin), {}});
+            window = windows.insert(windows.end(), {line.window, line_at(text, line.span.begin)});
         }
         if (line.field)
-            window->values[std::string(line.field->name)] = std::to_string(number_of(line));
-        else if (is_title(line) && !is_blank(line.text))
+            window->values[line.field->name] = line.number();
+        else if (line.kind == Kind::title && !is_blank(line.text))
             window->values["title"] = line.text;
         else
             window->values.erase("title"); // a heading begins anew, and a blank line is an empty title

@@ -15,6 +15,6 @@ std::vector<NumberedPart> windows_of(std::string_view text);
 
 /// The text with a new window, or with what an operation changes in some; fields are named as in window_fields.h or by
 /// their keys. Throws Refused.
-std::string change_windows(std::string text, const Operation& operation, const EditRules& rules);
+std::string change_windows(std::string text, const Operation& operation, const std::string& screen);
 
 } // namespace vcc::kit::edit

@@ -1,6 +1,8 @@
 #include "vcckit/edit/workspace.h"
 
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/source_edit.h"
+#include "vcckit/edit/text_edits.h"
 #include "vcckit/source/packed_screen.h"
 
 #include <algorithm>
@@ -13,23 +15,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
-Failure unknown_document(const std::string& name) {
-    return {"there is no document \"" + name + "\""};
+/// Refuses a name that no document has.
+template <class Documents>
+auto& named(Documents& documents, const std::string& name) {
+    const auto found = documents.find(name);
+    if (found == documents.end())
+        throw Refused("there is no document \"" + name + "\"");
+    return found->second;
 }
-
-} // namespace
-
-Document* Workspace::find(const std::string& name) {
-    const auto found = std::ranges::find(documents_, name, &Document::name);
-    return found == documents_.end() ? nullptr : &*found;
-}
-
-Result<Document*> Workspace::found(const std::string& name) {
-    Document* const document = find(name);
-    return document ? Result<Document*>(document) : unknown_document(name);
-}
-
-namespace {
 
 /// A stretch of a text after a change of it elsewhere, or in it.
 Span moved(Span span, const Change& change) {
@@ -58,11 +51,10 @@ void Workspace::change(Document& document, std::string text, const std::string& 
     show(document, std::move(text));
 }
 
-void Workspace::bring_in(Document& document, const std::string& base, const std::string& other,
-                         const std::string& label, const std::string& merge_key) {
+void Workspace::bring_in(Document& document, const std::string& base, const std::string& other) {
     Merged merged = merge(base, document.text, other);
     if (merged.text != document.text)
-        change(document, std::move(merged.text), label, merge_key);
+        change(document, std::move(merged.text), "Change on disk", "");
     else
         ++document.revision;
     document.conflicts.insert(document.conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
@@ -72,9 +64,9 @@ void Workspace::keep() {
     if (!offered_.empty())
         return; // the file has to keep that; what is done until then is on disk
     UnsavedWork work;
-    for (const Document& each : documents_)
+    for (const auto& [name, each] : documents_)
         if (each.text != each.disk || each.packed_files_old || !each.conflicts.empty())
-            work[each.name] = {each.file, each.disk, each.text, each.packed_files_old, each.conflicts, each.history};
+            work[name] = {each.file, each.disk, each.text, each.packed_files_old, each.conflicts, each.history};
     std::error_code error;
     if (unsaved_.empty())
         trouble_ = "there is neither XDG_STATE_HOME nor HOME to keep unsaved changes in";
@@ -82,26 +74,6 @@ void Workspace::keep() {
         trouble_ = put_quickly(unsaved_, text_of_work(work));
     else
         trouble_ = (fs::remove(unsaved_, error), error) ? "cannot remove " + unsaved_ + ": " + error.message() : "";
-}
-
-DocumentState Workspace::state_of(const Document& document) {
-    DocumentState state;
-    state.name = document.name;
-    state.file = document.file;
-    state.kind = document.kind;
-    state.installs = document.installs;
-    state.text = document.text;
-    state.revision = document.revision;
-    state.dirty = document.dirty();
-    state.made = document.made;
-    for (const History::Step& step : document.history.steps())
-        state.steps.push_back(step.label);
-    state.done = document.history.done();
-    for (const MergeConflict& conflict : document.conflicts)
-        state.conflicts.push_back({line_at(document.text, conflict.mine.begin), conflict.base,
-                                   document.text.substr(conflict.mine.begin, conflict.mine.end - conflict.mine.begin),
-                                   conflict.theirs, conflict.removed});
-    return state;
 }
 
 namespace {
@@ -117,94 +89,107 @@ std::string usual_screens(const fs::path& folder) {
 
 } // namespace
 
-Result<std::unique_ptr<Workspace>> Workspace::open(const std::string& folder, const std::string& screens) {
+Workspace::Workspace(const std::string& folder, const std::string& screens) {
     std::error_code error;
     const fs::path whole = fs::canonical(folder, error);
     if (error || !is_installation(whole.string()))
-        return Failure{folder + (error ? " does not exist" : " is not an installation") +
-                       ": there is neither tools/language.ini nor tools/vcc.buf nor data/configs/vcc.cfg in it"};
+        throw Refused(folder + (error ? " does not exist" : " is not an installation") +
+                      ": there is neither tools/language.ini nor tools/vcc.buf nor data/configs/vcc.cfg in it");
     if (!screens.empty() && !fs::is_directory(screens, error))
-        return Failure{screens + " is not a folder"};
-    std::unique_ptr<Workspace> opened(new Workspace);
-    opened->folder_ = whole.string();
-    opened->screens_ = screens.empty() ? usual_screens(whole) : fs::canonical(screens, error).string();
-    opened->files_ = fs::weakly_canonical(fs::path(opened->screens_).parent_path() / "files", error).string();
-    for (const std::string& each : std::set{opened->folder_, opened->screens_}) {
-        if (!fs::is_directory(each, error))
-            continue;
-        auto lock = FolderLock::take(each);
-        if (!lock)
-            return Failure{lock.reason()};
-        opened->locks_.push_back(std::move(*lock));
-    }
-    if (std::string reason = opened->add_documents(); !reason.empty())
-        return Failure{std::move(reason)};
-    const std::string state = state_folder(opened->screens_);
-    opened->unsaved_ = state.empty() ? "" : state + "/unsaved.json";
-    opened->read_offer();
-    return opened;
+        throw Refused(screens + " is not a folder");
+    folder_ = whole.string();
+    screens_ = screens.empty() ? usual_screens(whole) : fs::canonical(screens, error).string();
+    files_ = fs::weakly_canonical(fs::path(screens_).parent_path() / "files", error).string();
+    for (const std::string& each : std::set{folder_, screens_})
+        if (fs::is_directory(each, error))
+            locks_.emplace_back(each);
+    if (std::string reason = add_documents(); !reason.empty())
+        throw Refused(reason);
+    const std::string state = state_folder(screens_);
+    unsaved_ = state.empty() ? "" : state + "/unsaved.json";
+    read_offer();
 }
 
-std::vector<DocumentState> Workspace::documents() const {
-    std::vector<DocumentState> states;
-    for (const Document& document : documents_)
-        states.push_back(state_of(document));
-    return states;
+const Document& Workspace::document(const std::string& name) const {
+    return named(documents_, name);
 }
 
-Result<DocumentState> Workspace::document(const std::string& name) const {
-    const auto document = std::ranges::find(documents_, name, &Document::name);
-    return document == documents_.end() ? Result<DocumentState>(unknown_document(name)) : state_of(*document);
-}
-
-Result<DocumentState> Workspace::edit(const std::string& name, std::int64_t revision, const std::string& label,
-                                      const std::string& merge_key, std::span<const Operation> operations) {
-    const auto there = found(name);
-    if (!there)
-        return Failure{there.reason()};
-    Document* const document = *there;
+void Workspace::expect_decided() const {
     if (!offered_.empty())
-        return Failure{undecided_reason};
+        throw Refused("an earlier session left unsaved changes: take them or drop them first");
+}
+
+const Document& Workspace::edit(const EditRequest& request) {
+    Document& document = named(documents_, request.name);
+    expect_decided();
     // A whole text may be older than what others have written since: both are kept.
-    const Operation* const whole = operations.size() == 1 ? operations.data() : nullptr;
+    const Operation* const whole = request.operations.size() == 1 ? request.operations.data() : nullptr;
     if (whole && whole->what == Operation::Do::replace_text && whole->base) {
         if (whole->text.size() > document_limit)
-            return Failure{"the text would be longer than " + std::to_string(document_limit) + " bytes"};
-        Merged merged = merge(*whole->base, whole->text, document->text);
-        if (merged.text != document->text)
-            change(*document, std::move(merged.text), label, merge_key);
-        document->conflicts.insert(document->conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
+            throw Refused("the text would be longer than " + std::to_string(document_limit) + " bytes");
+        Merged merged = merge(*whole->base, whole->text, document.text);
+        if (merged.text != document.text)
+            change(document, std::move(merged.text), request.label, request.merge_key);
+        document.conflicts.insert(document.conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
         keep();
-        return state_of(*document);
+        return document;
     }
-    if (revision != document->revision)
-        return Failure{stale_reason};
-    auto text = apply(document->text, document->kind, operations, {document->name});
-    if (!text)
-        return Failure{text.reason()};
-    if (*text != document->text) {
-        change(*document, std::move(*text), label.empty() ? label_of(operations) : label, merge_key);
+    if (request.revision != document.revision)
+        throw Refused(stale_reason);
+    std::string text = apply(document.text, document.kind, request.operations, request.name);
+    if (text != document.text) {
+        change(document, std::move(text), request.label.empty() ? label_of(request.operations) : request.label,
+               request.merge_key);
         keep();
     }
-    return state_of(*document);
+    return document;
 }
 
-Result<DocumentState> Workspace::travel(const std::string& name, bool back) {
-    const auto there = found(name);
-    if (!there)
-        return Failure{there.reason()};
-    Document& document = **there;
-    const History::Step* const step = back ? document.history.undoable() : document.history.redoable();
+const Document& Workspace::travel(const std::string& name, bool back) {
+    Document& document = named(documents_, name);
+    const History::Step* const step = document.history.next(back);
     if (!step)
-        return Failure{std::string("there is nothing to ") + (back ? "undo" : "redo")};
+        throw Refused(std::string("there is nothing to ") + (back ? "undo" : "redo"));
     const auto resolved = step->resolved;
     if (resolved && !back)
         std::erase_if(document.conflicts, [&](const MergeConflict& each) { return each.mine == resolved->mine; });
-    show(document, back ? document.history.undo(document.text) : document.history.redo(document.text));
+    show(document, document.history.travel(document.text, back));
     if (resolved && back)
         document.conflicts.push_back(*resolved);
     keep();
-    return state_of(document);
+    return document;
+}
+
+const Document* Workspace::resolve(const std::string& name, std::size_t conflict, Choice choice) {
+    Document& document = named(documents_, name);
+    if (conflict >= document.conflicts.size())
+        throw Refused(name + " has no such conflict");
+    MergeConflict chosen = document.conflicts[conflict];
+    if (chosen.removed && choice == Choice::theirs) {
+        document.text = document.disk;
+        document.made = true;
+        document.conflicts.clear();
+        ++document.revision;
+        take_disk_changes(); // it goes, or is made from what is installed
+        keep();
+        const auto left = documents_.find(name);
+        return left == documents_.end() ? nullptr : &left->second;
+    }
+    const std::size_t size = chosen.mine.end - chosen.mine.begin;
+    std::string text = document.text;
+    if (choice == Choice::theirs) {
+        text.replace(chosen.mine.begin, size, chosen.theirs);
+    } else if (choice == Choice::both && !chosen.removed) {
+        const bool unended = size > 0 && text[chosen.mine.end - 1] != '\n';
+        text.insert(chosen.mine.end, (unended ? std::string(line_end_of(text)) : "") + chosen.theirs);
+        const auto& fault = row_of(document.kind).fault;
+        if (fault(document.text).empty() && !fault(text).empty())
+            throw Refused("both together are no source: choose one of them, and write the other where it belongs");
+    }
+    document.conflicts.erase(document.conflicts.begin() + static_cast<std::ptrdiff_t>(conflict));
+    change(document, std::move(text), "Decide between here and the file", "", std::move(chosen));
+    keep();
+    return &document;
 }
 
 } // namespace vcc::kit::edit

@@ -11,42 +11,15 @@
 #include "core/result.h"
 
 #include <cstdint>
+#include <deque>
 #include <functional>
-#include <memory>
-#include <span>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace vcc::kit::edit {
 
-/// Lines that were changed both here and on disk. The working text has ours.
-struct Conflict {
-    int line = 0; ///< in the working text, from 1
-    std::string base, mine, theirs;
-    bool removed = false; ///< the file is gone
-};
-
 enum class Choice { mine, theirs, both };
-
-struct DocumentState {
-    std::string name, file; ///< "vcc"; the path of its source
-    DocumentKind kind = DocumentKind::screen;
-    std::vector<std::string> installs; ///< files of the installation that hold the same, as the program names them
-    std::string text;                  ///< UTF-8
-    std::int64_t revision = 0;
-    bool dirty = false;             ///< saving would write it
-    bool made = false;              ///< from installed files: its source is written with the first change
-    bool gone = false;              ///< there is no such document any more
-    std::vector<std::string> steps; ///< what the history's steps are called, from the first
-    std::size_t done = 0;           ///< of them that are not undone
-    std::vector<Conflict> conflicts;
-};
-
-/// Unsaved changes that a session before left.
-struct Recovery {
-    std::vector<std::string> documents;
-    std::int64_t when = 0; ///< seconds since 1970
-};
 
 struct Saved {
     std::vector<std::string> files; ///< that were written
@@ -57,17 +30,18 @@ struct Saved {
 using CheckSource = std::function<SourceCheck(const std::string& file, const std::string& text)>;
 
 inline constexpr const char* stale_reason = "the document has changed since";
-inline constexpr const char* undecided_reason = "an earlier session left unsaved changes: take them or drop them first";
 
-/// One user at a time: calls must not run at the same time. Nothing here needs the graphics library but the check that
-/// save() is given.
+/// One user at a time: calls must not run at the same time. What cannot be done throws Refused and changes nothing.
+/// Nothing here needs the graphics library but the check that save() is given.
 class Workspace {
 public:
     /// Opens an installation. Its sources lie in `screens`; when that is empty, in FOLDER/screens or else
     /// ../screens beside it; that of the buffer list in a folder "files" beside that one. A screen without a source
-    /// gets one, made from its packed files, with its first change. Fails when another editor has the folder (the
+    /// gets one, made from its packed files, with its first change. Refused when another editor has the folder (the
     /// reason says which process).
-    static Result<std::unique_ptr<Workspace>> open(const std::string& folder, const std::string& screens = {});
+    explicit Workspace(const std::string& folder, const std::string& screens = {});
+    Workspace(const Workspace&) = delete;
+    Workspace& operator=(const Workspace&) = delete;
 
     const std::string& folder() const { return folder_; }          ///< of the installation
     const std::string& screens_folder() const { return screens_; } ///< of the sources; need not exist yet
@@ -78,38 +52,35 @@ public:
     /// Why nothing can be read and written: a folder has been moved away. Empty while both are there.
     std::string away() const;
 
-    std::vector<DocumentState> documents() const;
-    Result<DocumentState> document(const std::string& name) const;
+    const std::map<std::string, Document>& documents() const { return documents_; } ///< by name
+    const Document& document(const std::string& name) const;
 
-    /// Applies operations to a text of the given revision. Changes with the same merge key, not empty, one after the
-    /// other are undone together. The reason is stale_reason when the document has another revision, which does not
-    /// matter to a whole text that says what it was made from: what has changed since is merged with it.
-    Result<DocumentState> edit(const std::string& name, std::int64_t revision, const std::string& label,
-                               const std::string& merge_key, std::span<const Operation> operations);
-    Result<DocumentState> undo(const std::string& name) { return travel(name, true); }
-    Result<DocumentState> redo(const std::string& name) { return travel(name, false); }
+    /// Applies operations. The reason is stale_reason when the document has another revision, which does not matter to
+    /// a whole text that says what it was made from: what has changed since is merged with it.
+    const Document& edit(const EditRequest& request);
+    const Document& undo(const std::string& name) { return travel(name, true); }
+    const Document& redo(const std::string& name) { return travel(name, false); }
 
     /// Writes the dirty documents with the packed files of both languages: all of those that can be packed, or none.
     /// What others write into the sources meanwhile is merged, too, and written again.
-    Result<Saved> save(const CheckSource& check);
+    Saved save(const CheckSource& check);
 
     /// Reads what has changed on disk, and merges it with the working texts. The names of the documents that changed,
     /// came or went.
     std::vector<std::string> take_disk_changes();
-    Result<DocumentState> resolve(const std::string& name, std::size_t conflict, Choice choice);
+    /// Null when the document is gone by that.
+    const Document* resolve(const std::string& name, std::size_t conflict, Choice choice);
 
-    /// What a session that ended without saving has left. Until recover() has taken or dropped it, edits are refused.
-    Recovery recovered() const;
-    Result<std::vector<DocumentState>> recover(bool take);
+    /// What a session that ended without saving has left, and when (seconds since 1970). Until recover() has taken or
+    /// dropped it, edits are refused.
+    const UnsavedWork& offered() const { return offered_; }
+    std::int64_t offered_when() const { return offered_when_; }
+    void recover(bool take);
 
 private:
-    Workspace() = default;
-
-    static DocumentState state_of(const Document& document);
-    Result<DocumentState> travel(const std::string& name, bool back);
-    Result<bool> save_once(const CheckSource& check, Saved& saved);
-    Document* find(const std::string& name);
-    Result<Document*> found(const std::string& name); ///< or that there is none
+    const Document& travel(const std::string& name, bool back);
+    bool save_once(const CheckSource& check, Saved& saved);
+    void expect_decided() const; ///< refuses while unsaved work is offered
 
     /// Gives a document another text, as a step of its history. Conflicts keep their places.
     void change(Document& document, std::string text, const std::string& label, const std::string& merge_key,
@@ -117,9 +88,8 @@ private:
     /// The same for a text that the history gave.
     void show(Document& document, std::string text);
 
-    /// Brings in another text that comes from `base` as the working text does.
-    void bring_in(Document& document, const std::string& base, const std::string& other, const std::string& label,
-                  const std::string& merge_key = {});
+    /// Brings in a text on disk that comes from `base` as the working text does.
+    void bring_in(Document& document, const std::string& base, const std::string& other);
     /// Merges what the file holds now.
     void take(Document& document, std::string disk);
     bool follow(Document& document);
@@ -136,7 +106,7 @@ private:
     std::optional<std::string> made_text(const Document& document) const;
 
     /// Puts a document's file in place. Whether another program has written meanwhile, and it is to be saved again.
-    Result<bool> put(Document& document, NewFile& file);
+    bool put(Document& document, NewFile& file);
     /// What a save of a document writes or removes besides its own file.
     std::vector<std::string> made_files(const Document& document) const;
     std::string installed(const std::string& name) const; ///< a file of the installation
@@ -150,10 +120,10 @@ private:
     void clear_up(Document& document, const UnsavedDocument& left);
 
     std::string folder_, screens_, files_;
-    std::vector<FolderLock> locks_;
-    std::vector<Document> documents_; ///< by name
-    std::string unsaved_, trouble_;   ///< the file for unsaved work; why it is not written
-    UnsavedWork offered_;             ///< by a session before, not decided on yet
+    std::deque<FolderLock> locks_;
+    std::map<std::string, Document> documents_;
+    std::string unsaved_, trouble_; ///< the file for unsaved work; why it is not written
+    UnsavedWork offered_;           ///< by a session before, not decided on yet
     std::int64_t offered_when_ = 0;
     std::int64_t newest_ = 1; ///< revision that no document that went has reached
 };

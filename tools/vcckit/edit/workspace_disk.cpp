@@ -1,15 +1,15 @@
 // What changes on disk, and what an earlier session left: merged with the working texts.
 #include "vcckit/edit/document_kinds.h"
-#include "vcckit/edit/text_edits.h"
 #include "vcckit/edit/workspace.h"
 
 #include "core/files.h"
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <set>
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace vcc::kit::edit {
 
@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 void Workspace::take(Document& document, std::string disk) {
     std::erase_if(document.conflicts, [](const MergeConflict& each) { return each.removed; });
-    bring_in(document, document.disk, disk, "Change on disk");
+    bring_in(document, document.disk, disk);
     document.disk = std::move(disk);
     document.packed_files_old = !document.made && !made_files(document).empty();
 }
@@ -54,12 +54,13 @@ std::vector<std::string> Workspace::take_disk_changes() {
     if (!away().empty())
         return {};
     std::set<std::string> before, changed;
-    for (Document& document : documents_) {
-        before.insert(document.name);
+    for (auto& [name, document] : documents_) {
+        before.insert(name);
         if (follow(document))
-            changed.insert(document.name);
+            changed.insert(name);
     }
-    std::erase_if(documents_, [&](const Document& document) {
+    std::erase_if(documents_, [&](const auto& each) {
+        const Document& document = each.second;
         const bool is_lost = document.made && document.text == document.disk && !made_text(document);
         if (is_lost) {
             newest_ = std::max(newest_, document.revision + 1);
@@ -68,66 +69,15 @@ std::vector<std::string> Workspace::take_disk_changes() {
         return is_lost;
     });
     add_documents(); // what cannot be read is not there yet
-    for (Document& document : documents_)
-        if (!before.contains(document.name)) {
+    for (auto& [name, document] : documents_)
+        if (!before.contains(name)) {
             document.packed_files_old = !document.made && !made_files(document).empty();
-            changed.insert(document.name);
+            changed.insert(name);
         }
     if (!changed.empty())
         keep();
     return {changed.begin(), changed.end()};
 }
-
-Result<DocumentState> Workspace::resolve(const std::string& name, std::size_t conflict, Choice choice) {
-    const auto there = found(name);
-    if (!there)
-        return Failure{there.reason()};
-    Document* const document = *there;
-    if (conflict >= document->conflicts.size())
-        return Failure{name + " has no such conflict"};
-    MergeConflict chosen = document->conflicts[conflict];
-    if (chosen.removed && choice == Choice::theirs) {
-        document->text = document->disk;
-        document->made = true;
-        document->conflicts.clear();
-        ++document->revision;
-        take_disk_changes(); // it goes, or is made from what is installed
-        keep();
-        const auto left = this->document(name);
-        DocumentState gone;
-        gone.name = name;
-        gone.gone = true;
-        return left ? left : Result<DocumentState>(gone);
-    }
-    const std::size_t size = chosen.mine.end - chosen.mine.begin;
-    std::string text = document->text;
-    if (choice == Choice::theirs) {
-        text.replace(chosen.mine.begin, size, chosen.theirs);
-    } else if (choice == Choice::both && !chosen.removed) {
-        const bool unended = size > 0 && text[chosen.mine.end - 1] != '\n';
-        text.insert(chosen.mine.end, (unended ? std::string(line_end_of(text)) : "") + chosen.theirs);
-        const auto& fault = row_of(document->kind).fault;
-        if (fault(document->text).empty() && !fault(text).empty())
-            return Failure{"both together are no source: choose one of them, and write the other where it belongs"};
-    }
-    document->conflicts.erase(document->conflicts.begin() + static_cast<std::ptrdiff_t>(conflict));
-    change(*document, std::move(text), "Decide between here and the file", "", std::move(chosen));
-    keep();
-    return state_of(*document);
-}
-
-namespace {
-
-std::int64_t time_of(const std::string& file) {
-    std::error_code error;
-    const auto time = fs::last_write_time(file, error);
-    if (error)
-        return 0;
-    const auto since = std::chrono::file_clock::to_sys(time).time_since_epoch();
-    return std::chrono::duration_cast<std::chrono::seconds>(since).count();
-}
-
-} // namespace
 
 /// What a save that was broken off has left beside the files goes, but not what another program has written.
 void Workspace::clear_up(Document& document, const UnsavedDocument& left) {
@@ -136,7 +86,7 @@ void Workspace::clear_up(Document& document, const UnsavedDocument& left) {
     if (other && left.saving && left.text != left.disk) { // else it has come in
         const std::string text = text_of_bytes(*other, document.kind);
         if (!text.empty() && text != left.disk && !left.text.starts_with(text))
-            bring_in(document, left.disk, text, "Change on disk");
+            bring_in(document, left.disk, text);
     }
     std::error_code ignored;
     fs::remove(document.file + ".new", ignored);
@@ -145,50 +95,42 @@ void Workspace::clear_up(Document& document, const UnsavedDocument& left) {
 }
 
 void Workspace::read_offer() {
-    const auto bytes = unsaved_.empty() ? Result<std::string>(Failure{""}) : read_file(unsaved_, std::size_t{1} << 30U);
-    offered_when_ = time_of(unsaved_);
+    const auto bytes = read_file(unsaved_, std::size_t{1} << 30U);
+    struct stat status {};
+    offered_when_ = ::stat(unsaved_.c_str(), &status) == 0 ? status.st_mtime : 0;
     for (auto& [name, left] : bytes ? work_of_text(*bytes) : UnsavedWork()) {
-        Document* const document = find(name);
-        if (document)
-            clear_up(*document, left);
-        if (left.text != (document ? document->disk : left.disk) || !left.conflicts.empty())
+        const auto document = documents_.find(name);
+        const bool is_there = document != documents_.end();
+        if (is_there)
+            clear_up(document->second, left);
+        if (left.text != (is_there ? document->second.disk : left.disk) || !left.conflicts.empty())
             offered_[name] = std::move(left);
     }
     keep(); // with an offer the file stays as it is
 }
 
-Recovery Workspace::recovered() const {
-    Recovery recovery;
-    for (const auto& [name, left] : offered_)
-        recovery.documents.push_back(name);
-    recovery.when = recovery.documents.empty() ? 0 : offered_when_;
-    return recovery;
-}
-
-Result<std::vector<DocumentState>> Workspace::recover(bool take) {
+void Workspace::recover(bool take) {
     if (offered_.empty())
-        return Failure{"nothing was left to recover"};
+        throw Refused("nothing was left to recover");
     UnsavedWork offered = std::move(offered_);
     offered_.clear();
     for (auto& [name, left] : take ? offered : UnsavedWork()) {
-        Document* document = find(name);
-        if (!document) { // its file is gone
-            document = &documents_.emplace_back();
-            document->name = name;
-            document->file = left.file;
-            document->kind = kind_of_file(left.file);
-            document->disk = left.disk;
+        const auto [place, is_gone] = documents_.try_emplace(name);
+        Document& document = place->second;
+        if (is_gone) { // its file
+            document.name = name;
+            document.file = left.file;
+            document.kind = kind_of_file(left.file);
+            document.disk = left.disk;
         }
         // As it was then; what the file holds now comes in as a change on disk.
-        std::string disk = std::exchange(document->disk, std::move(left.disk));
-        document->text = std::move(left.text);
-        document->history = std::move(left.history);
-        document->conflicts = std::move(left.conflicts);
-        this->take(*document, std::move(disk));
-        std::ranges::sort(documents_, {}, &Document::name);
+        std::string disk = std::exchange(document.disk, std::move(left.disk));
+        document.text = std::move(left.text);
+        document.history = std::move(left.history);
+        document.conflicts = std::move(left.conflicts);
+        this->take(document, std::move(disk));
     }
     keep();
-    return documents();
 }
 
 } // namespace vcc::kit::edit

@@ -28,26 +28,28 @@ struct Leaving {
     std::unique_ptr<NewFile> file;
 };
 
-/// Whether two sources make the same screen; the reason then.
-std::string fault_of_screens(const std::vector<Leaving>& leaving) {
+/// Refuses a second source of the same screen.
+void expect_one_each(const std::vector<Leaving>& leaving) {
     std::map<std::string, std::string> files;
     for (const Leaving& each : leaving)
         for (const std::string& file : each.made)
             if (const auto [other, added] = files.emplace(file, each.document->file); !added)
-                return each.document->file + " makes the same screen as " + other->second;
-    return {};
+                throw Refused(each.document->file + " makes the same screen as " + other->second);
 }
 
-/// Puts the files of a document beside their places, and their names to `written`. The reason of a failure.
-std::string stage(Leaving& leaving, const std::string& folder, FileSet& files, std::vector<std::string>& written) {
+void expect_done(const std::string& reason) {
+    if (!reason.empty())
+        throw Refused(reason);
+}
+
+/// Puts the files of a document beside their places, and their names to `written`.
+void stage(Leaving& leaving, const std::string& folder, FileSet& files, std::vector<std::string>& written) {
     const Document& document = *leaving.document;
     if (leaving.screen) {
-        if (std::string reason = write_packed_screen(*leaving.screen, folder, files, written); !reason.empty())
-            return reason;
+        expect_done(write_packed_screen(*leaving.screen, folder, files, written));
     } else {
         for (const std::string& file : leaving.made)
-            if (std::string reason = files.write(file, leaving.bytes); !reason.empty())
-                return reason;
+            expect_done(files.write(file, leaving.bytes));
         written.insert(written.end(), leaving.made.begin(), leaving.made.end());
     }
     std::error_code error;
@@ -56,10 +58,9 @@ std::string stage(Leaving& leaving, const std::string& folder, FileSet& files, s
     leaving.file = std::make_unique<NewFile>(error ? document.file : path.string());
     if (!leaving.file->stream() || !leaving.file->write(leaving.bytes.data(), leaving.bytes.size()) ||
         !leaving.file->flush() || ::fsync(::fileno(leaving.file->stream())) != 0)
-        return leaving.file->reason().empty() ? "cannot write " + document.file + ": " + std::strerror(errno)
-                                              : leaving.file->reason();
+        throw Refused(leaving.file->reason().empty() ? "cannot write " + document.file + ": " + std::strerror(errno)
+                                                     : leaving.file->reason());
     written.push_back(document.file);
-    return {};
 }
 
 } // namespace
@@ -80,14 +81,12 @@ std::vector<std::string> Workspace::made_files(const Document& document) const {
 }
 
 /// Puts a document's file in place; what another program has written into it since it was read comes in.
-Result<bool> Workspace::put(Document& document, NewFile& file) {
+bool Workspace::put(Document& document, NewFile& file) {
     const auto before = exchange(file.temporary_name(), file.name());
-    if (!before)
-        return Failure{before.reason()};
     const std::string text = document.text;
-    const std::string other = *before ? text_of_bytes(**before, document.kind) : document.disk;
+    const std::string other = before ? text_of_bytes(*before, document.kind) : document.disk;
     if (other != document.disk && other != text)
-        bring_in(document, document.disk, other, "Change on disk");
+        bring_in(document, document.disk, other);
     document.disk = text;
     document.on_disk = true;
     document.made = document.packed_files_old = false;
@@ -96,33 +95,26 @@ Result<bool> Workspace::put(Document& document, NewFile& file) {
     return document.text != text || !document.conflicts.empty();
 }
 
-Result<Saved> Workspace::save(const CheckSource& check) {
+Saved Workspace::save(const CheckSource& check) {
     Saved saved;
     constexpr int rounds = 10; ///< for as often does another program come in between
-    for (int round = 0; round < rounds; ++round) {
-        const auto again = save_once(check, saved);
-        if (!again)
-            return Failure{again.reason()};
-        if (!*again)
-            break;
-    }
+    for (int round = 0; round < rounds && save_once(check, saved);)
+        ++round;
     return saved;
 }
 
 /// Whether there is something to save again.
-Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
-    if (!offered_.empty())
-        return Failure{undecided_reason};
-    if (std::string reason = away(); !reason.empty())
-        return Failure{std::move(reason)};
+bool Workspace::save_once(const CheckSource& check, Saved& saved) {
+    expect_decided();
+    expect_done(away());
     take_disk_changes();
     std::vector<Leaving> leaving;
     saved.faults.clear();
-    for (Document& document : documents_) {
+    for (auto& [name, document] : documents_) {
         if (!document.conflicts.empty())
-            return Failure{document.name + (document.conflicts.front().removed
-                                                ? " was changed here, and its file is gone: choose what counts"
-                                                : " was changed on disk in the same lines: choose which to keep")};
+            throw Refused(name + (document.conflicts.front().removed
+                                      ? " was changed here, and its file is gone: choose what counts"
+                                      : " was changed on disk in the same lines: choose which to keep"));
         if (!document.dirty())
             continue;
         std::vector<std::string> made = made_files(document);
@@ -130,11 +122,11 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
         all.push_back(document.file);
         for (const std::string& file : all)
             if (!holds(file))
-                return Failure{file +
-                               " is a link that leads out of the installation and its sources: nothing is written"};
+                throw Refused(file +
+                              " is a link that leads out of the installation and its sources: nothing is written");
         auto bytes = bytes_of_text(document.text, document.kind);
         if (!bytes)
-            return Failure{document.name + " has a character outside Windows Latin-1"};
+            throw Refused(name + " has a character outside Windows Latin-1");
         std::optional<Screen> screen;
         if (row_of(document.kind).packed) {
             SourceCheck checked = check(document.file, document.text);
@@ -147,8 +139,7 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
     }
     if (leaving.empty())
         return false;
-    if (std::string reason = fault_of_screens(leaving); !reason.empty())
-        return Failure{std::move(reason)};
+    expect_one_each(leaving);
 
     // From here on an end of the process may leave some of the files new and some old.
     for (const Leaving& each : leaving)
@@ -156,25 +147,21 @@ Result<bool> Workspace::save_once(const CheckSource& check, Saved& saved) {
     keep();
     FileSet files;
     saved.files.clear();
-    std::string reason;
-    for (Leaving& each : leaving)
-        if (reason.empty())
-            reason = stage(each, folder_, files, saved.files);
-    if (reason.empty())
-        reason = files.commit();
     bool again = false;
-    for (Leaving& each : leaving) {
-        const auto changed = reason.empty() ? put(*each.document, *each.file) : Result<bool>(Failure{reason});
-        if (!changed)
-            reason = changed.reason();
-        else if (*changed)
-            again = true; // its temporary file holds what came in, and stays until that is kept
-        else
-            each.file.reset(); // before the note of this save, which would clear it up, goes
+    try {
+        for (Leaving& each : leaving)
+            stage(each, folder_, files, saved.files);
+        expect_done(files.commit());
+        for (Leaving& each : leaving)
+            if (put(*each.document, *each.file))
+                again = true; // its temporary file holds what came in, and stays until that is kept
+            else
+                each.file.reset(); // before the note of this save, which would clear it up, goes
+    } catch (const Refused&) {
+        keep();
+        throw;
     }
     keep();
-    if (!reason.empty())
-        return Failure{std::move(reason)};
     return again;
 }
 

@@ -1,6 +1,8 @@
 // What a request gets.
 #pragma once
 
+#include "vcckit/edit/operation.h"
+
 #include <map>
 #include <string>
 
@@ -19,5 +21,11 @@ struct Answer {
 
 /// {"error": reason}
 Answer refusal(int status, const std::string& reason);
+
+/// Why a request is not even tried: thrown by what finds it out. Other refusals have the status `refused`.
+struct BadRequest : Refused {
+    explicit BadRequest(const std::string& reason, int with = status::bad_request) : Refused(reason), status(with) {}
+    int status;
+};
 
 } // namespace vcc::kit::edit

@@ -5,6 +5,7 @@
 #include "vcckit/faults/fault_codes.h"
 #include "vcckit/record/fields.h"
 #include "vcckit/text/latin1.h"
+#include "vcckit/text/lines.h"
 
 #include "core/text.h"
 #include "interaction/focus.h"
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <sstream>
 
 namespace vcc::kit::edit {
 
@@ -122,25 +122,8 @@ json toggles_json(const Reading& reading, const WindowSets& windows) {
     return toggles;
 }
 
-/// A text as the number that it is.
-json number_or_text(const std::string& text) {
-    std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc{} && end == text.data() + text.size() ? json(number) : json(text);
-}
-
-json values_json(const std::map<std::string, std::string>& values) {
-    json object = json::object();
-    for (const auto& [name, value] : values)
-        object[name] = number_or_text(value);
-    return object;
-}
-
 json part_json(const NumberedPart& part, const std::string& role) {
-    return {{"number", part.number},
-            {"line", part.line},
-            {"protected", text_or_null(role)},
-            {"values", values_json(part.values)}};
+    return {{"number", part.number}, {"line", part.line}, {"protected", text_or_null(role)}, {"values", part.values}};
 }
 
 json buffers_json(const Description& description) {
@@ -203,12 +186,14 @@ json fault_json(const Fault& fault, const std::string& document, int slot) {
     return object;
 }
 
-json document_json(const DocumentState& document, const Reading& reading, const WindowSets& windows) {
-    json conflicts = json::array(), faults = json::array(), slots = json::array(), names = json::object();
-    for (const Conflict& each : document.conflicts)
-        conflicts.push_back({{"line", each.line},
+json document_json(const Document& document, const Reading& reading, const WindowSets& windows) {
+    json steps = json::array(), conflicts = steps, faults = steps, slots = steps, names = json::object();
+    for (const History::Step& step : document.history.steps())
+        steps.push_back(step.label);
+    for (const MergeConflict& each : document.conflicts)
+        conflicts.push_back({{"line", line_at(document.text, each.mine.begin)},
                              {"base", each.base},
-                             {"mine", each.mine},
+                             {"mine", document.text.substr(each.mine.begin, each.mine.end - each.mine.begin)},
                              {"theirs", each.theirs},
                              {"removed", each.removed}});
     for (const Fault& fault : reading.faults)
@@ -223,10 +208,10 @@ json document_json(const DocumentState& document, const Reading& reading, const 
             {"file", document.file},
             {"text", document.text},
             {"revision", document.revision},
-            {"dirty", document.dirty},
+            {"dirty", document.dirty()},
             {"made", document.made},
-            {"steps", document.steps},
-            {"done", document.done},
+            {"steps", std::move(steps)},
+            {"done", document.history.done()},
             {"conflicts", std::move(conflicts)},
             {"stale", reading.stale},
             {"names", std::move(names)},
@@ -240,16 +225,9 @@ json document_json(const DocumentState& document, const Reading& reading, const 
 
 namespace {
 
-std::vector<std::string> lines_of(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text + "\n");
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
+/// Both texts with a line feed at their ends.
 json lines_json(const std::string& before, const std::string& now) {
-    const std::vector<std::string> old = lines_of(before), lines = lines_of(now);
+    const auto old = lines_of(before), lines = lines_of(now);
     const auto head = std::ranges::mismatch(old, lines).in1 - old.begin();
     const auto most = static_cast<std::ptrdiff_t>(std::min(old.size(), lines.size())) - head;
     std::ptrdiff_t tail = 0;
@@ -257,7 +235,7 @@ json lines_json(const std::string& before, const std::string& now) {
         ++tail;
     return {{"at", head},
             {"count", static_cast<std::ptrdiff_t>(old.size()) - head - tail},
-            {"lines", std::vector<std::string>(lines.begin() + head, lines.end() - tail)}};
+            {"lines", std::vector(lines.begin() + head, lines.end() - tail)}};
 }
 
 } // namespace
@@ -269,7 +247,7 @@ json difference_json(const json& before, const json& now) {
         if (value == old)
             continue;
         if (key == "text") {
-            out["lines"] = lines_json(old, value);
+            out["lines"] = lines_json(old.get<std::string>() + "\n", value.get<std::string>() + "\n");
         } else if (value.is_array() && value.size() > 1) {
             json changed = json::object();
             for (std::size_t i = 0; i < value.size(); ++i)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "vcckit/edit/describe.h"
-#include "vcckit/edit/workspace.h"
+#include "vcckit/edit/document.h"
 #include "vcckit/faults/report.h"
 #include "vcckit/source/screen_source.h"
 
@@ -29,7 +29,7 @@ struct Reading {
 };
 
 /// The fonts of the installation must be loaded: frames of texts depend on them.
-nlohmann::json document_json(const DocumentState& document, const Reading& reading, const WindowSets& windows);
+nlohmann::json document_json(const Document& document, const Reading& reading, const WindowSets& windows);
 
 /// What is different for a page that has the document as it was: lists by index, the text by lines. Pure.
 nlohmann::json difference_json(const nlohmann::json& before, const nlohmann::json& now);

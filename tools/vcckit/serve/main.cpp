@@ -80,13 +80,13 @@ int serve(Session& session, int port, bool browser, const std::future<void>& ask
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     if (argc != 5)
         return complain("vcckit-edit is started by vcckit edit");
     vcc::platform::prepare_heap(); // each picture takes and gives back megabytes
     const std::future<void> asked = request_to_end(block_requests());
-    const auto session = Session::open(argv[1], argv[2]);
-    if (!session)
-        return complain(session.reason());
-    return serve(**session, vcc::to_number(argv[3]), std::string_view(argv[4]) == "1", asked);
+    Session session(argv[1], argv[2]);
+    return serve(session, vcc::to_number(argv[3]), std::string_view(argv[4]) == "1", asked);
+} catch (const Refused& refused) {
+    return complain(refused.what());
 }

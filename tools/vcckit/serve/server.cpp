@@ -6,7 +6,6 @@
 #include "core/files.h"
 
 #include <httplib.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
@@ -18,8 +17,6 @@
 #include <sys/random.h>
 
 namespace vcc::kit::edit {
-
-using nlohmann::json;
 
 namespace {
 
@@ -61,25 +58,6 @@ const httplib::Headers safe_headers{
     {"Cross-Origin-Resource-Policy", "same-origin"},
     {"Cache-Control", "no-store"},
     {"Referrer-Policy", "no-referrer"},
-};
-
-using Get = Answer (Session::*)(const Parameters&);
-using Post = Answer (Session::*)(const json&);
-struct GetRow {
-    const char* name;
-    Get answer;
-};
-struct PostRow {
-    const char* name;
-    Post answer;
-};
-constexpr GetRow get_rows[] = {
-    {"document", &Session::document},     {"picture", &Session::picture}, {"picture.png", &Session::picture_png},
-    {"buffer.png", &Session::buffer_png}, {"sound", &Session::sound},
-};
-constexpr PostRow post_rows[] = {
-    {"edit", &Session::edit},       {"undo", &Session::undo},       {"redo", &Session::redo}, {"save", &Session::save},
-    {"resolve", &Session::resolve}, {"recover", &Session::recover}, {"play", &Session::play},
 };
 
 /// Written with a capital, which browsers ignore: the server's library knows "text/" by its letters, and would compress
@@ -153,11 +131,8 @@ std::optional<Answer> Server::Parts::refuse(const httplib::Request& request) con
 }
 
 Answer Server::Parts::answer_get(const std::string& name, const httplib::Request& request) {
-    if (name == "project")
-        return session.project();
-    for (const GetRow& row : get_rows)
-        if (name == row.name)
-            return (session.*row.answer)(parameters_of(request));
+    if (auto answer = session.get(name, parameters_of(request)))
+        return std::move(*answer);
     const std::string_view wanted = name.empty() ? std::string_view("index.html") : name;
     for (const EmbeddedFile& file : editor_files())
         if (file.path == wanted)
@@ -177,13 +152,7 @@ Answer Server::Parts::answer_post(const std::string& name, const httplib::Conten
         return refusal(status::too_large, too_large_reason);
     if (!is_whole)
         return refusal(status::bad_request, "the request cannot be read");
-    const auto* const row = std::ranges::find_if(post_rows, [&](const PostRow& each) { return name == each.name; });
-    if (row == std::end(post_rows))
-        return refusal(status::not_found, "there is no " + name);
-    const json body = json::parse(text, nullptr, false);
-    if (!body.is_object())
-        return refusal(status::bad_request, "the body is no JSON object");
-    return (session.*row->answer)(body);
+    return session.post(name, text);
 }
 
 void Server::Parts::send_events(httplib::Response& response) {

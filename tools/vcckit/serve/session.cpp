@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 
 namespace vcc::kit::edit {
 
@@ -32,21 +33,18 @@ bool is_kept(const fs::path& installation, const fs::path& path) {
 
 } // namespace
 
-Result<std::unique_ptr<Session>> Session::open(const std::string& folder, const std::string& screens) {
-    auto workspace = Workspace::open(folder, screens);
-    if (!workspace)
-        return Failure{workspace.reason()};
-    auto stage = Stage::make((*workspace)->folder());
-    if (!stage)
-        return Failure{stage.reason()};
-    platform::enter_folder((*stage)->folder().string());
-    std::unique_ptr<Session> session(new Session(std::move(*workspace), std::move(*stage)));
-    session->prepare();
-    return session;
+/// Loads what pictures are made of, and puts all working texts on the stage.
+Session::Session(const std::string& folder, const std::string& screens)
+    : workspace_(folder, screens), stage_(workspace_.folder()) {
+    platform::enter_folder(stage_.folder().string());
+    library_ = std::make_unique<Library>();
+    fonts_ = load_measuring_fonts();
+    for (const auto& [name, document] : workspace_.documents())
+        read(document);
+    renderer_ = std::make_unique<Renderer>();
+    static_cast<void>(renderer_->draw({})); // sounds and pictures are known from here on
+    tell_notices();
 }
-
-Session::Session(std::unique_ptr<Workspace> workspace, std::unique_ptr<Stage> stage)
-    : workspace_(std::move(workspace)), stage_(std::move(stage)), library_(std::make_unique<Library>()) {}
 
 Session::~Session() {
     renderer_.reset();
@@ -61,22 +59,60 @@ Session::Lock Session::lock() {
     return lock;
 }
 
-/// Loads what pictures are made of, and puts all working texts on the stage.
-void Session::prepare() {
-    fonts_ = load_measuring_fonts();
-    for (const DocumentState& document : workspace_->documents())
-        read(document);
-    renderer_ = std::make_unique<Renderer>();
-    draw({}); // sounds and pictures are known from here on
+namespace {
+
+/// What a handler answers, or why it does not.
+Answer answered(const std::function<Answer()>& answer) try { return answer(); } catch (const BadRequest& bad) {
+    return refusal(bad.status, bad.what());
+} catch (const Refused& refused) {
+    return refusal(status::refused, refused.what());
+}
+
+} // namespace
+
+std::optional<Answer> Session::get(const std::string& name, const Parameters& parameters) {
+    static const std::map<std::string, Answer (Session::*)(const Parameters&)> handlers{
+        {"project", &Session::project},         {"document", &Session::document},     {"picture", &Session::picture},
+        {"picture.png", &Session::picture_png}, {"buffer.png", &Session::buffer_png}, {"sound", &Session::sound},
+    };
+    const auto handler = handlers.find(name);
+    if (handler == handlers.end())
+        return std::nullopt;
+    const Lock held = lock();
+    return answered([&] { return (this->*handler->second)(parameters); });
+}
+
+Answer Session::post(const std::string& name, const std::string& text) {
+    static const std::map<std::string, Answer (Session::*)(const json&)> handlers{
+        {"edit", &Session::edit}, {"undo", &Session::undo},       {"redo", &Session::redo},
+        {"save", &Session::save}, {"resolve", &Session::resolve}, {"recover", &Session::recover},
+    };
+    const auto handler = handlers.find(name);
+    if (handler == handlers.end() && name != "play")
+        return refusal(status::not_found, "there is no " + name);
+    const json body = json::parse(text, nullptr, false);
+    if (!body.is_object())
+        return refusal(status::bad_request, "the body is no JSON object");
+    if (name == "play") // edits go on meanwhile
+        return answered([&] { return play(); });
+    const Lock held = lock();
+    Answer answer = answered([&] { return (this->*handler->second)(body); });
     tell_notices();
+    return answer;
+}
+
+const Document& Session::named(const std::string& name) const try {
+    return workspace_.document(name);
+} catch (const Refused& refused) {
+    throw BadRequest(refused.what(), status::not_found);
 }
 
 /// What is not as it should be, until it is.
 void Session::tell_notices() {
     json notices = json::array();
-    if (!workspace_->trouble().empty())
-        notices.push_back("Unsaved changes would not outlive a crash: " + workspace_->trouble());
-    for (const std::string& each : {workspace_->away(), stage_->left_out()})
+    if (!workspace_.trouble().empty())
+        notices.push_back("Unsaved changes would not outlive a crash: " + workspace_.trouble());
+    for (const std::string& each : {workspace_.away(), stage_.left_out()})
         if (!each.empty())
             notices.push_back(each);
     const std::string told = text_of_json({{"notices", notices}});
@@ -93,33 +129,32 @@ SourceCheck Session::check(const std::string& file, const std::string& text) con
     return check_source(file, text, {.any_name = true, .fonts = fonts_, .ignored = {}});
 }
 
-const Reading& Session::read(const DocumentState& document) {
+const Reading& Session::read(const Document& document) {
     Reading& reading = readings_[document.name];
     if (reading.revision == document.revision)
         return reading;
     reading.revision = document.revision;
-    auto described = describe(document.text, document.kind, {document.name});
-    reading.stale =
-        !(row_of(document.kind).packed ? show_packed(document, reading) : show_installed(document, reading));
+    const KindRow& row = row_of(document.kind);
+    reading.stale = !(row.packed ? show_packed(document, reading) : show_installed(document, reading));
     if (!reading.stale)
-        reading.description = std::move(described).value_or({});
+        reading.description = row.describe(document.text, document.name);
     return reading;
 }
 
 /// Puts what a source makes on the stage; false when it makes nothing.
-bool Session::show_packed(const DocumentState& document, Reading& reading) {
+bool Session::show_packed(const Document& document, Reading& reading) {
     SourceCheck checked = check(document.file, document.text);
     reading.faults = std::move(checked.faults);
     if (!checked.readable)
         return false;
-    if (const auto put = stage_->put(checked.screen); !put)
-        complain(put.reason());
+    if (const std::string reason = stage_.put(checked.screen); !reason.empty())
+        complain(reason);
     reading.screen = std::move(checked.screen);
     return true;
 }
 
 /// The same for a text that the program reads itself.
-bool Session::show_installed(const DocumentState& document, Reading& reading) {
+bool Session::show_installed(const Document& document, Reading& reading) {
     const KindRow& row = row_of(document.kind);
     const auto bytes = bytes_of_text(document.text, document.kind);
     const std::string fault = bytes ? row.fault(document.text) : "has characters beyond Latin-1";
@@ -131,7 +166,7 @@ bool Session::show_installed(const DocumentState& document, Reading& reading) {
         return false;
     }
     for (const std::string& name : document.installs) {
-        const auto put = stage_->put_file(name, *bytes);
+        const auto put = stage_.put_file(name, *bytes);
         if (!put)
             complain(put.reason());
         else if (*put && renderer_ && name == path::buffer_list)
@@ -145,58 +180,58 @@ bool Session::show_installed(const DocumentState& document, Reading& reading) {
     return true;
 }
 
-const json& Session::json_of(const DocumentState& document) {
+const json& Session::json_of(const Document& document) {
     return told_[document.name] = document_json(document, read(document), windows_);
 }
 
 /// `page` has asked for it, and knows.
-void Session::tell_change(const DocumentState& document, const std::string& page) {
+void Session::tell_change(const Document& document, const std::string& page) {
     ++changes_;
     news_.notify_all();
     events_.tell("document", json{{"name", document.name}, {"revision", document.revision}, {"page", page}}.dump());
-    tell_notices();
 }
 
 void Session::follow(const std::set<std::string>& paths) {
     const Lock held = lock();
-    sources_changed(workspace_->take_disk_changes());
+    sources_changed(workspace_.take_disk_changes());
     bool kept = false, others = false;
     for (const std::string& path : paths) {
-        const bool source = fs::path(path).parent_path() == screens_folder() || stage_->is_in_step(path);
+        const bool source = fs::path(path).parent_path() == screens_folder() || stage_.is_in_step(path);
         others = others || !source;
         kept = kept || (!source && is_kept(folder(), path));
     }
     if (others)
         files_changed(kept);
+    tell_notices();
 }
 
 void Session::sources_changed(const std::vector<std::string>& names) {
     bool other_ones = false;
     for (const std::string& name : names) {
-        const auto document = workspace_->document(name);
-        other_ones = other_ones || !document || !readings_.contains(name);
-        if (!document) {
+        const auto document = workspace_.documents().find(name);
+        const bool is_gone = document == workspace_.documents().end();
+        other_ones = other_ones || is_gone || !readings_.contains(name);
+        if (is_gone) {
             readings_.erase(name);
         } else {
-            read(*document);
-            tell_change(*document);
+            read(document->second);
+            tell_change(document->second);
         }
     }
     if (other_ones) {
-        stage_->begin_anew();
+        stage_.begin_anew();
         for (auto& [name, reading] : readings_)
             reading.revision = -1;
         files_changed(false);
     } else if (other_pictures_) {
         tell_files();
     }
-    tell_notices();
 }
 
 /// Buffers are there with the next picture.
 void Session::load_pictures() {
     renderer_->forget();
-    draw({});
+    static_cast<void>(renderer_->draw({})); // those that are asked for tell their faults
     other_pictures_ = true;
 }
 
@@ -207,19 +242,18 @@ void Session::tell_files() {
 }
 
 void Session::files_changed(bool kept_ones) {
-    stage_->follow();
+    stage_.follow();
     if (kept_ones) {
         fonts_ = load_measuring_fonts();
         renderer_->forget();
         for (auto& [name, reading] : readings_)
             reading.revision = -1; // aligned texts may be elsewhere
     }
-    for (const DocumentState& document : workspace_->documents())
+    for (const auto& [name, document] : workspace_.documents())
         read(document);
     ++changes_;
     news_.notify_all();
     tell_files();
-    tell_notices();
 }
 
 void Session::stop() {

@@ -8,16 +8,14 @@
 #include "vcckit/serve/events.h"
 #include "vcckit/serve/stage.h"
 
-#include "core/result.h"
-
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
-#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -41,33 +39,22 @@ struct ShownPicture {
 /// for one at a time.
 class Session {
 public:
-    /// `screens` is empty or the folder of the sources.
-    static Result<std::unique_ptr<Session>> open(const std::string& folder, const std::string& screens);
+    /// `screens` is empty or the folder of the sources. Throws Refused.
+    Session(const std::string& folder, const std::string& screens);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    const std::string& folder() const { return workspace_->folder(); }
-    const std::string& screens_folder() const { return workspace_->screens_folder(); }
-    const std::string& files_folder() const { return workspace_->files_folder(); }
+    const std::string& folder() const { return workspace_.folder(); }
+    const std::string& screens_folder() const { return workspace_.screens_folder(); }
+    const std::string& files_folder() const { return workspace_.files_folder(); }
     Events& events() { return events_; }
 
-    // What the page asks for by GET.
-    Answer project();
-    Answer document(const Parameters& parameters);
-    Answer picture(const Parameters& parameters);
-    Answer picture_png(const Parameters& parameters);
-    Answer buffer_png(const Parameters& parameters);
-    Answer sound(const Parameters& parameters);
+    /// What the page asks for by GET; nothing if there is no such thing.
+    std::optional<Answer> get(const std::string& name, const Parameters& parameters);
 
-    // What it asks for by POST, with a body.
-    Answer edit(const nlohmann::json& body);
-    Answer undo(const nlohmann::json& body);
-    Answer redo(const nlohmann::json& body);
-    Answer save(const nlohmann::json& body);
-    Answer resolve(const nlohmann::json& body);
-    Answer recover(const nlohmann::json& body);
-    Answer play(const nlohmann::json& body);
+    /// What it asks for by POST, with a JSON object.
+    Answer post(const std::string& name, const std::string& body);
 
     /// Files of the folders have changed: sources, or what pictures are made of.
     void follow(const std::set<std::string>& paths);
@@ -79,39 +66,51 @@ public:
 private:
     using Lock = std::unique_lock<std::mutex>;
 
-    Session(std::unique_ptr<Workspace> workspace, std::unique_ptr<Stage> stage);
     Lock lock();
-    void prepare();
 
-    const Reading& read(const DocumentState& document);
-    bool show_packed(const DocumentState& document, Reading& reading);
-    bool show_installed(const DocumentState& document, Reading& reading);
-    void tell_change(const DocumentState& document, const std::string& page = {});
+    Answer project(const Parameters& parameters);
+    Answer document(const Parameters& parameters);
+    Answer picture(const Parameters& parameters);
+    Answer picture_png(const Parameters& parameters);
+    Answer buffer_png(const Parameters& parameters);
+    Answer sound(const Parameters& parameters);
+
+    Answer edit(const nlohmann::json& body);
+    Answer undo(const nlohmann::json& body);
+    Answer redo(const nlohmann::json& body);
+    Answer save(const nlohmann::json& body);
+    Answer resolve(const nlohmann::json& body);
+    Answer recover(const nlohmann::json& body);
+    Answer play();
+
+    const Document& named(const std::string& name) const;
+    const Reading& read(const Document& document);
+    bool show_packed(const Document& document, Reading& reading);
+    bool show_installed(const Document& document, Reading& reading);
+    void tell_change(const Document& document, const std::string& page = {});
     void tell_notices();
     void sources_changed(const std::vector<std::string>& names);
     void files_changed(bool kept_ones);
     void load_pictures();
     void tell_files();
-    const nlohmann::json& json_of(const DocumentState& document);
-    Answer changed(const Result<DocumentState>& document, const nlohmann::json& body);
+    const nlohmann::json& json_of(const Document& document);
+    Answer changed(const Document& document, const nlohmann::json& body);
     std::string add_picture(const nlohmann::json& body, nlohmann::json& told);
     SourceCheck check(const std::string& file, const std::string& text) const;
 
     struct Drawn {
         BitmapPtr picture;
         std::int64_t revision = 0;
-        std::string fault;
     };
-    Drawn draw(const RenderRequest& request);
-    Answer drawn(const Parameters& parameters, const std::function<Answer(const Drawn&)>& answer);
+    Drawn draw(const Parameters& parameters);
     nlohmann::json names_json();
     std::uint64_t keep_shown(const std::string& rgba);
 
     void check_once(Lock& held);
     nlohmann::json checked_fault_json(const Fault& fault);
 
-    std::unique_ptr<Workspace> workspace_;
-    std::unique_ptr<Stage> stage_;
+    Workspace workspace_;
+    Stage stage_;
     std::unique_ptr<Library> library_;
     std::unique_ptr<Renderer> renderer_;
     Events events_;

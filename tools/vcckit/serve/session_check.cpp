@@ -75,10 +75,10 @@ void Session::check_once(Lock& held) {
 json Session::checked_fault_json(const Fault& fault) {
     const std::filesystem::path file(fault.file);
     const bool toggles = file.extension() == ".tgl", slots = file.extension() == ".slt";
-    for (const DocumentState& document : workspace_->documents()) {
+    for (const auto& [name, document] : workspace_.documents()) {
         const Reading& reading = read(document);
         if (std::ranges::find(document.installs, fault.file) != document.installs.end())
-            return fault_json(fault, document.name, -1);
+            return fault_json(fault, name, -1);
         for (std::size_t i = 0; i < languages.size() && (slots || toggles); ++i) {
             if (std::filesystem::path(slot_file_name(languages[i], reading.screen.name)).stem() != file.stem())
                 continue;
@@ -92,7 +92,7 @@ json Session::checked_fault_json(const Fault& fault) {
             const bool told_already = std::ranges::any_of(reading.faults, [&](const Fault& told) {
                 return told.code == fault.code && told.field == fault.field && slot_of_fault(told) == slot;
             });
-            return told_already ? json() : fault_json(placed, document.name, slot);
+            return told_already ? json() : fault_json(placed, name, slot);
         }
     }
     return fault_json(fault, "", -1);

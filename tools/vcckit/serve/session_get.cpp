@@ -52,9 +52,8 @@ std::string parameter(const Parameters& parameters, const char* name) {
     return found == parameters.end() ? std::string() : found->second;
 }
 
-/// A number in a request's address; nothing when it is not there. `fault` says when it is none, or out of range.
-std::optional<int> number_parameter(const Parameters& parameters, const char* name, int least, int most,
-                                    std::string& fault) {
+/// A number in a request's address; nothing when it is not there.
+std::optional<int> number_parameter(const Parameters& parameters, const char* name, int least, int most) {
     const std::string text = parameter(parameters, name);
     if (text.empty())
         return std::nullopt;
@@ -62,8 +61,13 @@ std::optional<int> number_parameter(const Parameters& parameters, const char* na
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error == std::errc{} && end == text.data() + text.size() && number >= least && number <= most)
         return number;
-    fault = std::string(name) + " is " + std::to_string(least) + " to " + std::to_string(most);
-    return std::nullopt;
+    throw BadRequest(std::string(name) + " is " + std::to_string(least) + " to " + std::to_string(most));
+}
+
+/// The same for one that must be there.
+int number_of_request(const Parameters& parameters, int least, int most) {
+    const auto number = number_parameter(parameters, "number", least, most);
+    return number ? *number : throw BadRequest("number is missing");
 }
 
 std::string colour_text(const Colour& colour) {
@@ -156,10 +160,6 @@ json views_json() {
     return all;
 }
 
-std::string png_of(BITMAP& bitmap) {
-    return png_bytes(rgb_of(bitmap));
-}
-
 /// Red, green, blue and 255 of each pixel.
 std::string rgba_of(const BITMAP& picture) {
     const auto width = static_cast<std::size_t>(picture.w), height = static_cast<std::size_t>(picture.h);
@@ -197,25 +197,22 @@ Rect part_that_differs(const std::string& before, const std::string& now, int wi
     return part.x1 < part.x2 ? part : Rect{};
 }
 
-/// The picture that a request's address asks for; or what is wrong with it.
-Result<RenderRequest> render_request_of(const Parameters& parameters) {
+/// The picture that a request's address asks for.
+RenderRequest render_request_of(const Parameters& parameters) {
     RenderRequest request;
     const std::string view = parameter(parameters, "view"), language = parameter(parameters, "language");
     const auto* const row = std::ranges::find_if(views, [&](const ViewRow& each) { return view == each.word; });
     if (row == std::end(views))
-        return Failure{"view is menu, options, help or message"};
+        throw BadRequest("view is menu, options, help or message");
     request.screen = row->screen;
     const auto* const spoken = std::ranges::find(languages, language, &LanguageRow::code);
     if (!language.empty() && spoken == languages.end())
-        return Failure{"language is en or de"};
+        throw BadRequest("language is en or de");
     request.language = language.empty() ? 0 : static_cast<std::size_t>(spoken - languages.begin());
-    std::string fault;
-    request.row = number_parameter(parameters, "row", 0, 11, fault);
-    request.module = number_parameter(parameters, "module", 0, module_count - 1, fault);
-    request.hover = number_parameter(parameters, "hover", 0, slot_limit - 1, fault);
-    request.pressed = number_parameter(parameters, "pressed", 0, slot_limit - 1, fault);
-    if (!fault.empty())
-        return Failure{fault};
+    request.row = number_parameter(parameters, "row", 0, 11);
+    request.module = number_parameter(parameters, "module", 0, module_count - 1);
+    request.hover = number_parameter(parameters, "hover", 0, slot_limit - 1);
+    request.pressed = number_parameter(parameters, "pressed", 0, slot_limit - 1);
     return request;
 }
 
@@ -247,15 +244,15 @@ json numbered(const std::string& name, int number) {
 
 } // namespace
 
-Session::Drawn Session::draw(const RenderRequest& request) {
-    Drawn drawn;
+/// The picture that a request's address asks for.
+Session::Drawn Session::draw(const Parameters& parameters) {
+    const RenderRequest request = render_request_of(parameters);
     auto picture = renderer_->draw(request);
-    drawn.fault = picture.reason();
-    drawn.picture = std::move(picture).value_or(nullptr);
-    for (const ViewRow& row : views)
-        if (const auto document = workspace_->document(row.document); document && row.screen == request.screen)
-            drawn.revision = document->revision;
-    return drawn;
+    if (!picture)
+        throw Refused(picture.reason());
+    const auto* const view = std::ranges::find(views, request.screen, &ViewRow::screen);
+    const auto document = workspace_.documents().find(view->document);
+    return {std::move(*picture), document == workspace_.documents().end() ? 0 : document->second.revision};
 }
 
 /// Names that may stand for numbers, with what the installation says of each.
@@ -300,19 +297,19 @@ json Session::names_json() {
     return names;
 }
 
-Answer Session::project() {
-    const Lock held = lock();
+Answer Session::project(const Parameters&) {
     json spoken = json::array(), documents = json::array(), colours = json::array();
     for (std::size_t i = 0; i < languages.size(); ++i)
         spoken.push_back({{"code", languages[i].code}, {"name", language_names[i]}});
-    for (const DocumentState& document : workspace_->documents())
-        documents.push_back(document.name);
+    for (const auto& [name, document] : workspace_.documents())
+        documents.push_back(name);
     for (const Colour& colour : colour_table)
         colours.push_back(colour_text(colour));
-    const Recovery left = workspace_->recovered();
-    json recovered = nullptr;
-    if (!left.documents.empty())
-        recovered = {{"documents", left.documents}, {"when", left.when}};
+    json recovered;
+    for (const auto& [name, left] : workspace_.offered()) {
+        recovered["documents"].push_back(name);
+        recovered["when"] = workspace_.offered_when();
+    }
     return {.body = text_of_json({{"session", session_},
                                   {"folder", folder()},
                                   {"screens_folder", screens_folder()},
@@ -329,11 +326,7 @@ Answer Session::project() {
 }
 
 Answer Session::document(const Parameters& parameters) {
-    const Lock held = lock();
-    const auto document = workspace_->document(parameter(parameters, "name"));
-    if (!document)
-        return refusal(status::not_found, document.reason());
-    return {.body = text_of_json(json_of(*document))};
+    return {.body = text_of_json(json_of(named(parameter(parameters, "name"))))};
 }
 
 std::uint64_t Session::keep_shown(const std::string& rgba) {
@@ -353,10 +346,11 @@ std::string Session::add_picture(const json& body, json& told) {
     for (const auto& [name, value] : body["view"].items())
         if (!value.is_null())
             parameters[name] = value.is_string() ? value.get<std::string>() : value.dump();
-    const auto request = render_request_of(parameters);
-    const Drawn drawn = request ? draw(*request) : Drawn{.picture = nullptr, .fault = request.reason()};
-    if (!drawn.picture) {
-        told["picture"] = {{"fault", drawn.fault}};
+    Drawn drawn;
+    try {
+        drawn = draw(parameters);
+    } catch (const Refused& refused) {
+        told["picture"] = {{"fault", refused.what()}};
         return {};
     }
     const std::string rgba = rgba_of(*drawn.picture);
@@ -376,55 +370,35 @@ std::string Session::add_picture(const json& body, json& told) {
     return pixels;
 }
 
-/// What `answer` makes of the picture that a request's address asks for; or why there is none.
-Answer Session::drawn(const Parameters& parameters, const std::function<Answer(const Drawn&)>& answer) {
-    const auto request = render_request_of(parameters);
-    if (!request)
-        return refusal(status::bad_request, request.reason());
-    const Lock held = lock();
-    const Drawn drawn = draw(*request);
-    return drawn.picture ? answer(drawn) : refusal(status::refused, drawn.fault);
-}
-
 Answer Session::picture(const Parameters& parameters) {
-    return drawn(parameters, [&](const Drawn& drawn) -> Answer {
-        std::string rgba = rgba_of(*drawn.picture);
-        const std::uint64_t number = parameters.contains("keep") ? keep_shown(rgba) : 0;
-        return {.type = "application/octet-stream",
-                .body = std::move(rgba),
-                .headers = {{"X-Revision", std::to_string(drawn.revision)}, {"X-Number", std::to_string(number)}}};
-    });
+    const Drawn drawn = draw(parameters);
+    std::string rgba = rgba_of(*drawn.picture);
+    const std::uint64_t number = parameters.contains("keep") ? keep_shown(rgba) : 0;
+    return {.type = "application/octet-stream",
+            .body = std::move(rgba),
+            .headers = {{"X-Revision", std::to_string(drawn.revision)}, {"X-Number", std::to_string(number)}}};
 }
 
 Answer Session::picture_png(const Parameters& parameters) {
-    return drawn(parameters,
-                 [](const Drawn& drawn) -> Answer { return {.type = "image/png", .body = png_of(*drawn.picture)}; });
+    return {.type = "image/png", .body = png_bytes(rgb_of(*draw(parameters).picture))};
 }
 
 Answer Session::buffer_png(const Parameters& parameters) {
-    std::string fault;
-    const auto number = number_parameter(parameters, "number", 0, graphic_buffer_count - 1, fault);
-    const auto most = number_parameter(parameters, "most", 16, 4096, fault); // pixels
-    if (!number || !fault.empty())
-        return refusal(status::bad_request, fault.empty() ? "number is missing" : fault);
-    const Lock held = lock();
-    BITMAP* const bitmap = renderer_->buffer(*number);
+    const int number = number_of_request(parameters, 0, graphic_buffer_count - 1);
+    const auto most = number_parameter(parameters, "most", 16, 4096); // pixels
+    BITMAP* const bitmap = renderer_->buffer(number);
     if (!bitmap)
-        return refusal(status::not_found, "buffer " + std::to_string(*number) + " is empty");
+        throw BadRequest("buffer " + std::to_string(number) + " is empty", status::not_found);
     const RgbPicture picture = rgb_of(*bitmap);
     return {.type = "image/png", .body = png_bytes(most ? reduced(picture, *most) : picture)};
 }
 
 Answer Session::sound(const Parameters& parameters) {
-    std::string fault;
-    const auto number = number_parameter(parameters, "number", 1, sound_entry_count - 1, fault);
-    if (!number)
-        return refusal(status::bad_request, fault.empty() ? "number is missing" : fault);
-    const Lock held = lock();
-    const SoundEntry& entry = sound_entries[static_cast<std::size_t>(*number)];
+    const int number = number_of_request(parameters, 1, sound_entry_count - 1);
+    const SoundEntry& entry = sound_entries[static_cast<std::size_t>(number)];
     auto bytes = entry.file.empty() ? Failure{"names no file"} : read_file(sound_path(entry), sound_size_limit);
     if (!bytes)
-        return refusal(status::not_found, "sound " + std::to_string(*number) + " " + bytes.reason());
+        throw BadRequest("sound " + std::to_string(number) + " " + bytes.reason(), status::not_found);
     return {.type = "audio/wav", .body = std::move(*bytes)};
 }
 

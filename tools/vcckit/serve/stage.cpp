@@ -1,5 +1,6 @@
 #include "vcckit/serve/stage.h"
 
+#include "vcckit/edit/operation.h"
 #include "vcckit/edit/unsaved.h"
 #include "vcckit/record/slot_bytes.h"
 #include "vcckit/source/packed_screen.h"
@@ -25,10 +26,6 @@ namespace {
 
 constexpr int depth_limit = 16;             ///< of folders in one another
 constexpr std::size_t count_limit = 20'000; ///< of files and folders
-
-std::string toggle_file_name(const std::string& slot_file) {
-    return fs::path(slot_file).replace_extension(".tgl").string();
-}
 
 constexpr std::string_view name_begins = "vcckit-edit-"; ///< the number of the process follows, and a dash
 
@@ -65,22 +62,19 @@ bool is_log(const fs::path& name) {
 
 } // namespace
 
-Result<std::unique_ptr<Stage>> Stage::make(const fs::path& installation) {
+Stage::Stage(fs::path installation) : installation_(std::move(installation)) {
     remove_stages(false);
     std::string name =
         (place_of_stages() / (std::string(name_begins) + std::to_string(::getpid()) + "-XXXXXX")).string();
     if (::mkdtemp(name.data()) == nullptr)
-        return Failure{"cannot make the folder " + name + ": " + std::strerror(errno)};
-    std::unique_ptr<Stage> stage(new Stage(installation));
-    stage->folder_ = name;
-    stage->follow();
-    return stage;
+        throw Refused("cannot make the folder " + name + ": " + std::strerror(errno));
+    folder_ = name;
+    follow();
 }
 
 Stage::~Stage() {
     std::error_code ignored;
-    if (!folder_.empty())
-        fs::remove_all(folder_, ignored);
+    fs::remove_all(folder_, ignored);
 }
 
 void Stage::remove_own() {
@@ -158,32 +152,28 @@ Result<bool> Stage::put_file(const std::string& name, const std::string& bytes) 
     return true;
 }
 
-Result<bool> Stage::remove_file(const std::string& name) {
+std::string Stage::remove_file(const std::string& name) {
     const std::string place = place_of(name);
     std::error_code error;
     own_.erase(place);
     removed_.insert(place);
-    const bool was_there = fs::remove(place, error);
-    if (error)
-        return Failure{"cannot remove " + place + ": " + error.message()};
-    return was_there;
+    fs::remove(place, error);
+    return error ? "cannot remove " + place + ": " + error.message() : "";
 }
 
-Result<bool> Stage::put(const Screen& screen) {
-    bool changed = false;
+std::string Stage::put(const Screen& screen) {
     for (std::size_t i = 0; i < languages.size(); ++i) {
         const ScreenRecords& records = screen.records[i];
         const std::string name = slot_file_name(languages[i], screen.name);
-        auto slots = put_file(name, slot_file_bytes(records.slots));
-        if (!slots)
-            return slots;
-        auto toggles = records.has_toggle_file ? put_file(toggle_file_name(name), slot_file_bytes(records.toggles))
-                                               : remove_file(toggle_file_name(name));
-        if (!toggles)
-            return toggles;
-        changed = changed || *slots || *toggles;
+        const std::string toggles = fs::path(name).replace_extension(".tgl").string();
+        std::string reason = put_file(name, slot_file_bytes(records.slots)).reason();
+        if (reason.empty())
+            reason = records.has_toggle_file ? put_file(toggles, slot_file_bytes(records.toggles)).reason()
+                                             : remove_file(toggles);
+        if (!reason.empty())
+            return reason;
     }
-    return changed;
+    return {};
 }
 
 } // namespace vcc::kit::edit

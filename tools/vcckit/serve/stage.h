@@ -8,7 +8,6 @@
 
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <set>
 #include <string>
 
@@ -16,8 +15,9 @@ namespace vcc::kit::edit {
 
 class Stage {
 public:
-    /// Makes the folder, which is removed with the object. What the program writes into its log stays in there.
-    static Result<std::unique_ptr<Stage>> make(const std::filesystem::path& installation);
+    /// Makes the folder, which is removed with the object; throws Refused. What the program writes into its log stays
+    /// in there.
+    explicit Stage(std::filesystem::path installation);
     ~Stage();
     /// Takes the folder of this process away, at its end.
     static void remove_own();
@@ -26,8 +26,8 @@ public:
 
     const std::filesystem::path& folder() const { return folder_; }
 
-    /// Puts the slot and toggle files of a screen in place. True when one of them has changed.
-    Result<bool> put(const Screen& screen);
+    /// Puts the slot and toggle files of a screen in place. The reason of a failure, else an empty text.
+    std::string put(const Screen& screen);
 
     /// Puts a file in place, named as the program names it. True when it has changed.
     Result<bool> put_file(const std::string& name, const std::string& bytes);
@@ -45,11 +45,9 @@ public:
     const std::string& left_out() const { return left_out_; }
 
 private:
-    explicit Stage(std::filesystem::path installation) : installation_(std::move(installation)) {}
-
     void link_below(const std::filesystem::path& name, int depth);
     std::string place_of(const std::string& name) const;
-    Result<bool> remove_file(const std::string& name);
+    std::string remove_file(const std::string& name);
 
     std::filesystem::path installation_, folder_;
     std::map<std::string, std::string> own_; ///< files that are no links: path and bytes
