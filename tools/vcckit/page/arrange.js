@@ -22,12 +22,9 @@ export function unitOf(each) {
   return state.project.names.font.find((one) => one.number === font)?.cell ?? [8, 14];
 }
 
-/** The sides by which an item can be resized. */
 export function canResize(each) {
-  const thing = movedBy(each);
-  if (each.key === BACKGROUND) return [];
-  if (thing.kind === 'slot' && thing.shown.kind !== 'picture' && !thing.shown.boxed) return [];
-  return ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
+  const { kind, shown } = movedBy(each);
+  return each.key !== BACKGROUND && (kind !== 'slot' || shown.kind === 'picture' || shown.boxed);
 }
 
 /**
@@ -74,7 +71,7 @@ export function nudge(dx, dy) {
 
 /** Alt and an arrow key: wider, narrower, taller, lower by one unit. */
 export function grow(dx, dy) {
-  const items = movable().filter((each) => canResize(each).length);
+  const items = movable().filter(canResize);
   if (!items.length) return;
   const documents = new Map();
   for (const each of items) {

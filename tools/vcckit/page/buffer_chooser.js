@@ -1,8 +1,8 @@
 // The piece of a picture that a slot shows, chosen on the picture of its buffer.
 import { address } from './api.js';
 import { dialog } from './dialogs.js';
-import { el, segments } from './dom.js';
-import { between, clamp } from './geometry.js';
+import { el, lay, segments } from './dom.js';
+import { between, clamp, ways } from './geometry.js';
 import { screenDocument, state } from './state.js';
 import { nameOfBuffer, thumbnail } from './thumbnails.js';
 import { namesFor, setValues, usualLanguage, valueIn, writtenFor } from './values.js';
@@ -45,14 +45,9 @@ export function chooseBuffer(items) {
     const whole = Math.min((room.width - 4) / size[0], (room.height - 4) / size[1]);
     scale = Number(magnify.value) || (whole >= 1 ? Math.floor(whole) : whole);
     Object.assign(area.style, { width: `${size[0] * scale}px`, height: `${size[1] * scale}px` });
-    put(mark, rect);
-    others.replaceChildren(...otherPieces().map((piece) => put(el('div', { class: 'piece other' }), piece)));
+    lay(mark, rect, scale);
+    others.replaceChildren(...otherPieces().map((piece) => lay(el('div', { class: 'piece other' }), piece, scale)));
     numbers.textContent = `${rect[2]} × ${rect[3]} from ${rect[0]}, ${rect[1]}   of ${size[0]} × ${size[1]}`;
-  }
-  function put(element, [x, y, w, h]) {
-    Object.assign(element.style, { left: `${x * scale}px`, top: `${y * scale}px`, width: `${w * scale}px`,
-      height: `${h * scale}px` });
-    return element;
   }
   function otherPieces() {
     const seen = new Set([rect.join()]);
@@ -98,7 +93,7 @@ export function chooseBuffer(items) {
   });
   area.addEventListener('pointerup', () => { hold = null; });
   area.addEventListener('keydown', (event) => {
-    const way = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1] }[event.key];
+    const way = ways[event.key];
     if (!way) return;
     event.preventDefault();
     if (event.shiftKey) rect = [rect[0], rect[1], clamp(rect[2] + way[0], 1, size[0] - rect[0]),

@@ -8,11 +8,10 @@ const ACROSS = 16;
 const rgbOf = (number) => state.project.colours[number] ?? null;
 const nameOf = (number, document) => namesFor('colour', document).find((each) => each.number === number)?.name;
 
-function swatch(number, properties = {}) {
-  const element = el('span', { class: 'swatch', ...properties });
-  const colour = rgbOf(number);
-  if (colour) element.style.background = colour;
-  else element.classList.add('none');
+/** A small field of a colour "#rrggbb"; hatched without one. */
+export function swatchOf(colour) {
+  const element = el('span', { class: colour ? 'swatch' : 'swatch none' });
+  element.style.background = colour ?? '';
   return element;
 }
 
@@ -25,25 +24,15 @@ export function colourInput(items, field, value, language) {
   const input = line(shown, (text) => {
     const typed = text.trim();
     if (typed) setValue(items, field.name, /^-?\d+$/.test(typed) ? Number(typed) : typed, language);
-  }, { placeholder: value.mixed ? 'several' : '', list: listFor(document).id });
+  }, { placeholder: value.mixed ? 'several' : '', list: `names-of-${field.name}` });
   input.dataset.field = `${field.name} colour`;
   const button = el('button', { type: 'button', class: 'swatch-button', title: 'Colour table',
     'aria-label': `Colour table for ${field.name}`, on: { click: () => openTable(button, current, document, (number) =>
       setValue(items, field.name, writtenFor('colour', number, document), language)) } },
-  swatch(value.mixed ? -1 : current));
+  swatchOf(rgbOf(value.mixed ? -1 : current)));
   button.dataset.field = `${field.name} table`; // the focus comes back to both
-  return el('div', { class: 'with-button first' }, button, input);
-}
-
-function listFor(screen) {
-  const id = 'colour-names';
-  let list = document.getElementById(id);
-  if (!list) document.body.append(list = el('datalist', { id }));
-  if (list.dataset.of !== screen.name) {
-    list.dataset.of = screen.name;
-    list.replaceChildren(...namesFor('colour', screen).map((each) => el('option', { value: each.name })));
-  }
-  return list;
+  return el('div', { class: 'with-button first' }, button, input, el('datalist', { id: `names-of-${field.name}` },
+    namesFor('colour', document).map((each) => el('option', { value: each.name }))));
 }
 
 function openTable(anchor, current, screen, chosen) {
@@ -67,11 +56,4 @@ function openTable(anchor, current, screen, chosen) {
   const close = popover(anchor, el('div', {}, grid, told));
   tell(current);
   (cells[current] ?? cells[0])?.focus();
-}
-
-/** A small field of a colour "#rrggbb". */
-export function swatchOf(colour) {
-  const element = el('span', { class: 'swatch' });
-  element.style.background = colour;
-  return element;
 }

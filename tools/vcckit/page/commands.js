@@ -4,7 +4,8 @@ import { el, find, iconButton } from './dom.js';
 import { isBusy, playNow, redo, saveAll, undo } from './edits.js';
 import { showBelow } from './below.js';
 import { nextFault } from './faults.js';
-import { focusHistory } from './history.js';
+import { ways } from './geometry.js';
+import { history } from './history.js';
 import { focusList } from './list.js';
 import { showPalette } from './palette.js';
 import { zoomBy, zoomTo, zoomToSelection } from './picture.js';
@@ -25,7 +26,6 @@ function showScreen(key) {
   const view = state.project.views[Number(key.at(-1)) - 1]?.view;
   if (view) showView({ view });
 }
-const ways = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1] };
 const wayOf = (key, by = 1) => ways[key.split('+').at(-1)].map((part) => part * by);
 const arrows = (changed) => Object.keys(ways).map((key) => `${changed}${key}`);
 function escape() {
@@ -47,7 +47,7 @@ function nextPart() {
 
 function showHistory() {
   showBelow('history');
-  focusHistory();
+  history.focus();
 }
 
 const hasScreen = () => Boolean(screenDocument());

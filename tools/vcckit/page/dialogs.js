@@ -2,11 +2,11 @@
 import { el } from './dom.js';
 
 /** A modal dialog; gives back a function that closes it. Buttons: [{label, run, primary}]; `run` says false to stay. */
-export function dialog(title, content, buttons = [{ label: 'Close', primary: true }], { closed, wide, bare } = {}) {
+export function dialog(title, content, buttons, { closed, wide, bare } = {}) {
   const returnTo = document.activeElement;
   const close = () => element.close();
   const element = el('dialog', { class: wide ? 'wide' : '', 'aria-label': title }, bare ? null : el('h2', {}, title),
-    el('div', { class: 'content' }, content), el('div', { class: 'buttons', hidden: bare }, buttons.map((each) =>
+    content, el('div', { class: 'buttons', hidden: bare }, buttons.map((each) =>
       el('button', { type: 'button', class: each.primary ? 'primary' : '', on: { click: async () => {
         if (await each.run?.() !== false) close();
       } } }, each.label))));

@@ -38,6 +38,19 @@ export function put(parent, children) {
 
 export const find = (id) => document.getElementById(id);
 
+/** Lays an element over a rectangle of a picture that is shown at this scale. */
+export function lay(element, rect, scale) {
+  const [left, top, width, height] = rect.map((part) => `${part * scale}px`);
+  Object.assign(element.style, { left, top, width, height });
+  return element;
+}
+
+/** Runs `draw` once with the window's next picture, however often it is asked for until then. */
+export function planned(draw) {
+  let next = 0;
+  return () => { next ||= requestAnimationFrame(() => { next = 0; draw(); }); };
+}
+
 const SVG = 'http://www.w3.org/2000/svg';
 
 // Strokes on a field of 16 x 16.
@@ -145,6 +158,25 @@ export function stepInList(event, at, count) {
   event.preventDefault();
   event.stopPropagation();
   return Math.min(Math.max(at + step, 0), count - 1);
+}
+
+/**
+ * A list that arrow keys go through: `at()` is the row that is marked, `mark(number)` marks another one, which is then
+ * brought into view, and Enter is `take(number)`.
+ */
+export function listbox(properties, { at, mark, take }) {
+  const list = el('ul', { role: 'listbox', tabIndex: 0, ...properties, on: { keydown(event) {
+    const next = stepInList(event, at(), list.children.length);
+    if (next !== null) {
+      mark(next, event);
+      list.children[next]?.scrollIntoView({ block: 'nearest' });
+    } else if (event.key === 'Enter') {
+      event.preventDefault();
+      event.stopPropagation();
+      take(at());
+    }
+  } } });
+  return list;
 }
 
 /** Some of a few: [{value, label, title}]; `chosen` is called with the value. Arrow keys go through them. */

@@ -1,8 +1,9 @@
 // What check says of the installation, again after every change. A click leads to the record and its field.
-import { el, keeper, put, stepInList } from './dom.js';
+import { el, keeper, listbox, put } from './dom.js';
 import { allFaults, keyOf, select, showView, state, tell } from './state.js';
 
-export const faults = el('ul', { class: 'faults', role: 'listbox', tabIndex: 0, 'aria-label': 'Faults' });
+export const faults = listbox({ class: 'faults', 'aria-label': 'Faults' },
+  { at: () => chosen, mark(number) { chosen = number; draw(); }, take: goToFault });
 const clean = el('li', { class: 'clean' }, 'No faults: the installation is clean.');
 const kept = keeper();
 let chosen = 0;
@@ -42,19 +43,6 @@ export function goToFault(number) {
   }
   draw();
 }
-
-faults.addEventListener('keydown', (event) => {
-  const at = stepInList(event, chosen, allFaults().length);
-  if (at !== null) {
-    chosen = at;
-    draw();
-    faults.children[chosen]?.scrollIntoView({ block: 'nearest' });
-  } else if (event.key === 'Enter') {
-    goToFault(chosen);
-    event.preventDefault();
-    event.stopPropagation();
-  }
-});
 
 /** F8: the next fault, round and round. */
 export function nextFault() {

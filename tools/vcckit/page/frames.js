@@ -1,5 +1,5 @@
 // Frames of everything that can be pointed at, over the picture.
-import { el, find } from './dom.js';
+import { el, find, lay } from './dom.js';
 import { inside } from './geometry.js';
 import { isOfView, zoom } from './picture.js';
 import { preferences } from './preferences.js';
@@ -7,7 +7,6 @@ import { allFaults, HEIGHT, on, placedItems, selected, state, WIDTH } from './st
 import { canResize } from './arrange.js';
 
 const layer = find('frames');
-const handles = ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
 const elements = new Map();
 
 /** Frames that a gesture moves before the server has answered: key to rectangle. */
@@ -38,7 +37,7 @@ export function isSeen(each) {
 /** None over the picture of another screen, while the new one is on its way. */
 const showLayer = () => { layer.hidden = !isOfView(); };
 
-export function draw() {
+function draw() {
   showLayer();
   layer.classList.toggle('outlines', preferences.outlines);
   layer.classList.toggle('labels', preferences.labels);
@@ -61,8 +60,7 @@ export function draw() {
       layer.append(element);
     }
     const [x, y, w, h] = moved.get(each.key) ?? each.rect;
-    Object.assign(element.style, { left: `${x * zoom}px`, top: `${y * zoom}px`,
-      width: `${Math.max(w * zoom, 4)}px`, height: `${Math.max(h * zoom, 4)}px` });
+    lay(element, [x, y, Math.max(w, 4 / zoom), Math.max(h, 4 / zoom)], zoom);
     element.className = ['frame', state.selection.includes(each.key) ? 'selected' : 'plain',
       each.key === lead && 'primary', each.key === state.hovered && 'hovered', each.shown?.hidden && 'unseen',
       faulty.has(`${each.document.name}/${each.index}`) && each.kind === 'slot' && 'faulty'].filter(Boolean).join(' ');
@@ -75,19 +73,17 @@ export function draw() {
 
 /** A small frame has fewer handles, so that it can still be seen and dragged. */
 function handlesFor(each, width, height) {
-  const low = height < 30;
-  const narrow = width < 30;
-  return canResize(each).filter((side) => !(low && narrow) || side === 'se')
-    .filter((side) => !low || narrow || side === 'w' || side === 'e')
-    .filter((side) => !narrow || low || side === 'n' || side === 's');
+  const [low, narrow] = [height < 30, width < 30];
+  if (!canResize(each)) return [];
+  if (low) return narrow ? ['se'] : ['w', 'e'];
+  return narrow ? ['n', 's'] : ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
 }
 
 function showHandles(element, wanted) {
   const there = element.querySelectorAll('.handle');
-  const asked = handles.filter((side) => wanted.includes(side));
-  if (there.length === asked.length && asked.every((side, i) => there[i].dataset.side === side)) return;
+  if (there.length === wanted.length && wanted.every((side, i) => there[i].dataset.side === side)) return;
   there.forEach((each) => each.remove());
-  element.append(...asked.map((side) => {
+  element.append(...wanted.map((side) => {
     const handle = el('div', { class: `handle ${side}` });
     handle.dataset.side = side;
     return handle;

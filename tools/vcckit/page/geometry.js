@@ -19,10 +19,13 @@ export function around(rects) {
   return [left, top, right - left, bottom - top];
 }
 
+/** Where arrow keys lead. */
+export const ways = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1] };
+
 export const clamp = (value, low, high) => Math.min(Math.max(value, low), high);
 
 /** Lines that a rectangle's edges and middles offer or look for, in one direction (0 across, 1 down). */
-export const lines = (rect, axis) => [rect[axis], rect[axis] + rect[axis + 2], rect[axis] + rect[axis + 2] / 2];
+const lines = (rect, axis) => [rect[axis], rect[axis] + rect[axis + 2], rect[axis] + rect[axis + 2] / 2];
 
 /** The gaps from a rectangle to what is next to it, or to the edge of the last of `others`: [{rect, length}]. */
 export function gaps(rect, others) {

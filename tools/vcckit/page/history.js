@@ -1,9 +1,10 @@
 // The steps of the document that is shown, to go back and forth in. What is undone stays until another change is made.
 import { undo, redo } from './edits.js';
-import { el, keeper, put, stepInList } from './dom.js';
+import { el, keeper, listbox, put } from './dom.js';
 import { activeDocument, state } from './state.js';
 
-export const history = el('ul', { class: 'history', role: 'listbox', tabIndex: 0, 'aria-label': 'History' });
+export const history = listbox({ class: 'history', 'aria-label': 'History' },
+  { at: () => marked, mark(number) { marked = number; draw(); }, take: goTo });
 const told = el('span', { class: 'dim' });
 history.extra = [told];
 const kept = keeper();
@@ -41,17 +42,3 @@ async function goTo(number) {
   while (wanted !== done() && await (wanted < done() ? undo : redo)(name));
   wanted = null;
 }
-
-history.addEventListener('keydown', (event) => {
-  const at = stepInList(event, marked, history.children.length);
-  if (at !== null) {
-    marked = at;
-    draw();
-    history.children[at].scrollIntoView({ block: 'nearest' });
-  } else if (event.key === 'Enter') {
-    event.preventDefault();
-    event.stopPropagation();
-    goTo(marked);
-  }
-});
-export const focusHistory = () => history.focus();

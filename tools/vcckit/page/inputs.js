@@ -1,10 +1,11 @@
 // One control for each kind of field. A control sends its value when it is left or Enter is pressed; numbers also step
 // with arrow keys, and a row of such steps is one step of undo.
+import { address } from './api.js';
 import { chooseBuffer } from './buffer_chooser.js';
 import { colourInput } from './colours.js';
-import { el, line } from './dom.js';
+import { el, iconButton, line } from './dom.js';
 import { clamp } from './geometry.js';
-import { soundButton } from './sounds.js';
+import { say } from './messages.js';
 import { nameOfBuffer, pieceOf, thumbnail } from './thumbnails.js';
 import { chooseStyle, namesFor, setValue, unsetValue, writtenFor } from './values.js';
 
@@ -92,8 +93,10 @@ function named(items, field, value, language) {
   names.map((each) => el('option', { value: each.number }, each.name && each.number !== null
     ? nameOfBuffer(each) : String(each.number))));
   select.value = value.mixed ? '' : current;
-  if (field.meaning === 'sound')
-    return el('div', { class: 'with-button' }, select, soundButton(() => Number(select.value)));
+  if (field.meaning === 'sound') {
+    const hear = iconButton('heard', 'Hear it', () => play(Number(select.value)));
+    return el('div', { class: 'with-button' }, select, hear);
+  }
   if (field.meaning === 'buffer' && items[0].kind === 'slot') {
     const label = 'Choose the piece on the picture itself';
     const button = el('button', { type: 'button', class: 'swatch-button', title: label, 'aria-label': label,
@@ -101,6 +104,15 @@ function named(items, field, value, language) {
     return el('div', { class: 'with-button first' }, button, select);
   }
   return select;
+}
+
+let player = null;
+/** A sound of the installation, as it is. */
+function play(number) {
+  player?.pause();
+  if (!number) return;
+  player = new Audio(address('sound', { number }));
+  player.play().catch(() => say(`Sound ${number} cannot be played.`, 'bad'));
 }
 
 function small({ shown }) {

@@ -1,8 +1,8 @@
 // The list at the left: slots, text windows or styles, as a listbox that arrow keys go through.
 import { BACKGROUND } from './arrange.js';
-import { el, find, icon, keeper, put, segments, stepInList } from './dom.js';
+import { el, find, icon, keeper, listbox, put, segments } from './dom.js';
 import { listKeys, takeOver } from './records.js';
-import { allFaults, item, listDocument, on, select, showList, state, tell } from './state.js';
+import { allFaults, item, listDocument, on, select, showList, state, tell, toggle } from './state.js';
 import { pieceOf, thumbnail } from './thumbnails.js';
 
 const panel = find('items');
@@ -15,7 +15,14 @@ const tabs = segments('Kind of list', [
   select([]); // what is chosen is in the list that is shown
   showList(value);
 });
-const list = el('ul', { role: 'listbox', tabIndex: 0, 'aria-label': 'Slots', 'aria-multiselectable': 'true' });
+const list = listbox({ 'aria-label': 'Slots', 'aria-multiselectable': 'true' }, {
+  at: () => listKeys().indexOf(state.selection.at(-1)),
+  mark(number, { shiftKey }) {
+    const key = listKeys()[number];
+    select(shiftKey ? [...state.selection.filter((each) => each !== key), key] : key);
+  },
+  take: () => find('viewport').focus(),
+});
 
 const about = el('div', { class: 'about' });
 panel.append(el('div', { class: 'list-head' }, tabs), about, list);
@@ -101,21 +108,9 @@ function choose(key, event) {
     const [from, to] = [keys.indexOf(state.selection[0]), keys.indexOf(key)].sort((a, b) => a - b);
     select([...keys.slice(Math.max(from, 0), to + 1).filter((each) => each !== key), key]);
   } else if (event.ctrlKey || event.metaKey) {
-    select(state.selection.includes(key) ? state.selection.filter((each) => each !== key) : [...state.selection, key]);
+    toggle(key);
   } else select(key);
 }
-
-list.addEventListener('keydown', (event) => {
-  const keys = listKeys();
-  const at = stepInList(event, keys.indexOf(state.selection.at(-1)), keys.length);
-  if (event.key === 'Enter') {
-    find('viewport').focus();
-    event.preventDefault();
-    event.stopPropagation();
-  } else if (at !== null) {
-    select(event.shiftKey ? [...state.selection.filter((key) => key !== keys[at]), keys[at]] : keys[at]);
-  }
-});
 
 export const focusList = () => list.focus();
 

@@ -1,7 +1,7 @@
 // Gestures on the picture: choose, rubber band, drag, resize, pan. A gesture shows its frames at once; the changes
 // follow it to the server one at a time.
 import { movable, movedBy, moveOperations, resizeOperations, send, unitOf } from './arrange.js';
-import { el, find } from './dom.js';
+import { el, find, lay } from './dom.js';
 import { gestureEnds, undo } from './edits.js';
 import { isBackground, isSeen, keysAt, moveFrames } from './frames.js';
 import { around, between, gaps, meets, snapped } from './geometry.js';
@@ -9,7 +9,7 @@ import { place, zoom } from './picture.js';
 import { preferences } from './preferences.js';
 import { copySelected } from './records.js';
 import { cellOfGrid, showPointer } from './rulers.js';
-import { HEIGHT, item, lead, placedItems, select, selected, state, tell, WIDTH } from './state.js';
+import { HEIGHT, item, lead, placedItems, select, selected, state, tell, toggle, WIDTH } from './state.js';
 import { nameOf } from './values.js';
 
 const surface = find('surface');
@@ -103,7 +103,7 @@ function pressing(event) {
   const at = place(event);
   const keys = keysAt(at.x, at.y);
   const chosen = keys.find((key) => state.selection.includes(key) && !isBackground(item(key).rect));
-  if (event.shiftKey) return { click: () => toggle(keys), ...rubberBand(at, true) };
+  if (event.shiftKey) return { click() { if (keys.length) toggle(keys[0]); }, ...rubberBand(at, true) };
   if (chosen) return { click: () => select(event.ctrlKey ? below(keys) : keys[0]), ...dragging(event.altKey) };
   const top = keys[0];
   if (!top || isBackground(item(top).rect)) return { click: () => select(top ?? []), ...rubberBand(at, false) };
@@ -116,19 +116,13 @@ function below(keys) {
   return keys[(keys.indexOf(state.selection.at(-1)) + 1) % keys.length];
 }
 
-function toggle(keys) {
-  const key = keys[0];
-  if (!key) return;
-  select(state.selection.includes(key) ? state.selection.filter((each) => each !== key) : [...state.selection, key]);
-}
-
 function rubberBand(from, adding) {
   const before = adding ? [...state.selection] : [];
   const band = el('div', { class: 'band' });
   return {
     move(event, at) {
       const rect = between(from.x, from.y, at.x, at.y);
-      put(band, rect);
+      lay(band, rect, zoom);
       if (!band.isConnected) find('frames').append(band);
       const met = placedItems().filter((each) => isSeen(each) && !isBackground(each.rect) && meets(each.rect, rect));
       select([...new Set([...before, ...met.map((each) => each.key)])]);
@@ -136,12 +130,6 @@ function rubberBand(from, adding) {
     end() { band.remove(); },
     cancel() { band.remove(); select(before); },
   };
-}
-
-function put(element, [x, y, w, h]) {
-  Object.assign(element.style, { left: `${x * zoom}px`, top: `${y * zoom}px`, width: `${w * zoom}px`,
-    height: `${h * zoom}px` });
-  return element;
 }
 
 // dragging
@@ -226,13 +214,13 @@ function surroundings(overlay, changed) {
       const found = snapped(there, others, axis, REACH / Math.max(zoom / 2, 1));
       if (!found) return free;
       guides[axis].hidden = false;
-      put(guides[axis], axis ? [0, found.at, WIDTH, 1 / zoom] : [found.at, 0, 1 / zoom, HEIGHT]);
+      lay(guides[axis], axis ? [0, found.at, WIDTH, 1 / zoom] : [found.at, 0, 1 / zoom, HEIGHT], zoom);
       return free + found.by;
     },
     show(at, rect, text) {
       showGhost(ghost, at, text);
       measures.replaceChildren(...gaps(rect, others).map((gap) =>
-        put(el('div', {}, el('span', {}, String(gap.length))), gap.rect)));
+        lay(el('div', {}, el('span', {}, String(gap.length))), gap.rect, zoom)));
     },
   };
 }

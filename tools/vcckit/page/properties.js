@@ -1,6 +1,6 @@
 // Properties of what is chosen, in groups. Names, units, ranges and help come from the tool.
 import { address } from './api.js';
-import { el, find, icon, keeper, keepFocus, put } from './dom.js';
+import { el, find, icon, keeper, keepFocus, planned, put } from './dom.js';
 import { inputFor } from './inputs.js';
 import { labelOf, rawName } from './labels.js';
 import { looksOf } from './looks.js';
@@ -45,13 +45,6 @@ function fieldsOf(items) {
   const { fields, window_fields: window, buffer_fields: buffer } = state.project;
   const all = { window, buffer }[items[0].kind] ?? fields;
   return new Map(all.filter((each) => !elsewhere.has(each.name)).map((each) => [each.name, each]));
-}
-
-let planned = false;
-function plan() {
-  if (planned) return;
-  planned = true;
-  requestAnimationFrame(() => { planned = false; draw(); });
 }
 
 function draw() {
@@ -237,5 +230,5 @@ function focusField(name) {
   }));
 }
 
-on('project document selection view', plan);
+on('project document selection view', planned(draw));
 on('field', focusField);

@@ -1,5 +1,5 @@
 // Rulers in pixels along the picture's edges, the grid of cells, and the pointer's place on both.
-import { find } from './dom.js';
+import { find, planned } from './dom.js';
 import { zoom } from './picture.js';
 import { preferences } from './preferences.js';
 import { HEIGHT, on, selected, state, WIDTH } from './state.js';
@@ -65,17 +65,11 @@ function drawRuler(canvas, length, axis) {
   }
 }
 
-let planned = false;
-export function draw() {
-  if (planned) return;
-  planned = true;
-  requestAnimationFrame(() => {
-    planned = false;
-    drawRuler(find('ruler-top'), WIDTH, 0);
-    drawRuler(find('ruler-left'), HEIGHT, 1);
-    drawGrid();
-  });
-}
+const draw = planned(() => {
+  drawRuler(find('ruler-top'), WIDTH, 0);
+  drawRuler(find('ruler-left'), HEIGHT, 1);
+  drawGrid();
+});
 
 viewport.addEventListener('scroll', draw);
 on('zoom preferences selection document view project', draw);

@@ -84,9 +84,10 @@ export function addressOf(key) {
 
 /** What a key stands for: {key, kind, document, record, name, rect, ...}; null when it is not there. */
 export function item(key, language = state.language) {
-  const [kind, number] = [key.split(':', 1)[0], key.slice(key.indexOf(':') + 1)];
-  if (kind === 'window') return windowItem(Number(number));
-  if (kind === 'buffer') return bufferItem(Number(number));
+  const [[kind, number]] = Object.entries(addressOf(key));
+  if (kind === 'window') return windowItem(number);
+  if (kind === 'buffer') return numbered(kind, buffersDocument(), number, ({ values }) =>
+    ({ name: String(values.picture).split(/[\\/]/).pop(), rect: null }));
   const document = screenDocument();
   if (!document) return null;
   if (kind === 'style') {
@@ -94,7 +95,7 @@ export function item(key, language = state.language) {
     return record ? { key, kind, document, record, name: record.name, line: record.line } : null;
   }
   const records = kind === 'toggle' ? document.toggles : document.slots;
-  const record = records.find((each) => each.index === Number(number));
+  const record = records.find((each) => each.index === number);
   if (!record) return null;
   const shown = record.languages[language] ?? Object.values(record.languages)[0];
   return { key, kind, document, record, shown, index: record.index, name: record.name ?? '', line: record.line,
@@ -105,20 +106,15 @@ export function item(key, language = state.language) {
 const nameOfShowing = (number) => screenDocument()?.slots.find((slot) =>
   Object.values(slot.languages).some(({ kind, values }) => kind === 'window' && values.graphic === number))?.name;
 
-function windowItem(number) {
-  const document = windowsDocument();
-  const record = document?.windows.find((each) => each.number === number);
-  return record ? { key: keyOf('window', number), kind: 'window', document, record, index: number,
-    name: record.values.title || record.protected || nameOfShowing(number) || 'text window', line: record.line,
-    rect: record.rect[2] > 0 && record.rect[3] > 0 ? record.rect : null } : null;
+/** A text window or buffer; `shows` tells its name and place. */
+function numbered(kind, document, number, shows) {
+  const record = document?.[`${kind}s`].find((each) => each.number === number);
+  return record ? { key: keyOf(kind, number), kind, document, record, index: number, line: record.line,
+    ...shows(record) } : null;
 }
-
-function bufferItem(number) {
-  const document = buffersDocument();
-  const record = document?.buffers.find((each) => each.number === number);
-  return record ? { key: keyOf('buffer', number), kind: 'buffer', document, record, index: number,
-    name: String(record.values.picture).split(/[\\/]/).pop(), line: record.line, rect: null } : null;
-}
+const windowItem = (number) => numbered('window', windowsDocument(), number, ({ values, protected: role, rect }) =>
+  ({ name: values.title || role || nameOfShowing(number) || 'text window', rect: rect[2] > 0 && rect[3] > 0 ? rect
+    : null }));
 
 /** What can be pointed at on the picture, in the order of drawing. */
 export function placedItems() {
@@ -150,6 +146,11 @@ export function select(keys, { look = '' } = {}) {
   const kind = list.at(-1)?.split(':')[0];
   if (kind) showList({ slot: 'slots', toggle: 'slots', window: 'windows', style: 'styles', buffer: 'buffers' }[kind]);
   tell('selection');
+}
+
+/** Adds one to what is chosen, or takes it away. */
+export function toggle(key) {
+  select(state.selection.includes(key) ? state.selection.filter((each) => each !== key) : [...state.selection, key]);
 }
 
 export function showList(name) {

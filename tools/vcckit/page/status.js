@@ -3,7 +3,7 @@ import { el, find } from './dom.js';
 import { cellOfGrid } from './rulers.js';
 import { colourAt } from './picture.js';
 import { banner } from './messages.js';
-import { on, screenDocument, selected, state } from './state.js';
+import { on, screenDocument, selected } from './state.js';
 import { swatchOf } from './colours.js';
 
 const pointer = el('span');

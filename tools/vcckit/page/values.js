@@ -7,7 +7,7 @@ function valuesOf(each, language) {
   if (['window', 'buffer'].includes(each.kind)) return each.record.values;
   if (each.kind === 'style')
     return fromTexts((state.look ? each.record.look_written[state.look] : each.record.written) ?? {}, language);
-  const look = state.look && each.kind === 'slot' ? lookRecord(each, state.look) : null;
+  const look = shownLook(each);
   const values = (look ?? each.record).languages[language]?.values ?? {};
   const { said = {}, styles = [] } = each.record; // what no record has
   return { ...flagsOf(values), ...(look ? {} : { ...fromTexts(said, language), style: styles[0] ?? '' }), ...values };
@@ -33,12 +33,10 @@ function valueOfText(text, language) {
   if (plain === 'true' || plain === 'false') return plain === 'true';
   return /^".*"$/.test(plain) ? plain.slice(1, -1).replaceAll('\\"', '"') : plain;
 }
-function shownOf(each, language) {
-  if (!each.record.languages) return {};
-  const look = state.look && each.kind === 'slot' ? lookRecord(each, state.look) : null;
-  return (look ?? each.record).languages[language]?.shown ?? {};
-}
+const shownOf = (each, language) => (shownLook(each) ?? each.record).languages?.[language]?.shown ?? {};
 
+/** The record of the look that is shown of a slot. */
+const shownLook = (each) => (state.look && each.kind === 'slot' ? lookRecord(each, state.look) : null);
 /** The toggle record that a slot's look is. */
 export function lookRecord(each, look) {
   const index = look === 'highlight' ? each.index : each.record.activated;
