@@ -142,11 +142,14 @@ class Browser:
     def text(self, selector):
         return self.run("return document.querySelector(arguments[0])?.textContent ?? ''", selector)
 
-    def button(self, label):
-        """The first button whose text, or name for screen readers, begins with this."""
-        return wait_until(lambda: self.run("""return [...document.querySelectorAll('button')].find((each) =>
+    def button(self, label, what="button"):
+        """The first button whose text, or name for screen readers, begins with this; or something of it."""
+        return wait_until(lambda: self.run("""const button = [...document.querySelectorAll('button')].find((each) =>
             each.offsetParent && [each.textContent.trim(), each.getAttribute('aria-label') ?? '']
-              .some((text) => text.startsWith(arguments[0])))""", label), f"a button {label!r}")
+              .some((text) => text.startsWith(arguments[0])));
+            button?.scrollIntoView({ block: 'nearest' });
+            const box = button?.getBoundingClientRect();
+            return button && """ + what, label), f"a button {label!r}")
 
     def frame(self, key):
         """Left, top, width, height of a frame in pixels of the picture; None when there is none."""
@@ -241,7 +244,12 @@ class Browser:
         self._actions().send_keys(text, Keys.ENTER).perform()
 
     def press(self, label):
-        self._actions().click(self.button(label)).perform()
+        """Clicks at its place, also if it is made anew just then."""
+        actions = self._actions()
+        actions.w3c_actions.pointer_action.move_to_location(
+            *self.button(label, "[box.x + box.width / 2, box.y + box.height / 2].map(Math.round)"))
+        actions.w3c_actions.key_action.pause()
+        actions.click().perform()
 
 
 def settle(seconds=0.2):
