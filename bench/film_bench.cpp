@@ -1,16 +1,69 @@
 // Films: a decoded and shown frame against the decoder alone.
-#include "codec.h"
 #include "core/installation.h"
 #include "figure.h"
 #include "film/film.h"
 #include "media/avi.h"
 #include "world.h"
 
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+}
+
 namespace vcc::bench {
 
 namespace {
 
 constexpr const char* film_path = films[0].path;
+
+/// The decoding library itself, called as directly as it can be: decodes the first video stream of a film frame by
+/// frame, over and over, in one thread.
+class BareCodec {
+public:
+    explicit BareCodec(const std::string& path) {
+        if (avformat_open_input(&container_, path.c_str(), nullptr, nullptr) != 0)
+            return;
+        const AVCodec* decoder = nullptr;
+        stream_ = av_find_best_stream(container_, AVMEDIA_TYPE_VIDEO, -1, -1, &decoder, 0);
+        if (stream_ < 0)
+            return;
+        codec_ = avcodec_alloc_context3(decoder);
+        codec_->thread_count = 1;
+        avcodec_parameters_to_context(codec_, container_->streams[stream_]->codecpar);
+        if (avcodec_open2(codec_, decoder, nullptr) != 0)
+            avcodec_free_context(&codec_);
+    }
+    ~BareCodec() {
+        avcodec_free_context(&codec_);
+        avformat_close_input(&container_);
+        av_packet_free(&packet_);
+        av_frame_free(&frame_);
+    }
+    BareCodec(const BareCodec&) = delete;
+    BareCodec& operator=(const BareCodec&) = delete;
+
+    bool ready() const { return codec_ != nullptr; }
+
+    void decode_next() {
+        while (avcodec_receive_frame(codec_, frame_) != 0) {
+            if (av_read_frame(container_, packet_) != 0) {
+                av_seek_frame(container_, stream_, 0, AVSEEK_FLAG_BACKWARD);
+                avcodec_flush_buffers(codec_);
+                continue;
+            }
+            if (packet_->stream_index == stream_)
+                avcodec_send_packet(codec_, packet_);
+            av_packet_unref(packet_);
+        }
+    }
+
+private:
+    AVFormatContext* container_ = nullptr;
+    AVCodecContext* codec_ = nullptr;
+    AVPacket* packet_ = av_packet_alloc();
+    AVFrame* frame_ = av_frame_alloc();
+    int stream_ = -1;
+};
 
 /// Takes a film frame by frame, from the beginning again after its end.
 class FrameByFrame {
