@@ -24,10 +24,12 @@ int button_y(int index) {
 }
 
 /// Heights of buttons, from top to bottom.
-std::vector<int> heights(int first, int step, int count) {
-    std::vector<int> all;
-    for (int i = 0; i < count; ++i)
-        all.push_back(button_y(first + i * step));
+std::vector<int> heights(int first, int step, std::size_t count) {
+    std::vector<int> all(count);
+    for (int& y : all) {
+        y = button_y(first);
+        first += step;
+    }
     return all;
 }
 std::vector<int> heights(Group group) {
