@@ -16,14 +16,8 @@ from support.system import SYSTEM  # noqa: E402
 def pytest_configure(config):
     config.addinivalue_line("markers", "windows: played with the program for Windows, too")
     config.addinivalue_line("markers", "linux: in a file of such tests one that is not")
-
-
-def pytest_collection_modifyitems(config, items):
-    if SYSTEM.name == "linux":
-        return
-    others = [item for item in items if item.get_closest_marker("linux") or not item.get_closest_marker("windows")]
-    items[:] = [item for item in items if item not in others]
-    config.hook.pytest_deselected(items=others)
+    if SYSTEM.name == "windows":
+        config.option.markexpr = "windows and not linux"
 
 
 @pytest.fixture

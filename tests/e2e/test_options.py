@@ -116,6 +116,7 @@ def test_what_is_not_accepted_is_forgotten(options):
         click(options, LOOP_BUTTON)  # after the chosen theme, all in turn
         for key in leave:
             options.key(key)
+            options.standing_picture()
         options.wait_for_menu()
         open_options(options)
     accept(options)

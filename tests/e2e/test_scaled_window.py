@@ -126,25 +126,22 @@ def test_a_window_that_changes_its_size_in_a_film_and_is_closed(make_player):
 
 
 @pytest.fixture
-def preloaded(tmp_path):
-    """The environment of a program with some functions of tests/support in place of the system's."""
-    def make(name):
-        library = tmp_path / f"{name}.so"
-        source = PROJECT / f"tests/support/{name}.c"
-        subprocess.run(["cc", "-shared", "-fPIC", "-o", library, source], check=True)
-        return {"LD_PRELOAD": str(library)}
-    return make
+def own_memory(tmp_path):
+    """The environment of a program that has no shared memory of others, and little of its own."""
+    library = tmp_path / "own_memory.so"
+    subprocess.run(["cc", "-shared", "-fPIC", "-o", library, PROJECT / "tests/support/own_memory.c"], check=True)
+    return {"LD_PRELOAD": str(library)}
 
 
 @pytest.mark.parametrize("options, reason", [
     ({"server": ("-extension", "MIT-SHM")}, "the display server has no shared memory"),
-    ({"server_environment": "unshared"}, "the display server refuses shared memory"),
+    ({"server_environment": "own_memory"}, "the display server refuses shared memory"),
     ({"depth": 30}, "the desktop's colours are not of 15, 16 or 24 bits"),
     ({"depth": 8, "size": (800, 600)}, "the desktop's colours are not of 15, 16 or 24 bits"),
 ], ids=["absent", "refused", "30 bits", "8 bits"])
-def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, own_menu, options, reason):
+def test_what_cannot_be_scaled_is_shown_by_the_library(request, make_player, own_menu, options, reason):
     if "server_environment" in options:
-        options = {"server_environment": preloaded(options["server_environment"])}
+        options = {"server_environment": request.getfixturevalue("own_memory")}
     player = make_player(start=False, window_manager=None, **options)
     player.scale = 0  # its windows are the library's
     readable = options.get("depth", 24) == 24
@@ -163,10 +160,10 @@ def test_what_cannot_be_scaled_is_shown_by_the_library(make_player, preloaded, o
     assert player.wait_for_end() == 0
 
 
-def test_without_memory_for_it_the_picture_has_its_own_size(make_player, preloaded, own_menu):
+def test_without_memory_for_it_the_picture_has_its_own_size(make_player, own_memory, own_menu):
     player = make_player(start=False, size=(1300, 1000))
     silent = {"ALSA_CONFIG_PATH": str(player.installation.path("alsa.conf"))}
-    player.start(environment=silent | preloaded("few_segments"))
+    player.start(environment=silent | own_memory)
     player.desktop.configure(player.window(), width=1200, height=900)
     wait_until(lambda: player.place() == (200, 150, 800, 600), "the picture in the middle", 5 * SLOWNESS)
     assert np.array_equal(player.menu(), own_menu)

@@ -27,13 +27,11 @@ SLOWNESS = SYSTEM.slowness
 
 
 class Robot:
-    def __init__(self, installation=None, size=(1024, 768), depth=24, window_manager=None, films=False, scale=0,
-                 server=(), server_environment=None):
-        """`scale` is the setting display_scale, None leaves the installation's own; `server` are more arguments of the
-        X server."""
+    def __init__(self, installation=None, window_manager=None, films=False, scale=0, **desktop):
+        """`scale` is the setting display_scale, None leaves the installation's own; `desktop` are its options."""
         self.installation = installation or Installation()
         self.system = self.installation.system
-        self.desktop = Desktop(size, depth, window_manager, server, server_environment)
+        self.desktop = Desktop(window_manager=window_manager, **desktop)
         self.films, self.scale = films, scale
         self._pointer_is_free_at = 0
         if scale is not None:
