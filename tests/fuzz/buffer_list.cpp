@@ -11,7 +11,7 @@ void vcc::fuzz::one_input(std::string_view input) {
         return save_pcx("images/menu.pcx", small.get(), nullptr) == 0;
     }();
     require(pictures);
-    World::write("a.buf", input);
+    world().write("a.buf", input);
     load_graphic_buffers("a.buf");
     release_graphic_buffers();
 }

@@ -4,7 +4,7 @@
 #include "world.h"
 
 void vcc::fuzz::one_input(std::string_view input) {
-    World::write("a.avi", input);
+    world().write("a.avi", input);
     platform::read_avi_header(input);
     const auto film = platform::open_avi("a.avi").film;
     if (!film)

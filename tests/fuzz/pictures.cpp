@@ -4,7 +4,7 @@
 #include "world.h"
 
 void vcc::fuzz::one_input(std::string_view input) {
-    World::write("a.pcx", input);
+    world().write("a.pcx", input);
     kit::pcx_is_complete(input);
     for (const int depth : {32, 16}) {
         set_color_depth(depth);

@@ -6,7 +6,7 @@
 #include "world.h"
 
 void vcc::fuzz::one_input(std::string_view input) {
-    World::write("data/configs/vcc.cfg", input);
+    world().write("data/configs/vcc.cfg", input);
     set_config_data("\n", 1);
     select_config_file();
     music_on = 0;

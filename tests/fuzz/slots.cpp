@@ -1,4 +1,4 @@
-// Slot files: read, drawn, searched for the focus.
+// Slot files, with themselves as toggle files: read, drawn, searched for the focus.
 #include "display/buffers.h"
 #include "interaction/focus.h"
 #include "screen/draw_slot.h"
@@ -9,9 +9,10 @@ void vcc::fuzz::one_input(std::string_view input) {
     for (const std::size_t number : {3u, 5u})
         if (!graphic_buffers[number])
             graphic_buffers[number].reset(create_bitmap(400, 300));
+    for (const char* name : {"a.slt", "a.tgl"})
+        world().write(name, input);
     SlotSet set;
-    set.slots = read_slot_file(input).value_or({});
-    set.toggles = set.slots;
+    load_slot_set("a.slt", set);
     draw_slot_set(page_with_fonts(), set);
     if (set.slots.empty())
         return;

@@ -8,11 +8,11 @@ void vcc::fuzz::one_input(std::string_view input) {
         constexpr char effect[] =
             "RIFF\x26\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0\x40\x1f\0\0\x40\x1f\0\0\1\0\x08\0data\2\0\0\0\x80\x90";
         for (const char* name : {"sounds/sfx_hover.wav", "sounds/theme00.wav"})
-            World::write(name, {effect, sizeof effect - 1});
+            world().write(name, {effect, sizeof effect - 1});
         return install_sound(DIGI_NONE, MIDI_NONE, nullptr) == 0;
     }();
     require(started);
-    World::write("a.snd", input);
+    world().write("a.snd", input);
     sound_on = 1;
     read_sound_setup("a.snd");
     count_themes();

@@ -6,7 +6,7 @@
 
 void vcc::fuzz::one_input(std::string_view input) {
     [[maybe_unused]] static const bool started = (kit::install_silent_sound(), true);
-    World::write("a.wav", input);
+    world().write("a.wav", input);
     static_cast<void>(load_effect_file("a.wav"));
     const auto stream = WavStream::open("a.wav", 128);
     if (!stream)

@@ -1,6 +1,7 @@
 // Operations on sources: each is refused, or leaves a source that reads as its own tree says.
-// An input is operations of a few bytes each; behind a byte 0 its own source, else they work on a built-in one.
+// An input is operations of a few bytes each; behind a byte 0 its own source, else they work on a seed of "sources".
 #include "vcckit/edit/source_edit.h"
+#include "core/files.h"
 #include "vcckit/edit/document_kinds.h"
 #include "vcckit/source/source_tree.h"
 #include "world.h"
@@ -12,37 +13,6 @@
 namespace {
 
 using namespace vcc::kit::edit;
-
-constexpr std::string_view seed = R"([names.colour]
-gold = 164
-[style.a]
-row = 4
-text = { en = "A", de = "B" }
-highlight = { row = 5, fore_colour = "gold" }
-[style.b]
-style = "a"
-pressed.src_x = 9
-[[slot]]
-index = 1 # one
-style = ["a", "b"]
-text.en = "x"
-text.de = 'y'
-activated = 9
-[slot.highlight]
-back_colour = 3
-
-# group
-[[slot]]
-index = 5
-repeat = { count = 3, step = 2, dest_y = 26 }
-text = ["OFF", { en = "Low", de = "Leise" }, "MAX"]
-dest_y = 0x20
-graphic = 1
-pressed = { index = 20 }
-
-[[toggle]]
-index = 1
-copy = 1)";
 
 constexpr std::array<const char*, 12> fields{"row",     "text",  "dest_x",    "action",       "hidden", "shadow",
                                              "padding", "style", "highlight", "repeat.count", "toggle", "index"};
@@ -105,8 +75,8 @@ void vcc::fuzz::one_input(std::string_view input) {
             break;
         operations.push_back(operation_of(bytes, what));
     }
-    const bool own = !bytes.empty();
-    const std::string source(own ? bytes.rest() : seed);
+    static const std::string common = *read_file(VELDOR_SOURCE_DIR "/tests/fuzz/corpus/sources/edited.toml");
+    const std::string source = bytes.empty() ? common : std::string(bytes.rest());
     for (const DocumentKind kind : {DocumentKind::screen, DocumentKind::windows, DocumentKind::buffers}) {
         std::string text = source;
         for (const Operation& operation : operations)
