@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
@@ -17,29 +18,16 @@ using Clock = std::chrono::steady_clock;
 constexpr auto answer_limit = std::chrono::milliseconds(500);
 constexpr long text_limit_words = 4096 / 4; ///< property lengths are counted in 32-bit words
 
-struct DisplayCloser {
-    void operator()(Display* display) const noexcept { XCloseDisplay(display); }
-};
-using DisplayPtr = std::unique_ptr<Display, DisplayCloser>;
-
-struct PropertyFreer {
-    void operator()(unsigned char* data) const noexcept { XFree(data); }
-};
-
-/// Waits for the owner to convert the text to `target`; false at the deadline.
-bool await_answer(Display* display, Atom target, Clock::time_point deadline, XSelectionEvent& answer) {
+/// Waits for the owner to convert the text to `target`, and returns the property that it has stored it in, None if it
+/// cannot; nothing at the deadline.
+std::optional<Atom> await_answer(Display* display, Window window, Atom target, Clock::time_point deadline) {
     for (;;) {
-        while (XPending(display) > 0) {
-            XEvent event{};
-            XNextEvent(display, &event);
-            if (event.type == SelectionNotify && event.xselection.target == target) {
-                answer = event.xselection;
-                return true;
-            }
-        }
+        for (XEvent event; XCheckTypedWindowEvent(display, window, SelectionNotify, &event) != 0;)
+            if (event.xselection.target == target)
+                return event.xselection.property;
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
         if (left <= 0)
-            return false;
+            return std::nullopt;
         pollfd waiting{ConnectionNumber(display), POLLIN, 0};
         ::poll(&waiting, 1, static_cast<int>(left));
     }
@@ -54,7 +42,7 @@ std::string read_answer(Display* display, Window window, Atom property, Atom utf
     unsigned char* raw = nullptr;
     const int status = XGetWindowProperty(display, window, property, 0, text_limit_words, True, AnyPropertyType, &type,
                                           &format, &count, &left, &raw);
-    const std::unique_ptr<unsigned char, PropertyFreer> data(raw);
+    const std::unique_ptr<unsigned char, decltype(&XFree)> data(raw, XFree);
     // A text too large for one property has another type and comes in pieces; nothing that long is of use here.
     if (status != Success || format != 8 || !data || (type != utf8 && type != XA_STRING))
         return {};
@@ -66,7 +54,7 @@ std::string read_answer(Display* display, Window window, Atom property, Atom utf
 
 std::optional<std::string> read_clipboard() {
     // A connection of our own: the graphics library's is read by its own thread.
-    const DisplayPtr display(XOpenDisplay(nullptr));
+    const std::unique_ptr<Display, decltype(&XCloseDisplay)> display(XOpenDisplay(nullptr), XCloseDisplay);
     if (!display)
         return {};
     const Atom clipboard = XInternAtom(display.get(), "CLIPBOARD", False);
@@ -80,11 +68,11 @@ std::optional<std::string> read_clipboard() {
     const auto deadline = Clock::now() + answer_limit;
     for (const Atom target : {utf8, static_cast<Atom>(XA_STRING)}) {
         XConvertSelection(display.get(), clipboard, target, property, window, CurrentTime);
-        XSelectionEvent answer{};
-        if (!await_answer(display.get(), target, deadline, answer))
+        const std::optional<Atom> answer = await_answer(display.get(), window, target, deadline);
+        if (!answer)
             return {};
-        if (answer.property != None)
-            return read_answer(display.get(), window, answer.property, utf8);
+        if (*answer != None)
+            return read_answer(display.get(), window, *answer, utf8);
     }
     return "";
 }

@@ -6,7 +6,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <sstream>
 #include <vector>
 
 #include <fcntl.h>
@@ -62,18 +61,11 @@ int exit_status(pid_t process) {
 /// The result number for an exit status of the opener. Shells return 126 and 127 for a program that cannot be run or
 /// found.
 int result_of_exit_status(int status) {
-    switch (status) {
-    case 0:
+    if (status == 0)
         return document_opened;
-    case 2:
+    if (status == 2)
         return document_file_not_found;
-    case 3:
-    case 126:
-    case 127:
-        return document_no_association;
-    default:
-        return document_access_denied;
-    }
+    return status == 3 || status == 126 || status == 127 ? document_no_association : document_access_denied;
 }
 
 /// Waits for the opener's exit status; a viewer still open at the limit counts as success.
@@ -90,15 +82,6 @@ int await_report(int report) {
                                                                  : document_no_memory;
         }
     return document_opened;
-}
-
-bool is_installed(const char* program) {
-    const char* const path = std::getenv("PATH");
-    std::istringstream folders(path ? path : "");
-    for (std::string folder; std::getline(folders, folder, ':');)
-        if (::access((folder + "/" + program).c_str(), X_OK) == 0)
-            return true;
-    return false;
 }
 
 } // namespace
@@ -127,7 +110,7 @@ int open_document(const std::string& name) {
 }
 
 bool show_message(const std::string& text) {
-    if (is_installed("xmessage"))
+    if (exit_status(start({"/bin/sh", "-c", "command -v xmessage >/dev/null"})) == 0)
         return false;
     constexpr int confirmed = 0, closed = 1; // exit statuses of a box that has been seen
     for (const Words& box : {Words{"zenity", "--error", "--title=Veldor", "--text", text.c_str()},

@@ -25,8 +25,7 @@ constexpr char lower_letter(char c) {
 }
 
 constexpr bool same_but_for_case(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lower_letter(x) == lower_letter(y); });
+    return std::ranges::equal(a, b, {}, lower_letter, lower_letter);
 }
 
 } // namespace vcc::platform
