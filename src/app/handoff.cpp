@@ -223,10 +223,7 @@ void run_module(Module module) {
 void restore_display() {
     install_display_switching();
     install_close_button();
-    if (load_mouse_pointer(path::pointer_folder, path::pointer_file))
-        return;
-    alert_and_log("CC: Error loading mousepointer!", "Error loading mousepointer!");
-    release_pointer();
+    load_mouse_pointer("CC: Error loading mousepointer!", "Error loading mousepointer!");
 }
 
 } // namespace vcc

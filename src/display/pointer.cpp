@@ -13,24 +13,23 @@ constexpr int hot_spot_x = 6, hot_spot_y = 1;
 
 } // namespace
 
-bool load_mouse_pointer(const std::string& directory, const std::string& file) {
-    BitmapPtr picture = load_picture(directory + file).value_or(nullptr);
-    if (!picture)
-        return false;
+void load_mouse_pointer(std::string_view shown_failure, std::string_view logged_failure) {
+    BitmapPtr picture = load_picture(path::pointer).value_or(nullptr);
+    if (!picture) {
+        alert_and_log(shown_failure, logged_failure);
+        release_pointer();
+        return;
+    }
     // The old picture must live until this call has replaced it as the sprite.
     set_mouse_sprite(picture.get());
     set_mouse_sprite_focus(hot_spot_x, hot_spot_y);
     pointer_picture = std::move(picture);
-    return true;
 }
 
 void install_mouse_and_pointer() {
     install_mouse();
     watch_mouse_buttons();
-    if (load_mouse_pointer(path::pointer_folder, path::pointer_file))
-        return;
-    alert_and_log("VCC: Error loading mousepointer!");
-    release_pointer();
+    load_mouse_pointer("VCC: Error loading mousepointer!", "VCC: Error loading mousepointer!");
 }
 
 void release_pointer() {

@@ -33,8 +33,8 @@ std::vector<PictureRow> picture_rows() {
     for (const char* background : path::backgrounds)
         rows.push_back({with_slashes(background), layout_width, layout_height, layout_width, layout_height,
                         "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"});
-    rows.push_back({std::string(path::pointer_folder) + path::pointer_file, 1, 1, 64, 64,
-                    "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
+    rows.push_back(
+        {path::pointer, 1, 1, 64, 64, "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
     return rows;
 }
 

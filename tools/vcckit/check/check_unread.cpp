@@ -37,7 +37,7 @@ std::set<std::string> names_of_files(const Installation& installation) {
         add(background);
     for (const Film& film : films)
         add(film.path);
-    add(std::string(path::pointer_folder) + path::pointer_file);
+    add(path::pointer);
     for (const LanguageFiles& language : installation.by_language)
         for (const ScreenFiles& screen : language.screens) {
             add(screen.slot_file);
