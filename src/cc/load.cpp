@@ -56,6 +56,14 @@ void setup_cc_screens() {
     options_screen.play_theme();
 }
 
+/// Copies a buffer's whole picture into another buffer; does nothing if either is empty.
+void copy_buffer(int from, int to) {
+    BITMAP* const source = graphic_buffer(from);
+    BITMAP* const target = graphic_buffer(to);
+    if (source && target)
+        blit(source, target, 0, 0, 0, 0, layout_width, layout_height);
+}
+
 } // namespace
 
 bool load_sounds() {
@@ -90,7 +98,7 @@ void fill_fields() {
 
 void prepare_background_copies() {
     for (int copy : {window_copy_buffer, info_copy_buffer})
-        copy_picture(graphic_buffer(backdrop_buffer), graphic_buffer(copy));
+        copy_buffer(backdrop_buffer, copy);
     const auto assign = [](int window, int buffer) {
         TextWindow& changed = text_windows[static_cast<std::size_t>(window)];
         changed.background_buffer = buffer;
@@ -103,7 +111,7 @@ void prepare_background_copies() {
 
 void keep_text_background(const SlotSet& set) {
     if (anti_aliased_text)
-        copy_picture(graphic_buffer(set.slots.front().buffer), graphic_buffer(text_copy_buffer));
+        copy_buffer(set.slots.front().buffer, text_copy_buffer);
 }
 
 bool reload_pictures(BITMAP*& target) {

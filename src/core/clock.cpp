@@ -17,12 +17,12 @@ IdleTask idle_task{};
 
 constexpr int tick_ms = 5, late_tick_ms = 15;
 
-} // namespace
-
 void on_tick() {
     ms_counter.fetch_add(tick_ms, std::memory_order_relaxed);
     platform::wake_late_at_rest(late_tick_ms);
 }
+
+} // namespace
 
 void start_tick() {
     install_timer();

@@ -7,13 +7,10 @@
 namespace vcc {
 
 /// Milliseconds since the tick was installed, in steps of 5; wraps after about 49 days. Up to 20 late while the program
-/// waits for input. Written by on_tick() only.
+/// waits for input.
 inline std::atomic<std::uint32_t> ms_counter{0};
 
-/// Timer callback with a period of 5 ms.
-void on_tick();
-
-/// Installs the library's timer and the tick, if they are not.
+/// Installs the library's timer and the tick, which alone writes ms_counter, if they are not.
 void start_tick();
 
 /// Work that continues while the program waits (the music stream). Its owner installs it once.

@@ -29,8 +29,7 @@ void show_next_background() {
 }
 
 void free_backgrounds() {
-    for (BitmapPtr& picture : pictures)
-        picture.reset();
+    pictures = {};
 }
 
 } // namespace vcc

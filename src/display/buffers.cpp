@@ -23,20 +23,8 @@ BitmapPtr copy_of(BITMAP* picture) {
     return copy;
 }
 
-void copy_picture(BITMAP* from, BITMAP* to) {
-    if (from && to)
-        blit(from, to, 0, 0, 0, 0, layout_width, layout_height);
-}
-
-void show_buffer_zero() {
-    show_mouse(nullptr);
-    copy_to_screen(graphic_buffer(screen_buffer));
-    show_mouse(screen);
-}
-
 void release_graphic_buffers() {
-    for (BitmapPtr& buffer : graphic_buffers)
-        buffer.reset();
+    graphic_buffers = {};
 }
 
 } // namespace vcc

@@ -22,12 +22,6 @@ void copy_to_screen(BITMAP* picture);
 /// A copy in the colour depth in force; null without memory.
 BitmapPtr copy_of(BITMAP* picture);
 
-/// Copies a whole picture to another one; does nothing without either.
-void copy_picture(BITMAP* from, BITMAP* to);
-
-/// Copies buffer 0, unless it is empty, to the display and shows the pointer again.
-void show_buffer_zero();
-
 void release_graphic_buffers();
 
 } // namespace vcc

@@ -198,7 +198,9 @@ void switch_to_depth(bool toggle, int depth, int old_depth) {
         write_log(format_text("Cannot set the %s mode at %d bits, %s", full ? "full-screen" : "window", depth,
                               restored ? "the previous mode stays" : "and the previous mode is lost"));
     }
-    show_buffer_zero();
+    show_mouse(nullptr);
+    copy_to_screen(graphic_buffer(screen_buffer));
+    show_mouse(screen);
     install_display_switching();
 }
 

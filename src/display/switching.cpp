@@ -16,8 +16,6 @@ void register_callback(int direction, void (*callback)(), const char* failure) {
         alert_and_log(failure);
 }
 
-} // namespace
-
 void on_switch_in() {
     switched_out = 0;
     platform::end_wait();
@@ -27,6 +25,8 @@ void on_switch_out() {
     switched_out = 1;
     platform::end_wait();
 }
+
+} // namespace
 
 void install_display_switching() {
     // The mode comes first, because setting it removes the callbacks. Not every driver supports SWITCH_BACKAMNESIA: on

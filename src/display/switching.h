@@ -6,9 +6,6 @@ namespace vcc {
 /// Sets the switch behaviour for `fullscreen` and registers the callbacks; failures are shown and logged.
 void install_display_switching();
 
-void on_switch_in();
-void on_switch_out();
-
 /// Sets `close_requested` (core/window_state.h), from any thread. A module or an alert that has the keyboard sees
 /// Escape and returns.
 void request_close();

@@ -3,7 +3,6 @@
 #include "cc/sets.h"
 #include "core/mouse_buttons.h"
 #include "core/window_state.h"
-#include "display/switching.h"
 
 #include <utility>
 
