@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
 namespace vcc {
 
@@ -21,8 +20,7 @@ int word_at(std::span<const std::uint8_t> bytes, std::size_t offset) {
 }
 
 constexpr std::size_t planes = 3;
-constexpr std::uint8_t run_mark = 0xC0;                 ///< marks a byte as the repeat count of the next one
-constexpr int bytes_per_line_limit = picture_limit + 1; ///< longer padding is not kept: it could fill the memory
+constexpr std::uint8_t run_mark = 0xC0;    ///< marks a byte as the repeat count of the next one
 constexpr std::ptrdiff_t store_width = 16; ///< every run writes at least this many bytes, to be overwritten by the next
 
 /// Unpacks one line: its red, green and blue bytes in turn; `data` then points to the next one. Cuts runs at the end of
@@ -60,6 +58,11 @@ void write_pixels(const std::uint8_t* red, std::size_t plane, unsigned char* tar
                                     std::uint32_t{blue[x]} << blue_shift;
         std::memcpy(target, &pixel, sizeof pixel);
     }
+}
+
+/// Longer padding could fill the memory: such a picture is left to the library, which reads it byte by byte.
+bool can_be_unpacked(const PictureHeader& header) {
+    return header.readable && header.bits == 24 && header.bytes_per_line <= picture_limit + 1;
 }
 
 std::size_t line_size(const PictureHeader& header) {
@@ -102,22 +105,14 @@ std::size_t UnpackedPicture::size() const {
 
 std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file) {
     UnpackedPicture picture{read_picture_header(file), nullptr};
-    auto& [width, height, bits, plane, readable] = picture.header;
-    if (!readable || bits != 24)
+    if (!can_be_unpacked(picture.header))
         return std::nullopt;
-    const std::size_t length = line_size(picture.header), padded_plane = static_cast<std::size_t>(plane);
-    std::vector<std::uint8_t> padded(plane > bytes_per_line_limit ? length + store_width : 0);
-    if (!padded.empty())
-        plane = width;
+    const std::size_t length = line_size(picture.header);
     picture.samples = std::make_unique_for_overwrite<std::uint8_t[]>(picture.size() + store_width);
     const std::uint8_t *data = file.data() + picture_header_size, *const data_end = file.data() + file.size();
-    for (std::uint8_t *line = picture.samples.get(), *end = line + picture.size(); line < end;
-         line += line_size(picture.header)) {
-        if (!unpack_line(data, data_end, padded.empty() ? line : padded.data(), length))
+    for (std::uint8_t *line = picture.samples.get(), *end = line + picture.size(); line < end; line += length)
+        if (!unpack_line(data, data_end, line, length))
             return std::nullopt;
-        for (std::size_t i = 0; i < (padded.empty() ? 0 : planes); ++i)
-            std::copy_n(padded.data() + i * padded_plane, width, line + i * static_cast<std::size_t>(width));
-    }
     return picture;
 }
 
@@ -133,7 +128,7 @@ Result<BitmapPtr> load_picture(std::string_view path, PALETTE* palette) {
         if (!header.readable)
             return Failure{unfit_picture};
         picture = unpack_picture(bytes);
-        if (!picture && header.bits == 24) // the library shows as much as there is
+        if (!picture && can_be_unpacked(header)) // the library shows as much as there is
             write_log(format_text("Picture is incomplete: %.*s", static_cast<int>(path.size()), path.data()));
     }
     BitmapPtr bitmap = picture

@@ -37,7 +37,8 @@ struct UnpackedPicture {
     std::size_t size() const; ///< bytes of the samples
 };
 
-/// Unpacks the bytes of a whole file. Nothing if it is no readable 24-bit picture, or its data end early.
+/// Unpacks the bytes of a whole file. Nothing if it is no readable 24-bit picture, its lines are mostly padding, or its
+/// data end early.
 /// Does not use the graphics library, so any thread may call it.
 std::optional<UnpackedPicture> unpack_picture(std::span<const std::uint8_t> file);
 

@@ -24,10 +24,11 @@ struct Entry {
     bool taken = false, done = false; ///< by a thread
     std::optional<UnpackedPicture> picture;
 };
+using Entries = std::deque<std::shared_ptr<Entry>>;
 
 class Reader {
 public:
-    explicit Reader(std::deque<Entry> entries) : entries_(std::move(entries)) {
+    explicit Reader(Entries entries) : entries_(std::move(entries)) {
         for (std::jthread& thread : threads_)
             thread = std::jthread([this](auto stop) { run(stop); });
     }
@@ -40,8 +41,8 @@ public:
             return std::nullopt;
         entries_.erase(entries_.begin(), entry);
         changed_.notify_all();
-        changed_.wait(lock, [this] { return entries_.front().done; });
-        std::optional<UnpackedPicture> picture = std::move(entries_.front().picture);
+        changed_.wait(lock, [this] { return entries_.front()->done; });
+        std::optional<UnpackedPicture> picture = std::move(entries_.front()->picture);
         entries_.pop_front();
         changed_.notify_all();
         return picture;
@@ -59,19 +60,14 @@ private:
             const auto next = std::ranges::find(entries_, false, &Entry::taken);
             if (next == entries_.end())
                 return;
-            next->taken = true;
-            const std::string absolute = next->absolute;
+            const std::shared_ptr<Entry> entry = *next; // take() may drop it meanwhile
+            entry->taken = true;
             lock.unlock();
-            std::optional<UnpackedPicture> picture = read(absolute);
+            std::optional<UnpackedPicture> picture = read(entry->absolute);
             lock.lock();
-            // It may have been dropped meanwhile.
-            if (const auto same = std::ranges::find_if(
-                    entries_, [&](const Entry& each) { return !each.done && each.absolute == absolute; });
-                same != entries_.end()) {
-                same->done = true;
-                same->picture = std::move(picture);
-                changed_.notify_all();
-            }
+            entry->picture = std::move(picture);
+            entry->done = true;
+            changed_.notify_all();
         }
     }
 
@@ -86,14 +82,14 @@ private:
 
     bool has_room() const {
         std::size_t waiting = 0;
-        for (const Entry& entry : entries_)
-            waiting += entry.picture ? entry.picture->size() : 0;
+        for (const auto& entry : entries_)
+            waiting += entry->picture ? entry->picture->size() : 0;
         return waiting < waiting_limit;
     }
 
     std::mutex mutex_; ///< guards the entries
     std::condition_variable_any changed_;
-    std::deque<Entry> entries_;
+    Entries entries_;
     std::array<std::jthread, 2> threads_; ///< last, so that they end before the members that they use
 };
 
@@ -104,9 +100,10 @@ std::unique_ptr<Reader> reader;
 void read_pictures_ahead(const std::vector<std::string>& paths) {
     if (reader && !reader->empty())
         return;
-    std::deque<Entry> entries;
+    Entries entries;
     for (const std::string& path : paths)
-        entries.push_back({path, platform::whole_name(platform::resolve_path(path)), false, false, std::nullopt});
+        entries.push_back(std::make_shared<Entry>(
+            Entry{path, platform::whole_name(platform::resolve_path(path)), false, false, std::nullopt}));
     reader.reset();
     if (entries.empty())
         return;
