@@ -10,10 +10,6 @@ namespace {
 constexpr int tile_width = 32, tile_height = 16;
 constexpr std::size_t longest_list = 16;
 
-constexpr std::size_t index(int number) {
-    return static_cast<std::size_t>(number);
-}
-
 } // namespace
 
 void ShownPicture::reset(Size size, int bytes_per_pixel) {

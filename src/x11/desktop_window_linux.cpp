@@ -7,7 +7,6 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
-#include <span>
 #include <thread>
 #include <vector>
 
@@ -48,31 +47,27 @@ struct Monitor {
     short x, y, width, height;
 };
 
-/// The monitors, from a library loaded only for this: linked, it would slow down every start. It is never closed,
-/// because the connection to the display keeps functions of it.
-std::span<Monitor> monitors() {
+/// The monitor under the pointer, from a library loaded only for this: linked, it would slow down every start. It is
+/// never closed, because the connection to the display keeps functions of it.
+Area monitor_with_pointer(const Area& desktop) {
     static const SharedLibrary& library = *new SharedLibrary(load_system_library("Xinerama", 1));
     const auto query = reinterpret_cast<Monitor* (*)(Display*, int*)>(library.symbol("XineramaQueryScreens"));
     int count = 0;
-    Monitor* const first = query ? query(_xwin.display, &count) : nullptr;
-    return {first, first ? static_cast<std::size_t>(std::max(count, 0)) : 0};
-}
-
-Area monitor_with_pointer(const Area& desktop) {
+    Monitor* const monitors = query ? query(_xwin.display, &count) : nullptr;
+    if (!monitors)
+        return desktop;
     Window window = None;
     int x = 0, y = 0, ignored = 0;
     unsigned state = 0;
     XQueryPointer(_xwin.display, XDefaultRootWindow(_xwin.display), &window, &window, &x, &y, &ignored, &ignored,
                   &state);
     Area found = desktop;
-    const std::span<Monitor> all = monitors();
-    for (const Monitor& monitor : all) {
-        const Area area{monitor.x, monitor.y, monitor.x + monitor.width, monitor.y + monitor.height};
+    for (const Monitor* monitor = monitors; monitor < monitors + count; ++monitor) {
+        const Area area{monitor->x, monitor->y, monitor->x + monitor->width, monitor->y + monitor->height};
         if (area.x1 <= x && x < area.x2 && area.y1 <= y && y < area.y2)
             found = area;
     }
-    if (!all.empty())
-        XFree(all.data());
+    XFree(monitors);
     return found;
 }
 

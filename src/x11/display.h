@@ -56,9 +56,6 @@ std::string show_scaled(Fit fit, const WindowPlace& first);
 /// What has since prevented the picture from being shown at its window's size; reported once, else empty.
 std::string scaled_display_trouble();
 
-/// Shows new drawing now instead of within 10 ms; the first one brings up the window.
-void show_scaled_drawing();
-
 /// Whether the picture is shown in full screen, which a window manager can change by itself; nothing if the library
 /// shows it.
 std::optional<bool> shown_in_full_screen();

@@ -1,9 +1,7 @@
 #include "x11/display.h"
 
 #include "platform/files.h"
-
-#include <allegro.h>
-#include <xalleg.h>
+#include "x11/x_library.h"
 
 #include <array>
 #include <atomic>
@@ -30,15 +28,9 @@ bool player_has_a_compose_list() {
     return std::getenv(compose_variable) || (home && file_exists(std::string(home) + "/.XCompose"));
 }
 
-/// Runs `use` on the library's connection to the display, if there is one. Acquiring the screen keeps the library's
-/// thread off the connection.
-template <class Use>
-void with_display(Use use) {
-    if (!_xwin.display || !screen)
-        return;
-    acquire_screen();
-    use(_xwin.display);
-    release_screen();
+/// Whether the library has a screen on a display.
+bool has_display() {
+    return _xwin.display && screen;
 }
 
 void (*note_lost_display)();
@@ -67,17 +59,19 @@ int start_library() {
 }
 
 void take_display_events() {
-    with_display([](Display* display) {
-        if (XPending(display) > 0)
-            _xwin_handle_input();
-    });
+    if (!has_display())
+        return;
+    const DisplayLock lock;
+    if (XPending(_xwin.display) > 0)
+        _xwin_handle_input();
 }
 
 void wait_for_input(int longest_ms) {
-    bool waiting = false;
-    with_display([&](Display* display) { waiting = XQLength(display) > 0; });
-    if (waiting)
-        return;
+    if (has_display()) {
+        const DisplayLock lock;
+        if (XQLength(_xwin.display) > 0)
+            return;
+    }
     std::array<pollfd, 2> sources{{{wake_descriptor, POLLIN, 0}, {-1, POLLIN, 0}}};
     if (_xwin.display)
         sources[1].fd = XConnectionNumber(_xwin.display);
@@ -105,10 +99,11 @@ void end_wait() {
 // The library leaves its requests in the client's queue until its thread next reads events, up to 10 ms later. vsync()
 // flushes the queue too, but then sleeps until the next tick of its 70 Hz counter.
 void flush_display() {
-    with_display([](Display* display) {
-        show_scaled_drawing();
-        XFlush(display);
-    });
+    if (!has_display())
+        return;
+    const DisplayLock lock;
+    show_scaled_drawing();
+    XFlush(_xwin.display);
 }
 
 void install_keyboard_with(const std::string& compose_list) {

@@ -69,7 +69,6 @@ std::string show_scaled(Fit fit, const WindowPlace&) {
 std::string scaled_display_trouble() {
     return {};
 }
-void show_scaled_drawing() {}
 std::optional<WindowPlace> window_place() {
     return {};
 }

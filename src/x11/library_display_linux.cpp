@@ -82,9 +82,6 @@ void release_buttons() {
 bool refused; ///< shared memory, for the open screen
 
 template <int id>
-GFX_DRIVER driver;
-
-template <int id>
 BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
     const DisplayLock lock;
     const RequestTrap trap;
@@ -99,10 +96,9 @@ BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
     return bitmap;
 }
 
-template <int id>
-void close_screen(BITMAP* bitmap) {
+void close_screen(BITMAP*) {
     const DisplayLock lock;
-    library_driver(id)->exit(bitmap);
+    _xwin_destroy_screen();
     if (!refused)
         return;
     ::shmdt(_xwin.shminfo.shmaddr);
@@ -110,14 +106,9 @@ void close_screen(BITMAP* bitmap) {
 }
 
 template <int id>
-void put_before() {
-    const GFX_DRIVER* const library = library_driver(id);
-    if (!library)
-        return;
-    GFX_DRIVER& ours = driver<id> = *library;
+void tend(GFX_DRIVER& ours) {
     ours.init = open_screen<id>;
-    ours.exit = close_screen<id>;
-    register_driver(ours);
+    ours.exit = close_screen;
 }
 
 } // namespace
@@ -126,8 +117,8 @@ void tend_library_windows() {
     show_part = _xwin_window_redrawer;
     _xwin_window_redrawer = redraw;
     _xwin_input_handler = read_events;
-    put_before<GFX_XWINDOWS>();
-    put_before<GFX_XWINDOWS_FULLSCREEN>();
+    put_before<GFX_XWINDOWS>(tend<GFX_XWINDOWS>);
+    put_before<GFX_XWINDOWS_FULLSCREEN>(tend<GFX_XWINDOWS_FULLSCREEN>);
 }
 
 } // namespace vcc::platform

@@ -6,9 +6,6 @@
 #include "x11/shown_screen.h"
 #include "x11/x_library.h"
 
-#include <atomic>
-#include <vector>
-
 namespace vcc::platform {
 
 namespace {
@@ -16,7 +13,7 @@ namespace {
 // Turns of 10 ms. A window without a screen waits for the next mode, which may never come; a new one for its first
 // picture, which only this program announces.
 constexpr int turns_without_screen = 30, turns_without_picture = 30;
-constexpr std::size_t most_events = 200; ///< per call
+constexpr int most_events = 200; ///< per call
 
 struct ScaledDisplay {
     ScaledDisplay(Fit fit, const WindowPlace& first) : window(fit, first), shown(fit, _xwin_window_redrawer) {}
@@ -24,15 +21,12 @@ struct ScaledDisplay {
     DesktopWindow window;
     ShownScreen shown;
     ScaledPointer pointer{shown};
-    std::vector<XEvent> events;
-    std::atomic<bool> out_of_memory = false;
     bool trouble_told = false;
     int turns = 0; ///< since the latest screen was opened or closed
 
-    void note(bool laid_out) { out_of_memory = out_of_memory || !laid_out; }
     void reveal() {
         window.reveal();
-        note(shown.lay_out(window.size()));
+        shown.lay_out(window.size());
     }
     Size take_events();
     void handle(XEvent& event, Size& size);
@@ -42,13 +36,12 @@ struct ScaledDisplay {
 ScaledDisplay* display;
 
 /// A held key repeats as a release and a press at the same time; for the library the key stays down.
-bool is_repeat(const XEvent& event, const XEvent& next) {
-    return event.type == KeyRelease && next.type == KeyPress && event.xkey.keycode == next.xkey.keycode &&
-           event.xkey.time == next.xkey.time;
-}
-
-bool asks_to_close(const XClientMessageEvent& event) {
-    return static_cast<Atom>(event.data.l[0]) == atom("WM_DELETE_WINDOW");
+bool is_repeat(const XEvent& event) {
+    if (event.type != KeyRelease || XPending(_xwin.display) == 0)
+        return false;
+    XEvent next;
+    XPeekEvent(_xwin.display, &next);
+    return next.type == KeyPress && event.xkey.keycode == next.xkey.keycode && event.xkey.time == next.xkey.time;
 }
 
 /// Passes all waiting events on to the library, the window, the picture or the pointer: left to itself, the library
@@ -57,12 +50,12 @@ Size ScaledDisplay::take_events() {
     Size size = shown.window();
     if (shown.is_open())
         pointer.tick();
-    events.clear();
-    while (events.size() < most_events && XPending(_xwin.display) > 0)
-        XNextEvent(_xwin.display, &events.emplace_back());
-    for (std::size_t i = 0; i < events.size(); ++i)
-        if (i + 1 == events.size() || !is_repeat(events[i], events[i + 1]))
-            handle(events[i], size);
+    for (int count = 0; count < most_events && XPending(_xwin.display) > 0; ++count) {
+        XEvent event;
+        XNextEvent(_xwin.display, &event);
+        if (!is_repeat(event))
+            handle(event, size);
+    }
     return size;
 }
 
@@ -116,9 +109,9 @@ void ScaledDisplay::handle(XEvent& event, Size& size) {
             _xwin_get_keyboard_mapping();
         break;
     case ClientMessage:
-        if (is_ping(event))
+        if (is_ping(_xwin.display, &event, nullptr))
             answer_ping(event);
-        else if (asks_to_close(event.xclient) && _xwin.close_button_callback)
+        else if (static_cast<Atom>(event.xclient.data.l[0]) == atom("WM_DELETE_WINDOW") && _xwin.close_button_callback)
             _xwin.close_button_callback();
         break;
     default:
@@ -149,7 +142,7 @@ void read_events() {
         if (display->turns > turns_without_picture)
             display->reveal();
     } else if (size != display->shown.window()) {
-        display->note(display->shown.lay_out(size));
+        display->shown.lay_out(size);
     }
     if (display->window.is_full())
         keep_awake();
@@ -165,9 +158,6 @@ void draw_in_memory_only() {
 }
 
 template <int id>
-GFX_DRIVER driver;
-
-template <int id>
 BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
     const DisplayLock lock;
     display->window.open({w, h}, id == GFX_XWINDOWS_FULLSCREEN);
@@ -178,12 +168,13 @@ BITMAP* open_screen(int w, int h, int vw, int vh, int depth) {
     }
     if (!bitmap) { // the library tries its own driver next
         display->window.hide();
-        ShownScreen::give_back_window();
+        XMoveWindow(_xwin.display, _xwin.window, 0, 0);
+        XSetWindowBackground(_xwin.display, _xwin.window, BlackPixel(_xwin.display, _xwin.screen));
         return nullptr;
     }
     correct_colours();
     draw_in_memory_only();
-    display->note(display->shown.open(display->window.size()));
+    display->shown.open(display->window.size());
     display->turns = 0;
     return bitmap;
 }
@@ -218,17 +209,14 @@ void show_and_wait() {
     _xwin_vsync();
 }
 
-/// Copies the library's driver, replaces some of its functions and registers it before the original.
 template <int id>
-void put_before() {
-    GFX_DRIVER& ours = driver<id> = *library_driver(id);
+void scale(GFX_DRIVER& ours) {
     ours.init = open_screen<id>;
     ours.exit = close_screen;
     ours.vsync = show_and_wait;
     ours.drawing_mode = draw_in_memory_only;
     ours.set_mouse_sprite = refuse_sprite; // is part of the picture; a module may ask for the server's own cursors
     ours.hide_mouse = hide_pointer;
-    register_driver(ours);
 }
 
 /// Why the picture cannot be scaled on this display; empty if it can.
@@ -261,13 +249,13 @@ std::string show_scaled(Fit fit, const WindowPlace& first) {
 #endif
     _xwin_window_redrawer = redraw;
     _xwin_input_handler = read_events;
-    put_before<GFX_XWINDOWS>();
-    put_before<GFX_XWINDOWS_FULLSCREEN>();
+    put_before<GFX_XWINDOWS>(scale<GFX_XWINDOWS>);
+    put_before<GFX_XWINDOWS_FULLSCREEN>(scale<GFX_XWINDOWS_FULLSCREEN>);
     return {};
 }
 
 std::string scaled_display_trouble() {
-    if (!display || !display->out_of_memory || display->trouble_told)
+    if (!display || !display->shown.lacks_memory() || display->trouble_told)
         return {};
     display->trouble_told = true;
     return "There is no memory to show the picture at its window's size";
@@ -276,7 +264,6 @@ std::string scaled_display_trouble() {
 void show_scaled_drawing() {
     if (!display)
         return;
-    const DisplayLock lock;
     if (display->shown.is_open() && !display->window.is_visible())
         display->reveal();
     display->shown.present();

@@ -1,6 +1,7 @@
 #include "x11/scaler.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 
@@ -12,10 +13,6 @@ constexpr int channels = 4;
 constexpr unsigned whole = 256; ///< weight of a wholly covered pixel
 
 using Bytes = std::uint8_t;
-
-constexpr std::size_t index(int number) {
-    return static_cast<std::size_t>(number);
-}
 
 Bytes* row_of(PixelRows rows, int y) {
     return rows.first + y * rows.pitch;
@@ -55,19 +52,12 @@ struct Field {
 } // namespace
 
 bool is_scalable(const PixelFormat& format) {
-    if (format.bytes == 4) {
-        const auto is_byte = [](std::uint32_t mask) {
-            return std::popcount(mask) == 8 && std::countr_zero(mask) % 8 == 0 &&
-                   mask >> std::countr_zero(mask) == 0xFF;
-        };
-        return is_byte(format.red) && is_byte(format.green) && is_byte(format.blue);
-    }
-    const auto is_field = [](std::uint32_t mask) {
-        return mask != 0 && mask <= 0xFFFF && std::popcount(mask) <= 8 &&
-               std::has_single_bit((mask >> std::countr_zero(mask)) + 1);
-    };
-    return format.bytes == 2 && is_field(format.red) && is_field(format.green) && is_field(format.blue) &&
-           (format.red & format.green) == 0 && (format.green & format.blue) == 0 && (format.red & format.blue) == 0;
+    return std::ranges::all_of(std::array{format.red, format.green, format.blue}, [&](std::uint32_t mask) {
+        const int bits = std::popcount(mask), place = std::countr_zero(mask);
+        if (bits < 1 || bits > 8 || mask >> place != (1U << bits) - 1)
+            return false;
+        return format.bytes == 4 ? bits == 8 && place % 8 == 0 : format.bytes == 2 && mask <= 0xFFFF;
+    });
 }
 
 Scaler::Enlarged Scaler::enlarged(int picture, int shown) {

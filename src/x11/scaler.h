@@ -14,11 +14,15 @@ namespace vcc::platform {
 struct PixelFormat {
     int bytes = 4;                              ///< 4 or 2
     std::uint32_t red = 0, green = 0, blue = 0; ///< masks of the fields; used with two bytes only
-    constexpr bool operator==(const PixelFormat&) const = default;
 };
 
 /// Whether the scaler supports a format.
 bool is_scalable(const PixelFormat& format);
+
+/// A number of pixels or bytes as containers count.
+constexpr std::size_t index(int number) {
+    return static_cast<std::size_t>(number);
+}
 
 /// The rows of a picture in memory.
 struct PixelRows {

@@ -7,6 +7,7 @@
 #include "x11/scaler.h"
 #include "x11/shared_image.h"
 
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -19,16 +20,15 @@ public:
     /// `redraw` is the library's function that shows a part of its screen at its own size.
     ShownScreen(Fit fit, Redraw redraw) : fit_(fit), redraw_(redraw) {}
 
-    /// Shows a new screen of the library in a window of this size. Returns the same as lay_out().
-    bool open(Size window);
+    /// Shows a new screen of the library in a window of this size.
+    void open(Size window);
     void close();
-    /// Restores the picture's window as the library expects it.
-    static void give_back_window();
     bool is_open() const { return open_; }
 
-    /// Adapts to a new size of the window. False without memory for a picture of that size; it is then shown at its
-    /// own.
-    bool lay_out(Size window);
+    /// Adapts to a new size of the window. Without memory for a picture of that size it is shown at its own.
+    void lay_out(Size window);
+    /// From any thread: whether that memory has ever been missing.
+    bool lacks_memory() const { return lacks_memory_; }
     Size window() const { return window_; }
     Size picture() const;
     /// The picture in the window.
@@ -45,18 +45,16 @@ private:
     bool is_scaled() const { return rows_ != nullptr; }
     Area whole_picture() const { return {0, 0, picture().width, picture().height}; }
     Area whole_shown() const { return {0, 0, place_.size().width, place_.size().height}; }
-    void show_changes();
-    void show_whole();
     void show(const Area& area);
     PixelRows picture_rows() const;
 
     Fit fit_;
     Redraw redraw_;
     bool open_ = false;
+    std::atomic<bool> lacks_memory_ = false;
     Size window_;
     Area place_;
     std::unique_ptr<SharedRows> rows_; ///< null: the picture is shown at its own size
-    Size scaled_;                      ///< the size of the scaled picture
     Scaler scaler_;
     ShownPicture shown_;
     std::vector<Area> changed_;   ///< of the library's screen

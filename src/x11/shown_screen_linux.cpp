@@ -10,12 +10,11 @@ Size ShownScreen::picture() const {
     return {_xwin.screen_width, _xwin.screen_height};
 }
 
-bool ShownScreen::open(Size window) {
+void ShownScreen::open(Size window) {
     open_ = true;
-    place_ = whole_picture();
     // Without a background the window does not flash while its size changes.
     XSetWindowBackgroundPixmap(_xwin.display, _xwin.window, None);
-    return lay_out(window);
+    lay_out(window);
 }
 
 void ShownScreen::close() {
@@ -25,26 +24,20 @@ void ShownScreen::close() {
     uncovered_.clear();
 }
 
-void ShownScreen::give_back_window() {
-    XMoveWindow(_xwin.display, _xwin.window, 0, 0);
-    XSetWindowBackground(_xwin.display, _xwin.window, BlackPixel(_xwin.display, _xwin.screen));
-}
-
-bool ShownScreen::lay_out(Size window) {
-    const Size own = picture();
+void ShownScreen::lay_out(Size window) {
+    const Size own = picture(), before = place_.size();
     window_ = window;
     place_ = place_picture(window, own, fit_);
-    bool possible = true;
     if (place_.size() == own) {
         rows_.reset();
-    } else if (!rows_ || scaled_ != place_.size()) {
-        scaled_ = place_.size();
-        rows_ = SharedRows::create(scaled_.width, scaled_.height);
-        possible = rows_ != nullptr;
-        if (possible)
-            scaler_ = Scaler(own, scaled_, display_format());
-        else
+    } else if (const Size size = place_.size(); !rows_ || size != before) {
+        rows_ = SharedRows::create(size.width, size.height);
+        if (rows_) {
+            scaler_ = Scaler(own, size, display_format());
+        } else {
+            lacks_memory_ = true;
             place_ = centred(own, {0, 0, window.width, window.height});
+        }
     }
     move_and_resize(_xwin.window, place_);
     changed_.clear();
@@ -52,7 +45,6 @@ bool ShownScreen::lay_out(Size window) {
     if (is_scaled())
         shown_.reset(own, _xwin.ximage->bits_per_pixel / 8);
     changed(whole_picture());
-    return possible;
 }
 
 void ShownScreen::changed(const Area& area) {
@@ -80,13 +72,11 @@ PixelRows ShownScreen::picture_rows() const {
 }
 
 void ShownScreen::present() {
-    if (!changed_.empty() || !uncovered_.empty())
-        show_changes();
-    else if (open_ && reminder_.due())
-        show_whole();
-}
-
-void ShownScreen::show_changes() {
+    if (changed_.empty() && uncovered_.empty()) {
+        if (open_ && reminder_.due())
+            is_scaled() ? show(whole_shown()) : redraw_(0, 0, picture().width, picture().height);
+        return;
+    }
     for (const Area& area : changed_)
         for (const Area& part : shown_.take_changes(picture_rows(), area))
             add_area(uncovered_, shown_area(part, place_.size(), picture()));
@@ -96,13 +86,6 @@ void ShownScreen::show_changes() {
         reminder_.drawn();
     changed_.clear();
     uncovered_.clear();
-}
-
-void ShownScreen::show_whole() {
-    if (is_scaled())
-        show(whole_shown());
-    else
-        redraw_(0, 0, picture().width, picture().height);
 }
 
 void ShownScreen::show(const Area& area) {

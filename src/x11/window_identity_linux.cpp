@@ -6,7 +6,6 @@
 #include <X11/Xatom.h>
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -14,27 +13,23 @@
 
 // icon.bgra: pixels of 32 bits, made from the icon of the desktop's menu.
 asm(".pushsection .rodata\n"
+    ".balign 4\n"
     "icon_begin: .incbin \"icon.bgra\"\n"
     "icon_end:\n"
     ".popsection\n");
-extern "C" const std::uint8_t icon_begin[], icon_end[]; // NOLINT(modernize-avoid-c-arrays)
+extern "C" const std::uint32_t icon_begin[], icon_end[]; // NOLINT(modernize-avoid-c-arrays)
 
 namespace vcc::platform {
 
 namespace {
 
 constexpr unsigned long icon_side = 48;
-constexpr const char *class_name = "Veldor", *instance_name = "veldor"; ///< the desktop entry names the first
 
 void (*set_library_title)(const char* title);
 
 void set_icon() {
     std::vector<unsigned long> values{icon_side, icon_side};
-    for (const std::uint8_t* at = icon_begin; at < icon_end; at += sizeof(std::uint32_t)) {
-        std::uint32_t pixel = 0;
-        std::memcpy(&pixel, at, sizeof pixel);
-        values.push_back(pixel);
-    }
+    values.insert(values.end(), icon_begin, icon_end);
     set_property("_NET_WM_ICON", XA_CARDINAL, values);
 }
 
@@ -52,7 +47,7 @@ void prepare_window() {
     if (!system_driver || system_driver->id != SYSTEM_XWINDOWS)
         return;
     const DisplayLock lock;
-    std::string instance = instance_name, name = class_name;
+    std::string instance = "veldor", name = "Veldor"; // the desktop entry has this name
     XClassHint class_hint{instance.data(), name.data()};
     XWMHints hints{}; // without the library's icon
     hints.flags = InputHint | StateHint;

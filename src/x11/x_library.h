@@ -49,8 +49,18 @@ void move_and_resize(Window window, const Area& area);
 /// The library's own driver with a GFX_ number, or null.
 const GFX_DRIVER* library_driver(int id);
 
-/// Registers a driver before all others with its number; it must live as long as the process.
-void register_driver(GFX_DRIVER& driver);
+/// Our copy of the library's driver with a GFX_ number.
+template <int id>
+inline GFX_DRIVER driver;
+
+/// Registers the copy, changed by `change`, before the library's; does nothing if that is missing.
+template <int id>
+void put_before(void (*change)(GFX_DRIVER& ours)) {
+    if (const GFX_DRIVER* const library = library_driver(id)) {
+        change(driver<id> = *library);
+        _unix_register_gfx_driver(id, &driver<id>, TRUE, TRUE);
+    }
+}
 
 /// For wake_late_at_rest() in the library's thread: it then sleeps once per turn of 10 ms instead of twice.
 constexpr int late_turn_ms = 9;
@@ -69,8 +79,12 @@ void keep_awake();
 /// first mode is set, with the lock.
 void tend_library_windows();
 
-/// Whether a window manager asks if the program is alive.
-bool is_ping(const XEvent& event);
+/// If the picture is scaled: shows new drawing now instead of within 10 ms; the first one brings up the window.
+/// Needs the lock.
+void show_scaled_drawing();
+
+/// Whether a window manager asks if the program is alive; in the form that the X library asks for.
+int is_ping(Display*, XEvent* event, char*);
 void answer_ping(XEvent event);
 
 /// While it lives, a request that the display server refuses does not end the program. Needs the lock.

@@ -1,7 +1,5 @@
 #include "x11/x_library.h"
 
-#include <allegro/internal/aintern.h>
-
 #include <chrono>
 #include <cstddef>
 
@@ -14,10 +12,6 @@ bool request_refused;
 int note_refusal(Display*, XErrorEvent*) {
     request_refused = true;
     return 0;
-}
-
-int is_ping_event(Display*, XEvent* event, char*) {
-    return is_ping(*event);
 }
 
 void (*convert_to_16)(int x, int y, int width, int height);
@@ -66,14 +60,10 @@ const GFX_DRIVER* library_driver(int id) {
     return nullptr;
 }
 
-void register_driver(GFX_DRIVER& driver) {
-    _unix_register_gfx_driver(driver.id, &driver, TRUE, TRUE);
-}
-
 void read_library_events() {
     const bool waiting = XPending(_xwin.display) > 0;
     if (waiting)
-        for (XEvent ping; XCheckIfEvent(_xwin.display, &ping, is_ping_event, nullptr);)
+        for (XEvent ping; XCheckIfEvent(_xwin.display, &ping, is_ping, nullptr);)
             answer_ping(ping);
     if (waiting || _xwin.mouse_warped) // it also ends relative motion in time
         _xwin_private_handle_input();
@@ -95,8 +85,8 @@ void keep_awake() {
     }
 }
 
-bool is_ping(const XEvent& event) {
-    return event.type == ClientMessage && static_cast<Atom>(event.xclient.data.l[0]) == atom("_NET_WM_PING");
+int is_ping(Display*, XEvent* event, char*) {
+    return event->type == ClientMessage && static_cast<Atom>(event->xclient.data.l[0]) == atom("_NET_WM_PING");
 }
 
 void answer_ping(XEvent event) {
