@@ -129,13 +129,12 @@ public:
     /// Opens the file and its decoder, or opens them again, at the beginning of the film.
     AviError rewind();
 
-    int end_ms() const override { return avi_frame_time_ms(header_, end_); }
+    int end_ms() const override;
     const AviFrame* frame_at(int time_ms) override;
 
 private:
     AviError open_file();
     AviError open_decoder();
-    void find_end();
     bool decode_next(); // false at the end of the file
     bool feed_decoder();
     bool convert();
@@ -187,23 +186,18 @@ AviError FfmpegFilm::open_file() {
         return error_of(result, AviError::other);
     format_.reset(format);
     stream_ = -1;
-    for (unsigned i = 0; i < format_->nb_streams && stream_ < 0; ++i)
-        if (format_->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_VIDEO)
+    for (unsigned i = 0; i < format_->nb_streams; ++i)
+        if (stream_ < 0 && format_->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_VIDEO)
             stream_ = static_cast<int>(i);
+        else
+            format_->streams[i]->discard = AVDISCARD_ALL;
     if (stream_ < 0)
         return AviError::no_video;
-    for (unsigned i = 0; i < format_->nb_streams; ++i)
-        if (static_cast<int>(i) != stream_)
-            format_->streams[i]->discard = AVDISCARD_ALL;
-    find_end();
-    return AviError::none;
-}
-
-void FfmpegFilm::find_end() {
     const int indexed = ffmpeg->avformat_index_get_entries_count(format_->streams[stream_]);
     const std::int64_t length = header_.length != 0 ? header_.length : std::max(indexed, 0);
     if (length > 0)
         end_ = std::min<std::int64_t>(end_, std::int64_t{header_.start} + length);
+    return AviError::none;
 }
 
 AviError FfmpegFilm::open_decoder() {
@@ -259,8 +253,15 @@ bool FfmpegFilm::decode_next() {
     return true;
 }
 
+int FfmpegFilm::end_ms() const {
+    // In floating point, because the product can exceed 64 bits; exact for films of any sensible length.
+    const double time = static_cast<double>(end_) * 1000.0 * header_.scale / header_.rate;
+    return static_cast<int>(std::min(time, static_cast<double>(std::numeric_limits<int>::max())));
+}
+
 const AviFrame* FfmpegFilm::frame_at(int time_ms) {
-    const std::int64_t wanted = avi_frame_number(header_, std::max(time_ms, 0));
+    const std::int64_t wanted =
+        std::int64_t{std::max(time_ms, 0)} * header_.rate / (1000 * std::int64_t{header_.scale});
     if (wanted >= end_ || wanted < std::int64_t{header_.start})
         return nullptr;
     if ((wanted < asked_ || !codec_) && rewind() != AviError::none) {

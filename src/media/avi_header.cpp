@@ -1,7 +1,6 @@
 #include "media/avi_header.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace vcc::platform {
@@ -103,16 +102,6 @@ AviHeader read_avi_header(std::string_view bytes) {
     if (header.error == AviError::none && !video)
         header.error = AviError::no_video;
     return header;
-}
-
-std::int64_t avi_frame_number(const AviHeader& header, int time_ms) {
-    return static_cast<std::int64_t>(time_ms) * header.rate / (1000 * static_cast<std::int64_t>(header.scale));
-}
-
-int avi_frame_time_ms(const AviHeader& header, std::int64_t frame) {
-    // In floating point, because the product can exceed 64 bits; exact for films of any sensible length.
-    const double time = static_cast<double>(frame) * 1000.0 * header.scale / header.rate;
-    return static_cast<int>(std::min(time, static_cast<double>(std::numeric_limits<int>::max())));
 }
 
 } // namespace vcc::platform

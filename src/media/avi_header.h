@@ -27,8 +27,4 @@ struct AviHeader {
 ///         "strf"                video: 40 bytes or more, width at 4, height at 8 (negative: top row first)
 AviHeader read_avi_header(std::string_view bytes);
 
-/// Number of the frame at a time, and the time at which a frame begins (clamped to the range of int). Pure.
-std::int64_t avi_frame_number(const AviHeader& header, int time_ms);
-int avi_frame_time_ms(const AviHeader& header, std::int64_t frame);
-
 } // namespace vcc::platform

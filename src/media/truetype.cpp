@@ -17,14 +17,11 @@
 namespace vcc::platform {
 namespace {
 
-FT_Library renderer = nullptr;
+// Hard edges need outlines hinted in both directions. Smoothed ones are hinted vertically only, which keeps the shapes
+// and sharp horizontal strokes.
+constexpr int hard_edges = FT_LOAD_TARGET_MONO | FT_LOAD_RENDER, smooth_edges = FT_LOAD_TARGET_LIGHT | FT_LOAD_RENDER;
 
-std::uint8_t coverage_at(const FT_Bitmap& bitmap, int x, int y) {
-    const unsigned char* row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
-    if (bitmap.pixel_mode == FT_PIXEL_MODE_MONO)
-        return (row[x / 8] & (0x80 >> (x % 8))) != 0 ? 255 : 0;
-    return row[x];
-}
+FT_Library renderer = nullptr;
 
 // Removes the row with the least ink from the upper half: the gap below an accent, if there is one.
 void drop_faintest_row(GlyphPicture& picture) {
@@ -57,8 +54,7 @@ constexpr std::uint32_t mix_fields(std::uint32_t paper, std::uint32_t ink, std::
 Area drawable(const BITMAP* target) {
     if (!target->clip)
         return {0, 0, target->w, target->h};
-    return {std::max(target->cl, 0), std::max(target->ct, 0), std::min(target->cr, target->w),
-            std::min(target->cb, target->h)};
+    return {target->cl, target->ct, target->cr, target->cb};
 }
 
 template <int bytes, std::uint32_t... field_masks>
@@ -76,12 +72,6 @@ void mix_row(unsigned char* pixels, const std::uint8_t* coverage, int count, std
     }
 }
 
-void solid_row(unsigned char* pixels, const std::uint8_t* coverage, int count, std::uint32_t ink) {
-    for (int i = 0; i < count; ++i)
-        if (coverage[i] >= 128)
-            pixels[i] = static_cast<unsigned char>(ink);
-}
-
 struct DepthRow {
     int depth;
     int bytes; ///< of a pixel in memory
@@ -90,11 +80,10 @@ struct DepthRow {
 constexpr DepthRow depth_rows[] = {{32, 4, mix_row<4, 0xFF, 0xFF00, 0xFF0000>},
                                    {24, 3, mix_row<3, 0xFF, 0xFF00, 0xFF0000>},
                                    {16, 2, mix_row<2, 0x1F, 0x7E0, 0xF800>},
-                                   {15, 2, mix_row<2, 0x1F, 0x3E0, 0x7C00>},
-                                   {8, 1, solid_row}};
+                                   {15, 2, mix_row<2, 0x1F, 0x3E0, 0x7C00>}};
 
 /// Draws a glyph into a memory bitmap with its pen at (x, y), y being the top of its cell, inside the clipping
-/// rectangle. At 8 bits, where colours cannot be mixed, pixels at least half covered take the colour.
+/// rectangle.
 void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int colour) {
     const int left = x + glyph.left, top = y + glyph.top;
     const Area part = shared(drawable(target), {left, top, left + glyph.width, top + glyph.height});
@@ -109,21 +98,13 @@ void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int col
 
 } // namespace
 
-// Hard edges need outlines hinted in both directions. Smoothed ones are hinted vertically only, which keeps the shapes
-// and sharp horizontal strokes.
-const int TrueTypeFont::hard_edges = FT_LOAD_TARGET_MONO | FT_LOAD_RENDER;
-const int TrueTypeFont::smooth_edges = FT_LOAD_TARGET_LIGHT | FT_LOAD_RENDER;
-
 void TrueTypeFont::Closer::operator()(FT_FaceRec_* face) const noexcept {
     FT_Done_Face(face);
 }
 
-void TrueTypeFont::set_extra_spacing(int spacing_px) {
-    spacing_ = std::clamp(spacing_px, -20, 100);
-}
-
-void TrueTypeFont::set_fixed_advance(int advance_px) {
-    fixed_advance_ = std::clamp(advance_px, 0, 400);
+void TrueTypeFont::set_spacing(int fixed_advance_px, int extra_px) {
+    fixed_advance_ = std::clamp(fixed_advance_px, 0, 400);
+    spacing_ = std::clamp(extra_px, -20, 100);
 }
 
 void TrueTypeFont::set_size(int height_px) {
@@ -138,8 +119,8 @@ void TrueTypeFont::set_size(int height_px) {
     const long ppem = face_->size->metrics.y_ppem;
     const auto ascent = static_cast<int>((2L * face_->ascender * ppem + units) / (2 * units));
     baseline_ = std::min(ascent, std::max(height_ - descent(), 0));
-    hard_.glyphs.fill({});
-    smooth_.glyphs.fill({});
+    hard_.fill({});
+    smooth_.fill({});
     for (int code = 0; code < 256; ++code)
         advances_[static_cast<std::size_t>(code)] = face_advance(static_cast<unsigned char>(code));
 }
@@ -178,7 +159,8 @@ GlyphPicture TrueTypeFont::render(int flags, unsigned char character) const {
         return picture;
     const FT_GlyphSlot slot = face_->glyph;
     const FT_Bitmap& bitmap = slot->bitmap;
-    if (bitmap.pixel_mode != FT_PIXEL_MODE_MONO && bitmap.pixel_mode != FT_PIXEL_MODE_GRAY)
+    const bool is_mono = bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
+    if (!is_mono && bitmap.pixel_mode != FT_PIXEL_MODE_GRAY)
         return picture;
     const int width = static_cast<int>(bitmap.width), rows = static_cast<int>(bitmap.rows);
     if (width == 0 || rows == 0)
@@ -189,9 +171,11 @@ GlyphPicture TrueTypeFont::render(int flags, unsigned char character) const {
     picture.height = rows;
     picture.left = std::max(slot->bitmap_left, 0);
     picture.coverage.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(rows));
-    for (int y = 0; y < rows; ++y)
+    for (int y = 0; y < rows; ++y) {
+        const unsigned char* const row = bitmap.buffer + std::ptrdiff_t{y} * bitmap.pitch;
         for (int x = 0; x < width; ++x)
-            picture.coverage.push_back(coverage_at(bitmap, x, y));
+            picture.coverage.push_back(is_mono ? (row[x / 8] & 0x80 >> x % 8) != 0 ? 255 : 0 : row[x]);
+    }
     for (picture.top = baseline_ - slot->bitmap_top; picture.top < 0 && picture.height > 1; ++picture.top)
         drop_faintest_row(picture);
     while (picture.height > height_)
@@ -210,13 +194,13 @@ int TrueTypeFont::text_length(std::string_view text) const {
 void TrueTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int colour, bool smooth) {
     if (!target)
         return;
-    Cache& cache = smooth ? smooth_ : hard_;
+    Glyphs& glyphs = smooth ? smooth_ : hard_;
     for (const char character : text) {
         const auto code = static_cast<unsigned char>(character);
         const int in_cell = fixed_advance_ > 0 ? std::max(0, (fixed_advance_ - advances_[code]) / 2) : 0;
-        std::optional<GlyphPicture>& glyph = cache.glyphs[code];
+        std::optional<GlyphPicture>& glyph = glyphs[code];
         if (!glyph)
-            glyph = render(cache.flags, code);
+            glyph = render(smooth ? smooth_edges : hard_edges, code);
         draw_glyph(target, *glyph, x + in_cell, y, colour);
         x += advance(code);
     }

@@ -38,25 +38,19 @@ public:
     /// Height of the face from ascender to descender in pixels, 1 to 200 (clamped).
     void set_size(int height_px);
 
-    /// Pixels added after every character; -20 to 100 (clamped).
-    void set_extra_spacing(int spacing_px);
-
-    /// Advance of every character in pixels; 0 restores the face's own advances.
-    void set_fixed_advance(int advance_px);
+    /// Advance of every character in pixels, 0 for the face's own advances, and pixels added to it; 0 to 400 and -20 to
+    /// 100 (clamped).
+    void set_spacing(int fixed_advance_px, int extra_px);
 
     /// Width of a text in pixels, advances and extra spacing included.
     int text_length(std::string_view text) const;
 
-    /// Draws on what the target, a memory bitmap, holds; smoothed edges are blended into it, except at 8 bits. (x, y)
+    /// Draws on what the target, a memory bitmap of 15 bits or more, holds; smoothed edges are blended into it. (x, y)
     /// is the top left corner of the first character's cell, `colour` a pixel value of the target's depth.
     void draw(BITMAP* target, std::string_view text, int x, int y, int colour, bool smooth);
 
 private:
-    /// The glyphs drawn in one way, with FreeType's flags for it.
-    struct Cache {
-        int flags;
-        std::array<std::optional<GlyphPicture>, 256> glyphs{};
-    };
+    using Glyphs = std::array<std::optional<GlyphPicture>, 256>;
     struct Closer {
         void operator()(FT_FaceRec_* face) const noexcept;
     };
@@ -67,15 +61,13 @@ private:
     int descent() const;
     int advance(unsigned char character) const;
 
-    static const int hard_edges, smooth_edges;
-
     std::unique_ptr<FT_FaceRec_, Closer> face_;
     int height_ = 0;   ///< of the cell, pixels
     int baseline_ = 0; ///< rows from the top of the cell
     int spacing_ = 0;
     int fixed_advance_ = 0;
     std::array<int, 256> advances_{};
-    Cache hard_{hard_edges}, smooth_{smooth_edges};
+    Glyphs hard_, smooth_; ///< by the way in which they are drawn
 };
 
 /// Loads a font file; null if it is missing or no font. Needs init_truetype() first.

@@ -71,10 +71,9 @@ void configure_fonts() {
     for (int n = 0; n < font_count; ++n)
         if (platform::TrueTypeFont* const face = font_face(n)) {
             face->set_size(read_number("font#_height", n));
-            face->set_extra_spacing(read_number("font#_space", n));
             const std::size_t i = index_of(n);
-            if (i >= proportional_fonts) // the cell includes the default spacing
-                face->set_fixed_advance(cell_widths[i] - rows::font_spaces[i]);
+            const bool fixed = i >= proportional_fonts; // the cell includes the default spacing
+            face->set_spacing(fixed ? cell_widths[i] - rows::font_spaces[i] : 0, read_number("font#_space", n));
         }
     configured = true;
     use_grid(font_count - 1);

@@ -47,7 +47,7 @@ TEST_F(TrueType, TheCharactersOfWindowsLatin1StayInTheirCells) {
 }
 
 TEST_F(TrueType, HardTextHasOneColourAndStaysInItsBox) {
-    const BitmapPtr bitmap = paper(8, 60, 30, 1);
+    const BitmapPtr bitmap = paper(32, 60, 30, 1);
     face->draw(bitmap.get(), "Ag", 5, 5, 7, false);
     int inked = 0;
     for_pixels(bitmap, [&](int x, int y, int pixel) {
