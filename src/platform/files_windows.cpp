@@ -2,8 +2,6 @@
 
 #include "platform/latin1.h"
 
-#include <vector>
-
 #include <windows.h>
 
 namespace vcc::platform {
@@ -21,18 +19,6 @@ std::wstring wide(std::string_view utf8) {
     std::wstring result(static_cast<std::size_t>(convert(nullptr, 0)), L'\0');
     convert(result.data(), static_cast<int>(result.size()));
     return result;
-}
-
-/// The text that a system function writes; `ask` returns its length, or the room it would need.
-template <class Ask>
-fs::path long_answer(Ask ask) {
-    std::vector<wchar_t> buffer(MAX_PATH);
-    for (;;) {
-        const DWORD length = ask(buffer.data(), static_cast<DWORD>(buffer.size()));
-        if (length < buffer.size())
-            return fs::path(std::wstring(buffer.data(), length));
-        buffer.resize(buffer.size() * 2);
-    }
 }
 
 } // namespace
@@ -60,16 +46,24 @@ std::FILE* open_file(const std::string& name, const char* mode) {
 }
 
 std::string program_path() {
-    return name_of(long_answer([](wchar_t* name, DWORD room) { return GetModuleFileNameW(nullptr, name, room); }));
+    for (std::wstring name(MAX_PATH, L'\0');; name.resize(2 * name.size()))
+        if (const DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+            length < name.size())
+            return name_of(name.substr(0, length));
 }
 
-FolderVisit::FolderVisit(const std::string& folder)
-    : origin_path_(long_answer([](wchar_t* name, DWORD room) { return GetCurrentDirectoryW(room, name); })),
-      entered_(!origin_path_.empty() && SetCurrentDirectoryW(system_path(folder).c_str()) != 0) {}
+FolderVisit::FolderVisit(const std::string& folder) {
+    std::error_code error;
+    origin_path_ = fs::current_path(error);
+    if (!error)
+        fs::current_path(system_path(folder), error);
+    entered_ = !error;
+}
 
 FolderVisit::~FolderVisit() {
+    std::error_code ignored;
     if (entered_)
-        SetCurrentDirectoryW(origin_path_.c_str());
+        fs::current_path(origin_path_, ignored);
 }
 
 bool replace_file(const std::string& temporary, const std::string& name) {

@@ -22,11 +22,9 @@ constexpr int own_mapping_size = 32 << 20;
 // The graphics library's own handler would shut the library down in the middle of anything, and may abort.
 void wait_for_requests(const sigset_t& requests, void (*ask)()) {
     int number = 0;
-    if (::sigwait(&requests, &number) != 0)
-        return;
+    ::sigwait(&requests, &number);
     ask();
-    if (::sigwait(&requests, &number) != 0)
-        return;
+    ::sigwait(&requests, &number);
     std::signal(number, SIG_DFL);
     ::pthread_sigmask(SIG_UNBLOCK, &requests, nullptr);
     ::raise(number);
@@ -35,12 +33,10 @@ void wait_for_requests(const sigset_t& requests, void (*ask)()) {
 } // namespace
 
 void prepare_heap() {
-    struct Row {
-        int parameter, value;
-    };
-    for (const auto [parameter, value] : {Row{M_ARENA_MAX, 1}, Row{M_MMAP_THRESHOLD, own_mapping_size},
-                                          Row{M_TRIM_THRESHOLD, 2 * heap_size}, Row{M_TOP_PAD, heap_size}})
-        mallopt(parameter, value);
+    mallopt(M_ARENA_MAX, 1);
+    mallopt(M_MMAP_THRESHOLD, own_mapping_size);
+    mallopt(M_TRIM_THRESHOLD, 2 * heap_size);
+    mallopt(M_TOP_PAD, heap_size);
     auto* const begin = static_cast<char*>(sbrk(0));
     void* volatile block = std::malloc(1 << 20); // grows the heap by its whole padding
     std::free(block);
@@ -66,12 +62,10 @@ void take_termination_requests(void (*ask)()) {
         ::sigaddset(&requests, number);
     try {
         std::thread(wait_for_requests, requests, ask).detach();
-    } catch (const std::system_error&) {
-        ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
-        return;
+        ::sigorset(&before, &before, &requests);
+    } catch (const std::system_error&) { // they end the process as before
     }
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    ::pthread_sigmask(SIG_BLOCK, &requests, nullptr);
 }
 
 } // namespace vcc::platform

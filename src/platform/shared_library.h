@@ -12,17 +12,15 @@ class SharedLibrary {
 public:
     SharedLibrary() = default;
 
+    /// Takes over a handle of the system; null for none.
+    explicit SharedLibrary(void* handle) : handle_(handle) {}
+
     explicit operator bool() const { return handle_ != nullptr; }
 
     /// The address of an exported symbol (C linkage), or null.
     void* symbol(const char* name) const;
 
 private:
-    friend SharedLibrary load_module(std::string_view name, std::string& error);
-    friend SharedLibrary load_system_library(const char* name, int version);
-
-    explicit SharedLibrary(void* handle) : handle_(handle) {}
-
     struct Closer {
         void operator()(void* handle) const noexcept;
     };

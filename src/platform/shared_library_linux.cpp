@@ -10,16 +10,8 @@ namespace vcc::platform {
 
 namespace {
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define VELDOR_REPORTS_LEAKS
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define VELDOR_REPORTS_LEAKS
-#endif
-
 // Leak reports need the mappings at exit to name functions, so sanitized builds keep libraries mapped.
-#if defined(VELDOR_REPORTS_LEAKS)
+#ifdef VELDOR_SANITIZED
 constexpr int library_flags = RTLD_LOCAL | RTLD_NODELETE;
 #else
 constexpr int library_flags = RTLD_LOCAL;

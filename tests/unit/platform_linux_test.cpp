@@ -20,7 +20,7 @@ TEST_F(Files, NamesOfOtherSystemsAreFound) {
     EXPECT_FALSE(file_exists("tools\\language")) << "a folder is no file";
 }
 
-TEST_F(Files, AReplacedFileKeepsItsRightsAndItsLink) {
+TEST_F(Files, AReplacedFileKeepsItsRightsAndItsLinkAndAPipeIsNotReplaced) {
     folder.write("real", "old");
     folder.write("new", "new");
     std::filesystem::permissions("real", std::filesystem::perms(0640));
@@ -29,9 +29,7 @@ TEST_F(Files, AReplacedFileKeepsItsRightsAndItsLink) {
     EXPECT_TRUE(std::filesystem::is_symlink("link"));
     EXPECT_EQ(std::filesystem::status("real").permissions(), std::filesystem::perms(0640));
     EXPECT_EQ(folder.read("real"), "new");
-}
 
-TEST_F(Files, APipeIsNotReplaced) {
     folder.write("new", "new");
     ASSERT_EQ(::mkfifo("pipe", 0600), 0);
     EXPECT_FALSE(replace_file("new", "pipe"));
