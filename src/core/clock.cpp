@@ -13,7 +13,7 @@ namespace vcc {
 
 namespace {
 
-IdleTask idle_task{};
+IdleTask idle_task;
 
 constexpr int tick_ms = 5, late_tick_ms = 15;
 
@@ -34,14 +34,13 @@ void set_idle_task(IdleTask task) {
 }
 
 void run_idle_task() {
-    if (idle_task.run != nullptr)
-        idle_task.run();
+    idle_task.run();
 }
 
 void wait_ms(int duration_ms) {
     if (duration_ms <= 0)
         return;
-    if (idle_task.wanted != nullptr && idle_task.wanted()) {
+    if (idle_task.wanted()) {
         using Clock = std::chrono::steady_clock; // the tick may be late
         for (const auto end = Clock::now() + std::chrono::milliseconds(duration_ms); Clock::now() < end;)
             run_idle_task();

@@ -15,12 +15,12 @@ void start_tick();
 
 /// Work that continues while the program waits (the music stream). Its owner installs it once.
 struct IdleTask {
-    bool (*wanted)(); ///< true while a wait must keep running the task instead of sleeping
-    void (*run)();
+    bool (*wanted)() = [] { return false; }; ///< true while a wait must keep running the task instead of sleeping
+    void (*run)() = [] {};
 };
 void set_idle_task(IdleTask task);
 
-/// Runs the idle task once, wanted or not; does nothing without one.
+/// Runs the idle task once, wanted or not.
 void run_idle_task();
 
 /// Waits `duration_ms`: runs the idle task in a loop if it is wanted, otherwise sleeps. Clicks meanwhile do not count.

@@ -28,7 +28,7 @@ constexpr std::array<PadKey, 6> button_keys{
 constexpr int way_begins = 64, way_stays = 40;
 
 /// The direction in which a stick is pushed, after `before`; null if none.
-const PadWay* way_of(const StickReading& stick, const PadWay* before) {
+const PadWay* way_of(Point stick, const PadWay* before) {
     const auto strength = [&](const PadWay& way) { return stick.x * way.x + stick.y * way.y; };
     if (before && strength(*before) >= way_stays)
         return before;
@@ -48,8 +48,6 @@ PadTyping typing;
 bool look() {
     looked_at_ms = ms_counter;
     std::string now = platform::gamepads();
-    if (now.empty())
-        gamepad_used = false;
     if (now == plugged_in)
         return false;
     plugged_in = std::move(now);
@@ -61,8 +59,6 @@ bool look() {
         pop_config_state();
     }
     typing.forget();
-    if (num_joysticks == 0)
-        gamepad_used = false;
     return true;
 }
 
@@ -128,8 +124,10 @@ bool poll_gamepads() {
         return false;
     if (!looked_at_ms || ms_counter - *looked_at_ms >= look_ms)
         look();
-    if (num_joysticks == 0)
+    if (num_joysticks == 0) {
+        gamepad_used = false;
         return false;
+    }
     if (switched_out)
         typing.forget();
     poll_joystick();

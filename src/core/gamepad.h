@@ -1,6 +1,8 @@
 // Gamepads: their sticks and buttons type keys, so whatever reads the keyboard gets them, too.
 #pragma once
 
+#include "core/geometry.h"
+
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -33,13 +35,9 @@ void forget_gamepads();
 /// Removes gamepads from the library, as modules expect; the next poll brings them back.
 void release_gamepads();
 
-struct StickReading {
-    int x = 0, y = 0; ///< -128 to 128
-};
-
 struct PadReading {
-    std::uint32_t buttons = 0; ///< one bit each
-    std::array<StickReading, 2> sticks{};
+    std::uint32_t buttons = 0;     ///< one bit each
+    std::array<Point, 2> sticks{}; ///< -128 to 128
 };
 
 struct PadKey {

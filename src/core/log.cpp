@@ -27,8 +27,8 @@ void write_log(std::string_view message) {
     const FilePtr file(std::fopen(name.c_str(), "at"));
     if (!file)
         return;
-    std::fprintf(file.get(), "%s [%s]\n", module_prefix.c_str(), time_text.c_str());
-    std::fprintf(file.get(), "%.*s\n\n", static_cast<int>(message.size()), message.data());
+    std::fprintf(file.get(), "%s [%s]\n%.*s\n\n", module_prefix.c_str(), time_text.c_str(),
+                 static_cast<int>(message.size()), message.data());
 }
 
 std::string format_text(const char* format, ...) {

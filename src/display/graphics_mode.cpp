@@ -30,14 +30,17 @@ void start_scaling() {
         write_log("The picture keeps its size: " + obstacle);
 }
 
-/// The desktop as the library reports it; 0 where unknown.
-struct Desktop {
-    int width = 0, height = 0, depth = 0;
+/// The desktop as the library reports it, 0 where unknown, and the depth that the set-up has decided on.
+struct Setup {
+    int width = 0, height = 0, depth = desktop_color_depth();
+    int requested_depth = 0;
 
-    constexpr bool is_exact() const { return width == layout_width && height == layout_height; }
-    constexpr bool is_too_small() const {
-        return width != 0 && height != 0 && (width < layout_width || height < layout_height);
+    Setup() {
+        if (get_desktop_resolution(&width, &height) != 0)
+            width = height = 0;
     }
+    bool is_exact() const { return width == layout_width && height == layout_height; }
+    bool is_too_small() const { return width != 0 && height != 0 && (width < layout_width || height < layout_height); }
 };
 
 /// Bits per pixel of a bitmap_depth setting; 0 outside 0 to 3.
@@ -59,11 +62,6 @@ constexpr int failure_number(bool probed, bool full, int requested_depth) {
     return (full ? 1 : 3) + (requested_depth == 16 ? 0 : 1);
 }
 
-struct Setup {
-    Desktop desktop;
-    int requested_depth = 0;
-};
-
 /// A depth of 0 keeps the present one.
 bool set_mode(bool full, int depth) {
     if (depth != 0)
@@ -81,18 +79,9 @@ SetupResult fail(std::string_view shown_and_logged) {
 SetupResult fail_to_set(bool probed, bool full, const Setup& setup) {
     const int number = failure_number(probed, full, setup.requested_depth);
     show_message_box(format_text("gfx mode error %d !", number));
-    write_log(format_text("Error %d: Desktop %d/%d/%d Request %d/%d/%d", number, setup.desktop.depth,
-                          setup.desktop.width, setup.desktop.height, setup.requested_depth,
-                          static_cast<std::int8_t>(fullscreen), static_cast<int>(mode_range)));
+    write_log(format_text("Error %d: Desktop %d/%d/%d Request %d/%d/%d", number, setup.depth, setup.width, setup.height,
+                          setup.requested_depth, static_cast<std::int8_t>(fullscreen), static_cast<int>(mode_range)));
     return probed ? SetupResult::fatal : SetupResult::retry;
-}
-
-Desktop read_desktop() {
-    Desktop desktop;
-    if (get_desktop_resolution(&desktop.width, &desktop.height) != 0)
-        desktop.width = desktop.height = 0;
-    desktop.depth = desktop_color_depth();
-    return desktop;
 }
 
 SetupResult finish(const Setup& setup) {
@@ -167,7 +156,7 @@ bool set_probed(bool full, Setup& setup) {
 
 SetupResult probe(Setup& setup) {
     look_for_full_screen(setup);
-    mode_range = offered_modes(mode_range, setup.desktop.is_exact());
+    mode_range = offered_modes(mode_range, setup.is_exact());
     if (mode_range == ModeRange::none)
         return fail("No valid videomode detected !");
 
@@ -188,8 +177,9 @@ SetupResult probe(Setup& setup) {
     return finish(setup);
 }
 
-void switch_to_depth(bool toggle, int depth, int old_depth) {
+void switch_to_depth(bool toggle, int depth) {
     follow_window_manager();
+    const int old_depth = get_color_depth();
     const bool full = (fullscreen == full_screen) != toggle;
     if (set_mode(full, depth)) {
         fullscreen = full ? full_screen : windowed;
@@ -212,12 +202,11 @@ SetupResult setup_graphics_mode(std::int8_t mode) {
     screen_mode_range = ModeRange{read_number("screen_mode_range")};
 
     Setup setup;
-    setup.desktop = read_desktop();
-    if (setup.desktop.is_too_small())
+    if (setup.is_too_small())
         return fail("Wrong desktop resolution!\n800x600 is minimum");
-    if (!setup.desktop.is_exact() && setup.desktop.depth < 15)
+    if (!setup.is_exact() && setup.depth < 15)
         return fail("Wrong Desktop color depth!\n16bit is minimum");
-    if (setup.desktop.is_exact())
+    if (setup.is_exact())
         fullscreen = full_screen;
     start_scaling();
     if (screen_mode_range != ModeRange::untried && mode != probe_machine)
@@ -231,8 +220,7 @@ void follow_window_manager() {
 }
 
 void switch_display_mode(bool toggle) {
-    const int depth = get_color_depth();
-    switch_to_depth(toggle, depth, depth);
+    switch_to_depth(toggle, get_color_depth());
 }
 
 void ensure_display(int depth, const std::string& culprit) {
@@ -254,7 +242,7 @@ bool rebuild_display(bool toggle) {
         return false;
     show_mouse(nullptr);
     release_graphic_buffers();
-    switch_to_depth(toggle, depth, get_color_depth());
+    switch_to_depth(toggle, depth);
     return true;
 }
 

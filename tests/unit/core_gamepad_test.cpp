@@ -9,7 +9,7 @@ namespace {
 
 using Keys = std::vector<int>;
 
-PadReading pad(unsigned buttons, StickReading stick = {}, StickReading hat = {}) {
+PadReading pad(unsigned buttons, Point stick = {}, Point hat = {}) {
     return {buttons, {stick, hat}};
 }
 
@@ -26,7 +26,7 @@ protected:
 };
 
 TEST_F(Pads, TypeWhatIsPressedOnceAndHeldWaysAgain) {
-    constexpr StickReading rest{30, -30}, down{20, 90}, less{45, 45}, right{127, 0}, left{-128, 0};
+    constexpr Point rest{30, -30}, down{20, 90}, less{45, 45}, right{127, 0}, left{-128, 0};
     const struct {
         const char* rule;
         PadReading pad;
