@@ -63,7 +63,7 @@ def test_a_page_opens_over_the_menu_leaves_no_trace_and_is_saved_by_f4(robot):
 
 
 def test_every_kind_of_slot_of_the_options_screen_has_its_page(robot):
-    menu.choose(robot, "Options")
+    menu.open_options(robot)
     titles = set()
     for place in (50, 133), (260, 231), (560, 133), (180, 511), (318, 540):  # module, option, value, field, button
         before, opened = open_help(robot, place)

@@ -5,8 +5,8 @@ import shutil
 import pytest
 
 from support import menu
-from support.desktop import wait_until
 from support.installation import CELL_HEIGHT, CELL_WIDTH
+from support.menu import open_options
 
 pytestmark = pytest.mark.windows
 
@@ -35,12 +35,6 @@ def place(option):
 
 def value_place(value):
     return 67 * CELL_WIDTH + 30, (7 + 2 * value) * CELL_HEIGHT + 6
-
-
-def open_options(robot):
-    menu.choose(robot, "Options")
-    wait_until(lambda: robot.shows("images/options.pcx", share=0.4), "the options screen")
-    robot.standing_picture()
 
 
 def click(robot, where, button=1):

@@ -126,9 +126,15 @@ def test_the_desktop_finds_program_icon_and_tool(packages, player):
         assert (installed / "share/doc/veldor-tools" / page).exists()
 
 
-def test_a_player_without_rights_plays_and_keeps_settings(player):
+def test_a_player_without_rights_plays_and_keeps_what_is_the_players(player):
     before = player.files()
-    menu.choose(player.start(), "Options")
+    player.start("de_DE.UTF-8")
+    assert menu.look(player, "Leave", german=True) == menu.REST
+    player.leave()
+    player.path("tools/language.ini").write_text("1\n")
+    player.start("de_DE.UTF-8")
+    assert menu.look(player, "Leave") == menu.REST
+    menu.choose(player, "Options")
     player.standing_picture()
     player.click(260, 427)  # message delay: medium to long
     player.click(80, 540)  # accept
@@ -136,19 +142,7 @@ def test_a_player_without_rights_plays_and_keeps_settings(player):
     player.start().leave()
     assert "message_delay = 2" in player.path(CONFIG).read_text("latin-1")
     assert player.files() == before
-
-
-def test_a_german_desktop_gets_german_screens(player):
-    player.start("de_DE.UTF-8")
-    assert menu.look(player, "Leave", german=True) == menu.REST
-    player.leave()
-    player.path("tools/language.ini").write_text("1\n")
-    player.start("de_DE.UTF-8")
-    assert menu.look(player, "Leave") == menu.REST
-
-
-def test_an_upgrade_and_removal_leave_what_is_the_players(player):
-    player.start().leave()
+    # an upgrade, and the removal
     player.path("gone.so").symlink_to(player.root / GAME / "gone.so")
     player.path("mine.txt").write_text("mine")
     player.path("vcc").write_bytes(b"an older program")

@@ -50,8 +50,7 @@ def test_the_chosen_theme_goes_on_without_a_gap_and_its_level_is_heard(sounding)
     robot.move(700, 50)
     time.sleep(HEARD_LATER_S)  # a button was heard, too
     before = loudness(last(recording, 0.5))
-    robot.click(*menu.middle("Options"))
-    robot.standing_picture()
+    menu.open_options(robot)
     for _ in range(3):
         robot.click(280, 132)  # the music volume, from level 3 to 6
     wait_until(lambda: loudness(last(recording, 0.5)) == pytest.approx(2 * before, rel=0.1), "music twice as loud")

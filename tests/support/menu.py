@@ -23,6 +23,12 @@ def choose(robot, button):
     robot.click(*middle(button))
 
 
+def open_options(robot):
+    choose(robot, "Options")
+    wait_until(lambda: robot.shows("images/options.pcx", share=0.4), "the options screen")
+    return robot.standing_picture()
+
+
 def walk_to(robot, button):
     """By keys: they work in full screen, too."""
     robot.key("Home")

@@ -28,8 +28,7 @@ def pictures(system, german):
         robot.start()
         for options in (False, True):
             if options:
-                menu.choose(robot, "Options")
-                wait_until(lambda: robot.shows("images/options.pcx", share=0.4), "the options screen")
+                menu.open_options(robot)
             robot.move(700, 50)
             yield robot.standing_picture(still_s=0.5)
     copy.delete()
