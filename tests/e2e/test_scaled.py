@@ -12,7 +12,7 @@ from support.scaled_player import AWAY, FULL_HD, ULTRA_HD, make_player, own_menu
 
 @pytest.mark.parametrize("size, layouts", [((1300, 1000), [(800, 600), (1240, 800), (500, 410)]),
                                            (FULL_HD, [(800, 600), (1333, 1000)])])
-def test_window_and_full_screen_show_the_menu(make_player, own_menu, size, layouts):
+def test_window_and_full_screen_show_the_menu_and_draw_only_what_changes(make_player, own_menu, size, layouts):
     player = make_player(size=size, scale=None)  # as it is built in
     assert player.size() == layouts[0]
     for layout in layouts:
@@ -26,6 +26,10 @@ def test_window_and_full_screen_show_the_menu(make_player, own_menu, size, layou
     for place in ((600, 400), (2, 2)):  # the picture, a bar
         player.desktop.move(*place)
         assert player.desktop.cursor_is_hidden()
+    player.menu()
+    time.sleep(1.5)  # it is shown again twice, for compositors
+    assert player.desktop.count_drawings(player.window(), 1.5) == 0
+    assert player.desktop.count_drawings(player.window(), 0.3, lambda: player.move(AWAY[0] + 50, AWAY[1])) > 0
     assert player.installation.log_messages() == []
 
 
@@ -65,13 +69,3 @@ def test_a_module_is_scaled_without_knowing(make_player):
         player.resize(1301, 900, own=size)
         player.standing_picture()
         player.check_shown(own)
-
-
-def test_nothing_is_drawn_while_the_menu_stands(make_player):
-    player = make_player(size=FULL_HD)
-    player.switch_mode()
-    player.menu()
-    window = player.window()
-    time.sleep(1.5)  # it is shown again twice, for compositors
-    assert player.desktop.count_drawings(window, 1.5) == 0
-    assert player.desktop.count_drawings(window, 0.3, lambda: player.move(AWAY[0] + 50, AWAY[1])) > 0

@@ -3,7 +3,9 @@
 
 #include "support/wav_file.h"
 
+#include <concepts>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,7 +36,6 @@ public:
         return *this;
     }
     AviFile& audio(std::string format) {
-        audio_ = true;
         audio_format_ = std::move(format);
         return *this;
     }
@@ -43,47 +44,44 @@ public:
         return *this;
     }
 
-    static std::string number(std::uint32_t value) { return little_endian(value, 4); }
     static std::string chunk(const std::string& name, const std::string& data) {
-        return name + number(static_cast<std::uint32_t>(data.size())) + data + std::string(data.size() % 2, '\0');
+        return name + number(data.size()) + data + std::string(data.size() % 2, '\0');
     }
 
     std::string bytes() const {
-        const auto count = static_cast<std::uint32_t>(frames_.size());
-        std::string lists = chunk("avih", number(40000) + std::string(12, '\0') + number(count) + number(0) +
-                                              number(1 + audio_) + number(0) + number(as_number(width_)) +
-                                              number(as_number(height_)) + std::string(16, '\0'));
-        lists += stream("vids", told_length_ < 0 ? count : static_cast<std::uint32_t>(told_length_), video_format());
-        if (audio_)
-            lists += stream("auds", 0, audio_format_);
+        std::string lists = chunk("avih", number(40000) + std::string(12, '\0') + number(frames_.size()) + number(0) +
+                                              number(audio_format_ ? 2 : 1) + number(0) + number(width_) +
+                                              number(height_) + std::string(16, '\0'));
+        lists += stream("vids", told_length_.value_or(frames_.size()), video_format());
+        if (audio_format_)
+            lists += stream("auds", 0, *audio_format_);
         std::string movie = "movi", index;
         for (const std::string& frame : frames_) {
-            index += "00db" + number(0x10) + number(static_cast<std::uint32_t>(movie.size())) +
-                     number(static_cast<std::uint32_t>(frame.size()));
+            index += "00db" + number(0x10) + number(movie.size()) + number(frame.size());
             movie += chunk("00db", frame);
         }
         return chunk("RIFF", "AVI " + chunk("LIST", "hdrl" + lists) + chunk("LIST", movie) + chunk("idx1", index));
     }
 
 private:
-    static std::uint32_t as_number(int value) { return static_cast<std::uint32_t>(value); }
+    static std::string number(std::integral auto value) { return little_endian(static_cast<std::uint32_t>(value), 4); }
 
-    std::string stream(const std::string& type, std::uint32_t length, const std::string& format) const {
+    std::string stream(const std::string& type, std::size_t length, const std::string& format) const {
         return chunk("LIST", "strl" +
                                  chunk("strh", type + std::string(16, '\0') + number(scale_) + number(rate_) +
                                                    number(0) + number(length) + std::string(20, '\0')) +
                                  chunk("strf", format));
     }
     std::string video_format() const {
-        return number(40) + number(as_number(width_)) + number(as_number(height_)) +
-               number(1 | as_number(bits_) << 16) + compression_ + std::string(20, '\0') + colour_table_;
+        return number(40) + number(width_) + number(height_) + number(1 | bits_ << 16) + compression_ +
+               std::string(20, '\0') + colour_table_;
     }
 
     int width_, height_, bits_;
     std::uint32_t rate_ = 25, scale_ = 1;
-    std::int64_t told_length_ = -1;
-    bool audio_ = false;
-    std::string compression_ = std::string(4, '\0'), colour_table_, audio_format_;
+    std::optional<std::size_t> told_length_;
+    std::optional<std::string> audio_format_;
+    std::string compression_ = std::string(4, '\0'), colour_table_;
     std::vector<std::string> frames_;
 };
 

@@ -63,16 +63,13 @@ class PulseServer:
              f"--load=module-null-sink sink_name=out rate={RATE} format=s16le channels=2",
              f"--load=module-native-protocol-unix auth-anonymous=1 socket={socket}"],
             env=os.environ | self.environment | {"HOME": str(self.folder)}, stderr=subprocess.DEVNULL)
-        wait_until(self._answers, "PulseAudio")
+        asking = {"args": ["pactl", "info"], "env": os.environ | self.environment, "capture_output": True}
+        wait_until(lambda: subprocess.run(**asking, check=False).returncode == 0, "PulseAudio")
         return self
 
     def __exit__(self, *_):
         stop(self._process)
         self._scratch.cleanup()
-
-    def _answers(self):
-        asked = subprocess.run(["pactl", "info"], env=os.environ | self.environment, capture_output=True, check=False)
-        return asked.returncode == 0
 
 
 def write_wave(path, samples):
