@@ -11,13 +11,22 @@ namespace vcc {
 namespace {
 
 std::unique_ptr<WavStream> music_stream;
-ThemeOrderSource theme_order_source = nullptr;
+ThemeOrderSource theme_order = [] { return ThemeOrder{false, themes.streaming}; };
 
-ThemeOrder theme_order() {
-    return theme_order_source != nullptr ? theme_order_source() : ThemeOrder{false, themes.streaming};
+bool music_wanted() {
+    return sound_on != 0 && music_on != 0 && music_playing != 0 && themes.shown >= 0;
 }
 
-bool open_theme(int theme, int volume) {
+} // namespace
+
+void set_theme_order_source(ThemeOrderSource source) {
+    theme_order = source;
+}
+
+bool start_theme(int theme, int volume) {
+    if (theme == themes.streaming && music_stream)
+        return true;
+    stop_music();
     const bool exists = theme >= 0 && theme < theme_limit;
     const auto index = static_cast<std::size_t>(first_theme_entry + theme);
     const std::string path = exists ? sound_path(sound_entries[index]) : sound_directory + "/";
@@ -36,29 +45,6 @@ bool open_theme(int theme, int volume) {
     return true;
 }
 
-void start_following_theme(int next) {
-    themes.streaming = next;
-    stop_music(); // or start_theme() would not start the same theme again
-    start_theme(next, music_volume);
-}
-
-bool music_wanted() {
-    return sound_on != 0 && music_on != 0 && music_playing != 0 && themes.shown >= 0;
-}
-
-} // namespace
-
-void set_theme_order_source(ThemeOrderSource source) {
-    theme_order_source = source;
-}
-
-bool start_theme(int theme, int volume) {
-    if (theme == themes.streaming && music_stream)
-        return true;
-    stop_music();
-    return open_theme(theme, volume);
-}
-
 void stop_music() {
     music_stream.reset();
 }
@@ -73,8 +59,11 @@ int feed_music() {
     if (sound_on == 0 || music_on == 0 || music_playing == 0 || !music_stream || music_stream->paused())
         return themes.streaming;
     const ThemeOrder order = theme_order();
-    if (music_stream->refill(order.loop_all) == WavStream::Refill::finished)
-        start_following_theme(order.next);
+    if (music_stream->refill(order.loop_all) == WavStream::Refill::finished) {
+        themes.streaming = order.next;
+        stop_music(); // or start_theme() would not start the same theme again
+        start_theme(order.next, music_volume);
+    }
     return themes.streaming;
 }
 

@@ -27,26 +27,25 @@ SetupAction file_action(const SetupState& state) {
     return state.entry == state.expected_theme_entry() ? SetupAction::check_theme : SetupAction::refuse_theme;
 }
 
-enum class Outcome { go_on, stop, failed };
-
 /// From the second pass on it is installed already; the library then returns success.
-Outcome install_sound_system(SetupState& state) {
+bool install_sound_system(SetupState& state) {
     reserve_voices(reserved_voices, 0);
     if (install_sound(DIGI_AUTODETECT, MIDI_NONE, nullptr) == 0)
-        return Outcome::go_on;
+        return true;
     alert_and_log("Error initialising sound", format_text("Error initialising sound: %s\n", allegro_error));
     disable_sound();
     state.themes = 0;
-    return Outcome::stop;
+    return false;
 }
 
-Outcome load_effect(const SetupState& state, SoundEntry& entry) {
+bool load_effect(SetupState& state, SoundEntry& entry) {
     entry.sample = load_effect_file(sound_path(entry)).value_or(nullptr);
     if (entry.sample)
-        return Outcome::go_on;
+        return true;
     write_log(format_text("Error loading sound nr:%d\n", state.entry));
     disable_sound();
-    return Outcome::failed;
+    state = {};
+    return false;
 }
 
 void refuse_theme(SetupState& state, SoundEntry& entry, const char* mark, const std::string& message) {
@@ -55,7 +54,8 @@ void refuse_theme(SetupState& state, SoundEntry& entry, const char* mark, const 
     state.themes = theme_failed;
 }
 
-Outcome apply_step(const SetupStep& step, SetupState& state) {
+/// False ends the reading.
+bool apply_step(const SetupStep& step, SetupState& state) {
     SoundEntry& entry = sound_entries[static_cast<std::size_t>(state.entry)];
     if (step.names_file())
         entry.file = step.value.substr(0, name_limit);
@@ -64,7 +64,7 @@ Outcome apply_step(const SetupStep& step, SetupState& state) {
     case SetupAction::register_file_only:
         break;
     case SetupAction::stop:
-        return Outcome::stop;
+        return false;
     case SetupAction::install:
         return install_sound_system(state);
     case SetupAction::set_directory:
@@ -86,7 +86,7 @@ Outcome apply_step(const SetupStep& step, SetupState& state) {
             format_text("Error loading music -> music_nr:%d count:%d\n", state.entry, state.expected_theme_entry()));
         break;
     }
-    return Outcome::go_on;
+    return true;
 }
 
 } // namespace
@@ -140,16 +140,14 @@ int read_sound_setup(const std::string& path) {
     sound_directory.clear();
     SetupState state;
     LineReader lines(*text);
-    Outcome outcome = Outcome::go_on;
-    while (outcome == Outcome::go_on) {
-        const auto line = lines.next();
-        if (!line)
-            break;
-        outcome = apply_step(next_setup_step(state, *line), state);
+    while (const auto line = lines.next()) {
+        const bool goes_on = apply_step(next_setup_step(state, *line), state);
         music_on = state.themes;
+        if (!goes_on)
+            break;
     }
-    music_on = outcome == Outcome::failed ? 0 : std::clamp(state.themes, 0, theme_limit);
-    return outcome == Outcome::failed ? 0 : state.handled;
+    music_on = std::clamp(state.themes, 0, theme_limit);
+    return state.handled;
 }
 
 } // namespace vcc

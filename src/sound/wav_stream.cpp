@@ -18,38 +18,6 @@ constexpr int stream_halves = 2;
 
 } // namespace
 
-// The library asks for a buffer when the other half begins to play, so the half that is active while a buffer is filled
-// precedes it. When the marked half is active again, the buffer with the last data has been played.
-RefillPlan plan_refill(const RefillState& state, long data_length, long buffer_size, bool loop_all, int active_half) {
-    RefillPlan plan;
-    plan.next = state;
-    if (state.end_mark != 0) {
-        plan.silence = buffer_size;
-        plan.finished = state.end_mark == active_half + 1;
-        return plan;
-    }
-    plan.tail_from = state.position;
-    const long left = data_length - state.position;
-    if (buffer_size < left) {
-        plan.tail = buffer_size;
-        plan.next.position += buffer_size;
-        return plan;
-    }
-    plan.tail = left;
-    const long rest = buffer_size - left;
-    if (loop_all) {
-        plan.silence = rest;
-        plan.next = {0, active_half + 1};
-    } else if (data_length == 0) {
-        plan.silence = rest;
-    } else {
-        plan.wrap = std::min(rest, data_length);
-        plan.repeat = rest - plan.wrap;
-        plan.next.position = rest % data_length;
-    }
-    return plan;
-}
-
 std::unique_ptr<WavStream> WavStream::open(const std::string& path, int volume) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0) {
@@ -75,55 +43,56 @@ std::unique_ptr<WavStream> WavStream::open(const std::string& path, int volume) 
 }
 
 WavStream::Refill WavStream::refill(bool loop_all) {
-    void* const memory = get_audio_stream_buffer(stream_.get());
+    auto* const memory = static_cast<unsigned char*>(get_audio_stream_buffer(stream_.get()));
     if (memory == nullptr)
         return Refill::no_buffer;
-    const long size = long{stream_samples} * header_.frame_bytes();
-    const RefillPlan plan = plan_refill(state_, header_.data_length, size, loop_all, stream_->active);
-    state_ = plan.next;
-    if (plan.finished)
+    // The library asks for a buffer when the other half begins to play, so the half that is active while a buffer is
+    // filled precedes it. When the marked half is active again, the buffer with the last data has been played.
+    if (last_half_ == stream_->active)
         return Refill::finished;
-    fill(plan, {static_cast<unsigned char*>(memory), static_cast<std::size_t>(size)});
+    const std::span buffer(memory, static_cast<std::size_t>(stream_samples * header_.frame_bytes()));
+    fill(buffer, loop_all);
+    fade_in(buffer, header_.bits, header_.frame_bytes(), header_.rate * std::exchange(fade_in_ms_, 0) / 1000);
+    if (header_.bits == 16)
+        flip_sign_bits(buffer);
     free_audio_stream_buffer(stream_.get());
     return Refill::filled;
 }
 
-void WavStream::fill(const RefillPlan& plan, std::span<unsigned char> buffer) {
-    const auto tail = static_cast<std::size_t>(plan.tail);
-    const auto wrap = static_cast<std::size_t>(plan.wrap);
-    const auto repeat = static_cast<std::size_t>(plan.repeat);
-    read_at(plan.tail_from, buffer.first(tail));
-    read_at(0, buffer.subspan(tail, wrap));
-    const auto period = static_cast<std::size_t>(header_.data_length);
-    for (std::size_t at = tail + wrap; at < tail + wrap + repeat; ++at)
-        buffer[at] = buffer[at - period];
-    const auto silence = buffer.subspan(tail + wrap + repeat);
-    std::fill(silence.begin(), silence.end(), silent_byte(header_.bits));
-    fade_in(buffer, header_.bits, header_.frame_bytes(), header_.rate * std::exchange(fade_in_ms_, 0) / 1000);
-    if (header_.bits == 16)
-        flip_sign_bits(buffer);
+/// Fills a buffer with what follows of the theme, and after its end with silence (`loop_all`) or the theme again.
+void WavStream::fill(std::span<unsigned char> buffer, bool loop_all) {
+    const auto length = static_cast<std::size_t>(header_.data_length);
+    const std::size_t tail = std::min(buffer.size(), length - position_);
+    read_at(position_, buffer.first(tail));
+    position_ += tail;
+    if (position_ < length)
+        return;
+    const auto rest = buffer.subspan(tail);
+    if (loop_all && !last_half_)
+        last_half_ = stream_->active;
+    if (last_half_ || length == 0) {
+        std::ranges::fill(rest, silent_byte(header_.bits));
+        return;
+    }
+    read_at(0, rest.first(std::min(rest.size(), length)));
+    for (std::size_t at = tail + length; at < buffer.size(); ++at)
+        buffer[at] = buffer[at - length];
+    position_ = rest.size() % length;
 }
 
 /// Fills up with silence if the file has been truncated since it was opened.
-void WavStream::read_at(long position, std::span<unsigned char> target) {
-    if (target.empty())
-        return;
-    const bool placed =
-        position == file_position_ || std::fseek(file_.get(), header_.data_offset + position, SEEK_SET) == 0;
+void WavStream::read_at(std::size_t position, std::span<unsigned char> target) {
+    const bool placed = std::fseek(file_.get(), header_.data_offset + static_cast<long>(position), SEEK_SET) == 0;
     const std::size_t count = placed ? std::fread(target.data(), 1, target.size(), file_.get()) : 0;
-    file_position_ = position + static_cast<long>(count);
-    const auto missing = target.subspan(count);
-    std::fill(missing.begin(), missing.end(), silent_byte(header_.bits));
+    std::ranges::fill(target.subspan(count), silent_byte(header_.bits));
 }
 
 void WavStream::prime(bool loop_all, int fade_in_ms) {
     fade_in_ms_ = fade_in_ms;
     pause();
     for (int half = 0; half < stream_halves; ++half) {
-        const Refill filled = refill(loop_all);
+        refill(loop_all);
         pause(); // the library starts a stopped voice when it gets a buffer back
-        if (filled != Refill::filled)
-            break;
     }
     voice_set_position(stream_->voice, 0);
 }
