@@ -93,17 +93,6 @@ const char* error_text(platform::AviError error) {
     return i < texts.size() ? texts[i] : "Unknown error code!";
 }
 
-void start_sound(int effect) {
-    if (effect == no_effect)
-        return;
-    current_theme = -1; // odd on purpose
-    skip_requested();
-    if (!sound_on)
-        return;
-    sfx_volume = film_effect_volume;
-    play_effect(effect);
-}
-
 bool stop_requested() {
     poll_gamepads();
     return skip_requested() != 0 || close_requested != 0;
@@ -141,24 +130,15 @@ FilmPlace place_film(int film_width, int film_height, int screen_width, int scre
 }
 
 void decode_frame(BITMAP* surface, const platform::AviFrame& frame) {
-    const auto depth = std::ranges::find(depth_rows, frame.bits, &DepthRow::bits);
-    if (depth == std::end(depth_rows) || bitmap_color_depth(surface) != frame.bits || surface->w != frame.width ||
-        surface->h != frame.height)
-        return;
+    const auto* const depth = std::ranges::find(depth_rows, frame.bits, &DepthRow::bits);
     for (int y = 0; y < frame.height; ++y)
         depth->convert(frame.row(y).data(), surface->line[y], frame.width);
 }
 
 void film_palette(const platform::AviFrame& frame, PALETTE palette) {
-    for (std::size_t i = 0; i < PAL_SIZE; ++i) {
-        palette[i] = {};
-        if (frame.colour_table.size() < 4 * (i + 1))
-            continue;
-        const auto* entry = frame.colour_table.data() + 4 * i; // the library counts to 63
-        palette[i].r = entry[2] >> 2;
-        palette[i].g = entry[1] >> 2;
-        palette[i].b = entry[0] >> 2;
-    }
+    const auto part = [&frame](std::size_t at) { return static_cast<unsigned char>(frame.colour_table[at] >> 2); };
+    for (std::size_t i = 0; i < PAL_SIZE; ++i) // the library counts to 63
+        palette[i] = {part(4 * i + 2), part(4 * i + 1), part(4 * i), 0};
 }
 
 FilmScreen::FilmScreen(const platform::AviFrame& first)
@@ -203,13 +183,8 @@ void play_film(const std::string& path, int effect) {
         mouse_b = 0;
         forget_mouse_buttons();
     });
-    // Even if it was not heard: films play once per run, and their sounds are large.
-    const AtEnd sound_dropped([effect, volume_before = sfx_volume] {
-        if (effect == no_effect || !sound_on)
-            return;
-        drop_effect(effect);
-        sfx_volume = volume_before;
-    });
+    const SwitchSet volume_again(sfx_volume);
+    const AtEnd sound_dropped([effect] { drop_effect(effect); }); // films play once per run, and their sounds are large
     const auto [film, error] = platform::open_avi(platform::resolve_path(path));
     if (!film) {
         write_log(format_text("Error while initializing/loading AVI-File <%s>: %s", path.c_str(), error_text(error)));
@@ -225,7 +200,12 @@ void play_film(const std::string& path, int effect) {
     }
     clear_keybuf();
     forget_mouse_buttons();
-    start_sound(effect);
+    if (effect != no_effect) {
+        current_theme = -1; // odd on purpose
+        skip_requested();
+        sfx_volume = film_effect_volume;
+        play_effect(effect);
+    }
     play(*film, *target);
 }
 

@@ -16,10 +16,10 @@ struct FilmPlace {
 };
 FilmPlace place_film(int film_width, int film_height, int screen_width, int screen_height);
 
-/// Converts a frame into a memory bitmap of its size and depth. Ignores a frame of another size or depth.
+/// Converts a frame into a memory bitmap of its size and depth.
 void decode_frame(BITMAP* surface, const platform::AviFrame& frame);
 
-/// The colour table of an 8-bit frame in the library's form; entries that the frame lacks are black.
+/// The colour table of an 8-bit frame in the library's form.
 void film_palette(const platform::AviFrame& frame, PALETTE palette);
 
 /// Shows frames centred on a black screen, or the middle of frames larger than the screen.
