@@ -22,7 +22,6 @@ constexpr std::array<int, font_count> cell_heights{11, 13, 11, 11, 12, 12, 14, 1
 constexpr std::size_t proportional_fonts = 2; ///< the first ones
 
 std::array<std::unique_ptr<platform::TrueTypeFont>, font_count> faces;
-bool configured = false; ///< until then all cells are empty
 
 bool is_font(int n) {
     return n >= 0 && n < font_count;
@@ -33,11 +32,11 @@ std::size_t index_of(int n) {
 }
 
 int rows_of(int n) {
-    return configured ? std::min(layout_height / cell_height(n), grid_row_limit) : 0;
+    return layout_height / cell_height(n);
 }
 
 int columns_of(int n) {
-    return configured ? std::min(layout_width / cell_width(n) + 1, grid_column_limit) : 0;
+    return layout_width / cell_width(n) + 1;
 }
 
 void use_grid(int n) {
@@ -75,7 +74,6 @@ void configure_fonts() {
             const bool fixed = i >= proportional_fonts; // the cell includes the default spacing
             face->set_spacing(fixed ? cell_widths[i] - rows::font_spaces[i] : 0, read_number("font#_space", n));
         }
-    configured = true;
     use_grid(font_count - 1);
 }
 
@@ -83,7 +81,7 @@ void select_font(int n) {
     drawing.previous_font = drawing.current_font;
     if (n == drawing.current_font)
         return;
-    if (configured && is_font(n))
+    if (is_font(n))
         use_grid(n);
     else
         drawing.current_font = fallback_font; // in the grid of the font before: odd on purpose
@@ -96,11 +94,11 @@ void release_fonts() {
 }
 
 int cell_width(int n) {
-    return configured ? cell_widths[index_of(n)] : 0;
+    return cell_widths[index_of(n)];
 }
 
 int cell_height(int n) {
-    return configured ? cell_heights[index_of(n)] : 0;
+    return cell_heights[index_of(n)];
 }
 
 int text_box_height(int n) {
@@ -108,15 +106,15 @@ int text_box_height(int n) {
 }
 
 bool proportional(int n) {
-    return configured && index_of(n) < proportional_fonts;
+    return index_of(n) < proportional_fonts;
 }
 
 int column_x(int n, int column) {
-    return std::clamp(column, 0, std::max(columns_of(n) - 1, 0)) * cell_width(n);
+    return std::clamp(column, 0, columns_of(n) - 1) * cell_width(n);
 }
 
 int row_y(int n, int row) {
-    return std::clamp(row, 0, std::max(rows_of(n) - 1, 0)) * cell_height(n);
+    return std::clamp(row, 0, rows_of(n) - 1) * cell_height(n);
 }
 
 int text_width(int n, std::string_view text) {

@@ -34,7 +34,7 @@ bool load_fonts(const std::string& directory);
 /// 10 current.
 void configure_fonts();
 
-/// Makes font n current; font 4 if n is outside 0 to 10 or has no grid.
+/// Makes font n current; font 4 if n is outside 0 to 10.
 void select_font(int n);
 
 void release_fonts();
@@ -50,7 +50,7 @@ private:
     int before_;
 };
 
-// Metrics of font n (of the fallback font outside 0 to 10) in pixels; 0 before configure_fonts().
+// Metrics of font n (of the fallback font outside 0 to 10) in pixels.
 int cell_width(int n);
 int cell_height(int n);
 int text_box_height(int n);

@@ -15,12 +15,7 @@ namespace {
 
 constexpr std::size_t language_line_limit = 80;
 
-std::array<std::array<std::string, message_limit>, languages.size() + 1> message_catalogue;
-
-std::array<std::string, message_limit>& current_block() {
-    const auto block = static_cast<std::size_t>(language);
-    return message_catalogue[block < message_catalogue.size() ? block : 0];
-}
+std::array<std::string, message_limit> message_catalogue; ///< of the language in use
 
 void use_prefixes(const LanguageRow& row) {
     slot_prefix = std::string("tools\\language\\").append(row.folder).append("\\").append(row.prefix);
@@ -30,19 +25,6 @@ void use_prefixes(const LanguageRow& row) {
 std::string text_file(int number, std::string_view LanguageRow::*name) {
     const LanguageRow& row = languages[static_cast<std::size_t>(number - 1)];
     return std::string("tools\\language\\").append(row.folder).append("\\txt\\").append(row.*name);
-}
-
-/// The language that the language file names. The reason is a log line; empty if the file names none.
-Result<int> chosen_language() {
-    const auto file = read_file(path::language_choice);
-    if (!file)
-        return Failure{"Error reading language.ini"};
-    const std::optional<std::string_view> line = LineReader(*file).next(language_line_limit);
-    if (!line)
-        return Failure{"Error reading language variables from language.ini"};
-    if (!line->starts_with('1') && !line->starts_with('2'))
-        return Failure{};
-    return line->front() - '0';
 }
 
 } // namespace
@@ -62,11 +44,13 @@ void use_language(int number) {
 
 void load_language() {
     use_prefixes(languages[0]);
-    const Result<int> chosen = chosen_language();
+    const auto file = read_file(path::language_choice);
+    const auto line = file ? LineReader(*file).next(language_line_limit) : std::nullopt;
+    if (!line)
+        write_log(file ? "Error reading language variables from language.ini" : "Error reading language.ini");
+    const bool chosen = line && (line->starts_with('1') || line->starts_with('2'));
     if (chosen)
-        use_language(*chosen);
-    else if (!chosen.reason().empty())
-        write_log(chosen.reason());
+        use_language(line->front() - '0');
     load_messages(chosen ? message_file(language) : "");
     load_screen_texts(screen_text_file(language));
 }
@@ -85,7 +69,7 @@ int load_messages(const std::string& path) {
             break;
         if (line->kind != NumberedLine::Kind::text || index < 0)
             continue;
-        current_block()[static_cast<std::size_t>(index)] = line->text;
+        message_catalogue[static_cast<std::size_t>(index)] = line->text;
         ++stored;
     }
     return stored;
@@ -94,7 +78,7 @@ int load_messages(const std::string& path) {
 std::string_view message(int index) {
     if (index < 0 || index >= message_limit)
         return {};
-    return current_block()[static_cast<std::size_t>(index)];
+    return message_catalogue[static_cast<std::size_t>(index)];
 }
 
 } // namespace vcc

@@ -10,7 +10,7 @@ inline int language = 1;               ///< 1 English, 2 German
 inline std::string slot_prefix;        ///< of the names of slot files
 inline std::string text_window_prefix; ///< of the names of text-window files
 
-inline constexpr int message_limit = 300; ///< entries of a language's block
+inline constexpr int message_limit = 300; ///< messages of a language
 
 /// Makes a language (1 or 2) and its prefixes current.
 void use_language(int number);
@@ -23,11 +23,11 @@ std::string screen_text_file(int number);
 /// that it names. Failures are logged.
 void load_language();
 
-/// Reads a message file into the block of the current language; returns the number of text lines stored, 0 if it cannot
-/// be opened (logged).
+/// Reads a message file; its messages replace those read before. Returns the number of text lines stored, 0 if it
+/// cannot be opened (logged).
 int load_messages(const std::string& path);
 
-/// A message of the current language, index 0 to 299; empty if no file has it or the index is out of range.
+/// A message that has been read, index 0 to 299; empty if no file has it or the index is out of range.
 std::string_view message(int index);
 
 } // namespace vcc
