@@ -95,7 +95,6 @@ bool load_pass(Session& session) {
 
 std::optional<Module> run_screens() {
     BITMAP* target = graphic_buffer(screen_buffer);
-    set_status_target(target);
     place_status_line();
     show_mouse(screen);
     free_backgrounds();
@@ -114,7 +113,6 @@ void pass_cleanup(const Session& session) {
 std::optional<Module> run_pass(Session& session) {
     prepare_pass();
     const std::optional<Module> choice = load_pass(session) ? run_screens() : std::nullopt;
-    set_status_target(nullptr);
     free_cc_slot_sets();
     pass_cleanup(session);
     show_mouse(nullptr);

@@ -12,7 +12,6 @@
 #include "screen/buffer_list.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
-#include "screen/status_line.h"
 #include "screen/text_window.h"
 #include "settings/keyboard_layout.h"
 #include "settings/settings.h"
@@ -121,7 +120,6 @@ bool reload_pictures(BITMAP*& target) {
         return false;
     }
     target = graphic_buffer(screen_buffer);
-    set_status_target(target);
     prepare_background_copies();
     keep_text_background(options_set);
     install_mouse_and_pointer();

@@ -20,10 +20,6 @@ int characters(const Slot& slot) {
     return slot.input_mode != 0 ? std::max(length, slot.size) : length;
 }
 
-Slot& slot_at(std::vector<Slot>& slots, int index) {
-    return slots[static_cast<std::size_t>(index)];
-}
-
 } // namespace
 
 Rect slot_rect(const Slot& slot) {
@@ -33,10 +29,8 @@ Rect slot_rect(const Slot& slot) {
         return {as_coordinate(slot.dest_x), as_coordinate(slot.dest_y), as_coordinate(slot.dest_x + width),
                 as_coordinate(slot.dest_y + height)};
     }
-    const Point corner = slot_position(slot);
-    return {as_coordinate(corner.x), as_coordinate(corner.y),
-            as_coordinate(std::int64_t{corner.x} + column_x(slot.font, characters(slot))),
-            as_coordinate(std::int64_t{corner.y} + cell_height(slot.font))};
+    const auto [x, y] = slot_position(slot);
+    return {x, y, x + column_x(slot.font, characters(slot)), y + cell_height(slot.font)};
 }
 
 bool is_selectable(const Slot& slot) {
@@ -64,10 +58,10 @@ int pick_focus(SlotSet& set, int index, int direction, bool single) {
     if (const int pointed = slot_under_pointer(index, set.slots, single); pointed >= 0)
         index = pointed;
     for (int tries = set.slot_count(); tries > 0 && set.has_slot(index); --tries) {
-        const Slot& slot = slot_at(set.slots, index);
+        const Slot& slot = set.slots[static_cast<std::size_t>(index)];
         if (is_selectable(slot)) {
-            if (slot.input_mode != 0 && set.has_toggle(index))
-                store_text(slot_at(set.toggles, index).text, text_of(slot.text));
+            if (Slot* const look = set.toggle(index); look && slot.input_mode != 0)
+                store_text(look->text, text_of(slot.text));
             select_font(slot.font);
             return index;
         }
@@ -81,7 +75,7 @@ Point pointer_place(const Slot& slot, int focus_x, int focus_y) {
     if (placed_in_pixels(slot)) {
         x = slot.dest_x + (std::int64_t{slot.box_width} - slot.src_x) / 2;
         y = slot.dest_y + (std::int64_t{slot.box_height} - slot.src_y) / 2;
-    } else if (slot.box_width != 0 && slot.box_height != 0) {
+    } else if (is_boxed(slot)) {
         x = column_x(drawing.current_font, slot.column) + slot.box_width / 2;
         y = row_y(drawing.current_font, slot.row) + slot.box_height / 2;
     } else {

@@ -12,18 +12,11 @@
 #include "sound/music.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 namespace vcc {
 
 namespace {
-
-/// Music and backgrounds go on while pictures load.
-void show_progress() {
-    feed_music();
-    show_next_background();
-}
 
 bool create_work_bitmaps() {
     for (const int number : {window_copy_buffer, info_copy_buffer, help_save_buffer, text_copy_buffer}) {
@@ -34,35 +27,36 @@ bool create_work_bitmaps() {
             return false;
         }
         clear_bitmap(buffer.get());
-        show_progress();
+        feed_music();
+        show_next_background();
     }
     return true;
 }
 
-/// Buffers by the pictures in them. A picture that the list names again is copied, ten times as fast as reading it.
-using PicturesRead = std::map<std::string, int>;
+/// The pictures that the buffers hold. One that the list names again is copied, ten times as fast as reading it.
+using PicturesHeld = std::array<const ListedPicture*, graphic_buffer_count>;
 
-BitmapPtr picture_for(std::size_t index, const std::string& path, const PicturesRead& read) {
-    const auto before = read.find(path);
-    BITMAP* const same = before != read.end() ? graphic_buffer(before->second) : nullptr;
-    if (!same)
-        return load_picture(path, &buffer_palettes[index]).value_or(nullptr);
-    std::ranges::copy(buffer_palettes[static_cast<std::size_t>(before->second)], buffer_palettes[index]);
-    return copy_of(same);
+BitmapPtr picture_for(const ListedPicture& wanted, const PicturesHeld& held) {
+    PALETTE& palette = buffer_palettes[static_cast<std::size_t>(wanted.buffer)];
+    const auto same =
+        std::ranges::find_if(held, [&](const ListedPicture* each) { return each && each->path == wanted.path; });
+    if (same == held.end())
+        return load_picture(wanted.path, &palette).value_or(nullptr);
+    std::ranges::copy(buffer_palettes[static_cast<std::size_t>((*same)->buffer)], palette);
+    return copy_of(graphic_buffer((*same)->buffer));
 }
 
-bool load_buffer(int number, const std::string& path, PicturesRead& read) {
-    const auto index = static_cast<std::size_t>(number);
+bool load_buffer(const ListedPicture& listed, PicturesHeld& held) {
+    const auto index = static_cast<std::size_t>(listed.buffer);
     feed_music();
-    BitmapPtr picture = picture_for(index, path, read);
+    BitmapPtr picture = picture_for(listed, held);
     feed_music();
     if (!picture) {
-        alert_and_log(format_text("error reading pic_file[%d]:=%s", number, path.c_str()));
+        alert_and_log(format_text("error reading pic_file[%d]:=%s", listed.buffer, listed.path.c_str()));
         return false;
     }
     graphic_buffers[index] = std::move(picture);
-    std::erase_if(read, [number](const auto& each) { return each.second == number; }); // its former picture is gone
-    read.emplace(path, number);
+    held[index] = &listed;
     show_next_background();
     return true;
 }
@@ -93,9 +87,9 @@ int load_graphic_buffers(const std::string& path) {
     if (!text)
         return 0;
     const BufferList list = read_buffer_list(*text);
-    PicturesRead read;
+    PicturesHeld held{};
     for (const ListedPicture& picture : list.pictures)
-        if (!load_buffer(picture.buffer, picture.path, read))
+        if (!load_buffer(picture, held))
             return 0;
     if (list.unknown && list.unknown->fails_list()) {
         if (list.unknown->key == '+')

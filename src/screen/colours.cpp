@@ -4,11 +4,8 @@
 
 namespace vcc {
 
-namespace {
-
 // clang-format off
-// 0xRRGGBB. No data file uses entries beyond the last row.
-constexpr auto rgb = std::to_array<std::uint32_t>({
+const std::array<std::uint32_t, colour_count> colour_table{
     0x000000, 0x0000AA, 0x00AA00, 0x00AAAA, 0xAA0000, 0xAA00AA, 0xAA5500, 0xAAAAAA, // 0
     0x555555, 0x5555FF, 0x55FF55, 0x55FFFF, 0xFF5555, 0xFF55FF, 0xFFFF55, 0xFBFBFB, // 8
     0x4F6377, 0x53677F, 0x5B6B87, 0x63738F, 0x67779B, 0x6F7BA3, 0x777FAB, 0x7B83B3, // 16
@@ -36,27 +33,19 @@ constexpr auto rgb = std::to_array<std::uint32_t>({
     0x00C300, 0x008B00, 0x00DF00, 0x00A700, 0x00DF00, 0x00A700, 0x00DF00, 0x00A700, // 192
     0x00DF00, 0x00A700, 0x00DF00, 0x00A700, 0x00DF00, 0x00A700, 0x00DF00, 0x00A700, // 200
     0x00C300, 0x00FF00, 0xFFFF6B, 0xFF0000, 0xCDF5CD, 0x0000AA, 0x0000AA, 0x0000AA, // 208
-});
-constexpr std::uint32_t spare = 0x0000AA;
+    // No data file uses these.
+    0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, // 216
+    0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, // 224
+    0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, // 232
+    0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, // 240
+    0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, 0x0000AA, // 248
+};
 // clang-format on
 
-constexpr std::array<Colour, colour_count> unpacked() {
-    std::array<Colour, colour_count> table;
-    for (std::size_t i = 0; i < table.size(); ++i) {
-        const std::uint32_t packed = i < rgb.size() ? rgb[i] : spare;
-        table[i] = {static_cast<std::uint8_t>(packed >> 16), static_cast<std::uint8_t>(packed >> 8),
-                    static_cast<std::uint8_t>(packed)};
-    }
-    return table;
-}
-
-} // namespace
-
-const std::array<Colour, colour_count> colour_table = unpacked();
-
 int pixel_of(int index) {
-    const Colour& entry = colour_table[static_cast<std::size_t>(index)];
-    return makecol(entry.red, entry.green, entry.blue);
+    const std::uint32_t colour = colour_table[static_cast<std::size_t>(index)];
+    return makecol(static_cast<int>(colour >> 16), static_cast<int>(colour >> 8 & 0xFF),
+                   static_cast<int>(colour & 0xFF));
 }
 
 } // namespace vcc

@@ -6,13 +6,9 @@
 
 namespace vcc {
 
-struct Colour {
-    std::uint8_t red = 0, green = 0, blue = 0;
-};
-
 inline constexpr int colour_count = 256;
 inline constexpr int line_fallback_colour = 12;
-extern const std::array<Colour, colour_count> colour_table;
+extern const std::array<std::uint32_t, colour_count> colour_table; ///< 0xRRGGBB
 
 constexpr bool is_colour(int index) {
     return index >= 0 && index < colour_count;

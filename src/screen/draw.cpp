@@ -63,10 +63,8 @@ void present_screen() {
 }
 
 void fill_text_box(BITMAP* target, int x, int y, int width, int colour) {
-    const int height = text_box_height(drawing.current_font);
-    if (width == 0 || height == 0)
-        return;
-    fill_rect(target, x, y, x + as_coordinate(width), y + height, colour);
+    if (width != 0)
+        fill_rect(target, x, y, x + as_coordinate(width), y + text_box_height(drawing.current_font), colour);
 }
 
 void fill_rect(BITMAP* target, int x1, int y1, int x2, int y2, int colour) {
@@ -110,9 +108,9 @@ void draw_slot_box(BITMAP* target, const Slot* slots, int index) {
 
 void draw_slot_box_at(BITMAP* target, int x, int y, const Slot* slots, int index) {
     const Slot& slot = slots[index];
-    if (slot.box_width == 0 || slot.box_height == 0)
-        return;
-    fill_rect(target, x, y, x + as_coordinate(slot.box_width), y + as_coordinate(slot.box_height), slot.back_colour);
+    if (is_boxed(slot))
+        fill_rect(target, x, y, x + as_coordinate(slot.box_width), y + as_coordinate(slot.box_height),
+                  slot.back_colour);
 }
 
 } // namespace vcc

@@ -18,7 +18,7 @@ void present_screen();
 /// Places the mouse pointer, clamped to the picture: outside it keys would not reach the program.
 void put_pointer(int x, int y);
 
-/// Draws a box of the current font's text box height; nothing if the width or height is 0.
+/// Draws a box of the current font's text box height; nothing if the width is 0.
 void fill_text_box(BITMAP* target, int x, int y, int width, int colour);
 void fill_rect(BITMAP* target, int x1, int y1, int x2, int y2, int colour); ///< nothing for an index outside the table
 void frame_rect(BITMAP* target, int x1, int y1, int x2, int y2,

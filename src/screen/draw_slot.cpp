@@ -35,13 +35,9 @@ void draw_picture(BITMAP* target, const Slot& slot) {
                     as_coordinate(slot.box_width) - src_x, as_coordinate(slot.box_height) - src_y);
 }
 
-bool has_box(const Slot& slot) {
-    return slot.box_width != 0 && slot.box_height != 0;
-}
-
 /// On a box, in a field or over a picture there is no clean background to blend into.
 bool wants_hard_edges(const Slot& slot) {
-    return slot.input_mode != 0 || has_box(slot) || skipped_by_focus(slot);
+    return slot.input_mode != 0 || is_boxed(slot) || skipped_by_focus(slot);
 }
 
 void draw_slot_text(BITMAP* target, const Slot& slot) {

@@ -17,21 +17,17 @@ namespace {
 // Records are used as they are in the file.
 static_assert(std::endian::native == std::endian::little);
 
-void report_unreadable(const std::string& path, const std::string& reason) {
-    write_log(format_text("%s: %s", path.c_str(), reason.c_str()));
-    show_status("Fehler beim oeffnen der Datei:", path);
-}
-
-/// `what_is_missing` completes the message if there are no records.
-std::vector<Slot> take_records(const std::string& path, std::string_view bytes, std::string_view what_is_missing) {
-    Result<std::vector<Slot>> records = read_slot_file(bytes);
-    if (!records)
-        write_log(format_text("%s: %s", path.c_str(), records.reason().c_str()));
-    else if (records->empty())
-        write_log(format_text("%s: has no records", path.c_str()));
-    if (!records || records->empty())
-        show_status("Datei ja!", what_is_missing);
-    return std::move(records).value_or({});
+/// The records of a file that has been read. Failures are logged; `none` completes the message if there are no records.
+std::vector<Slot> take_records(const std::string& path, const Result<std::string>& bytes, std::string_view none) {
+    Result<std::vector<Slot>> records = bytes ? read_slot_file(*bytes) : Failure{bytes.reason()};
+    if (records && !records->empty())
+        return std::move(*records);
+    write_log(format_text("%s: %s", path.c_str(), records ? "has no records" : records.reason().c_str()));
+    if (bytes)
+        show_status("Datei ja!", none);
+    else
+        show_status("Fehler beim oeffnen der Datei:", path);
+    return {};
 }
 
 } // namespace
@@ -55,27 +51,18 @@ Result<std::vector<Slot>> read_slot_file(std::string_view bytes) {
 }
 
 int load_slots(const std::string& path, SlotSet& set) {
-    set.slots.clear();
     set.file = path;
     const auto bytes = read_file(path);
-    if (!bytes) {
-        report_unreadable(path, bytes.reason());
-        return 1;
-    }
-    set.slots = take_records(path, *bytes, " Slots nein!");
-    return set.slot_count();
+    set.slots = take_records(path, bytes, " Slots nein!");
+    return bytes ? set.slot_count() : 1;
 }
 
 int load_toggles(const std::string& slot_path, SlotSet& set) {
-    set.toggles.clear();
     const std::string path = replace_extension(slot_path, ".tgl");
     const auto bytes = read_file(path);
-    if (!bytes) {
-        if (bytes.reason() != missing_file) // a set without toggles has no such file
-            report_unreadable(path, bytes.reason());
-        return 0;
-    }
-    set.toggles = take_records(path, *bytes, " Toggles nein!");
+    set.toggles.clear();
+    if (bytes.reason() != missing_file) // a set without toggles has no such file
+        set.toggles = take_records(path, bytes, " Toggles nein!");
     return set.toggle_count();
 }
 

@@ -65,6 +65,9 @@ struct SlotSet {
     int toggle_count() const { return static_cast<int>(toggles.size()); }
     bool has_slot(int index) const { return index >= 0 && index < slot_count(); }
     bool has_toggle(int index) const { return index >= 0 && index < toggle_count(); }
+
+    /// Null if there is no such record.
+    Slot* toggle(int index) { return has_toggle(index) ? &toggles[static_cast<std::size_t>(index)] : nullptr; }
 };
 
 /// Characters of the longest entry field, which keeps its text in the slot.
@@ -73,6 +76,9 @@ inline constexpr int field_limit = sizeof(Slot::text) - 1;
 /// A text slot is placed in pixels if both coordinates are set, else by a cell of its font's grid.
 inline bool placed_in_pixels(const Slot& slot) {
     return slot.dest_x != 0 && slot.dest_y != 0;
+}
+inline bool is_boxed(const Slot& slot) {
+    return slot.box_width != 0 && slot.box_height != 0;
 }
 inline bool is_hidden(const Slot& slot) {
     return slot.draw_flags[0] == 'n';

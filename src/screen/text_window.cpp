@@ -86,12 +86,10 @@ void draw_window_grid(BITMAP* target, const TextWindow& window, const Rect& area
         draw_vline(target, x, area.y1, area.y2, window.colour);
 }
 
-bool is_window(int number) {
-    return number >= 0 && number < text_window_count;
-}
-
-TextWindow& window_of(int number) {
-    return text_windows[static_cast<std::size_t>(number)];
+/// Null for a number outside the table.
+const TextWindow* window_of(int number) {
+    const bool exists = number >= 0 && number < text_window_count;
+    return exists ? &text_windows[static_cast<std::size_t>(number)] : nullptr;
 }
 
 Rect area_of(const TextWindow& window) {
@@ -109,7 +107,7 @@ void restore_area(BITMAP* target, BITMAP* source, const TextWindow& window) {
 }
 
 int frame_colour(const TextWindow& window, bool highlighted) {
-    return highlighted ? window_of(style_window).title_colour : window.colour;
+    return highlighted ? text_windows[style_window].title_colour : window.colour;
 }
 
 void draw_title(BITMAP* target, const TextWindow& window, int first_column, int columns, int y) {
@@ -119,8 +117,7 @@ void draw_title(BITMAP* target, const TextWindow& window, int first_column, int 
 }
 
 /// Plays the sound, restores the background (if `restores` and the window's style shows it) and draws the window.
-void open_window(BITMAP* target, int number, BITMAP* background, bool restores) {
-    const TextWindow& window = window_of(number);
+void open_window(BITMAP* target, int number, const TextWindow& window, BITMAP* background, bool restores) {
     play_effect(window.open_sound);
     if (window.style != 0) {
         if (!window.pixel_coords)
@@ -146,26 +143,16 @@ constexpr WindowKey window_keys[] = {
     {"t", &TextWindow::font},         {"w", &TextWindow::pixel_coords}, {"m", &TextWindow::pointer_offset, true},
 };
 
-const WindowKey* key_of_line(std::string_view line) {
-    for (const WindowKey& each : window_keys)
-        if (line.starts_with(each.key))
-            return &each;
-    return nullptr;
-}
-
-/// Comments, and unknown coordinates.
-bool is_ignored(std::string_view line) {
-    return !line.empty() && (line[0] == '#' || line[0] == 'x' || line[0] == 'y');
-}
-
 /// True for a "-" line.
 bool apply_line(std::string_view line, TextWindow& window) {
-    if (const WindowKey* row = key_of_line(line)) {
+    const auto row =
+        std::ranges::find_if(window_keys, [&](const WindowKey& each) { return line.starts_with(each.key); });
+    if (row != std::end(window_keys)) {
         const int number = to_number(line.substr(row->key.size()));
         window.*row->member = row->measure ? as_coordinate(number) : number;
         return row->key == "-";
     }
-    if (!is_ignored(line))
+    if (!line.starts_with('x') && !line.starts_with('y')) // unknown coordinates
         window.title = is_blank(line) ? std::string() : std::string(line);
     return false;
 }
@@ -173,21 +160,18 @@ bool apply_line(std::string_view line, TextWindow& window) {
 } // namespace
 
 void draw_text_window(BITMAP* target, int number) {
-    if (is_window(number))
-        open_window(target, number, graphic_buffer(window_of(number).background_buffer), true);
+    if (const TextWindow* const window = window_of(number))
+        open_window(target, number, *window, graphic_buffer(window->background_buffer), true);
 }
 
 void draw_text_window_from_bitmap(BITMAP* target, int number, int restore) {
-    if (!is_window(number))
-        return;
-    const TextWindow& window = window_of(number);
-    open_window(target, number, window.background_bitmap, window.pixel_coords ? restore != 0 : restore == -1);
+    if (const TextWindow* const window = window_of(number))
+        open_window(target, number, *window, window->background_bitmap,
+                    window->pixel_coords ? restore != 0 : restore == -1);
 }
 
 void draw_cell_window(BITMAP* target, int number, bool highlighted) {
-    if (!is_window(number))
-        return;
-    const TextWindow& window = window_of(number);
+    const TextWindow& window = text_windows[static_cast<std::size_t>(number)];
     const FontSelection selection(window.font);
     const Rect area = area_of(window);
     const Rect with_row{area.x1, area.y1, area.x2, area.y2 + 1};
@@ -206,9 +190,7 @@ void draw_cell_window(BITMAP* target, int number, bool highlighted) {
 }
 
 void draw_pixel_window(BITMAP* target, int number, bool highlighted) {
-    if (!is_window(number))
-        return;
-    const TextWindow& window = window_of(number);
+    const TextWindow& window = text_windows[static_cast<std::size_t>(number)];
     const Rect area{window.left, window.top, window.right, window.bottom};
     fill_window(target, window, area);
     draw_window_grid(target, window, area);
@@ -216,7 +198,7 @@ void draw_pixel_window(BITMAP* target, int number, bool highlighted) {
     if (frame != 0 && window.colour >= 0)
         frame_rect(target, area.x1, area.y1, area.x2, area.y2, frame);
     const int cell = cell_width(window.font);
-    if (!window.title.empty() && window.colour >= 0 && cell > 0) {
+    if (!window.title.empty() && window.colour >= 0) {
         const FontSelection selection(window.font);
         draw_title(target, window, window.left / cell, (window.right - window.left) / cell,
                    window.top - cell_height(window.font));
@@ -225,31 +207,28 @@ void draw_pixel_window(BITMAP* target, int number, bool highlighted) {
         put_pointer(window.left + window.pointer_offset, window.top);
 }
 
-int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows, void (*each_line)()) {
-    LineReader lines(text);
-    TextWindow* current = &windows[0];
+int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows) {
+    NumberedLines lines(text);
     int count = 0;
     while (const auto line = lines.next()) {
-        if (each_line)
-            each_line();
-        if (!line->starts_with('+')) {
-            if (current && apply_line(*line, *current))
-                ++count;
-            continue;
-        }
-        const int number = to_number(line->substr(1));
+        const int number = line->number.value_or(0);
         if (number >= text_window_count)
             break;
-        current = number < 0 ? nullptr : &windows[static_cast<std::size_t>(number)];
-        if (current)
-            current->title.clear();
+        if (number < 0)
+            continue;
+        TextWindow& window = windows[static_cast<std::size_t>(number)];
+        if (line->kind == NumberedLine::Kind::number)
+            window.title.clear();
+        else if (line->kind == NumberedLine::Kind::text && apply_line(line->text, window))
+            ++count;
     }
     return count;
 }
 
 int load_text_windows(const std::string& path) {
+    feed_music();
     const auto text = read_file(path);
-    return text ? read_text_windows(*text, text_windows, [] { feed_music(); }) : 0;
+    return text ? read_text_windows(*text, text_windows) : 0;
 }
 
 } // namespace vcc

@@ -43,12 +43,12 @@ void draw_text_window(BITMAP* target, int number);
 /// windows if it is -1.
 void draw_text_window_from_bitmap(BITMAP* target, int number, int restore);
 
+// The two forms of a window (0 to 29) by its kind of coordinates.
 void draw_cell_window(BITMAP* target, int number, bool highlighted);
 void draw_pixel_window(BITMAP* target, int number, bool highlighted);
 
-/// Applies a text-window file in memory to the table; returns the number of "-" lines. Calls `each_line`, which may be
-/// null, before every line.
-int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows, void (*each_line)());
+/// Applies a text-window file in memory to the table; returns the number of "-" lines.
+int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows);
 
 /// Loads a file into the table; 0 if it cannot be opened or has no "-" line.
 int load_text_windows(const std::string& path);

@@ -8,7 +8,7 @@ void vcc::fuzz::one_input(std::string_view input) {
     if (!graphic_buffers[3])
         graphic_buffers[3].reset(create_bitmap(800, 600));
     text_windows = {};
-    read_text_windows(input, text_windows, nullptr);
+    read_text_windows(input, text_windows);
     for (int window = 0; window < text_window_count; ++window) {
         current_text_window = window % 2 == 0 ? window : 0;
         draw_text_window(page, window);

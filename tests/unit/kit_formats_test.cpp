@@ -24,7 +24,7 @@ using FormatExample = test::FolderTest;
 
 TEST_F(FormatExample, TextWindow) {
     std::array<TextWindow, text_window_count> windows;
-    EXPECT_EQ(read_text_windows(example("tw"), windows, nullptr), 1);
+    EXPECT_EQ(read_text_windows(example("tw"), windows), 1);
     EXPECT_EQ(windows[1].right - windows[1].left, 200);
 }
 

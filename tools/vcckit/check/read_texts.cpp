@@ -151,7 +151,7 @@ void read_windows(Installation& installation, Faults& faults) {
         LanguageFiles& language = installation.by_language[i];
         language.window_file = language_file_name(languages[i], path::text_windows);
         const auto& text = installation.text_file(language.window_file);
-        if (!text || read_text_windows(*text, language.windows, nullptr) == 0) {
+        if (!text || read_text_windows(*text, language.windows) == 0) {
             Reporter{faults, language.window_file}(text ? window_missing : file_missing, "",
                                                    text ? "describes no window" : text.reason(),
                                                    "describe the windows; each has a \"-\" line", true);

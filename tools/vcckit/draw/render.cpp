@@ -92,7 +92,6 @@ struct Renderer::Kept {
 Renderer::Renderer() : kept_(std::make_unique<Kept>(Kept{program_values(), {}, {}, {}})) {}
 
 Renderer::~Renderer() {
-    set_status_target(nullptr);
     free_cc_slot_sets();
     stop_music();
     forget();
@@ -161,7 +160,6 @@ std::string Renderer::load(const RenderRequest& request) {
 }
 
 Result<BitmapPtr> Renderer::draw(const RenderRequest& request) {
-    set_status_target(nullptr);
     stop_music();
     std::string fault = load(request);
     if (fault.empty())
@@ -179,7 +177,6 @@ Result<BitmapPtr> Renderer::draw(const RenderRequest& request) {
     if (request.screen == RenderedScreen::message)
         for (Slot& slot : menu_set.slots)
             slot.help_number = 0; // the page then says that there is no help
-    set_status_target(target);
     place_status_line();
     Pilot pilot(std::move(steps));
     run_cc_screens(target);

@@ -65,7 +65,7 @@ std::string fault_of_screen(const std::string& text) {
 
 std::string fault_of_windows(const std::string& text) {
     std::array<TextWindow, text_window_count> windows;
-    return read_text_windows(text, windows, nullptr) > 0 ? "" : "describes no window";
+    return read_text_windows(text, windows) > 0 ? "" : "describes no window";
 }
 
 std::string fault_of_buffers(const std::string& text) {

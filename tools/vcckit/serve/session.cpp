@@ -174,7 +174,7 @@ bool Session::show_installed(const Document& document, Reading& reading) {
         for (std::size_t i = 0; i < languages.size(); ++i)
             if (name == language_file_name(languages[i], path::text_windows)) {
                 windows_[i] = {};
-                read_text_windows(*bytes, windows_[i], nullptr);
+                read_text_windows(*bytes, windows_[i]);
             }
     }
     return true;

@@ -70,10 +70,9 @@ int number_of_request(const Parameters& parameters, int least, int most) {
     return number ? *number : throw BadRequest("number is missing");
 }
 
-std::string colour_text(const Colour& colour) {
+std::string colour_text(std::uint32_t colour) {
     char text[8];
-    std::snprintf(text, sizeof text, "#%02x%02x%02x", unsigned{colour.red}, unsigned{colour.green},
-                  unsigned{colour.blue});
+    std::snprintf(text, sizeof text, "#%06x", unsigned{colour});
     return text;
 }
 
@@ -303,7 +302,7 @@ Answer Session::project(const Parameters&) {
         spoken.push_back({{"code", languages[i].code}, {"name", language_names[i]}});
     for (const auto& [name, document] : workspace_.documents())
         documents.push_back(name);
-    for (const Colour& colour : colour_table)
+    for (const std::uint32_t colour : colour_table)
         colours.push_back(colour_text(colour));
     json recovered;
     for (const auto& [name, left] : workspace_.offered()) {
