@@ -22,10 +22,6 @@ public:
     /// Number of lines (pieces) returned so far, for messages.
     int line_number() const { return line_number_; }
 
-    /// Byte offset of the next line, for seek().
-    std::size_t position() const { return position_; }
-    void seek(std::size_t position) { position_ = position; }
-
 private:
     std::string_view text_;
     std::size_t position_ = 0;

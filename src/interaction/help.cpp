@@ -45,9 +45,6 @@ public:
 
 private:
     Slot& slot(int index) { return run_.set->slots[static_cast<std::size_t>(index)]; }
-    Slot* toggle(int index) {
-        return run_.set->has_toggle(index) ? &run_.set->toggles[static_cast<std::size_t>(index)] : nullptr;
-    }
     void prepare_slots();
     void enable(int index);
     void show_toggle(int index);
@@ -95,7 +92,7 @@ HelpPage::~HelpPage() {
 }
 
 void HelpPage::show_toggle(int index) {
-    if (Slot* const shown = toggle(index))
+    if (Slot* const shown = run_.set->toggle(index))
         show(*shown);
 }
 
@@ -113,7 +110,7 @@ void HelpPage::prepare_slots() {
         store_text(slot(line).text, {});
     for (int index = message_slot::first_button; index < run_.set->slot_count(); ++index) {
         disable(slot(index));
-        if (Slot* const look = toggle(index))
+        if (Slot* const look = run_.set->toggle(index))
             disable(*look);
     }
     enable(message_slot::close);

@@ -29,18 +29,17 @@ public:
     }
 
     /// The number of the next header line; `missing` if there is no such line or it is too short for a number.
-    int header(int missing, std::size_t limit = line_limit) {
-        const auto line = lines_.next(limit);
-        return line && line->size() > 1 ? to_number(line->substr(1, line_length - 1)) : missing;
-    }
+    int header(int missing) { return number_in(lines_.next(), missing); }
 
     std::vector<int> pages(int number) {
-        const int count = header(1, line_length - 1);
+        const int count = number_in(lines_.next(line_length - 1), 1);
         std::vector<int> pages{number};
-        for (int page = 2; page <= count && !at_end(); ++page) {
-            const int further = header(0, line_length - 1);
+        for (int page = 2; page <= count; ++page) {
+            const auto line = lines_.next(line_length - 1);
+            if (!line)
+                break;
             if (page <= page_limit)
-                pages.push_back(further);
+                pages.push_back(number_in(line, 0));
         }
         return pages;
     }
@@ -73,11 +72,8 @@ public:
     }
 
 private:
-    bool at_end() {
-        const std::size_t here = lines_.position();
-        const bool end = !lines_.next();
-        lines_.seek(here);
-        return end;
+    static int number_in(std::optional<std::string_view> line, int missing) {
+        return line && line->size() > 1 ? to_number(line->substr(1, line_length - 1)) : missing;
     }
 
     void keep(std::vector<std::string>& texts, std::string_view line) const {

@@ -76,8 +76,8 @@ void InputLoop::show(PointerLook look) {
         return;
     shown_ = look;
     if (slot_.input_mode != 0) { // its highlighted look is drawn elsewhere, and must show the field's text
-        if (run_.set->has_toggle(run_.current))
-            store_text(run_.set->toggles[run_.index()].text, text_of(slot_.text));
+        if (Slot* const highlighted = run_.set->toggle(run_.current))
+            store_text(highlighted->text, text_of(slot_.text));
     } else if (look == PointerLook::over) {
         draw_slot(run_.target, run_.set->toggles, run_.current);
     } else {

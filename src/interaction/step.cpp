@@ -22,16 +22,12 @@ int next_slot(const ScreenRun& run) {
     return (run.current + 1) % run.set->slot_count();
 }
 
-/// Entry fields look like their toggle record while they are edited.
-const Slot& editing_look(const SlotSet& set, const Slot& slot) {
-    if (slot.input_mode != 0 && set.has_toggle(slot.toggle))
-        return set.toggles[static_cast<std::size_t>(slot.toggle)];
-    return slot;
-}
-
 int wait_on_slot(ScreenRun& run, bool no_wait) {
-    const Slot& look = editing_look(*run.set, run.slot());
-    if (run.slot().toggle == 0)
+    const Slot& slot = run.slot();
+    // Entry fields look like their toggle record while they are edited.
+    const Slot* const edited = slot.input_mode != 0 ? run.set->toggle(slot.toggle) : nullptr;
+    const Slot& look = edited ? *edited : slot;
+    if (slot.toggle == 0)
         update_screen(run.target); // nothing on this slot will send what was drawn before
     select_font(look.font);
     return await_input(run, look, true, no_wait);

@@ -187,20 +187,6 @@ TEST_F(Screen, PressesAreHeardOnceAndTheWheelNotchByNotch) {
     EXPECT_EQ(run({rest, [] { mouse_z = 2; }, rest, rest, press(13, KEY_ENTER)}), 2) << "from 0 back to 3, then 2";
 }
 
-TEST_F(Screen, ClicksOfNoLengthAreHeard) {
-    std::vector<int> stepped;
-    owner_.step = [&](int slot, bool) { stepped.push_back(slot); };
-    owner_.activated = [](int slot) { return std::optional(ScreenResult{slot}); };
-    const auto click = [](int button) {
-        return [=] {
-            hold(button)();
-            hold(0)();
-        };
-    };
-    EXPECT_EQ(run({point_at_row(2), rest, click(2), rest, rest, click(2), rest, rest, click(1)}), 2);
-    EXPECT_EQ(stepped, (std::vector{2, 2}));
-}
-
 TEST_F(Screen, GamepadsActOnTheCurrentSlotWhateverTheKeyboardHolds) {
     std::vector<int> stepped;
     owner_.step = [&](int slot, bool forward) { stepped.push_back(forward ? slot : -slot); };
