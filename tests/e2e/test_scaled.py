@@ -1,14 +1,21 @@
-"""The picture at other sizes: its pixels."""
+"""The picture at other sizes: its pixels, the pointer's place, the size that the window keeps, what goes wrong."""
 
+import random
+import subprocess
 import time
 
 import numpy as np
 import pytest
 from support.desktop import wait_until
+from support.installation import PROJECT
 from support.menu import enter_obedient
 from support.robot import POINTER_PLACED_S, SLOWNESS
 from support.scaled_player import AWAY, FULL_HD, ULTRA_HD, make_player, own_menu  # noqa: F401
 
+PLACES = [(0, 0), (799, 599), (799, 0), (0, 599), (1, 1), (400, 300), (401, 299), (798, 2)]
+
+
+# its pixels
 
 @pytest.mark.parametrize("size, layouts", [((1300, 1000), [(800, 600), (1240, 800), (500, 410)]),
                                            (FULL_HD, [(800, 600), (1333, 1000)])])
@@ -69,3 +76,158 @@ def test_a_module_is_scaled_without_knowing(make_player):
         player.resize(1301, 900, own=size)
         player.standing_picture()
         player.check_shown(own)
+
+
+# the pointer
+
+def test_the_pointer_is_where_the_player_sees_it(make_player):
+    player = make_player(size=ULTRA_HD)
+    enter_obedient(player)
+    time.sleep(POINTER_PLACED_S)
+    dice = random.Random(1)
+    for layout in ((801, 640), (1301, 900), ULTRA_HD):
+        if layout == ULTRA_HD:
+            player.installation.have_obeyed("mode 1 800 600 32")
+            player.wait_for_size(layout)
+            time.sleep(POINTER_PLACED_S)
+        else:
+            player.resize(*layout)
+        for place in PLACES + [(dice.randrange(800), dice.randrange(600)) for _ in range(4)]:
+            player.desktop.move(*player.spot(*place))
+            wait_until(lambda: player.pointer() == place, f"{place} in {layout}", 2 * SLOWNESS)
+        x, y, width, height = player.place()
+        left, top = player.desktop.origin(player.window())
+        for bar, place in (((left, top), (0, 0)), ((left + 2 * x + width - 1, top + 2 * y + height - 1), (799, 599))):
+            player.desktop.move(*bar)
+            wait_until(lambda: player.pointer() == place, f"{place} beside the picture in {layout}", 2 * SLOWNESS)
+        for place in ((200, 150), (799, 0)):  # the program places it
+            time.sleep(0.1)
+            player.installation.have_obeyed("place {} {}".format(*place))
+            wait_until(lambda: player.desktop.pointer() == player.spot(*place), f"the pointer at {place}",
+                       3 * SLOWNESS)
+
+
+# the window's size
+
+def test_the_window_keeps_the_size_that_the_player_gave_it(make_player):
+    player = make_player(size=FULL_HD)
+    hints = player.window().get_wm_normal_hints()
+    assert (hints.min_width, hints.min_height) == (400, 300)
+    size = 1100, 700
+    player.resize(*size)
+    player.switch_mode()
+    player.switch_mode(size)
+    enter_obedient(player)
+    for full, *own, depth in ((0, 800, 600, 32), (0, 640, 480, 16), (1, 640, 480, 32), (0, 800, 600, 32)):
+        player.installation.have_obeyed(f"mode {full} {own[0]} {own[1]} {depth}")
+        player.wait_for_size(FULL_HD if full else size, own)
+    player.installation.order("leave 0")
+    player.wait_for_menu()
+    assert player.size() == size
+
+
+def test_a_display_that_a_module_leaves_behind_is_set_again(make_player, own_menu):
+    player = make_player()
+    for full, size, result in (0, "640 480", 0), (1, "640 480", 0), (0, "800 600", 255):
+        enter_obedient(player)
+        player.installation.have_obeyed(f"mode {full} {size} 8")
+        player.installation.order(f"leave {result}")
+        player.forget_window()
+        player.wait_for_menu()
+        assert player.fills_the_desktop() == (result == 255)
+        player.menu()
+        player.check_shown(own_menu)
+        assert player.installation.log_messages()[-1] == (f"hq.so has left a display of {size.replace(' ', ' x ')} "
+                                                          "at 8 bits: 800 x 600 at 32 bits is set again")
+    assert len(player.installation.log_messages()) == 3
+
+
+def test_without_a_window_manager(make_player, own_menu):
+    player = make_player(size=(1300, 1000), window_manager=None)
+    player.resize(900, 700)
+    player.switch_mode()
+    player.desktop.run("xrandr", "--output", "screen", "--off", "--fb", "1100x800")  # a monitor goes away
+    player.wait_for_size((1100, 800))
+    player.menu()
+    player.check_shown(own_menu)
+    player.switch_mode((900, 700))
+
+
+def test_full_screen_fills_the_monitor_where_the_window_is(make_player):
+    player = make_player(start=False, size=(2400, 1000))
+    for monitor in ("left", "1400/200x1000/200+0+0", "screen"), ("right", "1000/200x1000/200+1400+0", "none"):
+        player.desktop.run("xrandr", "--setmonitor", *monitor)
+    player.start()
+    for place, monitor in (((100, 100), (0, 1400)), ((1500, 100), (1400, 1000))):
+        player.desktop.configure(player.window(), x=place[0], y=place[1])
+        player.switch_mode((monitor[1], 1000))
+        assert player.desktop.origin(player.window()) == (monitor[0], 0)
+        player.switch_mode((800, 600))
+
+
+# what goes wrong
+
+def test_a_window_that_changes_its_size_in_a_film_and_is_closed(make_player):
+    player = make_player(start=False, size=FULL_HD, films=True)
+    player.start(menu=False)
+    dice = random.Random(2)
+    for skip in (False, True):
+        for _ in range(30):
+            player.desktop.configure(player.window(), width=dice.randrange(400, 1900),
+                                     height=dice.randrange(300, 1000))
+            time.sleep(0.02)
+        player.resize(1500, 900)
+        if not skip:
+            player.key("space")
+            time.sleep(1)
+            player.key("space")
+            player.wait_for_menu()
+    player.desktop.configure(player.window(), width=1800, height=1000)
+    player.desktop.close_window(player.window())
+    assert player.wait_for_end() == 0
+    assert player.installation.log_messages() == []
+
+
+@pytest.fixture
+def own_memory(tmp_path):
+    """The environment of a program that has no shared memory of others, and little of its own."""
+    library = tmp_path / "own_memory.so"
+    subprocess.run(["cc", "-shared", "-fPIC", "-o", library, PROJECT / "tests/support/own_memory.c"], check=True)
+    return {"LD_PRELOAD": str(library)}
+
+
+@pytest.mark.parametrize("options, reason", [
+    ({"server": ("-extension", "MIT-SHM")}, "the display server has no shared memory"),
+    ({"server_environment": "own_memory"}, "the display server refuses shared memory"),
+    ({"depth": 30}, "the desktop's colours are not of 15, 16 or 24 bits"),
+    ({"depth": 8, "size": (800, 600)}, "the desktop's colours are not of 15, 16 or 24 bits"),
+], ids=["absent", "refused", "30 bits", "8 bits"])
+def test_what_cannot_be_scaled_is_shown_by_the_library(request, make_player, own_menu, options, reason):
+    if "server_environment" in options:
+        options = {"server_environment": request.getfixturevalue("own_memory")}
+    player = make_player(start=False, window_manager=None, **options)
+    player.scale = 0  # its windows are the library's
+    readable = options.get("depth", 24) == 24
+    player.start(menu=readable)
+    player.window()
+    for _ in range(2):  # full screen and back
+        time.sleep(0.5)
+        player.key("w", "Alt_L")
+        player.forget_window()
+        player.window()
+    if readable:
+        player.wait_for_menu()
+        assert np.array_equal(player.menu(), own_menu)  # with the pointer
+    assert player.installation.log_messages() == [f"The picture keeps its size: {reason}"]
+    player.key("x", "Alt_L")
+    assert player.wait_for_end() == 0
+
+
+def test_without_memory_for_it_the_picture_has_its_own_size(make_player, own_memory, own_menu):
+    player = make_player(start=False, size=(1300, 1000))
+    silent = {"ALSA_CONFIG_PATH": str(player.installation.path("alsa.conf"))}
+    player.start(environment=silent | own_memory)
+    player.desktop.configure(player.window(), width=1200, height=900)
+    wait_until(lambda: player.place() == (200, 150, 800, 600), "the picture in the middle", 5 * SLOWNESS)
+    assert np.array_equal(player.menu(), own_menu)
+    assert player.installation.log_messages() == ["There is no memory to show the picture at its window's size"]
