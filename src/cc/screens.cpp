@@ -156,12 +156,24 @@ std::optional<Module> run_cc_screens(BITMAP* target) {
         options_screen.draw_row(target, *find_row(Row::theme));
     }
     clear_to_colour(target, clear_colour);
-    ScreenResult state = ScreenResult::menu;
-    while (state == ScreenResult::menu || state == ScreenResult::options)
-        state = state == ScreenResult::menu ? run_menu(target) : run_options(target);
-    if (state == ScreenResult::leave)
-        return {};
-    return Module{static_cast<int>(state) - static_cast<int>(ScreenResult::hq)};
+    for (ScreenResult state = ScreenResult::menu;;) {
+        switch (state) {
+        case ScreenResult::menu:
+            state = run_menu(target);
+            break;
+        case ScreenResult::options:
+            state = run_options(target);
+            break;
+        case ScreenResult::hq:
+            return Module::hq;
+        case ScreenResult::factory:
+            return Module::factory;
+        case ScreenResult::battle:
+            return Module::battle;
+        case ScreenResult::leave:
+            return {};
+        }
+    }
 }
 
 void on_pointer_over(BITMAP* target, int slot) {

@@ -24,22 +24,17 @@ namespace {
 constexpr const char* temporary_suffix = ".new";
 
 /// Copies the names from one of the library's listing functions, and frees its own.
-std::vector<std::string> taken(const char** names, int count) {
+template <typename List>
+std::vector<std::string> listed(List list) {
+    const char** names = nullptr;
+    const int count = list(&names);
     std::vector<std::string> copies(names, names + (names != nullptr ? std::max(count, 0) : 0));
     free_config_entries(&names);
     return copies;
 }
 
-std::vector<std::string> sections() {
-    const char** names = nullptr;
-    const int count = list_config_sections(&names);
-    return taken(names, count);
-}
-
 std::vector<std::string> keys_of(const char* section) {
-    const char** names = nullptr;
-    const int count = list_config_entries(section, &names);
-    return taken(names, count);
+    return listed([=](const char*** names) { return list_config_entries(section, names); });
 }
 
 std::string without_brackets(std::string_view section) {
@@ -52,7 +47,7 @@ std::string without_brackets(std::string_view section) {
 
 ConfigValues held_values() {
     ConfigValues values;
-    for (const std::string& section : sections())
+    for (const std::string& section : listed(list_config_sections))
         for (const std::string& key : keys_of(section.c_str()))
             values.emplace(std::pair{without_brackets(section), key},
                            get_config_string(section.c_str(), key.c_str(), ""));
