@@ -18,8 +18,7 @@ int trim_right(std::string& text) {
 }
 
 std::string trim_left(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(' ');
-    return begin == std::string_view::npos ? std::string() : std::string(text.substr(begin));
+    return std::string(text.substr(std::min(text.find_first_not_of(' '), text.size())));
 }
 
 bool is_blank(std::string_view text) {

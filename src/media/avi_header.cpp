@@ -1,6 +1,7 @@
 #include "media/avi_header.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace vcc::platform {
@@ -50,17 +51,14 @@ Stream read_stream(std::string_view list) {
 }
 
 void read_video(const Stream& stream, AviHeader& header) {
-    if (stream.format.size() < picture_format_size) {
-        header.error = AviError::video_format;
+    header.error = AviError::video_format;
+    if (stream.format.size() < picture_format_size)
         return;
-    }
     const std::int64_t width = static_cast<std::int32_t>(number_at(stream.format, 4));
-    const std::int64_t stored_height = static_cast<std::int32_t>(number_at(stream.format, 8));
-    const std::int64_t height = stored_height < 0 ? -stored_height : stored_height;
-    if (width < 1 || width > avi_size_limit || height < 1 || height > avi_size_limit) {
-        header.error = AviError::video_format;
+    const std::int64_t height = std::abs(std::int64_t{static_cast<std::int32_t>(number_at(stream.format, 8))});
+    if (width < 1 || width > avi_size_limit || height < 1 || height > avi_size_limit)
         return;
-    }
+    header.error = AviError::none;
     header.width = static_cast<int>(width);
     header.height = static_cast<int>(height);
     const std::uint32_t scale = number_at(stream.head, 20), rate = number_at(stream.head, 24);

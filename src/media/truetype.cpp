@@ -51,12 +51,6 @@ constexpr std::uint32_t mix_fields(std::uint32_t paper, std::uint32_t ink, std::
     return (mix(field_masks) | ...);
 }
 
-Area drawable(const BITMAP* target) {
-    if (!target->clip)
-        return {0, 0, target->w, target->h};
-    return {target->cl, target->ct, target->cr, target->cb};
-}
-
 template <int bytes, std::uint32_t... field_masks>
 void mix_row(unsigned char* pixels, const std::uint8_t* coverage, int count, std::uint32_t ink) {
     for (int i = 0; i < count; ++i, pixels += bytes) {
@@ -86,7 +80,9 @@ constexpr DepthRow depth_rows[] = {{32, 4, mix_row<4, 0xFF, 0xFF00, 0xFF0000>},
 /// rectangle.
 void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int colour) {
     const int left = x + glyph.left, top = y + glyph.top;
-    const Area part = shared(drawable(target), {left, top, left + glyph.width, top + glyph.height});
+    const Area drawable =
+        target->clip ? Area{target->cl, target->ct, target->cr, target->cb} : Area{0, 0, target->w, target->h};
+    const Area part = shared(drawable, {left, top, left + glyph.width, top + glyph.height});
     const auto depth = std::ranges::find(depth_rows, bitmap_color_depth(target), &DepthRow::depth);
     if (part.empty() || depth == std::end(depth_rows) || !is_memory_bitmap(target))
         return;
