@@ -10,9 +10,29 @@ from support.desktop import wait_until
 from support.installation import PROJECT
 from support.menu import enter_obedient
 from support.robot import POINTER_PLACED_S, SLOWNESS
-from support.scaled_player import AWAY, FULL_HD, ULTRA_HD, make_player, own_menu  # noqa: F401
+from support.scaled_player import Player
 
+FULL_HD, ULTRA_HD = (1920, 1080), (3840, 2160)
 PLACES = [(0, 0), (799, 599), (799, 0), (0, 599), (1, 1), (400, 300), (401, 299), (798, 2)]
+
+
+@pytest.fixture
+def make_player(make_robot):
+    def make(start=True, **options):
+        player = make_robot(Player, **{"window_manager": "openbox", "scale": 1} | options)
+        player.installation.use_obedient_modules()
+        player.installation.set("VELDOR_GRAPHICS", "screen_mode_range", 3)
+        if start:
+            player.start()
+        return player
+    return make
+
+
+@pytest.fixture(scope="module")
+def own_menu():
+    """The menu as the library shows it, unscaled."""
+    with Player(scale=0) as player:
+        return player.start().menu()
 
 
 # its pixels
@@ -36,7 +56,7 @@ def test_window_and_full_screen_show_the_menu_and_draw_only_what_changes(make_pl
     player.menu()
     time.sleep(1.5)  # it is shown again twice, for compositors
     assert player.desktop.count_drawings(player.window(), 1.5) == 0
-    assert player.desktop.count_drawings(player.window(), 0.3, lambda: player.move(AWAY[0] + 50, AWAY[1])) > 0
+    assert player.desktop.count_drawings(player.window(), 0.3, lambda: player.move(650, 100)) > 0
     assert player.installation.log_messages() == []
 
 

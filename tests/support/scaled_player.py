@@ -1,15 +1,11 @@
-"""What the tests of the scaled picture share: a player who asks more of the desktop, and two fixtures to import."""
+"""A player of the scaled picture, who asks more of the desktop, and how the picture looks there."""
 
 import time
 
 import numpy as np
-import pytest
 
 from support.desktop import wait_until
 from support.robot import POINTER_PLACED_S, SLOWNESS, Robot
-
-FULL_HD, ULTRA_HD = (1920, 1080), (3840, 2160)
-AWAY = 600, 100  # where the pointer covers nothing that changes
 
 
 def _resized(picture, shown):
@@ -61,7 +57,7 @@ class Player(Robot):
     # what it shows
 
     def menu(self):
-        self.move(*AWAY)
+        self.move(600, 100)  # where it covers nothing that changes
         return self.standing_picture()
 
     def check_shown(self, own, tolerance=2):
@@ -80,22 +76,3 @@ class Player(Robot):
     def pointer(self):
         """Where the obedient module has it."""
         return self.installation.module_state()[:2]
-
-
-@pytest.fixture
-def make_player(make_robot):
-    def make(start=True, **options):
-        player = make_robot(Player, **{"window_manager": "openbox", "scale": 1} | options)
-        player.installation.use_obedient_modules()
-        player.installation.set("VELDOR_GRAPHICS", "screen_mode_range", 3)
-        if start:
-            player.start()
-        return player
-    return make
-
-
-@pytest.fixture(scope="module")
-def own_menu():
-    """The menu as the library shows it, unscaled."""
-    with Player(scale=0) as player:
-        return player.start().menu()
