@@ -50,8 +50,11 @@ surface.addEventListener('pointermove', (event) => {
   gesture.moving = true;
   gesture.move(event, at);
 });
-surface.addEventListener('pointerup', (event) => finish(event));
-surface.addEventListener('pointercancel', () => cancelGesture());
+surface.addEventListener('pointerup', (event) => {
+  const ended = letGo();
+  if (ended) gestureEnds((ended.moving ? ended.end : ended.click ?? ended.end)?.call(ended, event));
+});
+surface.addEventListener('pointercancel', cancelGesture);
 surface.addEventListener('pointerleave', () => {
   showPointer(null);
   tell('pointer', null);
@@ -59,18 +62,16 @@ surface.addEventListener('pointerleave', () => {
 });
 surface.addEventListener('auxclick', (event) => event.preventDefault());
 
-function finish(event) {
+function letGo() {
   const ended = gesture;
   gesture = null;
   surface.classList.remove('pan');
-  if (ended) gestureEnds((ended.moving ? ended.end : ended.click ?? ended.end)?.call(ended, event));
+  return ended;
 }
 
 /** Escape: what a drag has changed is taken back. Tells whether there was a gesture. */
 export function cancelGesture() {
-  const ended = gesture;
-  gesture = null;
-  surface.classList.remove('pan');
+  const ended = letGo();
   gestureEnds(ended?.cancel?.());
   return Boolean(ended);
 }
@@ -218,7 +219,10 @@ function surroundings(overlay, changed) {
       return free + found.by;
     },
     show(at, rect, text) {
-      showGhost(ghost, at, text);
+      ghost.textContent = text;
+      const isRight = at.x > WIDTH - 130 / zoom * 1.4;
+      Object.assign(ghost.style, { left: `${at.x * zoom + (isRight ? -150 : 16)}px`,
+        top: `${Math.min(at.y * zoom + 16, HEIGHT * zoom - 44)}px` });
       measures.replaceChildren(...gaps(rect, others).map((gap) =>
         lay(el('div', {}, el('span', {}, String(gap.length))), gap.rect, zoom)));
     },
@@ -322,12 +326,6 @@ function resizing(side) {
 }
 
 const signed = (value) => (value < 0 ? `−${-value}` : `+${value}`);
-function showGhost(ghost, at, text) {
-  ghost.textContent = text;
-  const right = at.x > WIDTH - 130 / zoom * 1.4;
-  Object.assign(ghost.style, { left: `${at.x * zoom + (right ? -150 : 16)}px`,
-    top: `${Math.min(at.y * zoom + 16, HEIGHT * zoom - 44)}px` });
-}
 
 surface.addEventListener('dblclick', () => {
   if (selected().length) find('properties').querySelector('[data-first]')?.focus();

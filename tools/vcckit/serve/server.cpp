@@ -22,11 +22,10 @@ namespace {
 
 /// Takes the same time however much of them is the same.
 bool same_key(const std::string& one, const std::string& other) {
-    unsigned differences = one.size() == other.size() ? 0 : 1;
-    for (std::size_t i = 0; i < one.size(); ++i)
-        differences |= static_cast<unsigned char>(one[i]) ^
-                       static_cast<unsigned char>(other.empty() ? 0 : other[i % other.size()]);
-    return differences == 0 && !one.empty();
+    int differences = one.size() != other.size() || one.empty() ? 1 : 0;
+    for (std::size_t i = 0; i < std::min(one.size(), other.size()); ++i)
+        differences |= one[i] ^ other[i];
+    return differences == 0;
 }
 
 constexpr const char* host = "127.0.0.1";
