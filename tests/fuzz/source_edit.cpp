@@ -40,14 +40,12 @@ private:
 };
 
 Operation operation_of(Bytes& bytes, int what) {
-    Operation operation;
-    operation.what = static_cast<Operation::Do>((what - 1) % 9);
-    Address address;
+    Operation operation{.what = static_cast<Operation::Do>((what - 1) % 9)};
+    Address& address = operation.of.emplace_back();
     address.of = static_cast<Address::Of>(bytes.next() % 4);
     address.index = bytes.next() % 24;
     address.style = bytes.of(texts);
     address.look = bytes.of(looks);
-    operation.of.push_back(address);
     operation.field = bytes.of(fields);
     operation.language = bytes.of(languages);
     const int kind = bytes.next();

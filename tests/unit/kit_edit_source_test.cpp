@@ -26,18 +26,11 @@ Address slot(int index, const std::string& look = {}) {
 }
 
 Operation set(const Address& of, const std::string& field, Value value, const std::string& language = {}) {
-    Operation operation;
-    operation.of = {of};
-    operation.field = field;
-    operation.language = language;
-    operation.value = std::move(value);
-    return operation;
+    return {.of = {of}, .field = field, .language = language, .value = std::move(value)};
 }
 
 Operation unset(const Address& of, const std::string& field, const std::string& language = {}) {
-    Operation operation = set(of, field, true, language);
-    operation.what = Do::unset;
-    return operation;
+    return {.what = Do::unset, .of = {of}, .field = field, .language = language};
 }
 
 struct Case {
@@ -65,7 +58,7 @@ void expect_cases(const std::vector<Case>& cases, DocumentKind kind = DocumentKi
     }
 }
 
-const Address style_a{Of::style, 0, "a", ""}, toggle_1{Of::toggle, 1, "", ""};
+const Address style_a{Of::style, 0, "a"}, toggle_1{Of::toggle, 1};
 const std::string one = "[[slot]]\nindex = 1\n";
 const std::string group = "[[slot]]\nindex = 5\nrepeat = { count = 3, step = 2, dest_y = 26 }\n";
 const std::string styled = "[style.a]\nrow = 4\ntext = { en = \"A\", de = \"B\" }\nhighlight = { row = 5 }\n"
@@ -191,12 +184,7 @@ TEST(SourceEdit, UnsetTakesTheLineOrThePartAway) {
 }
 
 Operation moved(std::vector<Address> of, int dx, int dy, Do what = Do::move) {
-    Operation operation;
-    operation.what = what;
-    operation.of = std::move(of);
-    operation.dx = dx;
-    operation.dy = dy;
-    return operation;
+    return {.what = what, .of = std::move(of), .dx = dx, .dy = dy};
 }
 
 TEST(SourceEdit, MoveAndResizeAddInEveryLanguage) {
@@ -231,12 +219,7 @@ TEST(SourceEdit, MoveAndResizeAddInEveryLanguage) {
 }
 
 Operation whole(Do what, std::vector<Address> of, int to = 0, std::string text = {}) {
-    Operation operation;
-    operation.what = what;
-    operation.of = std::move(of);
-    operation.to = to;
-    operation.text = std::move(text);
-    return operation;
+    return {.what = what, .of = std::move(of), .to = to, .text = std::move(text)};
 }
 
 const std::string two =
@@ -323,7 +306,7 @@ TEST(SourceEdit, GroupsWithAlignedTextsAreSplitOnlyIntoTheSameRecords) {
 }
 
 Address window(int index) {
-    return {Of::window, index, "", ""};
+    return {Of::window, index};
 }
 
 TEST(WindowEdit, ChangesTheLinesThatSayIt) {
@@ -361,7 +344,7 @@ TEST(WindowEdit, ChangesTheLinesThatSayIt) {
 
 TEST(BufferEdit, ChangesTheLinesThatSayIt) {
     using namespace std::string_literals;
-    const auto buffer = [](int index) { return Address{Of::buffer, index, "", ""}; };
+    const auto buffer = [](int index) { return Address{Of::buffer, index}; };
     const std::string list = "# all\r\n#\r\n# screen\r\n+0\r\na.pcx\r\n# more\r\n+5\r\nb.pcx\r\nc.pcx";
     expect_cases(
         {

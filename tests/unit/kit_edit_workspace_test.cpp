@@ -47,19 +47,11 @@ std::string reason_of(const Act& act) {
 }
 
 Operation set_number(const Address& of, const std::string& field, std::int64_t value) {
-    Operation operation;
-    operation.of = {of};
-    operation.field = field;
-    operation.value = value;
-    return operation;
+    return {.of = {of}, .field = field, .value = value};
 }
 
 Operation typed(const std::string& text, const std::optional<std::string>& base = {}) {
-    Operation operation;
-    operation.what = Operation::Do::replace_text;
-    operation.text = text;
-    operation.base = base;
-    return operation;
+    return {.what = Operation::Do::replace_text, .text = text, .base = base};
 }
 
 /// An installation with two sources; what editors remember lies beside it.
@@ -82,7 +74,7 @@ protected:
     }
     static void edit(Workspace& workspace, std::int64_t row, const std::string& key = {},
                      const std::string& name = "vcc") {
-        apply(workspace, name, set_number({Address::Of::slot, 1, "", ""}, "row", row), key);
+        apply(workspace, name, set_number({Address::Of::slot, 1}, "row", row), key);
     }
     /// What somebody else writes.
     void change_on_disk(Workspace& workspace, const std::string& text) {
@@ -232,7 +224,7 @@ TEST_F(Workspaces, AScreenWithoutASourceGetsOneWithItsFirstChange) {
     EXPECT_TRUE(describes(mess.text, *read_packed_screen("game", "mess")));
     EXPECT_TRUE(workspace.save(check).files.empty()) << "nothing is written unasked";
     edit(workspace, 7, "", "mess");
-    apply(workspace, "factory", set_number({Address::Of::window, 1, "", ""}, "left", 9));
+    apply(workspace, "factory", set_number({Address::Of::window, 1}, "left", 9));
     workspace.save(check);
     EXPECT_EQ(*read_file("game/screens/mess.toml"), mess.text);
     for (const char* file :
@@ -251,11 +243,7 @@ TEST_F(Workspaces, ABufferListIsWrittenWhereTheProjectHasIt) {
     int buffer = 8;
     for (const std::vector<std::string>& written : {std::vector{installed}, {installed, source}}) {
         Workspace workspace("game");
-        Operation create;
-        create.what = Operation::Do::create;
-        create.to = ++buffer;
-        create.text = "b.pcx";
-        apply(workspace, "vcc.buf", create);
+        apply(workspace, "vcc.buf", {.what = Operation::Do::create, .to = ++buffer, .text = "b.pcx"});
         EXPECT_EQ(workspace.save(check).files, written);
         for (const std::string& file : written)
             EXPECT_TRUE(read_file(file)->ends_with("+" + std::to_string(buffer) + "\nb.pcx\n")) << file;

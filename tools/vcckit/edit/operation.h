@@ -27,9 +27,9 @@ struct Refused : std::runtime_error {
 struct Address {
     enum class Of { slot, toggle, style, window, buffer };
     Of of = Of::slot;
-    int index = 0;     ///< of the slot, toggle record, window or buffer
-    std::string style; ///< its name
-    std::string look;  ///< of a slot or style: "", "highlight" or "pressed"
+    int index = 0;       ///< of the slot, toggle record, window or buffer
+    std::string style{}; ///< its name
+    std::string look{};  ///< of a slot or style: "", "highlight" or "pressed"
 
     bool operator==(const Address&) const = default;
 };
@@ -47,14 +47,15 @@ using Value = std::variant<std::int64_t, bool, std::string>;
 struct Operation {
     enum class Do { set, unset, move, resize, create, copy, remove, renumber, split, replace_text };
     Do what = Do::set;
-    std::vector<Address> of;
-    std::string field;    ///< set, unset: of the record, or "style", "highlight", "pressed", "repeat.count" ...
-    std::string language; ///< set, unset: "en", "de"; empty: every language
-    Value value;          ///< set
-    int dx = 0, dy = 0;   ///< move, resize: in the units that place the record, pixels or cells
-    int to = 0;           ///< create, copy, renumber: the new index
-    std::string text;     ///< create: the lines of the new table, the picture of a buffer; replace_text: the new source
-    std::optional<std::string> base; ///< replace_text: what the new source was made from, when that may be an older one
+    std::vector<Address> of{};
+    std::string field{};    ///< set, unset: of the record, or "style", "highlight", "pressed", "repeat.count" ...
+    std::string language{}; ///< set, unset: "en", "de"; empty: every language
+    Value value{};          ///< set
+    int dx = 0, dy = 0;     ///< move, resize: in the units that place the record, pixels or cells
+    int to = 0;             ///< create, copy, renumber: the new index
+    std::string text{}; ///< create: the lines of the new table, the picture of a buffer; replace_text: the new source
+    std::optional<std::string>
+        base{}; ///< replace_text: what the new source was made from, when that may be an older one
 };
 
 /// Operations on a document of this revision, as one step.

@@ -26,7 +26,7 @@ void expect_free(const SourceModel& model, Of kind, int index) {
         throw Refused("numbers are 0 to " + std::to_string(slot_limit - 1));
     if (const auto there = model.find(kind, index))
         throw Refused(
-            name_of({kind, index, "", ""}) + " is described in line " +
+            name_of({kind, index}) + " is described in line " +
             std::to_string(line_at(model.source(), std::max(there->table->heading.begin, there->table->span.begin))));
 }
 
