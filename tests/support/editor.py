@@ -29,15 +29,13 @@ class Editor:
         self.process = None
 
     def start(self):
-        self.process = subprocess.Popen(self.command(), env=self._environment, stdout=subprocess.PIPE,
-                                        stderr=subprocess.PIPE, text=True)
+        command = [VCCKIT, "edit", self.folder, "--screens", self.screens, "--no-browser"]
+        self.process = subprocess.Popen(command, env=self._environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                        text=True)
         self.address = self.process.stdout.readline().strip()
         if not self.address.startswith("http://127.0.0.1:"):
             raise RuntimeError(f"vcckit edit does not start: {self.process.communicate()[1]}")
         return self
-
-    def command(self):
-        return [VCCKIT, "edit", self.folder, "--screens", self.screens, "--no-browser"]
 
     def kill(self):
         self.process.send_signal(signal.SIGKILL)
@@ -117,9 +115,6 @@ class Browser:
     def open(self, editor):
         self.errors()
         self.driver.get(editor.address)
-        self.wait_until_ready()
-
-    def wait_until_ready(self):
         wait_until(lambda: self.run("return document.documentElement.dataset.ready"), "the page")
         self.wait_for_picture()
 
