@@ -71,6 +71,7 @@ static void spoil(void) {
 
 static uint8_t stay(uint8_t fullscreen) {
     int obeyed = 0;
+    clear_to_color(screen, 0); /* who waits for the menu waits until it is drawn again */
     for (;;) {
         char order[16] = "";
         int a = 0, b = 0, c = 0, d = 0;
