@@ -31,7 +31,8 @@ def test_modules_are_called_with_the_display_and_the_version(robot):
     assert robot.installation.log_messages() == []
 
 
-def test_every_button_lights_up_shows_its_place_and_looks_pressed_first_and_the_last_leaves(robot):
+def test_every_button_lights_up_shows_its_place_and_looks_pressed_first(robot):
+    robot.standing_picture()
     previews = {robot.picture(menu.PREVIEW).tobytes()}  # of the current button, the first
     for button in menu.TOPS:
         robot.move(*menu.middle(button))
@@ -45,7 +46,9 @@ def test_every_button_lights_up_shows_its_place_and_looks_pressed_first_and_the_
     menu.wait_for_look(robot, "HQ", menu.PRESSED)
     assert robot.installation.module_calls() == []
     wait_until(robot.installation.module_calls, "the module's call")
-    robot.wait_for_menu()
+
+
+def test_the_last_button_leaves(robot):
     menu.choose(robot, "Leave")
     assert robot.wait_for_end() == 0
 
