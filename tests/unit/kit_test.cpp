@@ -89,6 +89,8 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
         {slot + "repeat = { count = 0 }", ":3:20: VK015 slot: repeat.count: must be 1 to 200"},
         {"[[toggle]]\nindex = 1\ncopy = 7", ":3:8: VK019 toggle 1: copy: there is no such slot"},
         {"slots = 1", ":1:1: VK003 unknown entry \"slots\""},
+        {"slot_count = 201\n" + slot, ":1:14: VK006 slot_count: must be 0 to 200"},
+        {"toggle = 1\n" + slot, ":1:10: VK005 toggle: must be written as [[toggle]]"},
         {"name = \"a/b\"", ":1:8: VK016 name: must be a file name"},
         {slot + "font = 1.5", ":3:8: VK005 slot 3: font: must be a number or a name"},
         {slot + "row = 4000000000", ":3:7: VK006 slot 3: row: 4000000000 does not fit in 32 bits"},
@@ -121,7 +123,9 @@ TEST(ScreenSource, MistakesAreNamedWithLineRecordAndField) {
 TEST(ScreenSource, TextsAreAlignedInTheirBoxes) {
     const TextMeasure measure{true, [](int, std::string_view text) { return 8 * static_cast<int>(text.size()); },
                               [](int) { return 14; },
-                              [](const Slot& slot) { return std::pair(slot.dest_x, slot.dest_y); }};
+                              [](const Slot& slot) {
+                                  return Point{slot.dest_x, slot.dest_y};
+                              }};
     const ScreenSource read = read_screen_source(R"(
 [style.wide]
 dest_x = 100

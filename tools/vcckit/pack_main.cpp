@@ -21,7 +21,7 @@ ScreenSource read_source(const std::string& text, const std::string& installatio
     set_config_file(path::settings);
     const bool fonts = load_fonts(path::fonts);
     configure_fonts();
-    return read_screen_source(text, fonts ? measure_of_loaded_fonts() : TextMeasure{});
+    return read_screen_source(text, measure_of_fonts(fonts));
 }
 
 /// Returns what went wrong, else an empty text.

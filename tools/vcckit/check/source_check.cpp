@@ -73,7 +73,7 @@ Faults faults_of_records(const ScreenSource& source, bool fonts) {
 }
 
 ScreenSource read_source(const std::string& file, std::string_view text, bool fonts) {
-    ScreenSource source = read_screen_source(text, fonts ? measure_of_loaded_fonts() : TextMeasure{});
+    ScreenSource source = read_screen_source(text, measure_of_fonts(fonts));
     if (source.screen.name.empty())
         source.screen.name = platform::name_of(platform::system_path(file).stem());
     return source;

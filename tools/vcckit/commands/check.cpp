@@ -65,12 +65,10 @@ int check_once(const CheckRequest& request, const std::set<FaultCode>& ignored) 
 } // namespace
 
 int run_check(const CheckRequest& request) {
-    std::set<FaultCode> ignored;
-    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty())
-        return complain("--ignore: " + unknown);
-    if (!request.watch)
-        return check_once(request, ignored);
-    repeat_at_changes({request.folder}, [&] { check_once(request, ignored); });
+    const auto ignored = codes_of(request.ignored);
+    if (!ignored)
+        return complain(ignored.reason());
+    return run_work(request.watch, {request.folder}, [&] { return check_once(request, *ignored); });
 }
 
 } // namespace vcc::kit

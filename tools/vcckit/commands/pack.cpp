@@ -27,13 +27,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-Result<std::string> read_bytes(const std::string& path) {
-    auto bytes = read_file(path);
-    if (!bytes)
-        complain(path + " " + bytes.reason());
-    return bytes;
-}
-
 struct Source {
     std::string file, text;
 };
@@ -51,18 +44,13 @@ std::vector<SourceCheck> check_all(const std::vector<Source>& sources, const Pac
     return checked;
 }
 
-void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
+void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources, const Faults& all) {
     const bool colours = wants_colours(stderr);
-    std::size_t sum = 0;
     for (std::size_t i = 0; i < checked.size(); ++i)
-        for (const Fault& fault : checked[i].faults) {
+        for (const Fault& fault : checked[i].faults)
             std::fprintf(stderr, "%s\n%s", text_of_fault(fault, colours).c_str(),
                          excerpt_of_fault(fault, sources[i].text, colours).c_str());
-            ++sum;
-        }
-    if (sum > 0)
-        std::fprintf(stderr, "%zu %s; nothing is written. \"vcckit explain CODE\" tells more.\n", sum,
-                     sum == 1 ? "fault" : "faults");
+    std::fprintf(stderr, "%s; nothing is written. \"vcckit explain CODE\" tells more.\n", sum_of(all).c_str());
 }
 
 /// Reports sources for the same screen; true if there are none.
@@ -81,9 +69,9 @@ bool makes_each_screen_once(const std::vector<SourceCheck>& checked, const std::
 int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
     std::vector<Source> sources;
     for (const std::string& file : request.sources) {
-        auto text = read_bytes(file);
+        auto text = read_file(file);
         if (!text)
-            return exit_unusable;
+            return complain(file + " " + text.reason());
         sources.push_back({file, std::move(*text)});
     }
     if (!is_installation(request.installation))
@@ -111,8 +99,8 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
         return complain(reason);
     if (request.json)
         std::fputs(json_of_faults(faults, "installation", request.installation, written).c_str(), stdout);
-    else
-        tell(checked, sources);
+    else if (!faults.empty())
+        tell(checked, sources, faults);
     for (const std::string& name : written)
         if (!request.json && !request.quiet)
             std::printf("wrote %s\n", platform::name_of(platform::system_path(request.installation) / name).c_str());
@@ -135,7 +123,7 @@ bool describes_with_fonts(const std::string& source, const Screen& screen, const
     const platform::FolderVisit visit(
         platform::name_of((fs::absolute(slot_file).parent_path() / "../../..").lexically_normal()));
     const Library library;
-    return describes(source, screen, load_measuring_fonts() ? measure_of_loaded_fonts() : TextMeasure{});
+    return describes(source, screen, measure_of_fonts(load_measuring_fonts()));
 }
 
 /// The language that the name of a slot file begins with.
@@ -160,17 +148,6 @@ bool may_be_replaced(const std::string& output, const std::string& source) {
     return !platform::file_exists(output) || read_file(output).value_or("") == source;
 }
 
-} // namespace
-
-int run_pack(const PackRequest& request) {
-    std::set<FaultCode> ignored;
-    if (const std::string unknown = take_codes(request.ignored, ignored); !unknown.empty())
-        return complain("--ignore: " + unknown);
-    if (!request.watch)
-        return pack_once(request, ignored);
-    repeat_at_changes(request.sources, [&] { pack_once(request, ignored); });
-}
-
 /// Whether the output is one of the inputs.
 bool is_unpacked(const std::string& output, const std::vector<std::string>& files) {
     std::error_code error; // a missing file is not an input
@@ -189,6 +166,15 @@ std::string sort_by_language(std::vector<std::string>& files) {
         return files[0] + " and " + files[1] + ": are of the same language";
     std::ranges::sort(files, {}, language_of);
     return {};
+}
+
+} // namespace
+
+int run_pack(const PackRequest& request) {
+    const auto ignored = codes_of(request.ignored);
+    if (!ignored)
+        return complain(ignored.reason());
+    return run_work(request.watch, request.sources, [&] { return pack_once(request, *ignored); });
 }
 
 int run_unpack(std::vector<std::string> files, const std::string& output, bool force) {

@@ -159,7 +159,9 @@ private:
 bool same_records(const std::string& before, const std::string& after) {
     const TextMeasure letters{true, [](int, std::string_view text) { return static_cast<int>(text.size()); },
                               [](int) { return 1; },
-                              [](const Slot& slot) { return std::pair(slot.dest_x, slot.dest_y); }};
+                              [](const Slot& slot) {
+                                  return Point{slot.dest_x, slot.dest_y};
+                              }};
     const ScreenSource old = read_screen_source(before, letters);
     return !old.faults.empty() || describes(after, old.screen, letters);
 }

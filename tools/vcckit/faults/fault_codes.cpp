@@ -1,6 +1,7 @@
 #include "vcckit/faults/fault_codes.h"
 
-#include <charconv>
+#include "platform/latin1.h"
+
 #include <cstdio>
 
 namespace vcc::kit {
@@ -16,14 +17,8 @@ std::string no_such_fault(std::string_view code) {
 }
 
 const FaultRow* find_fault_row(std::string_view code) {
-    constexpr std::size_t length = 5;
-    if (code.size() != length || (code[0] | 0x20) != 'v' || (code[1] | 0x20) != 'k')
-        return nullptr;
-    int number = 0;
-    const char* const end = code.data() + code.size();
-    if (std::from_chars(code.data() + 2, end, number).ptr != end)
-        return nullptr;
-    const auto* const found = std::ranges::find(fault_rows, FaultCode{number}, &FaultRow::code);
+    const auto* const found = std::ranges::find_if(
+        fault_rows, [code](const FaultRow& row) { return platform::same_but_for_case(code_text(row.code), code); });
     return found == std::ranges::end(fault_rows) ? nullptr : found;
 }
 

@@ -53,15 +53,16 @@ std::string place_text(const Fault& fault) {
     return harmless(std::move(place));
 }
 
-struct Colours {
-    const char *place, *code, *mark, *help, *end;
-};
-constexpr Colours no_colours{"", "", "", "", ""};
-constexpr Colours warning_colours{"\x1b[1m", "\x1b[33m", "\x1b[33m", "\x1b[36m", "\x1b[0m"};
-constexpr Colours error_colours{"\x1b[1m", "\x1b[31m", "\x1b[31m", "\x1b[36m", "\x1b[0m"};
+// Parameters of the terminal's sequences.
+constexpr const char *bold = "1", *red = "31", *yellow = "33", *cyan = "36";
 
-const Colours& colours_of(const Fault& fault, bool colours) {
-    return !colours ? no_colours : fault.fatal || fault.column > 0 ? error_colours : warning_colours;
+/// A text as a terminal shows it in a colour, or as it is.
+std::string painted(const std::string& text, const char* colour, bool colours) {
+    return colours ? std::string("\x1b[") + colour + "m" + text + "\x1b[0m" : text;
+}
+
+const char* colour_of(const Fault& fault) {
+    return fault.fatal || fault.column > 0 ? red : yellow;
 }
 
 std::string_view line_of(std::string_view text, int line) {
@@ -124,11 +125,11 @@ bool wants_colours(std::FILE* stream) {
 }
 
 std::string text_of_fault(const Fault& fault, bool colours) {
-    const Colours& c = colours_of(fault, colours);
-    std::string field = fault.where.empty() ? "" : as_utf8(harmless(fault.where)) + ": ";
-    field += fault.field.empty() ? "" : as_utf8(harmless(fault.field)) + ": ";
-    std::string text = c.place + as_utf8(place_text(fault)) + ":" + c.end + " " + c.code + code_text(fault.code) +
-                       c.end + " " + field + as_utf8(harmless(fault.problem));
+    std::string text = painted(as_utf8(place_text(fault)) + ":", bold, colours) + " " +
+                       painted(code_text(fault.code), colour_of(fault), colours) + " ";
+    for (const std::string& part : {fault.where, fault.field})
+        text += part.empty() ? "" : as_utf8(harmless(part)) + ": ";
+    text += as_utf8(harmless(fault.problem));
     // The advice on a source follows its excerpt.
     if (fault.column == 0 && !(fault.advice.empty() && fault.nearest.empty()))
         text += " - " + advice_text(fault);
@@ -137,8 +138,7 @@ std::string text_of_fault(const Fault& fault, bool colours) {
 
 std::string excerpt_of_fault(const Fault& fault, std::string_view source, bool colours) {
     constexpr std::size_t widest = 160;
-    const Colours& c = colours_of(fault, colours);
-    std::string_view line = line_of(source, fault.line);
+    const std::string_view line = line_of(source, fault.line);
     const std::string number = std::to_string(fault.line), margin(number.size(), ' ');
     const std::size_t before = bytes_of_characters(line, fault.column - 1);
     std::string shown = harmless(std::string(line.substr(0, std::max(widest, before))));
@@ -147,10 +147,11 @@ std::string excerpt_of_fault(const Fault& fault, std::string_view source, bool c
     std::string carets(static_cast<std::size_t>(std::max(fault.column - 1, 0)), ' ');
     const std::size_t room = std::max<std::size_t>(1, shown.size() - std::min(shown.size(), before));
     carets.append(fault.width > 0 ? std::min(static_cast<std::size_t>(fault.width), room) : room, '^');
-    std::string text = margin + c.help + " |" + c.end + "\n" + c.help + number + " | " + c.end + shown + "\n" + margin +
-                       c.help + " | " + c.end + c.mark + carets + c.end + "\n";
+    const auto bar = [&](const std::string& text) { return painted(text, cyan, colours); };
+    std::string text = margin + bar(" |") + "\n" + bar(number + " | ") + shown + "\n" + margin + bar(" | ") +
+                       painted(carets, colour_of(fault), colours) + "\n";
     if (!fault.advice.empty() || !fault.nearest.empty())
-        text += margin + c.help + " = " + c.end + advice_text(fault) + "\n";
+        text += margin + bar(" = ") + advice_text(fault) + "\n";
     return text;
 }
 

@@ -29,16 +29,17 @@ bool is_indentation(std::string_view text) {
 
 } // namespace
 
-std::string take_codes(const std::vector<std::string>& words, std::set<FaultCode>& codes) {
+Result<std::set<FaultCode>> codes_of(const std::vector<std::string>& words) {
+    std::set<FaultCode> codes;
     std::string unknown;
     for (const std::string& list : words)
         for_each_word(list, [&](std::string_view word, std::size_t) {
             if (const FaultRow* const row = find_fault_row(word))
                 codes.insert(row->code);
             else if (unknown.empty())
-                unknown = no_such_fault(word);
+                unknown = "--ignore: " + no_such_fault(word);
         });
-    return unknown;
+    return unknown.empty() ? Result(std::move(codes)) : Failure{unknown};
 }
 
 std::vector<Silence> silences_of(std::string_view text, Faults& faults) {

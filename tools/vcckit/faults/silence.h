@@ -3,6 +3,8 @@
 
 #include "vcckit/faults/report.h"
 
+#include "core/result.h"
+
 #include <set>
 #include <string>
 #include <string_view>
@@ -10,9 +12,8 @@
 
 namespace vcc::kit {
 
-/// Takes the codes of `--ignore`: "VK117" or "VK117,VK302". Returns the fault of the first word that is not a
-/// code, else an empty text.
-std::string take_codes(const std::vector<std::string>& words, std::set<FaultCode>& codes);
+/// The codes of `--ignore`: "VK117" or "VK117,VK302". Fails at a word that is no code.
+Result<std::set<FaultCode>> codes_of(const std::vector<std::string>& words);
 
 /// A comment "# vcckit: ignore VK117 VK118": at the end of a line it applies to that line, on a line of its own to the
 /// next line, and above a TOML heading ("[[slot]]") to everything up to the next heading.

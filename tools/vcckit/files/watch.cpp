@@ -67,8 +67,10 @@ void Watch::stop() {
     stopping_.notify_one();
 }
 
-void repeat_at_changes(const std::vector<std::string>& paths, const std::function<void()>& work) {
-    for (Watch watch(paths);; watch.wait()) {
+int run_work(bool watch, const std::vector<std::string>& paths, const std::function<int()>& work) {
+    if (!watch)
+        return work();
+    for (Watch changes(paths);; changes.wait()) {
         work();
         std::fprintf(stderr, "vcckit: waiting for a change; Ctrl+C ends\n");
         std::fflush(stdout);

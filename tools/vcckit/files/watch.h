@@ -35,7 +35,8 @@ private:
     bool stopped_ = false;
 };
 
-/// Runs `work` now and after each change of a file, until the process ends.
-[[noreturn]] void repeat_at_changes(const std::vector<std::string>& paths, const std::function<void()>& work);
+/// Runs `work` and returns its exit status; with `watch` it runs again after each change of a file, until the process
+/// ends.
+int run_work(bool watch, const std::vector<std::string>& paths, const std::function<int()>& work);
 
 } // namespace vcc::kit

@@ -127,6 +127,9 @@ const Field* find_in(std::span<const Field> some, std::string_view name) {
 std::span<const Field> all_fields() {
     return fields;
 }
+std::span<const Field> record_fields() {
+    return all_fields().first(field_count);
+}
 std::span<const Field> number_fields() {
     return all_fields().first(number_count);
 }
@@ -144,7 +147,7 @@ const Field* find_number_field(std::string_view name) {
 }
 
 std::optional<std::size_t> field_number(std::string_view name) {
-    const Field* const field = find_in(all_fields().first(field_count), name);
+    const Field* const field = find_in(record_fields(), name);
     return field ? std::optional(static_cast<std::size_t>(field - fields)) : std::nullopt;
 }
 
@@ -159,7 +162,7 @@ std::string range_of(const Field& field) {
 
 std::string field_table() {
     std::string table = "| Offset | Field | Range | Meaning |\n|---|---|---|---|\n";
-    for (const Field& field : all_fields().first(field_count)) {
+    for (const Field& field : record_fields()) {
         const std::size_t number = *field_number(field.name);
         table += "| " + std::to_string(field.size > 0 ? field.offset : number * sizeof(std::int32_t)) + " | `" +
                  std::string(field.name) + "` | " + range_of(field) + " | " + std::string(field.help) + " |\n";

@@ -43,6 +43,7 @@ struct Field {
 
 /// The fields of a record, numbers first, in its order; then what only sources have.
 std::span<const Field> all_fields();
+std::span<const Field> record_fields();
 std::span<const Field> number_fields();
 std::span<const Field> text_fields();
 std::span<const Field> source_fields();

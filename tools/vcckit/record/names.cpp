@@ -90,10 +90,8 @@ std::string_view meaning_word(Meaning meaning) {
 }
 
 std::optional<Meaning> meaning_of_word(std::string_view word) {
-    for (std::size_t i = 0; i < words.size(); ++i)
-        if (words[i] == word)
-            return static_cast<Meaning>(i);
-    return std::nullopt;
+    const auto* const found = std::ranges::find(all_meanings, word, meaning_word);
+    return found == all_meanings.end() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<std::string> names_of(Meaning meaning) {

@@ -10,19 +10,6 @@ namespace vcc::kit {
 
 namespace {
 
-int offset_of(Align align, int room, int padding) {
-    switch (align) {
-    case Align::centre:
-        return room / 2;
-    case Align::right:
-        return room - padding;
-    case Align::left:
-    case Align::none:
-        break;
-    }
-    return padding;
-}
-
 void set_place(Slot& slot, int x, int y) {
     // A position in pixels counts only if neither coordinate is 0.
     slot.dest_x = std::max(x, 1);
@@ -36,17 +23,12 @@ std::string with_blanks(std::string_view text, int blanks) {
 
 } // namespace
 
-TextMeasure measure_of_loaded_fonts() {
-    return {true, [](int font, std::string_view text) { return text_width(font, text); },
-            [](int font) { return cell_height(font); },
-            [](const Slot& slot) {
-                const Point at = slot_position(slot);
-                return std::pair(at.x, at.y);
-            }};
+TextMeasure measure_of_fonts(bool loaded) {
+    return {loaded, text_width, cell_height, slot_position};
 }
 
 Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& measure, bool selectable) {
-    Aligned out{slot, false, {}, "", ""};
+    Aligned out{slot};
     const auto fail = [&](const char* fault, const char* advice) {
         out.fault = fault;
         out.advice = advice;
@@ -67,7 +49,9 @@ Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& m
     if (room < 2 * alignment.padding_x)
         return fail("the text is wider than its box", "shorten it, widen the box or reduce the padding");
     const auto [x, y] = measure.position(slot);
-    const int shift = offset_of(alignment.align, room, alignment.padding_x);
+    const int shift = alignment.align == Align::centre  ? room / 2
+                      : alignment.align == Align::right ? room - alignment.padding_x
+                                                        : alignment.padding_x;
     if (slot.box_height <= 0) {
         set_place(out.slot, x + shift, y + alignment.padding_y);
         return out;
@@ -83,9 +67,7 @@ Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& m
     const int below = slot.box_height - measure.height(slot.font);
     if (below < 2 * alignment.padding_y)
         return fail("the text is taller than its box", "increase box_height or reduce the padding");
-    out.has_plate = true;
-    out.plate = slot;
-    store_text(out.plate.text, "");
+    store_text(out.plate.emplace(slot).text, "");
     out.slot.box_width = out.slot.box_height = 0;
     set_place(out.slot, x + shift, y + below / 2);
     return out;

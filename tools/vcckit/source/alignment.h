@@ -1,20 +1,22 @@
 // Aligned texts: where the packer places them in their boxes.
 #pragma once
 
+#include "core/geometry.h"
 #include "screen/slot.h"
 #include "vcckit/faults/source_place.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace vcc::kit {
 
-enum class Align { none, left, centre, right };
+enum class Align { left, centre, right };
 
 /// The alignment of a text in its box, as a source gives it. `padding` is the distance from the edges in pixels.
 struct Alignment {
-    Align align = Align::none;
+    Align align = Align::left;
     int padding_x = 0, padding_y = 0;
     Place place; ///< line 0: not given
 
@@ -26,18 +28,17 @@ struct TextMeasure {
     bool usable = false;
     std::function<int(int font, std::string_view text)> width; ///< pixels
     std::function<int(int font)> height;                       ///< pixels of a row
-    std::function<std::pair<int, int>(const Slot&)> position;  ///< pixels of its corner
+    std::function<Point(const Slot&)> position;                ///< of its corner
 };
 
-/// Metrics of the loaded fonts.
-TextMeasure measure_of_loaded_fonts();
+/// Metrics of the program's fonts, if these are loaded.
+TextMeasure measure_of_fonts(bool loaded);
 
 /// The result of aligning a record.
 struct Aligned {
     Slot slot{};
-    bool has_plate = false; ///< the box as a record of its own, under the text
-    Slot plate{};
-    std::string fault, advice; ///< if there is one, the records must not be used
+    std::optional<Slot> plate{};   ///< the box as a record of its own, under the text
+    std::string fault{}, advice{}; ///< if there is one, the records must not be used
 };
 
 /// Places a text without a box to the pixel between the edges that `box_width` gives; likewise the text of a label with

@@ -1,6 +1,5 @@
 #include "vcckit/source/record_lines.h"
 
-#include "vcckit/record/fields.h"
 #include "vcckit/text/latin1.h"
 
 #include <algorithm>
@@ -11,10 +10,24 @@ namespace vcc::kit {
 
 namespace {
 
-Line line_for(std::string_view field, const Versions& versions, const std::function<std::string(const Slot&)>& value) {
-    std::array<std::string, languages.size()> values;
-    std::ranges::transform(versions, values.begin(), value);
-    return {std::string(field), by_language(values)};
+bool same_field(const Field& field, const Slot& a, const Slot& b) {
+    return field.member ? a.*field.member == b.*field.member : bytes_of(a, field) == bytes_of(b, field);
+}
+
+/// A text as in a source, or all its bytes if data follow the terminating zero.
+std::string text_value(std::string_view bytes) {
+    const std::string_view text = bytes.substr(0, bytes.find('\0'));
+    const bool plain =
+        text.size() < bytes.size() && bytes.substr(text.size()).find_first_not_of('\0') == std::string_view::npos;
+    if (plain)
+        return quoted_latin1(text);
+    std::string hex;
+    for (const char c : bytes) {
+        constexpr const char* digits = "0123456789abcdef";
+        hex += digits[static_cast<unsigned char>(c) >> 4];
+        hex += digits[static_cast<unsigned char>(c) & 15];
+    }
+    return "{ raw = \"" + hex + "\" }";
 }
 
 } // namespace
@@ -52,21 +65,6 @@ std::string number_text(std::int32_t number, Meaning meaning) {
     return name ? "\"" + *name + "\"" : std::to_string(number);
 }
 
-std::string field_text(std::string_view bytes) {
-    const std::string_view text = bytes.substr(0, bytes.find('\0'));
-    const bool plain =
-        text.size() < bytes.size() && bytes.substr(text.size()).find_first_not_of('\0') == std::string_view::npos;
-    if (plain)
-        return quoted_latin1(text);
-    std::string hex;
-    for (const char c : bytes) {
-        constexpr const char* digits = "0123456789abcdef";
-        hex += digits[static_cast<unsigned char>(c) >> 4];
-        hex += digits[static_cast<unsigned char>(c) & 15];
-    }
-    return "{ raw = \"" + hex + "\" }";
-}
-
 std::string by_language(const std::array<std::string, languages.size()>& values) {
     if (std::ranges::all_of(values, [&values](const std::string& v) { return v == values[0]; }))
         return values[0];
@@ -76,21 +74,19 @@ std::string by_language(const std::array<std::string, languages.size()>& values)
     return text + " }";
 }
 
+std::string field_text(const Field& field, const Versions& versions) {
+    std::array<std::string, languages.size()> values;
+    std::ranges::transform(versions, values.begin(), [&field](const Slot& slot) {
+        return field.member ? number_text(slot.*field.member, field.meaning) : text_value(bytes_of(slot, field));
+    });
+    return by_language(values);
+}
+
 Lines changes(const Versions& versions, const Versions& base) {
     Lines lines;
-    for (const Field& field : number_fields()) {
-        const auto equal = [&field](const Slot& a, const Slot& b) { return a.*field.member == b.*field.member; };
-        if (!std::ranges::equal(versions, base, equal))
-            lines.push_back(line_for(field.name, versions, [&field](const Slot& slot) {
-                return number_text(slot.*field.member, field.meaning);
-            }));
-    }
-    for (const Field& field : text_fields()) {
-        const auto equal = [&field](const Slot& a, const Slot& b) { return bytes_of(a, field) == bytes_of(b, field); };
-        if (!std::ranges::equal(versions, base, equal))
-            lines.push_back(line_for(field.name, versions,
-                                     [&field](const Slot& slot) { return field_text(bytes_of(slot, field)); }));
-    }
+    for (const Field& field : record_fields())
+        if (!std::ranges::equal(versions, base, std::bind_front(same_field, std::cref(field))))
+            lines.push_back({std::string(field.name), field_text(field, versions)});
     return lines;
 }
 

@@ -1,6 +1,7 @@
 // Records as the lines of a source.
 #pragma once
 
+#include "vcckit/record/fields.h"
 #include "vcckit/source/screen_source.h"
 
 #include <array>
@@ -30,11 +31,11 @@ using Lines = std::vector<Line>;
 /// The name of a number, or the number.
 std::string number_text(std::int32_t number, Meaning meaning);
 
-/// A text as in a source, or all its bytes if data follow the terminating zero.
-std::string field_text(std::string_view bytes);
-
 /// A value, or a table by language if the languages differ.
 std::string by_language(const std::array<std::string, languages.size()>& values);
+
+/// What a field of a record says, so that packing gives the same bytes.
+std::string field_text(const Field& field, const Versions& versions);
 
 std::string text_of(const Lines& lines);
 

@@ -55,6 +55,7 @@ private:
 
     template <class Each>
     void for_each_record(const char* key, Each each) {
+        values_.where.clear();
         const Node* const list = source_.find(key);
         if (!list)
             return;
@@ -69,6 +70,7 @@ private:
 
     /// The minimum number of records, 0 without the key.
     std::size_t count_of(const char* key) {
+        values_.where.clear();
         const Node* const node = source_.find(key);
         if (!node)
             return 0;
@@ -93,34 +95,23 @@ private:
 
     Layers layers_of(const Node& table, const std::string& kind) {
         const Node* const index = table.find("index");
-        record_ = index && index->is_number() ? kind + " " + std::to_string(index->number) : kind;
-        return kit::layers_of(source_, {&table, ""}, [this](Mistake mistake) {
-            values_.where = name_of(mistake.style);
-            values_.fail(std::move(mistake));
-        });
-    }
-
-    /// The record or one of its styles in messages.
-    std::string name_of(const std::string& style) const { return style.empty() ? record_ : "style " + style; }
-
-    void apply_looks(SourceRecord& record, const Layers& looks, std::span<const std::string_view> others) {
-        for (const Layer& look : looks)
-            values_.apply(record, *look.table, others);
+        values_.where = index && index->is_number() ? kind + " " + std::to_string(index->number) : kind;
+        return kit::layers_of(source_, {&table, ""}, values_.teller());
     }
 
     /// Applies the styles of a record and the record itself, which is the last layer.
     void apply_layers(SourceRecord& record, const Layers& layers, std::span<const std::string_view> others) {
         for (const Layer& layer : layers) {
-            values_.where = name_of(layer.style);
+            values_.where = layer.style.empty() ? record.places.where : "style " + layer.style;
             values_.apply(record, *layer.table, layer.style.empty() ? others : style_entries);
         }
-        values_.where = record_;
+        values_.where = record.places.where;
     }
 
     /// Calls a function with the index of every record that a table describes.
     template <class Each>
     void repeat(const Node& table, const char* kind, Each each) {
-        values_.where = record_ = kind;
+        values_.where = kind;
         const Node* const index_node = table.find("index");
         if (!index_node) {
             values_.fail(index_missing, table, "index", "is missing", "every record says where it stands: index = 3");
@@ -132,7 +123,7 @@ private:
             return;
         for (int i = 0; i < repetition.count; ++i) {
             const std::int64_t at = *index + std::int64_t{i} * repetition.step;
-            values_.where = record_ = std::string(kind) + " " + std::to_string(at);
+            values_.where = std::string(kind) + " " + std::to_string(at);
             values_.repetition_index = i;
             values_.repetition_count = repetition.count;
             if (at < 0 || at >= slot_limit)
@@ -147,7 +138,7 @@ private:
     SourceRecord begin_record(const Node& table) const {
         SourceRecord record;
         record.slot = empty_slot();
-        record.places.where = record_;
+        record.places.where = values_.where;
         record.places.whole = table.place;
         record.places.whole.width = 0;
         return record;
@@ -156,9 +147,9 @@ private:
     void put(Records& records, std::size_t index, const SourceRecord& record, const char* what) {
         const auto [known, added] = records.emplace(index, record);
         if (!added)
-            values_.fail({described_twice, record.places.whole, "",
-                          std::string(what) + " " + std::to_string(index) + " is described twice",
-                          "the first time in line " + std::to_string(known->second.places.whole.line)});
+            fail_record(described_twice, record.places, "",
+                        std::string(what) + " " + std::to_string(index) + " is described twice",
+                        "the first time in line " + std::to_string(known->second.places.whole.line));
     }
 
     void add_slots(const Node& table) {
@@ -179,13 +170,15 @@ private:
             PressedLook look{index, 0, record};
             if (!pressed.empty()) {
                 look.index = pressed_index(pressed, slot, table);
-                apply_looks(look.record, pressed, pressed_entries);
+                for (const Layer& layer : pressed)
+                    values_.apply(look.record, *layer.table, pressed_entries);
                 if (slot.activated == 0)
                     slot.activated = look.index;
             }
             if (!highlight.empty()) {
                 SourceRecord highlighted = record;
-                apply_looks(highlighted, highlight, {});
+                for (const Layer& layer : highlight)
+                    values_.apply(highlighted, *layer.table, {});
                 put(toggles_, index, highlighted, "toggle");
             }
             put(slots_, index, record, "slot");
@@ -257,8 +250,7 @@ private:
 
     void fail_record(FaultCode code, const RecordPlaces& places, std::string_view field, std::string problem,
                      std::string advice = {}) {
-        values_.where = places.where;
-        values_.fail({code, places.whole, field, std::move(problem), std::move(advice)});
+        values_.fail(source_fault(code, places.whole, places.where, field, std::move(problem), std::move(advice)));
     }
 
     /// Moves the texts that are to be aligned. A label on a box becomes two records: the second is drawn later, so it
@@ -271,15 +263,15 @@ private:
             const bool alone = record.slot.toggle == -1 && record.slot.activated == 0 && !toggles_.contains(index);
             const Aligned aligned = align(record.slot, record.alignment, measure_, !alone);
             if (!aligned.fault.empty()) {
-                values_.where = record.places.where;
-                values_.fail({cannot_align, record.alignment.place, "align", aligned.fault, aligned.advice});
+                values_.fail(source_fault(cannot_align, record.alignment.place, record.places.where, "align",
+                                          aligned.fault, aligned.advice));
                 continue;
             }
             record.slot = aligned.slot;
-            if (!aligned.has_plate)
+            if (!aligned.plate)
                 continue;
             texts.push_back(record);
-            record.slot = aligned.plate;
+            record.slot = *aligned.plate;
         }
         for (const SourceRecord& text : texts) {
             const std::size_t next = records.rbegin()->first + 1;
@@ -294,7 +286,6 @@ private:
     const Node& source_;
     const TextMeasure& measure_;
     SourceValues values_;
-    std::string record_; ///< the record being built: "slot 3"
     Records slots_, toggles_;
     std::vector<PressedLook> pressed_;
 };
@@ -349,10 +340,7 @@ ScreenSource read_screen_source(std::string_view text, const TextMeasure& measur
     }
     if (const Node* const language = source.find("language"))
         out.screen.language = read_language(*language, out.faults);
-    const SourceNames names = read_names(source, [&](const Mistake& mistake) {
-        out.faults.push_back(source_fault(mistake.code, mistake.place, "", mistake.field, mistake.problem,
-                                          mistake.advice, mistake.nearest));
-    });
+    const SourceNames names = read_names(source, [&](Fault mistake) { out.faults.push_back(std::move(mistake)); });
     for (std::size_t i = 0; i < languages.size(); ++i) {
         const LanguageRow& language = languages[out.screen.language.value_or(i)];
         out.screen.records[i] = Builder(source, language.code, names, measure, out.faults).build(out.places[i]);

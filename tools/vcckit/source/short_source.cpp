@@ -1,6 +1,5 @@
 #include "vcckit/source/short_source.h"
 
-#include "vcckit/record/fields.h"
 #include "vcckit/source/record_lines.h"
 #include "vcckit/source/style_finder.h"
 
@@ -41,9 +40,8 @@ public:
         add_toggles();
         const std::vector<Style> styles = find_styles(entries_);
         std::string out;
-        for (const Style& style : styles) {
+        for (const Style& style : styles)
             out += "\n[style." + style.name + "]\n" + text_of(style.lines);
-        }
         for (const Entry& entry : entries_) {
             out += "\n" + entry.heading + "\n" + text_of(entry.own);
             if (!entry.styles.empty())
@@ -145,23 +143,17 @@ private:
         return best;
     }
 
+    /// The texts of a run in a list; empty if they are all the same.
     std::string text_list(const Run& run, const Field& field) const {
-        std::string list = "[";
-        for (std::size_t i = 0; i < run.count; ++i) {
-            std::array<std::string, languages.size()> values;
-            std::ranges::transform(slots_[run.at(i)]->slot, values.begin(),
-                                   [&](const Slot& slot) { return field_text(bytes_of(slot, field)); });
-            list += (i == 0 ? "" : ", ") + by_language(values);
+        const std::string first = field_text(field, slots_[run.first]->slot);
+        std::string list = "[" + first;
+        bool differs = false;
+        for (std::size_t i = 1; i < run.count; ++i) {
+            const std::string text = field_text(field, slots_[run.at(i)]->slot);
+            differs = differs || text != first;
+            list += ", " + text;
         }
-        return list + "]";
-    }
-
-    bool text_differs(const Run& run, const Field& field) const {
-        for (std::size_t i = 1; i < run.count; ++i)
-            for (std::size_t k = 0; k < languages.size(); ++k)
-                if (bytes_of(slots_[run.at(i)]->slot[k], field) != bytes_of(slots_[run.first]->slot[k], field))
-                    return true;
-        return false;
+        return differs ? list + "]" : "";
     }
 
     Line repeat_line(const Run& run) const {
@@ -220,9 +212,9 @@ private:
         else if (first.highlight && std::ranges::find(entry.lines, "toggle", &Line::key) == entry.lines.end())
             entry.lines.push_back({"toggle", "\"inert\""}); // or the highlight would bring its own
         for (const Field& field : text_fields())
-            if (text_differs(run, field)) {
+            if (std::string list = text_list(run, field); !list.empty()) {
                 std::erase_if(entry.lines, [&](const Line& line) { return line.key == field.name; });
-                entry.lines.push_back({std::string(field.name), text_list(run, field)});
+                entry.lines.push_back({std::string(field.name), std::move(list)});
             }
         std::ranges::stable_sort(entry.lines, {}, [](const Line& line) { return line.key == "name" ? 0 : 1; });
         if (first.highlight)

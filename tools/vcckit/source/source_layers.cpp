@@ -21,8 +21,8 @@ public:
 
     void collect(const Layer& layer) {
         if (open_.contains(layer.table)) {
-            tell_(
-                {style_circle, layer.table->find("style")->place, "style", "it builds on itself", "", "", layer.style});
+            tell_(source_fault(style_circle, layer.table->find("style")->place, where_of(layer), "style",
+                               "it builds on itself"));
             return;
         }
         if (!met_.insert(layer.table).second)
@@ -32,22 +32,24 @@ public:
         std::vector<const Node*> names = styles_of(*layer.table);
         std::ranges::reverse(names);
         for (const Node* const name : names)
-            collect_style(*name, layer.style);
+            collect_style(*name, layer);
         open_.erase(layer.table);
     }
 
     Layers layers;
 
 private:
-    void collect_style(const Node& name, const std::string& user) {
+    static std::string where_of(const Layer& layer) { return layer.style.empty() ? "" : "style " + layer.style; }
+
+    void collect_style(const Node& name, const Layer& user) {
         if (const Node* const style = style_of(source_, name.text); style && name.is_text()) {
             collect({style, name.text});
             return;
         }
         const Node* const styles = source_.table("style");
-        tell_({name.is_text() ? unknown_style : wrong_kind, name.place, "style",
-               name.is_text() ? "there is no [style." + name.text + "]" : "must be the name of a style", "",
-               styles ? nearest_word(name.text, styles->members, &Member::key) : "", user});
+        tell_(source_fault(name.is_text() ? unknown_style : wrong_kind, name.place, where_of(user), "style",
+                           name.is_text() ? "there is no [style." + name.text + "]" : "must be the name of a style", "",
+                           styles ? nearest_word(name.text, styles->members, &Member::key) : ""));
     }
 
     const Node& source_;
@@ -94,7 +96,7 @@ Layers looks_of(const Layers& layers, std::string_view key, const TellMistake& t
         else if (node->is_table())
             looks.push_back({node, layer.style});
         else
-            tell({wrong_kind, node->place, key, "must be a table of changes, or false"});
+            tell(source_fault(wrong_kind, node->place, "", key, "must be a table of changes, or false"));
     }
     return looks;
 }
@@ -105,24 +107,25 @@ const Node* part_of(const Node& value, std::string_view language, int repetition
     for (;;) {
         if (part->kind == Node::Kind::list) {
             if (static_cast<int>(part->items.size()) != count) {
-                tell({list_length, part->place, field,
-                      "has " + std::to_string(part->items.size()) + " values for " + std::to_string(count) + " records",
-                      "a list has one value for each repetition"});
+                tell(source_fault(list_length, part->place, "", field,
+                                  "has " + std::to_string(part->items.size()) + " values for " + std::to_string(count) +
+                                      " records",
+                                  "a list has one value for each repetition"));
                 return nullptr;
             }
             part = &part->items[static_cast<std::size_t>(repetition)];
         } else if (part->is_table() && !part->find("raw")) {
             for (const Member& member : part->members)
                 if (!is_language(member.key)) {
-                    tell({language_missing, member.place, field, "\"" + member.key + "\" is no language",
-                          "languages are en and de"});
+                    tell(source_fault(language_missing, member.place, "", field,
+                                      "\"" + member.key + "\" is no language", "languages are en and de"));
                     return nullptr;
                 }
             const Node* const chosen = part->find(language);
             if (!chosen) {
-                tell({language_missing, part->place, field,
-                      "has no value for the language \"" + std::string(language) + "\"",
-                      "write one for en and one for de"});
+                tell(source_fault(language_missing, part->place, "", field,
+                                  "has no value for the language \"" + std::string(language) + "\"",
+                                  "write one for en and one for de"));
                 return nullptr;
             }
             part = chosen;
@@ -138,15 +141,16 @@ SourceNames read_names(const Node& source, const TellMistake& tell) {
     if (!kinds)
         return names;
     if (!kinds->is_table())
-        tell({wrong_kind, kinds->place, "names", "must be written as [names.colour], [names.sound] ..."});
+        tell(source_fault(wrong_kind, kinds->place, "", "names",
+                          "must be written as [names.colour], [names.sound] ..."));
     for (const Member& kind : kinds->members) {
         const auto meaning = meaning_of_word(kind.key);
         if (!meaning || !kind.value.is_table()) {
             std::string list;
             for (const Meaning each : all_meanings)
                 list += (list.empty() ? "" : ", ") + std::string(meaning_word(each));
-            tell({unknown_entry, kind.place, "names", "\"" + kind.key + "\" is none of " + list, "",
-                  nearest_word(kind.key, all_meanings, meaning_word)});
+            tell(source_fault(unknown_entry, kind.place, "", "names", "\"" + kind.key + "\" is none of " + list, "",
+                              nearest_word(kind.key, all_meanings, meaning_word)));
             continue;
         }
         for (const Member& name : kind.value.members)
@@ -154,7 +158,7 @@ SourceNames read_names(const Node& source, const TellMistake& tell) {
                 value.is_number() && value.number >= INT32_MIN && value.number <= INT32_MAX)
                 names[{*meaning, name.key}] = static_cast<std::int32_t>(value.number);
             else
-                tell({wrong_kind, value.place, "names", name.key + ": must be a number of 32 bits"});
+                tell(source_fault(wrong_kind, value.place, "", "names", name.key + ": must be a number of 32 bits"));
     }
     return names;
 }

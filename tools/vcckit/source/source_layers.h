@@ -21,15 +21,8 @@ struct Layer {
 };
 using Layers = std::vector<Layer>;
 
-/// A mistake in what a source says.
-struct Mistake {
-    FaultCode code{};
-    Place place;
-    std::string_view field;
-    std::string problem, advice{}, nearest{};
-    std::string style{}; ///< in whose table it is, if it is about layers
-};
-using TellMistake = std::function<void(Mistake mistake)>;
+/// Takes a mistake in what a source says; without `where` it is in the record itself.
+using TellMistake = std::function<void(Fault mistake)>;
 
 /// The table [style.NAME]; null without one.
 const Node* style_of(const Node& source, std::string_view name);
@@ -51,6 +44,6 @@ const Node* part_of(const Node& value, std::string_view language, int repetition
 using SourceNames = std::map<std::pair<Meaning, std::string>, std::int32_t>;
 SourceNames read_names(const Node& source, const TellMistake& tell);
 
-inline void tell_nobody(const Mistake&) {}
+inline void tell_nobody(const Fault&) {}
 
 } // namespace vcc::kit

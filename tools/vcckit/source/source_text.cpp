@@ -119,9 +119,7 @@ private:
     }
 
     void open(char quote) {
-        const std::size_t more = quotes_ahead(quote, 2);
-        rest_.remove_prefix(more);
-        column_ += static_cast<int>(more);
+        const std::size_t more = take_quotes(quote, 2);
         in_word_ = std::exchange(word_, true);
         if (more == 2)
             inside_ = quote == '"' ? Inside::long_text : Inside::long_literal;
@@ -162,15 +160,15 @@ private:
 
     /// Three quotation marks end a long text; up to two before them belong to it.
     void close_long(char quote) {
-        const std::size_t more = quotes_ahead(quote, 4);
-        rest_.remove_prefix(more);
-        column_ += static_cast<int>(more);
-        if (more >= 2)
+        if (take_quotes(quote, 4) >= 2)
             inside_ = Inside::nothing;
     }
 
-    std::size_t quotes_ahead(char quote, std::size_t most) const {
-        return std::min(std::min(rest_.find_first_not_of(quote), rest_.size()), most);
+    std::size_t take_quotes(char quote, std::size_t most) {
+        const std::size_t count = std::min({rest_.find_first_not_of(quote), rest_.size(), most});
+        rest_.remove_prefix(count);
+        column_ += static_cast<int>(count);
+        return count;
     }
 
     std::string_view rest_;

@@ -58,9 +58,10 @@ void note_place(SourceRecord& record, std::string_view field, const Node& node) 
 
 } // namespace
 
-void SourceValues::fail(Mistake mistake) {
-    faults_.push_back(source_fault(mistake.code, mistake.place, where, mistake.field, std::move(mistake.problem),
-                                   std::move(mistake.advice), std::move(mistake.nearest)));
+void SourceValues::fail(Fault mistake) {
+    if (mistake.where.empty())
+        mistake.where = where;
+    faults_.push_back(std::move(mistake));
 }
 
 const Node* SourceValues::choose(const Node& node, std::string_view field) {
@@ -135,8 +136,8 @@ void SourceValues::apply_steps(SourceRecord& record, const Node& table) {
             std::vector<std::string> known{"count", "step"};
             for (const Field& each : number_fields())
                 known.emplace_back(each.name);
-            fail({unknown_entry, step.place, "repeat", in_quotes(step.key) + " is no number field", "",
-                  nearest_word(step.key, known)});
+            fail(source_fault(unknown_entry, step.place, where, "repeat", in_quotes(step.key) + " is no number field",
+                              "", nearest_word(step.key, known)));
             continue;
         }
         const auto added = integer(step.value, Meaning::number, field->name);
@@ -274,8 +275,8 @@ void SourceValues::apply(SourceRecord& record, const Node& table, std::span<cons
         const Field* const field = find_field(member.key);
         if ((field && stands_everywhere(*field)) || std::ranges::find(others, member.key) != others.end())
             continue;
-        fail({unknown_entry, member.place, "", "unknown field " + in_quotes(member.key), "",
-              nearest_word(member.key, known_entries(others))});
+        fail(source_fault(unknown_entry, member.place, where, "", "unknown field " + in_quotes(member.key), "",
+                          nearest_word(member.key, known_entries(others))));
     }
 }
 

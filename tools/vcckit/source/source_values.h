@@ -32,13 +32,13 @@ public:
     std::string where; ///< the record or style being read, for messages
     int repetition_index = 0, repetition_count = 1;
 
-    void fail(Mistake mistake);
+    void fail(Fault mistake);
     void fail(FaultCode code, const Node& node, std::string_view field, std::string problem, std::string advice = {},
               std::string nearest = {}) {
-        fail({code, node.place, field, std::move(problem), std::move(advice), std::move(nearest)});
+        fail(source_fault(code, node.place, where, field, std::move(problem), std::move(advice), std::move(nearest)));
     }
     TellMistake teller() {
-        return [this](Mistake mistake) { fail(std::move(mistake)); };
+        return [this](Fault mistake) { fail(std::move(mistake)); };
     }
 
     /// A number, or a name that stands for one.

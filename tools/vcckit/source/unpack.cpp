@@ -74,17 +74,15 @@ bool describes(std::string_view source, const Screen& screen, const TextMeasure&
     return true;
 }
 
-std::string write_plain_source(const Screen& screen) {
-    std::string out = heading_of(screen);
-    write_records(out, screen, &ScreenRecords::slots, "slot");
-    write_records(out, screen, &ScreenRecords::toggles, "toggle");
-    return out;
-}
-
 std::string write_screen_source(const Screen& screen) {
-    // The plain source describes any record; the short one is used if it does so, too.
-    std::string source = heading_of(screen) + short_source(screen);
-    return describes(source, screen) ? source : write_plain_source(screen);
+    const std::string heading = heading_of(screen);
+    std::string source = heading + short_source(screen);
+    if (describes(source, screen))
+        return source;
+    source = heading; // one table per record, without styles and repetitions, describes any record
+    write_records(source, screen, &ScreenRecords::slots, "slot");
+    write_records(source, screen, &ScreenRecords::toggles, "toggle");
+    return source;
 }
 
 } // namespace vcc::kit

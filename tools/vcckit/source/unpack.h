@@ -12,9 +12,6 @@ namespace vcc::kit {
 /// and looks. The languages must have equal numbers of slots and of toggle records.
 std::string write_screen_source(const Screen& screen);
 
-/// The same without styles and repetitions: one table per record.
-std::string write_plain_source(const Screen& screen);
-
 /// Whether packing a source gives these records.
 bool describes(std::string_view source, const Screen& screen, const TextMeasure& measure = {});
 

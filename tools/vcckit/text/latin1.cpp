@@ -80,22 +80,15 @@ std::optional<std::string> to_latin1(std::string_view utf8) {
 }
 
 std::optional<std::string> quoted_text(std::string_view utf8) {
-    if (!is_utf8(utf8))
-        return std::nullopt;
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string out = "\"";
     while (!utf8.empty()) {
         const Utf8Character next = first_character(utf8);
-        if (next.code == '"' || next.code == '\\') {
-            out += '\\';
-            out += static_cast<char>(next.code);
-        } else if (next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0)) {
-            out += "\\u00";
-            out += digits[next.code >> 4U & 15U];
-            out += digits[next.code & 15U];
-        } else {
-            out += utf8.substr(0, next.size);
-        }
+        if (next.size == 0)
+            return std::nullopt;
+        if (next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0))
+            out += "\\u" + code_point_name(next.code).substr(2);
+        else
+            out.append(next.code == '"' || next.code == '\\' ? "\\" : "").append(utf8.substr(0, next.size));
         utf8.remove_prefix(next.size);
     }
     return out += '"';

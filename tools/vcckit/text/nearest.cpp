@@ -1,31 +1,29 @@
 #include "vcckit/text/nearest.h"
 
+#include "platform/latin1.h"
+
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <vector>
+#include <numeric>
 
 namespace vcc::kit {
+
+using platform::lower_letter;
 
 namespace {
 
 constexpr std::size_t longest = 60; ///< longer words are not compared
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 /// Number of changes, insertions, deletions and swaps of neighbours that turn one word into the other.
 std::size_t distance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> before(b.size() + 1), last(b.size() + 1), row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j)
-        last[j] = j;
+    std::iota(last.begin(), last.end(), std::size_t{0});
+    const auto same = [&](std::size_t i, std::size_t j) { return lower_letter(a[i - 1]) == lower_letter(b[j - 1]); };
     for (std::size_t i = 1; i <= a.size(); ++i) {
         row[0] = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
-            const bool same = lower(a[i - 1]) == lower(b[j - 1]);
-            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same ? 0 : 1)});
-            if (i > 1 && j > 1 && lower(a[i - 1]) == lower(b[j - 2]) && lower(a[i - 2]) == lower(b[j - 1]))
+            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same(i, j) ? 0 : 1)});
+            if (i > 1 && j > 1 && same(i, j - 1) && same(i - 1, j))
                 row[j] = std::min(row[j], before[j - 2] + 1);
         }
         std::swap(before, last);
