@@ -117,7 +117,7 @@ void check_window_lines(const std::string& file, const std::string& text, Langua
             continue;
         if (line->starts_with('-'))
             language.windows_described.set(static_cast<std::size_t>(number));
-        for (const WindowField& field : window_fields()) {
+        for (const WindowField& field : window_fields) {
             if (field.key.empty() || !line->starts_with(field.key))
                 continue;
             const int value = to_number(line->substr(field.key.size()));

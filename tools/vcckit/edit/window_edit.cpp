@@ -23,10 +23,9 @@ using Do = Operation::Do;
 /// The first field with a key that is so; null without one.
 template <class Test>
 const WindowField* find_field_if(const Test& test) {
-    const auto fields = window_fields();
-    const auto found =
-        std::ranges::find_if(fields, [&](const WindowField& each) { return !each.key.empty() && test(each); });
-    return found == fields.end() ? nullptr : &*found;
+    const auto* const found =
+        std::ranges::find_if(window_fields, [&](const WindowField& each) { return !each.key.empty() && test(each); });
+    return found == std::end(window_fields) ? nullptr : found;
 }
 
 const WindowField* field_named(std::string_view name) {

@@ -115,7 +115,7 @@ json fields_json() {
 
 json window_fields_json() {
     json fields = json::array();
-    for (const WindowField& row : window_fields()) {
+    for (const WindowField& row : window_fields) {
         fields.push_back(field_json(row, row.key.empty() ? "text" : "number", "window"));
         fields.back()["key"] = row.key;
     }
