@@ -2,7 +2,7 @@
 #include "vcckit/commands/commands.h"
 
 #include "vcckit/check/config_walk.h"
-#include "vcckit/files/new_file.h"
+#include "vcckit/files/file_set.h"
 #include "vcckit/files/run_program.h"
 #include "vcckit/files/temporary_folder.h"
 #include "vcckit/source/packed_screen.h"
@@ -16,7 +16,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
+#include <functional>
 
 namespace vcc::kit {
 
@@ -63,43 +63,31 @@ std::string settings_for_players(const std::string& text) {
     return apply_changes(text, changes);
 }
 
-/// A folder with links to what goes into the zip.
-class Stage {
-public:
-    explicit Stage(fs::path top) : top_(std::move(top)) {}
-
-    /// Links the files below a folder that are wanted and not there yet; an empty text, or the reason of a failure.
-    template <typename Wanted>
-    std::string add(const fs::path& folder, Wanted wanted) {
-        std::error_code error;
-        for (fs::recursive_directory_iterator each(folder, error), end; !error && each != end; each.increment(error)) {
-            const fs::path name = each->path().lexically_relative(folder), target = top_ / name;
-            if (each->is_directory(error)) {
-                fs::create_directories(target, error);
-                continue;
-            }
-            if (!wanted(name) || fs::exists(target, error))
-                continue;
-            fs::create_directories(target.parent_path(), error);
-            fs::create_symlink(each->path(), target, error);
+/// Links the files below a folder that are wanted and not in the stage yet. Empty, or why it failed.
+std::string link_files(const fs::path& folder, const fs::path& stage,
+                       const std::function<bool(const fs::path& name)>& wanted) {
+    std::error_code error;
+    for (fs::recursive_directory_iterator each(folder, error), end; !error && each != end; each.increment(error)) {
+        const fs::path name = each->path().lexically_relative(folder), target = stage / name;
+        if (each->is_directory(error)) {
+            fs::create_directories(target, error);
+            continue;
         }
-        return error ? "cannot read " + folder.string() + ": " + error.message() : "";
+        if (!wanted(name) || fs::exists(target, error))
+            continue;
+        fs::create_directories(target.parent_path(), error);
+        fs::create_symlink(each->path(), target, error);
     }
+    return error ? "cannot read " + folder.string() + ": " + error.message() : "";
+}
 
-    std::string clean_settings() const {
-        const fs::path file = platform::resolve_path((top_ / path::settings).string());
-        const auto text = read_file(file.string());
-        std::error_code error;
-        if (!text || !fs::remove(file, error))
-            return {};
-        std::ofstream out(file, std::ios::binary);
-        out << settings_for_players(*text);
-        return out.flush() ? "" : "cannot write " + file.string();
-    }
-
-private:
-    fs::path top_;
-};
+/// Puts the settings for players in place of the link to others. Empty, or why it failed.
+std::string clean_settings(const fs::path& stage) {
+    const std::string file = platform::resolve_path((stage / path::settings).string());
+    const auto text = read_file(file);
+    std::error_code error;
+    return text && fs::remove(file, error) ? write_whole_file(file, settings_for_players(*text)) : "";
+}
 
 /// Empty, or why the zip could not be made of the folder's content.
 std::string write_zip(const fs::path& stage, const fs::path& output) {
@@ -109,7 +97,7 @@ std::string write_zip(const fs::path& stage, const fs::path& output) {
     const platform::FolderVisit visit(stage.string());
     bool written = true;
     const auto status = run_program({"zip", "-qrX", "-", "."}, false, [&](std::string_view piece) {
-        written = zip.write(piece.data(), piece.size());
+        written = zip.write(piece);
         return written && !interrupted();
     });
     if (!status)
@@ -136,23 +124,22 @@ int run_export(const ExportRequest& request) {
     const InterruptionGuard guard;
     std::error_code error;
     const fs::path folder = fs::absolute(request.folder, error), output = fs::absolute(request.output, error);
-    const std::string top = output.stem().string();
     std::string fault = fault_of(request);
     TemporaryFolder temporary;
     if (fault.empty())
         fault = temporary.make();
-    Stage stage(temporary.path() / top);
+    const fs::path stage = temporary.path() / output.stem();
     const bool windows = !request.windows.empty();
     if (fault.empty())
-        fault = stage.add(folder, [&](const fs::path& name) {
+        fault = link_files(folder, stage, [&](const fs::path& name) {
             return !is_left_behind(name) && (windows ? !is_for_linux(name) : !is_for_windows(name));
         });
     if (fault.empty() && windows)
-        fault = stage.add(fs::absolute(request.windows, error), [](const fs::path& name) {
+        fault = link_files(fs::absolute(request.windows, error), stage, [](const fs::path& name) {
             return is_for_windows(name) && !name.has_parent_path() && name.stem() != "vcckit";
         });
     if (fault.empty())
-        fault = stage.clean_settings();
+        fault = clean_settings(stage);
     if (fault.empty())
         fault = write_zip(temporary.path(), output);
     if (!fault.empty())

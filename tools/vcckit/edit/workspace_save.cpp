@@ -56,8 +56,7 @@ void stage(Leaving& leaving, const std::string& folder, FileSet& files, std::vec
     const fs::path path = fs::weakly_canonical(document.file, error); // a link stays a link
     fs::create_directories(path.parent_path(), error);
     leaving.file = std::make_unique<NewFile>(error ? document.file : path.string());
-    if (!leaving.file->stream() || !leaving.file->write(leaving.bytes.data(), leaving.bytes.size()) ||
-        !leaving.file->flush() || ::fsync(::fileno(leaving.file->stream())) != 0)
+    if (!leaving.file->write(leaving.bytes) || !leaving.file->flush() || ::fsync(::fileno(leaving.file->stream())) != 0)
         throw Refused(leaving.file->reason().empty() ? "cannot write " + document.file + ": " + std::strerror(errno)
                                                      : leaving.file->reason());
     written.push_back(document.file);

@@ -17,7 +17,7 @@ std::string FileSet::write(const std::string& name, std::string_view bytes) {
     if (error)
         return "cannot write " + path + ": " + error.message();
     auto file = std::make_unique<NewFile>(path);
-    if (!file->stream() || !file->write(bytes.data(), bytes.size()) || !file->flush())
+    if (!file->write(bytes) || !file->flush())
         return file->reason();
     files_.push_back(std::move(file));
     return {};
@@ -42,8 +42,7 @@ std::string FileSet::commit() {
 
 std::string write_whole_file(const std::string& name, std::string_view bytes) {
     NewFile file(platform::resolve_path(name)); // in a folder that exists
-    const bool written = file.stream() && file.write(bytes.data(), bytes.size()) && file.commit();
-    return written ? "" : file.reason();
+    return file.write(bytes) && file.commit() ? "" : file.reason();
 }
 
 } // namespace vcc::kit

@@ -66,12 +66,12 @@ bool NewFile::fail() {
     return false;
 }
 
-bool NewFile::write(const void* bytes, std::size_t count) {
-    return std::fwrite(bytes, 1, count, file_.get()) == count || fail();
+bool NewFile::write(std::string_view bytes) {
+    return file_ && (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) == bytes.size() || fail());
 }
 
 bool NewFile::flush() {
-    return std::fflush(file_.get()) == 0 || fail();
+    return file_ && (std::fflush(file_.get()) == 0 || fail());
 }
 
 bool NewFile::commit() {

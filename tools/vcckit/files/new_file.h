@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 namespace vcc::kit {
 
@@ -20,14 +21,14 @@ public:
     /// Null if the file cannot be written; see reason().
     std::FILE* stream() const { return file_.get(); }
 
-    bool write(const void* bytes, std::size_t count);
+    /// False if that fails, or the file cannot be written at all.
+    bool write(std::string_view bytes);
 
     const std::string& name() const { return path_; }
     /// The file's name until commit().
     const std::string& temporary_name() const { return temporary_; }
 
-    /// False if writing fails.
-    bool flush();
+    bool flush(); ///< likewise
 
     /// Moves the file into place; false if that fails.
     bool commit();

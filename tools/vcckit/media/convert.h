@@ -19,11 +19,6 @@ struct Image {
 /// Reads a PNG, JPEG, BMP, PCX or other picture, or the first frame of a film.
 Result<Image> read_image(const Media& media);
 
-/// The bytes of a PCX file with `bits` (8 or 24) per pixel. Pixels less than half opaque become magenta, the
-/// transparent colour; opaque colours that 15 or 16 bits would turn into it are changed slightly. With 8 bits a picture
-/// of too many colours gets the best 255. Pure.
-std::string pcx_bytes(const Image& image, int bits);
-
 /// The result of a conversion. Without a fault the target has been written, and `what` describes it.
 struct Conversion {
     std::string fault{}; ///< "is damaged or truncated"; the target is then unchanged
@@ -34,7 +29,9 @@ struct Conversion {
 /// Called with the share that is done, 0 to 1.
 using Progress = std::function<void(double share)>;
 
-/// `bits` are 8 or 24.
+/// To a PCX picture with `bits` (8 or 24) per pixel. Pixels less than half opaque become magenta, the transparent
+/// colour; opaque colours that 15 or 16 bits would turn into it are changed slightly. With 8 bits a picture of too many
+/// colours gets the best 255.
 Conversion convert_picture(const Media& media, const std::string& target, int bits);
 
 /// To 16-bit PCM, mono or stereo. Refuses a `loop` whose end does not run into its beginning.

@@ -101,8 +101,6 @@ void add_palette_picture(std::string& bytes, const Pixels& pixels, std::size_t w
         bytes.append(colour.begin(), colour.end());
 }
 
-} // namespace
-
 std::string pcx_bytes(const Image& image, int bits) {
     const Pixels pixels = pixels_of(image);
     const auto width = static_cast<std::size_t>(image.width);
@@ -124,6 +122,8 @@ std::string pcx_bytes(const Image& image, int bits) {
     return bytes;
 }
 
+} // namespace
+
 Conversion convert_picture(const Media& media, const std::string& target, int bits) {
     const auto image = read_image(media);
     if (!image)
@@ -131,7 +131,7 @@ Conversion convert_picture(const Media& media, const std::string& target, int bi
     Conversion done;
     const std::string bytes = pcx_bytes(*image, bits);
     NewFile file(target);
-    if (!file.stream() || !file.write(bytes.data(), bytes.size()) || interrupted() || !file.commit())
+    if (!file.write(bytes) || interrupted() || !file.commit())
         done.fault = file.reason();
     done.what = std::to_string(image->width) + " x " + std::to_string(image->height) + " pixels of " +
                 std::to_string(bits) + " bits";

@@ -47,9 +47,8 @@ Conversion convert_sound(const Media& media, const std::string& target, bool loo
     const double second = double{sample_size} * rate * channels; // bytes
     NewFile file(target);
     std::size_t size = 0;
-    const auto write = [&](std::string_view bytes) { return file.write(bytes.data(), bytes.size()); };
     const auto begin = [&] {
-        return std::fseek(file.stream(), 0, SEEK_SET) == 0 && write(wav_header(size, rate, channels));
+        return std::fseek(file.stream(), 0, SEEK_SET) == 0 && file.write(wav_header(size, rate, channels));
     };
     if (!file.stream() || !begin()) // again when the length is known
         return {file.reason()};
@@ -60,7 +59,7 @@ Conversion convert_sound(const Media& media, const std::string& target, bool loo
                                 size += piece.size();
                                 if (media.seconds > 0)
                                     progress(static_cast<double>(size) / second / media.seconds);
-                                return size <= wav_size_limit && write(piece);
+                                return size <= wav_size_limit && file.write(piece);
                             });
     if (size > wav_size_limit)
         done.fault = "is too long for a WAV file";

@@ -37,28 +37,7 @@ std::string nearest_file(const std::string& path) {
     return nearest.empty() ? "" : folder + nearest;
 }
 
-} // namespace
-
-bool pcx_is_complete(std::string_view bytes) {
-    constexpr std::uint8_t run_mark = 0xC0;
-    if (bytes.size() < picture_header_size)
-        return false;
-    const auto word = [&](std::size_t at) { return byte_at(bytes, at) | byte_at(bytes, at + 1) << 8; };
-    const long lines = word(10) - word(6) + 1;
-    const long wanted = lines * word(66) * byte_at(bytes, 65);
-    long decoded = 0;
-    for (std::size_t at = picture_header_size; decoded < wanted && at < bytes.size(); ++at) {
-        const std::uint8_t byte = byte_at(bytes, at);
-        if (byte < run_mark) {
-            ++decoded;
-        } else {
-            decoded += byte & ~run_mark;
-            ++at; // the byte that is repeated
-        }
-    }
-    return decoded >= wanted;
-}
-
+/// Why the program refuses the bytes of a picture.
 std::string fault_of_picture(std::string_view bytes) {
     struct Kind {
         std::string_view mark, name;
@@ -82,6 +61,28 @@ std::string fault_of_picture(std::string_view bytes) {
         return "is " + std::to_string(header.width) + " x " + std::to_string(header.height) + " pixels, at most " +
                std::to_string(picture_limit) + " per side can be read";
     return unfit_picture;
+}
+
+} // namespace
+
+bool pcx_is_complete(std::string_view bytes) {
+    constexpr std::uint8_t run_mark = 0xC0;
+    if (bytes.size() < picture_header_size)
+        return false;
+    const auto word = [&](std::size_t at) { return byte_at(bytes, at) | byte_at(bytes, at + 1) << 8; };
+    const long lines = word(10) - word(6) + 1;
+    const long wanted = lines * word(66) * byte_at(bytes, 65);
+    long decoded = 0;
+    for (std::size_t at = picture_header_size; decoded < wanted && at < bytes.size(); ++at) {
+        const std::uint8_t byte = byte_at(bytes, at);
+        if (byte < run_mark) {
+            ++decoded;
+        } else {
+            decoded += byte & ~run_mark;
+            ++at; // the byte that is repeated
+        }
+    }
+    return decoded >= wanted;
 }
 
 PictureCheck check_picture(const std::string& path) {

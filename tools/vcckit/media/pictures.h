@@ -19,9 +19,6 @@ struct PictureCheck {
 
 PictureCheck check_picture(const std::string& path);
 
-/// Why the program refuses the bytes of a picture. Pure.
-std::string fault_of_picture(std::string_view bytes);
-
 /// True if the run-length data contain all lines that the header announces. Pure.
 bool pcx_is_complete(std::string_view bytes);
 

@@ -5,6 +5,7 @@
 
 #include <png.h>
 
+#include <algorithm>
 #include <memory>
 #include <string_view>
 
@@ -14,8 +15,10 @@ namespace {
 
 constexpr std::size_t rgba_channels = 4;
 
-std::size_t pixel_count(int width, int height) {
-    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+Image empty_image(int width, int height) {
+    return {
+        width, height,
+        std::vector<std::uint8_t>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * rgba_channels)};
 }
 
 constexpr const char* damaged = "is damaged or truncated";
@@ -37,8 +40,7 @@ Result<Image> read_png(std::string_view bytes) {
     if (std::string fault = fault_of_size(png.width, png.height); !fault.empty())
         return Failure{std::move(fault)};
     png.format = PNG_FORMAT_RGBA;
-    Image image{static_cast<int>(png.width), static_cast<int>(png.height), {}};
-    image.rgba.resize(pixel_count(image.width, image.height) * rgba_channels);
+    Image image = empty_image(static_cast<int>(png.width), static_cast<int>(png.height));
     if (png_image_finish_read(&png, nullptr, image.rgba.data(), 0, nullptr) == 0)
         return Failure{damaged};
     return image;
@@ -51,27 +53,21 @@ Result<Image> read_pcx_of_four_planes(std::string_view file) {
     const PictureHeader header = read_picture_header(bytes);
     if (std::string fault = fault_of_size(header.width, header.height); !fault.empty())
         return Failure{std::move(fault)};
-    Image image{header.width, header.height, {}};
-    image.rgba.resize(pixel_count(image.width, image.height) * rgba_channels);
-    const auto width = static_cast<std::size_t>(header.width);
+    Image image = empty_image(header.width, header.height);
+    const auto width = static_cast<std::size_t>(header.width), plane = static_cast<std::size_t>(header.bytes_per_line);
+    std::vector<std::uint8_t> line; // red, green, blue and opacity of all its pixels, and what a run has more
     std::size_t at = picture_header_size;
-    int run = 0;
-    std::uint8_t value = 0;
     for (std::size_t y = 0; y < static_cast<std::size_t>(header.height); ++y) {
-        for (std::size_t plane = 0; plane < rgba_channels; ++plane) {
-            for (std::size_t x = 0; x < static_cast<std::size_t>(header.bytes_per_line); ++x) {
-                if (run == 0) {
-                    const bool repeated = at < bytes.size() && bytes[at] >= run_mark;
-                    run = repeated ? bytes[at++] & ~run_mark : 1;
-                    if (at >= bytes.size() || run == 0)
-                        return Failure{damaged};
-                    value = bytes[at++];
-                }
-                --run;
-                if (x < width)
-                    image.rgba[(y * width + x) * rgba_channels + plane] = value;
-            }
+        for (; line.size() < rgba_channels * plane; ++at) {
+            const bool repeated = at < bytes.size() && bytes[at] >= run_mark;
+            const int run = repeated ? bytes[at++] & ~run_mark : 1;
+            if (at >= bytes.size() || run == 0)
+                return Failure{damaged};
+            line.insert(line.end(), static_cast<std::size_t>(run), bytes[at]);
         }
+        for (std::size_t i = 0; i < std::min(width, plane) * rgba_channels; ++i)
+            image.rgba[y * width * rgba_channels + i] = line[i % rgba_channels * plane + i / rgba_channels];
+        line.erase(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(rgba_channels * plane));
     }
     return image;
 }

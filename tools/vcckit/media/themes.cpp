@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace vcc::kit {
@@ -22,15 +23,15 @@ constexpr double least_bend = 4.0 / 128; ///< smaller bends are inaudible
 
 /// Frames [first, first + count) of a file, interleaved, -1 to 1; fewer at the end of the file.
 std::vector<float> read_frames(std::FILE* file, const WavHeader& header, long first, long count) {
-    const long bytes = header.bits / 8, frame = bytes * header.channels;
-    std::vector<std::uint8_t> raw(static_cast<std::size_t>(count * frame));
-    if (std::fseek(file, header.data_offset + first * frame, SEEK_SET) != 0)
+    const auto frame = static_cast<std::size_t>(header.frame_bytes()),
+               bytes = static_cast<std::size_t>(header.bits / 8);
+    std::vector<std::uint8_t> raw(static_cast<std::size_t>(count) * frame);
+    if (std::fseek(file, header.data_offset + first * header.frame_bytes(), SEEK_SET) != 0)
         return {};
-    raw.resize(std::fread(raw.data(), 1, raw.size(), file) / static_cast<std::size_t>(frame) *
-               static_cast<std::size_t>(frame));
+    raw.resize(std::fread(raw.data(), frame, static_cast<std::size_t>(count), file) * frame);
     std::vector<float> samples;
-    samples.reserve(raw.size() / static_cast<std::size_t>(bytes));
-    for (std::size_t at = 0; at + static_cast<std::size_t>(bytes) <= raw.size(); at += static_cast<std::size_t>(bytes))
+    samples.reserve(raw.size() / bytes);
+    for (std::size_t at = 0; at < raw.size(); at += bytes)
         samples.push_back(bytes == 1
                               ? (static_cast<float>(raw[at]) - 128.0f) / 128.0f
                               : static_cast<float>(static_cast<std::int16_t>(raw[at] | raw[at + 1] << 8)) / 32768.0f);
@@ -56,8 +57,8 @@ bool is_quiet(const std::vector<float>& samples) {
     return std::ranges::all_of(samples, [](float sample) { return std::abs(sample) < quiet_level; });
 }
 
-} // namespace
-
+/// Samples of one channel: the end of a theme and its beginning. Returns how sharply the joint bends, relative to the
+/// sharpest bend beside it; a click is above 1.
 double joint_ratio(std::span<const float> end, std::span<const float> beginning) {
     std::vector<double> around(end.begin(), end.end());
     around.insert(around.end(), beginning.begin(), beginning.end());
@@ -70,6 +71,8 @@ double joint_ratio(std::span<const float> end, std::span<const float> beginning)
     return joint / std::max(beside, least_bend);
 }
 
+/// Whether the last of the equal windows of samples is far softer than the loudest, so that the theme fades and its
+/// beginning jumps in.
 bool fades_out(std::span<const float> samples, std::size_t window) {
     constexpr double lowest = 0.25; // of the loudest: 12 dB below it
     if (window == 0 || samples.size() < 2 * window)
@@ -82,6 +85,8 @@ bool fades_out(std::span<const float> samples, std::size_t window) {
     return last < lowest * loudest;
 }
 
+} // namespace
+
 bool is_cut(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
     const FilePtr file(platform::open_file(platform::resolve_path(path), "rb"));
@@ -92,14 +97,14 @@ bool is_cut(const std::string& path) {
         std::fread(length.data(), 1, length.size(), file.get()) != length.size())
         return false;
     const std::int64_t announced = length[0] | length[1] << 8 | length[2] << 16 | std::int64_t{length[3]} << 24;
-    return announced - header.data_length >= std::int64_t{header.bits / 8} * header.channels;
+    return announced - header.data_length >= header.frame_bytes();
 }
 
 std::string loop_fault(const std::string& path) {
     const WavHeader header = parse_wav_header(path);
     if (header.data_offset == 0)
         return unfit_wav;
-    const long frames = header.data_length / (long{header.bits} / 8 * header.channels);
+    const long frames = header.data_length / header.frame_bytes();
     if (frames < header.rate)
         return "is shorter than a second";
     const FilePtr file(platform::open_file(platform::resolve_path(path), "rb"));
