@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -27,16 +28,9 @@ constexpr HeaderRow headers[] = {{"p", "number of pages"}, {"f", "font"},    {"c
                                  {"x", "column"},          {"y", "row"}};
 constexpr HeaderRow further_page{"nq", "number of a further page"};
 
-/// Follows the header lines of each entry, whose order alone matters to the program.
+/// Follows the header lines of an entry, whose order alone matters to the program.
 class HeaderWalk {
 public:
-    void begin(std::string_view line) {
-        entry_ = std::string(line);
-        row_ = 0;
-        further_ = 0;
-        done_ = false;
-    }
-
     /// What is wrong with a line; empty if nothing is, or if it does not belong to a header.
     std::string take(std::string_view line) {
         if (done_ || line.empty() || line[0] == '-' || line[0] == '#') {
@@ -58,13 +52,10 @@ public:
         return {};
     }
 
-    const std::string& entry() const { return entry_; }
-
 private:
-    std::string entry_;
     std::size_t row_ = 0;
     int further_ = 0; ///< pages whose numbers are still missing
-    bool done_ = true;
+    bool done_ = false;
 };
 
 /// Whether a text line begins without the character that the program drops.
@@ -77,23 +68,25 @@ bool loses_its_first_letter(std::string_view line) {
 void check_help_text(const std::string& path, std::string_view text, Faults& faults) {
     LineReader lines(text);
     std::set<std::string> told; ///< entries that lose letters
-    HeaderWalk header;
+    std::string entry;
+    std::optional<HeaderWalk> header;
     while (const auto line = lines.next()) {
         const Reporter report{faults, path, lines.line_number()};
         if (line->starts_with('+')) {
-            header.begin(*line);
+            entry = *line;
+            header.emplace();
             continue;
         }
         if (line->starts_with('-') && line->size() > help_line_length)
-            report(help_line_cut, header.entry(),
+            report(help_line_cut, entry,
                    "the text is " + std::to_string(line->size() - 2) + " characters long, " +
                        std::to_string(help_line_length - 2) + " are shown",
                    "break the line earlier");
-        if (line->starts_with('-') && loses_its_first_letter(*line) && told.insert(header.entry()).second)
-            report(help_letter, header.entry(), "\"" + std::string(*line) + "\" is shown without its first letter",
+        if (line->starts_with('-') && loses_its_first_letter(*line) && told.insert(entry).second)
+            report(help_letter, entry, "\"" + std::string(*line) + "\" is shown without its first letter",
                    "put a blank after the -: the program drops two characters");
-        if (std::string problem = header.take(*line); !problem.empty())
-            report(help_header, header.entry(), std::move(problem),
+        if (std::string problem = header ? header->take(*line) : ""; !problem.empty())
+            report(help_header, entry, std::move(problem),
                    "header lines are p, n for each further page, f, c, w, h, s, x, y, in this order");
     }
 }

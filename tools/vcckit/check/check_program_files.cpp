@@ -21,49 +21,28 @@ namespace {
 
 using enum FaultCode;
 
-struct PictureRow {
-    std::string path;
-    int least_width, least_height, most_width, most_height;
-    const char* advice;
-};
-
-std::vector<PictureRow> picture_rows() {
-    std::vector<PictureRow> rows;
-    rows.reserve(path::backgrounds.size() + 1);
-    for (const char* background : path::backgrounds)
-        rows.push_back({with_slashes(background), layout_width, layout_height, layout_width, layout_height,
-                        "it must be a PCX picture of 800 x 600 pixels: vcckit convert makes PCX"});
-    rows.push_back(
-        {path::pointer, 1, 1, 64, 64, "it must be a PCX picture of at most 64 x 64 pixels: vcckit convert makes PCX"});
-    return rows;
-}
-
-void check_picture_file(const PictureRow& row, Faults& faults) {
-    const PictureCheck picture = check_picture(row.path);
-    const Reporter report{faults, row.path};
+/// `fits` says whether the program takes a picture of that width and height.
+void check_picture_file(const std::string& path, bool (*fits)(int width, int height), const std::string& wanted,
+                        Faults& faults) {
+    const PictureCheck picture = check_picture(path);
+    const Reporter report{faults, path};
+    const std::string advice = "it must be a PCX picture of " + wanted + " pixels: vcckit convert makes PCX";
     if (!picture.fault.empty()) {
-        report(picture.code, "", picture.fault, row.advice);
+        report(picture.code, "", picture.fault, advice);
         faults.back().nearest = picture.nearest;
-    } else if (const BITMAP& at = *picture.bitmap;
-               at.w < row.least_width || at.w > row.most_width || at.h < row.least_height || at.h > row.most_height) {
-        report(picture_size, "", "is " + std::to_string(at.w) + " x " + std::to_string(at.h) + " pixels", row.advice);
+    } else if (const BITMAP& at = *picture.bitmap; !fits(at.w, at.h)) {
+        report(picture_size, "", "is " + std::to_string(at.w) + " x " + std::to_string(at.h) + " pixels", advice);
     }
 }
 
-std::int64_t file_size(const std::string& path) {
+/// Whether a file is shorter than its RIFF header says; some programs write 0 there.
+bool is_shorter_than_announced(const std::filesystem::path& path) {
+    std::array<std::uint32_t, 2> header{};
+    std::ifstream file(path, std::ios::binary);
     std::error_code error;
-    const auto size = std::filesystem::file_size(platform::system_path(platform::resolve_path(path)), error);
-    return error ? 0 : static_cast<std::int64_t>(size);
-}
-
-/// Size of the file according to its RIFF header; 0 from programs that do not write it.
-std::int64_t announced_size(const std::string& path) {
-    std::array<unsigned char, 8> header{};
-    std::ifstream file(platform::system_path(platform::resolve_path(path)), std::ios::binary);
-    if (!file.read(reinterpret_cast<char*>(header.data()), header.size()))
-        return 0;
-    const std::int64_t rest = header[4] | header[5] << 8 | header[6] << 16 | std::int64_t{header[7]} << 24;
-    return rest + static_cast<std::int64_t>(header.size());
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    return file.read(reinterpret_cast<char*>(header.data()), sizeof header) && !error &&
+           std::uintmax_t{header[1]} + sizeof header > size;
 }
 
 void check_film(const char* path, Faults& faults) {
@@ -72,7 +51,7 @@ void check_film(const char* path, Faults& faults) {
         report(file_missing, "", "does not exist", "add the film: without it the log has an entry at every start");
         return;
     }
-    if (announced_size(path) > file_size(path))
+    if (is_shorter_than_announced(platform::system_path(platform::resolve_path(path))))
         report(file_cut, "", "is truncated", "create the file again");
     const auto film = platform::open_avi(platform::resolve_path(path)).film;
     const platform::AviFrame* frame = film ? film->frame_at(0) : nullptr;
@@ -122,8 +101,12 @@ void check_keyboard(const std::string& path, Faults& faults) {
 } // namespace
 
 void check_program_files(Installation&, Faults& faults) {
-    for (const PictureRow& row : picture_rows())
-        check_picture_file(row, faults);
+    for (const char* const background : path::backgrounds)
+        check_picture_file(
+            with_slashes(background), [](int w, int h) { return w == layout_width && h == layout_height; }, "800 x 600",
+            faults);
+    check_picture_file(
+        path::pointer, [](int w, int h) { return w <= 64 && h <= 64; }, "at most 64 x 64", faults);
     for (const Film& film : films)
         check_film(film.path, faults);
     for (const char* module : module_names)

@@ -38,13 +38,12 @@ std::optional<TextPlace> place_of(int number) {
     return std::nullopt;
 }
 
-/// Pixels by which a text is too wide; nothing if it fits or its place is unknown.
-std::optional<int> missing_room(const LanguageFiles& language, const TextPlace& place, const std::string& text) {
-    const Slot* const slot = find_slot(screen_of(language, place.screen), place.slot);
-    if (!language.windows_usable || !slot)
-        return std::nullopt;
-    const int missing = text_width(slot->font, text) - room_in(language, *slot, place.window);
-    return missing > 0 ? std::optional(missing) : std::nullopt;
+/// Pixels by which a text is too wide; not above 0 if it fits or its place is unknown.
+int missing_room(const LanguageFiles& language, const Translation& text) {
+    const std::optional<TextPlace> place = place_of(text.number);
+    const Slot* const slot = place ? find_slot(screen_of(language, place->screen), place->slot) : nullptr;
+    return slot && language.windows_usable ? text_width(slot->font, text.text) - room_in(language, *slot, place->window)
+                                           : 0;
 }
 
 void check_text(const LanguageFiles& language, const std::string& file, const Translation& text, Faults& faults) {
@@ -56,9 +55,8 @@ void check_text(const LanguageFiles& language, const std::string& file, const Tr
     }
     if (text.text.size() > screen_text_length)
         report(screen_text_long, field, "has " + std::to_string(text.text.size()) + " characters", "89 are shown");
-    const std::optional<TextPlace> place = place_of(text.number);
-    if (const auto missing = place ? missing_room(language, *place, text.text) : std::nullopt)
-        report(program_text_wide, field, "\"" + text.text + "\" is " + std::to_string(*missing) + " pixels too wide",
+    if (const int missing = missing_room(language, text); missing > 0)
+        report(program_text_wide, field, "\"" + text.text + "\" is " + std::to_string(missing) + " pixels too wide",
                "shorten it");
 }
 

@@ -1,8 +1,9 @@
-// Help pages, texts that the program writes, and comparison of both languages.
+// Help pages, texts that the program writes, comparison of both languages, and encodings.
 #include "vcckit/check/check.h"
 
 #include "vcckit/check/fixed_slots.h"
 #include "vcckit/record/fields.h"
+#include "vcckit/text/latin1.h"
 
 #include "cc/option_rows.h"
 #include "core/lines.h"
@@ -154,20 +155,20 @@ void compare_records(const std::vector<Slot>& first, const std::vector<Slot>& ot
         for (const std::string_view name : common_fields) {
             const Field* field = find_number_field(name);
             const int one = first[i].*field->member, two = other[i].*field->member;
-            const Reporter report{faults, file, 0, static_cast<int>(i)};
             if (one != two)
-                report(languages_differ, std::string(name),
-                       "is " + std::to_string(two) + ", in the other language " + std::to_string(one),
-                       "languages may differ only in texts and positions");
+                Reporter{faults, file, 0, static_cast<int>(i)}(languages_differ, std::string(name),
+                                                               "is " + std::to_string(two) +
+                                                                   ", in the other language " + std::to_string(one),
+                                                               "languages may differ only in texts and positions");
         }
 }
 
 void compare_counts(std::size_t first, std::size_t other, const std::string& file, const char* what, Faults& faults) {
-    const Reporter report{faults, file};
     if (first != other && first != 0 && other != 0)
-        report(counts_differ, "",
-               "has " + std::to_string(other) + " " + what + ", the other language has " + std::to_string(first),
-               "pack both languages from one source");
+        Reporter{faults, file}(counts_differ, "",
+                               "has " + std::to_string(other) + " " + what + ", the other language has " +
+                                   std::to_string(first),
+                               "pack both languages from one source");
 }
 
 } // namespace
@@ -221,24 +222,35 @@ void check_languages(Installation& installation, Faults& faults) {
             compare_records(a.set.slots, b.set.slots, b.slot_file, faults);
             compare_records(a.set.toggles, b.set.toggles, b.toggle_file, faults);
         }
-        const Reporter report_window{faults, other.window_file}, report_message{faults, other.message_file};
         std::string alone;
         for (int window = 0; window < text_window_count; ++window)
             if (first.windows_usable && other.windows_usable && role_of_fixed_window(window).empty() &&
                 !find_window(first, window) != !find_window(other, window))
                 alone += (alone.empty() ? "+" : ", +") + std::to_string(window);
         if (!alone.empty())
-            report_window(window_missing, alone,
-                          std::string(alone.find(',') == std::string::npos ? "is" : "are") +
-                              " described in one language only",
-                          "describe it in both");
+            Reporter{faults, other.window_file}(window_missing, alone,
+                                                std::string(alone.find(',') == std::string::npos ? "is" : "are") +
+                                                    " described in one language only",
+                                                "describe it in both");
         if (!installation.text_file(first.message_file) || !installation.text_file(other.message_file))
             continue; // reported where the files are read
         std::vector<int> missing;
         std::ranges::set_symmetric_difference(first.messages, other.messages, std::back_inserter(missing));
         for (const int message : missing)
-            report_message(message_missing, "+" + std::to_string(message), "exists in one language only",
-                           "add it to both");
+            Reporter{faults, other.message_file}(message_missing, "+" + std::to_string(message),
+                                                 "exists in one language only", "add it to both");
+    }
+}
+
+void check_encoding(Installation& installation, Faults& faults) {
+    for (const auto& [path, text] : installation.text_files) {
+        if (!text || path == path::settings || path == path::buffer_list) // these are UTF-8, as names of files
+            continue;
+        const auto beyond_ascii = std::ranges::find_if(*text, [](char c) { return c < 0; });
+        if (beyond_ascii != text->end() && is_utf8(*text))
+            faults.push_back({text_utf8, path, 1 + static_cast<int>(std::count(text->begin(), beyond_ascii, '\n')), -1,
+                              "", "the file is UTF-8",
+                              "save it as Windows Latin-1, or each letter beyond ASCII shows as two"});
     }
 }
 

@@ -5,6 +5,7 @@
 #include "core/installation.h"
 #include "core/log.h"
 #include "platform/files.h"
+#include "platform/latin1.h"
 #include "platform/shared_library.h"
 
 #include <algorithm>
@@ -21,8 +22,7 @@ namespace fs = std::filesystem;
 /// The same name for a file however it is written.
 std::string plain_name(std::string_view name) {
     std::string plain = fs::path(with_slashes(name)).lexically_normal().generic_string();
-    std::ranges::transform(plain, plain.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    std::ranges::transform(plain, plain.begin(), platform::lower_letter);
     return plain;
 }
 
