@@ -10,7 +10,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 
 namespace vcc::kit {
 
@@ -98,6 +99,9 @@ int run_convert(const std::vector<std::string>& sources, const ConvertRequest& r
 
 /// Prints a file of an installation as readable text.
 int run_show(const std::string& file);
+
+/// "--output" and "-o"; none of an argument.
+std::vector<std::string> option_names(const CLI::Option& option);
 
 /// A line "candidate TAB description" per candidate, whatever has been typed of the last word; then the kind of files
 /// that fit: ":folders", ":files" (any) or ":files toml slt" (by extension). `words` are those after the tool's name;

@@ -23,12 +23,9 @@ void offer_commands(const CLI::App& app, std::vector<std::string>& lines) {
 }
 
 void offer_options(const CLI::App& command, std::vector<std::string>& lines) {
-    for (const CLI::Option* option : command.get_options()) {
-        for (const std::string& name : option->get_lnames())
-            lines.push_back(candidate("--" + name, option->get_description()));
-        for (const std::string& name : option->get_snames())
-            lines.push_back(candidate("-" + name, option->get_description()));
-    }
+    for (const CLI::Option* option : command.get_options())
+        for (const std::string& name : option_names(*option))
+            lines.push_back(candidate(name, option->get_description()));
 }
 
 /// "BITS:{15,16}" offers the values in braces, "DIR" folders, "FILE.toml" and "FILE" files.
@@ -61,6 +58,15 @@ const CLI::Option* option_of(const CLI::App& command, const std::string& word) {
 }
 
 } // namespace
+
+std::vector<std::string> option_names(const CLI::Option& option) {
+    std::vector<std::string> names;
+    for (const std::string& name : option.get_lnames())
+        names.push_back("--" + name);
+    for (const std::string& name : option.get_snames())
+        names.push_back("-" + name);
+    return names;
+}
 
 std::vector<std::string> completions(const CLI::App& app, std::span<const std::string> words) {
     std::vector<std::string> lines;

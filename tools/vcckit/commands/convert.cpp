@@ -69,26 +69,22 @@ Result<Job> job_of(const std::string& source, const std::string& output) {
 /// Checks before the first conversion that all inputs are usable and no two become the same file; tells of each that is
 /// not.
 std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources, const std::string& output) {
-    std::error_code error;
     std::vector<Job> jobs;
-    bool usable = sources.size() == 1 || output.empty() || fs::is_directory(platform::system_path(output), error);
-    if (!usable) {
-        complain(output + ": is not a folder, and one file cannot hold " + std::to_string(sources.size()));
-        return std::nullopt;
-    }
+    bool usable = true;
+    const auto refuse = [&usable](const std::string& reason) {
+        complain(reason);
+        usable = false;
+    };
     for (const std::string& source : sources) {
         Result<Job> job = job_of(source, output);
-        if (!job)
-            complain(job.reason());
-        usable = usable && job;
-        for (const Job& other : jobs) {
-            if (job && other.target == job->target) {
-                complain(source + ": would become " + job->target + ", as " + other.source.path + " does");
-                usable = false;
-            }
+        if (!job) {
+            refuse(job.reason());
+            continue;
         }
-        if (job)
-            jobs.push_back(std::move(*job));
+        for (const Job& other : jobs)
+            if (other.target == job->target)
+                refuse(source + ": would become " + job->target + ", as " + other.source.path + " does");
+        jobs.push_back(std::move(*job));
     }
     return usable ? std::optional(std::move(jobs)) : std::nullopt;
 }
@@ -140,6 +136,11 @@ Conversion convert(const Job& job, const ConvertRequest& request, const Progress
 int run_convert(const std::vector<std::string>& sources, const ConvertRequest& request) {
     const InterruptionGuard guard;
     const Library library; // reads the sounds whose seam is checked
+    std::error_code error;
+    if (sources.size() > 1 && !request.output.empty() &&
+        !fs::is_directory(platform::system_path(request.output), error))
+        return complain(request.output + ": is not a folder, and one file cannot hold " +
+                        std::to_string(sources.size()));
     const auto jobs = jobs_of(sources, request.output);
     if (!jobs)
         return exit_unusable;

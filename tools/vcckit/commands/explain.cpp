@@ -12,12 +12,8 @@ namespace {
 /// A cell of a Markdown table: one line, with bars escaped.
 std::string cell(std::string_view text) {
     std::string out;
-    for (const char c : text) {
-        if (c == '\n')
-            out += "<br>";
-        else
-            out += c == '|' ? std::string("\\|") : std::string(1, c);
-    }
+    for (const char c : text)
+        out += c == '\n' ? std::string("<br>") : c == '|' ? std::string("\\|") : std::string(1, c);
     return out;
 }
 
@@ -53,13 +49,11 @@ int run_explain(const std::vector<std::string>& codes, bool markdown) {
         for (const FaultRow& row : fault_rows)
             std::printf("%s  %s\n", code_text(row.code).c_str(), std::string(row.title).c_str());
     int status = exit_clean;
-    for (const std::string& code : codes) {
-        if (const FaultRow* const row = find_fault_row(code)) {
+    for (const std::string& code : codes)
+        if (const FaultRow* const row = find_fault_row(code))
             print_row(*row);
-            continue;
-        }
-        status = complain(no_such_fault(code));
-    }
+        else
+            status = complain(no_such_fault(code));
     return status;
 }
 

@@ -5,18 +5,19 @@
 #include "vcckit/files/new_file.h"
 #include "vcckit/files/temporary_folder.h"
 #include "vcckit/play/visit.h"
+#include "vcckit/text/lines.h"
 
+#include "core/files.h"
 #include "core/installation.h"
 #include "core/log.h"
 #include "platform/files.h"
 #include "settings/config_text.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
-#include <deque>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 namespace vcc::kit {
 
@@ -48,13 +49,10 @@ public:
 private:
     /// Positions and pictures assume an unscaled screen.
     void keep_own_size() const {
-        const std::string name = platform::resolve_path((game() / path::settings).string());
-        std::ifstream file(name, std::ios::binary);
-        if (!file)
-            return; // without settings it is unscaled
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        const std::string name = (game() / path::settings).string();
         const ConfigChange change{"VELDOR_GRAPHICS", "display_scale", "0"};
-        std::ofstream(name, std::ios::binary) << apply_changes(text, {&change, 1});
+        if (const auto text = read_file(name)) // without settings it is unscaled
+            std::ofstream(platform::resolve_path(name), std::ios::binary) << apply_changes(*text, {&change, 1});
     }
 
     TemporaryFolder folder_;
@@ -82,15 +80,10 @@ bool prepare_pictures(const fs::path& folder) {
 /// What the program has said, or the last lines of its log.
 void tell_lines(const std::string& who, const fs::path& name) {
     constexpr std::size_t most = 5;
-    std::ifstream file(platform::resolve_path(name.string()));
-    std::deque<std::string> lines;
-    for (std::string line; std::getline(file, line);) {
-        lines.push_back(line);
-        if (lines.size() > most)
-            lines.pop_front();
-    }
-    for (const std::string& line : lines)
-        complain(who + line);
+    const std::string text = read_file(name.string(), 64u << 20).value_or("");
+    const std::vector<std::string_view> lines = lines_of(text);
+    for (std::size_t i = lines.size() - std::min(lines.size(), most); i < lines.size(); ++i)
+        complain(who + std::string(lines[i]));
 }
 
 struct Journey {

@@ -96,18 +96,14 @@ Json value_of(const Field& field) {
 }
 
 /// A table of fields, and more entries.
-Json table(const Json& more, const std::vector<std::string>& required = {}) {
+Json table(const std::vector<Json>& more, const std::vector<std::string>& required = {}) {
     Json properties;
     for (const Field& field : all_fields())
         if (Json value = value_of(field); !value.is_null())
             properties[std::string(field.name)] = std::move(value);
-    properties.update(more);
+    for (const Json& entries : more)
+        properties.update(entries);
     return object_of(std::move(properties), required);
-}
-
-Json joined(Json first, const Json& second) {
-    first.update(second);
-    return first;
 }
 
 Json repeat_table() {
@@ -146,12 +142,12 @@ std::string screen_schema() {
     definitions["count"] = plain_number({{"type", "integer"}, {"minimum", 0}, {"maximum", 200}});
     definitions["repeat"] = repeat_table();
     definitions["names"] = names_table();
-    definitions["look"] = table(Json::object());
-    definitions["pressed_look"] = table({{"index", reference("index")}});
-    definitions["style"] = table(joined(style, looks));
-    definitions["slot"] = table(joined(joined(record, style), looks), {"index"});
-    definitions["toggle"] =
-        table(joined(joined(record, style), {{"copy", reference(definition_of(Meaning::number))}}), {"index"});
+    const Json copy{{"copy", reference(definition_of(Meaning::number))}}, pressed{{"index", reference("index")}};
+    definitions["look"] = table({});
+    definitions["pressed_look"] = table(std::vector{pressed});
+    definitions["style"] = table({style, looks});
+    definitions["slot"] = table({record, style, looks}, {"index"});
+    definitions["toggle"] = table({record, style, copy}, {"index"});
     Json schema = R"({"$schema": "http://json-schema.org/draft-07/schema#", "title": "Veldor screen source",
         "type": "object", "additionalProperties": false, "properties": {
             "name": {"type": "string", "description": "vcc, vcc_options, vcc_options_info or mess"},

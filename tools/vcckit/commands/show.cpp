@@ -35,10 +35,10 @@ std::string shown_number(const Field& field, std::int32_t value) {
 }
 
 /// All fields that differ from an empty record.
-std::string shown_records(const std::string&, std::string_view bytes, std::string& fault) {
-    const auto [records, damage] = check_slot_file(bytes);
-    if (fault = damage; !fault.empty())
-        return {};
+Result<std::string> shown_records(const std::string&, std::string_view bytes) {
+    const auto [records, fault] = check_slot_file(bytes);
+    if (!fault.empty())
+        return Failure{fault};
     const Slot empty = empty_slot();
     std::string text = std::to_string(records.size()) + " records\n";
     for (std::size_t i = 0; i < records.size(); ++i) {
@@ -74,7 +74,7 @@ constexpr KeyMeaning help_keys[] = {{"+", "entry"}, {"-", "text"}, {"#", "commen
 
 /// All lines with their numbers and the meanings of their keys; one key may stand for all other lines.
 template <const auto& keys>
-std::string shown_lines(const std::string&, std::string_view bytes, std::string&) {
+Result<std::string> shown_lines(const std::string&, std::string_view bytes) {
     std::string text;
     LineReader lines(bytes);
     while (const auto line = lines.next()) {
@@ -91,40 +91,35 @@ std::string shown_lines(const std::string&, std::string_view bytes, std::string&
     return text;
 }
 
-std::string shown_picture(const std::string&, std::string_view bytes, std::string& fault) {
+Result<std::string> shown_picture(const std::string&, std::string_view bytes) {
     const PictureHeader header =
         read_picture_header({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
     if (!header.readable)
-        fault = unfit_picture;
+        return Failure{unfit_picture};
     return format_text("PCX picture, %d x %d pixels, %d bits\n", header.width, header.height, header.bits);
 }
 
-std::string shown_sound(const std::string& path, std::string_view, std::string& fault) {
+Result<std::string> shown_sound(const std::string& path, std::string_view) {
     const WavHeader header = parse_wav_header(path);
-    if (header.data_offset == 0) {
-        fault = unfit_wav;
-        return {};
-    }
-    const int frame_bytes = header.bits / 8 * header.channels;
-    const double seconds = static_cast<double>(header.data_length) / frame_bytes / header.rate;
+    if (header.data_offset == 0)
+        return Failure{unfit_wav};
+    const double seconds = static_cast<double>(header.data_length) / header.frame_bytes() / header.rate;
     const std::string loop = loop_fault(path);
     return format_text("WAV sound, %d Hz, %d bits, %s, %.2f s, %ld bytes from byte %ld on\nas a theme: %s\n",
                        header.rate, header.bits, header.channels == 1 ? "mono" : "stereo", seconds, header.data_length,
                        header.data_offset, loop.empty() ? "loops without a seam" : loop.c_str());
 }
 
-std::string shown_film(const std::string&, std::string_view bytes, std::string& fault) {
+Result<std::string> shown_film(const std::string&, std::string_view bytes) {
     const platform::AviHeader header = platform::read_avi_header(bytes);
-    if (header.error != platform::AviError::none) {
-        fault = "is not an AVI film that the program can show";
-        return {};
-    }
+    if (header.error != platform::AviError::none)
+        return Failure{"is not an AVI film that the program can show"};
     return format_text("AVI film, %d x %d pixels, %.2f frames per second, %u frames\n", header.width, header.height,
                        static_cast<double>(header.rate) / header.scale, header.length);
 }
 
 /// Settings with their effect in the program.
-std::string shown_settings(const std::string&, std::string_view bytes, std::string&) {
+Result<std::string> shown_settings(const std::string&, std::string_view bytes) {
     std::string text, section;
     LineReader lines(bytes);
     while (const auto line = lines.next(4096)) {
@@ -155,7 +150,7 @@ bool has_ending(std::string_view path, std::string_view ending) {
 
 struct Format {
     std::string_view ending;
-    std::string (*show)(const std::string& path, std::string_view bytes, std::string& fault);
+    Result<std::string> (*show)(const std::string& path, std::string_view bytes); ///< a text in UTF-8
 };
 constexpr Format formats[] = {
     {".slt", shown_records},
@@ -172,28 +167,25 @@ constexpr Format formats[] = {
     {".avi", shown_film},
 };
 
-/// The text in UTF-8; nothing with the reason in `fault`. The name's extension decides the format.
-std::string shown_file(const std::string& path, std::string_view bytes, std::string& fault) {
+Result<std::string> shown_file(const std::string& path) {
+    constexpr std::size_t shown_limit = 512u << 20;
+    const auto bytes = read_file(path, shown_limit);
+    if (!bytes)
+        return Failure{"cannot be read"};
     for (const Format& format : formats)
-        if (has_ending(path, format.ending)) {
-            std::string text = format.show(path, bytes, fault);
-            return fault.empty() ? text : std::string();
-        }
-    fault = "has no known extension";
-    return {};
+        if (has_ending(path, format.ending))
+            return format.show(path, *bytes);
+    return Failure{"has no known extension"};
 }
 
 } // namespace
 
 int run_show(const std::string& file) {
-    constexpr std::size_t shown_limit = 512u << 20;
     const Library library;
-    const auto bytes = read_file(file, shown_limit);
-    std::string fault = bytes ? "" : "cannot be read";
-    const std::string text = bytes ? shown_file(file, *bytes, fault) : "";
-    if (!fault.empty())
-        return complain(file + " " + fault);
-    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() ? exit_clean : exit_unusable;
+    const auto text = shown_file(file);
+    if (!text)
+        return complain(file + " " + text.reason());
+    return std::fwrite(text->data(), 1, text->size(), stdout) == text->size() ? exit_clean : exit_unusable;
 }
 
 } // namespace vcc::kit
