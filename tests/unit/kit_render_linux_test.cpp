@@ -1,11 +1,14 @@
 // Pictures drawn one after the other in one process.
 #include "game_folder.h"
 #include "vcckit/check/installation.h"
-#include "vcckit/draw/program_values.h"
 #include "vcckit/draw/render.h"
 
+#include "cc/options_screen.h"
 #include "display/buffers.h"
 #include "interaction/player_input.h"
+#include "screen/text_window.h"
+#include "sound/music.h"
+#include "sound/sound.h"
 #include "text/fonts.h"
 
 #include <algorithm>
@@ -32,9 +35,13 @@ void leave_traces() {
 
 class Render : public test::GameFolder {
 protected:
+    /// The bytes of the picture, or why there is none.
     static std::string drawn(Renderer& renderer, const RenderRequest& request) {
-        const auto seen = renderer.see(request);
-        return seen ? std::string(seen->picture.rgb.begin(), seen->picture.rgb.end()) : seen.reason();
+        const auto picture = renderer.draw(request);
+        if (!picture)
+            return picture.reason();
+        const BITMAP& pixels = **picture;
+        return {reinterpret_cast<const char*>(pixels.dat), sizeof(int) * static_cast<std::size_t>(pixels.w * pixels.h)};
     }
 
     /// The same in a process of its own.

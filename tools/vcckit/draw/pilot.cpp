@@ -3,6 +3,7 @@
 #include "cc/sets.h"
 #include "core/mouse_buttons.h"
 #include "core/window_state.h"
+#include "display/buffers.h"
 
 #include <utility>
 
@@ -59,9 +60,7 @@ bool Pilot::next_frame() {
         return false;
     if (step_ == steps_.size()) {
         if (++frame_ == settle_frames) {
-            picture_.reset(create_bitmap(screen->w, screen->h));
-            if (picture_)
-                blit(screen, picture_.get(), 0, 0, 0, 0, screen->w, screen->h);
+            picture_ = copy_of(screen);
             close_requested = 1;
         }
         return false;

@@ -1,22 +1,26 @@
 #include "vcckit/draw/render.h"
 
 #include "vcckit/draw/pilot.h"
-#include "vcckit/draw/program_values.h"
 #include "vcckit/draw/render_steps.h"
 #include "vcckit/draw/silent_sound.h"
 
 #include "cc/load.h"
+#include "cc/options_screen.h"
 #include "cc/screens.h"
 #include "cc/sets.h"
 #include "core/files.h"
 #include "core/installation.h"
 #include "core/log.h"
+#include "core/scope.h"
 #include "core/text.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
 #include "interaction/focus.h"
+#include "interaction/player_input.h"
 #include "platform/latin1.h"
 #include "screen/status_line.h"
+#include "screen/text_window.h"
+#include "settings/settings.h"
 #include "settings/values.h"
 #include "sound/music.h"
 #include "sound/sound.h"
@@ -25,28 +29,39 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 #include <utility>
 
 namespace vcc::kit {
 
 namespace {
 
+/// What the sound set-up leaves behind.
+auto sound_values() {
+    return std::tie(sound_on, music_on);
+}
+
+/// Every value of the program that its screens change, so that a process can draw one picture after another as if each
+/// were its first.
+auto program_values() {
+    return std::tuple_cat(sound_values(), std::tie(cc_screen, options_screen),
+                          std::tie(module_prefix, language, slot_prefix, text_window_prefix),
+                          std::tie(fullscreen, mode_range, screen_mode_range, depth_class, settings, theme_loop,
+                                   number_of_themes, anti_aliased_text, frame_rest, theme_fade_in),
+                          std::tie(player_input, drawing, text_windows, current_text_window),
+                          std::tie(music_playing, music_volume, themes, sfx_volume));
+}
+
+template <class... Values>
+std::tuple<Values...> copies_of(std::tuple<Values&...>);
+
+/// A copy of what a function like these ties together.
+template <auto values>
+using Copies = decltype(copies_of(values()));
+
 /// The buffers that screens are drawn on or copied to.
 constexpr std::array changing_buffers{screen_buffer, window_copy_buffer, help_save_buffer, info_copy_buffer,
                                       text_copy_buffer};
-
-/// Stands in for the display; removed before the library shuts down.
-class StandInDisplay {
-public:
-    explicit StandInDisplay(BITMAP* picture) {
-        if (picture)
-            clear_bitmap(picture);
-        screen = picture;
-    }
-    ~StandInDisplay() { screen = nullptr; }
-    StandInDisplay(const StandInDisplay&) = delete;
-    StandInDisplay& operator=(const StandInDisplay&) = delete;
-};
 
 /// The settings of the installation, without the file: no change of the program reaches it.
 void take_settings(int depth) {
@@ -171,7 +186,9 @@ Result<BitmapPtr> Renderer::draw(const RenderRequest& request) {
     frame_rest = 0; // nobody looks on
     if (!kept_->display)
         kept_->display.reset(create_bitmap(layout_width, layout_height));
-    const StandInDisplay display(kept_->display.get());
+    if (kept_->display)
+        clear_bitmap(kept_->display.get());
+    const SwitchSet<BITMAP*> stand_in(screen, kept_->display.get()); // the library must not shut down with it
     BITMAP* const target = graphic_buffer(screen_buffer);
     std::vector<Step> steps = steps_of(request, target);
     if (request.screen == RenderedScreen::message)
