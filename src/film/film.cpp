@@ -23,10 +23,6 @@ namespace vcc {
 
 namespace {
 
-constexpr int widen_5_bits(int value) {
-    return value * 255 / 31;
-}
-
 // The library's shifts are read once per row: the compiler must assume that any byte written could change them.
 using RowConverter = void (*)(const std::uint8_t* source, unsigned char* target, int width);
 
@@ -38,21 +34,8 @@ void convert_16(const std::uint8_t* source, unsigned char* target, int width) {
     const int red_shift = _rgb_r_shift_16, green_shift = _rgb_g_shift_16, blue_shift = _rgb_b_shift_16;
     for (int x = 0; x < width; ++x, source += 2, target += 2) {
         const int stored = source[0] | source[1] << 8;
-        const int red = widen_5_bits(stored >> 10 & 31), green = widen_5_bits(stored >> 5 & 31),
-                  blue = widen_5_bits(stored & 31);
-        const auto pixel = static_cast<std::uint16_t>((red >> 3) << red_shift | (green >> 2) << green_shift |
-                                                      (blue >> 3) << blue_shift);
-        std::memcpy(target, &pixel, sizeof pixel);
-    }
-}
-
-/// The usual layout of the display differs from the frame's only in the unused byte.
-void copy_32(const std::uint8_t* source, unsigned char* target, int width) {
-    constexpr std::uint32_t colour_bits = 0xFFFFFF;
-    for (int x = 0; x < width; ++x, source += 4, target += 4) {
-        std::uint32_t pixel = 0;
-        std::memcpy(&pixel, source, sizeof pixel);
-        pixel &= colour_bits;
+        const int red = stored >> 10 & 31, green = (stored >> 5 & 31) * 255 / 31 >> 2, blue = stored & 31;
+        const auto pixel = static_cast<std::uint16_t>(red << red_shift | green << green_shift | blue << blue_shift);
         std::memcpy(target, &pixel, sizeof pixel);
     }
 }
@@ -63,8 +46,6 @@ void convert(const std::uint8_t* source, unsigned char* target, int width) {
     const int red_shift = bytes == 3 ? _rgb_r_shift_24 : _rgb_r_shift_32,
               green_shift = bytes == 3 ? _rgb_g_shift_24 : _rgb_g_shift_32,
               blue_shift = bytes == 3 ? _rgb_b_shift_24 : _rgb_b_shift_32;
-    if (bytes == 4 && red_shift == 16 && green_shift == 8 && blue_shift == 0)
-        return copy_32(source, target, width);
     for (int x = 0; x < width; ++x, source += bytes, target += bytes) {
         const std::uint32_t pixel = std::uint32_t{source[2]} << red_shift | std::uint32_t{source[1]} << green_shift |
                                     std::uint32_t{source[0]} << blue_shift;
@@ -72,11 +53,8 @@ void convert(const std::uint8_t* source, unsigned char* target, int width) {
     }
 }
 
-struct DepthRow {
-    int bits;
-    RowConverter convert;
-};
-constexpr DepthRow depth_rows[] = {{8, copy_8}, {16, convert_16}, {24, convert<3>}, {32, convert<4>}};
+/// By bytes per pixel, from 1.
+constexpr RowConverter converters[] = {copy_8, convert_16, convert<3>, convert<4>};
 
 constexpr int film_effect_volume = 150;
 
@@ -130,9 +108,9 @@ FilmPlace place_film(int film_width, int film_height, int screen_width, int scre
 }
 
 void decode_frame(BITMAP* surface, const platform::AviFrame& frame) {
-    const auto* const depth = std::ranges::find(depth_rows, frame.bits, &DepthRow::bits);
+    const RowConverter convert_row = converters[frame.bits / 8 - 1];
     for (int y = 0; y < frame.height; ++y)
-        depth->convert(frame.row(y).data(), surface->line[y], frame.width);
+        convert_row(frame.row(y).data(), surface->line[y], frame.width);
 }
 
 void film_palette(const platform::AviFrame& frame, PALETTE palette) {
@@ -148,24 +126,15 @@ FilmScreen::FilmScreen(const platform::AviFrame& first)
         return;
     clear_to_color(picture_.get(), makecol(0, 0, 0));
     blit(picture_.get(), screen, 0, 0, 0, 0, SCREEN_W, SCREEN_H);
-    in_place_ = first.bits == bitmap_color_depth(picture_.get()) && first.width == place_.width &&
-                first.height == place_.height;
-    surface_.reset(in_place_ ? create_sub_bitmap(picture_.get(), place_.x, place_.y, place_.width, place_.height)
-                             : create_bitmap_ex(first.bits, first.width, first.height));
+    surface_.reset(create_bitmap_ex(first.bits, first.width, first.height));
     if (surface_)
         clear_bitmap(surface_.get());
 }
 
-void FilmScreen::show(const platform::AviFrame& frame) {
-    decode_frame(surface_.get(), frame);
-    if (!in_place_)
-        convert(frame);
-    blit(picture_.get(), screen, place_.x, place_.y, place_.x, place_.y, place_.width, place_.height);
-}
-
 // The picture has the screen's depth: only the film's pixels are converted, and the border stays black whatever the
 // film's colour table holds.
-void FilmScreen::convert(const platform::AviFrame& frame) {
+void FilmScreen::show(const platform::AviFrame& frame) {
+    decode_frame(surface_.get(), frame);
     PALETTE palette;
     if (frame.bits == 8) {
         film_palette(frame, palette);
@@ -175,6 +144,7 @@ void FilmScreen::convert(const platform::AviFrame& frame) {
          place_.height);
     if (frame.bits == 8)
         unselect_palette();
+    blit(picture_.get(), screen, place_.x, place_.y, place_.x, place_.y, place_.width, place_.height);
 }
 
 void play_film(const std::string& path, int effect) {

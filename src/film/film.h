@@ -34,11 +34,8 @@ public:
     void show(const platform::AviFrame& frame);
 
 private:
-    void convert(const platform::AviFrame& frame);
-
-    BitmapPtr picture_, surface_; // the surface may be part of the picture
+    BitmapPtr picture_, surface_;
     FilmPlace place_;
-    bool in_place_ = false; // frames are decoded directly into the picture
 };
 
 inline constexpr int no_effect = -1;
