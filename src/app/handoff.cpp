@@ -129,14 +129,11 @@ bool clipping_left() {
     return left;
 }
 
-void restore_formats(const Before& before) {
+void restore_silently(const Before& before) {
     drawing_mode(DRAW_MODE_SOLID, nullptr, 0, 0);
     set_color_conversion(before.colour_conversion);
     set_uformat(U_ASCII);
     std::setlocale(LC_ALL, before.locale.c_str());
-}
-
-void restore_callbacks() {
     set_display_switch_mode(SWITCH_BACKGROUND); // forgets them; restore_display() registers ours
     install_close_button();
 }
@@ -183,8 +180,7 @@ ModuleOutcome run_restoring_state(Module module, void* entry) {
         {voices_left(before), "sounds"},         {keyboard_left(), "no keyboard"},
         {mouse_left(before), "no mouse"},        {clipping_left(), "a clipping rectangle"},
     };
-    restore_formats(before);
-    restore_callbacks();
+    restore_silently(before);
     for (const auto& [left, what] : checks)
         if (left)
             outcome.left += (outcome.left.empty() ? "" : ", ") + std::string(what);

@@ -60,12 +60,6 @@ std::string hq_address(std::span<char* const> arguments) {
     return text && looks_like_ip_address(*text) ? *text : "N/A";
 }
 
-void start_clock() {
-    start_tick();
-    install_music_feeding();
-    seed_random();
-}
-
 void install_input() {
     select_config_file();
     start_keyboard();
@@ -97,7 +91,9 @@ bool start_up(Session& session, std::span<char* const> arguments) {
         clear_to_colour(screen, 0);
     else
         show_next_background(); // odd on purpose
-    start_clock();
+    start_tick();
+    install_music_feeding();
+    seed_random();
     load_language_files();
     install_input();
     return load_fonts(path::fonts);

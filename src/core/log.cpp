@@ -16,8 +16,7 @@ namespace vcc {
 
 void write_log(std::string_view message) {
     const std::time_t now = std::time(nullptr);
-    const std::tm* local = std::localtime(&now);
-    const char* const stamp = local != nullptr ? std::asctime(local) : nullptr;
+    const char* const stamp = std::ctime(&now); // null for a time beyond the calendar
     const std::string time_text(cut_at(stamp != nullptr ? stamp : "", '\n'));
 
     const std::string name = platform::resolve_path(path::log);

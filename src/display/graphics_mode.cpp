@@ -48,13 +48,6 @@ constexpr int depth_bits(int bitmap_depth) {
     return bitmap_depth >= 0 && bitmap_depth < 4 ? depths[static_cast<std::size_t>(bitmap_depth)] : 0;
 }
 
-/// `mode_range` after the search for full-screen modes: a desktop larger than the picture always offers a window.
-constexpr ModeRange offered_modes(ModeRange range, bool exact_desktop) {
-    if (exact_desktop)
-        return range;
-    return range != ModeRange::none ? ModeRange::both : ModeRange::window_only;
-}
-
 /// The number of the failure when a mode cannot be set: 1 to 4 for a probed one, 5 and 6 for the configured one.
 constexpr int failure_number(bool probed, bool full, int requested_depth) {
     if (!probed)
@@ -156,7 +149,8 @@ bool set_probed(bool full, Setup& setup) {
 
 SetupResult probe(Setup& setup) {
     look_for_full_screen(setup);
-    mode_range = offered_modes(mode_range, setup.is_exact());
+    if (!setup.is_exact()) // a desktop larger than the picture always offers a window
+        mode_range = mode_range != ModeRange::none ? ModeRange::both : ModeRange::window_only;
     if (mode_range == ModeRange::none)
         return fail("No valid videomode detected !");
 

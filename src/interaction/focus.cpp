@@ -13,15 +13,6 @@
 
 namespace vcc {
 
-namespace {
-
-int characters(const Slot& slot) {
-    const int length = static_cast<int>(text_of(slot.text).size());
-    return slot.input_mode != 0 ? std::max(length, slot.size) : length;
-}
-
-} // namespace
-
 Rect slot_rect(const Slot& slot) {
     if (slot.graphic != 0) {
         const std::int64_t width = std::int64_t{slot.box_width} - slot.src_x;
@@ -30,7 +21,9 @@ Rect slot_rect(const Slot& slot) {
                 as_coordinate(slot.dest_y + height)};
     }
     const auto [x, y] = slot_position(slot);
-    return {x, y, x + column_x(slot.font, characters(slot)), y + cell_height(slot.font)};
+    const int length = static_cast<int>(text_of(slot.text).size());
+    const int characters = slot.input_mode != 0 ? std::max(length, slot.size) : length;
+    return {x, y, x + column_x(slot.font, characters), y + cell_height(slot.font)};
 }
 
 bool is_selectable(const Slot& slot) {

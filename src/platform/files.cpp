@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace vcc::platform {
 
@@ -39,21 +40,16 @@ std::string resolve_path(std::string_view name) {
         return written;
 
     std::string resolved;
-    std::size_t begin = 0;
-    while (begin < written.size()) {
+    for (std::size_t begin = 0; begin < written.size();) {
         const std::size_t slash = std::min(written.find('/', begin), written.size());
         std::string component = written.substr(begin, slash - begin);
-        const bool last = slash == written.size();
         if (!component.empty() && !exists(resolved + component)) {
-            const std::string entry = entry_like(resolved, component);
-            if (!entry.empty())
-                component = entry;
-            else if (!last)
+            if (std::string entry = entry_like(resolved, component); !entry.empty())
+                component = std::move(entry);
+            else if (slash != written.size())
                 return written;
         }
-        resolved += component;
-        if (!last)
-            resolved += '/';
+        resolved.append(component).append(written, slash, 1);
         begin = slash + 1;
     }
     return resolved;

@@ -9,6 +9,7 @@
 #include "x11/display.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace vcc {
 
@@ -22,21 +23,8 @@ int index_or_pixel(int colour) {
     return is_colour(colour) ? pixel_of(colour) : colour;
 }
 
-/// Lines of a band that lie on a picture; a data file may ask for any thickness.
-struct BandSpan {
-    int first = 0;        ///< position of line 0
-    int from = 0, to = 0; ///< lines to draw, `to` exclusive
-};
-
-BandSpan band_span(int middle, int thickness, int extent) {
-    thickness = as_coordinate(thickness);
-    const int first = as_coordinate(middle) - thickness / 2;
-    return {first, std::max(0, -first), std::min(thickness, extent - first)};
-}
-
 int band_colour(int colour, int line, int step_a, int step_b) {
-    const long long wanted = colour + line * (static_cast<long long>(step_a) + step_b);
-    return wanted >= 0 && wanted < colour_count ? static_cast<int>(wanted) : -1;
+    return as_coordinate(colour + line * (std::int64_t{step_a} + step_b)); // what lies outside the table stays outside
 }
 
 } // namespace
@@ -89,15 +77,15 @@ void draw_vline(BITMAP* target, int x, int y1, int y2, int colour) {
 }
 
 void draw_hband(BITMAP* target, int x1, int y, int x2, int colour, int thickness, int step_a, int step_b) {
-    const BandSpan span = band_span(y, thickness, target->h);
-    for (int line = span.from; line < span.to; ++line)
-        draw_hline(target, x1, span.first + line, x2, band_colour(colour, line, step_a, step_b));
+    thickness = as_coordinate(thickness);
+    for (int line = 0; line < thickness; ++line)
+        draw_hline(target, x1, as_coordinate(y) - thickness / 2 + line, x2, band_colour(colour, line, step_a, step_b));
 }
 
 void draw_vband(BITMAP* target, int x, int y1, int y2, int colour, int thickness, int step_a, int step_b) {
-    const BandSpan span = band_span(x, thickness, target->w);
-    for (int line = span.from; line < span.to; ++line)
-        draw_vline(target, span.first + line, y1, y2, band_colour(colour, line, step_a, step_b));
+    thickness = as_coordinate(thickness);
+    for (int line = 0; line < thickness; ++line)
+        draw_vline(target, as_coordinate(x) - thickness / 2 + line, y1, y2, band_colour(colour, line, step_a, step_b));
 }
 
 void draw_slot_box(BITMAP* target, const Slot* slots, int index) {

@@ -119,12 +119,6 @@ void take_over(const std::string& text) {
     library_changed = false;
 }
 
-void report_failure() {
-    static bool reported = false;
-    if (!std::exchange(reported, true))
-        write_log(format_text("Cannot write %s", path::settings));
-}
-
 /// Merges the library's changes into the file, which other programs may have written meanwhile, and reads it again.
 /// After a failure they stay in memory for the next time. False, with nothing to merge, if the library holds another
 /// file's values.
@@ -141,7 +135,9 @@ bool merge_changes() {
         hold("\n");
         take_over(after);
     } else {
-        report_failure();
+        static bool reported = false;
+        if (!std::exchange(reported, true))
+            write_log(format_text("Cannot write %s", path::settings));
         hold(apply_changes("", changes_between({}, held)));
     }
     return true;
