@@ -38,6 +38,19 @@ def test_another_style_leaves_the_further_ones(page, project):
     assert 'style = ["other", "further"]' in project.source().read_text()
 
 
+def test_the_chosen_of_a_group_whose_places_are_a_list_move(page, project):
+    source = project.source("vcc_options.toml")
+    scalar, listed = "count = 4, dest_y = 28 }\ndest_y = 100\n", "count = 4 }}\ndest_y = [{}, {}, 156, 184]\n"
+    source.write_text(source.read_text().replace(scalar, listed.format(100, 128)))
+    page.press("Options")
+    wait_until(lambda: listed.format(100, 128) in project_text(page, "vcc_options"), "the list in the page")
+    page.run("return import('./state.js').then(({ select }) => select(['slot:16', 'slot:17']))")
+    page.run("document.getElementById('viewport').focus()")
+    page.keys("down")
+    save(page)
+    assert listed.format(101, 129) in source.read_text()
+
+
 def test_what_is_dragged_looks_as_the_program_draws_what_is_saved(page, project, editor, tmp_path):
     page.drag(FACTORY_MIDDLE, (443, 290), held="ctrl")
     page.wait_for_picture()

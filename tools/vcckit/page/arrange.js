@@ -28,22 +28,23 @@ export function canResize(each) {
 }
 
 /**
- * Operations by document for moves in units: [{item, dx, dy}]. A repeated record moves its whole group once, a text
- * window once however many slots show it.
+ * Operations by document for moves in units: [{item, dx, dy}]. A group of repeated records moves once, by the first
+ * distance; of one whose places are a list, those move that share it. So does a text window that several slots show.
  */
 export function moveOperations(moves, what = 'move') {
   const documents = new Map();
-  const done = new Set();
+  const operationOf = new Map();
   for (const { item: each, dx, dy } of moves) {
-    const repeat = each.record.repeat;
+    if (!dx && !dy) continue;
+    const { repeat } = each.record;
     const one = repeat ? `group:${repeat.first}` : each.key;
-    if (done.has(one) || (!dx && !dy)) continue;
-    done.add(one);
     const list = documents.get(each.document.name) ?? [];
-    const same = list.find((operation) => operation.dx === dx && operation.dy === dy);
-    if (same) same.of.push(addressOf(each.key));
-    else list.push({ do: what, of: [addressOf(each.key)], dx, dy });
+    const alike = (operation) => operation.dx === dx && operation.dy === dy;
+    let operation = operationOf.get(one) ?? list.find(alike);
+    if (!operation) list.push(operation = { do: what, of: [], dx, dy });
+    operationOf.set(one, operation);
     documents.set(each.document.name, list);
+    if (alike(operation)) operation.of.push(addressOf(each.key));
   }
   return documents;
 }
