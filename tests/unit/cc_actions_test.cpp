@@ -119,8 +119,9 @@ TEST_F(Actions, RowsStepRoundAndTakeAChoiceIfTheirConditionsAreMet) {
         EXPECT_EQ(values_after(), (std::vector{0, top, 0})) << option.name;
         const SwitchSet unmet(option.row == Row::effects ? sound_on : music_on, 0);
         const SwitchSet one_mode(screen_mode_range, ModeRange::window_only);
-        if (option.of_sound() || option.row == Row::screen_mode)
+        if (option.of_sound() || option.row == Row::screen_mode) {
             EXPECT_EQ(values_after(), (std::vector{top, top, top})) << option.name;
+        }
     }
 }
 

@@ -80,7 +80,8 @@ protected:
         set_.toggles = set_.slots;
         set_.toggles[3].back_colour = 13;
         player_input = {};
-        mouse_b = mouse_z = 0;
+        mouse_b = 0;
+        mouse_z = 0;
         watch_mouse_buttons();
         watch_keys();
         close_requested = 0;
