@@ -43,7 +43,8 @@ def is_seen(robot):
     if x < 0 or y < 0 or x + width > SIZE[0] or y + height > SIZE[1]:
         return False
     seen = robot.desktop.picture(area=(x, y, width, height)).astype(np.int16)
-    return np.mean(np.abs(seen - robot.shown()).max(axis=2) > 8) < 0.01
+    shown = robot.shown()  # of another size while the window manager still changes the window's
+    return shown.shape == seen.shape and np.mean(np.abs(seen - shown).max(axis=2) > 8) < 0.01
 
 
 def wait_for_menu(robot):

@@ -112,9 +112,11 @@ class Robot:
         """Whether the program is in full screen. A maximised window may be as large."""
         if self.system.has_own_desktop:  # whose size is that of the mode
             return self.desktop.find_window(TITLE).get_geometry().width == 800
-        return any(width == self.desktop.size[0] and name != "mutter guard window" and
-                   (self.desktop.has_state(window, FULL_SCREEN) or window.get_attributes().override_redirect)
-                   for window, name, width in self.desktop.windows())
+        def is_full(window, name):
+            geometry = window.get_geometry()
+            full = self.desktop.has_state(window, FULL_SCREEN) if name else window.get_attributes().override_redirect
+            return full and (geometry.width, geometry.height) == self.desktop.size
+        return any(is_full(window, name) for window, name, _ in self.desktop.windows())
 
     def close_window(self):
         """What the window's close button does."""
