@@ -20,15 +20,10 @@ namespace vcc {
 
 namespace {
 
-std::string field_text(int field) {
+void take_field(std::string& setting, int field) {
     std::string text{text_of(option_slot(field).text)};
     trim_right(text);
-    return text.substr(0, field_text_limit);
-}
-
-void take_fields() {
-    settings.player_name = field_text(options_slot::player_name);
-    settings.ip_address = field_text(options_slot::ip_address);
+    setting = text.substr(0, field_text_limit);
 }
 
 // What codes that belong to no option do. They may replace `target`.
@@ -39,14 +34,16 @@ ScreenOutcome end_with(BITMAP*&) {
 }
 
 ScreenOutcome accept(BITMAP*&) {
-    take_fields();
+    take_field(settings.player_name, options_slot::player_name);
+    take_field(settings.ip_address, options_slot::ip_address);
     save_settings();
     return ScreenResult::menu;
 }
 
+template <std::string Settings::*setting, int field>
 ScreenOutcome take(BITMAP*&) {
     show_loop_button(false);
-    take_fields();
+    take_field(settings.*setting, field);
     return {};
 }
 
@@ -108,7 +105,7 @@ constexpr ActionRow actions[] = {
     {4, "battle", end_with<ScreenResult::battle>},
     {5, "options", end_with<ScreenResult::options>},
     {6, "accept", accept},
-    {17, "take_player_name", take, true},
+    {17, "take_player_name", take<&Settings::player_name, options_slot::player_name>, true},
     {18, "manual", show_manual, true},
     {30, "cancel", end_with<ScreenResult::menu>},
     {31, "select_hq", select<Module::hq>},
@@ -117,7 +114,7 @@ constexpr ActionRow actions[] = {
     {34, "select_cc", select<Module::control_centre>},
     {38, "theme_loop", toggle_loop},
     {50, "reset", reset, true},
-    {51, "take_address", take},
+    {51, "take_address", take<&Settings::ip_address, options_slot::ip_address>},
     {998, "back", end_with<ScreenResult::menu>},
 };
 
