@@ -85,7 +85,7 @@ bool load_pass(Session& session) {
         report(session, no_sound);
     if (!load_screens())
         return report(session, no_screens);
-    if (std::exchange(session.films_due, false))
+    if (!std::exchange(session.films_played, true))
         play_films();
     show_next_background();
     if (!load_windows())
@@ -112,7 +112,8 @@ void pass_cleanup(const Session& session) {
 
 std::optional<Module> run_pass(Session& session) {
     prepare_pass();
-    const std::optional<Module> choice = load_pass(session) ? run_screens() : std::nullopt;
+    const bool pass_ok = load_pass(session);
+    const std::optional<Module> choice = pass_ok ? run_screens() : std::nullopt;
     free_cc_slot_sets();
     pass_cleanup(session);
     show_mouse(nullptr);

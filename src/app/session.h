@@ -12,7 +12,7 @@ namespace vcc {
 
 /// What the passes of a run share.
 struct Session {
-    bool films_due = false;    ///< the intro films come before the next menu
+    bool films_played = false; ///< or they are not wanted
     std::string pending_error; ///< logged again by every clean-up; at most 255 characters, never cleared
 };
 

@@ -51,7 +51,7 @@ bool set_graphics_mode() {
 }
 
 /// The HQ's network address: the clipboard's text if the command line asks for it and it looks like one, else "N/A".
-std::string hq_address(std::span<char* const> arguments) {
+std::string read_hq_address(std::span<char* const> arguments) {
     if (arguments.size() < 2 || !std::string_view(arguments[1]).starts_with("/N"))
         return "N/A";
     const std::optional<std::string> text = platform::read_clipboard();
@@ -84,9 +84,9 @@ bool start_up(Session& session, std::span<char* const> arguments) {
     read_pass_pictures_ahead();
     if (!start_graphics_library() || !set_graphics_mode())
         return false;
-    write_text("battle_hq_ip", hq_address(arguments));
+    write_text("battle_hq_ip", read_hq_address(arguments));
     const bool intro_on = read_flag("intro_at_all");
-    session.films_due = intro_on && arguments.size() <= 2;
+    session.films_played = !intro_on || arguments.size() > 2;
     if (intro_on)
         clear_to_colour(screen, 0);
     else

@@ -96,7 +96,6 @@ struct OptionRow {
         const int value = setting(module);
         return rules.stepping == Stepping::flip ? value != 0 : value;
     }
-    void set(Module module, int value) const { setting(module) = value; }
     constexpr bool of_sound() const { return group == Group::sound; } ///< goes with the module selector
 };
 

@@ -2,7 +2,6 @@
 
 #include "cc/connectors.h"
 #include "cc/option_looks.h"
-#include "cc/sets.h"
 #include "cc/theme_player.h"
 #include "core/clock.h"
 #include "display/graphics_mode.h"
@@ -92,7 +91,7 @@ void OptionsScreen::show_changed_row(BITMAP* target, const OptionRow& option, in
 void OptionsScreen::set_value(const OptionRow& option, int value) {
     if (option.rules.loops)
         theme_loop[index_of(selected_module)] = 0;
-    option.set(selected_module, value);
+    option.setting(selected_module) = value;
     if (option.rules.loops)
         show_loop_controls(selected_module);
     if (option.rules.apply)
@@ -230,7 +229,7 @@ void OptionsScreen::refresh(BITMAP* target) {
 
 void OptionsScreen::take_loop_button_away(BITMAP* target) {
     show_loop_button(false);
-    if (cc_screen == CcScreen::options && option_row == Row::theme)
+    if (theme_display_live() && option_row == Row::theme)
         draw_row(target, shown_option());
 }
 

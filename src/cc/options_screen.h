@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cc/options_picture.h"
+#include "cc/sets.h"
 
 #include <allegro.h>
 
@@ -32,6 +33,9 @@ public:
 
     /// Shows the settings again after a reset.
     void refresh(BITMAP* target);
+
+    /// Whether the screen may redraw its panels without input.
+    static bool theme_display_live() { return cc_screen == CcScreen::options; }
 
     /// Makes the loop button inert, and removes it from the picture.
     void take_loop_button_away(BITMAP* target);

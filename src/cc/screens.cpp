@@ -186,7 +186,7 @@ void on_pointer_over(BITMAP* target, int slot) {
 void follow_music(BITMAP* target) {
     if (!needs_met(Needs::music) || !music_voice_running())
         return;
-    if (notice_theme(options_screen.selected_module) && music_on && cc_screen == CcScreen::options &&
+    if (notice_theme(options_screen.selected_module) && music_on && options_screen.theme_display_live() &&
         options_screen.option_row == Row::theme) {
         options_screen.draw_row(target, *find_row(Row::theme));
         update_screen(target);

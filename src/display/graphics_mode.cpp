@@ -171,6 +171,12 @@ SetupResult probe(Setup& setup) {
     return finish(setup);
 }
 
+void show_buffer_zero() {
+    show_mouse(nullptr);
+    copy_to_screen(graphic_buffer(screen_buffer));
+    show_mouse(screen);
+}
+
 void switch_to_depth(bool toggle, int depth) {
     follow_window_manager();
     const int old_depth = get_color_depth();
@@ -182,9 +188,7 @@ void switch_to_depth(bool toggle, int depth) {
         write_log(format_text("Cannot set the %s mode at %d bits, %s", full ? "full-screen" : "window", depth,
                               restored ? "the previous mode stays" : "and the previous mode is lost"));
     }
-    show_mouse(nullptr);
-    copy_to_screen(graphic_buffer(screen_buffer));
-    show_mouse(screen);
+    show_buffer_zero();
     install_display_switching();
 }
 

@@ -107,7 +107,7 @@ TEST_F(Actions, RowsStepRoundAndTakeAChoiceIfTheirConditionsAreMet) {
         const auto values_after = [&] {
             std::vector<int> values;
             const auto note = [&] { values.push_back(option.get(Module::control_centre)); };
-            option.set(Module::control_centre, top);
+            option.setting(Module::control_centre) = top;
             click(option.step_code);
             note();
             step_value(target, options_set, 22, false);
