@@ -35,7 +35,7 @@ void option_row_change(benchmark::State& state) {
         const Module module = options_screen.selected_module;
         options_screen.option_row = option.row;
         options_screen.explain(target(), option.row);
-        option.set(module, stepped_value(option.get(module), offered_values(option), option.rules.stepping, true));
+        option.setting(module) = stepped_value(option.get(module), offered_values(option), option.rules.stepping, true);
         options_screen.draw_row(target(), option);
         update_screen(target());
     });
