@@ -82,26 +82,21 @@ Difference difference(const Image& picture, const Image& shown) {
     return {worst, sum / (3.0 * shown.size.width * shown.size.height)};
 }
 
-class ScaledTo : public testing::TestWithParam<Size> {};
-
-TEST_P(ScaledTo, EachShownPixelHasTheSharesThatItCovers) {
+TEST(Scaler, EachShownPixelHasTheSharesThatItCovers) {
     constexpr Size size{40, 30};
-    const Size to = GetParam();
-    const bool whole_step = to.width % size.width == 0 && to.width / size.width * size.height == to.height;
-    for (const PixelFormat format : {bytes4, fields565, fields555}) {
-        Image picture = random_image(size, format);
-        Image shown(to, format);
-        Scaler(size, to, format).scale(picture.rows(), shown.rows(), {0, 0, to.width, to.height});
-        const double level = 255.0 / (format.bytes == 2 ? 31 : 255);
-        const auto [worst, mean] = difference(picture, shown);
-        EXPECT_LE(worst, whole_step ? 1e-9 : format.bytes == 4 ? 2 : 2 + level / 2);
-        EXPECT_LT(std::abs(mean), format.bytes == 4 ? 0.25 : level / 2) << "the picture is darker or lighter";
-    }
+    for (const Size to : {Size{40, 30}, Size{120, 90}, Size{144, 108}, Size{41, 31}, Size{20, 15}, Size{39, 30},
+                          Size{40, 31}, Size{45, 29}, Size{7, 5}, Size{1, 1}})
+        for (const PixelFormat format : {bytes4, fields565, fields555}) {
+            Image picture = random_image(size, format);
+            Image shown(to, format);
+            Scaler(size, to, format).scale(picture.rows(), shown.rows(), {0, 0, to.width, to.height});
+            const bool whole_step = to.width % size.width == 0 && to.width / size.width * size.height == to.height;
+            const double level = 255.0 / (format.bytes == 2 ? 31 : 255);
+            const auto [worst, mean] = difference(picture, shown);
+            EXPECT_LE(worst, whole_step ? 1e-9 : format.bytes == 4 ? 2 : 2 + level / 2) << to.width;
+            EXPECT_LT(std::abs(mean), format.bytes == 4 ? 0.25 : level / 2) << to.width << " wide: darker or lighter";
+        }
 }
-INSTANTIATE_TEST_SUITE_P(Sizes, ScaledTo,
-                         testing::Values(Size{40, 30}, Size{80, 60}, Size{120, 90}, Size{72, 54}, Size{144, 108},
-                                         Size{41, 31}, Size{65, 49}, Size{79, 59}, Size{20, 15}, Size{33, 25},
-                                         Size{39, 30}, Size{40, 31}, Size{45, 29}, Size{7, 5}, Size{1, 1}));
 
 TEST(Scaler, AnAreaIsAsInTheWholeAndTouchesNothingElse) {
     constexpr Size size{40, 30};
@@ -138,17 +133,12 @@ TEST(PicturePlace, KeepsTheAspectInTheMiddle) {
         Fit fit;
         Area place;
     };
-    for (const Row& row :
-         {Row{{800, 600}, Fit::aspect, {0, 0, 800, 600}}, Row{{1300, 1000}, Fit::aspect, {0, 12, 1300, 987}},
-          Row{{1920, 1080}, Fit::aspect, {240, 0, 1680, 1080}}, Row{{3840, 2160}, Fit::aspect, {480, 0, 3360, 2160}},
+    for (const auto& [window, fit, place] :
+         {Row{{1300, 1000}, Fit::aspect, {0, 12, 1300, 987}}, Row{{1920, 1080}, Fit::aspect, {240, 0, 1680, 1080}},
           Row{{3840, 2160}, Fit::whole_steps, {720, 180, 3120, 1980}},
           Row{{1920, 1080}, Fit::whole_steps, {560, 240, 1360, 840}},
-          Row{{400, 400}, Fit::whole_steps, {0, 50, 400, 350}}, Row{{1, 900}, Fit::aspect, {0, 449, 1, 450}}}) {
-        const Area place = place_picture(row.window, picture, row.fit);
-        EXPECT_EQ(place, row.place) << row.window.width << " x " << row.window.height << ": " << place.x1 << " "
-                                    << place.y1 << " " << place.x2 << " " << place.y2;
-    }
-    EXPECT_EQ(place_picture({1300, 1000}, {640, 480}, Fit::aspect), (Area{0, 12, 1300, 987}));
+          Row{{400, 400}, Fit::whole_steps, {0, 50, 400, 350}}, Row{{1, 900}, Fit::aspect, {0, 449, 1, 450}}})
+        EXPECT_EQ(place_picture(window, picture, fit), place) << window.width << " x " << window.height;
 }
 
 TEST(PicturePlace, ANewWindowTakesFourFifthsOfTheRoom) {
@@ -157,17 +147,12 @@ TEST(PicturePlace, ANewWindowTakesFourFifthsOfTheRoom) {
         double desktop_scale;
         int aspect_width, whole_width;
     };
-    for (const auto& [room, desktop_scale, aspect_width, whole_width] : {Row{{1024, 768}, 1, 800, 800},
-                                                                         {{1920, 1080}, 1, 800, 800},
-                                                                         {{2000, 1500}, 1, 1600, 1600},
+    for (const auto& [room, desktop_scale, aspect_width, whole_width] : {Row{{2000, 1500}, 1, 1600, 1600},
                                                                          {{1999, 1500}, 1, 800, 800},
-                                                                         {{3840, 2160}, 1, 1600, 1600},
                                                                          {{640, 480}, 2, 800, 800},
                                                                          {{7680, 4320}, 1, 4000, 4000},
                                                                          {{2560, 1440}, 1.5, 1200, 800},
-                                                                         {{2560, 1440}, 3, 1536, 800},
-                                                                         {{3840, 2160}, 2, 1600, 1600},
-                                                                         {{3840, 2160}, 0, 1600, 1600}}) {
+                                                                         {{2560, 1440}, 3, 1536, 800}}) {
         EXPECT_EQ(first_size(room, {800, 600}, desktop_scale, Fit::aspect).width, aspect_width) << room.width;
         EXPECT_EQ(first_size(room, {800, 600}, desktop_scale, Fit::whole_steps).width, whole_width) << room.width;
     }
