@@ -57,11 +57,6 @@ def wait_for_menu(robot):
     wait_until(is_there, "the menu on the desktop", 10)
 
 
-def close(robot):
-    robot.close_window()
-    assert robot.wait_for_end() == 0
-
-
 def hears_keys(robot):
     def buttons():  # their left parts: no pointer covers them
         return robot.picture((34, 186, 100, 242)).astype(np.int16)
@@ -87,7 +82,7 @@ def test_every_start_shows_the_menu(make_player, manager, scale):
     for _ in range(10):
         robot.start(menu=False)
         wait_for_menu(robot)
-        close(robot)
+        assert robot.close() == 0
     assert robot.installation.log_messages() == []
 
 
@@ -106,8 +101,7 @@ def test_playing_at_the_pictures_own_size(make_player, manager):
         other.destroy()
     switch_mode(robot, False)
     hears_keys(robot)
-    robot.key("x", "Alt_L")
-    assert robot.wait_for_end() == 0
+    assert robot.leave() == 0
 
 
 @pytest.mark.parametrize("manager", MANAGERS)
@@ -141,7 +135,7 @@ def test_playing_at_any_size(make_player, manager):
     robot.installation.order("leave 0")
     wait_for_menu(robot)
     hears_keys(robot)
-    close(robot)
+    assert robot.close() == 0
     assert robot.installation.log_messages() == []
 
 
@@ -187,20 +181,20 @@ def test_the_window_comes_back_where_it_was(make_player):
     wait_until(lambda: robot.window().get_geometry().width == 1000, "another size")
     time.sleep(0.2)
     place = area(robot)
-    close(robot)
+    assert robot.close() == 0
     for maximised in (True, False):
         robot.start(menu=False)
         wait_for_menu(robot)
         assert area(robot) == place
         robot.desktop.ask_for_state(robot.window(), True, *MAXIMISED)
         wait_until(lambda: area(robot)[3] > 900, "a maximised window")
-        close(robot)
+        assert robot.close() == 0
         robot.start(menu=False)
         wait_for_menu(robot)
         wait_until(lambda: area(robot)[3] > 900, "the maximised window", 5)
         robot.desktop.ask_for_state(robot.window(), False, *MAXIMISED)
         wait_until(lambda: area(robot) == place, "the window as it was")
-        close(robot)
+        assert robot.close() == 0
 
 
 def test_the_window_appears_with_its_first_picture(make_player):
@@ -209,7 +203,7 @@ def test_the_window_appears_with_its_first_picture(make_player):
     window = wait_until(robot.find_window, "the window", step_s=0.001)
     wait_until(lambda: robot.desktop.picture(window, (0, 300, 800, 2)).any(), "its picture", 0.1, step_s=0.001)
     robot.wait_for_menu()
-    close(robot)
+    assert robot.close() == 0
 
 
 @pytest.mark.parametrize("scale", [0, 1])
@@ -232,8 +226,7 @@ def test_a_manager_that_comes_or_goes_in_full_screen(make_player, comes, scale):
         switch_mode(robot, full)
     assert area(robot)[2:] == (800, 600)
     hears_keys(robot)
-    close(robot) if comes else robot.key("x", "Alt_L")
-    assert robot.wait_for_end() == 0
+    assert (robot.close() if comes else robot.leave()) == 0
 
 
 @pytest.mark.parametrize("scale", [0, 1])
@@ -244,7 +237,7 @@ def test_no_screen_saver_begins_in_full_screen(make_player, scale):
             switch_mode(robot, True)
         time.sleep(3)
         assert (robot.desktop.root.screensaver_query_info().idle < 2500) == full
-    close(robot)
+    assert robot.close() == 0
 
 
 @contextmanager
@@ -304,5 +297,4 @@ def test_playing_on_wayland(make_player, tmp_path):
             wait_until(is_there, f"the menu, full screen {full}")
             time.sleep(POINTER_PLACED_S)
             robot.key("w", "Alt_L")
-        robot.key("x", "Alt_L")
-        assert robot.wait_for_end() == 0
+        assert robot.leave() == 0

@@ -48,11 +48,6 @@ def test_every_button_lights_up_shows_its_place_and_looks_pressed_first(robot):
     wait_until(robot.installation.module_calls, "the module's call")
 
 
-def test_the_last_button_leaves(robot):
-    menu.choose(robot, "Leave")
-    assert robot.wait_for_end() == 0
-
-
 def test_keys_and_wheel_move_from_button_to_button_and_escape_stays(robot):
     walk = [("Down", "HQ"), ("Up", "Leave"), ("Right", "HQ"), ("End", "Leave"), ("Left", "Options"), ("Home", "HQ"),
             (-3, "Options"), (2, "Factory")]
@@ -63,8 +58,7 @@ def test_keys_and_wheel_move_from_button_to_button_and_escape_stays(robot):
     robot.key("Escape")
     robot.standing_picture(still_s=0.5)
     assert robot.running() and robot.shows(MENU_PICTURE)
-    robot.close_window()
-    assert robot.wait_for_end() == 0
+    assert robot.close() == 0
     assert robot.installation.log_messages() == robot.installation.module_calls() == []
 
 
@@ -113,8 +107,7 @@ def test_keys_are_heard_after_full_screen_without_a_window_manager(make_robot):
         wait_until(lambda full=full: player.fills_the_desktop() == full, "full screen" if full else "a window")
         time.sleep(0.5)
     player.desktop.move(1023, 767)  # beside the window
-    player.key("x", "Alt_L")
-    assert player.wait_for_end() == 0
+    assert player.leave() == 0
 
 
 @pytest.mark.parametrize("offered", [3, 2], ids=["both", "window only"])

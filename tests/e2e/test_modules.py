@@ -52,8 +52,7 @@ def test_modules_use_the_systems_pointer_and_what_they_spoil_is_put_right(make_r
         menu.confirm_alert(player, "CC: Error loading module!")
         player.wait_for_menu()
         wait_until(lambda: player.shows("images/menu.pcx", share=0.7), "all of the menu")
-        player.close_window()
-        assert player.wait_for_end() == 0
+        assert player.close() == 0
     left, missing = installation.log_messages()
     assert left == "hq.so has left another working folder, timers, sounds, no keyboard, a clipping rectangle"
     assert missing.startswith("Error loading module factory.so")

@@ -203,8 +203,7 @@ def test_a_window_that_changes_its_size_in_a_film_and_is_closed(make_player):
             player.key("space")
             player.wait_for_menu()
     player.desktop.configure(player.window(), width=1800, height=1000)
-    player.desktop.close_window(player.window())
-    assert player.wait_for_end() == 0
+    assert player.close() == 0
     assert player.installation.log_messages() == []
 
 
@@ -239,8 +238,7 @@ def test_what_cannot_be_scaled_is_shown_by_the_library(request, make_player, own
         player.wait_for_menu()
         assert np.array_equal(player.menu(), own_menu)  # with the pointer
     assert player.installation.log_messages() == [f"The picture keeps its size: {reason}"]
-    player.key("x", "Alt_L")
-    assert player.wait_for_end() == 0
+    assert player.leave() == 0
 
 
 def test_without_memory_for_it_the_picture_has_its_own_size(make_player, own_memory, own_menu):

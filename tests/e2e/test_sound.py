@@ -94,5 +94,4 @@ def test_the_program_goes_on_when_the_card_goes_away(make_robot):
         robot.start(environment=pulse.environment)
     menu.enter(robot, "HQ")
     robot.wait_for_menu()
-    robot.key("x", "Alt_L")
-    assert robot.wait_for_end() == 0
+    assert robot.leave() == 0

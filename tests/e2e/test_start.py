@@ -19,8 +19,7 @@ def test_first_start_writes_what_it_found_and_two_arguments_skip_the_films(make_
     player.installation.remove(CONFIG)
     player.installation.remove("images/Zentrik.avi")
     player.start("x", "y")
-    player.key("x", "Alt_L")
-    assert player.wait_for_end() == 0
+    assert player.leave() == 0
     found = {"bitmap_depth": "0", "screen_mode_range": "3", "screen_mode": "0"}
     settings = player.installation.settings()
     assert settings["VELDOR_GRAPHICS"].items() >= found.items()
@@ -78,8 +77,7 @@ def test_address_from_the_clipboard(make_robot):
             subprocess.run(["xclip", "-display", player.desktop.name, "-selection", "clipboard"], input=clipboard,
                            check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         player.start(argument)
-        player.key("x", "Alt_L")
-        assert player.wait_for_end() == 0
+        assert player.leave() == 0
         assert player.installation.settings()["VELDOR_BATTLE"]["battle_hq_ip"] == address
 
 

@@ -1,13 +1,16 @@
 """vcckit edit and its page in a headless Chromium: the tool's process, requests of the test's own, mouse and keys."""
 
-import http.client
+import base64
+import io
 import json
 import os
 import signal
 import subprocess
 import time
-from urllib.parse import urlparse
 
+import numpy as np
+import urllib3
+from PIL import Image
 from selenium import webdriver
 from selenium.webdriver import ActionChains
 from selenium.webdriver.chrome.service import Service
@@ -53,20 +56,9 @@ class Editor:
 
     # requests
 
-    def connect(self):
-        return http.client.HTTPConnection(urlparse(self.address).netloc, timeout=20)
-
-    def path(self, name=""):
-        return urlparse(self.address).path + name
-
     def get(self, name):
-        connection = self.connect()
-        try:
-            connection.request("GET", self.path(name))
-            answer = connection.getresponse()
-            return answer.status, answer.read()
-        finally:
-            connection.close()
+        answer = urllib3.PoolManager(timeout=20).request("GET", self.address + name)
+        return answer.status, answer.data
 
     def document(self, name):
         status, body = self.get(f"document?name={name}")
@@ -74,13 +66,9 @@ class Editor:
         return json.loads(body)
 
     def post(self, name, body):
-        connection = self.connect()
-        try:
-            connection.request("POST", self.path(name), json.dumps(body), {"Content-Type": "application/json"})
-            answer = connection.getresponse()
-            return answer.status, json.loads(answer.read())
-        finally:
-            connection.close()
+        answer = urllib3.PoolManager(timeout=20).request(
+            "POST", self.address + name, body=json.dumps(body), headers={"Content-Type": "application/json"})
+        return answer.status, json.loads(answer.data)
 
     def edit(self, name, *operations):
         """A change that another page makes."""
@@ -171,16 +159,8 @@ class Browser:
 
     def canvas(self):
         """The picture's pixels as the page shows them, RGB."""
-        import base64
-
-        import numpy as np
-        text = self.run("""const canvas = document.getElementById('picture');
-            const bytes = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height).data;
-            let text = '';
-            for (let at = 0; at < bytes.length; at += 32768)
-              text += String.fromCharCode(...bytes.subarray(at, at + 32768));
-            return btoa(text)""")
-        return np.frombuffer(base64.b64decode(text), np.uint8).reshape(600, 800, 4)[:, :, :3]
+        _, png = self.run("return document.getElementById('picture').toDataURL()").split(",")
+        return np.asarray(Image.open(io.BytesIO(base64.b64decode(png))).convert("RGB"))
 
     # mouse and keys
 

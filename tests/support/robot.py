@@ -85,6 +85,19 @@ class Robot:
         """The exit status (negative: killed by that signal)."""
         return self._program.wait(timeout=timeout_s * SLOWNESS)
 
+    def leave(self):
+        """By Alt+X; the exit status."""
+        self.key("x", "Alt_L")
+        return self.wait_for_end()
+
+    def close(self):
+        """By the window's close button; the exit status."""
+        if self.system.has_own_desktop:
+            self.click(*self.system.close_button)
+        else:
+            self.desktop.close_window(self.window())
+        return self.wait_for_end()
+
     def errors(self):
         return self.installation.read("stderr.txt")
 
@@ -117,13 +130,6 @@ class Robot:
             full = self.desktop.has_state(window, FULL_SCREEN) if name else window.get_attributes().override_redirect
             return full and (geometry.width, geometry.height) == self.desktop.size
         return any(is_full(window, name) for window, name, _ in self.desktop.windows())
-
-    def close_window(self):
-        """What the window's close button does."""
-        if self.system.has_own_desktop:
-            self.click(*self.system.close_button)
-        else:
-            self.desktop.close_window(self.window())
 
     def forget_window(self, placed_s=0.3):
         """After a mode switch."""
