@@ -183,7 +183,7 @@ def monkey(count=1_000_000, seed=1):
     dice = random.Random(seed)
     # on the smallest desktop the program is always in full screen
     with Robot(size=dice.choice([(1024, 768), (1280, 1024), (800, 600)]), depth=dice.choice([24, 16])) as robot:
-        robot.installation.use_recording_modules()
+        robot.installation.use_modules("recording")
         robot.installation.remove("docs/veldor_manual.pdf")
         run = Monkey(robot, count, dice)
         try:

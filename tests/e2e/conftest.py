@@ -30,10 +30,15 @@ def installation():
 
 @pytest.fixture
 def make_robot(installation, request):
-    """make_robot(kind, size=..., films=...): a robot, not started; a test that fails keeps the last that it shows."""
+    """make_robot(kind, size=..., films=...): a robot, not started; a test that fails keeps the last that it shows. Its
+    modules record their calls unless others are named, None being the installation's own."""
     failed_before = request.session.testsfailed
     with ExitStack() as stack:
-        def make(kind=Robot, **options):
+        def make(kind=Robot, modules="recording", graphics=None, **options):
+            if modules:
+                installation.use_modules(modules)
+            for key, value in (graphics or {}).items():
+                installation.set("VELDOR_GRAPHICS", key, value)
             robot = stack.enter_context(kind(installation, **options))
             stack.callback(lambda: request.session.testsfailed > failed_before and
                            robot.save_picture(request.node.name.replace("/", "_")))
@@ -44,7 +49,5 @@ def make_robot(installation, request):
 
 @pytest.fixture
 def robot(make_robot):
-    """A robot in front of the main menu: 1024 x 768 at 24 bits, films off, modules that record their calls."""
-    player = make_robot()
-    player.installation.use_recording_modules()
-    return player.start()
+    """A robot in front of the main menu: 1024 x 768 at 24 bits, films off."""
+    return make_robot().start()

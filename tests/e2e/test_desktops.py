@@ -22,11 +22,8 @@ MAXIMISED = "_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ"
 @pytest.fixture
 def make_player(make_robot):
     def make(manager, scale, **settings):
-        robot = make_robot(window_manager=manager, scale=scale, size=SIZE)
-        robot.installation.use_obedient_modules()
-        for key, value in ({"screen_mode_range": 3} | settings).items():
-            robot.installation.set("VELDOR_GRAPHICS", key, value)
-        return robot
+        graphics = {"screen_mode_range": 3} | settings
+        return make_robot(modules="obedient", graphics=graphics, window_manager=manager, scale=scale, size=SIZE)
     return make
 
 
@@ -142,8 +139,7 @@ def test_playing_at_any_size(make_player, manager):
 @pytest.mark.parametrize("scale", [0, 1])
 @pytest.mark.parametrize("state", ["film", "menu", "options", "module"])
 def test_the_program_ends_with_its_display(make_robot, state, scale):
-    robot = make_robot(scale=scale, films=state == "film")
-    robot.installation.use_obedient_modules()
+    robot = make_robot(modules="obedient", scale=scale, films=state == "film")
     robot.start(menu=state != "film")
     if state == "film":
         wait_until(lambda: robot.picture().any(), "the film")
@@ -258,7 +254,7 @@ def wayland(desktop, home):
 
 def test_playing_on_wayland(make_player, tmp_path):
     robot = make_player(None, 1)
-    robot.installation.use_recording_modules()
+    robot.installation.use_modules("recording")
     tmp_path.chmod(0o700)
     menu = Image.open(robot.installation.path(MENU_PICTURE)).convert("RGB").crop((0, 0, 800, 600))
     piece = np.asarray(menu)[60, 100:300].tobytes()  # of the title

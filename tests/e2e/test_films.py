@@ -25,7 +25,6 @@ def shows_film(robot, name):
 
 def test_films_run_in_turn_in_the_middle_of_the_screen_until_a_click_which_does_nothing_else(make_robot):
     player = make_robot(films=True)
-    player.installation.use_recording_modules()
     for film, seconds in (STUDIO, 2), (INTRO, 20):
         make_film(player.installation, film, seconds)
     player.start(menu=False)
@@ -42,7 +41,6 @@ def test_films_run_in_turn_in_the_middle_of_the_screen_until_a_click_which_does_
 
 
 def test_a_film_that_cannot_be_shown_is_logged_and_a_key_ends_the_other(make_robot, installation):
-    installation.use_recording_modules()
     installation.write(STUDIO, b"RIFF\x10\x00\x00\x00AVI LIST")
     make_film(installation, INTRO, 20)
     player = make_robot(films=True).start(menu=False)

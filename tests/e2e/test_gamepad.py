@@ -16,7 +16,6 @@ UP, DOWN, NOWHERE = (0, -1), (0, 1), (0, 0)
 
 
 def start(robot, pads, **options):
-    robot.installation.use_recording_modules()
     return robot.start(environment=pads.environment(), **options)
 
 

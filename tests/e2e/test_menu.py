@@ -64,9 +64,7 @@ def test_keys_and_wheel_move_from_button_to_button_and_escape_stays(robot):
 
 @pytest.mark.parametrize("scale", [0, 1])
 def test_clicks_and_keys_of_no_length_are_heard(make_robot, scale):
-    player = make_robot(scale=scale)
-    player.installation.use_recording_modules()
-    player.start()
+    player = make_robot(scale=scale).start()
     desktop = player.desktop
     player.move(*menu.middle("Factory"))
     for button in ("Factory", "HQ", "Battle"):  # the first is under the pointer already
@@ -112,10 +110,7 @@ def test_keys_are_heard_after_full_screen_without_a_window_manager(make_robot):
 
 @pytest.mark.parametrize("offered", [3, 2], ids=["both", "window only"])
 def test_alt_w_changes_between_window_and_full_screen(make_robot, offered):
-    player = make_robot(window_manager="openbox")
-    player.installation.set("VELDOR_GRAPHICS", "screen_mode_range", offered)
-    player.installation.use_recording_modules()
-    player.start()
+    player = make_robot(window_manager="openbox", graphics={"screen_mode_range": offered}).start()
     for full in (offered == 3, False):
         player.key("w", "Alt_L")
         player.forget_window()

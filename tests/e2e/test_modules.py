@@ -24,9 +24,8 @@ def point_at_options(player):
 
 @pytest.mark.parametrize("scale", [0, 1])
 def test_modules_use_the_systems_pointer_and_what_they_spoil_is_put_right(make_robot, scale):
-    player = make_robot(scale=scale)
+    player = make_robot(scale=scale, modules="obedient")
     installation, hidden = player.installation, player.desktop.cursor_is_hidden
-    installation.use_obedient_modules()
     installation.set("VELDOR_SOUND", "vcc_music_volume", 0)
     installation.remove("factory.so")
     with PulseServer() as pulse, Recording(pulse) as recording:

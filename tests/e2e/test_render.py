@@ -24,9 +24,7 @@ CASES = [
 @pytest.mark.parametrize("command, depth, language, steps", CASES, ids=[f"{case[0]} {case[2]}" for case in CASES])
 def test_rendered_picture_is_that_of_the_window(make_robot, installation, tmp_path, command, depth, language, steps):
     installation.write("tools/language.ini", "1\n" if language == "en" else "2\n")
-    installation.set("VELDOR_GRAPHICS", "screen_mode_range", 3)
-    installation.set("VELDOR_GRAPHICS", "bitmap_depth", [32, 24, 16, 15].index(depth))
-    robot = make_robot().start()
+    robot = make_robot(graphics={"screen_mode_range": 3, "bitmap_depth": [32, 24, 16, 15].index(depth)}).start()
     for how, *pointer in steps:
         robot.move(*pointer)
         robot.standing_picture()

@@ -19,12 +19,9 @@ PLACES = [(0, 0), (799, 599), (799, 0), (0, 599), (1, 1), (400, 300), (401, 299)
 @pytest.fixture
 def make_player(make_robot):
     def make(start=True, **options):
-        player = make_robot(Player, **{"window_manager": "openbox", "scale": 1} | options)
-        player.installation.use_obedient_modules()
-        player.installation.set("VELDOR_GRAPHICS", "screen_mode_range", 3)
-        if start:
-            player.start()
-        return player
+        usual = {"modules": "obedient", "graphics": {"screen_mode_range": 3}, "window_manager": "openbox", "scale": 1}
+        player = make_robot(Player, **usual | options)
+        return player.start() if start else player
     return make
 
 

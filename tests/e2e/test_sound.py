@@ -16,7 +16,6 @@ HEARD_LATER_S = 1.0  # what the sound server and the stream still hold
 def sounding(make_robot):
     """A robot whose themes are tones, and a recording of them: theme n has 400 + 100 n Hz."""
     robot = make_robot(window_manager="openbox")
-    robot.installation.use_recording_modules()
     for theme in range(11):
         write_tone(robot.installation.path(f"sounds/theme{theme:02}.wav"), 400 + 100 * theme)
     robot.installation.set("VELDOR_SOUND", "vcc_theme_loop", 0)
@@ -89,7 +88,6 @@ def test_f12_modules_and_other_programs_silence_the_theme(sounding):
 @pytest.mark.windows
 def test_the_program_goes_on_when_the_card_goes_away(make_robot):
     robot = make_robot()
-    robot.installation.use_recording_modules()
     with PulseServer() as pulse:
         robot.start(environment=pulse.environment)
     menu.enter(robot, "HQ")

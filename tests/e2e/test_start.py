@@ -33,11 +33,8 @@ def test_first_start_writes_what_it_found_and_two_arguments_skip_the_films(make_
     ((1024, 768), {"screen_mode_range": 2, "screen_mode": 1, "bitmap_depth": 2}, ("factory", 2, 0, 2, 2, 128)),
 ], ids=["exact desktop", "configured full screen", "window only at 16 bits"])
 def test_display_set_up(make_robot, size, settings, call):
-    player = make_robot(size=size)
-    for key, value in settings.items():
-        player.installation.set("VELDOR_GRAPHICS", key, value)
-    player.installation.use_recording_modules()
-    menu.enter(player.start(), "Factory")
+    player = make_robot(size=size, graphics=settings).start()
+    menu.enter(player, "Factory")
     assert player.installation.module_calls() == [call]
 
 
@@ -147,7 +144,7 @@ def test_modules_that_cannot_be_entered(robot):
         assert wait_until(lambda: installation.log_messages()[logged:], "the log")[0].startswith(
             f"Error loading module {library}: ")
     installation.remove("hq" + ending)
-    installation.use_recording_modules()
+    installation.use_modules("recording")
     menu.enter(robot, "HQ")
 
 
@@ -155,7 +152,7 @@ def test_modules_that_cannot_be_entered(robot):
 def test_a_signal_to_end_leaves_as_the_close_button_does(make_robot, installation, place):
     if place == "alert":  # the first of two
         installation.write("images/widgets.pcx", b"\x0a\x05")
-    player = make_robot(films=place == "films").start(menu=place in ("menu", "module"))
+    player = make_robot(modules=None, films=place == "films").start(menu=place in ("menu", "module"))
     if place == "alert":
         wait_until(lambda: menu.alert_length(player) == len(NO_PICTURE), "the first alert", 10)
     if place == "films":

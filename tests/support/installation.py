@@ -47,10 +47,11 @@ def image(path):
 
 
 @functools.cache
-def _module(system, source_name, libraries):
-    """The bytes of a module of the tests' own."""
+def _module(system, kind):
+    """The bytes of a module of the tests' own, from KIND_module.c."""
+    libraries = ["-lalleg"] if kind == "obedient" else []
     with tempfile.NamedTemporaryFile(suffix=system.library) as library:
-        source = Path(__file__).with_name(source_name)
+        source = Path(__file__).with_name(f"{kind}_module.c")
         subprocess.run([*system.compiler, "-o", library.name, f"-I{PROJECT / 'sdk'}", source, *libraries], check=True)
         return Path(library.name).read_bytes()
 
@@ -108,17 +109,10 @@ class Installation:
 
     # modules of the tests' own
 
-    def _use_modules(self, source_name, *libraries):
+    def use_modules(self, kind):
+        """Puts modules in place that return at once ("recording") or do what order() says ("obedient")."""
         for module in ("hq", "factory", "battle"):
-            self.write(module + self.system.library, _module(self.system, source_name, libraries))
-
-    def use_recording_modules(self):
-        """Puts modules in place that return at once (see recording_module.c)."""
-        self._use_modules("recording_module.c")
-
-    def use_obedient_modules(self):
-        """Puts modules in place that do what order() says (see obedient_module.c)."""
-        self._use_modules("obedient_module.c", "-lalleg")
+            self.write(module + self.system.library, _module(self.system, kind))
 
     def order(self, text):
         self.write("module_order.new", text)

@@ -2,6 +2,7 @@
 
 import filecmp
 import getpass
+import re
 import shutil
 import subprocess
 
@@ -17,6 +18,29 @@ from support.system import NO_SOUND, Linux, Wine
 pytestmark = pytest.mark.windows
 
 WINE = Wine()
+SYSTEM_LIBRARIES = set("ADVAPI32 BCRYPT COMDLG32 DDRAW DINPUT DSOUND GDI32 KERNEL32 MSVCRT OLE32 SHELL32 USER32 WINMM"
+                       .split())
+
+
+def headers(file):
+    return subprocess.run(["x86_64-w64-mingw32-objdump", "-p", file], capture_output=True, text=True, check=True).stdout
+
+
+def test_the_unit_tests_pass(monkeypatch):
+    build = built_installation(WINE).parent
+    monkeypatch.setenv("WINEPATH", "Z:" + str(build.parent / "windows-libraries/prefix/bin").replace("/", "\\"))
+    programs = sorted(build.glob("tests/unit/unit_*.exe"))
+    assert len(programs) > 10
+    for program in programs:
+        done = WINE.run(program, "--gtest_brief=1", cwd=program.parent, capture_output=True, text=True)
+        assert done.returncode == 0 and "[  PASSED  ]" in done.stdout, f"{program.stem}: {done.stdout}"
+
+
+def test_programs_and_libraries_ask_for_one_another_and_the_systems():
+    folder = built_installation(WINE)
+    for file in [*folder.glob("*.exe"), *folder.glob("*.dll")]:
+        for wanted in re.findall(r"DLL Name: (\S+)", headers(file)):
+            assert (folder / wanted).exists() or wanted.split(".")[0].upper() in SYSTEM_LIBRARIES, (file.name, wanted)
 
 
 def pictures(system, german):
@@ -87,8 +111,7 @@ def test_programs_say_what_they_are(name):
     version = WINE.run(built_installation(WINE) / "vcckit.exe", "--version", capture_output=True, text=True).stdout
     assert texts["FileVersion"] == texts["ProductVersion"] == version.split()[1]
     assert (texts["ProductName"], texts["OriginalFilename"]) == ("Veldor", f"{name}.exe")
-    sections = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", program], capture_output=True, text=True).stdout
-    assert "Windows CUI" in sections if name == "vcckit" else "Windows GUI" in sections
+    assert ("Windows CUI" if name == "vcckit" else "Windows GUI") in headers(program)
     assert b"\x89PNG" in program.read_bytes(), "no icon of 256 pixels"
 
 
