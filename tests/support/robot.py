@@ -197,6 +197,7 @@ class Robot:
     def wait_for_menu(self, timeout_s=20):
         self.window()
         wait_until(lambda: self.running() and self.shows(MENU_PICTURE), "the main menu", timeout_s * SLOWNESS)
+        self._let_it_look()  # its first step forgets the keys of before, later than the picture on a busy machine
         self._pointer_is_free_at = time.monotonic() + POINTER_PLACED_S
         return self
 
