@@ -120,18 +120,18 @@ void take_over(const std::string& text) {
 }
 
 /// Merges the library's changes into the file, which other programs may have written meanwhile, and reads it again.
-/// After a failure they stay in memory for the next time. False, with nothing to merge, if the library holds another
-/// file's values.
+/// A file that has gone is written again. After a failure they stay in memory for the next time. False, with nothing to
+/// merge, if the library holds another file's values.
 bool merge_changes() {
     const ConfigValues held = agreed_values ? held_values() : ConfigValues();
     if (!is_shared_file(held))
         return false;
     const auto file = read_file(path::settings);
     const bool unreadable = !file && platform::file_exists(file_name()); // replacing it would lose its contents
-    const std::string before = file ? *file : "";
+    const std::string before = file ? *file : agreed_text;
     const std::vector<ConfigChange> changes = as_utf8(changes_between(*agreed_values, held));
     const std::string after = changes.empty() ? before : with_sections_apart(apply_changes(before, changes));
-    if (after == before || (!unreadable && replace_text(file_name(), after))) {
+    if ((file ? after == *file : after.empty()) || (!unreadable && replace_text(file_name(), after))) {
         hold("\n");
         take_over(after);
     } else {

@@ -22,6 +22,7 @@ constexpr const char* config = "data/configs/vcc.cfg";
 class Store : public test::FolderTest {
 protected:
     Store() {
+        folder.write(config, "");
         flush_settings(); // what an earlier test left unwritten
         sound_on = music_on = 1;
         for (const std::size_t theme : {0U, 1U, 3U})
@@ -197,6 +198,22 @@ TEST_F(Store, AFileThatCannotBeWrittenCostsOneLogLineAndNoValue) {
     std::filesystem::remove_all("data/configs/vcc.cfg.new");
     flush_settings();
     EXPECT_EQ(file(), "[VELDOR_BATTLE]\nplayer_name = Me\n\n[VELDOR_SOUND]\nhq_snd_volume = 3\n");
+}
+
+TEST_F(Store, AFileThatIsGoneOrCannotBeReadCostsNoValue) {
+    const std::string text = "# mine\n[VELDOR_BATTLE]\nplayer_name = Anna\n";
+    for (const bool folder_instead : {false, true}) {
+        std::filesystem::remove_all(config);
+        begin(text);
+        std::filesystem::remove(config);
+        if (folder_instead)
+            std::filesystem::create_directory(config);
+        load_settings();
+        EXPECT_EQ(settings.player_name, "Anna") << folder_instead;
+        EXPECT_EQ(std::filesystem::is_directory(config), folder_instead);
+        EXPECT_TRUE(folder_instead || file().starts_with(text)) << file();
+    }
+    std::filesystem::remove(config);
 }
 
 TEST(ConfigText, ChangesTouchTheirLinesAlone) {
