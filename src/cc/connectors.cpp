@@ -46,7 +46,7 @@ int edge_x(const TextWindow& window, int column) {
 
 Point junction(int number) {
     const Slot& slot = option_slot(options_slot::first_junction + number);
-    return {slot.dest_x, slot.dest_y + (slot.box_height - slot.src_y) / 2};
+    return {as_coordinate(slot.dest_x), as_coordinate(slot.dest_y + (std::int64_t{slot.box_height} - slot.src_y) / 2)};
 }
 
 /// The bands of the lines. Those on the path from the module to the value are lit.

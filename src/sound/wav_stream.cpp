@@ -25,7 +25,7 @@ std::unique_ptr<WavStream> WavStream::open(const std::string& path, int volume) 
                       format_text("Error (1) detecting wav stream\n%s\n", allegro_error));
         return nullptr;
     }
-    FilePtr file(std::fopen(platform::resolve_path(path).c_str(), "rb"));
+    FilePtr file(platform::open_file(platform::resolve_path(path), "rb"));
     if (!file) {
         alert_and_log("Error (2) detecting wav stream", format_text("Error (2) opening wav stream %d\n", errno));
         return nullptr;
