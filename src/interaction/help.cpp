@@ -187,7 +187,7 @@ void HelpPage::save_picture() {
 }
 
 void HelpPage::turn(int step) {
-    if (entry_.pages.empty())
+    if (entry_.pages.size() < 2 || !run_.set->has_slot(message_slot::forward))
         return;
     const std::size_t last = entry_.pages.size() - 1;
     enable(message_slot::back);

@@ -57,14 +57,13 @@ public:
     /// Skips header lines, whose label may also be "+", and adds the first text line; false if the next entry comes
     /// first.
     bool first_text_line(std::vector<std::string>& texts) {
-        for (long header = 0, headers = 0; const auto line = lines_.next(); ++header) {
+        for (long long header = 0, headers = 0; const auto line = lines_.next(); ++header) {
             if (line->starts_with('-')) {
                 keep(texts, *line);
                 return true;
             }
             if (header == 0)
-                headers =
-                    look_headers + std::max(1L, long{to_number(line->substr(std::min<std::size_t>(1, line->size())))});
+                headers = look_headers + std::max(line->empty() ? 0LL : to_number(line->substr(1)), 1LL);
             if (header >= headers && line->starts_with('+'))
                 return false;
         }

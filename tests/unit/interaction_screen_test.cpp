@@ -237,7 +237,7 @@ protected:
     int show(int number, const char* file) {
         Slot requester = test::make_slot("", {{&Slot::help_number, number}});
         store_text(requester.help_file, file);
-        events_ = {rest, rest, press(27, KEY_ESC)};
+        events_ = {rest, press(0, key_step_forward | by_gamepad), rest, press(27, KEY_ESC)};
         return show_help({target_.get(), save_.get(), &set_, &requester, owner_.every_frame});
     }
     BitmapPtr save_{create_bitmap(800, 600)};
