@@ -9,12 +9,11 @@ std::optional<std::string_view> LineReader::next(std::size_t limit) {
         return std::nullopt;
     const std::string_view rest = text_.substr(position_);
     const std::size_t line_feed = rest.find('\n');
-    const bool whole = line_feed != std::string_view::npos && line_feed < limit;
-    std::string_view piece = rest.substr(0, whole ? line_feed : limit);
+    const std::size_t end = line_feed - std::size_t{rest.substr(0, line_feed).ends_with('\r')};
+    const bool whole = line_feed != std::string_view::npos && end < limit;
+    const std::string_view piece = rest.substr(0, whole ? end : limit);
     position_ += whole ? line_feed + 1 : piece.size();
     ++line_number_;
-    if (whole && piece.ends_with('\r'))
-        piece.remove_suffix(1);
     return cut_at(piece, '\0');
 }
 

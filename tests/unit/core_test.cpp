@@ -25,7 +25,7 @@ TEST(Text, ReadsNumbersLikeTheStandardConversionAndClampsThem) {
 }
 
 TEST(Lines, AreCutAtTheLimitWithoutLosingAnything) {
-    LineReader reader({"a\r\n\nabc\nabcd\nx\0y", 16});
+    LineReader reader({"a\r\n\nabc\r\nabcd\nx\0y", 17});
     std::vector<std::string_view> lines;
     while (const auto line = reader.next(4))
         lines.push_back(*line);
