@@ -207,10 +207,12 @@ void draw_pixel_window(BITMAP* target, int number, bool highlighted) {
         put_pointer(window.left + window.pointer_offset, window.top);
 }
 
-int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows) {
+int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows, void (*each_line)()) {
     NumberedLines lines(text);
     int count = 0;
     while (const auto line = lines.next()) {
+        if (each_line)
+            each_line();
         const int number = line->number.value_or(0);
         if (number >= text_window_count)
             break;
@@ -226,9 +228,8 @@ int read_text_windows(std::string_view text, std::array<TextWindow, text_window_
 }
 
 int load_text_windows(const std::string& path) {
-    feed_music();
     const auto text = read_file(path);
-    return text ? read_text_windows(*text, text_windows) : 0;
+    return text ? read_text_windows(*text, text_windows, [] { feed_music(); }) : 0;
 }
 
 } // namespace vcc

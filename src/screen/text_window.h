@@ -47,8 +47,9 @@ void draw_text_window_from_bitmap(BITMAP* target, int number, int restore);
 void draw_cell_window(BITMAP* target, int number, bool highlighted);
 void draw_pixel_window(BITMAP* target, int number, bool highlighted);
 
-/// Applies a text-window file in memory to the table; returns the number of "-" lines.
-int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows);
+/// Applies a text-window file in memory to the table; returns the number of "-" lines. Calls `each_line` before each.
+int read_text_windows(std::string_view text, std::array<TextWindow, text_window_count>& windows,
+                      void (*each_line)() = nullptr);
 
 /// Loads a file into the table; 0 if it cannot be opened or has no "-" line.
 int load_text_windows(const std::string& path);
