@@ -15,11 +15,8 @@ constexpr int hot_spot_x = 6, hot_spot_y = 1;
 
 void load_mouse_pointer(std::string_view shown_failure, std::string_view logged_failure) {
     BitmapPtr picture = load_picture(path::pointer).value_or(nullptr);
-    if (!picture) {
-        alert_and_log(shown_failure, logged_failure);
-        release_pointer();
-        return;
-    }
+    if (!picture)
+        return alert_and_log(shown_failure, logged_failure);
     // The old picture must live until this call has replaced it as the sprite.
     set_mouse_sprite(picture.get());
     set_mouse_sprite_focus(hot_spot_x, hot_spot_y);
@@ -29,6 +26,7 @@ void load_mouse_pointer(std::string_view shown_failure, std::string_view logged_
 void install_mouse_and_pointer() {
     install_mouse();
     watch_mouse_buttons();
+    release_pointer(); // it may be of another depth
     load_mouse_pointer("VCC: Error loading mousepointer!", "VCC: Error loading mousepointer!");
 }
 
