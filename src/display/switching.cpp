@@ -16,9 +16,12 @@ void register_callback(int direction, void (*callback)(), const char* failure) {
         alert_and_log(failure);
 }
 
-template <int out>
-void on_switch() {
-    switched_out = out;
+void on_switch_in() {
+    switched_out = 0;
+    platform::end_wait();
+}
+void on_switch_out() {
+    switched_out = 1;
     platform::end_wait();
 }
 
@@ -30,8 +33,8 @@ void install_display_switching() {
     const bool full = fullscreen == full_screen;
     if (!full || set_display_switch_mode(SWITCH_BACKAMNESIA) != 0)
         set_display_switch_mode(SWITCH_BACKGROUND);
-    register_callback(SWITCH_IN, on_switch<0>, "Could not install SWITCH_IN callback");
-    register_callback(SWITCH_OUT, on_switch<1>, "Could not install SWITCH_OUT callback");
+    register_callback(SWITCH_IN, on_switch_in, "Could not install SWITCH_IN callback");
+    register_callback(SWITCH_OUT, on_switch_out, "Could not install SWITCH_OUT callback");
 }
 
 void request_close() {
