@@ -7,16 +7,16 @@
 
 namespace vcc {
 
-namespace {
-
 constexpr int hot_spot_x = 6, hot_spot_y = 1;
-
-} // namespace
 
 void load_mouse_pointer(std::string_view shown_failure, std::string_view logged_failure) {
     BitmapPtr picture = load_picture(path::pointer).value_or(nullptr);
+    if (!picture) {
+        alert_and_log(shown_failure, logged_failure);
+        picture = std::move(pointer_picture); // after a module the library's own has taken its place
+    }
     if (!picture)
-        return alert_and_log(shown_failure, logged_failure);
+        return;
     // The old picture must live until this call has replaced it as the sprite.
     set_mouse_sprite(picture.get());
     set_mouse_sprite_focus(hot_spot_x, hot_spot_y);
