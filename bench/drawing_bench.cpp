@@ -5,7 +5,6 @@
 #include "core/text.h"
 #include "display/buffers.h"
 #include "figure.h"
-#include "screen/colours.h"
 #include "screen/draw.h"
 #include "screen/draw_slot.h"
 #include "screen/draw_text.h"

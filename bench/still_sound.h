@@ -1,8 +1,6 @@
 // A sound card that plays nothing: the library's stream with a buffer always, or never, to be filled.
 #pragma once
 
-#include <string>
-
 namespace vcc::bench {
 
 /// Puts the program's music on, with theme 0 of the installation in the stream, for the life of the object.

@@ -2,7 +2,6 @@
 #include "cc/screens.h"
 #include "cc/sets.h"
 #include "core/window_state.h"
-#include "display/switching.h"
 #include "figure.h"
 #include "interaction/focus.h"
 #include "interaction/screen_run.h"

@@ -5,8 +5,6 @@
 
 #include <allegro.h>
 
-#include <string>
-
 namespace vcc::bench {
 
 /// Enters a scratch copy of the installation that VELDOR_INSTALLATION names (without it, the one built beside this

@@ -106,28 +106,20 @@ KeyEvent FieldEntry::apply(const KeyEvent& key) {
         edit_field(edit_, key, length, place_.input_mode == numeric_field, editable(), player_input.insert_mode);
     if (outcome == EditOutcome::at_edge) {
         if (clear_keyboard_)
-            clear_keybuf();
+            forget_keys();
         return key;
     }
     if (outcome == EditOutcome::forbidden)
         show_status("Nur ", "numerische Zeichen zugelassen!");
-    if (edit_.text.size() < before.size())
-        restore_background(before);
-    draw();
+    draw(edit_.text.size() < before.size() ? before : ""); // a text longer than its field covered more
     if (outcome != EditOutcome::ignored)
         update_screen(run_.target);
     return outcome == EditOutcome::full ? KeyEvent{key::enter, 0, KeyKind::ending} : key;
 }
 
-/// A text longer than its field has covered some of the background, too.
-void FieldEntry::restore_background(const std::string& text) {
-    if (BITMAP* const clean = graphic_buffer(run_.set->slots.front().buffer))
-        blit(clean, run_.target, place_.x, place_.y, place_.x, place_.y, text_width(slot_.font, text),
-             cell_height(slot_.font) + 1);
-}
-
-void FieldEntry::draw() {
+void FieldEntry::draw(std::string_view covering) {
     select_font(slot_.font);
+    restore_behind_text(graphic_buffer(run_.set->slots.front().buffer), run_.target, place_.x, place_.y, covering);
     if (editable())
         fill_text_box(run_.target, place_.x, place_.y, column_x(drawing.current_font, place_.size), look_.back_colour);
     if (has_shadow(slot_))

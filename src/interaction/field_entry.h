@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace vcc {
 
@@ -44,8 +45,7 @@ public:
 
 private:
     bool editable() const { return look_.box_width != 0 && place_.size > 0; } ///< with box and cursor block
-    void restore_background(const std::string& text);
-    void draw();
+    void draw(std::string_view covering = "");
     void draw_cursor();
 
     SwitchSet<int> hard_edges_;

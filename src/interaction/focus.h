@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/geometry.h"
-#include "screen/draw_slot.h"
 #include "screen/slot.h"
 
 #include <span>

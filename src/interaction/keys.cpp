@@ -168,11 +168,9 @@ void watch_keys() {
 }
 
 void forget_keys() {
-    {
-        const std::lock_guard lock(guard);
-        presses.clear();
-    }
     clear_keybuf();
+    const std::lock_guard lock(guard);
+    presses.clear();
 }
 
 } // namespace vcc

@@ -1,5 +1,4 @@
 #include "core/clock.h"
-#include "core/text.h"
 #include "interaction/focus.h"
 #include "interaction/keys.h"
 #include "interaction/player_input.h"
@@ -9,7 +8,6 @@
 #include "text/fonts.h"
 
 #include <algorithm>
-#include <cstddef>
 
 namespace vcc {
 

@@ -29,6 +29,7 @@ constexpr std::size_t header_limit = 1u << 20; // bytes searched for the header 
 constexpr std::chrono::seconds open_limit{5};
 constexpr std::chrono::milliseconds catch_up_limit{500}; // slower films lag, but can still be skipped
 constexpr std::size_t colour_table_size = 1024;
+constexpr std::int64_t unknown_end = std::numeric_limits<std::int32_t>::max();
 
 /// The functions that are called here, each found in its library when the object is made.
 struct Ffmpeg {
@@ -135,7 +136,7 @@ public:
 private:
     AviError open_file();
     AviError open_decoder();
-    bool decode_next(); // false at the end of the file
+    bool decode_next(); // into spare_; false at the end of the file
     bool feed_decoder();
     bool convert();
     bool scale();
@@ -150,8 +151,9 @@ private:
     std::unique_ptr<AVPacket, Closer<&Ffmpeg::av_packet_free>> packet_{ffmpeg->av_packet_alloc()};
     std::unique_ptr<SwsContext, ScalerCloser> scaler_;
     int stream_ = -1;
-    std::int64_t end_ = std::numeric_limits<std::int32_t>::max(); // number of the frame after the last
-    std::int64_t asked_ = -1, number_ = -1;                       // frame last asked for, frame in decoded_
+    std::int64_t end_ = unknown_end;        // number of the frame after the last
+    std::int64_t asked_ = -1, number_ = -1; // frame last asked for, frame in decoded_
+    std::int64_t next_ = -1;                // frame in spare_, not shown yet
     bool converted_ = false, drained_ = false;
     std::vector<std::uint8_t> rows_; // of a converted frame
     AviFrame frame_;
@@ -161,7 +163,7 @@ AviError FfmpegFilm::rewind() {
     if (!decoded_ || !spare_ || !packet_)
         return AviError::memory;
     codec_.reset();
-    asked_ = number_ = -1;
+    asked_ = number_ = next_ = -1;
     converted_ = drained_ = false;
     deadline_ = Clock::now() + open_limit;
     if (const AviError error = open_file(); error != AviError::none)
@@ -247,9 +249,7 @@ bool FfmpegFilm::decode_next() {
     }
     // The timestamp is the frame's number in the stream; without one, frames are counted.
     const std::int64_t told = spare_->best_effort_timestamp;
-    number_ = told != AV_NOPTS_VALUE && told > number_ ? told : std::max(number_ + 1, std::int64_t{header_.start});
-    std::swap(decoded_, spare_);
-    converted_ = false;
+    next_ = told != AV_NOPTS_VALUE && told > number_ ? told : std::max(number_ + 1, std::int64_t{header_.start});
     return true;
 }
 
@@ -270,13 +270,15 @@ const AviFrame* FfmpegFilm::frame_at(int time_ms) {
     }
     asked_ = wanted;
     deadline_ = Clock::now() + catch_up_limit;
-    while (number_ < wanted) {
-        if (decode_next())
-            continue;
-        if (drained_) // shorter than its header says
-            end_ = number_ + 1;
-        break;
+    while (number_ < wanted && (next_ >= 0 || decode_next())) {
+        if (next_ > wanted && number_ >= 0) // those between cannot be had: the previous one stays until its time
+            break;
+        std::swap(decoded_, spare_);
+        number_ = std::exchange(next_, -1);
+        converted_ = false;
     }
+    if (drained_ && next_ < 0 && number_ < wanted && end_ == unknown_end)
+        end_ = number_ + 1;
     if (number_ < 0 || (!converted_ && !convert()))
         return nullptr;
     return wanted < end_ ? &frame_ : nullptr;

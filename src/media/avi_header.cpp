@@ -8,6 +8,7 @@ namespace vcc::platform {
 namespace {
 
 constexpr std::size_t chunk_head = 8, stream_head_size = 36, picture_format_size = 40, sound_format_size = 14;
+constexpr std::uint32_t longest_film = 1'000'000; // frames
 
 std::uint32_t number_at(std::string_view bytes, std::size_t offset) {
     std::uint32_t number = 0;
@@ -68,6 +69,8 @@ void read_video(const Stream& stream, AviHeader& header) {
     }
     header.start = number_at(stream.head, 28);
     header.length = number_at(stream.head, 32);
+    if (header.length > longest_film)
+        header.length = 0;
 }
 
 } // namespace

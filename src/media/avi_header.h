@@ -15,7 +15,7 @@ struct AviHeader {
     std::uint32_t scale = 1;         ///< a frame lasts scale / rate seconds; neither is 0
     std::uint32_t rate = 25;
     std::uint32_t start = 0;  ///< number of the first frame
-    std::uint32_t length = 0; ///< frames; 0 if unknown
+    std::uint32_t length = 0; ///< frames; 0 if unknown: not told, or more than a million
 };
 
 /// Reads the header lists from the beginning of a file. The first video and the first audio stream count. Pure.

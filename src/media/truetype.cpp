@@ -77,12 +77,12 @@ constexpr DepthRow depth_rows[] = {{32, 4, mix_row<4, 0xFF, 0xFF00, 0xFF0000>},
                                    {15, 2, mix_row<2, 0x1F, 0x3E0, 0x7C00>}};
 
 /// Draws a glyph into a memory bitmap with its pen at (x, y), y being the top of its cell, inside the clipping
-/// rectangle.
-void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int colour) {
+/// rectangle and left of `end`.
+void draw_glyph(BITMAP* target, const GlyphPicture& glyph, int x, int y, int end, int colour) {
     const int left = x + glyph.left, top = y + glyph.top;
     const Area drawable =
         target->clip ? Area{target->cl, target->ct, target->cr, target->cb} : Area{0, 0, target->w, target->h};
-    const Area part = shared(drawable, {left, top, left + glyph.width, top + glyph.height});
+    const Area part = shared(drawable, {left, top, std::min(left + glyph.width, end), top + glyph.height});
     const auto depth = std::ranges::find(depth_rows, bitmap_color_depth(target), &DepthRow::depth);
     if (part.empty() || depth == std::end(depth_rows) || !is_memory_bitmap(target))
         return;
@@ -191,13 +191,14 @@ void TrueTypeFont::draw(BITMAP* target, std::string_view text, int x, int y, int
     if (!target)
         return;
     Glyphs& glyphs = smooth ? smooth_ : hard_;
+    const int end = smooth ? x + text_length(text) : std::numeric_limits<int>::max();
     for (const char character : text) {
         const auto code = static_cast<unsigned char>(character);
         const int in_cell = fixed_advance_ > 0 ? std::max(0, (fixed_advance_ - advances_[code]) / 2) : 0;
         std::optional<GlyphPicture>& glyph = glyphs[code];
         if (!glyph)
             glyph = render(smooth ? smooth_edges : hard_edges, code);
-        draw_glyph(target, *glyph, x + in_cell, y, colour);
+        draw_glyph(target, *glyph, x + in_cell, y, end, colour);
         x += advance(code);
     }
 }

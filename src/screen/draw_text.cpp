@@ -17,14 +17,6 @@ namespace vcc {
 
 namespace {
 
-void restore_background(BITMAP* target, int x, int y, std::string_view text) {
-    BITMAP* const clean = graphic_buffer(text_copy_buffer);
-    // One row more than the cell, as in the boxes behind texts: the descenders of fonts 0 and 4 reach into it.
-    if (clean && !drawing.full_redraw)
-        blit(clean, target, x, y, x, y, as_coordinate(text_width(drawing.current_font, text)),
-             cell_height(drawing.current_font) + 1);
-}
-
 void draw(BITMAP* target, int x, int y, std::string_view text, int colour, std::optional<int> shadow_pixel,
           bool update) {
     x = as_coordinate(x);
@@ -32,8 +24,8 @@ void draw(BITMAP* target, int x, int y, std::string_view text, int colour, std::
     platform::TrueTypeFont* const face = font_face(drawing.current_font);
     if (face && is_colour(colour)) {
         const bool smooth = anti_aliased_text && !drawing.text_on_box;
-        if (smooth)
-            restore_background(target, x, y, text);
+        if (smooth && !drawing.full_redraw)
+            restore_behind_text(graphic_buffer(text_copy_buffer), target, x, y, text);
         if (shadow_pixel)
             face->draw(target, text, x + 1, y + 1, *shadow_pixel, true);
         face->draw(target, text, x, y, pixel_of(colour), smooth);
@@ -43,6 +35,12 @@ void draw(BITMAP* target, int x, int y, std::string_view text, int colour, std::
 }
 
 } // namespace
+
+void restore_behind_text(BITMAP* clean, BITMAP* target, int x, int y, std::string_view text) {
+    if (clean)
+        blit(clean, target, x, y, x, y, as_coordinate(text_width(drawing.current_font, text)),
+             cell_height(drawing.current_font) + 1);
+}
 
 void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update) {
     draw(target, x, y, text, colour, std::nullopt, update);

@@ -8,6 +8,10 @@
 
 namespace vcc {
 
+/// Copies what is behind a text in the current font from a clean picture, if there is one: one row more than the cell,
+/// as in the boxes behind texts, because the descenders of fonts 0 and 4 reach into it.
+void restore_behind_text(BITMAP* clean, BITMAP* target, int x, int y, std::string_view text);
+
 /// Draw text in the current font; an index outside the table draws nothing. With `update`, update_screen() follows in
 /// any case.
 void draw_text(BITMAP* target, int x, int y, std::string_view text, int colour, bool update);

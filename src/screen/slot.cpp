@@ -7,6 +7,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -17,16 +18,20 @@ namespace {
 // Records are used as they are in the file.
 static_assert(std::endian::native == std::endian::little);
 
-/// The records of a file that has been read. Failures are logged; `none` completes the message if there are no records.
-std::vector<Slot> take_records(const std::string& path, const Result<std::string>& bytes, std::string_view none) {
+/// The records of a file that has been read. Failures are logged; `none` completes the message if there are no records,
+/// `no_room` tells that they cannot be held.
+std::vector<Slot> take_records(const std::string& path, const Result<std::string>& bytes, std::string_view none,
+                               void (*no_room)()) {
     Result<std::vector<Slot>> records = bytes ? read_slot_file(*bytes) : Failure{bytes.reason()};
     if (records && !records->empty())
         return std::move(*records);
     write_log(format_text("%s: %s", path.c_str(), records ? "has no records" : records.reason().c_str()));
-    if (bytes)
+    if (!bytes)
+        show_status("Fehler beim oeffnen der Datei:", path);
+    else if (records)
         show_status("Datei ja!", none);
     else
-        show_status("Fehler beim oeffnen der Datei:", path);
+        no_room();
     return {};
 }
 
@@ -53,7 +58,7 @@ Result<std::vector<Slot>> read_slot_file(std::string_view bytes) {
 int load_slots(const std::string& path, SlotSet& set) {
     set.file = path;
     const auto bytes = read_file(path);
-    set.slots = take_records(path, bytes, " Slots nein!");
+    set.slots = take_records(path, bytes, " Slots nein!", [] { show_status("Fehler beim allocieren", " des Slots!"); });
     return bytes ? set.slot_count() : 1;
 }
 
@@ -62,7 +67,8 @@ int load_toggles(const std::string& slot_path, SlotSet& set) {
     const auto bytes = read_file(path);
     set.toggles.clear();
     if (bytes.reason() != missing_file) // a set without toggles has no such file
-        set.toggles = take_records(path, bytes, " Toggles nein!");
+        set.toggles = take_records(path, bytes, " Toggles nein!",
+                                   [] { std::fputs("Fehler beim allocieren der toggles\n", stdout); });
     return set.toggle_count();
 }
 

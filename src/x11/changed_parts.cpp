@@ -1,6 +1,5 @@
 #include "x11/changed_parts.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace vcc::platform {

@@ -2,7 +2,6 @@
 #include "core/window_state.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
-#include "display/switching.h"
 #include "folder_test.h"
 #include "settings/config_file.h"
 #include "settings/settings.h"

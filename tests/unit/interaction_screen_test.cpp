@@ -3,7 +3,6 @@
 #include "core/mouse_buttons.h"
 #include "core/window_state.h"
 #include "display/buffers.h"
-#include "display/switching.h"
 #include "interaction/help.h"
 #include "interaction/keys.h"
 #include "interaction/player_input.h"
@@ -210,6 +209,14 @@ TEST_F(Screen, ASkippedSlotUnderThePointerLeavesKeysAndClicksAlive) {
 
 TEST_F(Screen, KeysKeepTheModifiersTheyWerePressedWith) {
     EXPECT_EQ(run({press(0, KEY_X), press(0, KEY_X, KB_ALT_FLAG)}), 45);
+
+    store_text(set_.slots[3].text, "ab  "); // keys dropped at a field's edge lend their modifiers to nobody
+    const Event to_the_edge = [] { std::ranges::for_each("1234567", [](char) { press(0, KEY_RIGHT)(); }); };
+    events_ = {point_at_row(3), rest, to_the_edge};
+    events_.insert(events_.end(), 6, rest);
+    events_.insert(events_.end(), {press(0, KEY_RIGHT, KB_CTRL_FLAG), rest, press('Z', KEY_Z), rest, close_window});
+    run(events_);
+    EXPECT_EQ(text_of(set_.slots[3].text), "aZ  ");
 }
 
 TEST_F(Screen, FieldTakesTextAndAFullOneIsFinished) {

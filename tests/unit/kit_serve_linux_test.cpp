@@ -5,10 +5,6 @@
 
 #include <httplib.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <functional>
 #include <optional>
 #include <thread>
 

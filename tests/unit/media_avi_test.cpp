@@ -98,14 +98,28 @@ TEST_F(Avi, CompressedFilmsAreDecodedWholeAndAPipeIsNotWaitedFor) {
 }
 #endif
 
-TEST_F(Avi, AFilmEndsWhereItsFramesEndWhateverItsHeaderSays) {
-    const std::string whole = numbered(40).length(0xFFFFFFFF).bytes();
-    const auto film = open(whole.substr(0, whole.size() * 3 / 5)).film;
-    ASSERT_TRUE(film);
-    EXPECT_EQ(film->end_ms(), 0x7FFFFFFF);
-    EXPECT_EQ(film->frame_at(1500), nullptr);
-    EXPECT_LT(film->end_ms(), 1500);
-    EXPECT_TRUE(film->frame_at(200));
+TEST_F(Avi, DamagedFilmsKeepTheirTimes) {
+    const auto shown = [](const OpenedFilm& opened, int time_ms) {
+        const AviFrame* frame = opened.film ? opened.film->frame_at(time_ms) : nullptr;
+        return frame ? frame->row(0)[0] : -1;
+    };
+    AviFile gap(2, 2, 24);
+    for (int i = 0; i < 20; ++i)
+        gap.frame(i < 5 || i > 14 ? std::string(16, static_cast<char>(i)) : "");
+    const OpenedFilm holed = open(gap.bytes());
+    for (const auto& [time_ms, number] : {std::pair(160, 4), {200, 4}, {599, 4}, {600, 15}, {680, 17}, {400, 4}})
+        EXPECT_EQ(shown(holed, time_ms), number) << time_ms;
+
+    const auto cut = [](const std::string& whole) { return whole.substr(0, whole.size() * 3 / 5); };
+    const OpenedFilm short_one = open(cut(numbered(40).bytes()));
+    EXPECT_EQ(shown(short_one, 1590), shown(short_one, 1480)); // the last frame stays until the header's end
+    EXPECT_LT(shown(short_one, 1590), 37);
+    EXPECT_EQ(shown(short_one, 1600), -1);
+
+    const OpenedFilm endless = open(cut(numbered(40).length(0xFFFFFFFF).bytes()));
+    EXPECT_EQ(shown(endless, 1500), -1);
+    EXPECT_LT(endless.film->end_ms(), 1500);
+    EXPECT_EQ(shown(endless, 200), 5);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "text/language.h"
 #include "text/screen_texts.h"
 
-#include <algorithm>
 #include <filesystem>
 
 namespace vcc {

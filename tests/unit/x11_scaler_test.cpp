@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstring>
 #include <random>
-#include <tuple>
 
 namespace vcc::platform {
 namespace {

@@ -8,7 +8,6 @@
 #include "text/fonts.h"
 
 #include <cstdio>
-#include <filesystem>
 
 using namespace vcc;
 using namespace vcc::kit;

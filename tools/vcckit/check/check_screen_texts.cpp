@@ -7,7 +7,6 @@
 #include "text/fonts.h"
 #include "text/screen_texts.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace vcc::kit {

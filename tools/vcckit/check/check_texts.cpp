@@ -8,7 +8,6 @@
 #include "cc/option_rows.h"
 #include "core/lines.h"
 #include "core/text.h"
-#include "display/buffers.h"
 #include "interaction/help_file.h"
 #include "screen/colours.h"
 #include "screen/draw_slot.h"

@@ -12,10 +12,8 @@
 #include <array>
 #include <bitset>
 #include <map>
-#include <memory>
 #include <set>
 #include <string>
-#include <string_view>
 
 namespace vcc::kit {
 

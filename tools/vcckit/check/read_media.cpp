@@ -2,7 +2,6 @@
 #include "vcckit/check/installation.h"
 
 #include "core/log.h"
-#include "display/buffers.h"
 #include "media/truetype.h"
 #include "platform/files.h"
 #include "screen/buffer_list.h"

@@ -8,13 +8,11 @@
 #include "core/lines.h"
 #include "core/text.h"
 #include "platform/latin1.h"
-#include "screen/colours.h"
 #include "screen/text_window.h"
 #include "text/fonts.h"
 #include "text/language.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace vcc::kit {
 

@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <string_view>
 
 namespace vcc::kit {

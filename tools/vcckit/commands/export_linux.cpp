@@ -13,7 +13,6 @@
 #include "settings/config_text.h"
 #include "settings/settings.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <functional>

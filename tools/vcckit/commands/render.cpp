@@ -5,7 +5,6 @@
 #include "vcckit/files/file_set.h"
 
 #include <cstdio>
-#include <filesystem>
 
 namespace vcc::kit {
 

@@ -3,7 +3,6 @@
 #include "vcckit/source/record_lines.h"
 #include "vcckit/text/latin1.h"
 
-#include "platform/latin1.h"
 #include "screen/slot.h"
 
 #include <algorithm>

@@ -8,12 +8,10 @@
 #include "core/installation.h"
 
 #include <array>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace vcc::kit::edit {

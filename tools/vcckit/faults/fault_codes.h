@@ -3,7 +3,6 @@
 #pragma once
 
 #include <algorithm>
-#include <span>
 #include <string>
 #include <string_view>
 

@@ -7,7 +7,6 @@
 #include "core/result.h"
 
 #include <string>
-#include <vector>
 
 namespace vcc::kit {
 

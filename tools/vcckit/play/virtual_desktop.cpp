@@ -2,7 +2,6 @@
 #include "vcckit/play/virtual_desktop.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <thread>
 

@@ -11,7 +11,6 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
-#include <map>
 #include <string>
 
 namespace vcc::kit::edit {

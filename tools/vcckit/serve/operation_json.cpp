@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
-#include <string_view>
 
 namespace vcc::kit::edit {
 

@@ -8,7 +8,6 @@
 
 #include "platform/files.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <functional>

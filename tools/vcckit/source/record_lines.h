@@ -6,8 +6,6 @@
 
 #include <array>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 namespace vcc::kit {

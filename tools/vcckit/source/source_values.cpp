@@ -6,7 +6,6 @@
 #include "core/text.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 namespace vcc::kit {

@@ -5,8 +5,6 @@
 #include "vcckit/source/short_source.h"
 #include "vcckit/text/latin1.h"
 
-#include <algorithm>
-
 namespace vcc::kit {
 
 namespace {
