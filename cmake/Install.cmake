@@ -53,8 +53,8 @@ set(icons "${CMAKE_CURRENT_BINARY_DIR}/packaging/icons")
 set(sizes 16 24 32 48 64 128 256)
 list(TRANSFORM sizes REPLACE "(.+)" "${icons}/\\1.png" OUTPUT_VARIABLE icon_files)
 add_custom_command(OUTPUT ${icon_files}
-  COMMAND /usr/bin/python3 "${packaging}/make-icons" "${images}/icon.png" "${images}/icon-48.png" "${icons}" ${sizes}
-  DEPENDS "${packaging}/make-icons" "${images}/icon.png" "${images}/icon-48.png" COMMENT "Making icons" VERBATIM)
+  COMMAND /usr/bin/python3 "${packaging}/make-icons" "${images}/icon.png" "${images}/icon-48.tga" "${icons}" ${sizes}
+  DEPENDS "${packaging}/make-icons" "${images}/icon.png" "${images}/icon-48.tga" COMMENT "Making icons" VERBATIM)
 add_custom_target(icons ALL DEPENDS ${icon_files})
 foreach(size ${sizes})
   install(FILES "${icons}/${size}.png" DESTINATION "${share}/icons/hicolor/${size}x${size}/apps" RENAME veldor.png)

@@ -11,10 +11,10 @@
 
 #include <unistd.h>
 
-// icon.bgra: pixels of 32 bits, made from the icon of the desktop's menu.
+// Of the picture all but its header: pixels of 32 bits, the top row first.
 asm(".pushsection .rodata\n"
     ".balign 4\n"
-    "icon_begin: .incbin \"icon.bgra\"\n"
+    "icon_begin: .incbin \"icon-48.tga\", 18\n"
     "icon_end:\n"
     ".popsection\n");
 extern "C" const std::uint32_t icon_begin[], icon_end[]; // NOLINT(modernize-avoid-c-arrays)
