@@ -33,7 +33,6 @@ namespace vcc {
 namespace {
 
 void prepare_pass() {
-    read_pass_pictures_ahead();
     if (const int missing = load_backgrounds())
         write_log(format_text("Error initializing display background nr: %d\n", missing));
     position_mouse(layout_width / 2, layout_height / 2);
@@ -117,8 +116,8 @@ std::optional<Module> run_pass(Session& session) {
     free_cc_slot_sets();
     pass_cleanup(session);
     show_mouse(nullptr);
-    free_backgrounds(); // a failed pass has not done so
-    stop_reading_ahead();
+    free_backgrounds();                                         // a failed pass has not done so
+    choice ? read_pass_pictures_ahead() : stop_reading_ahead(); // while the module runs
     return choice;
 }
 

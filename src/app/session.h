@@ -23,7 +23,7 @@ bool start_up(Session& session, std::span<char* const> arguments);
 /// Seven to fifteen characters, exactly three dots between the first and the last; nothing else is checked. Pure.
 bool looks_like_ip_address(std::string_view text);
 
-/// Starts reading the next pass's pictures during start-up; later passes do so in run_pass().
+/// Starts reading the first pass's pictures during start-up; run_pass() does so for the pass that follows.
 void read_pass_pictures_ahead();
 
 /// Builds up what the screens need, runs them, and tears everything down again. Returns the module that the player has

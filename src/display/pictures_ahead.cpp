@@ -7,6 +7,7 @@
 #include <array>
 #include <condition_variable>
 #include <deque>
+#include <filesystem>
 #include <mutex>
 #include <new>
 #include <system_error>
@@ -16,13 +17,22 @@ namespace vcc {
 
 namespace {
 
-constexpr std::size_t waiting_limit = 8u << 20; ///< bytes
+constexpr std::size_t waiting_limit = 16u << 20; ///< bytes
+
+using FileTime = std::filesystem::file_time_type;
+
+/// The earliest time for a file that cannot be had.
+FileTime changed_at(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::last_write_time(platform::system_path(path), ignored);
+}
 
 struct Entry {
     std::string path;                 ///< as take_picture() gets it
     std::string absolute;             ///< saving changes the working folder for a moment
     bool taken = false, done = false; ///< by a thread
-    std::optional<UnpackedPicture> picture;
+    FileTime changed{};               ///< before it was read
+    std::optional<UnpackedPicture> picture{};
 };
 using Entries = std::deque<std::shared_ptr<Entry>>;
 
@@ -42,15 +52,10 @@ public:
         entries_.erase(entries_.begin(), entry);
         changed_.notify_all();
         changed_.wait(lock, [this] { return entries_.front()->done; });
-        std::optional<UnpackedPicture> picture = std::move(entries_.front()->picture);
+        const std::shared_ptr<Entry> first = entries_.front();
         entries_.pop_front();
         changed_.notify_all();
-        return picture;
-    }
-
-    bool empty() {
-        const std::lock_guard lock(mutex_);
-        return entries_.empty();
+        return changed_at(first->absolute) == first->changed ? std::move(first->picture) : std::nullopt;
     }
 
 private:
@@ -62,6 +67,7 @@ private:
                 return;
             const std::shared_ptr<Entry> entry = *next; // take() may drop it meanwhile
             entry->taken = true;
+            entry->changed = changed_at(entry->absolute);
             lock.unlock();
             std::optional<UnpackedPicture> picture = read(entry->absolute);
             lock.lock();
@@ -98,15 +104,10 @@ std::unique_ptr<Reader> reader;
 } // namespace
 
 void read_pictures_ahead(const std::vector<std::string>& paths) {
-    if (reader && !reader->empty())
-        return;
+    reader.reset();
     Entries entries;
     for (const std::string& path : paths)
-        entries.push_back(std::make_shared<Entry>(
-            Entry{path, platform::whole_name(platform::resolve_path(path)), false, false, std::nullopt}));
-    reader.reset();
-    if (entries.empty())
-        return;
+        entries.push_back(std::make_shared<Entry>(Entry{path, platform::whole_name(platform::resolve_path(path))}));
     try {
         reader = std::make_unique<Reader>(std::move(entries));
     } catch (const std::system_error&) { // without a thread, pictures are read when they are needed

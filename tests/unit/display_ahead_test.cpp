@@ -22,7 +22,6 @@ TEST(PicturesAhead, ComeInTheirOrderAndMayBeLeftOut) {
     }
     folder.write("broken.pcx", folder.read("picture7.pcx").substr(0, 130));
     read_pictures_ahead(paths);
-    read_pictures_ahead({"other.pcx"}); // pictures are left: nothing happens
 
     const auto width_of = [](const char* path) {
         const auto picture = take_picture(path);
@@ -36,9 +35,15 @@ TEST(PicturesAhead, ComeInTheirOrderAndMayBeLeftOut) {
     EXPECT_TRUE(load_picture("Picture3.pcx")) << "read now";
     EXPECT_EQ(width_of("Picture7.pcx"), 3500);
 
-    read_pictures_ahead(paths);                                  // all were taken: the next list begins
-    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // the first five wait, and no more may
+    read_pictures_ahead(paths);
+    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // the first six wait, and no more may
     EXPECT_EQ(width_of("Picture6.pcx"), 3000);
+
+    read_pictures_ahead(paths); // instead of what is left
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    folder.write("picture1.pcx", folder.read("picture2.pcx"));
+    EXPECT_EQ(width_of("Picture1.pcx"), 0) << "changed since it was read";
+    EXPECT_EQ(width_of("Picture2.pcx"), 1000);
     stop_reading_ahead();
     EXPECT_EQ(width_of("Picture7.pcx"), 0);
 }
