@@ -70,7 +70,8 @@ ScreenOutcome toggle_loop(BITMAP*& target) {
 bool probe_display(BITMAP*& target) {
     const EffectsHeld held;
     show_mouse(nullptr);
-    setup_graphics_mode(probe_machine);
+    if (setup_graphics_mode(probe_machine); !screen)
+        return false;
     if (const int bits = get_color_depth(); bits != bitmap_color_depth(target)) {
         options_screen.depth_at_menu = depth_setting(bits).value_or(options_screen.depth_at_menu);
         release_graphic_buffers();

@@ -10,7 +10,7 @@ std::optional<std::string_view> LineReader::next(std::size_t limit) {
     const std::string_view rest = text_.substr(position_);
     const std::size_t line_feed = rest.find('\n');
     const std::size_t end = line_feed - std::size_t{rest.substr(0, line_feed).ends_with('\r')};
-    const bool whole = line_feed != std::string_view::npos && end < limit;
+    const bool whole = line_feed != std::string_view::npos && end <= limit;
     const std::string_view piece = rest.substr(0, whole ? end : limit);
     position_ += whole ? line_feed + 1 : piece.size();
     ++line_number_;

@@ -9,8 +9,8 @@ namespace vcc {
 
 inline constexpr std::size_t line_limit = 244; ///< characters of a line; a longer line is read as several
 
-/// Splits a text in memory into lines. A line is at most `limit` characters including its line feed. next() drops the
-/// line feed, a carriage return before it, and everything from a zero byte on.
+/// Splits a text in memory into lines of at most `limit` characters. next() drops the line feed, a carriage return
+/// before it, and everything from a zero byte on.
 class LineReader {
 public:
     /// `text` must outlive the reader.

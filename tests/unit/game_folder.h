@@ -31,7 +31,7 @@ protected:
                 folder.write(file.lexically_relative(game / "install").string(), *read_file(file.string()));
         fs::create_directory("images");
         for (const auto& file : fs::directory_iterator(game / "images"))
-            if (file.path().extension() != ".png")
+            if (!file.path().stem().string().starts_with("icon"))
                 fs::copy(file, "images" / file.path().filename());
         for (const char* const language : {english_stem, german_stem})
             fs::copy_file(game / "screens/factory.tw", std::string(language) + "factory.tw");
