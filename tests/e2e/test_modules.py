@@ -55,3 +55,19 @@ def test_modules_use_the_systems_pointer_and_what_they_spoil_is_put_right(make_r
     left, missing = installation.log_messages()
     assert left == "hq.so has left another working folder, timers, sounds, no keyboard, a clipping rectangle"
     assert missing.startswith("Error loading module factory.so")
+
+
+def test_without_its_picture_the_pointer_looks_as_before(make_robot):
+    player = make_robot()
+    player.start()
+
+    def pointer():
+        player.move(500, 200)
+        return player.standing_picture()[180:240, 480:540]
+
+    before = pointer()
+    player.installation.remove("images/pointer.pcx")
+    menu.enter(player, "HQ")
+    menu.confirm_alert(player, "CC: Error loading mousepointer!")
+    player.wait_for_menu()
+    assert (pointer() == before).all()
