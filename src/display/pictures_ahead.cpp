@@ -12,6 +12,7 @@
 #include <new>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace vcc {
 
@@ -19,19 +20,17 @@ namespace {
 
 constexpr std::size_t waiting_limit = 16u << 20; ///< bytes
 
-using FileTime = std::filesystem::file_time_type;
-
 /// The earliest time for a file that cannot be had.
-FileTime changed_at(const std::string& path) {
+std::filesystem::file_time_type changed_at(const std::string& path) {
     std::error_code ignored;
     return std::filesystem::last_write_time(platform::system_path(path), ignored);
 }
 
 struct Entry {
-    std::string path;                 ///< as take_picture() gets it
-    std::string absolute;             ///< saving changes the working folder for a moment
-    bool taken = false, done = false; ///< by a thread
-    FileTime changed{};               ///< before it was read
+    std::string path;                          ///< as take_picture() gets it
+    std::string absolute;                      ///< saving changes the working folder for a moment
+    bool taken = false, done = false;          ///< by a thread
+    std::filesystem::file_time_type changed{}; ///< before it was read
     std::optional<UnpackedPicture> picture{};
 };
 using Entries = std::deque<std::shared_ptr<Entry>>;
@@ -99,17 +98,17 @@ private:
     std::array<std::jthread, 2> threads_; ///< last, so that they end before the members that they use
 };
 
-std::unique_ptr<Reader> reader;
+Reader* reader = nullptr; // not ended by exit(): in a process that a module forks, its threads do not exist
 
 } // namespace
 
 void read_pictures_ahead(const std::vector<std::string>& paths) {
-    reader.reset();
+    stop_reading_ahead();
     Entries entries;
     for (const std::string& path : paths)
         entries.push_back(std::make_shared<Entry>(Entry{path, platform::whole_name(platform::resolve_path(path))}));
     try {
-        reader = std::make_unique<Reader>(std::move(entries));
+        reader = new Reader(std::move(entries));
     } catch (const std::system_error&) { // without a thread, pictures are read when they are needed
     }
 }
@@ -119,7 +118,7 @@ std::optional<UnpackedPicture> take_picture(std::string_view path) {
 }
 
 void stop_reading_ahead() {
-    reader.reset();
+    delete std::exchange(reader, nullptr);
 }
 
 } // namespace vcc
