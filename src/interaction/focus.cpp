@@ -60,7 +60,7 @@ int pick_focus(SlotSet& set, int index, int direction, bool single) {
         }
         index = (index + (direction < 0 ? set.slot_count() - 1 : 1)) % set.slot_count();
     }
-    return set.slot_count() == 0 ? index : -1;
+    return -1;
 }
 
 Point pointer_place(const Slot& slot, int focus_x, int focus_y) {

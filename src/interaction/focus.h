@@ -18,8 +18,7 @@ bool is_selectable(const Slot& slot);
 int slot_under_pointer(int start, std::span<const Slot> slots, bool single);
 
 /// The slot that becomes current: searches from the slot under the pointer, else from `index`, in `direction` (+1, -1).
-/// -1 if no slot is selectable, `index` if there are no slots. Copies an entry field's text to its toggle record and
-/// selects the slot's font.
+/// -1 if no slot is selectable. Copies an entry field's text to its toggle record and selects the slot's font.
 int pick_focus(SlotSet& set, int index, int direction, bool single);
 
 /// Where the pointer goes when the keyboard moves the focus to a slot, by the current font's metrics. Pure except for

@@ -127,7 +127,7 @@ TEST_F(Grid, FocusGoesToThePointerThenToWhatCanBeSelected) {
     EXPECT_EQ(pick(9, 0, -1), 4) << "wraps";
     EXPECT_EQ(pick(9, 5, 1), -1) << "outside the set";
     set.slots.clear();
-    EXPECT_EQ(pick(9, 3, 1), 3) << "nothing to search";
+    EXPECT_EQ(pick(9, 3, 1), -1) << "nothing to search";
 }
 
 using FieldDrawing = test::ScreenWorld;
