@@ -99,8 +99,6 @@ TEST_F(Check, FaultsOfRecordsAreFoundInTheirPlace) {
         {menu, 3, &Slot::activated, 199, "activated: "},
         {menu, 5, &Slot::dest_y, 330, "overlaps slot 13"},
         {menu, 7, &Slot::src_x, 5000, "src_x, box_width: "},
-        {options, 2, &Slot::font, 11, "font: there is no font 11"},
-        {options, 2, &Slot::fore_colour, 256, "fore_colour: "},
         {options, 3, &Slot::dest_y, 0, "dest_y: is 0"},
         {options, 22, &Slot::action, 8, "action: the option button has action 8"},
         {options, 28, &Slot::action, 23, "action: the value button has no value"},
@@ -233,32 +231,13 @@ TEST_F(Check, MistakesOfASourceAreToldOnceAtTheirLine) {
 }
 
 TEST_F(Check, WhatPassedInSilenceIsToldOnce) {
-    const auto change_text = [](const char* text, int fore, int height) {
-        return [=](Slot& slot) {
-            slot = {};
-            slot.toggle = -1;
-            slot.fore_colour = fore;
-            slot.back_colour = 1;
-            slot.dest_x = slot.dest_y = 30;
-            slot.box_width = 200;
-            slot.box_height = height;
-            store_text(slot.text, text);
-        };
-    };
-    change(menu, 18, "VK117 box_height: the text is ", change_text("Version", 15, 5));
-    change(menu, 19, "VK118 fore_colour: the text has the colour of its box", change_text("Hint", 1, 20));
-    change("mess.slt", 11, "VK119 text: has a line feed", change_text("Two\nlines", 15, 20));
     for (const std::string& language : {en, de}) {
         std::vector<Slot> records = read_slot_file(folder.read(language + menu)).value_or({});
         for (const int preview : {8, 9, 10, 16, 11})
             records.at(static_cast<std::size_t>(preview)) = gap_slot();
-        store_text(records.at(20).text, "The same words");
-        records.at(20).graphic = 0;
-        records.at(20).box_width = records.at(20).box_height = 0;
         folder.write(language + menu, slot_file_bytes(records));
     }
     told_.push_back(en + menu + ", " + de + menu + ": slots 8 to 11, 16: VK201 the preview shown by the pointer");
-    told_.push_back(de + menu + ": slot 20: VK126 text: \"The same words\" is the text of both languages");
     replace("help/menu_en.hlp", "-_Help", "-_" + std::string(66, 'a'),
             R"(help/menu_en.hlp:10: VK426 \+1: the text is 66)");
     replace("help/menu_de.hlp", "-_Help", "-_F\xC3\xBCr", "help/menu_de.hlp:10: VK427 the file is UTF-8");
