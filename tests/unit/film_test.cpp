@@ -51,7 +51,7 @@ using PlayFilm = test::FolderTest;
 
 TEST_F(PlayFilm, FailuresAreLoggedAndDropTheEffectOnly) {
     folder.write("images/text.avi", "no film");
-    folder.write("images/empty.avi", test::AviFile(2, 2, 24).bytes());
+    folder.write("images/empty.avi", test::AviFile{}.bytes());
     sound_on = 1;
     sfx_volume = 77;
     current_theme = 3;

@@ -2,6 +2,9 @@
 #include "media/avi.h"
 #include "support/avi_file.h"
 
+#include <algorithm>
+#include <climits>
+
 #include <sys/stat.h>
 
 namespace vcc::platform {
@@ -19,9 +22,9 @@ protected:
 
 // A film of `count` frames of 2 x 2 pixels at 24 bits, each filled with its number.
 AviFile numbered(int count) {
-    AviFile film(2, 2, 24);
+    AviFile film;
     for (int i = 0; i < count; ++i)
-        film.frame(std::string(16, static_cast<char>(i)));
+        film.frames.emplace_back(16, static_cast<char>(i));
     return film;
 }
 
@@ -32,11 +35,11 @@ TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
         {"RIFF", AviError::bad_format},
         {good.substr(0, 130), AviError::no_video},
         {good.substr(0, 200), AviError::video_format},
-        {AviFile(0, 2, 24).bytes(), AviError::video_format},
-        {AviFile(4097, 2, 24).bytes(), AviError::video_format},
-        {AviFile(2, static_cast<int>(0x80000000), 24).bytes(), AviError::video_format},
-        {AviFile(0, 2, 24).audio("short").bytes(), AviError::audio_format},
-        {AviFile(2, 2, 24).compression("?!?!").frame("x").bytes(), AviError::decompressor},
+        {AviFile{.width = 0}.bytes(), AviError::video_format},
+        {AviFile{.width = 4097}.bytes(), AviError::video_format},
+        {AviFile{.height = INT_MIN}.bytes(), AviError::video_format},
+        {AviFile{.width = 0, .audio_format = "short"}.bytes(), AviError::audio_format},
+        {AviFile{.compression = "?!?!", .frames = {"x"}}.bytes(), AviError::decompressor},
     };
     for (const auto& [bytes, expected] : cases) {
         EXPECT_EQ(open(bytes).error, expected) << "film of " << bytes.size() << " bytes";
@@ -46,7 +49,10 @@ TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
 TEST_F(Avi, FramesComeByTimeForwardsAndBackwards) {
     ASSERT_TRUE(open(numbered(1).bytes()).film);
     release_film_decoder(); // another film may follow
-    const auto film = open(numbered(50).rate(30000, 1001).bytes()).film;
+    AviFile fast = numbered(50);
+    fast.rate = 30000;
+    fast.scale = 1001;
+    const auto film = open(fast.bytes()).film;
     ASSERT_TRUE(film);
     EXPECT_EQ(film->end_ms(), 1668);
     for (const auto& [time_ms, number] : {std::pair(0, 0), {33, 0}, {34, 1}, {1001, 30}, {1000, 29}, {1668, 49}}) {
@@ -66,7 +72,8 @@ TEST_F(Avi, FilmsOfEveryDepthKeepTheirRowsAndColours) {
         {32, "abcdefghijklmnopqrstuvwx"},
     };
     for (const auto& [bits, rows] : cases) {
-        const auto film = open(AviFile(3, 2, bits).colour_table(std::string(1024, '\x7F')).frame(rows).bytes()).film;
+        const AviFile file{.width = 3, .bits = bits, .colour_table = std::string(1024, '\x7F'), .frames = {rows}};
+        const auto film = open(file.bytes()).film;
         const AviFrame* frame = film ? film->frame_at(0) : nullptr;
         ASSERT_TRUE(frame) << bits;
         const std::size_t used = static_cast<std::size_t>(bits) * 3 / 8;
@@ -103,9 +110,8 @@ TEST_F(Avi, DamagedFilmsKeepTheirTimes) {
         const AviFrame* frame = opened.film ? opened.film->frame_at(time_ms) : nullptr;
         return frame ? frame->row(0)[0] : -1;
     };
-    AviFile gap(2, 2, 24);
-    for (int i = 0; i < 20; ++i)
-        gap.frame(i < 5 || i > 14 ? std::string(16, static_cast<char>(i)) : "");
+    AviFile gap = numbered(20);
+    std::fill_n(gap.frames.begin() + 5, 10, "");
     const OpenedFilm holed = open(gap.bytes());
     for (const auto& [time_ms, number] : {std::pair(160, 4), {200, 4}, {599, 4}, {600, 15}, {680, 17}, {400, 4}})
         EXPECT_EQ(shown(holed, time_ms), number) << time_ms;
@@ -116,7 +122,9 @@ TEST_F(Avi, DamagedFilmsKeepTheirTimes) {
     EXPECT_LT(shown(short_one, 1590), 37);
     EXPECT_EQ(shown(short_one, 1600), -1);
 
-    const OpenedFilm endless = open(cut(numbered(40).length(0xFFFFFFFF).bytes()));
+    AviFile endless_one = numbered(40);
+    endless_one.told_length = 0xFFFFFFFF;
+    const OpenedFilm endless = open(cut(endless_one.bytes()));
     EXPECT_EQ(shown(endless, 1500), -1);
     EXPECT_LT(endless.film->end_ms(), 1500);
     EXPECT_EQ(shown(endless, 200), 5);
