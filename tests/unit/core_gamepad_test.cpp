@@ -27,6 +27,7 @@ protected:
 
 TEST_F(Pads, TypeWhatIsPressedOnceAndHeldWaysAgain) {
     constexpr Point rest{30, -30}, down{20, 90}, less{45, 45}, right{127, 0}, left{-128, 0};
+    const Keys buttons{KEY_ENTER, KEY_ESC, key_clear_field, KEY_F1, key_step_back, key_step_forward};
     const struct {
         const char* rule;
         PadReading pad;
@@ -35,10 +36,7 @@ TEST_F(Pads, TypeWhatIsPressedOnceAndHeldWaysAgain) {
     } rows[] = {
         {"held from the start", pad(1, down), 10, {}},
         {"a worn stick does not stand in its middle", pad(0, rest), 10, {}},
-        {"buttons",
-         pad(0x3F, rest),
-         10,
-         {KEY_ENTER, KEY_ESC, key_clear_field, KEY_F1, key_step_back, key_step_forward}},
+        {"buttons", pad(0x3F, rest), 10, buttons},
         {"held", pad(0x7F, rest), 600, {}},
         {"a way", pad(0, down), 10, {KEY_DOWN}},
         {"not again at once", pad(0, down), 390, {}},

@@ -60,7 +60,7 @@ protected:
 TEST_F(Render, NothingOfAPictureShowsInAnother) {
     using enum RenderedScreen;
     const Library library;
-    std::vector<RenderRequest> requests{
+    const RenderRequest requests[]{
         {},
         {.language = 1, .hover = 5},
         {.hover = 3, .pressed = 3},
@@ -77,19 +77,16 @@ TEST_F(Render, NothingOfAPictureShowsInAnother) {
         {.screen = message},
         {.hover = 190}, // there is no such slot
     };
-    std::vector<std::string> afresh;
+    std::vector<std::pair<RenderRequest, std::string>> afresh;
     for (const RenderRequest& request : requests)
-        afresh.push_back(drawn_afresh(request));
-    for (std::size_t i = 0; i < requests.size(); ++i)
-        ASSERT_EQ(std::ranges::count(afresh, afresh[i]), 1) << "two pictures are alike, one is " << i;
+        afresh.emplace_back(request, drawn_afresh(request));
+    for (const auto& [request, picture] : afresh)
+        ASSERT_EQ(std::ranges::count(afresh, picture, &decltype(afresh)::value_type::second), 1) << "two are alike";
 
-    std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < requests.size(); ++i)
-        order.push_back(i);
-    std::ranges::shuffle(order, std::mt19937(15));
+    std::ranges::shuffle(afresh, std::mt19937(15));
     Renderer renderer;
-    for (const std::size_t i : order) {
-        EXPECT_TRUE(drawn(renderer, requests[i]) == afresh[i]) << "picture " << i;
+    for (const auto& [request, picture] : afresh) {
+        EXPECT_TRUE(drawn(renderer, request) == picture) << "hover " << request.hover.value_or(-1);
         leave_traces();
     }
 }
