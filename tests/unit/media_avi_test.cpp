@@ -20,16 +20,16 @@ protected:
     }
 };
 
-// A film of `count` frames of 2 x 2 pixels at 24 bits, each filled with its number.
-AviFile numbered(int count) {
-    AviFile film;
+// Frames of 2 x 2 pixels at 24 bits, each filled with its number.
+std::vector<std::string> numbered(int count) {
+    std::vector<std::string> frames;
     for (int i = 0; i < count; ++i)
-        film.frames.emplace_back(16, static_cast<char>(i));
-    return film;
+        frames.emplace_back(16, static_cast<char>(i));
+    return frames;
 }
 
 TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
-    const std::string good = numbered(1).bytes();
+    const std::string good = AviFile{.frames = numbered(1)}.bytes();
     const std::pair<std::string, AviError> cases[] = {
         {std::string(good).insert(12, AviFile::chunk("JUNK", "odd")), AviError::none}, // a pad byte is passed over
         {"RIFF", AviError::bad_format},
@@ -47,12 +47,9 @@ TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
 }
 
 TEST_F(Avi, FramesComeByTimeForwardsAndBackwards) {
-    ASSERT_TRUE(open(numbered(1).bytes()).film);
+    ASSERT_TRUE(open(AviFile{.frames = numbered(1)}.bytes()).film);
     release_film_decoder(); // another film may follow
-    AviFile fast = numbered(50);
-    fast.rate = 30000;
-    fast.scale = 1001;
-    const auto film = open(fast.bytes()).film;
+    const auto film = open(AviFile{.rate = 30000, .scale = 1001, .frames = numbered(50)}.bytes()).film;
     ASSERT_TRUE(film);
     EXPECT_EQ(film->end_ms(), 1668);
     for (const auto& [time_ms, number] : {std::pair(0, 0), {33, 0}, {34, 1}, {1001, 30}, {1000, 29}, {1668, 49}}) {
@@ -110,21 +107,19 @@ TEST_F(Avi, DamagedFilmsKeepTheirTimes) {
         const AviFrame* frame = opened.film ? opened.film->frame_at(time_ms) : nullptr;
         return frame ? frame->row(0)[0] : -1;
     };
-    AviFile gap = numbered(20);
-    std::fill_n(gap.frames.begin() + 5, 10, "");
-    const OpenedFilm holed = open(gap.bytes());
+    std::vector<std::string> gap = numbered(20);
+    std::fill_n(gap.begin() + 5, 10, "");
+    const OpenedFilm holed = open(AviFile{.frames = gap}.bytes());
     for (const auto& [time_ms, number] : {std::pair(160, 4), {200, 4}, {599, 4}, {600, 15}, {680, 17}, {400, 4}})
         EXPECT_EQ(shown(holed, time_ms), number) << time_ms;
 
     const auto cut = [](const std::string& whole) { return whole.substr(0, whole.size() * 3 / 5); };
-    const OpenedFilm short_one = open(cut(numbered(40).bytes()));
+    const OpenedFilm short_one = open(cut(AviFile{.frames = numbered(40)}.bytes()));
     EXPECT_EQ(shown(short_one, 1590), shown(short_one, 1480)); // the last frame stays until the header's end
     EXPECT_LT(shown(short_one, 1590), 37);
     EXPECT_EQ(shown(short_one, 1600), -1);
 
-    AviFile endless_one = numbered(40);
-    endless_one.told_length = 0xFFFFFFFF;
-    const OpenedFilm endless = open(cut(endless_one.bytes()));
+    const OpenedFilm endless = open(cut(AviFile{.told_length = 0xFFFFFFFF, .frames = numbered(40)}.bytes()));
     EXPECT_EQ(shown(endless, 1500), -1);
     EXPECT_LT(endless.film->end_ms(), 1500);
     EXPECT_EQ(shown(endless, 200), 5);
