@@ -199,7 +199,8 @@ TEST(Unpack, PackingGivesTheSameBytesWhateverTheRecordsHold) {
 }
 
 TEST(Unpack, StylesRepeatsAndLooksAreFoundAgain) {
-    for (const auto& [name, most_lines] : {std::pair("vcc", 183), {"vcc_options", 450}, {"mess", 79}}) {
+    for (const auto& [name, most_lines] :
+         {std::pair("vcc", 183), {"vcc_options", 450}, {"vcc_options_info", 32}, {"mess", 79}}) {
         const auto source = read_file(std::string(VELDOR_SOURCE_DIR "/game/screens/") + name + ".toml");
         ASSERT_TRUE(source);
         const Screen screen = screen_of(*source);
