@@ -197,16 +197,6 @@ TEST_F(Workspaces, WhatACrashLeftIsOfferedAndMerged) {
     EXPECT_EQ(workspace.undo("vcc").text, menu);
 }
 
-TEST_F(Workspaces, WhatIsDroppedIsNotOfferedAgain) {
-    {
-        Workspace workspace("game");
-        edit(workspace, 5);
-    }
-    EXPECT_EQ(Workspace("game").offered().size(), 1U) << "and not deciding keeps it";
-    Workspace("game").recover(false);
-    EXPECT_TRUE(Workspace("game").offered().empty());
-}
-
 TEST_F(Workspaces, AScreenWithoutASourceGetsOneWithItsFirstChange) {
     {
         Workspace workspace("game");
@@ -368,7 +358,7 @@ TEST_F(Workspaces, KilledWhileSavingLosesNothing) {
         EXPECT_NE(file.path().extension(), ".new") << file.path();
 }
 
-TEST_F(Workspaces, AFileOfUnsavedWorkThatIsDamagedIsNotTaken) {
+TEST_F(Workspaces, UnsavedWorkThatIsDamagedOrDroppedIsNotTaken) {
     {
         Workspace workspace("game");
         edit(workspace, 5);
@@ -384,6 +374,9 @@ TEST_F(Workspaces, AFileOfUnsavedWorkThatIsDamagedIsNotTaken) {
             while (document.history.next(true))
                 document.text = document.history.travel(document.text, true);
     }
+    EXPECT_EQ(Workspace("game").offered().size(), 1U) << "and not deciding keeps it";
+    Workspace("game").recover(false);
+    EXPECT_TRUE(Workspace("game").offered().empty());
 }
 
 } // namespace
