@@ -17,8 +17,8 @@ MASK = 255, 0, 255
 WIDTH, HEIGHT = 101, 60  # an odd width: lines of a PCX picture are even
 
 
-def convert(folder, *arguments):
-    return subprocess.run([VCCKIT, "convert", *arguments], cwd=folder, capture_output=True, text=True)
+def convert(folder, *arguments, **options):
+    return subprocess.run([VCCKIT, "convert", *arguments], cwd=folder, capture_output=True, text=True, **options)
 
 
 def ffmpeg(*arguments):
@@ -152,8 +152,7 @@ def test_what_is_turned_is_turned_back(tmp_path):
 
 def test_without_ffmpeg_the_remedy_is_told(tmp_path):
     save(drawing(200), tmp_path / "a.png")
-    done = subprocess.run([VCCKIT, "convert", "a.png"], cwd=tmp_path, env={"PATH": str(tmp_path)}, capture_output=True,
-                          text=True)
+    done = convert(tmp_path, "a.png", env={"PATH": str(tmp_path)})
     assert done.returncode == 2 and "a.png: cannot be read without FFmpeg: install the package ffmpeg" in done.stderr
     assert [path.name for path in tmp_path.iterdir()] == ["a.png"]
 

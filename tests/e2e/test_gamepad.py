@@ -15,8 +15,12 @@ pytestmark = pytest.mark.windows
 UP, DOWN, NOWHERE = (0, -1), (0, 1), (0, 0)
 
 
-def start(robot, pads, **options):
-    return robot.start(environment=pads.environment(), **options)
+def start(robot, **options):
+    """With a gamepad."""
+    pads = Gamepads(robot)
+    pad = pads.plug_in()
+    robot.start(environment=pads.environment(), **options)
+    return pad
 
 
 def walk(robot, pad, way, button):
@@ -30,11 +34,10 @@ def walk(robot, pad, way, button):
 
 def test_a_gamepad_is_enough(make_robot, installation):
     player = make_robot(films=True)
-    pads, slowness = Gamepads(player), player.system.slowness
+    slowness = player.system.slowness
     for film in STUDIO, INTRO:
         make_film(installation, film, 20)
-    pad = pads.plug_in()
-    start(player, pads, menu=False)
+    pad = start(player, menu=False)
     wait_until(lambda: shows_film(player, STUDIO), "the first film", 10 * slowness)
     pad.press(A)
     wait_until(lambda: shows_film(player, INTRO), "the second film", 5 * slowness)
@@ -89,7 +92,7 @@ def test_gamepads_come_and_go_in_the_middle_of_a_press(make_robot):
         time.sleep(second_s)
         assert menu.pointed_at(player) == list(buttons)
 
-    start(player, pads)
+    player.start(environment=pads.environment())
     worn = pads.plug_in()
     worn.push(STICK, 0.3, -0.35)
     worn.push(HAT, *DOWN)
@@ -114,9 +117,7 @@ def test_gamepads_come_and_go_in_the_middle_of_a_press(make_robot):
 @pytest.mark.linux  # the box is the library's
 def test_an_alert_hears_the_gamepad_and_the_menu_does_not_hear_it_again(make_robot, installation):
     player = make_robot()
-    pads = Gamepads(player)
-    pad = pads.plug_in()
-    start(player, pads)
+    pad = start(player)
     for module in "hq", "factory", "battle":
         installation.remove(module + player.system.library)
     walk(player, pad, DOWN, "HQ")
@@ -139,9 +140,7 @@ def test_buttons_are_named_while_a_gamepad_is_used(make_robot, installation, has
         installation.write(texts, installation.read(texts).replace("+14", "+7770"))
         installation.write(help_file, installation.read(help_file).replace("+1000", "+9000"))
     player = make_robot()
-    pads = Gamepads(player)
-    pad = pads.plug_in()
-    start(player, pads)
+    pad = start(player)
 
     def hint():
         return player.standing_picture()[572:598].tobytes()
@@ -172,9 +171,7 @@ def test_buttons_are_named_while_a_gamepad_is_used(make_robot, installation, has
 def test_what_is_not_meant_for_the_program_is_not_heard(make_robot, wanted):
     player = make_robot(window_manager="openbox")
     player.installation.set("VELDOR_GENERAL", "gamepad", "yes" if wanted else "no")
-    pads = Gamepads(player)
-    pad = pads.plug_in()
-    start(player, pads)
+    pad = start(player)
     if wanted:
         other = player.desktop.open_other_window()
         player.standing_picture()  # it has heard of that

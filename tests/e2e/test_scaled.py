@@ -69,9 +69,8 @@ def test_whole_steps(make_player, own_menu):
 @pytest.mark.parametrize("setting, desktop_depth, scale", [
     (1, 24, 1), (2, 24, 1), (3, 24, 1), (0, 16, 1), (3, 16, 1), (0, 15, 1), (0, 15, 0), (2, 15, 0)])
 def test_colour_depths(make_player, own_menu, setting, desktop_depth, scale):
-    player = make_player(start=False, depth=desktop_depth, scale=scale)
-    player.installation.set("VELDOR_GRAPHICS", "bitmap_depth", setting)
-    player.start()
+    graphics = {"screen_mode_range": 3, "bitmap_depth": setting}
+    player = make_player(graphics=graphics, depth=desktop_depth, scale=scale)
     own = player.menu()  # at its own size, as the library draws it
     assert np.abs(own.astype(np.int16) - own_menu).mean() < 4, "other colours"  # 5 bits lose half a level of 8
     if not scale:

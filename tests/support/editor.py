@@ -4,7 +4,6 @@ import base64
 import io
 import json
 import os
-import signal
 import subprocess
 import time
 
@@ -41,7 +40,7 @@ class Editor:
         return self
 
     def kill(self):
-        self.process.send_signal(signal.SIGKILL)
+        self.process.kill()
         self._close()
 
     def stop(self):

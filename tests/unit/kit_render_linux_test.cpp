@@ -7,7 +7,6 @@
 #include "display/buffers.h"
 #include "interaction/player_input.h"
 #include "screen/text_window.h"
-#include "sound/music.h"
 #include "sound/sound.h"
 #include "text/fonts.h"
 

@@ -30,7 +30,6 @@ protected:
         const std::size_t path = address.find('/', 7);
         origin_ = address.substr(0, path);
         base_ = address.substr(path);
-        host_ = origin_.substr(7);
         threads_.emplace_back([this] { server_->run(); });
         threads_.emplace_back([this] { session_->check_behind(); });
         client_.emplace(origin_);
@@ -69,7 +68,7 @@ protected:
     std::optional<Session> session_;
     std::optional<Server> server_;
     std::optional<httplib::Client> client_;
-    std::string origin_, base_, host_;
+    std::string origin_, base_;
     std::vector<std::thread> threads_;
 };
 
