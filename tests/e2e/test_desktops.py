@@ -85,8 +85,7 @@ def test_every_start_shows_the_menu(make_player, manager, scale):
 
 @pytest.mark.parametrize("manager", MANAGERS)
 def test_playing_at_the_pictures_own_size(make_player, manager):
-    robot = make_player(manager, 0)
-    robot.start(menu=False)
+    robot = make_player(manager, 0).start(menu=False)
     wait_for_menu(robot)
     hears_keys(robot)
     switch_mode(robot, True)
@@ -103,8 +102,7 @@ def test_playing_at_the_pictures_own_size(make_player, manager):
 
 @pytest.mark.parametrize("manager", MANAGERS)
 def test_playing_at_any_size(make_player, manager):
-    robot = make_player(manager, 1, screen_mode=1)
-    robot.start(menu=False)
+    robot = make_player(manager, 1, screen_mode=1).start(menu=False)
     wait_until(robot.fills_the_desktop, "full screen")
     wait_for_menu(robot)
     hears_keys(robot)
@@ -155,8 +153,7 @@ def test_the_program_ends_with_its_display(make_robot, state, scale):
 
 
 def test_the_window_is_the_programs(make_player):
-    robot = make_player("openbox", 0)
-    robot.start()
+    robot = make_player("openbox", 0).start()
     window, desktop = robot.window(), robot.desktop
 
     def value(name):
@@ -171,8 +168,7 @@ def test_the_window_is_the_programs(make_player):
 
 
 def test_the_window_comes_back_where_it_was(make_player):
-    robot = make_player("openbox", 1)
-    robot.start()
+    robot = make_player("openbox", 1).start()
     robot.desktop.configure(robot.window(), x=300, y=120, width=1000, height=700)
     wait_until(lambda: robot.window().get_geometry().width == 1000, "another size")
     time.sleep(0.2)
@@ -194,8 +190,7 @@ def test_the_window_comes_back_where_it_was(make_player):
 
 
 def test_the_window_appears_with_its_first_picture(make_player):
-    robot = make_player(None, 1)
-    robot.start(menu=False)
+    robot = make_player(None, 1).start(menu=False)
     window = wait_until(robot.find_window, "the window", step_s=0.001)
     wait_until(lambda: robot.desktop.picture(window, (0, 300, 800, 2)).any(), "its picture", 0.1, step_s=0.001)
     robot.wait_for_menu()
@@ -205,8 +200,7 @@ def test_the_window_appears_with_its_first_picture(make_player):
 @pytest.mark.parametrize("scale", [0, 1])
 @pytest.mark.parametrize("comes", [True, False])
 def test_a_manager_that_comes_or_goes_in_full_screen(make_player, comes, scale):
-    robot = make_player(None if comes else "openbox", scale)
-    robot.start()
+    robot = make_player(None if comes else "openbox", scale).start()
     robot.key("w", "Alt_L")
     time.sleep(POINTER_PLACED_S)
     wait_for_menu(robot)
