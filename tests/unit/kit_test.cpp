@@ -132,10 +132,10 @@ dest_x = 100
 dest_y = 50
 box_width = 101
 text = "Word"
+align = "centre"
 [[slot]]
 index = 0
 style = "wide"
-align = "centre"
 [[slot]]
 index = 1
 style = "wide"
@@ -144,13 +144,11 @@ padding = [5, 3]
 [[slot]]
 index = 2
 style = "wide"
-align = "centre"
 box_height = 30
 back_colour = 3
 [[slot]]
 index = 3
 style = "wide"
-align = "centre"
 box_height = 30
 toggle = 0
 )",
