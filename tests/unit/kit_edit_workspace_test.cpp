@@ -13,7 +13,6 @@
 #include <filesystem>
 #include <thread>
 
-#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -86,8 +85,13 @@ protected:
     static inline const std::string pages = "# pages\n\n[[slot]]\nindex = 1\ntext = \"a\"\n";
 };
 
-TEST_F(Workspaces, UndoAndRedoGoStepByStepAndADragIsOne) {
-    Workspace workspace("game");
+/// With an editor on it.
+class Opened : public Workspaces {
+protected:
+    Workspace workspace{"game"};
+};
+
+TEST_F(Opened, UndoAndRedoGoStepByStepAndADragIsOne) {
     edit(workspace, 1);
     for (int row = 2; row < 9; ++row)
         edit(workspace, row, "drag");
@@ -108,8 +112,7 @@ TEST_F(Workspaces, UndoAndRedoGoStepByStepAndADragIsOne) {
     EXPECT_EQ(reason_of([&] { workspace.edit({"vcc", 1}); }), stale_reason);
 }
 
-TEST_F(Workspaces, SavingWritesSourcesAndPackedFilesOfDirtyDocumentsOnly) {
-    Workspace workspace("game");
+TEST_F(Opened, SavingWritesSourcesAndPackedFilesOfDirtyDocumentsOnly) {
     edit(workspace, 5);
     apply(workspace, "factory", typed("+1\n-1\nM\xc3\xb6hre\n"));
     EXPECT_EQ(workspace.save(check).files.size(), 6U) << "two slot files, a source, and three of text windows";
@@ -122,8 +125,7 @@ TEST_F(Workspaces, SavingWritesSourcesAndPackedFilesOfDirtyDocumentsOnly) {
     EXPECT_EQ(workspace.undo("vcc").text, menu) << "also behind what was saved";
 }
 
-TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {
-    Workspace workspace("game");
+TEST_F(Opened, ChangesOnDiskAreMergedOrAskedAbout) {
     edit(workspace, 5);
     folder.write("game/screens/vcc.toml", "# new\n" + menu);
     folder.write("game/screens/more.toml", "");
@@ -144,8 +146,7 @@ TEST_F(Workspaces, ChangesOnDiskAreMergedOrAskedAbout) {
     EXPECT_FALSE(workspace.save(check).files.empty());
 }
 
-TEST_F(Workspaces, BothSidesAreKeptLineByLine) {
-    Workspace workspace("game");
+TEST_F(Opened, BothSidesAreKeptLineByLine) {
     apply(workspace, "vcc", typed(menu + "row = 5"));
     change_on_disk(workspace, menu + "column = 6");
     EXPECT_EQ(workspace.resolve("vcc", 0, Choice::both)->text, menu + "row = 5\ncolumn = 6");
@@ -240,8 +241,7 @@ TEST_F(Workspaces, ABufferListIsWrittenWhereTheProjectHasIt) {
     }
 }
 
-TEST_F(Workspaces, AWholeTextIsMergedWithWhatHasChangedSince) {
-    Workspace workspace("game");
+TEST_F(Opened, AWholeTextIsMergedWithWhatHasChangedSince) {
     change_on_disk(workspace, "# new\n" + menu);
     const auto edited = [&](const std::string& text, const std::string& base) {
         return workspace.edit({"vcc", 1, "", "", {typed(text, base)}});
@@ -251,8 +251,7 @@ TEST_F(Workspaces, AWholeTextIsMergedWithWhatHasChangedSince) {
     EXPECT_EQ(edited(menu, menu_with(7)).conflicts.size(), 1U);
 }
 
-TEST_F(Workspaces, FilesThatGoTakeTheirDocumentsAlongUnlessTheyWereChanged) {
-    Workspace workspace("game");
+TEST_F(Opened, FilesThatGoTakeTheirDocumentsAlongUnlessTheyWereChanged) {
     folder.write("game/screens/more.toml", "broken");
     workspace.take_disk_changes();
     fs::remove("game/screens/more.toml");
@@ -292,8 +291,7 @@ TEST_F(Workspaces, LinksDoNotLeadOut) {
 }
 
 /// Another program that writes a source just when it is read and written here.
-TEST_F(Workspaces, WhatIsWrittenWhileSavingIsNotLost) {
-    Workspace workspace("game");
+TEST_F(Opened, WhatIsWrittenWhileSavingIsNotLost) {
     const std::string file = path("game/screens/vcc.toml");
     for (int round = 0; round < 60; ++round) {
         const std::string mark = "# outside " + std::to_string(round) + "\n";
@@ -301,14 +299,12 @@ TEST_F(Workspaces, WhatIsWrittenWhileSavingIsNotLost) {
         std::thread other([&] {
             ::usleep(static_cast<useconds_t>(round * 100));
             const std::string text = mark + *read_file(file);
-            const int descriptor = ::open(file.c_str(), O_WRONLY | O_TRUNC);
-            const bool slowly = round % 3 == 0;
-            const std::size_t half = slowly ? text.size() / 2 : text.size();
-            bool good = ::write(descriptor, text.data(), half) > 0;
-            if (slowly)
+            std::ofstream out(file, std::ios::binary);
+            if (round % 3 == 0) { // slowly
+                out << text.substr(0, text.size() / 2) << std::flush;
                 ::usleep(2000);
-            good = ::write(descriptor, text.data() + half, text.size() - half) >= 0 && good;
-            EXPECT_TRUE(good && ::close(descriptor) == 0);
+            }
+            EXPECT_TRUE(out << text.substr(static_cast<std::size_t>(out.tellp())) << std::flush);
         });
         const std::string reason = reason_of([&] { workspace.save(check); });
         other.join();
