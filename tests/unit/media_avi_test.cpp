@@ -41,9 +41,8 @@ TEST_F(Avi, FilmsThatCannotBeShownAreRefused) {
         {AviFile{.width = 0, .audio_format = "short"}.bytes(), AviError::audio_format},
         {AviFile{.compression = "?!?!", .frames = {"x"}}.bytes(), AviError::decompressor},
     };
-    for (const auto& [bytes, expected] : cases) {
+    for (const auto& [bytes, expected] : cases)
         EXPECT_EQ(open(bytes).error, expected) << "film of " << bytes.size() << " bytes";
-    }
 }
 
 TEST_F(Avi, FramesComeByTimeForwardsAndBackwards) {

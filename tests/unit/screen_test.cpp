@@ -79,10 +79,7 @@ TEST_F(ScreenWorld, BoxesLinesAndBandsHaveTheirPlaceAndTheirWayWithUnknownColour
     } cases[] = {
         {"box of no colour", [](BITMAP* b) { fill_rect(b, 5, 6, 15, 9, -1); }, nothing, 0},
         {"line", [](BITMAP* b) { draw_hline(b, 5, 6, 15, 256); }, {5, 6, 15, 6}, pixel_of(12)},
-        {"band of the last colour",
-         [](BITMAP* b) { draw_hband(b, 5, 6, 15, 255, 1, 0, 0); },
-         {5, 6, 15, 6},
-         pixel_of(255)},
+        {"band of colour 255", [](BITMAP* b) { draw_hband(b, 5, 6, 15, 255, 1, 0, 0); }, {5, 6, 15, 6}, pixel_of(255)},
         {"band across", [](BITMAP* b) { draw_hband(b, 5, 100, 15, 4, 4, 0, 0); }, {5, 98, 15, 101}, pixel_of(4)},
         {"band down", [](BITMAP* b) { draw_vband(b, 100, 5, 15, 4, 3, 0, 0); }, {99, 5, 101, 15}, pixel_of(4)},
         {"band in steps", [](BITMAP* b) { draw_hband(b, 5, 1, 15, 1, 3, 1, 2); }, {5, 0, 15, 2}, pixel_of(1)},
