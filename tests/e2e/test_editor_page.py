@@ -447,12 +447,6 @@ def test_an_evening_of_a_maker(browser, tmp_path, request):
 
 # the pictures of the documents
 
-def keep(taken, kept):
-    """With few colours and dithering, for a small file."""
-    picture = Image.open(taken).convert("RGB")
-    picture.quantize(palette=picture.quantize(256), dither=Image.Dither.FLOYDSTEINBERG).save(kept, optimize=True)
-
-
 def test_the_pictures_are_those_of_the_documents(page, tmp_path):
     def expect(name, scheme):
         page.resize(1280, 800, scheme)
@@ -461,7 +455,9 @@ def test_the_pictures_are_those_of_the_documents(page, tmp_path):
         taken, kept = tmp_path / f"{name}.png", PROJECT / f"docs/pictures/{name}.png"
         page.driver.save_screenshot(str(taken))
         if os.environ.get("VELDOR_KEEP_PICTURES"):
-            keep(taken, kept)
+            picture = Image.open(taken).convert("RGB")  # with few colours and dithering, for a small file
+            dithered = picture.quantize(palette=picture.quantize(256), dither=Image.Dither.FLOYDSTEINBERG)
+            dithered.save(kept, optimize=True)
         new, old = (np.asarray(Image.open(path).convert("RGB"), np.int16) for path in (taken, kept))
         assert new.shape == old.shape == (800, 1280, 3)
         alike = (np.abs(new - old).max(axis=2) <= 24).mean()

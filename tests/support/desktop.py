@@ -13,10 +13,9 @@ from Xlib.error import BadDrawable, BadWindow
 from Xlib.ext import damage, xtest
 
 SETTLE_S = 0.03
-I3_SETTINGS = Path(__file__).with_name("i3.conf")
 MANAGERS = {
     "openbox": ["openbox", "--sm-disable"],
-    "i3": ["i3", "-c", str(I3_SETTINGS)],
+    "i3": ["i3", "-c", str(Path(__file__).with_name("i3.conf"))],
     "xfwm4": ["dbus-run-session", "xfwm4"],
     "kwin": ["dbus-run-session", "kwin_x11"],
     "mutter": ["dbus-run-session", "mutter", "--x11", "--sm-disable"],

@@ -148,13 +148,10 @@ class Browser:
         return self.run("return [...document.querySelectorAll('#items li[aria-selected=true]')]"
                         ".map((each) => each.dataset.key)")
 
-    def is_quiet(self):
-        """Nothing waits to be sent, and the picture is that of the newest change."""
-        return self.run("""return Promise.all([import('./edits.js'), import('./picture.js')])
-            .then(([edits, picture]) => !edits.isBusy() && picture.isCurrent())""")
-
     def wait_for_picture(self):
-        wait_until(self.is_quiet, "the picture of the newest change")
+        """Until nothing waits to be sent, and the picture is that of the newest change."""
+        wait_until(lambda: self.run("""return Promise.all([import('./edits.js'), import('./picture.js')])
+            .then(([edits, picture]) => !edits.isBusy() && picture.isCurrent())"""), "the newest picture")
 
     def canvas(self):
         """The picture's pixels as the page shows them, RGB."""
