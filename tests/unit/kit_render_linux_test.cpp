@@ -32,29 +32,16 @@ void leave_traces() {
             clear_to_color(buffer, 0x123456);
 }
 
-class Render : public test::GameFolder {
-protected:
-    /// The bytes of the picture, or why there is none.
-    static std::string drawn(Renderer& renderer, const RenderRequest& request) {
-        const auto picture = renderer.draw(request);
-        if (!picture)
-            return picture.reason();
-        const BITMAP& pixels = **picture;
-        return {reinterpret_cast<const char*>(pixels.dat), sizeof(int) * static_cast<std::size_t>(pixels.w * pixels.h)};
-    }
+/// The bytes of the picture, or why there is none.
+std::string drawn(Renderer& renderer, const RenderRequest& request) {
+    const auto picture = renderer.draw(request);
+    if (!picture)
+        return picture.reason();
+    const BITMAP& pixels = **picture;
+    return {reinterpret_cast<const char*>(pixels.dat), sizeof(int) * static_cast<std::size_t>(pixels.w * pixels.h)};
+}
 
-    /// The same in a process of its own.
-    std::string drawn_afresh(const RenderRequest& request) const {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            Renderer renderer;
-            folder.write("picture", drawn(renderer, request));
-            std::_Exit(0);
-        }
-        ::waitpid(child, nullptr, 0);
-        return folder.read("picture");
-    }
-};
+using Render = test::GameFolder;
 
 TEST_F(Render, NothingOfAPictureShowsInAnother) {
     using enum RenderedScreen;
@@ -77,8 +64,16 @@ TEST_F(Render, NothingOfAPictureShowsInAnother) {
         {.hover = 190}, // there is no such slot
     };
     std::vector<std::pair<RenderRequest, std::string>> afresh;
-    for (const RenderRequest& request : requests)
-        afresh.emplace_back(request, drawn_afresh(request));
+    for (const RenderRequest& request : requests) { // in a process of its own
+        const pid_t child = ::fork();
+        if (child == 0) {
+            Renderer renderer;
+            folder.write("picture", drawn(renderer, request));
+            std::_Exit(0);
+        }
+        ::waitpid(child, nullptr, 0);
+        afresh.emplace_back(request, folder.read("picture"));
+    }
     for (const auto& [request, picture] : afresh)
         ASSERT_EQ(std::ranges::count(afresh, picture, &decltype(afresh)::value_type::second), 1) << "two are alike";
 
