@@ -16,8 +16,6 @@ public:
         screen = display_.get();
     }
     ~StandInDisplay() { screen = nullptr; }
-    StandInDisplay(const StandInDisplay&) = delete;
-    StandInDisplay& operator=(const StandInDisplay&) = delete;
     int at(int x, int y) const { return getpixel(display_.get(), x, y); }
 
 private:
