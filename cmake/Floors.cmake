@@ -6,7 +6,7 @@ endfunction()
 
 # veldor_floor(NAME LIBRARIES...): the static library of one folder below src/, with every source file in it. The
 # libraries are the floors below it and what it needs from outside. A file named *_linux.cpp or *_windows.cpp belongs to
-# that system alone.
+# that system alone. The global property VELDOR_FLOORS lists them, lowest first.
 function(veldor_floor name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$") # the program's own file
@@ -16,6 +16,7 @@ function(veldor_floor name)
     list(FILTER sources EXCLUDE REGEX "_windows\\.cpp$")
   endif()
   veldor_compile_alone(${sources})
+  set_property(GLOBAL APPEND PROPERTY VELDOR_FLOORS veldor_${name})
   add_library(veldor_${name} STATIC ${sources})
   target_include_directories(veldor_${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_BINARY_DIR}/generated")
   target_link_libraries(veldor_${name} PUBLIC ${ARGN} PRIVATE veldor_warnings)

@@ -34,7 +34,7 @@ EditOutcome edit_field(FieldEdit& field, const KeyEvent& key, std::size_t length
 class FieldEntry {
 public:
     /// Draws the cursor at position 0 in the current font. `look`, the slot or its toggle record, gives box and
-    /// colours.
+    /// colours. With `clear_keyboard`, a key at an edge drops those that wait behind it.
     FieldEntry(ScreenRun& run, const Slot& look, bool clear_keyboard);
 
     /// Applies a key, draws the field and shows what changed. Returns the key, or Enter for a finished entry: its last

@@ -39,7 +39,9 @@ TEST_F(ScreenWorld, DamagedSlotFilesAreLoggedAndTheOtherFileIsLoaded) {
     folder.write("b.slt", file_of(3, 2));
     folder.write("b.tgl", file_of(2, 2));
     SlotSet set;
+    testing::internal::CaptureStdout();
     load_slot_set("a.slt", set);
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("Fehler beim allocieren der toggles\n"), std::string::npos);
     EXPECT_EQ(std::pair(set.slot_count(), set.toggle_count()), std::pair(3, 0));
     load_slot_set("b.slt", set);
     EXPECT_EQ(std::pair(set.slot_count(), set.toggle_count()), std::pair(0, 2));
