@@ -207,10 +207,10 @@ std::uint8_t run(const Screen& shown, std::uint8_t fullscreen) {
                     blit(canvas.get(), screen, 0, 0, 0, 0, width, height);
                     show_mouse(screen);
                 }
-            rest(5);
+            rest(2);
         }
         while (mouse_b) // the control centre must not see this click
-            rest(5);
+            rest(2);
         clear_keybuf();
         show_mouse(nullptr);
     }

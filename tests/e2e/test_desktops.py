@@ -110,7 +110,8 @@ def test_playing_at_any_size(make_player, manager):
     switch_mode(robot, False)
     if manager != "i3":  # which tiles
         middle_of_it = 560, 240, 800, 600
-        wait_until(lambda: np.abs(np.subtract(area(robot), middle_of_it)).max() < 60, "a window in the middle", 5)
+        wait_until(lambda: np.abs(np.subtract(area(robot), middle_of_it)).max() < 60,
+                   lambda: f"a window in the middle, not {area(robot)}", 5)
         desktop.ask_for_state(robot.window(), True, *MAXIMISED)
         wait_until(lambda: area(robot)[3] > 900, "a maximised window")
         wait_for_menu(robot)

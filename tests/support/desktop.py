@@ -23,13 +23,13 @@ MANAGERS = {
 
 
 def wait_until(condition, what, timeout_s=10.0, step_s=0.03):
-    """The first true answer of `condition`."""
+    """The first true answer of `condition`; `what` may say at the end what there is instead."""
     end = time.monotonic() + timeout_s
     while True:
         if answer := condition():
             return answer
         if time.monotonic() > end:
-            raise TimeoutError(f"waited {timeout_s:g} s for {what}")
+            raise TimeoutError(f"waited {timeout_s:g} s for {what() if callable(what) else what}")
         time.sleep(step_s)
 
 
