@@ -1,6 +1,5 @@
 // Operations on sources: each is refused, or leaves a source that reads as its own tree says.
 // An input is operations of a few bytes each; behind a byte 0 its own source, else they work on a seed of "sources".
-#include "vcckit/edit/source_edit.h"
 #include "core/files.h"
 #include "vcckit/edit/document_kinds.h"
 #include "vcckit/source/source_tree.h"

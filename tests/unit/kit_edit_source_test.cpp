@@ -1,7 +1,6 @@
 // Operations on documents: the exact text that each leaves, and on the built-in screens that nothing else changes.
 #include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/history.h"
-#include "vcckit/edit/source_edit.h"
 #include "vcckit/record/fields.h"
 #include "vcckit/source/screen_source.h"
 #include "vcckit/source/unpack.h"
@@ -339,7 +338,7 @@ TEST(WindowEdit, ChangesTheLinesThatSayIt) {
         },
         DocumentKind::windows);
     const auto windows = row_of(DocumentKind::windows).describe("+1\n-1\n007\n", "").windows;
-    EXPECT_EQ(windows.at(0).values["title"], "007") << "not the number 7";
+    EXPECT_EQ(windows.at(0)["values"]["title"], "007") << "not the number 7";
 }
 
 TEST(BufferEdit, ChangesTheLinesThatSayIt) {
@@ -422,7 +421,7 @@ TEST(SourceEdit, SplittingTheGroupsLeavesEveryRecordAsItIs) {
     int groups = 0;
     for (const GameScreen& screen : game_screens()) {
         const ScreenSource source = read_screen_source(screen.text);
-        for (const auto& each : describe_screen(screen.text, "").slots) {
+        for (const auto& each : row_of(DocumentKind::screen).describe(screen.text, "").slots) {
             if (each["repeat"].is_null() || each["repeat"]["position"] != 1)
                 continue;
             const auto split = apply(screen.text, DocumentKind::screen, {{whole(Do::split, {slot(each["index"])})}});

@@ -1,5 +1,4 @@
-#include "vcckit/edit/buffer_edit.h"
-
+#include "vcckit/edit/kind_functions.h"
 #include "vcckit/edit/source_model.h"
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/record/names.h"
@@ -57,20 +56,20 @@ std::string without(const std::string& text, const std::vector<std::string_view>
 }
 
 std::string change_buffer(const std::string& text, const Address& address, const Operation& operation) {
-    std::vector<NumberedPart> buffers = buffers_of(text);
-    const auto buffer = std::ranges::find(buffers, address.index, &NumberedPart::number);
-    if (address.of != Address::Of::buffer || buffer == buffers.end())
+    const BufferList list = read_buffer_list(text);
+    const auto listed = std::find_if(list.pictures.rbegin(), list.pictures.rend(), // the last one counts
+                                     [&](const ListedPicture& each) { return each.buffer == address.index; });
+    if (address.of != Address::Of::buffer || listed == list.pictures.rend())
         throw Refused("the list has no " + name_of(address));
     const std::vector<std::string_view> lines = lines_with_ends(text);
-    const auto at = static_cast<std::size_t>(buffer->line) - 1;
-    const std::string before = buffer->values["picture"];
-    if (at >= lines.size() || !lines[at].starts_with(before))
+    const auto at = static_cast<std::size_t>(listed->line) - 1;
+    if (at >= lines.size() || !lines[at].starts_with(listed->path))
         throw Refused("the list has a line that is too long");
     if (operation.what == Do::set && operation.field == "picture") {
         const auto* const picture = std::get_if<std::string>(&operation.value);
         expect_picture(picture ? *picture : "");
         const auto begin = static_cast<std::size_t>(lines[at].data() - text.data());
-        return std::string(text).replace(begin, before.size(), *picture);
+        return std::string(text).replace(begin, listed->path.size(), *picture);
     }
     if (operation.what != Do::remove)
         throw Refused("buffers are made, get another picture, and are taken away");
@@ -81,13 +80,18 @@ std::string change_buffer(const std::string& text, const Address& address, const
 
 } // namespace
 
-std::vector<NumberedPart> buffers_of(std::string_view text) {
-    std::vector<NumberedPart> buffers;
-    for (const ListedPicture& each : read_buffer_list(text).pictures) {
-        std::erase_if(buffers, [&](const NumberedPart& other) { return other.number == each.buffer; });
-        buffers.push_back({each.buffer, each.line, {{"picture", each.path}}});
-    }
-    return buffers;
+Description describe_buffers(const std::string& text, const std::string&) {
+    Description out;
+    const std::vector<ListedPicture> pictures = read_buffer_list(text).pictures;
+    for (auto each = pictures.begin(); each != pictures.end(); ++each)
+        if (std::find_if(each + 1, pictures.end(), // of several the last one counts
+                         [&](const ListedPicture& other) { return other.buffer == each->buffer; }) == pictures.end())
+            out.buffers.push_back(
+                {{"number", each->buffer},
+                 {"line", each->line},
+                 {"protected", text_or_null(name_of_number(Meaning::buffer, each->buffer).value_or(""))},
+                 {"values", {{"picture", each->path}}}});
+    return out;
 }
 
 std::string change_buffers(std::string text, const Operation& operation, const std::string&) {

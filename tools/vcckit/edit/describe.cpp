@@ -1,6 +1,6 @@
-#include "vcckit/edit/describe.h"
-
+// What is written where in a source: the parts of the text that an editor shows beside the records.
 #include "vcckit/check/fixed_slots.h"
+#include "vcckit/edit/kind_functions.h"
 #include "vcckit/edit/source_model.h"
 
 #include "screen/slot.h"
@@ -91,8 +91,7 @@ json describe_record(const SourceModel& model, const RecordTable& record, const 
         out["repeat"] = {
             {"first", record.first}, {"count", record.count}, {"step", record.step}, {"position", record.position}};
     if (slot) {
-        const std::string role = role_of_fixed_slot(screen_name(model.root(), screen), record.index());
-        out["protected"] = role.empty() ? json() : json(role);
+        out["protected"] = text_or_null(role_of_fixed_slot(screen_name(model.root(), screen), record.index()));
         out["look_written"] = json::object();
         add_looks(out, layers, true);
     }

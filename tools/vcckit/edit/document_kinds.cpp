@@ -1,10 +1,7 @@
 #include "vcckit/edit/document_kinds.h"
 
-#include "vcckit/edit/buffer_edit.h"
-#include "vcckit/edit/field_edit.h"
-#include "vcckit/edit/record_edit.h"
+#include "vcckit/edit/kind_functions.h"
 #include "vcckit/edit/source_model.h"
-#include "vcckit/edit/window_edit.h"
 #include "vcckit/text/latin1.h"
 
 #include "platform/latin1.h"
@@ -16,47 +13,6 @@
 namespace vcc::kit::edit {
 
 namespace {
-
-using Do = Operation::Do;
-
-std::optional<std::size_t> language_of(const std::string& code) {
-    if (code.empty())
-        return std::nullopt;
-    for (std::size_t i = 0; i < languages.size(); ++i)
-        if (languages[i].code == code)
-            return i;
-    throw Refused("\"" + code + "\" is no language: there are en and de");
-}
-
-std::string change_field(const std::string& text, const Address& address, const Operation& operation) {
-    const auto language = language_of(operation.language);
-    Opened at(text, address);
-    if (operation.what == Do::set)
-        set_field(at, operation.field, language, operation.value);
-    else
-        unset_field(at, operation.field, language);
-    return at.edits.result();
-}
-
-std::string change_screen(std::string text, const Operation& operation, const std::string& screen) {
-    switch (operation.what) {
-    case Do::create:
-        return create_record(text, operation);
-    case Do::move:
-    case Do::resize:
-        return move_or_resize(std::move(text), operation);
-    case Do::copy:
-        return copy_record(text, operation);
-    case Do::renumber:
-        return renumber_record(text, operation, screen);
-    default: // to one address after the other, on what the ones before have left
-        for (const Address& address : operation.of)
-            text = operation.what == Do::remove  ? remove_record(text, address, screen)
-                   : operation.what == Do::split ? split_group(text, address)
-                                                 : change_field(text, address, operation);
-        return text;
-    }
-}
 
 std::string fault_of_screen(const std::string& text) {
     const auto tree = read_source_tree(text);
@@ -72,17 +28,8 @@ std::string fault_of_buffers(const std::string& text) {
     return read_buffer_list(text).pictures.empty() ? "names no picture" : "";
 }
 
-Description describe_windows(const std::string& text, const std::string&) {
-    Description out;
-    out.windows = windows_of(text);
-    return out;
-}
-
-Description describe_buffers(const std::string& text, const std::string&) {
-    Description out;
-    out.buffers = buffers_of(text);
-    return out;
-}
+/// Texts read again for every part of every operation: bytes times parts.
+constexpr std::size_t work_limit = 512u << 20;
 
 constexpr KindRow kinds[] = {
     {"screen", ".toml", false, true, change_screen, describe_screen, fault_of_screen},
@@ -110,6 +57,44 @@ std::string text_of_bytes(const std::string& bytes, DocumentKind kind) {
 
 std::optional<std::string> bytes_of_text(const std::string& text, DocumentKind kind) {
     return row_of(kind).packed ? text : to_latin1(text);
+}
+
+std::string apply(std::string text, DocumentKind kind, std::span<const Operation> operations,
+                  const std::string& screen) {
+    std::size_t parts = 0;
+    for (const Operation& operation : operations)
+        parts += std::max<std::size_t>(1, operation.of.size());
+    if (parts > operation_limit)
+        throw Refused("more than " + std::to_string(operation_limit) + " operations at once");
+    if (parts * text.size() > work_limit)
+        throw Refused("too many operations at once for a source of this size");
+    for (const Operation& operation : operations) {
+        if (operation.what == Operation::Do::replace_text) {
+            text = operation.text;
+        } else {
+            std::string next = row_of(kind).change(text, operation, screen);
+            if (const std::string fault = next == text ? "" : row_of(kind).fault(next); !fault.empty())
+                throw Refused("the change does not fit into the source as it is written: " + fault);
+            text = std::move(next);
+        }
+        if (text.size() > document_limit)
+            throw Refused("the text would be longer than " + std::to_string(document_limit) + " bytes");
+    }
+    return text;
+}
+
+std::string label_of(std::span<const Operation> operations) {
+    if (operations.empty())
+        return "Change nothing";
+    const Operation& first = operations.front();
+    std::string label = std::ranges::find(operation_rows, first.what, &OperationRow::what)->verb;
+    if (!first.field.empty())
+        label += " " + first.field + " of";
+    if (first.what == Operation::Do::create && first.of.empty())
+        label += " slot " + std::to_string(first.to);
+    else if (!first.of.empty())
+        label += " " + (first.of.size() > 1 ? std::to_string(first.of.size()) + " records" : name_of(first.of.front()));
+    return label;
 }
 
 } // namespace vcc::kit::edit

@@ -336,12 +336,6 @@ void expect_field_of(const Subject& subject, const Field& field) {
         throw Refused("a toggle record has no looks");
 }
 
-} // namespace
-
-bool varies(const Field& field) {
-    return field.form == FieldForm::number || field.form == FieldForm::text || field.form == FieldForm::word;
-}
-
 void set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value) {
     if (const auto entry = repeat_entry(field))
         return set_repeat(at, *entry, value);
@@ -393,6 +387,31 @@ void unset_field(Opened& at, std::string_view field, std::optional<std::size_t> 
             remove_member(edits, member);
         else
             edits.replace(member.key_span, table->prefix + std::string(field));
+}
+
+std::optional<std::size_t> language_of(const std::string& code) {
+    if (code.empty())
+        return std::nullopt;
+    for (std::size_t i = 0; i < languages.size(); ++i)
+        if (languages[i].code == code)
+            return i;
+    throw Refused("\"" + code + "\" is no language: there are en and de");
+}
+
+} // namespace
+
+bool varies(const Field& field) {
+    return field.form == FieldForm::number || field.form == FieldForm::text || field.form == FieldForm::word;
+}
+
+std::string change_field(const std::string& text, const Address& address, const Operation& operation) {
+    const auto language = language_of(operation.language);
+    Opened at(text, address);
+    if (operation.what == Operation::Do::set)
+        set_field(at, operation.field, language, operation.value);
+    else
+        unset_field(at, operation.field, language);
+    return at.edits.result();
 }
 
 void shift_field(Opened& at, std::string_view field, const LanguageSet& in, const std::set<int>& positions,

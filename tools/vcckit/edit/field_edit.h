@@ -15,9 +15,8 @@ namespace vcc::kit::edit {
 /// Whether its values may differ by language and repetition.
 bool varies(const Field& field);
 
-/// All take the language by its number in vcc::languages, nothing for every language.
-void set_field(Opened& at, std::string_view field, std::optional<std::size_t> language, const Value& value);
-void unset_field(Opened& at, std::string_view field, std::optional<std::size_t> language);
+/// The text after an operation that sets or unsets a field of one of its addresses. Throws Refused.
+std::string change_field(const std::string& text, const Address& address, const Operation& operation);
 
 /// Adds to the written number in the given languages; in a group to what these repetitions have of their own, else to
 /// what all have.

@@ -1,8 +1,6 @@
 // What an editor asks for: changes of a document in the terms of screens, not of texts.
 #pragma once
 
-#include <nlohmann/json.hpp>
-
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
@@ -32,13 +30,6 @@ struct Address {
     std::string look{};  ///< of a slot or style: "", "highlight" or "pressed"
 
     bool operator==(const Address&) const = default;
-};
-
-/// What a text that is no source says of one of its parts.
-struct NumberedPart {
-    int number = 0;
-    int line = 0;                                     ///< from 1
-    nlohmann::json values = nlohmann::json::object(); ///< by name; what later lines say counts
 };
 
 /// A number; a flag; or a text in UTF-8, which names a number in a number field.

@@ -1,5 +1,5 @@
 #include "vcckit/edit/field_edit.h"
-#include "vcckit/edit/record_edit.h"
+#include "vcckit/edit/kind_functions.h"
 
 #include "core/geometry.h"
 

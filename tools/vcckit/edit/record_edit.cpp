@@ -1,4 +1,4 @@
-#include "vcckit/edit/record_edit.h"
+#include "vcckit/edit/kind_functions.h"
 
 #include "vcckit/check/fixed_slots.h"
 #include "vcckit/edit/field_edit.h"
@@ -294,8 +294,6 @@ std::string create_style(const std::string& text, const SourceModel& model, cons
     return edits.result();
 }
 
-} // namespace
-
 std::string create_record(const std::string& text, const Operation& operation) {
     const Address what = operation.of.empty() ? Address() : operation.of.front();
     const SourceModel model(text);
@@ -374,6 +372,28 @@ std::string renumber_record(const std::string& text, const Operation& operation,
         expect_not_fixed(at.model, screen, record.kind, record.index_of(position));
     Renumbering(at, operation.to).run();
     return at.edits.result();
+}
+
+} // namespace
+
+std::string change_screen(std::string text, const Operation& operation, const std::string& screen) {
+    switch (operation.what) {
+    case Operation::Do::create:
+        return create_record(text, operation);
+    case Operation::Do::move:
+    case Operation::Do::resize:
+        return move_or_resize(std::move(text), operation);
+    case Operation::Do::copy:
+        return copy_record(text, operation);
+    case Operation::Do::renumber:
+        return renumber_record(text, operation, screen);
+    default: // to one address after the other, on what the ones before have left
+        for (const Address& address : operation.of)
+            text = operation.what == Operation::Do::remove  ? remove_record(text, address, screen)
+                   : operation.what == Operation::Do::split ? split_group(text, address)
+                                                            : change_field(text, address, operation);
+        return text;
+    }
 }
 
 } // namespace vcc::kit::edit

@@ -1,6 +1,5 @@
-#include "vcckit/edit/window_edit.h"
-
 #include "vcckit/check/fixed_slots.h"
+#include "vcckit/edit/kind_functions.h"
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/record/window_fields.h"
 #include "vcckit/text/lines.h"
@@ -18,6 +17,7 @@ namespace vcc::kit::edit {
 
 namespace {
 
+using nlohmann::json;
 using Do = Operation::Do;
 
 /// The first field with a key that is so; null without one.
@@ -333,25 +333,32 @@ std::string change_windows(std::string text, const Operation& operation, const s
     return text;
 }
 
-std::vector<NumberedPart> windows_of(std::string_view text) {
-    std::vector<NumberedPart> windows;
+Description describe_windows(const std::string& text, const std::string&) {
+    Description out;
     for (const TextLine& line : window_lines(text)) {
+        const bool blank = line.kind == Kind::title && is_blank(line.text);
         if (line.window == no_window || line.kind == Kind::comment)
             continue;
-        auto window = std::ranges::find(windows, line.window, &NumberedPart::number);
-        if (window == windows.end()) {
-            if (line.kind == Kind::title && is_blank(line.text))
+        auto window =
+            std::ranges::find_if(out.windows, [&](const json& each) { return each["number"] == line.window; });
+        if (window == out.windows.end()) {
+            if (blank)
                 continue;
-            window = windows.insert(windows.end(), {line.window, line_at(text, line.span.begin)});
+            out.windows.push_back({{"number", line.window},
+                                   {"line", line_at(text, line.span.begin)},
+                                   {"protected", text_or_null(role_of_fixed_window(line.window))},
+                                   {"values", json::object()}});
+            window = std::prev(out.windows.end());
         }
+        json& values = (*window)["values"];
         if (line.field)
-            window->values[line.field->name] = line.number();
-        else if (line.kind == Kind::title && !is_blank(line.text))
-            window->values["title"] = line.text;
+            values[line.field->name] = line.number();
+        else if (line.kind == Kind::title && !blank)
+            values["title"] = line.text;
         else
-            window->values.erase("title"); // a heading begins anew, and a blank line is an empty title
+            values.erase("title"); // a heading begins anew, and a blank line is an empty title
     }
-    return windows;
+    return out;
 }
 
 } // namespace vcc::kit::edit

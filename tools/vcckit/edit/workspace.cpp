@@ -1,7 +1,6 @@
 #include "vcckit/edit/workspace.h"
 
 #include "vcckit/edit/document_kinds.h"
-#include "vcckit/edit/source_edit.h"
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/source/packed_screen.h"
 

@@ -1,7 +1,7 @@
 #include "vcckit/serve/document_json.h"
 
 #include "vcckit/check/fixed_slots.h"
-#include "vcckit/edit/document_kinds.h"
+#include "vcckit/edit/kind_functions.h"
 #include "vcckit/faults/fault_codes.h"
 #include "vcckit/record/fields.h"
 #include "vcckit/text/latin1.h"
@@ -21,10 +21,6 @@ namespace vcc::kit::edit {
 using nlohmann::json;
 
 namespace {
-
-json text_or_null(const std::string& text) {
-    return text.empty() ? json() : json(text);
-}
 
 json rect_json(int x1, int y1, int x2, int y2) {
     return json::array({x1, y1, x2 - x1, y2 - y1});
@@ -122,26 +118,10 @@ json toggles_json(const Reading& reading, const WindowSets& windows) {
     return toggles;
 }
 
-json part_json(const NumberedPart& part, const std::string& role) {
-    return {{"number", part.number}, {"line", part.line}, {"protected", text_or_null(role)}, {"values", part.values}};
-}
-
-json buffers_json(const Description& description) {
-    json all = json::array();
-    for (const NumberedPart& buffer : description.buffers)
-        all.push_back(part_json(buffer, name_of_number(Meaning::buffer, buffer.number).value_or("")));
-    return all;
-}
-
-json windows_json(const Description& description, const std::array<TextWindow, text_window_count>& windows) {
-    json all = json::array();
-    for (const NumberedPart& window : description.windows) {
-        if (window.number < 0 || window.number >= text_window_count)
-            continue;
-        all.push_back(part_json(window, role_of_fixed_window(window.number)));
-        all.back()["rect"] = rect_of_window(windows[static_cast<std::size_t>(window.number)]);
-    }
-    return all;
+json windows_json(json described, const std::array<TextWindow, text_window_count>& windows) {
+    for (json& window : described)
+        window["rect"] = rect_of_window(windows.at(window["number"]));
+    return described;
 }
 
 } // namespace
@@ -216,8 +196,8 @@ json document_json(const Document& document, const Reading& reading, const Windo
             {"stale", reading.stale},
             {"names", std::move(names)},
             {"styles", reading.description.styles},
-            {"windows", windows_json(reading.description, windows[german ? 1 : 0])},
-            {"buffers", buffers_json(reading.description)},
+            {"windows", windows_json(reading.description.windows, windows[german ? 1 : 0])},
+            {"buffers", reading.description.buffers},
             {"slots", std::move(slots)},
             {"toggles", toggles_json(reading, windows)},
             {"faults", std::move(faults)}};
