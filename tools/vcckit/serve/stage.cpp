@@ -111,7 +111,7 @@ void Stage::link_below(const fs::path& name, int depth) {
         const bool is_own = next == "tools" || next == "tools/language" || next.parent_path() == "tools/language";
         if (each->is_directory(ignored) && (is_own || !each->is_symlink(ignored)))
             link_below(next, depth + 1);
-        else if (!fs::exists(fs::symlink_status(place, ignored)) && !removed_.contains(place.string()) && !is_log(next))
+        else if (!fs::exists(fs::symlink_status(place, ignored)) && !own_.contains(place.string()) && !is_log(next))
             fs::create_symlink(each->path(), place, ignored);
     }
 }
@@ -121,7 +121,6 @@ void Stage::begin_anew() {
     for (const auto& [place, bytes] : own_)
         fs::remove(place, ignored);
     own_.clear();
-    removed_.clear();
     follow();
 }
 
@@ -129,36 +128,27 @@ bool Stage::is_in_step(const fs::path& file) const {
     const fs::path place = folder_ / file.lexically_relative(installation_);
     const auto own = own_.find(place.string());
     std::error_code error;
-    if (own == own_.end())
-        return removed_.contains(place.string()) && !fs::exists(file, error);
+    if (own == own_.end() || !own->second)
+        return own != own_.end() && !fs::exists(file, error);
     const auto bytes = read_file(file.string());
-    return bytes && *bytes == own->second;
+    return bytes && *bytes == *own->second;
 }
 
-std::string Stage::place_of(const std::string& name) const {
-    return platform::resolve_path((folder_ / name).string());
-}
-
-Result<bool> Stage::put_file(const std::string& name, const std::string& bytes) {
-    const std::string place = place_of(name);
+Result<bool> Stage::put_file(const std::string& name, std::optional<std::string> bytes) {
+    const std::string place = platform::resolve_path((folder_ / name).string());
     const auto known = own_.find(place);
-    if (known != own_.end() && known->second == bytes)
+    if (bytes && known != own_.end() && known->second == bytes)
         return false;
-    // In the place of a link, not through it.
-    if (std::string reason = put_quickly(place, bytes); !reason.empty())
-        return Failure{std::move(reason)};
-    own_[place] = bytes;
-    removed_.erase(place);
-    return true;
-}
-
-std::string Stage::remove_file(const std::string& name) {
-    const std::string place = place_of(name);
     std::error_code error;
-    own_.erase(place);
-    removed_.insert(place);
-    fs::remove(place, error);
-    return error ? "cannot remove " + place + ": " + error.message() : "";
+    std::string reason;
+    if (bytes)
+        reason = put_quickly(place, *bytes); // in the place of a link, not through it
+    else if (fs::remove(place, error); error)
+        reason = "cannot remove " + place + ": " + error.message();
+    if (!reason.empty())
+        return Failure{std::move(reason)};
+    own_[place] = std::move(bytes);
+    return true;
 }
 
 std::string Stage::put(const Screen& screen) {
@@ -168,8 +158,9 @@ std::string Stage::put(const Screen& screen) {
         const std::string toggles = fs::path(name).replace_extension(".tgl").string();
         std::string reason = put_file(name, slot_file_bytes(records.slots)).reason();
         if (reason.empty())
-            reason = records.has_toggle_file ? put_file(toggles, slot_file_bytes(records.toggles)).reason()
-                                             : remove_file(toggles);
+            reason = put_file(toggles,
+                              records.has_toggle_file ? std::optional(slot_file_bytes(records.toggles)) : std::nullopt)
+                         .reason();
         if (!reason.empty())
             return reason;
     }

@@ -8,7 +8,7 @@
 
 #include <filesystem>
 #include <map>
-#include <set>
+#include <optional>
 #include <string>
 
 namespace vcc::kit::edit {
@@ -29,8 +29,8 @@ public:
     /// Puts the slot and toggle files of a screen in place. The reason of a failure, else an empty text.
     std::string put(const Screen& screen);
 
-    /// Puts a file in place, named as the program names it. True when it has changed.
-    Result<bool> put_file(const std::string& name, const std::string& bytes);
+    /// Puts a file in place, named as the program names it, or takes it away. True when it has changed.
+    Result<bool> put_file(const std::string& name, std::optional<std::string> bytes);
 
     /// Lets the links follow what was added to the installation and taken from it.
     void follow();
@@ -46,12 +46,10 @@ public:
 
 private:
     void link_below(const std::filesystem::path& name, int depth);
-    std::string place_of(const std::string& name) const;
-    std::string remove_file(const std::string& name);
 
     std::filesystem::path installation_, folder_;
-    std::map<std::string, std::string> own_; ///< files that are no links: path and bytes
-    std::set<std::string> removed_;          ///< files that the working texts do without
+    /// Files that are no links: path and bytes; those that the working texts do without have none.
+    std::map<std::string, std::optional<std::string>> own_;
     std::string left_out_;
     std::size_t count_ = 0; ///< of what the folder holds
 };
