@@ -13,11 +13,13 @@ std::string as_sent(const std::string& event, const std::string& data) {
 } // namespace
 
 void Events::send(const std::string& event) {
-    for (auto& [listener, events] : waiting_) {
-        if (events.size() == event_limit)
-            events.pop_front();
-        events.push_back(event);
-    }
+    std::erase_if(listeners_, [](const auto& listener) { return listener.expired(); });
+    for (const auto& listener : listeners_)
+        if (const Listener events = listener.lock()) {
+            if (events->size() == event_limit)
+                events->pop_front();
+            events->push_back(event);
+        }
     news_.notify_all();
 }
 
@@ -37,34 +39,26 @@ void Events::close() {
     news_.notify_all();
 }
 
-std::uint64_t Events::listen() {
+Events::Listener Events::listen() {
     const std::lock_guard lock(mutex_);
-    std::deque<std::string>& events = waiting_[++last_];
+    const auto events = std::make_shared<std::deque<std::string>>();
     for (const auto& [name, event] : states_)
-        events.push_back(event);
-    return last_;
+        events->push_back(event);
+    listeners_.push_back(events);
+    return events;
 }
 
-void Events::leave(std::uint64_t listener) {
-    const std::lock_guard lock(mutex_);
-    waiting_.erase(listener);
-}
-
-std::optional<std::string> Events::next(std::uint64_t listener, std::chrono::milliseconds limit) {
+std::optional<std::string> Events::next(const Listener& events, std::chrono::milliseconds limit) {
     std::unique_lock lock(mutex_);
-    const auto found = waiting_.find(listener);
-    if (found == waiting_.end())
-        return std::nullopt;
-    std::deque<std::string>& events = found->second;
-    news_.wait_for(lock, limit, [&] { return closed_ || !events.empty(); });
+    news_.wait_for(lock, limit, [&] { return closed_ || !events->empty(); });
     if (closed_)
         return std::nullopt;
-    if (events.empty())
+    if (events->empty())
         return ": still here\n\n";
     std::string all;
-    for (const std::string& each : events)
+    for (const std::string& each : *events)
         all += each;
-    events.clear();
+    events->clear();
     return all;
 }
 

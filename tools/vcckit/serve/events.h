@@ -3,12 +3,13 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <cstdint>
 #include <deque>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vcc::kit::edit {
 
@@ -25,21 +26,21 @@ public:
     /// Ends all waiting, for good.
     void close();
 
-    std::uint64_t listen();
-    void leave(std::uint64_t listener);
+    /// What waits for a listener, who listens as long as it lives.
+    using Listener = std::shared_ptr<std::deque<std::string>>;
+    Listener listen();
 
     /// What a listener is sent next: events as the protocol has them, or a comment when there was none for `limit`.
     /// Nothing when it is over.
-    std::optional<std::string> next(std::uint64_t listener, std::chrono::milliseconds limit);
+    std::optional<std::string> next(const Listener& events, std::chrono::milliseconds limit);
 
 private:
     void send(const std::string& event);
 
     std::mutex mutex_;
     std::condition_variable news_;
-    std::map<std::uint64_t, std::deque<std::string>> waiting_; ///< events by listener
-    std::map<std::string, std::string> states_;                ///< the last event of each kind
-    std::uint64_t last_ = 0;
+    std::vector<std::weak_ptr<std::deque<std::string>>> listeners_;
+    std::map<std::string, std::string> states_; ///< the last event of each kind
     bool closed_ = false;
 };
 

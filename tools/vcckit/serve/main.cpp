@@ -61,11 +61,11 @@ int serve(Session& session, int port, bool browser, const std::future<void>& ask
         return complain(reason);
     std::printf("%s\n", server.address().c_str());
     std::fflush(stdout);
-    std::thread watcher([&] {
+    std::jthread watcher([&] {
         for (auto changed = watch.wait(); !changed.empty(); changed = watch.wait())
             session.follow(changed);
     });
-    std::thread checker([&] { session.check_behind(); }), answers([&] { server.run(); });
+    std::jthread checker([&] { session.check_behind(); }), answers([&] { server.run(); });
     if (browser)
         if (const auto started = start_process({"xdg-open", server.address()}, "/"); !started)
             complain(started.reason()); // the address can be opened by hand
@@ -73,8 +73,6 @@ int serve(Session& session, int port, bool browser, const std::future<void>& ask
     server.stop();
     watch.stop();
     session.stop();
-    for (std::thread* const thread : {&watcher, &checker, &answers})
-        thread->join();
     return 0;
 }
 

@@ -5,8 +5,6 @@
 
 #include "core/files.h"
 
-#include <httplib.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -90,24 +88,10 @@ void send(httplib::Response& response, Answer answer) {
 
 } // namespace
 
-struct Server::Parts {
-    explicit Parts(Session& s) : session(s), key(new_key()) {}
-
-    std::optional<Answer> refuse(const httplib::Request& request) const;
-    Answer answer_get(const std::string& name, const httplib::Request& request);
-    Answer answer_post(const std::string& name, const httplib::ContentReader& reader);
-    void send_events(httplib::Response& response);
-    std::string name_in(const httplib::Request& request) const { return request.path.substr(key.size() + 2); }
-
-    Session& session;
-    std::string key;
-    int port = 0;
-    httplib::Server http;
-};
-
 /// Why a request gets nothing, whatever it asks for.
-std::optional<Answer> Server::Parts::refuse(const httplib::Request& request) const {
-    const std::string own = std::string(host) + ":" + std::to_string(port), local = "localhost:" + std::to_string(port);
+std::optional<Answer> Server::refuse(const httplib::Request& request) const {
+    const std::string own = std::string(host) + ":" + std::to_string(port_),
+                      local = "localhost:" + std::to_string(port_);
     const std::string asked = request.get_header_value("Host");
     if (request.get_header_value_count("Host") != 1 || (asked != own && asked != local))
         return refusal(status::forbidden, "this server has another name");
@@ -117,7 +101,7 @@ std::optional<Answer> Server::Parts::refuse(const httplib::Request& request) con
         !site.empty() && site != "same-origin" && site != "none")
         return refusal(status::forbidden, "a page of another origin asks");
     const std::size_t end = request.path.find('/', 1);
-    if (end == std::string::npos || !same_key(key, request.path.substr(1, end - 1)))
+    if (end == std::string::npos || !same_key(key_, request.path.substr(1, end - 1)))
         return refusal(status::forbidden, "the key is wrong: use the address that vcckit edit has printed");
     if (request.method != "GET" && request.method != "POST")
         return refusal(status::wrong_method, "GET and POST are answered");
@@ -129,8 +113,8 @@ std::optional<Answer> Server::Parts::refuse(const httplib::Request& request) con
     return std::nullopt;
 }
 
-Answer Server::Parts::answer_get(const std::string& name, const httplib::Request& request) {
-    if (auto answer = session.get(name, parameters_of(request)))
+Answer Server::answer_get(const std::string& name, const httplib::Request& request) {
+    if (auto answer = session_.get(name, parameters_of(request)))
         return std::move(*answer);
     const std::string_view wanted = name.empty() ? std::string_view("index.html") : name;
     for (const EmbeddedFile& file : editor_files())
@@ -139,7 +123,7 @@ Answer Server::Parts::answer_get(const std::string& name, const httplib::Request
     return refusal(status::not_found, "there is no " + name);
 }
 
-Answer Server::Parts::answer_post(const std::string& name, const httplib::ContentReader& reader) {
+Answer Server::answer_post(const std::string& name, const httplib::ContentReader& reader) {
     std::string text;
     std::size_t sent = 0;
     const bool is_whole = reader([&](const char* bytes, std::size_t size) {
@@ -151,59 +135,54 @@ Answer Server::Parts::answer_post(const std::string& name, const httplib::Conten
         return refusal(status::too_large, too_large_reason);
     if (!is_whole)
         return refusal(status::bad_request, "the request cannot be read");
-    return session.post(name, text);
+    return session_.post(name, text);
 }
 
-void Server::Parts::send_events(httplib::Response& response) {
-    Events& events = session.events();
-    const std::uint64_t listener = events.listen();
-    response.set_chunked_content_provider(
-        "text/event-stream",
-        [&events, listener, begun = false](std::size_t, httplib::DataSink& sink) mutable {
-            // The first answer tells the page that it hears.
-            const auto news = begun ? events.next(listener, comment_time) : std::optional<std::string>(": hello\n\n");
-            begun = true;
-            if (!news) {
-                sink.done();
-                return true;
-            }
-            return sink.write(news->data(), news->size());
-        },
-        [&events, listener](bool) { events.leave(listener); });
+void Server::send_events(httplib::Response& response) {
+    Events& events = session_.events();
+    response.set_chunked_content_provider("text/event-stream", [&events, listener = events.listen(), begun = false](
+                                                                   std::size_t, httplib::DataSink& sink) mutable {
+        // The first answer tells the page that it hears.
+        const auto news = begun ? events.next(listener, comment_time) : std::optional<std::string>(": hello\n\n");
+        begun = true;
+        if (!news) {
+            sink.done();
+            return true;
+        }
+        return sink.write(news->data(), news->size());
+    });
 }
 
-Server::Server(Session& session) : parts_(std::make_unique<Parts>(session)) {
-    httplib::Server& http = parts_->http;
-    http.new_task_queue = [] { return new httplib::ThreadPool(threads); };
-    http.set_default_headers(safe_headers);
-    http.set_payload_max_length(drain_limit);
-    http.set_keep_alive_timeout(keep_alive_s);
-    http.set_keep_alive_max_count(1000); // a page asks for some sixty files
-    http.set_tcp_nodelay(true);
-    http.set_socket_options([](socket_t socket) { // no second server may listen on the same port
+Server::Server(Session& session) : session_(session), key_(new_key()) {
+    http_.new_task_queue = [] { return new httplib::ThreadPool(threads); };
+    http_.set_default_headers(safe_headers);
+    http_.set_payload_max_length(drain_limit);
+    http_.set_keep_alive_timeout(keep_alive_s);
+    http_.set_keep_alive_max_count(1000); // a page asks for some sixty files
+    http_.set_tcp_nodelay(true);
+    http_.set_socket_options([](socket_t socket) { // no second server may listen on the same port
         const int yes = 1;
         ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     });
-    http.set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
-        auto refused = parts_->refuse(request);
+    http_.set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
+        auto refused = refuse(request);
         if (!refused)
             return httplib::Server::HandlerResponse::Unhandled;
         send(response, std::move(*refused));
         return httplib::Server::HandlerResponse::Handled;
     });
-    http.Get(".*", [this](const httplib::Request& request, httplib::Response& response) {
-        const std::string name = parts_->name_in(request);
+    http_.Get(".*", [this](const httplib::Request& request, httplib::Response& response) {
+        const std::string name = name_in(request);
         if (name == "events")
-            parts_->send_events(response);
+            send_events(response);
         else
-            send(response, parts_->answer_get(name, request));
+            send(response, answer_get(name, request));
     });
-    http.Post(".*", [this](const httplib::Request& request, httplib::Response& response,
-                           const httplib::ContentReader& reader) {
-        send(response, parts_->answer_post(parts_->name_in(request), reader));
-    });
+    http_.Post(".*",
+               [this](const httplib::Request& request, httplib::Response& response,
+                      const httplib::ContentReader& reader) { send(response, answer_post(name_in(request), reader)); });
     // What the library refuses by itself gets a reason, too.
-    http.set_error_handler(httplib::Server::Handler([](const httplib::Request&, httplib::Response& response) {
+    http_.set_error_handler(httplib::Server::Handler([](const httplib::Request&, httplib::Response& response) {
         if (response.body.empty())
             send(response,
                  refusal(response.status,
@@ -211,41 +190,31 @@ Server::Server(Session& session) : parts_(std::make_unique<Parts>(session)) {
     }));
 }
 
-Server::~Server() = default;
-
 std::string Server::bind(int port, const std::string& memory) {
-    if (parts_->key.empty())
+    if (key_.empty())
         return std::string("the system has no random numbers: ") + std::strerror(errno);
     const std::string file = memory + "/address";
     std::istringstream kept(memory.empty() ? "" : read_file(file).value_or(""));
     int before = 0;
-    if (std::string key; kept >> before >> key && key.size() == parts_->key.size() && before > 0 && before < 65536 &&
+    if (std::string key; kept >> before >> key && key.size() == key_.size() && before > 0 && before < 65536 &&
                          key.find_first_not_of("0123456789abcdef") == std::string::npos) {
-        parts_->key = key;
-        if (port == 0 && parts_->http.bind_to_port(host, before))
-            parts_->port = before;
+        key_ = key;
+        if (port == 0 && http_.bind_to_port(host, before))
+            port_ = before;
     }
-    if (port == 0 && parts_->port == 0)
-        parts_->port = std::max(parts_->http.bind_to_any_port(host), 0);
-    else if (port != 0 && parts_->http.bind_to_port(host, port))
-        parts_->port = port;
-    if (parts_->port == 0)
+    if (port == 0 && port_ == 0)
+        port_ = std::max(http_.bind_to_any_port(host), 0);
+    else if (port != 0 && http_.bind_to_port(host, port))
+        port_ = port;
+    if (port_ == 0)
         return "cannot listen on port " + std::to_string(port) + " of " + host + ": " + std::strerror(errno);
     if (!memory.empty()) // without it, the next address is another one
-        put_quickly(file, std::to_string(parts_->port) + " " + parts_->key + "\n", 0600);
+        put_quickly(file, std::to_string(port_) + " " + key_ + "\n", 0600);
     return {};
 }
 
 std::string Server::address() const {
-    return "http://" + std::string(host) + ":" + std::to_string(parts_->port) + "/" + parts_->key + "/";
-}
-
-void Server::run() {
-    parts_->http.listen_after_bind();
-}
-
-void Server::stop() {
-    parts_->http.stop();
+    return "http://" + std::string(host) + ":" + std::to_string(port_) + "/" + key_ + "/";
 }
 
 } // namespace vcc::kit::edit
