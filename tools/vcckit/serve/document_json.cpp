@@ -19,6 +19,7 @@
 namespace vcc::kit::edit {
 
 using nlohmann::json;
+using platform::utf8_from_latin1;
 
 namespace {
 
@@ -58,7 +59,8 @@ json record_json(const Slot& slot, const SourceNames& names, const std::array<Te
                 shown[std::string(field.name)] = *name;
     }
     for (const Field& field : text_fields())
-        values[std::string(field.name)] = utf8_of(bytes_of(slot, field).substr(0, bytes_of(slot, field).find('\0')));
+        values[std::string(field.name)] =
+            utf8_from_latin1(bytes_of(slot, field).substr(0, bytes_of(slot, field).find('\0')));
     const Rect area = slot_rect(slot);
     json frame = rect_json(area.x1, area.y1, area.x2, area.y2);
     const bool boxed = slot.graphic == 0 && slot.box_width != 0 && slot.box_height != 0;
@@ -73,7 +75,7 @@ json record_json(const Slot& slot, const SourceNames& names, const std::array<Te
             {"cell", {cell_width(slot.font), cell_height(slot.font)}},
             {"kind", kind_of(slot)},
             {"boxed", boxed},
-            {"text", utf8_of(text_of(slot.text))},
+            {"text", utf8_from_latin1(text_of(slot.text))},
             {"hidden", is_hidden(slot)},
             {"selectable", is_selectable(slot)}};
 }
@@ -96,7 +98,7 @@ json slot_json(const json& described, const Reading& reading, const WindowSets& 
     json out = described;
     const auto index = described["index"].get<std::size_t>();
     const std::vector<Slot>& slots = reading.screen.records[0].slots;
-    out["name"] = index < slots.size() ? utf8_of(text_of(slots[index].name)) : "";
+    out["name"] = index < slots.size() ? utf8_from_latin1(text_of(slots[index].name)) : "";
     out["activated"] = index < slots.size() ? slots[index].activated : 0;
     out["languages"] = languages_json(reading, &ScreenRecords::slots, index, windows);
     return out;
@@ -130,10 +132,6 @@ std::string text_of_json(const json& object) {
     return object.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
-std::string utf8_of(std::string_view text) {
-    return platform::utf8_from_latin1(text);
-}
-
 int slot_of_fault(const Fault& fault) {
     constexpr std::string_view slot = "slot ";
     int index = -1;
@@ -145,24 +143,22 @@ int slot_of_fault(const Fault& fault) {
 json fault_json(const Fault& fault, const std::string& document, int slot) {
     const std::string code = code_text(fault.code);
     const FaultRow* const row = find_fault_row(code);
-    // Texts of sources are UTF-8, those of other files are not.
-    const auto text = [](const std::string& told) { return is_utf8(told) ? told : utf8_of(told); };
     json object{{"code", code},
-                {"problem", text(fault.problem)},
-                {"advice", text(fault.advice)},
+                {"problem", as_utf8(fault.problem)},
+                {"advice", as_utf8(fault.advice)},
                 {"line", fault.line},
                 {"column", fault.column},
                 {"width", fault.width},
                 {"slot", slot >= 0 ? json(slot) : json()},
-                {"where", text(fault.where)},
-                {"field", text(fault.field)},
-                {"file", text(fault.file)},
+                {"where", as_utf8(fault.where)},
+                {"field", as_utf8(fault.field)},
+                {"file", as_utf8(fault.file)},
                 {"document", text_or_null(document)},
                 {"fatal", fault.fatal},
                 {"title", row ? std::string(row->title) : ""},
                 {"explanation", row ? std::string(row->explanation) : ""}};
     if (!fault.nearest.empty())
-        object["nearest"] = text(fault.nearest);
+        object["nearest"] = as_utf8(fault.nearest);
     return object;
 }
 

@@ -42,7 +42,4 @@ int slot_of_fault(const Fault& fault);
 /// One line; bytes that are not UTF-8 are replaced.
 std::string text_of_json(const nlohmann::json& object);
 
-/// Texts of the program's files, Windows Latin-1, as the page gets them.
-std::string utf8_of(std::string_view text);
-
 } // namespace vcc::kit::edit

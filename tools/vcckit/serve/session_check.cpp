@@ -48,14 +48,12 @@ void Session::check_once(Lock& held) {
         const std::uint64_t seen = changes_;
         Installation installation;
         Faults faults;
-        bool whole = true;
-        for (const Check& each : checks()) {
-            if (waiting_ > 0 && interruption < most_interruptions) {
-                whole = false;
-                break;
-            }
-            each.run(installation, faults);
-        }
+        const bool whole = std::ranges::all_of(checks(), [&](const Check& each) {
+            const bool goes_on = waiting_ == 0 || interruption >= most_interruptions;
+            if (goes_on)
+                each.run(installation, faults);
+            return goes_on;
+        });
         if (whole) {
             json told = json::array();
             for (const Fault& fault : merged(std::move(faults)))

@@ -11,6 +11,7 @@
 #include "core/geometry.h"
 #include "core/lines.h"
 #include "display/buffers.h"
+#include "platform/latin1.h"
 #include "screen/buffer_list.h"
 #include "screen/colours.h"
 #include "sound/sound.h"
@@ -275,7 +276,8 @@ json Session::names_json() {
     for (int number = 1; number < sound_entry_count; ++number) {
         const SoundEntry& entry = sound_entries[static_cast<std::size_t>(number)];
         if (!entry.file.empty())
-            names["sound"].push_back(numbered(utf8_of(entry.name.empty() ? entry.file : entry.name), number));
+            names["sound"].push_back(
+                numbered(platform::utf8_from_latin1(entry.name.empty() ? entry.file : entry.name), number));
     }
     json buffers = json::array();
     const BufferList list = read_buffer_list(read_file(path::buffer_list).value_or(""));
@@ -289,7 +291,7 @@ json Session::names_json() {
         entry["height"] = bitmap->h;
         for (const ListedPicture& picture : list.pictures)
             if (picture.buffer == number)
-                entry["file"] = utf8_of(picture.path);
+                entry["file"] = platform::utf8_from_latin1(picture.path);
         buffers.push_back(std::move(entry));
     }
     names["buffer"] = std::move(buffers);
