@@ -15,8 +15,8 @@ using namespace vcc::kit::edit;
 
 constexpr std::array<const char*, 12> fields{"row",     "text",  "dest_x",    "action",       "hidden", "shadow",
                                              "padding", "style", "highlight", "repeat.count", "toggle", "index"};
-constexpr std::array<const char*, 4> languages{"", "en", "de", "fr"}, looks{"", "highlight", "pressed", "x"},
-    texts{"a", "gold", "\xc3\xa4\"\\", "b, a"};
+constexpr std::array<std::optional<std::size_t>, 4> languages{std::nullopt, 0, 1, std::nullopt};
+constexpr std::array<const char*, 4> looks{"", "highlight", "pressed", "x"}, texts{"a", "gold", "\xc3\xa4\"\\", "b, a"};
 
 /// Bytes off the front of the input; zeros behind its end.
 class Bytes {

@@ -20,15 +20,18 @@ namespace {
 using Do = Operation::Do;
 using Of = Address::Of;
 
+using Language = std::optional<std::size_t>;
+constexpr Language en = 0, de = 1;
+
 Address slot(int index, const std::string& look = {}) {
     return {Of::slot, index, "", look};
 }
 
-Operation set(const Address& of, const std::string& field, Value value, const std::string& language = {}) {
+Operation set(const Address& of, const std::string& field, Value value, Language language = {}) {
     return {.of = {of}, .field = field, .language = language, .value = std::move(value)};
 }
 
-Operation unset(const Address& of, const std::string& field, const std::string& language = {}) {
+Operation unset(const Address& of, const std::string& field, Language language = {}) {
     return {.what = Do::unset, .of = {of}, .field = field, .language = language};
 }
 
@@ -105,17 +108,16 @@ TEST(SourceEdit, SetWritesWhereTheValueStands) {
 TEST(SourceEdit, SetInOneLanguageKeepsTheOther) {
     using namespace std::string_literals;
     expect_cases({
-        {"plain", {set(slot(1), "row", 4, "de")}, one + "row = <3|{ en = 3, de = 4 }>\n"},
-        {"same", {set(slot(1), "row", 3, "de")}, one + "row = 3\n"},
-        {"inline", {set(slot(1), "row", 1, "de")}, one + "row = { en = 1, de = <2|1> }\n"},
+        {"plain", {set(slot(1), "row", 4, de)}, one + "row = <3|{ en = 3, de = 4 }>\n"},
+        {"same", {set(slot(1), "row", 3, de)}, one + "row = 3\n"},
+        {"inline", {set(slot(1), "row", 1, de)}, one + "row = { en = 1, de = <2|1> }\n"},
         {"both of an inline table", {set(slot(1), "row", 7)}, one + "row = { en = <1|7>, de = <2|7> }\n"},
-        {"dotted", {set(slot(1), "text", "c"s, "en")}, one + "text.en = \"<a|c>\" # A\ntext.de = \"b\"\n"},
-        {"headed", {set(slot(1), "text", "c"s, "de")}, one + "[slot.text]\nen = \"a\"\nde = \"<b|c>\"\n"},
-        {"one is missing", {set(slot(1), "text", "c"s, "de")}, one + "text.en = \"a\"\n<|text.de = \"c\"\n>row = 1\n"},
-        {"nothing yet", {set(slot(1), "row", 4, "de")}, one + "<|row = { en = 0, de = 4 }\n>"},
-        {"from the style", {set(slot(1), "text", "C"s, "de")}, styled + "<|text = { en = \"A\", de = \"C\" }\n>"},
-        {"flag", {set(slot(1), "hidden", true, "de")}, one, "hidden is the same in every language"},
-        {"unknown", {set(slot(1), "row", 1, "fr")}, one, "\"fr\" is no language"},
+        {"dotted", {set(slot(1), "text", "c"s, en)}, one + "text.en = \"<a|c>\" # A\ntext.de = \"b\"\n"},
+        {"headed", {set(slot(1), "text", "c"s, de)}, one + "[slot.text]\nen = \"a\"\nde = \"<b|c>\"\n"},
+        {"one is missing", {set(slot(1), "text", "c"s, de)}, one + "text.en = \"a\"\n<|text.de = \"c\"\n>row = 1\n"},
+        {"nothing yet", {set(slot(1), "row", 4, de)}, one + "<|row = { en = 0, de = 4 }\n>"},
+        {"from the style", {set(slot(1), "text", "C"s, de)}, styled + "<|text = { en = \"A\", de = \"C\" }\n>"},
+        {"flag", {set(slot(1), "hidden", true, de)}, one, "hidden is the same in every language"},
     });
 }
 
@@ -128,12 +130,12 @@ TEST(SourceEdit, SetInAGroupMovesItsNumbersAndSplitsItsTexts) {
          {set(slot(6), "action", "battle"s)},
          "[[slot]]\nindex = 5\nrepeat = { count = 3, action = 1 }\naction = <\"hq\"|3>\n"},
         {"text in a list",
-         {set(slot(7), "text", "x"s, "de"), set(slot(9), "text", "y"s, "de"), set(slot(5), "text", "z"s)},
+         {set(slot(7), "text", "x"s, de), set(slot(9), "text", "y"s, de), set(slot(5), "text", "z"s)},
          group +
              "text = [\n  \"<a|z>\", # 1\n  { en = \"b\", de = \"<c|x>\" },\n  <|{ en = >\"d\",<| de = \"y\" },>\n]\n"},
         {"common text", {set(slot(7), "text", "x"s)}, group + "text = <|[>\"a\"<|, \"x\", \"a\"]>\n"},
         {"text of nobody",
-         {set(slot(9), "text", "x"s, "en")},
+         {set(slot(9), "text", "x"s, en)},
          group + "<|text = [\"\", \"\", { en = \"x\", de = \"\" }]\n>"},
         {"list of another length", {set(slot(7), "row", 1)}, group + "row = [1, 2]\n", "a list has 2 values for 3"},
         {"repeat",
@@ -152,10 +154,10 @@ TEST(SourceEdit, LooksTakeFieldsOfTheirOwn) {
          one + "[slot.highlight]\nrow = 4\n<|column = 3\n>\n[[slot]]\nindex = 2\n"},
         {"dropped before", {set(slot(1, "highlight"), "row", 4)}, one + "highlight = <false|{ row = 4 }>\n"},
         {"beside the style's",
-         {set(slot(1, "highlight"), "row", 6, "de")},
+         {set(slot(1, "highlight"), "row", 6, de)},
          styled + "<|highlight = { row = { en = 5, de = 6 } }\n>"},
         {"from the slot",
-         {set(slot(1, "highlight"), "row", 6, "de")},
+         {set(slot(1, "highlight"), "row", 6, de)},
          one + "row = 3\n<|highlight = { row = { en = 3, de = 6 } }\n>"},
         {"a look without changes", {set(slot(1), "pressed", true)}, one + "<|pressed = {}\n>"},
         {"no look", {set(slot(1), "pressed", false)}, one + "pressed = <{ row = 1 }|false>\n"},
@@ -172,10 +174,10 @@ TEST(SourceEdit, UnsetTakesTheLineOrThePartAway) {
         {"headed", {unset(slot(1), "highlight")}, one + "<[slot.highlight]\nrow = 4\n|>"},
         {"first part", {unset(slot(1, "pressed"), "row")}, one + "pressed = { <row = 1, |>column = 2 }\n"},
         {"last part", {unset(slot(1, "pressed"), "column")}, one + "pressed = { row = 1<, column = 2|> }\n"},
-        {"a language of a table", {unset(slot(1), "row", "de")}, one + "row = <{ en = 1, de = 2 }|1> # x\n"},
-        {"a language of dotted keys", {unset(slot(1), "row", "en")}, one + "row<.en = 1\nrow.de|> = 2\n"},
+        {"a language of a table", {unset(slot(1), "row", de)}, one + "row = <{ en = 1, de = 2 }|1> # x\n"},
+        {"a language of dotted keys", {unset(slot(1), "row", en)}, one + "row<.en = 1\nrow.de|> = 2\n"},
         {"bytes are of no language",
-         {unset(slot(1), "text", "en")},
+         {unset(slot(1), "text", en)},
          one + "text = { raw = '00' }\n",
          "text has no value"},
         {"the style's", {unset(slot(1), "row")}, styled, "row is not written there"},
@@ -393,7 +395,7 @@ TEST(SourceEdit, SetChangesThisRecordAndNoOther) {
             const Field* const number = turn % 3 == 0 ? nullptr : find_number_field(fields[turn % std::size(fields)]);
             ++turn;
             operations.push_back(set(slot(static_cast<int>(index)), number ? std::string(number->name) : "text",
-                                     number ? Value(77) : Value("Neu \"x\""), std::string(languages[language].code)));
+                                     number ? Value(77) : Value("Neu \"x\""), language));
             if (!number) {
                 store_text(records[index].text, "Neu \"x\"");
                 continue;

@@ -93,6 +93,7 @@ TEST_F(Serve, RefusedRequestsSayWhyAndChangeNothing) {
         body[json::json_pointer(what)] = std::move(value);
         return body.dump();
     };
+    const json french{{"do", "unset"}, {"of", {{{"slot", 5}}}}, {"field", "row"}, {"language", "fr"}};
     const struct {
         const char *method, *why;
         std::string path;
@@ -149,6 +150,7 @@ TEST_F(Serve, RefusedRequestsSayWhyAndChangeNothing) {
         {"POST", "look is", edit_path, {}, change("/operations/0/of/0/look", "shiny"), json_type, 400},
         {"POST", "dx is", edit_path, {}, change("/operations/0/dx", 1001), json_type, 400},
         {"POST", "field is", edit_path, {}, change("/operations/0/do", "set"), json_type, 400},
+        {"POST", "language is", edit_path, {}, change("/operations/0", french), json_type, 400},
         {"POST", "slot", edit_path, {}, change("/operations/0/of/0/slot", 199), json_type, 422},
     };
     for (const auto& [method, why, path, headers, body, type, wanted] : requests) {

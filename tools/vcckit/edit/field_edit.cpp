@@ -389,15 +389,6 @@ void unset_field(Opened& at, std::string_view field, std::optional<std::size_t> 
             edits.replace(member.key_span, table->prefix + std::string(field));
 }
 
-std::optional<std::size_t> language_of(const std::string& code) {
-    if (code.empty())
-        return std::nullopt;
-    for (std::size_t i = 0; i < languages.size(); ++i)
-        if (languages[i].code == code)
-            return i;
-    throw Refused("\"" + code + "\" is no language: there are en and de");
-}
-
 } // namespace
 
 bool varies(const Field& field) {
@@ -405,12 +396,11 @@ bool varies(const Field& field) {
 }
 
 std::string change_field(const std::string& text, const Address& address, const Operation& operation) {
-    const auto language = language_of(operation.language);
     Opened at(text, address);
     if (operation.what == Operation::Do::set)
-        set_field(at, operation.field, language, operation.value);
+        set_field(at, operation.field, operation.language, operation.value);
     else
-        unset_field(at, operation.field, language);
+        unset_field(at, operation.field, operation.language);
     return at.edits.result();
 }
 

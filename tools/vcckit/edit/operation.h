@@ -39,11 +39,11 @@ struct Operation {
     enum class Do { set, unset, move, resize, create, copy, remove, renumber, split, replace_text };
     Do what = Do::set;
     std::vector<Address> of{};
-    std::string field{};    ///< set, unset: of the record, or "style", "highlight", "pressed", "repeat.count" ...
-    std::string language{}; ///< set, unset: "en", "de"; empty: every language
-    Value value{};          ///< set
-    int dx = 0, dy = 0;     ///< move, resize: in the units that place the record, pixels or cells
-    int to = 0;             ///< create, copy, renumber: the new index
+    std::string field{}; ///< set, unset: of the record, or "style", "highlight", "pressed", "repeat.count" ...
+    std::optional<std::size_t> language{}; ///< set, unset: by its number in vcc::languages; nothing for every language
+    Value value{};                         ///< set
+    int dx = 0, dy = 0;                    ///< move, resize: in the units that place the record, pixels or cells
+    int to = 0;                            ///< create, copy, renumber: the new index
     std::string text{}; ///< create: the lines of the new table, the picture of a buffer; replace_text: the new source
     std::optional<std::string>
         base{}; ///< replace_text: what the new source was made from, when that may be an older one

@@ -42,7 +42,7 @@ static void to_json(json& object, const UnsavedDocument& document) {
     object = {{"file", document.file},
               {"disk", document.disk},
               {"text", document.text},
-              {"saving", document.saving},
+              {"saving", document.packed_files_old},
               {"conflicts", document.conflicts},
               {"history", {{"done", document.history.done()}, {"steps", document.history.steps()}}}};
 }

@@ -12,9 +12,11 @@ namespace vcc::kit::edit {
 
 /// What is kept of a document that is not saved.
 struct UnsavedDocument {
-    std::string file, disk, text; ///< `disk`: what the file held when it was last read or written
-    bool saving = false;          ///< a save had begun: its packed files may be of either text
-    std::vector<MergeConflict> conflicts;
+    std::string file;                     ///< the path that is read and written
+    std::string disk;                     ///< what the file held when it was last read or written
+    std::string text;                     ///< the working text, UTF-8
+    bool packed_files_old = false;        ///< what is made of it may be of an earlier text; also when a save has begun
+    std::vector<MergeConflict> conflicts; ///< in the working text
     History history;
 };
 

@@ -65,7 +65,7 @@ void Workspace::keep() {
     UnsavedWork work;
     for (const auto& [name, each] : documents_)
         if (each.text != each.disk || each.packed_files_old || !each.conflicts.empty())
-            work[name] = {each.file, each.disk, each.text, each.packed_files_old, each.conflicts, each.history};
+            work[name] = each;
     std::error_code error;
     if (unsaved_.empty())
         trouble_ = "there is neither XDG_STATE_HOME nor HOME to keep unsaved changes in";

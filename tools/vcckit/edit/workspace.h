@@ -2,7 +2,6 @@
 #pragma once
 
 #include "vcckit/check/source_check.h"
-#include "vcckit/edit/document.h"
 #include "vcckit/edit/folder_lock.h"
 #include "vcckit/edit/operation.h"
 #include "vcckit/edit/unsaved.h"
@@ -18,6 +17,22 @@
 #include <vector>
 
 namespace vcc::kit::edit {
+
+/// A document that is open.
+struct Document : UnsavedDocument {
+    std::string name; ///< "vcc"
+    DocumentKind kind = DocumentKind::screen;
+    bool on_disk = false;              ///< there is such a file
+    bool made = false;                 ///< from installed files: its source is written with the first change
+    std::vector<std::string> installs; ///< files of the installation that hold the same, as the program names them
+    std::int64_t revision = 1;
+
+    /// Whether saving would write it.
+    bool dirty() const { return text != disk || (!on_disk && !made) || packed_files_old; }
+};
+
+/// The screen that a source makes.
+std::string screen_of(const Document& document);
 
 enum class Choice { mine, theirs, both };
 

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <set>
-#include <utility>
 
 #include <sys/stat.h>
 
@@ -81,9 +80,9 @@ std::vector<std::string> Workspace::take_disk_changes() {
 
 /// What a save that was broken off has left beside the files goes, but not what another program has written.
 void Workspace::clear_up(Document& document, const UnsavedDocument& left) {
-    document.packed_files_old = document.packed_files_old || left.saving;
+    document.packed_files_old = document.packed_files_old || left.packed_files_old;
     const auto other = read_file(document.file + ".new", document_limit);
-    if (other && left.saving && left.text != left.disk) { // else it has come in
+    if (other && left.packed_files_old && left.text != left.disk) { // else it has come in
         const std::string text = text_of_bytes(*other, document.kind);
         if (!text.empty() && text != left.disk && !left.text.starts_with(text))
             bring_in(document, left.disk, text);
@@ -119,15 +118,13 @@ void Workspace::recover(bool take) {
         Document& document = place->second;
         if (is_gone) { // its file
             document.name = name;
-            document.file = left.file;
             document.kind = kind_of_file(left.file);
-            document.disk = left.disk;
+        } else {
+            left.file = document.file;
         }
         // As it was then; what the file holds now comes in as a change on disk.
-        std::string disk = std::exchange(document.disk, std::move(left.disk));
-        document.text = std::move(left.text);
-        document.history = std::move(left.history);
-        document.conflicts = std::move(left.conflicts);
+        std::string disk = is_gone ? left.disk : document.disk;
+        static_cast<UnsavedDocument&>(document) = std::move(left);
         this->take(document, std::move(disk));
     }
     keep();

@@ -1,8 +1,8 @@
 // Documents and faults as the page gets them.
 #pragma once
 
-#include "vcckit/edit/document.h"
 #include "vcckit/edit/document_kinds.h"
+#include "vcckit/edit/workspace.h"
 #include "vcckit/faults/report.h"
 #include "vcckit/source/screen_source.h"
 

@@ -1,5 +1,4 @@
 #include "vcckit/serve/session.h"
-#include "screen/text_window.h"
 
 #include "vcckit/check/installation.h"
 #include "vcckit/edit/document_kinds.h"
@@ -7,6 +6,7 @@
 #include "vcckit/text/complain.h"
 
 #include "platform/files.h"
+#include "screen/text_window.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -16,10 +16,6 @@ namespace vcc::kit::edit {
 
 namespace fs = std::filesystem;
 using nlohmann::json;
-
-Answer refusal(int status, const std::string& reason) {
-    return {.status = status, .body = text_of_json({{"error", reason}})};
-}
 
 namespace {
 

@@ -3,9 +3,9 @@
 
 #include "vcckit/draw/render.h"
 #include "vcckit/edit/workspace.h"
-#include "vcckit/serve/answer.h"
 #include "vcckit/serve/document_json.h"
 #include "vcckit/serve/events.h"
+#include "vcckit/serve/requests.h"
 #include "vcckit/serve/stage.h"
 
 #include <atomic>

@@ -4,7 +4,6 @@
 #include "vcckit/record/fields.h"
 #include "vcckit/record/names.h"
 #include "vcckit/record/window_fields.h"
-#include "vcckit/serve/operation_json.h"
 
 #include "cc/option_rows.h"
 #include "core/files.h"
@@ -205,10 +204,7 @@ RenderRequest render_request_of(const Parameters& parameters) {
     if (row == std::end(views))
         throw BadRequest("view is menu, options, help or message");
     request.screen = row->screen;
-    const auto* const spoken = std::ranges::find(languages, language, &LanguageRow::code);
-    if (!language.empty() && spoken == languages.end())
-        throw BadRequest("language is en or de");
-    request.language = language.empty() ? 0 : static_cast<std::size_t>(spoken - languages.begin());
+    request.language = language.empty() ? 0 : language_of(language);
     request.row = number_parameter(parameters, "row", 0, 11);
     request.module = number_parameter(parameters, "module", 0, module_count - 1);
     request.hover = number_parameter(parameters, "hover", 0, slot_limit - 1);

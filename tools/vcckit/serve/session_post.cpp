@@ -1,5 +1,4 @@
 // What the page changes.
-#include "vcckit/serve/operation_json.h"
 #include "vcckit/serve/session.h"
 #include "vcckit/serve/start_process.h"
 

@@ -1,9 +1,13 @@
-// What a request gets.
+// Requests as they arrive, and what they get.
 #pragma once
 
 #include "vcckit/edit/operation.h"
 
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace vcc::kit::edit {
@@ -27,5 +31,18 @@ struct BadRequest : Refused {
     explicit BadRequest(const std::string& reason, int with = status::bad_request) : Refused(reason), status(with) {}
     int status;
 };
+
+/// The request of an edit. Every word and number is checked: throws BadRequest. Pure.
+EditRequest edit_request_of(const nlohmann::json& json);
+
+/// An entry that is a text; nothing when it is none, or longer than a source may be.
+std::optional<std::string> text_entry(const nlohmann::json& json, const char* name);
+
+/// An entry that is a whole number within bounds.
+std::optional<std::int64_t> number_entry(const nlohmann::json& json, const char* name, std::int64_t least,
+                                         std::int64_t most);
+
+/// The number of a language in vcc::languages; throws BadRequest.
+std::size_t language_of(const std::string& code);
 
 } // namespace vcc::kit::edit

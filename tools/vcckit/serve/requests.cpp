@@ -1,6 +1,7 @@
-#include "vcckit/serve/operation_json.h"
+#include "vcckit/serve/requests.h"
 
-#include "vcckit/serve/answer.h"
+#include "vcckit/edit/source_model.h"
+#include "vcckit/serve/document_json.h"
 
 #include "core/installation.h"
 #include "display/buffers.h"
@@ -20,18 +21,12 @@ namespace {
 constexpr int distance_limit = 1000;    ///< pixels or cells of one move
 constexpr std::size_t word_limit = 200; ///< bytes of a label, a field's or a style's name
 
-struct PlaceRow {
-    const char* word;
-    Address::Of of;
-    int count; ///< of such records; 0: they have names
-};
-constexpr PlaceRow place_rows[] = {
-    {"slot", Address::Of::slot, slot_limit},
-    {"toggle", Address::Of::toggle, slot_limit},
-    {"window", Address::Of::window, text_window_count},
-    {"buffer", Address::Of::buffer, graphic_buffer_count},
-    {"style", Address::Of::style, 0},
-};
+/// How many of them there are; 0: they have names.
+constexpr std::pair<Address::Of, int> places[] = {{Address::Of::slot, slot_limit},
+                                                  {Address::Of::toggle, slot_limit},
+                                                  {Address::Of::window, text_window_count},
+                                                  {Address::Of::buffer, graphic_buffer_count},
+                                                  {Address::Of::style, 0}};
 
 /// A value that is there and as it must be; otherwise the request is refused.
 template <class Value>
@@ -51,18 +46,17 @@ int number_of(const json& object, const char* name, int least, int most, const s
 Address address_of(const json& object) {
     if (!object.is_object())
         throw BadRequest("of has an entry that is no object");
-    const auto* const row =
-        std::ranges::find_if(place_rows, [&](const PlaceRow& each) { return object.contains(each.word); });
-    if (row == std::end(place_rows))
+    const auto* const place =
+        std::ranges::find_if(places, [&](const auto& each) { return object.contains(key_of(each.first)); });
+    if (place == std::end(places))
         throw BadRequest("of has an entry that names no slot, toggle, style, window or buffer");
     Address address;
-    address.of = row->of;
-    const std::string word = row->word;
-    if (row->count > 0)
-        address.index =
-            number_of(object, row->word, 0, row->count - 1, word + " is 0 to " + std::to_string(row->count - 1));
+    address.of = place->first;
+    const std::string word = key_of(address.of);
+    if (const int last = place->second - 1; last >= 0)
+        address.index = number_of(object, word.c_str(), 0, last, word + " is 0 to " + std::to_string(last));
     else
-        address.style = expected(word_entry(object, row->word), word + " is a name");
+        address.style = expected(word_entry(object, word.c_str()), word + " is a name");
     if (object.contains("look"))
         address.look = expected(word_entry(object, "look"), "look is highlight or pressed");
     if (!address.look.empty() && address.look != "highlight" && address.look != "pressed")
@@ -96,11 +90,11 @@ void take_field(const json& object, Operation& operation) {
     operation.field = expected(word_entry(object, "field"), "field is a name");
     if (operation.field.empty())
         throw BadRequest("field is a name");
-    if (object.contains("language"))
-        operation.language = expected(word_entry(object, "language"), "language is en or de");
-    if (!operation.language.empty() &&
-        std::ranges::find(languages, operation.language, &LanguageRow::code) == languages.end())
-        throw BadRequest("language is en or de");
+    if (!object.contains("language"))
+        return;
+    const std::string language = expected(word_entry(object, "language"), "language is en or de");
+    if (!language.empty())
+        operation.language = language_of(language);
 }
 
 /// Takes what an operation of this kind must have.
@@ -141,6 +135,16 @@ Operation operation_of(const json& object) {
 }
 
 } // namespace
+
+Answer refusal(int status, const std::string& reason) {
+    return {.status = status, .body = text_of_json({{"error", reason}})};
+}
+
+std::size_t language_of(const std::string& code) {
+    const auto* const row = std::ranges::find(languages, code, &LanguageRow::code);
+    return row != languages.end() ? static_cast<std::size_t>(row - languages.begin())
+                                  : throw BadRequest("language is en or de");
+}
 
 std::optional<std::string> text_entry(const json& object, const char* name) {
     const auto found = object.is_object() ? object.find(name) : object.end();
