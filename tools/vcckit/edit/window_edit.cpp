@@ -20,36 +20,29 @@ namespace {
 using nlohmann::json;
 using Do = Operation::Do;
 
-/// The first field with a key that is so; null without one.
-template <class Test>
-const WindowField* find_field_if(const Test& test) {
-    const auto* const found =
-        std::ranges::find_if(window_fields, [&](const WindowField& each) { return !each.key.empty() && test(each); });
-    return found == std::end(window_fields) ? nullptr : found;
-}
-
-const WindowField* field_named(std::string_view name) {
-    return find_field_if([&](const WindowField& each) { return each.name == name || each.key == name; });
+const WindowField& field_named(std::string_view name) {
+    const auto* const found = std::ranges::find_if(
+        window_fields, [&](const WindowField& each) { return each.name == name || each.key == name; });
+    return found != std::end(window_fields)
+               ? *found
+               : throw Refused("there is no field \"" + std::string(name) + "\" of windows");
 }
 
 struct TextLine {
-    enum class Kind { heading, field, comment, title }; ///< comment: also what the program passes over
-
     std::string_view text;
-    Span span{}; ///< with its end
-    Kind kind = Kind::title;
-    const WindowField* field = nullptr; ///< null: none
+    Span span{};                        ///< with its end
+    const WindowField* field = nullptr; ///< null: a heading or a comment, also what the program passes over
     int window = 0;                     ///< that it belongs to; -1 none
 
     explicit TextLine(std::string_view line) : text(line) {
-        field = find_field_if([&](const WindowField& each) { return line.starts_with(each.key); });
-        if (line.starts_with('+'))
-            kind = Kind::heading;
-        else if (field)
-            kind = Kind::field;
-        else if (line.starts_with('#') || line.starts_with('x') || line.starts_with('y'))
-            kind = Kind::comment;
+        field = std::ranges::find_if(window_fields, [&](const auto& each) { return line.starts_with(each.key); });
+        if (is_title() && line.find_first_of("+#xy") == 0)
+            field = nullptr;
     }
+
+    bool is_heading() const { return text.starts_with('+'); }
+    bool is_comment() const { return !field && !is_heading(); }
+    bool is_title() const { return field && field->key.empty(); }
 
     /// Bytes before the number of a field, or of a heading: "+3".
     std::size_t key() const { return field ? field->key.size() : 1; }
@@ -63,7 +56,6 @@ struct TextLine {
         return {span.begin + begin, span.begin + end};
     }
 };
-using Kind = TextLine::Kind;
 
 constexpr int no_window = -1;
 
@@ -75,7 +67,7 @@ std::vector<TextLine> window_lines(std::string_view text) {
     for (const std::string_view whole : lines_with_ends(text)) {
         TextLine line(whole.substr(0, whole.find_last_not_of("\r\n") + 1));
         line.span = {at, at + whole.size()};
-        if (line.kind == Kind::heading) {
+        if (line.is_heading()) {
             if (line.number() >= text_window_count)
                 break;
             window = std::max(line.number(), no_window);
@@ -93,7 +85,7 @@ public:
     WindowChange(std::string_view text, int number)
         : text_(text), number_(number), edits_(text), lines_(window_lines(text)) {
         for (const TextLine& line : lines_)
-            if (line.window == number && line.kind != Kind::comment && !is_blank(line.text))
+            if (line.window == number && !line.is_comment() && !is_blank(line.text))
                 last_ = &line;
     }
 
@@ -101,12 +93,12 @@ public:
     std::string result() const { return edits_.result(); }
 
     int value(const WindowField& field) const {
-        const TextLine* const line = line_of(&field);
+        const TextLine* const line = line_of(field);
         return line ? line->number() : 0;
     }
 
     void set(const WindowField& field, std::int64_t number) {
-        const TextLine* const line = line_of(&field);
+        const TextLine* const line = line_of(field);
         if (!line)
             add(std::string(field.key) + std::to_string(number));
         else if (line->number() != number)
@@ -116,19 +108,20 @@ public:
     void set_title(const std::string& title) {
         if (title.find_first_of("\r\n") != std::string::npos || title.size() >= line_limit)
             throw Refused("a title is one line of less than " + std::to_string(line_limit) + " characters");
-        if (TextLine(title).kind != Kind::title)
+        if (!TextLine(title).is_title())
             throw Refused("a title cannot begin with \"" + title.substr(0, 1) + "\": that is a key of these files");
-        const TextLine* const line = line_of(nullptr);
+        const WindowField& field = field_named("title");
+        const TextLine* const line = line_of(field);
         if (is_blank(title))
-            unset(nullptr);
+            unset(field);
         else if (!line)
             add(title);
         else if (line->text != title)
             edits_.replace({line->span.begin, line->span.begin + line->text.size()}, title);
     }
 
-    /// Takes all lines of a field away, or of the title; false when there is none.
-    bool unset(const WindowField* field) {
+    /// Takes all lines of a field away; false when there is none.
+    bool unset(const WindowField& field) {
         bool found = false;
         for (const TextLine& line : lines_)
             if (says(line, field)) {
@@ -140,7 +133,7 @@ public:
 
     void renumber(int to) {
         for (const TextLine& line : lines_)
-            if (line.kind == Kind::heading && line.window == number_)
+            if (line.is_heading() && line.window == number_)
                 edits_.replace(line.digits(), std::to_string(to));
     }
 
@@ -149,7 +142,7 @@ public:
         const std::string end(line_end_of(text_));
         std::string out = "+" + std::to_string(to) + end;
         for (const TextLine& line : lines_)
-            if (line.window == number_ && line.kind != Kind::heading && line.kind != Kind::comment)
+            if (line.window == number_ && line.field)
                 out += std::string(line.text) + end;
         return out;
     }
@@ -157,13 +150,13 @@ public:
     /// With the comment above it, but not with the one above the next window.
     void remove() {
         for (std::size_t i = 0; i < lines_.size(); ++i) {
-            if (lines_[i].kind != Kind::heading || lines_[i].window != number_)
+            if (!lines_[i].is_heading() || lines_[i].window != number_)
                 continue;
             std::size_t first = i, end = i + 1;
-            while (first > 0 && lines_[first - 1].kind == Kind::comment && lines_[first - 1].text != "#")
+            while (first > 0 && lines_[first - 1].is_comment() && lines_[first - 1].text != "#")
                 --first;
-            for (std::size_t next = end; next < lines_.size() && lines_[next].kind != Kind::heading; ++next)
-                if (lines_[next].kind != Kind::comment)
+            for (std::size_t next = end; next < lines_.size() && !lines_[next].is_heading(); ++next)
+                if (!lines_[next].is_comment())
                     end = next + 1;
             const bool parted_above = first > 0 && lines_[first - 1].text == "#";
             const bool parted_below = end == lines_.size() || lines_[end].text == "#";
@@ -174,12 +167,12 @@ public:
     }
 
 private:
-    bool says(const TextLine& line, const WindowField* field) const {
-        return line.window == number_ && (field ? line.field == field : line.kind == Kind::title);
+    bool says(const TextLine& line, const WindowField& field) const {
+        return line.window == number_ && line.field == &field;
     }
 
     /// The line that counts.
-    const TextLine* line_of(const WindowField* field) const {
+    const TextLine* line_of(const WindowField& field) const {
         const TextLine* found = nullptr;
         for (const TextLine& line : lines_)
             if (says(line, field))
@@ -198,39 +191,28 @@ private:
     const TextLine* last_ = nullptr; ///< the window's last line that means something
 };
 
-/// The field that an operation names; null for the title.
-const WindowField* field_of(const Operation& operation) {
-    const WindowField* const field = field_named(operation.field);
-    if (!field && operation.field != "title")
-        throw Refused("there is no field \"" + operation.field + "\" of windows");
-    return field;
-}
-
 void set(WindowChange& change, const Operation& operation) {
-    const WindowField* const field = field_of(operation);
+    const WindowField& field = field_named(operation.field);
+    const std::string name(field.name);
     const auto* const word = std::get_if<std::string>(&operation.value);
-    if (!field && !word)
-        throw Refused("a title must be a text");
-    if (!field)
-        return change.set_title(*word);
-    const std::string name(field->name);
+    if (field.key.empty())
+        return word ? change.set_title(*word) : throw Refused("a title must be a text");
     std::int64_t number = 0;
     if (const auto* const given = std::get_if<std::int64_t>(&operation.value))
         number = *given;
-    else if (const auto named = word ? number_of_name(field->meaning, *word) : std::nullopt)
+    else if (const auto named = word ? number_of_name(field.meaning, *word) : std::nullopt)
         number = *named;
     else
-        throw Refused(
-            name + " must be a number" +
-            (word ? ": there is no " + std::string(meaning_word(field->meaning)) + " \"" + *word + "\"" : ""));
+        throw Refused(name + " must be a number" +
+                      (word ? ": there is no " + std::string(meaning_word(field.meaning)) + " \"" + *word + "\"" : ""));
     if (number < -coordinate_limit || number > coordinate_limit)
         throw Refused(name + " must be at most " + std::to_string(coordinate_limit));
-    change.set(*field, number);
+    change.set(field, number);
 }
 
 void unset(WindowChange& change, const Operation& operation) {
-    const WindowField* const field = field_of(operation);
-    if (field && field->key == "-")
+    const WindowField& field = field_named(operation.field);
+    if (field.key == "-")
         throw Refused("every window needs its style");
     if (!change.unset(field))
         throw Refused(operation.field + " is not written there");
@@ -243,13 +225,13 @@ void move_or_resize(WindowChange& change, const Operation& operation) {
     for (std::size_t i = 0; i < places.size(); ++i) {
         const bool first = i < 2;
         const int distance = first && operation.what == Do::resize ? 0 : edges[i].second;
-        places[i] = std::int64_t{change.value(*field_named(edges[i].first))} + distance;
+        places[i] = std::int64_t{change.value(field_named(edges[i].first))} + distance;
         if (places[i] < -coordinate_limit || places[i] > coordinate_limit)
             throw Refused(std::string(edges[i].first) + " would be " + std::to_string(places[i]));
         if (!first && places[i] < places[i - 2])
             throw Refused("the window would end before it begins");
         if (distance != 0)
-            change.set(*field_named(edges[i].first), places[i]);
+            change.set(field_named(edges[i].first), places[i]);
     }
 }
 
@@ -280,7 +262,7 @@ std::string create_window(const std::string& text, const Operation& operation) {
     std::string lines = "+" + std::to_string(operation.to) + end;
     bool has_style = false;
     for (const TextLine& line : window_lines(operation.text)) {
-        if (line.kind == Kind::heading)
+        if (line.is_heading())
             throw Refused("the lines of a window have no other window in them");
         has_style = has_style || line.text.starts_with('-');
         lines += std::string(line.text) + end;
@@ -336,8 +318,8 @@ std::string change_windows(std::string text, const Operation& operation, const s
 Description describe_windows(const std::string& text, const std::string&) {
     Description out;
     for (const TextLine& line : window_lines(text)) {
-        const bool blank = line.kind == Kind::title && is_blank(line.text);
-        if (line.window == no_window || line.kind == Kind::comment)
+        const bool blank = line.is_title() && is_blank(line.text);
+        if (line.window == no_window || line.is_comment())
             continue;
         auto window =
             std::ranges::find_if(out.windows, [&](const json& each) { return each["number"] == line.window; });
@@ -351,9 +333,9 @@ Description describe_windows(const std::string& text, const std::string&) {
             window = std::prev(out.windows.end());
         }
         json& values = (*window)["values"];
-        if (line.field)
+        if (line.field && !line.is_title())
             values[line.field->name] = line.number();
-        else if (line.kind == Kind::title && !blank)
+        else if (line.is_title() && !blank)
             values["title"] = line.text;
         else
             values.erase("title"); // a heading begins anew, and a blank line is an empty title
