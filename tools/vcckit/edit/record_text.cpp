@@ -41,14 +41,15 @@ bool is_comment(std::string_view line) {
     return first != std::string_view::npos && line[first] == '#' && !line.substr(first).starts_with("#:");
 }
 
-} // namespace
-
+/// Where the comment lines directly above a line begin; the line itself without any.
 std::size_t comments_above(std::string_view source, std::size_t line) {
     std::size_t begin = line;
     while (line > 0 && is_comment(line_before(source, line, begin)))
         line = begin;
     return line;
 }
+
+} // namespace
 
 std::vector<Span> pieces_of(const Node& table) {
     std::vector<Span> pieces;

@@ -19,9 +19,6 @@ std::vector<Span> joined(std::string_view source, const std::vector<Span>& piece
 /// The piece with the comment lines directly above it and the blank lines behind it.
 Span with_surroundings(std::string_view source, const Span& piece);
 
-/// Where the comment lines directly above a line begin; the line itself without any.
-std::size_t comments_above(std::string_view source, std::size_t line);
-
 /// Adds a table behind the one with the next lower index of its kind, else before the first one, else at the end.
 /// `lines` has no blank lines around it and ends in a line end.
 void add_record(TextEdits& edits, const SourceModel& model, Address::Of kind, int index, const std::string& lines);

@@ -85,41 +85,36 @@ Layers SourceModel::layers_of(const Node& table, const std::string& style) const
     return kit::layers_of(*root_, {&table, style}, tell_nobody);
 }
 
-Subject SourceModel::record_subject(const RecordTable& record, const std::string& look) const {
+Subject SourceModel::subject_of(const Node& home, const std::string& style, const std::string& look) const {
     Subject subject;
-    subject.record = record;
-    subject.home = record.table;
+    subject.home = &home;
     subject.look = look;
-    subject.layers = layers_of(*record.table);
-    if (!look.empty()) {
-        subject.base.push_back(record_subject(record, ""));
+    subject.own = look.empty() ? &home : home.table(look);
+    subject.layers = layers_of(home, style);
+    if (!look.empty())
         subject.layers = looks_of(subject.layers, look, tell_nobody);
-    } else if (record.kind == Address::Of::toggle) {
-        if (const auto slot = find(Address::Of::slot, small_number(*this, record.table->find("copy"), -1)))
-            subject.base.push_back(record_subject(*slot, ""));
-    }
-    subject.own = look.empty() ? record.table : record.table->table(look);
     return subject;
 }
 
-Subject SourceModel::style_subject(const Address& address) const {
-    Subject subject;
-    subject.home = style_of(*root_, address.style);
-    if (!subject.home)
-        throw Refused("there is no [style." + address.style + "]");
-    subject.look = address.look;
-    subject.layers = layers_of(*subject.home, address.style);
-    if (!address.look.empty())
-        subject.layers = looks_of(subject.layers, address.look, tell_nobody);
-    subject.own = address.look.empty() ? subject.home : subject.home->table(address.look);
+Subject SourceModel::record_subject(const RecordTable& record, const std::string& look) const {
+    Subject subject = subject_of(*record.table, "", look);
+    subject.record = record;
+    if (!look.empty())
+        subject.base.push_back(record_subject(record, ""));
+    else if (record.kind == Address::Of::toggle)
+        if (const auto slot = find(Address::Of::slot, small_number(*this, record.table->find("copy"), -1)))
+            subject.base.push_back(record_subject(*slot, ""));
     return subject;
 }
 
 Subject SourceModel::subject(const Address& address) const {
     if (!address.look.empty() && address.look != "highlight" && address.look != "pressed")
         throw Refused("there is no look \"" + address.look + "\": it is highlight or pressed");
-    if (address.of == Address::Of::style)
-        return style_subject(address);
+    if (address.of == Address::Of::style) {
+        const Node* const home = style_of(*root_, address.style);
+        return home ? subject_of(*home, address.style, address.look)
+                    : throw Refused("there is no [style." + address.style + "]");
+    }
     expect_in_screen(address.of);
     const bool toggle = address.of == Address::Of::toggle;
     const auto record = find(address.of, address.index);
@@ -134,11 +129,8 @@ Subject SourceModel::subject(const Address& address) const {
 }
 
 std::optional<std::int64_t> SourceModel::number_of(Meaning meaning, const std::string& name) const {
-    if (const auto own = names_.find({meaning, name}); own != names_.end())
-        return own->second;
-    if (const auto known = number_of_name(meaning, name))
-        return *known;
-    return std::nullopt;
+    const auto own = names_.find({meaning, name});
+    return own != names_.end() ? own->second : number_of_name(meaning, name);
 }
 
 std::optional<std::int64_t> SourceModel::number(const Node& value, Meaning meaning) const {
@@ -162,9 +154,6 @@ std::string screen_name(const Node& root, const std::string& otherwise) {
     const Node* const name = root.find("name");
     return name && name->is_text() ? name->text : otherwise;
 }
-
-Opened::Opened(const std::string& source, const Address& address)
-    : model(source), subject(model.subject(address)), edits(source) {}
 
 const Node* part_at(const Node& value, std::size_t language, int position, int count) {
     if (value.kind == Node::Kind::list) {

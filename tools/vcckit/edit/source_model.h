@@ -69,7 +69,7 @@ public:
     std::string_view text_at(const Span& span) const;
 
 private:
-    Subject style_subject(const Address& address) const;
+    Subject subject_of(const Node& home, const std::string& style, const std::string& look) const;
 
     const std::string* source_;
     std::shared_ptr<const Node> root_;
@@ -78,7 +78,8 @@ private:
 
 /// What an address means in a source, and changes of it on their way. The source must outlive it.
 struct Opened {
-    Opened(const std::string& source, const Address& address);
+    Opened(const std::string& source, const Address& address)
+        : model(source), subject(model.subject(address)), edits(source) {}
 
     SourceModel model;
     Subject subject;

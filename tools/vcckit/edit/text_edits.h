@@ -23,7 +23,6 @@ public:
     std::string result_of(const Span& piece) const;
 
     std::string_view source() const { return source_; }
-    bool empty() const { return edits_.empty(); }
 
 private:
     struct Edit {
