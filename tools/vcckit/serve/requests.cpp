@@ -34,6 +34,18 @@ Value expected(std::optional<Value> value, const std::string& otherwise) {
     return value ? std::move(*value) : throw BadRequest(otherwise);
 }
 
+/// A list that is neither empty nor too long, by what reads its entries.
+template <class Entry>
+std::vector<Entry> list_entry(const json& object, const char* name, Entry (*read)(const json&),
+                              const std::string& otherwise) {
+    const auto list = object.find(name);
+    if (list == object.end() || !list->is_array() || list->empty() || list->size() > operation_limit)
+        throw BadRequest(otherwise);
+    std::vector<Entry> entries;
+    std::ranges::transform(*list, std::back_inserter(entries), read);
+    return entries;
+}
+
 std::optional<std::string> word_entry(const json& object, const char* name) {
     auto text = text_entry(object, name);
     return text && text->size() <= word_limit ? text : std::nullopt;
@@ -77,15 +89,6 @@ Value value_of(const json& object) {
                     "value is a number of 32 bits, true, false or a text");
 }
 
-std::vector<Address> addresses_of(const json& object) {
-    const auto of = object.find("of");
-    if (of == object.end() || !of->is_array() || of->empty() || of->size() > operation_limit)
-        throw BadRequest("of is a list of slots, toggles, styles, windows or buffers");
-    std::vector<Address> addresses;
-    std::ranges::transform(*of, std::back_inserter(addresses), address_of);
-    return addresses;
-}
-
 void take_field(const json& object, Operation& operation) {
     operation.field = expected(word_entry(object, "field"), "field is a name");
     if (operation.field.empty())
@@ -100,7 +103,8 @@ void take_field(const json& object, Operation& operation) {
 /// Takes what an operation of this kind must have.
 void take_entries(const json& object, const OperationRow& row, Operation& operation) {
     if (row.of)
-        operation.of = addresses_of(object);
+        operation.of =
+            list_entry(object, "of", address_of, "of is a list of slots, toggles, styles, windows or buffers");
     if (row.field)
         take_field(object, operation);
     if (row.value)
@@ -172,11 +176,7 @@ EditRequest edit_request_of(const json& object) {
     for (const auto& [word, place] : {std::pair{"label", &request.label}, {"merge", &request.merge_key}})
         if (object.contains(word) && !object[word].is_null())
             *place = expected(word_entry(object, word), std::string(word) + " is a text of at most 200 bytes");
-    const auto operations = object.find("operations");
-    if (operations == object.end() || !operations->is_array() || operations->empty() ||
-        operations->size() > operation_limit)
-        throw BadRequest("operations is a list of 1 to 10000");
-    std::ranges::transform(*operations, std::back_inserter(request.operations), operation_of);
+    request.operations = list_entry(object, "operations", operation_of, "operations is a list of 1 to 10000");
     return request;
 }
 
