@@ -71,13 +71,6 @@ const char* type_of(std::string_view file) {
     return "application/octet-stream";
 }
 
-Parameters parameters_of(const httplib::Request& request) {
-    Parameters parameters;
-    for (const auto& [name, value] : request.params)
-        parameters.emplace(name, value); // the first of several
-    return parameters;
-}
-
 void send(httplib::Response& response, Answer answer) {
     response.status = answer.status;
     for (const auto& [name, value] : answer.headers)
@@ -95,26 +88,23 @@ std::optional<Answer> Server::refuse(const httplib::Request& request) const {
     const std::string asked = request.get_header_value("Host");
     if (request.get_header_value_count("Host") != 1 || (asked != own && asked != local))
         return refusal(status::forbidden, "this server has another name");
-    if (request.has_header("Origin") && request.get_header_value("Origin") != "http://" + asked)
-        return refusal(status::forbidden, "a page of another origin asks");
-    if (const std::string site = request.get_header_value("Sec-Fetch-Site");
-        !site.empty() && site != "same-origin" && site != "none")
+    const std::string site = request.get_header_value("Sec-Fetch-Site");
+    if ((request.has_header("Origin") && request.get_header_value("Origin") != "http://" + asked) ||
+        (!site.empty() && site != "same-origin" && site != "none"))
         return refusal(status::forbidden, "a page of another origin asks");
     const std::size_t end = request.path.find('/', 1);
     if (end == std::string::npos || !same_key(key_, request.path.substr(1, end - 1)))
         return refusal(status::forbidden, "the key is wrong: use the address that vcckit edit has printed");
     if (request.method != "GET" && request.method != "POST")
         return refusal(status::wrong_method, "GET and POST are answered");
-    if (request.method == "GET")
-        return std::nullopt;
     const std::string type = request.get_header_value("Content-Type");
-    if (type.substr(0, type.find(';')) != "application/json")
+    if (request.method == "POST" && type.substr(0, type.find(';')) != "application/json")
         return refusal(status::wrong_type, "the body must be application/json");
     return std::nullopt;
 }
 
 Answer Server::answer_get(const std::string& name, const httplib::Request& request) {
-    if (auto answer = session_.get(name, parameters_of(request)))
+    if (auto answer = session_.get(name, {request.params.begin(), request.params.end()})) // the first of several
         return std::move(*answer);
     const std::string_view wanted = name.empty() ? std::string_view("index.html") : name;
     for (const EmbeddedFile& file : editor_files())
@@ -195,17 +185,19 @@ std::string Server::bind(int port, const std::string& memory) {
         return std::string("the system has no random numbers: ") + std::strerror(errno);
     const std::string file = memory + "/address";
     std::istringstream kept(memory.empty() ? "" : read_file(file).value_or(""));
-    int before = 0;
-    if (std::string key; kept >> before >> key && key.size() == key_.size() && before > 0 && before < 65536 &&
-                         key.find_first_not_of("0123456789abcdef") == std::string::npos) {
+    std::string key;
+    int wanted = 0;
+    if (kept >> wanted >> key && key.size() == key_.size() && wanted > 0 && wanted < 65536 &&
+        key.find_first_not_of("0123456789abcdef") == std::string::npos)
         key_ = key;
-        if (port == 0 && http_.bind_to_port(host, before))
-            port_ = before;
-    }
-    if (port == 0 && port_ == 0)
+    else
+        wanted = 0;
+    if (port != 0)
+        wanted = port;
+    if (wanted != 0 && http_.bind_to_port(host, wanted))
+        port_ = wanted;
+    else if (port == 0)
         port_ = std::max(http_.bind_to_any_port(host), 0);
-    else if (port != 0 && http_.bind_to_port(host, port))
-        port_ = port;
     if (port_ == 0)
         return "cannot listen on port " + std::to_string(port) + " of " + host + ": " + std::strerror(errno);
     if (!memory.empty()) // without it, the next address is another one
