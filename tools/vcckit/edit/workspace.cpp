@@ -123,24 +123,19 @@ const Document& Workspace::edit(const EditRequest& request) {
     expect_decided();
     // A whole text may be older than what others have written since: both are kept.
     const Operation* const whole = request.operations.size() == 1 ? request.operations.data() : nullptr;
-    if (whole && whole->what == Operation::Do::replace_text && whole->base) {
-        if (whole->text.size() > document_limit)
-            throw Refused("the text would be longer than " + std::to_string(document_limit) + " bytes");
-        Merged merged = merge(*whole->base, whole->text, document.text);
-        if (merged.text != document.text)
-            change(document, std::move(merged.text), request.label, request.merge_key);
-        document.conflicts.insert(document.conflicts.end(), merged.conflicts.begin(), merged.conflicts.end());
-        keep();
-        return document;
-    }
-    if (request.revision != document.revision)
+    const bool merges = whole && whole->what == Operation::Do::replace_text && whole->base;
+    if (!merges && request.revision != document.revision)
         throw Refused(stale_reason);
-    std::string text = apply(document.text, document.kind, request.operations, request.name);
-    if (text != document.text) {
-        change(document, std::move(text), request.label.empty() ? label_of(request.operations) : request.label,
-               request.merge_key);
-        keep();
-    }
+    Merged next{apply(document.text, document.kind, request.operations, request.name), {}};
+    if (merges)
+        next = merge(*whole->base, next.text, document.text);
+    if (next.text == document.text && next.conflicts.empty())
+        return document;
+    if (next.text != document.text)
+        change(document, std::move(next.text),
+               merges || !request.label.empty() ? request.label : label_of(request.operations), request.merge_key);
+    document.conflicts.insert(document.conflicts.end(), next.conflicts.begin(), next.conflicts.end());
+    keep();
     return document;
 }
 
