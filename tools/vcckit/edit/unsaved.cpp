@@ -2,10 +2,13 @@
 
 #include "vcckit/edit/operation.h"
 
+#include "core/handles.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -99,19 +102,11 @@ std::string put_quickly(const std::string& path, std::string_view bytes, unsigne
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
     const int descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, mode);
-    bool good = descriptor >= 0;
-    while (good && !bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        good = written > 0;
-        bytes.remove_prefix(good ? static_cast<std::size_t>(written) : 0);
-    }
-    if (good && ::rename(temporary.c_str(), path.c_str()) != 0)
-        good = false;
-    const int fault = errno;
-    if (descriptor >= 0)
-        ::close(descriptor);
-    if (good)
+    FilePtr file(descriptor >= 0 ? ::fdopen(descriptor, "wb") : nullptr);
+    if (file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
+        std::fclose(file.release()) == 0 && ::rename(temporary.c_str(), path.c_str()) == 0)
         return {};
+    const int fault = errno;
     ::unlink(temporary.c_str());
     return "cannot write " + path + ": " + std::strerror(fault);
 }

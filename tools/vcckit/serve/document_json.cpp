@@ -206,9 +206,7 @@ json lines_json(const std::string& before, const std::string& now) {
     const auto old = lines_of(before), lines = lines_of(now);
     const auto head = std::ranges::mismatch(old, lines).in1 - old.begin();
     const auto most = static_cast<std::ptrdiff_t>(std::min(old.size(), lines.size())) - head;
-    std::ptrdiff_t tail = 0;
-    while (tail < most && old.end()[-1 - tail] == lines.end()[-1 - tail])
-        ++tail;
+    const auto tail = std::mismatch(old.rbegin(), old.rbegin() + most, lines.rbegin()).first - old.rbegin();
     return {{"at", head},
             {"count", static_cast<std::ptrdiff_t>(old.size()) - head - tail},
             {"lines", std::vector(lines.begin() + head, lines.end() - tail)}};
