@@ -6,6 +6,42 @@
 
 namespace vcc::kit::edit {
 
+namespace {
+
+/// The blanks that a line of the table begins with.
+std::string_view indentation(std::string_view source, const Node& table) {
+    for (auto member = table.members.rbegin(); member != table.members.rend(); ++member)
+        if (member->line.end > member->line.begin)
+            return source.substr(member->line.begin,
+                                 std::min(source.find_first_not_of(" \t", member->line.begin), member->line.end) -
+                                     member->line.begin);
+    return {};
+}
+
+void remove_lines(TextEdits& edits, Span lines) {
+    const std::string_view source = edits.source();
+    const bool unended = lines.end == source.size() && !source.empty() && source.back() != '\n';
+    if (unended && lines.begin > 0) { // the line before loses its end instead
+        --lines.begin;
+        if (lines.begin > 0 && source[lines.begin - 1] == '\r')
+            --lines.begin;
+    }
+    edits.replace(lines, "");
+}
+
+void remove_entry(TextEdits& edits, Span entry) {
+    const std::string_view source = edits.source();
+    const std::size_t next = std::min(source.find_first_not_of(" \t", entry.end), source.size() - 1);
+    const std::size_t last = source.find_last_not_of(" \t", entry.begin - 1);
+    if (source[next] == ',')
+        entry.end = std::min(source.find_first_not_of(" \t", next + 1), source.size());
+    else if (source[last] == ',')
+        entry.begin = last;
+    edits.replace(entry, "");
+}
+
+} // namespace
+
 std::string TextEdits::result_of(const Span& piece) const {
     std::vector<const Edit*> inside;
     for (const Edit& edit : edits_)
@@ -39,20 +75,6 @@ void add_lines(TextEdits& edits, std::size_t at, std::string lines) {
     edits.insert(at, std::move(lines));
 }
 
-namespace {
-
-/// The blanks that a line of the table begins with.
-std::string_view indentation(std::string_view source, const Node& table) {
-    for (auto member = table.members.rbegin(); member != table.members.rend(); ++member)
-        if (member->line.end > member->line.begin)
-            return source.substr(member->line.begin,
-                                 std::min(source.find_first_not_of(" \t", member->line.begin), member->line.end) -
-                                     member->line.begin);
-    return {};
-}
-
-} // namespace
-
 void add_member(TextEdits& edits, const Node& table, std::string_view key, std::string_view value) {
     const std::string entry = table.prefix + std::string(key) + " = " + std::string(value);
     if (table.form == Node::Form::implied)
@@ -65,32 +87,6 @@ void add_member(TextEdits& edits, const Node& table, std::string_view key, std::
     else
         edits.insert(table.tail, ", " + entry);
 }
-
-namespace {
-
-void remove_lines(TextEdits& edits, Span lines) {
-    const std::string_view source = edits.source();
-    const bool unended = lines.end == source.size() && !source.empty() && source.back() != '\n';
-    if (unended && lines.begin > 0) { // the line before loses its end instead
-        --lines.begin;
-        if (lines.begin > 0 && source[lines.begin - 1] == '\r')
-            --lines.begin;
-    }
-    edits.replace(lines, "");
-}
-
-void remove_entry(TextEdits& edits, Span entry) {
-    const std::string_view source = edits.source();
-    const std::size_t next = std::min(source.find_first_not_of(" \t", entry.end), source.size() - 1);
-    const std::size_t last = source.find_last_not_of(" \t", entry.begin - 1);
-    if (source[next] == ',')
-        entry.end = std::min(source.find_first_not_of(" \t", next + 1), source.size());
-    else if (source[last] == ',')
-        entry.begin = last;
-    edits.replace(entry, "");
-}
-
-} // namespace
 
 void remove_member(TextEdits& edits, const Member& member) {
     if (member.line.end > member.line.begin) {

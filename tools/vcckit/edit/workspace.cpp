@@ -34,6 +34,15 @@ Span moved(Span span, const Change& change) {
     return {std::min(span.begin, change.at), beyond(std::max(span.end, end))};
 }
 
+/// Where the sources of an installation are when nobody says so.
+std::string usual_screens(const fs::path& folder) {
+    std::error_code error;
+    for (const fs::path& screens : {folder / "screens", folder.parent_path() / "screens"})
+        if (fs::is_directory(screens, error))
+            return screens.string();
+    return (folder / "screens").string();
+}
+
 } // namespace
 
 void Workspace::show(Document& document, std::string text) {
@@ -74,19 +83,6 @@ void Workspace::keep() {
     else
         trouble_ = (fs::remove(unsaved_, error), error) ? "cannot remove " + unsaved_ + ": " + error.message() : "";
 }
-
-namespace {
-
-/// Where the sources of an installation are when nobody says so.
-std::string usual_screens(const fs::path& folder) {
-    std::error_code error;
-    for (const fs::path& screens : {folder / "screens", folder.parent_path() / "screens"})
-        if (fs::is_directory(screens, error))
-            return screens.string();
-    return (folder / "screens").string();
-}
-
-} // namespace
 
 Workspace::Workspace(const std::string& folder, const std::string& screens) {
     std::error_code error;

@@ -126,6 +126,17 @@ json windows_json(json described, const std::array<TextWindow, text_window_count
     return described;
 }
 
+/// Both texts with a line feed at their ends.
+json lines_json(const std::string& before, const std::string& now) {
+    const auto old = lines_of(before), lines = lines_of(now);
+    const auto head = std::ranges::mismatch(old, lines).in1 - old.begin();
+    const auto most = static_cast<std::ptrdiff_t>(std::min(old.size(), lines.size())) - head;
+    const auto tail = std::mismatch(old.rbegin(), old.rbegin() + most, lines.rbegin()).first - old.rbegin();
+    return {{"at", head},
+            {"count", static_cast<std::ptrdiff_t>(old.size()) - head - tail},
+            {"lines", std::vector(lines.begin() + head, lines.end() - tail)}};
+}
+
 } // namespace
 
 std::string text_of_json(const json& object) {
@@ -198,21 +209,6 @@ json document_json(const Document& document, const Reading& reading, const Windo
             {"toggles", toggles_json(reading, windows)},
             {"faults", std::move(faults)}};
 }
-
-namespace {
-
-/// Both texts with a line feed at their ends.
-json lines_json(const std::string& before, const std::string& now) {
-    const auto old = lines_of(before), lines = lines_of(now);
-    const auto head = std::ranges::mismatch(old, lines).in1 - old.begin();
-    const auto most = static_cast<std::ptrdiff_t>(std::min(old.size(), lines.size())) - head;
-    const auto tail = std::mismatch(old.rbegin(), old.rbegin() + most, lines.rbegin()).first - old.rbegin();
-    return {{"at", head},
-            {"count", static_cast<std::ptrdiff_t>(old.size()) - head - tail},
-            {"lines", std::vector(lines.begin() + head, lines.end() - tail)}};
-}
-
-} // namespace
 
 json difference_json(const json& before, const json& now) {
     json out{{"name", now["name"]}, {"revision", now["revision"]}, {"since", before["revision"]}};

@@ -26,6 +26,13 @@ bool is_kept(const fs::path& installation, const fs::path& path) {
            path.extension() != ".toml";
 }
 
+/// What a handler answers, or why it does not.
+Answer answered(const std::function<Answer()>& answer) try { return answer(); } catch (const BadRequest& bad) {
+    return refusal(bad.status, bad.what());
+} catch (const Refused& refused) {
+    return refusal(status::refused, refused.what());
+}
+
 } // namespace
 
 /// Loads what pictures are made of, and puts all working texts on the stage.
@@ -53,17 +60,6 @@ Session::Lock Session::lock() {
     --waiting_;
     return lock;
 }
-
-namespace {
-
-/// What a handler answers, or why it does not.
-Answer answered(const std::function<Answer()>& answer) try { return answer(); } catch (const BadRequest& bad) {
-    return refusal(bad.status, bad.what());
-} catch (const Refused& refused) {
-    return refusal(status::refused, refused.what());
-}
-
-} // namespace
 
 std::optional<Answer> Session::get(const std::string& name, const Parameters& parameters) {
     static const std::map<std::string, Answer (Session::*)(const Parameters&)> handlers{
