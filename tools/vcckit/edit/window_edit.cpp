@@ -242,12 +242,6 @@ void expect_free(std::string_view text, int number) {
         throw Refused("there is a window " + std::to_string(number) + " already");
 }
 
-void expect_not_fixed(int number) {
-    if (const std::string role = role_of_fixed_window(number); !role.empty())
-        throw Refused("the program knows this window by its number: window " + std::to_string(number) + " is the " +
-                      role);
-}
-
 /// Behind all windows that the program reads.
 std::string with_window(std::string_view text, std::string lines) {
     const std::vector<TextLine> there = window_lines(text);
@@ -276,8 +270,10 @@ std::string change_window(const std::string& text, const Address& address, const
     WindowChange change(text, address.index);
     if (!change.is_there())
         throw Refused("there is no window " + std::to_string(address.index));
-    if (operation.what == Do::remove || operation.what == Do::renumber)
-        expect_not_fixed(address.index);
+    const std::string role = role_of_fixed_window(address.index);
+    if (!role.empty() && (operation.what == Do::remove || operation.what == Do::renumber))
+        throw Refused("the program knows this window by its number: window " + std::to_string(address.index) +
+                      " is the " + role);
     if (operation.what == Do::copy || operation.what == Do::renumber)
         expect_free(text, operation.to);
     switch (operation.what) {

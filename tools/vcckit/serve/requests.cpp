@@ -89,24 +89,20 @@ Value value_of(const json& object) {
                     "value is a number of 32 bits, true, false or a text");
 }
 
-void take_field(const json& object, Operation& operation) {
-    operation.field = expected(word_entry(object, "field"), "field is a name");
-    if (operation.field.empty())
-        throw BadRequest("field is a name");
-    if (!object.contains("language"))
-        return;
-    const std::string language = expected(word_entry(object, "language"), "language is en or de");
-    if (!language.empty())
-        operation.language = language_of(language);
-}
-
 /// Takes what an operation of this kind must have.
 void take_entries(const json& object, const OperationRow& row, Operation& operation) {
     if (row.of)
         operation.of =
             list_entry(object, "of", address_of, "of is a list of slots, toggles, styles, windows or buffers");
-    if (row.field)
-        take_field(object, operation);
+    if (row.field) {
+        operation.field = expected(word_entry(object, "field"), "field is a name");
+        if (operation.field.empty())
+            throw BadRequest("field is a name");
+        const std::string code =
+            object.contains("language") ? expected(word_entry(object, "language"), "language is en or de") : "";
+        if (!code.empty())
+            operation.language = language_of(code);
+    }
     if (row.value)
         operation.value = value_of(object);
     if (row.distance)

@@ -55,11 +55,6 @@ void remove_stages(bool own) {
     }
 }
 
-/// What the program writes.
-bool is_log(const fs::path& name) {
-    return name.parent_path() == "data/logfiles";
-}
-
 } // namespace
 
 Stage::Stage(fs::path installation) : installation_(std::move(installation)) {
@@ -111,7 +106,8 @@ void Stage::link_below(const fs::path& name, int depth) {
         const bool is_own = next == "tools" || next == "tools/language" || next.parent_path() == "tools/language";
         if (each->is_directory(ignored) && (is_own || !each->is_symlink(ignored)))
             link_below(next, depth + 1);
-        else if (!fs::exists(fs::symlink_status(place, ignored)) && !own_.contains(place.string()) && !is_log(next))
+        else if (!fs::exists(fs::symlink_status(place, ignored)) && !own_.contains(place.string()) &&
+                 name != "data/logfiles") // what the program writes
             fs::create_symlink(each->path(), place, ignored);
     }
 }
