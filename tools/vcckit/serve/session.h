@@ -11,7 +11,6 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -28,12 +27,6 @@ namespace vcc::kit::edit {
 
 /// The parameters of a request's address.
 using Parameters = std::map<std::string, std::string>;
-
-/// A picture that a page shows: of the next one it gets only what differs.
-struct ShownPicture {
-    std::uint64_t number = 0;
-    std::string rgba;
-};
 
 /// The stage becomes the working folder of the process. Requests may come from any thread; the graphics library works
 /// for one at a time.
@@ -104,7 +97,7 @@ private:
     };
     Drawn draw(const Parameters& parameters);
     nlohmann::json names_json();
-    std::uint64_t keep_shown(const std::string& rgba);
+    std::int64_t keep_shown(const std::string& rgba);
 
     void check_once(Lock& held);
     nlohmann::json checked_fault_json(const Fault& fault);
@@ -116,8 +109,9 @@ private:
     Events events_;
     std::map<std::string, Reading> readings_;    ///< by document
     std::map<std::string, nlohmann::json> told_; ///< documents as pages got them last
-    std::deque<ShownPicture> shown_;             ///< pictures that pages have got, the newest first
-    std::uint64_t last_shown_ = 0;
+    /// Pictures that pages have got, by number, red, green, blue and 255 of each pixel: of the next one they get only
+    /// what differs.
+    std::map<std::int64_t, std::string> shown_;
     WindowSets windows_;
     bool fonts_ = false;          ///< they are loaded
     bool other_pictures_ = false; ///< pages do not know yet

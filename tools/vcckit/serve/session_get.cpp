@@ -326,12 +326,13 @@ Answer Session::document(const Parameters& parameters) {
     return {.body = text_of_json(json_of(named(parameter(parameters, "name"))))};
 }
 
-std::uint64_t Session::keep_shown(const std::string& rgba) {
+std::int64_t Session::keep_shown(const std::string& rgba) {
     constexpr std::size_t most = 4; ///< pages that are drawn in at the same time
-    shown_.push_front({++last_shown_, rgba});
+    const std::int64_t number = shown_.empty() ? 1 : shown_.rbegin()->first + 1;
+    shown_[number] = rgba;
     if (shown_.size() > most)
-        shown_.pop_back();
-    return last_shown_;
+        shown_.erase(shown_.begin());
+    return number;
 }
 
 /// The picture that a change asks for along with itself: what it is to `told`, and those of its pixels that the page
@@ -351,12 +352,11 @@ std::string Session::add_picture(const json& body, json& told) {
         return {};
     }
     const std::string rgba = rgba_of(*drawn.picture);
-    const auto have = body.contains("have") ? number_entry(body, "have", 0, INT64_MAX) : std::nullopt;
-    const auto known = std::ranges::find_if(
-        shown_, [&](const ShownPicture& each) { return have && each.number == static_cast<std::uint64_t>(*have); });
-    const Rect part = known == shown_.end() || known->rgba.size() != rgba.size()
+    const auto have = number_entry(body, "have", 0, INT64_MAX);
+    const auto known = have ? shown_.find(*have) : shown_.end();
+    const Rect part = known == shown_.end() || known->second.size() != rgba.size()
                           ? Rect{0, 0, drawn.picture->w, drawn.picture->h}
-                          : part_that_differs(known->rgba, rgba, drawn.picture->w);
+                          : part_that_differs(known->second, rgba, drawn.picture->w);
     told["picture"] = {{"number", keep_shown(rgba)},
                        {"rect", {part.x1, part.y1, part.x2 - part.x1, part.y2 - part.y1}},
                        {"revision", drawn.revision}};
@@ -370,7 +370,7 @@ std::string Session::add_picture(const json& body, json& told) {
 Answer Session::picture(const Parameters& parameters) {
     const Drawn drawn = draw(parameters);
     std::string rgba = rgba_of(*drawn.picture);
-    const std::uint64_t number = parameters.contains("keep") ? keep_shown(rgba) : 0;
+    const std::int64_t number = parameters.contains("keep") ? keep_shown(rgba) : 0;
     return {.type = "application/octet-stream",
             .body = std::move(rgba),
             .headers = {{"X-Revision", std::to_string(drawn.revision)}, {"X-Number", std::to_string(number)}}};
