@@ -1,4 +1,4 @@
-#include "vcckit/edit/kind_functions.h"
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/source_model.h"
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/record/names.h"

@@ -1,6 +1,6 @@
 // What is written where in a source: the parts of the text that an editor shows beside the records.
 #include "vcckit/check/fixed_slots.h"
-#include "vcckit/edit/kind_functions.h"
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/source_model.h"
 
 #include "screen/slot.h"

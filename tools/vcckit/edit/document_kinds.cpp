@@ -1,6 +1,5 @@
 #include "vcckit/edit/document_kinds.h"
 
-#include "vcckit/edit/kind_functions.h"
 #include "vcckit/edit/source_model.h"
 #include "vcckit/text/latin1.h"
 

@@ -56,4 +56,28 @@ std::string apply(std::string text, DocumentKind kind, std::span<const Operation
 /// "Move slot 3", "Change font": what a menu calls an edit.
 std::string label_of(std::span<const Operation> operations);
 
+// What the rows are made of: for each kind a function that changes a text, and one that describes it.
+
+/// Sources of screens.
+std::string change_screen(std::string text, const Operation& operation, const std::string& screen);
+Description describe_screen(const std::string& source, const std::string& screen);
+
+/// What change_screen() does to move or resize. Everything addressed moves once, also where several addresses are of
+/// one group; languages keep their distance.
+std::string move_or_resize(std::string text, const Operation& operation);
+
+/// Text windows: lines of a key and a number. Fields are named as in window_fields.h or by their keys; values have
+/// "title", too. The line is that of the first "+", 1 for window 0 without one.
+std::string change_windows(std::string text, const Operation& operation, const std::string& screen);
+Description describe_windows(const std::string& text, const std::string& screen);
+
+/// The buffer list: which "picture" is in which graphic buffer. That of a new one is the operation's text.
+std::string change_buffers(std::string text, const Operation& operation, const std::string& screen);
+Description describe_buffers(const std::string& text, const std::string& screen);
+
+/// "protected" of what is described.
+inline nlohmann::json text_or_null(const std::string& text) {
+    return text.empty() ? nlohmann::json() : nlohmann::json(text);
+}
+
 } // namespace vcc::kit::edit

@@ -42,13 +42,8 @@ std::optional<std::int64_t> number_without_step(const SourceModel& model, const 
                                                 std::size_t language, int position) {
     if (const Node* const leaf = present_leaf(subject, field.name, language, position))
         return model.number(*leaf, field.meaning);
-    if (!subject.base.empty()) {
-        const Subject& base = subject.base.front();
-        const int at = base_position(subject, position);
-        const auto number = number_without_step(model, base, field, language, at);
-        const auto step = own_step(base, field.name);
-        return number && step ? std::optional(*number + *step * at) : std::nullopt;
-    }
+    if (!subject.base.empty())
+        return present_number(model, subject.base.front(), field.name, language, base_position(subject, position));
     if (field.name != "toggle")
         return 0;
     const bool lit = subject.record && subject.record->kind == Address::Of::slot &&
@@ -423,13 +418,11 @@ void shift_field(Opened& at, std::string_view field, const LanguageSet& in, cons
 }
 
 std::optional<std::int64_t> present_number(const SourceModel& model, const Subject& subject, std::string_view field,
-                                           std::size_t language) {
-    const Field* const info = find_field(field);
+                                           std::size_t language, std::optional<int> position) {
+    const int at = position.value_or(position_of(subject));
     const auto step = own_step(subject, field);
-    if (!info || !step)
-        return std::nullopt;
-    const auto number = number_without_step(model, subject, *info, language, position_of(subject));
-    return number ? std::optional(*number + *step * position_of(subject)) : std::nullopt;
+    const auto number = number_without_step(model, subject, *find_field(field), language, at);
+    return number && step ? std::optional(*number + *step * at) : std::nullopt;
 }
 
 std::string present_text(const SourceModel& model, const Subject& subject, std::string_view field,
@@ -440,13 +433,12 @@ std::string present_text(const SourceModel& model, const Subject& subject, std::
     return leaf ? leaf->text : "";
 }
 
-std::string value_at(const SourceModel& model, const Subject& subject, std::string_view field, int position,
+std::string value_at(const SourceModel& model, const Subject& subject, const Field& field, int position,
                      std::int64_t add) {
-    const Field* const info = find_field(field);
     std::array<std::string, languages.size()> values;
-    for (std::size_t i = 0; info && i < languages.size(); ++i) {
-        const auto number = add == 0 ? std::nullopt : number_without_step(model, subject, *info, i, position);
-        values[i] = number ? std::to_string(*number + add) : raw_text(model, subject, *info, i, position);
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        const auto number = add == 0 ? std::nullopt : number_without_step(model, subject, field, i, position);
+        values[i] = number ? std::to_string(*number + add) : raw_text(model, subject, field, i, position);
     }
     return by_language(values);
 }

@@ -23,15 +23,16 @@ std::string change_field(const std::string& text, const Address& address, const 
 void shift_field(Opened& at, std::string_view field, const LanguageSet& in, const std::set<int>& positions,
                  std::int64_t distance);
 
-/// The number that the subject's record has, with what the group adds. Nothing when it is not to be known.
+/// The number that the subject's record has in a field that there is, or the one at another position of its group, with
+/// what the group adds. Nothing when it is not to be known.
 std::optional<std::int64_t> present_number(const SourceModel& model, const Subject& subject, std::string_view field,
-                                           std::size_t language);
+                                           std::size_t language, std::optional<int> position = {});
 /// The text that it has, UTF-8.
 std::string present_text(const SourceModel& model, const Subject& subject, std::string_view field,
                          std::size_t language);
 
 /// A field in every language at one repetition as the source would write it, without what the group adds.
-std::string value_at(const SourceModel& model, const Subject& subject, std::string_view field, int position,
+std::string value_at(const SourceModel& model, const Subject& subject, const Field& field, int position,
                      std::int64_t add);
 
 } // namespace vcc::kit::edit

@@ -1,5 +1,5 @@
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/field_edit.h"
-#include "vcckit/edit/kind_functions.h"
 
 #include "core/geometry.h"
 

@@ -1,4 +1,4 @@
-#include "vcckit/edit/kind_functions.h"
+#include "vcckit/edit/document_kinds.h"
 
 #include "vcckit/check/fixed_slots.h"
 #include "vcckit/edit/field_edit.h"
@@ -116,7 +116,7 @@ private:
             if (member.value.span.end == member.value.span.begin)
                 throw Refused(member.key +
                               " has lists in lines of their own: a list for both languages can be written out");
-            edits_.replace(member.value.span, value_at(model_, subject, member.key, position_, added));
+            edits_.replace(member.value.span, value_at(model_, subject, *field, position_, added));
         } else if (added != 0) {
             for (const Node* const part : parts) {
                 const auto number = model_.number(*part, field->meaning);
@@ -132,11 +132,13 @@ private:
         const Node* const repeat = record_.table->table("repeat");
         if (!repeat || position_ == 0)
             return;
-        for (const Member& step : repeat->members)
-            if (const auto distance = step_of(record_, step.key);
-                distance && *distance != 0 && find_number_field(step.key) && !record_.table->find(step.key))
+        for (const Member& step : repeat->members) {
+            const Field* const field = find_number_field(step.key);
+            const auto distance = step_of(record_, step.key);
+            if (field && distance && *distance != 0 && !record_.table->find(step.key))
                 add_member(edits_, *record_.table, step.key,
-                           value_at(model_, subject, step.key, position_, *distance * position_));
+                           value_at(model_, subject, *field, position_, *distance * position_));
+        }
     }
 
     /// The toggle record of the pressed look goes along with the index.

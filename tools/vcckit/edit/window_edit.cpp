@@ -1,5 +1,5 @@
 #include "vcckit/check/fixed_slots.h"
-#include "vcckit/edit/kind_functions.h"
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/edit/text_edits.h"
 #include "vcckit/record/window_fields.h"
 #include "vcckit/text/lines.h"

@@ -88,8 +88,9 @@ std::optional<std::string> exchange(const std::string& temporary, const std::str
     struct stat before {};
     if (::stat(file.c_str(), &before) == 0)
         ::chmod(temporary.c_str(), before.st_mode & 07777);
-    const bool is_new = renamed(RENAME_NOREPLACE);
-    if (!is_new && !renamed(RENAME_EXCHANGE)) {
+    if (renamed(RENAME_NOREPLACE))
+        return std::nullopt;
+    if (!renamed(RENAME_EXCHANGE)) {
         if (errno != EINVAL && errno != ENOENT)
             throw Refused("cannot write " + file + ": " + std::strerror(errno));
         // A file system that cannot exchange files: a look as late as possible has to do. Or it has just been removed.
@@ -98,8 +99,6 @@ std::optional<std::string> exchange(const std::string& temporary, const std::str
             throw Refused("cannot write " + file + ": " + std::strerror(errno));
         return bytes ? std::optional(std::move(*bytes)) : std::nullopt;
     }
-    if (is_new)
-        return std::nullopt;
     const int descriptor = ::open(temporary.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
         throw Refused("cannot read what was in " + file + ": " + std::strerror(errno));

@@ -1,7 +1,7 @@
 #include "vcckit/serve/document_json.h"
 
 #include "vcckit/check/fixed_slots.h"
-#include "vcckit/edit/kind_functions.h"
+#include "vcckit/edit/document_kinds.h"
 #include "vcckit/faults/fault_codes.h"
 #include "vcckit/record/fields.h"
 #include "vcckit/text/latin1.h"
