@@ -49,10 +49,9 @@ std::string without(const std::string& text, const std::vector<std::string_view>
     while (first > 0 && lines[first - 1].starts_with('#') &&
            lines[first - 1].find_first_not_of("#\r\n") != std::string_view::npos)
         --first;
-    TextEdits edits(text);
     const auto begin = static_cast<std::size_t>(lines[first].data() - text.data());
-    edits.replace({begin, static_cast<std::size_t>(lines[picture].data() - text.data()) + lines[picture].size()}, "");
-    return edits.result();
+    const auto end = static_cast<std::size_t>(lines[picture].data() - text.data()) + lines[picture].size();
+    return std::string(text).erase(begin, end - begin);
 }
 
 std::string change_buffer(const std::string& text, const Address& address, const Operation& operation) {

@@ -116,7 +116,7 @@ private:
     /// Adds the documents that are not there yet. The reason when a file cannot be read.
     std::string add_documents();
     std::string add_installed(const std::string& source, const std::vector<std::string>& names);
-    std::string add_document(Document document);
+    std::string add_document(const std::string& file, const std::vector<std::string>& installs);
     /// A source for installed files that have none.
     std::optional<std::string> made_text(const Document& document) const;
 

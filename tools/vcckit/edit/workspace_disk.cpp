@@ -79,26 +79,20 @@ std::string Workspace::installed(const std::string& name) const {
 
 /// A file among the sources serves all of the installed ones; else each of those is a document.
 std::string Workspace::add_installed(const std::string& source, const std::vector<std::string>& names) {
-    std::vector<Document> candidates(1);
-    candidates.front().file = source;
-    candidates.front().installs = names;
-    for (const std::string& name : names) {
-        candidates.emplace_back().file = installed(name);
-        candidates.back().installs = {name};
-    }
-    for (const Document& each : candidates) {
-        if (std::string reason = add_document(each); !reason.empty())
-            return reason;
-        if (each.file == source &&
-            std::ranges::any_of(documents_, [&](const auto& one) { return one.second.file == source; }))
-            break;
-    }
-    return {};
+    std::string reason = add_document(source, names);
+    if (std::ranges::any_of(documents_, [&](const auto& each) { return each.second.file == source; }))
+        return reason;
+    for (auto name = names.begin(); reason.empty() && name != names.end(); ++name)
+        reason = add_document(installed(*name), {*name});
+    return reason;
 }
 
 /// Adds a document when there is something to read.
-std::string Workspace::add_document(Document document) {
-    document.kind = kind_of_file(document.installs.empty() ? document.file : document.installs.front());
+std::string Workspace::add_document(const std::string& file, const std::vector<std::string>& installs) {
+    Document document;
+    document.file = file;
+    document.installs = installs;
+    document.kind = kind_of_file(installs.empty() ? file : installs.front());
     const fs::path name = fs::path(document.file).filename();
     document.name = row_of(document.kind).named_whole ? name.string() : name.stem().string();
     if (documents_.contains(document.name) || !holds(document.file))
@@ -121,12 +115,10 @@ std::string Workspace::add_documents() {
     for (const ScreenFile& row : screen_files)
         files.push_back((fs::path(screens_) / (std::string(row.name) + ".toml")).string());
     for (const std::string& file : files) {
-        Document document;
-        document.file = file;
         const bool is_made_elsewhere = !fs::exists(file) && std::ranges::any_of(documents_, [&](const auto& each) {
             return screen_of(each.second) == fs::path(file).stem();
         });
-        if (std::string fault = is_made_elsewhere ? "" : add_document(std::move(document)); !fault.empty())
+        if (std::string fault = is_made_elsewhere ? "" : add_document(file, {}); !fault.empty())
             reason = std::move(fault);
     }
     std::vector<std::string> windows;
