@@ -96,7 +96,6 @@ private:
         std::int64_t revision = 0;
     };
     Drawn draw(const Parameters& parameters);
-    nlohmann::json names_json();
     std::int64_t keep_shown(const std::string& rgba);
 
     void check_once(Lock& held);

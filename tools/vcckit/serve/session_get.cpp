@@ -238,21 +238,8 @@ json numbered(const std::string& name, int number) {
     return {{"name", name}, {"number", number}};
 }
 
-} // namespace
-
-/// The picture that a request's address asks for.
-Session::Drawn Session::draw(const Parameters& parameters) {
-    const RenderRequest request = render_request_of(parameters);
-    auto picture = renderer_->draw(request);
-    if (!picture)
-        throw Refused(picture.reason());
-    const auto* const view = std::ranges::find(views, request.screen, &ViewRow::screen);
-    const auto document = workspace_.documents().find(view->document);
-    return {std::move(*picture), document == workspace_.documents().end() ? 0 : document->second.revision};
-}
-
 /// Names that may stand for numbers, with what the installation says of each.
-json Session::names_json() {
+json names_json() {
     json names = json::object();
     for (const Meaning meaning : all_meanings) {
         if (meaning == Meaning::number)
@@ -292,6 +279,19 @@ json Session::names_json() {
     }
     names["buffer"] = std::move(buffers);
     return names;
+}
+
+} // namespace
+
+/// The picture that a request's address asks for.
+Session::Drawn Session::draw(const Parameters& parameters) {
+    const RenderRequest request = render_request_of(parameters);
+    auto picture = renderer_->draw(request);
+    if (!picture)
+        throw Refused(picture.reason());
+    const auto* const view = std::ranges::find(views, request.screen, &ViewRow::screen);
+    const auto document = workspace_.documents().find(view->document);
+    return {std::move(*picture), document == workspace_.documents().end() ? 0 : document->second.revision};
 }
 
 Answer Session::project(const Parameters&) {
