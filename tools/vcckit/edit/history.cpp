@@ -62,20 +62,20 @@ std::string History::travel(std::string text, bool back) {
     return back ? unchanged(std::move(text), steps_[--done_].change) : changed(std::move(text), steps_[done_++].change);
 }
 
-bool History::fits(std::string text) const {
-    const auto is_at = [&](const Change& change, const std::string& part) {
-        return change.at <= text.size() && text.compare(change.at, part.size(), part) == 0;
-    };
+bool History::fits(const std::string& text) const {
     if (done_ > steps_.size())
         return false;
-    std::string now = text;
-    for (std::size_t i = done_; i < steps_.size(); text = changed(std::move(text), steps_[i++].change))
-        if (!is_at(steps_[i].change, steps_[i].change.before))
-            return false;
-    text = std::move(now);
-    for (std::size_t i = done_; i > 0; text = unchanged(std::move(text), steps_[--i].change))
-        if (!is_at(steps_[i - 1].change, steps_[i - 1].change.after))
-            return false;
+    for (const bool back : {false, true}) {
+        History way = *this;
+        std::string now = text;
+        while (const Step* const step = way.next(back)) {
+            const auto& [at, before, after] = step->change;
+            const std::string& part = back ? after : before;
+            if (at > now.size() || now.compare(at, part.size(), part) != 0)
+                return false;
+            now = way.travel(std::move(now), back);
+        }
+    }
     return true;
 }
 

@@ -52,7 +52,7 @@ public:
     std::size_t done() const { return done_; } ///< steps that are not undone
 
     /// Whether the steps lead to this text, and from it.
-    bool fits(std::string text) const;
+    bool fits(const std::string& text) const;
 
 private:
     std::vector<Step> steps_;
