@@ -11,10 +11,6 @@ namespace vcc::kit::edit {
 
 namespace {
 
-bool is_language(std::string_view key) {
-    return std::ranges::any_of(languages, [key](const LanguageRow& row) { return row.code == key; });
-}
-
 std::optional<std::int64_t> plain_number(const Node* node) {
     return node && node->kind == Node::Kind::number ? std::optional(node->number) : std::nullopt;
 }
@@ -162,7 +158,7 @@ const Node* part_at(const Node& value, std::size_t language, int position, int c
                           " records");
         return part_at(value.items[static_cast<std::size_t>(position)], language, position, count);
     }
-    if (!value.is_table() || std::ranges::none_of(value.members, [](const Member& m) { return is_language(m.key); }))
+    if (!value.is_table() || std::ranges::none_of(languages, [&](const auto& row) { return value.find(row.code); }))
         return &value;
     const Node* const chosen = value.find(languages[language].code);
     return chosen ? part_at(*chosen, language, position, count) : nullptr;

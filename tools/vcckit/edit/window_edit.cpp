@@ -124,7 +124,7 @@ public:
     bool unset(const WindowField& field) {
         bool found = false;
         for (const TextLine& line : lines_)
-            if (says(line, field)) {
+            if (line.window == number_ && line.field == &field) {
                 edits_.replace(line.span, "");
                 found = true;
             }
@@ -167,15 +167,11 @@ public:
     }
 
 private:
-    bool says(const TextLine& line, const WindowField& field) const {
-        return line.window == number_ && line.field == &field;
-    }
-
     /// The line that counts.
     const TextLine* line_of(const WindowField& field) const {
         const TextLine* found = nullptr;
         for (const TextLine& line : lines_)
-            if (says(line, field))
+            if (line.window == number_ && line.field == &field)
                 found = &line;
         return found;
     }
