@@ -2,7 +2,7 @@
 import { edit, editTogether, settled } from './edits.js';
 import { around } from './geometry.js';
 import { say } from './messages.js';
-import { addressOf, item, keyOf, lead, selected, state, windowsDocument } from './state.js';
+import { addressOf, item, keyOf, lead, selected, state } from './state.js';
 import { nameOf } from './values.js';
 
 export const BACKGROUND = 'slot:0'; // stays below all others, and where it is
@@ -10,8 +10,7 @@ export const BACKGROUND = 'slot:0'; // stays below all others, and where it is
 /** What a gesture on an item really moves: a slot that shows a text window moves the window. */
 export function movedBy(each) {
   if (each.kind !== 'slot' || each.shown.kind !== 'window') return each;
-  const found = windowsDocument()?.windows.find((one) => one.number === each.shown.values.graphic);
-  return found ? item(keyOf('window', found.number)) : each;
+  return item(keyOf('window', each.shown.values.graphic)) ?? each;
 }
 
 /** Pixels of one unit of an item's place, across and down. */

@@ -2,7 +2,7 @@
 import { commandButton, commandIcon } from './commands.js';
 import { el, find, segments } from './dom.js';
 import { isBusy } from './edits.js';
-import { helpSlots, on, showView, state, viewNames, viewOf } from './state.js';
+import { allDocuments, helpSlots, on, showView, state, viewNames, viewOf } from './state.js';
 
 const bar = find('bar');
 const saveButton = commandButton('save', { class: 'primary state' }, 'Save');
@@ -41,7 +41,7 @@ function draw() {
   parts.about.replaceChildren(...helpSlots().map((each) => el('option', { value: each.index },
     `${each.index} ${each.name}`)));
   parts.about.value = state.about ?? '';
-  const dirty = [...state.documents.values()].some((each) => each.dirty);
+  const dirty = allDocuments().some((each) => each.dirty);
   saveButton.disabled = !dirty && !isBusy();
   saveButton.classList.toggle('dirty', dirty);
   saveButton.firstChild.textContent = dirty ? 'Save' : 'Saved';

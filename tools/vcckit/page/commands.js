@@ -14,7 +14,7 @@ import { isDark, prefer, preferences } from './preferences.js';
 import { focusProperties } from './properties.js';
 import { copySelected, createBuffer, createSlot, createWindow, paste, removeSelected, reorder, selectAll, step, take }
   from './records.js';
-import { activeDocument, canPreview, nextStep, on, screenDocument, select, selected, showView, state,
+import { activeDocument, allDocuments, canPreview, nextStep, on, screenDocument, select, selected, showView, state,
   windowsDocument } from './state.js';
 import { nextMissing } from './texts.js';
 
@@ -61,7 +61,7 @@ const travel = (path, run) => ({ when: () => nextStep(activeDocument(), path) ||
     const step = nextStep(activeDocument(), path);
     return step ? `${title}: ${step}` : `Nothing to ${path}`;
   } });
-const unsaved = () => [...state.documents.values()].filter((each) => each.dirty).map((each) => each.name);
+const unsaved = () => allDocuments().filter((each) => each.dirty).map((each) => each.name);
 
 // `where`: without it a key works everywhere, "text" not while a text is typed, "picture" only in the picture. `when`
 // tells whether it can be done now, `on` whether it is switched on, `says` what it is called now. `run` gets the key,

@@ -3,7 +3,7 @@ import { dialog } from './dialogs.js';
 import { el } from './dom.js';
 import { resolve } from './edits.js';
 import { banner } from './messages.js';
-import { on, state } from './state.js';
+import { allDocuments, on } from './state.js';
 
 let open = false;
 
@@ -31,7 +31,7 @@ function ask(document) {
 }
 
 function draw() {
-  const document = [...state.documents.values()].find((each) => each.conflicts.length);
+  const document = allDocuments().find((each) => each.conflicts.length);
   banner('conflict', document && (document.conflicts[0].removed ? `${document.file} is gone, and was changed here.`
     : `${document.file} was changed in the same lines as here.`),
     document ? [el('button', { type: 'button', on: { click: () => ask(document) } }, 'Decide')] : []);

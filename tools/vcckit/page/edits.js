@@ -4,7 +4,7 @@ import { getJson, post, Refusal } from './api.js';
 import { say } from './messages.js';
 import { arrive, wishAlong } from './picture.js';
 import { flushSource } from './source.js';
-import { activeDocument, adopt, item, keyOf, nextStep, select, state, tell } from './state.js';
+import { activeDocument, adopt, allDocuments, item, keyOf, kinds, nextStep, select, state, tell } from './state.js';
 
 const waiting = [];
 let busy = false;
@@ -61,7 +61,7 @@ export async function saveAll() {
   return ask({ path: 'save' });
 }
 export async function playNow() {
-  if ([...state.documents.values()].some((each) => each.dirty) && !await saveAll()) return;
+  if (allDocuments().some((each) => each.dirty) && !await saveAll()) return;
   try {
     await post('play', {});
     say('The program has started.');
@@ -132,10 +132,10 @@ function chooseAgain(path, before, now) {
 }
 function changedBetween(before, now) {
   const text = (record) => JSON.stringify({ ...record, line: 0 });
-  for (const [kind, list, name] of [['style', 'styles', 'name'], ['slot', 'slots', 'index'],
-    ['window', 'windows', 'number'], ['buffer', 'buffers', 'number']]) {
-    const known = new Set(before[list].map(text));
-    const keys = now[list].filter((each) => !known.has(text(each))).map((each) => keyOf(kind, each[name]));
+  for (const kind of ['style', 'slot', 'window', 'buffer']) {
+    const { records, by } = kinds[kind];
+    const known = new Set(before[records].map(text));
+    const keys = now[records].filter((each) => !known.has(text(each))).map((each) => keyOf(kind, each[by]));
     if (keys.length) return keys;
   }
   return [];

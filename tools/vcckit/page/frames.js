@@ -3,7 +3,7 @@ import { el, find, lay } from './dom.js';
 import { inside } from './geometry.js';
 import { isOfView, zoom } from './picture.js';
 import { preferences } from './preferences.js';
-import { allFaults, HEIGHT, on, placedItems, selected, state, WIDTH } from './state.js';
+import { faultFinder, HEIGHT, on, placedItems, selected, state, WIDTH } from './state.js';
 import { canResize } from './arrange.js';
 
 const layer = find('frames');
@@ -41,8 +41,7 @@ function draw() {
   showLayer();
   layer.classList.toggle('outlines', preferences.outlines);
   layer.classList.toggle('labels', preferences.labels);
-  const faulty = new Set(allFaults().filter((each) => each.slot !== null && each.slot !== undefined)
-    .map((each) => `${each.document}/${each.slot}`));
+  const isFaulty = faultFinder();
   const items = placedItems().filter((each) => isSeen(each) || state.selection.includes(each.key));
   const keep = new Set(items.map((each) => each.key));
   for (const [key, element] of elements) {
@@ -63,7 +62,7 @@ function draw() {
     lay(element, [x, y, Math.max(w, 4 / zoom), Math.max(h, 4 / zoom)], zoom);
     element.className = ['frame', state.selection.includes(each.key) ? 'selected' : 'plain',
       each.key === lead && 'primary', each.key === state.hovered && 'hovered', each.shown?.hidden && 'unseen',
-      faulty.has(`${each.document.name}/${each.index}`) && each.kind === 'slot' && 'faulty'].filter(Boolean).join(' ');
+      isFaulty(each) && 'faulty'].filter(Boolean).join(' ');
     const tag = element.firstChild;
     tag.replaceChildren(el('b', {}, each.kind === 'window' ? `+${each.index}` : String(each.index)), each.name);
     tag.classList.toggle('inside', y * zoom < 18);

@@ -1,8 +1,8 @@
 // The list at the left: slots, text windows or styles, as a listbox that arrow keys go through.
 import { BACKGROUND } from './arrange.js';
 import { el, find, icon, keeper, listbox, put, segments } from './dom.js';
-import { listKeys, takeOver } from './records.js';
-import { allFaults, item, listDocument, on, select, showList, state, tell, toggle } from './state.js';
+import { takeOver } from './records.js';
+import { faultFinder, listDocument, listItems, on, select, showList, state, tell, toggle } from './state.js';
 import { pieceOf, thumbnail } from './thumbnails.js';
 
 const panel = find('items');
@@ -16,9 +16,9 @@ const tabs = segments('Kind of list', [
   showList(value);
 });
 const list = listbox({ 'aria-label': 'Slots', 'aria-multiselectable': 'true' }, {
-  at: () => listKeys().indexOf(state.selection.at(-1)),
+  at: () => listItems().findIndex((each) => each.key === state.selection.at(-1)),
   mark(number, { shiftKey }) {
-    const key = listKeys()[number];
+    const { key } = listItems()[number];
     select(shiftKey ? [...state.selection.filter((each) => each !== key), key] : key);
   },
   take: () => find('viewport').focus(),
@@ -34,9 +34,9 @@ const kept = keeper();
 function draw() {
   if (!state.project) return;
   tabs.show(state.list);
-  const faulty = new Set(allFaults().map((each) => `${each.document}/${each.slot}`));
-  put(list, listKeys().map((key) => item(key)).map((each) => {
-    const looks = looksOf(each, faulty);
+  const isFaulty = faultFinder();
+  put(list, listItems().map((each) => {
+    const looks = looksOf(each, isFaulty(each));
     return kept(each.key, looks, () => row(each.key, looks));
   }));
   const { file, made, dirty } = listDocument() ?? {};
@@ -58,7 +58,7 @@ function aboutSource() {
       on: { click: () => takeOver(document) } }, 'Take the source over'));
 }
 
-function looksOf(each, faulty) {
+function looksOf(each, isFaulty) {
   const kind = { slot: each.shown?.kind, window: 'window', buffer: 'picture' }[each.kind] ?? 'style';
   const isButton = each.kind === 'slot' && each.shown.selectable && kind !== 'window';
   return {
@@ -67,7 +67,7 @@ function looksOf(each, faulty) {
     index: each.kind === 'style' ? null : each.kind === 'toggle' ? `T${each.index}` : String(each.index),
     name: nameOf(each) || `(${kindWords[kind] ?? kind})`,
     classes: [each.shown?.hidden && 'unseen', each.key === state.selection.at(-1) && 'lead',
-      each.kind === 'slot' && faulty.has(`${each.document.name}/${each.index}`) && 'faulty'].filter(Boolean).join(' '),
+      isFaulty && 'faulty'].filter(Boolean).join(' '),
     chosen: state.selection.includes(each.key),
     locked: Boolean(each.record.protected) || each.key === BACKGROUND,
     hint: hint(each),
@@ -103,7 +103,7 @@ function hint(each) {
 }
 
 function choose(key, event) {
-  const keys = listKeys();
+  const keys = listItems().map((each) => each.key);
   if (event.shiftKey && state.selection.length) {
     const [from, to] = [keys.indexOf(state.selection[0]), keys.indexOf(key)].sort((a, b) => a - b);
     select([...keys.slice(Math.max(from, 0), to + 1).filter((each) => each !== key), key]);

@@ -2,7 +2,7 @@
 import { dialog } from './dialogs.js';
 import { el, stepInList } from './dom.js';
 import { goToFault } from './faults.js';
-import { allFaults, buffersDocument, keyOf, showView, select, state, viewNames, windowsDocument } from './state.js';
+import { allFaults, itemsOf, select, showView, state, viewNames } from './state.js';
 
 const MOST = 60; // rows at a time
 
@@ -15,21 +15,19 @@ function places() {
   for (const { view, document } of views.toSorted((a, b) => here(a) - here(b))) {
     const group = viewNames[view] ?? view;
     const go = (key) => () => { showView({ view }); select(key); };
-    for (const slot of state.documents.get(document)?.slots.toSorted((a, b) => a.index - b.index) ?? []) {
-      const texts = [...new Set(Object.values(slot.languages).map((each) => each.text.trim()).filter(Boolean))];
-      found.push({ group, title: [`Slot ${slot.index}`, slot.name, texts.map((text) => `“${text}”`).join(' ')]
-        .filter(Boolean).join('  '), words: slot.styles.join(' '), run: go(keyOf('slot', slot.index)) });
+    const screen = state.documents.get(document) ?? null;
+    for (const { key, index, name, record } of itemsOf('slot', screen)) {
+      const texts = [...new Set(Object.values(record.languages).map((each) => each.text.trim()).filter(Boolean))];
+      found.push({ group, title: [`Slot ${index}`, name, texts.map((text) => `“${text}”`).join(' ')]
+        .filter(Boolean).join('  '), words: record.styles.join(' '), run: go(key) });
     }
-    for (const style of state.documents.get(document)?.styles ?? [])
-      found.push({ group, title: `Style ${style.name}`, run: go(keyOf('style', style.name)) });
+    for (const { key, name } of itemsOf('style', screen))
+      found.push({ group, title: `Style ${name}`, run: go(key) });
   }
-  const byNumber = (list = []) => list.toSorted((a, b) => a.number - b.number); // "window 3" before "window 23"
-  for (const { number, values } of byNumber(windowsDocument()?.windows))
-    found.push({ group: 'Text windows', title: `Window ${number}  ${values.title ?? ''}`,
-      run: () => select(keyOf('window', number)) });
-  for (const { number, values } of byNumber(buffersDocument()?.buffers))
-    found.push({ group: 'Buffers', title: `Buffer ${number}  ${values.picture}`,
-      run: () => select(keyOf('buffer', number)) });
+  for (const { key, index, record: { values } } of itemsOf('window'))
+    found.push({ group: 'Text windows', title: `Window ${index}  ${values.title ?? ''}`, run: () => select(key) });
+  for (const { key, index, record: { values } } of itemsOf('buffer'))
+    found.push({ group: 'Buffers', title: `Buffer ${index}  ${values.picture}`, run: () => select(key) });
   return found.concat(allFaults().map((fault, number) => ({ group: 'Faults', title: `${fault.code}  ${fault.problem}`,
     words: `${fault.document} ${fault.where} ${fault.advice}`, run: () => goToFault(number) })));
 }

@@ -4,7 +4,8 @@ import { find } from './dom.js';
 import { around } from './geometry.js';
 import { banner } from './messages.js';
 import { preferences, prefer } from './preferences.js';
-import { canPreview, HEIGHT, lead, on, screenDocument, selected, state, tell, viewOf, WIDTH } from './state.js';
+import { allDocuments, canPreview, HEIGHT, lead, on, screenDocument, selected, state, tell, viewOf, WIDTH }
+  from './state.js';
 
 const canvas = find('picture');
 const context = canvas.getContext('2d', { alpha: false, willReadFrequently: true });
@@ -31,7 +32,7 @@ export function request(change = {}) {
 
 /** Every document that a view is drawn from decides on its picture. */
 function revisionOfAll() {
-  return [...state.documents.values()].map((each) => each.revision).join('.');
+  return allDocuments().map((each) => each.revision).join('.');
 }
 
 export function refresh({ always = false } = {}) {

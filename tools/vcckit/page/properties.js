@@ -6,7 +6,7 @@ import { labelOf, rawName } from './labels.js';
 import { looksOf } from './looks.js';
 import { movedBy } from './arrange.js';
 import { renumber, split } from './records.js';
-import { on, select, selected, state, tell } from './state.js';
+import { kinds, on, select, selected, state, tell } from './state.js';
 import { addressFor, hasLook, isOwn, isSpoken, originOf, setValue, unsetValue, usualLanguage, valueOf }
   from './values.js';
 import { edit } from './edits.js';
@@ -114,10 +114,8 @@ function heading(items) {
       el('p', { class: 'dim' }, 'A change is made to all of them.'));
   }
   const number = each.kind === 'slot' && !each.record.protected ? numberInput(each) : null;
-  const title = { slot: 'Slot', toggle: 'Toggle record', window: 'Text window', style: 'Style',
-    buffer: 'Buffer' }[each.kind];
   return el('div', { class: 'heading' },
-    el('div', { class: 'title' }, el('h2', {}, title, ' ', number ?? String(each.index ?? each.name)),
+    el('div', { class: 'title' }, el('h2', {}, kinds[each.kind].title, ' ', number ?? String(each.index ?? each.name)),
       el('span', { class: 'dim grow' }, each.kind === 'style' ? '' : each.name), lineButton(each)),
     each.record.protected
       ? note('locked', `Its number is fixed: the program knows it as the ${each.record.protected}`) : null,
@@ -193,7 +191,7 @@ function newCell(items, field, value, origins) {
       rawName(field.name, kindOf(items)), inherited ? el('span', { class: 'origin',
         title: `Said by ${inherited}; a change here is this record's own` }, inherited) : null),
     isSpoken(items, field.name) ? languageBadge(items, field, value.differs) : null,
-    own && !['window', 'buffer'].includes(items[0].kind) ? takeBack(items, field) : null), input);
+    own && !items[0].record.values ? takeBack(items, field) : null), input);
 }
 
 function languageBadge(items, field, differs) {

@@ -9,18 +9,15 @@ import { edit, editTogether } from './edits.js';
 import { isBackground } from './frames.js';
 import { meets } from './geometry.js';
 import { say } from './messages.js';
-import { addressOf, buffersDocument, item, keyOf, lead, placedItems, screenDocument, select, selected, state, tell,
-  windowsDocument, windowsDocuments } from './state.js';
+import { addressOf, buffersDocument, itemsOf, keyOf, lead, listItems, placedItems, screenDocument, select, selected,
+  shownOf, state, tell, windowsDocuments } from './state.js';
 import { lookRecord, nameOf } from './values.js';
 
 const LAST = 199;
 const LAST_WINDOW = 29;
 const LAST_BUFFER = 20; // the others are the program's
 
-function usedNumbers() {
-  const document = screenDocument();
-  return new Set([...document.slots, ...ownToggles()].map((each) => each.index));
-}
+const usedNumbers = () => new Set([...itemsOf('slot'), ...itemsOf('toggle')].map((each) => each.index));
 const usedWindows = () => new Set(windowsDocuments().flatMap((one) => one.windows.map((each) => each.number)));
 
 /** A number that no record has, behind the others where there is one; null when all are in use. */
@@ -54,8 +51,8 @@ export async function copySelected({ by = [8, 8], merge = '' } = {}) {
 
 const text = 'font = "bold_14"\nfore_colour = "white"\ntext = { en = "Text", de = "Text" }\n';
 /** That of another picture of the screen, else the last one that there is. */
-const usualBuffer = () => screenDocument().slots.map((each) => item(keyOf('slot', each.index)))
-  .find((each) => each.index > 0 && each.shown.kind === 'picture')?.shown.values.buffer ??
+const usualBuffer = () => screenDocument().slots.filter((each) => each.index > 0).map(shownOf)
+  .find((shown) => shown.kind === 'picture')?.values.buffer ??
   state.project.names.buffer.at(-1).number;
 const middle = 'dest_x = 360\ndest_y = 290\n';
 const blanks = {
@@ -218,8 +215,8 @@ export async function reorder(direction) {
       `${each.record.protected}.`, 'bad');
     return;
   }
-  const others = screenDocument().slots.map((slot) => item(keyOf('slot', slot.index)))
-    .filter((other) => other.index > 0 && direction * (other.index - each.index) > 0 && meets(other.rect, each.rect))
+  const others = itemsOf('slot').filter((other) => other.index > 0 &&
+    direction * (other.index - each.index) > 0 && meets(other.rect, each.rect))
     .sort((a, b) => direction * (a.index - b.index));
   const next = others[0];
   if (!next) {
@@ -243,7 +240,7 @@ export async function reorder(direction) {
 
 /** The next or previous item of the list; false behind the last one, where the focus goes on. */
 export function step(direction) {
-  const keys = listKeys();
+  const keys = listItems().map((each) => each.key);
   const at = keys.indexOf(state.selection.at(-1));
   const next = at < 0 && direction < 0 ? keys.length - 1 : at + direction;
   if (!keys[next]) return false;
@@ -255,22 +252,6 @@ export function step(direction) {
 export function takeOver({ name, text: base }) {
   return edit(name, 'Take the source over', [{ do: 'replace_text', base,
     text: `# Taken from what was installed.\n${base.startsWith('\n') ? '' : '\n'}${base}` }]);
-}
-
-export function listKeys() {
-  if (state.list === 'windows') return numbered('window', windowsDocument()?.windows);
-  if (state.list === 'buffers') return numbered('buffer', buffersDocument()?.buffers);
-  const document = screenDocument();
-  if (!document) return [];
-  if (state.list === 'styles') return document.styles.map((each) => keyOf('style', each.name));
-  const slots = [...document.slots].sort((a, b) => a.index - b.index).map((each) => keyOf('slot', each.index));
-  return slots.concat(ownToggles().map((each) => keyOf('toggle', each.index)));
-}
-const numbered = (kind, records = []) => [...records].sort((a, b) => a.number - b.number)
-  .map((each) => keyOf(kind, each.number));
-/** Toggle records with a table of their own; the looks of slots are shown with their slots. */
-function ownToggles() {
-  return screenDocument().toggles.filter((each) => each.line > 0);
 }
 
 export const selectAll = () => select(placedItems().filter((each) => each.kind === 'slot' && !isBackground(each.rect))

@@ -55,17 +55,37 @@ export function viewOf(name) {
 export function screenDocument() {
   return state.documents.get(viewOf(state.view)?.document);
 }
-export const windowsDocuments = () => [...state.documents.values()].filter((each) => each.kind === 'windows');
+export const allDocuments = () => [...state.documents.values()];
+export const windowsDocuments = () => allDocuments().filter((each) => each.kind === 'windows');
 /** The text windows, of the shown language where each has a file of its own. */
 export function windowsDocument() {
   const all = windowsDocuments();
   const prefix = { en: 'e_', de: 'g_' }[state.language];
   return all.find((each) => each.name.startsWith(prefix)) ?? all[0];
 }
-export const buffersDocument = () => [...state.documents.values()].find((each) => each.kind === 'buffers');
+export const buffersDocument = () => allDocuments().find((each) => each.kind === 'buffers');
+
+/** What a slot or toggle record is in the language that is shown. */
+export const shownOf = (record) => record.languages[state.language] ?? Object.values(record.languages)[0];
+const looksOf = (record) => ({ shown: shownOf(record), rect: shownOf(record).rect });
+
+/**
+ * Kinds of records: the list that shows them, the document that has them, there under `records` and told apart by `by`;
+ * `shows` tells of a record what `item` has beyond it.
+ */
+export const kinds = {
+  slot: { title: 'Slot', list: 'slots', document: screenDocument, records: 'slots', by: 'index', shows: looksOf },
+  toggle: { title: 'Toggle record', list: 'slots', document: screenDocument, records: 'toggles', by: 'index',
+    shows: looksOf },
+  window: { title: 'Text window', list: 'windows', document: windowsDocument, records: 'windows', by: 'number',
+    shows: ({ number, values, protected: role, rect }) => ({ rect: rect[2] > 0 && rect[3] > 0 ? rect : null,
+      name: values.title || role || nameOfShowing(number) || 'text window' }) },
+  style: { title: 'Style', list: 'styles', document: screenDocument, records: 'styles', by: 'name', shows: () => ({}) },
+  buffer: { title: 'Buffer', list: 'buffers', document: buffersDocument, records: 'buffers', by: 'number',
+    shows: ({ values }) => ({ name: String(values.picture).split(/[\\/]/).pop() }) },
+};
 /** What the list that is open is made from. */
-export const listDocument = () => ({ windows: windowsDocument, buffers: buffersDocument }[state.list] ??
-  screenDocument)();
+export const listDocument = () => Object.values(kinds).find((each) => each.list === state.list).document();
 /** The document that undo and the source are about. */
 export function activeDocument() {
   return lead()?.document ?? listDocument();
@@ -82,50 +102,35 @@ export function addressOf(key) {
   return { [kind]: kind === 'style' ? rest : Number(rest) };
 }
 
-/** What a key stands for: {key, kind, document, record, name, rect, ...}; null when it is not there. */
-export function item(key, language = state.language) {
-  const [[kind, number]] = Object.entries(addressOf(key));
-  if (kind === 'window') return windowItem(number);
-  if (kind === 'buffer') return numbered(kind, buffersDocument(), number, ({ values }) =>
-    ({ name: String(values.picture).split(/[\\/]/).pop(), rect: null }));
-  const document = screenDocument();
-  if (!document) return null;
-  if (kind === 'style') {
-    const record = document.styles.find((each) => each.name === number);
-    return record ? { key, kind, document, record, name: record.name, line: record.line } : null;
-  }
-  const records = kind === 'toggle' ? document.toggles : document.slots;
-  const record = records.find((each) => each.index === number);
-  if (!record) return null;
-  const shown = record.languages[language] ?? Object.values(record.languages)[0];
-  return { key, kind, document, record, shown, index: record.index, name: record.name ?? '', line: record.line,
-    rect: shown.rect ?? null };
+function itemOf(kind, document, record) {
+  const { by, shows } = kinds[kind];
+  return { key: keyOf(kind, record[by]), kind, document, record, index: record.index ?? record.number,
+    name: record.name ?? '', line: record.line, ...shows(record) };
 }
+/** What a key stands for: {key, kind, document, record, name, rect, ...}; null when it is not there. */
+export function item(key) {
+  const [[kind, id]] = Object.entries(addressOf(key));
+  const document = kinds[kind]?.document();
+  const record = document?.[kinds[kind].records].find((each) => each[kinds[kind].by] === id);
+  return record ? itemOf(kind, document, record) : null;
+}
+/** All of a kind, by number. Toggle records without a table of their own are looks of slots, and shown with these. */
+export function itemsOf(kind, document = kinds[kind].document()) {
+  return (document?.[kinds[kind].records] ?? []).filter((record) => kind !== 'toggle' || record.line > 0)
+    .map((record) => itemOf(kind, document, record)).sort((a, b) => (a.index ?? 0) - (b.index ?? 0));
+}
+/** What is in the list that is open. */
+export const listItems = () => Object.keys(kinds).filter((kind) => kinds[kind].list === state.list)
+  .flatMap((kind) => itemsOf(kind));
 
 /** The name of the slot of this screen that shows a text window. */
 const nameOfShowing = (number) => screenDocument()?.slots.find((slot) =>
   Object.values(slot.languages).some(({ kind, values }) => kind === 'window' && values.graphic === number))?.name;
 
-/** A text window or buffer; `shows` tells its name and place. */
-function numbered(kind, document, number, shows) {
-  const record = document?.[`${kind}s`].find((each) => each.number === number);
-  return record ? { key: keyOf(kind, number), kind, document, record, index: number, line: record.line,
-    ...shows(record) } : null;
-}
-const windowItem = (number) => numbered('window', windowsDocument(), number, ({ values, protected: role, rect }) =>
-  ({ name: values.title || role || nameOfShowing(number) || 'text window', rect: rect[2] > 0 && rect[3] > 0 ? rect
-    : null }));
-
 /** What can be pointed at on the picture, in the order of drawing. */
 export function placedItems() {
-  const document = screenDocument();
-  if (!document) return [];
-  const numbers = document.slots.map((each) => each.index).sort((a, b) => a - b);
-  const items = numbers.map((index) => item(keyOf('slot', index)));
-  if (state.list === 'windows') {
-    for (const each of windowsDocument()?.windows ?? []) items.push(item(keyOf('window', each.number)));
-  }
-  return items.filter((each) => each?.rect);
+  const withWindows = state.list === 'windows' && screenDocument();
+  return [...itemsOf('slot'), ...(withWindows ? itemsOf('window') : [])].filter((each) => each.rect);
 }
 
 export function selected() {
@@ -143,8 +148,7 @@ export function select(keys, { look = '' } = {}) {
     return;
   state.selection = list;
   state.look = look;
-  const kind = list.at(-1)?.split(':')[0];
-  if (kind) showList({ slot: 'slots', toggle: 'slots', window: 'windows', style: 'styles', buffer: 'buffers' }[kind]);
+  if (list.length) showList(kinds[list.at(-1).split(':')[0]].list);
   tell('selection');
 }
 
@@ -195,9 +199,14 @@ export function keepWhatIsThere() {
 
 /** Every fault that is known, those of the documents as they stand first. */
 export function allFaults() {
-  const own = [...state.documents.values()].flatMap((each) =>
+  const own = allDocuments().flatMap((each) =>
     each.faults.map((fault) => ({ ...fault, document: fault.document || each.name })));
   const seen = new Set(own.map(sameFault));
   return own.concat(state.faults.filter((fault) => !seen.has(sameFault(fault))));
 }
 const sameFault = (fault) => [fault.code, fault.document, fault.slot, fault.field, fault.problem].join('\n');
+/** Tells of items whether a fault is in them. */
+export function faultFinder() {
+  const slots = new Set(allFaults().map((each) => `${each.document}/${each.slot}`));
+  return ({ kind, document, index }) => kind === 'slot' && slots.has(`${document.name}/${index}`);
+}

@@ -1,7 +1,7 @@
 // Texts of the screen, all languages side by side, with what is not translated marked.
 import { edit } from './edits.js';
 import { el, keeper, keepFocus, line, put } from './dom.js';
-import { keyOf, screenDocument, select, showView, state } from './state.js';
+import { allDocuments, keyOf, screenDocument, select, showView, state } from './state.js';
 
 const body = el('tbody');
 const head = el('tr');
@@ -32,7 +32,7 @@ function draw(screen) {
     element.classList.toggle('chosen', state.selection.includes(keyOf('slot', slot.index)));
     return element;
   }));
-  const [here, elsewhere] = [true, false].map((own) => [...state.documents.values()]
+  const [here, elsewhere] = [true, false].map((own) => allDocuments()
     .filter((each) => each.kind === 'screen' && (each === screen) === own)
     .reduce((sum, each) => sum + lacking(each), 0));
   left.textContent = here || elsewhere ? `${here} not translated, ${elsewhere} on other screens (F7)`

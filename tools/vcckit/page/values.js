@@ -1,10 +1,10 @@
 // A field's value as one or several records have it: what it is, who says it, and how it is changed.
 import { edit } from './edits.js';
-import { state } from './state.js';
+import { kinds, state } from './state.js';
 
 /** The values that are shown: of the slot itself, or of its highlighted or pressed look. */
 function valuesOf(each, language) {
-  if (['window', 'buffer'].includes(each.kind)) return each.record.values;
+  if (each.record.values) return each.record.values; // of a text window or buffer
   if (each.kind === 'style')
     return fromTexts((state.look ? each.record.look_written[state.look] : each.record.written) ?? {}, language);
   const look = shownLook(each);
@@ -48,10 +48,10 @@ export const hasLook = (each, look) => each.record.looks.includes(look);
 
 /** Who says a field: "slot", "style button", or null. */
 export function originOf(each, field) {
-  if (['window', 'buffer', 'style'].includes(each.kind)) return field in valuesOf(each) ? each.kind : null;
+  if (!each.record.languages) return field in valuesOf(each) ? each.kind : null;
   return (state.look ? each.record.look_written?.[state.look] : each.record.written)?.[field] ?? null;
 }
-export const isOwn = (origin) => ['slot', 'toggle', 'window', 'buffer', 'style'].includes(origin);
+export const isOwn = (origin) => origin in kinds;
 
 /** {value, name, mixed, differs}: `mixed` over several records, `differs` between languages. */
 export function valueOf(items, field) {
