@@ -1,5 +1,5 @@
 // Frames of everything that can be pointed at, over the picture.
-import { el, find, lay } from './dom.js';
+import { el, find, keeper, lay, put } from './dom.js';
 import { inside } from './geometry.js';
 import { isOfView, zoom } from './picture.js';
 import { preferences } from './preferences.js';
@@ -7,7 +7,7 @@ import { faultFinder, HEIGHT, on, placedItems, selected, state, WIDTH } from './
 import { canResize } from './arrange.js';
 
 const layer = find('frames');
-const elements = new Map();
+const kept = keeper();
 
 /** Frames that a gesture moves before the server has answered: key to rectangle. */
 let moved = new Map();
@@ -25,14 +25,13 @@ export const isBackground = ([, , w, h]) => w * h >= WIDTH * HEIGHT * 0.9;
 export function keysAt(x, y) {
   const area = ({ rect }) => rect[2] * rect[3];
   return placedItems()
-    .filter((each) => inside(each.rect, x, y) && (isSeen(each) || state.selection.includes(each.key)))
+    .filter((each) => inside(each.rect, x, y) && isThere(each))
     .reverse()
     .sort((a, b) => area(a) - area(b))
     .map((each) => each.key);
 }
-export function isSeen(each) {
-  return preferences.unseen || !(each.shown?.hidden);
-}
+export const isSeen = (each) => preferences.unseen || !each.shown?.hidden;
+const isThere = (each) => isSeen(each) || state.selection.includes(each.key);
 
 /** None over the picture of another screen, while the new one is on its way. */
 const showLayer = () => { layer.hidden = !isOfView(); };
@@ -42,32 +41,21 @@ function draw() {
   layer.classList.toggle('outlines', preferences.outlines);
   layer.classList.toggle('labels', preferences.labels);
   const isFaulty = faultFinder();
-  const items = placedItems().filter((each) => isSeen(each) || state.selection.includes(each.key));
-  const keep = new Set(items.map((each) => each.key));
-  for (const [key, element] of elements) {
-    if (keep.has(key)) continue;
-    element.remove();
-    elements.delete(key);
-  }
-  const lead = state.selection.at(-1);
-  for (const each of items) {
-    let element = elements.get(each.key);
-    if (!element) {
-      element = el('div', {}, el('span', { class: 'tag' }));
-      element.dataset.key = each.key;
-      elements.set(each.key, element);
-      layer.append(element);
-    }
-    const [x, y, w, h] = moved.get(each.key) ?? each.rect;
-    lay(element, [x, y, Math.max(w, 4 / zoom), Math.max(h, 4 / zoom)], zoom);
-    element.className = ['frame', state.selection.includes(each.key) ? 'selected' : 'plain',
-      each.key === lead && 'primary', each.key === state.hovered && 'hovered', each.shown?.hidden && 'unseen',
-      isFaulty(each) && 'faulty'].filter(Boolean).join(' ');
-    const tag = element.firstChild;
-    tag.replaceChildren(el('b', {}, each.kind === 'window' ? `+${each.index}` : String(each.index)), each.name);
-    tag.classList.toggle('inside', y * zoom < 18);
-    showHandles(element, each.key === lead && selected().length === 1 ? handlesFor(each, w * zoom, h * zoom) : []);
-  }
+  const frames = placedItems().filter(isThere).map((each) => {
+    const [x, y, w, h] = (moved.get(each.key) ?? each.rect).map((part) => part * zoom);
+    const isLead = each.key === state.selection.at(-1);
+    const classes = ['frame', state.selection.includes(each.key) ? 'selected' : 'plain', isLead && 'primary',
+      each.key === state.hovered && 'hovered', each.shown?.hidden && 'unseen', isFaulty(each) && 'faulty'];
+    const handles = isLead && selected().length === 1 ? handlesFor(each, w, h) : [];
+    return kept(each.key, [each.name, x, y, w, h, classes, handles], () => lay(el('div', {
+      'data-key': each.key, class: classes.filter(Boolean).join(' ') },
+    el('span', { class: y < 18 ? 'tag inside' : 'tag' },
+      el('b', {}, each.kind === 'window' ? `+${each.index}` : each.index), each.name),
+    handles.map((side) => el('div', { class: `handle ${side}`, 'data-side': side }))),
+    [x, y, Math.max(w, 4), Math.max(h, 4)], 1));
+  });
+  const ofGestures = [...layer.children].filter((each) => !each.matches('.frame'));
+  put(layer, [...frames, ...ofGestures]);
 }
 
 /** A small frame has fewer handles, so that it can still be seen and dragged. */
@@ -76,17 +64,6 @@ function handlesFor(each, width, height) {
   if (!canResize(each)) return [];
   if (low) return narrow ? ['se'] : ['w', 'e'];
   return narrow ? ['n', 's'] : ['n', 's', 'w', 'e', 'nw', 'ne', 'sw', 'se'];
-}
-
-function showHandles(element, wanted) {
-  const there = element.querySelectorAll('.handle');
-  if (there.length === wanted.length && wanted.every((side, i) => there[i].dataset.side === side)) return;
-  there.forEach((each) => each.remove());
-  element.append(...wanted.map((side) => {
-    const handle = el('div', { class: `handle ${side}` });
-    handle.dataset.side = side;
-    return handle;
-  }));
 }
 
 /** Brings what is chosen into view. */
