@@ -26,7 +26,7 @@ function build() {
       title: `${name} (L)` })), (language) => showView({ language })),
   };
   bar.replaceChildren(el('span', { class: 'brand' }, 'Veldor screens'), ...Object.values(parts),
-    el('span', { class: 'folder grow', title: `${project.folder}\nSources: ${project.screens_folder}` },
+    el('span', { class: 'folder grow dim', title: `${project.folder}\nSources: ${project.screens_folder}` },
       project.folder.split('/').pop()), ...actions);
 }
 

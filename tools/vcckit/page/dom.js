@@ -98,12 +98,8 @@ export function icon(name) {
   const picture = document.createElementNS(SVG, 'svg');
   picture.setAttribute('viewBox', '0 0 16 16');
   picture.setAttribute('aria-hidden', 'true');
-  const path = document.createElementNS(SVG, 'path');
-  for (const [key, value] of Object.entries({
-    d: strokes[name] ?? strokes.other, fill: name === 'play' ? 'currentColor' : 'none', stroke: 'currentColor',
-    'stroke-width': 1.3, 'stroke-linecap': 'round', 'stroke-linejoin': 'round',
-  })) path.setAttribute(key, value);
-  picture.append(path);
+  picture.dataset.icon = name;
+  picture.appendChild(document.createElementNS(SVG, 'path')).setAttribute('d', strokes[name] ?? strokes.other);
   return picture;
 }
 

@@ -20,8 +20,8 @@ function row(fault, number) {
   const where = [fault.document || fault.file, fault.line ? `:${fault.line}` : ''].join('');
   return el('li', { role: 'option', id: `fault-${number}`, 'aria-selected': String(number === chosen),
     title: [fault.explanation, fault.advice].filter(Boolean).join('\n'), on: { click: () => goToFault(number) } },
-  el('span', { class: 'code' }, fault.code), el('span', { class: 'where' }, where),
-  el('span', { class: 'problem' }, fault.problem), fault.advice ? el('span', { class: 'dim' }, fault.advice) : null);
+  el('span', { class: 'code' }, fault.code), el('span', { class: 'dim mono' }, where),
+  el('span', {}, fault.problem), fault.advice ? el('span', { class: 'dim' }, fault.advice) : null);
 }
 
 /** Goes where a fault is: its screen, its record, its field; else its line of the source. */

@@ -32,7 +32,10 @@ function drawRuler(canvas, length, axis) {
   const [width, height] = [Math.round(box.width * scale), Math.round(box.height * scale)];
   if (canvas.width !== width || canvas.height !== height) Object.assign(canvas, { width, height });
   const context = canvas.getContext('2d');
-  const style = getComputedStyle(document.documentElement);
+  const colour = (name) => { // as a canvas takes it, by day or by night
+    canvas.style.color = `var(${name})`;
+    return getComputedStyle(canvas).color;
+  };
   context.setTransform(scale, 0, 0, scale, 0, 0);
   context.clearRect(0, 0, box.width, box.height);
   const thick = axis ? box.width : box.height;
@@ -43,11 +46,11 @@ function drawRuler(canvas, length, axis) {
   }
   for (const each of selected()) {
     if (!each.rect) continue;
-    context.fillStyle = style.getPropertyValue('--accent-soft');
+    context.fillStyle = colour('--accent-soft');
     context.fillRect(start + each.rect[axis] * zoom, 0, Math.max(each.rect[axis + 2] * zoom, 1), thick);
   }
-  context.strokeStyle = style.getPropertyValue('--line-strong');
-  context.fillStyle = style.getPropertyValue('--ink-dim');
+  context.strokeStyle = colour('--line-strong');
+  context.fillStyle = colour('--ink-dim');
   context.font = `${thick * 0.56}px sans-serif`;
   context.beginPath();
   const step = zoom > 2 ? 5 : 10;
@@ -60,7 +63,7 @@ function drawRuler(canvas, length, axis) {
   }
   context.stroke();
   if (pointer) {
-    context.fillStyle = style.getPropertyValue('--accent');
+    context.fillStyle = colour('--accent');
     context.fillRect(Math.round(start + Math.floor(pointer[axis ? 'y' : 'x']) * zoom), 0, Math.max(zoom, 1), thick);
   }
 }
