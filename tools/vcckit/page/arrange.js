@@ -1,8 +1,8 @@
 // Moving and resizing in the units that place a record, aligning and distributing: operations for the server.
-import { edit, editTogether, settled } from './edits.js';
+import { editTogether, settled } from './edits.js';
 import { around } from './geometry.js';
 import { say } from './messages.js';
-import { addressOf, item, keyOf, lead, selected, state } from './state.js';
+import { addressOf, item, keyOf, lead, SCREEN, selected, state } from './state.js';
 import { nameOf } from './values.js';
 
 export const BACKGROUND = 'slot:0'; // stays below all others, and where it is
@@ -27,32 +27,24 @@ export function canResize(each) {
 }
 
 /**
- * Operations by document for moves in units: [{item, dx, dy}]. A group of repeated records moves once, by the first
+ * The changes of moves in units: [{item, dx, dy}]. A group of repeated records moves once, by the first
  * distance; of one whose places are a list, those move that share it. So does a text window that several slots show.
  */
-export function moveOperations(moves, what = 'move') {
-  const documents = new Map();
-  const operationOf = new Map();
-  for (const { item: each, dx, dy } of moves) {
-    if (!dx && !dy) continue;
-    const { repeat } = each.record;
-    const one = repeat ? `group:${repeat.first}` : each.key;
-    const list = documents.get(each.document.name) ?? [];
-    const alike = (operation) => operation.dx === dx && operation.dy === dy;
-    let operation = operationOf.get(one) ?? list.find(alike);
-    if (!operation) list.push(operation = { do: what, of: [], dx, dy });
-    operationOf.set(one, operation);
-    documents.set(each.document.name, list);
-    if (alike(operation)) operation.of.push(addressOf(each.key));
-  }
-  return documents;
+export function moveOperations(moves) {
+  const wayOf = ({ dx, dy }) => `${dx} ${dy}`;
+  const ways = new Map(); // by record or group
+  const moved = moves.filter((move) => {
+    const { record: { repeat }, key } = move.item;
+    const one = repeat ? `group:${repeat.first}` : key;
+    if (!ways.has(one) && (move.dx || move.dy)) ways.set(one, wayOf(move));
+    return ways.get(one) === wayOf(move);
+  });
+  return changesOf(moved, (some) => [...Map.groupBy(some, wayOf).values()].map((same) =>
+    ({ do: 'move', of: same.map((move) => addressOf(move.item.key)), dx: same[0].dx, dy: same[0].dy })));
 }
-
-export function send(documents, label, merge = '') {
-  const changes = [...documents];
-  return changes.length > 1 ? editTogether(changes, label, merge)
-    : Promise.all(changes.map(([name, operations]) => edit(name, label, operations, merge)));
-}
+/** [[name of a document, operations]] for what is to be done with items: [{item, ...}]. */
+const changesOf = (all, operations) => [...Map.groupBy(all, (each) => each.item.document.name)]
+  .map(([name, some]) => [name, operations(some)]);
 
 let burst = { key: '', at: 0, number: 0 };
 /** Arrow keys: one unit each; presses that follow one another quickly are one step of undo. */
@@ -65,21 +57,17 @@ export function nudge(dx, dy) {
   const now = performance.now();
   if (key !== burst.key || now - burst.at > 1000) burst = { key, number: burst.number + 1 };
   burst.at = now;
-  const documents = moveOperations(items.map((each) => ({ item: each, dx, dy })));
-  send(documents, `Move ${nameOf(items)}`, `nudge ${burst.number}`);
+  const moves = items.map((each) => ({ item: each, dx, dy }));
+  editTogether(moveOperations(moves), `Move ${nameOf(items)}`, `nudge ${burst.number}`);
 }
 
 /** Alt and an arrow key: wider, narrower, taller, lower by one unit. */
 export function grow(dx, dy) {
   const items = movable().filter(canResize);
   if (!items.length) return;
-  const documents = new Map();
-  for (const each of items) {
-    const list = documents.get(each.document.name) ?? [];
-    list.push(...resizeOperations(each, { right: dx, bottom: dy }));
-    documents.set(each.document.name, list);
-  }
-  send(documents, `Resize ${nameOf(items)}`, `grow ${items.map((each) => each.key).join()}`);
+  const changes = changesOf(items.map((each) => ({ item: each })), (some) =>
+    some.flatMap((each) => resizeOperations(each.item, { right: dx, bottom: dy })));
+  editTogether(changes, `Resize ${nameOf(items)}`, `grow ${items.map((each) => each.key).join()}`);
 }
 
 export function movable() {
@@ -89,27 +77,22 @@ export function movable() {
 }
 
 /**
- * Operations that move the edges of one item by whole units: {left, top, right, bottom}. A picture's left and top edge
- * cut it at the source as well, so that what stays does not move on the screen.
+ * Operations that move the edges of one item by whole units: {left, top, right, bottom}; the right and bottom edges of
+ * a text's box, which is in pixels, by these. A picture's left and top edge cut it at the source as well, so that what
+ * stays does not move on the screen.
  */
 export function resizeOperations(each, { left = 0, top = 0, right = 0, bottom = 0 }) {
   const of = [addressOf(each.key)];
-  const operations = [];
-  if (left || top) operations.push({ do: 'move', of, dx: left, dy: top });
-  if (each.kind === 'slot' && each.shown.kind === 'picture') {
-    operations.push(...addTo(each, 'src_x', left), ...addTo(each, 'src_y', top));
-    if (right || bottom) operations.push({ do: 'resize', of, dx: right, dy: bottom });
-    return operations;
-  }
-  if (each.kind === 'slot' && each.shown.kind === 'text') {
-    const unit = unitOf(each); // boxes are in pixels
-    const [dx, dy] = [right - left * unit[0], bottom - top * unit[1]];
-    if (dx || dy) operations.push({ do: 'resize', of, dx, dy });
-    return operations;
-  }
-  if (right - left || bottom - top) operations.push({ do: 'resize', of, dx: right - left, dy: bottom - top });
-  return operations;
+  const isPicture = isSlotOf(each, 'picture');
+  const [width, height] = isPicture ? [0, 0] : isSlotOf(each, 'text') ? unitOf(each) : [1, 1];
+  const [dx, dy] = [right - left * width, bottom - top * height];
+  return [
+    ...(left || top ? [{ do: 'move', of, dx: left, dy: top }] : []),
+    ...(isPicture ? [...addTo(each, 'src_x', left), ...addTo(each, 'src_y', top)] : []),
+    ...(dx || dy ? [{ do: 'resize', of, dx, dy }] : []),
+  ];
 }
+export const isSlotOf = (each, kind) => each.kind === 'slot' && each.shown.kind === kind;
 
 const set = (of, field, value, language = '') => ({ do: 'set', of, field, language, value });
 
@@ -122,30 +105,26 @@ function addTo(each, field, by) {
   return values.map(([code, value]) => set(of, field, value + by, code));
 }
 
-const ways = {
-  left: { axis: 0, to: (rect, all) => all[0] },
-  centre: { axis: 0, to: (rect, all) => all[0] + (all[2] - rect[2]) / 2 },
-  right: { axis: 0, to: (rect, all) => all[0] + all[2] - rect[2] },
-  top: { axis: 1, to: (rect, all) => all[1] },
-  middle: { axis: 1, to: (rect, all) => all[1] + (all[3] - rect[3]) / 2 },
-  bottom: { axis: 1, to: (rect, all) => all[1] + all[3] - rect[3] },
-};
-const screen = [0, 0, 800, 600];
+// The direction, and which part of the room that is left lies before each.
+const alignments = { left: [0, 0], centre: [0, 0.5], right: [0, 1], top: [1, 0], middle: [1, 0.5], bottom: [1, 1] };
 
 /** What is chosen now, in the places to which earlier changes bring it. */
 async function settledItems() {
   const keys = movable().map((each) => each.key);
   await settled();
-  return keys.map(item).filter((each) => each?.rect);
+  return keys.map((key) => item(key)).filter((each) => each?.rect);
 }
 
 /** Several align with one another; one alone with the screen. */
 export async function align(how) {
   const items = await settledItems();
-  const { axis, to } = ways[how];
-  const all = items.length > 1 ? around(items.map((each) => each.rect)) : screen;
-  const moves = items.map((each) => shift(each, axis, to(each.rect, all) - each.rect[axis]));
-  send(moveOperations(moves), `Align ${nameOf(items)}: ${how}`);
+  const [axis, before] = alignments[how];
+  const all = items.length > 1 ? around(items.map((each) => each.rect)) : SCREEN;
+  const moves = items.map((each) => {
+    const room = all[axis + 2] - each.rect[axis + 2];
+    return shift(each, axis, all[axis] + room * before - each.rect[axis]);
+  });
+  editTogether(moveOperations(moves), `Align ${nameOf(items)}: ${how}`);
 }
 
 /** The same gaps between three or more, the outer ones stay. */
@@ -160,11 +139,10 @@ export async function distribute(axis) {
     at += each.rect[axis + 2] + gap;
     return move;
   });
-  send(moveOperations(moves), `Distribute ${nameOf(items)}`);
+  editTogether(moveOperations(moves), `Distribute ${nameOf(items)}`);
 }
 
 function shift(each, axis, pixels) {
   const units = Math.round(pixels / unitOf(each)[axis]);
   return { item: each, dx: axis ? 0 : units, dy: axis ? units : 0 };
 }
-

@@ -1,13 +1,16 @@
-// The bar at the top: which screen, which language; undo, redo, save, play.
+// The bar at the top: which screen, which language; undo, redo, save, play. The tools above the picture: zoom, what is
+// drawn over it, arrangement, records.
 import { commandButton, commandIcon } from './commands.js';
 import { el, find, segments } from './dom.js';
 import { isBusy } from './edits.js';
+import { zoom } from './picture.js';
+import { prefer, preferences } from './preferences.js';
 import { allDocuments, helpSlots, on, showView, state, viewNames, viewOf } from './state.js';
 
 const bar = find('bar');
-const saveButton = commandButton('save', { class: 'primary state' }, 'Save');
-const actions = [commandIcon('find'), commandIcon('undo'), commandIcon('redo'), saveButton,
-  commandButton('play', {}, 'Play'), commandIcon('day'), commandIcon('keys')];
+const saveButton = commandButton('save', 'Save', { class: 'primary state' });
+const icons = (ids) => ids.split(' ').map(commandIcon);
+const actions = [...icons('find undo redo'), saveButton, commandButton('play', 'Play'), ...icons('day keys')];
 let parts = {};
 
 function build() {
@@ -50,3 +53,29 @@ function draw() {
 
 on('project', build);
 on('project document view list queue', draw);
+
+// tools
+
+const rule = () => el('span', { class: 'rule' });
+const shown = el('output', { 'aria-label': 'Zoom' });
+const gridFont = el('select', { 'aria-label': 'Font whose cells make the grid', title: 'Font whose cells make the grid',
+  on: { change: () => prefer({ gridFont: Number(gridFont.value) }) } });
+
+find('tools').append(...icons('minus'), shown, ...icons('plus fit closer'), rule(),
+  ...icons('grid snap outlines labels unseen'), gridFont, rule(),
+  ...icons('left centre right top middle bottom across down'), rule(), ...icons('forward backward copy remove'), rule(),
+  ...icons('text button picture window buffer'));
+
+const pictures = el('datalist', { id: 'pictures' });
+document.body.append(pictures);
+
+on('project', () => {
+  pictures.replaceChildren(...state.project.pictures.map((value) => el('option', { value })));
+  gridFont.replaceChildren(...(state.project.names.font ?? []).map((font) =>
+    el('option', { value: font.number }, `${font.cell[0]} × ${font.cell[1]}  ${font.name}`)));
+});
+on('project zoom preferences', () => {
+  shown.textContent = `${Math.round(zoom * 100) / 100}×`;
+  gridFont.hidden = !preferences.grid;
+  gridFont.value = preferences.gridFont;
+});

@@ -1,31 +1,27 @@
 // The panel under the picture: faults, texts of both languages, source. Its height is kept for each of them.
-import { draw as drawFaults, faults } from './faults.js';
+import { faults } from './faults.js';
 import { el, find, segments } from './dom.js';
 import { clamp } from './geometry.js';
-import { draw as drawHistory, history } from './history.js';
+import { history } from './history.js';
 import { prefer, preferences } from './preferences.js';
-import { shownSource, source } from './source.js';
+import { source } from './source.js';
 import { allFaults, on } from './state.js';
-import { drawTexts, texts } from './texts.js';
+import { texts } from './texts.js';
 
 const panel = find('below');
 const divider = find('divider');
-const parts = {
-  faults: { element: faults, draw: drawFaults, height: 5 },
-  texts: { element: texts, draw: drawTexts, height: 15 },
-  source: { element: source, draw: shownSource, height: 22 },
-  history: { element: history, draw: drawHistory, height: 11 },
-};
-
 const count = el('span', { class: 'count' }, '0');
-const tabs = segments('List below', [
-  { value: 'faults', label: el('span', {}, 'Faults ', count), title: 'What check finds (F8)' },
-  { value: 'texts', label: 'Texts', title: 'Texts of both languages side by side' },
-  { value: 'source', label: 'Source', title: 'The source as it is written (F9)' },
-  { value: 'history', label: 'History', title: 'All steps, to go back and forth in (Ctrl+H)' },
-], (value) => showBelow(value));
+const parts = [
+  { value: 'faults', element: faults, height: 5, label: el('span', {}, 'Faults ', count),
+    title: 'What check finds (F8)' },
+  { value: 'texts', element: texts, height: 15, label: 'Texts', title: 'Texts of both languages side by side' },
+  { value: 'source', element: source, height: 22, label: 'Source', title: 'The source as it is written (F9)' },
+  { value: 'history', element: history, height: 11, label: 'History',
+    title: 'All steps, to go back and forth in (Ctrl+H)' },
+];
+const tabs = segments('List below', parts, showBelow);
 const extra = el('div', { class: 'below-extra grow' });
-panel.append(el('div', { class: 'below-head' }, tabs, extra), ...Object.values(parts).map((part) => part.element));
+panel.append(el('div', { class: 'below-head' }, tabs, extra), ...parts.map((part) => part.element));
 
 const rem = () => Number.parseFloat(getComputedStyle(document.documentElement).fontSize);
 
@@ -35,13 +31,13 @@ export function showBelow(name) {
 }
 
 function draw() {
-  const name = parts[preferences.below] ? preferences.below : 'faults';
-  tabs.show(name);
-  for (const [each, part] of Object.entries(parts)) part.element.hidden = each !== name;
-  const height = Number(preferences.belowHeight[name]) || parts[name].height;
-  panel.style.height = `${Math.min(height * rem(), innerHeight * 0.7)}px`;
-  extra.replaceChildren(...(parts[name].element.extra ?? []));
-  parts[name].draw();
+  const { value, element, height } = parts.find((each) => each.value === preferences.below) ?? parts[0];
+  tabs.show(value);
+  for (const each of parts) each.element.hidden = each.element !== element;
+  const rems = Number(preferences.belowHeight[value]) || height;
+  panel.style.height = `${Math.min(rems * rem(), innerHeight * 0.7)}px`;
+  extra.replaceChildren(...(element.extra ?? []));
+  element.draw();
   const all = allFaults().length;
   count.textContent = all;
   count.classList.toggle('bad', all > 0);

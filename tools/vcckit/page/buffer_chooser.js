@@ -3,24 +3,26 @@ import { address } from './api.js';
 import { dialog } from './dialogs.js';
 import { el, lay, segments } from './dom.js';
 import { between, clamp, ways } from './geometry.js';
-import { screenDocument, state } from './state.js';
-import { nameOfBuffer, thumbnail } from './thumbnails.js';
-import { namesFor, setValues, usualLanguage, valueIn, writtenFor } from './values.js';
+import { screenDocument, shownOf, state } from './state.js';
+import { nameOfBuffer, pieceOf, thumbnail } from './thumbnails.js';
+import { isSpoken, namesFor, setValues, valuesOf, writtenFor } from './values.js';
 
 const GRIP = 7; // pixels of the window around an edge that take hold of it
 
 export function chooseBuffer(items) {
   const [each] = items;
-  const value = (field) => Number(valueIn(each, field, state.language) ?? 0);
-  let number = value('buffer');
-  let rect = [value('src_x'), value('src_y'), value('box_width') - value('src_x'),
-    value('box_height') - value('src_y')];
+  const before = valuesOf(each, state.language);
+  let number = before.buffer ?? 0;
+  let rect = pieceOf(before);
   let size = [1, 1];
   let scale = 1;
 
-  const image = el('img', { alt: 'Picture of the buffer', draggable: false });
+  const image = el('img', { alt: 'Picture of the buffer', draggable: false, on: { load() {
+    size = [image.naturalWidth, image.naturalHeight];
+    show();
+  } } });
   const mark = el('div', { class: 'piece' });
-  const others = el('div', { class: 'pieces' });
+  const others = el('div');
   const area = el('div', { class: 'buffer-area', tabIndex: 0,
     'aria-label': 'Arrow keys move the piece, Shift resizes it' }, image, others, mark);
   const numbers = el('output', { class: 'mono' });
@@ -28,18 +30,13 @@ export function chooseBuffer(items) {
   const pictures = segments('Picture', buffers.map((one) => ({ value: one.number, title: one.file,
     label: el('span', {}, thumbnail(one.number, [9, 4.5]), nameOfBuffer(one)) })), load);
   const magnify = el('select', { 'aria-label': 'Magnification', on: { change: show } },
-    [['0', 'fits'], ['1', '1 ×'], ['2', '2 ×'], ['3', '3 ×'], ['4', '4 ×']].map(([v, text]) =>
-      el('option', { value: v }, text)));
+    [0, 1, 2, 3, 4].map((value) => el('option', { value }, value ? `${value} ×` : 'fits')));
 
   function load(next) {
     number = next;
     pictures.show(number);
     image.src = address('buffer.png', { number });
   }
-  image.addEventListener('load', () => {
-    size = [image.naturalWidth, image.naturalHeight];
-    show();
-  });
   function show() {
     const room = area.parentElement.getBoundingClientRect();
     const whole = Math.min((room.width - 4) / size[0], (room.height - 4) / size[1]);
@@ -51,14 +48,9 @@ export function chooseBuffer(items) {
   }
   function otherPieces() {
     const seen = new Set([rect.join()]);
-    return screenDocument().slots.flatMap((slot) => {
-      const shown = slot.languages[state.language];
-      const { buffer, src_x: x, src_y: y, box_width: right, box_height: bottom } = shown.values;
-      const piece = [x, y, right - x, bottom - y];
-      if (shown.kind !== 'picture' || buffer !== number || seen.has(piece.join())) return [];
-      seen.add(piece.join());
-      return [piece];
-    });
+    return screenDocument().slots.map(shownOf)
+      .filter(({ kind, values }) => kind === 'picture' && values.buffer === number).map(({ values }) => pieceOf(values))
+      .filter((piece) => !seen.has(piece.join()) && seen.add(piece.join()));
   }
 
   let hold = null;
@@ -113,11 +105,11 @@ export function chooseBuffer(items) {
   load(number);
 
   function take() {
-    const language = ['src_x', 'src_y', 'box_width', 'box_height'].some((field) => usualLanguage(items, field))
-      ? state.language : '';
-    const values = { src_x: rect[0], src_y: rect[1], box_width: rect[0] + rect[2], box_height: rect[1] + rect[3] };
-    const changed = Object.fromEntries(Object.entries(values).filter(([field, next]) => next !== value(field)));
-    if (number !== value('buffer')) changed.buffer = writtenFor('buffer', number, each.document);
+    const [src_x, src_y, box_width, box_height] = edgesOf(rect);
+    const piece = { src_x, src_y, box_width, box_height };
+    const language = Object.keys(piece).some((field) => isSpoken(items, field)) ? state.language : '';
+    const changed = Object.fromEntries(Object.entries(piece).filter(([field, next]) => next !== (before[field] ?? 0)));
+    if (number !== (before.buffer ?? 0)) changed.buffer = writtenFor('buffer', number, each.document);
     if (Object.keys(changed).length) setValues(items, changed, language);
   }
 }

@@ -1,7 +1,7 @@
 // All that can be done, in one table: buttons, tooltips, keys and the list of commands come from here.
 import { align, distribute, grow, nudge } from './arrange.js';
-import { el, find, iconButton } from './dom.js';
-import { isBusy, playNow, redo, saveAll, undo } from './edits.js';
+import { button, find, iconButton } from './dom.js';
+import { isBusy, playNow, saveAll, travel } from './edits.js';
 import { showBelow } from './below.js';
 import { nextFault } from './faults.js';
 import { ways } from './geometry.js';
@@ -56,22 +56,21 @@ const some = (...kinds) => () => selected().some((each) => kinds.includes(each.k
 const toggle = (name) => ({ on: () => preferences[name], run: () => prefer({ [name]: !preferences[name] }) });
 const look = (name) => ({ when: () => canPreview() && some('slot')(), on: () => state.look === name,
   run: () => select(state.selection, { look: state.look === name ? '' : name }) });
-const travel = (path, run) => ({ when: () => nextStep(activeDocument(), path) || isBusy(), run: () => run(),
+const travelling = (path) => ({ when: () => nextStep(activeDocument(), path) || isBusy(), run: () => travel(path),
   says(title) {
     const step = nextStep(activeDocument(), path);
     return step ? `${title}: ${step}` : `Nothing to ${path}`;
   } });
 const unsaved = () => allDocuments().filter((each) => each.dirty).map((each) => each.name);
 
-// `where`: without it a key works everywhere, "text" not while a text is typed, "picture" only in the picture. `when`
-// tells whether it can be done now, `on` whether it is switched on, `says` what it is called now. `run` gets the key,
-// and says false when the browser shall do what it does. A row without keys has only a button, one without `run` or
-// with `shown` is only told.
+// `where`: without it a key works everywhere, "text" not while a text is typed, as do single letters and signs,
+// "picture" only in the picture. `when` tells whether it can be done now, `on` whether it is switched on, `says` what
+// it is called now. `run` gets the key, and says false when the browser shall do what it does. A row without keys has
+// only a button, one without `run` or with `shown` is only told.
 const commands = [
   { id: 'find', group: 'Choose', title: 'Find slots, texts, faults, commands', keys: ['Ctrl+F', 'Ctrl+K'],
     run: () => showPalette(told()) },
-  { id: 'keys', title: 'All that can be done, with its key', keys: ['?'], where: 'text',
-    run: () => showPalette(told()) },
+  { id: 'keys', title: 'All that can be done, with its key', keys: ['?'], run: () => showPalette(told()) },
   { id: 'step', title: 'Next, previous slot; behind the last one out of the picture',
     keys: ['Tab', 'Shift+Tab'], where: 'picture', run: (key) => step(key === 'Shift+Tab' ? -1 : 1) },
   { id: 'all', title: 'All slots but the background', keys: ['Ctrl+A'], where: 'text', run: selectAll },
@@ -95,19 +94,18 @@ const commands = [
   { id: 'across', title: 'Same gaps across', when: placed(3), run: () => distribute(0) },
   { id: 'down', title: 'Same gaps down', when: placed(3), run: () => distribute(1) },
 
-  { id: 'undo', group: 'Change', title: 'Undo', keys: ['Ctrl+Z'], ...travel('undo', undo) },
-  { id: 'redo', title: 'Redo', keys: ['Ctrl+Y', 'Ctrl+Shift+Z'], ...travel('redo', redo) },
+  { id: 'undo', group: 'Change', title: 'Undo', keys: ['Ctrl+Z'], ...travelling('undo') },
+  { id: 'redo', title: 'Redo', keys: ['Ctrl+Y', 'Ctrl+Shift+Z'], ...travelling('redo') },
   { id: 'history', title: 'All steps, to go back and forth in', keys: ['Ctrl+H'], run: showHistory },
   { id: 'save', title: 'Save', keys: ['Ctrl+S'], run: saveAll,
     says: () => (unsaved().length ? `Unsaved: ${unsaved().join(', ')}` : 'Everything is saved') },
-  { id: 'text', title: 'New text', keys: ['N'], where: 'text', when: hasScreen, run: () => createSlot('text') },
-  { id: 'button', title: 'New button', keys: ['B'], where: 'text', when: hasScreen,
-    run: () => createSlot('button') },
-  { id: 'picture', title: 'New picture, out of a buffer', keys: ['P'], where: 'text', when: hasScreen,
+  { id: 'text', title: 'New text', keys: ['N'], when: hasScreen, run: () => createSlot('text') },
+  { id: 'button', title: 'New button', keys: ['B'], when: hasScreen, run: () => createSlot('button') },
+  { id: 'picture', title: 'New picture, out of a buffer', keys: ['P'], when: hasScreen,
     run: () => createSlot('picture') },
-  { id: 'window', title: 'New text window, and a slot that shows it', keys: ['W'], where: 'text',
+  { id: 'window', title: 'New text window, and a slot that shows it', keys: ['W'],
     when: () => hasScreen() && Boolean(windowsDocument()), run: createWindow },
-  { id: 'buffer', title: 'New buffer, with a picture for slots', keys: ['I'], where: 'text', run: createBuffer },
+  { id: 'buffer', title: 'New buffer, with a picture for slots', keys: ['I'], run: createBuffer },
   { id: 'copy', title: 'Copy beside itself', keys: ['Ctrl+D'], when: some('slot', 'window'),
     run: () => copySelected() },
   { id: 'take', title: 'Copy for this or another screen', keys: ['Ctrl+C'], where: 'text', run: take },
@@ -116,21 +114,18 @@ const commands = [
     when: some('slot', 'toggle', 'window', 'buffer'), run: removeSelected },
   { id: 'play', title: 'Save, and start the program', keys: ['F5'], run: playNow },
 
-  { id: 'plus', group: 'See', title: 'Larger', keys: ['+', '='], where: 'text', run: () => zoomBy(1) },
-  { id: 'minus', title: 'Smaller', keys: ['-'], where: 'text', run: () => zoomBy(-1) },
-  { id: 'fit', title: 'As large as fits', keys: ['0'], where: 'text', on: () => preferences.zoom === 0,
-    run: () => zoomTo(0) },
-  { id: 'closer', title: 'What is chosen as large as fits', keys: ['Z'], where: 'text', when: placed(1),
-    run: zoomToSelection },
-  { id: 'grid', title: 'Grid of cells', keys: ['G'], where: 'text', ...toggle('grid') },
-  { id: 'snap', title: 'Snap to edges, or to the grid while it is shown', keys: ['S'], where: 'text',
-    ...toggle('snap') },
-  { id: 'outlines', title: 'Frames of all slots', keys: ['F'], where: 'text', ...toggle('outlines') },
+  { id: 'plus', group: 'See', title: 'Larger', keys: ['+', '='], run: () => zoomBy(1) },
+  { id: 'minus', title: 'Smaller', keys: ['-'], run: () => zoomBy(-1) },
+  { id: 'fit', title: 'As large as fits', keys: ['0'], on: () => preferences.zoom === 0, run: () => zoomTo(0) },
+  { id: 'closer', title: 'What is chosen as large as fits', keys: ['Z'], when: placed(1), run: zoomToSelection },
+  { id: 'grid', title: 'Grid of cells', keys: ['G'], ...toggle('grid') },
+  { id: 'snap', title: 'Snap to edges, or to the grid while it is shown', keys: ['S'], ...toggle('snap') },
+  { id: 'outlines', title: 'Frames of all slots', keys: ['F'], ...toggle('outlines') },
   { id: 'labels', title: 'Numbers and names of all slots', ...toggle('labels') },
   { id: 'unseen', title: 'Hidden slots too', ...toggle('unseen') },
-  { id: 'language', title: 'Other language', keys: ['L'], where: 'text', run: nextLanguage },
-  { id: 'hover', title: 'The chosen slot with the pointer over it', keys: ['H'], where: 'text', ...look('highlight') },
-  { id: 'pressed', title: 'The chosen slot while it is pressed', keys: ['J'], where: 'text', ...look('pressed') },
+  { id: 'language', title: 'Other language', keys: ['L'], run: nextLanguage },
+  { id: 'hover', title: 'The chosen slot with the pointer over it', keys: ['H'], ...look('highlight') },
+  { id: 'pressed', title: 'The chosen slot while it is pressed', keys: ['J'], ...look('pressed') },
   { id: 'screen', title: 'Menu, options, help, message, explanations', shown: 'Ctrl+1 to 5',
     keys: [1, 2, 3, 4, 5].map((number) => `Ctrl+${number}`), run: showScreen },
   { id: 'fault', title: 'Next fault', keys: ['F8'], run: () => { showBelow('faults'); nextFault(); } },
@@ -178,9 +173,9 @@ export function commandIcon(id) {
   const row = byId.get(id);
   return follow(iconButton(id, row.title, () => press(row)), row);
 }
-export function commandButton(id, properties, ...children) {
+export function commandButton(id, label, properties) {
   const row = byId.get(id);
-  return follow(el('button', { type: 'button', on: { click: () => press(row) }, ...properties }, ...children), row);
+  return follow(button(label, () => press(row), properties), row);
 }
 
 function draw() {
@@ -189,7 +184,7 @@ function draw() {
     button.title = hintOf(row);
     if (button.matches('.icon')) button.setAttribute('aria-label', button.title);
     if (row.when) button.disabled = !isUsable(row);
-    if (row.on) button.setAttribute('aria-pressed', String(row.on()));
+    if (row.on) button.setAttribute('aria-pressed', row.on());
   }
 }
 on('project document view selection list zoom preferences queue', draw);
@@ -205,17 +200,16 @@ function nameOfKey(event) {
 
 const typing = (element) => element.matches('textarea, input:not([type="checkbox"])');
 
-function allowed(where, target) {
-  if (!where) return true;
+function allowed(where, key, target) {
   if (where === 'picture') return find('viewport').contains(target) || target === document.body;
-  return !typing(target) && !target.matches('select');
+  return (key.length > 1 && where !== 'text') || (!typing(target) && !target.matches('select'));
 }
 
 addEventListener('keydown', (event) => {
   if (document.querySelector('dialog[open], :popover-open') || event.defaultPrevented) return;
   const key = nameOfKey(event);
   const row = byKey.get(key);
-  if (!row || !allowed(row.where, event.target)) return;
+  if (!row || !allowed(row.where, key, event.target)) return;
   if (['undo', 'redo'].includes(row.id) && typing(event.target) && event.target.dataset.typing)
     return; // the field's own undo, while it is being typed in
   if (!isUsable(row) || row.run(key) !== false) event.preventDefault();

@@ -1,5 +1,5 @@
 // Dialogs and popovers: closed by Escape, the focus returns to where it was.
-import { el } from './dom.js';
+import { button, el } from './dom.js';
 
 /** A modal dialog; gives back a function that closes it. Buttons: [{label, run, primary}]; `run` says false to stay. */
 export function dialog(title, content, buttons, { closed, wide, bare } = {}) {
@@ -7,9 +7,9 @@ export function dialog(title, content, buttons, { closed, wide, bare } = {}) {
   const close = () => element.close();
   const element = el('dialog', { class: wide ? 'wide' : '', 'aria-label': title }, bare ? null : el('h2', {}, title),
     content, el('div', { class: 'buttons', hidden: bare }, buttons.map((each) =>
-      el('button', { type: 'button', class: each.primary ? 'primary' : '', on: { click: async () => {
+      button(each.label, async () => {
         if (await each.run?.() !== false) close();
-      } } }, each.label))));
+      }, { class: each.primary ? 'primary' : '' }))));
   element.addEventListener('close', () => {
     element.remove();
     returnTo?.focus?.();

@@ -103,11 +103,12 @@ export function icon(name) {
   return picture;
 }
 
+export const button = (label, run, properties = {}) =>
+  el('button', { type: 'button', on: { click: run }, ...properties }, label);
+
 /** A button that shows an icon and tells its name and key in a tooltip. */
-export function iconButton(name, label, run, properties = {}) {
-  return el('button', { type: 'button', class: 'icon', title: label, 'aria-label': label, on: { click: run },
-    ...properties }, icon(name));
-}
+export const iconButton = (name, label, run, properties = {}) =>
+  button(icon(name), run, { class: 'icon', title: label, 'aria-label': label, ...properties });
 
 /** A line that is sent on Enter and when it is left; Escape brings back what was there. */
 export function line(before, send, properties = {}) {
@@ -158,7 +159,7 @@ export function stepInList(event, at, count) {
 
 /**
  * A list that arrow keys go through: `at()` is the row that is marked, `mark(number)` marks another one, which is then
- * brought into view, and Enter is `take(number)`.
+ * brought into view, and Enter is `take(number)`. `show(rows)` fills it.
  */
 export function listbox(properties, { at, mark, take }) {
   const list = el('ul', { role: 'listbox', tabIndex: 0, ...properties, on: { keydown(event) {
@@ -172,13 +173,17 @@ export function listbox(properties, { at, mark, take }) {
       take(at());
     }
   } } });
+  list.show = (rows) => {
+    put(list, rows);
+    list.setAttribute('aria-activedescendant', rows[at()]?.id ?? '');
+  };
   return list;
 }
 
 /** Some of a few: [{value, label, title}]; `chosen` is called with the value. Arrow keys go through them. */
 export function segments(label, choices, chosen) {
   const buttons = choices.map(({ value, label: text, title }) =>
-    el('button', { type: 'button', role: 'radio', title, on: { click: () => chosen(value) } }, text));
+    button(text, () => chosen(value), { role: 'radio', title }));
   const group = el('div', { class: 'segments', role: 'radiogroup', 'aria-label': label, on: { keydown(event) {
     const step = { ArrowRight: 1, ArrowDown: 1, ArrowLeft: -1, ArrowUp: -1 }[event.key];
     const from = buttons.indexOf(document.activeElement);
@@ -190,7 +195,7 @@ export function segments(label, choices, chosen) {
     event.stopPropagation();
   } } }, buttons);
   group.show = (value) => choices.forEach((choice, i) => {
-    buttons[i].setAttribute('aria-checked', String(choice.value === value));
+    buttons[i].setAttribute('aria-checked', choice.value === value);
     buttons[i].tabIndex = choice.value === value ? 0 : -1;
   });
   return group;

@@ -28,6 +28,7 @@ const together = []; // steps of several documents that are one: {label, numbers
 export async function editTogether(changes, label, merge = '') {
   const numbers = new Map();
   for (const [name, operations] of changes) {
+    if (!operations.length) continue;
     if (!await edit(name, label, operations, merge)) {
       for (const made of numbers.keys()) await ask({ path: 'undo', name: made });
       return false;
@@ -45,13 +46,12 @@ function alongWith({ path, name }) {
   return found ? [...found.numbers.keys()].filter((each) => each !== name && isNext(found, each)) : [];
 }
 
-const travel = (path, name = activeDocument()?.name) => {
+/** To undo or redo a step. */
+export async function travel(path, name = activeDocument()?.name) {
   if (nextStep(state.documents.get(name), path) || isBusy()) return ask({ path, name });
   say(`There is nothing to ${path} in this document.`);
-  return Promise.resolve(false);
-};
-export const undo = (name) => travel('undo', name);
-export const redo = (name) => travel('redo', name);
+  return false;
+}
 
 /** Saves, with what is being typed. */
 export async function saveAll() {
@@ -133,9 +133,9 @@ function chooseAgain(path, before, now) {
 function changedBetween(before, now) {
   const text = (record) => JSON.stringify({ ...record, line: 0 });
   for (const kind of ['style', 'slot', 'window', 'buffer']) {
-    const { records, by } = kinds[kind];
-    const known = new Set(before[records].map(text));
-    const keys = now[records].filter((each) => !known.has(text(each))).map((each) => keyOf(kind, each[by]));
+    const known = new Set(before[`${kind}s`].map(text));
+    const keys = now[`${kind}s`].filter((each) => !known.has(text(each)))
+      .map((each) => keyOf(kind, each[kinds[kind].by]));
     if (keys.length) return keys;
   }
   return [];

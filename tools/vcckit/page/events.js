@@ -1,10 +1,34 @@
-// What happens elsewhere: another page's change, a file on disk, faults of the whole installation.
+// The project and all of its documents, read at the start and after the connection was lost; and what happens
+// elsewhere: another page's change, a file on disk, faults of the whole installation.
 import { getJson, pageName } from './api.js';
 import { banner } from './messages.js';
-import { load as loadAll } from './project.js';
 import { refresh } from './picture.js';
-import { offerRecovery } from './recover.js';
-import { adopt, state, tell } from './state.js';
+import { offerRecovery } from './questions.js';
+import { adopt, keepWhatIsThere, state, tell } from './state.js';
+
+/** Tells whether another process has answered than before. */
+export async function loadAll() {
+  const project = await getJson('project');
+  const documents = await Promise.all(project.documents.map((name) => getJson('document', { name })));
+  giveEveryScreenAView(project, documents);
+  const isNew = state.project?.session !== project.session; // another process counts revisions anew
+  state.project = project;
+  // a change may have been made meanwhile
+  const newest = (read) => (!isNew && (state.documents.get(read.name)?.revision ?? -1) > read.revision
+    ? state.documents.get(read.name) : read);
+  state.documents = new Map(documents.map((each) => [each.name, newest(each)]));
+  keepWhatIsThere();
+  return isNew;
+}
+
+/** A screen without a picture of its own is shown where the program draws it: the explanations with the options. */
+function giveEveryScreenAView(project, documents) {
+  const options = project.views.find((each) => each.view === 'options');
+  for (const { name, kind } of documents) {
+    if (kind !== 'screen' || !options || project.views.some((each) => each.document === name)) continue;
+    project.views.push({ ...options, view: name, document: name, picture: 'options' });
+  }
+}
 
 let wasLost = false;
 let stream = null;

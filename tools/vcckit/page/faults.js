@@ -1,6 +1,6 @@
 // What check says of the installation, again after every change. A click leads to the record and its field.
-import { el, keeper, listbox, put } from './dom.js';
-import { allFaults, keyOf, select, showView, state, tell } from './state.js';
+import { el, keeper, listbox } from './dom.js';
+import { allFaults, keyOf, select, showView, state, tell, viewOf } from './state.js';
 
 export const faults = listbox({ class: 'faults', 'aria-label': 'Faults' },
   { at: () => chosen, mark(number) { chosen = number; draw(); }, take: goToFault });
@@ -8,17 +8,17 @@ const clean = el('li', { class: 'clean' }, 'No faults: the installation is clean
 const kept = keeper();
 let chosen = 0;
 
-export function draw() {
+faults.draw = draw;
+function draw() {
   const all = allFaults();
   chosen = Math.min(chosen, Math.max(all.length - 1, 0));
   const rows = all.map((fault, i) => kept(i, [fault, i === chosen], () => row(fault, i)));
-  put(faults, rows.length ? rows : [clean]);
-  faults.setAttribute('aria-activedescendant', all.length ? `fault-${chosen}` : '');
+  faults.show(rows.length ? rows : [clean]);
 }
 
 function row(fault, number) {
   const where = [fault.document || fault.file, fault.line ? `:${fault.line}` : ''].join('');
-  return el('li', { role: 'option', id: `fault-${number}`, 'aria-selected': String(number === chosen),
+  return el('li', { role: 'option', id: `fault-${number}`, 'aria-selected': number === chosen,
     title: [fault.explanation, fault.advice].filter(Boolean).join('\n'), on: { click: () => goToFault(number) } },
   el('span', { class: 'code' }, fault.code), el('span', { class: 'dim mono' }, where),
   el('span', {}, fault.problem), fault.advice ? el('span', { class: 'dim' }, fault.advice) : null);
@@ -31,11 +31,8 @@ export function goToFault(number) {
   if (!fault) return;
   const document = state.documents.get(fault.document);
   const view = state.project.views.find((each) => each.document === fault.document);
-  const hasSlot = fault.slot !== null && fault.slot !== undefined &&
-    document?.slots.some((each) => each.index === fault.slot);
-  if (view && view.document !== state.project.views.find((each) => each.view === state.view)?.document)
-    showView({ view: view.view });
-  if (hasSlot) {
+  if (view && view.document !== viewOf(state.view)?.document) showView({ view: view.view });
+  if (document?.slots.some((each) => each.index === fault.slot)) {
     select(keyOf('slot', fault.slot));
     if (fault.field) tell('field', fault.field);
   } else if (document && fault.line) {

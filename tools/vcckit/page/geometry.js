@@ -12,10 +12,8 @@ export function between(x0, y0, x1, y1) {
 }
 
 export function around(rects) {
-  const left = Math.min(...rects.map((r) => r[0]));
-  const top = Math.min(...rects.map((r) => r[1]));
-  const right = Math.max(...rects.map((r) => r[0] + r[2]));
-  const bottom = Math.max(...rects.map((r) => r[1] + r[3]));
+  const [left, top] = [0, 1].map((axis) => Math.min(...rects.map((rect) => rect[axis])));
+  const [right, bottom] = [0, 1].map((axis) => Math.max(...rects.map((rect) => rect[axis] + rect[axis + 2])));
   return [left, top, right - left, bottom - top];
 }
 
@@ -45,14 +43,8 @@ export function gaps(rect, others) {
 
 /** The shortest way, at most `reach`, that brings a line of `rect` onto a line of the others: {by, at} or null. */
 export function snapped(rect, others, axis, reach) {
-  let best = null;
-  for (const mine of lines(rect, axis)) {
-    for (const other of others) {
-      for (const at of lines(other, axis)) {
-        const by = Math.round(at - mine);
-        if (Math.abs(at - mine) <= reach && (!best || Math.abs(by) < Math.abs(best.by))) best = { by, at };
-      }
-    }
-  }
-  return best;
+  const places = others.flatMap((other) => lines(other, axis));
+  const found = lines(rect, axis).flatMap((mine) => places.filter((at) => Math.abs(at - mine) <= reach)
+    .map((at) => ({ by: Math.round(at - mine), at })));
+  return found.sort((a, b) => Math.abs(a.by) - Math.abs(b.by))[0] ?? null;
 }

@@ -1,6 +1,6 @@
 // The steps of the document that is shown, to go back and forth in. What is undone stays until another change is made.
-import { undo, redo } from './edits.js';
-import { el, keeper, listbox, put } from './dom.js';
+import { travel } from './edits.js';
+import { el, keeper, listbox } from './dom.js';
 import { activeDocument, state } from './state.js';
 
 export const history = listbox({ class: 'history', 'aria-label': 'History' },
@@ -12,24 +12,23 @@ let marked = 0; // by the arrow keys; the number of steps that are done then
 let shown = '';
 let wanted = null;
 
-export function draw() {
+history.draw = draw;
+function draw() {
   const { name, file, steps, done } = activeDocument() ?? {};
   told.textContent = name ? `${file.split('/').pop()}: a click or Enter goes to a step` : '';
-  if (!name) return void put(history, []);
+  if (!name) return void history.show([]);
   const now = `${name} ${done} ${steps.length}`;
   if (shown !== now) marked = done;
-  const rows = ['As it was opened', ...steps].map((label, number) => kept(number, [label, number > done,
-    number === marked, number === done], () => row(label, number, done)));
-  put(history, rows);
-  history.setAttribute('aria-activedescendant', `step-${marked}`);
+  history.show(['As it was opened', ...steps].map((label, number) => kept(number, [label, number > done,
+    number === marked, number === done], () => row(label, number, done))));
   if (shown !== now) history.children[done].scrollIntoView({ block: 'nearest' });
   shown = now;
 }
 
 function row(label, number, done) {
   return el('li', { role: 'option', id: `step-${number}`, class: number > done ? 'undone' : '',
-    'aria-selected': String(number === marked), 'aria-current': String(number === done),
-    on: { click: () => goTo(number) } }, el('span', { class: 'index' }, number ? String(number) : ''), label);
+    'aria-selected': number === marked, 'aria-current': number === done, on: { click: () => goTo(number) } },
+  el('span', { class: 'index' }, number || ''), label);
 }
 
 /** Undoes or redoes until so many steps are done; a later wish takes the place of one that is under way. */
@@ -39,6 +38,6 @@ async function goTo(number) {
   if (isUnderWay) return;
   const { name } = activeDocument();
   const done = () => state.documents.get(name).done;
-  while (wanted !== done() && await (wanted < done() ? undo : redo)(name));
+  while (wanted !== done() && await travel(wanted < done() ? 'undo' : 'redo', name));
   wanted = null;
 }

@@ -3,7 +3,7 @@
 import { address } from './api.js';
 import { chooseBuffer } from './buffer_chooser.js';
 import { colourInput } from './colours.js';
-import { el, iconButton, line } from './dom.js';
+import { button, el, iconButton, line } from './dom.js';
 import { clamp } from './geometry.js';
 import { say } from './messages.js';
 import { nameOfBuffer, pieceOf, thumbnail } from './thumbnails.js';
@@ -18,32 +18,29 @@ const choices = { align: () => ['left', 'centre', 'right'], style: (items) => it
 
 export function inputFor(items, given, value, language) {
   const field = given.meaning === 'window' ? { ...given, meaning: windowMeanings[given.name] ?? 'number' } : given;
-  if (field.kind === 'flag' && field.meaning === 'colour') return flagOrColour(items, field, value, language);
-  if (field.kind === 'flag') return flag(items, field, value, language);
-  if (choices[field.name] && items[0].kind !== 'window') return choice(items, field, value, language);
-  if (field.kind === 'text') return textLine(items, field, value, language);
-  if (field.meaning === 'colour') return colourInput(items, field, value, language);
-  if (['font', 'action', 'sound', 'buffer', 'input', 'toggle', 'focus'].includes(field.meaning))
-    return named(items, field, value, language);
-  return number(items, field, value, language);
+  const cell = { items, field, value, set: (next, merge) => setValue(items, field.name, next, language, merge) };
+  if (field.kind === 'flag') return field.meaning === 'colour' ? flagOrColour(cell) : flag(cell);
+  if (choices[field.name] && items[0].kind !== 'window') return choice(cell);
+  if (field.kind === 'text') return textLine(cell);
+  if (field.meaning === 'colour') return colourInput(cell);
+  return ['font', 'action', 'sound', 'buffer', 'input', 'toggle', 'focus'].includes(field.meaning) ? named(cell)
+    : number(cell);
 }
 
-function flag(items, field, value, language) {
-  return el('input', { type: 'checkbox', checked: Boolean(value.value), indeterminate: value.mixed,
-    on: { change: (event) => setValue(items, field.name, event.target.checked, language) } });
-}
+const flag = ({ value, set }) => el('input', { type: 'checkbox', checked: Boolean(value.value),
+  indeterminate: value.mixed, on: { change: (event) => set(event.target.checked) } });
 
 /** A flag, and the colour of what it switches on. */
-function flagOrColour(items, field, value, language) {
-  const colour = value.value === true ? undefined : value.value;
-  return el('div', { class: 'with-button first' }, flag(items, field, value, language),
-    value.value ? colourInput(items, field, { ...value, value: colour }, language) : null);
+function flagOrColour(cell) {
+  const { value } = cell.value;
+  return el('div', { class: 'with-button first' }, flag(cell),
+    value ? colourInput({ ...cell, value: { ...cell.value, value: value === true ? undefined : value } }) : null);
 }
 
-function choice(items, field, value, language) {
+function choice({ items, field, value, set }) {
   const send = () => {
     if (field.name === 'style') chooseStyle(items, select.value);
-    else if (select.value) setValue(items, field.name, select.value, language);
+    else if (select.value) set(select.value);
     else unsetValue(items, field.name);
   };
   const select = el('select', { on: { change: send } },
@@ -52,56 +49,52 @@ function choice(items, field, value, language) {
   return select;
 }
 
-const shownOf = (value) => (value.mixed ? '' : String(value.value ?? ''));
-const several = (value) => (value.mixed ? 'several' : '');
+const freeLine = ({ value }, send, properties) => line(value.mixed ? '' : String(value.value ?? ''), send,
+  { placeholder: value.mixed ? 'several' : '', ...properties });
 
-function textLine(items, field, value, language) {
-  return line(shownOf(value), (text) => setValue(items, field.name, text, language),
-    { placeholder: several(value), ...(field.size && { maxLength: field.size }),
-      ...(field.meaning === 'picture' && { list: 'pictures' }) });
-}
+const textLine = (cell) => freeLine(cell, (text) => cell.set(text), { maxLength: cell.field.size || null,
+  list: cell.field.meaning === 'picture' ? 'pictures' : null });
 
-function number(items, field, value, language) {
-  const send = (text) => {
+function number(cell) {
+  const { items, field, set } = cell;
+  const input = freeLine(cell, (text) => {
     const typed = text.trim();
-    if (/^-?\d+$/.test(typed)) setValue(items, field.name, clamp(Number(typed), LEAST, -LEAST - 1), language);
-    else if (typed) setValue(items, field.name, typed, language);
-  };
-  const input = line(shownOf(value), send, { placeholder: several(value), inputMode: 'numeric', class: 'number' });
+    if (typed) set(/^-?\d+$/.test(typed) ? clamp(Number(typed), LEAST, -LEAST - 1) : typed);
+  }, { inputMode: 'numeric', class: 'number' });
   input.addEventListener('keydown', (event) => {
     const by = { ArrowUp: 1, ArrowDown: -1 }[event.key] * (event.shiftKey ? 10 : 1);
     if (!by || Number.isNaN(Number(input.value))) return; // of a pair neither
     event.preventDefault();
     const [low, high] = field.max > field.min ? [field.min, field.max] : [LEAST, -LEAST - 1];
     input.value = clamp((Number.parseInt(input.value, 10) || 0) + by, low, high);
-    setValue(items, field.name, Number(input.value), language, `step ${field.name} ${items.map((each) => each.key)}`);
+    set(Number(input.value), `step ${field.name} ${items.map((each) => each.key)}`);
   });
   return input;
 }
 
-function named(items, field, value, language) {
-  const document = items[0].document;
+function named({ items, field, value, set }) {
+  const { document, index, kind, shown } = items[0];
   const names = [...namesFor(field.meaning, document)];
   const own = field.meaning === 'toggle' || field.meaning === 'focus';
-  if (own && items[0].index > 0) names.push({ name: 'highlighted', number: items[0].index });
+  if (own && index > 0) names.push({ name: 'highlighted', number: index });
   const current = numberOf(value.value, names);
   if (!names.some((each) => each.number === current)) names.push({ name: '', number: current });
-  const select = el('select', { on: { change: () => {
+  const select = el('select', { on: { change() {
     const chosen = Number(select.value);
-    setValue(items, field.name, own ? chosen : writtenFor(field.meaning, chosen, document), language);
+    set(own ? chosen : writtenFor(field.meaning, chosen, document));
   } } }, value.mixed ? el('option', { value: '' }, 'several') : null,
   names.map((each) => el('option', { value: each.number }, each.name && each.number !== null
-    ? nameOfBuffer(each) : String(each.number))));
+    ? nameOfBuffer(each) : `${each.number}`)));
   select.value = value.mixed ? '' : current;
   if (field.meaning === 'sound') {
     const hear = iconButton('heard', 'Hear it', () => play(Number(select.value)));
     return el('div', { class: 'with-button' }, select, hear);
   }
-  if (field.meaning === 'buffer' && items[0].kind === 'slot') {
+  if (field.meaning === 'buffer' && kind === 'slot') {
     const label = 'Choose the piece on the picture itself';
-    const button = el('button', { type: 'button', class: 'swatch-button', title: label, 'aria-label': label,
-      on: { click: () => chooseBuffer(items) } }, small(items[0]));
-    return el('div', { class: 'with-button first' }, button, select);
+    const piece = button(thumbnail(shown.values.buffer, [2.6, 1.4], pieceOf(shown.values)), () => chooseBuffer(items),
+      { class: 'swatch-button', title: label, 'aria-label': label });
+    return el('div', { class: 'with-button first' }, piece, select);
   }
   return select;
 }
@@ -113,11 +106,6 @@ function play(number) {
   if (!number) return;
   player = new Audio(address('sound', { number }));
   player.play().catch(() => say(`Sound ${number} cannot be played.`, 'bad'));
-}
-
-function small({ shown }) {
-  const [number, piece] = pieceOf(shown.values);
-  return thumbnail(number, [2.6, 1.4], piece);
 }
 
 /** A style has names where records have numbers. */

@@ -1,9 +1,9 @@
 // The list at the left: slots, text windows or styles, as a listbox that arrow keys go through.
 import { BACKGROUND } from './arrange.js';
-import { el, find, icon, keeper, listbox, put, segments } from './dom.js';
+import { button, el, find, icon, keeper, listbox, put, segments } from './dom.js';
 import { takeOver } from './records.js';
 import { faultFinder, listDocument, listItems, on, select, showList, state, tell, toggle } from './state.js';
-import { pieceOf, thumbnail } from './thumbnails.js';
+import { pieceOf, thumbnail, version } from './thumbnails.js';
 
 const panel = find('items');
 const tabs = segments('Kind of list', [
@@ -35,13 +35,12 @@ function draw() {
   if (!state.project) return;
   tabs.show(state.list);
   const isFaulty = faultFinder();
-  put(list, listItems().map((each) => {
+  list.show(listItems().map((each) => {
     const looks = looksOf(each, isFaulty(each));
     return kept(each.key, looks, () => row(each.key, looks));
   }));
   const { file, made, dirty } = listDocument() ?? {};
   put(about, [kept('about', [state.list, file, made && !dirty], aboutSource)]);
-  list.setAttribute('aria-activedescendant', list.querySelector('.lead')?.id ?? '');
 }
 
 /** Why there is nothing in the list, or that what is there has no source yet. */
@@ -54,8 +53,8 @@ function aboutSource() {
   }
   if (!document.made || document.dirty) return el('p', { hidden: true });
   return el('p', {}, `No source yet: shown as it is installed. The first change makes ${name}. `,
-    el('button', { type: 'button', class: 'link', title: `Makes ${name} without another change`,
-      on: { click: () => takeOver(document) } }, 'Take the source over'));
+    button('Take the source over', () => takeOver(document),
+      { class: 'link', title: `Makes ${name} without another change` }));
 }
 
 function looksOf(each, isFaulty) {
@@ -63,7 +62,8 @@ function looksOf(each, isFaulty) {
   const isButton = each.kind === 'slot' && each.shown.selectable && kind !== 'window';
   return {
     icon: isButton ? 'button' : kind,
-    shows: each.kind === 'slot' && kind === 'picture' ? pieceOf(each.shown.values) : null,
+    shows: each.kind === 'slot' && kind === 'picture' ? [each.shown.values.buffer, [1.8, 1.3],
+      pieceOf(each.shown.values), version] : null,
     index: each.kind === 'style' ? null : each.kind === 'toggle' ? `T${each.index}` : String(each.index),
     name: nameOf(each) || `(${kindWords[kind] ?? kind})`,
     classes: [each.shown?.hidden && 'unseen', each.key === state.selection.at(-1) && 'lead',
@@ -81,19 +81,17 @@ function nameOf(each) {
 }
 
 function row(key, looks) {
-  const element = el('li', { role: 'option', id: `item-${key.replace(/\W/g, '-')}`, class: looks.classes,
-    'aria-selected': String(looks.chosen), title: looks.hint,
+  return el('li', { role: 'option', id: `item-${key.replace(/\W/g, '-')}`, class: looks.classes,
+    'aria-selected': looks.chosen, title: looks.hint, 'data-key': key,
     on: {
       click: (event) => choose(key, event),
       pointerenter: () => { state.hovered = key; tell('hovered'); },
       pointerleave: () => { state.hovered = null; tell('hovered'); },
     } },
-  el('span', { class: 'sign' }, looks.shows ? thumbnail(looks.shows[0], [1.8, 1.3], looks.shows[1]) : icon(looks.icon),
+  el('span', { class: 'sign' }, looks.shows ? thumbnail(...looks.shows) : icon(looks.icon),
     looks.locked ? el('span', { class: 'lock' }, icon('locked')) : null),
   looks.index === null ? null : el('span', { class: 'index' }, looks.index),
   el('span', { class: 'name' }, looks.name));
-  element.dataset.key = key;
-  return element;
 }
 
 function hint(each) {

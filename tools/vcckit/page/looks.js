@@ -2,17 +2,15 @@
 // chosen is shown in the picture and changed in the properties.
 import { el, keeper, segments } from './dom.js';
 import { clamp } from './geometry.js';
-import { request, rgba } from './picture.js';
+import { request, rgba, withLook } from './picture.js';
 import { canPreview, HEIGHT, select, state, WIDTH } from './state.js';
 import { hasLook } from './values.js';
 
 const MARGIN = 4;
 const looks = [
-  { look: '', label: 'Normal', of: () => ({ hover: null, pressed: null }) },
-  { look: 'highlight', label: 'Pointer over', title: 'What is different while the pointer is over it',
-    of: (index) => ({ hover: index, pressed: null }) },
-  { look: 'pressed', label: 'Pressed', title: 'What is different while it is pressed',
-    of: (index) => ({ hover: null, pressed: index }) },
+  { look: '', label: 'Normal' },
+  { look: 'highlight', label: 'Pointer over', title: 'What is different while the pointer is over it' },
+  { look: 'pressed', label: 'Pressed', title: 'What is different while it is pressed' },
 ];
 let timer = 0;
 const kept = keeper();
@@ -45,9 +43,9 @@ function made(there, drawn, area) {
 }
 
 async function fill(each, shown, { left, top }, canvases) {
-  for (const [i, { of }] of shown.entries()) {
+  for (const [i, { look }] of shown.entries()) {
     try {
-      const { pixels } = await rgba(request(of(each.index)));
+      const { pixels } = await rgba(request(withLook(look, each.index)));
       canvases[i].getContext('2d').putImageData(new ImageData(pixels, WIDTH, HEIGHT), -left, -top);
     } catch { /* a fault is told with the picture itself */ }
   }

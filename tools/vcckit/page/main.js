@@ -1,19 +1,16 @@
 // Starts the page: what the project is, its documents, then the parts that show them.
 import './bar.js';
 import './list.js';
-import './tools.js';
 import './properties.js';
 import './below.js';
 import './status.js';
-import './conflict.js';
 import './pointer.js';
 import { find } from './dom.js';
-import { listenWhileSeen } from './events.js';
+import { listenWhileSeen, loadAll } from './events.js';
 import { banner } from './messages.js';
 import { layOut } from './picture.js';
 import { showTheme } from './preferences.js';
-import { load } from './project.js';
-import { offerRecovery } from './recover.js';
+import { offerRecovery } from './questions.js';
 import { completeView, on, state, tell, viewOf } from './state.js';
 
 const PLACE = 'veldor-screens-place'; // where this tab was, for a reload
@@ -36,7 +33,7 @@ function comeBack() {
 async function start() {
   showTheme();
   try {
-    await load();
+    await loadAll();
   } catch (error) {
     banner('start', `The project cannot be shown: ${error.message}`, [], 'bad');
     return;

@@ -50,14 +50,14 @@ export function showPalette(all) {
     rows = words.length ? targets.filter(fits).concat(all.filter(fits)).slice(0, MOST) : all;
     list.replaceChildren(...rows.flatMap((row, i) => [
       row.group === rows[i - 1]?.group ? null : el('li', { class: 'group', role: 'presentation' }, row.group),
-      el('li', { role: 'option', id: `found-${i}`, 'aria-disabled': String(!row.run),
+      el('li', { role: 'option', id: `found-${i}`, 'aria-disabled': !row.run,
         on: { click: () => take(row) } }, el('span', { class: 'grow' }, row.title),
       row.keys ? row.keys.split(', ').map((key) => el('kbd', {}, key)) : null)].filter(Boolean)),
     rows.length ? '' : el('li', { class: 'group' }, 'Nothing is called that.'));
     mark();
   }
   function mark() {
-    list.querySelectorAll('[role=option]').forEach((each, i) => each.setAttribute('aria-selected', String(i === at)));
+    list.querySelectorAll('[role=option]').forEach((each, i) => each.setAttribute('aria-selected', i === at));
     list.querySelector(`#found-${at}`)?.scrollIntoView({ block: 'nearest' });
     field.setAttribute('aria-activedescendant', `found-${at}`);
   }

@@ -4,7 +4,7 @@ import { find } from './dom.js';
 import { around } from './geometry.js';
 import { banner } from './messages.js';
 import { preferences, prefer } from './preferences.js';
-import { allDocuments, canPreview, HEIGHT, lead, on, screenDocument, selected, state, tell, viewOf, WIDTH }
+import { allDocuments, canPreview, HEIGHT, lead, on, SCREEN, screenDocument, selected, state, tell, viewOf, WIDTH }
   from './state.js';
 
 const canvas = find('picture');
@@ -20,14 +20,17 @@ let number = 0; // of the picture that is shown; the server sends what differs f
 let along = ''; // what was asked for along with a change
 let arrived = null;
 
+/** How a picture is asked for in which a slot has this look. */
+export const withLook = (look, index) =>
+  ({ hover: look === 'highlight' ? index : null, pressed: look === 'pressed' ? index : null });
+
 /** What a picture of the view is asked for with; the renderer's own words. */
 export function request(change = {}) {
   const { picture, rows: options } = viewOf(state.view);
   const index = lead()?.kind === 'slot' && canPreview() ? lead().index : null;
-  const about = state.view === 'help' ? state.about : null;
   return { view: picture ?? state.view, language: state.language, row: options ? state.row : null,
-    module: options ? state.module : null, hover: about ?? (state.look === 'highlight' ? index : null),
-    pressed: state.look === 'pressed' ? index : null, ...change };
+    module: options ? state.module : null, ...withLook(state.look, index),
+    ...(state.view === 'help' && { hover: state.about }), ...change };
 }
 
 /** Every document that a view is drawn from decides on its picture. */
@@ -99,7 +102,7 @@ function show(key, picture) {
 export async function rgba(wish) {
   const response = await get('picture', { ...wish, revision: screenDocument()?.revision });
   const told = (name) => Number(response.headers.get(name));
-  return { pixels: new Uint8ClampedArray(await response.arrayBuffer()), rect: [0, 0, WIDTH, HEIGHT],
+  return { pixels: new Uint8ClampedArray(await response.arrayBuffer()), rect: SCREEN,
     number: told('X-Number'), revision: told('X-Revision') };
 }
 

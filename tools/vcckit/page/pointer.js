@@ -1,15 +1,15 @@
 // Gestures on the picture: choose, rubber band, drag, resize, pan. A gesture shows its frames at once; the changes
 // follow it to the server one at a time.
-import { movable, movedBy, moveOperations, resizeOperations, send, unitOf } from './arrange.js';
+import { isSlotOf, movable, movedBy, moveOperations, resizeOperations, unitOf } from './arrange.js';
 import { el, find, lay } from './dom.js';
-import { gestureEnds, undo } from './edits.js';
+import { editTogether, gestureEnds, travel } from './edits.js';
 import { isBackground, isSeen, keysAt, moveFrames } from './frames.js';
 import { around, between, gaps, meets, snapped } from './geometry.js';
 import { place, zoom } from './picture.js';
 import { preferences } from './preferences.js';
 import { copySelected } from './records.js';
 import { cellOfGrid, showPointer } from './rulers.js';
-import { HEIGHT, item, lead, placedItems, select, selected, state, tell, toggle, WIDTH } from './state.js';
+import { HEIGHT, item, lead, placedItems, SCREEN, select, selected, state, tell, toggle, WIDTH } from './state.js';
 import { nameOf } from './values.js';
 
 const surface = find('surface');
@@ -146,9 +146,9 @@ function follower(label, operations, merge = nextMerge()) {
   async function run() {
     while (wanted.some((part, i) => part !== sent[i])) {
       const next = wanted;
-      const documents = operations(next.map((part, i) => part - sent[i]));
+      const changes = operations(next.map((part, i) => part - sent[i]));
       sent = next;
-      await send(documents, label, merge);
+      await editTogether(changes, label, merge);
     }
     running = null;
   }
@@ -176,7 +176,7 @@ function ending(overlay, course) {
       course.cancelled = true;
       await finish();
       moveFrames(new Map());
-      if (course.before || course.follow?.changed) await undo(course.document);
+      if (course.before || course.follow?.changed) await travel('undo', course.document);
       select(selection, { look });
     },
   };
@@ -196,7 +196,7 @@ function surroundings(overlay, changed) {
   const guides = [el('div', { class: 'guide' }), el('div', { class: 'guide' })];
   const measures = el('div', { class: 'measures' });
   const others = placedItems().filter((each) => !changed.has(each.key) && isSeen(each) && !isBackground(each.rect))
-    .map((each) => each.rect).concat([[0, 0, WIDTH, HEIGHT]]);
+    .map((each) => each.rect).concat([SCREEN]);
   overlay.replaceChildren(...guides, measures, ghost);
   find('frames').append(overlay);
 
@@ -298,12 +298,12 @@ const edges = [['w', 0, true], ['n', 1, true], ['e', 0, false], ['s', 1, false]]
 function resizing(side) {
   const each = movedBy(lead());
   const start = each.rect;
-  const isText = each.kind === 'slot' && each.shown.kind === 'text'; // boxes are in pixels
+  const isText = isSlotOf(each, 'text'); // boxes are in pixels
   const steps = edges.map(([, axis, low]) => (low || !isText ? unitOf(each)[axis] : 1));
   const overlay = el('div');
   let near = null;
   const follow = follower(`Resize ${nameOf([each])}`, ([left, top, right, bottom]) =>
-    new Map([[each.document.name, resizeOperations(item(each.key), { left, top, right, bottom })]]));
+    [[each.document.name, resizeOperations(item(each.key), { left, top, right, bottom })]]);
   return {
     move(event, at) {
       const way = [at.x - gesture.from.x, at.y - gesture.from.y];

@@ -1,12 +1,12 @@
 // Properties of what is chosen, in groups. Names, units, ranges and help come from the tool.
 import { address } from './api.js';
-import { el, find, icon, keeper, keepFocus, planned, put } from './dom.js';
+import { button, el, find, icon, iconButton, keeper, keepFocus, planned, put } from './dom.js';
 import { inputFor } from './inputs.js';
 import { labelOf, rawName } from './labels.js';
 import { looksOf } from './looks.js';
 import { movedBy } from './arrange.js';
 import { renumber, split } from './records.js';
-import { kinds, on, select, selected, state, tell } from './state.js';
+import { keyOf, kinds, on, select, selected, state, tell } from './state.js';
 import { addressFor, hasLook, isOwn, isSpoken, originOf, setValue, unsetValue, usualLanguage, valueOf }
   from './values.js';
 import { edit } from './edits.js';
@@ -122,29 +122,24 @@ function heading(items) {
     each.record.styles?.length ? el('p', { class: 'chips' }, 'Styles ', each.record.styles.map(styleChip)) : null,
     each.record.repeat?.count > 1 ? repeatNote(each) : null,
     movedBy(each) !== each ? el('p', { class: 'dim' }, 'Its place is that of ',
-      el('button', { type: 'button', class: 'link', on: { click: () => select(movedBy(each).key) } },
-        `text window ${movedBy(each).index}`), '.') : null);
+      button(`text window ${movedBy(each).index}`, () => select(movedBy(each).key), { class: 'link' }), '.') : null);
 }
 function note(name, text) {
   return el('p', { class: 'note' }, icon(name), text);
 }
-function styleChip(name) {
-  return el('button', { type: 'button', class: 'chip', title: `Change style "${name}" for all its records`,
-    on: { click: () => select(`style:${name}`) } }, name);
-}
+const styleChip = (name) => button(name, () => select(keyOf('style', name)),
+  { class: 'chip', title: `Change style "${name}" for all its records` });
 function numberInput(each) {
   return el('input', { class: 'number', inputMode: 'numeric', value: each.index, 'aria-label': 'Number of the slot',
     on: { change: (event) => renumber(each, Number.parseInt(event.target.value, 10)) } });
 }
-function lineButton(each) {
-  return el('button', { type: 'button', class: 'link', title: 'Show in the source',
-    on: { click: () => tell('source', { name: each.document.name, line: each.line }) } }, `line ${each.line}`);
-}
+const lineButton = ({ document: { name }, line }) =>
+  button(`line ${line}`, () => tell('source', { name, line }), { class: 'link', title: 'Show in the source' });
 function repeatNote(each) {
   const { count, position, first } = each.record.repeat;
   return el('p', { class: 'note' }, `${position + 1} of ${count} repeated records from ${first} on. `,
-    el('button', { type: 'button', class: 'link', title: 'Makes a table of its own of every repeated record',
-      on: { click: () => split(each) } }, 'Write out singly'));
+    button('Write out singly', () => split(each),
+      { class: 'link', title: 'Makes a table of its own of every repeated record' }));
 }
 
 // looks
@@ -153,9 +148,8 @@ function lookToMake(items) {
   const of = items.map(addressFor);
   return el('div', { class: 'empty' }, el('p', {}, state.look === 'pressed' ? 'It has no look while it is pressed.'
     : 'It has no look while the pointer is over it.'),
-  el('button', { type: 'button', on: { click: () => edit(items[0].document.name, `Make the ${state.look} look`,
-    [{ do: 'set', of, field: 'fore_colour', language: '',
-      value: 'white' }]) } }, 'Make one'));
+  button('Make one', () => edit(items[0].document.name, `Make the ${state.look} look`,
+    [{ do: 'set', of, field: 'fore_colour', language: '', value: 'white' }])));
 }
 
 // rows
@@ -179,8 +173,8 @@ function newCell(items, field, value, origins) {
   const inherited = !own && origins[0];
   const id = `field-${field.name}`;
   const input = inputFor(items, field, value, usualLanguage(items, field.name));
-  const main = input.matches('input, select, textarea') ? input : input.querySelector('input, select, textarea');
-  Object.assign(main, { id });
+  const main = input.matches('input, select') ? input : input.querySelector('input, select');
+  main.id = id;
   main.dataset.field = field.name;
   main.setAttribute('aria-describedby', 'field-help');
   if (field.name === 'text' || field.name === 'dest_x') main.dataset.first = '1';
@@ -195,14 +189,14 @@ function newCell(items, field, value, origins) {
 }
 
 function languageBadge(items, field, differs) {
-  return el('button', { type: 'button', class: 'badge', title: `${differs ? 'Differs between' : 'The same in all'} ` +
-    `languages: a change is made to ${state.language} only. Click to give all languages this value.`,
-  on: { click: () => setValue(items, field.name, valueOf(items, field.name).value, '') } }, state.language);
+  const title = `${differs ? 'Differs between' : 'The same in all'} languages: a change is made to ${state.language} ` +
+    'only. Click to give all languages this value.';
+  return button(state.language, () => setValue(items, field.name, valueOf(items, field.name).value),
+    { class: 'badge', title });
 }
 function takeBack(items, field) {
-  const label = `Take back ${field.name}: what a style or the default says counts again`;
-  return el('button', { type: 'button', class: 'icon back', title: label, 'aria-label': label,
-    on: { click: () => unsetValue(items, field.name) } }, icon('reset'));
+  return iconButton('reset', `Take back ${field.name}: what a style or the default says counts again`,
+    () => unsetValue(items, field.name), { class: 'icon back' });
 }
 
 function showHelp(items, field, origins) {

@@ -97,7 +97,7 @@ async function createRecords(records, label) {
     }
   }
   changes.set(screenDocument().name, slots);
-  if (!await editTogether([...changes].filter(([, operations]) => operations.length), label)) return false;
+  if (!await editTogether(changes, label)) return false;
   select(slots.map(({ to }) => keyOf('slot', to)));
   return true;
 }

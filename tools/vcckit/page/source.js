@@ -41,7 +41,7 @@ function documentToShow() {
   return state.documents.get(wish?.name) ?? activeDocument();
 }
 
-export function shownSource() {
+source.draw = () => {
   const document = documentToShow();
   if (!document) return;
   const unsent = shown.text !== null && area.value !== plain(shown.text);
@@ -60,7 +60,7 @@ export function shownSource() {
   fileName.title = document.file;
   drawNumbers(document);
   if (wish?.line) goTo(wish);
-}
+};
 
 function drawNumbers(document) {
   const count = area.value.split('\n').length;

@@ -2,6 +2,7 @@
 
 export const WIDTH = 800;
 export const HEIGHT = 600;
+export const SCREEN = [0, 0, WIDTH, HEIGHT];
 
 export const state = {
   project: null,
@@ -70,18 +71,17 @@ export const shownOf = (record) => record.languages[state.language] ?? Object.va
 const looksOf = (record) => ({ shown: shownOf(record), rect: shownOf(record).rect });
 
 /**
- * Kinds of records: the list that shows them, the document that has them, there under `records` and told apart by `by`;
- * `shows` tells of a record what `item` has beyond it.
+ * Kinds of records, of which a document has a list, "slots" for "slot": what tells them apart there, the page's list
+ * that shows them, and the document; `shows` tells of a record what `item` has beyond it.
  */
 export const kinds = {
-  slot: { title: 'Slot', list: 'slots', document: screenDocument, records: 'slots', by: 'index', shows: looksOf },
-  toggle: { title: 'Toggle record', list: 'slots', document: screenDocument, records: 'toggles', by: 'index',
-    shows: looksOf },
-  window: { title: 'Text window', list: 'windows', document: windowsDocument, records: 'windows', by: 'number',
+  slot: { title: 'Slot', by: 'index', list: 'slots', document: screenDocument, shows: looksOf },
+  toggle: { title: 'Toggle record', by: 'index', list: 'slots', document: screenDocument, shows: looksOf },
+  window: { title: 'Text window', by: 'number', list: 'windows', document: windowsDocument,
     shows: ({ number, values, protected: role, rect }) => ({ rect: rect[2] > 0 && rect[3] > 0 ? rect : null,
       name: values.title || role || nameOfShowing(number) || 'text window' }) },
-  style: { title: 'Style', list: 'styles', document: screenDocument, records: 'styles', by: 'name', shows: () => ({}) },
-  buffer: { title: 'Buffer', list: 'buffers', document: buffersDocument, records: 'buffers', by: 'number',
+  style: { title: 'Style', by: 'name', list: 'styles', document: screenDocument, shows: () => ({}) },
+  buffer: { title: 'Buffer', by: 'number', list: 'buffers', document: buffersDocument,
     shows: ({ values }) => ({ name: String(values.picture).split(/[\\/]/).pop() }) },
 };
 /** What the list that is open is made from. */
@@ -96,28 +96,23 @@ export const nextStep = (document, path) => document?.steps[document.done - (pat
 
 export const keyOf = (kind, number) => `${kind}:${number}`;
 export function addressOf(key) {
-  const at = key.indexOf(':');
-  const kind = key.slice(0, at);
-  const rest = key.slice(at + 1);
-  return { [kind]: kind === 'style' ? rest : Number(rest) };
+  const [, kind, id] = key.match(/^(.*?):(.*)$/s);
+  return { [kind]: kind === 'style' ? id : Number(id) };
 }
 
-function itemOf(kind, document, record) {
-  const { by, shows } = kinds[kind];
-  return { key: keyOf(kind, record[by]), kind, document, record, index: record.index ?? record.number,
-    name: record.name ?? '', line: record.line, ...shows(record) };
+/** All of a kind, by number. Toggle records without a table of their own are looks of slots, and shown with these. */
+export function itemsOf(kind, document = kinds[kind].document()) {
+  return (document?.[`${kind}s`] ?? []).filter((record) => kind !== 'toggle' || record.line > 0)
+    .map((record) => itemOf(kind, document, record)).sort((a, b) => (a.index ?? 0) - (b.index ?? 0));
 }
+const itemOf = (kind, document, record) => ({ key: keyOf(kind, record[kinds[kind].by]), kind, document, record,
+  index: record.index ?? record.number, name: record.name ?? '', line: record.line, ...kinds[kind].shows(record) });
 /** What a key stands for: {key, kind, document, record, name, rect, ...}; null when it is not there. */
 export function item(key) {
   const [[kind, id]] = Object.entries(addressOf(key));
   const document = kinds[kind]?.document();
-  const record = document?.[kinds[kind].records].find((each) => each[kinds[kind].by] === id);
+  const record = document?.[`${kind}s`].find((each) => each[kinds[kind].by] === id);
   return record ? itemOf(kind, document, record) : null;
-}
-/** All of a kind, by number. Toggle records without a table of their own are looks of slots, and shown with these. */
-export function itemsOf(kind, document = kinds[kind].document()) {
-  return (document?.[kinds[kind].records] ?? []).filter((record) => kind !== 'toggle' || record.line > 0)
-    .map((record) => itemOf(kind, document, record)).sort((a, b) => (a.index ?? 0) - (b.index ?? 0));
 }
 /** What is in the list that is open. */
 export const listItems = () => Object.keys(kinds).filter((kind) => kinds[kind].list === state.list)

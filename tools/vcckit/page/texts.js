@@ -1,6 +1,6 @@
 // Texts of the screen, all languages side by side, with what is not translated marked.
 import { edit } from './edits.js';
-import { el, keeper, keepFocus, line, put } from './dom.js';
+import { button, el, keeper, keepFocus, line, put } from './dom.js';
 import { allDocuments, keyOf, screenDocument, select, showView, state } from './state.js';
 
 const body = el('tbody');
@@ -20,7 +20,7 @@ function rows(screen) {
 const lacking = (screen) => rows(screen).flatMap((slot) => Object.values(slot.languages))
   .filter((each) => !each.text.trim()).length;
 
-export const drawTexts = () => { if (state.project) keepFocus(texts, () => draw(screenDocument())); };
+texts.draw = () => { if (state.project) keepFocus(texts, () => draw(screenDocument())); };
 
 function draw(screen) {
   const codes = state.project.languages.map((each) => each.code);
@@ -40,8 +40,7 @@ function draw(screen) {
 }
 
 function row(screen, slot, codes, same) {
-  const number = el('button', { type: 'button', class: 'link',
-    on: { click: () => select(keyOf('slot', slot.index)) } }, String(slot.index));
+  const number = button(slot.index, () => select(keyOf('slot', slot.index)), { class: 'link' });
   return el('tr', {}, el('th', { scope: 'row' }, number, el('span', { class: 'dim' }, ' ', slot.name)),
     codes.map((code) => el('td', {}, cell(screen, slot, code, same && codes.length > 1))));
 }
@@ -54,8 +53,7 @@ function cell(screen, slot, code, same) {
     [{ do: 'set', of: [{ slot: slot.index }], field: 'text', language: code, value: text }]);
   const input = line(shown, send, { maxLength: limit, lang: code, placeholder: 'not translated',
     class: !shown.trim() ? 'missing' : same ? 'same' : '', title: same ? 'The same in all languages' : '',
-    'aria-label': `Text of slot ${slot.index}, ${name}` });
-  input.dataset.field = `${slot.index}-${code}`;
+    'aria-label': `Text of slot ${slot.index}, ${name}`, 'data-field': `${slot.index}-${code}` });
   input.addEventListener('focus', () => select(keyOf('slot', slot.index)));
   input.addEventListener('keydown', (event) => {
     const by = { ArrowDown: 1, Enter: 1, ArrowUp: -1 }[event.key];

@@ -4,7 +4,7 @@ import { el } from './dom.js';
 import { on, state } from './state.js';
 
 const MOST = 256; // pixels of the picture from which they are cut
-let version = 0; // pictures may change with the project
+export let version = 0; // of the pictures, which may change with the project
 on('project', () => { version += 1; });
 
 /** What a buffer is called in lists: its name and number, and its file. */
@@ -25,7 +25,6 @@ export function thumbnail(number, room, piece = []) {
   return element;
 }
 
-/** The piece that a slot shows: [number of the buffer, piece, what is another number when pictures have changed]. */
-export function pieceOf({ buffer, src_x: x, src_y: y, box_width: right, box_height: bottom }) {
-  return [buffer, [x, y, right - x, bottom - y], version];
-}
+/** The piece of a buffer's picture that a slot with these values shows. */
+export const pieceOf = ({ src_x: x = 0, src_y: y = 0, box_width: right = 0, box_height: bottom = 0 }) =>
+  [x, y, right - x, bottom - y];

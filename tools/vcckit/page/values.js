@@ -3,7 +3,7 @@ import { edit } from './edits.js';
 import { kinds, state } from './state.js';
 
 /** The values that are shown: of the slot itself, or of its highlighted or pressed look. */
-function valuesOf(each, language) {
+export function valuesOf(each, language) {
   if (each.record.values) return each.record.values; // of a text window or buffer
   if (each.kind === 'style')
     return fromTexts((state.look ? each.record.look_written[state.look] : each.record.written) ?? {}, language);
@@ -65,7 +65,6 @@ export function valueOf(items, field) {
       codes.some((code) => valuesOf(each, code)[field] !== valuesOf(each, codes[0])[field])),
   };
 }
-export const valueIn = (each, field, language) => valuesOf(each, language)[field];
 
 export function addressFor(each) {
   if (each.kind === 'style') return { style: each.name, ...(state.look && { look: state.look }) };

@@ -1,7 +1,8 @@
-// Lines that were changed here and in the file: asked about one after the other, nothing is lost unasked.
+// Nothing is lost unasked: lines that were changed here and in the file are asked about one after the other. Changes
+// that a session before left unsaved are offered before anything else; until then nothing can be changed.
 import { dialog } from './dialogs.js';
-import { el } from './dom.js';
-import { resolve } from './edits.js';
+import { button, el } from './dom.js';
+import { recover, resolve } from './edits.js';
 import { banner } from './messages.js';
 import { allDocuments, on } from './state.js';
 
@@ -34,6 +35,25 @@ function draw() {
   const document = allDocuments().find((each) => each.conflicts.length);
   banner('conflict', document && (document.conflicts[0].removed ? `${document.file} is gone, and was changed here.`
     : `${document.file} was changed in the same lines as here.`),
-    document ? [el('button', { type: 'button', on: { click: () => ask(document) } }, 'Decide')] : []);
+    document ? [button('Decide', () => ask(document))] : []);
 }
 on('document project', draw);
+
+export function offerRecovery(recovered) {
+  if (!recovered) return;
+  let answered = false;
+  const answer = (take) => async () => {
+    answered = await recover(take);
+    return answered;
+  };
+  const when = new Date(recovered.when * 1000).toLocaleString();
+  banner('recover');
+  dialog('Unsaved changes', el('p', {}, `The editor ended without saving ${recovered.documents.join(', ')}. `,
+    `The last change was made ${when}. Taken back, every step of it can be undone.`),
+  [{ label: 'Drop them', run: answer(false) }, { label: 'Take them back', run: answer(true), primary: true }],
+  { closed() {
+    if (answered) return;
+    banner('recover', 'Changes that were not saved are still offered; until that is decided nothing can be changed.',
+      [button('Decide', () => offerRecovery(recovered))]);
+  } });
+}
