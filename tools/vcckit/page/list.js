@@ -2,7 +2,7 @@
 import { BACKGROUND } from './arrange.js';
 import { button, el, find, icon, keeper, listbox, put, segments } from './dom.js';
 import { takeOver } from './records.js';
-import { faultFinder, listDocument, listItems, on, select, showList, state, tell, toggle } from './state.js';
+import { faultFinder, hover, listDocument, listItems, on, select, showList, state, toggle } from './state.js';
 import { pieceOf, thumbnail, version } from './thumbnails.js';
 
 const panel = find('items');
@@ -27,8 +27,7 @@ const list = listbox({ 'aria-label': 'Slots', 'aria-multiselectable': 'true' }, 
 const about = el('div', { class: 'about' });
 panel.append(el('div', { class: 'list-head' }, tabs), about, list);
 
-const kindWords = { text: 'text', picture: 'picture', window: 'shows a text window', other: 'other' };
-
+const wordOf = (kind) => (kind === 'window' ? 'shows a text window' : kind);
 const kept = keeper();
 
 function draw() {
@@ -65,7 +64,7 @@ function looksOf(each, isFaulty) {
     shows: each.kind === 'slot' && kind === 'picture' ? [each.shown.values.buffer, [1.8, 1.3],
       pieceOf(each.shown.values), version] : null,
     index: each.kind === 'style' ? null : each.kind === 'toggle' ? `T${each.index}` : String(each.index),
-    name: nameOf(each) || `(${kindWords[kind] ?? kind})`,
+    name: nameOf(each) || `(${wordOf(kind)})`,
     classes: [each.shown?.hidden && 'unseen', each.key === state.selection.at(-1) && 'lead',
       isFaulty && 'faulty'].filter(Boolean).join(' '),
     chosen: state.selection.includes(each.key),
@@ -83,11 +82,7 @@ function nameOf(each) {
 function row(key, looks) {
   return el('li', { role: 'option', id: `item-${key.replace(/\W/g, '-')}`, class: looks.classes,
     'aria-selected': looks.chosen, title: looks.hint, 'data-key': key,
-    on: {
-      click: (event) => choose(key, event),
-      pointerenter: () => { state.hovered = key; tell('hovered'); },
-      pointerleave: () => { state.hovered = null; tell('hovered'); },
-    } },
+    on: { click: (event) => choose(key, event), pointerenter: () => hover(key), pointerleave: () => hover(null) } },
   el('span', { class: 'sign' }, looks.shows ? thumbnail(...looks.shows) : icon(looks.icon),
     looks.locked ? el('span', { class: 'lock' }, icon('locked')) : null),
   looks.index === null ? null : el('span', { class: 'index' }, looks.index),
@@ -96,7 +91,7 @@ function row(key, looks) {
 
 function hint(each) {
   if (each.kind !== 'slot') return each.name;
-  return [`Slot ${each.index} ${each.name}, ${kindWords[each.shown.kind] ?? each.shown.kind}`,
+  return [`Slot ${each.index} ${each.name}, ${wordOf(each.shown.kind)}`,
     each.shown.hidden && 'hidden', each.record.protected].filter(Boolean).join(' · ');
 }
 

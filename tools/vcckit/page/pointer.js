@@ -9,7 +9,8 @@ import { place, zoom } from './picture.js';
 import { preferences } from './preferences.js';
 import { copySelected } from './records.js';
 import { cellOfGrid, showPointer } from './rulers.js';
-import { HEIGHT, item, lead, placedItems, SCREEN, select, selected, state, tell, toggle, WIDTH } from './state.js';
+import { HEIGHT, hover, item, lead, placedItems, SCREEN, select, selected, state, tell, toggle, WIDTH }
+  from './state.js';
 import { nameOf } from './values.js';
 
 const surface = find('surface');
@@ -42,10 +43,7 @@ surface.addEventListener('pointermove', (event) => {
   const at = place(event);
   showPointer(at);
   tell('pointer', at);
-  if (!gesture) {
-    hover(event, at);
-    return;
-  }
+  if (!gesture) return void hoverOver(event.target.dataset?.side ? state.hovered : keysAt(at.x, at.y)[0] ?? null);
   if (!gesture.moving && Math.hypot(event.clientX - gesture.x, event.clientY - gesture.y) < THRESHOLD) return;
   gesture.moving = true;
   gesture.move(event, at);
@@ -58,7 +56,7 @@ surface.addEventListener('pointercancel', cancelGesture);
 surface.addEventListener('pointerleave', () => {
   showPointer(null);
   tell('pointer', null);
-  if (!gesture) setHovered(null);
+  if (!gesture) hoverOver(null);
 });
 surface.addEventListener('auxclick', (event) => event.preventDefault());
 
@@ -76,14 +74,7 @@ export function cancelGesture() {
   return Boolean(ended);
 }
 
-function hover(event, at) {
-  setHovered(event.target.dataset?.side ? state.hovered : keysAt(at.x, at.y)[0] ?? null);
-}
-function setHovered(key) {
-  if (state.hovered === key) return;
-  state.hovered = key;
-  tell('hovered');
-}
+const hoverOver = (key) => { if (key !== state.hovered) hover(key); };
 
 function pan(event) {
   surface.classList.add('pan');
@@ -133,13 +124,10 @@ function rubberBand(from, adding) {
   };
 }
 
-// dragging
+// dragging and resizing
 
-/** Everything of a gesture is one step of undo. */
-const nextMerge = () => `drag ${Date.now()} ${number += 1}`;
-
-/** Sends what a gesture has come to, one step at a time: `operations(from, to)` by document. */
-function follower(label, operations, merge = nextMerge()) {
+/** Sends what a gesture has come to, one step at a time: `operations(parts)` makes changes of what has come since. */
+function follower(label, merge, operations) {
   let sent = [0, 0, 0, 0];
   let wanted = sent;
   let running = null;
@@ -159,24 +147,44 @@ function follower(label, operations, merge = nextMerge()) {
   };
 }
 
-/** How a drag ends: {follow, before, document}; cancelled, what it has changed is taken back, also the choice. */
-function ending(overlay, course) {
+/**
+ * A gesture that changes records, as one step of undo. `starts` gives {document, follow, moveTo} when it begins to
+ * move, behind what comes `first`. When it is cancelled, what it has changed is taken back, and the choice.
+ */
+function changing(starts, first) {
   const { selection, look } = state;
+  const merge = `drag ${Date.now()} ${number += 1}`;
+  const overlay = el('div');
+  let course = null;
+  let before = null;
+  let latest = null;
+  let isCancelled = false;
   async function finish() {
-    await course.before;
+    await before;
     overlay.remove();
-    await course.follow?.done();
+    await course?.follow.done();
   }
   return {
+    async move(event, at) {
+      const { shiftKey, ctrlKey } = event;
+      latest = { shiftKey, ctrlKey, at, way: [at.x - gesture.from.x, at.y - gesture.from.y] };
+      if (!course && first) {
+        before ??= first(merge);
+        await before; // even when it comes after the button is up
+        if (isCancelled) return;
+      }
+      course ??= starts(overlay, merge);
+      course.moveTo(latest);
+    },
     async end() {
       await finish();
       if (!gesture) moveFrames(new Map());
     },
     async cancel() {
-      course.cancelled = true;
+      isCancelled = true;
       await finish();
       moveFrames(new Map());
-      if (course.before || course.follow?.changed) await travel('undo', course.document);
+      if (before || course?.follow.changed) await travel('undo', course?.document);
       select(selection, { look });
     },
   };
@@ -224,106 +232,81 @@ function surroundings(overlay, changed) {
       Object.assign(ghost.style, { left: `${at.x * zoom + (isRight ? -150 : 16)}px`,
         top: `${Math.min(at.y * zoom + 16, HEIGHT * zoom - 44)}px` });
       measures.replaceChildren(...gaps(rect, others).map((gap) =>
-        lay(el('div', {}, el('span', {}, String(gap.length))), gap.rect, zoom)));
+        lay(el('div', {}, el('span', {}, gap.length)), gap.rect, zoom)));
     },
   };
 }
 
-function dragging(copying) {
-  let items = null;
-  let latest = null;
-  let rects = null;
-  let near = null;
-  const course = {};
-  const merge = nextMerge();
-  const overlay = el('div');
+/** With Alt the copies are what is moved. */
+const dragging = (copying) => changing(moving, copying && ((merge) => copySelected({ by: [0, 0], merge })));
 
-  function start() {
-    items = movable();
-    rects = changedWith(items);
-    near = surroundings(overlay, rects);
-    course.document = items[0]?.document.name;
-    course.follow = follower(`Move ${nameOf(items)}`, ([dx, dy]) => moveOperations(items.map((each) =>
-      ({ item: each, dx: dx / unitOf(each)[0], dy: dy / unitOf(each)[1] }))), merge);
-  }
+function moving(overlay, merge) {
+  const items = movable();
+  const rects = changedWith(items);
+  const near = surroundings(overlay, rects);
+  const whole = around(items.map((each) => each.rect));
 
   /** Pixels that everything moves by: whole units of what is moved, after snapping. */
-  function distance(event, at) {
-    let way = [at.x - event.from.x, at.y - event.from.y];
-    if (event.shiftKey) way = Math.abs(way[0]) > Math.abs(way[1]) ? [way[0], 0] : [0, way[1]];
-    const whole = around(items.map((each) => each.rect));
+  function distance(how) {
+    const [across, down] = how.way.map(Math.abs);
+    const way = how.shiftKey ? [across > down ? how.way[0] : 0, across > down ? 0 : how.way[1]] : how.way;
     return way.map((pixels, axis) => {
       const unit = Math.max(...items.map((each) => unitOf(each)[axis]));
-      return unit > 1 ? Math.round(pixels / unit) * unit : near.snap(event, whole, axis, pixels);
+      return unit > 1 ? Math.round(pixels / unit) * unit : near.snap(how, whole, axis, pixels);
     });
   }
-
-  return {
-    async move(event, at) {
-      latest = { shiftKey: event.shiftKey, ctrlKey: event.ctrlKey, at, from: gesture.from };
-      if (!items && copying) { // the copies are what is moved, even when they come after the button is up
-        course.before ??= copySelected({ by: [0, 0], merge });
-        await course.before;
-        if (course.cancelled) return;
-      }
-      if (!items) start();
-      if (items.length) moveTo(latest);
-    },
-    ...ending(overlay, course),
-  };
-
-  function moveTo(how) {
-    const { at } = how;
-    const [dx, dy] = distance(how, at);
-    moveFrames(new Map([...rects].map(([key, [x, y, w, h]]) => [key, [x + dx, y + dy, w, h]])));
-    const [x, y, w, h] = around(items.map((each) => each.rect));
-    near.show(at, [x + dx, y + dy, w, h], `dx ${signed(dx)}  dy ${signed(dy)}\n${placeText(dx, dy)}`);
-    course.follow.want([dx, dy, 0, 0]);
-  }
-
   function placeText(dx, dy) {
     const each = lead();
     if (!each?.rect) return '';
     const [x, y] = rects.get(each.key) ?? each.rect;
-    const cells = each.shown?.placed === 'cells'
-      ? `column ${Math.round((x + dx) / each.shown.cell[0])}  row ${Math.round((y + dy) / each.shown.cell[1])}` : '';
-    return cells || `x ${x + dx}  y ${y + dy}`;
+    if (each.shown?.placed !== 'cells') return `x ${x + dx}  y ${y + dy}`;
+    const [w, h] = each.shown.cell;
+    return `column ${Math.round((x + dx) / w)}  row ${Math.round((y + dy) / h)}`;
   }
-}
 
-// resizing
+  return {
+    document: items[0]?.document.name,
+    follow: follower(`Move ${nameOf(items)}`, merge, ([dx, dy]) => moveOperations(items.map((each) =>
+      ({ item: each, dx: dx / unitOf(each)[0], dy: dy / unitOf(each)[1] })))),
+    moveTo(how) {
+      if (!items.length) return;
+      const [dx, dy] = distance(how);
+      const there = ([x, y, w, h]) => [x + dx, y + dy, w, h];
+      moveFrames(new Map([...rects].map(([key, rect]) => [key, there(rect)])));
+      near.show(how.at, there(whole), `dx ${signed(dx)}  dy ${signed(dy)}\n${placeText(dx, dy)}`);
+      this.follow.want([dx, dy, 0, 0]);
+    },
+  };
+}
 
 const edges = [['w', 0, true], ['n', 1, true], ['e', 0, false], ['s', 1, false]];
 
-function resizing(side) {
+const resizing = (side) => changing((overlay, merge) => {
   const each = movedBy(lead());
   const start = each.rect;
   const isText = isSlotOf(each, 'text'); // boxes are in pixels
   const steps = edges.map(([, axis, low]) => (low || !isText ? unitOf(each)[axis] : 1));
-  const overlay = el('div');
-  let near = null;
-  const follow = follower(`Resize ${nameOf([each])}`, ([left, top, right, bottom]) =>
-    [[each.document.name, resizeOperations(item(each.key), { left, top, right, bottom })]]);
+  const near = surroundings(overlay, changedWith([each]));
   return {
-    move(event, at) {
-      const way = [at.x - gesture.from.x, at.y - gesture.from.y];
-      near ??= surroundings(overlay, changedWith([each]));
+    document: each.document.name,
+    follow: follower(`Resize ${nameOf([each])}`, merge, ([left, top, right, bottom]) =>
+      [[each.document.name, resizeOperations(item(each.key), { left, top, right, bottom })]]),
+    moveTo(how) {
       const counts = edges.map(([letter, axis, low], i) => {
         if (!side.includes(letter)) return 0;
         const edge = start[axis] + (low ? 0 : start[axis + 2]);
-        const pixels = steps[i] > 1 ? way[axis] : near.snap(event, [edge, edge, 0, 0], axis, way[axis]);
+        const pixels = steps[i] > 1 ? how.way[axis] : near.snap(how, [edge, edge, 0, 0], axis, how.way[axis]);
         const limit = start[axis + 2] - 1; // at least one pixel stays
         return Math.round((low ? Math.min(pixels, limit) : Math.max(pixels, -limit)) / steps[i]);
       });
       const [left, top, right, bottom] = counts.map((count, i) => count * steps[i]);
       const rect = [start[0] + left, start[1] + top, start[2] + right - left, start[3] + bottom - top];
       moveFrames(new Map(state.selection.map((key) => [key, rect])));
-      near.show(at, rect, `${rect[2]} × ${rect[3]}\nx ${rect[0]}  y ${rect[1]}`);
-      follow.want(counts);
+      near.show(how.at, rect, `${rect[2]} × ${rect[3]}\nx ${rect[0]}  y ${rect[1]}`);
+      this.follow.want(counts);
     },
-    ...ending(overlay, { follow, document: each.document.name }),
   };
-}
+});
 
 const signed = (value) => (value < 0 ? `−${-value}` : `+${value}`);
 

@@ -24,22 +24,16 @@ export const viewNames = { menu: 'Menu', options: 'Options', help: 'Help', messa
 /** Whether slots of this screen can be shown under the pointer and pressed. */
 export const canPreview = () => ['menu', 'options'].includes(state.view);
 
-const listeners = new Map();
+const topicsOf = new EventTarget();
 
 /**
  * Topics: project, document, view, selection, hovered, faults, list, preferences, zoom, picture, pointer, queue; source
  * (a place in a source is to be shown), field (one of the properties is to be), unsaved (a fault forbids to save).
  */
 export function on(topics, run) {
-  for (const topic of topics.split(' ')) {
-    if (!listeners.has(topic)) listeners.set(topic, []);
-    listeners.get(topic).push(run);
-  }
+  for (const topic of topics.split(' ')) topicsOf.addEventListener(topic, ({ detail }) => run(detail));
 }
-
-export function tell(topic, detail) {
-  for (const run of listeners.get(topic) ?? []) run(detail);
-}
+export const tell = (topic, detail) => topicsOf.dispatchEvent(new CustomEvent(topic, { detail }));
 
 /** Takes what a server's answer says of a document, unless a newer one is here. */
 export function adopt(document) {
@@ -50,13 +44,10 @@ export function adopt(document) {
   tell('document', document);
 }
 
-export function viewOf(name) {
-  return state.project?.views.find((each) => each.view === name);
-}
-export function screenDocument() {
-  return state.documents.get(viewOf(state.view)?.document);
-}
+export const viewOf = (name) => state.project?.views.find((each) => each.view === name);
+export const screenDocument = () => state.documents.get(viewOf(state.view)?.document);
 export const allDocuments = () => [...state.documents.values()];
+export const unsavedDocuments = () => allDocuments().filter((each) => each.dirty);
 export const windowsDocuments = () => allDocuments().filter((each) => each.kind === 'windows');
 /** The text windows, of the shown language where each has a file of its own. */
 export function windowsDocument() {
@@ -87,9 +78,7 @@ export const kinds = {
 /** What the list that is open is made from. */
 export const listDocument = () => Object.values(kinds).find((each) => each.list === state.list).document();
 /** The document that undo and the source are about. */
-export function activeDocument() {
-  return lead()?.document ?? listDocument();
-}
+export const activeDocument = () => lead()?.document ?? listDocument();
 
 /** What the step is called that undo or redo would take; undefined without one. */
 export const nextStep = (document, path) => document?.steps[document.done - (path === 'undo' ? 1 : 0)];
@@ -118,6 +107,10 @@ export function item(key) {
 export const listItems = () => Object.keys(kinds).filter((kind) => kinds[kind].list === state.list)
   .flatMap((kind) => itemsOf(kind));
 
+/** Width and height of a font's cells in pixels. */
+export const cellOfFont = (number) =>
+  state.project?.names.font?.find((font) => font.number === number)?.cell ?? [8, 14];
+
 /** The name of the slot of this screen that shows a text window. */
 const nameOfShowing = (number) => screenDocument()?.slots.find((slot) =>
   Object.values(slot.languages).some(({ kind, values }) => kind === 'window' && values.graphic === number))?.name;
@@ -128,23 +121,22 @@ export function placedItems() {
   return [...itemsOf('slot'), ...(withWindows ? itemsOf('window') : [])].filter((each) => each.rect);
 }
 
-export function selected() {
-  return state.selection.map((key) => item(key)).filter(Boolean);
-}
+export const selected = () => state.selection.map((key) => item(key)).filter(Boolean);
 /** The item whose properties are shown. */
-export function lead() {
-  const key = state.selection.at(-1);
-  return key ? item(key) : null;
-}
+export const lead = () => (state.selection.length ? item(state.selection.at(-1)) : null);
 
 export function select(keys, { look = '' } = {}) {
   const list = [].concat(keys);
-  if (look === state.look && list.length === state.selection.length && list.every((k, i) => k === state.selection[i]))
-    return;
+  if (look === state.look && list.join('\n') === state.selection.join('\n')) return;
   state.selection = list;
   state.look = look;
   if (list.length) showList(kinds[list.at(-1).split(':')[0]].list);
   tell('selection');
+}
+
+export function hover(key) {
+  state.hovered = key;
+  tell('hovered');
 }
 
 /** Adds one to what is chosen, or takes it away. */
