@@ -33,9 +33,6 @@ export async function post(path, body) {
 
 /** A path with those parameters that have a value. */
 export function address(path, parameters = {}) {
-  const query = new URLSearchParams();
-  for (const [name, value] of Object.entries(parameters))
-    if (value !== null && value !== undefined && value !== '') query.set(name, value);
-  const text = query.toString();
-  return text ? `${path}?${text}` : path;
+  const query = new URLSearchParams(Object.entries(parameters).filter(([, value]) => (value ?? '') !== ''));
+  return query.size ? `${path}?${query}` : path;
 }

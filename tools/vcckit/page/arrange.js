@@ -1,8 +1,8 @@
 // Moving and resizing in the units that place a record, aligning and distributing: operations for the server.
+import { say } from './dialogs.js';
 import { editTogether, settled } from './edits.js';
 import { around } from './geometry.js';
-import { say } from './messages.js';
-import { addressOf, item, keyOf, lead, SCREEN, selected, state } from './state.js';
+import { addressOf, cellOfFont, item, keyOf, lead, SCREEN, selected } from './state.js';
 import { nameOf } from './values.js';
 
 export const BACKGROUND = 'slot:0'; // stays below all others, and where it is
@@ -17,8 +17,7 @@ export function movedBy(each) {
 export function unitOf(each) {
   if (each.kind === 'slot') return each.shown.placed === 'cells' ? each.shown.cell : [1, 1];
   if (Number(each.record.values.pixels)) return [1, 1];
-  const font = Number(each.record.values.font ?? 0);
-  return state.project.names.font.find((one) => one.number === font)?.cell ?? [8, 14];
+  return cellOfFont(Number(each.record.values.font ?? 0));
 }
 
 export function canResize(each) {

@@ -5,7 +5,7 @@ import { el, find, segments } from './dom.js';
 import { isBusy } from './edits.js';
 import { zoom } from './picture.js';
 import { prefer, preferences } from './preferences.js';
-import { allDocuments, helpSlots, on, showView, state, viewNames, viewOf } from './state.js';
+import { helpSlots, on, showView, state, unsavedDocuments, viewNames, viewOf } from './state.js';
 
 const bar = find('bar');
 const saveButton = commandButton('save', 'Save', { class: 'primary state' });
@@ -44,7 +44,7 @@ function draw() {
   parts.about.replaceChildren(...helpSlots().map((each) => el('option', { value: each.index },
     `${each.index} ${each.name}`)));
   parts.about.value = state.about ?? '';
-  const dirty = allDocuments().some((each) => each.dirty);
+  const dirty = unsavedDocuments().length > 0;
   saveButton.disabled = !dirty && !isBusy();
   saveButton.classList.toggle('dirty', dirty);
   saveButton.firstChild.textContent = dirty ? 'Save' : 'Saved';

@@ -1,6 +1,6 @@
 // Colours: a swatch, a name, and the whole table of 256 to choose from.
-import { button, el, line } from './dom.js';
 import { popover } from './dialogs.js';
+import { button, el, line } from './dom.js';
 import { state } from './state.js';
 import { namesFor, writtenFor } from './values.js';
 

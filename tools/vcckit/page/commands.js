@@ -14,7 +14,7 @@ import { isDark, prefer, preferences } from './preferences.js';
 import { focusProperties } from './properties.js';
 import { copySelected, createBuffer, createSlot, createWindow, paste, removeSelected, reorder, selectAll, step, take }
   from './records.js';
-import { activeDocument, allDocuments, canPreview, nextStep, on, screenDocument, select, selected, showView, state,
+import { activeDocument, canPreview, nextStep, on, screenDocument, select, selected, showView, state, unsavedDocuments,
   windowsDocument } from './state.js';
 import { nextMissing } from './texts.js';
 
@@ -61,7 +61,6 @@ const travelling = (path) => ({ when: () => nextStep(activeDocument(), path) || 
     const step = nextStep(activeDocument(), path);
     return step ? `${title}: ${step}` : `Nothing to ${path}`;
   } });
-const unsaved = () => allDocuments().filter((each) => each.dirty).map((each) => each.name);
 
 // `where`: without it a key works everywhere, "text" not while a text is typed, as do single letters and signs,
 // "picture" only in the picture. `when` tells whether it can be done now, `on` whether it is switched on, `says` what
@@ -98,7 +97,8 @@ const commands = [
   { id: 'redo', title: 'Redo', keys: ['Ctrl+Y', 'Ctrl+Shift+Z'], ...travelling('redo') },
   { id: 'history', title: 'All steps, to go back and forth in', keys: ['Ctrl+H'], run: showHistory },
   { id: 'save', title: 'Save', keys: ['Ctrl+S'], run: saveAll,
-    says: () => (unsaved().length ? `Unsaved: ${unsaved().join(', ')}` : 'Everything is saved') },
+    says: () => (unsavedDocuments().length ? `Unsaved: ${unsavedDocuments().map((each) => each.name).join(', ')}`
+      : 'Everything is saved') },
   { id: 'text', title: 'New text', keys: ['N'], when: hasScreen, run: () => createSlot('text') },
   { id: 'button', title: 'New button', keys: ['B'], when: hasScreen, run: () => createSlot('button') },
   { id: 'picture', title: 'New picture, out of a buffer', keys: ['P'], when: hasScreen,

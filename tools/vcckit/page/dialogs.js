@@ -1,15 +1,32 @@
-// Dialogs and popovers: closed by Escape, the focus returns to where it was.
-import { button, el } from './dom.js';
+// What is told and asked: short messages in the line under everything, which go by themselves, banners that stay until
+// they are dealt with, and dialogs and popovers, closed by Escape; the focus returns to where it was.
+import { button, el, find } from './dom.js';
+
+export function say(text, kind = 'good') {
+  const message = el('div', { class: `toast ${kind}`, title: text }, text);
+  find('toasts').replaceChildren(message);
+  setTimeout(() => message.remove(), kind === 'bad' ? 9000 : 3500);
+}
+
+/** Shows a banner under this name, or takes it away when there is no text. */
+export function banner(name, text, buttons = [], kind = '') {
+  const id = `banner-${name}`;
+  const old = find(id);
+  if (!text) return void old?.remove();
+  const shown = el('div', { id, class: `banner ${kind}`, role: 'alert' }, el('span', { class: 'grow' }, text), buttons);
+  if (old) old.replaceWith(shown);
+  else find('banners').append(shown);
+}
 
 /** A modal dialog; gives back a function that closes it. Buttons: [{label, run, primary}]; `run` says false to stay. */
-export function dialog(title, content, buttons, { closed, wide, bare } = {}) {
+export function dialog(title, content, buttons = [], { closed, wide } = {}) {
   const returnTo = document.activeElement;
   const close = () => element.close();
-  const element = el('dialog', { class: wide ? 'wide' : '', 'aria-label': title }, bare ? null : el('h2', {}, title),
-    content, el('div', { class: 'buttons', hidden: bare }, buttons.map((each) =>
-      button(each.label, async () => {
-        if (await each.run?.() !== false) close();
-      }, { class: each.primary ? 'primary' : '' }))));
+  const element = el('dialog', { class: wide ? 'wide' : '', 'aria-label': title },
+    buttons.length > 0 && el('h2', {}, title), content,
+    el('div', { class: 'buttons', hidden: !buttons.length }, buttons.map((each) => button(each.label, async () => {
+      if (await each.run?.() !== false) close();
+    }, { class: each.primary ? 'primary' : '' }))));
   element.addEventListener('close', () => {
     element.remove();
     returnTo?.focus?.();

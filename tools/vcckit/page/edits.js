@@ -1,10 +1,10 @@
 // Changes on their way to the server: in order, one at a time. What belongs to the same gesture and still waits is
 // joined, so that a drag never runs behind the pointer.
 import { getJson, post, Refusal } from './api.js';
-import { say } from './messages.js';
+import { say } from './dialogs.js';
 import { arrive, wishAlong } from './picture.js';
 import { flushSource } from './source.js';
-import { activeDocument, adopt, allDocuments, item, keyOf, kinds, nextStep, select, state, tell } from './state.js';
+import { activeDocument, adopt, item, keyOf, kinds, nextStep, select, state, tell, unsavedDocuments } from './state.js';
 
 const waiting = [];
 let busy = false;
@@ -61,7 +61,7 @@ export async function saveAll() {
   return ask({ path: 'save' });
 }
 export async function playNow() {
-  if (allDocuments().some((each) => each.dirty) && !await saveAll()) return;
+  if (unsavedDocuments().length && !await saveAll()) return;
   try {
     await post('play', {});
     say('The program has started.');
@@ -151,7 +151,8 @@ async function sent(request, again = true) {
     const now = state.documents.get(request.name);
     if (['undo', 'redo'].includes(request.path) && now) chooseAgain(request.path, before, now);
     if (request.path !== 'save') return true;
-    sayWhatIsSaved(answer.saved);
+    const names = answer.saved.map((each) => each.split('/').pop());
+    say(names.length ? `Saved ${names.join(', ')}.` : 'There was nothing to save.');
     return !sayWhatIsNot(answer);
   } catch (error) {
     if (!(error instanceof Refusal)) {
@@ -175,8 +176,4 @@ function sayWhatIsNot({ faults: [fault] = [] }) {
   say(`${fault.document} is not saved: ${fault.code} ${fault.where} ${fault.problem}`, 'bad');
   tell('unsaved');
   return true;
-}
-function sayWhatIsSaved(files) {
-  const names = files.map((each) => each.split('/').pop());
-  say(names.length ? `Saved ${names.join(', ')}.` : 'There was nothing to save.');
 }

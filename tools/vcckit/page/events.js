@@ -1,7 +1,7 @@
 // The project and all of its documents, read at the start and after the connection was lost; and what happens
 // elsewhere: another page's change, a file on disk, faults of the whole installation.
 import { getJson, pageName } from './api.js';
-import { banner } from './messages.js';
+import { banner } from './dialogs.js';
 import { refresh } from './picture.js';
 import { offerRecovery } from './questions.js';
 import { adopt, keepWhatIsThere, state, tell } from './state.js';
@@ -37,7 +37,8 @@ function listen() {
   stream = new EventSource('events');
   stream.addEventListener('document', (event) => {
     const { name, revision, page } = JSON.parse(event.data);
-    if (page !== pageName && (state.documents.get(name)?.revision ?? -1) < revision) load(name);
+    if (page !== pageName && (state.documents.get(name)?.revision ?? -1) < revision)
+      getJson('document', { name }).then(adopt);
   });
   stream.addEventListener('files', () => reload());
   stream.addEventListener('faults', (event) => {
@@ -67,10 +68,6 @@ export function listenWhileSeen() {
   };
   document.addEventListener('visibilitychange', follow);
   listen();
-}
-
-async function load(name) {
-  adopt(await getJson('document', { name }));
 }
 
 /** Everything anew: pictures or sounds have changed, or the connection was lost meanwhile. */

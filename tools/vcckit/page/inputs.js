@@ -3,9 +3,9 @@
 import { address } from './api.js';
 import { chooseBuffer } from './buffer_chooser.js';
 import { colourInput } from './colours.js';
+import { say } from './dialogs.js';
 import { button, el, iconButton, line } from './dom.js';
 import { clamp } from './geometry.js';
-import { say } from './messages.js';
 import { nameOfBuffer, pieceOf, thumbnail } from './thumbnails.js';
 import { chooseStyle, namesFor, setValue, unsetValue, writtenFor } from './values.js';
 

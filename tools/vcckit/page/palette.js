@@ -74,7 +74,7 @@ export function showPalette(all) {
     row.run();
   }
 
-  const close = dialog('Find', el('div', { class: 'palette' }, field, list), [], { bare: true });
+  const close = dialog('Find', el('div', { class: 'palette' }, field, list));
   search();
   field.focus();
 }

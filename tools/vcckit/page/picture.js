@@ -1,8 +1,8 @@
 // The screen as the program draws it: asked for after every change, one request at a time, the newest wish wins.
 import { get } from './api.js';
+import { banner } from './dialogs.js';
 import { find } from './dom.js';
 import { around } from './geometry.js';
-import { banner } from './messages.js';
 import { preferences, prefer } from './preferences.js';
 import { allDocuments, canPreview, HEIGHT, lead, on, SCREEN, screenDocument, selected, state, tell, viewOf, WIDTH }
   from './state.js';
@@ -34,9 +34,7 @@ export function request(change = {}) {
 }
 
 /** Every document that a view is drawn from decides on its picture. */
-function revisionOfAll() {
-  return allDocuments().map((each) => each.revision).join('.');
-}
+const revisionOfAll = () => allDocuments().map((each) => each.revision).join('.');
 
 export function refresh({ always = false } = {}) {
   if (!state.project || !viewOf(state.view)) return;

@@ -56,8 +56,7 @@ function draw() {
 const kindOf = ([each]) => each.shown?.kind ?? each.kind;
 
 function sameKind(items) {
-  const kind = items.at(-1)?.kind;
-  const document = items.at(-1)?.document;
+  const { kind, document } = items.at(-1) ?? {};
   return items.filter((each) => each.kind === kind && each.document === document).reverse(); // the leading one first
 }
 
@@ -117,15 +116,12 @@ function heading(items) {
   return el('div', { class: 'heading' },
     el('div', { class: 'title' }, el('h2', {}, kinds[each.kind].title, ' ', number ?? String(each.index ?? each.name)),
       el('span', { class: 'dim grow' }, each.kind === 'style' ? '' : each.name), lineButton(each)),
-    each.record.protected
-      ? note('locked', `Its number is fixed: the program knows it as the ${each.record.protected}`) : null,
+    each.record.protected ? el('p', { class: 'note' }, icon('locked'),
+      `Its number is fixed: the program knows it as the ${each.record.protected}`) : null,
     each.record.styles?.length ? el('p', { class: 'chips' }, 'Styles ', each.record.styles.map(styleChip)) : null,
     each.record.repeat?.count > 1 ? repeatNote(each) : null,
     movedBy(each) !== each ? el('p', { class: 'dim' }, 'Its place is that of ',
       button(`text window ${movedBy(each).index}`, () => select(movedBy(each).key), { class: 'link' }), '.') : null);
-}
-function note(name, text) {
-  return el('p', { class: 'note' }, icon(name), text);
 }
 const styleChip = (name) => button(name, () => select(keyOf('style', name)),
   { class: 'chip', title: `Change style "${name}" for all its records` });

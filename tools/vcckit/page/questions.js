@@ -1,9 +1,8 @@
 // Nothing is lost unasked: lines that were changed here and in the file are asked about one after the other. Changes
 // that a session before left unsaved are offered before anything else; until then nothing can be changed.
-import { dialog } from './dialogs.js';
+import { banner, dialog } from './dialogs.js';
 import { button, el } from './dom.js';
 import { recover, resolve } from './edits.js';
-import { banner } from './messages.js';
 import { allDocuments, on } from './state.js';
 
 let open = false;

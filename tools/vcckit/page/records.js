@@ -3,12 +3,11 @@
 import { getJson } from './api.js';
 import { unitOf } from './arrange.js';
 import { chooseBuffer } from './buffer_chooser.js';
-import { dialog } from './dialogs.js';
+import { dialog, say } from './dialogs.js';
 import { el } from './dom.js';
 import { edit, editTogether } from './edits.js';
 import { isBackground } from './frames.js';
 import { meets } from './geometry.js';
-import { say } from './messages.js';
 import { addressOf, buffersDocument, itemsOf, keyOf, lead, listItems, placedItems, screenDocument, select, selected,
   shownOf, state, tell, windowsDocuments } from './state.js';
 import { lookRecord, nameOf } from './values.js';
@@ -20,12 +19,13 @@ const LAST_BUFFER = 20; // the others are the program's
 const usedNumbers = () => new Set([...itemsOf('slot'), ...itemsOf('toggle')].map((each) => each.index));
 const usedWindows = () => new Set(windowsDocuments().flatMap((one) => one.windows.map((each) => each.number)));
 
-/** A number that no record has, behind the others where there is one; null when all are in use. */
+/** A number that is not in `used`, and added to it; behind the others where there is one; null when all are in use. */
 function free(used, last) {
-  for (const index of [Math.max(0, ...used) + 1, ...Array(last + 1).keys()])
-    if (index > 0 && index <= last && !used.has(index)) return index;
-  say(`All numbers up to ${last} are in use.`, 'bad');
-  return null;
+  const found = [Math.max(0, ...used) + 1, ...Array(last + 1).keys()]
+    .find((index) => index > 0 && index <= last && !used.has(index)) ?? null;
+  if (found === null) say(`All numbers up to ${last} are in use.`, 'bad');
+  else used.add(found);
+  return found;
 }
 
 /** Copies what is chosen to free numbers behind the last one, moved by pixels, and chooses the copies. */
@@ -39,7 +39,6 @@ export async function copySelected({ by = [8, 8], merge = '' } = {}) {
   for (const each of items) {
     const to = free(used, last);
     if (to === null) return;
-    used.add(to);
     copies.push(keyOf(kind, to));
     operations.push({ do: 'copy', of: [addressOf(each.key)], to });
     const [w, h] = unitOf(each);
@@ -88,8 +87,6 @@ async function createRecords(records, label) {
     const to = free(used, LAST);
     const number = windows ? free(windowsUsed, LAST_WINDOW) : 0;
     if (to === null || number === null) return false;
-    used.add(to);
-    windowsUsed.add(number);
     slots.push({ do: 'create', to, text: windows ? source.replace(/^graphic = .*/m, `graphic = ${number}`) : source });
     for (const { text, name } of windows ?? []) {
       for (const [file, operations] of changes)
@@ -182,12 +179,10 @@ export function paste() {
 export async function removeSelected() {
   const items = selected().filter((each) => each.kind !== 'style');
   if (!items.length) return;
-  const held = items.filter((each) => each.record.protected);
-  if (held.length) {
-    say(`${nameOf(held.slice(0, 1))} stays: the program knows it as the ${held[0].record.protected}. ` +
+  const held = items.find((each) => each.record.protected);
+  if (held)
+    return void say(`${nameOf([held])} stays: the program knows it as the ${held.record.protected}. ` +
       'To take a slot from sight, set "hidden".', 'bad');
-    return;
-  }
   await edit(items[0].document.name, `Delete ${nameOf(items)}`, [{ do: 'remove', of: items.map(({ key }) =>
     addressOf(key)) }]);
 }
@@ -210,28 +205,22 @@ export function split(each) {
 export async function reorder(direction) {
   const each = lead();
   if (each?.kind !== 'slot' || each.index === 0) return;
-  if (each.record.protected) {
-    say(`Slot ${each.index} keeps its number, and with it its place in the order: the program knows it as the ` +
-      `${each.record.protected}.`, 'bad');
-    return;
-  }
-  const others = itemsOf('slot').filter((other) => other.index > 0 &&
+  if (each.record.protected)
+    return void say(`Slot ${each.index} keeps its number, and with it its place in the order: the program knows it ` +
+      `as the ${each.record.protected}.`, 'bad');
+  const [next, second] = itemsOf('slot').filter((other) => other.index > 0 &&
     direction * (other.index - each.index) > 0 && meets(other.rect, each.rect))
     .sort((a, b) => direction * (a.index - b.index));
-  const next = others[0];
-  if (!next) {
-    say(direction > 0 ? 'No slot covers this one.' : 'This one covers nothing but the background.');
-    return;
-  }
+  if (!next)
+    return void say(direction > 0 ? 'No slot covers this one.' : 'This one covers nothing but the background.');
   const used = usedNumbers();
-  const bound = others[1]?.index ?? (direction > 0 ? LAST + 1 : 0);
+  const bound = second?.index ?? (direction > 0 ? LAST + 1 : 0);
   for (let to = next.index + direction; to !== bound && to > 0 && to <= LAST; to += direction)
     if (!used.has(to)) return void await renumber(each, to);
   const spare = free(used, LAST);
-  if (next.record.protected || spare === null) {
-    if (next.record.protected) say(`Slot ${next.index} keeps its number: ${next.record.protected}.`, 'bad');
-    return;
-  }
+  if (next.record.protected)
+    return void say(`Slot ${next.index} keeps its number: ${next.record.protected}.`, 'bad');
+  if (spare === null) return;
   const step = (from, to) => ({ do: 'renumber', of: [{ slot: from }], to });
   if (await edit(each.document.name, `Slots ${each.index} and ${next.index} change places`,
     [step(each.index, spare), step(next.index, each.index), step(spare, next.index)]))

@@ -2,7 +2,7 @@
 import { find, planned } from './dom.js';
 import { zoom } from './picture.js';
 import { preferences } from './preferences.js';
-import { HEIGHT, on, selected, state, WIDTH } from './state.js';
+import { cellOfFont, HEIGHT, on, selected, WIDTH } from './state.js';
 
 const viewport = find('viewport');
 const surface = find('surface');
@@ -13,11 +13,8 @@ export function showPointer(at) {
   draw();
 }
 
-/** Width and height of the grid's cells: those of the font that is chosen for it. */
-export function cellOfGrid() {
-  const fonts = state.project?.names.font ?? [];
-  return fonts.find((font) => font.number === preferences.gridFont)?.cell ?? [8, 14];
-}
+/** The grid's cells are those of the font that is chosen for it. */
+export const cellOfGrid = () => cellOfFont(preferences.gridFont);
 
 function drawGrid() {
   const grid = find('grid');

@@ -37,12 +37,8 @@ function withEnds(base, typed) {
   });
 }
 
-function documentToShow() {
-  return state.documents.get(wish?.name) ?? activeDocument();
-}
-
 source.draw = () => {
-  const document = documentToShow();
+  const document = state.documents.get(wish?.name) ?? activeDocument();
   if (!document) return;
   const unsent = shown.text !== null && area.value !== plain(shown.text);
   if (document.name !== shown.name && unsent) send();
@@ -63,16 +59,11 @@ source.draw = () => {
 };
 
 function drawNumbers(document) {
-  const count = area.value.split('\n').length;
   const faulty = new Map(document.faults.filter((each) => each.line).map((each) => [each.line,
     `${each.code} ${each.problem}`]));
   const line = lead()?.document === document ? lead().line : 0;
-  const rows = [];
-  for (let number = 1; number <= count; number += 1) {
-    const kind = faulty.has(number) ? 'bad' : number === line ? 'here' : '';
-    rows.push(el('div', { class: kind, title: faulty.get(number) ?? '' }, String(number)));
-  }
-  numbers.replaceChildren(...rows);
+  numbers.replaceChildren(...area.value.split('\n').map((_, i) => el('div', {
+    class: faulty.has(i + 1) ? 'bad' : i + 1 === line ? 'here' : '', title: faulty.get(i + 1) ?? '' }, i + 1)));
   numbers.scrollTop = area.scrollTop;
 }
 

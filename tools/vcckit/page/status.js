@@ -1,8 +1,8 @@
 // The line under everything: pointer, selection or an explanation.
+import { banner } from './dialogs.js';
 import { el, find } from './dom.js';
 import { cellOfGrid } from './rulers.js';
 import { colourAt } from './picture.js';
-import { banner } from './messages.js';
 import { on, screenDocument, selected } from './state.js';
 import { swatchOf } from './colours.js';
 

@@ -1,6 +1,6 @@
 // A field's value as one or several records have it: what it is, who says it, and how it is changed.
 import { edit } from './edits.js';
-import { kinds, state } from './state.js';
+import { addressOf, kinds, state } from './state.js';
 
 /** The values that are shown: of the slot itself, or of its highlighted or pressed look. */
 export function valuesOf(each, language) {
@@ -33,15 +33,13 @@ function valueOfText(text, language) {
   if (plain === 'true' || plain === 'false') return plain === 'true';
   return /^".*"$/.test(plain) ? plain.slice(1, -1).replaceAll('\\"', '"') : plain;
 }
-const shownOf = (each, language) => (shownLook(each) ?? each.record).languages?.[language]?.shown ?? {};
 
 /** The record of the look that is shown of a slot. */
 const shownLook = (each) => (state.look && each.kind === 'slot' ? lookRecord(each, state.look) : null);
 /** The toggle record that a slot's look is. */
 export function lookRecord(each, look) {
-  const index = look === 'highlight' ? each.index : each.record.activated;
-  return index === null || index === undefined || (look === 'pressed' && !index) ? null
-    : each.document.toggles.find((one) => one.index === index) ?? null;
+  const index = look === 'highlight' ? each.index : each.record.activated || null;
+  return each.document.toggles.find((one) => one.index === index) ?? null;
 }
 
 export const hasLook = (each, look) => each.record.looks.includes(look);
@@ -59,23 +57,17 @@ export function valueOf(items, field) {
   const codes = state.project.languages.map((each) => each.code);
   return {
     value: values[0],
-    name: shownOf(items[0], state.language)[field],
+    name: (shownLook(items[0]) ?? items[0].record).languages?.[state.language]?.shown[field],
     mixed: values.some((value) => value !== values[0]),
     differs: items.some((each) => each.record.languages &&
       codes.some((code) => valuesOf(each, code)[field] !== valuesOf(each, codes[0])[field])),
   };
 }
 
-export function addressFor(each) {
-  if (each.kind === 'style') return { style: each.name, ...(state.look && { look: state.look }) };
-  if (each.kind === 'slot' && state.look) return { slot: each.index, look: state.look };
-  return { [each.kind]: each.index };
-}
-export function nameOf(items) {
-  const [each] = items;
-  if (items.length > 1) return `${items.length} records`;
-  return `${each.kind} ${each.kind === 'style' ? each.name : each.index}`;
-}
+/** What a change of an item is addressed to: of a slot or style the look that is shown. */
+export const addressFor = ({ key, kind }) => ({ ...addressOf(key),
+  ...(['slot', 'style'].includes(kind) && state.look && { look: state.look }) });
+export const nameOf = (items) => (items.length > 1 ? `${items.length} records` : items[0].key.replace(':', ' '));
 
 /** Sets one field of all items, in one language or ("") in all. */
 export function setValue(items, field, value, language = '', merge = '') {
