@@ -76,9 +76,9 @@ export function movable() {
 }
 
 /**
- * Operations that move the edges of one item by whole units: {left, top, right, bottom}; the right and bottom edges of
- * a text's box, which is in pixels, by these. A picture's left and top edge cut it at the source as well, so that what
- * stays does not move on the screen.
+ * Operations that move the edges of one item by whole units: {left, top, right, bottom}; right and bottom of a text are
+ * in pixels, as its box is. A picture's left and top edge cut it at the source as well, so that what stays does not
+ * move on the screen.
  */
 export function resizeOperations(each, { left = 0, top = 0, right = 0, bottom = 0 }) {
   const of = [addressOf(each.key)];

@@ -10,24 +10,22 @@ let open = false;
 const text = (title, content) => el('div', { class: 'version' }, el('h3', {}, title),
   el('pre', {}, content || '(nothing)'));
 
-function ask(document) {
+function ask({ name, file, conflicts: [{ line, mine, theirs, base, removed }, ...further] }) {
   if (open) return;
   open = true;
-  const [conflict] = document.conflicts;
-  const choose = (choice) => () => resolve(document.name, 0, choice);
-  if (conflict.removed) {
-    dialog(`${document.file} is gone`, el('p', {}, 'It was changed here and not saved. Kept, it is written with the ' +
-      'next save.'), [{ label: 'Later' }, { label: 'Let it go', run: choose('theirs') },
-      { label: 'Keep it', run: choose('mine'), primary: true }], { closed() { open = false; } });
+  const closed = () => { open = false; };
+  const choice = (label, which) => ({ label, primary: which === 'mine', run: () => resolve(name, 0, which) });
+  if (removed) {
+    dialog(`${file} is gone`, el('p', {}, 'It was changed here and not saved. Kept, it is written with the next save.'),
+      [{ label: 'Later' }, choice('Let it go', 'theirs'), choice('Keep it', 'mine')], { closed });
     return;
   }
-  dialog(`${document.name}, line ${conflict.line}: changed here and in the file`, [
-    el('p', {}, 'Both texts are safe until you choose.', document.conflicts.length > 1
-      ? ` ${document.conflicts.length - 1} more after this one.` : ''),
-    el('div', { class: 'versions' }, text('Here', conflict.mine), text('In the file', conflict.theirs),
-      text('Before', conflict.base)),
-  ], [{ label: 'Later' }, { label: 'Both', run: choose('both') }, { label: 'The file’s', run: choose('theirs') },
-    { label: 'Mine', run: choose('mine'), primary: true }], { wide: true, closed() { open = false; } });
+  dialog(`${name}, line ${line}: changed here and in the file`, [
+    el('p', {}, 'Both texts are safe until you choose.',
+      further.length > 0 && ` ${further.length} more after this one.`),
+    el('div', { class: 'versions' }, text('Here', mine), text('In the file', theirs), text('Before', base)),
+  ], [{ label: 'Later' }, choice('Both', 'both'), choice('The file’s', 'theirs'), choice('Mine', 'mine')],
+  { wide: true, closed });
 }
 
 function draw() {

@@ -41,11 +41,9 @@ function drawRuler(canvas, length, axis) {
     context.translate(box.width, 0);
     context.rotate(Math.PI / 2);
   }
-  for (const each of selected()) {
-    if (!each.rect) continue;
-    context.fillStyle = colour('--accent-soft');
-    context.fillRect(start + each.rect[axis] * zoom, 0, Math.max(each.rect[axis + 2] * zoom, 1), thick);
-  }
+  context.fillStyle = colour('--accent-soft');
+  for (const { rect } of selected())
+    if (rect) context.fillRect(start + rect[axis] * zoom, 0, Math.max(rect[axis + 2] * zoom, 1), thick);
   context.strokeStyle = colour('--line-strong');
   context.fillStyle = colour('--ink-dim');
   context.font = `${thick * 0.56}px sans-serif`;
