@@ -16,7 +16,6 @@ from support.system import NO_SOUND
 A, B, X, Y, LEFT_SHOULDER, RIGHT_SHOULDER = range(6)
 STICK, HAT = (0, 1), (6, 7)
 FAR = 32767
-BUTTON_EVENT, AXIS_EVENT = 1, 2  # of the kernel
 PRESS_S, LONGEST_PRESS_S = 0.16, 0.25  # a longer one repeats
 
 
@@ -47,23 +46,20 @@ class Gamepad:
         self._robot, self._node = pads.robot, pads.folder / f"js{number}"
         self._press_s = min(PRESS_S * pads.system.slowness, LONGEST_PRESS_S)
         self._axes, self._buttons = [0, 0, -FAR, 0, 0, -FAR, 0, 0][:axes], [0] * buttons
-        self._keep()
-        os.mkfifo(self._node)
-        self._pipe = os.open(self._node, os.O_RDWR | os.O_NONBLOCK)
+        new = pads.folder / "new"
+        self._file = open(new, "wb", buffering=0)
+        self._write()
+        new.rename(self._node)
 
     def pull_out(self):
         self._node.rename(self._node.with_suffix(f".{time.monotonic_ns()}"))  # keeps its number from the next
-        self._state().unlink()
-        os.close(self._pipe)
-
-    def axis(self, number, value):
-        self._axes[number] = value
-        self._tell(AXIS_EVENT, number, value)
+        self._file.truncate(0)
 
     def push(self, axes, x, y):
         """Where to a stick or hat is pushed, -1 to 1 each."""
         for axis, value in zip(axes, (x, y)):
-            self.axis(axis, round(value * FAR))
+            self._axes[axis] = round(value * FAR)
+        self._write()
 
     def nudge(self, axes, x, y):
         self.push(axes, x, y)
@@ -90,7 +86,7 @@ class Gamepad:
 
     def hold(self, button, held=True):
         self._buttons[button] = int(held)
-        self._tell(BUTTON_EVENT, button, int(held))
+        self._write()
 
     def press(self, button):
         self.hold(button)
@@ -98,15 +94,7 @@ class Gamepad:
         self.hold(button, False)
         time.sleep(self._press_s)
 
-    def _tell(self, kind, number, value):
-        self._keep()
-        os.write(self._pipe, struct.pack("<IhBB", int(time.monotonic() * 1000) & 0xFFFFFFFF, value, kind, number))
-
-    def _state(self):
-        return self._node.with_suffix(".state")
-
-    def _keep(self):
-        new = self._node.with_suffix(".new")
+    def _write(self):
         axes, buttons = ([*values, *[0] * 12][:count] for values, count in ((self._axes, 8), (self._buttons, 12)))
-        new.write_bytes(struct.pack("<BB8h12B", len(self._axes), len(self._buttons), *axes, *buttons))
-        new.rename(self._state())
+        state = struct.pack("<BB20h", len(self._axes), len(self._buttons), *axes, *buttons)
+        os.pwrite(self._file.fileno(), state, 0)

@@ -1,11 +1,11 @@
-/* Loaded before a program's own libraries: the folder VELDOR_PADS stands for /dev/input, and its pipes js0, js1 ... for
- * gamepads as the kernel shows them. What a pad holds is in the file beside its pipe (see gamepad.py); who opens it
- * first hears that, then what the test writes into the pipe. When the test has closed the pipe, the pad has gone. */
+/* Loaded before a program's own libraries: the folder VELDOR_PADS stands for /dev/input, and its files js0, js1 ... for
+ * gamepads as the kernel shows them. Such a file holds what the pad does (see gamepad.py): who opens it hears that, and
+ * what changes. When nothing is in it any more, the pad has gone. */
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
-#include <linux/joystick.h>
 #include <limits.h>
+#include <linux/joystick.h>
 #include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -14,15 +14,15 @@
 #include <unistd.h>
 
 #define NEXT(name) ((__typeof__(&name))dlsym(RTLD_NEXT, #name))
-enum { most_files = 1024 };
+enum { most_files = 1024, most_axes = 8, most_buttons = 12, untold = SHRT_MIN };
 
-struct state { /* as gamepad.py writes it */
-    unsigned char axes, buttons;
-    short axis[8];
-    unsigned char button[12];
-} __attribute__((packed));
-
-static char* names[most_files]; /* of open pads, by descriptor */
+static struct pad {
+    struct { /* as gamepad.py writes it */
+        unsigned char axes, buttons;
+        short value[most_axes + most_buttons];
+    } state;
+    short told[most_axes + most_buttons];
+}* pads[most_files]; /* that are open, by descriptor */
 
 static const char* place(const char* path, char* buffer) {
     const char* folder = getenv("VELDOR_PADS");
@@ -32,35 +32,11 @@ static const char* place(const char* path, char* buffer) {
     return buffer;
 }
 
-static struct state state_of(const char* name) {
-    char path[PATH_MAX];
-    struct state state = {0};
-    snprintf(path, sizeof path, "%s.state", name);
-    const int file = NEXT(open)(path, O_RDONLY);
-    if (file < 0 || NEXT(read)(file, &state, sizeof state) != sizeof state)
-        abort();
-    NEXT(close)(file);
-    return state;
-}
-
-static void send(int pipe, int type, int number, int value) {
-    const struct js_event event = {0, (short)value, (unsigned char)(type | JS_EVENT_INIT), (unsigned char)number};
-    if (write(pipe, &event, sizeof event) != sizeof event)
-        abort();
-}
-
-/* A new reader hears nothing of before, but how everything stands. */
-static void begin(const char* name) {
-    char old[4096];
-    const int pipe = NEXT(open)(name, O_RDWR | O_NONBLOCK);
-    while (NEXT(read)(pipe, old, sizeof old) > 0) {
-    }
-    const struct state state = state_of(name);
-    for (int i = 0; i < state.buttons; ++i)
-        send(pipe, JS_EVENT_BUTTON, i, state.button[i]);
-    for (int i = 0; i < state.axes; ++i)
-        send(pipe, JS_EVENT_AXIS, i, state.axis[i]);
-    NEXT(close)(pipe);
+static struct pad* pad_of(int file) {
+    struct pad* pad = file >= 0 && file < most_files ? pads[file] : NULL;
+    if (pad && pread(file, &pad->state, sizeof pad->state, 0) == 0)
+        errno = ENODEV;
+    return pad;
 }
 
 int open(const char* path, int flags, ...) {
@@ -70,29 +46,41 @@ int open(const char* path, int flags, ...) {
     const int mode = va_arg(more, int);
     va_end(more);
     const char* name = place(path, buffer);
-    struct stat node;
-    const int pad = name != path && NEXT(stat)(name, &node) == 0 && S_ISFIFO(node.st_mode);
-    if (pad)
-        begin(name);
     const int file = NEXT(open)(name, flags, mode);
-    if (pad && file >= 0 && file < most_files)
-        names[file] = strdup(name);
+    if (name != path && file >= 0 && file < most_files) {
+        pads[file] = malloc(sizeof *pads[file]);
+        for (int i = 0; i < most_axes + most_buttons; ++i)
+            pads[file]->told[i] = untold;
+    }
     return file;
 }
 
 int close(int file) {
     if (file >= 0 && file < most_files) {
-        free(names[file]);
-        names[file] = NULL;
+        free(pads[file]);
+        pads[file] = NULL;
     }
     return NEXT(close)(file);
 }
 
 ssize_t read(int file, void* bytes, size_t size) {
-    const ssize_t got = NEXT(read)(file, bytes, size);
-    if (got != 0 || file < 0 || file >= most_files || !names[file])
-        return got;
-    errno = ENODEV;
+    errno = 0;
+    struct pad* pad = pad_of(file);
+    if (!pad)
+        return NEXT(read)(file, bytes, size);
+    if (errno != 0)
+        return -1;
+    for (int i = 0; i < most_axes + most_buttons; ++i) {
+        const int is_axis = i < most_axes, number = is_axis ? i : i - most_axes;
+        const short value = pad->state.value[i];
+        if (number >= (is_axis ? pad->state.axes : pad->state.buttons) || value == pad->told[i])
+            continue;
+        const int type = (is_axis ? JS_EVENT_AXIS : JS_EVENT_BUTTON) | (pad->told[i] == untold ? JS_EVENT_INIT : 0);
+        *(struct js_event*)bytes = (struct js_event){0, value, (unsigned char)type, (unsigned char)number};
+        pad->told[i] = value;
+        return sizeof(struct js_event);
+    }
+    errno = EAGAIN;
     return -1;
 }
 
@@ -101,15 +89,15 @@ int ioctl(int file, unsigned long request, ...) {
     va_start(more, request);
     void* answer = va_arg(more, void*);
     va_end(more);
-    if (file < 0 || file >= most_files || !names[file])
+    const struct pad* pad = pad_of(file);
+    if (!pad)
         return NEXT(ioctl)(file, request, answer);
-    const struct state state = state_of(names[file]);
     if (request == JSIOCGVERSION)
         *(unsigned*)answer = JS_VERSION;
     else if (request == JSIOCGAXES)
-        *(unsigned char*)answer = state.axes;
+        *(unsigned char*)answer = pad->state.axes;
     else if (request == JSIOCGBUTTONS)
-        *(unsigned char*)answer = state.buttons;
+        *(unsigned char*)answer = pad->state.buttons;
     else
         return -1;
     return 0;

@@ -9,17 +9,14 @@
 
 enum { most_pads = 2, hat_x = 6, hat_y = 7 };
 
-#pragma pack(push, 1)
 struct state { /* as gamepad.py writes it */
     unsigned char axes, buttons;
-    short axis[8];
-    unsigned char button[12];
+    short axis[8], button[12];
 };
-#pragma pack(pop)
 
 static int read_state(UINT_PTR number, struct state* state) {
     char name[32];
-    snprintf(name, sizeof name, "pads/js%u.state", (unsigned)number);
+    snprintf(name, sizeof name, "pads/js%u", (unsigned)number);
     FILE* file = fopen(name, "rb");
     const int read = file && fread(state, sizeof *state, 1, file) == 1;
     if (file)
