@@ -11,7 +11,7 @@ from support.menu import open_options
 
 pytestmark = pytest.mark.windows
 
-ACCEPT, RESET = (80, 540), (318, 540)
+ACCEPT, RESET, FACTORY = (80, 540), (318, 540), (50, 161)
 LOOP_BUTTON = 67 * CELL_WIDTH + 20, 29 * CELL_HEIGHT + 6
 NAME, ADDRESS = (140, 36 * CELL_HEIGHT + 6), (380, 36 * CELL_HEIGHT + 6)
 
@@ -134,8 +134,19 @@ def test_name_and_address_are_typed(make_robot, installation):
     assert entries["ip_address"] == "10.7"
 
 
-LIT = 255, 167, 0
-GROUP_STUB, VALUE_STUB = 410, 510  # x on the lines that leave an option's button and enter a value
+LIT, RESTING = (255, 167, 0), (99, 115, 143)
+# The short lines of the modules, into the sound group, of the options and into the values: x, and their buttons' rows.
+MODULE_LINES, SOUND_LINES = (137, {7, 9, 11, 13}), (188, {7, 9, 11})
+OPTION_LINES = 410, {7, 9, 11, 16, 18, 20, 22, 26, 28, 30, 32}
+VALUE_LINES = 510, set(range(7, 29, 2))
+
+
+def check_lines(picture, lines, lit_row=None):
+    """Only that button's line is lit, the others rest."""
+    x, rows = lines
+    lit, resting = (np.flatnonzero((picture[:, x] == colour).all(axis=1)) for colour in (LIT, RESTING))
+    assert lit.tolist() == [lit_row * CELL_HEIGHT + CELL_HEIGHT // 2 + at for at in (-1, 0, 1) if lit_row], lines
+    assert rows - {lit_row} <= set(resting // CELL_HEIGHT), lines
 
 
 def test_every_row_lights_up_with_the_line_to_its_value(options):
@@ -152,11 +163,15 @@ def test_every_row_lights_up_with_the_line_to_its_value(options):
         # effects are chosen, and lit already
         assert name == "effects" or (picture[letters] != rest[letters]).any(), name
         value_row = 7 + 2 * value
-        for line_x, row in (GROUP_STUB, grid_row), (VALUE_STUB, value_row):
-            lit = np.flatnonzero((picture[:, line_x] == LIT).all(axis=1))
-            assert lit.tolist() == [row * CELL_HEIGHT + CELL_HEIGHT // 2 + at for at in (-1, 0, 1)], (name, line_x)
+        of_sound = grid_row < 16
+        for lines, lit in ((MODULE_LINES, 13 if of_sound else None), (SOUND_LINES, grid_row if of_sound else None),
+                           (OPTION_LINES, grid_row), (VALUE_LINES, value_row)):
+            check_lines(picture, lines, lit)
         marked = picture[value_row * CELL_HEIGHT:(value_row + 1) * CELL_HEIGHT, 536:700].reshape(-1, 3).astype(int)
         assert (abs(marked - LIT).sum(axis=1) < 60).sum() > 20, f"{name}: the value's text is not marked"
+    click(options, FACTORY)
+    options.move(*place("music"))
+    check_lines(options.standing_picture(), MODULE_LINES, 11)
 
 
 def test_settings_that_cannot_be_written_are_kept_for_the_next_try(options):
