@@ -9,11 +9,72 @@ import pytest
 from support.desktop import wait_until
 from support.installation import PROJECT
 from support.menu import enter_obedient
-from support.robot import POINTER_PLACED_S, SLOWNESS
-from support.scaled_player import Player
+from support.robot import POINTER_PLACED_S, SLOWNESS, Robot
 
 FULL_HD, ULTRA_HD = (1920, 1080), (3840, 2160)
 PLACES = [(0, 0), (799, 599), (799, 0), (0, 599), (1, 1), (400, 300), (401, 299), (798, 2)]
+
+
+def resized(picture, shown):
+    """Along the first axis: means over the shares of the source that each shown pixel covers."""
+    size = picture.shape[0]
+    edges = np.arange(shown + 1) * size / shown
+    whole = np.minimum(edges.astype(int), size - 1)
+    sums = np.concatenate([np.zeros_like(picture[:1]), np.cumsum(picture, axis=0)])
+    at_edges = sums[whole] + (edges - whole).reshape(-1, 1, 1) * picture[whole]
+    return np.diff(at_edges, axis=0) * shown / size
+
+
+def scaled(picture, width, height):
+    """What a picture looks like at another size, computed independently of the program, in double precision."""
+    rows = resized(picture.astype(float), height)
+    return resized(rows.swapaxes(0, 1), width).swapaxes(0, 1)
+
+
+def fitted(width, height, own=(800, 600)):
+    """x, y, width and height of the picture in a window of this size."""
+    scale = min(width / own[0], height / own[1])
+    shown = round(own[0] * scale), round(own[1] * scale)
+    return (width - shown[0]) // 2, (height - shown[1]) // 2, *shown
+
+
+class Player(Robot):
+    """Asks more of the desktop."""
+
+    def size(self):
+        geometry = self.window().get_geometry()
+        return geometry.width, geometry.height
+
+    def wait_for_size(self, size, own=(800, 600)):
+        wait_until(lambda: self.size() == size and self.place() == fitted(*size, own=own),
+                   f"a window of {size} with the picture in it", 5 * SLOWNESS)
+
+    def resize(self, *size, own=(800, 600)):
+        self.desktop.configure(self.window(), width=size[0], height=size[1])
+        self.wait_for_size(size, own)
+
+    def switch_mode(self, size=None):
+        """Alt+W, until the window has its new size: the desktop's unless one is given."""
+        self.key("w", "Alt_L")
+        self.wait_for_size(size or self.desktop.size)
+        time.sleep(POINTER_PLACED_S)
+
+    def menu(self):
+        self.move(600, 100)  # where it covers nothing that changes
+        return self.standing_picture()
+
+    def check_shown(self, own, tolerance=2):
+        """The window shows this picture, scaled, between black bars."""
+        own_size = own.shape[1], own.shape[0]
+        x, y, width, height = fitted(*self.size(), own=own_size)
+        assert self.place() == (x, y, width, height)
+        window = self.desktop.picture(self.window())
+        shown = window[y:y + height, x:x + width].astype(np.int16)
+        window[y:y + height, x:x + width] = 0
+        assert not window.any(), "the bars are not black"
+        whole_step = width % own_size[0] == 0 and width * own_size[1] == height * own_size[0]
+        worst = np.abs(shown - scaled(own, width, height)).max()
+        assert worst <= (0 if whole_step else tolerance) + 0.001, f"{width} x {height}"
 
 
 @pytest.fixture
@@ -108,14 +169,14 @@ def test_the_pointer_is_where_the_player_sees_it(make_player):
             time.sleep(POINTER_PLACED_S)
         else:
             player.resize(*layout)
-        for place in PLACES + [(dice.randrange(800), dice.randrange(600)) for _ in range(4)]:
-            player.desktop.move(*player.spot(*place))
-            wait_until(lambda: player.pointer() == place, f"{place} in {layout}", 2 * SLOWNESS)
+        random_places = [(dice.randrange(800), dice.randrange(600)) for _ in range(4)]
         x, y, width, height = player.place()
         left, top = player.desktop.origin(player.window())
-        for bar, place in (((left, top), (0, 0)), ((left + 2 * x + width - 1, top + 2 * y + height - 1), (799, 599))):
-            player.desktop.move(*bar)
-            wait_until(lambda: player.pointer() == place, f"{place} beside the picture in {layout}", 2 * SLOWNESS)
+        shown = [(player.spot(*place), place) for place in PLACES + random_places]
+        beside = ((left, top), (0, 0)), ((left + 2 * x + width - 1, top + 2 * y + height - 1), (799, 599))
+        for spot, place in *shown, *beside:
+            player.desktop.move(*spot)
+            wait_until(lambda: player.installation.module_state()[:2] == place, f"{place} in {layout}", 2 * SLOWNESS)
         for place in ((200, 150), (799, 0)):  # the program places it
             time.sleep(0.1)
             player.installation.have_obeyed("place {} {}".format(*place))
