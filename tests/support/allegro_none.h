@@ -1,5 +1,7 @@
-// For unit tests: the graphics library without a display, in a scratch folder of the test's own.
+// For unit tests: the graphics library without a display, a bitmap in its place, a scratch folder of the test's own.
 #pragma once
+
+#include "core/handles.h"
 
 #include <allegro.h>
 
@@ -23,6 +25,22 @@ inline void start_library() {
     }();
     (void)started;
 }
+
+/// Stands in for the display while it lives, and shows what reaches it.
+class StandInDisplay {
+public:
+    StandInDisplay() {
+        start_library();
+        display_.reset(create_bitmap(800, 600));
+        clear_bitmap(display_.get());
+        screen = display_.get();
+    }
+    ~StandInDisplay() { screen = nullptr; }
+    int at(int x, int y) const { return getpixel(display_.get(), x, y); }
+
+private:
+    BitmapPtr display_;
+};
 
 /// A fresh working folder for one test; the old one is entered again and the new one removed at the end.
 class ScratchFolder {

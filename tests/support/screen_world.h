@@ -6,7 +6,6 @@
 #include "screen/draw_slot.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"
-#include "support/stand_in_display.h"
 #include "text/fonts.h"
 #include "unit/folder_test.h"
 

@@ -8,8 +8,8 @@
 #include "interaction/player_input.h"
 #include "interaction/screen_run.h"
 #include "screen/colours.h"
+#include "support/allegro_none.h"
 #include "support/slots.h"
-#include "support/stand_in_display.h"
 #include "text/fonts.h"
 
 #include <allegro/internal/aintern.h>
