@@ -1,4 +1,4 @@
-"""The films before the menu: where and when frames are drawn, how films are skipped, messages about damaged ones."""
+"""The films before the menu: where and when frames are drawn, how films are skipped."""
 
 import subprocess
 
@@ -38,16 +38,3 @@ def test_films_run_in_turn_in_the_middle_of_the_screen_until_a_click_which_does_
     player.wait_for_menu(timeout_s=8)
     player.standing_picture(still_s=0.5)
     assert player.installation.module_calls() == player.installation.log_messages() == []
-
-
-def test_a_film_that_cannot_be_shown_is_logged_and_a_key_ends_the_other(make_robot, installation):
-    installation.write(STUDIO, b"RIFF\x10\x00\x00\x00AVI LIST")
-    make_film(installation, INTRO, 20)
-    player = make_robot(films=True).start(menu=False)
-    wait_until(lambda: shows_film(player, INTRO), "the second film", 10 * player.system.slowness)
-    player.key("Return")
-    player.wait_for_menu(timeout_s=8)
-    player.standing_picture(still_s=0.5)
-    assert installation.module_calls() == []
-    [message] = installation.log_messages()
-    assert STUDIO in message and message.startswith("Error ")

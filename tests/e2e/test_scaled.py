@@ -255,13 +255,14 @@ def test_a_window_that_changes_its_size_in_a_film_and_is_closed(make_player):
             time.sleep(0.02)
         player.resize(1500, 900)
         if not skip:
-            player.key("space")
+            player.key("Return")
             time.sleep(1)
-            player.key("space")
+            player.key("Return")
             player.wait_for_menu()
+            player.standing_picture(still_s=0.5)
     player.desktop.configure(player.window(), width=1800, height=1000)
     assert player.close() == 0
-    assert player.installation.log_messages() == []
+    assert player.installation.log_messages() == player.installation.module_calls() == []
 
 
 @pytest.fixture
