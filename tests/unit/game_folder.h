@@ -10,7 +10,6 @@
 #include "support/wav_file.h"
 
 #include <filesystem>
-#include <regex>
 #include <string>
 #include <utility>
 
@@ -26,9 +25,7 @@ protected:
         allegro_exit(); // started again over settings that have no file, as other tests leave them, it would crash
         namespace fs = std::filesystem;
         const fs::path game = VELDOR_SOURCE_DIR "/game", liberation = "/usr/share/fonts/truetype/liberation";
-        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(game / "install"))
-            if (const fs::path& file = entry.path(); entry.is_regular_file())
-                folder.write(file.lexically_relative(game / "install").string(), *read_file(file.string()));
+        fs::copy(game / "install", ".", fs::copy_options::recursive);
         fs::create_directory("images");
         for (const auto& file : fs::directory_iterator(game / "images"))
             if (!file.path().stem().string().starts_with("icon"))
@@ -49,10 +46,10 @@ protected:
         for (const char* font : {"fonts/cour.ttf", "fonts/courbd.ttf"})
             fs::copy_file(liberation / "LiberationMono-Regular.ttf", font);
         fs::copy_file(game / "sound/vcc.snd", "tools/vcc.snd");
-        const std::string setup = folder.read("tools/vcc.snd");
-        const std::regex file_line("\n-([^\n]+)");
-        for (std::sregex_iterator name(setup.begin(), setup.end(), file_line), end; name != end; ++name)
-            folder.write("sounds/" + (*name)[1].str(), test::WavFile().fmt(8, 1, 8000).data(std::string(16000, '@')));
+        std::ifstream setup("tools/vcc.snd");
+        for (std::string line; std::getline(setup, line);)
+            if (line.starts_with('-'))
+                folder.write("sounds/" + line.substr(1), WavFile().fmt(8, 1, 8000).data(std::string(16000, '@')));
         std::string help;
         for (int entry = 1; entry <= 40; ++entry)
             help += "+" + std::to_string(entry) + "\nP1\nF5\nC15\nW33\nS0\nT26\nX17\nY7\n-_Help\n#\n";
