@@ -153,21 +153,6 @@ def test_the_program_ends_with_its_display(make_robot, state, scale):
     assert robot.installation.read("data/configs/vcc.cfg") == settings
 
 
-def test_the_window_is_the_programs(make_player):
-    robot = make_player("openbox", 0).start()
-    window, desktop = robot.window(), robot.desktop
-
-    def value(name):
-        return window.get_full_property(desktop.atom(name), 0).value
-
-    assert window.get_wm_class() == ("veldor", "Veldor")
-    assert list(value("_NET_WM_PID")) == [robot.pid] and window.get_wm_client_machine()
-    assert value("_NET_WM_NAME") == window.get_wm_name().encode()
-    icon = np.array(value("_NET_WM_ICON"))
-    assert icon[:2].tolist() == [48, 48] and len(icon) == 2 + 48 * 48 and len(set(icon)) > 500
-    assert desktop.is_alive(window)
-
-
 def test_the_window_comes_back_where_it_was(make_player):
     robot = make_player("openbox", 1).start()
     robot.desktop.configure(robot.window(), x=300, y=120, width=1000, height=700)
@@ -221,13 +206,24 @@ def test_a_manager_that_comes_or_goes_in_full_screen(make_player, comes, scale):
 
 
 @pytest.mark.parametrize("scale", [0, 1])
-def test_no_screen_saver_begins_in_full_screen(make_player, scale):
+def test_the_window_says_whose_it_is_and_in_full_screen_no_screen_saver_begins(make_player, scale):
     robot = make_player("openbox", scale).start()
+    window, desktop = robot.window(), robot.desktop
+
+    def value(name):
+        return window.get_full_property(desktop.atom(name), 0).value
+
+    assert window.get_wm_class() == ("veldor", "Veldor")
+    assert list(value("_NET_WM_PID")) == [robot.pid] and window.get_wm_client_machine()
+    assert value("_NET_WM_NAME") == window.get_wm_name().encode()
+    icon = np.array(value("_NET_WM_ICON"))
+    assert icon[:2].tolist() == [48, 48] and len(icon) == 2 + 48 * 48 and len(set(icon)) > 500
+    assert desktop.is_alive(window)
     for full in False, True:
         if full:
             switch_mode(robot, True)
         time.sleep(3)
-        assert (robot.desktop.root.screensaver_query_info().idle < 2500) == full
+        assert (desktop.root.screensaver_query_info().idle < 2500) == full
     assert robot.close() == 0
 
 

@@ -101,7 +101,7 @@ def test_another_depth_builds_the_display_again(make_robot, installation):
     assert installation.log_messages() == []
 
 
-def test_what_is_not_accepted_is_forgotten(options):
+def test_what_is_not_accepted_is_forgotten_and_what_cannot_be_written_is_kept_for_the_next_try(options):
     before = stored(options)
     for leave in ("End", "Up", "Return"), ("Escape",):  # from reset, the last button, to cancel
         for option in ("effects", "delay", "theme"):
@@ -114,6 +114,16 @@ def test_what_is_not_accepted_is_forgotten(options):
         open_options(options)
     accept(options)
     assert stored(options) == before
+    open_options(options)
+    in_the_way = options.installation.path("data/configs/vcc.cfg.new")
+    (in_the_way / "folder").mkdir(parents=True)
+    click(options, place("delay"))
+    accept(options)
+    assert stored(options) == before
+    shutil.rmtree(in_the_way)
+    assert options.leave() == 0
+    assert stored(options) == before | {"delay": OPTIONS["delay"][4]}
+    assert options.installation.log_messages() == ["Cannot write data/configs/vcc.cfg"]
 
 
 def test_name_and_address_are_typed(make_robot, installation):
@@ -172,15 +182,3 @@ def test_every_row_lights_up_with_the_line_to_its_value(options):
     click(options, FACTORY)
     options.move(*place("music"))
     check_lines(options.standing_picture(), MODULE_LINES, 11)
-
-
-def test_settings_that_cannot_be_written_are_kept_for_the_next_try(options):
-    before, in_the_way = stored(options), options.installation.path("data/configs/vcc.cfg.new")
-    (in_the_way / "folder").mkdir(parents=True)
-    click(options, place("delay"))
-    accept(options)
-    assert stored(options) == before
-    shutil.rmtree(in_the_way)
-    assert options.leave() == 0
-    assert stored(options) == before | {"delay": OPTIONS["delay"][4]}
-    assert options.installation.log_messages() == ["Cannot write data/configs/vcc.cfg"]
