@@ -27,17 +27,6 @@ def test_first_start_writes_what_it_found_and_two_arguments_skip_the_films(make_
     assert not any("Zentrik" in line for line in player.installation.log_messages())
 
 
-@pytest.mark.parametrize("size, settings, call", [
-    ((800, 600), {"screen_mode_range": -1}, ("factory", 1, 255, 1, 0, 128)),
-    ((1024, 768), {"screen_mode_range": 3, "screen_mode": 1}, ("factory", 3, 255, 3, 0, 128)),
-    ((1024, 768), {"screen_mode_range": 2, "screen_mode": 1, "bitmap_depth": 2}, ("factory", 2, 0, 2, 2, 128)),
-], ids=["exact desktop", "configured full screen", "window only at 16 bits"])
-def test_display_set_up(make_robot, size, settings, call):
-    player = make_robot(size=size, graphics=settings).start()
-    menu.enter(player, "Factory")
-    assert player.installation.module_calls() == [call]
-
-
 def test_a_desktop_that_is_too_small(make_robot):
     player = make_robot(size=(640, 480)).start(menu=False)
     window = wait_until(lambda: next((w for w, *_ in player.desktop.windows()), None), "the message box")
@@ -45,11 +34,7 @@ def test_a_desktop_that_is_too_small(make_robot):
     player.desktop.key("Return")
     assert player.wait_for_end() == 0
     assert player.installation.log_messages() == ["Wrong desktop resolution!\n800x600 is minimum"]
-
-
-def test_a_message_without_the_librarys_box(make_robot):
-    player = make_robot(size=(640, 480))
-    box = player.installation.path("bin/kdialog")
+    box = player.installation.path("bin/kdialog")  # goes before the program's own
     player.installation.write("bin/kdialog", '#!/bin/sh\n/bin/echo "$@" > shown\nexit 1\n')
     box.chmod(0o755)
     player.start(menu=False, environment={"PATH": str(box.parent), "ALSA_CONFIG_PATH": "alsa.conf"})
