@@ -6,7 +6,7 @@ import pytest
 
 from support import menu
 from support.desktop import wait_until
-from support.pulse import RATE, PulseServer, Recording, loudness
+from support.pulse import RATE, PulseServer, loudness
 from support.robot import POINTER_PLACED_S
 
 ARROW, BUSY = 2, 3  # the library's numbers of the system's pointers
@@ -28,7 +28,7 @@ def test_modules_use_the_systems_pointer_and_what_they_spoil_is_put_right(make_r
     installation, hidden = player.installation, player.desktop.cursor_is_hidden
     installation.set("VELDOR_SOUND", "vcc_music_volume", 0)
     installation.remove("factory.so")
-    with PulseServer() as pulse, Recording(pulse) as recording:
+    with PulseServer() as pulse:
         player.start(environment=pulse.environment)
         menu.enter_obedient(player)
         for shape in (ARROW, BUSY):
@@ -44,7 +44,7 @@ def test_modules_use_the_systems_pointer_and_what_they_spoil_is_put_right(make_r
         time.sleep(POINTER_PLACED_S)
         menu.enter_obedient(player)
         leave(player, "spoil")
-        wait_until(lambda: loudness(recording.samples()[-RATE // 2:]) < 0.0005, "the module's sound to end")
+        wait_until(lambda: loudness(pulse.samples()[-RATE // 2:]) < 0.0005, "the module's sound to end")
         assert menu.pointed_at(player) == []
         point_at_options(player)
         menu.walk_to(player, "Factory")  # is missing: an alert, in the library's font

@@ -6,7 +6,7 @@ import pytest
 
 from support import menu
 from support.desktop import wait_until
-from support.pulse import RATE, PulseServer, Recording, longest_gap_s, loudness, main_tone_hz, write_tone
+from support.pulse import RATE, PulseServer, longest_gap_s, loudness, main_tone_hz, write_tone
 
 HEARD_LATER_S = 1.0  # what the sound server and the stream still hold
 
@@ -18,8 +18,8 @@ def sounding(make_robot):
     for theme in range(11):
         write_tone(robot.installation.path(f"sounds/theme{theme:02}.wav"), 400 + 100 * theme)
     robot.installation.set("VELDOR_SOUND", "vcc_theme_loop", 0)
-    with PulseServer() as pulse, Recording(pulse) as recording:
-        robot.start(environment=pulse.environment)
+    with PulseServer() as recording:
+        robot.start(environment=recording.environment)
         wait_for_silence(recording, False)
         time.sleep(HEARD_LATER_S)
         yield robot, recording

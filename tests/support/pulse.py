@@ -3,7 +3,6 @@
 import os
 import subprocess
 import tempfile
-import time
 import wave
 from pathlib import Path
 
@@ -19,32 +18,8 @@ ctl.!default { type pulse }
 """
 
 
-class Recording:
-    """What the output plays from entering to leaving."""
-
-    def __init__(self, pulse):
-        self._pulse = pulse
-        self._file = pulse.folder / f"recording-{time.monotonic_ns()}.raw"
-
-    def __enter__(self):
-        with open(self._file, "wb") as target:
-            self._process = subprocess.Popen(
-                ["parec", "-d", "out.monitor", "--raw", f"--rate={RATE}", "--latency-msec=20"],
-                stdout=target, env=os.environ | self._pulse.environment)
-        wait_until(lambda: self._file.stat().st_size > 0, "the recorder's first samples")
-        return self
-
-    def __exit__(self, *_):
-        stop(self._process)
-
-    def samples(self):
-        """Everything so far: one row a frame, left and right."""
-        raw = np.fromfile(self._file, dtype="<i2")
-        return raw[: len(raw) // 2 * 2].reshape(-1, 2)
-
-
 class PulseServer:
-    """`environment` makes the library's ALSA driver (and anything else) play here."""
+    """`environment` makes the library's ALSA driver (and anything else) play here; what is heard is recorded."""
 
     def __enter__(self):
         self._scratch = tempfile.TemporaryDirectory(prefix="veldor-pulse-")
@@ -65,11 +40,23 @@ class PulseServer:
             env=os.environ | self.environment | {"HOME": str(self.folder)}, stderr=subprocess.DEVNULL)
         asking = {"args": ["pactl", "info"], "env": os.environ | self.environment, "capture_output": True}
         wait_until(lambda: subprocess.run(**asking, check=False).returncode == 0, "PulseAudio")
+        self._heard = self.folder / "heard.raw"
+        with open(self._heard, "wb") as target:
+            self._recorder = subprocess.Popen(
+                ["parec", "-d", "out.monitor", "--raw", f"--rate={RATE}", "--latency-msec=20"],
+                stdout=target, env=os.environ | self.environment)
+        wait_until(lambda: self._heard.stat().st_size > 0, "the recorder's first samples")
         return self
 
     def __exit__(self, *_):
+        stop(self._recorder)
         stop(self._process)
         self._scratch.cleanup()
+
+    def samples(self):
+        """Everything so far: one row a frame, left and right."""
+        raw = np.fromfile(self._heard, dtype="<i2")
+        return raw[: len(raw) // 2 * 2].reshape(-1, 2)
 
 
 def write_wave(path, samples):
