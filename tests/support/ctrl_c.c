@@ -1,35 +1,26 @@
-/* ctrl_c ARGUMENTS...: a console in which vcc.exe is started with these arguments. When a file "press" appears in the
-   working folder, somebody presses Ctrl+C there. Ends with the status of vcc.exe. */
+/* A console in which "vcc.exe /N" is started. When a file "press" appears in the working folder, somebody presses
+ * Ctrl+C there. Ends with the status of vcc.exe. */
 #include <windows.h>
 
-#include <stdio.h>
-#include <string.h>
+#include <process.h>
 
 static BOOL WINAPI survive(DWORD event) {
     (void)event;
     return TRUE;
 }
 
-int main(int argc, char** argv) {
-    char command[1024] = "vcc.exe";
-    for (int i = 1; i < argc; ++i) {
-        strncat(command, " ", sizeof command - strlen(command) - 1);
-        strncat(command, argv[i], sizeof command - strlen(command) - 1);
-    }
+int main(void) {
     FreeConsole();
     if (!AllocConsole() || !SetConsoleCtrlHandler(survive, TRUE))
         return 100;
-    STARTUPINFOA start = {.cb = sizeof start};
-    PROCESS_INFORMATION program;
-    if (!CreateProcessA(NULL, command, NULL, NULL, FALSE, 0, NULL, NULL, &start, &program))
-        return 101;
+    const HANDLE program = (HANDLE)_spawnl(_P_NOWAIT, "vcc.exe", "vcc.exe", "/N", NULL);
     while (GetFileAttributesA("press") == INVALID_FILE_ATTRIBUTES)
-        if (WaitForSingleObject(program.hProcess, 100) == WAIT_OBJECT_0)
+        if (WaitForSingleObject(program, 100) != WAIT_TIMEOUT)
             return 102;
     if (!GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0))
         return 103;
     DWORD status = 104;
-    if (WaitForSingleObject(program.hProcess, 30000) == WAIT_OBJECT_0)
-        GetExitCodeProcess(program.hProcess, &status);
+    if (WaitForSingleObject(program, 30000) == WAIT_OBJECT_0)
+        GetExitCodeProcess(program, &status);
     return (int)status;
 }

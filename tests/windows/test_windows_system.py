@@ -122,7 +122,7 @@ def test_what_leaves_as_the_close_button_does(make_robot, by_console):
     if by_console:
         console, source = robot.installation.path("ctrl_c.exe"), PROJECT / "tests/support/ctrl_c.c"
         subprocess.run(["x86_64-w64-mingw32-gcc", "-O1", "-Wall", "-Wextra", "-o", console, source], check=True)
-        robot.start("/N", program=console)
+        robot.start(program=console)
         robot.installation.write("press", "")
         assert robot.wait_for_end(40) == 0
     else:
