@@ -264,7 +264,7 @@ def test_playing_on_wayland(make_player, tmp_path):
         for corner in (SIZE[0] - 1, SIZE[1] - 1), (0, 0):  # Weston adds up the pointer's steps, but for the first
             robot.desktop.move(*corner)
             time.sleep(0.3)
-        robot.start(menu=False, environment={"DISPLAY": server, "ALSA_CONFIG_PATH": "alsa.conf"})
+        robot.start(menu=False, environment={"DISPLAY": server})
         left, top = wait_until(place_of_the_menu, "the menu")
         for x, y in (400, 300), middle("Factory"):
             time.sleep(POINTER_PLACED_S)

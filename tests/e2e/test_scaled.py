@@ -79,10 +79,9 @@ class Player(Robot):
 
 @pytest.fixture
 def make_player(make_robot):
-    def make(start=True, **options):
+    def make(**options):
         usual = {"modules": "obedient", "graphics": {"screen_mode_range": 3}, "window_manager": "openbox", "scale": 1}
-        player = make_robot(Player, **usual | options)
-        return player.start() if start else player
+        return make_robot(Player, **usual | options)
     return make
 
 
@@ -98,7 +97,7 @@ def own_menu():
 @pytest.mark.parametrize("size, layouts", [((1300, 1000), [(800, 600), (1240, 800), (500, 410)]),
                                            (FULL_HD, [(800, 600), (1333, 1000)])])
 def test_window_and_full_screen_show_the_menu_and_draw_only_what_changes(make_player, own_menu, size, layouts):
-    player = make_player(size=size, scale=None)  # as it is built in
+    player = make_player(size=size, scale=None).start()  # as it is built in
     assert player.size() == layouts[0]
     for layout in layouts:
         player.resize(*layout)
@@ -119,7 +118,7 @@ def test_window_and_full_screen_show_the_menu_and_draw_only_what_changes(make_pl
 
 
 def test_whole_steps(make_player, own_menu):
-    player = make_player(size=ULTRA_HD, scale=2)
+    player = make_player(size=ULTRA_HD, scale=2).start()
     player.key("w", "Alt_L")
     wait_until(lambda: player.place() == (720, 180, 2400, 1800), "three times the size", 5 * SLOWNESS)
     time.sleep(POINTER_PLACED_S)
@@ -131,7 +130,7 @@ def test_whole_steps(make_player, own_menu):
     (1, 24, 1), (2, 24, 1), (3, 24, 1), (0, 16, 1), (3, 16, 1), (0, 15, 1), (0, 15, 0), (2, 15, 0)])
 def test_colour_depths(make_player, own_menu, setting, desktop_depth, scale):
     graphics = {"screen_mode_range": 3, "bitmap_depth": setting}
-    player = make_player(graphics=graphics, depth=desktop_depth, scale=scale)
+    player = make_player(graphics=graphics, depth=desktop_depth, scale=scale).start()
     own = player.menu()  # at its own size, as the library draws it
     assert np.abs(own.astype(np.int16) - own_menu).mean() < 4, "other colours"  # 5 bits lose half a level of 8
     if not scale:
@@ -143,7 +142,7 @@ def test_colour_depths(make_player, own_menu, setting, desktop_depth, scale):
 
 
 def test_a_module_is_scaled_without_knowing(make_player):
-    player = make_player(size=FULL_HD)
+    player = make_player(size=FULL_HD).start()
     enter_obedient(player)
     for size in ((800, 600), (640, 480)):
         player.installation.have_obeyed("mode 0 {} {} 32".format(*size))
@@ -158,7 +157,7 @@ def test_a_module_is_scaled_without_knowing(make_player):
 # the pointer
 
 def test_the_pointer_is_where_the_player_sees_it(make_player):
-    player = make_player(size=ULTRA_HD)
+    player = make_player(size=ULTRA_HD).start()
     enter_obedient(player)
     time.sleep(POINTER_PLACED_S)
     dice = random.Random(1)
@@ -187,7 +186,7 @@ def test_the_pointer_is_where_the_player_sees_it(make_player):
 # the window's size
 
 def test_the_window_keeps_the_size_that_the_player_gave_it(make_player):
-    player = make_player(size=FULL_HD)
+    player = make_player(size=FULL_HD).start()
     hints = player.window().get_wm_normal_hints()
     assert (hints.min_width, hints.min_height) == (400, 300)
     size = 1100, 700
@@ -204,7 +203,7 @@ def test_the_window_keeps_the_size_that_the_player_gave_it(make_player):
 
 
 def test_a_display_that_a_module_leaves_behind_is_set_again(make_player, own_menu):
-    player = make_player()
+    player = make_player().start()
     for full, size, result in (0, "640 480", 0), (1, "640 480", 0), (0, "800 600", 255):
         enter_obedient(player)
         player.installation.have_obeyed(f"mode {full} {size} 8")
@@ -220,7 +219,7 @@ def test_a_display_that_a_module_leaves_behind_is_set_again(make_player, own_men
 
 
 def test_without_a_window_manager(make_player, own_menu):
-    player = make_player(size=(1300, 1000), window_manager=None)
+    player = make_player(size=(1300, 1000), window_manager=None).start()
     player.resize(900, 700)
     player.switch_mode()
     player.desktop.run("xrandr", "--output", "screen", "--off", "--fb", "1100x800")  # a monitor goes away
@@ -231,7 +230,7 @@ def test_without_a_window_manager(make_player, own_menu):
 
 
 def test_full_screen_fills_the_monitor_where_the_window_is(make_player):
-    player = make_player(start=False, size=(2400, 1000))
+    player = make_player(size=(2400, 1000))
     for monitor in ("left", "1400/200x1000/200+0+0", "screen"), ("right", "1000/200x1000/200+1400+0", "none"):
         player.desktop.run("xrandr", "--setmonitor", *monitor)
     player.start()
@@ -245,8 +244,7 @@ def test_full_screen_fills_the_monitor_where_the_window_is(make_player):
 # what goes wrong
 
 def test_a_window_that_changes_its_size_in_a_film_and_is_closed(make_player):
-    player = make_player(start=False, size=FULL_HD, films=True)
-    player.start(menu=False)
+    player = make_player(size=FULL_HD, films=True).start(menu=False)
     dice = random.Random(2)
     for skip in (False, True):
         for _ in range(30):
@@ -282,7 +280,7 @@ def own_memory(tmp_path):
 def test_what_cannot_be_scaled_is_shown_by_the_library(request, make_player, own_menu, options, reason):
     if "server_environment" in options:
         options = {"server_environment": request.getfixturevalue("own_memory")}
-    player = make_player(start=False, window_manager=None, **options)
+    player = make_player(window_manager=None, **options)
     player.scale = 0  # its windows are the library's
     readable = options.get("depth", 24) == 24
     player.start(menu=readable)
@@ -300,9 +298,7 @@ def test_what_cannot_be_scaled_is_shown_by_the_library(request, make_player, own
 
 
 def test_without_memory_for_it_the_picture_has_its_own_size(make_player, own_memory, own_menu):
-    player = make_player(start=False, size=(1300, 1000))
-    silent = {"ALSA_CONFIG_PATH": str(player.installation.path("alsa.conf"))}
-    player.start(environment=silent | own_memory)
+    player = make_player(size=(1300, 1000)).start(environment=own_memory)
     player.desktop.configure(player.window(), width=1200, height=900)
     wait_until(lambda: player.place() == (200, 150, 800, 600), "the picture in the middle", 5 * SLOWNESS)
     assert np.array_equal(player.menu(), own_menu)

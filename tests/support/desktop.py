@@ -245,14 +245,10 @@ class Desktop:
     def send(self):
         self._display.sync()
 
-    def queue(self, kind, detail=0, x=0, y=0):
-        """An event that goes out with the next one that is sent."""
-        xtest.fake_input(self._display, kind, detail, x=x, y=y)
-
     def at_once(self, *events):
         """Events (kind, detail, x, y), with no time in between."""
-        for event in events:
-            self.queue(*event)
+        for kind, detail, *place in events:
+            xtest.fake_input(self._display, kind, detail, X.CurrentTime, X.NONE, *place)
         self.send()
 
     def move(self, x, y):

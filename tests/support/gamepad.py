@@ -10,7 +10,6 @@ from pathlib import Path
 import numpy as np
 
 from support.desktop import wait_until
-from support.system import NO_SOUND
 
 # As most pads number them.
 A, B, X, Y, LEFT_SHOULDER, RIGHT_SHOULDER = range(6)
@@ -31,9 +30,7 @@ class Gamepads:
         library = self.robot.installation.path(self.system.pad_library)
         source = Path(__file__).with_name(self.system.pad_source)
         subprocess.run([*self.system.compiler, "-D_GNU_SOURCE", "-Wall", "-Wextra", "-o", library, source], check=True)
-        silent = {"ALSA_CONFIG_PATH": "alsa.conf", "VELDOR_PADS": str(self.folder)}
-        self.robot.installation.write("alsa.conf", NO_SOUND)
-        return silent | self.system.pad_environment(library)
+        return {"VELDOR_PADS": str(self.folder)} | self.system.pad_environment(library)
 
     def plug_in(self, number=0, axes=8, buttons=11):
         return Gamepad(self, number, axes, buttons)

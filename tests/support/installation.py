@@ -125,7 +125,7 @@ class Installation:
         wait_until(lambda: self.module_state()[-1] > obeyed, f"the module to obey {text!r}", 5 * self.system.slowness)
 
     def module_state(self):
-        """Of an obedient module: the pointer's x and y, buttons, screen's width, height and depth, orders obeyed."""
+        """Of an obedient module: the pointer's x and y, orders obeyed."""
         return tuple(map(int, self.read("module_state.txt").split()))
 
     def hold_modules(self, hold=True):

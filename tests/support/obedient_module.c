@@ -1,7 +1,7 @@
 /* A game module that does what it is told, a file at a time: it reads module_order.txt, removes it, obeys, and writes
- * module_state.txt anew: the pointer's place and buttons, the screen's size and depth, and how many orders it has
- * obeyed. Orders: "mode FULL WIDTH HEIGHT DEPTH", "place X Y" (of the pointer), "cursor SHAPE" (of the system's),
- * "hide" (the pointer), "spoil" (leave everything otherwise than it was), "leave MODE". */
+ * module_state.txt anew: the pointer's place, and how many orders it has obeyed. Orders: "mode FULL WIDTH HEIGHT
+ * DEPTH", "place X Y" (of the pointer), "cursor SHAPE" (of the system's), "hide" (the pointer), "spoil" (leave
+ * everything otherwise than it was), "leave MODE". */
 #include "module_entries.h"
 
 #include <allegro.h>
@@ -106,8 +106,7 @@ static uint8_t stay(uint8_t fullscreen) {
         }
         file = fopen("module_state.new", "w");
         if (file) {
-            fprintf(file, "%d %d %d %d %d %d %d\n", mouse_x, mouse_y, mouse_b, SCREEN_W, SCREEN_H, get_color_depth(),
-                    obeyed);
+            fprintf(file, "%d %d %d\n", mouse_x, mouse_y, obeyed);
             fclose(file);
             rename("module_state.new", "module_state.txt");
         }

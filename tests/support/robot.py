@@ -56,7 +56,7 @@ class Robot:
 
     def start(self, *arguments, menu=True, environment=None, program=None):
         """Starts the program (the installation's unless another is named); waits for the menu unless told otherwise.
-        `environment` replaces the silent card."""
+        `environment` may replace the silent card."""
         if not self.films:
             self.installation.set("VELDOR_GENERAL", "intro_at_all", "no")
         if not self.installation.path("alsa.conf").exists():
@@ -67,7 +67,8 @@ class Robot:
             self._program = subprocess.Popen(
                 self.system.command(arguments, program), cwd=self.installation.folder, stdout=errors,
                 stderr=subprocess.STDOUT,
-                env=os.environ | self.system.environment() | {"DISPLAY": self.desktop.name} | (environment or silent))
+                env=os.environ | self.system.environment() | {"DISPLAY": self.desktop.name} | silent |
+                (environment or {}))
         self._window = None
         if menu:
             self.wait_for_menu()
@@ -208,9 +209,7 @@ class Robot:
 
     def save_picture(self, name):
         PICTURES.mkdir(parents=True, exist_ok=True)
-        path = PICTURES / f"{name}.png"
-        Image.fromarray(self.desktop.picture()).save(path, compress_level=1)
-        return path
+        Image.fromarray(self.desktop.picture()).save(PICTURES / f"{name}.png", compress_level=1)
 
     # acting
 
