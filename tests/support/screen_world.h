@@ -1,18 +1,40 @@
-// For unit tests of drawing: fonts with their grids, a picture to draw on, and questions about its pixels.
+// For unit tests of screens: slots that are described in one line, fonts with their grids, a picture to draw on, and
+// questions about its pixels.
 #pragma once
 
+#include "core/text.h"
 #include "display/buffers.h"
 #include "screen/colours.h"
 #include "screen/draw_slot.h"
+#include "screen/slot.h"
 #include "screen/text_window.h"
 #include "settings/settings.h"
 #include "text/fonts.h"
 #include "unit/folder_test.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <span>
+#include <string_view>
 
 namespace vcc::test {
+
+struct SlotField {
+    std::int32_t Slot::*field;
+    int value;
+};
+
+inline void set_fields(Slot& slot, std::initializer_list<SlotField> fields) {
+    for (const SlotField& each : fields)
+        slot.*each.field = each.value;
+}
+
+inline Slot make_slot(std::string_view text, std::initializer_list<SlotField> fields = {}) {
+    Slot slot{};
+    store_text(slot.text, text);
+    set_fields(slot, fields);
+    return slot;
+}
 
 /// Corners in pixels, all of them inside.
 struct Area {

@@ -2,18 +2,14 @@
 #include "core/gamepad.h"
 #include "core/mouse_buttons.h"
 #include "core/window_state.h"
-#include "display/buffers.h"
 #include "interaction/help.h"
 #include "interaction/keys.h"
 #include "interaction/player_input.h"
 #include "interaction/screen_run.h"
-#include "screen/colours.h"
-#include "support/allegro_none.h"
-#include "support/slots.h"
+#include "support/screen_world.h"
 #include "text/fonts.h"
 
 #include <allegro/internal/aintern.h>
-#include <gtest/gtest.h>
 
 #include <deque>
 #include <utility>

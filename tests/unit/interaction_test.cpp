@@ -4,9 +4,7 @@
 #include "interaction/focus.h"
 #include "interaction/help_file.h"
 #include "interaction/keys.h"
-#include "support/allegro_none.h"
 #include "support/screen_world.h"
-#include "support/slots.h"
 #include "text/fonts.h"
 
 #include <gtest/gtest.h>

@@ -8,7 +8,6 @@
 #include "screen/text_window.h"
 #include "sound/sound.h"
 #include "support/screen_world.h"
-#include "support/slots.h"
 #include "text/fonts.h"
 
 #include <climits>
