@@ -6,13 +6,14 @@ VELDOR_KEEP_PICTURES=1 puts the pictures that are drawn in place of those of the
 import json
 import os
 import re
+import struct
 import subprocess
 
 import numpy as np
 import pytest
 from PIL import Image
 
-from support.installation import PROJECT, VCCKIT, built_installation
+from support.installation import PROJECT, SLOT_SIZE, VCCKIT, built_installation
 
 DOCUMENT = PROJECT / "docs/making.md"
 # Pictures that show parts of the built-in installation.
@@ -41,6 +42,7 @@ def made(tmp_path_factory):
                           env=os.environ | {"PATH": f"{tools}:{os.environ['PATH']}"})
     assert done.returncode == 0, done.stdout + done.stderr
     assert "game: clean" in done.stdout and "game: every slot visited" in done.stdout
+    assert done.stdout.count("\nplayed/") == len(list((folder / "lantern/played").iterdir()))
     return folder / "lantern"
 
 
@@ -56,6 +58,29 @@ def test_every_step_has_its_picture_as_in_the_document(made):
         assert new.shape == old.shape == (600, 800, 3)
         alike = (np.abs(new - old).max(axis=2) <= 10).mean()
         assert alike >= (0.2 if number in BORROWED else 0.995), f"step {number}: {alike:.1%} is as it was"
+
+
+def selectable(game, name):
+    """Numbers of the slots that a player can choose: not inert, not hidden, not passed over."""
+    data = (game / f"tools/language/english/e_{name}.slt").read_bytes()
+    for index in range((len(data) - 4) // SLOT_SIZE):
+        record = data[4 + SLOT_SIZE * index:][:SLOT_SIZE]
+        toggle, flags = struct.unpack_from("<i", record, 40)[0], record[191:194]
+        if toggle != -1 and flags[:1] != b"n" and flags[2:3] != b"x":
+            yield index
+
+
+def test_every_slot_is_visited(made):
+    pictures = sorted(path.name for path in (made / "played").iterdir())
+    for screen, name in (("menu", "vcc"), ("options", "vcc_options")):
+        for slot in selectable(made / "game", name):
+            # a value is shown with its option
+            assert any(f"-{screen}-{slot:02d}" in each or f"-value-{slot:02d}" in each for each in pictures), slot
+    for name in ("menu", "module-hq", "module-factory", "module-battle", "options"):
+        assert any(each[7:] == f"{name}.png" for each in pictures)
+    # eleven levels, two themes and the button for their loop, and two layouts of the keyboard
+    for option, values in (22, 11), (26, 3), (48, 2):
+        assert sum(f"-options-{option}-" in each and "-value-" in each for each in pictures) == values
 
 
 def slots_of_the_table():

@@ -36,8 +36,8 @@ FAULTS = [
 
 
 def test_a_request_to_end_leaves_no_copy_behind(installation, tmp_path):
-    program = subprocess.Popen([VCCKIT, "play", installation.folder, "-o", tmp_path / "pictures"], text=True,
-                               stdout=subprocess.PIPE, env=os.environ | {"TMPDIR": str(tmp_path)})
+    program = subprocess.Popen([VCCKIT, "play", installation.folder, "--language", "de", "-o", tmp_path / "pictures"],
+                               text=True, stdout=subprocess.PIPE, env=os.environ | {"TMPDIR": str(tmp_path)})
     for _ in range(2):  # pictures that are kept
         assert program.stdout.readline()
     program.send_signal(signal.SIGINT)
@@ -50,5 +50,7 @@ def test_a_request_to_end_leaves_no_copy_behind(installation, tmp_path):
                          ids=["no slots", "a program that ends", "a module that crashes"])
 def test_what_does_not_work_is_told(installation, tmp_path, break_it, status, told):
     break_it(installation, tmp_path)
+    before = {path: path.stat().st_mtime_ns for path in installation.folder.rglob("*")}
     done = play(installation, "--language", "en", "-o", tmp_path / "pictures")
     assert done.returncode == status and told in done.stderr, done.stderr
+    assert {path: path.stat().st_mtime_ns for path in installation.folder.rglob("*")} == before
