@@ -1,5 +1,4 @@
 // The graphics mode on a simulated machine: this program stands in for the library's calls that ask and set it.
-#include "core/window_state.h"
 #include "display/buffers.h"
 #include "display/graphics_mode.h"
 #include "folder_test.h"
@@ -17,8 +16,6 @@ struct Machine {
     bool (*can_set)(bool full, int bits) = [](bool, int) { return true; };
     std::string tried = {}; ///< every set_gfx_mode: F32 W16 ...; with a "-" when it failed
     int switch_mode = -1;
-    void (*in)() = nullptr;
-    void (*out)() = nullptr;
 } machine;
 
 } // namespace
@@ -39,14 +36,9 @@ int set_gfx_mode(int card, int, int, int, int) {
     return done ? 0 : -1;
 }
 int set_display_switch_mode(int mode) {
-    machine.in = machine.out = nullptr;
     if (mode == SWITCH_BACKAMNESIA) // unknown to X11
         return -1;
     machine.switch_mode = mode;
-    return 0;
-}
-int set_display_switch_callback(int direction, void (*callback)()) {
-    (direction == SWITCH_IN ? machine.in : machine.out) = callback;
     return 0;
 }
 }
@@ -165,10 +157,6 @@ TEST_F(GraphicsMode, ChangesOnlyToWhatIsOfferedAndComesBackWhenThatFails) {
     switch_display_mode(false);
     EXPECT_EQ(tried(), "W16 F16 F16 ");
     EXPECT_EQ(machine.switch_mode, SWITCH_BACKGROUND);
-    machine.out();
-    EXPECT_EQ(switched_out, 1);
-    machine.in();
-    EXPECT_EQ(switched_out, 0);
 
     for (const int refused : {0, 1, 4, -1}) {
         settings.bitmap_depth = refused;
