@@ -47,6 +47,8 @@ struct Slot {
     char sound_flags[31]; ///< [0] 'n' silent; number: shadow colour; [1]: shadow colour of an entry field
     char text[91];
     char name[32];
+
+    bool operator==(const Slot&) const = default;
 };
 
 static_assert(sizeof(Slot) == 376 && alignof(Slot) == 4 && std::is_trivially_copyable_v<Slot>);

@@ -10,7 +10,6 @@
 #include "text/screen_texts.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace vcc::kit {
 
@@ -89,8 +88,7 @@ std::vector<FixedSlot> all_fixed_slots() {
 /// A slot of a screen; null if there is none, or one that says nothing.
 const Slot* find_used_slot(const ScreenFiles& screen, int index) {
     const Slot* const slot = find_slot(screen, index);
-    const auto same = [slot](const Slot& other) { return std::memcmp(slot, &other, sizeof other) == 0; };
-    return slot && !same(gap_slot()) && !same(empty_slot()) && !same(Slot{}) ? slot : nullptr;
+    return slot && *slot != gap_slot() && *slot != empty_slot() && *slot != Slot{} ? slot : nullptr;
 }
 
 /// Why a slot does not have a form; empty if it has.
@@ -106,7 +104,7 @@ std::string fault_of_form(Form form, const Slot& slot) {
     case Form::text:
         return !text ? "is not a text slot" : "";
     case Form::window:
-        return text || !is_text_window(slot) ? "is not a text window" : "";
+        return !is_text_window(slot) ? "is not a text window" : "";
     case Form::any:
         break;
     }

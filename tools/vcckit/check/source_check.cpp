@@ -38,9 +38,8 @@ const RecordPlaces* places_of(const Fault& fault, const ScreenPlaces& places) {
 /// Moves a fault from a record to its place in the source.
 Fault at_source(const Fault& fault, const ScreenPlaces& places) {
     const RecordPlaces* const at = places_of(fault, places);
-    if (!at)
-        return source_fault(fault.code, {1, 1, 0}, "", fault.field, fault.problem, fault.advice);
-    return source_fault(fault.code, at->of(fault.field), at->where, fault.field, fault.problem, fault.advice);
+    return source_fault(fault.code, at ? at->of(fault.field) : Place{1, 1, 0}, at ? at->where : "", fault.field,
+                        fault.problem, fault.advice);
 }
 
 /// Whether the source itself says that both languages have the same text: it writes it for each of them.
@@ -52,7 +51,7 @@ bool is_meant(const Fault& fault, const ScreenSource& source) {
 Faults faults_of_records(const ScreenSource& source, bool fonts) {
     Installation nothing; // other files are not read
     nothing.fonts = fonts;
-    Faults faults;
+    Faults faults, untranslated;
     std::array<ScreenFiles, languages.size()> screens;
     for (std::size_t i = 0; i < languages.size(); ++i) {
         screens[i] = files_of(source.screen, i);
@@ -63,10 +62,9 @@ Faults faults_of_records(const ScreenSource& source, bool fonts) {
         for (const Fault& fault : found)
             faults.push_back(at_source(fault, source.places[i]));
     }
-    Faults found;
     if (!source.screen.language)
-        check_translation_of(screens[0], screens[1], found);
-    for (const Fault& fault : found)
+        check_translation_of(screens[0], screens[1], untranslated);
+    for (const Fault& fault : untranslated)
         if (!is_meant(fault, source))
             faults.push_back(at_source(fault, source.places[1]));
     return faults;
@@ -79,11 +77,6 @@ ScreenSource read_source(const std::string& file, std::string_view text, bool fo
     return source;
 }
 
-bool describes(const ScreenRecords& records, const SlotSet& packed) {
-    return slot_file_bytes(records.slots) == slot_file_bytes(packed.slots) &&
-           slot_file_bytes(records.toggles) == slot_file_bytes(packed.toggles);
-}
-
 void trace_to_source(const std::string& file, const Installation& installation, Faults& faults) {
     const auto& text = installation.text_file(file);
     if (!text)
@@ -94,7 +87,8 @@ void trace_to_source(const std::string& file, const Installation& installation, 
         return;
     for (std::size_t i = 0; i < languages.size(); ++i) {
         const ScreenFiles& packed = screen_of(installation.by_language[i], row->kind);
-        if (source.screen.describes(i) && !describes(source.screen.records[i], packed.set))
+        const ScreenRecords& records = source.screen.records[i];
+        if (source.screen.describes(i) && (records.slots != packed.set.slots || records.toggles != packed.set.toggles))
             return; // it is changed, and not packed yet
         std::erase_if(faults,
                       [&](const Fault& fault) { return fault.file == packed.slot_file && is_meant(fault, source); });

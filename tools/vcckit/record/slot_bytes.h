@@ -14,6 +14,8 @@ struct ScreenRecords {
     std::vector<Slot> slots;
     std::vector<Slot> toggles;
     bool has_toggle_file = false; ///< a toggle file may exist without records
+
+    bool operator==(const ScreenRecords&) const = default;
 };
 
 std::string slot_file_bytes(const std::vector<Slot>& records);
