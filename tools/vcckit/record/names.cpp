@@ -70,13 +70,25 @@ std::vector<Name> made_names(Meaning meaning) {
     return names;
 }
 
-constexpr std::array<std::string_view, 8> words{"number", "colour", "font",  "action",
-                                                "sound",  "buffer", "input", "focus"};
+struct MeaningRow {
+    std::string_view word;
+    std::string_view permitted{}; ///< empty: a number, or a name that the source defines
+};
+constexpr std::array<MeaningRow, all_meanings.size()> meanings{{
+    {"number"},
+    {"colour", "colours are 0 to 255, black to white, or ramps such as steel_0 to steel_15"},
+    {"font", "fonts are 0 to 10, or their names from sans_12 to mono_20_b"},
+    {"action", "docs/formats.md lists the actions"},
+    {"sound"},
+    {"buffer"},
+    {"input", "none, digits or text"},
+    {"focus", "inert, plain, or the number of the slot"},
+}};
 
 /// All names of a meaning, in the order of the rows.
 const std::vector<Name>& all_names(Meaning meaning) {
     static const auto names = [] {
-        std::array<std::vector<Name>, words.size()> made;
+        std::array<std::vector<Name>, all_meanings.size()> made;
         std::ranges::transform(all_meanings, made.begin(), made_names);
         return made;
     }();
@@ -86,7 +98,7 @@ const std::vector<Name>& all_names(Meaning meaning) {
 } // namespace
 
 std::string_view meaning_word(Meaning meaning) {
-    return words[static_cast<std::size_t>(meaning)];
+    return meanings[static_cast<std::size_t>(meaning)].word;
 }
 
 std::optional<Meaning> meaning_of_word(std::string_view word) {
@@ -101,24 +113,9 @@ std::vector<std::string> names_of(Meaning meaning) {
 }
 
 std::string permitted_values(Meaning meaning) {
-    switch (meaning) {
-    case colour:
-        return "colours are 0 to 255, black to white, or ramps such as steel_0 to steel_15";
-    case font:
-        return "fonts are 0 to 10, or their names from sans_12 to mono_20_b";
-    case action:
-        return "docs/formats.md lists the actions";
-    case sound:
-    case buffer:
-        return "it is a number, or a name under [names." + std::string(meaning_word(meaning)) + "]";
-    case number:
-        return "it is a number, or a name under [names.number]";
-    case input:
-        return "none, digits or text";
-    case focus:
-        return "inert, plain, or the number of the slot";
-    }
-    return {};
+    const MeaningRow& row = meanings[static_cast<std::size_t>(meaning)];
+    return row.permitted.empty() ? "it is a number, or a name under [names." + std::string(row.word) + "]"
+                                 : std::string(row.permitted);
 }
 
 std::optional<std::int32_t> number_of_name(Meaning meaning, std::string_view name) {
