@@ -1,6 +1,5 @@
 #include "vcckit/record/setting_rows.h"
 
-#include "core/text.h"
 #include "platform/latin1.h"
 
 #include <algorithm>
@@ -19,14 +18,10 @@ bool names_row(const SettingRow& row, std::string_view key) {
     const std::size_t mark = row.key.find('#');
     if (mark == std::string_view::npos)
         return same_but_for_case(row.key, key);
-    const std::string_view before = row.key.substr(0, mark), after = row.key.substr(mark + 1);
-    if (key.size() <= before.size() + after.size() || !same_but_for_case(key.substr(0, before.size()), before) ||
-        !same_but_for_case(key.substr(key.size() - after.size()), after))
-        return false;
-    const std::string_view digits = key.substr(before.size(), key.size() - before.size() - after.size());
-    // Comparing with the number printed again rejects signs, blanks and leading zeros.
-    const int copy = to_number(digits);
-    return copy >= 0 && copy < row.copies() && digits == std::to_string(copy);
+    for (int copy = 0; copy < row.copies(); ++copy)
+        if (same_but_for_case(std::string(row.key).replace(mark, 1, std::to_string(copy)), key))
+            return true;
+    return false;
 }
 
 std::string default_column(const SettingRow& row) {
