@@ -22,6 +22,7 @@ namespace vcc::kit {
 namespace {
 
 using enum FaultCode;
+using std::to_string;
 
 /// A record with everything that a check may need.
 struct Subject {
@@ -34,18 +35,14 @@ struct Subject {
     Reporter report;
 
     bool is_text() const { return slot.graphic == 0; }
-    bool is_window() const { return slot.graphic != 0 && is_text_window(slot); }
+    bool is_window() const { return is_text_window(slot); }
     bool is_picture() const { return slot.graphic != 0 && !is_text_window(slot); }
     std::string_view text() const { return text_of(slot.text); }
 };
 
-std::string number(long long value) {
-    return std::to_string(value);
-}
-
 void check_font(const Subject& at) {
     if (at.is_text() && (at.slot.font < 0 || at.slot.font >= font_count))
-        at.report(font_unknown, "font", "there is no font " + number(at.slot.font), "fonts are 0 to 10");
+        at.report(font_unknown, "font", "there is no font " + to_string(at.slot.font), "fonts are 0 to 10");
 }
 
 void check_colours(const Subject& at) {
@@ -53,7 +50,7 @@ void check_colours(const Subject& at) {
         return;
     const auto check = [&](const char* field, const char* what, int colour) {
         if (!is_colour(colour))
-            at.report(colour_unknown, field, "there is no " + (what + number(colour)), "colours are 0 to 255");
+            at.report(colour_unknown, field, "there is no " + (what + to_string(colour)), "colours are 0 to 255");
     };
     check("fore_colour", "colour ", at.slot.fore_colour);
     check("back_colour", "colour ", at.slot.back_colour);
@@ -74,8 +71,8 @@ void check_place(const Subject& at) {
     const int columns = layout_width / cell_width(at.slot.font), rows = layout_height / cell_height(at.slot.font);
     const auto check = [&](std::string field, int place, int count) {
         if (place < 0 || place >= count)
-            at.report(outside_grid, field, number(place) + " is outside the grid",
-                      "font " + number(at.slot.font) + " has " + field + "s 0 to " + number(count - 1));
+            at.report(outside_grid, field, to_string(place) + " is outside the grid",
+                      "font " + to_string(at.slot.font) + " has " + field + "s 0 to " + to_string(count - 1));
     };
     check("column", at.slot.column, columns);
     check("row", at.slot.row, rows);
@@ -83,14 +80,14 @@ void check_place(const Subject& at) {
 
 void check_toggle(const Subject& at) {
     if (at.slot.toggle < -1)
-        at.report(toggle_unknown, "toggle", number(at.slot.toggle) + " means nothing",
+        at.report(toggle_unknown, "toggle", to_string(at.slot.toggle) + " means nothing",
                   "-1 is inert, 0 plain, above 0 highlighted");
     if (at.is_toggle || at.slot.toggle <= 0 || at.screen.toggles_lost)
         return;
     const int looks = at.slot.input_mode == 0 ? at.index : at.slot.toggle;
     if (!at.screen.set.has_toggle(looks))
         at.report(highlight_missing, "toggle",
-                  "there is no toggle record " + number(looks) + " with its highlighted look",
+                  "there is no toggle record " + to_string(looks) + " with its highlighted look",
                   "add the record, or set toggle to 0");
 }
 
@@ -98,7 +95,7 @@ void check_activated(const Subject& at) {
     if (!at.is_toggle && !at.screen.toggles_lost && at.slot.activated != 0 &&
         !at.screen.set.has_toggle(at.slot.activated))
         at.report(pressed_missing, "activated",
-                  "there is no toggle record " + number(at.slot.activated) + " with its pressed look",
+                  "there is no toggle record " + to_string(at.slot.activated) + " with its pressed look",
                   "add the record, or set activated to 0");
 }
 
@@ -111,7 +108,7 @@ void check_buffer(const Subject& at) {
     const bool made = at.slot.buffer >= window_copy_buffer && at.slot.buffer < graphic_buffer_count;
     if (found == at.installation.buffers.end()) {
         if (!made)
-            at.report(buffer_empty, "buffer", "no picture is loaded into buffer " + number(at.slot.buffer),
+            at.report(buffer_empty, "buffer", "no picture is loaded into buffer " + to_string(at.slot.buffer),
                       "tools/vcc.buf lists the pictures");
         return;
     }
@@ -120,14 +117,15 @@ void check_buffer(const Subject& at) {
         return; // reported where the list is checked
     if (background && (picture->w < layout_width || picture->h < layout_height))
         at.report(background_small, "buffer",
-                  "the background in buffer " + number(at.slot.buffer) + " is smaller than the screen",
+                  "the background in buffer " + to_string(at.slot.buffer) + " is smaller than the screen",
                   "it must be 800 x 600 pixels");
     if (!at.is_picture())
         return;
     const auto check = [&](const char* fields, const char* what, int first, int end, int size, const char* meaning) {
         if (first < 0 || end <= first || end > size)
-            at.report(piece_outside, fields, what + number(first) + " to " + number(end) + " are outside the picture",
-                      "it is " + number(size) + meaning);
+            at.report(piece_outside, fields,
+                      what + to_string(first) + " to " + to_string(end) + " are outside the picture",
+                      "it is " + to_string(size) + meaning);
     };
     check("src_x, box_width", "columns ", at.slot.src_x, at.slot.box_width, picture->w,
           " pixels wide; box_width is the right edge, exclusive");
@@ -139,7 +137,7 @@ void check_window(const Subject& at) {
     if (!at.is_window() || !at.language.windows_usable)
         return;
     if (!find_window(at.language, at.slot.graphic))
-        at.report(window_unknown, "graphic", "there is no text window " + number(at.slot.graphic),
+        at.report(window_unknown, "graphic", "there is no text window " + to_string(at.slot.graphic),
                   "describe it in " + at.language.window_file);
 }
 
@@ -147,7 +145,7 @@ void check_sounds(const Subject& at) {
     const auto check = [&](const char* field, int sound) {
         if (at.installation.listed_sounds && sound != 0 &&
             (sound < 0 || sound >= first_theme_entry || !at.installation.sounds.contains(sound)))
-            at.report(sound_unknown, field, "there is no sound " + number(sound),
+            at.report(sound_unknown, field, "there is no sound " + to_string(sound),
                       "tools/vcc.snd lists the sounds; 0 is none");
     };
     check("sound", at.slot.sound);
@@ -156,7 +154,7 @@ void check_sounds(const Subject& at) {
     const Field& time = *find_number_field("display_time");
     if (at.slot.display_time < time.min || at.slot.display_time > time.max)
         at.report(press_time, "display_time",
-                  number(at.slot.display_time) + " tenths of a second are no duration of a pressed look",
+                  to_string(at.slot.display_time) + " tenths of a second are no duration of a pressed look",
                   range_of(time));
 }
 
@@ -186,7 +184,7 @@ void check_action(const Subject& at) {
         return;
     const auto name = name_of_number(Meaning::action, at.slot.action);
     if (!name)
-        at.report(action_unknown, "action", "there is no action " + number(at.slot.action),
+        at.report(action_unknown, "action", "there is no action " + to_string(at.slot.action),
                   "docs/formats.md lists the actions");
     else if (at.slot.action == 0 && at.slot.input_mode == 0 && !is_value_button(at) &&
              can_be_pressed(at.screen.kind, at.slot, at.index))
@@ -194,6 +192,10 @@ void check_action(const Subject& at) {
     else if (at.slot.action != 0 && !is_action_of(at.screen.kind, at.slot.action))
         at.report(action_elsewhere, "action", "\"" + *name + "\" is an action of another screen",
                   "docs/formats.md lists the actions of each");
+}
+
+bool has_box(const Slot& slot) {
+    return slot.box_width > 0 && slot.box_height > 0;
 }
 
 void check_extent(const Subject& at) {
@@ -204,7 +206,7 @@ void check_extent(const Subject& at) {
         std::string text(at.text());
         trim_right(text);
         area.x2 = area.x1 + text_width(at.slot.font, text);
-        if (at.slot.box_width > 0 && at.slot.box_height > 0) {
+        if (has_box(at.slot)) {
             area.x2 = std::max(area.x2, area.x1 + at.slot.box_width);
             area.y2 = area.y1 + at.slot.box_height;
         } else if (text.empty() && at.slot.input_mode == 0) {
@@ -213,8 +215,8 @@ void check_extent(const Subject& at) {
     }
     if (area.x1 < 0 || area.x2 > layout_width || area.y1 < 0 || area.y2 > layout_height)
         at.report(outside_screen, "",
-                  "extends outside the screen: " + number(area.x1) + "," + number(area.y1) + " to " + number(area.x2) +
-                      "," + number(area.y2),
+                  "extends outside the screen: " + to_string(area.x1) + "," + to_string(area.y1) + " to " +
+                      to_string(area.x2) + "," + to_string(area.y2),
                   "the screen is 800 x 600 pixels");
 }
 
@@ -226,21 +228,17 @@ void check_text(const Subject& at) {
     const int width = text_width(at.slot.font, text);
     if (at.slot.box_width > 0 && width > at.slot.box_width)
         at.report(text_wide, "text",
-                  "\"" + text + "\" is " + number(width) + " pixels wide, its box " + number(at.slot.box_width),
+                  "\"" + text + "\" is " + to_string(width) + " pixels wide, its box " + to_string(at.slot.box_width),
                   "shorten the text or widen the box");
     if (at.slot.input_mode == 0 || at.is_toggle)
         return;
     if (at.slot.box_width == 0)
         at.report(field_without_box, "box_width", "an entry field without a box cannot be edited", "give it a width");
     if (at.slot.size < 1 || at.slot.size > static_cast<int>(sizeof at.slot.text) - 1)
-        at.report(field_size, "size", "a field cannot hold " + number(at.slot.size) + " characters", "1 to 90");
+        at.report(field_size, "size", "a field cannot hold " + to_string(at.slot.size) + " characters", "1 to 90");
     else if (at.slot.size * cell_width(at.slot.font) > at.slot.box_width)
-        at.report(field_wide, "size", number(at.slot.size) + " characters are wider than the box",
-                  "widen the box to " + number(long{at.slot.size} * cell_width(at.slot.font)) + " pixels");
-}
-
-bool has_box(const Slot& slot) {
-    return slot.box_width > 0 && slot.box_height > 0;
+        at.report(field_wide, "size", to_string(at.slot.size) + " characters are wider than the box",
+                  "widen the box to " + to_string(long{at.slot.size} * cell_width(at.slot.font)) + " pixels");
 }
 
 void check_look(const Subject& at) {
@@ -253,8 +251,8 @@ void check_look(const Subject& at) {
         return;
     if (at.installation.fonts && cell_height(at.slot.font) > at.slot.box_height)
         at.report(text_tall, "box_height",
-                  "the text is " + number(cell_height(at.slot.font)) + " pixels high, its box " +
-                      number(at.slot.box_height),
+                  "the text is " + to_string(cell_height(at.slot.font)) + " pixels high, its box " +
+                      to_string(at.slot.box_height),
                   "make the box as high as the font");
     if (at.slot.fore_colour == at.slot.back_colour)
         at.report(text_unseen, "fore_colour", "the text has the colour of its box",
@@ -265,9 +263,10 @@ void check_ends(const Subject& at) {
     for (const Field& field : text_fields())
         if (bytes_of(at.slot, field).back() != '\0')
             at.report(text_unended, std::string(field.name), "has no terminating zero",
-                      std::to_string(field.size - 1) + " characters fit; shorten it");
+                      to_string(field.size - 1) + " characters fit; shorten it");
     if (!at.is_toggle && at.slot.help_number < 0)
-        at.report(help_negative, "help_number", "there is no help entry " + number(at.slot.help_number), "0 is none");
+        at.report(help_negative, "help_number", "there is no help entry " + to_string(at.slot.help_number),
+                  "0 is none");
 }
 
 constexpr void (*record_checks[])(const Subject&) = {
@@ -322,7 +321,7 @@ void check_records(Installation& installation, Faults& faults) {
             if (const TextWindow* const window = find_window(language, i);
                 window && window->open_sound != 0 && !installation.sounds.contains(window->open_sound))
                 Reporter{faults, language.window_file}(sound_unknown, "+" + std::to_string(i) + ": o",
-                                                       "there is no sound " + number(window->open_sound),
+                                                       "there is no sound " + to_string(window->open_sound),
                                                        "tools/vcc.snd lists the sounds; 0 is none");
     for (const LanguageFiles& language : installation.by_language)
         for (const ScreenFiles& screen : language.screens)
@@ -338,7 +337,7 @@ void check_overlaps_of(const ScreenFiles& screen, Faults& faults) {
                 continue;
             const Rect one = slot_rect(a), other = slot_rect(b);
             if (one.x1 < other.x2 && other.x1 < one.x2 && one.y1 < other.y2 && other.y1 < one.y2)
-                report(slots_overlap, "", "overlaps slot " + number(j),
+                report(slots_overlap, "", "overlaps slot " + to_string(j),
                        "move one of them: where they overlap, the pointer reaches only the first");
         }
     }

@@ -3,7 +3,6 @@
 
 #include "cc/option_rows.h"
 #include "core/installation.h"
-#include "screen/draw_slot.h"
 #include "text/fonts.h"
 #include "text/screen_texts.h"
 

@@ -79,8 +79,9 @@ void check_unread(Installation& installation, Faults& faults) {
         std::ranges::sort(names);
         if (names.size() <= most_named) {
             for (const std::string& name : names)
-                faults.push_back({FaultCode::file_unread, format_text("%s/%s", folder.c_str(), name.c_str()), 0, -1, "",
-                                  "nothing reads this file", "refer to it where it is used, or remove it"});
+                Reporter{faults, format_text("%s/%s", folder.c_str(), name.c_str())}(
+                    FaultCode::file_unread, "", "nothing reads this file",
+                    "refer to it where it is used, or remove it");
             continue;
         }
         std::string list;
