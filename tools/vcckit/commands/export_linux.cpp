@@ -2,7 +2,7 @@
 #include "vcckit/commands/commands.h"
 
 #include "vcckit/check/config_walk.h"
-#include "vcckit/files/file_set.h"
+#include "vcckit/files/new_file.h"
 #include "vcckit/files/run_program.h"
 #include "vcckit/files/temporary_folder.h"
 #include "vcckit/source/packed_screen.h"

@@ -1,7 +1,7 @@
 // The command new: a folder of sources from which "make" builds an installation.
 #include "vcckit/commands/commands.h"
 #include "vcckit/files/embedded_files.h"
-#include "vcckit/files/file_set.h"
+#include "vcckit/files/new_file.h"
 #include "vcckit/files/temporary_folder.h"
 #include "vcckit/source/packed_screen.h"
 #include "vcckit/text/lines.h"

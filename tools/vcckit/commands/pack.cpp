@@ -4,7 +4,7 @@
 #include "vcckit/check/installation.h"
 #include "vcckit/check/source_check.h"
 #include "vcckit/faults/silence.h"
-#include "vcckit/files/file_set.h"
+#include "vcckit/files/new_file.h"
 #include "vcckit/files/watch.h"
 #include "vcckit/source/packed_screen.h"
 #include "vcckit/source/unpack.h"

@@ -1,7 +1,6 @@
 // The command play: plays an installation in the real program on a virtual desktop and saves pictures of all it shows.
 #include "vcckit/check/installation.h"
 #include "vcckit/commands/commands.h"
-#include "vcckit/files/file_set.h"
 #include "vcckit/files/new_file.h"
 #include "vcckit/files/temporary_folder.h"
 #include "vcckit/play/visit.h"

@@ -2,7 +2,7 @@
 
 #include "platform/files.h"
 #include "vcckit/check/installation.h"
-#include "vcckit/files/file_set.h"
+#include "vcckit/files/new_file.h"
 
 #include <cstdio>
 

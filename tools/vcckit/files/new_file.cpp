@@ -8,6 +8,7 @@
 #include <cstring>
 #include <filesystem>
 #include <iterator>
+#include <system_error>
 #include <utility>
 
 namespace vcc::kit {
@@ -82,6 +83,42 @@ bool NewFile::commit() {
         return fail();
     made_ = false;
     return true;
+}
+
+std::string FileSet::write(const std::string& name, std::string_view bytes) {
+    const std::string path = platform::resolve_path(name);
+    std::error_code error;
+    if (const std::filesystem::path folder = platform::system_path(path).parent_path(); !folder.empty())
+        std::filesystem::create_directories(folder, error);
+    if (error)
+        return "cannot write " + path + ": " + error.message();
+    auto file = std::make_unique<NewFile>(path);
+    if (!file->write(bytes) || !file->flush())
+        return file->reason();
+    files_.push_back(std::move(file));
+    return {};
+}
+
+void FileSet::remove(const std::string& name) {
+    removed_.push_back(platform::resolve_path(name));
+}
+
+std::string FileSet::commit() {
+    const InterruptionGuard guard;
+    for (const auto& file : files_)
+        if (!file->commit())
+            return file->reason();
+    std::error_code ignored;
+    for (const std::string& path : removed_)
+        std::filesystem::remove(platform::system_path(path), ignored);
+    files_.clear();
+    removed_.clear();
+    return {};
+}
+
+std::string write_whole_file(const std::string& name, std::string_view bytes) {
+    NewFile file(platform::resolve_path(name)); // in a folder that exists
+    return file.write(bytes) && file.commit() ? "" : file.reason();
 }
 
 InterruptionGuard::InterruptionGuard() {

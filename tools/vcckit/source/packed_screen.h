@@ -1,7 +1,7 @@
 // The slot and toggle files of a screen in an installation, in all languages.
 #pragma once
 
-#include "vcckit/files/file_set.h"
+#include "vcckit/files/new_file.h"
 #include "vcckit/source/screen_source.h"
 
 #include "core/result.h"
