@@ -32,9 +32,6 @@ void check_overlaps_of(const ScreenFiles& screen, Faults& faults);
 /// Reports faults for the second language.
 void check_translation_of(const ScreenFiles& first, const ScreenFiles& other, Faults& faults);
 
-/// Pixels for a text that the program writes into a slot: the width of its box, else up to the edge of a text window.
-int room_in(const LanguageFiles& language, const Slot& slot, int window);
-
 // Checks of several files together.
 void check_program_files(Installation& installation, Faults& faults);
 void check_records(Installation& installation, Faults& faults);
@@ -47,8 +44,5 @@ void check_screen_texts(Installation& installation, Faults& faults);
 void check_languages(Installation& installation, Faults& faults);
 void check_encoding(Installation& installation, Faults& faults); ///< after all that read texts
 void check_unread(Installation& installation, Faults& faults);   ///< last, because it needs what the others have read
-
-/// Checks the lines of a help file on their own.
-void check_help_text(const std::string& path, std::string_view text, Faults& faults);
 
 } // namespace vcc::kit

@@ -27,12 +27,10 @@ void check_picture_file(const std::string& path, bool (*fits)(int width, int hei
     const PictureCheck picture = check_picture(path);
     const Reporter report{faults, path};
     const std::string advice = "it must be a PCX picture of " + wanted + " pixels: vcckit convert makes PCX";
-    if (!picture.fault.empty()) {
-        report(picture.code, "", picture.fault, advice);
-        faults.back().nearest = picture.nearest;
-    } else if (const BITMAP& at = *picture.bitmap; !fits(at.w, at.h)) {
+    if (!picture.fault.empty())
+        report(picture.code, "", picture.fault, advice, false, picture.nearest);
+    else if (const BITMAP& at = *picture.bitmap; !fits(at.w, at.h))
         report(picture_size, "", "is " + std::to_string(at.w) + " x " + std::to_string(at.h) + " pixels", advice);
-    }
 }
 
 /// Whether a file is shorter than its RIFF header says; some programs write 0 there.

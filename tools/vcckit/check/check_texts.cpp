@@ -1,4 +1,4 @@
-// Help pages, texts that the program writes, comparison of both languages, and encodings.
+// Texts that the program writes, and their translations; comparison of both languages, and encodings.
 #include "vcckit/check/check.h"
 
 #include "vcckit/check/fixed_slots.h"
@@ -6,15 +6,14 @@
 #include "vcckit/text/latin1.h"
 
 #include "cc/option_rows.h"
-#include "core/lines.h"
-#include "core/text.h"
-#include "interaction/help_file.h"
-#include "screen/colours.h"
+#include "core/installation.h"
 #include "screen/draw_slot.h"
 #include "text/fonts.h"
 #include "text/screen_texts.h"
 
 #include <algorithm>
+#include <optional>
+#include <set>
 
 namespace vcc::kit {
 
@@ -22,112 +21,12 @@ namespace {
 
 using enum FaultCode;
 
-int line_of_entry(const std::string& text, int number) {
-    LineReader lines(text);
-    while (const auto line = lines.next())
-        if (line->starts_with('+') && to_number(*line) == number)
-            return lines.line_number();
-    return 0;
+/// Pixels for a text that the program writes into a slot: the width of its box, else up to the edge of a text window.
+int room_in(const LanguageFiles& language, const Slot& slot, int window) {
+    const TextWindow& at = language.windows[static_cast<std::size_t>(window)];
+    const int right = at.pixel_coords ? at.right : at.right * cell_width(at.font);
+    return slot.box_width > 0 ? slot.box_width : right - slot_position(slot).x;
 }
-
-class HelpCheck {
-public:
-    HelpCheck(const Installation& installation, const LanguageFiles& language, Faults& faults)
-        : installation_(installation), language_(language), faults_(faults) {}
-
-    void look_at(const ScreenFiles& screen, int index) {
-        const Slot& slot = *find_slot(screen, index);
-        if (slot.help_number <= 0)
-            return;
-        const Reporter report{faults_, screen.slot_file, 0, index};
-        const std::string path = with_slashes(text_of(slot.help_file));
-        const auto& text = installation_.text_file(path);
-        if (!text) {
-            if (!missing_.insert({screen.slot_file, path}).second)
-                return;
-            report(file_missing, "help_file", path.empty() ? "no help file is named" : path + " cannot be read",
-                   "name a help file, or set help_number to 0");
-            return;
-        }
-        if (read_.insert(path).second)
-            check_help_text(path, *text, faults_);
-        const auto entry = read_help_entry(*text, slot.help_number);
-        if (!entry)
-            report(help_missing, "help_number", path + " has no entry " + std::to_string(slot.help_number),
-                   "add the entry, or set help_number to 0");
-        else if (seen_.insert({path, slot.help_number}).second)
-            look_at_entry(path, *text, *entry);
-    }
-
-private:
-    void look_at_entry(const std::string& path, const std::string& text, const HelpEntry& entry) {
-        const int number = entry.pages.front();
-        const Reporter report{faults_, path, line_of_entry(text, number)};
-        const std::string field = "+" + std::to_string(number);
-        if (!entry.complete)
-            report(help_unended, field, "its text runs to the end of the file",
-                   "end it with a line # or the next entry");
-        if (entry.lines.empty())
-            report(help_empty, field, "has no text", "after seven header lines, text lines begin with -");
-        if (entry.font < 0 || entry.font >= font_count)
-            report(help_value, field, "there is no font " + std::to_string(entry.font), "fonts are 0 to 10");
-        for (const auto& [what, colour] : {std::pair("colour ", entry.text_colour),
-                                           {"colour ", entry.shadow_colour},
-                                           {"window colour ", entry.window_colour}})
-            if (!is_colour(colour))
-                report(help_value, field, "there is no " + (what + std::to_string(colour)), "colours are 0 to 255");
-        if (entry.text_colour == entry.window_colour)
-            report(help_unseen, field, "its text has the colour of its window", "change C or W");
-        if (installation_.listed_sounds && entry.sound != 0 && !installation_.sounds.contains(entry.sound))
-            report(help_value, field, "there is no sound " + std::to_string(entry.sound),
-                   "tools/vcc.snd lists the sounds; 0 is none");
-        look_at_lines(path, text, number, entry, entry.lines);
-        for (const int page : entry.pages) {
-            if (page == number)
-                continue;
-            const auto lines = read_help_page(text, page);
-            if (lines)
-                look_at_lines(path, text, page, entry, *lines);
-            else
-                report(help_page_missing, field, "page " + std::to_string(page) + " is missing or has no text",
-                       "add the entry, or correct the page count");
-        }
-    }
-
-    void look_at_lines(const std::string& path, const std::string& text, int number, const HelpEntry& entry,
-                       const std::vector<std::string>& lines) {
-        const Reporter report{faults_, path, line_of_entry(text, number)};
-        const std::string field = "+" + std::to_string(number);
-        const Rect inside = window();
-        const int x = column_x(entry.font, entry.column);
-        const int bottom = (entry.row + static_cast<int>(lines.size())) * cell_height(entry.font);
-        if (x < inside.x1 || entry.row * cell_height(entry.font) < inside.y1)
-            report(help_outside, field, "its text begins outside the help window",
-                   "columns and rows are cells of its font");
-        if (bottom > inside.y2)
-            report(help_outside, field, "its text extends below the help window", "begin another page");
-        for (const std::string& line : lines)
-            if (x + text_width(entry.font, line) > inside.x2) {
-                report(help_outside, field, "\"" + line + "\" is wider than the help window", "break the line earlier");
-                break;
-            }
-    }
-
-    Rect window() const {
-        const Slot* const page = find_slot(screen_of(language_, ScreenKind::message), message_slot::window);
-        const TextWindow* const at = page ? find_window(language_, page->graphic) : nullptr;
-        if (!at)
-            return {0, 0, layout_width, layout_height}; // reported where the windows are checked
-        return {at->left, at->top, at->right, at->bottom};
-    }
-
-    const Installation& installation_;
-    const LanguageFiles& language_;
-    Faults& faults_;
-    std::set<std::string> read_;
-    std::set<std::pair<std::string, int>> seen_;
-    std::set<std::pair<std::string, std::string>> missing_; ///< reported once per screen
-};
 
 void check_label(const LanguageFiles& language, ScreenKind kind, int index, std::string_view label, int window,
                  Faults& faults) {
@@ -142,6 +41,51 @@ void check_label(const LanguageFiles& language, ScreenKind kind, int index, std:
                                                          "\" here: " + std::to_string(width) +
                                                          " pixels, there is room for " + std::to_string(room),
                                                      "move it, or use a smaller font");
+}
+
+struct TextPlace {
+    ScreenKind screen;
+    int slot;
+    int window; ///< the text ends where this text window ends
+};
+
+/// Where a text is written; nothing if not into a slot of these screens.
+std::optional<TextPlace> place_of(int number) {
+    namespace first = screen_text_number;
+    if (number >= first::explanations)
+        return TextPlace{ScreenKind::info,
+                         info_slot::first_line + (number - first::explanations) % info_slot::line_count, info_window};
+    if (number == first::loop_all || number == first::loop_one)
+        return TextPlace{ScreenKind::options, options_slot::loop_label, value_window};
+    for (const OptionRow& row : option_rows()) {
+        const int value = number - (row.labels.empty() ? first::themes : row.labels.first);
+        if (value >= 0 && value < (row.labels.empty() ? value_entry_limit : row.labels.count))
+            return TextPlace{ScreenKind::options, value_button(value), value_window};
+    }
+    return std::nullopt;
+}
+
+/// Pixels by which a text is too wide; not above 0 if it fits or its place is unknown.
+int missing_room(const LanguageFiles& language, const Translation& text) {
+    const std::optional<TextPlace> place = place_of(text.number);
+    const Slot* const slot = place ? find_slot(screen_of(language, place->screen), place->slot) : nullptr;
+    return slot && language.windows_usable ? text_width(slot->font, text.text) - room_in(language, *slot, place->window)
+                                           : 0;
+}
+
+void check_translation(const LanguageFiles& language, const std::string& file, const Translation& text,
+                       Faults& faults) {
+    const Reporter report{faults, file, text.line};
+    const std::string field = "+" + std::to_string(text.number);
+    if (!is_screen_text(text.number)) {
+        report(screen_text_number, field, "there is no such text", "docs/formats.md lists the numbers");
+        return;
+    }
+    if (text.text.size() > screen_text_length)
+        report(screen_text_long, field, "has " + std::to_string(text.text.size()) + " characters", "89 are shown");
+    if (const int missing = missing_room(language, text); missing > 0)
+        report(program_text_wide, field, "\"" + text.text + "\" is " + std::to_string(missing) + " pixels too wide",
+               "shorten it");
 }
 
 /// Fields that must be the same in all languages, because they say what a slot does.
@@ -172,21 +116,6 @@ void compare_counts(std::size_t first, std::size_t other, const std::string& fil
 
 } // namespace
 
-int room_in(const LanguageFiles& language, const Slot& slot, int window) {
-    const TextWindow& at = language.windows[static_cast<std::size_t>(window)];
-    const int right = at.pixel_coords ? at.right : at.right * cell_width(at.font);
-    return slot.box_width > 0 ? slot.box_width : right - slot_position(slot).x;
-}
-
-void check_help(Installation& installation, Faults& faults) {
-    for (const LanguageFiles& language : installation.by_language) {
-        HelpCheck check(installation, language, faults);
-        for (const ScreenFiles& screen : language.screens)
-            for (int index = 0; index < screen.set.slot_count(); ++index)
-                check.look_at(screen, index);
-    }
-}
-
 void check_program_texts(Installation& installation, Faults& faults) {
     for (const LanguageFiles& language : installation.by_language) {
         if (!language.windows_usable)
@@ -196,8 +125,8 @@ void check_program_texts(Installation& installation, Faults& faults) {
             for (const OptionRow& row : option_rows())
                 if (!row.labels.empty() && value < row.offered && value_label(row, value).size() > widest.size())
                     widest = value_label(row, value);
-            if (const auto name = installation.theme_names.find(value);
-                name != installation.theme_names.end() && name->second.size() > widest.size())
+            if (const auto name = installation.themes.find(value);
+                name != installation.themes.end() && name->second.size() > widest.size())
                 widest = name->second;
             check_label(language, ScreenKind::options, value_button(value), widest, value_window, faults);
         }
@@ -205,6 +134,23 @@ void check_program_texts(Installation& installation, Faults& faults) {
             const std::optional<int> first = explanation_of(Row{number});
             for (int line = 0; first && line < explanation_lines; ++line)
                 check_label(language, ScreenKind::info, line + 1, screen_text(*first + line), info_window, faults);
+        }
+    }
+}
+
+void check_screen_texts(Installation& installation, Faults& faults) {
+    for (std::size_t i = 0; i < languages.size(); ++i) {
+        const std::string file =
+            "tools/language/" + std::string(languages[i].folder) + "/txt/" + std::string(languages[i].screen_texts);
+        const auto& text = installation.text_file(file);
+        if (!text)
+            continue; // it is optional
+        std::set<int> seen;
+        for (const Translation& translation : read_translations(*text)) {
+            check_translation(installation.by_language[i], file, translation, faults);
+            if (!seen.insert(translation.number).second)
+                Reporter{faults, file, translation.line}(screen_text_twice, "+" + std::to_string(translation.number),
+                                                         "is given twice", "the last one counts");
         }
     }
 }

@@ -47,8 +47,7 @@ struct Installation {
     std::array<LanguageFiles, languages.size()> by_language;
     std::map<int, BitmapPtr> buffers;                              ///< pictures of the buffer list
     std::set<int> sounds;                                          ///< entries that the sound set-up names a file for
-    std::map<int, std::string> themes;                             ///< theme number from 0, path of its file
-    std::map<int, std::string> theme_names;                        ///< as players see them
+    std::map<int, std::string> themes;                             ///< theme number from 0, name that players see
     std::set<std::string> named;                                   ///< files named by lists and settings, except texts
     bool listed_buffers = false;                                   ///< the buffer list could be read
     bool listed_sounds = false;                                    ///< the sound set-up could be read

@@ -82,10 +82,9 @@ void read_buffers(Installation& installation, Faults& faults) {
             report(buffer_taken, "", "buffer " + std::to_string(number) + " gets a second picture",
                    "give every picture its own \"+\"");
         PictureCheck picture = check_picture(path);
-        if (!picture.bitmap) {
-            report(picture.code, "", path + " " + picture.fault, picture.advice, true);
-            faults.back().nearest = picture.nearest;
-        } else if (!picture.fault.empty())
+        if (!picture.bitmap)
+            report(picture.code, "", path + " " + picture.fault, picture.advice, true, picture.nearest);
+        else if (!picture.fault.empty())
             report(picture.code, "", path + " " + picture.fault, "create the picture again");
         installation.buffers[number] = std::move(picture.bitmap);
     }

@@ -31,14 +31,37 @@ public:
         while (const auto line = lines.next()) {
             line_ = lines.line_number();
             const SetupStep step = next_setup_step(state_, *line);
-            if (step.action == SetupAction::stop) {
+            switch (step.action) {
+            case SetupAction::none:
+                if (!line->empty() && (*line)[0] != '#' && (*line)[0] != '+')
+                    report(sound_line, "the line is ignored", "lines begin with #, +, &, $, *, - or the section sign");
+                break;
+            case SetupAction::stop:
                 report(sound_entry_unknown, "there is no entry " + std::string(line->substr(1)),
                        "entries are 0 to 200");
                 return;
+            case SetupAction::install:
+                installed_ = true;
+                break;
+            case SetupAction::set_directory:
+                directory_ = step.value;
+                break;
+            case SetupAction::set_name:
+                name_ = step.value.substr(0, name_limit);
+                if (step.value.size() > name_limit)
+                    report(sound_name_long, "the name is longer than 20 characters", "it is cut");
+                break;
+            case SetupAction::refuse_theme:
+                report(FaultCode::theme_order, "theme out of order",
+                       "the next theme is entry " + std::to_string(state_.expected_theme_entry()));
+                state_.themes = theme_failed;
+                break;
+            case SetupAction::load_effect:
+            case SetupAction::check_theme:
+            case SetupAction::register_file_only:
+                take_file(step);
+                break;
             }
-            if (step.action == SetupAction::none && !line->empty() && (*line)[0] != '#' && (*line)[0] != '+')
-                report(sound_line, "the line is ignored", "lines begin with #, +, &, $, *, - or the section sign");
-            take(step);
         }
         line_ = 0;
         if (!installed_)
@@ -48,35 +71,6 @@ public:
 private:
     void report(FaultCode code, std::string problem, std::string advice) {
         faults_.push_back({code, path::sound_setup, line_, -1, "", std::move(problem), std::move(advice)});
-    }
-
-    void take(const SetupStep& step) {
-        switch (step.action) {
-        case SetupAction::install:
-            installed_ = true;
-            break;
-        case SetupAction::set_directory:
-            directory_ = step.value;
-            break;
-        case SetupAction::set_name:
-            name_ = step.value.substr(0, name_limit);
-            if (step.value.size() > name_limit)
-                report(sound_name_long, "the name is longer than 20 characters", "it is cut");
-            break;
-        case SetupAction::refuse_theme:
-            report(FaultCode::theme_order, "theme out of order",
-                   "the next theme is entry " + std::to_string(state_.expected_theme_entry()));
-            state_.themes = theme_failed;
-            break;
-        case SetupAction::load_effect:
-        case SetupAction::check_theme:
-        case SetupAction::register_file_only:
-            take_file(step);
-            break;
-        case SetupAction::none:
-        case SetupAction::stop:
-            break;
-        }
     }
 
     void take_file(const SetupStep& step) {
@@ -100,8 +94,7 @@ private:
                 report(file_cut, path + " is truncated", "create the file again");
             return;
         }
-        installation_.themes[state_.entry - first_theme_entry] = path;
-        installation_.theme_names[state_.entry - first_theme_entry] = name_;
+        installation_.themes[state_.entry - first_theme_entry] = name_;
         if (step.action == SetupAction::register_file_only)
             report(FaultCode::theme_order, "entries from 190 on are music themes",
                    "its name line begins with the section sign");

@@ -13,6 +13,7 @@
 #include "text/language.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vcc::kit {
 
@@ -196,11 +197,9 @@ void read_messages(Installation& installation, Faults& faults) {
             } else if (index < 0) {
                 report(FaultCode::message_line, "", "a text before the first message number",
                        "put a line +0 to +299 before it");
-            } else if (filled) {
+            } else if (std::exchange(filled, true)) {
                 report(FaultCode::message_line, "", "message " + std::to_string(index) + " has a second line",
                        "only its last line is kept");
-            } else {
-                filled = true;
             }
         }
     }

@@ -38,9 +38,10 @@ struct Reporter {
     std::string file;
     int line = 0, record = -1;
 
-    void operator()(FaultCode code, std::string field, std::string problem, std::string advice,
-                    bool fatal = false) const {
+    void operator()(FaultCode code, std::string field, std::string problem, std::string advice, bool fatal = false,
+                    std::string nearest = {}) const {
         faults.push_back({code, file, line, record, std::move(field), std::move(problem), std::move(advice), fatal});
+        faults.back().nearest = std::move(nearest);
     }
 };
 
