@@ -12,8 +12,6 @@ using platform::same_but_for_case;
 
 namespace {
 
-constexpr std::string_view default_suffix = "_default";
-
 bool names_row(const SettingRow& row, std::string_view key) {
     const std::size_t mark = row.key.find('#');
     if (mark == std::string_view::npos)
@@ -46,12 +44,10 @@ std::string values_column(const SettingRow& row) {
 } // namespace
 
 const SettingRow* find_setting_row(std::string_view section, std::string_view key) {
-    const std::size_t length = key.size() - std::min(default_suffix.size(), key.size());
-    const bool is_default = same_but_for_case(key.substr(length), default_suffix);
-    const std::string_view base = is_default ? key.substr(0, length) : std::string_view();
     for (const SettingRow& row : rows::all)
         if (same_but_for_case(row.section, section) &&
-            (names_row(row, key) || (row.has(rows::reset) && same_but_for_case(row.key, base))))
+            (names_row(row, key) ||
+             (row.has(rows::reset) && same_but_for_case(std::string(row.key) + "_default", key))))
             return &row;
     return nullptr;
 }
