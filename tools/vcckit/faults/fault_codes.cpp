@@ -1,15 +1,12 @@
 #include "vcckit/faults/fault_codes.h"
 
+#include "core/log.h"
 #include "platform/latin1.h"
-
-#include <cstdio>
 
 namespace vcc::kit {
 
 std::string code_text(FaultCode code) {
-    char text[8] = {};
-    std::snprintf(text, sizeof text, "VK%03d", static_cast<int>(code));
-    return text;
+    return format_text("VK%03d", static_cast<int>(code));
 }
 
 std::string no_such_fault(std::string_view code) {

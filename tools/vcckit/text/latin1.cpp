@@ -1,10 +1,10 @@
 #include "vcckit/text/latin1.h"
 
+#include "core/log.h"
 #include "platform/latin1.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 
 namespace vcc::kit {
 
@@ -118,9 +118,7 @@ std::string as_utf8(const std::string& text) {
 }
 
 std::string code_point_name(char32_t code) {
-    char name[16] = {};
-    std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(code));
-    return name;
+    return format_text("U+%04X", static_cast<unsigned>(code));
 }
 
 } // namespace vcc::kit
