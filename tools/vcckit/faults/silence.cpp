@@ -23,10 +23,6 @@ void for_each_word(std::string_view text, Each each) {
     }
 }
 
-bool is_indentation(std::string_view text) {
-    return text.find_first_not_of(" \t\r") == std::string_view::npos;
-}
-
 } // namespace
 
 Result<std::set<FaultCode>> codes_of(const std::vector<std::string>& words) {
@@ -59,7 +55,7 @@ std::vector<Silence> silences_of(std::string_view text, Faults& faults) {
             continue;
         const int line = static_cast<int>(i) + 1;
         Silence silence{line, line, {}};
-        if (is_indentation(lines[i].substr(0, at))) {
+        if (lines[i].find_first_not_of(" \t\r") == at) { // on a line of its own
             silence.first_line = silence.last_line = line + 1;
             if (is_heading(i + 1)) {
                 std::size_t next = i + 2;
