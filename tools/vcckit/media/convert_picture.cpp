@@ -82,15 +82,12 @@ void add_palette_picture(std::string& bytes, const Pixels& pixels, std::size_t w
     std::vector<Colour> drawn;
     std::ranges::copy_if(pixels.colours, std::back_inserter(drawn), [](const Colour& each) { return each != mask; });
     const std::size_t first = pixels.masked ? 1 : 0;
-    std::vector<Colour> palette = best_palette(drawn, palette_size - first);
-    const std::vector<std::uint8_t> nearest = nearest_colours(drawn, palette);
+    auto [palette, numbers] = in_few_colours(drawn, palette_size - first);
+    auto number = numbers.begin();
     std::vector<std::uint8_t> line(line_size);
     for (std::size_t at = 0; at < pixels.colours.size(); at += width) {
-        for (std::size_t x = 0; x < width; ++x) {
-            const Colour& colour = pixels.colours[at + x];
-            line[x] =
-                colour == mask ? std::uint8_t{0} : static_cast<std::uint8_t>(nearest[palette_colour(colour)] + first);
-        }
+        for (std::size_t x = 0; x < width; ++x)
+            line[x] = pixels.colours[at + x] == mask ? std::uint8_t{0} : static_cast<std::uint8_t>(*number++ + first);
         add_line(bytes, line);
     }
     if (pixels.masked)

@@ -1,4 +1,4 @@
-// The best few colours for a picture.
+// Pictures in few colours.
 #pragma once
 
 #include <array>
@@ -11,14 +11,14 @@ namespace vcc::kit {
 
 using Colour = std::array<std::uint8_t, 3>; ///< red, green, blue, 0 to 255
 
-/// A colour as in palettes of the graphics library, with 6 bits per component. Pure.
-std::uint32_t palette_colour(const Colour& colour);
+/// A palette of 6 bits per component, as the graphics library has them, and the number of each pixel's colour in it.
+struct PalettePicture {
+    std::vector<Colour> palette;
+    std::vector<std::uint8_t> pixels;
+};
 
-/// At most `most` colours of 6 bits per component for the pixels: their own if they are few enough, else those of a
-/// median cut. Pure.
-std::vector<Colour> best_palette(std::span<const Colour> pixels, std::size_t most);
-
-/// The nearest colour of a palette for every palette_colour(). Pure.
-std::vector<std::uint8_t> nearest_colours(std::span<const Colour> pixels, std::span<const Colour> palette);
+/// At most `most` colours, up to 256, for the pixels: their own if they are few enough, else those of a median cut.
+/// Pure.
+PalettePicture in_few_colours(std::span<const Colour> pixels, std::size_t most);
 
 } // namespace vcc::kit
