@@ -31,33 +31,27 @@ constexpr TargetRow targets[] = {{MediaKind::picture, ".pcx"}, {MediaKind::sound
 struct Job {
     Media source;
     std::string target;
-    MediaKind kind = MediaKind::none; ///< of the target
+    MediaKind kind; ///< of the target
 };
-
-const TargetRow* row_of_ending(const std::string& ending) {
-    for (const TargetRow& row : targets)
-        if (platform::same_but_for_case(ending, row.ending))
-            return &row;
-    return nullptr;
-}
 
 /// The name with another extension: "theme.ogg" becomes "theme.wav".
 Result<Job> job_of(const std::string& source, const std::string& output) {
     const auto media = read_media(source);
     if (!media)
         return Failure{source + ": " + media.reason()};
-    Job job{*media, output, media->kind};
+    const fs::path to = platform::system_path(output);
     std::error_code error;
-    const bool into_folder = fs::is_directory(platform::system_path(output), error);
-    if (output.empty() || into_folder) {
-        const fs::path folder =
-            into_folder ? platform::system_path(output) : platform::system_path(source).parent_path();
-        const TargetRow* const row = std::ranges::find(targets, job.kind, &TargetRow::kind);
-        job.target = platform::name_of(folder / platform::system_path(source).stem()) + row->ending;
-    } else if (const TargetRow* row = row_of_ending(platform::name_of(platform::system_path(output).extension()))) {
-        job.kind = row->kind;
-    } else {
+    const bool into_folder = fs::is_directory(to, error), is_named = !output.empty() && !into_folder;
+    const TargetRow* const row = std::ranges::find_if(targets, [&](const TargetRow& each) {
+        return is_named ? platform::same_but_for_case(platform::name_of(to.extension()), each.ending)
+                        : each.kind == media->kind;
+    });
+    if (row == std::end(targets))
         return Failure{output + ": is not a folder, and does not end in .pcx, .wav or .avi"};
+    Job job{*media, output, row->kind};
+    if (!is_named) {
+        const fs::path from = platform::system_path(source);
+        job.target = platform::name_of((into_folder ? to : from.parent_path()) / from.stem()) + row->ending;
     }
     if (fs::equivalent(platform::system_path(source), platform::system_path(job.target), error))
         return Failure{source + ": would be replaced by its own conversion: give another name with -o"};
@@ -119,15 +113,10 @@ private:
 };
 
 Conversion convert(const Job& job, const ConvertRequest& request, const Progress& progress) {
-    switch (job.kind) {
-    case MediaKind::picture:
+    if (job.kind == MediaKind::picture)
         return convert_picture(job.source, job.target, request.bits);
-    case MediaKind::film:
+    if (job.kind == MediaKind::film)
         return convert_film(job.source, job.target, progress);
-    case MediaKind::sound:
-    case MediaKind::none:
-        break;
-    }
     return convert_sound(job.source, job.target, request.loop, progress);
 }
 

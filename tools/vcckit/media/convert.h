@@ -1,7 +1,10 @@
-// Converts pictures, sounds and films of other formats to those of the control centre.
+// Converts pictures, sounds and films of other formats to those of the control centre: of any format that FFmpeg reads.
+// Its program ffprobe tells of them, and its program ffmpeg makes something of them.
 #pragma once
 
-#include "vcckit/media/media.h"
+#include "vcckit/files/run_program.h"
+
+#include "core/result.h"
 
 #include <cstdint>
 #include <functional>
@@ -9,6 +12,25 @@
 #include <vector>
 
 namespace vcc::kit {
+
+enum class MediaKind { none, picture, sound, film };
+
+struct Media {
+    std::string path;
+    MediaKind kind = MediaKind::none;
+    int pictures = -1, sound = -1; ///< streams; -1 without any. A film may also have sound
+    int width = 0, height = 0;     ///< pixels of the pictures as they are stored, not turned
+    int rate = 0, channels = 0;    ///< of the sound
+    double seconds = 0;            ///< 0 if unknown
+};
+
+/// Fails if the file has no known format.
+Result<Media> read_media(const std::string& path);
+
+/// Runs ffmpeg on one stream of a file, with options that blanks separate, to a target ("pipe:1"); see run_program().
+/// Returns why it failed.
+std::string run_ffmpeg(const Media& media, int stream, const std::string& options, const std::string& target,
+                       bool with_errors, const TakeOutput& take);
 
 /// Red, green, blue and opacity of every pixel, 0 to 255 each, line by line from the top.
 struct Image {

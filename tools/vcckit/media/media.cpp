@@ -1,4 +1,4 @@
-#include "vcckit/media/media.h"
+#include "vcckit/media/convert.h"
 
 #include "vcckit/files/new_file.h"
 
