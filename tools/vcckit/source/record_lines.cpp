@@ -37,15 +37,9 @@ Versions everywhere(const Slot& slot) {
     return versions;
 }
 
-Versions record_at(const Screen& screen, RecordSet set, std::size_t index) {
-    Versions versions{};
-    std::ranges::transform(screen.records, versions.begin(),
-                           [&](const auto& records) { return (records.*set)[index]; });
-    return versions;
-}
-
 bool is_gap(const Versions& versions) {
-    return same(versions, everywhere(gap_slot()));
+    const Slot gap = gap_slot();
+    return std::ranges::all_of(versions, [&](const Slot& slot) { return std::memcmp(&slot, &gap, sizeof gap) == 0; });
 }
 
 std::string text_of(const Lines& lines) {
@@ -53,10 +47,6 @@ std::string text_of(const Lines& lines) {
     for (const Line& line : lines)
         text += line.key + " = " + line.value + "\n";
     return text;
-}
-
-bool same(const Versions& a, const Versions& b) {
-    return std::ranges::equal(a, b, [](const Slot& x, const Slot& y) { return std::memcmp(&x, &y, sizeof x) == 0; });
 }
 
 std::string number_text(std::int32_t number, Meaning meaning) {
@@ -67,10 +57,10 @@ std::string number_text(std::int32_t number, Meaning meaning) {
 std::string by_language(const std::array<std::string, languages.size()>& values) {
     if (std::ranges::all_of(values, [&values](const std::string& v) { return v == values[0]; }))
         return values[0];
-    std::string text = "{";
+    Lines lines;
     for (std::size_t i = 0; i < values.size(); ++i)
-        text += (i == 0 ? " " : ", ") + std::string(languages[i].code) + " = " + values[i];
-    return text + " }";
+        lines.push_back({std::string(languages[i].code), values[i]});
+    return inline_table(lines);
 }
 
 std::string field_text(const Field& field, const Versions& versions) {

@@ -14,10 +14,7 @@ namespace vcc::kit {
 using Versions = std::array<Slot, languages.size()>;
 
 Versions everywhere(const Slot& slot);
-using RecordSet = std::vector<Slot> ScreenRecords::*;
-Versions record_at(const Screen& screen, RecordSet set, std::size_t index);
 bool is_gap(const Versions& versions);
-bool same(const Versions& a, const Versions& b);
 
 /// "dest_x" and "40": a line of a table.
 struct Line {

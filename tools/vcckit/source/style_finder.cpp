@@ -75,7 +75,7 @@ std::vector<Style> find_styles(std::vector<Entry>& entries) {
                 if (const int count = ++used[name]; count > 1)
                     name += "_" + std::to_string(count);
             }
-            entry.styles.push_back(name);
+            entry.styles.push_back("\"" + name + "\"");
             std::erase_if(entry.lines,
                           [&](const Line& line) { return std::ranges::find(best.lines, line) != best.lines.end(); });
         }

@@ -10,11 +10,11 @@ namespace vcc::kit {
 
 /// A table of a source to be written.
 struct Entry {
-    std::string heading; ///< "[[slot]]"
-    std::string kind;    ///< what it shows, as a name for its style: "button"
-    Lines own;           ///< lines that no style takes: index, repeat
-    Lines lines;         ///< fields and looks
-    std::vector<std::string> styles;
+    std::string heading;             ///< "[[slot]]"
+    std::string kind;                ///< what it shows, as a name for its style: "button"
+    Lines own;                       ///< lines that no style takes: index, repeat
+    Lines lines;                     ///< fields and looks
+    std::vector<std::string> styles; ///< in quotes
 };
 
 struct Style {
