@@ -36,7 +36,7 @@ public:
             if (next.code == '\n') {
                 ++line_;
                 column_ = 0;
-                at_line_start_ = inside_ == Inside::nothing;
+                at_line_start_ = inside_ == outside;
                 dots_ = 0;
             }
         }
@@ -49,29 +49,21 @@ private:
                             std::move(advice));
     }
 
-    enum class Inside { nothing, comment, text, literal, long_text, long_literal };
-
     std::string take(char32_t c) {
-        if (in_word_ && inside_ != Inside::nothing && inside_ != Inside::comment && c >= 0x80)
-            return code_point_name(c) + " in a text that follows a word: put a blank before the quotation mark";
-        switch (inside_) {
-        case Inside::nothing:
+        if (inside_ == outside)
             return take_outside(c);
-        case Inside::comment:
-            if (c == '\n')
-                inside_ = Inside::nothing;
-            break;
-        case Inside::text:
-        case Inside::literal:
-            take_in_line(c);
-            break;
-        case Inside::long_text:
-            return take_long_text(c);
-        case Inside::long_literal:
-            if (c == '\'')
-                close_long('\'');
-            break;
+        if (inside_ == comment) {
+            inside_ = c == '\n' ? outside : comment;
+            return {};
         }
+        if (in_word_ && c >= 0x80)
+            return code_point_name(c) + " in a text that follows a word: put a blank before the quotation mark";
+        if (!long_)
+            take_in_line(c);
+        else if (inside_ == '"')
+            return take_long_text(c);
+        else if (c == inside_)
+            close_long();
         return {};
     }
 
@@ -106,9 +98,9 @@ private:
         else if (before_value.find(c) == std::u32string_view::npos)
             word_ = true;
         if (c == '#')
-            inside_ = Inside::comment;
+            inside_ = comment;
         else if (c == '"' || c == '\'')
-            open(static_cast<char>(c));
+            open(c);
         else if (c == '.' && ++dots_ > most_dots)
             return "a key of more than " + std::to_string(most_dots) + " parts";
         else if (is_blank_beyond_ascii(c))
@@ -118,13 +110,11 @@ private:
         return {};
     }
 
-    void open(char quote) {
+    void open(char32_t quote) {
         const std::size_t more = take_quotes(quote, 2);
         in_word_ = std::exchange(word_, true);
-        if (more == 2)
-            inside_ = quote == '"' ? Inside::long_text : Inside::long_literal;
-        else if (more == 0)
-            inside_ = quote == '"' ? Inside::text : Inside::literal;
+        long_ = more == 2;
+        inside_ = more == 1 ? outside : quote; // two are an empty text
     }
 
     void take_in_line(char32_t c) {
@@ -132,10 +122,10 @@ private:
             ended_ = true; // the TOML reader stops here, too, and reports it
         else if (escaped_)
             escaped_ = false;
-        else if (inside_ == Inside::text && c == '\\')
+        else if (inside_ == '"' && c == '\\')
             escaped_ = true;
-        else if (c == (inside_ == Inside::text ? U'"' : U'\''))
-            inside_ = Inside::nothing;
+        else if (c == inside_)
+            inside_ = outside;
     }
 
     /// A backslash at the end of a line joins the next one without its leading blanks; that is where the TOML reader
@@ -154,25 +144,27 @@ private:
         if (c == '\\')
             escaped_ = true;
         else if (c == '"')
-            close_long('"');
+            close_long();
         return {};
     }
 
     /// Three quotation marks end a long text; up to two before them belong to it.
-    void close_long(char quote) {
-        if (take_quotes(quote, 4) >= 2)
-            inside_ = Inside::nothing;
+    void close_long() {
+        if (take_quotes(inside_, 4) >= 2)
+            inside_ = outside;
     }
 
-    std::size_t take_quotes(char quote, std::size_t most) {
-        const std::size_t count = std::min({rest_.find_first_not_of(quote), rest_.size(), most});
+    std::size_t take_quotes(char32_t quote, std::size_t most) {
+        const std::size_t count = std::min({rest_.find_first_not_of(static_cast<char>(quote)), rest_.size(), most});
         rest_.remove_prefix(count);
         column_ += static_cast<int>(count);
         return count;
     }
 
     std::string_view rest_;
-    Inside inside_ = Inside::nothing;
+    static constexpr char32_t outside = 0, comment = '#';
+    char32_t inside_ = outside; ///< or a comment, or a text with such quotation marks
+    bool long_ = false;         ///< the text is between three of them
     bool word_ = false;    ///< the reader may be inside a number, which ends at a blank, a closing bracket or a comma
     bool in_word_ = false; ///< the text began there
     bool escaped_ = false, joining_ = false, ended_ = false;
