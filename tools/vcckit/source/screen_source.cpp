@@ -37,8 +37,8 @@ public:
         : source_(source), measure_(measure), values_{language, std::move(names), faults} {}
 
     ScreenRecords build(ScreenPlaces& places) {
-        for_each_record("slot", [this](const Node& table) { add_slots(table); });
-        for_each_record("toggle", [this](const Node& table) { add_toggles(table); });
+        for_each_record("slot", &Builder::add_slot);
+        for_each_record("toggle", &Builder::add_toggle);
         place_pressed_looks();
         align_all(toggles_, "toggle");
         align_all(slots_, "slot");
@@ -53,19 +53,47 @@ public:
 private:
     using Records = std::map<std::size_t, SourceRecord>;
 
-    template <class Each>
-    void for_each_record(const char* key, Each each) {
+    using Add = void (Builder::*)(const Node& table, const Layers& layers, std::size_t index);
+
+    /// Adds every record of a kind.
+    void for_each_record(const std::string& kind, Add add) {
         values_.where.clear();
-        const Node* const list = source_.find(key);
+        const Node* const list = source_.find(kind);
         if (!list)
             return;
         if (list->kind != Node::Kind::list || list->items.empty() ||
             !std::ranges::all_of(list->items, &Node::is_table)) {
-            values_.fail(wrong_kind, *list, key, "must be written as [[" + std::string(key) + "]]");
+            values_.fail(wrong_kind, *list, kind, "must be written as [[" + kind + "]]");
             return;
         }
         for (const Node& table : list->items)
-            each(table);
+            repeat(table, kind, add);
+    }
+
+    /// Adds every record that a table describes.
+    void repeat(const Node& table, const std::string& kind, Add add) {
+        const Node* const index_node = table.find("index");
+        values_.where = index_node && index_node->is_number() ? kind + " " + std::to_string(index_node->number) : kind;
+        const Layers layers = layers_of(source_, {&table, ""}, values_.teller());
+        values_.where = kind;
+        if (!index_node) {
+            values_.fail(index_missing, table, "index", "is missing", "every record says where it stands: index = 3");
+            return;
+        }
+        const auto index = values_.integer(*index_node, Meaning::number, "index");
+        const Repetition repetition = values_.repetition(table);
+        for (int i = 0; index && i < repetition.count; ++i) {
+            const std::int64_t at = *index + std::int64_t{i} * repetition.step;
+            values_.where = kind + " " + std::to_string(at);
+            values_.repetition_index = i;
+            values_.repetition_count = repetition.count;
+            if (at < 0 || at >= slot_limit)
+                values_.fail(out_of_range, *index_node, "index", "must be 0 to " + std::to_string(slot_limit - 1));
+            else
+                (this->*add)(table, layers, static_cast<std::size_t>(at));
+        }
+        values_.repetition_index = 0;
+        values_.repetition_count = 1;
     }
 
     /// The minimum number of records, 0 without the key.
@@ -93,10 +121,10 @@ private:
         return out;
     }
 
-    Layers layers_of(const Node& table, const std::string& kind) {
-        const Node* const index = table.find("index");
-        values_.where = index && index->is_number() ? kind + " " + std::to_string(index->number) : kind;
-        return kit::layers_of(source_, {&table, ""}, values_.teller());
+    /// Its heading is the place of a record.
+    SourceRecord begin_record(const Node& table) const {
+        const Place heading{table.place.line, table.place.column, 0};
+        return {empty_slot(), {values_.where, heading}, {}};
     }
 
     /// Applies the styles of a record and the record itself, which is the last layer.
@@ -106,42 +134,7 @@ private:
             values_.apply(record, *layer.table, layer.style.empty() ? others : style_entries);
         }
         values_.where = record.places.where;
-    }
-
-    /// Calls a function with the index of every record that a table describes.
-    template <class Each>
-    void repeat(const Node& table, const char* kind, Each each) {
-        values_.where = kind;
-        const Node* const index_node = table.find("index");
-        if (!index_node) {
-            values_.fail(index_missing, table, "index", "is missing", "every record says where it stands: index = 3");
-            return;
-        }
-        const auto index = values_.integer(*index_node, Meaning::number, "index");
-        const Repetition repetition = values_.repetition(table);
-        if (!index)
-            return;
-        for (int i = 0; i < repetition.count; ++i) {
-            const std::int64_t at = *index + std::int64_t{i} * repetition.step;
-            values_.where = std::string(kind) + " " + std::to_string(at);
-            values_.repetition_index = i;
-            values_.repetition_count = repetition.count;
-            if (at < 0 || at >= slot_limit)
-                values_.fail(out_of_range, *index_node, "index", "must be 0 to " + std::to_string(slot_limit - 1));
-            else
-                each(static_cast<std::size_t>(at));
-        }
-        values_.repetition_index = 0;
-        values_.repetition_count = 1;
-    }
-
-    SourceRecord begin_record(const Node& table) const {
-        SourceRecord record;
-        record.slot = empty_slot();
-        record.places.where = values_.where;
-        record.places.whole = table.place;
-        record.places.whole.width = 0;
-        return record;
+        values_.apply_steps(record, *layers.back().table);
     }
 
     void put(Records& records, std::size_t index, const SourceRecord& record, const char* what) {
@@ -152,74 +145,64 @@ private:
                         "the first time in line " + std::to_string(known->second.places.whole.line));
     }
 
-    void add_slots(const Node& table) {
-        const Layers layers = layers_of(table, "slot");
-        repeat(table, "slot", [&](std::size_t index) {
-            SourceRecord record = begin_record(table);
-            apply_layers(record, layers, slot_entries);
-            values_.apply_steps(record, table);
-            Slot& slot = record.slot;
+    void add_slot(const Node& table, const Layers& layers, std::size_t index) {
+        SourceRecord record = begin_record(table);
+        apply_layers(record, layers, slot_entries);
+        Slot& slot = record.slot;
 
-            const Layers highlight = looks_of(layers, "highlight", values_.teller());
-            const bool states_focus =
-                std::ranges::any_of(layers, [](const Layer& layer) { return layer.table->find("toggle"); });
-            if (!highlight.empty() && !states_focus)
-                slot.toggle = static_cast<std::int32_t>(index);
+        const Layers highlight = looks_of(layers, "highlight", values_.teller());
+        const bool states_focus =
+            std::ranges::any_of(layers, [](const Layer& layer) { return layer.table->find("toggle"); });
+        if (!highlight.empty() && !states_focus)
+            slot.toggle = static_cast<std::int32_t>(index);
 
-            const Layers pressed = looks_of(layers, "pressed", values_.teller());
-            PressedLook look{index, 0, record};
-            if (!pressed.empty()) {
-                look.index = pressed_index(pressed, slot, table);
-                for (const Layer& layer : pressed)
-                    values_.apply(look.record, *layer.table, pressed_entries);
-                if (slot.activated == 0)
-                    slot.activated = look.index;
-            }
-            if (!highlight.empty()) {
-                SourceRecord highlighted = record;
-                for (const Layer& layer : highlight)
-                    values_.apply(highlighted, *layer.table, {});
-                put(toggles_, index, highlighted, "toggle");
-            }
-            put(slots_, index, record, "slot");
-            if (!pressed.empty())
-                pressed_.push_back(look);
-        });
+        const Layers pressed = looks_of(layers, "pressed", values_.teller());
+        if (!pressed.empty()) {
+            PressedLook look{index, pressed_index(pressed, slot, table), record};
+            for (const Layer& layer : pressed)
+                values_.apply(look.record, *layer.table, pressed_entries);
+            if (slot.activated == 0)
+                slot.activated = look.index;
+            pressed_.push_back(look);
+        }
+        if (!highlight.empty()) {
+            SourceRecord highlighted = record;
+            for (const Layer& layer : highlight)
+                values_.apply(highlighted, *layer.table, {});
+            put(toggles_, index, highlighted, "toggle");
+        }
+        put(slots_, index, record, "slot");
     }
 
     /// The index of a pressed look: its own, else that of `activated`, else 0.
     std::int32_t pressed_index(const Layers& pressed, const Slot& slot, const Node& table) {
-        for (auto look = pressed.rbegin(); look != pressed.rend(); ++look) {
-            const Node* const node = look->table->find("index");
-            if (!node)
-                continue;
-            const auto index = values_.integer(*node, Meaning::number, "pressed.index");
-            const std::int64_t at =
-                index.value_or(1) + std::int64_t{values_.repetition_index} * values_.repetition(table).step;
-            if (at >= 1 && at < slot_limit)
-                return static_cast<std::int32_t>(at);
-            values_.fail(out_of_range, *node, "pressed.index", "must be 1 to " + std::to_string(slot_limit - 1));
-            return 1;
-        }
-        return slot.activated > 0 && slot.activated < slot_limit ? slot.activated : 0;
+        const Node* node = nullptr;
+        for (const Layer& look : pressed)
+            if (const Node* const own = look.table->find("index"))
+                node = own;
+        if (!node)
+            return slot.activated > 0 && slot.activated < slot_limit ? slot.activated : 0;
+        const auto index = values_.integer(*node, Meaning::number, "pressed.index");
+        const std::int64_t at =
+            index.value_or(1) + std::int64_t{values_.repetition_index} * values_.repetition(table).step;
+        if (at >= 1 && at < slot_limit)
+            return static_cast<std::int32_t>(at);
+        values_.fail(out_of_range, *node, "pressed.index", "must be 1 to " + std::to_string(slot_limit - 1));
+        return 1;
     }
 
-    void add_toggles(const Node& table) {
-        const Layers layers = layers_of(table, "toggle");
-        repeat(table, "toggle", [&](std::size_t index) {
-            SourceRecord record = begin_record(table);
-            if (const Node* const node = table.find("copy")) {
-                const auto slot = values_.integer(*node, Meaning::number, "copy");
-                const auto found = slots_.find(static_cast<std::size_t>(slot.value_or(-1)));
-                if (found == slots_.end())
-                    values_.fail(copy_missing, *node, "copy", "there is no such slot");
-                else
-                    record.slot = found->second.slot;
-            }
-            apply_layers(record, layers, toggle_entries);
-            values_.apply_steps(record, table);
-            put(toggles_, index, record, "toggle");
-        });
+    void add_toggle(const Node& table, const Layers& layers, std::size_t index) {
+        SourceRecord record = begin_record(table);
+        if (const Node* const node = table.find("copy")) {
+            const auto slot = values_.integer(*node, Meaning::number, "copy");
+            const auto found = slots_.find(static_cast<std::size_t>(slot.value_or(-1)));
+            if (found == slots_.end())
+                values_.fail(copy_missing, *node, "copy", "there is no such slot");
+            else
+                record.slot = found->second.slot;
+        }
+        apply_layers(record, layers, toggle_entries);
+        put(toggles_, index, record, "toggle");
     }
 
     /// Looks with an index first; the others follow behind all slots, so that they are nobody's highlight.

@@ -192,14 +192,13 @@ void SourceValues::set_flag(SourceRecord& record, const Field& field, const Node
     note_place(record, "draw_flags", node);
     // The letters count by position; a zero before one would end the text.
     auto& letters = record.slot.draw_flags;
-    for (std::size_t i = 0; on && i < field.position; ++i)
-        if (letters[i] == '\0')
-            letters[i] = ' ';
     char& letter = letters[field.position];
-    if (on)
+    if (on) {
+        std::replace(letters, letters + field.position, '\0', ' ');
         letter = field.letter;
-    else if (letter == field.letter)
+    } else if (letter == field.letter) {
         letter = ' ';
+    }
 }
 
 void SourceValues::set_align(Alignment& alignment, const Node& node) {
