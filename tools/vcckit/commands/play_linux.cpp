@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <span>
 
 namespace vcc::kit {
 
@@ -62,18 +63,16 @@ bool is_picture_of_ours(const std::string& name) {
            std::isdigit(static_cast<unsigned char>(name[5])) != 0 && name[6] == '-' && name.ends_with(".png");
 }
 
-/// Removes the pictures of an earlier run from the folder.
-bool prepare_pictures(const fs::path& folder) {
+/// Removes the pictures of an earlier run from the folder. Empty, or why there is none.
+std::string prepare_pictures(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
-    if (!fs::is_directory(folder, error)) {
-        complain("cannot make the folder " + folder.string());
-        return false;
-    }
+    if (!fs::is_directory(folder, error))
+        return "cannot make the folder " + folder.string();
     for (const auto& entry : fs::directory_iterator(folder, error))
         if (is_picture_of_ours(entry.path().filename().string()))
             fs::remove(entry.path(), error);
-    return true;
+    return {};
 }
 
 /// What the program has said, or the last lines of its log.
@@ -81,8 +80,8 @@ void tell_lines(const std::string& who, const fs::path& name) {
     constexpr std::size_t most = 5;
     const std::string text = read_file(name.string(), 64u << 20).value_or("");
     const std::vector<std::string_view> lines = lines_of(text);
-    for (std::size_t i = lines.size() - std::min(lines.size(), most); i < lines.size(); ++i)
-        complain(who + std::string(lines[i]));
+    for (const std::string_view line : std::span(lines).last(std::min(lines.size(), most)))
+        complain(who + std::string(line));
 }
 
 struct Journey {
@@ -156,10 +155,11 @@ int run_play(const PlayRequest& request) {
         return complain(request.folder + " has no program: put a copy of vcc there");
     const fs::path pictures = fs::absolute(request.pictures, error);
     PlayedCopy copy;
-    if (const std::string fault = copy.make(request.folder); !fault.empty())
+    std::string fault = copy.make(request.folder);
+    if (fault.empty())
+        fault = prepare_pictures(pictures);
+    if (!fault.empty())
         return complain(fault);
-    if (!prepare_pictures(pictures))
-        return exit_unusable;
     const auto journeys = plan_journeys(request, copy);
     if (!journeys)
         return complain(journeys.reason());

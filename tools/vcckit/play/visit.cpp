@@ -99,35 +99,44 @@ private:
         return last;
     }
 
-    RgbPicture stop(const std::string& name, const std::string& text) {
-        RgbPicture picture = settled();
+    RgbPicture keep(const std::string& name, const std::string& text, RgbPicture picture) {
         kept_ = keep_(name, text, picture) && kept_;
         return picture;
     }
 
+    RgbPicture stop(const std::string& name, const std::string& text) { return keep(name, text, settled()); }
+
     void fault(const std::string& text) {
         visited_.faults.push_back(text);
-        kept_ = keep_("fault", text, desktop_.look()) && kept_;
+        keep("fault", text, desktop_.look());
     }
 
     bool is_over() const { return interrupted() || !kept_; }
+
+    bool shows(const RgbPicture& picture) { return share_alike(desktop_.look(), picture) >= same_screen; }
+
+    void park_pointer() { desktop_.move(layout_width - 1, layout_height - 1); }
 
     void point_at(const SeenSlot& slot) {
         desktop_.move(slot.x, slot.y);
         std::this_thread::sleep_for(look_time);
     }
 
+    void click(const SeenSlot& slot) {
+        point_at(slot);
+        desktop_.click(x_left_button);
+    }
+
     /// Waits for a screen, with the pointer out of the way.
     bool arrive(const RgbPicture& wanted, const std::string& what) {
-        const bool there =
-            wait_until([&] { return !desktop_.running() || share_alike(desktop_.look(), wanted) >= same_screen; },
-                       visited_.reached_menu ? screen_limit : start_limit);
+        const bool there = wait_until([&] { return !desktop_.running() || shows(wanted); },
+                                      visited_.reached_menu ? screen_limit : start_limit);
         if (!there || !desktop_.running()) {
             fault(what + (desktop_.running() ? " does not appear" : " does not appear: the program has ended"));
             return false;
         }
         std::this_thread::sleep_for(placed_time);
-        desktop_.move(layout_width - 1, layout_height - 1);
+        park_pointer();
         return true;
     }
 
@@ -135,7 +144,7 @@ private:
         wait_until([&] { return desktop_.look().width > 0 || !desktop_.running(); }, start_limit);
         for (const Film& film : vcc::films) {
             std::this_thread::sleep_for(film_time);
-            kept_ = keep_("film", film.path, desktop_.look()) && kept_;
+            keep("film", film.path, desktop_.look());
             desktop_.press_key("space");
         }
     }
@@ -145,17 +154,12 @@ private:
         for (const SeenSlot& slot : plan_.menu.slots)
             visit_slot("menu", slot);
         for (const SeenSlot& slot : plan_.menu.slots) {
-            if (is_over())
+            const bool module = slot.action >= first_module_action && slot.action <= last_module_action;
+            const bool options = slot.action == options_action;
+            if (is_over() || (module && !visit_module(slot)) || (options && !visit_options(slot)))
                 return false;
-            if (slot.action >= first_module_action && slot.action <= last_module_action) {
-                if (!visit_module(slot))
-                    return false;
-            } else if (slot.action == options_action) {
-                if (!visit_options(slot))
-                    return false;
-            } else if (slot.action != leave_action) {
+            if (!module && !options && slot.action != leave_action)
                 click_idle(slot);
-            }
         }
         return true;
     }
@@ -180,23 +184,21 @@ private:
     }
 
     void visit_help(const std::string& screen, const SeenSlot& slot, const RgbPicture& before) {
-        const auto differs = [&] { return share_alike(desktop_.look(), before) < same_screen; };
         desktop_.press_key("F1");
-        if (!wait_until(differs, change_limit)) {
+        if (!wait_until([&] { return !shows(before); }, change_limit)) {
             fault(text_of_slot(screen, slot) + ": F1 does not open a page");
             return;
         }
         stop(word_of(screen, slot) + "-help", "its help page");
         desktop_.press_key("Escape");
-        if (!wait_until([&] { return !differs(); }, change_limit))
+        if (!wait_until([&] { return shows(before); }, change_limit))
             fault(text_of_slot(screen, slot) + ": Escape does not close its help page");
     }
 
     bool visit_module(const SeenSlot& button) {
         const std::string name = module_names[static_cast<std::size_t>(button.action - first_module_action)];
-        point_at(button);
-        desktop_.click(x_left_button);
-        if (!wait_until([&] { return share_alike(desktop_.look(), plan_.menu.picture) < same_screen; }, change_limit))
+        click(button);
+        if (!wait_until([&] { return !shows(plan_.menu.picture); }, change_limit))
             fault(text_of_slot("menu", button) + ": a click does not enter " + name);
         std::this_thread::sleep_for(module_time);
         stop("module-" + name, "the module " + name);
@@ -205,10 +207,9 @@ private:
     }
 
     bool enter_options(const SeenSlot& button) {
-        point_at(button);
-        desktop_.click(x_left_button);
+        click(button);
         std::this_thread::sleep_for(look_time);
-        desktop_.move(layout_width - 1, layout_height - 1);
+        park_pointer();
         return arrive(plan_.options.picture, "the options screen");
     }
 
@@ -219,8 +220,7 @@ private:
         for (const SeenSlot& slot : plan_.options.slots) {
             visit_slot("options", slot);
             if (slot.action >= first_selector_action && slot.action <= last_selector_action) {
-                point_at(slot);
-                desktop_.click(x_left_button);
+                click(slot);
                 stop(word_of("options", slot) + "-chosen", "chosen");
             }
             const auto row = std::ranges::find(plan_.rows, slot.number, &VisitedOption::button);
@@ -238,8 +238,7 @@ private:
                 continue;
             if (is_over() || !enter_options(button))
                 return false;
-            point_at(slot);
-            desktop_.click(x_left_button);
+            click(slot);
             if (!arrive(plan_.menu.picture, "the main menu after " + text_of_slot("options", slot)))
                 return false;
         }
@@ -268,8 +267,7 @@ private:
             fault("no slot of the menu leaves the program");
             return;
         }
-        point_at(*button);
-        desktop_.click(x_left_button);
+        click(*button);
         if (!wait_until([&] { return !desktop_.running(); }, end_limit))
             fault(text_of_slot("menu", *button) + ": a click does not leave the program");
         else if (const int status = desktop_.exit_status().value_or(0); status != 0)
