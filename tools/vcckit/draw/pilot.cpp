@@ -82,11 +82,9 @@ bool Pilot::next_frame() {
 }
 
 void Pilot::begin(const Step& step) {
-    if (frame_ == 0 && step.place) {
-        int x = mouse_x, y = mouse_y;
-        step.place(x, y);
-        mouse_x = x;
-        mouse_y = y;
+    if (const auto place = frame_ == 0 && step.place ? step.place() : std::nullopt) {
+        mouse_x = place->x;
+        mouse_y = place->y;
     }
     if (frame_ == press_frame && step.kind != Step::Kind::point)
         hold(step.kind == Step::Kind::left_click ? left_button : right_button);

@@ -1,17 +1,19 @@
 // A player without a display: performs a list of keys and pointer moves, then takes the picture.
 #pragma once
 
+#include "core/geometry.h"
 #include "core/handles.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace vcc::kit {
 
 struct Step {
     enum class Kind { point, left_click, right_click, help_key } kind;
-    /// Where to point, asked at the step itself, because records move. Null for a key.
-    std::function<void(int& x, int& y)> place;
+    /// Where to point, if anywhere, asked at the step itself, because records move. Null for a key.
+    std::function<std::optional<Point>()> place;
 };
 
 /// Acts as the library's keyboard for its life. Performs the steps, waits until the picture on the display no longer

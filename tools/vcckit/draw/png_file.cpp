@@ -25,15 +25,12 @@ RgbPicture rgb_of(BITMAP& bitmap) {
 
 double share_alike(const RgbPicture& one, const RgbPicture& other) {
     constexpr int near = 10; // differences that 15 bits lose
+    const auto is_near = [&](std::size_t at) { return std::abs(one.rgb[at] - other.rgb[at]) <= near; };
     if (one.width != other.width || one.height != other.height || one.rgb.empty())
         return 0;
     std::size_t alike = 0;
     for (std::size_t at = 0; at + 2 < one.rgb.size(); at += 3)
-        alike += std::abs(one.rgb[at] - other.rgb[at]) <= near &&
-                         std::abs(one.rgb[at + 1] - other.rgb[at + 1]) <= near &&
-                         std::abs(one.rgb[at + 2] - other.rgb[at + 2]) <= near
-                     ? 1
-                     : 0;
+        alike += is_near(at) && is_near(at + 1) && is_near(at + 2) ? 1 : 0;
     return static_cast<double>(alike) * 3 / static_cast<double>(one.rgb.size());
 }
 

@@ -142,12 +142,11 @@ void Renderer::load_sounds_once() {
 }
 
 std::string Renderer::load_pictures_once() {
-    const auto buffer = [](int number) -> BitmapPtr& { return graphic_buffers[static_cast<std::size_t>(number)]; };
     if (!kept_->pictures && !load_pictures())
         return "the pictures of tools/vcc.buf cannot be loaded, or buffer 0 is missing or small";
     for (std::size_t i = 0; i < changing_buffers.size(); ++i) {
         BitmapPtr& as_loaded = kept_->as_loaded[i];
-        BITMAP* const used = buffer(changing_buffers[i]).get();
+        BITMAP* const used = graphic_buffer(changing_buffers[i]);
         if (!kept_->pictures)
             as_loaded = used ? copy_of(used) : nullptr;
         else if (as_loaded && used)
@@ -206,8 +205,7 @@ Result<SeenScreen> Renderer::see(const RenderRequest& request) {
     const auto picture = draw(request);
     if (!picture)
         return Failure{picture.reason()};
-    return SeenScreen{rgb_of(**picture),
-                      seen_slots(request.screen == RenderedScreen::options ? options_set : menu_set)};
+    return SeenScreen{rgb_of(**picture), seen_slots(set_of(request))};
 }
 
 } // namespace vcc::kit

@@ -17,25 +17,15 @@ namespace vcc::kit {
 
 namespace {
 
-const SlotSet& set_of(const RenderRequest& request) {
-    return request.screen == RenderedScreen::options ? options_set : menu_set;
-}
-
 Step at_slot(Step::Kind kind, const SlotSet& set, int index) {
-    return {kind, [&set, index](int& x, int& y) {
-                if (!set.has_slot(index))
-                    return;
-                const Point place = place_in(set.slots[static_cast<std::size_t>(index)]);
-                x = place.x;
-                y = place.y;
+    return {kind, [&set, index] {
+                return set.has_slot(index) ? std::optional(place_in(set.slots[static_cast<std::size_t>(index)]))
+                                           : std::nullopt;
             }};
 }
 
 Step park_pointer() {
-    return {Step::Kind::point, [](int& x, int& y) {
-                x = layout_width - 1;
-                y = layout_height - 1;
-            }};
+    return {Step::Kind::point, [] { return Point{layout_width - 1, layout_height - 1}; }};
 }
 
 int slot_with_action(const SlotSet& set, int action) {
@@ -57,13 +47,13 @@ Step at_pointed_slot(const RenderRequest& request, const SlotSet& set) {
 
 /// Draws the pressed look and lets it stay.
 Step press_slot(const SlotSet& set, int index, BITMAP* target) {
-    return {Step::Kind::point, [&set, index, target](int&, int&) {
-                const int look = set.slots[static_cast<std::size_t>(index)].activated;
-                if (look == 0)
-                    return;
-                const EffectsHeld quiet;
-                draw_slot(target, set.toggles, look);
-                update_screen(target);
+    return {Step::Kind::point, [&set, index, target]() -> std::optional<Point> {
+                if (const int look = set.slots[static_cast<std::size_t>(index)].activated; look != 0) {
+                    const EffectsHeld quiet;
+                    draw_slot(target, set.toggles, look);
+                    update_screen(target);
+                }
+                return std::nullopt;
             }};
 }
 
@@ -88,6 +78,10 @@ void options_steps(const RenderRequest& request, std::vector<Step>& steps) {
 }
 
 } // namespace
+
+const SlotSet& set_of(const RenderRequest& request) {
+    return request.screen == RenderedScreen::options ? options_set : menu_set;
+}
 
 Point place_in(const Slot& slot) {
     const Rect area = slot_rect(slot);

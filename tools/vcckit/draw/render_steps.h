@@ -12,6 +12,9 @@
 
 namespace vcc::kit {
 
+/// The slots of the screen: those of the menu also for what opens over it.
+const SlotSet& set_of(const RenderRequest& request);
+
 /// A place inside a slot for the pointer, pixels.
 Point place_in(const Slot& slot);
 
