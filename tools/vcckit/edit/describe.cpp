@@ -42,8 +42,8 @@ int line_of(const SourceModel& model, const Node& table) {
 /// What records and styles have in common.
 json describe_table(const SourceModel& model, const Node& table) {
     json styles = json::array();
-    for (const Node* const style : styles_of(table))
-        styles.push_back(style->text);
+    for (const Node& style : styles_of(table))
+        styles.push_back(style.text);
     return {{"line", line_of(model, table)}, {"styles", std::move(styles)}};
 }
 

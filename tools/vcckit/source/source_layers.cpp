@@ -29,9 +29,8 @@ public:
             return;
         layers.push_back(layer);
         open_.insert(layer.table);
-        std::vector<const Node*> names = styles_of(*layer.table);
-        std::ranges::reverse(names);
-        for (const Node* const name : names)
+        const std::span<const Node> names = styles_of(*layer.table);
+        for (auto name = names.rbegin(); name != names.rend(); ++name)
             collect_style(*name, layer);
         open_.erase(layer.table);
     }
@@ -57,10 +56,6 @@ private:
     std::set<const Node*> open_, met_;
 };
 
-bool is_language(std::string_view key) {
-    return std::ranges::find(languages, key, &LanguageRow::code) != languages.end();
-}
-
 } // namespace
 
 const Node* style_of(const Node& source, std::string_view name) {
@@ -68,14 +63,11 @@ const Node* style_of(const Node& source, std::string_view name) {
     return styles ? styles->table(name) : nullptr;
 }
 
-std::vector<const Node*> styles_of(const Node& table) {
-    std::vector<const Node*> names;
+std::span<const Node> styles_of(const Node& table) {
     const Node* const style = table.find("style");
-    if (style && style->kind != Node::Kind::list)
-        names.push_back(style);
-    else if (style)
-        std::ranges::transform(style->items, std::back_inserter(names), [](const Node& name) { return &name; });
-    return names;
+    if (!style)
+        return {};
+    return style->kind == Node::Kind::list ? std::span(style->items) : std::span(style, 1);
 }
 
 Layers layers_of(const Node& source, const Layer& table, const TellMistake& tell) {
@@ -103,36 +95,28 @@ Layers looks_of(const Layers& layers, std::string_view key, const TellMistake& t
 
 const Node* part_of(const Node& value, std::string_view language, int repetition, int count, std::string_view field,
                     const TellMistake& tell) {
-    const Node* part = &value;
-    for (;;) {
-        if (part->kind == Node::Kind::list) {
-            if (static_cast<int>(part->items.size()) != count) {
-                tell(source_fault(list_length, part->place, "", field,
-                                  "has " + std::to_string(part->items.size()) + " values for " + std::to_string(count) +
-                                      " records",
-                                  "a list has one value for each repetition"));
-                return nullptr;
-            }
-            part = &part->items[static_cast<std::size_t>(repetition)];
-        } else if (part->is_table() && !part->find("raw")) {
-            for (const Member& member : part->members)
-                if (!is_language(member.key)) {
-                    tell(source_fault(language_missing, member.place, "", field,
-                                      "\"" + member.key + "\" is no language", "languages are en and de"));
-                    return nullptr;
-                }
-            const Node* const chosen = part->find(language);
-            if (!chosen) {
-                tell(source_fault(language_missing, part->place, "", field,
-                                  "has no value for the language \"" + std::string(language) + "\"",
-                                  "write one for en and one for de"));
-                return nullptr;
-            }
-            part = chosen;
-        } else {
-            return part;
-        }
+    const auto fail = [&](FaultCode code, const Place& place, std::string problem, std::string advice) {
+        tell(source_fault(code, place, "", field, std::move(problem), std::move(advice)));
+        return nullptr;
+    };
+    if (value.kind == Node::Kind::list) {
+        if (static_cast<int>(value.items.size()) != count)
+            return fail(list_length, value.place,
+                        "has " + std::to_string(value.items.size()) + " values for " + std::to_string(count) +
+                            " records",
+                        "a list has one value for each repetition");
+        return part_of(value.items[static_cast<std::size_t>(repetition)], language, repetition, count, field, tell);
     }
+    if (!value.is_table() || value.find("raw"))
+        return &value;
+    for (const Member& member : value.members)
+        if (std::ranges::find(languages, member.key, &LanguageRow::code) == languages.end())
+            return fail(language_missing, member.place, "\"" + member.key + "\" is no language",
+                        "languages are en and de");
+    if (const Node* const chosen = value.find(language))
+        return part_of(*chosen, language, repetition, count, field, tell);
+    return fail(language_missing, value.place, "has no value for the language \"" + std::string(language) + "\"",
+                "write one for en and one for de");
 }
 
 SourceNames read_names(const Node& source, const TellMistake& tell) {

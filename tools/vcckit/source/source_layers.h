@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,7 +29,7 @@ using TellMistake = std::function<void(Fault mistake)>;
 const Node* style_of(const Node& source, std::string_view name);
 
 /// The names under `style`.
-std::vector<const Node*> styles_of(const Node& table);
+std::span<const Node> styles_of(const Node& table);
 
 /// The styles of a table, each after those that it builds on, then the table itself.
 Layers layers_of(const Node& source, const Layer& table, const TellMistake& tell);
