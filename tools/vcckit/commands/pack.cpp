@@ -16,8 +16,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <set>
+#include <span>
 
 #include <unistd.h>
 
@@ -29,38 +31,35 @@ namespace fs = std::filesystem;
 
 struct Source {
     std::string file, text;
+    SourceCheck checked{};
 };
 
 /// Checks all sources with the fonts of the installation.
-std::vector<SourceCheck> check_all(const std::vector<Source>& sources, const PackRequest& request,
-                                   std::set<FaultCode> ignored) {
+void check_all(std::vector<Source>& sources, const PackRequest& request, std::set<FaultCode> ignored) {
     const platform::FolderVisit visit(request.installation);
     const Library library;
     const SourceRules rules{request.any_name, load_measuring_fonts(), std::move(ignored)};
-    std::vector<SourceCheck> checked;
-    checked.reserve(sources.size());
-    for (const Source& source : sources)
-        checked.push_back(check_source(source.file, source.text, rules));
-    return checked;
+    for (Source& source : sources)
+        source.checked = check_source(source.file, source.text, rules);
 }
 
-void tell(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources, const Faults& all) {
+void tell(const std::vector<Source>& sources, const Faults& all) {
     const bool colours = wants_colours(stderr);
-    for (std::size_t i = 0; i < checked.size(); ++i)
-        for (const Fault& fault : checked[i].faults)
+    for (const Source& source : sources)
+        for (const Fault& fault : source.checked.faults)
             std::fprintf(stderr, "%s\n%s", text_of_fault(fault, colours).c_str(),
-                         excerpt_of_fault(fault, sources[i].text, colours).c_str());
+                         excerpt_of_fault(fault, source.text, colours).c_str());
     std::fprintf(stderr, "%s; nothing is written. \"vcckit explain CODE\" tells more.\n", sum_of(all).c_str());
 }
 
 /// Reports sources for the same screen; true if there are none.
-bool makes_each_screen_once(const std::vector<SourceCheck>& checked, const std::vector<Source>& sources) {
-    for (std::size_t i = 0; i < checked.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j)
-            if (const Screen& one = checked[i].screen, &other = checked[j].screen;
+bool makes_each_screen_once(const std::vector<Source>& sources) {
+    for (std::size_t i = 0; i < sources.size(); ++i)
+        for (const Source& before : std::span(sources).first(i))
+            if (const Screen& one = sources[i].checked.screen, &other = before.checked.screen;
                 platform::same_but_for_case(one.name, other.name) &&
                 (!one.language || !other.language || one.language == other.language)) {
-                complain(sources[i].file + ": makes the same screen as " + sources[j].file);
+                complain(sources[i].file + ": makes the same screen as " + before.file);
                 return false;
             }
     return true;
@@ -79,18 +78,19 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
             request.installation +
             (fs::exists(platform::system_path(request.installation)) ? " is not an installation" : " does not exist") +
             ": it has no tools/language.ini, tools/vcc.buf or data/configs/vcc.cfg");
-    const std::vector<SourceCheck> checked = check_all(sources, request, ignored);
-    if (!makes_each_screen_once(checked, sources))
+    check_all(sources, request, ignored);
+    if (!makes_each_screen_once(sources))
         return exit_unusable;
     Faults faults;
-    for (const SourceCheck& each : checked)
-        faults.insert(faults.end(), each.faults.begin(), each.faults.end());
+    for (const Source& source : sources)
+        std::ranges::copy(source.checked.faults, std::back_inserter(faults));
     const InterruptionGuard guard; // removes files that are not yet in place
     FileSet files;
     std::vector<std::string> written;
     std::string reason;
-    for (std::size_t i = 0; i < checked.size() && faults.empty() && reason.empty(); ++i)
-        reason = write_packed_screen(checked[i].screen, request.installation, files, written);
+    for (const Source& source : sources)
+        if (faults.empty() && reason.empty())
+            reason = write_packed_screen(source.checked.screen, request.installation, files, written);
     if (interrupted())
         return exit_unusable;
     if (reason.empty() && faults.empty())
@@ -100,28 +100,25 @@ int pack_once(const PackRequest& request, const std::set<FaultCode>& ignored) {
     if (request.json)
         std::fputs(json_of_faults(faults, "installation", request.installation, written).c_str(), stdout);
     else if (!faults.empty())
-        tell(checked, sources, faults);
+        tell(sources, faults);
     for (const std::string& name : written)
         if (!request.json && !request.quiet)
             std::printf("wrote %s\n", platform::name_of(platform::system_path(request.installation) / name).c_str());
     return faults.empty() ? exit_clean : exit_faults;
 }
 
-/// The source of a screen in a folder "screens" within or beside its installation.
-std::optional<std::string> source_beside(const fs::path& slot_file, const std::string& name) {
-    const fs::path installation = fs::absolute(slot_file).parent_path() / "../../..";
-    for (const char* folder : {"screens", "../screens"}) {
-        const auto text = read_file(platform::name_of((installation / folder / (name + ".toml")).lexically_normal()));
-        if (text)
+/// The source of a screen in a folder "screens" within or beside its installation; empty without one.
+std::string source_beside(const fs::path& installation, const std::string& name) {
+    for (const char* folder : {"screens", "../screens"})
+        if (const auto text =
+                read_file(platform::name_of((installation / folder / (name + ".toml")).lexically_normal())))
             return *text;
-    }
-    return std::nullopt;
+    return {};
 }
 
 /// The fonts for the source, which may align texts.
-bool describes_with_fonts(const std::string& source, const Screen& screen, const fs::path& slot_file) {
-    const platform::FolderVisit visit(
-        platform::name_of((fs::absolute(slot_file).parent_path() / "../../..").lexically_normal()));
+bool describes_with_fonts(const std::string& source, const Screen& screen, const fs::path& installation) {
+    const platform::FolderVisit visit(platform::name_of(installation.lexically_normal()));
     const Library library;
     return describes(source, screen, measure_of_fonts(load_measuring_fonts()));
 }
@@ -141,11 +138,6 @@ std::string screen_name(const std::string& slot_file) {
     if (const auto language = language_of(slot_file))
         name.erase(0, languages[*language].prefix.size());
     return is_screen_name(name) ? name : "";
-}
-
-/// Whether a file may be replaced: there is none, or it says the same.
-bool may_be_replaced(const std::string& output, const std::string& source) {
-    return !platform::file_exists(output) || read_file(output).value_or("") == source;
 }
 
 /// Whether the output is one of the inputs.
@@ -194,13 +186,13 @@ int run_unpack(std::vector<std::string> files, const std::string& output, bool f
     }
     if (const std::string difference = difference_of_structure(screen); !difference.empty())
         return complain(difference + ": unpack each file by itself");
-    // A source beside the screen keeps names and comments.
-    std::string source = source_beside(platform::system_path(files.front()), screen.name).value_or("");
-    if (source.empty() || !describes_with_fonts(source, screen, platform::system_path(files.front())))
+    const fs::path installation = fs::absolute(platform::system_path(files.front())).parent_path() / "../../..";
+    std::string source = source_beside(installation, screen.name); // keeps names and comments
+    if (source.empty() || !describes_with_fonts(source, screen, installation))
         source = write_screen_source(screen);
     if (output.empty() || output == "-")
         return std::fwrite(source.data(), 1, source.size(), stdout) == source.size() ? exit_clean : exit_unusable;
-    if (!force && !may_be_replaced(output, source))
+    if (!force && platform::file_exists(output) && read_file(output).value_or("") != source)
         return complain(output + ": exists, and says something else: --force replaces it");
     return exit_of(write_whole_file(output, source));
 }

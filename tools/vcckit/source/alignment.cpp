@@ -17,10 +17,6 @@ void set_place(Slot& slot, int x, int y) {
     slot.column = slot.row = 0;
 }
 
-std::string with_blanks(std::string_view text, int blanks) {
-    return std::string(static_cast<std::size_t>(std::max(blanks, 0)), ' ') + std::string(text);
-}
-
 } // namespace
 
 TextMeasure measure_of_fonts(bool loaded) {
@@ -58,7 +54,8 @@ Aligned align(const Slot& slot, const Alignment& alignment, const TextMeasure& m
     }
     if (selectable) {
         const int blank = std::max(measure.width(slot.font, " "), 1);
-        const std::string moved = with_blanks(text, (shift + blank / 2) / blank);
+        const int blanks = std::max((shift + blank / 2) / blank, 0);
+        const std::string moved = std::string(static_cast<std::size_t>(blanks), ' ') + text;
         if (moved.size() >= sizeof slot.text)
             return fail("the blanks before the text do not fit", "shorten the text, or narrow the box");
         store_text(out.slot.text, moved);

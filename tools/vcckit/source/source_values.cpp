@@ -28,11 +28,6 @@ std::optional<std::string> from_hex(std::string_view hex) {
     return out;
 }
 
-/// A number in quotes.
-bool is_number(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("+-0123456789") == std::string_view::npos;
-}
-
 std::string in_quotes(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
@@ -68,7 +63,7 @@ const Node* SourceValues::choose(const Node& node, std::string_view field) {
 }
 
 void SourceValues::fail_name(const Node& node, Meaning meaning, std::string_view field) {
-    if (is_number(node.text)) {
+    if (!node.text.empty() && node.text.find_first_not_of("+-0123456789") == std::string::npos) {
         fail(wrong_kind, node, field, in_quotes(node.text) + " is a text", "write the number without quotes",
              node.text);
         return;
