@@ -2,7 +2,7 @@
 #include "vcckit/media/convert.h"
 #include "vcckit/check/installation.h"
 #include "vcckit/commands/commands.h"
-#include "vcckit/files/new_file.h"
+#include "vcckit/media/themes.h"
 
 #include "platform/files.h"
 #include "platform/latin1.h"
@@ -112,12 +112,12 @@ private:
     std::string begin_;
 };
 
-Conversion convert(const Job& job, const ConvertRequest& request, const Progress& progress) {
+Result<std::string> convert(const Job& job, NewFile& file, int bits, const Progress& progress) {
     if (job.kind == MediaKind::picture)
-        return convert_picture(job.source, job.target, request.bits);
+        return convert_picture(job.source, file, bits);
     if (job.kind == MediaKind::film)
-        return convert_film(job.source, job.target, progress);
-    return convert_sound(job.source, job.target, request.loop, progress);
+        return convert_film(job.source, file, progress);
+    return convert_sound(job.source, file, progress);
 }
 
 } // namespace
@@ -136,22 +136,26 @@ int run_convert(const std::vector<std::string>& sources, const ConvertRequest& r
     int status = exit_clean;
     for (std::size_t i = 0; i < jobs->size() && !interrupted(); ++i) {
         const Job& job = (*jobs)[i];
-        Conversion done;
-        {
+        const bool sound = job.kind == MediaKind::sound;
+        NewFile file(job.target);
+        const auto made = [&] {
             ProgressLine line(i + 1, jobs->size(), job.source.path);
-            done = convert(job, request, [&](double share) { line.show(share); });
-        }
+            return convert(job, file, request.bits, [&](double share) { line.show(share); });
+        }();
+        const std::string seam = made && sound && request.loop ? loop_fault(file.temporary_name()) : "";
         if (interrupted())
             break;
-        if (!done.fault.empty()) {
-            complain(job.source.path + ": " + done.fault +
-                     (done.seam ? ": without --loop it is converted anyway" : ""));
-            status = std::max(status, done.seam ? exit_faults : exit_unusable);
+        if (!seam.empty()) {
+            complain(job.source.path + ": " + seam + ": without --loop it is converted anyway");
+            status = std::max(status, exit_faults);
             continue;
         }
-        std::printf("%s: %s\n", job.target.c_str(), done.what.c_str());
-        if (job.kind == MediaKind::sound &&
-            platform::name_of(platform::system_path(job.target).filename()).size() > listed_name_limit)
+        if (!made || !file.commit()) {
+            status = complain(job.source.path + ": " + (made ? file.reason() : made.reason()));
+            continue;
+        }
+        std::printf("%s: %s\n", job.target.c_str(), made->c_str());
+        if (sound && platform::name_of(platform::system_path(job.target).filename()).size() > listed_name_limit)
             complain(job.target + ": tools/vcc.snd takes names of at most 20 characters");
     }
     return status;

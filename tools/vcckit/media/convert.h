@@ -2,6 +2,7 @@
 // Its program ffprobe tells of them, and its program ffmpeg makes something of them.
 #pragma once
 
+#include "vcckit/files/new_file.h"
 #include "vcckit/files/run_program.h"
 
 #include "core/result.h"
@@ -41,25 +42,20 @@ struct Image {
 /// Reads a PNG, JPEG, BMP, PCX or other picture, or the first frame of a film.
 Result<Image> read_image(const Media& media);
 
-/// The result of a conversion. Without a fault the target has been written, and `what` describes it.
-struct Conversion {
-    std::string fault{}; ///< "is damaged or truncated"; the target is then unchanged
-    std::string what{};  ///< "800 x 600 pixels of 24 bits"
-    bool seam = false;   ///< the fault is the seam of a loop
-};
-
 /// Called with the share that is done, 0 to 1.
 using Progress = std::function<void(double share)>;
+
+// Each returns what it has made, "800 x 600 pixels of 24 bits", or why it cannot; the caller commits the file.
 
 /// To a PCX picture with `bits` (8 or 24) per pixel. Pixels less than half opaque become magenta, the transparent
 /// colour; opaque colours that 15 or 16 bits would turn into it are changed slightly. With 8 bits a picture of too many
 /// colours gets the best 255.
-Conversion convert_picture(const Media& media, const std::string& target, int bits);
+Result<std::string> convert_picture(const Media& media, NewFile& file, int bits);
 
-/// To 16-bit PCM, mono or stereo. Refuses a `loop` whose end does not run into its beginning.
-Conversion convert_sound(const Media& media, const std::string& target, bool loop, const Progress& progress);
+/// To 16-bit PCM, mono or stereo.
+Result<std::string> convert_sound(const Media& media, NewFile& file, const Progress& progress);
 
 /// To a silent AVI film of at most 800 x 600 pixels.
-Conversion convert_film(const Media& media, const std::string& target, const Progress& progress);
+Result<std::string> convert_film(const Media& media, NewFile& file, const Progress& progress);
 
 } // namespace vcc::kit

@@ -1,7 +1,5 @@
 #include "vcckit/media/convert.h"
 
-#include "vcckit/files/new_file.h"
-
 #include "core/log.h"
 #include "media/avi_header.h"
 #include "platform/files.h"
@@ -45,39 +43,37 @@ std::string reason_of(std::string_view told) {
 
 } // namespace
 
-Conversion convert_film(const Media& media, const std::string& target, const Progress& progress) {
-    Conversion done;
+Result<std::string> convert_film(const Media& media, NewFile& file, const Progress& progress) {
     if (media.pictures < 0)
-        return {"has no picture"};
-    NewFile file(target);
+        return Failure{"has no picture"};
     if (!file.stream())
-        return {file.reason()};
+        return Failure{file.reason()};
     std::string told; // progress, and errors
-    done.fault = run_ffmpeg(media, media.pictures, film_options + std::to_string(avi_size_limit),
-                            "file:" + file.temporary_name(), true, [&](std::string_view piece) {
-                                told += piece;
-                                constexpr std::string_view key = "out_time_us=";
-                                const std::size_t at = told.rfind(key);
-                                if (at != std::string::npos && media.seconds > 0)
-                                    progress(std::atof(told.c_str() + at + key.size()) / 1e6 / media.seconds);
-                                return true;
-                            });
+    std::string fault = run_ffmpeg(media, media.pictures, film_options + std::to_string(avi_size_limit),
+                                   "file:" + file.temporary_name(), true, [&](std::string_view piece) {
+                                       told += piece;
+                                       constexpr std::string_view key = "out_time_us=";
+                                       const std::size_t at = told.rfind(key);
+                                       if (at != std::string::npos && media.seconds > 0)
+                                           progress(std::atof(told.c_str() + at + key.size()) / 1e6 / media.seconds);
+                                       return true;
+                                   });
     const platform::AviHeader header = header_of(file.temporary_name());
-    const double rate = static_cast<double>(header.rate) / header.scale;
     if (const std::string reason = reason_of(told); !reason.empty())
-        done.fault = "cannot write " + target + reason;
-    else if (done.fault.empty() && header.length == 0)
-        done.fault = "has no picture";
-    else if (done.fault.empty() && std::fseek(file.stream(), 0, SEEK_END) == 0 &&
+        fault = "cannot write " + file.name() + reason;
+    else if (fault.empty() && header.length == 0)
+        fault = "has no picture";
+    else if (fault.empty() && std::fseek(file.stream(), 0, SEEK_END) == 0 &&
              std::ftell(file.stream()) >= avi_size_limit)
-        done.fault = "is too long for an AVI file";
-    done.what = format_text("%.1f s of %d x %d pixels, %.4g frames per second", header.length / rate, header.width,
-                            header.height, rate);
+        fault = "is too long for an AVI file";
+    if (!fault.empty())
+        return Failure{std::move(fault)};
+    const double rate = static_cast<double>(header.rate) / header.scale;
+    std::string what = format_text("%.1f s of %d x %d pixels, %.4g frames per second", header.length / rate,
+                                   header.width, header.height, rate);
     if (media.sound >= 0)
-        done.what += "; without its sound: vcckit convert " + media.path + " -o NAME.wav";
-    if (done.fault.empty() && !interrupted() && !file.commit())
-        done.fault = file.reason();
-    return done;
+        what += "; without its sound: vcckit convert " + media.path + " -o NAME.wav";
+    return what;
 }
 
 } // namespace vcc::kit

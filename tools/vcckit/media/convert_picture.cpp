@@ -1,6 +1,5 @@
 #include "vcckit/media/convert.h"
 
-#include "vcckit/files/new_file.h"
 #include "vcckit/media/palette.h"
 
 #include "display/picture.h"
@@ -21,29 +20,23 @@ bool is_taken_for_mask(const Colour& colour) {
     return colour[0] >= 248 && colour[1] < 8 && colour[2] >= 248;
 }
 
-struct Pixels {
-    std::vector<Colour> colours; ///< the mask colour for pixels that are not drawn
-    bool masked = false;         ///< there are such pixels
-};
-
-Pixels pixels_of(const Image& image) {
-    Pixels pixels;
-    pixels.colours.reserve(image.rgba.size() / rgba_size);
+/// Those of all pixels; the mask colour for pixels that are not drawn.
+std::vector<Colour> colours_of(const Image& image) {
+    std::vector<Colour> colours;
+    colours.reserve(image.rgba.size() / rgba_size);
     bool has_alpha = false;
     for (std::size_t at = 3; at < image.rgba.size(); at += rgba_size)
         has_alpha = has_alpha || image.rgba[at] < opaque;
     for (std::size_t at = 0; at + 3 < image.rgba.size(); at += rgba_size) {
         Colour colour{image.rgba[at], image.rgba[at + 1], image.rgba[at + 2]};
         // Without transparency, the mask colour is intended.
-        const bool clear = image.rgba[at + 3] < opaque || (!has_alpha && colour == mask);
-        if (clear)
+        if (image.rgba[at + 3] < opaque || (!has_alpha && colour == mask))
             colour = mask;
         else if (is_taken_for_mask(colour))
             colour[1] = 8;
-        pixels.masked = pixels.masked || clear;
-        pixels.colours.push_back(colour);
+        colours.push_back(colour);
     }
-    return pixels;
+    return colours;
 }
 
 void add_word(std::string& bytes, int word) {
@@ -78,61 +71,56 @@ void add_line(std::string& bytes, std::span<const std::uint8_t> line) {
     }
 }
 
-void add_palette_picture(std::string& bytes, const Pixels& pixels, std::size_t width, std::size_t line_size) {
+/// The number of each pixel's colour in a palette, which is filled in; that of the mask colour is 0.
+std::vector<std::uint8_t> numbers_of(const std::vector<Colour>& colours, std::vector<Colour>& palette) {
     std::vector<Colour> drawn;
-    std::ranges::copy_if(pixels.colours, std::back_inserter(drawn), [](const Colour& each) { return each != mask; });
-    const std::size_t first = pixels.masked ? 1 : 0;
-    auto [palette, numbers] = in_few_colours(drawn, palette_size - first);
-    auto number = numbers.begin();
-    std::vector<std::uint8_t> line(line_size);
-    for (std::size_t at = 0; at < pixels.colours.size(); at += width) {
-        for (std::size_t x = 0; x < width; ++x)
-            line[x] = pixels.colours[at + x] == mask ? std::uint8_t{0} : static_cast<std::uint8_t>(*number++ + first);
-        add_line(bytes, line);
-    }
-    if (pixels.masked)
-        palette.insert(palette.begin(), mask);
+    std::ranges::remove_copy(colours, std::back_inserter(drawn), mask);
+    const std::size_t first = drawn.size() < colours.size() ? 1 : 0;
+    const PalettePicture picture = in_few_colours(drawn, palette_size - first);
+    palette.assign(first, mask);
+    palette.insert(palette.end(), picture.palette.begin(), picture.palette.end());
     palette.resize(palette_size);
-    bytes += '\x0C';
-    for (const Colour& colour : palette)
-        bytes.append(colour.begin(), colour.end());
+    std::vector<std::uint8_t> numbers;
+    for (auto next = picture.pixels.begin(); const Colour& colour : colours)
+        numbers.push_back(colour == mask ? std::uint8_t{0} : static_cast<std::uint8_t>(*next++ + first));
+    return numbers;
 }
 
 std::string pcx_bytes(const Image& image, int bits) {
-    const Pixels pixels = pixels_of(image);
+    const std::vector<Colour> colours = colours_of(image);
+    std::vector<Colour> palette;
+    std::vector<std::vector<std::uint8_t>> planes;
+    if (bits == 8)
+        planes.push_back(numbers_of(colours, palette));
+    else
+        for (std::size_t part = 0; part < std::size(mask); ++part)
+            std::ranges::transform(colours, std::back_inserter(planes.emplace_back()),
+                                   [part](const Colour& colour) { return colour[part]; });
     const auto width = static_cast<std::size_t>(image.width);
-    const std::size_t line_size = (width + 1) / 2 * 2;
-    const int planes = bits / 8;
-    std::string bytes = header_of(image, planes, static_cast<int>(line_size));
-    if (planes == 1) {
-        add_palette_picture(bytes, pixels, width, line_size);
-        return bytes;
-    }
-    std::vector<std::uint8_t> line(line_size);
-    for (std::size_t at = 0; at < pixels.colours.size(); at += width) {
-        for (std::size_t plane = 0; plane < static_cast<std::size_t>(planes); ++plane) {
-            for (std::size_t x = 0; x < width; ++x)
-                line[x] = pixels.colours[at + x][plane];
+    std::vector<std::uint8_t> line((width + 1) / 2 * 2);
+    std::string bytes = header_of(image, static_cast<int>(planes.size()), static_cast<int>(line.size()));
+    for (std::size_t at = 0; at < colours.size(); at += width)
+        for (const std::vector<std::uint8_t>& plane : planes) {
+            std::copy_n(plane.data() + at, width, line.begin());
             add_line(bytes, line);
         }
-    }
+    if (!palette.empty())
+        bytes += '\x0C';
+    for (const Colour& colour : palette)
+        bytes.append(colour.begin(), colour.end());
     return bytes;
 }
 
 } // namespace
 
-Conversion convert_picture(const Media& media, const std::string& target, int bits) {
+Result<std::string> convert_picture(const Media& media, NewFile& file, int bits) {
     const auto image = read_image(media);
     if (!image)
-        return {image.reason()};
-    Conversion done;
-    const std::string bytes = pcx_bytes(*image, bits);
-    NewFile file(target);
-    if (!file.write(bytes) || interrupted() || !file.commit())
-        done.fault = file.reason();
-    done.what = std::to_string(image->width) + " x " + std::to_string(image->height) + " pixels of " +
-                std::to_string(bits) + " bits";
-    return done;
+        return Failure{image.reason()};
+    if (!file.write(pcx_bytes(*image, bits)))
+        return Failure{file.reason()};
+    return std::to_string(image->width) + " x " + std::to_string(image->height) + " pixels of " + std::to_string(bits) +
+           " bits";
 }
 
 } // namespace vcc::kit

@@ -1,6 +1,5 @@
 #include "vcckit/media/convert.h"
 
-#include "vcckit/files/new_file.h"
 #include "vcckit/media/themes.h"
 
 #include "core/log.h"
@@ -37,47 +36,40 @@ std::string wav_header(std::size_t size, int rate, int channels) {
 
 } // namespace
 
-Conversion convert_sound(const Media& media, const std::string& target, bool loop, const Progress& progress) {
+Result<std::string> convert_sound(const Media& media, NewFile& file, const Progress& progress) {
     if (media.sound < 0)
-        return {"has no sound"};
+        return Failure{"has no sound"};
     if (is_cut(media.path)) // FFmpeg accepts truncated files
-        return {"is truncated"};
+        return Failure{"is truncated"};
     const int rate = media.rate >= lowest_rate && media.rate <= highest_rate ? media.rate : usual_rate;
     const int channels = std::clamp(media.channels, 1, 2);
     const double second = double{sample_size} * rate * channels; // bytes
-    NewFile file(target);
     std::size_t size = 0;
     const auto begin = [&] {
         return std::fseek(file.stream(), 0, SEEK_SET) == 0 && file.write(wav_header(size, rate, channels));
     };
     if (!file.stream() || !begin()) // again when the length is known
-        return {file.reason()};
-    Conversion done;
-    done.fault = run_ffmpeg(media, media.sound,
-                            "-f s16le -c:a pcm_s16le -ac " + std::to_string(channels) + " -ar " + std::to_string(rate),
-                            "pipe:1", false, [&](std::string_view piece) {
-                                size += piece.size();
-                                if (media.seconds > 0)
-                                    progress(static_cast<double>(size) / second / media.seconds);
-                                return size <= wav_size_limit && file.write(piece);
-                            });
+        return Failure{file.reason()};
+    std::string fault = run_ffmpeg(
+        media, media.sound, "-f s16le -c:a pcm_s16le -ac " + std::to_string(channels) + " -ar " + std::to_string(rate),
+        "pipe:1", false, [&](std::string_view piece) {
+            size += piece.size();
+            if (media.seconds > 0)
+                progress(static_cast<double>(size) / second / media.seconds);
+            return size <= wav_size_limit && file.write(piece);
+        });
     if (size > wav_size_limit)
-        done.fault = "is too long for a WAV file";
-    else if (done.fault.empty() && size == 0)
-        done.fault = "has no sound";
-    else if (done.fault.empty())
+        fault = "is too long for a WAV file";
+    else if (fault.empty() && size == 0)
+        fault = "has no sound";
+    else if (fault.empty())
         begin() && file.flush();
     if (!file.reason().empty())
-        done.fault = file.reason();
-    done.what =
-        format_text("%.1f s of %d Hz, %s", static_cast<double>(size) / second, rate, channels == 1 ? "mono" : "stereo");
-    if (done.fault.empty() && loop) {
-        done.fault = loop_fault(file.temporary_name());
-        done.seam = !done.fault.empty();
-    }
-    if (done.fault.empty() && !interrupted() && !file.commit())
-        done.fault = file.reason();
-    return done;
+        fault = file.reason();
+    if (!fault.empty())
+        return Failure{std::move(fault)};
+    return format_text("%.1f s of %d Hz, %s", static_cast<double>(size) / second, rate,
+                       channels == 1 ? "mono" : "stereo");
 }
 
 } // namespace vcc::kit
