@@ -16,9 +16,7 @@ bool same_field(const Field& field, const Slot& a, const Slot& b) {
 /// A text as in a source, or all its bytes if data follow the terminating zero.
 std::string text_value(std::string_view bytes) {
     const std::string_view text = bytes.substr(0, bytes.find('\0'));
-    const bool plain =
-        text.size() < bytes.size() && bytes.substr(text.size()).find_first_not_of('\0') == std::string_view::npos;
-    if (plain)
+    if (text.size() < bytes.size() && bytes.find_first_not_of('\0', text.size()) == std::string_view::npos)
         return quoted_latin1(text);
     std::string hex;
     for (const char c : bytes) {

@@ -80,21 +80,18 @@ std::optional<std::int32_t> SourceValues::integer(const Node& node, Meaning mean
     const Node* const chosen = choose(node, field);
     if (!chosen)
         return std::nullopt;
-    if (chosen->is_number()) {
-        if (chosen->number >= INT32_MIN && chosen->number <= INT32_MAX)
-            return static_cast<std::int32_t>(chosen->number);
+    if (chosen->is_number() && chosen->number >= INT32_MIN && chosen->number <= INT32_MAX)
+        return static_cast<std::int32_t>(chosen->number);
+    if (chosen->is_number())
         fail(out_of_range, *chosen, field, std::to_string(chosen->number) + " does not fit in 32 bits");
-        return std::nullopt;
-    }
-    if (!chosen->is_text()) {
+    else if (!chosen->is_text())
         fail(wrong_kind, *chosen, field, "must be a number or a name", permitted_values(meaning));
-        return std::nullopt;
-    }
-    if (const auto own = names_.find({meaning, chosen->text}); own != names_.end())
+    else if (const auto own = names_.find({meaning, chosen->text}); own != names_.end())
         return own->second;
-    if (const auto known = number_of_name(meaning, chosen->text))
+    else if (const auto known = number_of_name(meaning, chosen->text))
         return known;
-    fail_name(*chosen, meaning, field);
+    else
+        fail_name(*chosen, meaning, field);
     return std::nullopt;
 }
 
@@ -159,12 +156,10 @@ void SourceValues::set_text(SourceRecord& record, const Field& field, const Node
             std::ranges::copy(*raw, bytes.begin());
         return;
     }
-    if (!node.is_text()) {
-        fail(wrong_kind, node, field.name, "must be a text", "put it in quotes");
-        return;
-    }
     const auto text = to_latin1(node.text);
-    if (!text || text->find('\0') != std::string::npos)
+    if (!node.is_text())
+        fail(wrong_kind, node, field.name, "must be a text", "put it in quotes");
+    else if (!text || text->find('\0') != std::string::npos)
         fail(not_latin1, node, field.name, "has a character outside Windows Latin-1",
              "texts reach the program as bytes of Windows Latin-1");
     else if (text->size() >= bytes.size())

@@ -8,11 +8,6 @@ namespace vcc::kit {
 
 namespace {
 
-const Line* find_key(const Lines& lines, const std::string& key) {
-    const auto found = std::ranges::find(lines, key, &Line::key);
-    return found == lines.end() ? nullptr : &*found;
-}
-
 Lines shared(const Lines& a, const Lines& b) {
     Lines out;
     std::ranges::copy_if(a, std::back_inserter(out),
@@ -24,8 +19,8 @@ Lines shared(const Lines& a, const Lines& b) {
 std::size_t lines_saved(const Entry& entry, const Lines& style) {
     std::size_t saved = 0;
     for (const Line& line : style) {
-        const Line* const own = find_key(entry.lines, line.key);
-        if (!own)
+        const auto own = std::ranges::find(entry.lines, line.key, &Line::key);
+        if (own == entry.lines.end())
             return 0;
         saved += *own == line ? 1 : 0;
     }
