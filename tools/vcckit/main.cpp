@@ -3,6 +3,7 @@
 #include "vcckit/files/run_program.h"
 #include "vcckit/text/nearest.h"
 
+#include "core/installation.h"
 #include "core/version.h"
 
 #include <CLI/CLI.hpp>
@@ -82,7 +83,7 @@ constexpr CommandRow commands[] = {
          static NewRequest request;
          require(command, "NAME", request.name, "NAME", "folder to create; its name becomes the title");
          add(command, "--module", request.module, "MODULE", "source of a game module")
-             ->check(CLI::IsMember({"hq", "factory", "battle"}));
+             ->check(CLI::IsMember(vcc::module_names));
          add(command, "--base", request.base, "DIR", "installation to build on (default: the built-in one)");
          return [] { return run_new(request); };
      }},

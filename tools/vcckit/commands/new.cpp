@@ -26,14 +26,11 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t theme_name_limit = 20; ///< characters
 
-struct ModuleRow {
-    const char* name;
-    const char* entry;
-};
-constexpr ModuleRow modules[] = {
-    {"hq", "uint8_t hq(uint8_t fullscreen, int32_t)"},
-    {"factory", "uint8_t factory(int32_t, uint8_t fullscreen, int32_t, int32_t, int32_t)"},
-    {"battle", "uint8_t battle(uint8_t fullscreen, int32_t)"},
+/// Of the modules, by their numbers.
+constexpr const char* module_entries[] = {
+    "uint8_t hq(uint8_t fullscreen, int32_t)",
+    "uint8_t factory(int32_t, uint8_t fullscreen, int32_t, int32_t, int32_t)",
+    "uint8_t battle(uint8_t fullscreen, int32_t)",
 };
 
 bool can_be_copied(const fs::path& folder) {
@@ -116,11 +113,12 @@ using Files = std::vector<std::pair<std::string, std::string>>; ///< names and b
 
 Result<Files> files_of(const NewRequest& request, const std::string& title, const fs::path& base) {
     Files files;
-    const auto* const module = std::ranges::find(modules, request.module, &ModuleRow::name);
+    const auto module = std::ranges::find(module_names, request.module) - module_names.begin();
+    const std::string entry = request.module.empty() ? "" : module_entries[module];
     for (const EmbeddedFile& file : template_files()) {
         std::string name(file.path), bytes(file.bytes);
         if (name == "module.cpp.in" || name == "veldor_module.h") {
-            if (module == std::end(modules))
+            if (entry.empty())
                 continue;
             name = "modules/" + (name == "module.cpp.in" ? request.module + ".cpp" : name);
         }
@@ -131,7 +129,7 @@ Result<Files> files_of(const NewRequest& request, const std::string& title, cons
             fill_in(bytes, "@TOOL@", platform::program_path());
             fill_in(bytes, "@BASE@", platform::name_of(base));
             fill_in(bytes, "@MODULE@", request.module);
-            fill_in(bytes, "@ENTRY@", module == std::end(modules) ? "" : module->entry);
+            fill_in(bytes, "@ENTRY@", entry);
         }
         files.emplace_back(std::move(name), std::move(bytes));
     }
