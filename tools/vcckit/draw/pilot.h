@@ -1,11 +1,15 @@
-// A player without a display: performs a list of keys and pointer moves, then takes the picture.
+// A player without a display: performs what shows a picture, a list of keys and pointer moves, then takes the picture.
 #pragma once
+
+#include "vcckit/draw/render.h"
 
 #include "core/geometry.h"
 #include "core/handles.h"
+#include "screen/slot.h"
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vcc::kit {
@@ -15,6 +19,18 @@ struct Step {
     /// Where to point, if anywhere, asked at the step itself, because records move. Null for a key.
     std::function<std::optional<Point>()> place;
 };
+
+/// The slots of the screen: those of the menu also for what opens over it.
+const SlotSet& set_of(const RenderRequest& request);
+
+/// A place inside a slot for the pointer, pixels.
+Point place_in(const Slot& slot);
+
+/// Why the loaded screens have no such picture; empty if they have.
+std::string fault_of(const RenderRequest& request);
+
+/// The steps from the menu to the picture; those of the pressed look draw on `target`. The request has no fault.
+std::vector<Step> steps_of(const RenderRequest& request, BITMAP* target);
 
 /// Acts as the library's keyboard for its life. Performs the steps, waits until the picture on the display no longer
 /// changes, copies it, and leaves the program.

@@ -1,7 +1,6 @@
 #include "vcckit/draw/render.h"
 
 #include "vcckit/draw/pilot.h"
-#include "vcckit/draw/render_steps.h"
 #include "vcckit/draw/silent_sound.h"
 
 #include "cc/load.h"
@@ -29,6 +28,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -97,11 +98,11 @@ std::vector<SeenSlot> seen_slots(const SlotSet& set) {
 } // namespace
 
 struct Renderer::Kept {
-    Copies<program_values> before; ///< as a picture finds them
-    Copies<sound_values> after_sounds;
+    Copies<program_values> before;                    ///< as a picture finds them
+    std::optional<Copies<sound_values>> after_sounds; ///< nothing until they are loaded
+    std::map<int, BitmapPtr> as_loaded;               ///< the changing buffers; empty until all are loaded
     BitmapPtr display;
-    std::array<BitmapPtr, changing_buffers.size()> as_loaded;
-    bool fonts = false, sounds = false, pictures = false;
+    bool fonts = false;
 };
 
 Renderer::Renderer() : kept_(std::make_unique<Kept>(Kept{program_values(), {}, {}, {}})) {}
@@ -119,40 +120,37 @@ void Renderer::forget() {
     for (SoundEntry& entry : sound_entries)
         entry = {};
     release_graphic_buffers();
-    for (BitmapPtr& buffer : kept_->as_loaded)
-        buffer.reset();
-    kept_->fonts = kept_->sounds = kept_->pictures = false;
+    kept_->after_sounds.reset();
+    kept_->as_loaded.clear();
+    kept_->fonts = false;
 }
 
 BITMAP* Renderer::buffer(int number) const {
-    const auto* const changing = std::ranges::find(changing_buffers, number);
-    if (changing == changing_buffers.end())
-        return graphic_buffer(number);
-    return kept_->as_loaded[static_cast<std::size_t>(changing - changing_buffers.begin())].get();
+    const auto changing = kept_->as_loaded.find(number);
+    return changing == kept_->as_loaded.end() ? graphic_buffer(number) : changing->second.get();
 }
 
 void Renderer::load_sounds_once() {
-    if (!kept_->sounds) {
+    if (!kept_->after_sounds) {
         install_silent_sound();
         load_sounds(); // a failure leaves an installation without sound
-        kept_->after_sounds = sound_values();
-        kept_->sounds = true;
+        kept_->after_sounds.emplace(sound_values());
     }
-    sound_values() = kept_->after_sounds;
+    sound_values() = *kept_->after_sounds;
 }
 
 std::string Renderer::load_pictures_once() {
-    if (!kept_->pictures && !load_pictures())
-        return "the pictures of tools/vcc.buf cannot be loaded, or buffer 0 is missing or small";
-    for (std::size_t i = 0; i < changing_buffers.size(); ++i) {
-        BitmapPtr& as_loaded = kept_->as_loaded[i];
-        BITMAP* const used = graphic_buffer(changing_buffers[i]);
-        if (!kept_->pictures)
-            as_loaded = used ? copy_of(used) : nullptr;
-        else if (as_loaded && used)
+    for (const auto& [number, as_loaded] : kept_->as_loaded)
+        if (BITMAP* const used = graphic_buffer(number); as_loaded && used)
             blit(as_loaded.get(), used, 0, 0, 0, 0, used->w, used->h);
+    if (!kept_->as_loaded.empty())
+        return {};
+    if (!load_pictures())
+        return "the pictures of tools/vcc.buf cannot be loaded, or buffer 0 is missing or small";
+    for (const int number : changing_buffers) {
+        BITMAP* const used = graphic_buffer(number);
+        kept_->as_loaded.emplace(number, used ? copy_of(used) : nullptr);
     }
-    kept_->pictures = true;
     return {};
 }
 

@@ -1,4 +1,4 @@
-#include "vcckit/draw/render_steps.h"
+#include "vcckit/draw/pilot.h"
 
 #include "vcckit/record/names.h"
 
