@@ -34,8 +34,8 @@ std::string field_text(const Field& field, const Versions& versions);
 
 std::string text_of(const Lines& lines);
 
-/// The lines for every field that differs from a base.
-Lines changes(const Versions& versions, const Versions& base);
+/// The lines for every field that differs from a base, or from an empty record.
+Lines changes(const Versions& versions, const Versions& base = everywhere(empty_slot()));
 
 /// "{ key = value, key = value }"
 std::string inline_table(const Lines& lines);

@@ -197,7 +197,7 @@ private:
         Entry entry{"[[slot]]", shared.kind, {{"index", std::to_string(run.first)}}, {}, {}};
         if (run.count > 1)
             entry.own.push_back(repeat_line(run));
-        entry.lines = changes(slot, everywhere(empty_slot()));
+        entry.lines = changes(slot);
         name_flags(slot, entry.lines);
         if (shared.highlight && shared.states_toggle &&
             std::ranges::find(entry.lines, "toggle", &Line::key) == entry.lines.end())
@@ -224,11 +224,7 @@ private:
     void add_toggles() {
         for (std::size_t i = 0; i < toggles_.size(); ++i)
             if (!looks_.contains(i) && !is_left_out(toggles_, i))
-                entries_.push_back({"[[toggle]]",
-                                    "look",
-                                    {{"index", std::to_string(i)}},
-                                    changes(toggles_[i], everywhere(empty_slot())),
-                                    {}});
+                entries_.push_back({"[[toggle]]", "look", {{"index", std::to_string(i)}}, changes(toggles_[i]), {}});
     }
 
     const Records& toggles_;
@@ -243,7 +239,7 @@ std::string plain_tables(const std::string& heading, const Records& records, con
     for (std::size_t i = 0; i < records.size(); ++i) {
         if (is_left_out(records, i))
             continue;
-        Lines lines = changes(records[i], everywhere(empty_slot()));
+        Lines lines = changes(records[i]);
         // Gaps are not described, so they cannot be copied.
         if (i < models.size() && !is_gap(models[i]))
             if (Lines shorter = changes(records[i], models[i]); shorter.size() < lines.size()) {
