@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <optional>
 
 #include <unistd.h>
 
@@ -61,8 +60,8 @@ Result<Job> job_of(const std::string& source, const std::string& output) {
 }
 
 /// Checks before the first conversion that all inputs are usable and no two become the same file; tells of each that is
-/// not.
-std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources, const std::string& output) {
+/// not, and gives none then.
+std::vector<Job> jobs_of(const std::vector<std::string>& sources, const std::string& output) {
     std::vector<Job> jobs;
     bool usable = true;
     const auto refuse = [&usable](const std::string& reason) {
@@ -80,7 +79,7 @@ std::optional<std::vector<Job>> jobs_of(const std::vector<std::string>& sources,
                 refuse(source + ": would become " + job->target + ", as " + other.source.path + " does");
         jobs.push_back(std::move(*job));
     }
-    return usable ? std::optional(std::move(jobs)) : std::nullopt;
+    return usable ? jobs : std::vector<Job>{};
 }
 
 /// A progress line on a terminal; nothing elsewhere.
@@ -131,15 +130,15 @@ int run_convert(const std::vector<std::string>& sources, const ConvertRequest& r
         return complain(request.output + ": is not a folder, and one file cannot hold " +
                         std::to_string(sources.size()));
     const auto jobs = jobs_of(sources, request.output);
-    if (!jobs)
+    if (jobs.empty())
         return exit_unusable;
     int status = exit_clean;
-    for (std::size_t i = 0; i < jobs->size() && !interrupted(); ++i) {
-        const Job& job = (*jobs)[i];
+    for (std::size_t i = 0; i < jobs.size() && !interrupted(); ++i) {
+        const Job& job = jobs[i];
         const bool sound = job.kind == MediaKind::sound;
         NewFile file(job.target);
         const auto made = [&] {
-            ProgressLine line(i + 1, jobs->size(), job.source.path);
+            ProgressLine line(i + 1, jobs.size(), job.source.path);
             return convert(job, file, request.bits, [&](double share) { line.show(share); });
         }();
         const std::string seam = made && sound && request.loop ? loop_fault(file.temporary_name()) : "";

@@ -70,9 +70,7 @@ public:
     }
 
 private:
-    using Milliseconds = std::chrono::milliseconds;
-
-    bool wait_until(const std::function<bool()>& condition, Milliseconds limit) {
+    bool wait_until(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
         const auto end = steady_clock::now() + limit;
         while (!condition()) {
             if (steady_clock::now() > end || is_over())
