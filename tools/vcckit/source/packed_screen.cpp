@@ -45,19 +45,18 @@ std::string write_packed_screen(const Screen& screen, const std::string& install
     for (std::size_t i = 0; i < languages.size(); ++i) {
         if (!screen.describes(i))
             continue;
-        const ScreenRecords& records = screen.records[i];
-        const std::string slots = slot_file_name(languages[i], screen.name);
-        const std::string toggles = slots.substr(0, slots.size() - 4) + ".tgl";
-        const auto write = [&](const std::string& name, const std::vector<Slot>& content) {
+        const auto& [slots, toggles, has_toggle_file] = screen.records[i];
+        for (const auto& [ending, content] : {std::pair(".slt", &slots), std::pair(".tgl", &toggles)}) {
+            const std::string name = language_file_name(languages[i], screen.name + ending);
+            const std::string path = platform::name_of(platform::system_path(installation) / name);
+            if (content == &toggles && !has_toggle_file) {
+                files.remove(path);
+                continue;
+            }
             written.push_back(name);
-            return files.write(platform::name_of(platform::system_path(installation) / name), slot_file_bytes(content));
-        };
-        if (std::string reason = write(slots, records.slots); !reason.empty())
-            return reason;
-        if (!records.has_toggle_file)
-            files.remove(platform::name_of(platform::system_path(installation) / toggles));
-        else if (std::string reason = write(toggles, records.toggles); !reason.empty())
-            return reason;
+            if (std::string reason = files.write(path, slot_file_bytes(*content)); !reason.empty())
+                return reason;
+        }
     }
     return {};
 }
