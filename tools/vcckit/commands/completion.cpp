@@ -16,11 +16,6 @@ std::string candidate(const std::string& name, const std::string& description) {
     return name + "\t" + description.substr(0, description.find('\n'));
 }
 
-void offer_commands(const CLI::App& app, std::vector<std::string>& lines) {
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
-        lines.push_back(candidate(command->get_name(), command->get_description()));
-}
-
 void offer_options(const CLI::App& command, std::vector<std::string>& lines) {
     for (const CLI::Option* option : command.get_options())
         for (const std::string& name : option_names(*option))
@@ -49,13 +44,6 @@ void offer_values(const CLI::App& command, const CLI::Option& option, std::vecto
     }
 }
 
-const CLI::Option* option_of(const CLI::App& command, const std::string& word) {
-    if (!word.starts_with('-'))
-        return nullptr;
-    const CLI::Option* option = command.get_option_no_throw(word);
-    return option != nullptr && option->get_items_expected_max() > 0 ? option : nullptr;
-}
-
 } // namespace
 
 std::vector<std::string> option_names(const CLI::Option& option) {
@@ -69,25 +57,27 @@ std::vector<std::string> option_names(const CLI::Option& option) {
 
 std::vector<std::string> completions(const CLI::App& app, std::span<const std::string> words) {
     std::vector<std::string> lines;
+    const auto named = app.get_subcommands(
+        [&](const CLI::App* each) { return words.size() < 2 || each->get_name() == words.front(); });
     if (words.size() < 2) {
-        offer_commands(app, lines);
+        for (const CLI::App* command : named)
+            lines.push_back(candidate(command->get_name(), command->get_description()));
         offer_options(app, lines);
         return lines;
     }
-    const auto named = app.get_subcommands([&](const CLI::App* each) { return each->get_name() == words.front(); });
     if (named.empty())
         return lines;
-    const CLI::App* const command = named.front();
+    const CLI::App& command = *named.front();
     const std::string& before = words[words.size() - 2];
-    if (const CLI::Option* option = words.size() > 2 ? option_of(*command, before) : nullptr) {
-        offer_values(*command, *option, lines);
-    } else if (words.back().starts_with('-')) {
-        offer_options(*command, lines);
-    } else {
-        for (const CLI::Option* positional :
-             command->get_options([](const CLI::Option* each) { return each->get_positional(); }))
-            offer_values(*command, *positional, lines);
-    }
+    const CLI::Option* const option =
+        words.size() > 2 && before.starts_with('-') ? command.get_option_no_throw(before) : nullptr;
+    if (option != nullptr && option->get_items_expected_max() > 0)
+        offer_values(command, *option, lines);
+    else if (words.back().starts_with('-'))
+        offer_options(command, lines);
+    else
+        for (const CLI::Option* positional : command.get_options(&CLI::Option::get_positional))
+            offer_values(command, *positional, lines);
     return lines;
 }
 
