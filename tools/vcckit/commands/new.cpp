@@ -8,7 +8,6 @@
 
 #include "core/files.h"
 #include "core/installation.h"
-#include "core/lines.h"
 #include "platform/files.h"
 
 #include <algorithm>
@@ -105,10 +104,6 @@ std::string fault_of(const NewRequest& request, const fs::path& folder, const st
     return {};
 }
 
-std::string windows_of(const fs::path& installation, const LanguageRow& language) {
-    return platform::name_of(installation / language_file_name(language, path::text_windows));
-}
-
 using Files = std::vector<std::pair<std::string, std::string>>; ///< names and bytes
 
 Result<Files> files_of(const NewRequest& request, const std::string& title, const fs::path& base) {
@@ -133,13 +128,14 @@ Result<Files> files_of(const NewRequest& request, const std::string& title, cons
         }
         files.emplace_back(std::move(name), std::move(bytes));
     }
-    const auto sounds = read_file(platform::name_of(base / path::sound_setup));
-    const auto settings = read_file(platform::name_of(base / path::settings));
+    const auto read = [&base](const std::string& name) { return read_file(platform::name_of(base / name)); };
+    const auto windows_of = [&](const LanguageRow& row) { return read(language_file_name(row, path::text_windows)); };
+    const auto sounds = read(path::sound_setup), settings = read(path::settings);
     if (!sounds || !settings)
         return Failure{"cannot read the sound set-up and the settings in " + platform::name_of(base)};
     // Text windows that are the same in all languages, as one source.
-    const auto windows = read_file(windows_of(base, languages.front()));
-    if (windows && read_file(windows_of(base, languages.back())).value_or("") == *windows)
+    const auto windows = windows_of(languages.front());
+    if (windows && windows_of(languages.back()).value_or("") == *windows)
         files.emplace_back(std::string("screens/") + path::text_windows, *windows);
     files.emplace_back("screens/screen.schema.json", screen_schema());
     files.emplace_back(std::string("files/") + path::sound_setup, own_sound_setup(*sounds, title));

@@ -114,8 +114,9 @@ int play(const Journey& journey, const PlayedCopy& copy, const fs::path& picture
         return complain(opened.reason());
     VirtualDesktop& desktop = **opened;
     std::string fault;
-    const std::vector<std::string> arguments =
-        journey.films ? std::vector<std::string>{} : std::vector<std::string>{"without", "films"};
+    std::vector<std::string> arguments;
+    if (!journey.films)
+        arguments = {"without", "films"};
     if (!desktop.start(copy.game().string(), "./vcc", arguments, copy.output().string()))
         return complain("the program does not start");
     int count = 0;
