@@ -81,6 +81,7 @@ std::vector<std::uint8_t> numbers_of(const std::vector<Colour>& colours, std::ve
     palette.insert(palette.end(), picture.palette.begin(), picture.palette.end());
     palette.resize(palette_size);
     std::vector<std::uint8_t> numbers;
+    numbers.reserve(colours.size());
     for (auto next = picture.pixels.begin(); const Colour& colour : colours)
         numbers.push_back(colour == mask ? std::uint8_t{0} : static_cast<std::uint8_t>(*next++ + first));
     return numbers;

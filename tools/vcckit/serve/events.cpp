@@ -41,7 +41,7 @@ void Events::close() {
 
 Events::Listener Events::listen() {
     const std::lock_guard lock(mutex_);
-    const auto events = std::make_shared<std::deque<std::string>>();
+    auto events = std::make_shared<std::deque<std::string>>();
     for (const auto& [name, event] : states_)
         events->push_back(event);
     listeners_.push_back(events);
