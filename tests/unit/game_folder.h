@@ -25,7 +25,9 @@ protected:
         allegro_exit(); // started again over settings that have no file, as other tests leave them, it would crash
         namespace fs = std::filesystem;
         const fs::path game = VELDOR_SOURCE_DIR "/game", liberation = "/usr/share/fonts/truetype/liberation";
-        fs::copy(game / "install", ".", fs::copy_options::recursive);
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(game / "install"))
+            if (const fs::path& file = entry.path(); entry.is_regular_file())
+                folder.write(file.lexically_relative(game / "install").string(), *read_file(file.string()));
         fs::create_directory("images");
         for (const auto& file : fs::directory_iterator(game / "images"))
             if (!file.path().stem().string().starts_with("icon"))
