@@ -127,6 +127,8 @@ TEST_F(Display, PicturesReadAheadComeInTheirOrderAndMayBeLeftOut) {
     EXPECT_TRUE(load_picture("Picture3.pcx")) << "read now";
     EXPECT_EQ(width_of("Picture7.pcx"), 3500);
 
+    const auto long_ago = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::filesystem::last_write_time("picture1.pcx", long_ago); // some libraries tell whole seconds
     read_pictures_ahead(paths);
     read_pictures_ahead(paths);                                  // instead of what is left
     std::this_thread::sleep_for(std::chrono::milliseconds(300)); // the first six wait, and no more may
