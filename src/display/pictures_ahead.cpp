@@ -37,9 +37,17 @@ using Entries = std::deque<std::shared_ptr<Entry>>;
 
 class Reader {
 public:
-    explicit Reader(Entries entries) : entries_(std::move(entries)) {
+    explicit Reader(Entries entries) : entries_(std::move(entries)) {}
+    ~Reader() {
+        const std::lock_guard lock(mutex_);
+        entries_.clear(); // nothing is left to read
+        changed_.notify_all();
+    }
+
+    /// Throws std::system_error when there is no thread.
+    void start() {
         for (std::jthread& thread : threads_)
-            thread = std::jthread([this](auto stop) { run(stop); });
+            thread = std::jthread(&Reader::run, this);
     }
 
     /// As take_picture().
@@ -58,9 +66,10 @@ public:
     }
 
 private:
-    void run(const std::stop_token& stop) {
+    void run() {
         std::unique_lock lock(mutex_);
-        while (changed_.wait(lock, stop, [this] { return entries_.empty() || has_room(); })) {
+        for (;;) {
+            changed_.wait(lock, [this] { return has_room(); });
             const auto next = std::ranges::find(entries_, false, &Entry::taken);
             if (next == entries_.end())
                 return;
@@ -93,7 +102,7 @@ private:
     }
 
     std::mutex mutex_; ///< guards the entries
-    std::condition_variable_any changed_;
+    std::condition_variable changed_;
     Entries entries_;
     std::array<std::jthread, 2> threads_; ///< last, so that they end before the members that they use
 };
@@ -107,9 +116,11 @@ void read_pictures_ahead(const std::vector<std::string>& paths) {
     Entries entries;
     for (const std::string& path : paths)
         entries.push_back(std::make_shared<Entry>(Entry{path, platform::whole_name(platform::resolve_path(path))}));
+    reader = new Reader(std::move(entries));
     try {
-        reader = new Reader(std::move(entries));
+        reader->start();
     } catch (const std::system_error&) { // without a thread, pictures are read when they are needed
+        stop_reading_ahead();
     }
 }
 
